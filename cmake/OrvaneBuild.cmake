@@ -1,0 +1,40 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# What every target of the project shares: language level, warnings, sanitizers, ccache.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(ORVANE_CCACHE ccache)
+if(ORVANE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${ORVANE_CCACHE})
+endif()
+
+add_library(orvane_options INTERFACE)
+target_include_directories(orvane_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_definitions(orvane_options INTERFACE ORVANE_VERSION="${PROJECT_VERSION}")
+# Equal inputs must give equal bytes on every machine: no fused multiply-add behind our back.
+target_compile_options(orvane_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -ffp-contract=off
+  # The hash index of the built-in dictionary is computed while compiling.
+  $<$<CXX_COMPILER_ID:GNU>:-fconstexpr-ops-limit=200000000>
+  $<$<CXX_COMPILER_ID:Clang>:-fconstexpr-steps=200000000>
+  $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
+if(ORVANE_SANITIZE)
+  target_compile_options(orvane_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(orvane_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# orvane_library(NAME FOLDER SOURCES... LINKS...): one static library per folder of src/, so that
+# what a folder may include is what it links.
+function(orvane_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC orvane_options ${ARG_LINKS})
+endfunction()

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CORE_CLOCK_H_
+#define ORVANE_CORE_CLOCK_H_
+
+#include "core/param_entry.h"
+
+namespace orvane {
+
+/// Where a rule gets the time from, so that tests can set it.
+class Clock {
+ public:
+  Clock() = default;
+  Clock(const Clock&) = delete;
+  Clock& operator=(const Clock&) = delete;
+  virtual ~Clock() = default;
+
+  /// The present date and time, weekday included.
+  virtual ParamTime Now() const = 0;
+};
+
+/// The computer's clock in local time.
+class SystemClock : public Clock {
+ public:
+  ParamTime Now() const override;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CORE_CLOCK_H_

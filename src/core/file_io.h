@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Files, read in pieces and written safely. Every reason names what the system said; the caller
+// adds the path.
+#ifndef ORVANE_CORE_FILE_IO_H_
+#define ORVANE_CORE_FILE_IO_H_
+
+#include <cstddef>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+/// "PATH: reason", as every message about a file reads.
+std::string FileMessage(const std::filesystem::path& path, std::string_view reason);
+
+/// A file that is read from front to back.
+class InFile {
+ public:
+  InFile() = default;
+  InFile(const InFile&) = delete;
+  InFile& operator=(const InFile&) = delete;
+  ~InFile();
+
+  /// An empty string, or why the file cannot be read. Folders and devices are refused: a device
+  /// may never end.
+  [[nodiscard]] std::string Open(const std::filesystem::path& path);
+
+  /// Fills `bytes` as far as the file goes and returns how many there were. Less than asked for:
+  /// the end, or a read error, of which `Error()` tells.
+  std::size_t Read(std::span<std::byte> bytes);
+
+  const std::string& Error() const { return error_; }
+
+ private:
+  std::size_t ReadPiece(std::span<std::byte> bytes);
+
+  int handle_ = -1;
+  std::vector<std::byte> buffer_;
+  std::span<const std::byte> unread_;
+  std::string error_;
+};
+
+/// A file being written. The bytes go to a new file beside the target, which takes the target's
+/// place only in `Commit()`, after a flush to the disk: until then, and after any failure, the old
+/// file is whole. Mode bits and owner of an existing file are kept and symbolic links followed.
+/// Where the folder takes no second file the target is rewritten in place, its old bytes put back
+/// if that fails. A device or pipe is opened and written, never replaced.
+class OutFile {
+ public:
+  OutFile() = default;
+  OutFile(const OutFile&) = delete;
+  OutFile& operator=(const OutFile&) = delete;
+  ~OutFile();  ///< without `Commit()` nothing happened
+
+  /// Each an empty string, or why it failed; after a failure the later ones fail alike.
+  [[nodiscard]] std::string Open(const std::filesystem::path& path);
+  [[nodiscard]] std::string Write(std::span<const std::byte> bytes);
+  [[nodiscard]] std::string Commit();
+
+ private:
+  enum class Way { kNone, kBeside, kInPlace, kDirect };
+
+  std::string OpenBeside(int target);
+  std::string CommitBeside();
+  std::string CommitInPlace();
+  std::string Fail(int error);
+  bool CloseHandle();
+  void Abandon();
+
+  Way way_ = Way::kNone;
+  int handle_ = -1;
+  std::filesystem::path target_;
+  std::filesystem::path beside_;
+  std::vector<std::byte> pending_;  // in place: everything until Commit()
+  std::string error_;
+};
+
+/// Writes a whole file through `OutFile`. An empty string, or why it failed.
+[[nodiscard]] std::string WriteFile(const std::filesystem::path& path,
+                                    std::span<const std::byte> bytes);
+
+/// The system calls of the writer, replaceable so that tests can let a disk fail. Each returns -1
+/// and sets errno on failure.
+struct FileCalls {
+  std::ptrdiff_t (*write)(int handle, const void* bytes, std::size_t size);
+  int (*sync)(int handle);
+  int (*close)(int handle);
+  int (*rename)(const char* from, const char* to);
+  int (*create_beside)(const char* path);  ///< a new file, for writing; fails if it exists
+};
+FileCalls& WriterCalls();
+
+}  // namespace orvane
+
+#endif  // ORVANE_CORE_FILE_IO_H_

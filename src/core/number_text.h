@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Numbers to text and back, always as in the C locale: a decimal comma never reaches a file.
+#ifndef ORVANE_CORE_NUMBER_TEXT_H_
+#define ORVANE_CORE_NUMBER_TEXT_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orvane {
+
+/// printf's "%d".
+std::string FormatInt(std::int64_t value);
+
+/// printf's "%.{digits}g": `digits` significant digits in the shorter of fixed and exponent form.
+std::string FormatReal(double value, int digits = 10);
+
+/// The shortest text that reads back as the same double.
+std::string FormatRealExactly(double value);
+
+/// The integer that `text` begins with: leading blanks and a sign are accepted, digits are read as
+/// far as they go, junk gives 0, what is too large becomes the nearest 32-bit number.
+std::int32_t ParseIntPrefix(std::string_view text);
+
+/// The decimal number that `text` begins with, as atof reads it, but "nan", "inf" and hexadecimal
+/// forms are junk. Junk gives 0; a number beyond the doubles gives an infinity.
+double ParseRealPrefix(std::string_view text);
+
+/// Strict forms: the whole text must be one number that fits, without blanks.
+std::optional<std::int32_t> ParseInt(std::string_view text);
+std::optional<double> ParseReal(std::string_view text);
+
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
+constexpr bool IsLower(char c) { return c >= 'a' && c <= 'z'; }
+constexpr bool IsAlphanumeric(char c) { return IsDigit(c) || IsUpper(c) || IsLower(c); }
+/// The blanks that the C library skips before a number.
+constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+/// `text` without its leading blanks.
+std::string_view SkipBlanks(std::string_view text);
+
+}  // namespace orvane
+
+#endif  // ORVANE_CORE_NUMBER_TEXT_H_

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/tbl_file.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "core/number_text.h"
+#include "core/param_text.h"
+#include "core/tbl_record.h"
+
+namespace orvane {
+namespace {
+
+std::string WithStatus(const std::filesystem::path& path, std::string_view reason, Status status) {
+  return FileMessage(path, reason) + " (" + FormatInt(status) + ")";
+}
+
+ValueType TypeOf(const ParamEntry& entry) { return static_cast<ValueType>(entry.type); }
+
+Status StoreRecord(ParamTable* table, const ParamEntry& entry, bool check_permission) {
+  return table->SetParam(ParamKey(entry.key), TypeOf(entry), entry.value.data(), check_permission);
+}
+
+void StoreInt(ParamTable* table, ParamKey key, std::int32_t number, bool check_permission = false) {
+  const Le<std::int32_t> bytes(number);
+  // A table of a caller's own may lack the key; there is nothing to tell it then.
+  static_cast<void>(table->SetParam(key, IntPT, &bytes, check_permission));
+}
+
+std::string TextParam(const ParamTable& table, ParamKey key, ValueType type) {
+  std::array<char, kValueSize> text{};
+  return table.GetParam(key, type, text.data()) == kOk ? text.data() : std::string();
+}
+
+void Append(std::span<const std::byte> bytes, std::vector<std::byte>* image) {
+  image->insert(image->end(), bytes.begin(), bytes.end());
+}
+
+bool IsLeftOutOfFiltered(const ParamEntry& entry) {
+  return entry.write_mask == 0 || (entry.write_mask & kMaskNotFiltered) != 0;
+}
+
+// Calls `write` with the entry of every position. A duplicate key comes twice, both times with the
+// entry that is found by it.
+template <typename Write>
+void ForEachEntry(const ParamTable& table, Write write) {
+  ParamKey key;
+  ParamEntry entry;
+  for (int position = 0; table.GetParamKey(position, &key) == kOk; ++position) {
+    if (table.GetParamEntry(key, &entry) == kOk) {
+      write(entry);
+    }
+  }
+}
+
+std::vector<std::byte> ImageV1(const ParamTable& table) {
+  std::vector<std::byte> image;
+  TblRecordV1 record;
+  ForEachEntry(table, [&](const ParamEntry& entry) {
+    if (FitsTblV1Key(entry)) {
+      // Values that are too long are cut; the formats leave no other way.
+      static_cast<void>(MakeTblRecordV1(entry, &record));
+      Append(BytesOf(record), &image);
+    }
+  });
+  Append(BytesOf(EndRecordAfter(record)), &image);
+  return image;
+}
+
+std::vector<std::byte> ImageV2(const ParamTable& table, bool filtered) {
+  std::vector<std::byte> image;
+  Append(BytesOf(TblHeader{}), &image);
+  bool is_first_start_time = true;
+  ForEachEntry(table, [&](ParamEntry entry) {
+    if (filtered && IsLeftOutOfFiltered(entry)) {
+      return;
+    }
+    if (filtered && is_first_start_time && ParamKey(entry.key) == "STIM") {
+      std::fill(entry.value.begin() + 3, entry.value.begin() + 8, std::uint8_t{0});
+      is_first_start_time = false;
+    }
+    Append(BytesOf(entry), &image);
+  });
+  return image;
+}
+
+bool EqualsWithoutCase(std::string_view a, std::string_view b) {
+  const auto upper = [](char c) { return IsLower(c) ? static_cast<char>(c - 32) : c; };
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [&](char x, char y) { return upper(x) == upper(y); });
+}
+
+bool IsClockUnit(const ParamTable& table) {
+  const std::string hardware = TextParam(table, "HW", StrPT);
+  return EqualsWithoutCase(hardware, "zlaclk") || EqualsWithoutCase(hardware, "zlacl4");
+}
+
+// The file that a box starts with; empty where there is none.
+std::filesystem::path StartupPath(const ParamTable& table) {
+  const std::string folder = TextParam(table, "DPTH", PosPT);
+  Le<std::int32_t> serial;
+  if (table.GetParam("SNUM", IntPT, &serial) == kOk && serial != 0) {
+    const std::filesystem::path path = folder + FormatInt(serial) + ".tbl";
+    if (InFile file; file.Open(path).empty()) {
+      return path;
+    }
+  }
+  const std::filesystem::path path = folder + "Startup.tbl";
+  InFile file;
+  return file.Open(path).empty() ? path : std::filesystem::path();
+}
+
+}  // namespace
+
+Status TblReader::Open(const std::filesystem::path& path, TblReport* report) {
+  if (const std::string reason = file_.Open(path); !reason.empty()) {
+    report->message = WithStatus(path, reason, kTblUnreadable);
+    return kTblUnreadable;
+  }
+  std::array<std::byte, sizeof(TblHeader)> start{};
+  if (file_.Read(start) < start.size()) {
+    report->message = WithStatus(
+        path, file_.Error().empty() ? "too short for a TBL file" : file_.Error(), kTblUnreadable);
+    return kTblUnreadable;
+  }
+  version_ = RecogniseTblVersion(start);
+  report->version = version_;
+  if (version_ == 0) {
+    report->message = WithStatus(path, StatusText(kTblNotRecognised), kTblNotRecognised);
+    return kTblNotRecognised;
+  }
+  if (version_ == 1) {
+    start_.assign(start.begin(), start.end());
+  }
+  return kOk;
+}
+
+template <typename Record>
+bool TblReader::NextRecord(Record* record) {
+  std::array<std::byte, sizeof(Record)> bytes{};
+  const std::size_t ahead = std::min(start_.size(), bytes.size());
+  std::copy_n(start_.begin(), ahead, bytes.begin());
+  start_.erase(start_.begin(), start_.begin() + static_cast<std::ptrdiff_t>(ahead));
+  const auto rest = std::span(bytes).subspan(ahead);
+  if (file_.Read(rest) < rest.size()) {
+    return false;
+  }
+  *record = RecordFrom<Record>(bytes);
+  return true;
+}
+
+bool TblReader::Next(ParamEntry* entry) {
+  if (version_ == 2) {
+    return NextRecord(entry);
+  }
+  TblRecordV1 record;
+  if (!NextRecord(&record) || IsEndRecord(record)) {
+    return false;
+  }
+  *entry = EntryFrom(record);
+  return true;
+}
+
+Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblReport* report) {
+  TblReport own;
+  report = report == nullptr ? &own : report;
+  *report = {};
+  TblReader reader;
+  if (const Status status = reader.Open(path, report); status != kOk) {
+    return status;
+  }
+  ParamEntry entry;
+  while (reader.Next(&entry)) {
+    ++report->records;
+    report->loaded += StoreRecord(table, entry, false) == kOk ? 1 : 0;
+  }
+  StoreInt(table, "TBVI", report->version);
+  return kOk;
+}
+
+std::vector<std::byte> TblImage(const ParamTable& table, const TblSaveOptions& options) {
+  return options.version == 1 ? ImageV1(table) : ImageV2(table, options.filtered);
+}
+
+Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
+                     const TblSaveOptions& options, TblReport* report) {
+  const auto store_versions = [&options](ParamTable* target) {
+    StoreInt(target, "TBVI", options.version == 1 ? 1 : 2);
+    StoreInt(target, "TBVO", options.output_version);
+  };
+  ParamTable written = *table;
+  store_versions(&written);
+  if (const std::string reason = WriteFile(path, TblImage(written, options)); !reason.empty()) {
+    if (report != nullptr) {
+      report->message = WithStatus(path, reason, kTblWriteFailed);
+    }
+    return kTblWriteFailed;
+  }
+  store_versions(table);
+  return kOk;
+}
+
+Status LoadStartupTable(ParamTable* table, const LogSink& log) {
+  const auto say = [&log](std::string_view line) {
+    if (log) {
+      log(line);
+    }
+  };
+  const std::filesystem::path path =
+      IsClockUnit(*table) ? std::filesystem::path() : StartupPath(*table);
+  if (path.empty()) {
+    say("\nNo startup.tbl");
+    return kTblUnreadable;
+  }
+  say("\nReading startup.tbl...");
+  TblReport report;
+  TblReader reader;
+  if (const Status status = reader.Open(path, &report); status != kOk) {
+    say("\nError loading startup.tbl");
+    return status;
+  }
+  std::int32_t request = 0;
+  ParamEntry entry;
+  while (reader.Next(&entry)) {
+    if (ParamKey(entry.key) == "RQST") {
+      request = entry.type == IntPT ? IntOf(entry.value) : request;
+    } else {
+      // What the current mode protects keeps its value.
+      static_cast<void>(StoreRecord(table, entry, true));
+    }
+  }
+  if (request != 0 && request != 9) {
+    StoreInt(table, "RQST", request, true);
+  }
+  StoreInt(table, "TBVI", report.version);
+  return kOk;
+}
+
+}  // namespace orvane

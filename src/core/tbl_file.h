@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Parameter table files (*.tbl), versions 1 and 2.
+#ifndef ORVANE_CORE_TBL_FILE_H_
+#define ORVANE_CORE_TBL_FILE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/file_io.h"
+#include "core/param_table.h"
+#include "core/status.h"
+
+namespace orvane {
+
+/// What came of reading or writing a file, beside the status.
+struct TblReport {
+  int version = 0;          ///< 1 or 2 as recognised; 0: none
+  std::size_t records = 0;  ///< whole records in the file
+  std::size_t loaded = 0;   ///< of them stored; the others have unknown keys or other types
+  std::string message;      ///< on failure "PATH: reason (status)"
+};
+
+/// Reads the records of a file one by one.
+class TblReader {
+ public:
+  /// 0, 173 or 174; `report` gets version and message.
+  Status Open(const std::filesystem::path& path, TblReport* report);
+
+  /// The next whole record; false at the end record, at the end of the file, and where the last
+  /// record is cut: nothing of it is used.
+  bool Next(ParamEntry* entry);
+
+ private:
+  template <typename Record>
+  bool NextRecord(Record* record);
+
+  InFile file_;
+  int version_ = 0;
+  std::vector<std::byte> start_;  // of a version-1 file: what recognising it read ahead
+};
+
+/// Stores the values of all records in the table (types must match, masks in the file are ignored,
+/// nothing is protected) and the version in "TBVI". 0, 173 or 174; values without a record keep
+/// what they were.
+Status LoadParamFile(ParamTable* table, const std::filesystem::path& path,
+                     TblReport* report = nullptr);
+
+struct TblSaveOptions {
+  std::uint32_t version = 2;        ///< of the file, 1 or 2
+  bool filtered = false;            ///< version 2: only what a box hands on, see the format's page
+  std::int32_t output_version = 2;  ///< goes into "TBVO"
+};
+
+/// The whole file as bytes. `table` must already hold the "TBVI" and "TBVO" to write.
+std::vector<std::byte> TblImage(const ParamTable& table, const TblSaveOptions& options);
+
+/// Writes the table and stores the file's version in "TBVI" and the output version in "TBVO". 0, or
+/// 172: then the table is as before and so is an old file.
+Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
+                     const TblSaveOptions& options, TblReport* report = nullptr);
+
+/// What a box does at power-up: loads "SNUM".tbl or Startup.tbl of the folder "DPTH", keeping what
+/// the current mode protects. The requested action "RQST" is stored last, unless it is 0 or 9. 0,
+/// 173 or 174; a clock unit (by "HW") has no start-up table.
+Status LoadStartupTable(ParamTable* table, const LogSink& log = {});
+
+}  // namespace orvane
+
+#endif  // ORVANE_CORE_TBL_FILE_H_

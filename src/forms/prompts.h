@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What rules ask of the user, without knowing how it is shown.
+#ifndef ORVANE_FORMS_PROMPTS_H_
+#define ORVANE_FORMS_PROMPTS_H_
+
+#include <string>
+
+namespace orvane {
+
+enum class Answer { kYes, kNo, kCancel };
+
+/// Questions and messages that stop the work until they are answered.
+class Prompts {
+ public:
+  Prompts() = default;
+  Prompts(const Prompts&) = delete;
+  Prompts& operator=(const Prompts&) = delete;
+  virtual ~Prompts() = default;
+
+  /// Yes or No; closing the box means No.
+  virtual Answer AskYesNo(const std::string& caption, const std::string& question) = 0;
+  /// Yes, No or Cancel; closing the box means Cancel.
+  virtual Answer AskYesNoCancel(const std::string& caption, const std::string& question) = 0;
+  virtual void ShowWarning(const std::string& caption, const std::string& text) = 0;
+};
+
+/// Notices that stop nobody: a line of the status bar, which stays until the next one.
+class Notices {
+ public:
+  Notices() = default;
+  Notices(const Notices&) = delete;
+  Notices& operator=(const Notices&) = delete;
+  virtual ~Notices() = default;
+
+  virtual void ShowNotice(const std::string& text) = 0;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_FORMS_PROMPTS_H_

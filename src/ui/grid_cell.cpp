@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/grid_cell.h"
+
+#include <utility>
+
+namespace orvane {
+
+CGridCell::CGridCell(const CGridDefaultCell& fallback, QString text)
+    : fallback_(fallback), text_(std::move(text)) {}
+
+Qt::Alignment CGridCell::GetAlignment() const {
+  return alignment_.value_or(fallback_.GetAlignment());
+}
+
+}  // namespace orvane

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_UI_GRID_CELL_H_
+#define ORVANE_UI_GRID_CELL_H_
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace orvane {
+
+// One cell of a grid: what it says and how it looks. Changing a cell directly does not repaint the
+// grid; the setters of CGridCtrl do.
+class CGridCellBase {
+ public:
+  CGridCellBase() = default;
+  virtual ~CGridCellBase() = default;
+  CGridCellBase(const CGridCellBase&) = delete;
+  CGridCellBase& operator=(const CGridCellBase&) = delete;
+  CGridCellBase(CGridCellBase&&) = delete;
+  CGridCellBase& operator=(CGridCellBase&&) = delete;
+
+  virtual QString GetText() const = 0;
+  virtual void SetText(const QString& text) = 0;
+
+  // Shown on hovering in place of the title tip; empty: the title tip alone.
+  virtual QString GetTipText() const = 0;
+  virtual bool IsReadOnly() const = 0;
+  virtual Qt::Alignment GetAlignment() const = 0;
+
+  // The longest text that may be typed, in UTF-16 code units. Does not bind SetText().
+  virtual int GetTextLimit() const = 0;
+
+  // Texts to choose from; empty where any text may be typed.
+  virtual QStringList GetChoices() const { return {}; }
+
+  bool IsMarked() const { return marked_; }
+  void SetMarked(bool marked) { marked_ = marked; }
+
+ private:
+  bool marked_ = false;
+};
+
+// What the cells of one grid fall back on. It is not itself in the grid.
+class CGridDefaultCell final : public CGridCellBase {
+ public:
+  static constexpr int kNoTextLimit = 32767;
+
+  QString GetText() const override { return text_; }
+  void SetText(const QString& text) override { text_ = text; }
+  QString GetTipText() const override { return {}; }
+  bool IsReadOnly() const override { return read_only_; }
+  void SetReadOnly(bool read_only) { read_only_ = read_only; }
+  Qt::Alignment GetAlignment() const override { return alignment_; }
+  void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
+  int GetTextLimit() const override { return text_limit_; }
+  void SetTextLimit(int limit) { text_limit_ = limit; }
+
+ private:
+  QString text_;  // the text of cells that were never filled
+  Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
+  int text_limit_ = kNoTextLimit;
+  bool read_only_ = false;
+};
+
+// An ordinary cell. Whatever was not set comes from the default cell, which must outlive it.
+class CGridCell final : public CGridCellBase {
+ public:
+  explicit CGridCell(const CGridDefaultCell& fallback) : fallback_(fallback) {}
+  CGridCell(const CGridDefaultCell& fallback, QString text);
+
+  QString GetText() const override { return text_.value_or(fallback_.GetText()); }
+  void SetText(const QString& text) override { text_ = text; }
+  QString GetTipText() const override { return tip_text_; }
+  void SetTipText(const QString& text) { tip_text_ = text; }
+  bool IsReadOnly() const override { return read_only_.value_or(fallback_.IsReadOnly()); }
+  void SetReadOnly(bool read_only) { read_only_ = read_only; }
+  Qt::Alignment GetAlignment() const override;
+  void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
+  int GetTextLimit() const override { return fallback_.GetTextLimit(); }
+
+ private:
+  const CGridDefaultCell& fallback_;
+  std::optional<QString> text_;
+  QString tip_text_;
+  std::optional<Qt::Alignment> alignment_;
+  std::optional<bool> read_only_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_UI_GRID_CELL_H_

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_UI_GRID_CTRL_H_
+#define ORVANE_UI_GRID_CTRL_H_
+
+#include <QTableView>
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "ui/grid_columns.h"
+#include "ui/grid_delegate.h"
+#include "ui/grid_model.h"
+
+namespace orvane {
+
+// A grid of texts with fixed header rows, in-place editing, sorting and hiding of rows.
+//
+// Row numbers count the fixed rows: with one fixed row the first data row is row 1. Calls with
+// a row or column that does not exist do nothing; getters then return nothing, setters false.
+class CGridCtrl : public QTableView {
+  Q_OBJECT
+
+ public:
+  using Less = GridModel::Less;
+  using BeginEdit = GridModel::BeginEdit;
+
+  explicit CGridCtrl(QWidget* parent = nullptr);
+  ~CGridCtrl() override;
+  CGridCtrl(const CGridCtrl&) = delete;
+  CGridCtrl& operator=(const CGridCtrl&) = delete;
+  CGridCtrl(CGridCtrl&&) = delete;
+  CGridCtrl& operator=(CGridCtrl&&) = delete;
+
+  // Size. New cells are empty, lost cells are gone.
+  bool SetColumnCount(int count);
+  bool SetRowCount(int count);
+  bool SetFixedRowCount(int count);
+  int GetColumnCount() const { return model_.columnCount(); }
+  int GetRowCount() const { return model_.rowCount(); }
+  int GetFixedRowCount() const { return model_.GetFixedRowCount(); }
+
+  // Widths in device-independent pixels; GetColumnWidth() is the width on screen, 0 if there is no
+  // such column.
+  bool SetColumnWidth(int col, int px) { return columns_.SetWidth(col, px); }
+  int GetColumnWidth(int col) const { return columnWidth(col); }
+
+  // Widens the columns evenly until they fill the width of the grid, and does so again when the
+  // grid is resized, until the user drags a column. The widths that were set are the least.
+  void ExpandColumnsToFit() { columns_.ExpandToFit(); }
+
+  bool SetItemText(int row, int col, const QString& text);
+  QString GetItemText(int row, int col) const;
+
+  // Replaces all rows, the fixed ones included, at one go. The columns become as many as the
+  // longest row has. All rows are visible then, nothing is marked, no cell has the focus, and an
+  // editor that was open is gone without an edit.
+  void SetTexts(const std::vector<std::vector<QString>>& rows);
+
+  // The grid owns the cells. What is changed through the pointer shows at the next repaint.
+  CGridCellBase* GetCell(int row, int col) const { return model_.GetCell(row, col); }
+  CGridDefaultCell& DefaultCell() { return model_.DefaultCell(); }
+
+  // Bold, and described as "changed" to assistive tools.
+  void SetItemMarked(int row, int col, bool marked);
+
+  // Asked whether a cell may be edited, also while nobody is editing (assistive tools want to
+  // know): it must have no side effects. Without it nothing can be edited; fixed rows never can.
+  void SetBeginEdit(BeginEdit begin_edit) { model_.SetBeginEdit(std::move(begin_edit)); }
+
+  // Not owned; may be null. Text it does not accept cannot be entered: Return keeps the editor
+  // open, and leaving the editor another way leaves the cell as it was.
+  void SetEditValidator(const QValidator* validator) { model_.SetValidator(validator); }
+
+  bool IsEditing() const { return delegate_.OpenEditor() != nullptr; }
+
+  // Takes over and closes an open editor; afterwards the cell is set and EndEdit was emitted.
+  void CommitEdit();
+
+  // Stable sorting of the rows below the fixed ones; descending keeps equal rows in order too.
+  // Focus, selection, marks and hiding follow their rows. An open editor is committed first.
+  void SortItems(const Less& less, int col, bool ascending);
+  void SortTextItems(int col, bool ascending);  // by UTF-16 code units, whatever the locale
+
+  // Moves the focus cell and selects it alone. Fixed and hidden rows cannot have it.
+  void SetFocusCell(int row, int col);
+  std::pair<int, int> GetFocusCell() const;  // row and column, (-1, -1) if there is none
+  void EnsureVisible(int row, int col);      // scrolls
+
+  // A focus cell that gets hidden passes the focus down to the next visible row, else up.
+  // Fixed rows are always visible.
+  void SetRowVisible(int row, bool visible);
+  bool IsRowVisible(int row) const;
+  void SetVisibleRows(const std::vector<bool>& by_row);  // rows past its end are visible
+
+  // The selected cells within their bounding rectangle, without hidden rows: fields separated by
+  // tabs, rows by newlines. Copying nothing leaves the clipboard alone.
+  QString SelectionAsText() const;
+  void CopySelection() const;
+
+  // Does nothing: type-ahead would leave the focus on hidden rows.
+  void keyboardSearch(const QString& search) override;
+
+ signals:
+  // An in-place edit has changed the text of a cell; the editor is closed already.
+  void EndEdit(int row, int col);
+
+  // GetFocusCell() has changed, also because its row was sorted to another place.
+  void FocusCellChanged(int row, int col);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void commitData(QWidget* editor) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+ private:
+  void HideFixedRows();
+  void KeepFocusVisible();
+  void NotifyFocus();
+  void UpdateRowHeight();
+  void OnTextEdited(int row, int col);
+  bool ShowHeaderTip(const QPoint& pos, const QPoint& global_pos);
+
+  GridModel model_;
+  GridDelegate delegate_;
+  GridColumns columns_;
+  int hidden_fixed_rows_ = 0;          // how many fixed rows the body hides now
+  std::pair<int, int> focus_{-1, -1};  // as last announced
+  bool committing_ = false;
+  std::optional<QPersistentModelIndex> edited_;  // to be announced when its editor has closed
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_UI_GRID_CTRL_H_

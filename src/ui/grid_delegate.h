@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_UI_GRID_DELEGATE_H_
+#define ORVANE_UI_GRID_DELEGATE_H_
+
+#include <QLineEdit>
+#include <QPointer>
+#include <QStyledItemDelegate>
+
+namespace orvane {
+
+// Tool tips guess whether they were given markup; this keeps cell texts plain.
+QString PlainToolTip(const QString& text);
+
+// Draws the cells of a grid, shows their title tips and makes their in-place editors.
+class GridDelegate final : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  // The editor that is open now, or null. Owned by the view.
+  QLineEdit* OpenEditor() const { return open_editor_; }
+
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const override;
+  void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
+  void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+  void setModelData(QWidget* editor, QAbstractItemModel* model,
+                    const QModelIndex& index) const override;
+  void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const override;
+  QString displayText(const QVariant& value, const QLocale& locale) const override;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override;
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override;
+  bool eventFilter(QObject* object, QEvent* event) override;
+
+ private:
+  mutable QPointer<QLineEdit> open_editor_;  // the view asks for editors through const calls
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_UI_GRID_DELEGATE_H_
