@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/ascii.h"
+
 namespace orvane {
 
 /// printf's "%d".
@@ -30,13 +32,6 @@ double ParseRealPrefix(std::string_view text);
 /// Strict forms: the whole text must be one number that fits, without blanks.
 std::optional<std::int32_t> ParseInt(std::string_view text);
 std::optional<double> ParseReal(std::string_view text);
-
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-constexpr bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
-constexpr bool IsLower(char c) { return c >= 'a' && c <= 'z'; }
-constexpr bool IsAlphanumeric(char c) { return IsDigit(c) || IsUpper(c) || IsLower(c); }
-/// The blanks that the C library skips before a number.
-constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 /// `text` without its leading blanks.
 std::string_view SkipBlanks(std::string_view text);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "core/number_text.h"
+#include "core/ascii.h"
 #include "core/param_table.h"
 #include "core/param_text.h"
 

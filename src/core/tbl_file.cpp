@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 
+#include "core/ascii.h"
 #include "core/number_text.h"
 #include "core/param_text.h"
 #include "core/tbl_record.h"
@@ -83,12 +84,6 @@ std::vector<std::byte> ImageV2(const ParamTable& table, bool filtered) {
     Append(BytesOf(entry), &image);
   });
   return image;
-}
-
-bool EqualsWithoutCase(std::string_view a, std::string_view b) {
-  const auto upper = [](char c) { return IsLower(c) ? static_cast<char>(c - 32) : c; };
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [&](char x, char y) { return upper(x) == upper(y); });
 }
 
 bool IsClockUnit(const ParamTable& table) {

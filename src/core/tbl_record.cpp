@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "core/number_text.h"
+#include "core/ascii.h"
 
 namespace orvane {
 

@@ -13,7 +13,9 @@ GridColumns::GridColumns(QTableView& view) : view_(view) {
   const QHeaderView* header = view_.horizontalHeader();
   TakeWidths();
   connect(header, &QHeaderView::sectionResized, this, [this] {
-    if (applying_) return;
+    if (applying_) {
+      return;
+    }
     expanded_ = false;
     TakeWidths();
   });
@@ -31,10 +33,14 @@ void GridColumns::TakeWidths() {
 }
 
 bool GridColumns::SetWidth(int col, int px) {
-  if (col < 0 || col >= static_cast<int>(given_.size()) || px <= 0) return false;
+  if (col < 0 || col >= static_cast<int>(given_.size()) || px <= 0) {
+    return false;
+  }
   given_[static_cast<std::size_t>(col)] = px;
   const QScopedValueRollback<bool> guard(applying_, true);
-  if (!expanded_) view_.setColumnWidth(col, px);
+  if (!expanded_) {
+    view_.setColumnWidth(col, px);
+  }
   Refit();
   return true;
 }
@@ -45,7 +51,9 @@ void GridColumns::ExpandToFit() {
 }
 
 void GridColumns::Refit() {
-  if (!expanded_ || given_.empty()) return;
+  if (!expanded_ || given_.empty()) {
+    return;
+  }
   const QScopedValueRollback<bool> guard(applying_, true);
   const int count = static_cast<int>(given_.size());
   const int used = std::accumulate(given_.begin(), given_.end(), 0);

@@ -3,6 +3,7 @@
 
 #include <QHeaderView>
 #include <QScopedValueRollback>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -38,8 +39,9 @@ CGridCtrl::CGridCtrl(QWidget* parent) : QTableView(parent), columns_(Attach(*thi
 CGridCtrl::~CGridCtrl() {
   // The members go before the base class, which must not call them any more.
   horizontalHeader()->viewport()->removeEventFilter(this);
-  setItemDelegate(nullptr);
+  blockSignals(true);
   setModel(nullptr);
+  setItemDelegate(nullptr);
 }
 
 bool CGridCtrl::SetColumnCount(int count) {
@@ -79,8 +81,12 @@ void CGridCtrl::SetItemMarked(int row, int col, bool marked) { model_.SetMarked(
 
 void CGridCtrl::HideFixedRows() {
   const int fixed = GetFixedRowCount();
-  for (int row = fixed; row < hidden_fixed_rows_; ++row) showRow(row);
-  for (int row = 0; row < fixed; ++row) hideRow(row);
+  for (int row = fixed; row < hidden_fixed_rows_; ++row) {
+    showRow(row);
+  }
+  for (int row = 0; row < fixed; ++row) {
+    hideRow(row);
+  }
   hidden_fixed_rows_ = fixed;
   horizontalHeader()->setVisible(fixed > 0);
   KeepFocusVisible();
@@ -89,7 +95,9 @@ void CGridCtrl::HideFixedRows() {
 
 void CGridCtrl::CommitEdit() {
   QLineEdit* editor = delegate_.OpenEditor();
-  if (!editor) return;
+  if (!editor) {
+    return;
+  }
   commitData(editor);
   closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
@@ -111,12 +119,16 @@ void CGridCtrl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint 
   QTableView::closeEditor(editor, hint);
   // Only now: whoever hears of the edit may sort, refill or open dialogs.
   const auto edited = std::exchange(edited_, std::nullopt);
-  if (edited && edited->isValid()) emit EndEdit(edited->row(), edited->column());
+  if (edited && edited->isValid()) {
+    emit EndEdit(edited->row(), edited->column());
+  }
 }
 
 void CGridCtrl::SortItems(const Less& less, int col, bool ascending) {
   CommitEdit();
-  if (!model_.SortRows(less, col, ascending)) return;
+  if (!model_.SortRows(less, col, ascending)) {
+    return;
+  }
   NotifyFocus();
   scrollTo(currentIndex());
 }

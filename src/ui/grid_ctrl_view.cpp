@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The focus, the visible rows, the keys and the clipboard of CGridCtrl.
-#include <QClipboard>
-#include <QGuiApplication>
+// The focus, the visible rows, the header tips and the sizes of CGridCtrl.
 #include <QHeaderView>
 #include <QHelpEvent>
-#include <QKeyEvent>
 #include <QToolTip>
-#include <algorithm>
+#include <utility>
 
 #include "ui/grid_ctrl.h"
 
@@ -14,7 +11,9 @@ namespace orvane {
 
 void CGridCtrl::SetFocusCell(int row, int col) {
   const QModelIndex index = model_.index(row, col);
-  if (!index.isValid() || isRowHidden(row)) return;
+  if (!index.isValid() || isRowHidden(row)) {
+    return;
+  }
   selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
 }
 
@@ -32,17 +31,25 @@ void CGridCtrl::currentChanged(const QModelIndex& current, const QModelIndex& pr
 
 void CGridCtrl::NotifyFocus() {
   const auto focus = GetFocusCell();
-  if (std::exchange(focus_, focus) != focus) emit FocusCellChanged(focus.first, focus.second);
+  if (std::exchange(focus_, focus) != focus) {
+    emit FocusCellChanged(focus.first, focus.second);
+  }
 }
 
 void CGridCtrl::KeepFocusVisible() {
   const auto [current, col] = GetFocusCell();
-  if (current < 0 || !isRowHidden(current)) return;
+  if (current < 0 || !isRowHidden(current)) {
+    return;
+  }
   int row = current;
-  while (row < GetRowCount() && isRowHidden(row)) ++row;
+  while (row < GetRowCount() && isRowHidden(row)) {
+    ++row;
+  }
   if (row == GetRowCount()) {
     row = current;
-    while (row >= 0 && isRowHidden(row)) --row;
+    while (row >= 0 && isRowHidden(row)) {
+      --row;
+    }
   }
   if (row >= 0) {
     SetFocusCell(row, col);
@@ -52,13 +59,17 @@ void CGridCtrl::KeepFocusVisible() {
 }
 
 void CGridCtrl::SetRowVisible(int row, bool visible) {
-  if (row < GetFixedRowCount() || row >= GetRowCount()) return;
+  if (row < GetFixedRowCount() || row >= GetRowCount()) {
+    return;
+  }
   setRowHidden(row, !visible);
   KeepFocusVisible();
 }
 
 bool CGridCtrl::IsRowVisible(int row) const {
-  if (row < 0 || row >= GetRowCount()) return false;
+  if (row < 0 || row >= GetRowCount()) {
+    return false;
+  }
   return row < GetFixedRowCount() || !isRowHidden(row);
 }
 
@@ -67,7 +78,9 @@ void CGridCtrl::SetVisibleRows(const std::vector<bool>& by_row) {
   for (int row = GetFixedRowCount(); row < GetRowCount(); ++row) {
     const auto at = static_cast<std::size_t>(row);
     const bool hidden = at < by_row.size() && !by_row[at];
-    if (hidden != isRowHidden(row)) setRowHidden(row, hidden);
+    if (hidden != isRowHidden(row)) {
+      setRowHidden(row, hidden);
+    }
   }
   setUpdatesEnabled(true);
   KeepFocusVisible();
@@ -79,42 +92,12 @@ QModelIndex CGridCtrl::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
   return to.isValid() && !isRowHidden(to.row()) ? to : currentIndex();
 }
 
-void CGridCtrl::keyboardSearch(const QString& /*search*/) {}
-
-void CGridCtrl::keyPressEvent(QKeyEvent* event) {
-  const QModelIndex current = currentIndex();
-  const int key = event->key();
-  if (event == QKeySequence::Copy) {
-    CopySelection();
-  } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-    if (current.isValid()) edit(current, EditKeyPressed, nullptr);
-  } else if (event->modifiers() == Qt::AltModifier && current.isValid() &&
-             (key == Qt::Key_Left || key == Qt::Key_Right)) {
-    // What dragging does for the mouse.
-    const int step = fontMetrics().averageCharWidth() * (key == Qt::Key_Left ? -1 : 1);
-    const int width = columnWidth(current.column()) + step;
-    setColumnWidth(current.column(), std::max(width, horizontalHeader()->minimumSectionSize()));
-  } else {
-    QTableView::keyPressEvent(event);
-    return;
-  }
-  event->accept();
-}
-
-bool CGridCtrl::event(QEvent* event) {
-  // Copying is the grid's own, even where a window has a menu item of that key.
-  if (event->type() == QEvent::ShortcutOverride &&
-      static_cast<QKeyEvent*>(event) == QKeySequence::Copy) {
-    event->accept();
-    return true;
-  }
-  return QTableView::event(event);
-}
-
 bool CGridCtrl::eventFilter(QObject* watched, QEvent* event) {
   if (watched == horizontalHeader()->viewport() && event->type() == QEvent::ToolTip) {
     const auto* help = static_cast<QHelpEvent*>(event);
-    if (ShowHeaderTip(help->pos(), help->globalPos())) return true;
+    if (ShowHeaderTip(help->pos(), help->globalPos())) {
+      return true;
+    }
   }
   return QTableView::eventFilter(watched, event);
 }
@@ -139,7 +122,7 @@ void CGridCtrl::changeEvent(QEvent* event) {
 }
 
 void CGridCtrl::UpdateRowHeight() {
-  const int height = fontMetrics().height() * 4 / 3;
+  const int height = fontMetrics().height() * 3 / 2;
   verticalHeader()->setMinimumSectionSize(height);
   verticalHeader()->setDefaultSectionSize(height);
 }
@@ -147,29 +130,6 @@ void CGridCtrl::UpdateRowHeight() {
 void CGridCtrl::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
   columns_.Refit();
-}
-
-QString CGridCtrl::SelectionAsText() const {
-  QRect bounds;  // columns across, rows down
-  for (const QModelIndex& index : selectedIndexes()) {
-    if (!isRowHidden(index.row())) bounds |= QRect(index.column(), index.row(), 1, 1);
-  }
-  QStringList lines;
-  for (int row = bounds.top(); row <= bounds.bottom(); ++row) {
-    if (isRowHidden(row)) continue;
-    QStringList fields;
-    for (int col = bounds.left(); col <= bounds.right(); ++col) {
-      const QModelIndex index = model_.index(row, col);
-      fields << (selectionModel()->isSelected(index) ? delegate_.displayText(index.data(), locale())
-                                                     : QString());
-    }
-    lines << fields.join(QLatin1Char('\t'));
-  }
-  return lines.join(QLatin1Char('\n'));
-}
-
-void CGridCtrl::CopySelection() const {
-  if (selectionModel()->hasSelection()) QGuiApplication::clipboard()->setText(SelectionAsText());
 }
 
 }  // namespace orvane

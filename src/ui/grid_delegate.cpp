@@ -18,7 +18,9 @@ constexpr auto kLoadedText = "loadedText";  // property: what the editor was las
 
 // Whether the editor holds a text that may go into its cell; lets the validator repair it first.
 bool Settle(QLineEdit& editor) {
-  if (editor.text() == editor.property(kLoadedText).toString()) return true;
+  if (editor.text() == editor.property(kLoadedText).toString()) {
+    return true;
+  }
   if (!editor.hasAcceptableInput() && editor.validator()) {
     QString text = editor.text();
     editor.validator()->fixup(text);
@@ -37,7 +39,9 @@ QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
                                     const QModelIndex& index) const {
   const auto* model = qobject_cast<const GridModel*>(index.model());
   const CGridCellBase* cell = model ? model->GetCell(index.row(), index.column()) : nullptr;
-  if (!cell) return nullptr;
+  if (!cell) {
+    return nullptr;
+  }
   auto* editor = new QLineEdit(parent);
   editor->setObjectName(QStringLiteral("cellEditor"));
   QString name = model->headerData(index.column(), Qt::Horizontal).toString();
@@ -53,17 +57,23 @@ QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
 }
 
 void GridDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
-  if (editor == open_editor_) open_editor_ = nullptr;
+  if (editor == open_editor_) {
+    open_editor_ = nullptr;
+  }
   QStyledItemDelegate::destroyEditor(editor, index);
 }
 
 void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
   auto* line = qobject_cast<QLineEdit*>(editor);
-  if (!line) return;
+  if (!line) {
+    return;
+  }
   // Changes of the look alone come here as well and must not undo what was typed so far.
   const QString text = index.data(Qt::EditRole).toString();
   const QVariant loaded = line->property(kLoadedText);
-  if (loaded.isValid() && loaded.toString() == text) return;
+  if (loaded.isValid() && loaded.toString() == text) {
+    return;
+  }
   line->setProperty(kLoadedText, text);
   line->setText(text);
 }
@@ -71,12 +81,14 @@ void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
 void GridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
                                 const QModelIndex& index) const {
   auto* line = qobject_cast<QLineEdit*>(editor);
-  if (line && Settle(*line)) model->setData(index, line->text(), Qt::EditRole);
+  if (line && Settle(*line)) {
+    model->setData(index, line->text(), Qt::EditRole);
+  }
 }
 
 void GridDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                         const QModelIndex& /*index*/) const {
-  editor->setGeometry(option.rect);
+  editor->setGeometry(option.rect.adjusted(1, 1, -1, -1));  // within the frame of the cell
 }
 
 QString GridDelegate::displayText(const QVariant& value, const QLocale& /*locale*/) const {
@@ -96,19 +108,21 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   QStyledItemDelegate::paint(painter, cell, index);
 
   const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
-  if (!view || view->currentIndex() != index) return;
+  if (!view || view->currentIndex() != index) {
+    return;
+  }
   const auto group = (option.state & QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
-  const auto role =
-      (option.state & QStyle::State_Selected) ? QPalette::HighlightedText : QPalette::Text;
+  const bool selected = option.state.testFlag(QStyle::State_Selected);
+  const auto role = open_editor_ ? QPalette::Highlight  // around the editor's own background
+                    : selected   ? QPalette::HighlightedText
+                                 : QPalette::Text;
   const int width = view->hasFocus() ? 2 : 1;
-  painter->save();
   const QRect& r = option.rect;
   const QColor color = option.palette.color(group, role);
   painter->fillRect(r.left(), r.top(), r.width(), width, color);
   painter->fillRect(r.left(), r.bottom() - width + 1, r.width(), width, color);
   painter->fillRect(r.left(), r.top(), width, r.height(), color);
   painter->fillRect(r.right() - width + 1, r.top(), width, r.height(), color);
-  painter->restore();
 }
 
 bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
@@ -137,11 +151,15 @@ bool GridDelegate::eventFilter(QObject* object, QEvent* event) {
   }
   // Handled at once instead of through the event queue, and never passed on to a dialog.
   event->accept();
-  if (!Settle(*editor)) return true;
+  if (!Settle(*editor)) {
+    return true;
+  }
   const QPointer<QWidget> view = editor->parentWidget()->parentWidget();
   emit commitData(editor);
   emit closeEditor(editor, NoHint);
-  if (leaves && view && view->hasFocus()) QCoreApplication::sendEvent(view, event);
+  if (leaves && view && view->hasFocus()) {
+    QCoreApplication::sendEvent(view, event);
+  }
   event->accept();
   return true;
 }

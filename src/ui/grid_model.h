@@ -7,6 +7,7 @@
 #include <QValidator>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "ui/grid_cell.h"

@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Writes an example survey: for each method a folder with the start-up table of the main box.
+//
+//   orvane-example-survey FOLDER
+//
+// The values are invented but plausible: a crew on a copper prospect, one method a day.
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "core/param_table.h"
+#include "core/param_text.h"
+#include "core/tbl_file.h"
+
+namespace {
+
+using orvane::ParamTable;
+
+struct Setting {
+  std::string_view key;
+  std::string_view value;
+};
+
+// Who surveys what and where, and the receiver: the same for every method.
+constexpr auto kSurvey = std::to_array<Setting>({
+    {"SRVY1", "Copper Ridge ge"},
+    {"SRVY2", "ophysics 2026"},
+    {"CMPY1", "Northlight Expl"},
+    {"CMPY2", "oration"},
+    {"CLIENT1", "Copper Ridge Mi"},
+    {"CLIENT2", "nes"},
+    {"AREA1", "Block C, east s"},
+    {"AREA2", "lope"},
+    {"LOUT1", "A. Lindqvist"},
+    {"CMMNT1", "Dry ground, con"},
+    {"CMMNT2", "tacts watered"},
+    {"LINE", "L1200N"},
+    {"SITE", "S0450E"},
+    {"SNUM", "2417"},
+    {"HW", "main6"},
+    {"VER", "5.0"},
+    {"SNTX", "3105"},
+    {"SNTXCOM", "1"},
+    {"LFRQ", "50"},
+    {"DECL", "4.25"},
+    {"NREF", "2"},
+    {"TMZONE", "1"},
+    {"TMDIFF", "1"},
+    {"NCHN", "6"},
+    {"HXSN", "TARK2041"},
+    {"HYSN", "TARK2042"},
+    {"HZSN", "TARK2057"},
+    {"GFC1", "1"},
+    {"GFC2", "1"},
+    {"GFC3", "1"},
+    {"GFC4", "1"},
+    {"GFC5", "1"},
+    {"GFC6", "1"},
+    {"GFC7", "1"},
+    {"GFC8", "1"},
+    {"LATG", "4807.038,N"},
+    {"LNGG", "01131.000,E"},
+    {"ELEV", "1245"},
+    {"FTPCPRT", "21"},
+});
+
+constexpr auto kSip = std::to_array<Setting>({
+    {"TECH", "1"},
+    {"RQST", "13"},
+    {"ACDC", "0"},
+    {"ACDH", "0"},
+    {"EGNC", "1"},
+    {"HGNC", "1"},
+    {"LPFR", "18"},
+    {"WFRM", "4"},
+    {"NUMITEM", "1"},
+    {"ARRYTYP", "1"},
+    {"RXLEN", "50"},
+    {"TXLEN", "100"},
+    {"ERXPOS", "450"},
+    {"NRXPOS", "1200"},
+    {"ETXCSRX", "350"},
+    {"NTXCSRX", "1200"},
+    {"FEND", "0.125"},
+    {"FRQ0", "0.125"},
+    {"FRQ1", "0.5"},
+    {"FRQ2", "2"},
+    {"FRQ3", "8"},
+    {"SITEINC", "50"},
+    {"STIM", "2026/11/21 07:00:00"},
+    {"ETIM", "2026/11/21 10:30:00"},
+});
+
+constexpr auto kTdip = std::to_array<Setting>({
+    {"TECH", "2"},
+    {"RQST", "13"},
+    {"ACDC", "0"},
+    {"ACDH", "0"},
+    {"EGNC", "2"},
+    {"HGNC", "1"},
+    {"LPFR", "0"},
+    {"WFRM", "1"},
+    {"NUMITEM", "16"},
+    {"ARRYTYP", "2"},
+    {"RXLEN", "25"},
+    {"TXLEN", "50"},
+    {"ERXPOS", "450"},
+    {"NRXPOS", "1200"},
+    {"ETXCSRX", "400"},
+    {"NTXCSRX", "1200"},
+    {"FREQ", "0.125"},
+    {"SITEINC", "25"},
+    {"FDRIFT", "0.01"},
+    {"STIM", "2026/11/22 07:00:00"},
+    {"ETIM", "2026/11/22 11:00:00"},
+});
+
+constexpr auto kTdem = std::to_array<Setting>({
+    {"TECH", "3"},
+    {"RQST", "13"},
+    {"ACDC", "0"},
+    {"ACDH", "0"},
+    {"EGNC", "0"},
+    {"HGNC", "1"},
+    {"LPFR", "0"},
+    {"WFRM", "1"},
+    {"NUMITEM", "21"},
+    {"ARRYTYP", "12"},
+    {"TXTURN", "1"},
+    {"LLENGTH", "200"},
+    {"LWIDTH", "200"},
+    {"RAMPLEN", "110"},
+    {"RXLEN", "50"},
+    {"TXAZIM", "45"},
+    {"PAZM", "90"},
+    {"TXTYPE", "1"},
+    {"FREQ", "25"},
+    {"SITEINC", "50"},
+    {"STIM", "2026/11/23 07:30:00"},
+    {"ETIM", "2026/11/23 12:00:00"},
+});
+
+constexpr auto kCsamt = std::to_array<Setting>({
+    {"TECH", "4"},
+    {"RQST", "13"},
+    {"ACDC", "1"},
+    {"ACDH", "1"},
+    {"EGNC", "1"},
+    {"HGNC", "1"},
+    {"LPFR", "17"},
+    {"WFRM", "4"},
+    {"NUMITEM", "1"},
+    {"ARRYTYP", "9"},
+    {"ERXPOS", "450"},
+    {"NRXPOS", "1200"},
+    {"EAZM", "90"},
+    {"RXLEN", "50"},
+    {"SITEINC", "50"},
+    {"FRQ0", "1"},
+    {"FRQ1", "16"},
+    {"FRQ2", "256"},
+    {"FRQ3", "4096"},
+    {"STIM", "2026/11/24 07:00:00"},
+    {"ETIM", "2026/11/24 15:00:00"},
+});
+
+constexpr auto kMt = std::to_array<Setting>({
+    {"TECH", "5"},
+    {"RQST", "2"},
+    {"ACDC", "0"},
+    {"ACDH", "0"},
+    {"EGNC", "2"},
+    {"HGNC", "1"},
+    {"LPFR", "160"},
+    {"WFRM", "4"},
+    {"MTSR", "1"},
+    {"L2NS", "2"},
+    {"L3NS", "1"},
+    {"L4NS", "16"},
+    {"HSMP", "300"},
+    {"FLEN", "12"},
+    {"EAZM", "0"},
+    {"EXLN", "100"},
+    {"EYLN", "100"},
+    {"HAZM", "0"},
+    {"EXR", "1850"},
+    {"EYR", "2100"},
+    {"DXDC", "0.0125"},
+    {"DXAC", "0.0007"},
+    {"DYDC", "-0.0092"},
+    {"DYAC", "0.0008"},
+    {"HNOM", "1000"},
+    {"ATYP", "0"},
+    {"STIM", "2026/11/24 17:00:00"},
+    {"ETIM", "2026/11/25 06:00:00"},
+    {"HTIM", "2026/11/24 22:00:00"},
+    {"ETMH", "2026/11/25 02:00:00"},
+});
+
+constexpr auto kFdem = std::to_array<Setting>({
+    {"TECH", "6"},
+    {"RQST", "13"},
+    {"ACDC", "0"},
+    {"ACDH", "0"},
+    {"EGNC", "0"},
+    {"HGNC", "2"},
+    {"LPFR", "16"},
+    {"WFRM", "4"},
+    {"NUMITEM", "1"},
+    {"ARRYTYP", "15"},
+    {"TXTURN", "2"},
+    {"LLENGTH", "100"},
+    {"LWIDTH", "100"},
+    {"RXLEN", "25"},
+    {"SITEINC", "25"},
+    {"CHHX", "4"},
+    {"CHHY", "5"},
+    {"CHHZ", "6"},
+    {"STIM", "2026/11/25 08:00:00"},
+    {"ETIM", "2026/11/25 13:00:00"},
+});
+
+struct Day {
+  std::string_view folder;
+  std::span<const Setting> settings;
+};
+
+constexpr std::array<Day, 6> kDays = {{{"SIP", kSip},
+                                       {"TDIP", kTdip},
+                                       {"TDEM", kTdem},
+                                       {"CSAMT", kCsamt},
+                                       {"MT", kMt},
+                                       {"FDEM", kFdem}}};
+
+bool Apply(std::span<const Setting> settings, ParamTable* table) {
+  for (const auto& [key, text] : settings) {
+    const orvane::ParamEntry* entry = table->FindParam(key);
+    orvane::ParamValue value{};
+    std::string reason = "no such parameter";
+    if (entry != nullptr) {
+      const auto type = static_cast<orvane::ValueType>(entry->type);
+      reason = orvane::ParseParamValueStrictly(text, type, &value);
+      if (reason.empty() && table->SetParam(key, type, value.data()) == orvane::kOk) {
+        continue;
+      }
+    }
+    std::fprintf(stderr, "%s=%s: %s\n", std::string(key).c_str(), std::string(text).c_str(),
+                 reason.c_str());
+    return false;
+  }
+  return true;
+}
+
+bool WriteDay(const Day& day, const std::filesystem::path& root) {
+  ParamTable table;
+  if (table.BuildParamIndex() != orvane::kOk || !Apply(kSurvey, &table) ||
+      !Apply(day.settings, &table)) {
+    return false;
+  }
+  std::error_code error;
+  std::filesystem::create_directories(root / day.folder, error);
+  const auto path = root / day.folder / "Startup.tbl";
+  orvane::TblReport report;
+  if (orvane::SaveParamFile(&table, path, {}, &report) != orvane::kOk) {
+    std::fprintf(stderr, "%s\n", report.message.c_str());
+    return false;
+  }
+  std::printf("%s\n", path.string().c_str());
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: orvane-example-survey FOLDER\n");
+    return 2;
+  }
+  for (const Day& day : kDays) {
+    if (!WriteDay(day, argv[1])) {
+      return 1;
+    }
+  }
+  return 0;
+}

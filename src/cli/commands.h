@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CLI_COMMANDS_H_
+#define ORVANE_CLI_COMMANDS_H_
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "cli/output.h"
+
+namespace CLI {
+class App;
+}
+
+namespace orvane {
+
+/// Adds a noun and its verbs. A verb that ran leaves its exit code in `exit_code`.
+void AddTableCommands(CLI::App* app, ExitCode* exit_code);
+
+struct SetOptions {
+  std::filesystem::path file;
+  std::vector<std::string> assignments;  ///< KEY=VALUE
+  std::filesystem::path to;              ///< empty: `file`
+  std::uint32_t tbl_version = 2;
+};
+ExitCode RunTableSet(const SetOptions& options);
+
+}  // namespace orvane
+
+#endif  // ORVANE_CLI_COMMANDS_H_

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+
+#include "cli/commands.h"
+
+namespace {
+
+int Run(int argc, char** argv) {
+  CLI::App app("Reads, changes and writes the files of geophysical field receivers.", "orvane-cli");
+  app.require_subcommand(1);
+  orvane::ExitCode exit_code = orvane::kAllDone;
+  orvane::AddTableCommands(&app, &exit_code);
+
+  const auto add_version = [](CLI::App* command, const auto& self) -> void {
+    command->set_version_flag("--version", "orvane-cli " ORVANE_VERSION);
+    for (CLI::App* verb : command->get_subcommands({})) {
+      self(verb, self);
+    }
+  };
+  add_version(&app, add_version);
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    // Help and version are no errors; the library's other exit codes all mean wrong usage.
+    return app.exit(error) == 0 ? orvane::kAllDone : orvane::kWrongUsage;
+  }
+  return exit_code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const std::exception& error) {
+    orvane::PrintMessage(error.what());
+    return orvane::kSomeFailed;
+  }
+}

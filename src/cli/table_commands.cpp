@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/commands.h"
+#include "core/number_text.h"
+#include "core/param_text.h"
+#include "editors/raw_table.h"
+
+namespace orvane {
+namespace {
+
+ExitCode RunTableShow(const std::filesystem::path& file) {
+  ParamTable table;
+  TblReport report;
+  if (!LoadOntoDefaults(file, &table, &report)) {
+    return kSomeFailed;
+  }
+  std::string text;
+  for (std::size_t column = 0; column < kRawColumnNames.size(); ++column) {
+    text += (column > 0 ? "\t" : "") + std::string(kRawColumnNames[column]);
+  }
+  text += '\n';
+  const RawTable rows(&table);
+  for (int ordinal = 1; ordinal <= rows.Count(); ++ordinal) {
+    for (const RawColumn column : {kNumberColumn, kCodeColumn, kTypeColumn, kPermissionColumn}) {
+      text += rows.Cell(ordinal, column) + '\t';
+    }
+    text += Printable(rows.Cell(ordinal, kValueColumn)) + '\n';
+  }
+  return PrintResult(text) ? kAllDone : kSomeFailed;
+}
+
+ExitCode RunTableGet(const std::filesystem::path& file, const std::vector<std::string>& keys) {
+  ParamTable table;
+  TblReport report;
+  if (!LoadOntoDefaults(file, &table, &report)) {
+    return kSomeFailed;
+  }
+  ExitCode result = kAllDone;
+  std::string text;
+  for (const std::string& key : keys) {
+    const ParamEntry* entry = key.size() <= kKeySize ? table.FindParam(key) : nullptr;
+    if (entry == nullptr) {
+      PrintMessage(key + ": " + std::string(StatusText(kKeyNotFound)));
+      result = kSomeFailed;
+      continue;
+    }
+    text += ParamKey(key).Text() + "=" + PrintableValue(*entry) + '\n';
+  }
+  return PrintResult(text) ? result : kSomeFailed;
+}
+
+// Reals that differ but read alike in ten digits are told with all of theirs.
+std::pair<std::string, std::string> DifferingValues(const ParamEntry& a, const ParamEntry& b) {
+  std::pair<std::string, std::string> texts{PrintableValue(a), PrintableValue(b)};
+  if (texts.first == texts.second && a.type == FltPT) {
+    texts = {FormatRealExactly(RealOf(a.value)), FormatRealExactly(RealOf(b.value))};
+  }
+  return texts;
+}
+
+ExitCode RunTableDiff(const std::filesystem::path& file_a, const std::filesystem::path& file_b) {
+  ParamTable a;
+  ParamTable b;
+  TblReport report;
+  if (!LoadOntoDefaults(file_a, &a, &report) || !LoadOntoDefaults(file_b, &b, &report)) {
+    return kSomeFailed;
+  }
+  std::string text;
+  ParamKey key;
+  for (int position = 0; a.GetParamKey(position, &key) == kOk; ++position) {
+    const ParamEntry* in_a = a.FindParam(key);
+    const ParamEntry* in_b = b.FindParam(key);
+    if (in_a->value == in_b->value) {
+      continue;
+    }
+    const auto [value_a, value_b] = DifferingValues(*in_a, *in_b);
+    const std::string line = key.Text() + '\t' + value_a + '\t' + value_b + '\n';
+    if (text.find('\n' + line) == std::string::npos && text.compare(0, line.size(), line) != 0) {
+      text += line;  // a duplicated key is told once
+    }
+  }
+  return PrintResult(text) && text.empty() ? kAllDone : kSomeFailed;
+}
+
+}  // namespace
+
+void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
+  // The options live as long as the callbacks that the parser keeps.
+  struct Arguments {
+    std::filesystem::path file;
+    std::filesystem::path other;
+    std::vector<std::string> keys;
+    SetOptions set;
+  };
+  const auto arguments = std::make_shared<Arguments>();
+  CLI::App* table = app->add_subcommand("table", "Parameter tables (*.tbl)");
+  table->require_subcommand(1);
+
+  CLI::App* show = table->add_subcommand("show", "Print every parameter, tab-separated");
+  show->add_option("FILE", arguments->file, "a parameter table")->required();
+  show->callback([=] { *exit_code = RunTableShow(arguments->file); });
+
+  CLI::App* get = table->add_subcommand("get", "Print parameters as KEY=VALUE");
+  get->add_option("FILE", arguments->file, "a parameter table")->required();
+  get->add_option("KEY", arguments->keys, "the parameters, in any case")->required();
+  get->callback([=] { *exit_code = RunTableGet(arguments->file, arguments->keys); });
+
+  CLI::App* set = table->add_subcommand("set", "Change parameters and write the table");
+  SetOptions& options = arguments->set;
+  set->add_option("FILE", options.file, "a parameter table")->required();
+  set->add_option("KEY=VALUE", options.assignments, "what to change")->required();
+  set->add_option("--to", options.to, "write this file instead of FILE");
+  set->add_option("--tbl-version", options.tbl_version, "version of the file written (default 2)")
+      ->check(CLI::IsMember({1, 2}));
+  set->callback([=] { *exit_code = RunTableSet(arguments->set); });
+
+  CLI::App* diff = table->add_subcommand(
+      "diff", "Print the parameters in which two tables differ; exit code 1 where there are any");
+  diff->add_option("A", arguments->file, "a parameter table")->required();
+  diff->add_option("B", arguments->other, "the table to compare it with")->required();
+  diff->callback([=] { *exit_code = RunTableDiff(arguments->file, arguments->other); });
+}
+
+}  // namespace orvane

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Characters as the boxes know them: ASCII, never the user's locale.
+#ifndef ORVANE_CORE_ASCII_H_
+#define ORVANE_CORE_ASCII_H_
+
+#include <algorithm>
+#include <string_view>
+
+namespace orvane {
+
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
+constexpr bool IsLower(char c) { return c >= 'a' && c <= 'z'; }
+constexpr bool IsAlphanumeric(char c) { return IsDigit(c) || IsUpper(c) || IsLower(c); }
+/// The blanks that the C library skips before a number.
+constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+constexpr bool IsControl(char c) { return (c >= 0 && c < ' ') || c == 0x7F; }
+
+constexpr char UpperCased(char c) { return IsLower(c) ? static_cast<char>(c - 'a' + 'A') : c; }
+
+constexpr bool EqualCharsWithoutCase(char a, char b) { return UpperCased(a) == UpperCased(b); }
+
+constexpr bool EqualsWithoutCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), EqualCharsWithoutCase);
+}
+
+constexpr bool ContainsWithoutCase(std::string_view text, std::string_view part) {
+  return std::search(text.begin(), text.end(), part.begin(), part.end(), EqualCharsWithoutCase) !=
+             text.end() ||
+         part.empty();
+}
+
+constexpr bool EndsWithoutCase(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && EqualsWithoutCase(text.substr(text.size() - end.size()), end);
+}
+
+}  // namespace orvane
+
+#endif  // ORVANE_CORE_ASCII_H_

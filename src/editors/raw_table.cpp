@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/raw_table.h"
+
+#include "core/ascii.h"
+#include "core/number_text.h"
+#include "core/param_text.h"
+
+namespace orvane {
+namespace {
+
+ValueType TypeOf(const ParamEntry& entry) { return static_cast<ValueType>(entry.type); }
+
+std::string ValueText(const ParamEntry& entry) {
+  std::string text;
+  FormatParamValue(TypeOf(entry), entry.value, &text);
+  return text;
+}
+
+// The bytes up to the last one that is not zero, at least four: the layouts' smallest value.
+std::string HexBytes(const ParamValue& value) {
+  std::size_t size = value.size();
+  while (size > 4 && value[size - 1] == 0) {
+    --size;
+  }
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string text;
+  for (std::size_t i = 0; i < size; ++i) {
+    text += i > 0 ? " " : "";
+    text += kDigits[value[i] / 16U];
+    text += kDigits[value[i] % 16U];
+  }
+  return text;
+}
+
+std::string PermissionDetail(std::uint32_t mask) {
+  const std::string modes = ModesOf(mask);
+  std::string text =
+      modes.empty() ? "no mode of a box may change it" : "a box may change it in mode " + modes;
+  if ((mask & kMaskNotFiltered) != 0) {
+    text += ", boxes leave it out of their own files";
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string_view PermissionName(std::uint32_t write_mask) {
+  switch (write_mask) {
+    case kMaskAnyMode:
+      return "Any Mode";
+    case kMaskSetupOnly:
+      return "Setup Only";
+    case kMaskSetupPauseStandby:
+      return "Setup, Pause and Standby";
+    default:
+      return "Not Changable";
+  }
+}
+
+std::string ModesOf(std::uint32_t write_mask) {
+  const auto has = [write_mask](int mode) { return mode < 31 && ((write_mask >> mode) & 1U) != 0; };
+  std::string text;
+  for (int mode = 0; mode < 31; ++mode) {
+    if (!has(mode)) {
+      continue;
+    }
+    int last = mode;
+    while (has(last + 1)) {
+      ++last;
+    }
+    text += (text.empty() ? "" : ", ") + FormatInt(mode);
+    if (last > mode + 1) {
+      text += " to " + FormatInt(last);
+      mode = last;
+    }
+  }
+  return text;
+}
+
+RawTable::RawTable(ParamTable* table) : table_(table), opened_(*table) {
+  ParamKey key;
+  std::string_view type;
+  for (int position = 0; table_->GetParamKey(position, &key) == kOk; ++position) {
+    const ParamEntry* entry = table_->FindParam(key);
+    if (entry == nullptr) {
+      break;
+    }
+    // kept: the one type without a name shows the name of the row before it.
+    type = entry->type == RawPT ? type : ValueTypeName(entry->type);
+    rows_.push_back({key, type, PermissionName(entry->write_mask), ValueText(*entry)});
+  }
+}
+
+std::string RawTable::Cell(int ordinal, RawColumn column) const {
+  const RawRow& row = Row(ordinal);
+  switch (column) {
+    case kNumberColumn:
+      return FormatInt(ordinal);
+    case kCodeColumn:
+      return row.key.Text();
+    case kTypeColumn:
+      return std::string(row.type);
+    case kPermissionColumn:
+      return std::string(row.permission);
+    case kValueColumn:
+      return row.value;
+  }
+  return {};
+}
+
+bool RawTable::CanEdit(int ordinal) const {
+  if (ordinal < 1 || ordinal > Count()) {
+    return false;
+  }
+  const ParamEntry* entry = table_->FindParam(Row(ordinal).key);
+  return entry != nullptr && entry->type != RawPT;
+}
+
+std::vector<int> RawTable::EndEdit(int ordinal, std::string_view text) {
+  if (!CanEdit(ordinal)) {
+    return {};
+  }
+  const ParamKey key = Row(ordinal).key;
+  const ParamEntry* entry = table_->FindParam(key);
+  ParamValue value{};
+  ParseParamValue(text, TypeOf(*entry), &value);
+  // Only a type beyond the known ones is refused; the row shows what was typed all the same.
+  static_cast<void>(table_->SetParam(key, TypeOf(*entry), value.data()));
+  is_modified_ = true;
+
+  std::vector<int> partners;
+  for (int other = 1; other <= Count(); ++other) {
+    if (Row(other).key == key) {
+      rows_[static_cast<std::size_t>(other) - 1].value =
+          other == ordinal ? std::string(text) : ValueText(*entry);
+      if (other != ordinal) {
+        partners.push_back(other);
+      }
+    }
+  }
+  return partners;
+}
+
+bool RawTable::IsChanged(int ordinal) const {
+  const ParamEntry* now = table_->FindParam(Row(ordinal).key);
+  const ParamEntry* then = opened_.FindParam(Row(ordinal).key);
+  return now != nullptr && then != nullptr && now->value != then->value;
+}
+
+bool RawTable::Matches(int ordinal, std::string_view filter) const {
+  const RawRow& row = Row(ordinal);
+  return ContainsWithoutCase(row.key.Text(), filter) || ContainsWithoutCase(row.value, filter);
+}
+
+std::string RawTable::Detail(int ordinal) const {
+  if (ordinal < 1 || ordinal > Count()) {
+    return {};
+  }
+  const ParamEntry* entry = table_->FindParam(Row(ordinal).key);
+  if (entry == nullptr) {
+    return {};
+  }
+  std::string text = Row(ordinal).key.Text() + ": ";
+  text += entry->type == RawPT ? "RawPT" : std::string(ValueTypeName(entry->type));
+  text += ", stored as " + HexBytes(entry->value);
+  if (const std::string stored = ValueText(*entry); stored != Row(ordinal).value) {
+    text += " (" + stored + ")";
+  }
+  text += "; " + PermissionDetail(entry->write_mask);
+  if (IsChanged(ordinal)) {
+    text += "; was " + ValueText(*opened_.FindParam(Row(ordinal).key));
+  }
+  return text;
+}
+
+}  // namespace orvane

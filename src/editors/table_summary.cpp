@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/table_summary.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+#include "core/number_text.h"
+#include "core/param_text.h"
+#include "core/text_pieces.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::array<std::string_view, 6> kMethods = {"SIP",   "TDIP",   "TDEM",
+                                                      "CSAMT", "MT/AMT", "FDEM"};
+constexpr std::array<std::string_view, 14> kRequests = {
+    "",        "Setup",      "Record", "", "",           "GPS reset", "",
+    "Box Cal", "Sensor Cal", "",       "", "CS_Standby", "CS_Pause",  "CS_Record"};
+constexpr std::array<std::string_view, 2> kCouplings = {"DC coupling", "AC coupling"};
+constexpr std::array<std::string_view, 4> kGains = {"x 0.25", "x 1", "x 4", "x 16"};
+constexpr int kFirstGain = -1;  // gains are powers of four, stored as the exponent
+
+std::int32_t IntParam(const ParamTable& table, ParamKey key) {
+  std::int32_t number = 0;
+  // A key that is missing or of another type reads as 0, like an empty one.
+  static_cast<void>(table.GetParam(key, IntPT, &number));
+  return number;
+}
+
+std::string TextParam(const ParamTable& table, ParamKey key) {
+  const ParamEntry* entry = table.FindParam(key);
+  std::string text;
+  if (entry != nullptr) {
+    FormatParamValue(static_cast<ValueType>(entry->type), entry->value, &text);
+  }
+  return text;
+}
+
+// The name of a code, or the code itself where it has none.
+std::string NameOf(std::span<const std::string_view> names, int code, int first = 0) {
+  const int index = code - first;
+  const bool is_known = index >= 0 && static_cast<std::size_t>(index) < names.size() &&
+                        !names[static_cast<std::size_t>(index)].empty();
+  return is_known ? std::string(names[static_cast<std::size_t>(index)]) : "code " + FormatInt(code);
+}
+
+// Codes 16, 80 and 160 are each the weakest of five filters; from 80 on the VLF trap is on too.
+std::string FilterName(int code) {
+  if (code == 0) {
+    return "Off";
+  }
+  for (const int base : {16, 80, 160}) {
+    if (code >= base && code < base + 5) {
+      return FormatInt(code - base) + (code == base ? " (Weakest)" : "") +
+             (base == 80 ? ", VLF trap" : "");
+    }
+  }
+  return "code " + FormatInt(code);
+}
+
+std::string Serial(std::int32_t serial) {
+  return serial == 0 ? std::string() : FormatInt(static_cast<std::uint32_t>(serial));
+}
+
+std::string AuxiliaryBoxes(const ParamTable& table) {
+  std::string text;
+  for (const ParamKey key : {"SN01", "SN02", "SN03", "SN04", "SN05"}) {
+    if (const std::string serial = Serial(IntParam(table, key)); !serial.empty()) {
+      text += (text.empty() ? "" : ", ") + serial;
+    }
+  }
+  return text;
+}
+
+std::string Channels(const ParamTable& table) {
+  const std::int32_t counted = IntParam(table, "TCHN");
+  return FormatInt(counted != 0 ? counted : IntParam(table, "NCHN"));
+}
+
+SummaryGroup Boxes(const ParamTable& table, int tech) {
+  SummaryGroup group{"Boxes",
+                     {{"Main box", Serial(IntParam(table, "SNUM"))},
+                      {"Channels", Channels(table)},
+                      {"Transmitter box", Serial(IntParam(table, "SNTX"))},
+                      {"Auxiliary boxes", AuxiliaryBoxes(table)}}};
+  if (tech == 1 || tech == 2) {
+    group.lines.push_back({"Reference box", Serial(IntParam(table, "SNNR"))});
+  }
+  return group;
+}
+
+}  // namespace
+
+std::string_view MethodName(int tech) {
+  return tech >= 1 && tech <= 6 ? kMethods[static_cast<std::size_t>(tech) - 1] : std::string_view();
+}
+
+std::vector<SummaryGroup> SummarizeTable(const ParamTable& table) {
+  const auto number = [&table](ParamKey key) { return IntParam(table, key); };
+  const auto text = [&table](ParamKey key) { return TextParam(table, key); };
+  const int tech = number("TECH");
+  return {
+      {"Method",
+       {{"Survey method", NameOf(kMethods, tech, 1)},
+        {"Mode request", NameOf(kRequests, number("RQST"))},
+        {"Line frequency", text("LFRQ") + " Hz"}}},
+      Boxes(table, tech),
+      {"Times (as stored, UTC)",
+       {{"Record start", text("STIM")},
+        {"Record end", text("ETIM")},
+        {"High frequency start", text("HTIM")},
+        {"High frequency end", text("ETMH")}}},
+      {"Gains and filters",
+       {{"E gain", NameOf(kGains, number("EGNC"), kFirstGain)},
+        {"H gain", NameOf(kGains, number("HGNC"), kFirstGain)},
+        {"E coupling", NameOf(kCouplings, number("ACDC"))},
+        {"H coupling", NameOf(kCouplings, number("ACDH"))},
+        {"Low-pass filter", FilterName(number("LPFR"))}}},
+      {"Survey",
+       {{"Project", ReadTextPieces(table, "SRVY", 4)},
+        {"Company", ReadTextPieces(table, "CMPY", 4)},
+        {"Client", ReadTextPieces(table, "CLIENT", 4)},
+        {"Survey area", ReadTextPieces(table, "AREA", 4)},
+        {"Operator", ReadTextPieces(table, "LOUT", 4)},
+        {"Line", text("LINE")},
+        {"Site", text("SITE")},
+        {"Comment", ReadTextPieces(table, "CMMNT", 8)}}},
+  };
+}
+
+}  // namespace orvane

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A table at a glance, for the program's main window.
+#ifndef ORVANE_EDITORS_TABLE_SUMMARY_H_
+#define ORVANE_EDITORS_TABLE_SUMMARY_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/param_table.h"
+
+namespace orvane {
+
+struct SummaryLine {
+  std::string_view label;
+  std::string value;  ///< empty: not set
+};
+
+struct SummaryGroup {
+  std::string_view title;
+  std::vector<SummaryLine> lines;
+};
+
+/// The survey method of a "TECH" code, 1 to 6; empty for any other.
+std::string_view MethodName(int tech);
+
+/// Method, boxes, times, gains and survey texts.
+std::vector<SummaryGroup> SummarizeTable(const ParamTable& table);
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_TABLE_SUMMARY_H_

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The keys and the clipboard of CGridCtrl.
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <algorithm>
+
+#include "ui/grid_ctrl.h"
+
+namespace orvane {
+
+void CGridCtrl::keyboardSearch(const QString& /*search*/) {}
+
+void CGridCtrl::keyPressEvent(QKeyEvent* event) {
+  const QModelIndex current = currentIndex();
+  const int key = event->key();
+  if (event == QKeySequence::Copy) {
+    CopySelection();
+  } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    if (current.isValid()) {
+      edit(current, EditKeyPressed, nullptr);
+    }
+  } else if (event->modifiers() == Qt::AltModifier && current.isValid() &&
+             (key == Qt::Key_Left || key == Qt::Key_Right)) {
+    // What dragging does for the mouse.
+    const int step = fontMetrics().averageCharWidth() * (key == Qt::Key_Left ? -1 : 1);
+    const int width = columnWidth(current.column()) + step;
+    setColumnWidth(current.column(), std::max(width, horizontalHeader()->minimumSectionSize()));
+  } else {
+    QTableView::keyPressEvent(event);
+    return;
+  }
+  event->accept();
+}
+
+bool CGridCtrl::event(QEvent* event) {
+  // Copying is the grid's own, even where a window has a menu item of that key.
+  if (event->type() == QEvent::ShortcutOverride &&
+      static_cast<QKeyEvent*>(event) == QKeySequence::Copy) {
+    event->accept();
+    return true;
+  }
+  return QTableView::event(event);
+}
+
+QString CGridCtrl::SelectionAsText() const {
+  QRect bounds;  // columns across, rows down
+  for (const QModelIndex& index : selectedIndexes()) {
+    if (!isRowHidden(index.row())) {
+      bounds |= QRect(index.column(), index.row(), 1, 1);
+    }
+  }
+  QStringList lines;
+  for (int row = bounds.top(); row <= bounds.bottom(); ++row) {
+    if (isRowHidden(row)) {
+      continue;
+    }
+    QStringList fields;
+    for (int col = bounds.left(); col <= bounds.right(); ++col) {
+      const QModelIndex index = model_.index(row, col);
+      fields << (selectionModel()->isSelected(index) ? delegate_.displayText(index.data(), locale())
+                                                     : QString());
+    }
+    lines << fields.join(QLatin1Char('\t'));
+  }
+  return lines.join(QLatin1Char('\n'));
+}
+
+void CGridCtrl::CopySelection() const {
+  if (selectionModel()->hasSelection()) {
+    QGuiApplication::clipboard()->setText(SelectionAsText());
+  }
+}
+
+}  // namespace orvane
