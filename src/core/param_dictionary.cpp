@@ -788,7 +788,7 @@ constexpr auto kWords = [] {
 
 consteval auto ComputeBuiltInIndex() {
   StoredIndex<IndexSize(kDictionarySize)> index;
-  index.shape = SearchIndex(kWords, index.slots);
+  index.shape = SearchIndex(kWords, index.positions);
   return index;
 }
 

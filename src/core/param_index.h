@@ -28,7 +28,7 @@ struct IndexShape {
 template <std::size_t kSlots>
 struct StoredIndex {
   IndexShape shape;
-  std::array<std::uint16_t, kSlots> slots{};
+  std::array<std::uint16_t, kSlots> positions{};  ///< of the entries, or kEmptySlot
 };
 
 inline constexpr std::array<std::uint32_t, 55> kIndexPrimes = {
@@ -85,44 +85,45 @@ class IndexHash {
 /// Puts every key, in order, at the first empty slot from its home slot on: a duplicate key lies
 /// behind its first occurrence.
 constexpr void FillSlots(std::span<const std::uint64_t> words, const IndexHash& hash,
-                         std::span<std::uint16_t> slots) {
-  std::fill(slots.begin(), slots.end(), kEmptySlot);
+                         std::span<std::uint16_t> positions) {
+  std::fill(positions.begin(), positions.end(), kEmptySlot);
   for (std::size_t i = 0; i < words.size(); ++i) {
     std::uint32_t slot = hash.Slot(words[i]);
-    while (slots[slot] != kEmptySlot) {
+    while (positions[slot] != kEmptySlot) {
       slot = hash.Next(slot);
     }
-    slots[slot] = static_cast<std::uint16_t>(i);
+    positions[slot] = static_cast<std::uint16_t>(i);
   }
 }
 
 /// Longest run of occupied slots, counted once around from behind the first empty one.
-constexpr std::uint32_t LongestRun(std::span<const std::uint16_t> slots) {
-  const auto first_empty = std::find(slots.begin(), slots.end(), kEmptySlot);
+constexpr std::uint32_t LongestRun(std::span<const std::uint16_t> positions) {
+  const auto first_empty = std::find(positions.begin(), positions.end(), kEmptySlot);
   std::uint32_t longest = 0;
   std::uint32_t run = 0;
   const auto count = [&](std::uint16_t slot) {
     run = slot == kEmptySlot ? 0 : run + 1;
     longest = std::max(longest, run);
   };
-  std::for_each(first_empty, slots.end(), count);
-  std::for_each(slots.begin(), first_empty, count);
+  std::for_each(first_empty, positions.end(), count);
+  std::for_each(positions.begin(), first_empty, count);
   return longest;
 }
 
-/// Searches the multiplier and leaves the index in `slots`, of `IndexSize(words.size())` elements.
+/// Searches the multiplier and leaves the index in `positions`, of `IndexSize(words.size())`
+/// elements.
 constexpr IndexShape SearchIndex(std::span<const std::uint64_t> words,
-                                 std::span<std::uint16_t> slots) {
+                                 std::span<std::uint16_t> positions) {
   IndexShape shape{static_cast<std::uint32_t>(words.size()),
-                   static_cast<std::uint32_t>(slots.size()), 0, 0};
+                   static_cast<std::uint32_t>(positions.size()), 0, 0};
   std::uint32_t target = 0;  // integer part of log4(count) + 1
   for (std::size_t rest = words.size(); rest > 0; rest /= 4) {
     ++target;
   }
   shape.longest_run = shape.size;
   for (std::size_t i = 1; i < kIndexPrimes.size(); ++i) {
-    FillSlots(words, IndexHash(kIndexPrimes[i], shape.size), slots);
-    const std::uint32_t run = LongestRun(slots);
+    FillSlots(words, IndexHash(kIndexPrimes[i], shape.size), positions);
+    const std::uint32_t run = LongestRun(positions);
     if (run < shape.longest_run) {
       shape.longest_run = run;
       shape.multiplier = kIndexPrimes[i];
@@ -131,7 +132,7 @@ constexpr IndexShape SearchIndex(std::span<const std::uint64_t> words,
       return shape;
     }
   }
-  FillSlots(words, IndexHash(shape.multiplier, shape.size), slots);
+  FillSlots(words, IndexHash(shape.multiplier, shape.size), positions);
   return shape;
 }
 

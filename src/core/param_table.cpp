@@ -52,9 +52,9 @@ bool IsModeInMask(std::int32_t mode, std::uint32_t mask) {
 
 }  // namespace
 
-bool AllocateSlots(std::vector<std::uint16_t>* slots, std::size_t size) {
+bool AllocateSlots(std::vector<std::uint16_t>* positions, std::size_t size) {
   try {
-    slots->resize(size);
+    positions->resize(size);
   } catch (const std::bad_alloc&) {
     return false;
   }
@@ -70,7 +70,7 @@ ParamTable::ParamTable(std::span<const ParamEntry> entries)
 
 Status ParamTable::BuildParamIndex(const LogSink& log, SlotAllocator allocate) {
   shape_ = {};
-  slots_ = {};
+  positions_ = {};
   mode_position_ = kNowhere;
 
   std::vector<std::uint64_t> words(CountEntries(entries_));
@@ -79,18 +79,18 @@ Status ParamTable::BuildParamIndex(const LogSink& log, SlotAllocator allocate) {
     entries_[i].key = key.Bytes();
     words[i] = key.Word();
   }
-  if (words.size() >= kEmptySlot || !allocate(&slots_, IndexSize(words.size()))) {
-    slots_ = {};
+  if (words.size() >= kEmptySlot || !allocate(&positions_, IndexSize(words.size()))) {
+    positions_ = {};
     return kIndexNotAllocated;
   }
   if (log) {
     log("\nParameter table hash index allocated - Size = 0");  // kept: the size is always told as 0
   }
   if (AreBuiltInKeys(words)) {
-    std::copy(kBuiltInIndex.slots.begin(), kBuiltInIndex.slots.end(), slots_.begin());
+    std::copy(kBuiltInIndex.positions.begin(), kBuiltInIndex.positions.end(), positions_.begin());
     shape_ = kBuiltInIndex.shape;
   } else {
-    shape_ = SearchIndex(words, slots_);
+    shape_ = SearchIndex(words, positions_);
   }
   hash_ = IndexHash(shape_.multiplier, shape_.size);
   mode_position_ = Find("MODE");

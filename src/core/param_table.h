@@ -21,9 +21,9 @@ namespace orvane {
 /// Takes the few diagnostic lines of the table and its files; each begins with a newline.
 using LogSink = std::function<void(std::string_view)>;
 
-/// Gives `slots` the size asked for; false when there is no memory.
-using SlotAllocator = bool (*)(std::vector<std::uint16_t>* slots, std::size_t size);
-bool AllocateSlots(std::vector<std::uint16_t>* slots, std::size_t size);
+/// Gives `positions` (one for each slot) the size asked for; false when there is no memory.
+using SlotAllocator = bool (*)(std::vector<std::uint16_t>* positions, std::size_t size);
+bool AllocateSlots(std::vector<std::uint16_t>* positions, std::size_t size);
 
 /// Longest text of a chain of `LStPT` entries with its NUL: 20 links of 16 bytes.
 inline constexpr std::size_t kMaxLongText = 320;
@@ -83,7 +83,7 @@ class ParamTable {
     }
     std::uint32_t slot = hash_.Slot(key.Word());
     for (;;) {
-      const std::uint16_t position = slots_[slot];
+      const std::uint16_t position = positions_[slot];
       if (position == kEmptySlot || WordAt(position) == key.Word()) {
         return position;  // an empty slot holds kNowhere
       }
@@ -102,7 +102,7 @@ class ParamTable {
                                        const std::uint32_t* mask) const;
 
   std::vector<ParamEntry> entries_;  // the terminator last
-  std::vector<std::uint16_t> slots_;
+  std::vector<std::uint16_t> positions_;
   IndexShape shape_;
   IndexHash hash_;
   std::uint16_t mode_position_ = kNowhere;

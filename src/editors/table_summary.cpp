@@ -79,15 +79,14 @@ std::string Channels(const ParamTable& table) {
 }
 
 SummaryGroup Boxes(const ParamTable& table, int tech) {
-  SummaryGroup group{"Boxes",
-                     {{"Main box", Serial(IntParam(table, "SNUM"))},
-                      {"Channels", Channels(table)},
-                      {"Transmitter box", Serial(IntParam(table, "SNTX"))},
-                      {"Auxiliary boxes", AuxiliaryBoxes(table)}}};
-  if (tech == 1 || tech == 2) {
-    group.lines.push_back({"Reference box", Serial(IntParam(table, "SNNR"))});
-  }
-  return group;
+  // Only the IP methods know a reference box.
+  const std::int32_t reference = tech == 1 || tech == 2 ? IntParam(table, "SNNR") : 0;
+  return {"Boxes",
+          {{"Main box", Serial(IntParam(table, "SNUM"))},
+           {"Channels", Channels(table)},
+           {"Transmitter box", Serial(IntParam(table, "SNTX"))},
+           {"Auxiliary boxes", AuxiliaryBoxes(table)},
+           {"Reference box", Serial(reference)}}};
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ struct SummaryGroup {
 /// The survey method of a "TECH" code, 1 to 6; empty for any other.
 std::string_view MethodName(int tech);
 
-/// Method, boxes, times, gains and survey texts.
+/// Method, boxes, times, gains and survey texts: always the same groups and lines.
 std::vector<SummaryGroup> SummarizeTable(const ParamTable& table);
 
 }  // namespace orvane

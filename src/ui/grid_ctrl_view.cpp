@@ -87,11 +87,6 @@ void CGridCtrl::SetVisibleRows(const std::vector<bool>& by_row) {
   scrollTo(currentIndex());
 }
 
-QModelIndex CGridCtrl::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-  const QModelIndex to = QTableView::moveCursor(action, modifiers);
-  return to.isValid() && !isRowHidden(to.row()) ? to : currentIndex();
-}
-
 bool CGridCtrl::eventFilter(QObject* watched, QEvent* event) {
   if (watched == horizontalHeader()->viewport() && event->type() == QEvent::ToolTip) {
     const auto* help = static_cast<QHelpEvent*>(event);

@@ -58,8 +58,9 @@ TEST(ParamDictionary, CountsOfMasksAndTypes) {
                                                  {0, 158},
                                                  {0x8000D802, 3},
                                                  {0x80000000, 1}}));
-  EXPECT_EQ(types, (std::map<int, int>{
-                       {IntPT, 246}, {FltPT, 339}, {StrPT, 74}, {PosPT, 24}, {AmxPT, 10}, {LStPT, 26}}));
+  EXPECT_EQ(types,
+            (std::map<int, int>{
+                {IntPT, 246}, {FltPT, 339}, {StrPT, 74}, {PosPT, 24}, {AmxPT, 10}, {LStPT, 26}}));
 }
 
 TEST(ParamDictionary, NineteenKeysStandTwice) {
@@ -73,14 +74,25 @@ TEST(ParamDictionary, NineteenKeysStandTwice) {
       twice[key] = places;
     }
   }
-  EXPECT_EQ(twice, (std::map<std::string, std::vector<std::size_t>>{
-                       {"TBVO", {0, 26}},   {"TBVI", {1, 27}},   {"CHEX", {113, 424}},
-                       {"CHEY", {114, 425}}, {"CHEZ", {115, 426}}, {"CHHX", {116, 427}},
-                       {"CHHY", {117, 428}}, {"CHHZ", {118, 429}}, {"TCHN", {119, 430}},
-                       {"EXR", {141, 431}},  {"EYR", {142, 432}},  {"EZR", {143, 433}},
-                       {"DXAC", {130, 434}}, {"DXDC", {131, 435}}, {"DYAC", {132, 436}},
-                       {"DYDC", {133, 437}}, {"EAZM", {144, 438}}, {"EXLN", {145, 439}},
-                       {"EYLN", {146, 440}}}));
+  EXPECT_EQ(twice, (std::map<std::string, std::vector<std::size_t>>{{"TBVO", {0, 26}},
+                                                                    {"TBVI", {1, 27}},
+                                                                    {"CHEX", {113, 424}},
+                                                                    {"CHEY", {114, 425}},
+                                                                    {"CHEZ", {115, 426}},
+                                                                    {"CHHX", {116, 427}},
+                                                                    {"CHHY", {117, 428}},
+                                                                    {"CHHZ", {118, 429}},
+                                                                    {"TCHN", {119, 430}},
+                                                                    {"EXR", {141, 431}},
+                                                                    {"EYR", {142, 432}},
+                                                                    {"EZR", {143, 433}},
+                                                                    {"DXAC", {130, 434}},
+                                                                    {"DXDC", {131, 435}},
+                                                                    {"DYAC", {132, 436}},
+                                                                    {"DYDC", {133, 437}},
+                                                                    {"EAZM", {144, 438}},
+                                                                    {"EXLN", {145, 439}},
+                                                                    {"EYLN", {146, 440}}}));
 }
 
 }  // namespace

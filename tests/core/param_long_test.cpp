@@ -66,8 +66,9 @@ TEST(LongParam, RefusesWhatIsNoHeadOfAChain) {
   const struct {
     const char* key;
     Status status;
-  } cases[] = {{"L9", kOk}, {"M0", kTypeMismatch}, {"U0", kOk}, {"T9", kTypeMismatch},
-               {"N1", kTypeMismatch}, {"N2", kKeyNotFound}, {"", kKeyNotFound}};
+  } cases[] = {{"L9", kOk},           {"M0", kTypeMismatch}, {"U0", kOk},
+               {"T9", kTypeMismatch}, {"N1", kTypeMismatch}, {"N2", kKeyNotFound},
+               {"", kKeyNotFound}};
   for (const auto& c : cases) {
     EXPECT_EQ(table.GetLongParam(c.key, out), c.status) << c.key;
     EXPECT_EQ(table.SetLongParam(c.key, "text"), c.status) << c.key;
@@ -132,12 +133,12 @@ TEST(LongParam, KeysStepWithCarries) {
     EXPECT_EQ(PrevParamKey(&key), 0) << step.next;
     EXPECT_EQ(key, step.key);
   }
-  for (const std::string& stuck : {"", "9", "Z9", "zzz", "A_", "_9", "A\xE9", "A ", "A["}) {
+  for (const char* stuck : {"", "9", "Z9", "zzz", "A_", "_9", "A\xE9", "A ", "A["}) {
     std::string key = stuck;
     EXPECT_EQ(NextParamKey(&key), 1) << stuck;
     EXPECT_EQ(key, stuck);
   }
-  for (const std::string& stuck : {"", "0", "A0", "aaa", "A_", "_0", "A\xE9", "A@"}) {
+  for (const char* stuck : {"", "0", "A0", "aaa", "A_", "_0", "A\xE9", "A@"}) {
     std::string key = stuck;
     EXPECT_EQ(PrevParamKey(&key), 1) << stuck;
     EXPECT_EQ(key, stuck);

@@ -126,8 +126,8 @@ TEST(ParamIndex, SearchAndLookupsFollowTheModel) {
       for (std::size_t i = 0; i < kinds; ++i) {
         const std::string key = "KEY" + std::to_string(i);
         const auto found = first.find(key);
-        EXPECT_EQ(Stored(table, key), found == first.end() ? "no entry"
-                                                           : ValueBytes(entries[found->second].value))
+        EXPECT_EQ(Stored(table, key),
+                  found == first.end() ? "no entry" : ValueBytes(entries[found->second].value))
             << key;
       }
     }
@@ -138,7 +138,8 @@ TEST(ParamIndex, OfTheBuiltInDictionary) {
   std::vector<std::string> lines;
   ParamTable table;
   EXPECT_EQ(table.FindParam("TBVO"), nullptr);
-  EXPECT_EQ(table.BuildParamIndex([&lines](std::string_view line) { lines.emplace_back(line); }), kOk);
+  EXPECT_EQ(table.BuildParamIndex([&lines](std::string_view line) { lines.emplace_back(line); }),
+            kOk);
   EXPECT_EQ(table.Shape(), (IndexShape{719, 2879, 7, 6}));
   EXPECT_EQ(lines, (std::vector<std::string>{
                        "\nParameter table hash index allocated - Size = 0",
@@ -166,7 +167,7 @@ TEST(ParamIndex, OfTheBuiltInDictionary) {
   EXPECT_EQ(table.SetParam("chex", IntPT, &number), kOk);
   ASSERT_EQ(table.GetParamKey(424, &key), kOk);
   EXPECT_EQ(Stored(table, key), Padded(IntBytes(5), 16));
-  for (const std::string& form : {"tbvo", "TbVo", "TBVO"}) {
+  for (const char* form : {"tbvo", "TbVo", "TBVO"}) {
     EXPECT_EQ(table.FindParam(form), table.FindParam("TBVO")) << form;
   }
   EXPECT_EQ(table.FindParam(std::string("SNUM\0X", 6)), table.FindParam("SNUM"));
@@ -255,15 +256,22 @@ TEST(ParamTable, WritePermissionFollowsMode) {
     std::int32_t mode;
     std::uint32_t mask;
     Status status;
-  } cases[] = {{1, 0x2, kOk},          {2, 0x2, kWriteNotPermitted},
-               {33, 0x2, kOk},         {32, 0x2, kWriteNotPermitted},
-               {11, 0xD802, kOk},      {13, 0xD802, kWriteNotPermitted},
-               {15, 0x8000D802, kOk},  {0, 0x8000D802, kWriteNotPermitted},
-               {0, 0x7FFFF, kOk},      {18, 0x7FFFF, kOk},
-               {1, 0, kWriteNotPermitted}, {19, 0x7FFFF, kWriteNotPermitted}};
+  } cases[] = {{1, 0x2, kOk},
+               {2, 0x2, kWriteNotPermitted},
+               {33, 0x2, kOk},
+               {32, 0x2, kWriteNotPermitted},
+               {11, 0xD802, kOk},
+               {13, 0xD802, kWriteNotPermitted},
+               {15, 0x8000D802, kOk},
+               {0, 0x8000D802, kWriteNotPermitted},
+               {0, 0x7FFFF, kOk},
+               {18, 0x7FFFF, kOk},
+               {1, 0, kWriteNotPermitted},
+               {19, 0x7FFFF, kWriteNotPermitted}};
   for (const auto& c : cases) {
     SCOPED_TRACE(std::to_string(c.mode) + " in " + std::to_string(c.mask));
-    const ParamTable original = Built({Entry("KEY", StrPT, c.mask, "old"), Entry("MODE", IntPT, 0)});
+    const ParamTable original =
+        Built({Entry("KEY", StrPT, c.mask, "old"), Entry("MODE", IntPT, 0)});
     ParamTable table = original;
     EXPECT_EQ(table.SetParam("MODE", IntPT, &c.mode), kOk);
     EXPECT_EQ(table.CheckWritePermission(table.FindParam("KEY")), c.status);

@@ -111,6 +111,9 @@ TEST_F(GridTest, SizesChangeInPlace) {
   EXPECT_EQ(Column(0), "Name");
   EXPECT_TRUE(grid->SetRowCount(0));
   grid->SetTexts({{"H"}, {"a", "b"}, {}});
+  grid->SetRowVisible(1, false);
+  grid->SetTexts({{"H"}, {"a", "b"}, {}});
+  EXPECT_TRUE(grid->IsRowVisible(1));
   EXPECT_EQ(grid->GetFixedRowCount(), 1);
   EXPECT_EQ(grid->GetColumnCount(), 2);
   EXPECT_TRUE(grid->SetFixedRowCount(2));
@@ -234,7 +237,12 @@ TEST_F(GridTest, ValidatorAndLimitBindEveryWayOut) {
   Key(Qt::Key_F2);
   Key(Qt::Key_Return);
   EXPECT_FALSE(grid->IsEditing()) << "an untouched text must not lock the editor";
+  grid->SetItemText(1, 1, "100");  // longer than what may be typed
   grid->SetFocusCell(1, 1);
+  Key(Qt::Key_F2);
+  EXPECT_EQ(Editor()->text(), "100");
+  Key(Qt::Key_Escape);
+  grid->SetItemText(1, 1, "10");
   Key(Qt::Key_F2);
   Type("4x321");
   EXPECT_EQ(Editor()->text(), "43");
@@ -284,6 +292,29 @@ TEST_F(GridTest, SortingCarriesRowsAlong) {
       EXPECT_EQ(grid->GetCell(row, 0)->IsMarked(), name == "n2") << name.toStdString();
     }
   }
+}
+
+TEST_F(GridTest, SortingIsStableAndCommitsFirst) {
+  Rows rows(100, {"same", ""});
+  for (std::size_t row = 1; row < rows.size(); ++row) {
+    rows[row][1] = QString::number(row);
+  }
+  grid->SetTexts(rows);
+  const QString order = Column(1);
+  for (const bool ascending : {true, false}) {
+    grid->SortTextItems(0, ascending);
+    EXPECT_EQ(Column(1), order);
+  }
+  const QModelIndex index = grid->model()->index(50, 1);
+  grid->EnsureVisible(50, 1);
+  const QPoint pos = grid->visualRect(index).center();
+  QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, pos);
+  QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, pos);
+  ASSERT_TRUE(grid->IsEditing());
+  Type("-");
+  grid->SortTextItems(1, true);
+  EXPECT_EQ(grid->GetItemText(1, 1), "-");
+  EXPECT_EQ(grid->GetFocusCell(), Cell(1, 1));
 }
 
 TEST_F(GridTest, KeysNeverReachFixedOrHiddenRows) {

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Draws the main window and every dialog into PNG files, in a light and in a dark theme.
+//
+//   orvane-gallery FOLDER TABLE
+#include <QApplication>
+#include <QDir>
+#include <QPalette>
+#include <QStandardPaths>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdio>
+#include <functional>
+
+#include "app/about_dlg.h"
+#include "app/orvane_app.h"
+#include "editors/widgets/param_table_dlg.h"
+
+namespace {
+
+QPalette LightPalette() {
+  return QStyleFactory::create(QStringLiteral("Fusion"))->standardPalette();
+}
+
+QPalette DarkPalette() {
+  QPalette palette(QColor(53, 53, 56), QColor(43, 43, 46));
+  palette.setColor(QPalette::Base, QColor(30, 30, 32));
+  palette.setColor(QPalette::AlternateBase, QColor(38, 38, 41));
+  palette.setColor(QPalette::Highlight, QColor(58, 122, 190));
+  palette.setColor(QPalette::ToolTipBase, QColor(60, 60, 64));
+  palette.setColor(QPalette::ToolTipText, Qt::white);
+  return palette;
+}
+
+class Gallery {
+ public:
+  Gallery(QString folder, QString theme) : folder_(std::move(folder)), theme_(std::move(theme)) {}
+
+  bool Draw(QWidget* window, const char* name) const {
+    window->show();
+    QApplication::processEvents();
+    const QString path = QStringLiteral("%1/%2-%3.png").arg(folder_, QLatin1String(name), theme_);
+    const bool done = window->grab().save(path);
+    std::printf("%s%s\n", path.toLocal8Bit().constData(), done ? "" : ": cannot be written");
+    return done;
+  }
+
+ private:
+  QString folder_;
+  QString theme_;
+};
+
+bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
+  orvane::CMainFrame& frame = app->Frame();
+  bool done = gallery.Draw(&frame, "main-window");
+
+  orvane::CParamTableDlg raw(&app->Document().Table(), &frame);
+  done = gallery.Draw(&raw, "raw-parameters") && done;
+  raw.findChild<QLineEdit*>(QStringLiteral("filter"))->setText(QStringLiteral("SRVY"));
+  done = gallery.Draw(&raw, "raw-parameters-filtered") && done;
+
+  orvane::CAboutDlg about(&frame);
+  return gallery.Draw(&about, "about") && done;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    std::fputs("usage: orvane-gallery FOLDER TABLE\n", stderr);
+    return 2;
+  }
+  const QTemporaryDir settings;  // the pictures must not depend on the user's
+  qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  orvane::COrvaneApp app(argc, argv);
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  const QString folder = QApplication::arguments().value(1);
+  QDir().mkpath(folder);
+  app.InitInstance(QApplication::arguments().value(2));
+  bool done = true;
+  for (const bool is_dark : {false, true}) {
+    QApplication::setPalette(is_dark ? DarkPalette() : LightPalette());
+    done = DrawAll(&app,
+                   Gallery(folder, is_dark ? QStringLiteral("dark") : QStringLiteral("light"))) &&
+           done;
+  }
+  return done ? 0 : 1;
+}

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Texts stand exactly as users know them, doubled blanks included.
+#include "app/command_map.h"
+
+#include <array>
+
+namespace orvane {
+namespace {
+
+constexpr CommandRow kLine = {kSeparator, "", ""};
+
+// clang-format off
+constexpr auto kFile = std::to_array<CommandRow>({
+    {kFileOpen, "&Open...\tCtrl+O", "Open TBL file\nOpen"},
+    {kFileSave, "&Save\tCtrl+S", "Save TBL file\nSave"},
+    {kFileSaveAs, "Save &As...", "Save TBL file with a new name\nSave As"},
+    {32798, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes\nSave All"},
+    kLine,
+    {32791, "Open Calibration File...", ""},
+    {32796, "Open Waveform(*.tss) File to Display...", ""},
+    {32802, "Create Stack Result Files (*.trs ) from Waveform(*.tss) Files....", ""},
+    kLine,
+    {kFileRecent, "Recent File", "Open this document"},
+    kLine,
+    {kAppExit, "E&xit", "Quit the application; prompts to save TBL file\nExit"},
+});
+constexpr auto kEdit = std::to_array<CommandRow>({
+    {kEditAcquisition, "Acquisition Parameters...", "Set acquisition parameters\nAcquisition"},
+    {kEditStepping, "Frequency Stepping Parameters...",
+     "Set frequency stepping parameters\nStepping"},
+    kLine,
+    {kEditCoil, "Coil Calibration...", "Set coil calibration parameters\nCoil"},
+    {kEditCurrentSensor, "Current Sensor Settings...",
+     "Set current sensor parameters\nCurrent Sensor"},
+    kLine,
+    {kEditRadio, "MHX Wireless Network Settings...", "Set MHX Wireless Network\nMHX  Modern"},
+    {32801, "GSM Modem Settings...", ""},
+    {32805, "FTP Client Setup...", ""},
+    kLine,
+    {kEditRaw, "Raw Parameters...", "Display and edit parameters in raw table\nRaw Table"},
+});
+constexpr auto kUtilities = std::to_array<CommandRow>({
+    {32778, "Convert TBL File(s) to ASCII File(s)...", "Convert  TBL file(s)  into TXT file(s)"},
+    {32779, "Convert Calibration File(s) to ASCII File(s)...",
+     "Convert  calibration file(s)  into TXT file(s)"},
+    {32780, "Convert  FD Stack Result File(s) to ASCII File(s)...",
+     "Convert  stack result (*.trs)  file(s)  into CSV file(s)"},
+    {32790, "Convert  Time Domain Stack Result File(s) to ASCII File(s)...", ""},
+    {32781, "Convert  Frequency Stepping  File(s) to ASCII File(s)...",
+     "Convert  frequency stepping (*.tfs)  file(s)  into TXT file(s)"},
+    {32800, "Convert Waveform(*.Tss) or Time Series(*.Ts1, *.Ts2...) File(s) to ASCII File(s)...",
+     ""},
+    kLine,
+    {32782, "Convert Version 2 TBL File(s) to Version 1 TBL File(s)...",
+     "Convert  TBL file(s)   into TBL  file(s) of version 1"},
+    kLine,
+    {32806, "Create TFS File For Dr. Halvo FDEM ...", ""},
+});
+constexpr auto kView = std::to_array<CommandRow>({
+    {32792, "Set Calibration Display Parameters...", ""},
+    {32797, "Set Waveform Display Parameters...", ""},
+    kLine,
+    {32803, "View Box Status...", "Display box status information"},
+    kLine,
+    {kViewToolbar, "&Toolbar", ""},
+    {kViewStatusBar, "&Status Bar", ""},
+});
+constexpr auto kHelp = std::to_array<CommandRow>({
+    {kAppAbout, "&About Orvane...", ""},
+});
+constexpr auto kToolBar = std::to_array<CommandRow>({
+    {kScrollBack, "Scroll back", "Scroll back in time series\nScroll back"},
+    {kScrollForward, "Scroll forward", "Scroll forward in time series\nScroll forward"},
+});
+// clang-format on
+
+constexpr std::array<MenuRows, 5> kMenus = {{{"&File", kFile},
+                                             {"&Edit", kEdit},
+                                             {"&Utilities", kUtilities},
+                                             {"&View", kView},
+                                             {"&Help", kHelp}}};
+
+}  // namespace
+
+std::span<const MenuRows> Menus() { return kMenus; }
+std::span<const CommandRow> ToolBarCommands() { return kToolBar; }
+
+}  // namespace orvane

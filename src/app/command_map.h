@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Every command of the program: its number, its text and what the status bar says of it.
+#ifndef ORVANE_APP_COMMAND_MAP_H_
+#define ORVANE_APP_COMMAND_MAP_H_
+
+#include <span>
+
+namespace orvane {
+
+/// Command numbers. Action objects are named by them.
+enum CommandId : int {
+  kSeparator = 0,
+  kFileNew = 57600,
+  kFileOpen = 57601,
+  kFileSave = 57603,
+  kFileSaveAs = 57604,
+  kFileRecent = 57616,  ///< the first of the recent files; the others follow
+  kAppAbout = 57664,
+  kAppExit = 57665,
+  kViewToolbar = 59392,
+  kViewStatusBar = 59393,
+  kEditAcquisition = 32771,
+  kEditStepping = 32772,
+  kEditRadio = 32773,
+  kEditCurrentSensor = 32774,
+  kEditRaw = 32775,
+  kEditCoil = 32777,
+  kScrollBack = 32794,
+  kScrollForward = 32795,
+};
+
+struct CommandRow {
+  int id;
+  const char* text;    ///< as in the menu, the shortcut behind a tab
+  const char* prompt;  ///< status bar text, behind a newline the tool tip; may be empty
+};
+
+struct MenuRows {
+  const char* title;
+  std::span<const CommandRow> rows;
+};
+
+/// The menus from left to right.
+std::span<const MenuRows> Menus();
+
+/// Commands without a menu row: the scroll buttons of the tool bar.
+std::span<const CommandRow> ToolBarCommands();
+
+}  // namespace orvane
+
+#endif  // ORVANE_APP_COMMAND_MAP_H_

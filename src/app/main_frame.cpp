@@ -1,0 +1,295 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/main_frame.h"
+
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QSettings>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "app/about_dlg.h"
+#include "app/lock_keys.h"
+#include "app/theme_icon.h"
+#include "editors/widgets/param_table_dlg.h"
+
+namespace orvane {
+namespace {
+
+const QString kTblFilter = QStringLiteral("Tbl Files (*.tbl)");
+const QString kAllFilter = QStringLiteral("All Files (*)");
+const QString kGeometry = QStringLiteral("Window/Geometry");
+const QString kState = QStringLiteral("Window/State");
+
+// Commands with a picture; those in the tool bar stand in its order.
+struct Picture {
+  int id;
+  const char* icon;
+};
+constexpr Picture kPictures[] = {{kFileOpen, "open"},
+                                 {kFileSave, "save"},
+                                 {kSeparator, ""},
+                                 {kEditAcquisition, "acquisition"},
+                                 {kEditStepping, "stepping"},
+                                 {kEditRaw, "raw-table"},
+                                 {kSeparator, ""},
+                                 {kScrollBack, "scroll-back"},
+                                 {kScrollForward, "scroll-forward"},
+                                 {kSeparator, ""},
+                                 {kAppAbout, "about"}};
+
+// Qt's own dialog: unlike some desktops' it matches "*.tbl" in any case.
+QString AskForFile(QWidget* parent, QFileDialog::AcceptMode mode, const QString& start) {
+  const bool is_open = mode == QFileDialog::AcceptOpen;
+  QFileDialog dialog(parent, is_open ? QStringLiteral("Open") : QStringLiteral("Save As"));
+#ifndef Q_OS_WIN
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+#endif
+  dialog.setAcceptMode(mode);
+  dialog.setFileMode(is_open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  dialog.setNameFilters({kTblFilter, kAllFilter});
+  dialog.setDefaultSuffix(QStringLiteral("tbl"));
+  const QFileInfo info(start);
+  dialog.setDirectory(info.absolutePath());
+  if (!is_open) {
+    dialog.selectFile(info.fileName());
+  }
+  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+QString DroppedFile(const QMimeData* data) {
+  for (const QUrl& url : data->urls()) {
+    if (url.isLocalFile()) {
+      return url.toLocalFile();
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notices)
+    : doc_(doc), view_(new COrvaneView(doc, this)) {
+  setObjectName(QStringLiteral("main"));
+  prompts->SetParent(this);
+  setAcceptDrops(true);
+  setCentralWidget(view_);
+  CreateMenus();
+  CreateToolBar();
+  CreateStatusBar();
+  ConnectCommands();
+  connect(notices, &StatusNotices::Shown, this, &CMainFrame::ShowNotice);
+  connect(doc_, &COrvaneDoc::Changed, this, &CMainFrame::UpdateTitle);
+  UpdateRecentFiles();
+  UpdateTitle();
+  RestoreLayout();
+}
+
+QAction* CMainFrame::CreateCommand(const CommandRow& row) {
+  const QString text = QString::fromLatin1(row.text);
+  const QString prompt = QString::fromLatin1(row.prompt);
+  auto* action = new QAction(text.section(QLatin1Char('\t'), 0, 0), this);
+  action->setObjectName(QString::number(row.id));
+  action->setShortcut(QKeySequence(text.section(QLatin1Char('\t'), 1)));
+  action->setStatusTip(prompt.section(QLatin1Char('\n'), 0, 0));
+  if (prompt.contains(QLatin1Char('\n'))) {
+    action->setToolTip(prompt.section(QLatin1Char('\n'), 1));
+  }
+  action->setEnabled(false);
+  commands_[row.id] = action;
+  return action;
+}
+
+void CMainFrame::CreateMenus() {
+  for (const MenuRows& rows : Menus()) {
+    QMenu* menu = menuBar()->addMenu(QString::fromLatin1(rows.title));
+    for (const CommandRow& row : rows.rows) {
+      if (row.id == kSeparator) {
+        menu->addSeparator();
+        continue;
+      }
+      menu->addAction(CreateCommand(row));
+      if (row.id == kFileRecent) {
+        recent_actions_[0] = commands_[row.id];
+        for (int i = 1; i < RecentFiles::kMost; ++i) {
+          const CommandRow next{row.id + i, row.text, row.prompt};
+          recent_actions_[static_cast<std::size_t>(i)] = CreateCommand(next);
+          menu->addAction(commands_[next.id]);
+        }
+      }
+    }
+  }
+  for (const CommandRow& row : ToolBarCommands()) {
+    CreateCommand(row);
+  }
+  // In no menu, but users of other programs expect the key.
+  addAction(CreateCommand({kFileNew, "New\tCtrl+N", "New TBL file"}));
+}
+
+void CMainFrame::CreateToolBar() {
+  QToolBar* bar = addToolBar(QStringLiteral("Toolbar"));
+  bar->setObjectName(QStringLiteral("toolbar"));
+  bar->setAccessibleName(QStringLiteral("Toolbar"));
+  bar->setMovable(false);
+  for (const Picture& picture : kPictures) {
+    if (picture.id == kSeparator) {
+      bar->addSeparator();
+      continue;
+    }
+    Command(picture.id)->setIcon(ThemeIcon(QString::fromLatin1(picture.icon)));
+    bar->addAction(Command(picture.id));
+  }
+  QAction* shown = Command(kViewToolbar);
+  shown->setCheckable(true);
+  shown->setEnabled(true);
+  connect(shown, &QAction::toggled, bar, &QToolBar::setVisible);
+  connect(bar->toggleViewAction(), &QAction::toggled, shown, &QAction::setChecked);
+  shown->setChecked(true);
+}
+
+void CMainFrame::CreateStatusBar() {
+  notice_ = new QLabel(QStringLiteral("Ready"), this);
+  notice_->setObjectName(QStringLiteral("notice"));
+  notice_->setTextFormat(Qt::PlainText);
+  // A long path must not widen the window.
+  notice_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  statusBar()->addWidget(notice_, 1);
+  new LockIndicators(statusBar());
+  QAction* shown = Command(kViewStatusBar);
+  shown->setCheckable(true);
+  shown->setEnabled(true);
+  shown->setChecked(true);
+  connect(shown, &QAction::toggled, statusBar(), &QStatusBar::setVisible);
+}
+
+void CMainFrame::Handle(int id, std::function<void()> handler) {
+  Command(id)->setEnabled(true);
+  connect(Command(id), &QAction::triggered, this, std::move(handler));
+}
+
+void CMainFrame::ConnectCommands() {
+  Handle(kFileNew, [this] { OnFileNew(); });
+  Handle(kFileOpen, [this] { OnFileOpen(); });
+  Handle(kFileSave, [this] { OnFileSave(); });
+  Handle(kFileSaveAs, [this] { OnFileSaveAs(); });
+  Handle(kAppExit, [this] { close(); });
+  Handle(kEditRaw, [this] { OnEditRaw(); });
+  Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
+  for (std::size_t i = 0; i < recent_actions_.size(); ++i) {
+    connect(recent_actions_[i], &QAction::triggered, this,
+            [this, i] { OpenFile(recent_files_.Paths().value(static_cast<int>(i))); });
+  }
+}
+
+void CMainFrame::UpdateTitle() {
+  setWindowTitle(doc_->Title() + QStringLiteral("[*] - Orvane"));
+  setWindowModified(doc_->IsModified());
+  setWindowFilePath(doc_->Path());
+}
+
+void CMainFrame::UpdateRecentFiles() {
+  const QStringList& paths = recent_files_.Paths();
+  for (int i = 0; i < RecentFiles::kMost; ++i) {
+    QAction* action = recent_actions_[static_cast<std::size_t>(i)];
+    const bool is_used = i < paths.size();
+    if (is_used) {
+      QString path = paths[i];
+      action->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(
+          path.replace(QLatin1Char('&'), QLatin1String("&&"))));
+    } else {
+      action->setText(QStringLiteral("Recent File"));
+    }
+    action->setEnabled(is_used);
+    action->setVisible(is_used || i == 0);
+  }
+}
+
+void CMainFrame::RestoreLayout() {
+  resize(960, 640);
+  const QSettings settings;
+  restoreGeometry(settings.value(kGeometry).toByteArray());
+  restoreState(settings.value(kState).toByteArray());
+}
+
+bool CMainFrame::OpenFile(const QString& path) {
+  if (!doc_->SaveModified([this] { return OnFileSave(); })) {
+    return false;
+  }
+  const bool is_open = doc_->OnOpenDocument(path);
+  if (is_open) {
+    recent_files_.Add(path);
+  } else if (!QFileInfo::exists(path)) {
+    recent_files_.Remove(path);
+  }
+  UpdateRecentFiles();
+  return is_open;
+}
+
+void CMainFrame::OnFileNew() {
+  if (doc_->SaveModified([this] { return OnFileSave(); })) {
+    doc_->OnNewDocument();
+  }
+}
+
+void CMainFrame::OnFileOpen() {
+  const QString recent = recent_files_.Paths().value(0);
+  const QString start = doc_->Path().isEmpty() ? recent : doc_->Path();
+  const QString path = AskForFile(this, QFileDialog::AcceptOpen, start);
+  if (!path.isEmpty()) {
+    OpenFile(path);
+  }
+}
+
+bool CMainFrame::OnFileSave() {
+  return doc_->Path().isEmpty() ? OnFileSaveAs() : SaveTo(doc_->Path());
+}
+
+bool CMainFrame::OnFileSaveAs() {
+  const QString start = doc_->Path().isEmpty() ? QStringLiteral("Startup.tbl") : doc_->Path();
+  const QString path = AskForFile(this, QFileDialog::AcceptSave, start);
+  return !path.isEmpty() && SaveTo(path);
+}
+
+bool CMainFrame::SaveTo(const QString& path) {
+  if (!doc_->OnSaveDocument(path)) {
+    return false;
+  }
+  recent_files_.Add(path);
+  UpdateRecentFiles();
+  return true;
+}
+
+void CMainFrame::OnEditRaw() {
+  CParamTableDlg dialog(&doc_->Table(), this);
+  connect(&dialog, &CParamTableDlg::Edited, doc_, &COrvaneDoc::UpdateAllViews);
+  dialog.exec();
+  if (dialog.IsModified()) {
+    doc_->SetModified(true);
+  }
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event) {
+  if (!doc_->SaveModified([this] { return OnFileSave(); })) {
+    event->ignore();
+    return;
+  }
+  QSettings settings;
+  settings.setValue(kGeometry, saveGeometry());
+  settings.setValue(kState, saveState());
+  event->accept();
+}
+
+void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {
+  if (!DroppedFile(event->mimeData()).isEmpty()) {
+    event->acceptProposedAction();
+  }
+}
+
+void CMainFrame::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  OpenFile(DroppedFile(event->mimeData()));
+}
+
+}  // namespace orvane

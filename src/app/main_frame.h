@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_APP_MAIN_FRAME_H_
+#define ORVANE_APP_MAIN_FRAME_H_
+
+#include <QAction>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <array>
+#include <functional>
+#include <map>
+
+#include "app/command_map.h"
+#include "app/orvane_doc.h"
+#include "app/orvane_view.h"
+#include "app/qt_prompts.h"
+#include "app/recent_files.h"
+
+namespace orvane {
+
+/// The one window: menu bar, tool bar and status bar around the view. Commands without a handler
+/// are shown but disabled.
+class CMainFrame : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notices);
+
+  QAction* Command(int id) const { return commands_.at(id); }
+  /// Asks to save the present document and opens a file. False where the user stays or it fails.
+  bool OpenFile(const QString& path);
+  void ShowNotice(const QString& text) { notice_->setText(text); }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void CreateMenus();
+  void CreateToolBar();
+  void CreateStatusBar();
+  QAction* CreateCommand(const CommandRow& row);
+  void Handle(int id, std::function<void()> handler);
+  void ConnectCommands();
+  void UpdateTitle();
+  void UpdateRecentFiles();
+  void RestoreLayout();
+
+  void OnFileNew();
+  void OnFileOpen();
+  bool OnFileSave();
+  bool OnFileSaveAs();
+  void OnEditRaw();
+  bool SaveTo(const QString& path);
+
+  COrvaneDoc* doc_;
+  COrvaneView* view_;
+  QLabel* notice_ = nullptr;
+  std::map<int, QAction*> commands_;
+  std::array<QAction*, RecentFiles::kMost> recent_actions_{};
+  RecentFiles recent_files_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_APP_MAIN_FRAME_H_

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/orvane_app.h"
+
+#include <QIcon>
+#include <clocale>
+
+// Resources of a static library are linked only when asked for, and that from no namespace.
+static void InitResources() { Q_INIT_RESOURCE(icons); }
+
+namespace orvane {
+
+COrvaneApp::COrvaneApp(int& argc, char** argv) : QApplication(argc, argv) {
+  InitResources();
+  // Qt has set the user's locale; numbers keep their decimal point.
+  std::setlocale(LC_NUMERIC, "C");
+  setOrganizationName(QStringLiteral("Local AppWizard-Generated Applications"));
+  setApplicationName(QStringLiteral("Orvane"));
+  setApplicationVersion(QStringLiteral(ORVANE_VERSION));
+  setDesktopFileName(QStringLiteral("orvane"));
+  setWindowIcon(QIcon(QStringLiteral(":/icons/orvane.svg")));
+}
+
+void COrvaneApp::InitInstance(const QString& path) {
+  doc_ = std::make_unique<COrvaneDoc>(&DocumentTable(), &prompts_, &notices_);
+  frame_ = std::make_unique<CMainFrame>(doc_.get(), &prompts_, &notices_);
+  frame_->show();
+  if (path.isEmpty() || !frame_->OpenFile(path)) {
+    doc_->OnNewDocument();
+  }
+}
+
+}  // namespace orvane

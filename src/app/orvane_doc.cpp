@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/orvane_doc.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "core/ascii.h"
+#include "core/number_text.h"
+#include "core/param_dictionary.h"
+#include "core/tbl_file.h"
+
+namespace orvane {
+namespace {
+
+const std::string kCaption = "Orvane";
+
+std::filesystem::path FilePath(const QString& path) {
+  return QFile::encodeName(path).toStdString();
+}
+
+std::string OfAllParameters(std::size_t loaded) {
+  return FormatInt(static_cast<std::int64_t>(loaded)) + " of " + FormatInt(kDictionarySize) +
+         " parameters";
+}
+
+}  // namespace
+
+COrvaneDoc::COrvaneDoc(ParamTable* table, Prompts* prompts, Notices* notices)
+    : table_(table), prompts_(prompts), notices_(notices) {}
+
+QString COrvaneDoc::Title() const {
+  return path_.isEmpty() ? QStringLiteral("Untitled") : QFileInfo(path_).fileName();
+}
+
+void COrvaneDoc::SetModified(bool is_modified) {
+  is_modified_ = is_modified;
+  emit Changed();
+}
+
+void COrvaneDoc::StoreInt(ParamKey key, std::int32_t number) {
+  // The built-in dictionary has every key that the document sets.
+  static_cast<void>(table_->SetParam(key, IntPT, &number));
+}
+
+std::int32_t COrvaneDoc::ReadInt(ParamKey key, std::int32_t fallback) const {
+  std::int32_t number = fallback;
+  return table_->GetParam(key, IntPT, &number) == kOk ? number : fallback;
+}
+
+void COrvaneDoc::BuildIndex() {
+  if (const Status status = table_->BuildParamIndex(); status != kOk) {
+    prompts_->ShowWarning(kCaption, std::string(StatusText(status)));
+  }
+}
+
+bool COrvaneDoc::OnNewDocument() {
+  path_.clear();
+  kind_ = kTable;
+  file_version_ = 0;
+  BuildIndex();
+  StoreInt("LPFR", 18);
+  StoreInt("ACDC", 0);
+  StoreInt("ACDH", 0);
+  StoreInt("EGNC", 1);
+  StoreInt("HGNC", 1);
+  const double gain = 1.0;
+  for (const ParamKey key : {"GFC1", "GFC2", "GFC3", "GFC4", "GFC5", "GFC6", "GFC7", "GFC8"}) {
+    static_cast<void>(table_->SetParam(key, FltPT, &gain));  // built in, as above
+  }
+  if (has_document_) {
+    notices_->ShowNotice("New table; the parameters keep their previous values");
+  }
+  has_document_ = true;
+  SetModified(false);
+  return true;
+}
+
+bool COrvaneDoc::OnOpenDocument(const QString& path) {
+  BuildIndex();
+  const std::filesystem::path file_path = FilePath(path);
+  if (InFile file; true) {
+    if (const std::string reason = file.Open(file_path); !reason.empty()) {
+      prompts_->ShowWarning(kCaption, FileMessage(file_path, reason));
+      return false;
+    }
+  }
+  // A file without the method is one of MT/AMT.
+  const std::int32_t tech_before = ReadInt("TECH", 0);
+  StoreInt("TECH", 5);
+  TblReport report;
+  if (LoadParamFile(table_, file_path, &report) != kOk) {
+    LeaveAfterFailedLoad(tech_before, report.message);
+    return false;
+  }
+  path_ = path;
+  file_version_ = report.version;
+  has_document_ = true;
+  const bool is_waveform = EndsWithoutCase(file_path.string(), ".TSS");
+  kind_ = is_waveform && waveform_loader_ && waveform_loader_(path) ? kTimeSeries : kTable;
+  notices_->ShowNotice(report.loaded < kDictionarySize
+                           ? "Loaded " + OfAllParameters(report.loaded) +
+                                 "; the others keep their previous values"
+                           : "Loaded " + OfAllParameters(report.loaded));
+  SetModified(false);
+  return true;
+}
+
+void COrvaneDoc::LeaveAfterFailedLoad(std::int32_t tech_before, const std::string& message) {
+  StoreInt("TECH", 1);
+  notices_->ShowNotice(message);
+  SetModified(is_modified_ || tech_before != 1);
+}
+
+bool COrvaneDoc::OnSaveDocument(const QString& path) {
+  // Start-up tables too are saved whole: only boxes write filtered tables.
+  TblSaveOptions options;
+  if (ReadInt("TBVO", 2) == 1 &&
+      prompts_->AskYesNo(kCaption, "Do you want save TBVO as 1!") == Answer::kYes) {
+    options.output_version = 1;
+  }
+  TblReport report;
+  if (SaveParamFile(table_, FilePath(path), options, &report) != kOk) {
+    SetModified(true);
+    notices_->ShowNotice(report.message);
+    prompts_->ShowWarning(kCaption, report.message);
+    return false;
+  }
+  notices_->ShowNotice(file_version_ == 1 ? "Saved as version 2; the file opened was version 1"
+                                          : "Saved " + path.toStdString());
+  path_ = path;
+  file_version_ = 2;
+  SetModified(false);
+  return true;
+}
+
+bool COrvaneDoc::SaveModified(const std::function<bool()>& save) {
+  if (!is_modified_) {
+    return true;
+  }
+  switch (prompts_->AskYesNoCancel(kCaption, "Save changes to " + Title().toStdString() + "?")) {
+    case Answer::kYes:
+      return save();
+    case Answer::kNo:
+      return true;
+    case Answer::kCancel:
+      break;
+  }
+  return false;
+}
+
+}  // namespace orvane

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_APP_ORVANE_DOC_H_
+#define ORVANE_APP_ORVANE_DOC_H_
+
+#include <QObject>
+#include <QString>
+#include <functional>
+
+#include "core/param_table.h"
+#include "forms/prompts.h"
+
+namespace orvane {
+
+/// The one open document: a parameter table file, whose content is the process-wide table. It holds
+/// no copy of the parameters: opening loads into the table, saving writes the table out, editors
+/// work on the table.
+class COrvaneDoc : public QObject {
+  Q_OBJECT
+
+ public:
+  enum ContentKind { kTable = 0, kTimeSeries = 2 };
+
+  COrvaneDoc(ParamTable* table, Prompts* prompts, Notices* notices);
+
+  /// A new document keeps the values that are in the table, but for a few starting values.
+  bool OnNewDocument();
+
+  /// Loads a file into the table. A file that cannot be opened is told in a box, one that is no
+  /// parameter table in the status bar; either way the document stays what it was, except that the
+  /// latter leaves "TECH" at 1.
+  bool OnOpenDocument(const QString& path);
+
+  /// Writes the table, always as version 2. False where the user is told why not; the document is
+  /// modified then.
+  bool OnSaveDocument(const QString& path);
+
+  /// Asks whether to save a modified document. False: the user wants to stay.
+  bool SaveModified(const std::function<bool()>& save);
+
+  /// What takes over the path of a waveform file once its table is loaded; true when it accepts.
+  void SetWaveformLoader(std::function<bool(const QString&)> loader) {
+    waveform_loader_ = std::move(loader);
+  }
+
+  ParamTable& Table() { return *table_; }
+  const ParamTable& Table() const { return *table_; }
+  Prompts& Asking() { return *prompts_; }
+  /// Empty for a new document.
+  const QString& Path() const { return path_; }
+  /// File name, or "Untitled".
+  QString Title() const;
+  ContentKind Kind() const { return kind_; }
+  /// Version of the file as loaded or saved; 0 for a new document.
+  int FileVersion() const { return file_version_; }
+
+  bool IsModified() const { return is_modified_; }
+  void SetModified(bool is_modified);
+  /// To be called after every change of the table, so that the views follow.
+  void UpdateAllViews() { emit Changed(); }
+
+ signals:
+  /// Path, modified mark or a value of the table changed.
+  void Changed();
+
+ private:
+  void StoreInt(ParamKey key, std::int32_t number);
+  std::int32_t ReadInt(ParamKey key, std::int32_t fallback) const;
+  void BuildIndex();
+  void LeaveAfterFailedLoad(std::int32_t tech_before, const std::string& message);
+
+  ParamTable* table_;
+  Prompts* prompts_;
+  Notices* notices_;
+  std::function<bool(const QString&)> waveform_loader_;
+  QString path_;
+  ContentKind kind_ = kTable;
+  int file_version_ = 0;
+  bool is_modified_ = false;
+  bool has_document_ = false;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_APP_ORVANE_DOC_H_

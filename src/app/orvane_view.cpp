@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/orvane_view.h"
+
+#include <QDir>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "editors/table_summary.h"
+
+namespace orvane {
+namespace {
+
+QString Text(std::string_view text) {
+  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QLabel* NewValueLabel(QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setTextFormat(Qt::PlainText);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  label->setWordWrap(true);
+  label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  return label;
+}
+
+}  // namespace
+
+COrvaneView::COrvaneView(COrvaneDoc* doc, QWidget* parent)
+    : QScrollArea(parent), doc_(doc), name_(nullptr), file_(nullptr) {
+  setObjectName(QStringLiteral("view"));
+  setAccessibleName(QStringLiteral("Table at a glance"));
+  setWidgetResizable(true);
+  setFrameShape(QFrame::NoFrame);
+  Build();
+  OnUpdate();
+  connect(doc_, &COrvaneDoc::Changed, this, &COrvaneView::OnUpdate);
+}
+
+void COrvaneView::Build() {
+  auto* page = new QWidget(this);
+  name_ = new QLabel(page);
+  name_->setTextFormat(Qt::PlainText);
+  name_->setObjectName(QStringLiteral("name"));
+  QFont font = name_->font();
+  font.setPointSizeF(font.pointSizeF() * 1.5);
+  font.setBold(true);
+  name_->setFont(font);
+  file_ = NewValueLabel(page);
+  file_->setObjectName(QStringLiteral("file"));
+
+  // Two columns of groups, the survey's texts at the right, where they have room.
+  auto* left = new QVBoxLayout;
+  auto* right = new QVBoxLayout;
+  const auto summary = SummarizeTable(doc_->Table());
+  for (std::size_t i = 0; i < summary.size(); ++i) {
+    auto* group = new QGroupBox(Text(summary[i].title), page);
+    auto* form = new QFormLayout(group);
+    form->setHorizontalSpacing(16);
+    for (const SummaryLine& line : summary[i].lines) {
+      QLabel* value = NewValueLabel(group);
+      form->addRow(Text(line.label) + QStringLiteral(":"), value);
+      values_.push_back(value);
+    }
+    (i < 3 ? left : right)->addWidget(group);
+  }
+  left->addStretch();
+  right->addStretch();
+
+  auto* columns = new QHBoxLayout;
+  columns->setSpacing(16);
+  columns->addLayout(left, 1);
+  columns->addLayout(right, 1);
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(16, 12, 16, 12);
+  layout->addWidget(name_);
+  layout->addWidget(file_);
+  layout->addSpacing(8);
+  layout->addLayout(columns);
+  layout->addStretch();
+  setWidget(page);
+}
+
+void COrvaneView::OnUpdate() {
+  name_->setText(doc_->Title() + (doc_->IsModified() ? QStringLiteral(" (changed)") : QString()));
+  file_->setText(doc_->Path().isEmpty() ? QStringLiteral("New table, not saved yet")
+                                        : QStringLiteral("%1, TBL version %2")
+                                              .arg(QDir::toNativeSeparators(doc_->Path()))
+                                              .arg(doc_->FileVersion()));
+  std::size_t at = 0;
+  for (const SummaryGroup& group : SummarizeTable(doc_->Table())) {
+    for (const SummaryLine& line : group.lines) {
+      QLabel* label = values_[at++];
+      const QString value = line.value.empty() ? QStringLiteral("not set") : Text(line.value);
+      label->setText(value);
+      label->setEnabled(!line.value.empty());
+      label->setAccessibleName(Text(group.title) + QStringLiteral(": ") + Text(line.label) +
+                               QStringLiteral(": ") + value);
+    }
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_APP_ORVANE_VIEW_H_
+#define ORVANE_APP_ORVANE_VIEW_H_
+
+#include <QLabel>
+#include <QScrollArea>
+#include <QString>
+#include <vector>
+
+#include "app/orvane_doc.h"
+
+namespace orvane {
+
+/// The view of the document. While no waveform and no calibration is shown, it shows the open table
+/// at a glance and follows every edit.
+class COrvaneView : public QScrollArea {
+  Q_OBJECT
+
+ public:
+  COrvaneView(COrvaneDoc* doc, QWidget* parent);
+
+ private:
+  void Build();
+  void OnUpdate();
+
+  COrvaneDoc* doc_;
+  QLabel* name_;
+  QLabel* file_;
+  std::vector<QLabel*> values_;  // in the order of the summary's lines
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_APP_ORVANE_VIEW_H_

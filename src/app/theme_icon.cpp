@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/theme_icon.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
+#include <QSvgRenderer>
+
+namespace orvane {
+namespace {
+
+class ThemeIconEngine : public QIconEngine {
+ public:
+  explicit ThemeIconEngine(QByteArray drawing) : drawing_(std::move(drawing)) {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+    const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+    const auto role = mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::WindowText;
+    QByteArray drawing = drawing_;
+    drawing.replace("currentColor",
+                    QGuiApplication::palette().color(group, role).name().toLatin1());
+    QSvgRenderer(drawing).render(painter, rect);
+  }
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+    return pixmap;
+  }
+
+  QIconEngine* clone() const override { return new ThemeIconEngine(drawing_); }
+
+ private:
+  QByteArray drawing_;
+};
+
+}  // namespace
+
+QIcon ThemeIcon(const QString& name) {
+  QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
+  return file.open(QIODevice::ReadOnly) ? QIcon(new ThemeIconEngine(file.readAll())) : QIcon();
+}
+
+}  // namespace orvane

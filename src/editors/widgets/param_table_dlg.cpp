@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/widgets/param_table_dlg.h"
+
+#include <QHBoxLayout>
+#include <QRegularExpressionValidator>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "core/number_text.h"
+
+namespace orvane {
+namespace {
+
+QString Text(std::string_view text) {
+  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string Bytes(const QString& text) { return text.toLatin1().toStdString(); }
+
+QLabel* NewLabel(const QString& text, QWidget* buddy, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setBuddy(buddy);
+  buddy->setAccessibleName(text);
+  return label;
+}
+
+}  // namespace
+
+CParamTableDlg::CParamTableDlg(ParamTable* table, QWidget* parent) : QDialog(parent), rows_(table) {
+  setWindowTitle(QStringLiteral("Parameter Table"));
+  setObjectName(QStringLiteral("134"));
+  resize(860, 600);
+  CreateControls();
+  FillGrid();
+  LayOut();
+  connect(lookup_button_, &QPushButton::clicked, this, &CParamTableDlg::OnLookup);
+  connect(sort_, &QCheckBox::toggled, this, &CParamTableDlg::OnSortByCode);
+  connect(filter_, &QLineEdit::textChanged, this, &CParamTableDlg::OnFilter);
+  connect(grid_, &CGridCtrl::EndEdit, this, &CParamTableDlg::OnEndEdit);
+  connect(grid_, &CGridCtrl::FocusCellChanged, this, &CParamTableDlg::ShowDetail);
+  connect(close_, &QPushButton::clicked, this, &QDialog::accept);
+  grid_->SetFocusCell(1, kValueColumn);
+  grid_->setFocus();
+}
+
+void CParamTableDlg::CreateControls() {
+  lookup_ = new QLineEdit(this);
+  lookup_->setObjectName(QStringLiteral("1083"));
+  lookup_->setMaxLength(static_cast<int>(kKeySize));
+  lookup_->setToolTip(QStringLiteral("Ctrl+L"));
+  lookup_button_ = new QPushButton(QStringLiteral("Lookup"), this);
+  lookup_button_->setObjectName(QStringLiteral("1084"));
+  lookup_button_->setDefault(true);  // Return looks up, it does not close
+  filter_ = new QLineEdit(this);
+  filter_->setObjectName(QStringLiteral("filter"));
+  filter_->setPlaceholderText(QStringLiteral("part of a code or value"));
+  filter_->setToolTip(QStringLiteral("Ctrl+F"));
+  filter_->setClearButtonEnabled(true);
+  sort_ = new QCheckBox(QStringLiteral("Sort by code"), this);
+  sort_->setObjectName(QStringLiteral("1085"));
+  grid_ = new CGridCtrl(this);
+  grid_->setObjectName(QStringLiteral("1079"));
+  grid_->setAccessibleName(QStringLiteral("Parameters"));
+  detail_ = new QLabel(this);
+  detail_->setObjectName(QStringLiteral("detail"));
+  detail_->setTextFormat(Qt::PlainText);
+  detail_->setWordWrap(true);
+  detail_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  detail_->setMinimumHeight(2 * detail_->fontMetrics().lineSpacing());
+  detail_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  close_ = new QPushButton(QStringLiteral("Close"), this);
+  close_->setObjectName(QStringLiteral("1"));
+  close_->setAutoDefault(false);  // made last, as the tab order goes
+
+  // Values are bytes: what is no Latin-1 character cannot be stored.
+  grid_->SetEditValidator(new QRegularExpressionValidator(
+      QRegularExpression(QStringLiteral("[\\x{01}-\\x{FF}]*")), this));
+  new QShortcut(QKeySequence(QStringLiteral("Ctrl+L")), lookup_, [this] { lookup_->setFocus(); });
+  new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), filter_, [this] { filter_->setFocus(); });
+}
+
+void CParamTableDlg::FillGrid() {
+  std::vector<std::vector<QString>> texts;
+  texts.reserve(static_cast<std::size_t>(rows_.Count()) + 1);
+  auto& header = texts.emplace_back();
+  for (const std::string_view name : kRawColumnNames) {
+    header.push_back(Text(name));
+  }
+  for (int ordinal = 1; ordinal <= rows_.Count(); ++ordinal) {
+    auto& row = texts.emplace_back();
+    for (int column = 0; column < static_cast<int>(kRawColumnNames.size()); ++column) {
+      row.push_back(Text(rows_.Cell(ordinal, static_cast<RawColumn>(column))));
+    }
+  }
+  grid_->SetTexts(texts);
+  grid_->SetFixedRowCount(1);
+  grid_->SetColumnWidth(kNumberColumn, 70);
+  grid_->SetColumnWidth(kPermissionColumn, 120);
+  grid_->SetColumnWidth(kValueColumn, 120);
+  grid_->ExpandColumnsToFit();
+  grid_->SetBeginEdit([this](int row, int column) {
+    return column == kValueColumn && rows_.CanEdit(OrdinalAt(row));
+  });
+}
+
+void CParamTableDlg::LayOut() {
+  auto* top = new QHBoxLayout;
+  top->addWidget(NewLabel(QStringLiteral("Lookup by code"), lookup_, this));
+  top->addWidget(lookup_);
+  top->addWidget(lookup_button_);
+  top->addSpacing(16);
+  top->addWidget(NewLabel(QStringLiteral("Filter"), filter_, this));
+  top->addWidget(filter_, 1);
+  top->addSpacing(16);
+  top->addWidget(sort_);
+  auto* bottom = new QHBoxLayout;
+  bottom->addWidget(detail_, 1);
+  bottom->addWidget(close_, 0, Qt::AlignBottom);
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(top);
+  layout->addWidget(grid_, 1);
+  layout->addLayout(bottom);
+}
+
+void CParamTableDlg::done(int result) {
+  grid_->CommitEdit();
+  QDialog::done(result);
+}
+
+int CParamTableDlg::OrdinalAt(int row) const {
+  return ParseInt(Bytes(grid_->GetItemText(row, kNumberColumn))).value_or(0);
+}
+
+void CParamTableDlg::OnEndEdit(int row) {
+  const int ordinal = OrdinalAt(row);
+  const std::vector<int> partners =
+      rows_.EndEdit(ordinal, Bytes(grid_->GetItemText(row, kValueColumn)));
+  const bool is_changed = rows_.IsChanged(ordinal);
+  const auto mark = [&](int marked) {
+    grid_->SetItemMarked(marked, kCodeColumn, is_changed);
+    grid_->SetItemMarked(marked, kValueColumn, is_changed);
+  };
+  mark(row);
+  for (int other = 1; !partners.empty() && other < grid_->GetRowCount(); ++other) {
+    const int partner = OrdinalAt(other);
+    if (std::find(partners.begin(), partners.end(), partner) != partners.end()) {
+      grid_->SetItemText(other, kValueColumn, Text(rows_.Row(partner).value));
+      mark(other);
+    }
+  }
+  ShowDetail(row);
+  emit Edited();
+}
+
+void CParamTableDlg::OnLookup() {
+  const QString code = lookup_->text();
+  for (int row = 1; row < grid_->GetRowCount(); ++row) {
+    if (EqualsWithoutCase(Bytes(grid_->GetItemText(row, kCodeColumn)), Bytes(code))) {
+      if (!grid_->IsRowVisible(row)) {
+        filter_->clear();  // it hides what was asked for
+      }
+      grid_->SetFocusCell(row, kValueColumn);
+      grid_->EnsureVisible(row, kValueColumn);
+      grid_->setFocus();
+      return;
+    }
+  }
+}
+
+void CParamTableDlg::OnSortByCode(bool by_code) {
+  if (by_code) {
+    grid_->SortTextItems(kCodeColumn, true);
+  } else {
+    const auto by_number = [](const QString& a, const QString& b) {
+      return ParseIntPrefix(Bytes(a)) < ParseIntPrefix(Bytes(b));
+    };
+    grid_->SortItems(by_number, kNumberColumn, true);
+  }
+}
+
+void CParamTableDlg::OnFilter(const QString& text) {
+  const std::string filter = Bytes(text);
+  std::vector<bool> visible(static_cast<std::size_t>(grid_->GetRowCount()), true);
+  for (int row = 1; row < grid_->GetRowCount(); ++row) {
+    visible[static_cast<std::size_t>(row)] = rows_.Matches(OrdinalAt(row), filter);
+  }
+  grid_->SetVisibleRows(visible);
+}
+
+void CParamTableDlg::ShowDetail(int row) { detail_->setText(Text(rows_.Detail(OrdinalAt(row)))); }
+
+}  // namespace orvane

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_EDITORS_WIDGETS_PARAM_TABLE_DLG_H_
+#define ORVANE_EDITORS_WIDGETS_PARAM_TABLE_DLG_H_
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <vector>
+
+#include "editors/raw_table.h"
+#include "ui/grid_ctrl.h"
+
+namespace orvane {
+
+/// "Parameter Table": every entry of a table in one grid. Edits go straight into the table, so
+/// closing undoes nothing.
+class CParamTableDlg : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit CParamTableDlg(ParamTable* table, QWidget* parent = nullptr);
+
+  /// Whether a value was edited.
+  bool IsModified() const { return rows_.IsModified(); }
+
+  void done(int result) override;
+
+ signals:
+  /// A value of the table changed.
+  void Edited();
+
+ private:
+  void CreateControls();
+  void FillGrid();
+  void LayOut();
+  int OrdinalAt(int row) const;
+
+  void OnEndEdit(int row);
+  void OnLookup();
+  void OnSortByCode(bool by_code);
+  void OnFilter(const QString& text);
+  void ShowDetail(int row);
+
+  RawTable rows_;
+  QLineEdit* lookup_ = nullptr;
+  QPushButton* lookup_button_ = nullptr;
+  QCheckBox* sort_ = nullptr;
+  QLineEdit* filter_ = nullptr;
+  CGridCtrl* grid_ = nullptr;
+  QLabel* detail_ = nullptr;
+  QPushButton* close_ = nullptr;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_WIDGETS_PARAM_TABLE_DLG_H_

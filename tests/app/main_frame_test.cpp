@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The windows as users meet them: by keyboard, by name and by assistive tools.
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <functional>
+
+#include "app/main_frame.h"
+#include "editors/widgets/param_table_dlg.h"
+#include "support/temp_dir.h"
+
+namespace orvane {
+namespace {
+
+using testing::ReadAll;
+using testing::TempDir;
+using testing::WriteAll;
+
+// Runs `act` once a modal window stands; false where none came.
+void WithModal(const std::function<void(QWidget*)>& act, const std::function<void()>& start) {
+  bool is_done = false;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&] {
+    if (QWidget* window = QApplication::activeModalWidget(); window != nullptr && !is_done) {
+      is_done = true;
+      act(window);
+    }
+  });
+  timer.start(5);
+  start();
+  EXPECT_TRUE(is_done) << "no window was shown";
+}
+
+class MainFrame : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    QSettings().clear();
+    frame_ = std::make_unique<CMainFrame>(&doc_, &prompts_, &notices_);
+    doc_.OnNewDocument();
+    frame_->show();
+  }
+
+  QString Path(const char* name) const { return QString::fromStdString((dir_ / name).string()); }
+  QString Notice() const { return frame_->findChild<QLabel*>(QStringLiteral("notice"))->text(); }
+  void WriteTable(const char* name, char tech) const {
+    std::string header("\x03\0.TBL2%", 8);
+    header.resize(32);
+    std::string record = "TECH";
+    record.resize(16);
+    record += tech;
+    record.resize(32);
+    WriteAll(dir_ / name, header + record);
+  }
+
+  TempDir dir_;
+  ParamTable table_;
+  QtPrompts prompts_;
+  StatusNotices notices_;
+  COrvaneDoc doc_{&table_, &prompts_, &notices_};
+  std::unique_ptr<CMainFrame> frame_;
+};
+
+TEST_F(MainFrame, HasEveryCommand) {
+  struct Row {
+    int id;
+    const char* text;
+    const char* status_tip;
+    bool is_enabled;
+  };
+  // A sample of each kind; texts with their doubled blanks.
+  const Row rows[] = {
+      {57601, "&Open...", "Open TBL file", true},
+      {57603, "&Save", "Save TBL file", true},
+      {57604, "Save &As...", "Save TBL file with a new name", true},
+      {32798, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes", false},
+      {57616, "Recent File", "Open this document", false},
+      {57665, "E&xit", "Quit the application; prompts to save TBL file", true},
+      {32773, "MHX Wireless Network Settings...", "Set MHX Wireless Network", false},
+      {32775, "Raw Parameters...", "Display and edit parameters in raw table", true},
+      {32780, "Convert  FD Stack Result File(s) to ASCII File(s)...",
+       "Convert  stack result (*.trs)  file(s)  into CSV file(s)", false},
+      {32806, "Create TFS File For Dr. Halvo FDEM ...", "", false},
+      {59392, "&Toolbar", "", true},
+      {57664, "&About Orvane...", "", true},
+      {32795, "Scroll forward", "Scroll forward in time series", false},
+  };
+  for (const Row& row : rows) {
+    const auto* action = frame_->findChild<QAction*>(QString::number(row.id));
+    ASSERT_NE(action, nullptr) << row.id;
+    EXPECT_EQ(action->text(), QString::fromLatin1(row.text));
+    EXPECT_EQ(action->statusTip(), QString::fromLatin1(row.status_tip));
+    EXPECT_EQ(action->isEnabled(), row.is_enabled) << row.id;
+  }
+  std::vector<int> commands;
+  for (const QAction* menu : frame_->menuBar()->actions()) {
+    int count = 0;
+    for (const QAction* action : menu->menu()->actions()) {
+      count += !action->isSeparator() && action->isVisible() ? 1 : 0;
+    }
+    commands.push_back(count);
+  }
+  EXPECT_EQ(commands, (std::vector<int>{9, 8, 8, 5, 1}));
+  EXPECT_EQ(frame_->Command(kFileOpen)->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
+  EXPECT_EQ(frame_->Command(kEditRadio)->toolTip(), QStringLiteral("MHX  Modern"));
+  for (const QAction* action : frame_->findChild<QToolBar*>()->actions()) {
+    EXPECT_TRUE(action->isSeparator() || !action->icon().pixmap(24).toImage().isNull());
+  }
+}
+
+TEST_F(MainFrame, IconsAndBarsFollowTheUser) {
+  auto* bar = frame_->findChild<QToolBar*>();
+  frame_->Command(kViewToolbar)->trigger();
+  EXPECT_FALSE(bar->isVisible());
+  frame_->Command(kViewToolbar)->trigger();
+  EXPECT_TRUE(bar->isVisible());
+  frame_->Command(kViewStatusBar)->trigger();
+  EXPECT_FALSE(frame_->statusBar()->isVisible());
+  frame_->Command(kViewStatusBar)->trigger();
+
+  const QPalette light = QApplication::palette();
+  const auto picture = [this] {
+    return frame_->Command(kFileOpen)->icon().pixmap(QSize(24, 24)).toImage();
+  };
+  const QImage before = picture();
+  QPalette dark(QColor(40, 40, 40), QColor(30, 30, 30));
+  dark.setColor(QPalette::WindowText, Qt::white);
+  QApplication::setPalette(dark);
+  EXPECT_NE(picture(), before);
+  QApplication::setPalette(light);
+  EXPECT_EQ(picture(), before);
+}
+
+TEST_F(MainFrame, OpensEditsSavesAndReopensByKeyboard) {
+  WriteTable("in.tbl", 3);
+  WithModal(
+      [this](QWidget* window) {
+        auto* name = window->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        ASSERT_NE(name, nullptr);
+        name->setText(Path("in.tbl"));
+        QTest::keyClick(name, Qt::Key_Return);
+      },
+      [this] { frame_->Command(kFileOpen)->trigger(); });
+  EXPECT_EQ(frame_->windowTitle(), QStringLiteral("in.tbl[*] - Orvane"));
+
+  WithModal(
+      [this](QWidget* window) {
+        EXPECT_EQ(window->windowTitle(), QStringLiteral("Parameter Table"));
+        auto* lookup = window->findChild<QLineEdit*>(QStringLiteral("1083"));
+        QTest::keyClicks(lookup, "site");
+        QTest::keyClick(lookup, Qt::Key_Return);
+        auto* grid = window->findChild<CGridCtrl*>(QStringLiteral("1079"));
+        EXPECT_EQ(grid->GetItemText(grid->GetFocusCell().first, 1), QStringLiteral("SITE"));
+        QTest::keyClick(grid, Qt::Key_F2);
+        auto* editor = window->findChild<QLineEdit*>(QStringLiteral("cellEditor"));
+        ASSERT_NE(editor, nullptr);
+        QTest::keyClicks(editor, QString(QChar(0x20AC)) + QStringLiteral("S100") + QChar(0xC5));
+        EXPECT_EQ(editor->text(), QStringLiteral("S100") + QChar(0xC5)) << "no byte for the euro";
+        // Closed with the editor still open: the edit counts.
+        window->findChild<QPushButton*>(QStringLiteral("1"))->click();
+      },
+      [this] { frame_->Command(kEditRaw)->trigger(); });
+  EXPECT_TRUE(frame_->isWindowModified());
+
+  QTest::keySequence(frame_.get(), QKeySequence(QStringLiteral("Ctrl+S")));
+  EXPECT_FALSE(frame_->isWindowModified());
+  const std::string saved = ReadAll(dir_ / "in.tbl");
+  ASSERT_EQ(saved.size(), 23040U);
+  EXPECT_NE(saved.find(std::string("S100\xC5\0", 6)), std::string::npos);
+
+  ASSERT_TRUE(frame_->OpenFile(Path("in.tbl")));
+  const auto values = frame_->findChildren<QLabel*>();
+  EXPECT_TRUE(std::any_of(values.begin(), values.end(), [](const QLabel* label) {
+    return label->accessibleName() == QStringLiteral("Survey: Site: S100") + QChar(0xC5);
+  }));
+}
+
+TEST_F(MainFrame, ClosingTheRawEditorWithoutAnEditChangesNothing) {
+  WithModal(
+      [](QWidget* window) {
+        auto* grid = window->findChild<CGridCtrl*>(QStringLiteral("1079"));
+        QTest::keyClick(grid, Qt::Key_F2);
+        auto* editor = window->findChild<QLineEdit*>(QStringLiteral("cellEditor"));
+        QTest::keyClicks(editor, "5");
+        QTest::keyClick(editor, Qt::Key_Escape);
+        QTest::keyClick(grid, Qt::Key_Escape);
+      },
+      [this] { frame_->Command(kEditRaw)->trigger(); });
+  EXPECT_FALSE(doc_.IsModified());
+}
+
+TEST_F(MainFrame, KeepsFourRecentFilesAndForgetsMissingOnes) {
+  for (const char* name : {"1.tbl", "2.tbl", "3.tbl", "4&.tbl", "5.tbl"}) {
+    WriteTable(name, 1);
+    ASSERT_TRUE(frame_->OpenFile(Path(name)));
+  }
+  const auto text = [this](int i) { return frame_->Command(kFileRecent + i)->text(); };
+  EXPECT_EQ(text(0), QStringLiteral("&1 ") + Path("5.tbl"));
+  EXPECT_EQ(text(1), QStringLiteral("&2 ") + Path("4&&.tbl"));
+  EXPECT_EQ(text(3), QStringLiteral("&4 ") + Path("2.tbl"));
+  frame_->Command(kFileRecent + 3)->trigger();
+  EXPECT_EQ(doc_.Title(), QStringLiteral("2.tbl"));
+
+  std::filesystem::remove(dir_ / "5.tbl");
+  WithModal([](QWidget* window) { window->close(); },
+            [this] { frame_->Command(kFileRecent + 1)->trigger(); });
+  EXPECT_EQ(RecentFiles().Paths(), (QStringList{Path("2.tbl"), Path("4&.tbl"), Path("3.tbl")}));
+}
+
+TEST_F(MainFrame, AsksBeforeClosingAndTakesDroppedFiles) {
+  WriteTable("drop.tbl", 2);
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(Path("drop.tbl"))});
+  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(frame_.get(), &drop);
+  EXPECT_EQ(doc_.Title(), QStringLiteral("drop.tbl"));
+  EXPECT_EQ(Notice(), QStringLiteral("Loaded 1 of 719 parameters; the others keep their previous "
+                                     "values"));
+  doc_.SetModified(true);
+  WithModal([](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); },
+            [this] { EXPECT_FALSE(frame_->close()); });
+  WithModal(
+      [](QWidget* window) { static_cast<QMessageBox*>(window)->button(QMessageBox::No)->click(); },
+      [this] { EXPECT_TRUE(frame_->close()); });
+}
+
+TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
+  ParamTable table;
+  ASSERT_EQ(table.BuildParamIndex(), kOk);
+  CParamTableDlg dialog(&table);
+  dialog.show();
+  auto* grid = dialog.findChild<CGridCtrl*>(QStringLiteral("1079"));
+  auto* sort = dialog.findChild<QCheckBox*>(QStringLiteral("1085"));
+  auto* lookup = dialog.findChild<QLineEdit*>(QStringLiteral("1083"));
+  auto* filter = dialog.findChild<QLineEdit*>(QStringLiteral("filter"));
+  ASSERT_EQ(grid->GetRowCount(), 720);
+  QAccessibleTableInterface* cells = QAccessible::queryAccessibleInterface(grid)->tableInterface();
+  EXPECT_EQ(cells->rowCount(), 720);
+  EXPECT_EQ(cells->cellAt(0, 3)->text(QAccessible::Name), QStringLiteral("Write Permission"));
+
+  sort->click();
+  EXPECT_EQ(grid->GetItemText(1, 1), QStringLiteral("1RCTL"));
+  EXPECT_EQ(grid->GetItemText(719, 1), QStringLiteral("ZPOS8"));
+  sort->click();
+  EXPECT_EQ(grid->GetItemText(9, 0), QStringLiteral("9"));
+  EXPECT_EQ(grid->GetItemText(10, 0), QStringLiteral("10"));
+
+  filter->setText(QStringLiteral("fdrift"));
+  EXPECT_FALSE(grid->IsRowVisible(1));
+  lookup->setText(QStringLiteral("tbvo"));
+  QTest::keyClick(lookup, Qt::Key_Return);
+  EXPECT_TRUE(dialog.isVisible()) << "Return looks up, it does not close";
+  EXPECT_EQ(grid->GetFocusCell(), std::make_pair(1, 4));
+  EXPECT_TRUE(filter->text().isEmpty()) << "it hid the row";
+
+  // "TBVO" stands at 1 and 27; the partner shows what was stored, the row itself what was typed.
+  QTest::keyClick(grid, Qt::Key_Return);
+  auto* editor = dialog.findChild<QLineEdit*>(QStringLiteral("cellEditor"));
+  ASSERT_NE(editor, nullptr);
+  QTest::keyClicks(editor, "1x");
+  QTest::keyClick(editor, Qt::Key_Return);
+  ASSERT_TRUE(QTest::qWaitFor([grid] { return !grid->IsEditing(); }));
+  EXPECT_EQ(grid->GetItemText(1, 4), QStringLiteral("1x"));
+  EXPECT_EQ(grid->GetItemText(27, 4), QStringLiteral("1"));
+  EXPECT_EQ(cells->cellAt(27, 4)->text(QAccessible::Description), QStringLiteral("changed"));
+  EXPECT_TRUE(dialog.IsModified());
+  QTest::keyClick(grid, Qt::Key_Left);
+  QTest::keyClick(grid, Qt::Key_F2);
+  EXPECT_FALSE(grid->IsEditing()) << "only values can be edited";
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/orvane_doc.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+
+#include "core/file_io.h"
+#include "support/temp_dir.h"
+
+namespace orvane {
+namespace {
+
+using testing::ReadAll;
+using testing::TempDir;
+using testing::WriteAll;
+
+class FakePrompts : public Prompts {
+ public:
+  Answer AskYesNo(const std::string& caption, const std::string& question) override {
+    asked.push_back(caption + "|" + question);
+    exists_when_asked = std::filesystem::exists(watched);
+    return answer;
+  }
+  Answer AskYesNoCancel(const std::string& caption, const std::string& question) override {
+    asked.push_back(caption + "|" + question);
+    return answer;
+  }
+  void ShowWarning(const std::string& caption, const std::string& text) override {
+    warned.push_back(caption + "|" + text);
+  }
+
+  Answer answer = Answer::kNo;
+  std::vector<std::string> asked;
+  std::vector<std::string> warned;
+  std::filesystem::path watched;
+  bool exists_when_asked = false;
+};
+
+class FakeNotices : public Notices {
+ public:
+  void ShowNotice(const std::string& text) override { last = text; }
+  std::string last;
+};
+
+std::string Record(std::string key, char type, std::string value) {
+  key.resize(15);
+  value.resize(16);
+  return key + type + value;
+}
+
+std::string Header() {
+  std::string header("\x03\0.TBL2%", 8);
+  header.resize(32);
+  return header;
+}
+
+class OrvaneDoc : public ::testing::Test {
+ protected:
+  void SetUp() override { doc_.OnNewDocument(); }
+
+  QString Path(const char* name) const { return QString::fromStdString((dir_ / name).string()); }
+
+  std::int32_t Int(ParamKey key) const {
+    std::int32_t number = -99;
+    EXPECT_EQ(table_.GetParam(key, IntPT, &number), kOk);
+    return number;
+  }
+  void Set(ParamKey key, std::int32_t number) {
+    EXPECT_EQ(table_.SetParam(key, IntPT, &number), kOk);
+  }
+  // "TBVO" as it stands in the first record of a version-2 file.
+  static int SavedTbvo(const std::string& bytes) { return bytes.at(32 + 16); }
+
+  TempDir dir_;
+  ParamTable table_;
+  FakePrompts prompts_;
+  FakeNotices notices_;
+  COrvaneDoc doc_{&table_, &prompts_, &notices_};
+};
+
+TEST_F(OrvaneDoc, NewSetsStartingValuesAndKeepsTheRest) {
+  EXPECT_EQ(Int("LPFR"), 18);
+  EXPECT_EQ(Int("EGNC"), 1);
+  EXPECT_EQ(Int("HGNC"), 1);
+  EXPECT_EQ(Int("ACDC"), 0);
+  EXPECT_EQ(Int("ACDH"), 0);
+  double gain = 0;
+  EXPECT_EQ(table_.GetParam("GFC8", FltPT, &gain), kOk);
+  EXPECT_EQ(gain, 1.0);
+  EXPECT_EQ(notices_.last, "");
+
+  Set("LPFR", 20);
+  Set("SNUM", 1234);
+  EXPECT_TRUE(doc_.OnNewDocument());
+  EXPECT_EQ(Int("LPFR"), 18);
+  EXPECT_EQ(Int("SNUM"), 1234);
+  EXPECT_NE(notices_.last.find("keep their previous values"), std::string::npos);
+  EXPECT_FALSE(doc_.IsModified());
+}
+
+TEST_F(OrvaneDoc, OpenLoadsOntoWhatIsThere) {
+  Set("SNUM", 77);
+  WriteAll(dir_ / "part.tbl", Header() + Record("LFRQ", 0, "\x32"));
+  EXPECT_TRUE(doc_.OnOpenDocument(Path("part.tbl")));
+  EXPECT_EQ(Int("LFRQ"), 50);
+  EXPECT_EQ(Int("SNUM"), 77);
+  EXPECT_EQ(Int("TECH"), 5) << "a file without the method";
+  EXPECT_EQ(notices_.last, "Loaded 1 of 719 parameters; the others keep their previous values");
+  EXPECT_EQ(doc_.Title(), QStringLiteral("part.tbl"));
+  EXPECT_FALSE(doc_.IsModified());
+}
+
+TEST_F(OrvaneDoc, AFailedOpenKeepsTheDocument) {
+  WriteAll(dir_ / "good.tbl", Header() + Record("TECH", 0, "\x03"));
+  WriteAll(dir_ / "bad.tbl", std::string(100, 'x'));
+  ASSERT_TRUE(doc_.OnOpenDocument(Path("good.tbl")));
+  EXPECT_FALSE(doc_.OnOpenDocument(Path("bad.tbl")));
+  EXPECT_EQ(Int("TECH"), 1);
+  EXPECT_EQ(notices_.last, (dir_ / "bad.tbl").string() + ": not a TBL file (174)");
+  EXPECT_TRUE(prompts_.warned.empty()) << "told in the status bar, not in a box";
+  EXPECT_TRUE(doc_.IsModified()) << "the method changed from 3 to 1";
+  EXPECT_EQ(doc_.Path(), Path("good.tbl"));
+
+  doc_.SetModified(false);
+  EXPECT_FALSE(doc_.OnOpenDocument(Path("bad.tbl")));
+  EXPECT_FALSE(doc_.IsModified()) << "the method was 1 already";
+
+  Set("TECH", 4);
+  EXPECT_FALSE(doc_.OnOpenDocument(Path("missing.tbl")));
+  EXPECT_FALSE(doc_.OnOpenDocument(QString::fromStdString(dir_.Path().string())));
+  EXPECT_EQ(Int("TECH"), 4) << "nothing was read";
+  ASSERT_EQ(prompts_.warned.size(), 2U);
+  EXPECT_EQ(prompts_.warned[0],
+            "Orvane|" + (dir_ / "missing.tbl").string() + ": No such file or directory");
+}
+
+TEST_F(OrvaneDoc, SaveAsksForTheOutputVersionBeforeItTouchesAFile) {
+  prompts_.watched = dir_ / "out.tbl";
+  Set("TBVO", 1);
+  EXPECT_TRUE(doc_.OnSaveDocument(Path("out.tbl")));
+  EXPECT_EQ(prompts_.asked, std::vector<std::string>{"Orvane|Do you want save TBVO as 1!"});
+  EXPECT_FALSE(prompts_.exists_when_asked);
+  EXPECT_EQ(SavedTbvo(ReadAll(dir_ / "out.tbl")), 2);
+  EXPECT_EQ(Int("TBVO"), 2);
+
+  Set("TBVO", 1);
+  prompts_.answer = Answer::kYes;
+  EXPECT_TRUE(doc_.OnSaveDocument(Path("out.tbl")));
+  EXPECT_EQ(SavedTbvo(ReadAll(dir_ / "out.tbl")), 1);
+
+  Set("TBVO", 7);
+  EXPECT_TRUE(doc_.OnSaveDocument(Path("Startup.tbl")));
+  EXPECT_EQ(prompts_.asked.size(), 2U);
+  EXPECT_EQ(SavedTbvo(ReadAll(dir_ / "Startup.tbl")), 2);
+  EXPECT_EQ(ReadAll(dir_ / "Startup.tbl").size(), 23040U) << "start-up tables are saved whole";
+}
+
+TEST_F(OrvaneDoc, AFailedSaveLeavesFileTableAndMark) {
+  WriteAll(dir_ / "old.tbl", "old");
+  Set("TBVO", 5);
+  Set("TBVI", 1);
+  const FileCalls calls = WriterCalls();
+  WriterCalls().sync = [](int) {
+    errno = EIO;
+    return -1;
+  };
+  EXPECT_FALSE(doc_.OnSaveDocument(Path("old.tbl")));
+  WriterCalls() = calls;
+  EXPECT_EQ(ReadAll(dir_ / "old.tbl"), "old");
+  EXPECT_EQ(dir_.Count(), 1U);
+  EXPECT_EQ(Int("TBVO"), 5);
+  EXPECT_EQ(Int("TBVI"), 1);
+  EXPECT_TRUE(doc_.IsModified());
+  ASSERT_EQ(prompts_.warned.size(), 1U);
+  EXPECT_NE(prompts_.warned[0].find("old.tbl: Input/output error (172)"), std::string::npos);
+}
+
+TEST_F(OrvaneDoc, AVersion1FileIsSavedAsVersion2AndSaidSo) {
+  std::string record = std::string("TECH\0\2\0\0\0\0\0\0\4", 13);
+  record.resize(25);
+  std::string end("\3\0\0\0\0\3\0", 7);
+  end.resize(25);
+  WriteAll(dir_ / "one.tbl", record + end);
+  ASSERT_TRUE(doc_.OnOpenDocument(Path("one.tbl")));
+  EXPECT_EQ(doc_.FileVersion(), 1);
+  EXPECT_EQ(Int("TBVI"), 1);
+  EXPECT_EQ(Int("TECH"), 4);
+  EXPECT_TRUE(doc_.OnSaveDocument(Path("one.tbl")));
+  EXPECT_EQ(ReadAll(dir_ / "one.tbl").size(), 23040U);
+  EXPECT_NE(notices_.last.find("version 2"), std::string::npos);
+  EXPECT_TRUE(doc_.OnSaveDocument(Path("one.tbl")));
+  EXPECT_EQ(notices_.last.find("version 2"), std::string::npos) << "said once";
+}
+
+TEST_F(OrvaneDoc, OnlyWaveformNamesReachTheWaveformLoader) {
+  std::vector<QString> handed;
+  doc_.SetWaveformLoader([&handed](const QString& path) {
+    handed.push_back(path);
+    return true;
+  });
+  for (const char* name : {"a.tbl", "a.tss", "b.TSS", "c.ts1", "tss", "d.tss.tbl"}) {
+    WriteAll(dir_ / name, Header() + Record("TECH", 0, "\x03"));
+    EXPECT_TRUE(doc_.OnOpenDocument(Path(name)));
+    const bool is_waveform = std::string(name) == "a.tss" || std::string(name) == "b.TSS";
+    EXPECT_EQ(doc_.Kind(), is_waveform ? COrvaneDoc::kTimeSeries : COrvaneDoc::kTable) << name;
+  }
+  EXPECT_EQ(handed, (std::vector<QString>{Path("a.tss"), Path("b.TSS")}));
+}
+
+TEST_F(OrvaneDoc, AsksBeforeChangesAreLost) {
+  int saves = 0;
+  const auto save = [&saves] {
+    ++saves;
+    return false;
+  };
+  EXPECT_TRUE(doc_.SaveModified(save));
+  EXPECT_TRUE(prompts_.asked.empty());
+  doc_.SetModified(true);
+  prompts_.answer = Answer::kCancel;
+  EXPECT_FALSE(doc_.SaveModified(save));
+  prompts_.answer = Answer::kNo;
+  EXPECT_TRUE(doc_.SaveModified(save));
+  EXPECT_EQ(saves, 0);
+  prompts_.answer = Answer::kYes;
+  EXPECT_FALSE(doc_.SaveModified(save)) << "what could not be saved is not left";
+  EXPECT_EQ(saves, 1);
+}
+
+}  // namespace
+}  // namespace orvane

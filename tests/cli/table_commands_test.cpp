@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The tool as users start it.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "support/temp_dir.h"
+
+namespace orvane::testing {
+namespace {
+
+struct Outcome {
+  int exit_code;
+  std::string out;
+  std::string err;
+};
+
+class TableCommands : public ::testing::Test {
+ protected:
+  // A version-2 file of two records: TECH 1 and STIM.
+  void SetUp() override {
+    std::string bytes("\x03\0.TBL2%", 8);
+    bytes.resize(32);
+    bytes += Record("TECH", 0, std::string("\1\0\0\0", 4));
+    bytes += Record("SITN", 2, "a\tb");
+    WriteAll(dir_ / "two.tbl", bytes);
+  }
+
+  static std::string Record(std::string key, char type, std::string value) {
+    key.resize(15);
+    value.resize(16);
+    return key + type + value;
+  }
+
+  Outcome Run(const std::string& arguments) const {
+    const std::string command = "cd '" + dir_.Path().string() + "' && '" ORVANE_CLI "' " +
+                                arguments + " >out.txt 2>err.txt";
+    const int status = std::system(command.c_str());
+    return {WEXITSTATUS(status), ReadAll(dir_ / "out.txt"), ReadAll(dir_ / "err.txt")};
+  }
+
+  TempDir dir_;
+};
+
+TEST_F(TableCommands, ShowPrintsAHeaderAndEveryParameter) {
+  const Outcome shown = Run("table show two.tbl");
+  EXPECT_EQ(shown.exit_code, 0);
+  EXPECT_EQ(std::count(shown.out.begin(), shown.out.end(), '\n'), 720);
+  EXPECT_EQ(shown.out.substr(0, shown.out.find('\n')), "No.\tCode\tType\tWrite Permission\tValue");
+  EXPECT_NE(shown.out.find("\n1\tTBVO\tIntPT\tAny Mode\t2\n"), std::string::npos);
+  EXPECT_NE(shown.out.find("\tSITN\tStrPT\tAny Mode\ta\\x09b\n"), std::string::npos);
+  EXPECT_EQ(shown.err, "");
+}
+
+TEST_F(TableCommands, GetSetAndDiff) {
+  EXPECT_EQ(Run("table get two.tbl tech SITN").out, "TECH=1\nSITN=a\\x09b\n");
+  const Outcome missing = Run("table get two.tbl TECH nowhere MODEXXXXX");
+  EXPECT_EQ(missing.exit_code, 1);
+  EXPECT_EQ(missing.out, "TECH=1\n");
+  EXPECT_NE(missing.err.find("nowhere: no such parameter"), std::string::npos);
+
+  EXPECT_EQ(
+      Run("table set two.tbl tech=3 'STIM=2026/02/28 5:06' FDRIFT=-1.5e-3 --to new.tbl").exit_code,
+      0);
+  EXPECT_EQ(ReadAll(dir_ / "new.tbl").size(), 23040U);
+  const Outcome diff = Run("table diff two.tbl new.tbl");
+  EXPECT_EQ(diff.exit_code, 1);
+  EXPECT_EQ(diff.out, "STIM\t00:00:00\t2026/02/28 05:06:00\nTECH\t1\t3\nFDRIFT\t0\t-0.0015\n");
+  const Outcome same = Run("table diff new.tbl new.tbl");
+  EXPECT_EQ(same.exit_code, 0);
+  EXPECT_EQ(same.out + same.err, "");
+}
+
+TEST_F(TableCommands, SetRefusesWhatIsNotWhollyRight) {
+  const std::string before = ReadAll(dir_ / "two.tbl");
+  struct Case {
+    const char* arguments;
+    const char* named;
+  };
+  for (const auto& [arguments, named] : {
+           Case{"TECH=3x", "TECH"},
+           Case{"TECH=", "TECH"},
+           Case{"TECH=2147483648", "TECH"},
+           Case{"SITE=1234567890123456", "SITE"},
+           Case{"FDRIFT=0,5", "FDRIFT"},
+           Case{"FDRIFT=nan", "FDRIFT"},
+           Case{"FDRIFT=1e999", "FDRIFT"},
+           Case{"STIM=2026/02/29", "STIM"},
+           Case{"STIM=2026/02/28T05:06", "STIM"},
+           Case{"TECHX=1", "TECHX"},
+           Case{"TBVI=1", "TBVI"},
+           Case{"COMBON=1 --tbl-version 1", "COMBON"},
+           Case{"SITN=123456789 --tbl-version 1", "SITN"},
+       }) {
+    const Outcome outcome = Run(std::string("table set two.tbl MODE=1 ") + arguments);
+    EXPECT_EQ(outcome.exit_code, 1) << arguments;
+    EXPECT_NE(outcome.err.find(named), std::string::npos) << outcome.err;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(ReadAll(dir_ / "two.tbl"), before) << arguments;
+  }
+}
+
+TEST_F(TableCommands, SetKeepsVersionsStraight) {
+  ASSERT_EQ(Run("table set two.tbl TBVO=1 --tbl-version 1 --to one.tbl").exit_code, 0);
+  EXPECT_EQ(ReadAll(dir_ / "one.tbl").size(), 7150U);
+  EXPECT_EQ(Run("table get one.tbl TBVO TBVI").out, "TBVO=1\nTBVI=1\n");
+  const Outcome rewritten = Run("table set one.tbl TECH=2");
+  EXPECT_EQ(rewritten.exit_code, 0);
+  EXPECT_NE(rewritten.err.find("version 1, is written as version 2"), std::string::npos);
+  EXPECT_EQ(ReadAll(dir_ / "one.tbl").size(), 23040U);
+  EXPECT_EQ(Run("table get one.tbl TBVO TBVI TECH").out, "TBVO=1\nTBVI=2\nTECH=2\n");
+  ASSERT_EQ(Run("table set one.tbl TBVO=7").exit_code, 0);
+  EXPECT_EQ(Run("table get one.tbl TBVO").out, "TBVO=2\n");
+}
+
+TEST_F(TableCommands, TellsWhyAFileFails) {
+  WriteAll(dir_ / "empty.tbl", "");
+  WriteAll(dir_ / "text.tbl", "This is a text and no parameter table at all.");
+  struct Case {
+    const char* arguments;
+    const char* message;
+  };
+  for (const auto& [arguments, message] : {
+           Case{"table show nowhere.tbl", "nowhere.tbl: No such file or directory (173)"},
+           Case{"table show .", ".: Is a directory (173)"},
+           Case{"table show empty.tbl", "empty.tbl: too short for a TBL file (173)"},
+           Case{"table get text.tbl TECH", "text.tbl: not a TBL file (174)"},
+           Case{"table diff two.tbl text.tbl", "text.tbl: not a TBL file (174)"},
+           Case{"table set text.tbl TECH=1 --to x.tbl", "text.tbl: not a TBL file (174)"},
+           Case{"table set two.tbl TECH=1 --to no/x.tbl",
+                "no/x.tbl: No such file or directory (172)"},
+           Case{"table set two.tbl TECH=1 --to /dev/full",
+                "/dev/full: No space left on device (172)"},
+       }) {
+    const Outcome outcome = Run(arguments);
+    EXPECT_EQ(outcome.exit_code, 1) << arguments;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_NE(outcome.err.find(message), std::string::npos) << outcome.err;
+  }
+  EXPECT_FALSE(std::filesystem::exists(dir_ / "x.tbl"));
+  // Results that cannot be delivered are a failure too.
+  const std::string to_full = "cd '" + dir_.Path().string() +
+                              "' && '" ORVANE_CLI "' table show two.tbl >/dev/full 2>err.txt";
+  EXPECT_EQ(WEXITSTATUS(std::system(to_full.c_str())), 1);
+}
+
+TEST_F(TableCommands, UsageErrorsAreTwoHelpAndVersionAreNone) {
+  for (const char* arguments : {"", "table", "table show", "table get two.tbl", "table set two.tbl",
+                                "table set two.tbl TECH", "table show two.tbl --nonsense",
+                                "table set two.tbl TECH=1 --tbl-version 3", "nonsense"}) {
+    const Outcome outcome = Run(arguments);
+    EXPECT_EQ(outcome.exit_code, 2) << arguments;
+    EXPECT_EQ(outcome.out, "") << arguments;
+    EXPECT_NE(outcome.err, "") << arguments;
+  }
+  for (const char* arguments :
+       {"", "table", "table show", "table get", "table set", "table diff"}) {
+    const Outcome help = Run(std::string(arguments) + " --help");
+    EXPECT_EQ(help.exit_code, 0);
+    EXPECT_NE(help.out.find("Usage: orvane-cli"), std::string::npos) << arguments;
+    EXPECT_EQ(Run(std::string(arguments) + " --version").out, "orvane-cli 5.0\n") << arguments;
+  }
+}
+
+}  // namespace
+}  // namespace orvane::testing

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Windows without a display, settings of their own. ORVANE_EXPECT_COMMA=1 makes sure that the run
+// is under a locale with a decimal comma.
+#include <gtest/gtest.h>
+
+#include <QLocale>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <ostream>
+
+#include "app/orvane_app.h"
+
+void PrintTo(const QString& text, std::ostream* stream) { *stream << text.toStdString(); }
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  }
+  const QTemporaryDir settings;
+  qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  orvane::COrvaneApp app(argc, argv);
+  if (qEnvironmentVariableIsSet("ORVANE_EXPECT_COMMA") &&
+      QLocale::system().decimalPoint() != QLatin1String(",")) {
+    std::fputs("this run needs a locale with a decimal comma\n", stderr);
+    return 1;
+  }
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
