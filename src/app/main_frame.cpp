@@ -14,6 +14,7 @@
 #include "app/lock_keys.h"
 #include "app/theme_icon.h"
 #include "editors/widgets/param_table_dlg.h"
+#include "ui/window_size.h"
 
 namespace orvane {
 namespace {
@@ -207,7 +208,7 @@ void CMainFrame::UpdateRecentFiles() {
 }
 
 void CMainFrame::RestoreLayout() {
-  resize(960, 640);
+  ResizeWithinScreen(this, QSize(960, 640));
   const QSettings settings;
   restoreGeometry(settings.value(kGeometry).toByteArray());
   restoreState(settings.value(kState).toByteArray());

@@ -19,7 +19,6 @@ QString Text(std::string_view text) {
 QLabel* NewValueLabel(QWidget* parent) {
   auto* label = new QLabel(parent);
   label->setTextFormat(Qt::PlainText);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   label->setWordWrap(true);
   label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   return label;

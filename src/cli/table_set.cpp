@@ -51,7 +51,8 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
     if (!FitsTblV1Key(*entry)) {
       ++left_out;
     } else if (MakeTblRecordV1(*entry, &record) != kOk) {
-      cut += " " + key.Text();
+      cut += ' ';
+      cut += key.Text();
     }
   }
   const std::string file = options.file.string();

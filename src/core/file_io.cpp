@@ -111,6 +111,10 @@ std::string InFile::Open(const std::filesystem::path& path) {
   if (!S_ISREG(info.st_mode) && !S_ISFIFO(info.st_mode)) {
     return "not a file but a device";
   }
+  // A byte more than a small file has, so that its end is seen at once.
+  const auto size = static_cast<std::size_t>(info.st_size);
+  piece_ = S_ISREG(info.st_mode) ? std::clamp(size + 1, kMostPeeked, kPiece) : kPiece;
+  buffer_ = std::make_unique_for_overwrite<std::byte[]>(piece_);
   return {};
 }
 
@@ -125,16 +129,24 @@ std::size_t InFile::ReadPiece(std::span<std::byte> bytes) {
   return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
+// Moves what is unread to the front and reads on behind it; false at the end.
+bool InFile::Refill() {
+  std::copy(unread_.begin(), unread_.end(), buffer_.get());
+  const std::span buffer(buffer_.get(), piece_);
+  const std::size_t count = ReadPiece(buffer.subspan(unread_.size()));
+  unread_ = buffer.first(unread_.size() + count);
+  return count > 0;
+}
+
+std::span<const std::byte> InFile::Peek(std::size_t count) {
+  while (unread_.size() < count && Refill()) {
+  }
+  return unread_.first(std::min(count, unread_.size()));
+}
+
 std::size_t InFile::Read(std::span<std::byte> bytes) {
   std::size_t done = 0;
-  while (done < bytes.size()) {
-    if (unread_.empty()) {
-      buffer_.resize(kPiece);
-      unread_ = std::span<const std::byte>(buffer_).first(ReadPiece(buffer_));
-      if (unread_.empty()) {
-        break;
-      }
-    }
+  while (done < bytes.size() && (!unread_.empty() || Refill())) {
     const std::size_t count = std::min(unread_.size(), bytes.size() - done);
     std::copy_n(unread_.begin(), count, bytes.begin() + static_cast<std::ptrdiff_t>(done));
     unread_ = unread_.subspan(count);

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -32,13 +33,22 @@ class InFile {
   /// the end, or a read error, of which `Error()` tells.
   std::size_t Read(std::span<std::byte> bytes);
 
+  /// The next `count` bytes, at most kMostPeeked, without taking them; fewer at the end. Valid
+  /// until the next call.
+  std::span<const std::byte> Peek(std::size_t count);
+  /// Takes bytes that `Peek()` has shown.
+  void Skip(std::size_t count) { unread_ = unread_.subspan(count); }
+  static constexpr std::size_t kMostPeeked = 64;
+
   const std::string& Error() const { return error_; }
 
  private:
+  bool Refill();
   std::size_t ReadPiece(std::span<std::byte> bytes);
 
   int handle_ = -1;
-  std::vector<std::byte> buffer_;
+  std::unique_ptr<std::byte[]> buffer_;
+  std::size_t piece_ = 0;  // size of the buffer
   std::span<const std::byte> unread_;
   std::string error_;
 };

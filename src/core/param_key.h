@@ -17,18 +17,19 @@ namespace orvane {
 
 /// A parameter's key in normal form: at most 8 characters, upper case (ASCII), NUL-padded, held as
 /// one little-endian word so that hashing and comparing take a few instructions. Made from a
-/// literal it costs nothing at run time.
+/// literal it costs nothing at run time. A text must not contain a NUL; the key field of a record
+/// may, and ends there.
 class ParamKey {
  public:
   constexpr ParamKey() = default;
   constexpr ParamKey(std::string_view text)  // NOLINT: keys are written as texts
-      : word_(UpperCased(CutAtNul(Load(text)))) {}
+      : word_(UpperCased(Load(text))) {}
   constexpr ParamKey(const char* text)  // NOLINT: keys are written as literals
       : ParamKey(std::string_view(text)) {}
   ParamKey(const std::string& text)  // NOLINT: keys are written as texts
       : ParamKey(std::string_view(text)) {}
   constexpr explicit ParamKey(const std::array<char, kKeySize>& bytes)
-      : ParamKey(std::string_view(bytes.data(), bytes.size())) {}
+      : word_(UpperCased(CutAtNul(Load({bytes.data(), bytes.size()})))) {}
 
   constexpr std::uint64_t Word() const { return word_; }
   constexpr bool IsEmpty() const { return word_ == 0; }
@@ -64,13 +65,8 @@ class ParamKey {
     return word;
   }
 
-  // Overlapping loads instead of a byte loop: no branch that depends on each length.
+  // Two overlapping loads for every key of four and more characters: no branch for each length.
   static std::uint64_t LoadFast(const char* text, std::size_t size) {
-    if (size == kKeySize) {
-      std::uint64_t word = 0;
-      std::memcpy(&word, text, sizeof word);
-      return word;
-    }
     if (size >= 4) {
       std::uint32_t head = 0;
       std::uint32_t tail = 0;
@@ -89,8 +85,7 @@ class ParamKey {
 
   static constexpr std::uint64_t CutAtNul(std::uint64_t word) {
     const std::uint64_t zeros = (word - kOnes) & ~word & kHighs;  // lowest set bit: the first NUL
-    const std::uint64_t first = zeros & (~zeros + 1);
-    return zeros == 0 ? word : word & ((first >> 7) - 1);
+    return word & (((zeros & (~zeros + 1)) >> 7) - 1);            // without a NUL: all of it
   }
 
   // Adds, per byte below 0x80, what makes the high bit say "at least 'a'" and "above 'z'".

@@ -101,11 +101,6 @@ Status ParamTable::BuildParamIndex(const LogSink& log, SlotAllocator allocate) {
   return kOk;
 }
 
-const ParamEntry* ParamTable::FindParam(ParamKey key) const {
-  const std::uint16_t position = Find(key);
-  return position == kNowhere ? nullptr : &entries_[position];
-}
-
 ParamEntry* ParamTable::FindMutable(ParamKey key) {
   const std::uint16_t position = Find(key);
   return position == kNowhere ? nullptr : &entries_[position];

@@ -45,7 +45,10 @@ class ParamTable {
   Status BuildParamIndex(const LogSink& log = {}, SlotAllocator allocate = AllocateSlots);
   const IndexShape& Shape() const { return shape_; }
 
-  const ParamEntry* FindParam(ParamKey key) const;
+  const ParamEntry* FindParam(ParamKey key) const {
+    const std::uint16_t position = Find(key);
+    return position == kNowhere ? nullptr : &entries_[position];
+  }
 
   /// Copies the value out by its type: 4 bytes (`IntPT`, `RawPT`), 8 (`FltPT`, `AmxPT`), up to 16
   /// for the others. Output byte 15 of a text is always set to 0, the bytes between its NUL and

@@ -71,7 +71,8 @@ std::optional<std::array<std::uint8_t, 4>> TakeAddress(std::string_view* text) {
 std::string FormatAddress(const ParamValue& value) {
   std::string text;
   for (std::size_t i = 0; i < 4; ++i) {
-    text += (i > 0 ? "." : "") + FormatInt(value[i]);
+    text += i > 0 ? "." : "";
+    text += FormatInt(value[i]);
   }
   return text;
 }

@@ -98,7 +98,9 @@ std::optional<ParamTime> TimeFromFields(const Fields& fields, bool with_date) {
   return time;
 }
 
-std::string TwoDigits(std::uint8_t number) { return (number < 10 ? "0" : "") + FormatInt(number); }
+std::string TwoDigits(std::uint8_t number) {
+  return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+}
 
 bool HasFieldOutOfRange(const ParamTime& time) {
   return time.second > 59 || time.minute > 59 || time.hour > 23 || time.day > 31 ||

@@ -55,6 +55,8 @@ void ForEachEntry(const ParamTable& table, Write write) {
   }
 }
 
+constexpr std::size_t kRoomForImage = 32 * 1024;  // the built-in dictionary fits
+
 std::vector<std::byte> ImageV1(const ParamTable& table) {
   std::vector<std::byte> image;
   TblRecordV1 record;
@@ -71,6 +73,7 @@ std::vector<std::byte> ImageV1(const ParamTable& table) {
 
 std::vector<std::byte> ImageV2(const ParamTable& table, bool filtered) {
   std::vector<std::byte> image;
+  image.reserve(kRoomForImage);
   Append(BytesOf(TblHeader{}), &image);
   bool is_first_start_time = true;
   ForEachEntry(table, [&](ParamEntry entry) {
@@ -113,35 +116,33 @@ Status TblReader::Open(const std::filesystem::path& path, TblReport* report) {
     report->message = WithStatus(path, reason, kTblUnreadable);
     return kTblUnreadable;
   }
-  std::array<std::byte, sizeof(TblHeader)> start{};
-  if (file_.Read(start) < start.size()) {
+  const auto start = file_.Peek(sizeof(TblHeader));
+  if (start.size() < sizeof(TblHeader)) {
     report->message = WithStatus(
         path, file_.Error().empty() ? "too short for a TBL file" : file_.Error(), kTblUnreadable);
     return kTblUnreadable;
   }
-  version_ = RecogniseTblVersion(start);
+  version_ = RecogniseTblVersion(start.first<sizeof(TblHeader)>());
   report->version = version_;
   if (version_ == 0) {
     report->message = WithStatus(path, StatusText(kTblNotRecognised), kTblNotRecognised);
     return kTblNotRecognised;
   }
-  if (version_ == 1) {
-    start_.assign(start.begin(), start.end());
+  if (version_ == 2) {
+    file_.Skip(sizeof(TblHeader));
   }
   return kOk;
 }
 
 template <typename Record>
 bool TblReader::NextRecord(Record* record) {
-  std::array<std::byte, sizeof(Record)> bytes{};
-  const std::size_t ahead = std::min(start_.size(), bytes.size());
-  std::copy_n(start_.begin(), ahead, bytes.begin());
-  start_.erase(start_.begin(), start_.begin() + static_cast<std::ptrdiff_t>(ahead));
-  const auto rest = std::span(bytes).subspan(ahead);
-  if (file_.Read(rest) < rest.size()) {
+  static_assert(sizeof(Record) <= InFile::kMostPeeked);
+  const auto bytes = file_.Peek(sizeof(Record));
+  if (bytes.size() < sizeof(Record)) {
     return false;
   }
   *record = RecordFrom<Record>(bytes);
+  file_.Skip(sizeof(Record));
   return true;
 }
 

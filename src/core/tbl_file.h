@@ -40,7 +40,6 @@ class TblReader {
 
   InFile file_;
   int version_ = 0;
-  std::vector<std::byte> start_;  // of a version-1 file: what recognising it read ahead
 };
 
 /// Stores the values of all records in the table (types must match, masks in the file are ignored,

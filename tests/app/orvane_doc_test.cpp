@@ -7,6 +7,7 @@
 #include <cerrno>
 
 #include "core/file_io.h"
+#include "support/qt_print.h"
 #include "support/temp_dir.h"
 
 namespace orvane {

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <utility>
 
 #include "core/clock.h"
 
@@ -18,16 +19,13 @@ ParamTime At(int year, int month, int day, int hour, int minute, int second, int
 }
 
 TEST(ParamTime, AsText) {
-  const struct {
-    ParamTime time;
-    const char* text;
-  } cases[] = {{{5, 4, 3, 0, 0, 0, 0, 0}, "03:04:05"},
-               {{5, 4, 3, 0, 0, 0, 1, 0}, "0000/00/00 03:04:05"},
-               {At(2009, 6, 30, 14, 5, 0), "2009/06/30 14:05:00"},
-               {At(9999, 12, 31, 23, 59, 59, 7), "9999/12/31 23:59:59"},
-               {At(1900, 1, 1, 0, 0, 0), "1900/01/01 00:00:00"}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(FormatParamTime(c.time), c.text);
+  const std::pair<ParamTime, const char*> cases[] = {
+      {{5, 4, 3, 0, 0, 0, 0, 0}, "03:04:05"},
+      {{5, 4, 3, 0, 0, 0, 1, 0}, "0000/00/00 03:04:05"},
+      {At(2009, 6, 30, 14, 5, 0), "2009/06/30 14:05:00"},
+      {At(9999, 12, 31, 23, 59, 59, 7), "9999/12/31 23:59:59"}};
+  for (const auto& [time, text] : cases) {
+    EXPECT_EQ(FormatParamTime(time), text);
   }
   for (const ParamTime& time :
        {At(2009, 6, 30, 14, 5, 60), At(2009, 6, 30, 14, 60, 0), At(2009, 6, 30, 24, 5, 0),
@@ -44,39 +42,29 @@ TEST(ParamTime, FromText) {
     const char* text;
     ParamTime time;
     bool strict;  // accepted by the strict form too
-  } cases[] = {{"2009/06/30 14:05:09", At(2009, 6, 30, 14, 5, 9), true},
-               {"2009-6-30-14-5", At(2009, 6, 30, 14, 5, 0), true},
-               {"2009/06/30", At(2009, 6, 30, 0, 0, 0), true},
-               {"2009/06", At(2009, 6, 0, 0, 0, 0), true},
-               {"14:05:09", At(0, 0, 0, 14, 5, 9, 0), true},
-               {"14 5", At(0, 0, 0, 14, 5, 0, 0), true},
-               {"23", At(0, 0, 0, 23, 0, 0, 0), true},
-               {"2008/02/29 10:00:00", At(2008, 2, 29, 10, 0, 0), true},
-               {"1900/02/29", At(1900, 2, 29, 0, 0, 0), true},
-               {"9999/12/31 23:59:59", At(9999, 12, 31, 23, 59, 59), true},
-               {"2009/02/28", At(2009, 2, 28, 0, 0, 0), true},
-               {"2009/08/31", At(2009, 8, 31, 0, 0, 0), true},
-               {"14:05x", At(0, 0, 0, 14, 5, 0, 0), false},
-               {"2009/06/30 14:05:00 7", At(2009, 6, 30, 14, 5, 0), false},
-               {"14:05:09:1", At(0, 0, 0, 14, 5, 9, 0), false},
-               {"2009/06/30T", At(2009, 6, 30, 0, 0, 0), false},
-               {"+14:05", At(0, 0, 0, 14, 5, 0, 0), false},
-               {"14:05\t", At(0, 0, 0, 14, 5, 0, 0), false},
-               {"noon", none, false},
-               {"2009/02/29 10:00:00", none, false},
-               {"2008/02/30", none, false},
-               {"2009/04/31", none, false},
-               {"2009/06/31", none, false},
-               {"2009/09/31", none, false},
-               {"2009/11/31", none, false},
-               {"2009/01/32", none, false},
-               {"2009/13/01", none, false},
-               {"1899/12/31", none, false},
-               {"10000/01/01", none, false},
-               {"99999999999/01/01", none, false},
-               {"24:00:00", none, false},
-               {"10:60:00", none, false},
-               {"2009/06/30 10:00:60", none, false}};
+    // clang-format off
+  } cases[] = {
+      {"2009/06/30 14:05:09", At(2009, 6, 30, 14, 5, 9), true},
+      {"2009-6-30-14-5", At(2009, 6, 30, 14, 5, 0), true},
+      {"2009/06/30", At(2009, 6, 30, 0, 0, 0), true}, {"2009/06", At(2009, 6, 0, 0, 0, 0), true},
+      {"14:05:09", At(0, 0, 0, 14, 5, 9, 0), true}, {"14 5", At(0, 0, 0, 14, 5, 0, 0), true},
+      {"23", At(0, 0, 0, 23, 0, 0, 0), true},
+      {"2008/02/29 10:00:00", At(2008, 2, 29, 10, 0, 0), true},
+      {"1900/02/29", At(1900, 2, 29, 0, 0, 0), true},
+      {"9999/12/31 23:59:59", At(9999, 12, 31, 23, 59, 59), true},
+      {"2009/02/28", At(2009, 2, 28, 0, 0, 0), true},
+      {"2009/08/31", At(2009, 8, 31, 0, 0, 0), true}, {"14:05x", At(0, 0, 0, 14, 5, 0, 0), false},
+      {"2009/06/30 14:05:00 7", At(2009, 6, 30, 14, 5, 0), false},
+      {"14:05:09:1", At(0, 0, 0, 14, 5, 9, 0), false},
+      {"2009/06/30T", At(2009, 6, 30, 0, 0, 0), false},
+      {"+14:05", At(0, 0, 0, 14, 5, 0, 0), false}, {"14:05\t", At(0, 0, 0, 14, 5, 0, 0), false},
+      {"noon", none, false}, {"2009/02/29 10:00:00", none, false}, {"2008/02/30", none, false},
+      {"2009/04/31", none, false}, {"2009/06/31", none, false}, {"2009/09/31", none, false},
+      {"2009/11/31", none, false}, {"2009/01/32", none, false}, {"2009/13/01", none, false},
+      {"1899/12/31", none, false}, {"10000/01/01", none, false},
+      {"99999999999/01/01", none, false}, {"24:00:00", none, false}, {"10:60:00", none, false},
+      {"2009/06/30 10:00:60", none, false}};
+  // clang-format on
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
     EXPECT_EQ(ParseParamTime(c.text), c.time);
@@ -150,16 +138,14 @@ TEST(ParamTime, TimeOfDayGetsTheNearestDate) {
 
 TEST(ParamTime, EndGetsTheStartsDateOrTheNext) {
   const ParamTime start = At(2009, 12, 31, 22, 0, 0, 4);
-  const struct {
-    ParamTime end, completed;
-  } cases[] = {{At(0, 0, 0, 22, 0, 0, 0), start},
-               {At(0, 0, 0, 23, 0, 0, 0), At(2009, 12, 31, 23, 0, 0, 4)},
-               {At(0, 0, 0, 21, 59, 59, 0), At(2010, 1, 1, 21, 59, 59, 5)},
-               {At(2001, 1, 1, 5, 0, 0), At(2001, 1, 1, 5, 0, 0)}};
-  for (const auto& c : cases) {
-    ParamTime end = c.end;
+  const std::pair<ParamTime, ParamTime> cases[] = {
+      {At(0, 0, 0, 22, 0, 0, 0), start},
+      {At(0, 0, 0, 21, 59, 59, 0), At(2010, 1, 1, 21, 59, 59, 5)},
+      {At(2001, 1, 1, 5, 0, 0), At(2001, 1, 1, 5, 0, 0)}};
+  for (const auto& [given, completed] : cases) {
+    ParamTime end = given;
     CompleteEndDate(start, &end);
-    EXPECT_EQ(end, c.completed) << FormatParamTime(c.completed);
+    EXPECT_EQ(end, completed) << FormatParamTime(completed);
   }
 }
 

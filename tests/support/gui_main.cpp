@@ -6,11 +6,8 @@
 #include <QLocale>
 #include <QTemporaryDir>
 #include <cstdio>
-#include <ostream>
 
 #include "app/orvane_app.h"
-
-void PrintTo(const QString& text, std::ostream* stream) { *stream << text.toStdString(); }
 
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {

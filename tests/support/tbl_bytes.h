@@ -3,14 +3,17 @@
 #ifndef ORVANE_TESTS_SUPPORT_TBL_BYTES_H_
 #define ORVANE_TESTS_SUPPORT_TBL_BYTES_H_
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "core/param_entry.h"
+#include "core/param_table.h"
 
 namespace orvane::testing {
 
@@ -51,6 +54,16 @@ inline ParamEntry Entry(std::string_view key, std::uint8_t type, std::uint32_t m
   entry.type = type;
   entry.value = Value(value);
   return entry;
+}
+
+inline ParamTable Built(const std::vector<ParamEntry>& entries) {
+  ParamTable table(entries);
+  EXPECT_EQ(table.BuildParamIndex(), kOk);
+  return table;
+}
+inline std::string Stored(const ParamTable& table, ParamKey key) {
+  const ParamEntry* entry = table.FindParam(key);
+  return entry == nullptr ? "no entry" : ValueBytes(entry->value);
 }
 
 inline std::string HeaderV2() { return Padded(std::string_view("\x03\0.TBL2%", 8), 32); }

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "core/number_text.h"
+#include "ui/window_size.h"
 
 namespace orvane {
 namespace {
@@ -29,7 +30,7 @@ QLabel* NewLabel(const QString& text, QWidget* buddy, QWidget* parent) {
 CParamTableDlg::CParamTableDlg(ParamTable* table, QWidget* parent) : QDialog(parent), rows_(table) {
   setWindowTitle(QStringLiteral("Parameter Table"));
   setObjectName(QStringLiteral("134"));
-  resize(860, 600);
+  ResizeWithinScreen(this, QSize(860, 600));
   CreateControls();
   FillGrid();
   LayOut();

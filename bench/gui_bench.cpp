@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How fast the windows are, offscreen: medians of several runs in one process.
+#include <QAbstractTableModel>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+#include "app/command_map.h"
+#include "app/orvane_app.h"
+#include "editors/raw_table.h"
+#include "editors/widgets/param_table_dlg.h"
+
+namespace {
+
+constexpr int kRuns = 15;
+
+double MedianMilliseconds(const std::function<void()>& work) {
+  std::vector<double> times;
+  for (int i = 0; i < kRuns; ++i) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+  }
+  std::nth_element(times.begin(), times.begin() + kRuns / 2, times.end());
+  return times[kRuns / 2];
+}
+
+void ShowAndPaint(QWidget* window) {
+  window->show();
+  QApplication::processEvents();
+  window->grab();
+}
+
+// The plain way: the table's texts straight from a model.
+class PlainModel : public QAbstractTableModel {
+ public:
+  explicit PlainModel(const orvane::RawTable* rows) : rows_(rows) {}
+  int rowCount(const QModelIndex& = {}) const override { return rows_->Count(); }
+  int columnCount(const QModelIndex& = {}) const override { return 5; }
+  QVariant data(const QModelIndex& index, int role) const override {
+    return role == Qt::DisplayRole
+               ? QString::fromLatin1(
+                     rows_->Cell(index.row() + 1, static_cast<orvane::RawColumn>(index.column()))
+                         .c_str())
+               : QVariant();
+  }
+
+ private:
+  const orvane::RawTable* rows_;
+};
+
+// A bare window with the same menus and the table in a plain view.
+void ShowBareWindow(orvane::ParamTable* table) {
+  const orvane::RawTable rows(table);
+  PlainModel model(&rows);
+  QMainWindow window;
+  for (const orvane::MenuRows& menu_rows : orvane::Menus()) {
+    QMenu* menu = window.menuBar()->addMenu(QString::fromLatin1(menu_rows.title));
+    for (const orvane::CommandRow& row : menu_rows.rows) {
+      menu->addAction(QString::fromLatin1(row.text));
+    }
+  }
+  auto* view = new QTableView(&window);
+  view->setModel(&model);
+  window.setCentralWidget(view);
+  window.resize(960, 640);
+  ShowAndPaint(&window);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QTemporaryDir settings;
+  qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  orvane::COrvaneApp app(argc, argv);
+  app.InitInstance({});
+  orvane::ParamTable& table = app.Document().Table();
+
+  const auto show_frame = [&app] {
+    orvane::QtPrompts prompts;
+    orvane::StatusNotices notices;
+    orvane::COrvaneDoc doc(&app.Document().Table(), &prompts, &notices);
+    orvane::CMainFrame frame(&doc, &prompts, &notices);
+    doc.OnNewDocument();
+    ShowAndPaint(&frame);
+  };
+  show_frame();  // fonts and styles are loaded once
+  ShowBareWindow(&table);
+  const double bare = MedianMilliseconds([&table] { ShowBareWindow(&table); });
+  const double ours = MedianMilliseconds(show_frame);
+  std::printf(
+      "first window: %.1f ms, a bare window with the same menus and a 719-row view: %.1f ms,"
+      " ratio %.2f (aim: at most 1.3)\n",
+      ours, bare, ours / bare);
+
+  const double open = MedianMilliseconds([&table] {
+    orvane::CParamTableDlg dialog(&table);
+    ShowAndPaint(&dialog);
+  });
+  std::printf("raw editor, open and paint: %.1f ms (aim: under 16)\n", open);
+
+  orvane::CParamTableDlg dialog(&table);
+  ShowAndPaint(&dialog);
+  auto* filter = dialog.findChild<QLineEdit*>(QStringLiteral("filter"));
+  const double filtering = MedianMilliseconds([&dialog, filter] {
+    filter->setText(filter->text().isEmpty() ? QStringLiteral("FLAG") : QString());
+    QApplication::processEvents();
+    dialog.grab();
+  });
+  std::printf("raw editor, filter and paint: %.1f ms (aim: under 16)\n", filtering);
+  return 0;
+}
