@@ -30,6 +30,7 @@ ParamTable BuiltTable() {
 
 std::vector<std::string> Keys(const char* suffix) {
   std::vector<std::string> keys;
+  keys.reserve(kDictionarySize);
   for (const orvane::ParamEntry& entry : orvane::kParamDictionary) {
     keys.push_back(ParamKey(entry.key).Text() + suffix);
   }
@@ -85,7 +86,8 @@ void LookUpLiteralPlain(benchmark::State& state, const char* suffix) {
   const auto keys = Keys(suffix);
   for (auto _ : state) {
     for (const std::string& key : keys) {
-      benchmark::DoNotOptimize(map.find(key.c_str()));
+      const char* literal = key.c_str();
+      benchmark::DoNotOptimize(map.find(literal));
     }
   }
 }
@@ -109,6 +111,7 @@ void BuildIndex(benchmark::State& state) {
 // The search that the built-in dictionary is spared.
 void SearchIndexAtRunTime(benchmark::State& state) {
   std::vector<std::uint64_t> words;
+  words.reserve(kDictionarySize);
   for (const orvane::ParamEntry& entry : orvane::kParamDictionary) {
     words.push_back(ParamKey(entry.key).Word());
   }
@@ -191,7 +194,7 @@ BENCHMARK(WriteBytes);
 BENCHMARK(MakeImage);
 BENCHMARK(CopyTable);
 
-constexpr orvane::bench::Ratio kRatios[] = {
+constexpr auto kRatios = std::to_array<orvane::bench::Ratio>({
     {"hit, literal keys / std::unordered_map<std::string>", "HitLiteral", "HitLiteralPlain", 0.3},
     {"miss, literal keys / std::unordered_map<std::string>", "MissLiteral", "MissLiteralPlain",
      0.35},
@@ -200,7 +203,7 @@ constexpr orvane::bench::Ratio kRatios[] = {
     {"build the built-in index / search it at run time", "BuildIndex", "SearchIndexAtRunTime", 0},
     {"load a full table / read its bytes", "Load", "ReadBytes", 0},
     {"save a full table / write its bytes as safely", "Save", "WriteBytes", 0},
-};
+});
 
 }  // namespace
 

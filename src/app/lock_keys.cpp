@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QStatusBar>
-#include <QTimer>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
@@ -70,7 +69,7 @@ LockIndicators::LockIndicators(QStatusBar* bar) : QObject(bar) {
 bool LockIndicators::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::WindowActivate ||
       (event->type() == QEvent::KeyRelease && IsLockKey(static_cast<QKeyEvent*>(event)->key()))) {
-    QTimer::singleShot(0, this, &LockIndicators::Update);
+    QMetaObject::invokeMethod(this, &LockIndicators::Update, Qt::QueuedConnection);
   }
   return QObject::eventFilter(watched, event);
 }

@@ -29,17 +29,17 @@ struct Picture {
   int id;
   const char* icon;
 };
-constexpr Picture kPictures[] = {{kFileOpen, "open"},
-                                 {kFileSave, "save"},
-                                 {kSeparator, ""},
-                                 {kEditAcquisition, "acquisition"},
-                                 {kEditStepping, "stepping"},
-                                 {kEditRaw, "raw-table"},
-                                 {kSeparator, ""},
-                                 {kScrollBack, "scroll-back"},
-                                 {kScrollForward, "scroll-forward"},
-                                 {kSeparator, ""},
-                                 {kAppAbout, "about"}};
+constexpr auto kPictures = std::to_array<Picture>({{kFileOpen, "open"},
+                                                   {kFileSave, "save"},
+                                                   {kSeparator, ""},
+                                                   {kEditAcquisition, "acquisition"},
+                                                   {kEditStepping, "stepping"},
+                                                   {kEditRaw, "raw-table"},
+                                                   {kSeparator, ""},
+                                                   {kScrollBack, "scroll-back"},
+                                                   {kScrollForward, "scroll-forward"},
+                                                   {kSeparator, ""},
+                                                   {kAppAbout, "about"}});
 
 // Qt's own dialog: unlike some desktops' it matches "*.tbl" in any case.
 QString AskForFile(QWidget* parent, QFileDialog::AcceptMode mode, const QString& start) {

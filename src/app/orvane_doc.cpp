@@ -78,11 +78,9 @@ bool COrvaneDoc::OnNewDocument() {
 bool COrvaneDoc::OnOpenDocument(const QString& path) {
   BuildIndex();
   const std::filesystem::path file_path = FilePath(path);
-  if (InFile file; true) {
-    if (const std::string reason = file.Open(file_path); !reason.empty()) {
-      prompts_->ShowWarning(kCaption, FileMessage(file_path, reason));
-      return false;
-    }
+  if (const std::string reason = InFile().Open(file_path); !reason.empty()) {
+    prompts_->ShowWarning(kCaption, FileMessage(file_path, reason));
+    return false;
   }
   // A file without the method is one of MT/AMT.
   const std::int32_t tech_before = ReadInt("TECH", 0);

@@ -26,8 +26,7 @@ QLabel* NewValueLabel(QWidget* parent) {
 
 }  // namespace
 
-COrvaneView::COrvaneView(COrvaneDoc* doc, QWidget* parent)
-    : QScrollArea(parent), doc_(doc), name_(nullptr), file_(nullptr) {
+COrvaneView::COrvaneView(COrvaneDoc* doc, QWidget* parent) : QScrollArea(parent), doc_(doc) {
   setObjectName(QStringLiteral("view"));
   setAccessibleName(QStringLiteral("Table at a glance"));
   setWidgetResizable(true);

@@ -24,8 +24,8 @@ class COrvaneView : public QScrollArea {
   void OnUpdate();
 
   COrvaneDoc* doc_;
-  QLabel* name_;
-  QLabel* file_;
+  QLabel* name_ = nullptr;
+  QLabel* file_ = nullptr;
   std::vector<QLabel*> values_;  // in the order of the summary's lines
 };
 

@@ -76,7 +76,12 @@ ExitCode RunTableDiff(const std::filesystem::path& file_a, const std::filesystem
       continue;
     }
     const auto [value_a, value_b] = DifferingValues(*in_a, *in_b);
-    const std::string line = key.Text() + '\t' + value_a + '\t' + value_b + '\n';
+    std::string line = key.Text();
+    for (const std::string& value : {value_a, value_b}) {
+      line += '\t';
+      line += value;
+    }
+    line += '\n';
     if (text.find('\n' + line) == std::string::npos && text.compare(0, line.size(), line) != 0) {
       text += line;  // a duplicated key is told once
     }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <system_error>
 
 #include "core/number_text.h"
@@ -18,7 +19,15 @@ namespace {
 constexpr std::size_t kPiece = std::size_t{128} * 1024;
 constexpr int kMaxLinks = 40;  // as many symbolic links as the system itself follows
 
-std::string ErrorText(int error) { return std::generic_category().message(error); }
+// In English, as all our texts, whatever the user's locale.
+std::string ErrorText(int error) {
+#ifdef __GLIBC__
+  if (const char* text = strerrordesc_np(error); text != nullptr) {
+    return text;
+  }
+#endif
+  return std::generic_category().message(error);
+}
 
 int SyncHandle(int handle) { return fsync(handle); }
 int CreateBeside(const char* path) {
@@ -114,7 +123,7 @@ std::string InFile::Open(const std::filesystem::path& path) {
   // A byte more than a small file has, so that its end is seen at once.
   const auto size = static_cast<std::size_t>(info.st_size);
   piece_ = S_ISREG(info.st_mode) ? std::clamp(size + 1, kMostPeeked, kPiece) : kPiece;
-  buffer_ = std::make_unique_for_overwrite<std::byte[]>(piece_);
+  buffer_ = std::make_unique_for_overwrite<std::byte[]>(piece_);  // NOLINT: as declared
   return {};
 }
 
@@ -286,23 +295,25 @@ std::string OutFile::CommitBeside() {
   return {};
 }
 
+// The open target gets `bytes` as its content and is closed.
+bool OutFile::Rewrite(std::span<const std::byte> bytes) {
+  return lseek(handle_, 0, SEEK_SET) == 0 && WriteAll(handle_, bytes) &&
+         ftruncate(handle_, static_cast<off_t>(bytes.size())) == 0 &&
+         WriterCalls().sync(handle_) == 0 && CloseHandle();
+}
+
 std::string OutFile::CommitInPlace() {
   std::vector<std::byte> old;
   if (!ReadBack(target_, &old)) {
     return Fail(EACCES);  // what cannot be put back is not overwritten
   }
-  const auto rewrite = [this](std::span<const std::byte> bytes) {
-    return lseek(handle_, 0, SEEK_SET) == 0 && WriteAll(handle_, bytes) &&
-           ftruncate(handle_, static_cast<off_t>(bytes.size())) == 0 &&
-           WriterCalls().sync(handle_) == 0;
-  };
-  if (!rewrite(pending_)) {
+  if (!Rewrite(pending_)) {
     const int error = errno;
-    static_cast<void>(rewrite(old));  // best effort; the first failure is the one to tell
+    if (handle_ < 0) {
+      handle_ = OpenForWriting(target_);  // closing was what failed
+    }
+    static_cast<void>(Rewrite(old));  // best effort; the first failure is the one to tell
     return Fail(error);
-  }
-  if (!CloseHandle()) {
-    return Fail(errno);
   }
   way_ = Way::kNone;
   return {};

@@ -47,8 +47,8 @@ class InFile {
   std::size_t ReadPiece(std::span<std::byte> bytes);
 
   int handle_ = -1;
-  std::unique_ptr<std::byte[]> buffer_;
-  std::size_t piece_ = 0;  // size of the buffer
+  std::unique_ptr<std::byte[]> buffer_;  // NOLINT(modernize-avoid-c-arrays): not to be zeroed
+  std::size_t piece_ = 0;                // size of the buffer
   std::span<const std::byte> unread_;
   std::string error_;
 };
@@ -76,6 +76,7 @@ class OutFile {
   std::string OpenBeside(int target);
   std::string CommitBeside();
   std::string CommitInPlace();
+  bool Rewrite(std::span<const std::byte> bytes);
   std::string Fail(int error);
   bool CloseHandle();
   void Abandon();

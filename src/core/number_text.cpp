@@ -89,7 +89,7 @@ std::string ToChars(double value, Format... format) {
 
 std::string FormatInt(std::int64_t value) {
   std::array<char, 24> buffer{};
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+  char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
   return {buffer.data(), end};
 }
 

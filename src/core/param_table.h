@@ -38,7 +38,8 @@ class ParamTable {
  public:
   /// The built-in dictionary with its defaults.
   ParamTable();
-  /// Any list of entries; it ends before the first whose key begins with a byte 0 or 3.
+  /// Any list of entries. Those from the first key on that begins with a byte 0 or 3 are not
+  /// indexed: they are reachable by position only.
   explicit ParamTable(std::span<const ParamEntry> entries);
 
   /// 0, or 999 when the index could not be allocated: then there is none. Releases the old one.

@@ -179,11 +179,14 @@ std::string ParseParamValueStrictly(std::string_view text, ValueType type, Param
       if (text.size() > limit) {
         return TextTooLong(limit);
       }
+      if (text.find('\0') != std::string_view::npos) {
+        return "contains a NUL";
+      }
       PutText(text, limit, value);
       return {};
     }
     case IPAPT: {
-      const bool plain = text.find_first_not_of("0123456789.") == text.npos;
+      const bool plain = text.find_first_not_of("0123456789.") == std::string_view::npos;
       const auto address = TakeAddress(&text);
       if (!plain || !address || !text.empty()) {
         return "is not an address of four numbers from 0 to 255";

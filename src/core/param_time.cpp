@@ -52,7 +52,9 @@ Fields SplitFields(std::string_view text) {
   return fields;
 }
 
-bool HasDateForm(std::string_view text) { return text.find_first_of("/-") != text.npos; }
+bool HasDateForm(std::string_view text) {
+  return text.find_first_of("/-") != std::string_view::npos;
+}
 
 bool IsInRange(std::int32_t value, std::int32_t limit) { return value >= 0 && value < limit; }
 

@@ -55,7 +55,7 @@ void ForEachEntry(const ParamTable& table, Write write) {
   }
 }
 
-constexpr std::size_t kRoomForImage = 32 * 1024;  // the built-in dictionary fits
+constexpr std::size_t kRoomForImage = 32768;  // the built-in dictionary fits
 
 std::vector<std::byte> ImageV1(const ParamTable& table) {
   std::vector<std::byte> image;
@@ -99,14 +99,16 @@ std::filesystem::path StartupPath(const ParamTable& table) {
   const std::string folder = TextParam(table, "DPTH", PosPT);
   Le<std::int32_t> serial;
   if (table.GetParam("SNUM", IntPT, &serial) == kOk && serial != 0) {
-    const std::filesystem::path path = folder + FormatInt(serial) + ".tbl";
-    if (InFile file; file.Open(path).empty()) {
+    std::filesystem::path path = folder + FormatInt(serial) + ".tbl";
+    if (InFile().Open(path).empty()) {
       return path;
     }
   }
-  const std::filesystem::path path = folder + "Startup.tbl";
-  InFile file;
-  return file.Open(path).empty() ? path : std::filesystem::path();
+  std::filesystem::path path = folder + "Startup.tbl";
+  if (!InFile().Open(path).empty()) {
+    path.clear();
+  }
+  return path;
 }
 
 }  // namespace

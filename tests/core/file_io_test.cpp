@@ -151,9 +151,10 @@ TEST_F(OutFileTest, NeverReplacesPipesAndDevices) {
   close(reader);
   EXPECT_TRUE(fs::is_fifo(pipe));
   EXPECT_EQ(dir_.Count(), 1U);
+  // Run by root, a faulty writer would replace the machine's devices: it must not get that far.
+  WriterCalls().rename = [](const char*, const char*) { return errno = EIO, -1; };
   EXPECT_EQ(WriteFile("/dev/full", Bytes("x")), std::strerror(ENOSPC));
   EXPECT_EQ(WriteFile("/dev/null", Bytes("x")), "");
-  EXPECT_TRUE(fs::is_character_file("/dev/full") && fs::is_character_file("/dev/null"));
 }
 
 TEST_F(OutFileTest, ShortAndInterruptedWritesAreContinued) {

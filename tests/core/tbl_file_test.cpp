@@ -92,13 +92,12 @@ TEST(TblFile, LoadsTheRecordsOfBothVersions) {
     SCOPED_TRACE(version);
     const auto record = version == 1 ? RecordV1 : RecordV2;
     const std::string last = record("SITN", 0x80000000, StrPT, "ABCDEFGHIJKLM");
-    std::string file = version == 1 ? "" : HeaderV2();
+    std::string file = (version == 1 ? "" : HeaderV2()) + record("TECH", 0, IntPT, IntBytes(-3));
     for (int i = 0; i < 6000; ++i) {  // more than is read at once
       file += record("ZZZZ", ~0U, IntPT, IntBytes(i));
     }
-    file += record("TECH", 0, IntPT, IntBytes(-3)) + record("FREQ", ~0U, IntPT, IntBytes(1)) +
-            record("SNUM", 0, FltPT, RealBytes(1)) + record("NREF", 0, 9, "") +
-            record("preq", 1, FltPT, RealBytes(0.1)) + last;
+    file += record("FREQ", ~0U, IntPT, IntBytes(1)) + record("SNUM", 0, FltPT, RealBytes(1)) +
+            record("NREF", 0, 9, "") + record("preq", 1, FltPT, RealBytes(0.1)) + last;
     if (version == 1) {
       file += EndV1(last) + record("TECH", 0, IntPT, IntBytes(6));
     }
@@ -259,10 +258,8 @@ TEST(TblFile, VersionsAreStoredOnlyWhenTheFileIsWritten) {
                                                            {"/dev/full", ENOSPC},
                                                            {dir / "old.tbl", EIO},
                                                            {dir / "new.tbl", EIO}};
+    WriterCalls().rename = [](const char*, const char*) { return errno = EIO, -1; };
     for (const auto& [path, error] : cases) {
-      if (error == EIO) {
-        WriterCalls().sync = [](int) { return errno = EIO, -1; };
-      }
       TblReport report;
       EXPECT_EQ(SaveParamFile(&table, path, options, &report), kTblWriteFailed);
       EXPECT_EQ(report.message, Message(path, std::strerror(error), 172));

@@ -137,9 +137,10 @@ void CParamTableDlg::OnEndEdit(int row) {
   const std::vector<int> partners =
       rows_.EndEdit(ordinal, Bytes(grid_->GetItemText(row, kValueColumn)));
   const bool is_changed = rows_.IsChanged(ordinal);
-  const auto mark = [&](int marked) {
-    grid_->SetItemMarked(marked, kCodeColumn, is_changed);
-    grid_->SetItemMarked(marked, kValueColumn, is_changed);
+  const auto mark = [this, is_changed](int changed_row) {
+    for (const int column : {kCodeColumn, kValueColumn}) {
+      grid_->SetItemMarked(changed_row, column, is_changed);
+    }
   };
   mark(row);
   for (int other = 1; !partners.empty() && other < grid_->GetRowCount(); ++other) {
