@@ -184,15 +184,6 @@ TEST(ParamIndex, WithoutMemoryNothingIsFoundUntilItIsBuiltAgain) {
   EXPECT_EQ(table.CheckParamWritable("ABCDEFGH"), kOk);
 }
 
-TEST(ParamIndex, EndsAtAKeyThatBeginsWithZeroOrThree) {
-  EXPECT_EQ(Built({}).FindParam("A"), nullptr);
-  for (const char* end : {"", "\x03"}) {
-    const ParamTable table = Built({Entry("a", IntPT), Entry(end, IntPT), Entry("B", IntPT)});
-    EXPECT_EQ(table.Shape().count, 1U);
-    EXPECT_EQ(Stored(table, "A") + Stored(table, "B"), Padded("", 16) + "no entry");
-  }
-}
-
 TEST(ParamTable, ValuesByType) {
   const std::string full = "ABCDEFGHIJKLMNOPQRST";
   const std::string brief = std::string("ab\0cdefghijklmnopqrs", 20);

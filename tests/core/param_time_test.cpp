@@ -149,19 +149,5 @@ TEST(ParamTime, EndGetsTheStartsDateOrTheNext) {
   }
 }
 
-TEST(ParamTime, SystemClockTellsLocalTime) {
-  const char* zone = std::getenv("TZ");
-  const std::string old = zone == nullptr ? "" : zone;
-  setenv("TZ", "XXX-5:30", 1);  // five and a half hours ahead
-  tzset();
-  const std::time_t before = std::time(nullptr) + 19800;
-  const ParamTime now = SystemClock().Now();
-  EXPECT_GE(ParamTimeToSeconds(now), before);
-  EXPECT_LE(ParamTimeToSeconds(now), before + 60);
-  EXPECT_EQ(SecondsToParamTime(ParamTimeToSeconds(now)), now);
-  zone == nullptr ? unsetenv("TZ") : setenv("TZ", old.c_str(), 1);
-  tzset();
-}
-
 }  // namespace
 }  // namespace orvane

@@ -100,30 +100,6 @@ TEST_F(GridTest, CallsOutOfRangeAreHarmless) {
   EXPECT_EQ(Column(0), "Name n1 n2 n3 n4 n5");
 }
 
-TEST_F(GridTest, SizesChangeInPlace) {
-  EXPECT_TRUE(grid->SetRowCount(7) && grid->SetColumnCount(4));
-  EXPECT_EQ(grid->GetItemText(6, 3), "");
-  EXPECT_TRUE(grid->SetItemText(6, 3, "new"));
-  EXPECT_EQ(grid->model()->index(6, 3).data(), "new");
-  grid->SetFocusCell(5, 3);
-  EXPECT_TRUE(grid->SetColumnCount(2) && grid->SetRowCount(1));
-  EXPECT_EQ(grid->GetFocusCell(), Cell(-1, -1));  // not on the header, which alone is left
-  EXPECT_EQ(Column(0), "Name");
-  EXPECT_TRUE(grid->SetRowCount(0));
-  grid->SetTexts({{"H"}, {"a", "b"}, {}});
-  grid->SetRowVisible(1, false);
-  grid->SetTexts({{"H"}, {"a", "b"}, {}});
-  EXPECT_TRUE(grid->IsRowVisible(1));
-  EXPECT_EQ(grid->GetFixedRowCount(), 1);
-  EXPECT_EQ(grid->GetColumnCount(), 2);
-  EXPECT_TRUE(grid->SetFixedRowCount(2));
-  EXPECT_EQ(grid->model()->headerData(0, Qt::Horizontal), "H\na");
-  EXPECT_TRUE(grid->isRowHidden(1));
-  EXPECT_TRUE(grid->SetFixedRowCount(0));
-  EXPECT_FALSE(grid->isRowHidden(0) || grid->isRowHidden(1));
-  EXPECT_TRUE(grid->horizontalHeader()->isHidden());
-}
-
 TEST_F(GridTest, VetoDecidesWhatCanBeEdited) {
   struct Case {
     int row, col;
@@ -193,17 +169,6 @@ TEST_F(GridTest, EditsEndAsTheKeyboardSays) {
   grid->setFocus();
   Key(Qt::Key_Escape);
   EXPECT_FALSE(dialog.isVisible());
-}
-
-TEST_F(GridTest, LosingTheFocusCommits) {
-  QSignalSpy notices(grid, &CGridCtrl::EndEdit);
-  grid->SetFocusCell(2, 1);
-  Key(Qt::Key_F2);
-  Type("8");
-  button->setFocus();
-  EXPECT_EQ(grid->GetItemText(2, 1), "8");
-  EXPECT_EQ(notices.count(), 1);
-  EXPECT_FALSE(grid->IsEditing());
 }
 
 TEST_F(GridTest, CommitEditIsSynchronousAndNotifiesOnce) {
@@ -294,29 +259,6 @@ TEST_F(GridTest, SortingCarriesRowsAlong) {
   }
 }
 
-TEST_F(GridTest, SortingIsStableAndCommitsFirst) {
-  Rows rows(100, {"same", ""});
-  for (std::size_t row = 1; row < rows.size(); ++row) {
-    rows[row][1] = QString::number(row);
-  }
-  grid->SetTexts(rows);
-  const QString order = Column(1);
-  for (const bool ascending : {true, false}) {
-    grid->SortTextItems(0, ascending);
-    EXPECT_EQ(Column(1), order);
-  }
-  const QModelIndex index = grid->model()->index(50, 1);
-  grid->EnsureVisible(50, 1);
-  const QPoint pos = grid->visualRect(index).center();
-  QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, pos);
-  QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, pos);
-  ASSERT_TRUE(grid->IsEditing());
-  Type("-");
-  grid->SortTextItems(1, true);
-  EXPECT_EQ(grid->GetItemText(1, 1), "-");
-  EXPECT_EQ(grid->GetFocusCell(), Cell(1, 1));
-}
-
 TEST_F(GridTest, KeysNeverReachFixedOrHiddenRows) {
   grid->SetVisibleRows({true, false, true, false, true, false});
   EXPECT_EQ(grid->GetFocusCell().first, 2) << "the focus leaves the hidden row";
@@ -339,13 +281,6 @@ TEST_F(GridTest, KeysNeverReachFixedOrHiddenRows) {
   EXPECT_EQ(grid->GetFocusCell(), Cell(-1, -1));
   Key(Qt::Key_Down);
   EXPECT_EQ(grid->GetFocusCell(), Cell(-1, -1));
-}
-
-TEST_F(GridTest, ClickOnHeaderSelectsItsColumnOnly) {
-  QTest::mouseClick(grid->horizontalHeader()->viewport(), Qt::LeftButton, {},
-                    {grid->columnViewportPosition(1) + 20, 5});
-  EXPECT_EQ(grid->GetFocusCell(), Cell(1, 1));
-  EXPECT_EQ(grid->SelectionAsText(), "10\n9\n100\n9\n-1");
 }
 
 TEST_F(GridTest, CopiesTheSelectedRectangle) {
