@@ -82,24 +82,6 @@ class GridTest : public testing::Test {
   int clicks = 0;
 };
 
-TEST_F(GridTest, CallsOutOfRangeAreHarmless) {
-  for (const auto& [row, col] : {Cell{-1, 0}, {6, 0}, {0, -1}, {0, 3}}) {
-    EXPECT_EQ(grid->GetItemText(row, col), "");
-    EXPECT_EQ(grid->GetCell(row, col), nullptr);
-    EXPECT_FALSE(grid->SetItemText(row, col, "x"));
-    grid->SetItemMarked(row, col, true);
-    grid->SetFocusCell(row, col);
-    grid->EnsureVisible(row, col);
-  }
-  EXPECT_EQ(grid->GetFocusCell().first, 1);
-  EXPECT_FALSE(grid->SetColumnWidth(3, 50) || grid->SetColumnWidth(0, -1));
-  EXPECT_FALSE(grid->SetRowCount(-1) || grid->SetColumnCount(-1) || grid->SetFixedRowCount(7));
-  EXPECT_FALSE(grid->IsRowVisible(-1) || grid->IsRowVisible(6));
-  grid->SetRowVisible(6, false);
-  grid->SortTextItems(3, true);
-  EXPECT_EQ(Column(0), "Name n1 n2 n3 n4 n5");
-}
-
 TEST_F(GridTest, VetoDecidesWhatCanBeEdited) {
   struct Case {
     int row, col;
