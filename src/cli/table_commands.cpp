@@ -5,6 +5,9 @@
 #include "cli/commands.h"
 #include "core/number_text.h"
 #include "core/param_text.h"
+#include "core/param_time.h"
+#include "core/recording_size.h"
+#include "editors/box_list.h"
 #include "editors/raw_table.h"
 
 namespace orvane {
@@ -89,6 +92,50 @@ ExitCode RunTableDiff(const std::filesystem::path& file_a, const std::filesystem
   return PrintResult(text) && text.empty() ? kAllDone : kSomeFailed;
 }
 
+class GivenTime : public Clock {
+ public:
+  explicit GivenTime(const ParamTime& time) : time_(time) {}
+  ParamTime Now() const override { return time_; }
+
+ private:
+  ParamTime time_;
+};
+
+ExitCode RunTableSize(const std::filesystem::path& file, int channels, const std::string& now) {
+  ParamTime time = UtcNow();
+  if (!now.empty() && !ParseParamTimeStrictly(now, &time)) {
+    PrintMessage("--now: \"" + now + "\" is not a time such as 2009/06/30 14:05:00");
+    return kWrongUsage;
+  }
+  ParamTable table;
+  TblReport report;
+  if (!LoadOntoDefaults(file, &table, &report)) {
+    return kSomeFailed;
+  }
+  const RecordingSize size = EstimateRecordingSize(table, channels, GivenTime(time));
+  if (size.exact != size.stated) {
+    PrintMessage("beyond 4096 megabytes the figure starts anew; in truth " +
+                 FormatReal(size.exact, 17));
+  }
+  return PrintResult(FormatReal(size.stated, 17) + '\n') ? kAllDone : kSomeFailed;
+}
+
+ExitCode RunTableBoxes(const std::filesystem::path& file) {
+  ParamTable table;
+  TblReport report;
+  if (!LoadOntoDefaults(file, &table, &report)) {
+    return kSomeFailed;
+  }
+  BoxRows rows;
+  std::string text;
+  const int count = LoadBoxList(table, &rows);
+  for (const BoxRow& row : std::span(rows).first(static_cast<std::size_t>(count))) {
+    text += FormatInt(row.kind) + '\t' + FormatInt(row.serial) + '\t' + FormatInt(row.channels) +
+            '\t' + FormatInt(row.control) + '\n';
+  }
+  return PrintResult(text) ? kAllDone : kSomeFailed;
+}
+
 }  // namespace
 
 void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
@@ -98,6 +145,8 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     std::filesystem::path other;
     std::vector<std::string> keys;
     SetOptions set;
+    int channels = 6;
+    std::string now;
   };
   const auto arguments = std::make_shared<Arguments>();
   CLI::App* table = app->add_subcommand("table", "Parameter tables (*.tbl)");
@@ -126,6 +175,20 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   diff->add_option("A", arguments->file, "a parameter table")->required();
   diff->add_option("B", arguments->other, "the table to compare it with")->required();
   diff->callback([=] { *exit_code = RunTableDiff(arguments->file, arguments->other); });
+
+  CLI::App* size = table->add_subcommand(
+      "size", "Estimate the megabytes that a scheduled MT/AMT recording will fill");
+  size->add_option("FILE", arguments->file, "a parameter table")->required();
+  size->add_option("--channels", arguments->channels, "channels recorded (default 6)")
+      ->check(CLI::Range(1, 20));
+  size->add_option("--now", arguments->now, "the present time in UTC, instead of the clock's");
+  size->callback(
+      [=] { *exit_code = RunTableSize(arguments->file, arguments->channels, arguments->now); });
+
+  CLI::App* boxes = table->add_subcommand(
+      "boxes", "Print the boxes of the spread: kind, serial number, channels, mode control");
+  boxes->add_option("FILE", arguments->file, "a parameter table")->required();
+  boxes->callback([=] { *exit_code = RunTableBoxes(arguments->file); });
 }
 
 }  // namespace orvane

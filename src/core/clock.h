@@ -18,6 +18,9 @@ class Clock {
   virtual ParamTime Now() const = 0;
 };
 
+/// The computer's clock in UTC, in which recordings are scheduled.
+ParamTime UtcNow();
+
 /// The computer's clock in local time.
 class SystemClock : public Clock {
  public:

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/box_list.h"
+
+#include <string>
+
+#include "core/number_text.h"
+
+namespace orvane {
+namespace {
+
+struct AuxiliaryKeys {
+  ParamKey serial;
+  ParamKey channels;
+  ParamKey control;
+};
+constexpr std::array<AuxiliaryKeys, kMaxAuxiliaryBoxes> kAuxiliary = {{
+    {"SN01", "NCHN1R", "1RCTL"},
+    {"SN02", "NCHN2R", "2RCTL"},
+    {"SN03", "NCHN3R", "3RCTL"},
+    {"SN04", "NCHN4R", "4RCTL"},
+    {"SN05", "NCHN5R", "5RCTL"},
+}};
+
+// 0 where the key is missing or of another type.
+std::uint32_t Read(const ParamTable& table, ParamKey key) {
+  std::uint32_t number = 0;
+  static_cast<void>(table.GetParam(key, IntPT, &number));
+  return number;
+}
+
+bool HasReferenceBox(const ParamTable& table) {
+  const std::uint32_t tech = Read(table, "TECH");
+  return tech == 1 || tech == 2;
+}
+
+}  // namespace
+
+int LoadBoxList(const ParamTable& table, BoxRows* rows) {
+  *rows = {};
+  int count = 0;
+  const auto add = [rows, &count](BoxKind kind, std::uint32_t serial, std::uint32_t channels,
+                                  std::uint32_t control) {
+    (*rows)[static_cast<std::size_t>(count++)] = {kind, serial, channels, {}, control};
+  };
+  add(kTransmitterBox, Read(table, "SNTX"), 1, Read(table, "TXCTL"));
+  const std::uint32_t counted = Read(table, "TCHN");
+  add(kLocalBox, Read(table, "SNUM"), counted != 0 ? counted : Read(table, "NCHN"), 0);
+  for (const AuxiliaryKeys& keys : kAuxiliary) {
+    std::uint32_t serial = 0;
+    if (table.GetParam(keys.serial, IntPT, &serial) != kOk) {
+      break;
+    }
+    if (serial != 0) {
+      add(kAuxiliaryBox, serial, Read(table, keys.channels), Read(table, keys.control));
+    }
+  }
+  const std::uint32_t reference = Read(table, "SNNR");
+  if (reference != 0 && HasReferenceBox(table)) {
+    add(kReferenceBox, reference, 2, Read(table, "REFCTL"));
+  }
+  return count;
+}
+
+Status SaveBoxList(std::span<const BoxRow> rows, ParamTable* table) {
+  Status status = kOk;
+  const auto write = [table, &status](ParamKey key, std::uint32_t number) {
+    status = table->SetParam(key, IntPT, &number);
+  };
+  const bool has_reference = HasReferenceBox(*table);
+  bool wrote_reference = false;
+  std::size_t auxiliary = 0;
+  for (const BoxRow& row : rows) {
+    switch (row.kind) {
+      case kAuxiliaryBox:
+        if (auxiliary < kAuxiliary.size()) {
+          write(kAuxiliary[auxiliary].serial, row.serial);
+          write(kAuxiliary[auxiliary].channels, row.channels);
+          write(kAuxiliary[auxiliary].control, row.control);
+          ++auxiliary;
+        }
+        break;
+      case kReferenceBox:
+        if (has_reference) {
+          write("SNNR", row.serial);
+          write("REFCTL", row.control);
+          wrote_reference = true;
+        }
+        break;
+      case kLocalBox:
+        write("SNUM", row.serial);
+        write("NCHN", row.channels);
+        break;
+      case kTransmitterBox:
+        write("SNTX", row.serial);
+        write("TXCTL", row.control);
+        break;
+      default:
+        break;
+    }
+  }
+  for (; auxiliary < kAuxiliary.size(); ++auxiliary) {
+    write(kAuxiliary[auxiliary].serial, 0);
+  }
+  if (has_reference && !wrote_reference) {
+    write("SNNR", 0);
+  }
+  return status;
+}
+
+}  // namespace orvane
