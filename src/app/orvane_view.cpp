@@ -8,13 +8,10 @@
 #include <QVBoxLayout>
 
 #include "editors/table_summary.h"
+#include "ui/byte_text.h"
 
 namespace orvane {
 namespace {
-
-QString Text(std::string_view text) {
-  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QLabel* NewValueLabel(QWidget* parent) {
   auto* label = new QLabel(parent);
@@ -53,12 +50,12 @@ void COrvaneView::Build() {
   auto* right = new QVBoxLayout;
   const auto summary = SummarizeTable(doc_->Table());
   for (std::size_t i = 0; i < summary.size(); ++i) {
-    auto* group = new QGroupBox(Text(summary[i].title), page);
+    auto* group = new QGroupBox(TextFromBytes(summary[i].title), page);
     auto* form = new QFormLayout(group);
     form->setHorizontalSpacing(16);
     for (const SummaryLine& line : summary[i].lines) {
       QLabel* value = NewValueLabel(group);
-      form->addRow(Text(line.label) + QStringLiteral(":"), value);
+      form->addRow(TextFromBytes(line.label) + QStringLiteral(":"), value);
       values_.push_back(value);
     }
     (i < 3 ? left : right)->addWidget(group);
@@ -90,11 +87,12 @@ void COrvaneView::OnUpdate() {
   for (const SummaryGroup& group : SummarizeTable(doc_->Table())) {
     for (const SummaryLine& line : group.lines) {
       QLabel* label = values_[at++];
-      const QString value = line.value.empty() ? QStringLiteral("not set") : Text(line.value);
+      const QString value =
+          line.value.empty() ? QStringLiteral("not set") : TextFromBytes(line.value);
       label->setText(value);
       label->setEnabled(!line.value.empty());
-      label->setAccessibleName(Text(group.title) + QStringLiteral(": ") + Text(line.label) +
-                               QStringLiteral(": ") + value);
+      label->setAccessibleName(TextFromBytes(group.title) + QStringLiteral(": ") +
+                               TextFromBytes(line.label) + QStringLiteral(": ") + value);
     }
   }
 }

@@ -2,21 +2,15 @@
 #include "editors/widgets/param_table_dlg.h"
 
 #include <QHBoxLayout>
-#include <QRegularExpressionValidator>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 #include "core/number_text.h"
+#include "ui/byte_text.h"
 #include "ui/window_size.h"
 
 namespace orvane {
 namespace {
-
-QString Text(std::string_view text) {
-  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::string Bytes(const QString& text) { return text.toLatin1().toStdString(); }
 
 QLabel* NewLabel(const QString& text, QWidget* buddy, QWidget* parent) {
   auto* label = new QLabel(text, parent);
@@ -74,8 +68,7 @@ void CParamTableDlg::CreateControls() {
   close_->setAutoDefault(false);  // made last, as the tab order goes
 
   // Values are bytes: what is no Latin-1 character cannot be stored.
-  grid_->SetEditValidator(new QRegularExpressionValidator(
-      QRegularExpression(QStringLiteral("[\\x{01}-\\x{FF}]*")), this));
+  grid_->SetEditValidator(new ByteTextValidator(this));
   new QShortcut(QKeySequence(QStringLiteral("Ctrl+L")), lookup_, [this] { lookup_->setFocus(); });
   new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), filter_, [this] { filter_->setFocus(); });
 }
@@ -85,12 +78,12 @@ void CParamTableDlg::FillGrid() {
   texts.reserve(static_cast<std::size_t>(rows_.Count()) + 1);
   auto& header = texts.emplace_back();
   for (const std::string_view name : kRawColumnNames) {
-    header.push_back(Text(name));
+    header.push_back(TextFromBytes(name));
   }
   for (int ordinal = 1; ordinal <= rows_.Count(); ++ordinal) {
     auto& row = texts.emplace_back();
     for (int column = 0; column < static_cast<int>(kRawColumnNames.size()); ++column) {
-      row.push_back(Text(rows_.Cell(ordinal, static_cast<RawColumn>(column))));
+      row.push_back(TextFromBytes(rows_.Cell(ordinal, static_cast<RawColumn>(column))));
     }
   }
   grid_->SetTexts(texts);
@@ -129,13 +122,13 @@ void CParamTableDlg::done(int result) {
 }
 
 int CParamTableDlg::OrdinalAt(int row) const {
-  return ParseInt(Bytes(grid_->GetItemText(row, kNumberColumn))).value_or(0);
+  return ParseInt(BytesFromText(grid_->GetItemText(row, kNumberColumn))).value_or(0);
 }
 
 void CParamTableDlg::OnEndEdit(int row) {
   const int ordinal = OrdinalAt(row);
   const std::vector<int> partners =
-      rows_.EndEdit(ordinal, Bytes(grid_->GetItemText(row, kValueColumn)));
+      rows_.EndEdit(ordinal, BytesFromText(grid_->GetItemText(row, kValueColumn)));
   const bool is_changed = rows_.IsChanged(ordinal);
   const auto mark = [this, is_changed](int changed_row) {
     for (const int column : {kCodeColumn, kValueColumn}) {
@@ -146,7 +139,7 @@ void CParamTableDlg::OnEndEdit(int row) {
   for (int other = 1; !partners.empty() && other < grid_->GetRowCount(); ++other) {
     const int partner = OrdinalAt(other);
     if (std::find(partners.begin(), partners.end(), partner) != partners.end()) {
-      grid_->SetItemText(other, kValueColumn, Text(rows_.Row(partner).value));
+      grid_->SetItemText(other, kValueColumn, TextFromBytes(rows_.Row(partner).value));
       mark(other);
     }
   }
@@ -157,7 +150,8 @@ void CParamTableDlg::OnEndEdit(int row) {
 void CParamTableDlg::OnLookup() {
   const QString code = lookup_->text();
   for (int row = 1; row < grid_->GetRowCount(); ++row) {
-    if (EqualsWithoutCase(Bytes(grid_->GetItemText(row, kCodeColumn)), Bytes(code))) {
+    if (EqualsWithoutCase(BytesFromText(grid_->GetItemText(row, kCodeColumn)),
+                          BytesFromText(code))) {
       if (!grid_->IsRowVisible(row)) {
         filter_->clear();  // it hides what was asked for
       }
@@ -174,14 +168,14 @@ void CParamTableDlg::OnSortByCode(bool by_code) {
     grid_->SortTextItems(kCodeColumn, true);
   } else {
     const auto by_number = [](const QString& a, const QString& b) {
-      return ParseIntPrefix(Bytes(a)) < ParseIntPrefix(Bytes(b));
+      return ParseIntPrefix(BytesFromText(a)) < ParseIntPrefix(BytesFromText(b));
     };
     grid_->SortItems(by_number, kNumberColumn, true);
   }
 }
 
 void CParamTableDlg::OnFilter(const QString& text) {
-  const std::string filter = Bytes(text);
+  const std::string filter = BytesFromText(text);
   std::vector<bool> visible(static_cast<std::size_t>(grid_->GetRowCount()), true);
   for (int row = 1; row < grid_->GetRowCount(); ++row) {
     visible[static_cast<std::size_t>(row)] = rows_.Matches(OrdinalAt(row), filter);
@@ -189,6 +183,8 @@ void CParamTableDlg::OnFilter(const QString& text) {
   grid_->SetVisibleRows(visible);
 }
 
-void CParamTableDlg::ShowDetail(int row) { detail_->setText(Text(rows_.Detail(OrdinalAt(row)))); }
+void CParamTableDlg::ShowDetail(int row) {
+  detail_->setText(TextFromBytes(rows_.Detail(OrdinalAt(row))));
+}
 
 }  // namespace orvane

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "forms/codecs.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "core/number_text.h"
+#include "core/param_text.h"
+#include "core/param_time.h"
+
+namespace orvane {
+namespace {
+
+// The first year that seconds cannot tell, and the seconds of an hour.
+constexpr std::uint32_t kEndOfTime = 4102444800U;  // 2100-01-01
+constexpr std::int64_t kSecondsPerHour = 3600;
+constexpr std::string_view kInvalidTime = "Invalid Date and Time";
+
+int CountOf(const Field& field) {
+  return field.widget == Widget::kCheck ? 2 : static_cast<int>(field.choices.size());
+}
+
+int IndexOf(const Field& field, std::int32_t stored) {
+  const Codec& codec = field.codec;
+  std::int64_t index = stored;
+  if (codec.kind == CodecKind::kFlag) {
+    return stored != 0 ? 1 : 0;
+  }
+  if (codec.kind == CodecKind::kMap) {
+    const auto found = std::find(codec.map.begin(), codec.map.end(), stored);
+    index = found == codec.map.end() ? -1 : found - codec.map.begin();
+  } else {
+    index -= codec.base;
+  }
+  if (index >= 0 && index < CountOf(field)) {
+    return static_cast<int>(index);
+  }
+  switch (codec.unlisted) {
+    case Unlisted::kFirst:
+      return 0;
+    case Unlisted::kLast:
+      return CountOf(field) - 1;
+    case Unlisted::kAsIndex:
+      return stored >= 0 && stored < CountOf(field) ? stored : kNothingChosen;
+    case Unlisted::kNothing:
+      break;
+  }
+  return kNothingChosen;
+}
+
+ParamValue IntValue(std::int32_t number) {
+  ParamValue value{};
+  PutInt(number, &value);
+  return value;
+}
+
+std::vector<ParamValue> StoredIndex(const Field& field, int index) {
+  const Codec& codec = field.codec;
+  if (index < 0 || index >= CountOf(field)) {
+    return codec.unset == nullptr ? std::vector<ParamValue>()
+                                  : std::vector<ParamValue>{IntValue(*codec.unset)};
+  }
+  if (codec.kind == CodecKind::kMap) {
+    return {IntValue(codec.map[static_cast<std::size_t>(index)])};
+  }
+  return {IntValue(index + codec.base)};
+}
+
+std::vector<ParamValue> PiecesOf(std::string_view text, int count) {
+  std::vector<ParamValue> pieces(static_cast<std::size_t>(count));
+  for (ParamValue& piece : pieces) {
+    const std::string_view share = text.substr(0, kMaxTextLength);
+    std::copy(share.begin(), share.end(), piece.begin());
+    text.remove_prefix(share.size());
+  }
+  return pieces;
+}
+
+std::string JoinedText(const std::vector<ParamValue>& stored) {
+  std::string text;
+  for (const ParamValue& piece : stored) {
+    text += CharactersOf(piece, kMaxTextLength);
+  }
+  return text;
+}
+
+std::string TextOf(const Field& field, const ParamValue& stored, int hours) {
+  if (field.codec.kind == CodecKind::kScale) {
+    return FormatReal(RealOf(stored) * field.codec.to_shown);
+  }
+  if (field.type == AmxPT) {
+    return FormatParamTime(ShiftedByHours(TimeOf(stored), hours));
+  }
+  std::string text;
+  FormatParamValue(field.type, stored, &text);
+  return text;
+}
+
+std::string RangeFault(const Field& field, std::string_view what, std::string_view article) {
+  return "Enter " + std::string(article) + " " + std::string(what) + " between " +
+         FormatReal(field.limits.min) + " and " + FormatReal(field.limits.max) + ".";
+}
+
+std::string NumberFault(const Field& field, const std::string& text) {
+  const bool is_integer = field.widget == Widget::kInteger;
+  const std::string_view what = is_integer ? "integer" : "number";
+  const std::string_view article = is_integer ? "an" : "a";
+  const std::optional<double> number =
+      is_integer ? std::optional<double>(ParseInt(text)) : ParseReal(text);
+  if (!number) {
+    return "Enter " + std::string(article) + " " + std::string(what) + ".";
+  }
+  const bool has_range = field.limits.min < field.limits.max;
+  return has_range && (*number < field.limits.min || *number > field.limits.max)
+             ? RangeFault(field, what, article)
+             : std::string();
+}
+
+}  // namespace
+
+std::vector<ParamKey> KeysOf(const Field& field) {
+  if (field.key.empty() || field.codec.kind == CodecKind::kUnbound) {
+    return {};
+  }
+  if (field.codec.kind != CodecKind::kPieces) {
+    return {ParamKey(field.key)};
+  }
+  std::vector<ParamKey> keys;
+  for (int piece = 1; piece <= field.codec.base; ++piece) {
+    keys.emplace_back(std::string(field.key) + FormatInt(piece));
+  }
+  return keys;
+}
+
+Shown ShownOf(const Field& field, const std::vector<ParamValue>& stored, int hours) {
+  if (stored.empty()) {
+    return {};
+  }
+  if (HasIndex(field.widget)) {
+    return {{}, IndexOf(field, IntOf(stored.front()))};
+  }
+  return {field.codec.kind == CodecKind::kPieces ? JoinedText(stored)
+                                                 : TextOf(field, stored.front(), hours),
+          kNothingChosen};
+}
+
+std::vector<ParamValue> StoredOf(const Field& field, const Shown& shown, int hours) {
+  if (KeysOf(field).empty() || field.widget == Widget::kShown) {
+    return {};
+  }
+  if (HasIndex(field.widget)) {
+    return StoredIndex(field, shown.index);
+  }
+  if (field.codec.kind == CodecKind::kPieces) {
+    return PiecesOf(shown.text, field.codec.base);
+  }
+  ParamValue value{};
+  ParseParamValue(shown.text, field.type, &value);
+  if (field.codec.kind == CodecKind::kScale) {
+    PutReal(RealOf(value) * field.codec.to_stored, &value);
+  } else if (field.type == AmxPT) {
+    PutTime(ShiftedByHours(TimeOf(value), -hours), &value);
+  }
+  return {value};
+}
+
+std::string FaultOf(const Field& field, const Shown& shown) {
+  switch (field.widget) {
+    case Widget::kInteger:
+    case Widget::kReal:
+      return NumberFault(field, shown.text);
+    case Widget::kTime: {
+      ParamTime time;
+      return shown.text.empty() || ParseParamTimeStrictly(shown.text, &time)
+                 ? std::string()
+                 : std::string(kInvalidTime);
+    }
+    case Widget::kText:
+    case Widget::kPassword:
+      break;
+    default:
+      return {};
+  }
+  const auto limit = static_cast<std::size_t>(field.limits.max_length);
+  return limit > 0 && shown.text.size() > limit
+             ? "Enter no more than " + FormatInt(field.limits.max_length) + " characters."
+             : std::string();
+}
+
+ParamTime ShiftedByHours(const ParamTime& time, int hours) {
+  if (hours == 0 || FormatParamTime(time) == kInvalidTime) {
+    return time;
+  }
+  ParamTime shifted = time;
+  if (HasNoDate(time) && time.weekday == 0) {
+    shifted.hour = static_cast<std::uint8_t>(((time.hour + hours) % 24 + 24) % 24);
+    return shifted;
+  }
+  const std::int64_t seconds = ParamTimeToSeconds(time);
+  const std::int64_t moved = seconds + hours * kSecondsPerHour;
+  const bool is_countable = time.century >= 19 && time.month > 0 && time.day > 0 &&
+                            (time.century > 19 || time.year >= 70) && seconds < kEndOfTime;
+  if (!is_countable || moved < 0 || moved >= kEndOfTime) {
+    return time;
+  }
+  return SecondsToParamTime(static_cast<std::uint32_t>(moved));
+}
+
+}  // namespace orvane

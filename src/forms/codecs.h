@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Stored values to what a control shows and back.
+#ifndef ORVANE_FORMS_CODECS_H_
+#define ORVANE_FORMS_CODECS_H_
+
+#include <string>
+#include <vector>
+
+#include "core/param_key.h"
+#include "forms/form_field.h"
+
+namespace orvane {
+
+/// What a control shows: a text, or the index of a choice.
+struct Shown {
+  std::string text;
+  int index = kNothingChosen;
+};
+
+/// The keys that a field is stored under: none, one, or one for each piece.
+std::vector<ParamKey> KeysOf(const Field& field);
+
+/// What a field shows of its stored values, one for each key; times are shifted by `hours`.
+Shown ShownOf(const Field& field, const std::vector<ParamValue>& stored, int hours);
+
+/// The values to store for what is shown, one for each key; none where nothing is to be written.
+/// Texts that do not parse are read leniently: validate first.
+std::vector<ParamValue> StoredOf(const Field& field, const Shown& shown, int hours);
+
+/// Why what the user entered cannot be accepted; empty where it can.
+std::string FaultOf(const Field& field, const Shown& shown);
+
+/// A time moved by whole hours: a time of day within its day, without a date as before; a dated one
+/// through the calendar. What is invalid or would leave the years 1970 to 2099 stays as it is.
+ParamTime ShiftedByHours(const ParamTime& time, int hours);
+
+}  // namespace orvane
+
+#endif  // ORVANE_FORMS_CODECS_H_

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "forms/form_model.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "core/param_text.h"
+#include "core/param_time.h"
+
+namespace orvane {
+
+FormModel::FormModel(ParamTable* table, std::span<const Field> fields)
+    : table_(table), fields_(fields) {
+  for (const Field& field : fields_) {
+    State& state = states_[field.control];
+    state.field = &field;
+    state.caption = field.label;
+    if (field.widget == Widget::kCheck) {
+      state.shown.index = 0;
+    }
+  }
+}
+
+FormModel::State& FormModel::StateOf(int control) {
+  const auto found = states_.find(control);
+  assert(found != states_.end());
+  return found->second;
+}
+
+const FormModel::State& FormModel::StateOf(int control) const {
+  const auto found = states_.find(control);
+  assert(found != states_.end());
+  return found->second;
+}
+
+void FormModel::Changed(const State& state) const {
+  if (listener_) {
+    listener_(state.field->control);
+  }
+}
+
+bool FormModel::IsEnabled(int control) const {
+  const auto button = buttons_.find(control);
+  if (button != buttons_.end() && !button->second) {
+    return false;
+  }
+  const auto found = states_.find(control);
+  return found == states_.end() || found->second.is_enabled;
+}
+
+bool FormModel::HasWarning(int control) const {
+  const State& state = StateOf(control);
+  return !state.is_edited && !state.stored.empty() && !FaultOf(*state.field, state.shown).empty();
+}
+
+void FormModel::SetText(int control, std::string text) {
+  State& state = StateOf(control);
+  state.shown.text = std::move(text);
+  state.is_edited = true;
+  Changed(state);
+}
+
+void FormModel::SetIndex(int control, int index) {
+  State& state = StateOf(control);
+  state.shown.index = index;
+  state.is_edited = true;
+  Changed(state);
+}
+
+void FormModel::Enable(int control, bool is_enabled) {
+  for (const auto& [number, state] : states_) {
+    const auto& choices = state.field->choices;
+    if (state.field->widget == Widget::kRadios &&
+        std::any_of(choices.begin(), choices.end(),
+                    [control](const Choice& choice) { return choice.control == control; })) {
+      buttons_[control] = is_enabled;
+      Changed(state);
+      return;
+    }
+  }
+  State& state = StateOf(control);
+  state.is_enabled = is_enabled;
+  Changed(state);
+}
+
+void FormModel::SetCaption(int control, std::string caption) {
+  State& state = StateOf(control);
+  state.caption = std::move(caption);
+  Changed(state);
+}
+
+void FormModel::Show(State* state) {
+  state->shown = ShownOf(*state->field, state->stored, hours_);
+  if (state->stored.empty() && state->field->widget == Widget::kCheck) {
+    state->shown.index = 0;
+  }
+}
+
+void FormModel::SetHourOffset(int hours) {
+  const int before = hours_;
+  hours_ = hours;
+  for (auto& [control, state] : states_) {
+    if (state.field->widget != Widget::kTime) {
+      continue;
+    }
+    ParamTime time;
+    if (!state.is_edited) {
+      Show(&state);
+    } else if (ParseParamTimeStrictly(state.shown.text, &time)) {
+      state.shown.text = FormatParamTime(ShiftedByHours(time, hours - before));
+    }
+    Changed(state);
+  }
+}
+
+void FormModel::Read(int control) {
+  State& state = StateOf(control);
+  state.stored.clear();
+  const auto keys = KeysOf(*state.field);
+  for (const ParamKey key : keys) {
+    const ParamEntry* entry = table_->FindParam(key);
+    if (entry != nullptr && entry->type == state.field->type) {
+      state.stored.push_back(entry->value);
+    }
+  }
+  if (state.stored.size() < keys.size()) {
+    state.stored.clear();  // a missing key leaves the control as it is at first
+  }
+  state.is_edited = false;
+  Show(&state);
+  Changed(state);
+}
+
+void FormModel::ReadAll() {
+  for (const Field& field : fields_) {
+    Read(field.control);
+  }
+}
+
+std::optional<FormModel::Fault> FormModel::Validate() const {
+  for (const Field& field : fields_) {
+    const State& state = StateOf(field.control);
+    if (state.is_enabled && state.is_edited) {
+      if (std::string message = FaultOf(field, state.shown); !message.empty()) {
+        return Fault{field.control, std::move(message)};
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+void FormModel::Write(std::span<const int> controls) {
+  for (const int control : controls) {
+    const State& state = StateOf(control);
+    const bool is_as_read = !state.is_edited && !state.field->codec.normalizes;
+    const auto values = is_as_read ? state.stored : StoredOf(*state.field, state.shown, hours_);
+    const auto keys = KeysOf(*state.field);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      // A key that the table lacks has nowhere to go; dialogs go on with the others.
+      static_cast<void>(table_->SetParam(keys[i], state.field->type, values[i].data()));
+    }
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_FORMS_FORM_MODEL_H_
+#define ORVANE_FORMS_FORM_MODEL_H_
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/param_table.h"
+#include "forms/codecs.h"
+#include "forms/form_field.h"
+
+namespace orvane {
+
+/// The state of a dialog: what each control shows, whether it is enabled, what was read from the
+/// table and what was edited since. Widgets only mirror it.
+///
+/// A field that neither the user nor a rule nor a button changed since it was read writes back the
+/// bytes it was read from (but see `Codec::normalizes`): ten shown digits never cost a stored
+/// number its last ones. Controls are named by their numbers; one that the form lacks is a
+/// programming error, found by an assertion.
+class FormModel {
+ public:
+  /// `fields` must outlive the model, as the constant table that it is.
+  FormModel(ParamTable* table, std::span<const Field> fields);
+
+  const std::span<const Field>& Fields() const { return fields_; }
+  const Field& FieldOf(int control) const { return *StateOf(control).field; }
+  ParamTable& Table() { return *table_; }
+
+  const std::string& Text(int control) const { return StateOf(control).shown.text; }
+  int Index(int control) const { return StateOf(control).shown.index; }
+  bool IsEdited(int control) const { return StateOf(control).is_edited; }
+  /// Of a control, or of one button of a group by its own number.
+  bool IsEnabled(int control) const;
+  const std::string& Caption(int control) const { return StateOf(control).caption; }
+  /// Whether a value nobody touched lies outside what the user may enter.
+  bool HasWarning(int control) const;
+
+  /// What a user, a rule or a button puts into a field; it counts as edited even where it is equal.
+  void SetText(int control, std::string text);
+  void SetIndex(int control, int index);
+  /// Of one button where the number is a button's, else of the whole control.
+  void Enable(int control, bool is_enabled);
+  void SetCaption(int control, std::string caption);
+
+  /// Hours added to stored times for display. Fields that are not edited are shown anew; an edited
+  /// time that parses moves along, one that does not stays as typed.
+  void SetHourOffset(int hours);
+  int HourOffset() const { return hours_; }
+
+  /// Reads one field, or all in order, anew from the table: none of them is edited then.
+  void Read(int control);
+  void ReadAll();
+
+  /// The first field, in order, that is enabled, edited and not acceptable.
+  struct Fault {
+    int control;
+    std::string message;
+  };
+  std::optional<Fault> Validate() const;
+
+  /// Writes fields in the order given, without the permission check. A key that the table lacks is
+  /// skipped.
+  void Write(std::span<const int> controls);
+
+  /// Called with the control number after each change of what it shows, and of its state.
+  void SetListener(std::function<void(int)> listener) { listener_ = std::move(listener); }
+
+ private:
+  struct State {
+    const Field* field = nullptr;
+    Shown shown;
+    std::vector<ParamValue> stored;  // as read, one for each key; empty where a key is missing
+    bool is_enabled = true;
+    bool is_edited = false;
+    std::string caption;
+  };
+
+  State& StateOf(int control);
+  const State& StateOf(int control) const;
+  void Show(State* state);
+  void Changed(const State& state) const;
+
+  ParamTable* table_;
+  std::span<const Field> fields_;
+  std::map<int, State> states_;
+  std::map<int, bool> buttons_;  // single buttons of groups that were enabled or disabled
+  int hours_ = 0;
+  std::function<void(int)> listener_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_FORMS_FORM_MODEL_H_

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The texts of tables are bytes; on screen they are Latin-1.
+#ifndef ORVANE_UI_BYTE_TEXT_H_
+#define ORVANE_UI_BYTE_TEXT_H_
+
+#include <QString>
+#include <QValidator>
+#include <string>
+#include <string_view>
+
+namespace orvane {
+
+inline QString TextFromBytes(std::string_view bytes) {
+  return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+inline std::string BytesFromText(const QString& text) { return text.toLatin1().toStdString(); }
+
+/// Refuses characters that no byte stands for.
+class ByteTextValidator : public QValidator {
+  Q_OBJECT
+
+ public:
+  using QValidator::QValidator;
+
+  State validate(QString& text, int& position) const override;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_UI_BYTE_TEXT_H_

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/form_dialog.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/byte_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kAnyLength = 32767;  // Qt's own limit
+
+// Typing is limited, but a longer text that is there may stay and be shortened.
+void LimitTyping(QLineEdit* line, int max_length) {
+  if (max_length > 0) {
+    line->setMaxLength(std::max(max_length, static_cast<int>(line->text().size())));
+  }
+}
+
+const QString kWarningMark = QStringLiteral("warning");
+
+void MarkLine(QLineEdit* line, bool has_warning) {
+  auto* mark = line->findChild<QAction*>(kWarningMark);
+  if (mark == nullptr) {
+    const QIcon icon = line->style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    mark = line->addAction(icon, QLineEdit::TrailingPosition);
+    mark->setObjectName(kWarningMark);
+    mark->setToolTip(QStringLiteral("The stored value is outside its range"));
+  }
+  mark->setVisible(has_warning);
+  line->setAccessibleDescription(has_warning ? mark->toolTip() : QString());
+}
+
+}  // namespace
+
+CFormDialog::CFormDialog(FormModel* model, Prompts* prompts, QWidget* parent)
+    : QDialog(parent), model_(model), prompts_(prompts) {
+  model_->SetListener([this](int control) { Refresh(control); });
+}
+
+CFormDialog::~CFormDialog() { model_->SetListener({}); }
+
+void CFormDialog::Name(QWidget* widget, const Field& field) {
+  widget->setObjectName(QString::number(field.control));
+  const QString label = TextFromBytes(field.label);
+  widget->setAccessibleName(
+      field.group.empty() ? label : TextFromBytes(field.group) + QStringLiteral(": ") + label);
+}
+
+QWidget* CFormDialog::MakeLine(const Field& field) {
+  auto* line = new QLineEdit(this);
+  line->setValidator(new ByteTextValidator(line));
+  if (field.widget == Widget::kPassword) {
+    line->setEchoMode(QLineEdit::Password);
+  }
+  line->setReadOnly(field.widget == Widget::kShown);
+  connect(
+      line, &QLineEdit::textEdited, this,
+      [this, line, limit = field.limits.max_length, control = field.control](const QString& text) {
+        LimitTyping(line, limit);
+        model_->SetText(control, BytesFromText(text));
+        OnEdited(control);
+      });
+  return line;
+}
+
+QWidget* CFormDialog::MakeCheck(const Field& field) {
+  auto* check = new QCheckBox(TextFromBytes(field.label), this);
+  connect(check, &QCheckBox::clicked, this, [this, control = field.control](bool is_checked) {
+    model_->SetIndex(control, is_checked ? 1 : 0);
+    OnEdited(control);
+  });
+  return check;
+}
+
+QWidget* CFormDialog::MakeList(const Field& field) {
+  auto* list = new QComboBox(this);
+  for (const Choice& choice : field.choices) {
+    list->addItem(TextFromBytes(choice.label));
+  }
+  connect(list, &QComboBox::activated, this, [this, control = field.control](int index) {
+    model_->SetIndex(control, index);
+    OnEdited(control);
+  });
+  return list;
+}
+
+QWidget* CFormDialog::MakeRadios(const Field& field) {
+  auto* widget = new QWidget(this);
+  auto* layout = new QVBoxLayout(widget);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* group = new QButtonGroup(widget);
+  groups_[field.control] = group;
+  const QString name = TextFromBytes(field.group.empty() ? field.label : field.group);
+  for (const Choice& choice : field.choices) {
+    auto* button = new QRadioButton(TextFromBytes(choice.label), widget);
+    button->setObjectName(QString::number(choice.control));
+    button->setAccessibleName(name + QStringLiteral(": ") + button->text().trimmed());
+    group->addButton(button, static_cast<int>(group->buttons().size()));
+    layout->addWidget(button);
+  }
+  connect(group, &QButtonGroup::idClicked, this, [this, control = field.control](int index) {
+    model_->SetIndex(control, index);
+    OnEdited(control);
+  });
+  return widget;
+}
+
+QWidget* CFormDialog::Control(int control) {
+  QWidget*& widget = controls_[control];
+  if (widget == nullptr) {
+    const Field& field = model_->FieldOf(control);
+    switch (field.widget) {
+      case Widget::kCheck:
+        widget = MakeCheck(field);
+        break;
+      case Widget::kCombo:
+        widget = MakeList(field);
+        break;
+      case Widget::kRadios:
+        widget = MakeRadios(field);
+        break;
+      default:
+        widget = MakeLine(field);
+        break;
+    }
+    if (field.widget != Widget::kRadios) {  // there each button has a name of its own
+      Name(widget, field);
+    }
+    Refresh(control);
+  }
+  return widget;
+}
+
+QAbstractButton* CFormDialog::Button(int control) {
+  return findChild<QAbstractButton*>(QString::number(control));
+}
+
+QLabel* CFormDialog::LabelOf(int control) {
+  QLabel*& label = labels_[control];
+  if (label == nullptr) {
+    label = new QLabel(TextFromBytes(model_->Caption(control)), this);
+    label->setTextFormat(Qt::PlainText);
+    label->setBuddy(Control(control));
+  }
+  return label;
+}
+
+QDialogButtonBox* CFormDialog::OkAndCancel() {
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("1"));
+  buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("2"));
+  connect(buttons, &QDialogButtonBox::accepted, this, &CFormDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &CFormDialog::reject);
+  return buttons;
+}
+
+void CFormDialog::RefreshRadios(const Field& field) {
+  QButtonGroup* group = groups_[field.control];
+  const int index = model_->Index(field.control);
+  // An exclusive group keeps its last button checked.
+  group->setExclusive(false);
+  for (QAbstractButton* button : group->buttons()) {
+    const int at = group->id(button);
+    button->setChecked(at == index);
+    button->setEnabled(model_->IsEnabled(field.choices[static_cast<std::size_t>(at)].control));
+  }
+  group->setExclusive(true);
+}
+
+void CFormDialog::Refresh(int control) {
+  const auto found = controls_.find(control);
+  if (found == controls_.end() || found->second == nullptr) {
+    return;
+  }
+  const Field& field = model_->FieldOf(control);
+  QWidget* widget = found->second;
+  const QSignalBlocker blocker(widget);
+  widget->setEnabled(model_->IsEnabled(control) || field.widget == Widget::kRadios);
+  if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+    if (const QString text = TextFromBytes(model_->Text(control)); line->text() != text) {
+      line->setMaxLength(kAnyLength);  // what is stored is shown whole
+      line->setText(text);             // not while typing: the cursor would jump
+      LimitTyping(line, field.limits.max_length);
+    }
+    MarkLine(line, model_->HasWarning(control));
+  } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
+    check->setChecked(model_->Index(control) == 1);
+  } else if (auto* list = qobject_cast<QComboBox*>(widget)) {
+    list->setCurrentIndex(model_->Index(control));
+  } else {
+    RefreshRadios(field);
+  }
+  if (const auto label = labels_.find(control); label != labels_.end() && label->second) {
+    label->second->setText(TextFromBytes(model_->Caption(control)));
+  }
+}
+
+void CFormDialog::accept() {
+  if (const auto fault = model_->Validate()) {
+    prompts_->ShowWarning("Orvane", fault->message);
+    if (QWidget* widget = Control(fault->control); auto* line = qobject_cast<QLineEdit*>(widget)) {
+      line->setFocus();
+      line->selectAll();
+    }
+    return;
+  }
+  Commit();
+  QDialog::accept();
+}
+
+}  // namespace orvane

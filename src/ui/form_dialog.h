@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_UI_FORM_DIALOG_H_
+#define ORVANE_UI_FORM_DIALOG_H_
+
+#include <QButtonGroup>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <map>
+
+#include "forms/form_model.h"
+#include "forms/prompts.h"
+
+namespace orvane {
+
+/// A dialog over a form model: makes the widgets of its fields and keeps both in step. A derived
+/// class lays the widgets out, adds its buttons and says what an edit leads to.
+///
+/// Object names are control numbers, accessible names the labels, with the group in front where the
+/// field names one.
+class CFormDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// Both must outlive the dialog.
+  CFormDialog(FormModel* model, Prompts* prompts, QWidget* parent);
+  ~CFormDialog() override;
+
+  /// OK: validates, and on the first fault tells it and puts the focus there; else commits.
+  void accept() override;
+
+ protected:
+  /// The widget of a field, made at the first call: a line, a check box, a list, or a widget with
+  /// all the buttons of a group.
+  QWidget* Control(int control);
+  /// One button of a group.
+  QAbstractButton* Button(int control);
+  /// A label with the field's caption that leads to its widget.
+  QLabel* LabelOf(int control);
+  void AddRow(QFormLayout* form, int control) { form->addRow(LabelOf(control), Control(control)); }
+  QDialogButtonBox* OkAndCancel();
+
+  /// The user changed a control; the model has it already.
+  virtual void OnEdited(int control) { static_cast<void>(control); }
+  /// OK was accepted: write.
+  virtual void Commit() = 0;
+
+  FormModel& Model() { return *model_; }
+
+ private:
+  QWidget* MakeLine(const Field& field);
+  QWidget* MakeCheck(const Field& field);
+  QWidget* MakeList(const Field& field);
+  QWidget* MakeRadios(const Field& field);
+  void Name(QWidget* widget, const Field& field);
+  void Refresh(int control);
+  void RefreshRadios(const Field& field);
+
+  FormModel* model_;
+  Prompts* prompts_;
+  std::map<int, QWidget*> controls_;
+  std::map<int, QLabel*> labels_;
+  std::map<int, QButtonGroup*> groups_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_UI_FORM_DIALOG_H_
