@@ -2,6 +2,7 @@
 #include "ratio_report.h"
 
 #include <benchmark/benchmark.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <map>
@@ -13,6 +14,8 @@ namespace {
 // Keeps the median of the repetitions of each benchmark.
 class Recorder : public benchmark::ConsoleReporter {
  public:
+  Recorder() : ConsoleReporter(isatty(STDOUT_FILENO) != 0 ? OO_Color : OO_None) {}
+
   void ReportRuns(const std::vector<Run>& runs) override {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {

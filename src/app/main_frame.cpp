@@ -23,6 +23,7 @@ const QString kTblFilter = QStringLiteral("Tbl Files (*.tbl)");
 const QString kAllFilter = QStringLiteral("All Files (*)");
 const QString kGeometry = QStringLiteral("Window/Geometry");
 const QString kState = QStringLiteral("Window/State");
+const QString kStatusBar = QStringLiteral("Window/StatusBar");
 
 // Commands with a picture; those in the tool bar stand in its order.
 struct Picture {
@@ -151,11 +152,8 @@ void CMainFrame::CreateToolBar() {
 }
 
 void CMainFrame::CreateStatusBar() {
-  notice_ = new QLabel(QStringLiteral("Ready"), this);
+  notice_ = new NoticeLabel(QStringLiteral("Ready"), this);
   notice_->setObjectName(QStringLiteral("notice"));
-  notice_->setTextFormat(Qt::PlainText);
-  // A long path must not widen the window.
-  notice_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   statusBar()->addWidget(notice_, 1);
   new LockIndicators(statusBar());
   QAction* shown = Command(kViewStatusBar);
@@ -183,6 +181,8 @@ void CMainFrame::ConnectCommands() {
             [this, i] { OpenFile(recent_files_.Paths().value(static_cast<int>(i))); });
   }
 }
+
+void CMainFrame::ShowNotice(const QString& text) { notice_->ShowNotice(text); }
 
 void CMainFrame::UpdateTitle() {
   setWindowTitle(doc_->Title() + QStringLiteral("[*] - Orvane"));
@@ -212,6 +212,8 @@ void CMainFrame::RestoreLayout() {
   const QSettings settings;
   restoreGeometry(settings.value(kGeometry).toByteArray());
   restoreState(settings.value(kState).toByteArray());
+  Command(kViewToolbar)->setChecked(!findChild<QToolBar*>()->isHidden());
+  Command(kViewStatusBar)->setChecked(settings.value(kStatusBar, true).toBool());
 }
 
 bool CMainFrame::OpenFile(const QString& path) {
@@ -279,17 +281,20 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
   QSettings settings;
   settings.setValue(kGeometry, saveGeometry());
   settings.setValue(kState, saveState());
+  settings.setValue(kStatusBar, Command(kViewStatusBar)->isChecked());
   event->accept();
 }
 
 void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {
   if (!DroppedFile(event->mimeData()).isEmpty()) {
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction);  // never "move": the source would delete the file
+    event->accept();
   }
 }
 
 void CMainFrame::dropEvent(QDropEvent* event) {
-  event->acceptProposedAction();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
   OpenFile(DroppedFile(event->mimeData()));
 }
 

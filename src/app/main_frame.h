@@ -11,6 +11,7 @@
 #include <map>
 
 #include "app/command_map.h"
+#include "app/notice_label.h"
 #include "app/orvane_doc.h"
 #include "app/orvane_view.h"
 #include "app/qt_prompts.h"
@@ -29,7 +30,7 @@ class CMainFrame : public QMainWindow {
   QAction* Command(int id) const { return commands_.at(id); }
   /// Asks to save the present document and opens a file. False where the user stays or it fails.
   bool OpenFile(const QString& path);
-  void ShowNotice(const QString& text) { notice_->setText(text); }
+  void ShowNotice(const QString& text);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -56,7 +57,7 @@ class CMainFrame : public QMainWindow {
 
   COrvaneDoc* doc_;
   COrvaneView* view_;
-  QLabel* notice_ = nullptr;
+  NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;
   std::array<QAction*, RecentFiles::kMost> recent_actions_{};
   RecentFiles recent_files_;

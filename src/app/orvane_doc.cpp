@@ -26,7 +26,9 @@ std::string OfAllParameters(std::size_t loaded) {
 }  // namespace
 
 COrvaneDoc::COrvaneDoc(ParamTable* table, Prompts* prompts, Notices* notices)
-    : table_(table), prompts_(prompts), notices_(notices) {}
+    : table_(table), prompts_(prompts), notices_(notices) {
+  BuildIndex();  // so that the views show the defaults until there is a document
+}
 
 QString COrvaneDoc::Title() const {
   return path_.isEmpty() ? QStringLiteral("Untitled") : QFileInfo(path_).fileName();
@@ -90,7 +92,7 @@ bool COrvaneDoc::OnOpenDocument(const QString& path) {
     LeaveAfterFailedLoad(tech_before, report.message);
     return false;
   }
-  path_ = path;
+  path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = report.version;
   has_document_ = true;
   const bool is_waveform = EndsWithoutCase(file_path.string(), ".TSS");
@@ -125,7 +127,7 @@ bool COrvaneDoc::OnSaveDocument(const QString& path) {
   }
   notices_->ShowNotice(file_version_ == 1 ? "Saved as version 2; the file opened was version 1"
                                           : "Saved " + path.toStdString());
-  path_ = path;
+  path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = 2;
   SetModified(false);
   return true;

@@ -90,7 +90,8 @@ void COrvaneView::OnUpdate() {
       const QString value =
           line.value.empty() ? QStringLiteral("not set") : TextFromBytes(line.value);
       label->setText(value);
-      label->setEnabled(!line.value.empty());
+      label->setForegroundRole(line.value.empty() ? QPalette::PlaceholderText
+                                                  : QPalette::WindowText);
       label->setAccessibleName(TextFromBytes(group.title) + QStringLiteral(": ") +
                                TextFromBytes(line.label) + QStringLiteral(": ") + value);
     }

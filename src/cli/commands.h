@@ -20,10 +20,18 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code);
 struct SetOptions {
   std::filesystem::path file;
   std::vector<std::string> assignments;  ///< KEY=VALUE
-  std::filesystem::path to;              ///< empty: `file`
+  std::filesystem::path to;
   std::uint32_t tbl_version = 2;
 };
 ExitCode RunTableSet(const SetOptions& options);
+
+struct StartupOptions {
+  std::filesystem::path file;
+  std::filesystem::path out;  ///< folder for the files
+  bool by_serial = true;      ///< SERIAL.tbl, else SERIAL/StartUp.tbl
+  std::uint32_t tbl_version = 2;
+};
+ExitCode RunTableStartup(const StartupOptions& options);
 
 }  // namespace orvane
 

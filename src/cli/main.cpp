@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <exception>
 #include <iostream>
 
@@ -25,7 +26,10 @@ int Run(int argc, char** argv) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     // Help and version are no errors; the library's other exit codes all mean wrong usage.
-    return app.exit(error) == 0 ? orvane::kAllDone : orvane::kWrongUsage;
+    if (app.exit(error) != 0) {
+      return orvane::kWrongUsage;
+    }
+    return std::cout.flush() ? orvane::kAllDone : orvane::kSomeFailed;
   }
   return exit_code;
 }
@@ -33,6 +37,9 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+#ifdef SIGXFSZ
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is told like a full disk
+#endif
   try {
     return Run(argc, argv);
   } catch (const std::exception& error) {

@@ -45,7 +45,7 @@ ExitCode RunTableGet(const std::filesystem::path& file, const std::vector<std::s
   for (const std::string& key : keys) {
     const ParamEntry* entry = key.size() <= kKeySize ? table.FindParam(key) : nullptr;
     if (entry == nullptr) {
-      PrintMessage(key + ": " + std::string(StatusText(kKeyNotFound)));
+      PrintMessage(Printable(key) + ": " + std::string(StatusText(kKeyNotFound)));
       result = kSomeFailed;
       continue;
     }
@@ -136,6 +136,14 @@ ExitCode RunTableBoxes(const std::filesystem::path& file) {
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
 
+// An empty text is a script's variable that was not set, never a file's name.
+CLI::Validator NotEmpty() {
+  return {[](const std::string& text) {
+            return text.empty() ? std::string("the name is empty") : std::string();
+          },
+          "", "not empty"};
+}
+
 }  // namespace
 
 void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
@@ -145,6 +153,9 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     std::filesystem::path other;
     std::vector<std::string> keys;
     SetOptions set;
+    StartupOptions startup;
+    std::string names = "serial";
+    std::string tbl_version = "2";
     int channels = 6;
     std::string now;
   };
@@ -165,10 +176,17 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   SetOptions& options = arguments->set;
   set->add_option("FILE", options.file, "a parameter table")->required();
   set->add_option("KEY=VALUE", options.assignments, "what to change")->required();
-  set->add_option("--to", options.to, "write this file instead of FILE");
-  set->add_option("--tbl-version", options.tbl_version, "version of the file written (default 2)")
-      ->check(CLI::IsMember({1, 2}));
-  set->callback([=] { *exit_code = RunTableSet(arguments->set); });
+  const CLI::Option* to =
+      set->add_option("--to", options.to, "write this file instead of FILE")->check(NotEmpty());
+  set->add_option("--tbl-version", arguments->tbl_version,
+                  "version of the file written (default 2)")
+      ->check(CLI::IsMember({"1", "2"}));
+  set->callback([=] {
+    SetOptions& given = arguments->set;
+    given.to = to->empty() ? given.file : given.to;
+    given.tbl_version = arguments->tbl_version == "1" ? 1 : 2;
+    *exit_code = RunTableSet(given);
+  });
 
   CLI::App* diff = table->add_subcommand(
       "diff", "Print the parameters in which two tables differ; exit code 1 where there are any");
@@ -189,6 +207,26 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
       "boxes", "Print the boxes of the spread: kind, serial number, channels, mode control");
   boxes->add_option("FILE", arguments->file, "a parameter table")->required();
   boxes->callback([=] { *exit_code = RunTableBoxes(arguments->file); });
+
+  CLI::App* startup =
+      table->add_subcommand("startup", "Write one start-up file for each box of the spread");
+  startup->add_option("FILE", arguments->startup.file, "a parameter table")->required();
+  startup->add_option("--out", arguments->startup.out, "folder for the files")
+      ->required()
+      ->check(NotEmpty());
+  startup
+      ->add_option("--names", arguments->names,
+                   "serial: SERIAL.tbl (default); startup: SERIAL/StartUp.tbl")
+      ->check(CLI::IsMember({"serial", "startup"}));
+  startup
+      ->add_option("--tbl-version", arguments->tbl_version,
+                   "version of the files where \"TBVO\" is 1 (default 2)")
+      ->check(CLI::IsMember({"1", "2"}));
+  startup->callback([=] {
+    arguments->startup.by_serial = arguments->names == "serial";
+    arguments->startup.tbl_version = arguments->tbl_version == "1" ? 1 : 2;
+    *exit_code = RunTableStartup(arguments->startup);
+  });
 }
 
 }  // namespace orvane

@@ -13,7 +13,7 @@ std::string Assign(const std::string& key, const std::string& text, std::uint32_
   // A key is looked up by its first eight characters; what is longer is no key.
   const ParamEntry* entry = key.size() <= kKeySize ? table->FindParam(key) : nullptr;
   if (entry == nullptr) {
-    return key + ": " + std::string(StatusText(kKeyNotFound));
+    return Printable(key) + ": " + std::string(StatusText(kKeyNotFound));
   }
   if (ParamKey(key) == "TBVI") {
     return key + ": tells the version of the file and cannot be set";
@@ -75,7 +75,7 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
 ExitCode RunTableSet(const SetOptions& options) {
   for (const std::string& assignment : options.assignments) {
     if (assignment.find('=') == std::string::npos) {
-      PrintMessage(assignment + ": is not of the form KEY=VALUE");
+      PrintMessage(Printable(assignment) + ": is not of the form KEY=VALUE");
       return kWrongUsage;
     }
   }
@@ -101,8 +101,7 @@ ExitCode RunTableSet(const SetOptions& options) {
   std::int32_t output_version = 2;
   const bool stays_1 = table.GetParam("TBVO", IntPT, &output_version) == kOk && output_version == 1;
   const TblSaveOptions save{options.tbl_version, false, stays_1 ? 1 : 2};
-  const auto& to = options.to.empty() ? options.file : options.to;
-  if (SaveParamFile(&table, to, save, &report) != kOk) {
+  if (SaveParamFile(&table, options.to, save, &report) != kOk) {
     PrintMessage(report.message);
     return kSomeFailed;
   }

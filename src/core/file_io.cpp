@@ -71,6 +71,8 @@ std::filesystem::path FollowLinks(std::filesystem::path path) {
 // A folder that takes no second file may still let the file itself be rewritten.
 bool ForbidsNewFiles(int error) { return error == EACCES || error == EPERM || error == EROFS; }
 
+bool ForbidsReplacing(int error) { return error == EACCES || error == EPERM || error == EBUSY; }
+
 bool ReadBack(const std::filesystem::path& path, std::vector<std::byte>* bytes) {
   std::error_code error;
   const auto size = std::filesystem::file_size(path, error);
@@ -285,14 +287,32 @@ std::string OutFile::Commit() {
 }
 
 std::string OutFile::CommitBeside() {
-  if (WriterCalls().sync(handle_) != 0 || !CloseHandle() ||
-      WriterCalls().rename(beside_.c_str(), target_.c_str()) != 0) {
+  if (WriterCalls().sync(handle_) != 0 || !CloseHandle()) {
     return Fail(errno);
+  }
+  if (WriterCalls().rename(beside_.c_str(), target_.c_str()) != 0) {
+    const int error = errno;
+    return ForbidsReplacing(error) && CommitByCopying() ? std::string() : Fail(error);
   }
   beside_.clear();
   way_ = Way::kNone;
   SyncFolder(target_.parent_path());
   return {};
+}
+
+// Where the finished file may not take the target's place but the target may be written: a file of
+// somebody else in a shared folder, a mount of a single file.
+bool OutFile::CommitByCopying() {
+  if (!ReadBack(beside_, &pending_)) {
+    return false;
+  }
+  handle_ = OpenForWriting(target_);
+  if (handle_ < 0 || !CommitInPlace().empty()) {
+    return false;
+  }
+  unlink(beside_.c_str());
+  beside_.clear();
+  return true;
 }
 
 // The open target gets `bytes` as its content and is closed.

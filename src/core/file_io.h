@@ -56,8 +56,9 @@ class InFile {
 /// A file being written. The bytes go to a new file beside the target, which takes the target's
 /// place only in `Commit()`, after a flush to the disk: until then, and after any failure, the old
 /// file is whole. Mode bits and owner of an existing file are kept and symbolic links followed.
-/// Where the folder takes no second file the target is rewritten in place, its old bytes put back
-/// if that fails. A device or pipe is opened and written, never replaced.
+/// Where the folder takes no second file, or the target may not be replaced, it is rewritten in
+/// place, its old bytes put back if that fails. A device or pipe is opened and written, never
+/// replaced.
 class OutFile {
  public:
   OutFile() = default;
@@ -75,6 +76,7 @@ class OutFile {
 
   std::string OpenBeside(int target);
   std::string CommitBeside();
+  bool CommitByCopying();
   std::string CommitInPlace();
   bool Rewrite(std::span<const std::byte> bytes);
   std::string Fail(int error);

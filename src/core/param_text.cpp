@@ -166,7 +166,7 @@ std::string ParseParamValueStrictly(std::string_view text, ValueType type, Param
     case FltPT: {
       const auto number = ParseReal(text);
       if (!number) {
-        return "is not a number";
+        return "is not a number that fits";
       }
       value->fill(0);
       PutReal(*number, value);

@@ -149,7 +149,7 @@ std::optional<FormModel::Fault> FormModel::Validate() const {
   return std::nullopt;
 }
 
-void FormModel::Write(std::span<const int> controls) {
+void FormModel::WriteTo(ParamTable* table, std::span<const int> controls) const {
   for (const int control : controls) {
     const State& state = StateOf(control);
     const bool is_as_read = !state.is_edited && !state.field->codec.normalizes;
@@ -157,7 +157,7 @@ void FormModel::Write(std::span<const int> controls) {
     const auto keys = KeysOf(*state.field);
     for (std::size_t i = 0; i < values.size(); ++i) {
       // A key that the table lacks has nowhere to go; dialogs go on with the others.
-      static_cast<void>(table_->SetParam(keys[i], state.field->type, values[i].data()));
+      static_cast<void>(table->SetParam(keys[i], state.field->type, values[i].data()));
     }
   }
 }

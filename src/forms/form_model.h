@@ -65,7 +65,9 @@ class FormModel {
 
   /// Writes fields in the order given, without the permission check. A key that the table lacks is
   /// skipped.
-  void Write(std::span<const int> controls);
+  void Write(std::span<const int> controls) { WriteTo(table_, controls); }
+  /// The same into another table, such as a copy for another box.
+  void WriteTo(ParamTable* table, std::span<const int> controls) const;
 
   /// Called with the control number after each change of what it shows, and of its state.
   void SetListener(std::function<void(int)> listener) { listener_ = std::move(listener); }

@@ -16,7 +16,7 @@ inline QString TextFromBytes(std::string_view bytes) {
 
 inline std::string BytesFromText(const QString& text) { return text.toLatin1().toStdString(); }
 
-/// Refuses characters that no byte stands for.
+/// Refuses characters that no byte stands for, and line breaks but for those at the end, which go.
 class ByteTextValidator : public QValidator {
   Q_OBJECT
 

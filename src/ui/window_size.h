@@ -8,9 +8,10 @@
 namespace orvane {
 
 /// Gives a window the size it wants, or as much of it as the screen has: a field laptop at 200 %
-/// scaling has 683 x 384 pixels.
+/// scaling has 683 x 384 pixels, title bar included.
 inline void ResizeWithinScreen(QWidget* window, const QSize& wanted) {
-  window->resize(wanted.boundedTo(window->screen()->availableSize()));
+  const QSize frame(16, 56);
+  window->resize(wanted.boundedTo(window->screen()->availableSize() - frame));
 }
 
 }  // namespace orvane

@@ -149,7 +149,8 @@ TEST_F(TableCommands, TellsWhyAFileFails) {
 TEST_F(TableCommands, UsageErrorsAreTwoHelpAndVersionAreNone) {
   for (const char* arguments : {"", "table", "table show", "table get two.tbl", "table set two.tbl",
                                 "table set two.tbl TECH", "table show two.tbl --nonsense",
-                                "table set two.tbl TECH=1 --tbl-version 3", "nonsense"}) {
+                                "table set two.tbl TECH=1 --tbl-version 3", "nonsense",
+                                "table set two.tbl TECH=1 --to ''"}) {
     const Outcome outcome = Run(arguments);
     EXPECT_EQ(outcome.exit_code, 2) << arguments;
     EXPECT_EQ(outcome.out, "") << arguments;

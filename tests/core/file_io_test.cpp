@@ -139,6 +139,16 @@ TEST_F(OutFileTest, RewritesInPlaceWhereTheFolderTakesNoSecondFile) {
   EXPECT_EQ(dir_.Count(), 1U);
 }
 
+TEST_F(OutFileTest, RewritesWhatMayNotBeReplaced) {
+  // As in a shared folder, where only the owner may replace a file that everybody may write.
+  WriteAll(dir_ / "a", "the old text");
+  WriterCalls().rename = [](const char*, const char*) { return errno = EPERM, -1; };
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "");
+  EXPECT_EQ(ReadAll(dir_ / "a"), "new");
+  EXPECT_EQ(WriteFile(dir_ / "b", Bytes("new")), "Operation not permitted");
+  EXPECT_EQ(dir_.Count(), 1U);
+}
+
 TEST_F(OutFileTest, NeverReplacesPipesAndDevices) {
   const fs::path pipe = dir_ / "pipe";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);

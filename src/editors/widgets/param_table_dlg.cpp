@@ -3,6 +3,7 @@
 
 #include <QHBoxLayout>
 #include <QShortcut>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "core/number_text.h"
@@ -42,6 +43,7 @@ void CParamTableDlg::CreateControls() {
   lookup_ = new QLineEdit(this);
   lookup_->setObjectName(QStringLiteral("1083"));
   lookup_->setMaxLength(static_cast<int>(kKeySize));
+  lookup_->setValidator(new ByteTextValidator(lookup_));
   lookup_->setToolTip(QStringLiteral("Ctrl+L"));
   lookup_button_ = new QPushButton(QStringLiteral("Lookup"), this);
   lookup_button_->setObjectName(QStringLiteral("1084"));
@@ -50,7 +52,11 @@ void CParamTableDlg::CreateControls() {
   filter_->setObjectName(QStringLiteral("filter"));
   filter_->setPlaceholderText(QStringLiteral("part of a code or value"));
   filter_->setToolTip(QStringLiteral("Ctrl+F"));
+  filter_->setValidator(new ByteTextValidator(filter_));
   filter_->setClearButtonEnabled(true);
+  for (auto* button : filter_->findChildren<QToolButton*>()) {
+    button->setAccessibleName(QStringLiteral("Clear the filter"));
+  }
   sort_ = new QCheckBox(QStringLiteral("Sort by code"), this);
   sort_->setObjectName(QStringLiteral("1085"));
   grid_ = new CGridCtrl(this);
@@ -181,6 +187,10 @@ void CParamTableDlg::OnFilter(const QString& text) {
     visible[static_cast<std::size_t>(row)] = rows_.Matches(OrdinalAt(row), filter);
   }
   grid_->SetVisibleRows(visible);
+  if (grid_->GetFocusCell().first < 0) {  // nothing matched before
+    const auto first = std::find(visible.begin() + 1, visible.end(), true) - visible.begin();
+    grid_->SetFocusCell(static_cast<int>(first), kValueColumn);
+  }
 }
 
 void CParamTableDlg::ShowDetail(int row) {

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <set>
+#include <system_error>
+
+#include "cli/commands.h"
+#include "core/number_text.h"
+#include "editors/startup_files.h"
+
+namespace orvane {
+namespace {
+
+// Where a box's file goes: a file named by the serial number, or a folder with the fixed name.
+std::filesystem::path PathFor(const StartupForm& form, const StartupOptions& options) {
+  const std::filesystem::path folder(options.out);
+  const std::string serial = FormatInt(form.Serial());
+  return options.by_serial ? folder / (serial + ".tbl") : folder / serial / "StartUp.tbl";
+}
+
+bool WriteBox(const StartupForm& form, const std::filesystem::path& path, std::uint32_t version) {
+  std::error_code error;
+  std::filesystem::create_directories(path.parent_path(), error);
+  ParamTable derived = form.Derive();
+  TblReport report;
+  const TblSaveOptions save{version, false, static_cast<std::int32_t>(version)};
+  if (SaveParamFile(&derived, path, save, &report) != kOk) {
+    PrintMessage(report.message);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+ExitCode RunTableStartup(const StartupOptions& options) {
+  ParamTable table;
+  TblReport report;
+  if (!LoadOntoDefaults(options.file, &table, &report)) {
+    return kSomeFailed;
+  }
+  const std::uint32_t version = StartupVersion(table, options.tbl_version == 1);
+  if (version != options.tbl_version) {
+    PrintMessage("\"TBVO\" is not 1: the files are written as version 2");
+  }
+  SetDefaultResistances(&table);
+  std::vector<std::int32_t> left_out;
+  std::set<std::filesystem::path> paths;
+  ExitCode result = kAllDone;
+  std::string written;
+  for (const StartupBox& box : StartupBoxes(table, &left_out)) {
+    const StartupForm form(&table, box, {});
+    if (box.IsTransmitter() && form.Serial() == 0) {
+      PrintMessage("no transmitter monitor (\"SNTX\" is 0): no file for it");
+      continue;
+    }
+    const std::filesystem::path path = PathFor(form, options);
+    if (!paths.insert(path).second) {
+      PrintMessage(path.string() + ": written for another box already, not written again");
+      result = kSomeFailed;
+      continue;
+    }
+    std::error_code error;
+    if (std::filesystem::equivalent(path, options.file, error)) {
+      PrintMessage(path.string() + ": is the table read, not written");
+      result = kSomeFailed;
+    } else if (WriteBox(form, path, version)) {
+      written += path.string() + '\n';
+    } else {
+      result = kSomeFailed;
+    }
+    form.ApplyLasting(&table);
+  }
+  for (const std::int32_t serial : left_out) {
+    PrintMessage("auxiliary box " + FormatInt(serial) + " stands behind an empty place: no file");
+  }
+  return PrintResult(written) ? result : kSomeFailed;
+}
+
+}  // namespace orvane

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Under which keys the channels of each kind of box are kept.
+#ifndef ORVANE_EDITORS_CHANNEL_KEYS_H_
+#define ORVANE_EDITORS_CHANNEL_KEYS_H_
+
+#include <array>
+#include <string_view>
+
+#include "core/param_key.h"
+#include "editors/box_list.h"
+
+namespace orvane {
+
+/// What a channel has, in the order of the channel grid's columns behind "Channel".
+enum ChannelColumn : int {
+  kDefinition,
+  kPositiveNorth,
+  kPositiveEast,
+  kPositiveElevation,
+  kNegativeNorth,
+  kNegativeEast,
+  kSensorSize,
+  kContactResistance,
+  kDcVoltage,
+  kAcVoltage,
+  kFlagColumn,
+  kGainFactor,
+  kChannelColumns,
+};
+
+struct ChannelColumnInfo {
+  std::string_view title;
+  ValueType type;
+  double to_shown;  ///< shown = stored x this; voltages are shown in millivolts
+  double to_stored;
+};
+const ChannelColumnInfo& InfoOf(ChannelColumn column);
+
+/// Most channels that the keys of a kind of box hold.
+int MaxChannels(BoxKind kind);
+
+/// The key of a channel (from 1) of a box. `slot`: 1 to 5 of an auxiliary box, else 0. Empty where
+/// the kind has no such column.
+ParamKey ChannelKey(BoxKind kind, int slot, int channel, ChannelColumn column);
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_CHANNEL_KEYS_H_

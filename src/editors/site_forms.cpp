@@ -1,0 +1,333 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/site_forms.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/number_text.h"
+#include "core/param_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kTextLength = 15;   // of one string value
+constexpr int kCoilLength = 8;    // of a coil's serial number
+constexpr double kMilli = 0.001;  // voltages are stored in volts and shown in millivolts
+
+constexpr std::array<Choice, 3> kNorthReferences = {
+    {{"True North"}, {"Magnetic North"}, {"User Defined"}}};
+constexpr std::array<Choice, 2> kCsamtArrays = {{{"Scalar"}, {"Vector(2H)"}}};
+constexpr std::array<Choice, 9> kIpArrays = {{{"Random"},
+                                              {"Dipole-Dipole"},
+                                              {"Pole-Dipole"},
+                                              {"Pole-Pole"},
+                                              {"Gradient"},
+                                              {"Schlumberger"},
+                                              {"Inv-Schlumberger"},
+                                              {"Wenner"},
+                                              {"Inv-Wenner"}}};
+constexpr std::array<Choice, 3> kTdemArrays = {
+    {{"Central Loop"}, {"Grounded Dipole"}, {"Fixed Loop"}}};
+constexpr std::array<Choice, 2> kFdemSources = {{{"Horizonal Loop"}, {"Grounded Dipole"}}};
+constexpr std::array<Choice, 3> kSiteConfigurations = {
+    {{"Tensor A//MT"}, {"Parallel Test"}, {"3-H Mag. Vector"}}};
+
+// Stored array types of a grounded dipole; of the lists it is always the second item.
+constexpr int kGroundedDipoleIndex = 1;
+constexpr int kDipoleDipole = 1;
+
+constexpr Field Text(int control, std::string_view label, std::string_view key, int length) {
+  return {control, Widget::kText, label, key, StrPT, {}, {.max_length = length}};
+}
+constexpr Field SurveyText(int control, std::string_view label, std::string_view prefix,
+                           int pieces) {
+  return {control, Widget::kText, label, prefix, StrPT, Pieces(pieces)};
+}
+constexpr Field Real(int control, std::string_view label, std::string_view key) {
+  return {control, Widget::kReal, label, key, FltPT};
+}
+constexpr Field Millivolts(int control, std::string_view label, std::string_view key) {
+  return {control, Widget::kReal, label, key, FltPT, Scale(1000, kMilli)};
+}
+constexpr Field Integer(int control, std::string_view label, std::string_view key) {
+  return {control, Widget::kInteger, label, key, IntPT};
+}
+constexpr Field List(int control, std::string_view label, std::string_view key, const Codec& codec,
+                     std::span<const Choice> choices) {
+  return {control, Widget::kCombo, label, key, IntPT, codec, {}, choices};
+}
+
+constexpr Field kBoxSerials[] = {
+    Integer(1234, "GVR serial number", "SNTX"), Integer(1235, "K3 serial number", "SNUM"),
+    Integer(1255, "Aux1 Box SN", "SN01"),       Integer(1256, "Aux2 Box SN", "SN02"),
+    Integer(1258, "Aux3 Box SN", "SN03"),       Integer(1259, "Aux4 Box SN", "SN04"),
+    Integer(1257, "Aux5 Box SN", "SN05"),
+};
+
+constexpr Field kSurvey[] = {
+    SurveyText(SiteForm::kProject, "Project", "SRVY", 4),
+    SurveyText(1133, "Company", "CMPY", 4),
+    SurveyText(1134, "Client", "CLIENT", 4),
+    SurveyText(1135, "Survey area", "AREA", 4),
+    SurveyText(1136, "Operator", "LOUT", 4),
+    SurveyText(SiteForm::kComment, "Comment", "CMMNT", 8),
+    Text(SiteForm::kSite, "Site", "SITE", kTextLength),
+    Text(SiteForm::kLine, "Line", "LINE", kTextLength),
+    Real(SiteForm::kDeclination, "Declination (degree)", "DECL"),
+};
+
+constexpr Field kMtFields[] = {
+    Real(SiteForm::kAzimuth, "Ex dipole azimuth (degree )", "EAZM"),
+    Real(1179, "Ex dipole length (m)", "EXLN"),
+    Real(1175, "Ey dipole length (m)", "EYLN"),
+    Real(SiteForm::kHyAzimuth, "Hx coil azimuth (degree )", "HAZM"),
+    Integer(1180, "Ex contact resistivity (ohm)", "EXR"),
+    Integer(1174, "Ey contact resistivity (ohm)", "EYR"),
+    Millivolts(1181, "Ex DC voltage (mv)", "DXDC"),
+    Millivolts(1173, "Ex AC voltage (mv)", "DXAC"),
+    Millivolts(1176, "Ey DC voltage (mv)", "DYDC"),
+    Millivolts(1177, "Ey AC voltage (mv)", "DYAC"),
+    Text(SiteForm::kHxSerial, "Hx serial number", "HXSN", kCoilLength),
+    Text(SiteForm::kHySerial, "Hy serial number", "HYSN", kCoilLength),
+    Text(SiteForm::kHzSerial, "Hz serial number", "HZSN", kCoilLength),
+    List(SiteForm::kNorthReference, "North reference", "NREF", Offset(2, Unlisted::kFirst),
+         kNorthReferences),
+    List(SiteForm::kSiteConfiguration, "Site configuration", "ATYP", Offset(0),
+         kSiteConfigurations),
+};
+
+constexpr Field kNorth =
+    List(SiteForm::kNorthReference, "North reference", "NREF", Offset(2), kNorthReferences);
+
+constexpr Field kCsamtFields[] = {
+    Real(SiteForm::kRxEast, "Start pot East (m)", "ERXPOS"),
+    Real(SiteForm::kRxNorth, "Start pot North (m)", "NRXPOS"),
+    Real(SiteForm::kAzimuth, "Profile azimuth (degree)", "EAZM"),
+    Real(SiteForm::kRxLength, "Ex length (m)", "RXLEN"),
+    Integer(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
+    {SiteForm::kHyAzimuth, Widget::kShown, "Hy azimuth (degree)", {}, FltPT, Unbound()},
+    kNorth,
+    List(SiteForm::kArrayType, "Array type", "ARRYTYP", Offset(9, Unlisted::kFirst), kCsamtArrays),
+};
+
+constexpr Field kIpFields[] = {
+    Real(SiteForm::kRxEast, "Rx station close to Tx: East (m)", "ERXPOS"),
+    Real(SiteForm::kRxNorth, "Rx station close to Tx: North (m)", "NRXPOS"),
+    Real(SiteForm::kTxEast, "Tx station close to Rx: East (m)", "ETXCSRX"),
+    Real(SiteForm::kTxNorth, "Tx station close to Rx: North (m)", "NTXCSRX"),
+    Real(SiteForm::kRxLength, "Rx dipole length (MN)", "RXLEN"),
+    Real(SiteForm::kTxLength, "Tx dipole length (AB)", "TXLEN"),
+    Integer(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
+    kNorth,
+    List(SiteForm::kArrayType, "Array type", "ARRYTYP", Offset(0), kIpArrays),
+};
+
+constexpr Field kLoopFields[] = {
+    Integer(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
+    Integer(SiteForm::kLoopTurns, "Tx loop turns", "TXTURN"),
+    Real(SiteForm::kLoopLength, "Tx loop length (m)", "LLENGTH"),
+    Real(SiteForm::kLoopWidth, "Tx loop width (m)", "LWIDTH"),
+    Real(SiteForm::kAzimuth, "Profile azimuth (degree)", "PAZM"),
+    Real(SiteForm::kRampTime, "Ramp time (micro-sec)", "RAMPLEN"),
+    Real(SiteForm::kRxLength, "Setup interval (m)", "RXLEN"),
+    Real(SiteForm::kTxAzimuth, "Tx diag. azim. from BL to TR:", "TXAZIM"),
+    kNorth,
+};
+
+void Append(std::span<const Field> more, std::vector<Field>* fields) {
+  fields->insert(fields->end(), more.begin(), more.end());
+}
+
+std::vector<Field> FieldsOf(int tech, std::span<const Choice> transmitters) {
+  std::vector<Field> fields;
+  Append(kSurvey, &fields);
+  switch (tech) {
+    case kMtAmt:
+      Append(kMtFields, &fields);
+      break;
+    case kCsamt:
+      Append(kCsamtFields, &fields);
+      break;
+    case kTdem:
+    case kFdem:
+      Append(kLoopFields, &fields);
+      fields.push_back(tech == kTdem ? List(SiteForm::kArrayType, "Array type", "ARRYTYP",
+                                            Offset(12, Unlisted::kFirst), kTdemArrays)
+                                     : List(SiteForm::kArrayType, "Source Type", "ARRYTYP",
+                                            Offset(15, Unlisted::kFirst), kFdemSources));
+      fields.push_back(
+          List(SiteForm::kTransmitterType, "Transmitter type", "TXTYPE", Offset(0), transmitters));
+      break;
+    default:
+      Append(kIpFields, &fields);
+      break;
+  }
+  return fields;
+}
+
+double RealParam(const ParamTable& table, ParamKey key) {
+  double number = 0;
+  return table.GetParam(key, FltPT, &number) == kOk ? number : 0;
+}
+
+std::int32_t IntParam(const ParamTable& table, ParamKey key) {
+  std::int32_t number = 0;
+  return table.GetParam(key, IntPT, &number) == kOk ? number : 0;
+}
+
+void Store(ParamTable* table, ParamKey key, ValueType type, const void* value) {
+  // A table that lacks the key has nowhere to keep it.
+  static_cast<void>(table->SetParam(key, type, value));
+}
+
+// Degrees from 0 to below 360.
+double WithinCircle(double degrees) {
+  const double rest = std::fmod(degrees, 360);
+  return rest < 0 ? rest + 360 : rest;
+}
+
+std::vector<Choice> WithUnknown(const std::vector<std::string>& names) {
+  std::vector<Choice> choices = {{"Unknown"}};
+  for (const std::string& name : names) {
+    choices.push_back({name});
+  }
+  return choices;
+}
+
+}  // namespace
+
+BoxSerialForm::BoxSerialForm(ParamTable* table) : model_(table, kBoxSerials) {}
+
+void BoxSerialForm::Commit() {
+  std::vector<int> order;
+  for (const Field& field : kBoxSerials) {
+    order.push_back(field.control);
+  }
+  model_.Write(order);
+}
+
+SiteForm::SiteForm(ParamTable* table, int tech,
+                   const std::array<std::string, 4>& transmitter_models)
+    : table_(table),
+      tech_(tech),
+      transmitter_models_(transmitter_models.begin(), transmitter_models.end()),
+      transmitter_choices_(WithUnknown(transmitter_models_)),
+      fields_(FieldsOf(tech, transmitter_choices_)),
+      model_(table, fields_) {}
+
+int SiteForm::DialogNumber() const {
+  switch (tech_) {
+    case kCsamt:
+      return 159;
+    case kTdem:
+    case kFdem:
+      return 162;
+    case kMtAmt:
+      return 163;
+    default:
+      return 161;
+  }
+}
+
+std::string_view SiteForm::Title() const {
+  switch (tech_) {
+    case kTdem:
+      return "TDEM Site Setup";
+    case kCsamt:
+      return "CSAMT Site Setup";
+    case kMtAmt:
+      return "MT/AMT Site Setup";
+    case kFdem:
+      return "FDEM Setup";
+    default:
+      return "IP Site Setup";
+  }
+}
+
+std::vector<std::string> SiteForm::Open() {
+  std::vector<std::string> changed;
+  const std::int32_t array_type = IntParam(*table_, "ARRYTYP");
+  const bool is_ip = DialogNumber() == 161;
+  if (is_ip && (array_type < 0 || array_type >= static_cast<int>(kIpArrays.size()))) {
+    const std::int32_t replaced = kDipoleDipole;
+    Store(table_, "ARRYTYP", IntPT, &replaced);
+    changed.emplace_back("ARRYTYP");
+  }
+  model_.ReadAll();
+  UpdateHyAzimuth();
+  UpdateLoopFields();
+  return changed;
+}
+
+void SiteForm::OnEdited(int control) {
+  if (control == kAzimuth) {
+    UpdateHyAzimuth();
+  } else if (control == kArrayType) {
+    UpdateLoopFields();
+  }
+}
+
+void SiteForm::UpdateHyAzimuth() {
+  if (tech_ != kCsamt) {
+    return;
+  }
+  const auto azimuth = ParseReal(model_.Text(kAzimuth));
+  model_.SetText(kHyAzimuth, azimuth ? FormatReal(WithinCircle(*azimuth + 90)) : std::string());
+}
+
+bool SiteForm::IsGroundedDipole() const { return model_.Index(kArrayType) == kGroundedDipoleIndex; }
+
+void SiteForm::UpdateLoopFields() {
+  if (DialogNumber() != 162) {
+    return;
+  }
+  const bool is_loop = !IsGroundedDipole();
+  model_.SetCaption(kTxAzimuth, is_loop ? "Tx diag. azim. from BL to TR:" : "Tx dipole azimuth");
+  for (const int control : {kLoopTurns, kLoopLength, kLoopWidth}) {
+    model_.Enable(control, is_loop);
+  }
+}
+
+std::vector<int> SiteForm::WriteOrder() const {
+  std::vector<int> order;
+  for (const Field& field : fields_) {
+    if (field.control != kTransmitterType) {
+      order.push_back(field.control);
+    }
+  }
+  return order;
+}
+
+void SiteForm::Commit() {
+  model_.Write(WriteOrder());
+  if (DialogNumber() == 162 && !IsGroundedDipole()) {
+    CompleteLoopSize();
+  }
+}
+
+// A loop without a size becomes a square one of the effective area.
+void SiteForm::CompleteLoopSize() {
+  const double area = RealParam(*table_, "TXLEN");
+  const std::int32_t turns = IntParam(*table_, "TXTURN");
+  const bool has_size = RealParam(*table_, "LLENGTH") != 0 && RealParam(*table_, "LWIDTH") != 0;
+  if (has_size || turns <= 0 || !(area >= 0)) {
+    return;
+  }
+  const double side = std::sqrt(area / turns);
+  Store(table_, "LLENGTH", FltPT, &side);
+  Store(table_, "LWIDTH", FltPT, &side);
+}
+
+void SiteForm::CommitTransmitterType() {
+  if (DialogNumber() == 162) {
+    model_.Write(std::array<int, 1>{kTransmitterType});
+  }
+}
+
+int SiteForm::CapacityOf(int control) const {
+  const Field& field = model_.FieldOf(control);
+  return field.codec.kind == CodecKind::kPieces ? field.codec.base * kTextLength
+                                                : field.limits.max_length;
+}
+
+}  // namespace orvane

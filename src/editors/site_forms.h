@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The site setup of each survey method: who surveys what and where, and the geometry of the layout.
+// The boxes and channels of the spread are in spread.h.
+#ifndef ORVANE_EDITORS_SITE_FORMS_H_
+#define ORVANE_EDITORS_SITE_FORMS_H_
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "forms/form_model.h"
+
+namespace orvane {
+
+/// Survey methods as "TECH" stores them.
+enum Tech : int { kSip = 1, kTdip = 2, kTdem = 3, kCsamt = 4, kMtAmt = 5, kFdem = 6 };
+
+/// The serial numbers of the boxes, asked before the site of every method but MT/AMT.
+class BoxSerialForm {
+ public:
+  explicit BoxSerialForm(ParamTable* table);
+
+  FormModel& Model() { return model_; }
+  void Open() { model_.ReadAll(); }
+  void Commit();
+
+ private:
+  FormModel model_;
+};
+
+/// The site setup dialog of one method.
+class SiteForm {
+ public:
+  /// Control numbers that rules and layouts name.
+  enum Control : int {
+    kProject = 1132,
+    kComment = 1137,
+    kLine = 1147,
+    kSite = 1148,
+    kDeclination = 1140,
+    kNorthReference = 1155,
+    kArrayType = 1154,
+    kSiteConfiguration = 1267,
+    kTransmitterType = 1164,
+    kAzimuth = 1178,
+    kHyAzimuth = 1141,
+    kRxEast = 1145,
+    kRxNorth = 1144,
+    kTxEast = 1146,
+    kTxNorth = 1143,
+    kRxLength = 1142,
+    kTxLength = 1139,
+    kAutoIncrement = 1149,
+    kLoopTurns = 1168,
+    kLoopLength = 1166,
+    kLoopWidth = 1167,
+    kRampTime = 1165,
+    kTxAzimuth = 1272,
+    kHxSerial = 1090,
+    kHySerial = 1091,
+    kHzSerial = 1092,
+  };
+
+  /// `transmitter_models`: the four names of the transmitter type list behind "Unknown".
+  SiteForm(ParamTable* table, int tech, const std::array<std::string, 4>& transmitter_models);
+
+  int Tech() const { return tech_; }
+  /// Number of the dialog, 159, 161, 162 or 163, and its title.
+  int DialogNumber() const;
+  std::string_view Title() const;
+  bool HasSpread() const { return tech_ != kMtAmt; }
+
+  FormModel& Model() { return model_; }
+  /// Reads the fields. IP: a stored array type that is none of the list becomes "Dipole-Dipole" in
+  /// the table at once; the key is told.
+  std::vector<std::string> Open();
+  /// To be called after the user changed a control.
+  void OnEdited(int control);
+  /// Writes everything but the spread and the transmitter type.
+  void Commit();
+  /// The transmitter type, written once the grids of the spread are found right. TDEM and FDEM.
+  void CommitTransmitterType();
+
+  /// Characters that the keys of a survey text hold.
+  int CapacityOf(int control) const;
+
+ private:
+  std::vector<int> WriteOrder() const;
+  bool IsGroundedDipole() const;
+  void UpdateHyAzimuth();
+  void UpdateLoopFields();
+  void CompleteLoopSize();
+
+  ParamTable* table_;
+  int tech_;
+  std::vector<std::string> transmitter_models_;
+  std::vector<Choice> transmitter_choices_;
+  std::vector<Field> fields_;
+  FormModel model_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_SITE_FORMS_H_

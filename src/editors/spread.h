@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The boxes of a spread and their channels, as the site setup dialogs edit them.
+#ifndef ORVANE_EDITORS_SPREAD_H_
+#define ORVANE_EDITORS_SPREAD_H_
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/param_table.h"
+#include "editors/box_list.h"
+#include "editors/channel_keys.h"
+
+namespace orvane {
+
+/// Columns of the box grid.
+enum BoxColumn : int { kBoxType, kBoxSerial, kBoxChannels, kBoxControl, kBoxColumns };
+inline constexpr std::array<std::string_view, kBoxColumns> kBoxColumnNames = {
+    "Box Type", "Box SN", "Channels", "Mode Control"};
+
+/// A working copy of the spread. Boxes and channels are counted from 0. Cells are texts as shown;
+/// only edited cells, and those of boxes and channels that moved to other keys, are written: the
+/// bytes of all others stay.
+class Spread {
+ public:
+  explicit Spread(ParamTable* table);
+
+  int BoxCount() const { return static_cast<int>(boxes_.size()); }
+  const BoxRow& Box(int box) const { return At(box).row; }
+  /// " Aux. Box" and the like.
+  static std::string_view LabelOf(BoxKind kind);
+  std::string BoxCell(int box, BoxColumn column) const;
+  bool CanEditBox(int box, BoxColumn column) const;
+  /// Why the text is refused; empty once it is taken.
+  std::string EditBox(int box, BoxColumn column, std::string_view text);
+
+  bool CanInsert(BoxKind kind) const;
+  /// Adds an auxiliary box behind the others, or the reference box at the end. The new row.
+  int InsertBox(BoxKind kind);
+  bool CanDeleteBox(int box) const;
+  void DeleteBox(int box);
+
+  int ChannelCount(int box) const;
+  std::string ChannelCell(int box, int channel, ChannelColumn column) const;
+  bool CanEditChannel(int box, ChannelColumn column) const;
+  std::string EditChannel(int box, int channel, ChannelColumn column, std::string_view text);
+  bool CanInsertChannel(int box) const;
+  /// An empty channel before `channel`, or at the end.
+  void InsertChannel(int box, int channel);
+  bool CanDeleteChannel(int box) const;
+  void DeleteChannel(int box, int channel);
+
+  /// A line of electrodes: channel i of the box lies from (i-1) to i times `length` from the start
+  /// along a direction (north and east parts of length 1). Fills position cells only.
+  void PlaceAlongLine(int box, double start_north, double start_east, double north, double east,
+                      double length);
+
+  /// Runs `SaveBoxList`, then writes the channels.
+  void Save();
+
+ private:
+  struct Cell {
+    ParamValue stored{};
+    bool is_read = false;    // the key exists
+    bool is_edited = false;  // or moved: to be written
+  };
+  using ChannelCells = std::array<Cell, kChannelColumns>;
+  struct BoxState {
+    BoxRow row;
+    int slot = 0;                        // of an auxiliary box as loaded, 1 to 5; 0: new
+    std::vector<ChannelCells> channels;  // as many as the keys of the kind hold
+  };
+
+  const BoxState& At(int box) const { return boxes_[static_cast<std::size_t>(box)]; }
+  BoxState& At(int box) { return boxes_[static_cast<std::size_t>(box)]; }
+  static BoxKind KindOf(const BoxState& box) { return static_cast<BoxKind>(box.row.kind); }
+  std::vector<ChannelCells> ReadChannels(BoxKind kind, int slot) const;
+  void SetCell(int box, int channel, ChannelColumn column, const ParamValue& value);
+  void WriteChannels(const BoxState& box, int slot);
+
+  ParamTable* table_;
+  std::vector<BoxState> boxes_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_SPREAD_H_

@@ -1,0 +1,317 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/startup_files.h"
+
+#include "core/number_text.h"
+#include "core/param_text.h"
+#include "editors/file_close.h"
+#include "editors/site_forms.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kRequestSetup = 1;
+constexpr int kRequestRecord = 2;     // MT/AMT
+constexpr int kRequestCsRecord = 13;  // every other method
+constexpr int kRecordOnlyChannel1 = 1;
+constexpr std::int32_t kDefaultResistance = 200;  // ohm
+constexpr int kCoilLength = 8;
+
+constexpr std::array<Choice, 4> kGains = {
+    {{"x 0.25", 1208}, {"x 1", 1209}, {"x 4", 1210}, {"x 16", 1211}}};
+constexpr std::array<Choice, 2> kRadioTypes = {{{"Slave", 1226}, {"Master", 1003}}};
+constexpr std::array<Choice, 2> kFileNames = {
+    {{"Startup.tbl", StartupForm::kFixedName}, {"SerialNumber.tbl", StartupForm::kSerialName}}};
+
+constexpr Field Real(int control, std::string_view label, std::string_view key) {
+  return {control, Widget::kReal, label, key, FltPT};
+}
+constexpr Field Integer(int control, std::string_view label, std::string_view key) {
+  return {control, Widget::kInteger, label, key, IntPT};
+}
+constexpr Field Coil(int control, std::string_view label, std::string_view key) {
+  return {control, Widget::kText, label, key, StrPT, {}, {.max_length = kCoilLength}};
+}
+
+// The fields that both dialogs begin and end with. Requests and radio types are set by a rule.
+constexpr Field kRadio = {StartupForm::kSlave,
+                          Widget::kRadios,
+                          "Radio Type",
+                          "MSTR",
+                          IntPT,
+                          Offset(0, Unlisted::kFirst),
+                          {},
+                          kRadioTypes};
+constexpr Field kFileName = {
+    StartupForm::kFixedName, Widget::kRadios, "File Name", {}, IntPT, Unbound(), {}, kFileNames};
+constexpr Field kClose = {StartupForm::kFileClose,
+                          Widget::kCombo,
+                          "Waveform file close time",
+                          "FLEN",
+                          IntPT,
+                          Map(kFileCloseHours, Unlisted::kFirst),
+                          {},
+                          kFileCloseTimes};
+constexpr Field kFolder = {StartupForm::kLocation, Widget::kText, "Location", {}, StrPT, Unbound()};
+
+constexpr Field kReceiver[] = {
+    Integer(StartupForm::kBoxSerial, "Box serial number", "SNUM"),
+    Coil(1090, "Hx serial number", "HXSN"),
+    Coil(1091, "Hy serial number", "HYSN"),
+    Coil(1092, "Hz serial number", "HZSN"),
+    Real(1113, "Coil nominal gain (mV/nT)", "HNOM"),
+    Real(1112, "Coil test waveform amplitude (nT)", "HAMP"),
+    Integer(StartupForm::kCalibrationTime, "Calibration time (x20 min)", "CCLT"),
+    Real(1109, "Coil cal. min. acceptable corner frequency (Hz)", "CCMN"),
+    Real(1110, "Coil cal. max. acceptable corner frequency (Hz)", "CCMX"),
+    Real(1111, "Coil pre-amplifier highpass corner frequency (Hz)", "CPHC"),
+};
+constexpr Field kMonitor[] = {
+    {StartupForm::kMonitorGain, Widget::kRadios, "Gain", "HGNC", IntPT, Offset(-1), {}, kGains},
+    Integer(StartupForm::kMonitorSerial, "GVR serial number", "SNTX"),
+    Coil(StartupForm::kCurrentSensorSerial, "Current sensor serial number", "CSSN"),
+    Real(StartupForm::kCurrentSensorGain, "Current sensor nominal gain (mV/A)", "CNOM"),
+    Real(StartupForm::kCurrentSensorAmplitude, "Current sensor test amplitude (A)", "CAMP"),
+    Integer(StartupForm::kCalibrationTime, "Calibration time (x20 min)", "CCLT"),
+};
+
+// In the file, not in the edited table.
+constexpr int kReceiverOverrides[] = {1090,
+                                      1091,
+                                      1092,
+                                      1109,
+                                      1110,
+                                      1111,
+                                      1112,
+                                      1113,
+                                      StartupForm::kFileClose,
+                                      StartupForm::kSlave,
+                                      StartupForm::kCalibrationTime};
+constexpr int kMonitorOverrides[] = {StartupForm::kFileClose, StartupForm::kMonitorGain,
+                                     StartupForm::kSlave, StartupForm::kMonitorSerial};
+constexpr int kMonitorLasting[] = {
+    StartupForm::kCurrentSensorAmplitude, StartupForm::kCurrentSensorGain,
+    StartupForm::kCurrentSensorSerial, StartupForm::kCalibrationTime};
+
+constexpr std::array<const char*, 5> kAuxiliarySerials = {"SN01", "SN02", "SN03", "SN04", "SN05"};
+constexpr std::array<const char*, 8> kFlags = {"FLAG1", "FLAG2", "FLAG3", "FLAG4",
+                                               "FLAG5", "FLAG6", "FLAG7", "FLAG8"};
+constexpr std::array<const char*, 3> kGainKeys = {"GFC1", "GFC2", "GFC3"};
+
+std::int32_t ReadInt(const ParamTable& table, ParamKey key) {
+  std::int32_t number = 0;
+  return table.GetParam(key, IntPT, &number) == kOk ? number : 0;
+}
+
+// Whether the stored bytes changed. A key that the table lacks is skipped, as everywhere here.
+bool Put(ParamTable* table, ParamKey key, ValueType type, const void* value) {
+  const ParamEntry* entry = table->FindParam(key);
+  if (entry == nullptr) {
+    return false;
+  }
+  const ParamValue before = entry->value;
+  return table->SetParam(key, type, value) == kOk && entry->value != before;
+}
+bool PutInt(ParamTable* table, ParamKey key, std::int32_t number) {
+  return Put(table, key, IntPT, &number);
+}
+bool PutText(ParamTable* table, ParamKey key, const char* text) {
+  return Put(table, key, StrPT, text);
+}
+
+void NameNoOtherBoxes(ParamTable* table) {
+  PutInt(table, "SNNR", 0);
+  for (const char* key : kAuxiliarySerials) {
+    PutInt(table, key, 0);
+  }
+}
+
+std::vector<Choice> RequestChoices(int tech) {
+  return {{"Setup", StartupForm::kSetup},
+          {tech == kMtAmt ? "Record" : "CS_Record", StartupForm::kRecord}};
+}
+
+std::vector<Field> FieldsOf(StartupBox box, std::span<const Choice> requests) {
+  std::vector<Field> fields = {{StartupForm::kSetup,
+                                Widget::kRadios,
+                                "Startup Mode Requst",
+                                {},
+                                IntPT,
+                                Unbound(),
+                                {},
+                                requests},
+                               kRadio,
+                               kFileName};
+  if (box.IsTransmitter()) {
+    fields.insert(fields.end(), std::begin(kMonitor), std::end(kMonitor));
+  } else {
+    fields.insert(fields.end(), std::begin(kReceiver), std::end(kReceiver));
+  }
+  fields.push_back(kClose);
+  fields.push_back(kFolder);
+  return fields;
+}
+
+std::string ValueText(const ParamTable& table, const std::string& key) {
+  std::string text;
+  if (const ParamEntry* entry = table.FindParam(key); entry != nullptr) {
+    FormatParamValue(static_cast<ValueType>(entry->type), entry->value, &text);
+  }
+  return text;
+}
+
+}  // namespace
+
+StartupForm::StartupForm(ParamTable* table, StartupBox box, const StartupChoices& choices)
+    : table_(table),
+      box_(box),
+      tech_(ReadInt(*table, "TECH")),
+      request_choices_(RequestChoices(tech_)),
+      fields_(FieldsOf(box, request_choices_)),
+      model_(table, fields_) {
+  model_.ReadAll();
+  const std::int32_t request = ReadInt(*table, "RQST");
+  model_.SetIndex(kSetup, request == kRequestCsRecord || request == kRequestRecord ? 1 : 0);
+  // One name for all boxes in one folder would overwrite itself: serial numbers first.
+  model_.SetIndex(kFixedName, choices.by_serial.value_or(true) ? 1 : 0);
+  model_.SetText(kLocation, choices.folder);
+  if (box.IsAuxiliary()) {
+    const ParamKey key(kAuxiliarySerials[static_cast<std::size_t>(box.number) - 1]);
+    model_.SetText(kBoxSerial, FormatInt(ReadInt(*table, key)));
+  }
+  for (std::size_t i = 0; i < channels_.size(); ++i) {
+    const std::string channel = FormatInt(static_cast<std::int64_t>(i) + 1);
+    const std::string definition =
+        box.IsAuxiliary() ? "DEF" + FormatInt(box.number) + "R" + channel : "CHDEF" + channel;
+    channels_[i] = {ValueText(*table, definition), ValueText(*table, "GFC" + channel)};
+  }
+}
+
+std::string StartupForm::Title() const {
+  if (box_.IsTransmitter()) {
+    return "Save DMUGVR  Startup File";
+  }
+  constexpr std::array<std::string_view, 6> kMethods = {" ( SIP )",   " ( TDIP )", " ( TDEM )",
+                                                        " ( CSAMT )", " ( MT )",   " ( FDEM )"};
+  const std::string title = box_.IsAuxiliary() ? "Save DMU Startup File" : "Save K3 Startup File";
+  return tech_ >= 1 && tech_ <= 6
+             ? title + std::string(kMethods[static_cast<std::size_t>(tech_) - 1])
+             : title;
+}
+
+bool StartupForm::IsBySerial() const { return model_.Index(kFixedName) == 1; }
+
+std::int32_t StartupForm::Serial() const {
+  return ParseIntPrefix(model_.Text(box_.IsTransmitter() ? kMonitorSerial : kBoxSerial));
+}
+
+std::filesystem::path StartupForm::Path(const std::filesystem::path& document_folder) const {
+  const std::string folder = Folder();
+  const std::string name = IsBySerial() ? FormatInt(Serial()) + ".tbl" : "StartUp.tbl";
+  return (folder.empty() ? document_folder : std::filesystem::path(folder)) / name;
+}
+
+std::string StartupForm::EditGain(int channel, const std::string& text) {
+  const auto number = ParseReal(text);
+  if (!number) {
+    return "Enter a number.";
+  }
+  const auto at = static_cast<std::size_t>(channel);
+  gains_[at] = number;
+  channels_[at].gain = text;
+  return {};
+}
+
+ParamTable StartupForm::Derive() const {
+  ParamTable derived = *table_;
+  const int record = tech_ == kMtAmt ? kRequestRecord : kRequestCsRecord;
+  if (box_.IsTransmitter()) {
+    ApplyLastingBeforeFile(&derived);
+    OverrideForMonitor(&derived);
+  } else {
+    OverrideForReceiver(&derived);
+  }
+  PutInt(&derived, "RQST", model_.Index(kSetup) == 1 ? record : kRequestSetup);
+  PutInt(&derived, "SNUM", Serial());
+  return derived;
+}
+
+void StartupForm::OverrideForMonitor(ParamTable* table) const {
+  PutText(table, "CHDEF1", "Tx");  // channel 1 of this box measures the transmitter's current
+  model_.WriteTo(table, kMonitorOverrides);
+  NameNoOtherBoxes(table);
+  for (const char* key : kFlags) {
+    PutInt(table, key, 0);
+  }
+  PutInt(table, "FLAG1", kRecordOnlyChannel1);
+}
+
+void StartupForm::OverrideForReceiver(ParamTable* table) const {
+  model_.WriteTo(table, kReceiverOverrides);
+  if (!box_.IsAuxiliary()) {
+    return;
+  }
+  NameNoOtherBoxes(table);
+  for (std::size_t i = 0; i < gains_.size(); ++i) {
+    if (gains_[i]) {
+      Put(table, kGainKeys[i], FltPT, &*gains_[i]);
+    }
+  }
+}
+
+bool StartupForm::ApplyLastingBeforeFile(ParamTable* table) const {
+  const ParamTable before = *table;
+  model_.WriteTo(table, kMonitorLasting);
+  PutText(table, "CHDEFTX", "Tx");
+  bool is_changed = false;
+  for (const ParamKey key : {"CAMP", "CNOM", "CSSN", "CCLT", "CHDEFTX"}) {
+    const ParamEntry* now = table->FindParam(key);
+    is_changed = is_changed || (now != nullptr && now->value != before.FindParam(key)->value);
+  }
+  return is_changed;
+}
+
+bool StartupForm::ApplyLasting(ParamTable* table) const {
+  if (!box_.IsTransmitter()) {
+    return false;
+  }
+  bool is_changed = ApplyLastingBeforeFile(table);
+  for (const ParamKey key : {"LIFESTN", "LIFESTK"}) {
+    is_changed = PutInt(table, key, 0) || is_changed;  // only once the file has the old ones
+  }
+  return is_changed;
+}
+
+std::vector<StartupBox> StartupBoxes(const ParamTable& table, std::vector<std::int32_t>* left_out) {
+  std::vector<StartupBox> boxes;
+  if (ReadInt(table, "TECH") != kMtAmt) {
+    boxes.push_back({StartupBox::kTransmitter});
+  }
+  boxes.push_back({StartupBox::kMain});
+  bool has_ended = false;
+  for (std::size_t i = 0; i < kAuxiliarySerials.size(); ++i) {
+    const std::int32_t serial = ReadInt(table, kAuxiliarySerials[i]);
+    has_ended = has_ended || serial == 0;
+    if (!has_ended) {
+      boxes.push_back({static_cast<int>(i) + 1});
+    } else if (serial != 0 && left_out != nullptr) {
+      left_out->push_back(serial);
+    }
+  }
+  return boxes;
+}
+
+bool SetDefaultResistances(ParamTable* table) {
+  bool is_changed = false;
+  for (const ParamKey key : {"EXR", "EYR", "EZR"}) {
+    if (ReadInt(*table, key) == 0) {
+      is_changed = PutInt(table, key, kDefaultResistance) || is_changed;
+    }
+  }
+  return is_changed;
+}
+
+std::uint32_t StartupVersion(const ParamTable& table, bool answer_is_yes) {
+  return ReadInt(table, "TBVO") == 1 && answer_is_yes ? 1 : 2;
+}
+
+}  // namespace orvane

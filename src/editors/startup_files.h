@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// One start-up file for each box of a spread, derived from the table being edited.
+#ifndef ORVANE_EDITORS_STARTUP_FILES_H_
+#define ORVANE_EDITORS_STARTUP_FILES_H_
+
+#include <array>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/param_table.h"
+#include "core/tbl_file.h"
+#include "forms/form_model.h"
+
+namespace orvane {
+
+/// Which box a file is for: the transmitter monitor, the main receiver (0) or auxiliary box 1 to 5.
+struct StartupBox {
+  static constexpr int kTransmitter = -1;
+  static constexpr int kMain = 0;
+  int number = kMain;
+
+  bool IsTransmitter() const { return number == kTransmitter; }
+  bool IsAuxiliary() const { return number > kMain; }
+};
+
+/// What a dialog hands on to the following ones.
+struct StartupChoices {
+  std::optional<bool> by_serial;  ///< "SerialNumber.tbl" chosen; nothing before the first OK
+  std::string folder;
+};
+
+/// The dialog for one box, numbers 167 and 168. Nothing is written into the edited table but what
+/// lasts (`ApplyLasting`): the file is made from a copy.
+class StartupForm {
+ public:
+  enum Control : int {
+    kSetup = 1233,
+    kRecord = 1054,
+    kSlave = 1226,
+    kFixedName = 1224,
+    kSerialName = 1225,
+    kLocation = 1229,
+    kBoxSerial = 1207,
+    kMonitorSerial = 1009,
+    kMonitorGain = 1208,
+    kCurrentSensorSerial = 1012,
+    kCurrentSensorGain = 1114,
+    kCurrentSensorAmplitude = 1115,
+    kCalibrationTime = 1016,
+    kFileClose = 1044,
+  };
+  static constexpr int kChannels = 3;
+
+  StartupForm(ParamTable* table, StartupBox box, const StartupChoices& choices);
+  StartupForm(const StartupForm&) = delete;
+  StartupForm& operator=(const StartupForm&) = delete;
+
+  int DialogNumber() const { return box_.IsTransmitter() ? 167 : 168; }
+  std::string Title() const;
+  FormModel& Model() { return model_; }
+  StartupBox Box() const { return box_; }
+
+  bool IsBySerial() const;
+  std::string Folder() const { return model_.Text(kLocation); }
+  /// The serial number as typed.
+  std::int32_t Serial() const;
+  /// Folder (that of the document where none is given) and file name.
+  std::filesystem::path Path(const std::filesystem::path& document_folder) const;
+
+  /// The channels shown: definition and gain correction factor, editable for auxiliary boxes.
+  struct Channel {
+    std::string definition;
+    std::string gain;
+  };
+  const std::array<Channel, kChannels>& Channels() const { return channels_; }
+  /// Why the text is refused; empty once it is taken.
+  std::string EditGain(int channel, const std::string& text);
+
+  /// The table of the box: a copy with what the dialog overrides.
+  ParamTable Derive() const;
+
+  /// What stays in the edited table: settings of the current sensor, "CHDEFTX", and "LIFESTN" and
+  /// "LIFESTK", which only the transmitter monitor's dialog changes. Whether a value changed.
+  bool ApplyLasting(ParamTable* table) const;
+
+ private:
+  bool ApplyLastingBeforeFile(ParamTable* table) const;
+  void OverrideForMonitor(ParamTable* table) const;
+  void OverrideForReceiver(ParamTable* table) const;
+
+  ParamTable* table_;
+  StartupBox box_;
+  int tech_;
+  std::vector<Choice> request_choices_;
+  std::vector<Field> fields_;
+  FormModel model_;
+  std::array<Channel, kChannels> channels_;
+  std::array<std::optional<double>, kChannels> gains_;  // as edited
+};
+
+/// The boxes of the table that get a file, in order. Auxiliary boxes end at the first empty slot;
+/// the serial numbers behind it are told in `left_out`.
+std::vector<StartupBox> StartupBoxes(const ParamTable& table,
+                                     std::vector<std::int32_t>* left_out = nullptr);
+
+/// Contact resistances of 0 become 200 before files are made. Whether a value changed.
+bool SetDefaultResistances(ParamTable* table);
+
+/// Version of the files: that of "TBVO" where it is 1 and the answer is yes, else 2.
+std::uint32_t StartupVersion(const ParamTable& table, bool answer_is_yes);
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_STARTUP_FILES_H_

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/widgets/site_dlg.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSettings>
+#include <QVBoxLayout>
+#include <cmath>
+#include <numbers>
+
+#include "core/number_text.h"
+#include "ui/byte_text.h"
+#include "ui/window_size.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kFirstSurveyText = 1132;
+constexpr int kLastSurveyText = 1137;
+
+bool IsSurveyText(int control) { return control >= kFirstSurveyText && control <= kLastSurveyText; }
+
+bool IsSurvey(int control) {
+  return IsSurveyText(control) || control == SiteForm::kLine || control == SiteForm::kSite;
+}
+
+}  // namespace
+
+CBoxSerialDlg::CBoxSerialDlg(BoxSerialForm* form, Prompts* prompts, QWidget* parent)
+    : CFormDialog(&form->Model(), prompts, parent), form_(form) {
+  setObjectName(QStringLiteral("169"));
+  setWindowTitle(QStringLiteral("Input K3 and GVR Box Serial Number"));
+  auto* rows = new QFormLayout;
+  for (const int control : {1235, 1234, 1255, 1256, 1258, 1259, 1257}) {
+    AddRow(rows, control);
+  }
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(rows);
+  layout->addWidget(OkAndCancel());
+}
+
+CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget* parent)
+    : CFormDialog(&form->Model(), prompts, parent), form_(form) {
+  setObjectName(QString::number(form->DialogNumber()));
+  setWindowTitle(TextFromBytes(form->Title()));
+  // On a small screen the groups scroll, the buttons stay.
+  auto* page = new QWidget(this);
+  auto* groups = new QHBoxLayout;
+  groups->addWidget(SurveyGroup(), 1);
+  groups->addWidget(LayoutGroup(), 1);
+  auto* page_layout = new QVBoxLayout(page);
+  page_layout->addLayout(groups);
+  if (form->HasSpread()) {
+    spread_ = std::make_unique<Spread>(table);
+    panel_ = new SpreadPanel(spread_.get(), prompts, page);
+    std::int32_t counted = 0;
+    if (table->GetParam("TCHN", IntPT, &counted) == kOk && counted != 0) {
+      panel_->SetChannelCountTip(
+          QStringLiteral("From \"TCHN\", which the box counted; a change goes to \"NCHN\""));
+    }
+    panel_->setMinimumHeight(260);
+    page_layout->addWidget(panel_, 1);
+  }
+  auto* scroll = new QScrollArea(this);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidget(page);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(scroll, 1);
+  layout->addWidget(OkAndCancel());
+  ResizeWithinScreen(this, QSize(1040, form->HasSpread() ? 700 : 520));
+}
+
+void CSiteDlg::AddCountedRow(QFormLayout* rows, int control) {
+  auto* count = new QLabel(this);
+  count->setObjectName(QStringLiteral("count%1").arg(control));
+  count->setAlignment(Qt::AlignRight);
+  QFont small = count->font();
+  small.setPointSizeF(small.pointSizeF() * 0.85);
+  count->setFont(small);
+  counts_[control] = count;
+  auto* column = new QVBoxLayout;
+  column->setSpacing(0);
+  column->addWidget(Control(control));
+  column->addWidget(count);
+  rows->addRow(LabelOf(control), column);
+  UpdateCount(control);
+}
+
+// What is beyond the capacity is cut when it is stored.
+void CSiteDlg::UpdateCount(int control) {
+  const auto length = static_cast<int>(Model().Text(control).size());
+  const int capacity = form_->CapacityOf(control);
+  QLabel* count = counts_.at(control);
+  count->setText(length > capacity
+                     ? QStringLiteral("%1 of %2, will be cut").arg(length).arg(capacity)
+                     : QStringLiteral("%1 of %2").arg(length).arg(capacity));
+  QFont font = count->font();
+  font.setBold(length > capacity);
+  count->setFont(font);
+}
+
+QGroupBox* CSiteDlg::SurveyGroup() {
+  auto* group = new QGroupBox(QStringLiteral("Survey"), this);
+  auto* rows = new QFormLayout(group);
+  for (const Field& field : Model().Fields()) {
+    if (IsSurveyText(field.control)) {
+      AddCountedRow(rows, field.control);
+    }
+  }
+  AddRow(rows, SiteForm::kLine);
+  AddRow(rows, SiteForm::kSite);
+  return group;
+}
+
+QGroupBox* CSiteDlg::LayoutGroup() {
+  auto* group = new QGroupBox(QStringLiteral("Layout"), this);
+  auto* rows = new QFormLayout(group);
+  for (const Field& field : Model().Fields()) {
+    if (!IsSurvey(field.control)) {
+      AddRow(rows, field.control);
+    }
+  }
+  if (form_->DialogNumber() == 159 || form_->DialogNumber() == 161) {
+    auto* calculate = new QPushButton(QStringLiteral("Calc. Coord."), group);
+    calculate->setObjectName(QStringLiteral("1150"));
+    calculate->setAutoDefault(false);
+    calculate->setToolTip(
+        QStringLiteral("Fills the electrode positions of the box chosen, channel by channel"));
+    connect(calculate, &QPushButton::clicked, this, &CSiteDlg::OnCalcCoord);
+    rows->addRow(QString(), calculate);
+  }
+  return group;
+}
+
+void CSiteDlg::OnEdited(int control) {
+  form_->OnEdited(control);
+  if (counts_.count(control) != 0) {
+    UpdateCount(control);
+  }
+}
+
+double CSiteDlg::RealShown(int control) { return ParseRealPrefix(Model().Text(control)); }
+
+void CSiteDlg::OnCalcCoord() {
+  double north = 0;
+  double east = 0;
+  if (form_->Tech() == kCsamt) {
+    const double azimuth = RealShown(SiteForm::kAzimuth) * std::numbers::pi / 180;
+    north = std::cos(azimuth);
+    east = std::sin(azimuth);
+  } else {
+    north = RealShown(SiteForm::kRxNorth) - RealShown(SiteForm::kTxNorth);
+    east = RealShown(SiteForm::kRxEast) - RealShown(SiteForm::kTxEast);
+    const double distance = std::hypot(north, east);
+    if (distance == 0) {
+      return;  // no direction
+    }
+    north /= distance;
+    east /= distance;
+  }
+  if (panel_->CurrentBox() >= 0) {
+    panel_->CommitEdits();
+    spread_->PlaceAlongLine(panel_->CurrentBox(), RealShown(SiteForm::kRxNorth),
+                            RealShown(SiteForm::kRxEast), north, east,
+                            RealShown(SiteForm::kRxLength));
+    panel_->ShowChannels();
+  }
+}
+
+void CSiteDlg::accept() {
+  if (panel_ != nullptr) {
+    panel_->CommitEdits();
+  }
+  CFormDialog::accept();
+}
+
+void CSiteDlg::Commit() {
+  form_->Commit();
+  if (spread_ != nullptr) {
+    spread_->Save();
+  }
+  form_->CommitTransmitterType();
+}
+
+std::array<std::string, 4> TransmitterModels() {
+  const QSettings settings;
+  std::array<std::string, 4> names;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const int number = static_cast<int>(i) + 1;
+    names[i] = BytesFromText(settings
+                                 .value(QStringLiteral("Transmitter Models/Name%1").arg(number),
+                                        QStringLiteral("Transmitter %1").arg(number))
+                                 .toString());
+  }
+  return names;
+}
+
+}  // namespace orvane

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_EDITORS_WIDGETS_SITE_DLG_H_
+#define ORVANE_EDITORS_WIDGETS_SITE_DLG_H_
+
+#include <QGroupBox>
+#include <map>
+#include <memory>
+
+#include "editors/site_forms.h"
+#include "editors/spread.h"
+#include "editors/widgets/spread_panel.h"
+#include "ui/form_dialog.h"
+
+namespace orvane {
+
+/// Dialog 169: the serial numbers of the boxes.
+class CBoxSerialDlg : public CFormDialog {
+  Q_OBJECT
+
+ public:
+  CBoxSerialDlg(BoxSerialForm* form, Prompts* prompts, QWidget* parent);
+
+ private:
+  void Commit() override { form_->Commit(); }
+
+  BoxSerialForm* form_;
+};
+
+/// Dialogs 159, 161, 162 and 163: the site setup of a method.
+class CSiteDlg : public CFormDialog {
+  Q_OBJECT
+
+ public:
+  /// The form must be open and outlive the dialog.
+  CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget* parent);
+
+  void accept() override;
+
+ private:
+  void OnEdited(int control) override;
+  void Commit() override;
+  QGroupBox* SurveyGroup();
+  QGroupBox* LayoutGroup();
+  void AddCountedRow(QFormLayout* rows, int control);
+  void UpdateCount(int control);
+  void OnCalcCoord();
+  double RealShown(int control);
+
+  SiteForm* form_;
+  std::unique_ptr<Spread> spread_;  // none for MT/AMT
+  SpreadPanel* panel_ = nullptr;
+  std::map<int, QLabel*> counts_;
+};
+
+/// The four names of the transmitter type list, from the user's settings.
+std::array<std::string, 4> TransmitterModels();
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_WIDGETS_SITE_DLG_H_

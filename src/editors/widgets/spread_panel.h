@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_EDITORS_WIDGETS_SPREAD_PANEL_H_
+#define ORVANE_EDITORS_WIDGETS_SPREAD_PANEL_H_
+
+#include <QLabel>
+#include <QPushButton>
+#include <QWidget>
+
+#include "editors/spread.h"
+#include "forms/prompts.h"
+#include "ui/grid_ctrl.h"
+
+namespace orvane {
+
+/// The boxes of a spread above the channels of the box chosen, with buttons to add and remove both.
+class SpreadPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// Both must outlive the panel.
+  SpreadPanel(Spread* spread, Prompts* prompts, QWidget* parent);
+
+  /// The row of the box whose channels are shown, from 0.
+  int CurrentBox() const;
+  /// Takes over a cell that is being edited.
+  void CommitEdits();
+  void ShowChannels();
+  /// Where the local box's channel count comes from, as its cell's tool tip tells.
+  void SetChannelCountTip(const QString& tip);
+
+ private:
+  void CreateGrids();
+  void LayOut();
+  QPushButton* NewButton(const QString& text, const char* name, void (SpreadPanel::*act)());
+  void ShowBoxes(int focus_box);
+  void UpdateButtons();
+  void OnBoxEdited(int row, int column);
+  void OnChannelEdited(int row, int column);
+  void OnInsertBox();
+  void OnDeleteBox();
+  void OnInsertChannel();
+  void OnDeleteChannel();
+  void Insert(BoxKind kind);
+  int CurrentChannel() const;
+
+  Spread* spread_;
+  Prompts* prompts_;
+  CGridCtrl* boxes_ = nullptr;
+  CGridCtrl* channels_ = nullptr;
+  QLabel* channels_title_ = nullptr;
+  QPushButton* insert_box_ = nullptr;
+  QPushButton* delete_box_ = nullptr;
+  QPushButton* insert_channel_ = nullptr;
+  QPushButton* delete_channel_ = nullptr;
+  QString channel_count_tip_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_WIDGETS_SPREAD_PANEL_H_
