@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/site_forms.h"
+
+#include <gtest/gtest.h>
+
+#include "core/number_text.h"
+#include "editors/spread.h"
+#include "support/table_help.h"
+
+namespace orvane {
+namespace {
+
+using testing::Changes;
+using testing::Get;
+using testing::NewTable;
+using testing::RandomTable;
+using testing::Set;
+
+const std::array<std::string, 4> kModels = {"A", "B", "C", "D"};
+
+TEST(SiteForm, ListsMapAsTheMethodSays) {
+  struct Case {
+    int tech;
+    const char* key;
+    const char* stored;
+    int control;
+    int index;
+    const char* written;
+  };
+  for (const Case& test : {
+           Case{kMtAmt, "NREF", "0", SiteForm::kNorthReference, 0, "2"},
+           Case{kCsamt, "NREF", "0", SiteForm::kNorthReference, -1, "0"},
+           Case{kSip, "NREF", "4", SiteForm::kNorthReference, 2, "4"},
+           Case{kCsamt, "ARRYTYP", "11", SiteForm::kArrayType, 0, "9"},
+           Case{kCsamt, "ARRYTYP", "10", SiteForm::kArrayType, 1, "10"},
+           Case{kTdip, "ARRYTYP", "9", SiteForm::kArrayType, 1, "1"},
+           Case{kSip, "ARRYTYP", "0", SiteForm::kArrayType, 0, "0"},
+           Case{kTdem, "ARRYTYP", "14", SiteForm::kArrayType, 2, "14"},
+           Case{kTdem, "ARRYTYP", "1", SiteForm::kArrayType, 0, "12"},
+           Case{kFdem, "ARRYTYP", "16", SiteForm::kArrayType, 1, "16"},
+           Case{kTdem, "TXTYPE", "4", SiteForm::kTransmitterType, 4, "4"},
+           Case{kTdem, "TXTYPE", "5", SiteForm::kTransmitterType, -1, "5"},
+           Case{kMtAmt, "ATYP", "3", SiteForm::kSiteConfiguration, -1, "3"},
+       }) {
+    SCOPED_TRACE(FormatInt(test.tech) + " " + test.key + "=" + test.stored);
+    ParamTable table = NewTable();
+    Set(&table, test.key, test.stored);
+    SiteForm form(&table, test.tech, kModels);
+    const bool is_replaced = !form.Open().empty();
+    EXPECT_EQ(is_replaced, test.tech == kTdip);
+    EXPECT_EQ(form.Model().Index(test.control), test.index);
+    form.Commit();
+    form.CommitTransmitterType();
+    EXPECT_EQ(Get(table, test.key), test.written);
+  }
+}
+
+TEST(SiteForm, CutsLongTextsAndScalesVoltages) {
+  ParamTable table = NewTable();
+  SiteForm form(&table, kMtAmt, kModels);
+  EXPECT_TRUE(form.Open().empty());
+  form.Model().SetText(SiteForm::kProject, std::string(70, 'p'));
+  form.Model().SetText(SiteForm::kComment, "twenty characters of");
+  form.Model().SetText(1173, "12.5");
+  EXPECT_EQ(form.CapacityOf(SiteForm::kProject), 60);
+  form.Commit();
+  EXPECT_EQ(Get(table, "SRVY4"), std::string(15, 'p'));
+  EXPECT_EQ(Get(table, "CMMNT1") + "|" + Get(table, "CMMNT2") + "|" + Get(table, "CMMNT3"),
+            "twenty characte|rs of|");
+  EXPECT_EQ(Get(table, "DXAC"), "0.0125");
+}
+
+TEST(SiteForm, ALoopWithoutASizeBecomesASquare) {
+  struct Case {
+    const char* array_type;
+    const char* area;
+    const char* turns;
+    const char* length;
+    const char* side;
+  };
+  for (const auto& [array_type, area, turns, length, side] : {
+           Case{"12", "400", "1", "0", "20"},
+           Case{"12", "800", "2", "5", "20"},
+           Case{"13", "400", "1", "0", "0"},
+           Case{"12", "400", "0", "0", "0"},
+           Case{"12", "-4", "1", "0", "0"},
+       }) {
+    ParamTable table = NewTable();
+    Set(&table, "ARRYTYP", array_type);
+    Set(&table, "TXLEN", area);
+    Set(&table, "TXTURN", turns);
+    Set(&table, "LLENGTH", length);
+    SiteForm form(&table, kTdem, kModels);
+    EXPECT_TRUE(form.Open().empty());
+    EXPECT_EQ(form.Model().IsEnabled(SiteForm::kLoopWidth), std::string(array_type) != "13");
+    form.Commit();
+    EXPECT_EQ(Get(table, "LWIDTH"), side) << area;
+  }
+}
+
+TEST(SiteForm, OkWithoutAnEditChangesOnlyWhatItMust) {
+  for (const int tech : {kSip, kTdip, kTdem, kCsamt, kMtAmt, kFdem}) {
+    std::set<std::string> allowed = {"ARRYTYP"};
+    if (tech == kMtAmt) {
+      allowed = {"NREF"};
+    } else if (tech == kTdem || tech == kFdem) {
+      allowed.insert({"LLENGTH", "LWIDTH"});
+    }
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+      ParamTable table = RandomTable(seed);
+      const ParamTable before = table;
+      BoxSerialForm serials(&table);
+      serials.Open();
+      serials.Commit();
+      SiteForm form(&table, tech, kModels);
+      static_cast<void>(form.Open());
+      form.Commit();
+      form.CommitTransmitterType();
+      for (const std::string& key : Changes(before, table)) {
+        EXPECT_EQ(allowed.count(key), 1U) << key << " method " << tech << " seed " << seed;
+      }
+    }
+  }
+}
+
+TEST(Spread, WithoutAnEditOnlyTheListIsWritten) {
+  for (unsigned seed = 1; seed <= 40; ++seed) {
+    ParamTable table = RandomTable(seed);
+    for (const char* key : {"SN01", "SN02", "SN03", "SN04", "SN05"}) {
+      Set(&table, key, "7");  // no gap to close
+    }
+    const ParamTable before = table;
+    Spread(&table).Save();
+    for (const std::string& key : Changes(before, table)) {
+      EXPECT_TRUE(key == "NCHN" || key == "SNNR") << key;
+    }
+  }
+}
+
+TEST(Spread, ChannelsGoWithTheirBox) {
+  ParamTable table = NewTable();
+  Set(&table, "TECH", "1");
+  Set(&table, "SN02", "22");
+  Set(&table, "SN04", "44");
+  Set(&table, "NPOS4R1", "4.5");
+  Set(&table, "DEF2R3", "Ex");
+  Set(&table, "DCV2R1", "0.5");
+  Spread spread(&table);
+  ASSERT_EQ(spread.BoxCount(), 4);
+  EXPECT_FALSE(spread.CanDeleteBox(0) || spread.CanDeleteBox(1));
+  EXPECT_EQ(spread.ChannelCell(2, 0, kDcVoltage), "500");
+  EXPECT_EQ(spread.EditChannel(3, 1, kAcVoltage, "12.5"), "");
+  EXPECT_EQ(spread.EditChannel(3, 1, kAcVoltage, "1,5"), "Enter a number.");
+  EXPECT_FALSE(spread.CanEditChannel(3, kGainFactor));
+  spread.DeleteBox(2);
+  EXPECT_EQ(spread.EditBox(2, kBoxChannels, "4"), "Enter an integer between 0 and 3.");
+  spread.Save();
+  EXPECT_EQ(Get(table, "SN01") + Get(table, "SN02") + Get(table, "SN04"), "4400");
+  EXPECT_EQ(Get(table, "NPOS1R1"), "4.5") << "box 44 keeps its channels under its new number";
+  EXPECT_EQ(Get(table, "ACV1R2"), "0.0125");
+
+  const int added = spread.InsertBox(kAuxiliaryBox);
+  EXPECT_EQ(added, 3);
+  EXPECT_EQ(spread.EditBox(added, kBoxSerial, "55"), "");
+  spread.Save();
+  EXPECT_EQ(Get(table, "SN02"), "55");
+  EXPECT_EQ(Get(table, "DEF2R3"), "") << "a new box has none of an old one's channels";
+}
+
+TEST(Spread, InsertsAndDeletesWithinTheLimits) {
+  ParamTable table = NewTable();
+  Set(&table, "NCHN", "2");
+  Set(&table, "CHDEF1", "Ex");
+  Set(&table, "CHDEF2", "Ey");
+  Spread spread(&table);
+  spread.InsertChannel(1, 1);
+  EXPECT_EQ(spread.ChannelCell(1, 2, kDefinition), "Ey");
+  EXPECT_EQ(spread.ChannelCell(1, 1, kGainFactor), "1");
+  spread.DeleteChannel(1, 0);
+  spread.Save();
+  EXPECT_EQ(Get(table, "NCHN") + Get(table, "CHDEF1") + Get(table, "CHDEF2"), "2Ey");
+  for (int i = 0; i < 8; ++i) {
+    spread.InsertChannel(1, 0);
+    spread.InsertBox(kAuxiliaryBox);
+  }
+  EXPECT_EQ(spread.ChannelCount(1), 8);
+  EXPECT_FALSE(spread.CanInsert(kAuxiliaryBox));
+  EXPECT_TRUE(spread.CanInsert(kReferenceBox));
+  EXPECT_FALSE(spread.CanInsertChannel(0));
+
+  spread.PlaceAlongLine(1, 100, 10, 0, 1, 25);
+  EXPECT_EQ(spread.ChannelCell(1, 1, kPositiveEast), "35");
+  EXPECT_EQ(spread.ChannelCell(1, 1, kNegativeEast), "60");
+  EXPECT_EQ(spread.ChannelCell(1, 1, kNegativeNorth), "100");
+}
+
+}  // namespace
+}  // namespace orvane

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/startup_run.h"
+
+#include <gtest/gtest.h>
+
+#include "support/table_help.h"
+#include "support/temp_dir.h"
+
+namespace orvane {
+namespace {
+
+using testing::Changes;
+using testing::Get;
+using testing::NewTable;
+using testing::Set;
+using testing::TempDir;
+
+class Answers : public Prompts {
+ public:
+  Answer AskYesNo(const std::string&, const std::string&) override {
+    ++asked;
+    return answer;
+  }
+  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
+  void ShowWarning(const std::string&, const std::string&) override {}
+  int asked = 0;
+  Answer answer = Answer::kNo;
+};
+
+class StartupFiles : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    for (const auto& [key, text] : {std::pair{"TECH", "1"},
+                                    {"SNTX", "31"},
+                                    {"SNUM", "24"},
+                                    {"SN01", "1203"},
+                                    {"SN03", "1207"},
+                                    {"SNNR", "9"},
+                                    {"LIFESTN", "5"},
+                                    {"FLEN", "12"},
+                                    {"EXR", "10"}}) {
+      Set(&table_, key, text);
+    }
+  }
+  ParamTable Loaded(const char* name) const {
+    ParamTable table = NewTable();
+    EXPECT_EQ(LoadParamFile(&table, dir_ / name), kOk) << name;
+    return table;
+  }
+  // OK in every dialog, as it opens.
+  void AcceptAll(StartupRun* run) {
+    for (const StartupBox& box : run->Boxes()) {
+      const StartupForm form(&table_, box, run->Choices());
+      run->Accept(form);
+    }
+  }
+
+  TempDir dir_;
+  ParamTable table_ = NewTable();
+  Answers answers_;
+};
+
+TEST_F(StartupFiles, EachBoxGetsItsOwnValuesAndTheTableKeepsItsOwn) {
+  const ParamTable before = table_;
+  StartupRun run(&table_, dir_ / "open.tbl", &answers_);
+  AcceptAll(&run);
+  EXPECT_EQ(dir_.Count(), 3U);
+  EXPECT_EQ(Changes(before, table_), (std::set<std::string>{"EYR", "EZR", "CHDEFTX", "LIFESTN"}));
+  EXPECT_EQ(Get(table_, "EYR") + Get(table_, "EXR"), "20010");
+  using Keys = std::set<std::string>;
+  EXPECT_EQ(Changes(table_, Loaded("31.tbl")),
+            (Keys{"CHDEF1", "SNUM", "SNNR", "SN01", "SN03", "FLAG1", "FLAG2", "FLAG3", "LIFESTN"}));
+  EXPECT_EQ(Get(Loaded("31.tbl"), "FLAG1") + Get(Loaded("31.tbl"), "CHDEF1"), "1Tx");
+  EXPECT_EQ(Changes(table_, Loaded("24.tbl")), Keys());
+  EXPECT_EQ(Changes(table_, Loaded("1203.tbl")), (Keys{"SNUM", "SNNR", "SN01", "SN03"}));
+  EXPECT_EQ(run.StatusLine(),
+            "3 of 3 files written; no file for the boxes behind an empty place: 1207");
+  EXPECT_TRUE(run.IsModifiedAfter(false)) << "what lasts has changed the table";
+  EXPECT_EQ(answers_.asked, 0);
+}
+
+TEST_F(StartupFiles, EditsGoIntoTheFileOnly) {
+  StartupRun run(&table_, {}, &answers_);
+  StartupForm form(&table_, {1}, run.Choices());
+  form.Model().SetText(StartupForm::kLocation, dir_.Path().string());
+  form.Model().SetIndex(StartupForm::kSetup, 1);
+  form.Model().SetIndex(StartupForm::kSlave, 1);
+  form.Model().SetIndex(StartupForm::kFileClose, 5);
+  form.Model().SetText(1113, "0.5");
+  EXPECT_EQ(form.EditGain(2, "x"), "Enter a number.");
+  EXPECT_EQ(form.EditGain(2, "1.25"), "");
+  form.Model().SetIndex(StartupForm::kFixedName, 0);
+  EXPECT_EQ(form.Title(), "Save DMU Startup File ( SIP )");
+  const ParamTable before = table_;
+  run.Accept(form);
+  EXPECT_EQ(Changes(before, table_), std::set<std::string>());
+  const ParamTable file = Loaded("StartUp.tbl");
+  for (const auto& [key, text] : {std::pair{"RQST", "13"},
+                                  {"MSTR", "1"},
+                                  {"FLEN", "6"},
+                                  {"HNOM", "0.5"},
+                                  {"GFC3", "1.25"},
+                                  {"SNUM", "1203"}}) {
+    EXPECT_EQ(Get(file, key), text) << key;
+  }
+  EXPECT_NE(run.WarningFor(form), "") << "written for another box already";
+}
+
+TEST_F(StartupFiles, VersionAndModifiedMarkFollowTheAnswers) {
+  Set(&table_, "TECH", "5");
+  Set(&table_, "TBVO", "1");
+  for (const char* key : {"EXR", "EYR", "EZR"}) {
+    Set(&table_, key, "100");
+  }
+  answers_.answer = Answer::kYes;
+  const ParamTable before = table_;
+  StartupRun run(&table_, dir_ / "open.tbl", &answers_);
+  AcceptAll(&run);
+  EXPECT_EQ(answers_.asked, 2) << "once a file; no transmitter monitor for MT/AMT";
+  EXPECT_EQ(std::filesystem::file_size(dir_ / "24.tbl"), 7150U);
+  EXPECT_EQ(Changes(before, table_), std::set<std::string>());
+  EXPECT_FALSE(run.IsModifiedAfter(true)) << "kept: the main box's file clears the mark";
+  EXPECT_NE(run.StatusLine().find("version 1: 285 of 719 records"), std::string::npos);
+  EXPECT_NE(run.StatusLine().find("open.tbl itself is not saved"), std::string::npos);
+}
+
+TEST_F(StartupFiles, AFailedWriteIsToldAndClearsNothing) {
+  Set(&table_, "TECH", "5");
+  StartupRun run(&table_, dir_ / "no" / "open.tbl", &answers_);
+  const ParamTable before = table_;
+  AcceptAll(&run);
+  EXPECT_EQ(Changes(before, table_), std::set<std::string>());
+  EXPECT_EQ(run.StatusLine().find("0 of 2 files written; failed: "), 0U) << run.StatusLine();
+  EXPECT_NE(run.StatusLine().find("24.tbl: No such file or directory (172)"), std::string::npos);
+  EXPECT_TRUE(run.IsModifiedAfter(true));
+}
+
+}  // namespace
+}  // namespace orvane

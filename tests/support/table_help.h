@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Tables for tests of editors: set and read by text, filled at random, compared.
+#ifndef ORVANE_TESTS_SUPPORT_TABLE_HELP_H_
+#define ORVANE_TESTS_SUPPORT_TABLE_HELP_H_
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "core/param_table.h"
+#include "core/param_text.h"
+
+namespace orvane::testing {
+
+inline ParamTable NewTable() {
+  ParamTable table;
+  EXPECT_EQ(table.BuildParamIndex(), kOk);
+  return table;
+}
+
+inline void Set(ParamTable* table, ParamKey key, std::string_view text) {
+  ParamValue value{};
+  const auto type = static_cast<ValueType>(table->FindParam(key)->type);
+  ASSERT_EQ(ParseParamValueStrictly(text, type, &value), "") << key.Text();
+  ASSERT_EQ(table->SetParam(key, type, value.data()), kOk);
+}
+
+inline std::string Get(const ParamTable& table, ParamKey key) {
+  std::string text;
+  const ParamEntry* entry = table.FindParam(key);
+  FormatParamValue(static_cast<ValueType>(entry->type), entry->value, &text);
+  return text;
+}
+
+/// Every value random: small and huge integers, doubles of any digits, texts of any bytes, times
+/// that need not be valid.
+inline ParamTable RandomTable(unsigned seed) {
+  ParamTable table = NewTable();
+  std::mt19937 random(seed);
+  ParamKey key;
+  for (int position = 0; table.GetParamKey(position, &key) == kOk; ++position) {
+    ParamValue value{};
+    const auto type = static_cast<ValueType>(table.FindParam(key)->type);
+    if (type == IntPT) {
+      PutInt(random() % 4 == 0 ? static_cast<std::int32_t>(random())
+                               : static_cast<std::int32_t>(random() % 24) - 3,
+             &value);
+    } else if (type == FltPT) {
+      PutReal(std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 80) - 60),
+              &value);
+    } else {
+      for (std::size_t i = 0; i < (type == AmxPT ? 8U : 15U); ++i) {
+        value[i] = static_cast<std::uint8_t>(random() % (type == AmxPT ? 70 : 256));
+      }
+    }
+    EXPECT_EQ(table.SetParam(key, type, value.data()), kOk);
+  }
+  return table;
+}
+
+/// The keys whose stored bytes differ.
+inline std::set<std::string> Changes(const ParamTable& before, const ParamTable& after) {
+  std::set<std::string> keys;
+  ParamKey key;
+  for (int position = 0; before.GetParamKey(position, &key) == kOk; ++position) {
+    if (before.FindParam(key)->value != after.FindParam(key)->value) {
+      keys.insert(key.Text());
+    }
+  }
+  return keys;
+}
+
+}  // namespace orvane::testing
+
+#endif  // ORVANE_TESTS_SUPPORT_TABLE_HELP_H_
