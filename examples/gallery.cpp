@@ -9,12 +9,15 @@
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <array>
 #include <cstdio>
 #include <functional>
 
 #include "app/about_dlg.h"
 #include "app/orvane_app.h"
 #include "editors/widgets/param_table_dlg.h"
+#include "editors/widgets/site_dlg.h"
+#include "editors/widgets/startup_dlg.h"
 
 namespace {
 
@@ -50,6 +53,41 @@ class Gallery {
   QString theme_;
 };
 
+// The site setup of each method and the start-up file dialogs, none of which writes.
+bool DrawSetup(orvane::COrvaneApp* app, const Gallery& gallery) {
+  orvane::ParamTable table = app->Document().Table();
+  orvane::Prompts& prompts = app->Document().Asking();
+  orvane::CMainFrame* frame = &app->Frame();
+  orvane::BoxSerialForm serials(&table);
+  serials.Open();
+  orvane::CBoxSerialDlg serials_dialog(&serials, &prompts, frame);
+  bool done = gallery.Draw(&serials_dialog, "box-serials");
+  constexpr std::array<const char*, 6> kNames = {"site-sip",   "site-tdip", "site-tdem",
+                                                 "site-csamt", "site-mt",   "site-fdem"};
+  for (int tech = 1; tech <= 6; ++tech) {
+    if (table.SetParam("TECH", orvane::IntPT, &tech) != orvane::kOk) {
+      return false;
+    }
+    orvane::SiteForm form(&table, tech, orvane::TransmitterModels());
+    static_cast<void>(form.Open());
+    orvane::CSiteDlg dialog(&form, &table, &prompts, frame);
+    done = gallery.Draw(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
+  }
+  const int sip = 1;
+  static_cast<void>(table.SetParam("TECH", orvane::IntPT, &sip));
+  orvane::StartupRun run(&table, "survey/Startup.tbl", &prompts);
+  for (const orvane::StartupBox& box : run.Boxes()) {
+    if (box.number <= 1) {
+      orvane::StartupForm form(&table, box, run.Choices());
+      orvane::CStartupDlg dialog(&form, &run, &prompts, frame);
+      constexpr std::array<const char*, 3> kBoxes = {"startup-monitor", "startup-main",
+                                                     "startup-auxiliary"};
+      done = gallery.Draw(&dialog, kBoxes[static_cast<std::size_t>(box.number + 1)]) && done;
+    }
+  }
+  return done;
+}
+
 bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   orvane::CMainFrame& frame = app->Frame();
   bool done = gallery.Draw(&frame, "main-window");
@@ -59,6 +97,7 @@ bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   raw.findChild<QLineEdit*>(QStringLiteral("filter"))->setText(QStringLiteral("SRVY"));
   done = gallery.Draw(&raw, "raw-parameters-filtered") && done;
 
+  done = DrawSetup(app, gallery) && done;
   orvane::CAboutDlg about(&frame);
   return gallery.Draw(&about, "about") && done;
 }

@@ -69,7 +69,7 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(scroll, 1);
   layout->addWidget(OkAndCancel());
-  ResizeWithinScreen(this, QSize(1040, form->HasSpread() ? 700 : 520));
+  ResizeWithinScreen(this, QSize(1040, form->HasSpread() ? 700 : 620));
 }
 
 void CSiteDlg::AddCountedRow(QFormLayout* rows, int control) {

@@ -11,6 +11,8 @@ namespace orvane {
 namespace {
 
 constexpr int kHeaderRows = 1;
+constexpr int kDefinitionWidth = 130;
+constexpr int kNumberWidth = 78;
 
 ChannelColumn ColumnAt(int column) { return static_cast<ChannelColumn>(column - 1); }
 
@@ -144,6 +146,10 @@ void SpreadPanel::ShowChannels() {
   }
   channels_->SetTexts(texts);
   channels_->SetFixedRowCount(kHeaderRows);
+  for (int column = 0; column <= kChannelColumns; ++column) {
+    const bool is_wide = column == kDefinition + 1 || column == kContactResistance + 1;
+    channels_->SetColumnWidth(column, is_wide ? kDefinitionWidth : kNumberWidth);
+  }
   channels_->ExpandColumnsToFit();
   channels_->SetFocusCell(std::clamp(focus, 0, std::max(count - 1, 0)) + kHeaderRows, 1);
   channels_title_->setText(

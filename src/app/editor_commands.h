@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_APP_EDITOR_COMMANDS_H_
+#define ORVANE_APP_EDITOR_COMMANDS_H_
+
+#include <QWidget>
+#include <string>
+#include <vector>
+
+#include "app/orvane_doc.h"
+#include "forms/prompts.h"
+
+namespace orvane {
+
+/// What the commands of the setup editors do: run the dialogs and tell the document.
+class EditorCommands {
+ public:
+  /// All must outlive the commands; `parent` is what the dialogs stand over.
+  EditorCommands(COrvaneDoc* doc, Prompts* prompts, Notices* notices, QWidget* parent)
+      : doc_(doc), prompts_(prompts), notices_(notices), parent_(parent) {}
+
+  void EditRaw();
+  void EditAcquisition();
+  void SaveAllBoxes();
+
+ private:
+  /// The site setup of a method, over `parent`. True when it ended with OK.
+  bool SetUpSite(int tech, QWidget* parent);
+  bool AskForSerials(QWidget* parent);
+  void MarkModified();
+  void TellEarlyChanges(const std::vector<std::string>& keys);
+
+  COrvaneDoc* doc_;
+  Prompts* prompts_;
+  Notices* notices_;
+  QWidget* parent_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_APP_EDITOR_COMMANDS_H_

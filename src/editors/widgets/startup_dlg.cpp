@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/widgets/startup_dlg.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/byte_text.h"
+#include "ui/folder_dialog.h"
+#include "ui/window_size.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kGainColumn = 2;
+
+bool IsFileControl(int control) {
+  return control == StartupForm::kFixedName || control == StartupForm::kLocation;
+}
+
+}  // namespace
+
+CStartupDlg::CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, QWidget* parent)
+    : CFormDialog(&form->Model(), prompts, parent), form_(form), run_(run), prompts_(prompts) {
+  setObjectName(QString::number(form->DialogNumber()));
+  setWindowTitle(TextFromBytes(form->Title()));
+  auto* upper = new QHBoxLayout;
+  upper->addWidget(SettingsGroup(), 1);
+  if (!form->Box().IsTransmitter()) {
+    upper->addWidget(ChannelGroup(), 1);
+  }
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(upper, 1);
+  layout->addWidget(FileGroup());
+  layout->addWidget(OkAndCancel());
+  UpdateWarning();
+  ResizeWithinScreen(this,
+                     sizeHint().expandedTo(QSize(form->Box().IsTransmitter() ? 560 : 900, 0)));
+}
+
+QWidget* CStartupDlg::SettingsGroup() {
+  auto* group = new QGroupBox(QStringLiteral("Box"), this);
+  auto* rows = new QFormLayout(group);
+  for (const Field& field : Model().Fields()) {
+    if (!IsFileControl(field.control)) {
+      AddRow(rows, field.control);
+    }
+  }
+  return group;
+}
+
+QWidget* CStartupDlg::FileGroup() {
+  auto* group = new QGroupBox(QStringLiteral("File"), this);
+  auto* rows = new QFormLayout(group);
+  AddRow(rows, StartupForm::kFixedName);
+  auto* browse = new QPushButton(QStringLiteral("..."), group);
+  browse->setObjectName(QStringLiteral("1230"));
+  browse->setAccessibleName(QStringLiteral("Browse for the location"));
+  browse->setAutoDefault(false);
+  connect(browse, &QPushButton::clicked, this, &CStartupDlg::OnBrowse);
+  auto* location = new QHBoxLayout;
+  location->addWidget(Control(StartupForm::kLocation), 1);
+  location->addWidget(browse);
+  rows->addRow(LabelOf(StartupForm::kLocation), location);
+  path_ = new QLabel(group);
+  path_->setObjectName(QStringLiteral("path"));
+  path_->setTextFormat(Qt::PlainText);
+  path_->setWordWrap(true);
+  rows->addRow(QString(), path_);
+  warning_ = new QLabel(group);
+  warning_->setObjectName(QStringLiteral("warning"));
+  warning_->setTextFormat(Qt::PlainText);
+  warning_->setWordWrap(true);
+  QFont bold = warning_->font();
+  bold.setBold(true);
+  warning_->setFont(bold);
+  rows->addRow(QString(), warning_);
+  return group;
+}
+
+QWidget* CStartupDlg::ChannelGroup() {
+  auto* group = new QGroupBox(QStringLiteral("Channel Definition"), this);
+  channels_ = new CGridCtrl(group);
+  channels_->setObjectName(QStringLiteral("1220"));
+  channels_->setAccessibleName(QStringLiteral("Channel Definition"));
+  std::vector<std::vector<QString>> texts = {{QStringLiteral("Channel"),
+                                              QStringLiteral("Channel Definition"),
+                                              QStringLiteral("Loop Effective Area (m^2)")}};
+  int number = 0;
+  for (const StartupForm::Channel& channel : form_->Channels()) {
+    texts.push_back({QString::number(++number), TextFromBytes(channel.definition),
+                     TextFromBytes(channel.gain)});
+  }
+  channels_->SetTexts(texts);
+  channels_->SetFixedRowCount(1);
+  channels_->SetColumnWidth(0, 64);
+  channels_->SetColumnWidth(1, 130);
+  channels_->SetColumnWidth(kGainColumn, 180);
+  channels_->setMinimumWidth(400);
+  channels_->ExpandColumnsToFit();
+  channels_->SetFocusCell(1, kGainColumn);
+  channels_->SetEditValidator(new ByteTextValidator(this));
+  const bool is_auxiliary = form_->Box().IsAuxiliary();
+  channels_->SetBeginEdit(
+      [is_auxiliary](int, int column) { return is_auxiliary && column == kGainColumn; });
+  connect(channels_, &CGridCtrl::EndEdit, this, &CStartupDlg::OnGainEdited);
+  auto* layout = new QVBoxLayout(group);
+  layout->addWidget(channels_);
+  return group;
+}
+
+void CStartupDlg::OnGainEdited(int row, int column) {
+  const int channel = row - 1;
+  const std::string reason =
+      form_->EditGain(channel, BytesFromText(channels_->GetItemText(row, column)));
+  if (!reason.empty()) {
+    prompts_->ShowWarning("Orvane", reason);
+    channels_->SetItemText(
+        row, column, TextFromBytes(form_->Channels()[static_cast<std::size_t>(channel)].gain));
+  }
+}
+
+void CStartupDlg::OnEdited(int) { UpdateWarning(); }
+
+void CStartupDlg::UpdateWarning() {
+  path_->setText(QString::fromStdString(run_->PathOf(*form_).string()));
+  const QString warning = QString::fromStdString(run_->WarningFor(*form_));
+  warning_->setText(warning);
+  warning_->setVisible(!warning.isEmpty());
+}
+
+void CStartupDlg::OnBrowse() {
+  const QString folder = CFolderDialog::AskForFolder(
+      this, QStringLiteral("Select the folder to save TBL file:"), TextFromBytes(form_->Folder()));
+  if (!folder.isEmpty()) {
+    Model().SetText(StartupForm::kLocation, BytesFromText(folder));
+    UpdateWarning();
+  }
+}
+
+void CStartupDlg::accept() {
+  if (channels_ != nullptr) {
+    channels_->CommitEdit();
+  }
+  CFormDialog::accept();
+}
+
+}  // namespace orvane

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_EDITORS_WIDGETS_STARTUP_DLG_H_
+#define ORVANE_EDITORS_WIDGETS_STARTUP_DLG_H_
+
+#include "editors/startup_run.h"
+#include "ui/form_dialog.h"
+#include "ui/grid_ctrl.h"
+
+namespace orvane {
+
+/// Dialogs 167 and 168: the start-up file of one box.
+class CStartupDlg : public CFormDialog {
+  Q_OBJECT
+
+ public:
+  /// All must outlive the dialog.
+  CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, QWidget* parent);
+
+  void accept() override;
+
+ private:
+  void OnEdited(int control) override;
+  void Commit() override { run_->Accept(*form_); }
+  QWidget* SettingsGroup();
+  QWidget* FileGroup();
+  QWidget* ChannelGroup();
+  void OnBrowse();
+  void OnGainEdited(int row, int column);
+  void UpdateWarning();
+
+  StartupForm* form_;
+  StartupRun* run_;
+  Prompts* prompts_;
+  CGridCtrl* channels_ = nullptr;  // receivers only
+  QLabel* path_ = nullptr;
+  QLabel* warning_ = nullptr;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_WIDGETS_STARTUP_DLG_H_

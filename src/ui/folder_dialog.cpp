@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/folder_dialog.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLayout>
+
+namespace orvane {
+namespace {
+
+QString NearestFolder(const QString& start) {
+  QString path = QDir::cleanPath(QDir().absoluteFilePath(start));
+  while (!QFileInfo(path).isDir() && !QFileInfo(path).isRoot()) {
+    path = QFileInfo(path).path();
+  }
+  return path;
+}
+
+}  // namespace
+
+CFolderDialog::CFolderDialog(const QString& prompt, const QString& start, QWidget* parent)
+    : QFileDialog(parent, prompt) {
+#ifndef Q_OS_WIN
+  setOption(DontUseNativeDialog);
+#endif
+  setFileMode(Directory);
+  setOption(ShowDirsOnly);
+  setDirectory(NearestFolder(start));
+  setAccessibleDescription(prompt);
+  // The system's own dialog has no layout and shows the prompt as its title alone.
+  if (layout()) {
+    auto* label = new QLabel(prompt, this);
+    label->setObjectName(QStringLiteral("prompt"));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    const QMargins margins = layout()->contentsMargins();
+    label->setContentsMargins(margins.left(), margins.top(), margins.right(), 0);
+    layout()->setMenuBar(label);  // above what is in the layout already
+  }
+}
+
+QString CFolderDialog::Folder() const {
+  if (result() != Accepted) {
+    return {};
+  }
+  const QString folder = selectedFiles().value(0);
+  return folder.isEmpty()
+             ? folder
+             : QDir::toNativeSeparators(QDir::cleanPath(QDir().absoluteFilePath(folder)));
+}
+
+QString CFolderDialog::AskForFolder(QWidget* parent, const QString& prompt, const QString& start) {
+  CFolderDialog dialog(prompt, start, parent);
+  dialog.exec();
+  return dialog.Folder();
+}
+
+}  // namespace orvane
