@@ -95,7 +95,7 @@ void FormModel::SetCaption(int control, std::string caption) {
   Changed(state);
 }
 
-void FormModel::Show(State* state) {
+void FormModel::Show(State* state) const {
   state->shown = ShownOf(*state->field, state->stored, hours_);
   if (state->stored.empty() && state->field->widget == Widget::kCheck) {
     state->shown.index = 0;

