@@ -10,6 +10,7 @@
 #include "core/clock.h"
 #include "core/param_table.h"
 #include "editors/acq_fields.h"
+#include "editors/tech.h"
 #include "forms/early_writes.h"
 #include "forms/form_model.h"
 
@@ -59,10 +60,9 @@ class AcqForm {
   std::vector<std::string> EarlyChanges() const { return early_.Changes(); }
 
  private:
-  enum Function : int { kSip, kTdip, kTdem, kCsamt, kMtAmt, kFdem };
   enum Sampling : int { kAmt, kMt, kDamt };
 
-  bool IsFunction(Function function) const { return model_.Index(acq::kFunction) == function; }
+  bool IsFunction(Tech tech) const { return ChosenTech() == tech; }
   bool IsTimeDomain() const { return IsFunction(kTdip) || IsFunction(kTdem); }
   bool IsMtSampling() const;
   std::int32_t StoredInt(ParamKey key) const;
