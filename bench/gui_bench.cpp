@@ -13,7 +13,9 @@
 
 #include "app/command_map.h"
 #include "app/orvane_app.h"
+#include "app/qt_prompts.h"
 #include "editors/raw_table.h"
+#include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
 
 namespace {
@@ -105,6 +107,17 @@ int main(int argc, char** argv) {
     ShowAndPaint(&dialog);
   });
   std::printf("raw editor, open and paint: %.1f ms (aim: under 16)\n", open);
+
+  orvane::QtPrompts prompts;
+  const orvane::SystemClock clock;
+  const double open_acquisition = MedianMilliseconds([&] {
+    orvane::AcqForm form(&table, &clock);
+    form.Open();
+    orvane::CAcqParamDlg acquisition(&form, &prompts);
+    ShowAndPaint(&acquisition);
+  });
+  std::printf("acquisition parameters, open and paint: %.1f ms (aim: under 50)\n",
+              open_acquisition);
 
   orvane::CParamTableDlg dialog(&table);
   ShowAndPaint(&dialog);

@@ -15,6 +15,8 @@
 
 #include "app/about_dlg.h"
 #include "app/orvane_app.h"
+#include "app/qt_prompts.h"
+#include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
@@ -88,6 +90,37 @@ bool DrawSetup(orvane::COrvaneApp* app, const Gallery& gallery) {
   return done;
 }
 
+// The pictures' day, so that they are the same on every day.
+class PictureClock : public orvane::Clock {
+ public:
+  orvane::ParamTime Now() const override {
+    return {.hour = 8, .day = 21, .month = 11, .year = 26, .weekday = 6, .century = 20};
+  }
+};
+
+// One picture for each method, on a copy of the table.
+bool DrawAcquisition(const orvane::ParamTable& opened, const Gallery& gallery) {
+  constexpr std::array kNames = {"acquisition-sip",   "acquisition-tdip", "acquisition-tdem",
+                                 "acquisition-csamt", "acquisition-mt",   "acquisition-fdem"};
+  const PictureClock now;
+  orvane::QtPrompts prompts;
+  bool done = true;
+  for (std::int32_t tech = 1; tech <= static_cast<std::int32_t>(kNames.size()); ++tech) {
+    orvane::ParamTable table = opened;
+    static_cast<void>(table.SetParam("TECH", orvane::IntPT, &tech));
+    orvane::AcqForm form(&table, &now);
+    form.Open();
+    orvane::CAcqParamDlg dialog(&form, &prompts);
+    dialog.resize(dialog.sizeHint());  // also where this screen is smaller
+    done = gallery.Draw(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
+    if (tech == 5) {
+      dialog.resize(660, 360);  // a field laptop at 200 %
+      done = gallery.Draw(&dialog, "acquisition-mt-small") && done;
+    }
+  }
+  return done;
+}
+
 bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   orvane::CMainFrame& frame = app->Frame();
   bool done = gallery.Draw(&frame, "main-window");
@@ -98,6 +131,8 @@ bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   done = gallery.Draw(&raw, "raw-parameters-filtered") && done;
 
   done = DrawSetup(app, gallery) && done;
+  done = DrawAcquisition(app->Document().Table(), gallery) && done;
+
   orvane::CAboutDlg about(&frame);
   return gallery.Draw(&about, "about") && done;
 }

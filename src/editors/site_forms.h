@@ -9,12 +9,10 @@
 #include <string_view>
 #include <vector>
 
+#include "editors/tech.h"
 #include "forms/form_model.h"
 
 namespace orvane {
-
-/// Survey methods as "TECH" stores them.
-enum Tech : int { kSip = 1, kTdip = 2, kTdem = 3, kCsamt = 4, kMtAmt = 5, kFdem = 6 };
 
 /// The serial numbers of the boxes, asked before the site of every method but MT/AMT.
 class BoxSerialForm {

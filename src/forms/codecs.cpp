@@ -159,7 +159,7 @@ std::vector<ParamValue> StoredOf(const Field& field, const Shown& shown, int hou
   if (field.codec.kind == CodecKind::kScale) {
     PutReal(RealOf(value) * field.codec.to_stored, &value);
   } else if (field.type == AmxPT) {
-    PutTime(ShiftedByHours(TimeOf(value), -hours), &value);
+    PutTime(ShiftedByHours(TimeOf(value), -std::int64_t{hours}), &value);
   }
   return {value};
 }
@@ -187,7 +187,7 @@ std::string FaultOf(const Field& field, const Shown& shown) {
              : std::string();
 }
 
-ParamTime ShiftedByHours(const ParamTime& time, int hours) {
+ParamTime ShiftedByHours(const ParamTime& time, std::int64_t hours) {
   if (hours == 0 || FormatParamTime(time) == kInvalidTime) {
     return time;
   }

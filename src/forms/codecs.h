@@ -3,6 +3,7 @@
 #ifndef ORVANE_FORMS_CODECS_H_
 #define ORVANE_FORMS_CODECS_H_
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -32,7 +33,7 @@ std::string FaultOf(const Field& field, const Shown& shown);
 
 /// A time moved by whole hours: a time of day within its day, without a date as before; a dated one
 /// through the calendar. What is invalid or would leave the years 1970 to 2099 stays as it is.
-ParamTime ShiftedByHours(const ParamTime& time, int hours);
+ParamTime ShiftedByHours(const ParamTime& time, std::int64_t hours);
 
 }  // namespace orvane
 

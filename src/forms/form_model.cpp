@@ -83,13 +83,19 @@ void FormModel::Enable(int control, bool is_enabled) {
   Changed(state);
 }
 
+void FormModel::EnableGroup(int control, bool is_enabled) {
+  for (const Choice& choice : FieldOf(control).choices) {
+    Enable(choice.control, is_enabled);
+  }
+}
+
 void FormModel::SetCaption(int control, std::string caption) {
   State& state = StateOf(control);
   state.caption = std::move(caption);
   Changed(state);
 }
 
-void FormModel::Show(State* state) {
+void FormModel::Show(State* state) const {
   state->shown = ShownOf(*state->field, state->stored, hours_);
   if (state->stored.empty() && state->field->widget == Widget::kCheck) {
     state->shown.index = 0;
@@ -107,7 +113,7 @@ void FormModel::SetHourOffset(int hours) {
     if (!state.is_edited) {
       Show(&state);
     } else if (ParseParamTimeStrictly(state.shown.text, &time)) {
-      state.shown.text = FormatParamTime(ShiftedByHours(time, hours - before));
+      state.shown.text = FormatParamTime(ShiftedByHours(time, std::int64_t{hours} - before));
     }
     Changed(state);
   }
@@ -149,9 +155,14 @@ std::optional<FormModel::Fault> FormModel::Validate() const {
   return std::nullopt;
 }
 
-void FormModel::WriteTo(ParamTable* table, std::span<const int> controls) const {
+void FormModel::WriteTo(ParamTable* table, std::span<const int> controls,
+                        DisabledEdits disabled) const {
   for (const int control : controls) {
-    const State& state = StateOf(control);
+    State state = StateOf(control);
+    if (disabled == DisabledEdits::kDrop && !state.is_enabled && state.is_edited) {
+      state.is_edited = false;
+      Show(&state);
+    }
     const bool is_as_read = !state.is_edited && !state.field->codec.normalizes;
     const auto values = is_as_read ? state.stored : StoredOf(*state.field, state.shown, hours_);
     const auto keys = KeysOf(*state.field);

@@ -37,6 +37,8 @@ class FormModel {
   /// Of a control, or of one button of a group by its own number.
   bool IsEnabled(int control) const;
   const std::string& Caption(int control) const { return StateOf(control).caption; }
+  /// The values as last read, one for each key; none where a key is missing.
+  const std::vector<ParamValue>& Stored(int control) const { return StateOf(control).stored; }
   /// Whether a value nobody touched lies outside what the user may enter.
   bool HasWarning(int control) const;
 
@@ -45,6 +47,8 @@ class FormModel {
   void SetIndex(int control, int index);
   /// Of one button where the number is a button's, else of the whole control.
   void Enable(int control, bool is_enabled);
+  /// Of all buttons of a group.
+  void EnableGroup(int control, bool is_enabled);
   void SetCaption(int control, std::string caption);
 
   /// Hours added to stored times for display. Fields that are not edited are shown anew; an edited
@@ -64,10 +68,15 @@ class FormModel {
   std::optional<Fault> Validate() const;
 
   /// Writes fields in the order given, without the permission check. A key that the table lacks is
-  /// skipped.
-  void Write(std::span<const int> controls) { WriteTo(table_, controls); }
+  /// skipped. `kDrop` is for forms in which a field may become disabled with an unchecked edit in
+  /// it: such a field writes what was read.
+  enum class DisabledEdits { kWrite, kDrop };
+  void Write(std::span<const int> controls, DisabledEdits disabled = DisabledEdits::kWrite) {
+    WriteTo(table_, controls, disabled);
+  }
   /// The same into another table, such as a copy for another box.
-  void WriteTo(ParamTable* table, std::span<const int> controls) const;
+  void WriteTo(ParamTable* table, std::span<const int> controls,
+               DisabledEdits disabled = DisabledEdits::kWrite) const;
 
   /// Called with the control number after each change of what it shows, and of its state.
   void SetListener(std::function<void(int)> listener) { listener_ = std::move(listener); }
@@ -84,7 +93,7 @@ class FormModel {
 
   State& StateOf(int control);
   const State& StateOf(int control) const;
-  void Show(State* state);
+  void Show(State* state) const;
   void Changed(const State& state) const;
 
   ParamTable* table_;

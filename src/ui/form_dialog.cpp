@@ -4,9 +4,11 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGridLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -38,6 +40,15 @@ void MarkLine(QLineEdit* line, bool has_warning) {
   }
   mark->setVisible(has_warning);
   line->setAccessibleDescription(has_warning ? mark->toolTip() : QString());
+}
+
+// Only moving by keys scrolls by itself.
+void ShowInScrollArea(QWidget* widget) {
+  for (QWidget* above = widget->parentWidget(); above != nullptr; above = above->parentWidget()) {
+    if (auto* area = qobject_cast<QScrollArea*>(above)) {
+      area->ensureWidgetVisible(widget);
+    }
+  }
 }
 
 }  // namespace
@@ -145,12 +156,26 @@ QAbstractButton* CFormDialog::Button(int control) {
   return findChild<QAbstractButton*>(QString::number(control));
 }
 
+QWidget* CFormDialog::Buttons(int control, int columns) {
+  QWidget* widget = Control(control);
+  delete widget->layout();
+  auto* grid = new QGridLayout(widget);
+  grid->setContentsMargins(0, 0, 0, 0);
+  int at = 0;
+  for (QAbstractButton* button : groups_[control]->buttons()) {
+    grid->addWidget(button, at / columns, at % columns);
+    ++at;
+  }
+  return widget;
+}
+
 QLabel* CFormDialog::LabelOf(int control) {
   QLabel*& label = labels_[control];
   if (label == nullptr) {
     label = new QLabel(TextFromBytes(model_->Caption(control)), this);
     label->setTextFormat(Qt::PlainText);
     label->setBuddy(Control(control));
+    label->setEnabled(Control(control)->isEnabled());
   }
   return label;
 }
@@ -202,20 +227,29 @@ void CFormDialog::Refresh(int control) {
   }
   if (const auto label = labels_.find(control); label != labels_.end() && label->second) {
     label->second->setText(TextFromBytes(model_->Caption(control)));
+    label->second->setEnabled(widget->isEnabled());
   }
 }
 
-void CFormDialog::accept() {
-  if (const auto fault = model_->Validate()) {
-    prompts_->ShowWarning("Orvane", fault->message);
-    if (QWidget* widget = Control(fault->control); auto* line = qobject_cast<QLineEdit*>(widget)) {
-      line->setFocus();
-      line->selectAll();
-    }
-    return;
+bool CFormDialog::IsAcceptable() {
+  const auto fault = model_->Validate();
+  if (!fault) {
+    return true;
   }
-  Commit();
-  QDialog::accept();
+  prompts_->ShowWarning("Orvane", fault->message);
+  if (QWidget* widget = Control(fault->control); auto* line = qobject_cast<QLineEdit*>(widget)) {
+    line->setFocus();
+    line->selectAll();
+    ShowInScrollArea(line);
+  }
+  return false;
+}
+
+void CFormDialog::accept() {
+  if (IsAcceptable()) {
+    Commit();
+    QDialog::accept();
+  }
 }
 
 }  // namespace orvane

@@ -39,7 +39,12 @@ class CFormDialog : public QDialog {
   /// A label with the field's caption that leads to its widget.
   QLabel* LabelOf(int control);
   void AddRow(QFormLayout* form, int control) { form->addRow(LabelOf(control), Control(control)); }
+  /// A group with its buttons in so many columns, read row by row.
+  QWidget* Buttons(int control, int columns);
   QDialogButtonBox* OkAndCancel();
+
+  /// Whether everything entered can be accepted; tells the first fault and puts the focus there.
+  bool IsAcceptable();
 
   /// The user changed a control; the model has it already.
   virtual void OnEdited(int control) { static_cast<void>(control); }

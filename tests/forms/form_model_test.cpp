@@ -5,6 +5,7 @@
 
 #include "core/param_text.h"
 #include "core/param_time.h"
+#include "forms/early_writes.h"
 
 namespace orvane {
 namespace {
@@ -134,6 +135,38 @@ TEST_F(Form, TextsAreConverted) {
   form_.SetText(5, "short");
   form_.Write(kAll);
   EXPECT_EQ(Get("SRVY1") + "|" + Get("SRVY2") + "|" + Get("SRVY4"), "short||");
+}
+
+TEST_F(Form, EditsInDisabledFieldsAreWrittenOnlyWhereTheFormWantsIt) {
+  Set("L2NS", "3");
+  Set("COMBON", "-7");
+  form_.ReadAll();
+  form_.SetText(1, "99");
+  form_.SetIndex(10, 0);
+  form_.Enable(1, false);
+  form_.Enable(10, false);
+  form_.Write(kAll, FormModel::DisabledEdits::kDrop);
+  EXPECT_EQ(Get("L2NS") + Get("COMBON"), "31") << "as read";
+  EXPECT_EQ(form_.Text(1), "99") << "and still there when enabled again";
+  form_.Write(kAll);
+  EXPECT_EQ(Get("L2NS") + Get("COMBON"), "990");
+  form_.EnableGroup(11, false);
+  EXPECT_FALSE(form_.IsEnabled(11) || form_.IsEnabled(12) || form_.IsEnabled(13));
+}
+
+TEST_F(Form, EarlyWritesAreToldWhereTheyChangedAValue) {
+  Set("NUMITEM", "4");
+  Set("GFC1", "1");
+  EarlyWrites early(&table_);
+  early.PutInt("NUMITEM", 5);
+  early.PutReal("GFC1", 1.0);
+  early.PutInt("NO SUCH", 1);
+  early.Remember("L2NS");
+  EXPECT_EQ(early.Changes(), std::vector<std::string>{"NUMITEM"});
+  Set("L2NS", "1");
+  early.PutInt("NUMITEM", 6);
+  early.PutInt("NUMITEM", 4);
+  EXPECT_EQ(early.Changes(), std::vector<std::string>{"L2NS"});
 }
 
 TEST_F(Form, RefusesTheFirstFaultAmongEnabledEdits) {

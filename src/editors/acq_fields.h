@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The controls of "Acquisition Parameters": numbers, labels, keys and how they are stored.
+#ifndef ORVANE_EDITORS_ACQ_FIELDS_H_
+#define ORVANE_EDITORS_ACQ_FIELDS_H_
+
+#include <span>
+
+#include "forms/form_field.h"
+
+namespace orvane {
+
+/// Control numbers; of a group that of its first button.
+namespace acq {
+inline constexpr int kFunction = 1055;
+inline constexpr int kRequest = 1049;
+inline constexpr int kECoupling = 1035;
+inline constexpr int kEGain = 1060;
+inline constexpr int kHCoupling = 1047;
+inline constexpr int kHGain = 1067;
+inline constexpr int kFilter = 1127;
+inline constexpr int kVlfTrap = 1042;
+inline constexpr int kLineFrequency = 1045;
+inline constexpr int kCombFilter = 1202;
+inline constexpr int kDrift = 1203;
+inline constexpr int kSampling = 1103;
+inline constexpr int kStart = 1094;
+inline constexpr int kEnd = 1095;
+inline constexpr int kHighStart = 1096;
+inline constexpr int kHighEnd = 1097;
+inline constexpr int kBand2 = 1098;
+inline constexpr int kBand3 = 1099;
+inline constexpr int kBand4 = 1100;
+inline constexpr int kSlotLength = 1101;
+inline constexpr int kChannels = 1105;
+inline constexpr int kSpace = 1274;
+inline constexpr int kZoneKind = 1265;
+inline constexpr int kZone = 1263;
+inline constexpr int kHxSerial = 1090;
+inline constexpr int kHySerial = 1091;
+inline constexpr int kHzSerial = 1092;
+inline constexpr int kFileClose = 1044;
+inline constexpr int kPowerUpWindow = 1254;
+
+// Single buttons that rules enable and disable.
+inline constexpr int kRequestRecord = 1106;
+inline constexpr int kRequestStandby = 1107;
+inline constexpr int kRequestPause = 1108;
+inline constexpr int kRequestCsRecord = 1054;
+inline constexpr int kEAcCoupling = 1036;
+inline constexpr int kHAcCoupling = 1048;
+inline constexpr int kFilterOff = 1127;
+
+// Buttons that are no fields.
+inline constexpr int kSameTimes = 1273;
+inline constexpr int kCalcSpace = 1262;
+inline constexpr int kSiteSetup = 1131;
+}  // namespace acq
+
+/// Entry i of the time zone list stands for i - 12 hours from GMT.
+inline constexpr int kFirstZone = -12;
+
+/// In the order in which faults are told.
+std::span<const Field> AcqFields();
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_ACQ_FIELDS_H_

@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/acq_form.h"
+
+#include <array>
+
+#include "core/number_text.h"
+#include "core/param_text.h"
+#include "core/recording_size.h"
+#include "forms/codecs.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::array kSchedule = {acq::kBand2, acq::kBand3, acq::kBand4, acq::kSampling,
+                                  acq::kSlotLength};
+constexpr std::array kTimes = {acq::kStart, acq::kEnd, acq::kHighStart, acq::kHighEnd};
+constexpr auto kDropDisabled = FormModel::DisabledEdits::kDrop;
+
+// "LPFR" of filter index 1: with the rates of MT, else; and what the VLF trap adds to the latter.
+constexpr int kFirstMtFilter = 160;
+constexpr int kFirstFilter = 16;
+constexpr int kTrapBit = 64;
+constexpr int kFilterCount = 5;
+
+// Index of a filter whose codes begin at `first`; 0 where `code` is none of them.
+int FilterIndex(int code, int first) {
+  return code >= first && code < first + kFilterCount ? code - first + 1 : 0;
+}
+
+}  // namespace
+
+AcqForm::AcqForm(ParamTable* table, const Clock* now)
+    : table_(table), now_(now), model_(table, AcqFields()), early_(table) {}
+
+// A sampling that the list lacks counts as MT, as it does for the estimate.
+bool AcqForm::IsMtSampling() const {
+  const int sampling = model_.Index(acq::kSampling);
+  return IsFunction(kMtAmt) && sampling != kAmt && sampling != kDamt;
+}
+
+std::int32_t AcqForm::StoredInt(ParamKey key) const {
+  const ParamEntry* entry = table_->FindParam(key);
+  return entry != nullptr && entry->type == IntPT ? IntOf(entry->value) : 0;
+}
+
+void AcqForm::Open() {
+  model_.ReadAll();
+  ApplyTimeZone();
+  model_.SetText(acq::kChannels, "6");
+  ShowSpace();
+  if (!HasSchedule()) {
+    model_.SetIndex(acq::kSampling, kAmt);
+  }
+  ReadFilter();
+  // Before the method rules: "Off" enabled would tell it that the method was a time-domain one, and
+  // the stored filter would be lost.
+  model_.Enable(acq::kFilterOff, false);
+  ApplyFunctionRule();
+}
+
+void AcqForm::ReadFilter() {
+  if (ChosenTech() == 0) {
+    return;
+  }
+  const std::int32_t code = StoredInt("LPFR");
+  int index = 0;
+  bool has_trap = false;
+  if (IsMtSampling()) {
+    index = FilterIndex(code, kFirstMtFilter);
+  } else {
+    index = FilterIndex(code, kFirstFilter);
+    if (const int with_trap = FilterIndex(code, kFirstFilter + kTrapBit); with_trap > 0) {
+      index = with_trap;
+      has_trap = true;
+    }
+  }
+  model_.SetIndex(acq::kFilter, index > 0 ? index : 1);
+  model_.SetIndex(acq::kVlfTrap, has_trap ? 1 : 0);
+}
+
+void AcqForm::WriteFilter() {
+  const int index = model_.Index(acq::kFilter);
+  if (index == kNothingChosen) {
+    return;
+  }
+  std::int32_t code = 0;
+  if (index > 0 && IsMtSampling()) {
+    code = kFirstMtFilter + index - 1;
+  } else if (index > 0) {
+    code = kFirstFilter + index - 1 + (model_.Index(acq::kVlfTrap) == 1 ? kTrapBit : 0);
+  }
+  static_cast<void>(table_->SetParam("LPFR", IntPT, &code));
+}
+
+void AcqForm::OnEdited(int control) {
+  switch (control) {
+    case acq::kFunction:
+      ApplyFunctionRule();
+      ResetGainFactors();
+      break;
+    case acq::kSampling:
+      ApplyFunctionRule();
+      break;
+    case acq::kZoneKind:
+    case acq::kZone:
+      ApplyTimeZone();
+      break;
+    default:
+      break;
+  }
+}
+
+void AcqForm::ApplyTimeZone() {
+  int hours = 0;
+  if (model_.Index(acq::kZoneKind) == 1) {
+    const auto& stored = model_.Stored(acq::kZone);
+    const int index = model_.Index(acq::kZone);
+    if (index != kNothingChosen) {
+      hours = index + kFirstZone;
+    } else if (!stored.empty()) {
+      hours = IntOf(stored.front());
+    }
+  }
+  model_.SetHourOffset(hours);
+}
+
+void AcqForm::CopyTimesToHighRates() {
+  model_.SetText(acq::kHighStart, model_.Text(acq::kStart));
+  model_.SetText(acq::kHighEnd, model_.Text(acq::kEnd));
+}
+
+void AcqForm::CalculateSpace() {
+  for (const ParamKey key :
+       {ParamKey("L2NS"), ParamKey("L3NS"), ParamKey("L4NS"), ParamKey("MTSR"), ParamKey("HSMP")}) {
+    early_.Remember(key);
+  }
+  model_.Write(kSchedule, kDropDisabled);
+  for (const int control : kTimes) {
+    const Field& field = model_.FieldOf(control);
+    std::vector<ParamValue> values = model_.Stored(control);
+    if (model_.IsEdited(control)) {
+      values = StoredOf(field, {model_.Text(control), kNothingChosen}, 0);
+    } else if (!values.empty()) {
+      PutTime(ShiftedByHours(TimeOf(values.front()), model_.HourOffset()), &values.front());
+    }
+    if (!values.empty()) {
+      early_.Put(field.key, AmxPT, values.front());  // kept: as shown, OK puts the hours right
+    }
+  }
+  ShowSpace();
+}
+
+void AcqForm::ShowSpace() {
+  const RecordingSize size =
+      EstimateRecordingSize(*table_, ParseIntPrefix(model_.Text(acq::kChannels)), *now_);
+  space_note_.clear();
+  if (size.exact != size.stated) {
+    space_note_ = "(> 4096 Mb: " + FormatReal(size.exact) + ")";
+  }
+  model_.SetText(acq::kSpace, FormatReal(size.stated));
+}
+
+void AcqForm::WriteSchedule() {
+  model_.Write(kSchedule, kDropDisabled);
+  model_.Write(kTimes, kDropDisabled);
+  double gain = 0;
+  if (table_->GetParam("HNOM", FltPT, &gain) == kOk && gain == 0.0) {
+    gain = IsMtSampling() ? 1000.0 : 100.0;
+    static_cast<void>(table_->SetParam("HNOM", FltPT, &gain));
+  }
+}
+
+void AcqForm::Commit() {
+  model_.Write(std::array{acq::kZoneKind, acq::kZone});
+  if (HasSchedule()) {
+    WriteSchedule();
+  }
+  model_.Write(std::array{acq::kECoupling, acq::kHCoupling});
+  WriteFilter();
+  model_.Write(std::array{acq::kFunction, acq::kEGain, acq::kHGain, acq::kLineFrequency,
+                          acq::kHxSerial, acq::kHySerial, acq::kHzSerial, acq::kFileClose,
+                          acq::kRequest});
+  constexpr std::int32_t kSetupMode = 1;
+  static_cast<void>(table_->SetParam("MODE", IntPT, &kSetupMode));
+  model_.Write(std::array{acq::kDrift, acq::kCombFilter, acq::kPowerUpWindow}, kDropDisabled);
+}
+
+std::string AcqForm::CouplingNote() const {
+  const bool no_e = model_.Index(acq::kECoupling) == kNothingChosen;
+  const bool no_h = model_.Index(acq::kHCoupling) == kNothingChosen;
+  const std::string which = no_e && no_h ? "E/H" : no_e ? "E" : no_h ? "H" : "";
+  return which.empty() ? which : which + " coupling not set";
+}
+
+int AcqForm::BeginSiteSetup() {
+  const int tech = ChosenTech();
+  if (tech != 0) {
+    early_.PutInt("TECH", tech);
+  }
+  return tech;
+}
+
+void AcqForm::SetCoilSerials(const std::string& hx, const std::string& hy, const std::string& hz) {
+  const auto put = [this](int control, const std::string& serial) {
+    if (model_.Text(control) != serial) {
+      model_.SetText(control, serial);
+    }
+  };
+  put(acq::kHxSerial, hx);
+  put(acq::kHySerial, hy);
+  put(acq::kHzSerial, hz);
+}
+
+}  // namespace orvane

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The rules of "Acquisition Parameters".
+#ifndef ORVANE_EDITORS_ACQ_FORM_H_
+#define ORVANE_EDITORS_ACQ_FORM_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/clock.h"
+#include "core/param_table.h"
+#include "editors/acq_fields.h"
+#include "editors/tech.h"
+#include "forms/early_writes.h"
+#include "forms/form_model.h"
+
+namespace orvane {
+
+/// How a receiver shall record: method, front end, MT/AMT schedule, time zone of display. The
+/// method decides what else can be set, and some keys follow it in the table at once.
+class AcqForm {
+ public:
+  /// `now` tells UTC. Both must outlive the form.
+  AcqForm(ParamTable* table, const Clock* now);
+
+  FormModel& Model() { return model_; }
+  const FormModel& Model() const { return model_; }
+
+  /// Reads the table and lets the method rule: WFRM, NUMITEM and for FDEM CHHX.. are written. To be
+  /// called once.
+  void Open();
+
+  /// What follows from a choice of the user that the model has already.
+  void OnEdited(int control);
+
+  /// Makes the window of high rates that of the whole recording.
+  void CopyTimesToHighRates();
+
+  /// Writes the schedule at once, its times as shown, and estimates what it fills. Validate first.
+  void CalculateSpace();
+  /// What stands beside the estimate where 32 bits could not count it: "(> 4096 Mb: 5632.5)".
+  const std::string& SpaceNote() const { return space_note_; }
+
+  /// OK: writes everything. Validate first.
+  void Commit();
+
+  /// Only MT/AMT records by a schedule of start and end times.
+  bool HasSchedule() const { return IsFunction(kMtAmt); }
+  /// "E/H coupling not set" and the like where a coupling group has nothing checked; else empty.
+  std::string CouplingNote() const;
+
+  /// The code of the chosen method as in "TECH"; 0 where none is chosen.
+  int ChosenTech() const { return model_.Index(acq::kFunction) + 1; }
+  /// Writes "TECH" at once, for the site editors, and tells it. 0: nothing is chosen nor written.
+  int BeginSiteSetup();
+  /// Takes serial numbers over from another editor; those that differ count as edited.
+  void SetCoilSerials(const std::string& hx, const std::string& hy, const std::string& hz);
+
+  /// Keys written before OK whose values really changed; Cancel does not undo them.
+  std::vector<std::string> EarlyChanges() const { return early_.Changes(); }
+
+ private:
+  enum Sampling : int { kAmt, kMt, kDamt };
+
+  bool IsFunction(Tech tech) const { return ChosenTech() == tech; }
+  bool IsTimeDomain() const { return IsFunction(kTdip) || IsFunction(kTdem); }
+  bool IsMtSampling() const;
+  std::int32_t StoredInt(ParamKey key) const;
+
+  void ReadFilter();
+  void WriteFilter();
+  void ApplyFunctionRule();
+  void LimitRequests();
+  void EnableSchedule();
+  void SetTimeDomain();
+  void SetFrequencyDomain();
+  void SetByFunction();
+  void ResetGainFactors();
+  void ApplyTimeZone();
+  void WriteSchedule();
+  void ShowSpace();
+
+  ParamTable* table_;
+  const Clock* now_;
+  FormModel model_;
+  EarlyWrites early_;
+  std::string space_note_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_ACQ_FORM_H_

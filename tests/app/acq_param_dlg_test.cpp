@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/widgets/acq_param_dlg.h"
+
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTest>
+
+#include "support/qt_print.h"
+#include "ui/content_scroll_area.h"
+
+namespace orvane {
+namespace {
+
+class FixedClock : public Clock {
+ public:
+  ParamTime Now() const override { return {0, 0, 8, 21, 11, 26, 6, 20}; }
+};
+
+class Warnings : public Prompts {
+ public:
+  Answer AskYesNo(const std::string&, const std::string&) override { return Answer::kNo; }
+  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
+  void ShowWarning(const std::string&, const std::string& text) override { shown = text; }
+  std::string shown;
+};
+
+class AcqParamDlg : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(table_.BuildParamIndex(), kOk);
+    form_.Open();
+    dialog_ = std::make_unique<CAcqParamDlg>(&form_, &warnings_);
+    dialog_->show();
+  }
+  template <typename Widget = QAbstractButton>
+  Widget* Find(int number) const {
+    return dialog_->findChild<Widget*>(QString::number(number));
+  }
+  QString Note(const char* name) const {
+    return dialog_->findChild<QLabel*>(QLatin1String(name))->text();
+  }
+  void Type(int number, const char* text) const {
+    auto* line = Find<QLineEdit>(number);
+    line->selectAll();
+    QTest::keyClicks(line, QString::fromLatin1(text));
+  }
+  std::int32_t Int(ParamKey key) const {
+    std::int32_t number = -99;
+    EXPECT_EQ(table_.GetParam(key, IntPT, &number), kOk);
+    return number;
+  }
+
+  FixedClock now_;
+  ParamTable table_;
+  AcqForm form_{&table_, &now_};
+  Warnings warnings_;
+  std::unique_ptr<CAcqParamDlg> dialog_;
+};
+
+TEST_F(AcqParamDlg, HasEveryControlWithANameOfItsOwn) {
+  QStringList names;
+  for (const int number :
+       {1035, 1036, 1060, 1061, 1062, 1063, 1049, 1106, 1051, 1052, 1053, 1107, 1108, 1054, 1055,
+        1056, 1057, 1058, 1059, 1269, 1042, 1047, 1048, 1067, 1068, 1069, 1070, 1103, 1102, 1204,
+        1127, 1037, 1038, 1039, 1040, 1041, 1045, 1046, 1202, 1254, 1265, 1264, 1263, 1101, 1044,
+        1095, 1097, 1096, 1090, 1091, 1092, 1098, 1099, 1100, 1094, 1203, 1274, 1105}) {
+    const auto* widget = Find<QWidget>(number);
+    ASSERT_NE(widget, nullptr) << number;
+    EXPECT_FALSE(widget->accessibleName().isEmpty()) << number;
+    EXPECT_NE(widget->focusPolicy() & Qt::TabFocus, 0) << number;
+    names << widget->accessibleName();
+  }
+  EXPECT_EQ(names.removeDuplicates(), 0);
+  EXPECT_EQ(Find(1063)->text(), QStringLiteral("x 16 "));
+  EXPECT_EQ(Find<QComboBox>(1263)->itemText(14),
+            QStringLiteral("(GMT+02) Athens, Istambal, Cario"));
+  EXPECT_EQ(Find<QComboBox>(1263)->count(), 26);
+}
+
+TEST_F(AcqParamDlg, TabGoesColumnByColumn) {
+  dialog_->SetSiteSetup([] {});
+  Find(1059)->click();
+  Find(1059)->setFocus();
+  std::string order;
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  for (int i = 0; i < 31; ++i) {
+    order += dialog_->focusWidget()->objectName().toStdString() + " ";
+    QTest::keyClick(dialog_->focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(order,
+            "1059 1131 1049 1090 1091 1092 1044 1254 1035 1060 1047 1067 1037 1042 1045 1202 1103 "
+            "1094 1095 1096 1097 1273 1098 1099 1101 1105 1262 1274 1265 1263 1 ");
+}
+
+TEST_F(AcqParamDlg, MorningOfAnMtCrew) {
+  EXPECT_FALSE(Find(1131)->isEnabled());
+  int sites = 0;
+  dialog_->SetSiteSetup([&sites] { ++sites; });
+  Find(1131)->click();
+  EXPECT_EQ(sites, 1);
+  Find(1269)->click();
+  EXPECT_EQ(Note("coupling-note"), QStringLiteral("E/H coupling not set"));
+  EXPECT_FALSE(Find(1047)->isChecked() || Find(1048)->isChecked());
+  EXPECT_FALSE(Find(1262)->isEnabled() || Find(1273)->isEnabled() || Find(1204)->isEnabled());
+  Find(1059)->click();
+  Find(1035)->click();
+  EXPECT_EQ(Note("coupling-note"), QStringLiteral("H coupling not set"));
+  Type(1094, "2026/11/21 00:00:00");
+  Type(1095, "2027/11/21 00:00:00");
+  Find(1273)->click();
+  EXPECT_EQ(Find<QLineEdit>(1097)->text(), QStringLiteral("2027/11/21 00:00:00"));
+  Type(1105, "21");
+  Find(1262)->click();
+  EXPECT_EQ(warnings_.shown, "Enter an integer between 1 and 20.");
+  EXPECT_EQ(form_.EarlyChanges(),
+            (std::vector<std::string>{"CHHX", "CHHY", "CHHZ", "GFC1", "GFC2", "GFC3", "GFC4",
+                                      "GFC5", "GFC6", "GFC7", "GFC8"}))
+      << "nothing of the schedule";
+  Type(1105, "20");
+  Find(1204)->click();
+  Find(1262)->click();
+  EXPECT_TRUE(Note("space-note").startsWith(QStringLiteral("(> 4096 Mb: ")));
+  dialog_->accept();
+  EXPECT_EQ(Int("TECH"), 5);
+  EXPECT_EQ(Int("ACDC"), 0);
+  EXPECT_EQ(Int("ACDH"), -1);
+  EXPECT_EQ(Int("MTSR"), 2);
+}
+
+TEST_F(AcqParamDlg, FitsAFieldLaptop) {
+  EXPECT_LE(dialog_->sizeHint().width(), 1340);
+  EXPECT_LE(dialog_->sizeHint().height(), 700);
+  dialog_->resize(640, 350);
+  QTest::qWait(0);
+  Find(1059)->click();
+  Type(1101, "0");
+  dialog_->accept();
+  EXPECT_EQ(warnings_.shown, "Enter an integer between 1 and 3600.");
+  EXPECT_FALSE(Find<QWidget>(1101)->visibleRegion().isEmpty()) << "scrolled to";
+}
+
+}  // namespace
+}  // namespace orvane
