@@ -14,7 +14,7 @@ constexpr auto kFile = std::to_array<CommandRow>({
     {kFileOpen, "&Open...\tCtrl+O", "Open TBL file\nOpen"},
     {kFileSave, "&Save\tCtrl+S", "Save TBL file\nSave"},
     {kFileSaveAs, "Save &As...", "Save TBL file with a new name\nSave As"},
-    {32798, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes\nSave All"},
+    {kFileSaveAllBoxes, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes\nSave All"},
     kLine,
     {32791, "Open Calibration File...", ""},
     {32796, "Open Waveform(*.tss) File to Display...", ""},

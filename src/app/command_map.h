@@ -14,6 +14,7 @@ enum CommandId : int {
   kFileOpen = 57601,
   kFileSave = 57603,
   kFileSaveAs = 57604,
+  kFileSaveAllBoxes = 32798,
   kFileRecent = 57616,  ///< the first of the recent files; the others follow
   kAppAbout = 57664,
   kAppExit = 57665,

@@ -48,33 +48,51 @@ bool EditorCommands::AskForSerials(QWidget* parent) {
   return true;
 }
 
-bool EditorCommands::SetUpSite(int tech, QWidget* parent) {
-  ParamTable& table = doc_->Table();
-  std::vector<std::string> early;
-  std::int32_t before = 0;
-  const std::int32_t chosen = tech;
-  const bool has_method = table.GetParam("TECH", IntPT, &before) == kOk;
-  if (has_method && before != chosen && table.SetParam("TECH", IntPT, &chosen) == kOk) {
-    early.emplace_back("TECH");
-  }
+bool EditorCommands::SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early) {
   if (tech != kMtAmt && !AskForSerials(parent)) {
-    TellEarlyChanges(early);
-    doc_->UpdateAllViews();
     return false;
   }
+  ParamTable& table = doc_->Table();
   SiteForm form(&table, tech, TransmitterModels());
   for (std::string& key : form.Open()) {
-    early.push_back(std::move(key));
+    early->push_back(std::move(key));
   }
   CSiteDlg dialog(&form, &table, prompts_, parent);
-  const bool is_accepted = dialog.exec() == QDialog::Accepted;
-  if (is_accepted) {
-    MarkModified();
-  } else {
-    TellEarlyChanges(early);
+  if (dialog.exec() != QDialog::Accepted) {
+    return false;
   }
+  MarkModified();
+  return true;
+}
+
+void EditorCommands::EditAcquisition() {
+  ParamTable& table = doc_->Table();
+  const UtcClock now;
+  AcqForm form(&table, &now);
+  form.Open();
+  CAcqParamDlg dialog(&form, prompts_, parent_);
+  std::vector<std::string> early;
+  dialog.SetSiteSetup([&] {
+    const int tech = form.BeginSiteSetup();
+    // The coils of an MT/AMT site are those of the acquisition: its own OK writes the same.
+    if (tech != 0 && SetUpSite(tech, &dialog, &early) && tech == kMtAmt) {
+      const auto text = [&table](ParamKey key) {
+        std::array<char, kValueSize> bytes{};
+        return table.GetParam(key, StrPT, bytes.data()) == kOk ? bytes.data() : std::string();
+      };
+      form.SetCoilSerials(text("HXSN"), text("HYSN"), text("HZSN"));
+    }
+    doc_->UpdateAllViews();
+  });
+  if (dialog.exec() == QDialog::Accepted) {
+    MarkModified();
+    return;
+  }
+  for (std::string& key : form.EarlyChanges()) {
+    early.push_back(std::move(key));
+  }
+  TellEarlyChanges(early);
   doc_->UpdateAllViews();
-  return is_accepted;
 }
 
 void EditorCommands::SaveAllBoxes() {

@@ -23,8 +23,9 @@ class EditorCommands {
   void SaveAllBoxes();
 
  private:
-  /// The site setup of a method, over `parent`. True when it ended with OK.
-  bool SetUpSite(int tech, QWidget* parent);
+  /// The site setup of a method, over `parent`. True when it ended with OK. Adds the keys that were
+  /// changed before it.
+  bool SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early);
   bool AskForSerials(QWidget* parent);
   void MarkModified();
   void TellEarlyChanges(const std::vector<std::string>& keys);

@@ -13,7 +13,6 @@
 #include "app/about_dlg.h"
 #include "app/lock_keys.h"
 #include "app/theme_icon.h"
-#include "editors/widgets/param_table_dlg.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -73,7 +72,7 @@ QString DroppedFile(const QMimeData* data) {
 }  // namespace
 
 CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notices)
-    : doc_(doc), view_(new COrvaneView(doc, this)) {
+    : doc_(doc), editors_(doc, prompts, notices, this), view_(new COrvaneView(doc, this)) {
   setObjectName(QStringLiteral("main"));
   prompts->SetParent(this);
   setAcceptDrops(true);
@@ -174,7 +173,9 @@ void CMainFrame::ConnectCommands() {
   Handle(kFileSave, [this] { OnFileSave(); });
   Handle(kFileSaveAs, [this] { OnFileSaveAs(); });
   Handle(kAppExit, [this] { close(); });
-  Handle(kEditRaw, [this] { OnEditRaw(); });
+  Handle(kFileSaveAllBoxes, [this] { editors_.SaveAllBoxes(); });
+  Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
+  Handle(kEditRaw, [this] { editors_.EditRaw(); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {
     connect(recent_actions_[i], &QAction::triggered, this,
@@ -262,15 +263,6 @@ bool CMainFrame::SaveTo(const QString& path) {
   recent_files_.Add(path);
   UpdateRecentFiles();
   return true;
-}
-
-void CMainFrame::OnEditRaw() {
-  CParamTableDlg dialog(&doc_->Table(), this);
-  connect(&dialog, &CParamTableDlg::Edited, doc_, &COrvaneDoc::UpdateAllViews);
-  dialog.exec();
-  if (dialog.IsModified()) {
-    doc_->SetModified(true);
-  }
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {

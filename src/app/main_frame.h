@@ -11,6 +11,7 @@
 #include <map>
 
 #include "app/command_map.h"
+#include "app/editor_commands.h"
 #include "app/notice_label.h"
 #include "app/orvane_doc.h"
 #include "app/orvane_view.h"
@@ -52,10 +53,10 @@ class CMainFrame : public QMainWindow {
   void OnFileOpen();
   bool OnFileSave();
   bool OnFileSaveAs();
-  void OnEditRaw();
   bool SaveTo(const QString& path);
 
   COrvaneDoc* doc_;
+  EditorCommands editors_;
   COrvaneView* view_;
   NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;

@@ -19,10 +19,7 @@ class Clock {
 };
 
 /// The computer's clock in UTC, in which recordings are scheduled.
-ParamTime UtcNow();
-
-/// The computer's clock in local time.
-class SystemClock : public Clock {
+class UtcClock : public Clock {
  public:
   ParamTime Now() const override;
 };

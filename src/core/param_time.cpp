@@ -232,36 +232,7 @@ void CompleteEndDate(const ParamTime& start, ParamTime* end) {
   }
 }
 
-namespace {
-
-ParamTime TimeFrom(const std::tm& calendar) {
-  ParamTime time;
-  time.second = static_cast<std::uint8_t>(std::min(calendar.tm_sec, 59));  // no leap seconds
-  time.minute = static_cast<std::uint8_t>(calendar.tm_min);
-  time.hour = static_cast<std::uint8_t>(calendar.tm_hour);
-  time.day = static_cast<std::uint8_t>(calendar.tm_mday);
-  time.month = static_cast<std::uint8_t>(calendar.tm_mon + 1);
-  const int year = calendar.tm_year + 1900;
-  time.year = static_cast<std::uint8_t>(year % 100);
-  time.century = static_cast<std::uint8_t>(year / 100);
-  time.weekday = static_cast<std::uint8_t>(calendar.tm_wday == 0 ? 7 : calendar.tm_wday);
-  return time;
-}
-
-}  // namespace
-
-ParamTime SystemClock::Now() const {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-#ifdef _WIN32
-  localtime_s(&local, &now);
-#else
-  localtime_r(&now, &local);
-#endif
-  return TimeFrom(local);
-}
-
-ParamTime UtcNow() {
+ParamTime UtcClock::Now() const {
   const std::time_t now = std::time(nullptr);
   return SecondsToParamTime(static_cast<std::uint32_t>(now));
 }

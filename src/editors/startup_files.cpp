@@ -51,7 +51,7 @@ constexpr Field kClose = {StartupForm::kFileClose,
                           Map(kFileCloseHours, Unlisted::kFirst),
                           {},
                           kFileCloseTimes};
-constexpr Field kFolder = {StartupForm::kLocation, Widget::kText, "Location", {}, StrPT, Unbound()};
+constexpr Field kFolder = {StartupForm::kLocation, Widget::kPath, "Location", {}, StrPT, Unbound()};
 
 constexpr Field kReceiver[] = {
     Integer(StartupForm::kBoxSerial, "Box serial number", "SNUM"),

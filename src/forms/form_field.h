@@ -17,6 +17,7 @@ enum class Widget {
   kInteger,   ///< text: a whole number
   kReal,      ///< text: a number
   kTime,      ///< text: a time
+  kPath,      ///< text: a folder or file of this computer, in UTF-8
   kShown,     ///< text: not for editing
   kRadios,    ///< index: a group of buttons, each with a control number of its own
   kCheck,     ///< index: 0 or 1

@@ -51,6 +51,14 @@ void ShowInScrollArea(QWidget* widget) {
   }
 }
 
+// Values of tables are bytes; paths are texts of this computer.
+QString ShownText(const Field& field, const std::string& text) {
+  return field.widget == Widget::kPath ? QString::fromStdString(text) : TextFromBytes(text);
+}
+std::string StoredText(const Field& field, const QString& text) {
+  return field.widget == Widget::kPath ? text.toStdString() : BytesFromText(text);
+}
+
 }  // namespace
 
 CFormDialog::CFormDialog(FormModel* model, Prompts* prompts, QWidget* parent)
@@ -69,7 +77,9 @@ void CFormDialog::Name(QWidget* widget, const Field& field) {
 
 QWidget* CFormDialog::MakeLine(const Field& field) {
   auto* line = new QLineEdit(this);
-  line->setValidator(new ByteTextValidator(line));
+  if (field.widget != Widget::kPath) {
+    line->setValidator(new ByteTextValidator(line));
+  }
   if (field.widget == Widget::kPassword) {
     line->setEchoMode(QLineEdit::Password);
   }
@@ -78,7 +88,7 @@ QWidget* CFormDialog::MakeLine(const Field& field) {
       line, &QLineEdit::textEdited, this,
       [this, line, limit = field.limits.max_length, control = field.control](const QString& text) {
         LimitTyping(line, limit);
-        model_->SetText(control, BytesFromText(text));
+        model_->SetText(control, StoredText(model_->FieldOf(control), text));
         OnEdited(control);
       });
   return line;
@@ -212,7 +222,7 @@ void CFormDialog::Refresh(int control) {
   const QSignalBlocker blocker(widget);
   widget->setEnabled(model_->IsEnabled(control) || field.widget == Widget::kRadios);
   if (auto* line = qobject_cast<QLineEdit*>(widget)) {
-    if (const QString text = TextFromBytes(model_->Text(control)); line->text() != text) {
+    if (const QString text = ShownText(field, model_->Text(control)); line->text() != text) {
       line->setMaxLength(kAnyLength);  // what is stored is shown whole
       line->setText(text);             // not while typing: the cursor would jump
       LimitTyping(line, field.limits.max_length);

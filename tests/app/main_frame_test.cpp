@@ -96,7 +96,7 @@ TEST_F(MainFrame, HasEveryCommand) {
       {57601, "&Open...", "Open TBL file", true},
       {57603, "&Save", "Save TBL file", true},
       {57604, "Save &As...", "Save TBL file with a new name", true},
-      {32798, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes", false},
+      {32798, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes", true},
       {57616, "Recent File", "Open this document", false},
       {57665, "E&xit", "Quit the application; prompts to save TBL file", true},
       {32773, "MHX Wireless Network Settings...", "Set MHX Wireless Network", false},
