@@ -84,7 +84,7 @@ bool DrawSetup(orvane::COrvaneApp* app, const Gallery& gallery) {
       orvane::CStartupDlg dialog(&form, &run, &prompts, frame);
       constexpr std::array<const char*, 3> kBoxes = {"startup-monitor", "startup-main",
                                                      "startup-auxiliary"};
-      done = gallery.Draw(&dialog, kBoxes[static_cast<std::size_t>(box.number + 1)]) && done;
+      done = gallery.Draw(&dialog, kBoxes[static_cast<std::size_t>(box.number) + 1]) && done;
     }
   }
   return done;

@@ -54,7 +54,7 @@ constexpr Field kClose = {StartupForm::kFileClose,
 constexpr Field kFolder = {StartupForm::kLocation, Widget::kPath, "Location", {}, StrPT, Unbound()};
 
 constexpr Field kReceiver[] = {
-    Integer(StartupForm::kBoxSerial, "Box serial number", "SNUM"),
+    Integer(StartupForm::kReceiverSerial, "Box serial number", "SNUM"),
     Coil(1090, "Hx serial number", "HXSN"),
     Coil(1091, "Hy serial number", "HYSN"),
     Coil(1092, "Hz serial number", "HZSN"),
@@ -176,7 +176,7 @@ StartupForm::StartupForm(ParamTable* table, StartupBox box, const StartupChoices
   model_.SetText(kLocation, choices.folder);
   if (box.IsAuxiliary()) {
     const ParamKey key(kAuxiliarySerials[static_cast<std::size_t>(box.number) - 1]);
-    model_.SetText(kBoxSerial, FormatInt(ReadInt(*table, key)));
+    model_.SetText(kReceiverSerial, FormatInt(ReadInt(*table, key)));
   }
   for (std::size_t i = 0; i < channels_.size(); ++i) {
     const std::string channel = FormatInt(static_cast<std::int64_t>(i) + 1);
@@ -201,7 +201,7 @@ std::string StartupForm::Title() const {
 bool StartupForm::IsBySerial() const { return model_.Index(kFixedName) == 1; }
 
 std::int32_t StartupForm::Serial() const {
-  return ParseIntPrefix(model_.Text(box_.IsTransmitter() ? kMonitorSerial : kBoxSerial));
+  return ParseIntPrefix(model_.Text(box_.IsTransmitter() ? kMonitorSerial : kReceiverSerial));
 }
 
 std::filesystem::path StartupForm::Path(const std::filesystem::path& document_folder) const {

@@ -42,7 +42,7 @@ class StartupForm {
     kFixedName = 1224,
     kSerialName = 1225,
     kLocation = 1229,
-    kBoxSerial = 1207,
+    kReceiverSerial = 1207,
     kMonitorSerial = 1009,
     kMonitorGain = 1208,
     kCurrentSensorSerial = 1012,

@@ -132,10 +132,11 @@ void CStartupDlg::UpdateWarning() {
 }
 
 void CStartupDlg::OnBrowse() {
-  const QString folder = CFolderDialog::AskForFolder(
-      this, QStringLiteral("Select the folder to save TBL file:"), TextFromBytes(form_->Folder()));
+  const QString folder =
+      CFolderDialog::AskForFolder(this, QStringLiteral("Select the folder to save TBL file:"),
+                                  QString::fromStdString(form_->Folder()));
   if (!folder.isEmpty()) {
-    Model().SetText(StartupForm::kLocation, BytesFromText(folder));
+    Model().SetText(StartupForm::kLocation, folder.toStdString());
     UpdateWarning();
   }
 }
