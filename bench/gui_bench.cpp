@@ -17,6 +17,8 @@
 #include "editors/raw_table.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
+#include "editors/widgets/site_dlg.h"
+#include "editors/widgets/startup_dlg.h"
 
 namespace {
 
@@ -118,6 +120,23 @@ int main(int argc, char** argv) {
   });
   std::printf("acquisition parameters, open and paint: %.1f ms (aim: under 50)\n",
               open_acquisition);
+
+  const int ip = 1;
+  static_cast<void>(table.SetParam("TECH", orvane::IntPT, &ip));  // a built-in key
+  const double site = MedianMilliseconds([&app, &table] {
+    orvane::SiteForm form(&table, orvane::kSip, orvane::TransmitterModels());
+    static_cast<void>(form.Open());
+    orvane::CSiteDlg site_dialog(&form, &table, &app.Document().Asking(), nullptr);
+    ShowAndPaint(&site_dialog);
+  });
+  std::printf("site setup, open and paint: %.1f ms (aim: under 50)\n", site);
+  orvane::StartupRun run(&table, {}, &app.Document().Asking());
+  const double startup = MedianMilliseconds([&app, &table, &run] {
+    orvane::StartupForm form(&table, {1}, {});
+    orvane::CStartupDlg startup_dialog(&form, &run, &app.Document().Asking(), nullptr);
+    ShowAndPaint(&startup_dialog);
+  });
+  std::printf("start-up file, open and paint: %.1f ms (aim: under 50)\n", startup);
 
   orvane::CParamTableDlg dialog(&table);
   ShowAndPaint(&dialog);

@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPointer>
 #include <QPushButton>
 #include <QSettings>
 #include <QStatusBar>
@@ -248,6 +249,96 @@ TEST_F(MainFrame, AsksBeforeClosingAndTakesDroppedFiles) {
   WithModal(
       [](QWidget* window) { static_cast<QMessageBox*>(window)->button(QMessageBox::No)->click(); },
       [this] { EXPECT_TRUE(frame_->close()); });
+}
+
+// Answers the windows that come up, in order, each once; tells their titles.
+QStringList WithWindows(const std::vector<std::function<void(QWidget*)>>& acts,
+                        const std::function<void()>& start) {
+  QStringList titles;
+  QPointer<QWidget> last;
+  QObject context;  // what is still to come ends with it
+  std::function<void()> look = [&] {
+    // Anew each time: a timer does not fire again while its own call opens a window.
+    QTimer::singleShot(5, &context, look);
+    QWidget* window = QApplication::activeModalWidget();
+    const auto at = static_cast<std::size_t>(titles.size());
+    if (window != nullptr && window != last && at < acts.size()) {
+      last = window;
+      titles << window->windowTitle();
+      acts[at](window);
+    }
+  };
+  look();
+  start();
+  return titles;
+}
+
+void Accept(QWidget* window) { static_cast<QDialog*>(window)->accept(); }
+
+TEST_F(MainFrame, SetsUpASiteFromTheAcquisitionParameters) {
+  const std::int32_t ip = 2;
+  ASSERT_EQ(table_.SetParam("TECH", IntPT, &ip), kOk);
+  doc_.SetModified(false);
+  const QStringList titles = WithWindows(
+      {[](QWidget* window) {
+         window->findChild<QPushButton*>(QStringLiteral("1131"))->click();
+         static_cast<QDialog*>(window)->reject();
+       },
+       [](QWidget* window) {
+         auto* serial = window->findChild<QLineEdit*>(QStringLiteral("1255"));
+         serial->selectAll();
+         QTest::keyClicks(serial, "1203");
+         Accept(window);
+       },
+       [](QWidget* window) {
+         auto* boxes = window->findChild<CGridCtrl*>(QStringLiteral("1151"));
+         EXPECT_EQ(boxes->accessibleName(), QStringLiteral("Boxes"));
+         EXPECT_EQ(boxes->GetItemText(3, 0), QStringLiteral(" Aux. Box"));
+         EXPECT_EQ(boxes->GetItemText(3, 1), QStringLiteral("1203"));
+         boxes->SetFocusCell(3, 1);
+         auto* channels = window->findChild<CGridCtrl*>(QStringLiteral("1152"));
+         EXPECT_EQ(channels->GetRowCount(), 4);
+         channels->SetFocusCell(1, 1);
+         channels->setFocus();
+         QTest::keyClick(channels, Qt::Key_F2);
+         QTest::keyClicks(window->findChild<QLineEdit*>(QStringLiteral("cellEditor")), "Ex4");
+         auto* project = window->findChild<QLineEdit*>(QStringLiteral("1132"));
+         QTest::keyClicks(project, QString(61, QLatin1Char('p')));
+         EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("count1132"))->text(),
+                   QStringLiteral("61 of 60, will be cut"));
+         Accept(window);
+       }},
+      [this] { frame_->Command(kEditAcquisition)->trigger(); });
+  EXPECT_EQ(titles, (QStringList{QStringLiteral("Acquisition Parameters"),
+                                 QStringLiteral("Input K3 and GVR Box Serial Number"),
+                                 QStringLiteral("IP Site Setup")}));
+  EXPECT_TRUE(doc_.IsModified()) << "although the acquisition parameters were cancelled";
+  std::array<char, kValueSize> text{};
+  EXPECT_EQ(table_.GetParam("DEF1R1", StrPT, text.data()), kOk);
+  EXPECT_STREQ(text.data(), "Ex4");
+}
+
+TEST_F(MainFrame, SavesAFileForEachBox) {
+  WriteTable("open.tbl", 1);
+  ASSERT_TRUE(frame_->OpenFile(Path("open.tbl")));
+  const std::int32_t serials[] = {31, 24, 1203};
+  ASSERT_EQ(table_.SetParam("SNTX", IntPT, &serials[0]), kOk);
+  ASSERT_EQ(table_.SetParam("SNUM", IntPT, &serials[1]), kOk);
+  ASSERT_EQ(table_.SetParam("SN01", IntPT, &serials[2]), kOk);
+  const QStringList titles = WithWindows(
+      {Accept, [](QWidget* window) { static_cast<QDialog*>(window)->reject(); },
+       [this](QWidget* window) {
+         EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("path"))->text(), Path("1203.tbl"));
+         EXPECT_EQ(window->findChild<CGridCtrl*>(QStringLiteral("1220"))->GetRowCount(), 4);
+         Accept(window);
+       }},
+      [this] { frame_->Command(kFileSaveAllBoxes)->trigger(); });
+  EXPECT_EQ(titles, (QStringList{QStringLiteral("Save DMUGVR  Startup File"),
+                                 QStringLiteral("Save K3 Startup File ( SIP )"),
+                                 QStringLiteral("Save DMU Startup File ( SIP )")}));
+  EXPECT_EQ(dir_.Count(), 3U) << "a cancelled box has no file";
+  EXPECT_EQ(Notice(), QStringLiteral("2 of 2 files written"));
+  EXPECT_TRUE(doc_.IsModified());
 }
 
 TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
