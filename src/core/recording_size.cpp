@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "core/param_text.h"
+#include "core/param_access.h"
 #include "core/param_time.h"
 
 namespace orvane {
@@ -23,16 +23,6 @@ constexpr Scheme kAmt = {150, 2400, 2400, "L2NS", "L3NS"};  // band 2 keeps a te
 constexpr Scheme kMt = {15, 2400, 150, "L3NS", "L4NS"};
 constexpr std::uint32_t kDamtRate = 2400;
 
-std::int32_t ReadInt(const ParamTable& table, ParamKey key) {
-  const ParamEntry* entry = table.FindParam(key);
-  return entry != nullptr && entry->type == IntPT ? IntOf(entry->value) : 0;
-}
-
-ParamTime ReadTime(const ParamTable& table, ParamKey key) {
-  const ParamEntry* entry = table.FindParam(key);
-  return entry != nullptr && entry->type == AmxPT ? TimeOf(entry->value) : ParamTime{};
-}
-
 bool EqualButForWeekday(ParamTime a, ParamTime b) {
   a.weekday = b.weekday;
   return a == b;
@@ -49,16 +39,16 @@ struct Span {
 };
 
 Span RecordingOf(const ParamTable& table, const Clock& now) {
-  ParamTime start = ReadTime(table, "STIM");
-  ParamTime end = ReadTime(table, "ETIM");
+  ParamTime start = TimeParam(table, "STIM");
+  ParamTime end = TimeParam(table, "ETIM");
   CompleteDateFromToday(&start, now);
   CompleteEndDate(start, &end);
   return {ParamTimeToSeconds(start), ParamTimeToSeconds(end)};
 }
 
 Span HighRateWindow(const ParamTable& table, const Span& recording, const Clock& now) {
-  ParamTime start = ReadTime(table, "HTIM");
-  ParamTime end = ReadTime(table, "ETMH");
+  ParamTime start = TimeParam(table, "HTIM");
+  ParamTime end = TimeParam(table, "ETMH");
   if (EqualButForWeekday(start, end)) {
     return recording;
   }
@@ -95,7 +85,7 @@ RecordingSize EstimateRecordingSize(const ParamTable& table, int channels, const
   if (duration <= 0) {
     return {};
   }
-  const std::int32_t sampling = ReadInt(table, "MTSR");
+  const std::int32_t sampling = IntParam(table, "MTSR");
   Scheme scheme = sampling == 0 ? kAmt : kMt;
   std::uint32_t seconds_2 = 0;
   std::uint32_t seconds_3 = 0;
@@ -106,10 +96,10 @@ RecordingSize EstimateRecordingSize(const ParamTable& table, int channels, const
     if (window.end < window.start) {
       return {};  // kept: the low rate would record all the same
     }
-    const std::int32_t slot = ReadInt(table, "HSMP");
+    const std::int32_t slot = IntParam(table, "HSMP");
     const std::uint32_t length = window.end - window.start;
-    seconds_2 = BandSeconds(ReadInt(table, scheme.amount_2), slot, length);
-    seconds_3 = BandSeconds(ReadInt(table, scheme.amount_3), slot, length);
+    seconds_2 = BandSeconds(IntParam(table, scheme.amount_2), slot, length);
+    seconds_3 = BandSeconds(IntParam(table, scheme.amount_3), slot, length);
   }
   const auto count = static_cast<std::uint32_t>(channels);
   const auto seconds = static_cast<std::uint32_t>(duration);

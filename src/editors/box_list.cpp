@@ -28,12 +28,12 @@ std::uint32_t Read(const ParamTable& table, ParamKey key) {
   return number;
 }
 
+}  // namespace
+
 bool HasReferenceBox(const ParamTable& table) {
   const std::uint32_t tech = Read(table, "TECH");
   return tech == 1 || tech == 2;
 }
-
-}  // namespace
 
 int LoadBoxList(const ParamTable& table, BoxRows* rows) {
   *rows = {};

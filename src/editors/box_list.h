@@ -32,6 +32,9 @@ inline constexpr int kMaxAuxiliaryBoxes = 5;
 
 using BoxRows = std::array<BoxRow, kMaxBoxes>;
 
+/// Whether the method ("TECH") knows a reference box: SIP and TDIP do.
+bool HasReferenceBox(const ParamTable& table);
+
 /// Fills `rows` from the table and returns how many there are: transmitter, local box, the
 /// auxiliary boxes with a serial number and, for SIP and TDIP, a reference box with one.
 int LoadBoxList(const ParamTable& table, BoxRows* rows);

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "core/number_text.h"
-#include "core/param_text.h"
+#include "core/param_access.h"
 
 namespace orvane {
 namespace {
@@ -36,21 +36,12 @@ constexpr std::array<Choice, 3> kSiteConfigurations = {
 constexpr int kGroundedDipoleIndex = 1;
 constexpr int kDipoleDipole = 1;
 
-constexpr Field Text(int control, std::string_view label, std::string_view key, int length) {
-  return {control, Widget::kText, label, key, StrPT, {}, {.max_length = length}};
-}
 constexpr Field SurveyText(int control, std::string_view label, std::string_view prefix,
                            int pieces) {
   return {control, Widget::kText, label, prefix, StrPT, Pieces(pieces)};
 }
-constexpr Field Real(int control, std::string_view label, std::string_view key) {
-  return {control, Widget::kReal, label, key, FltPT};
-}
 constexpr Field Millivolts(int control, std::string_view label, std::string_view key) {
   return {control, Widget::kReal, label, key, FltPT, Scale(1000, kMilli)};
-}
-constexpr Field Integer(int control, std::string_view label, std::string_view key) {
-  return {control, Widget::kInteger, label, key, IntPT};
 }
 constexpr Field List(int control, std::string_view label, std::string_view key, const Codec& codec,
                      std::span<const Choice> choices) {
@@ -58,10 +49,10 @@ constexpr Field List(int control, std::string_view label, std::string_view key, 
 }
 
 constexpr Field kBoxSerials[] = {
-    Integer(1234, "GVR serial number", "SNTX"), Integer(1235, "K3 serial number", "SNUM"),
-    Integer(1255, "Aux1 Box SN", "SN01"),       Integer(1256, "Aux2 Box SN", "SN02"),
-    Integer(1258, "Aux3 Box SN", "SN03"),       Integer(1259, "Aux4 Box SN", "SN04"),
-    Integer(1257, "Aux5 Box SN", "SN05"),
+    IntegerField(1234, "GVR serial number", "SNTX"), IntegerField(1235, "K3 serial number", "SNUM"),
+    IntegerField(1255, "Aux1 Box SN", "SN01"),       IntegerField(1256, "Aux2 Box SN", "SN02"),
+    IntegerField(1258, "Aux3 Box SN", "SN03"),       IntegerField(1259, "Aux4 Box SN", "SN04"),
+    IntegerField(1257, "Aux5 Box SN", "SN05"),
 };
 
 constexpr Field kSurvey[] = {
@@ -71,25 +62,25 @@ constexpr Field kSurvey[] = {
     SurveyText(1135, "Survey area", "AREA", 4),
     SurveyText(1136, "Operator", "LOUT", 4),
     SurveyText(SiteForm::kComment, "Comment", "CMMNT", 8),
-    Text(SiteForm::kSite, "Site", "SITE", kTextLength),
-    Text(SiteForm::kLine, "Line", "LINE", kTextLength),
-    Real(SiteForm::kDeclination, "Declination (degree)", "DECL"),
+    TextField(SiteForm::kSite, "Site", "SITE", kTextLength),
+    TextField(SiteForm::kLine, "Line", "LINE", kTextLength),
+    RealField(SiteForm::kDeclination, "Declination (degree)", "DECL"),
 };
 
 constexpr Field kMtFields[] = {
-    Real(SiteForm::kAzimuth, "Ex dipole azimuth (degree )", "EAZM"),
-    Real(1179, "Ex dipole length (m)", "EXLN"),
-    Real(1175, "Ey dipole length (m)", "EYLN"),
-    Real(SiteForm::kHyAzimuth, "Hx coil azimuth (degree )", "HAZM"),
-    Integer(1180, "Ex contact resistivity (ohm)", "EXR"),
-    Integer(1174, "Ey contact resistivity (ohm)", "EYR"),
+    RealField(SiteForm::kAzimuth, "Ex dipole azimuth (degree )", "EAZM"),
+    RealField(1179, "Ex dipole length (m)", "EXLN"),
+    RealField(1175, "Ey dipole length (m)", "EYLN"),
+    RealField(SiteForm::kHyAzimuth, "Hx coil azimuth (degree )", "HAZM"),
+    IntegerField(1180, "Ex contact resistivity (ohm)", "EXR"),
+    IntegerField(1174, "Ey contact resistivity (ohm)", "EYR"),
     Millivolts(1181, "Ex DC voltage (mv)", "DXDC"),
     Millivolts(1173, "Ex AC voltage (mv)", "DXAC"),
     Millivolts(1176, "Ey DC voltage (mv)", "DYDC"),
     Millivolts(1177, "Ey AC voltage (mv)", "DYAC"),
-    Text(SiteForm::kHxSerial, "Hx serial number", "HXSN", kCoilLength),
-    Text(SiteForm::kHySerial, "Hy serial number", "HYSN", kCoilLength),
-    Text(SiteForm::kHzSerial, "Hz serial number", "HZSN", kCoilLength),
+    TextField(SiteForm::kHxSerial, "Hx serial number", "HXSN", kCoilLength),
+    TextField(SiteForm::kHySerial, "Hy serial number", "HYSN", kCoilLength),
+    TextField(SiteForm::kHzSerial, "Hz serial number", "HZSN", kCoilLength),
     List(SiteForm::kNorthReference, "North reference", "NREF", Offset(2, Unlisted::kFirst),
          kNorthReferences),
     List(SiteForm::kSiteConfiguration, "Site configuration", "ATYP", Offset(0),
@@ -100,37 +91,37 @@ constexpr Field kNorth =
     List(SiteForm::kNorthReference, "North reference", "NREF", Offset(2), kNorthReferences);
 
 constexpr Field kCsamtFields[] = {
-    Real(SiteForm::kRxEast, "Start pot East (m)", "ERXPOS"),
-    Real(SiteForm::kRxNorth, "Start pot North (m)", "NRXPOS"),
-    Real(SiteForm::kAzimuth, "Profile azimuth (degree)", "EAZM"),
-    Real(SiteForm::kRxLength, "Ex length (m)", "RXLEN"),
-    Integer(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
+    RealField(SiteForm::kRxEast, "Start pot East (m)", "ERXPOS"),
+    RealField(SiteForm::kRxNorth, "Start pot North (m)", "NRXPOS"),
+    RealField(SiteForm::kAzimuth, "Profile azimuth (degree)", "EAZM"),
+    RealField(SiteForm::kRxLength, "Ex length (m)", "RXLEN"),
+    IntegerField(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
     {SiteForm::kHyAzimuth, Widget::kShown, "Hy azimuth (degree)", {}, FltPT, Unbound()},
     kNorth,
     List(SiteForm::kArrayType, "Array type", "ARRYTYP", Offset(9, Unlisted::kFirst), kCsamtArrays),
 };
 
 constexpr Field kIpFields[] = {
-    Real(SiteForm::kRxEast, "Rx station close to Tx: East (m)", "ERXPOS"),
-    Real(SiteForm::kRxNorth, "Rx station close to Tx: North (m)", "NRXPOS"),
-    Real(SiteForm::kTxEast, "Tx station close to Rx: East (m)", "ETXCSRX"),
-    Real(SiteForm::kTxNorth, "Tx station close to Rx: North (m)", "NTXCSRX"),
-    Real(SiteForm::kRxLength, "Rx dipole length (MN)", "RXLEN"),
-    Real(SiteForm::kTxLength, "Tx dipole length (AB)", "TXLEN"),
-    Integer(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
+    RealField(SiteForm::kRxEast, "Rx station close to Tx: East (m)", "ERXPOS"),
+    RealField(SiteForm::kRxNorth, "Rx station close to Tx: North (m)", "NRXPOS"),
+    RealField(SiteForm::kTxEast, "Tx station close to Rx: East (m)", "ETXCSRX"),
+    RealField(SiteForm::kTxNorth, "Tx station close to Rx: North (m)", "NTXCSRX"),
+    RealField(SiteForm::kRxLength, "Rx dipole length (MN)", "RXLEN"),
+    RealField(SiteForm::kTxLength, "Tx dipole length (AB)", "TXLEN"),
+    IntegerField(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
     kNorth,
     List(SiteForm::kArrayType, "Array type", "ARRYTYP", Offset(0), kIpArrays),
 };
 
 constexpr Field kLoopFields[] = {
-    Integer(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
-    Integer(SiteForm::kLoopTurns, "Tx loop turns", "TXTURN"),
-    Real(SiteForm::kLoopLength, "Tx loop length (m)", "LLENGTH"),
-    Real(SiteForm::kLoopWidth, "Tx loop width (m)", "LWIDTH"),
-    Real(SiteForm::kAzimuth, "Profile azimuth (degree)", "PAZM"),
-    Real(SiteForm::kRampTime, "Ramp time (micro-sec)", "RAMPLEN"),
-    Real(SiteForm::kRxLength, "Setup interval (m)", "RXLEN"),
-    Real(SiteForm::kTxAzimuth, "Tx diag. azim. from BL to TR:", "TXAZIM"),
+    IntegerField(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
+    IntegerField(SiteForm::kLoopTurns, "Tx loop turns", "TXTURN"),
+    RealField(SiteForm::kLoopLength, "Tx loop length (m)", "LLENGTH"),
+    RealField(SiteForm::kLoopWidth, "Tx loop width (m)", "LWIDTH"),
+    RealField(SiteForm::kAzimuth, "Profile azimuth (degree)", "PAZM"),
+    RealField(SiteForm::kRampTime, "Ramp time (micro-sec)", "RAMPLEN"),
+    RealField(SiteForm::kRxLength, "Setup interval (m)", "RXLEN"),
+    RealField(SiteForm::kTxAzimuth, "Tx diag. azim. from BL to TR:", "TXAZIM"),
     kNorth,
 };
 
@@ -163,16 +154,6 @@ std::vector<Field> FieldsOf(int tech, std::span<const Choice> transmitters) {
       break;
   }
   return fields;
-}
-
-double RealParam(const ParamTable& table, ParamKey key) {
-  double number = 0;
-  return table.GetParam(key, FltPT, &number) == kOk ? number : 0;
-}
-
-std::int32_t IntParam(const ParamTable& table, ParamKey key) {
-  std::int32_t number = 0;
-  return table.GetParam(key, IntPT, &number) == kOk ? number : 0;
 }
 
 void Store(ParamTable* table, ParamKey key, ValueType type, const void* value) {

@@ -4,15 +4,10 @@
 #include <algorithm>
 
 #include "core/number_text.h"
-#include "core/param_text.h"
+#include "core/param_access.h"
 
 namespace orvane {
 namespace {
-
-std::int32_t ReadInt(const ParamTable& table, ParamKey key) {
-  std::int32_t number = 0;
-  return table.GetParam(key, IntPT, &number) == kOk ? number : 0;
-}
 
 // Which auxiliary slots have a box, in the order of the list.
 std::vector<int> OccupiedSlots(const ParamTable& table) {
@@ -20,16 +15,11 @@ std::vector<int> OccupiedSlots(const ParamTable& table) {
   int slot = 0;
   for (const ParamKey key : {"SN01", "SN02", "SN03", "SN04", "SN05"}) {
     ++slot;
-    if (ReadInt(table, key) != 0) {
+    if (IntParam(table, key) != 0) {
       occupied.push_back(slot);
     }
   }
   return occupied;
-}
-
-bool HasReferenceBox(const ParamTable& table) {
-  const std::int32_t tech = ReadInt(table, "TECH");
-  return tech == 1 || tech == 2;
 }
 
 std::string NumberFault(bool is_integer) {

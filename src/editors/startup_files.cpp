@@ -2,7 +2,7 @@
 #include "editors/startup_files.h"
 
 #include "core/number_text.h"
-#include "core/param_text.h"
+#include "core/param_access.h"
 #include "editors/file_close.h"
 #include "editors/site_forms.h"
 
@@ -22,12 +22,6 @@ constexpr std::array<Choice, 2> kRadioTypes = {{{"Slave", 1226}, {"Master", 1003
 constexpr std::array<Choice, 2> kFileNames = {
     {{"Startup.tbl", StartupForm::kFixedName}, {"SerialNumber.tbl", StartupForm::kSerialName}}};
 
-constexpr Field Real(int control, std::string_view label, std::string_view key) {
-  return {control, Widget::kReal, label, key, FltPT};
-}
-constexpr Field Integer(int control, std::string_view label, std::string_view key) {
-  return {control, Widget::kInteger, label, key, IntPT};
-}
 constexpr Field Coil(int control, std::string_view label, std::string_view key) {
   return {control, Widget::kText, label, key, StrPT, {}, {.max_length = kCoilLength}};
 }
@@ -54,24 +48,24 @@ constexpr Field kClose = {StartupForm::kFileClose,
 constexpr Field kFolder = {StartupForm::kLocation, Widget::kPath, "Location", {}, StrPT, Unbound()};
 
 constexpr Field kReceiver[] = {
-    Integer(StartupForm::kReceiverSerial, "Box serial number", "SNUM"),
+    IntegerField(StartupForm::kReceiverSerial, "Box serial number", "SNUM"),
     Coil(1090, "Hx serial number", "HXSN"),
     Coil(1091, "Hy serial number", "HYSN"),
     Coil(1092, "Hz serial number", "HZSN"),
-    Real(1113, "Coil nominal gain (mV/nT)", "HNOM"),
-    Real(1112, "Coil test waveform amplitude (nT)", "HAMP"),
-    Integer(StartupForm::kCalibrationTime, "Calibration time (x20 min)", "CCLT"),
-    Real(1109, "Coil cal. min. acceptable corner frequency (Hz)", "CCMN"),
-    Real(1110, "Coil cal. max. acceptable corner frequency (Hz)", "CCMX"),
-    Real(1111, "Coil pre-amplifier highpass corner frequency (Hz)", "CPHC"),
+    RealField(1113, "Coil nominal gain (mV/nT)", "HNOM"),
+    RealField(1112, "Coil test waveform amplitude (nT)", "HAMP"),
+    IntegerField(StartupForm::kCalibrationTime, "Calibration time (x20 min)", "CCLT"),
+    RealField(1109, "Coil cal. min. acceptable corner frequency (Hz)", "CCMN"),
+    RealField(1110, "Coil cal. max. acceptable corner frequency (Hz)", "CCMX"),
+    RealField(1111, "Coil pre-amplifier highpass corner frequency (Hz)", "CPHC"),
 };
 constexpr Field kMonitor[] = {
     {StartupForm::kMonitorGain, Widget::kRadios, "Gain", "HGNC", IntPT, Offset(-1), {}, kGains},
-    Integer(StartupForm::kMonitorSerial, "GVR serial number", "SNTX"),
+    IntegerField(StartupForm::kMonitorSerial, "GVR serial number", "SNTX"),
     Coil(StartupForm::kCurrentSensorSerial, "Current sensor serial number", "CSSN"),
-    Real(StartupForm::kCurrentSensorGain, "Current sensor nominal gain (mV/A)", "CNOM"),
-    Real(StartupForm::kCurrentSensorAmplitude, "Current sensor test amplitude (A)", "CAMP"),
-    Integer(StartupForm::kCalibrationTime, "Calibration time (x20 min)", "CCLT"),
+    RealField(StartupForm::kCurrentSensorGain, "Current sensor nominal gain (mV/A)", "CNOM"),
+    RealField(StartupForm::kCurrentSensorAmplitude, "Current sensor test amplitude (A)", "CAMP"),
+    IntegerField(StartupForm::kCalibrationTime, "Calibration time (x20 min)", "CCLT"),
 };
 
 // In the file, not in the edited table.
@@ -96,11 +90,6 @@ constexpr std::array<const char*, 5> kAuxiliarySerials = {"SN01", "SN02", "SN03"
 constexpr std::array<const char*, 8> kFlags = {"FLAG1", "FLAG2", "FLAG3", "FLAG4",
                                                "FLAG5", "FLAG6", "FLAG7", "FLAG8"};
 constexpr std::array<const char*, 3> kGainKeys = {"GFC1", "GFC2", "GFC3"};
-
-std::int32_t ReadInt(const ParamTable& table, ParamKey key) {
-  std::int32_t number = 0;
-  return table.GetParam(key, IntPT, &number) == kOk ? number : 0;
-}
 
 // Whether the stored bytes changed. A key that the table lacks is skipped, as everywhere here.
 bool Put(ParamTable* table, ParamKey key, ValueType type, const void* value) {
@@ -151,38 +140,30 @@ std::vector<Field> FieldsOf(StartupBox box, std::span<const Choice> requests) {
   return fields;
 }
 
-std::string ValueText(const ParamTable& table, const std::string& key) {
-  std::string text;
-  if (const ParamEntry* entry = table.FindParam(key); entry != nullptr) {
-    FormatParamValue(static_cast<ValueType>(entry->type), entry->value, &text);
-  }
-  return text;
-}
-
 }  // namespace
 
 StartupForm::StartupForm(ParamTable* table, StartupBox box, const StartupChoices& choices)
     : table_(table),
       box_(box),
-      tech_(ReadInt(*table, "TECH")),
+      tech_(IntParam(*table, "TECH")),
       request_choices_(RequestChoices(tech_)),
       fields_(FieldsOf(box, request_choices_)),
       model_(table, fields_) {
   model_.ReadAll();
-  const std::int32_t request = ReadInt(*table, "RQST");
+  const std::int32_t request = IntParam(*table, "RQST");
   model_.SetIndex(kSetup, request == kRequestCsRecord || request == kRequestRecord ? 1 : 0);
   // One name for all boxes in one folder would overwrite itself: serial numbers first.
   model_.SetIndex(kFixedName, choices.by_serial.value_or(true) ? 1 : 0);
   model_.SetText(kLocation, choices.folder);
   if (box.IsAuxiliary()) {
     const ParamKey key(kAuxiliarySerials[static_cast<std::size_t>(box.number) - 1]);
-    model_.SetText(kReceiverSerial, FormatInt(ReadInt(*table, key)));
+    model_.SetText(kReceiverSerial, FormatInt(IntParam(*table, key)));
   }
   for (std::size_t i = 0; i < channels_.size(); ++i) {
     const std::string channel = FormatInt(static_cast<std::int64_t>(i) + 1);
     const std::string definition =
         box.IsAuxiliary() ? "DEF" + FormatInt(box.number) + "R" + channel : "CHDEF" + channel;
-    channels_[i] = {ValueText(*table, definition), ValueText(*table, "GFC" + channel)};
+    channels_[i] = {ParamAsText(*table, definition), ParamAsText(*table, "GFC" + channel)};
   }
 }
 
@@ -283,13 +264,13 @@ bool StartupForm::ApplyLasting(ParamTable* table) const {
 
 std::vector<StartupBox> StartupBoxes(const ParamTable& table, std::vector<std::int32_t>* left_out) {
   std::vector<StartupBox> boxes;
-  if (ReadInt(table, "TECH") != kMtAmt) {
+  if (IntParam(table, "TECH") != kMtAmt) {
     boxes.push_back({StartupBox::kTransmitter});
   }
   boxes.push_back({StartupBox::kMain});
   bool has_ended = false;
   for (std::size_t i = 0; i < kAuxiliarySerials.size(); ++i) {
-    const std::int32_t serial = ReadInt(table, kAuxiliarySerials[i]);
+    const std::int32_t serial = IntParam(table, kAuxiliarySerials[i]);
     has_ended = has_ended || serial == 0;
     if (!has_ended) {
       boxes.push_back({static_cast<int>(i) + 1});
@@ -303,7 +284,7 @@ std::vector<StartupBox> StartupBoxes(const ParamTable& table, std::vector<std::i
 bool SetDefaultResistances(ParamTable* table) {
   bool is_changed = false;
   for (const ParamKey key : {"EXR", "EYR", "EZR"}) {
-    if (ReadInt(*table, key) == 0) {
+    if (IntParam(*table, key) == 0) {
       is_changed = PutInt(table, key, kDefaultResistance) || is_changed;
     }
   }
@@ -311,7 +292,7 @@ bool SetDefaultResistances(ParamTable* table) {
 }
 
 std::uint32_t StartupVersion(const ParamTable& table, bool answer_is_yes) {
-  return ReadInt(table, "TBVO") == 1 && answer_is_yes ? 1 : 2;
+  return IntParam(table, "TBVO") == 1 && answer_is_yes ? 1 : 2;
 }
 
 }  // namespace orvane

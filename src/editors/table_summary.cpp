@@ -6,7 +6,7 @@
 #include <span>
 
 #include "core/number_text.h"
-#include "core/param_text.h"
+#include "core/param_access.h"
 #include "core/text_pieces.h"
 
 namespace orvane {
@@ -20,22 +20,6 @@ constexpr std::array<std::string_view, 14> kRequests = {
 constexpr std::array<std::string_view, 2> kCouplings = {"DC coupling", "AC coupling"};
 constexpr std::array<std::string_view, 4> kGains = {"x 0.25", "x 1", "x 4", "x 16"};
 constexpr int kFirstGain = -1;  // gains are powers of four, stored as the exponent
-
-std::int32_t IntParam(const ParamTable& table, ParamKey key) {
-  std::int32_t number = 0;
-  // A key that is missing or of another type reads as 0, like an empty one.
-  static_cast<void>(table.GetParam(key, IntPT, &number));
-  return number;
-}
-
-std::string TextParam(const ParamTable& table, ParamKey key) {
-  const ParamEntry* entry = table.FindParam(key);
-  std::string text;
-  if (entry != nullptr) {
-    FormatParamValue(static_cast<ValueType>(entry->type), entry->value, &text);
-  }
-  return text;
-}
 
 // The name of a code, or the code itself where it has none.
 std::string NameOf(std::span<const std::string_view> names, int code, int first = 0) {
@@ -97,7 +81,7 @@ std::string_view MethodName(int tech) {
 
 std::vector<SummaryGroup> SummarizeTable(const ParamTable& table) {
   const auto number = [&table](ParamKey key) { return IntParam(table, key); };
-  const auto text = [&table](ParamKey key) { return TextParam(table, key); };
+  const auto text = [&table](ParamKey key) { return ParamAsText(table, key); };
   const int tech = number("TECH");
   return {
       {"Method",

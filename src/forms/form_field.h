@@ -104,6 +104,18 @@ struct Field {
   std::string_view group = {};  ///< names the control together with its label where labels repeat
 };
 
+/// The commonest fields.
+constexpr Field IntegerField(int control, std::string_view label, std::string_view key) {
+  return {control, Widget::kInteger, label, key, IntPT};
+}
+constexpr Field RealField(int control, std::string_view label, std::string_view key) {
+  return {control, Widget::kReal, label, key, FltPT};
+}
+constexpr Field TextField(int control, std::string_view label, std::string_view key,
+                          int max_length) {
+  return {control, Widget::kText, label, key, StrPT, {}, {.max_length = max_length}};
+}
+
 }  // namespace orvane
 
 #endif  // ORVANE_FORMS_FORM_FIELD_H_
