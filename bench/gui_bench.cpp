@@ -111,7 +111,7 @@ int main(int argc, char** argv) {
   std::printf("raw editor, open and paint: %.1f ms (aim: under 16)\n", open);
 
   orvane::QtPrompts prompts;
-  const orvane::SystemClock clock;
+  const orvane::UtcClock clock;
   const double open_acquisition = MedianMilliseconds([&] {
     orvane::AcqForm form(&table, &clock);
     form.Open();

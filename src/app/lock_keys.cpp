@@ -62,6 +62,9 @@ LockIndicators::LockIndicators(QStatusBar* bar) : QObject(bar) {
     bar->addPermanentWidget(label);
     labels_[static_cast<std::size_t>(names.key)] = label;
   }
+  later_.setSingleShot(true);
+  later_.setInterval(20);
+  connect(&later_, &QTimer::timeout, this, &LockIndicators::Update);
   qApp->installEventFilter(this);
   Update();
 }
@@ -69,7 +72,7 @@ LockIndicators::LockIndicators(QStatusBar* bar) : QObject(bar) {
 bool LockIndicators::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::WindowActivate ||
       (event->type() == QEvent::KeyRelease && IsLockKey(static_cast<QKeyEvent*>(event)->key()))) {
-    QMetaObject::invokeMethod(this, &LockIndicators::Update, Qt::QueuedConnection);
+    later_.start();  // once the key has changed the light
   }
   return QObject::eventFilter(watched, event);
 }

@@ -3,6 +3,7 @@
 #define ORVANE_APP_LOCK_KEYS_H_
 
 #include <QLabel>
+#include <QTimer>
 #include <array>
 #include <optional>
 
@@ -28,6 +29,7 @@ class LockIndicators : public QObject {
   void Update();
 
   std::array<QLabel*, 3> labels_{};
+  QTimer later_;
 };
 
 }  // namespace orvane
