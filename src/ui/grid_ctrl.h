@@ -2,6 +2,7 @@
 #ifndef ORVANE_UI_GRID_CTRL_H_
 #define ORVANE_UI_GRID_CTRL_H_
 
+#include <QString>
 #include <QTableView>
 #include <functional>
 #include <optional>
@@ -11,6 +12,9 @@
 #include "ui/grid_columns.h"
 #include "ui/grid_delegate.h"
 #include "ui/grid_model.h"
+#include "ui/grid_texts.h"
+
+class QPrinter;
 
 namespace orvane {
 
@@ -98,18 +102,53 @@ class CGridCtrl : public QTableView {
   QString SelectionAsText() const;
   void CopySelection() const;
 
+  // Sets the cells from the focus cell on, to the right and down the visible rows; what lies past
+  // the last row or column is dropped, and so is an empty text. Each cell is set as if it were
+  // edited in place: it may refuse, and EndEdit follows a change at once. An open editor is
+  // committed first. PasteText() returns how many cells now hold their text.
+  void Paste();  // the text of the clipboard
+  int PasteText(const QString& text);
+
+  // Off at first. When on, pressing a selected cell drags SelectionAsText() out, other cells still
+  // begin a selection, and a dropped text is pasted from the cell under the mouse on. Dropping
+  // always copies. Dropped files are left to the window. In place of Qt's setDragEnabled().
+  void SetDragEnabled(bool enabled);
+
+  // Prints the header and the visible rows as GridPrinter says; the title stands above the header
+  // of each page, unless it is empty. False if it was cancelled or the printer failed.
+  void SetPrintTitle(const QString& title) { print_title_ = title; }
+  int PageCount(const QPrinter& printer) const;
+  bool Print(QPrinter* printer) const;
+  bool PrintDialog();  // asks for the printer and the pages
+
+  // All cells, header and hidden rows included, as UTF-8 text: see grid_texts.h. An open editor is
+  // committed first. Loading sets the rows in their present order as pasting does, from the first
+  // data row on; it refuses a file that is not of this header. On failure nothing has changed, and
+  // `reason`, which may be null, becomes "PATH: reason".
+  bool SaveCells(const QString& path, QString* reason);
+  bool LoadCells(const QString& path, QString* reason);
+
   // Does nothing: type-ahead would leave the focus on hidden rows.
   void keyboardSearch(const QString& search) override;
 
  signals:
-  // An in-place edit has changed the text of a cell; the editor is closed already.
+  // An in-place edit or a paste has changed the text of a cell; the editor is closed already.
   void EndEdit(int row, int col);
+
+  // A paste, drop or load is over: how many cells hold the text meant for them, even if they held
+  // it before, and how many refused it.
+  void Pasted(int set, int refused);
 
   // GetFocusCell() has changed, also because its row was sorted to another place.
   void FocusCellChanged(int row, int col);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void startDrag(Qt::DropActions supported_actions) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void changeEvent(QEvent* event) override;
@@ -124,6 +163,7 @@ class CGridCtrl : public QTableView {
   void NotifyFocus();
   void UpdateRowHeight();
   void OnTextEdited(int row, int col);
+  int EnterTexts(const QModelIndex& first, const GridTexts& texts, bool hidden_too);
   bool ShowHeaderTip(const QPoint& pos, const QPoint& global_pos);
 
   GridModel model_;
@@ -132,6 +172,8 @@ class CGridCtrl : public QTableView {
   int hidden_fixed_rows_ = 0;          // how many fixed rows the body hides now
   std::pair<int, int> focus_{-1, -1};  // as last announced
   bool committing_ = false;
+  bool drags_ = false;
+  QString print_title_;
   std::optional<QPersistentModelIndex> edited_;  // to be announced when its editor has closed
 };
 

@@ -17,6 +17,10 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
   if (event == QKeySequence::Copy) {
     CopySelection();
+  } else if (event == QKeySequence::Paste) {
+    event->accept();
+    Paste();  // last: who hears of the edits may even delete the grid
+    return;
   } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
     if (current.isValid()) {
       edit(current, EditKeyPressed, nullptr);
@@ -35,11 +39,13 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
 }
 
 bool CGridCtrl::event(QEvent* event) {
-  // Copying is the grid's own, even where a window has a menu item of that key.
-  if (event->type() == QEvent::ShortcutOverride &&
-      static_cast<QKeyEvent*>(event) == QKeySequence::Copy) {
-    event->accept();
-    return true;
+  // Copying and pasting are the grid's own, even where a window has menu items of those keys.
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->matches(QKeySequence::Copy) || key->matches(QKeySequence::Paste)) {
+      event->accept();
+      return true;
+    }
   }
   return QTableView::event(event);
 }

@@ -35,6 +35,15 @@ QString PlainToolTip(const QString& text) {
   return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
+QString OneLine(QString text) {
+  for (QChar& c : text) {
+    if (c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QLatin1Char('\t')) {
+      c = QLatin1Char(' ');
+    }
+  }
+  return text;
+}
+
 QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                     const QModelIndex& index) const {
   const auto* model = qobject_cast<const GridModel*>(index.model());
@@ -92,13 +101,7 @@ void GridDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewI
 }
 
 QString GridDelegate::displayText(const QVariant& value, const QLocale& /*locale*/) const {
-  QString text = value.toString();  // on one line: rows have one height
-  for (QChar& c : text) {
-    if (c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QLatin1Char('\t')) {
-      c = QLatin1Char(' ');
-    }
-  }
-  return text;
+  return OneLine(value.toString());
 }
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

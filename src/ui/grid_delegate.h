@@ -11,6 +11,9 @@ namespace orvane {
 // Tool tips guess whether they were given markup; this keeps cell texts plain.
 QString PlainToolTip(const QString& text);
 
+// A text on one line, as rows of one height need it.
+QString OneLine(QString text);
+
 // Draws the cells of a grid, shows their title tips and makes their in-place editors.
 class GridDelegate final : public QStyledItemDelegate {
   Q_OBJECT

@@ -79,7 +79,7 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
   if (index.row() < GetFixedRowCount()) {
     return flags;
   }
-  flags |= Qt::ItemIsSelectable;
+  flags |= Qt::ItemIsSelectable | Qt::ItemIsDragEnabled;
   if (!cell->IsReadOnly() && begin_edit_ && begin_edit_(index.row(), index.column())) {
     flags |= Qt::ItemIsEditable;
   }
@@ -99,6 +99,20 @@ bool GridModel::setData(const QModelIndex& index, const QVariant& value, int rol
   NotifyChanged(index.row(), index.column());
   emit TextEdited(index.row(), index.column());
   return true;
+}
+
+bool GridModel::EnterText(const QModelIndex& index, QString text) {
+  const CGridCellBase* cell = GetCell(index.row(), index.column());
+  if (!cell || !(flags(index) & Qt::ItemIsEditable)) {
+    return false;
+  }
+  if (text == cell->GetText()) {
+    return true;
+  }
+  if (validator_ && !IsTypeable(*cell, text)) {
+    validator_->fixup(text);
+  }
+  return text == cell->GetText() || setData(index, text);
 }
 
 bool GridModel::IsTypeable(const CGridCellBase& cell, QString text) const {

@@ -36,6 +36,10 @@ class GridModel final : public QAbstractTableModel {
   // it was refused or when the text is the one the cell already held.
   bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
+  // As setData(), but with a text that nobody saw in an editor: the validator may repair it, and
+  // true means that the cell now holds it, changed or not.
+  bool EnterText(const QModelIndex& index, QString text);
+
   bool SetRowCount(int count);
   bool SetColumnCount(int count);
   bool SetFixedRowCount(int count);

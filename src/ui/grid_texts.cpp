@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/grid_texts.h"
+
+#include <QStringConverter>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace orvane {
+namespace {
+
+constexpr std::array<std::pair<char, char>, 4> kEscapes = {
+    {{'\\', '\\'}, {'t', '\t'}, {'n', '\n'}, {'r', '\r'}}};
+
+QString Escaped(const QString& cell) {
+  QString text;
+  for (const QChar c : cell) {
+    const auto* escape = std::find_if(kEscapes.begin(), kEscapes.end(),
+                                      [&](const auto& e) { return c == QLatin1Char(e.second); });
+    if (escape == kEscapes.end()) {
+      text += c;
+    } else {
+      text += QLatin1Char('\\');
+      text += QLatin1Char(escape->first);
+    }
+  }
+  return text;
+}
+
+std::optional<QString> Unescaped(const QString& text) {
+  QString cell;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (text[i] != QLatin1Char('\\')) {
+      cell += text[i];
+      continue;
+    }
+    if (++i == text.size()) {
+      return std::nullopt;
+    }
+    const auto* escape = std::find_if(kEscapes.begin(), kEscapes.end(), [&](const auto& e) {
+      return text[i] == QLatin1Char(e.first);
+    });
+    if (escape == kEscapes.end()) {
+      return std::nullopt;
+    }
+    cell += QLatin1Char(escape->second);
+  }
+  return cell;
+}
+
+}  // namespace
+
+GridTexts SplitPastedText(QString text) {
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  if (text.isEmpty()) {
+    return {};
+  }
+  if (text.endsWith(QLatin1Char('\n'))) {
+    text.chop(1);
+  }
+  GridTexts rows;
+  for (const QString& line : text.split(QLatin1Char('\n'))) {
+    rows.push_back(line.split(QLatin1Char('\t')));
+  }
+  return rows;
+}
+
+std::optional<QByteArray> WriteGridTexts(const GridTexts& texts) {
+  QString text;
+  for (const QStringList& row : texts) {
+    QStringList cells;
+    for (const QString& cell : row) {
+      cells << Escaped(cell);
+    }
+    text += cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
+  }
+  QStringEncoder encoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+  QByteArray bytes = encoder(text);
+  return encoder.hasError() ? std::nullopt : std::optional(std::move(bytes));
+}
+
+std::optional<GridTexts> ReadGridTexts(const QByteArray& bytes, const GridTexts& header,
+                                       qsizetype columns, QString* reason) {
+  QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+  const QString text = decoder(bytes);
+  if (decoder.hasError()) {
+    *reason = QStringLiteral("the text is not UTF-8");
+    return std::nullopt;
+  }
+  GridTexts rows = SplitPastedText(text);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const QString line = QStringLiteral("line %1: ").arg(i + 1);
+    if (rows[i].size() != columns) {
+      *reason = line + QStringLiteral("%1 cells instead of %2").arg(rows[i].size()).arg(columns);
+      return std::nullopt;
+    }
+    for (QString& cell : rows[i]) {
+      auto unescaped = Unescaped(cell);
+      if (!unescaped) {
+        *reason = line + QStringLiteral("a backslash before neither t, n, r nor a backslash");
+        return std::nullopt;
+      }
+      cell = *std::move(unescaped);
+    }
+  }
+  if (rows.size() < header.size() || !std::equal(header.begin(), header.end(), rows.begin())) {
+    *reason = QStringLiteral("the header is another one");
+    return std::nullopt;
+  }
+  rows.erase(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(header.size()));
+  return rows;
+}
+
+}  // namespace orvane

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDrag>
+#include <QDropEvent>
+#include <QIntValidator>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
+
+#include "support/qt_print.h"
+#include "support/temp_dir.h"
+#include "ui/grid_ctrl.h"
+
+namespace orvane {
+namespace {
+
+using testing::ReadAll;
+using testing::TempDir;
+using testing::WriteAll;
+
+// Column A is never edited, row 3 is hidden; B and C take the numbers 0 to 99.
+class GridPaste : public ::testing::Test {
+ protected:
+  GridPaste() {
+    grid_.SetRowCount(1);
+    grid_.SetFixedRowCount(1);
+    Fill();
+    grid_.SetBeginEdit([](int, int col) { return col > 0; });
+    grid_.SetEditValidator(&validator_);
+    grid_.resize(400, 300);
+    grid_.show();
+  }
+  void Fill() {
+    grid_.SetTexts(
+        {{"A", "B", "C"}, {"a", "1", "2"}, {"b", "3", "4"}, {"c", "5", "6"}, {"d", "7", "8"}});
+    grid_.SetRowVisible(3, false);
+  }
+  QString Data() const {
+    QStringList rows;
+    for (int row = 1; row < 5; ++row) {
+      rows << grid_.GetItemText(row, 0) + grid_.GetItemText(row, 1) + grid_.GetItemText(row, 2);
+    }
+    return rows.join(' ');
+  }
+  QPoint Middle(int row, int col) const {
+    return grid_.visualRect(grid_.model()->index(row, col)).center();
+  }
+  // What a drag over a cell and a drop there come to.
+  bool Drop(const QMimeData& data, int row, int col) {
+    const QPoint at = Middle(row, col);
+    const auto all = Qt::CopyAction | Qt::MoveAction;
+    QDragEnterEvent enter(at, all, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(grid_.viewport(), &enter);
+    QDropEvent drop(at, all, &data, Qt::LeftButton, Qt::NoModifier);
+    drop.setDropAction(Qt::MoveAction);
+    if (enter.isAccepted()) {
+      QApplication::sendEvent(grid_.viewport(), &drop);
+    }
+    return enter.isAccepted() && drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
+  }
+
+  QIntValidator validator_{0, 99};
+  CGridCtrl grid_;
+};
+
+TEST_F(GridPaste, KeepsToTheRulesOfEditing) {
+  struct Case {
+    const char* text;
+    int row, col;
+    const char* data;  // afterwards
+    int notices, set, refused;
+  };
+  const std::vector<Case> cases = {
+      {"11\t12\r\n13\t14\n", 1, 1, "a1112 b1314 c56 d78", 4, 4, 0},
+      {"11\n12\n13\n14", 1, 1, "a112 b124 c56 d138", 3, 3, 0},  // past hidden and last rows
+      {"x\t11\t12\t13", 2, 0, "a12 b1112 c56 d78", 2, 2, 1},
+      {"1\tx\n100\t9", 1, 1, "a12 b39 c56 d78", 1, 2, 2},
+      {"", 1, 1, "a12 b34 c56 d78", 0, 0, 0},
+      {"9", -1, -1, "a12 b34 c56 d78", 0, 0, 0}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    Fill();
+    grid_.SetFocusCell(c.row, c.col);
+    const QSignalSpy notices(&grid_, &CGridCtrl::EndEdit);
+    const QSignalSpy pasted(&grid_, &CGridCtrl::Pasted);
+    QGuiApplication::clipboard()->setText(c.text);
+    QTest::keyClick(&grid_, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Data(), c.data);
+    EXPECT_EQ(notices.count(), c.notices);
+    EXPECT_EQ(pasted.value(0), (QVariantList{c.set, c.refused}));
+  }
+}
+
+TEST_F(GridPaste, FindsItsCellsWhenAListenerSorts) {
+  QObject::connect(&grid_, &CGridCtrl::EndEdit, [&] { grid_.SortTextItems(0, false); });
+  grid_.SetFocusCell(1, 1);
+  EXPECT_EQ(grid_.PasteText("11\n12\n13"), 3);
+  EXPECT_EQ(Data(), "d138 c56 b124 a112");
+}
+
+TEST_F(GridPaste, DropsPasteWhereTheyFallAndOnlyWhenEnabled) {
+  QMimeData text;
+  text.setText("11\n12");
+  EXPECT_FALSE(Drop(text, 2, 1));
+  grid_.SetDragEnabled(true);
+  EXPECT_TRUE(Drop(text, 2, 1)) << "copied, although a move was proposed";
+  EXPECT_EQ(Data(), "a12 b114 c56 d128");
+  QMimeData file;
+  file.setUrls({QUrl::fromLocalFile("/1")});
+  file.setText("1");
+  EXPECT_FALSE(Drop(file, 1, 1));
+}
+
+TEST_F(GridPaste, DragsSelectedCellsOut) {
+  QString dragged;
+  const auto drag = [&](int row) {
+    dragged.clear();
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+      if (const auto* running = grid_.findChild<QDrag*>()) {
+        dragged = running->mimeData()->text();
+        QDrag::cancel();
+      }
+    });
+    timer.start(0);
+    QTest::mousePress(grid_.viewport(), Qt::LeftButton, {}, Middle(row, 1));
+    QTest::mouseMove(grid_.viewport(), Middle(row, 1) + QPoint(5, 0));
+    QTest::mouseMove(grid_.viewport(), Middle(4, 2));
+    QTest::mouseRelease(grid_.viewport(), Qt::LeftButton, {}, Middle(4, 2));
+    QCoreApplication::processEvents();
+    return dragged;
+  };
+  grid_.SetFocusCell(1, 1);
+  EXPECT_EQ(drag(1), "") << "off";
+  grid_.SetDragEnabled(true);
+  grid_.SetFocusCell(1, 1);
+  EXPECT_EQ(drag(2), "") << "not selected";
+  EXPECT_EQ(grid_.SelectionAsText(), "3\t4\n7\t8");
+  EXPECT_EQ(drag(2), "3\t4\n7\t8");
+}
+
+TEST_F(GridPaste, CellsSurviveAFile) {
+  const TempDir dir;
+  const auto path = QString::fromStdString((dir / "cells").string());
+  QString reason;
+  const QString odd = QStringLiteral("\\t\t\r\n\u00e4\\");
+  grid_.SetEditValidator(nullptr);
+  grid_.SetItemText(3, 2, odd);
+  ASSERT_TRUE(grid_.SaveCells(path, &reason)) << reason.toStdString();
+  EXPECT_EQ(ReadAll(dir / "cells"),
+            "A\tB\tC\na\t1\t2\nb\t3\t4\nc\t5\t\\\\t\\t\\r\\n\u00e4\\\\\nd\t7\t8\n");
+  for (int row = 1; row < 5; ++row) {
+    grid_.SetItemText(row, 0, "z");
+    grid_.SetItemText(row, 2, "0");
+  }
+  ASSERT_TRUE(grid_.LoadCells(path, &reason)) << reason.toStdString();
+  EXPECT_EQ(Data(), "z12 z34 z5" + odd + " z78");
+  EXPECT_FALSE(grid_.SaveCells(path + "/x", &reason));
+  EXPECT_TRUE(reason.startsWith(path + "/x: ")) << reason.toStdString();
+}
+
+TEST_F(GridPaste, ForeignFilesChangeNothing) {
+  const TempDir dir;
+  const auto path = QString::fromStdString((dir / "cells").string());
+  struct Case {
+    const char* bytes;
+    const char* reason;
+  };
+  for (const auto& c :
+       std::vector<Case>{{"", "the header is another one"},
+                         {"A\tB\tD\na\t9\t9\n", "the header is another one"},
+                         {"A\tB\tC\na\t9\t9\nb\t9\n", "line 3: 2 cells instead of 3"},
+                         {"A\tB\tC\na\t9\t9\nb\t9\t\\x\n",
+                          "line 3: a backslash before neither t, n, r nor a backslash"},
+                         {"A\tB\tC\na\t9\t9\nb\t9\t9\xC3", "the text is not UTF-8"}}) {
+    WriteAll(dir / "cells", c.bytes);
+    QString reason;
+    EXPECT_FALSE(grid_.LoadCells(path, &reason)) << c.bytes;
+    EXPECT_EQ(reason, path + ": " + c.reason);
+    EXPECT_EQ(Data(), "a12 b34 c56 d78");
+  }
+}
+
+}  // namespace
+}  // namespace orvane
