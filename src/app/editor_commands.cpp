@@ -11,6 +11,7 @@
 #include "editors/widgets/param_table_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
+#include "forms/early_writes.h"
 
 namespace orvane {
 
@@ -37,19 +38,26 @@ void EditorCommands::EditRaw() {
   }
 }
 
-bool EditorCommands::AskForSerials(QWidget* parent) {
+bool EditorCommands::AskForSerials(QWidget* parent, std::vector<std::string>* early) {
+  EarlyWrites writes(&doc_->Table());
+  for (const ParamKey key : {"SNTX", "SNUM", "SN01", "SN02", "SN03", "SN04", "SN05"}) {
+    writes.Remember(key);
+  }
   BoxSerialForm form(&doc_->Table());
   form.Open();
   CBoxSerialDlg dialog(&form, prompts_, parent);
   if (dialog.exec() != QDialog::Accepted) {
     return false;
   }
+  for (std::string& key : writes.Changes()) {
+    early->push_back(std::move(key));
+  }
   MarkModified();
   return true;
 }
 
 bool EditorCommands::SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early) {
-  if (tech != kMtAmt && !AskForSerials(parent)) {
+  if (tech != kMtAmt && !AskForSerials(parent, early)) {
     return false;
   }
   ParamTable& table = doc_->Table();

@@ -26,7 +26,7 @@ class EditorCommands {
   /// The site setup of a method, over `parent`. True when it ended with OK. Adds the keys that were
   /// changed before it.
   bool SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early);
-  bool AskForSerials(QWidget* parent);
+  bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   void MarkModified();
   void TellEarlyChanges(const std::vector<std::string>& keys);
 

@@ -191,6 +191,7 @@ Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
   store_versions(&written);
   if (const std::string reason = WriteFile(path, TblImage(written, options)); !reason.empty()) {
     if (report != nullptr) {
+      report->reason = reason;
       report->message = WithStatus(path, reason, kTblWriteFailed);
     }
     return kTblWriteFailed;

@@ -21,6 +21,7 @@ struct TblReport {
   int version = 0;          ///< 1 or 2 as recognised; 0: none
   std::size_t records = 0;  ///< whole records in the file
   std::size_t loaded = 0;   ///< of them stored; the others have unknown keys or other types
+  std::string reason;       ///< on a failed save: why
   std::string message;      ///< on failure "PATH: reason (status)"
 };
 

@@ -280,7 +280,8 @@ std::vector<int> SiteForm::WriteOrder() const {
 }
 
 void SiteForm::Commit() {
-  model_.Write(WriteOrder());
+  // What was typed into loop fields that a grounded dipole disables was not checked and goes.
+  model_.Write(WriteOrder(), FormModel::DisabledEdits::kDrop);
   if (DialogNumber() == 162 && !IsGroundedDipole()) {
     CompleteLoopSize();
   }

@@ -142,7 +142,7 @@ bool Spread::CanInsert(BoxKind kind) const {
 int Spread::InsertBox(BoxKind kind) {
   BoxState box;
   box.row.kind = kind;
-  box.row.channels = static_cast<std::uint32_t>(MaxChannels(kind));
+  box.row.channels = kind == kReferenceBox ? 2 : 0;  // a reference box always has two
   box.channels = ReadChannels(kind, 0);
   const auto behind = std::find_if(boxes_.begin(), boxes_.end(), [kind](const BoxState& other) {
     return kind == kAuxiliaryBox && other.row.kind == kReferenceBox;

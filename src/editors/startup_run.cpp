@@ -64,10 +64,11 @@ void StartupRun::Accept(const StartupForm& form) {
     written_.push_back(path);
     has_version_1_ = has_version_1_ || version == 1;
     if (IsSameFile(path, document_)) {
+      wrote_document_ = true;
       differs_from_document_ = TblImage(derived, {}) != TblImage(*table_, {});
     }
   } else {
-    failed_.push_back(report.message);
+    failed_.push_back(path.string() + " (" + report.reason + ")");
   }
   Remember(form, status == kOk);
 }
@@ -107,7 +108,7 @@ std::string StartupRun::StatusLine() const {
       line += FormatInt(serial);
     }
   }
-  if (clears_modified_ && !differs_from_document_) {
+  if (clears_modified_ && !wrote_document_) {
     line += document_.empty() ? std::string("; the document itself is not saved")
                               : "; " + document_.filename().string() + " itself is not saved";
   }

@@ -50,6 +50,7 @@ class StartupRun {
   bool has_version_1_ = false;
   bool has_changed_table_ = false;
   bool clears_modified_ = false;
+  bool wrote_document_ = false;
   bool differs_from_document_ = false;
 };
 

@@ -84,6 +84,7 @@ QWidget* CFormDialog::MakeLine(const Field& field) {
     line->setEchoMode(QLineEdit::Password);
   }
   line->setReadOnly(field.widget == Widget::kShown);
+  LimitTyping(line, field.limits.max_length);
   connect(
       line, &QLineEdit::textEdited, this,
       [this, line, limit = field.limits.max_length, control = field.control](const QString& text) {

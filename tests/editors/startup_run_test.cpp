@@ -124,6 +124,24 @@ TEST_F(StartupFiles, VersionAndModifiedMarkFollowTheAnswers) {
   EXPECT_NE(run.StatusLine().find("open.tbl itself is not saved"), std::string::npos);
 }
 
+TEST_F(StartupFiles, OkWithoutAnEditChangesOnlyWhatLasts) {
+  const std::set<std::string> lasting = {"EXR", "EYR", "EZR", "CHDEFTX", "LIFESTN", "LIFESTK"};
+  for (unsigned seed = 1; seed <= 40; ++seed) {
+    table_ = testing::RandomTable(seed);
+    const auto tech = static_cast<std::int32_t>(seed % 6 + 1);
+    ASSERT_EQ(table_.SetParam("TECH", IntPT, &tech), kOk);
+    const ParamTable before = table_;
+    SetDefaultResistances(&table_);
+    for (const StartupBox& box : StartupBoxes(table_)) {
+      const StartupForm form(&table_, box, {});
+      form.ApplyLasting(&table_);
+    }
+    for (const std::string& key : Changes(before, table_)) {
+      EXPECT_EQ(lasting.count(key), 1U) << key << " seed " << seed;
+    }
+  }
+}
+
 TEST_F(StartupFiles, AFailedWriteIsToldAndClearsNothing) {
   Set(&table_, "TECH", "5");
   StartupRun run(&table_, dir_ / "no" / "open.tbl", &answers_);
@@ -131,7 +149,7 @@ TEST_F(StartupFiles, AFailedWriteIsToldAndClearsNothing) {
   AcceptAll(&run);
   EXPECT_EQ(Changes(before, table_), std::set<std::string>());
   EXPECT_EQ(run.StatusLine().find("0 of 2 files written; failed: "), 0U) << run.StatusLine();
-  EXPECT_NE(run.StatusLine().find("24.tbl: No such file or directory (172)"), std::string::npos);
+  EXPECT_NE(run.StatusLine().find("24.tbl (No such file or directory)"), std::string::npos);
   EXPECT_TRUE(run.IsModifiedAfter(true));
 }
 

@@ -10,6 +10,7 @@
 #include <numbers>
 
 #include "core/number_text.h"
+#include "core/param_text.h"
 #include "ui/byte_text.h"
 #include "ui/window_size.h"
 
@@ -69,7 +70,7 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(scroll, 1);
   layout->addWidget(OkAndCancel());
-  ResizeWithinScreen(this, QSize(1040, form->HasSpread() ? 700 : 620));
+  ResizeWithinScreen(this, QSize(1180, form->HasSpread() ? 712 : 620));
 }
 
 void CSiteDlg::AddCountedRow(QFormLayout* rows, int control) {
@@ -141,18 +142,26 @@ void CSiteDlg::OnEdited(int control) {
   }
 }
 
-double CSiteDlg::RealShown(int control) { return ParseRealPrefix(Model().Text(control)); }
+// What is stored, or what the user typed.
+double CSiteDlg::RealOfField(int control) {
+  const auto& stored = Model().Stored(control);
+  return Model().IsEdited(control) || stored.empty() ? ParseRealPrefix(Model().Text(control))
+                                                     : RealOf(stored.front());
+}
 
 void CSiteDlg::OnCalcCoord() {
+  if (!panel_->CommitEdits() || !IsAcceptable()) {
+    return;
+  }
   double north = 0;
   double east = 0;
   if (form_->Tech() == kCsamt) {
-    const double azimuth = RealShown(SiteForm::kAzimuth) * std::numbers::pi / 180;
+    const double azimuth = RealOfField(SiteForm::kAzimuth) * std::numbers::pi / 180;
     north = std::cos(azimuth);
     east = std::sin(azimuth);
   } else {
-    north = RealShown(SiteForm::kRxNorth) - RealShown(SiteForm::kTxNorth);
-    east = RealShown(SiteForm::kRxEast) - RealShown(SiteForm::kTxEast);
+    north = RealOfField(SiteForm::kRxNorth) - RealOfField(SiteForm::kTxNorth);
+    east = RealOfField(SiteForm::kRxEast) - RealOfField(SiteForm::kTxEast);
     const double distance = std::hypot(north, east);
     if (distance == 0) {
       return;  // no direction
@@ -161,19 +170,17 @@ void CSiteDlg::OnCalcCoord() {
     east /= distance;
   }
   if (panel_->CurrentBox() >= 0) {
-    panel_->CommitEdits();
-    spread_->PlaceAlongLine(panel_->CurrentBox(), RealShown(SiteForm::kRxNorth),
-                            RealShown(SiteForm::kRxEast), north, east,
-                            RealShown(SiteForm::kRxLength));
+    spread_->PlaceAlongLine(panel_->CurrentBox(), RealOfField(SiteForm::kRxNorth),
+                            RealOfField(SiteForm::kRxEast), north, east,
+                            RealOfField(SiteForm::kRxLength));
     panel_->ShowChannels();
   }
 }
 
 void CSiteDlg::accept() {
-  if (panel_ != nullptr) {
-    panel_->CommitEdits();
+  if (panel_ == nullptr || panel_->CommitEdits()) {
+    CFormDialog::accept();
   }
-  CFormDialog::accept();
 }
 
 void CSiteDlg::Commit() {

@@ -44,7 +44,7 @@ class CSiteDlg : public CFormDialog {
   void AddCountedRow(QFormLayout* rows, int control);
   void UpdateCount(int control);
   void OnCalcCoord();
-  double RealShown(int control);
+  double RealOfField(int control);
 
   SiteForm* form_;
   std::unique_ptr<Spread> spread_;  // none for MT/AMT

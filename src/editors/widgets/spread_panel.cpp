@@ -11,8 +11,8 @@ namespace orvane {
 namespace {
 
 constexpr int kHeaderRows = 1;
-constexpr int kDefinitionWidth = 130;
-constexpr int kNumberWidth = 78;
+constexpr int kDefinitionWidth = 120;
+constexpr int kNumberWidth = 72;
 
 ChannelColumn ColumnAt(int column) { return static_cast<ChannelColumn>(column - 1); }
 
@@ -92,9 +92,11 @@ int SpreadPanel::CurrentBox() const {
 
 int SpreadPanel::CurrentChannel() const { return channels_->GetFocusCell().first - kHeaderRows; }
 
-void SpreadPanel::CommitEdits() {
+bool SpreadPanel::CommitEdits() {
+  is_refused_ = false;
   boxes_->CommitEdit();
   channels_->CommitEdit();
+  return !is_refused_;
 }
 
 void SpreadPanel::SetChannelCountTip(const QString& tip) {
@@ -176,6 +178,7 @@ void SpreadPanel::OnBoxEdited(int row, int column) {
   const std::string reason =
       spread_->EditBox(box, cell, BytesFromText(boxes_->GetItemText(row, column)));
   if (!reason.empty()) {
+    is_refused_ = true;
     prompts_->ShowWarning("Orvane", reason);
   }
   boxes_->SetItemText(row, column, TextFromBytes(spread_->BoxCell(box, cell)));
@@ -187,6 +190,7 @@ void SpreadPanel::OnChannelEdited(int row, int column) {
   const std::string reason = spread_->EditChannel(
       CurrentBox(), channel, ColumnAt(column), BytesFromText(channels_->GetItemText(row, column)));
   if (!reason.empty()) {
+    is_refused_ = true;
     prompts_->ShowWarning("Orvane", reason);
   }
   channels_->SetItemText(

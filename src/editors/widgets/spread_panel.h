@@ -22,8 +22,8 @@ class SpreadPanel : public QWidget {
 
   /// The row of the box whose channels are shown, from 0.
   int CurrentBox() const;
-  /// Takes over a cell that is being edited.
-  void CommitEdits();
+  /// Takes over a cell that is being edited. False where its text was refused.
+  bool CommitEdits();
   void ShowChannels();
   /// Where the local box's channel count comes from, as its cell's tool tip tells.
   void SetChannelCountTip(const QString& tip);
@@ -53,6 +53,7 @@ class SpreadPanel : public QWidget {
   QPushButton* insert_channel_ = nullptr;
   QPushButton* delete_channel_ = nullptr;
   QString channel_count_tip_;
+  bool is_refused_ = false;
 };
 
 }  // namespace orvane

@@ -116,6 +116,7 @@ void CStartupDlg::OnGainEdited(int row, int column) {
   const std::string reason =
       form_->EditGain(channel, BytesFromText(channels_->GetItemText(row, column)));
   if (!reason.empty()) {
+    is_refused_ = true;
     prompts_->ShowWarning("Orvane", reason);
     channels_->SetItemText(
         row, column, TextFromBytes(form_->Channels()[static_cast<std::size_t>(channel)].gain));
@@ -142,10 +143,13 @@ void CStartupDlg::OnBrowse() {
 }
 
 void CStartupDlg::accept() {
+  is_refused_ = false;
   if (channels_ != nullptr) {
     channels_->CommitEdit();
   }
-  CFormDialog::accept();
+  if (!is_refused_) {
+    CFormDialog::accept();
+  }
 }
 
 }  // namespace orvane

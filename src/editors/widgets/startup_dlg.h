@@ -32,6 +32,7 @@ class CStartupDlg : public CFormDialog {
   StartupRun* run_;
   Prompts* prompts_;
   CGridCtrl* channels_ = nullptr;  // receivers only
+  bool is_refused_ = false;        // a gain factor
   QLabel* path_ = nullptr;
   QLabel* warning_ = nullptr;
 };
