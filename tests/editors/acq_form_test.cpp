@@ -60,7 +60,8 @@ class Acq : public ::testing::Test {
     form_->Commit();
     std::string texts;
     for (const char* key : keys) {
-      texts += (texts.empty() ? "" : "|") + Get(key);
+      texts += texts.empty() ? "" : "|";
+      texts += Get(key);
     }
     return texts;
   }
