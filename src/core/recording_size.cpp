@@ -64,6 +64,7 @@ std::uint32_t BandSeconds(std::int32_t amount, std::int32_t slot, std::uint32_t 
     return 0;
   }
   const std::int32_t capped = std::clamp(amount, 0, slot);
+  // NOLINTNEXTLINE(bugprone-incorrect-roundings): the boxes round so
   return static_cast<std::uint32_t>(capped * 0.5 * window / slot + 0.5);
 }
 

@@ -48,14 +48,17 @@ constexpr Field List(int control, std::string_view label, std::string_view key, 
   return {control, Widget::kCombo, label, key, IntPT, codec, {}, choices};
 }
 
-constexpr Field kBoxSerials[] = {
-    IntegerField(1234, "GVR serial number", "SNTX"), IntegerField(1235, "K3 serial number", "SNUM"),
-    IntegerField(1255, "Aux1 Box SN", "SN01"),       IntegerField(1256, "Aux2 Box SN", "SN02"),
-    IntegerField(1258, "Aux3 Box SN", "SN03"),       IntegerField(1259, "Aux4 Box SN", "SN04"),
+constexpr auto kBoxSerials = std::to_array<Field>({
+    IntegerField(1234, "GVR serial number", "SNTX"),
+    IntegerField(1235, "K3 serial number", "SNUM"),
+    IntegerField(1255, "Aux1 Box SN", "SN01"),
+    IntegerField(1256, "Aux2 Box SN", "SN02"),
+    IntegerField(1258, "Aux3 Box SN", "SN03"),
+    IntegerField(1259, "Aux4 Box SN", "SN04"),
     IntegerField(1257, "Aux5 Box SN", "SN05"),
-};
+});
 
-constexpr Field kSurvey[] = {
+constexpr auto kSurvey = std::to_array<Field>({
     SurveyText(SiteForm::kProject, "Project", "SRVY", 4),
     SurveyText(1133, "Company", "CMPY", 4),
     SurveyText(1134, "Client", "CLIENT", 4),
@@ -65,9 +68,9 @@ constexpr Field kSurvey[] = {
     TextField(SiteForm::kSite, "Site", "SITE", kTextLength),
     TextField(SiteForm::kLine, "Line", "LINE", kTextLength),
     RealField(SiteForm::kDeclination, "Declination (degree)", "DECL"),
-};
+});
 
-constexpr Field kMtFields[] = {
+constexpr auto kMtFields = std::to_array<Field>({
     RealField(SiteForm::kAzimuth, "Ex dipole azimuth (degree )", "EAZM"),
     RealField(1179, "Ex dipole length (m)", "EXLN"),
     RealField(1175, "Ey dipole length (m)", "EYLN"),
@@ -85,12 +88,12 @@ constexpr Field kMtFields[] = {
          kNorthReferences),
     List(SiteForm::kSiteConfiguration, "Site configuration", "ATYP", Offset(0),
          kSiteConfigurations),
-};
+});
 
 constexpr Field kNorth =
     List(SiteForm::kNorthReference, "North reference", "NREF", Offset(2), kNorthReferences);
 
-constexpr Field kCsamtFields[] = {
+constexpr auto kCsamtFields = std::to_array<Field>({
     RealField(SiteForm::kRxEast, "Start pot East (m)", "ERXPOS"),
     RealField(SiteForm::kRxNorth, "Start pot North (m)", "NRXPOS"),
     RealField(SiteForm::kAzimuth, "Profile azimuth (degree)", "EAZM"),
@@ -99,9 +102,9 @@ constexpr Field kCsamtFields[] = {
     {SiteForm::kHyAzimuth, Widget::kShown, "Hy azimuth (degree)", {}, FltPT, Unbound()},
     kNorth,
     List(SiteForm::kArrayType, "Array type", "ARRYTYP", Offset(9, Unlisted::kFirst), kCsamtArrays),
-};
+});
 
-constexpr Field kIpFields[] = {
+constexpr auto kIpFields = std::to_array<Field>({
     RealField(SiteForm::kRxEast, "Rx station close to Tx: East (m)", "ERXPOS"),
     RealField(SiteForm::kRxNorth, "Rx station close to Tx: North (m)", "NRXPOS"),
     RealField(SiteForm::kTxEast, "Tx station close to Rx: East (m)", "ETXCSRX"),
@@ -111,9 +114,9 @@ constexpr Field kIpFields[] = {
     IntegerField(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
     kNorth,
     List(SiteForm::kArrayType, "Array type", "ARRYTYP", Offset(0), kIpArrays),
-};
+});
 
-constexpr Field kLoopFields[] = {
+constexpr auto kLoopFields = std::to_array<Field>({
     IntegerField(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
     IntegerField(SiteForm::kLoopTurns, "Tx loop turns", "TXTURN"),
     RealField(SiteForm::kLoopLength, "Tx loop length (m)", "LLENGTH"),
@@ -123,7 +126,7 @@ constexpr Field kLoopFields[] = {
     RealField(SiteForm::kRxLength, "Setup interval (m)", "RXLEN"),
     RealField(SiteForm::kTxAzimuth, "Tx diag. azim. from BL to TR:", "TXAZIM"),
     kNorth,
-};
+});
 
 void Append(std::span<const Field> more, std::vector<Field>* fields) {
   fields->insert(fields->end(), more.begin(), more.end());
@@ -181,6 +184,7 @@ BoxSerialForm::BoxSerialForm(ParamTable* table) : model_(table, kBoxSerials) {}
 
 void BoxSerialForm::Commit() {
   std::vector<int> order;
+  order.reserve(kBoxSerials.size());
   for (const Field& field : kBoxSerials) {
     order.push_back(field.control);
   }

@@ -47,7 +47,7 @@ constexpr Field kClose = {StartupForm::kFileClose,
                           kFileCloseTimes};
 constexpr Field kFolder = {StartupForm::kLocation, Widget::kPath, "Location", {}, StrPT, Unbound()};
 
-constexpr Field kReceiver[] = {
+constexpr auto kReceiver = std::to_array<Field>({
     IntegerField(StartupForm::kReceiverSerial, "Box serial number", "SNUM"),
     Coil(1090, "Hx serial number", "HXSN"),
     Coil(1091, "Hy serial number", "HYSN"),
@@ -58,33 +58,26 @@ constexpr Field kReceiver[] = {
     RealField(1109, "Coil cal. min. acceptable corner frequency (Hz)", "CCMN"),
     RealField(1110, "Coil cal. max. acceptable corner frequency (Hz)", "CCMX"),
     RealField(1111, "Coil pre-amplifier highpass corner frequency (Hz)", "CPHC"),
-};
-constexpr Field kMonitor[] = {
+});
+constexpr auto kMonitor = std::to_array<Field>({
     {StartupForm::kMonitorGain, Widget::kRadios, "Gain", "HGNC", IntPT, Offset(-1), {}, kGains},
     IntegerField(StartupForm::kMonitorSerial, "GVR serial number", "SNTX"),
     Coil(StartupForm::kCurrentSensorSerial, "Current sensor serial number", "CSSN"),
     RealField(StartupForm::kCurrentSensorGain, "Current sensor nominal gain (mV/A)", "CNOM"),
     RealField(StartupForm::kCurrentSensorAmplitude, "Current sensor test amplitude (A)", "CAMP"),
     IntegerField(StartupForm::kCalibrationTime, "Calibration time (x20 min)", "CCLT"),
-};
+});
 
 // In the file, not in the edited table.
-constexpr int kReceiverOverrides[] = {1090,
-                                      1091,
-                                      1092,
-                                      1109,
-                                      1110,
-                                      1111,
-                                      1112,
-                                      1113,
-                                      StartupForm::kFileClose,
-                                      StartupForm::kSlave,
-                                      StartupForm::kCalibrationTime};
-constexpr int kMonitorOverrides[] = {StartupForm::kFileClose, StartupForm::kMonitorGain,
-                                     StartupForm::kSlave, StartupForm::kMonitorSerial};
-constexpr int kMonitorLasting[] = {
-    StartupForm::kCurrentSensorAmplitude, StartupForm::kCurrentSensorGain,
-    StartupForm::kCurrentSensorSerial, StartupForm::kCalibrationTime};
+constexpr auto kReceiverOverrides =
+    std::to_array<int>({1090, 1091, 1092, 1109, 1110, 1111, 1112, 1113, StartupForm::kFileClose,
+                        StartupForm::kSlave, StartupForm::kCalibrationTime});
+constexpr auto kMonitorOverrides =
+    std::to_array<int>({StartupForm::kFileClose, StartupForm::kMonitorGain, StartupForm::kSlave,
+                        StartupForm::kMonitorSerial});
+constexpr auto kMonitorLasting =
+    std::to_array<int>({StartupForm::kCurrentSensorAmplitude, StartupForm::kCurrentSensorGain,
+                        StartupForm::kCurrentSensorSerial, StartupForm::kCalibrationTime});
 
 constexpr std::array<const char*, 5> kAuxiliarySerials = {"SN01", "SN02", "SN03", "SN04", "SN05"};
 constexpr std::array<const char*, 8> kFlags = {"FLAG1", "FLAG2", "FLAG3", "FLAG4",

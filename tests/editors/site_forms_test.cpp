@@ -98,6 +98,20 @@ TEST(SiteForm, ALoopWithoutASizeBecomesASquare) {
   }
 }
 
+TEST(SiteForm, WhatAGroundedDipoleDisablesStaysAsStored) {
+  ParamTable table = NewTable();
+  Set(&table, "ARRYTYP", "12");
+  Set(&table, "TXTURN", "7");
+  SiteForm form(&table, kTdem, kModels);
+  EXPECT_TRUE(form.Open().empty());
+  form.Model().SetText(SiteForm::kLoopTurns, "abc");
+  form.Model().SetIndex(SiteForm::kArrayType, 1);
+  form.OnEdited(SiteForm::kArrayType);
+  EXPECT_FALSE(form.Model().Validate().has_value());
+  form.Commit();
+  EXPECT_EQ(Get(table, "TXTURN") + " " + Get(table, "ARRYTYP"), "7 13");
+}
+
 TEST(SiteForm, OkWithoutAnEditChangesOnlyWhatItMust) {
   for (const int tech : {kSip, kTdip, kTdem, kCsamt, kMtAmt, kFdem}) {
     std::set<std::string> allowed = {"ARRYTYP"};

@@ -104,7 +104,8 @@ void CSiteDlg::UpdateCount(int control) {
 
 QGroupBox* CSiteDlg::SurveyGroup() {
   auto* group = new QGroupBox(QStringLiteral("Survey"), this);
-  auto* rows = new QFormLayout(group);
+  auto* rows = new QFormLayout;
+  group->setLayout(rows);
   for (const Field& field : Model().Fields()) {
     if (IsSurveyText(field.control)) {
       AddCountedRow(rows, field.control);
@@ -117,7 +118,8 @@ QGroupBox* CSiteDlg::SurveyGroup() {
 
 QGroupBox* CSiteDlg::LayoutGroup() {
   auto* group = new QGroupBox(QStringLiteral("Layout"), this);
-  auto* rows = new QFormLayout(group);
+  auto* rows = new QFormLayout;
+  group->setLayout(rows);
   for (const Field& field : Model().Fields()) {
     if (!IsSurvey(field.control)) {
       AddRow(rows, field.control);
@@ -137,7 +139,7 @@ QGroupBox* CSiteDlg::LayoutGroup() {
 
 void CSiteDlg::OnEdited(int control) {
   form_->OnEdited(control);
-  if (counts_.count(control) != 0) {
+  if (counts_.contains(control)) {
     UpdateCount(control);
   }
 }

@@ -42,7 +42,8 @@ CStartupDlg::CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, Q
 
 QWidget* CStartupDlg::SettingsGroup() {
   auto* group = new QGroupBox(QStringLiteral("Box"), this);
-  auto* rows = new QFormLayout(group);
+  auto* rows = new QFormLayout;
+  group->setLayout(rows);
   for (const Field& field : Model().Fields()) {
     if (!IsFileControl(field.control)) {
       AddRow(rows, field.control);
@@ -53,7 +54,8 @@ QWidget* CStartupDlg::SettingsGroup() {
 
 QWidget* CStartupDlg::FileGroup() {
   auto* group = new QGroupBox(QStringLiteral("File"), this);
-  auto* rows = new QFormLayout(group);
+  auto* rows = new QFormLayout;
+  group->setLayout(rows);
   AddRow(rows, StartupForm::kFixedName);
   auto* browse = new QPushButton(QStringLiteral("..."), group);
   browse->setObjectName(QStringLiteral("1230"));
