@@ -10,6 +10,7 @@
 #include <set>
 
 #include "core/param_text.h"
+#include "support/table_help.h"
 
 namespace orvane {
 namespace {
@@ -24,24 +25,15 @@ using Keys = std::vector<std::string>;
 
 void Set(ParamTable* table, const Settings& settings) {
   for (const auto& [key, text] : settings) {
-    ParamValue value{};
-    const auto type = static_cast<ValueType>(table->FindParam(key)->type);
-    ASSERT_EQ(ParseParamValueStrictly(text, type, &value), "") << key;
-    ASSERT_EQ(table->SetParam(key, type, value.data()), kOk);
+    testing::Set(table, key, text);
   }
 }
-std::string Get(const ParamTable& table, const char* key) {
-  std::string text;
-  const ParamEntry* entry = table.FindParam(key);
-  FormatParamValue(static_cast<ValueType>(entry->type), entry->value, &text);
-  return text;
-}
+using testing::Get;
 
 class Acq : public ::testing::Test {
  protected:
   void Open(const Settings& settings) {
-    table_ = ParamTable();
-    ASSERT_EQ(table_.BuildParamIndex(), kOk);
+    table_ = testing::NewTable();
     Set(&table_, settings);
     form_ = std::make_unique<AcqForm>(&table_, &now_);
     form_->Open();
@@ -54,7 +46,7 @@ class Acq : public ::testing::Test {
   int Index(int control) const { return form_->Model().Index(control); }
   std::string Text(int control) const { return form_->Model().Text(control); }
   bool IsOn(int control) const { return form_->Model().IsEnabled(control); }
-  std::string Get(const char* key) const { return orvane::Get(table_, key); }
+  std::string Get(const char* key) const { return testing::Get(table_, key); }
   // The values of keys, one behind the other, after an OK.
   std::string Committed(const std::vector<const char*>& keys) {
     form_->Commit();
