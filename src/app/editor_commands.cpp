@@ -2,6 +2,7 @@
 #include "app/editor_commands.h"
 
 #include <QFile>
+#include <set>
 
 #include "core/param_text.h"
 #include "editors/acq_form.h"
@@ -22,7 +23,8 @@ void EditorCommands::TellEarlyChanges(const std::vector<std::string>& keys) {
     return;
   }
   std::string line = "Cancelled; these were changed before and stay:";
-  for (const std::string& key : keys) {
+  // A key may have been changed by several dialogs.
+  for (const std::string& key : std::set<std::string>(keys.begin(), keys.end())) {
     line += ' ';
     line += key;
   }

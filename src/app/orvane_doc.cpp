@@ -6,6 +6,7 @@
 
 #include "core/ascii.h"
 #include "core/number_text.h"
+#include "core/param_access.h"
 #include "core/param_dictionary.h"
 #include "core/tbl_file.h"
 
@@ -44,11 +45,6 @@ void COrvaneDoc::StoreInt(ParamKey key, std::int32_t number) {
   static_cast<void>(table_->SetParam(key, IntPT, &number));
 }
 
-std::int32_t COrvaneDoc::ReadInt(ParamKey key, std::int32_t fallback) const {
-  std::int32_t number = fallback;
-  return table_->GetParam(key, IntPT, &number) == kOk ? number : fallback;
-}
-
 void COrvaneDoc::BuildIndex() {
   if (const Status status = table_->BuildParamIndex(); status != kOk) {
     prompts_->ShowWarning(kCaption, std::string(StatusText(status)));
@@ -85,7 +81,7 @@ bool COrvaneDoc::OnOpenDocument(const QString& path) {
     return false;
   }
   // A file without the method is one of MT/AMT.
-  const std::int32_t tech_before = ReadInt("TECH", 0);
+  const std::int32_t tech_before = IntParam(*table_, "TECH", 0);
   StoreInt("TECH", 5);
   TblReport report;
   if (LoadParamFile(table_, file_path, &report) != kOk) {
@@ -114,7 +110,7 @@ void COrvaneDoc::LeaveAfterFailedLoad(std::int32_t tech_before, const std::strin
 bool COrvaneDoc::OnSaveDocument(const QString& path) {
   // Start-up tables too are saved whole: only boxes write filtered tables.
   TblSaveOptions options;
-  if (ReadInt("TBVO", 2) == 1 &&
+  if (IntParam(*table_, "TBVO", 2) == 1 &&
       prompts_->AskYesNo(kCaption, "Do you want save TBVO as 1!") == Answer::kYes) {
     options.output_version = 1;
   }

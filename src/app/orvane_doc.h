@@ -64,7 +64,6 @@ class COrvaneDoc : public QObject {
 
  private:
   void StoreInt(ParamKey key, std::int32_t number);
-  std::int32_t ReadInt(ParamKey key, std::int32_t fallback) const;
   void BuildIndex();
   void LeaveAfterFailedLoad(std::int32_t tech_before, const std::string& message);
 

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/number_text.h"
+#include "core/param_access.h"
 #include "core/param_text.h"
 #include "core/recording_size.h"
 #include "forms/codecs.h"
@@ -38,11 +39,6 @@ bool AcqForm::IsMtSampling() const {
   return IsFunction(kMtAmt) && sampling != kAmt && sampling != kDamt;
 }
 
-std::int32_t AcqForm::StoredInt(ParamKey key) const {
-  const ParamEntry* entry = table_->FindParam(key);
-  return entry != nullptr && entry->type == IntPT ? IntOf(entry->value) : 0;
-}
-
 void AcqForm::Open() {
   model_.ReadAll();
   ApplyTimeZone();
@@ -62,7 +58,7 @@ void AcqForm::ReadFilter() {
   if (ChosenTech() == 0) {
     return;
   }
-  const std::int32_t code = StoredInt("LPFR");
+  const std::int32_t code = IntParam(*table_, "LPFR");
   int index = 0;
   bool has_trap = false;
   if (IsMtSampling()) {

@@ -65,7 +65,6 @@ class AcqForm {
   bool IsFunction(Tech tech) const { return ChosenTech() == tech; }
   bool IsTimeDomain() const { return IsFunction(kTdip) || IsFunction(kTdem); }
   bool IsMtSampling() const;
-  std::int32_t StoredInt(ParamKey key) const;
 
   void ReadFilter();
   void WriteFilter();

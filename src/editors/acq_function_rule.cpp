@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/param_access.h"
 #include "editors/acq_form.h"
 
 namespace orvane {
@@ -69,7 +70,7 @@ void AcqForm::SetTimeDomain() {
   model_.SetIndex(acq::kHCoupling, kDc);
   model_.Enable(acq::kEAcCoupling, false);
   model_.Enable(acq::kHAcCoupling, false);
-  if (const std::int32_t windows = StoredInt("NUMITEM"); windows < 6 || windows >= 21) {
+  if (const std::int32_t windows = IntParam(*table_, "NUMITEM"); windows < 6 || windows >= 21) {
     early_.PutInt("NUMITEM", IsFunction(kTdip) ? 16 : 21);
   }
 }
