@@ -26,6 +26,9 @@ enum CommandId : int {
   kEditCurrentSensor = 32774,
   kEditRaw = 32775,
   kEditCoil = 32777,
+  kEditGsm = 32801,
+  kEditFtp = 32805,
+  kViewBoxStatus = 32803,
   kScrollBack = 32794,
   kScrollForward = 32795,
 };

@@ -9,7 +9,10 @@
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
 #include "editors/widgets/acq_param_dlg.h"
+#include "editors/widgets/box_status_dlg.h"
+#include "editors/widgets/comm_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
+#include "editors/widgets/sensor_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
 #include "forms/early_writes.h"
@@ -103,6 +106,58 @@ void EditorCommands::EditAcquisition() {
   }
   TellEarlyChanges(early);
   doc_->UpdateAllViews();
+}
+
+bool EditorCommands::Run(QDialog* dialog) {
+  const bool is_accepted = dialog->exec() == QDialog::Accepted;
+  if (is_accepted) {
+    MarkModified();
+  }
+  return is_accepted;
+}
+
+void EditorCommands::EditRadio() {
+  RadioForm form(&doc_->Table());
+  form.Open();
+  CRadioDlg dialog(&form, prompts_, parent_);
+  if (!Run(&dialog)) {
+    TellEarlyChanges(form.EarlyChanges());
+    doc_->UpdateAllViews();
+  }
+}
+
+void EditorCommands::EditGsm() {
+  PlainForm form(&doc_->Table(), GsmFields());
+  form.Open();
+  CGsmDlg dialog(&form, prompts_, parent_);
+  Run(&dialog);
+}
+
+void EditorCommands::EditFtp() {
+  FtpForm form(&doc_->Table());
+  form.Open();
+  CFtpDlg dialog(&form, prompts_, parent_);
+  Run(&dialog);
+}
+
+void EditorCommands::EditCurrentSensor() {
+  CurrentSensorForm form(&doc_->Table());
+  form.Open();
+  CCurrentSensorDlg dialog(&form, prompts_, parent_);
+  Run(&dialog);
+}
+
+void EditorCommands::EditCoil() {
+  CoilForm form(&doc_->Table(), CoilModels());
+  form.Open();
+  CCoilDlg dialog(&form, prompts_, parent_);
+  Run(&dialog);
+}
+
+void EditorCommands::ViewBoxStatus() {
+  BoxStatusForm form(&doc_->Table());
+  form.Open();
+  CBoxStatusDlg(&form, prompts_, parent_).exec();
 }
 
 void EditorCommands::SaveAllBoxes() {

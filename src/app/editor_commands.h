@@ -2,6 +2,7 @@
 #ifndef ORVANE_APP_EDITOR_COMMANDS_H_
 #define ORVANE_APP_EDITOR_COMMANDS_H_
 
+#include <QDialog>
 #include <QWidget>
 #include <string>
 #include <vector>
@@ -20,6 +21,12 @@ class EditorCommands {
 
   void EditRaw();
   void EditAcquisition();
+  void EditRadio();
+  void EditGsm();
+  void EditFtp();
+  void EditCurrentSensor();
+  void EditCoil();
+  void ViewBoxStatus();
   void SaveAllBoxes();
 
  private:
@@ -28,6 +35,8 @@ class EditorCommands {
   bool SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early);
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   void MarkModified();
+  /// Runs a dialog; with OK the document is modified.
+  bool Run(QDialog* dialog);
   void TellEarlyChanges(const std::vector<std::string>& keys);
 
   COrvaneDoc* doc_;

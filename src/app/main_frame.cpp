@@ -175,6 +175,12 @@ void CMainFrame::ConnectCommands() {
   Handle(kAppExit, [this] { close(); });
   Handle(kFileSaveAllBoxes, [this] { editors_.SaveAllBoxes(); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
+  Handle(kEditRadio, [this] { editors_.EditRadio(); });
+  Handle(kEditGsm, [this] { editors_.EditGsm(); });
+  Handle(kEditFtp, [this] { editors_.EditFtp(); });
+  Handle(kEditCurrentSensor, [this] { editors_.EditCurrentSensor(); });
+  Handle(kEditCoil, [this] { editors_.EditCoil(); });
+  Handle(kViewBoxStatus, [this] { editors_.ViewBoxStatus(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {

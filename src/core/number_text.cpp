@@ -97,6 +97,14 @@ std::string FormatReal(double value, int digits) {
   return ToChars(value, std::chars_format::general, digits);
 }
 
+std::string FormatFixed(double value, int decimals) {
+  constexpr std::size_t kLongest = 512;  // sign, 309 digits, point and more decimals than any use
+  std::array<char, kLongest> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
+                                 std::chars_format::fixed, decimals);
+  return {text.data(), end.ptr};
+}
+
 std::string FormatRealExactly(double value) { return ToChars(value); }
 
 std::string_view SkipBlanks(std::string_view text) {
