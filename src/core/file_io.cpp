@@ -104,6 +104,24 @@ std::string FileMessage(const std::filesystem::path& path, std::string_view reas
   return path.string() + ": " + std::string(reason);
 }
 
+std::string FileIdentity(const std::filesystem::path& path) {
+  struct stat info {};
+  const auto numbers = [&info] {
+    return FormatInt(static_cast<std::int64_t>(info.st_dev)) + ":" +
+           FormatInt(static_cast<std::int64_t>(info.st_ino));
+  };
+  if (stat(path.c_str(), &info) == 0) {
+    return numbers();
+  }
+  const auto target = FollowLinks(path);
+  const auto folder = target.parent_path();
+  if (stat(folder.empty() ? "." : folder.c_str(), &info) == 0) {
+    return numbers() + "/" + target.filename().string();
+  }
+  std::error_code error;
+  return std::filesystem::absolute(target, error).lexically_normal().string();
+}
+
 InFile::~InFile() {
   if (handle_ >= 0) {
     close(handle_);
