@@ -7,7 +7,7 @@
 #include "core/number_text.h"
 #include "core/tbl_listing.h"
 #include "core/tbl_to_v1.h"
-#include "timeseries/stack_result.h"
+#include "timeseries/stack_csv.h"
 #include "ui/batch_progress.h"
 #include "ui/batch_results.h"
 #include "ui/file_dialogs.h"

@@ -6,6 +6,8 @@
 #include <system_error>
 #include <utility>
 
+#include "core/number_text.h"
+
 namespace orvane {
 namespace {
 
@@ -27,6 +29,11 @@ BatchResult BatchLeftAlone(std::string reason) {
 }
 
 BatchResult BatchCancelled() { return {BatchStatus::kCancelled, {}, "cancelled", 0}; }
+
+std::string CutRecordNote(std::uint64_t offset) {
+  return "the record at offset " + FormatInt(static_cast<std::int64_t>(offset)) +
+         " is cut and left out";
+}
 
 std::optional<std::chrono::seconds> BatchProgress::TimeLeft() const {
   if (bytes_done == 0 || bytes_done > bytes_total) {

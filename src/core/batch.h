@@ -45,6 +45,9 @@ BatchResult BatchFailed(std::string reason, int code = 0);
 BatchResult BatchLeftAlone(std::string reason);
 BatchResult BatchCancelled();
 
+/// The note on a file that ends within a record, which begins at `offset` and is not converted.
+std::string CutRecordNote(std::uint64_t offset);
+
 /// What a job sees of the batch: one file and what to make of it.
 class BatchTask {
  public:
@@ -96,7 +99,7 @@ struct Conversion {
   bool replaces_inputs = false;
   /// The message at the end counts every file that was selected, not only those written.
   bool counts_every_file = false;
-  /// Number and reason where an output is the input itself.
+  /// The conversion's number for a file whose output would be the input itself.
   int same_file_code = 0;
 };
 
