@@ -72,7 +72,10 @@ QString DroppedFile(const QMimeData* data) {
 }  // namespace
 
 CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notices)
-    : doc_(doc), editors_(doc, prompts, notices, this), view_(new COrvaneView(doc, this)) {
+    : doc_(doc),
+      editors_(doc, prompts, notices, this),
+      utilities_(doc, prompts, this),
+      view_(new COrvaneView(doc, this)) {
   setObjectName(QStringLiteral("main"));
   prompts->SetParent(this);
   setAcceptDrops(true);
@@ -181,6 +184,10 @@ void CMainFrame::ConnectCommands() {
   Handle(kEditCurrentSensor, [this] { editors_.EditCurrentSensor(); });
   Handle(kEditCoil, [this] { editors_.EditCoil(); });
   Handle(kViewBoxStatus, [this] { editors_.ViewBoxStatus(); });
+  Handle(kListTables, [this] { utilities_.ListTables(); });
+  Handle(kConvertFrequencyDomainStacks, [this] { utilities_.ConvertFrequencyDomainStacks(); });
+  Handle(kConvertTimeDomainStacks, [this] { utilities_.ConvertTimeDomainStacks(); });
+  Handle(kConvertToVersion1, [this] { utilities_.ConvertToVersion1(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {

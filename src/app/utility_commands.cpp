@@ -20,9 +20,6 @@ constexpr char kConverted[] = "%d files are converted to ASCII file!";  // NOLIN
 constexpr Utility kTableListing = {"Convert TBL File(s) to ASCII File(s)",
                                    "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||", "", kConverted,
                                    1};
-constexpr Utility kScheduleListing = {"Convert Frequency Stepping File(s) to ASCII File(s)",
-                                      "Schedule File (*.TFS)|*.TFS|All Files (*.*)|*.*||", "",
-                                      kConverted, 1};
 constexpr char kStackFilter[] = "Stack Files (*.trs)|*.trs|All Files (*.*)|*.*||";  // NOLINT
 constexpr Utility kTimeDomainStacks = {"Convert Time Domain Stack Result File(s) to ASCII File(s)",
                                        kStackFilter, "", kConverted};
@@ -41,7 +38,6 @@ QString StartFolder(const QString& key, const COrvaneDoc& doc) {
 }  // namespace
 
 void UtilityCommands::ListTables() { Run(kTableListing, TblListing()); }
-void UtilityCommands::ListSchedules() { Run(kScheduleListing, TfsListing()); }
 void UtilityCommands::ConvertTimeDomainStacks() {
   Run(kTimeDomainStacks, StackCsv(StackDomain::kTime));
 }
@@ -93,9 +89,9 @@ void UtilityCommands::ShowTexts(const Batch& batch) {
       editor_fault = editor_.Show(TextFromPath(result.outputs.front()));
     }
   }
-  const QString told = (missing.isEmpty() ? QString()
-                                          : QStringLiteral("No text was written for\n") + missing) +
-                       editor_fault;
+  const QString told =
+      (missing.isEmpty() ? QString() : QStringLiteral("No text was written for\n") + missing) +
+      editor_fault;
   if (!told.isEmpty()) {
     prompts_->ShowWarning("Orvane", told.trimmed().toStdString());
   }

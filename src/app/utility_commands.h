@@ -32,7 +32,6 @@ class UtilityCommands {
       : doc_(doc), prompts_(prompts), parent_(parent) {}
 
   void ListTables();
-  void ListSchedules();
   void ConvertTimeDomainStacks();
   void ConvertFrequencyDomainStacks();
   void ConvertToVersion1();
