@@ -75,11 +75,13 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
     : doc_(doc),
       editors_(doc, prompts, notices, this),
       utilities_(doc, prompts, this),
-      view_(new COrvaneView(doc, this)) {
+      view_(new COrvaneView(doc, this)),
+      stack_(new QStackedWidget(this)) {
   setObjectName(QStringLiteral("main"));
   prompts->SetParent(this);
   setAcceptDrops(true);
-  setCentralWidget(view_);
+  stack_->addWidget(view_);
+  setCentralWidget(stack_);
   CreateMenus();
   CreateToolBar();
   CreateStatusBar();
@@ -188,6 +190,9 @@ void CMainFrame::ConnectCommands() {
   Handle(kConvertFrequencyDomainStacks, [this] { utilities_.ConvertFrequencyDomainStacks(); });
   Handle(kConvertTimeDomainStacks, [this] { utilities_.ConvertTimeDomainStacks(); });
   Handle(kConvertToVersion1, [this] { utilities_.ConvertToVersion1(); });
+  connect(Command(kScrollBack), &QAction::triggered, this, [this] { display_->ScrollBack(); });
+  connect(Command(kScrollForward), &QAction::triggered, this,
+          [this] { display_->ScrollForward(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {
@@ -196,10 +201,38 @@ void CMainFrame::ConnectCommands() {
   }
 }
 
+void CMainFrame::ShowDisplay(CDisplay* display) {
+  CloseDisplay();
+  display_ = display;
+  stack_->addWidget(display);
+  stack_->setCurrentWidget(display);
+  Command(kScrollBack)->setEnabled(true);
+  Command(kScrollForward)->setEnabled(true);
+  connect(display, &CDisplay::CloseAsked, this, &CMainFrame::CloseDisplay);
+  connect(display, &CDisplay::Told, this, &CMainFrame::ShowNotice);
+  display->setFocus();
+  UpdateTitle();
+}
+
+void CMainFrame::CloseDisplay() {
+  if (display_ == nullptr) {
+    return;
+  }
+  stack_->removeWidget(display_);
+  display_->deleteLater();
+  display_ = nullptr;
+  stack_->setCurrentWidget(view_);
+  Command(kScrollBack)->setEnabled(false);
+  Command(kScrollForward)->setEnabled(false);
+  ShowNotice(QStringLiteral("Ready"));
+  UpdateTitle();
+}
+
 void CMainFrame::ShowNotice(const QString& text) { notice_->ShowNotice(text); }
 
 void CMainFrame::UpdateTitle() {
-  setWindowTitle(doc_->Title() + QStringLiteral("[*] - Orvane"));
+  const QString shown = display_ == nullptr ? QString() : display_->Title() + QStringLiteral(" - ");
+  setWindowTitle(shown + doc_->Title() + QStringLiteral("[*] - Orvane"));
   setWindowModified(doc_->IsModified());
   setWindowFilePath(doc_->Path());
 }
@@ -236,6 +269,7 @@ bool CMainFrame::OpenFile(const QString& path) {
   }
   const bool is_open = doc_->OnOpenDocument(path);
   if (is_open) {
+    CloseDisplay();
     recent_files_.Add(path);
   } else if (!QFileInfo::exists(path)) {
     recent_files_.Remove(path);
@@ -247,6 +281,7 @@ bool CMainFrame::OpenFile(const QString& path) {
 void CMainFrame::OnFileNew() {
   if (doc_->SaveModified([this] { return OnFileSave(); })) {
     doc_->OnNewDocument();
+    CloseDisplay();
   }
 }
 
