@@ -136,15 +136,14 @@ ExitCode RunTableBoxes(const std::filesystem::path& file) {
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
 
-// An empty text is a script's variable that was not set, never a file's name.
+}  // namespace
+
 CLI::Validator NotEmpty() {
   return {[](const std::string& text) {
             return text.empty() ? std::string("the name is empty") : std::string();
           },
           "", "not empty"};
 }
-
-}  // namespace
 
 void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   // The options live as long as the callbacks that the parser keeps.
@@ -227,6 +226,8 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     arguments->startup.tbl_version = arguments->tbl_version == "1" ? 1 : 2;
     *exit_code = RunTableStartup(arguments->startup);
   });
+
+  AddTableConversions(table, exit_code);
 }
 
 }  // namespace orvane

@@ -45,6 +45,9 @@ BatchResult BatchFailed(std::string reason, int code = 0);
 BatchResult BatchLeftAlone(std::string reason);
 BatchResult BatchCancelled();
 
+/// The note on a file that ends within a record, which begins at `offset` and is not converted.
+std::string CutRecordNote(std::uint64_t offset);
+
 /// What a job sees of the batch: one file and what to make of it.
 class BatchTask {
  public:
@@ -72,6 +75,11 @@ class BatchTask {
   }
   std::uint64_t Advanced() const { return advanced_; }
 
+  /// Threads that the job may use for this file, itself included: more than one where there are
+  /// more workers than files.
+  unsigned Threads() const { return threads_; }
+  void AllowThreads(unsigned threads) { threads_ = threads; }
+
  private:
   std::filesystem::path input_;
   std::vector<std::filesystem::path> outputs_;
@@ -79,6 +87,7 @@ class BatchTask {
   const std::atomic<bool>* stop_;
   std::atomic<std::uint64_t>* bytes_done_;
   std::uint64_t advanced_ = 0;
+  unsigned threads_ = 1;
 };
 
 /// One kind of conversion, as a command offers it.
@@ -96,7 +105,7 @@ struct Conversion {
   bool replaces_inputs = false;
   /// The message at the end counts every file that was selected, not only those written.
   bool counts_every_file = false;
-  /// Number and reason where an output is the input itself.
+  /// The conversion's number for a file whose output would be the input itself.
   int same_file_code = 0;
 };
 
@@ -168,6 +177,7 @@ class Batch {
   void NameOutputs();
   void RefuseInputs();
   std::vector<Unit> GroupBySharedOutputs();
+  unsigned WorkersAsked() const;
   unsigned WorkerCount(std::size_t units) const;
   void WorkThrough(const std::vector<Unit>& units);
   void Do(std::size_t index);
@@ -176,6 +186,7 @@ class Batch {
 
   BatchPlan plan_;
   std::vector<Item> items_;
+  unsigned threads_per_file_ = 1;
   std::atomic<bool> stop_ = false;
   std::atomic<bool> finished_ = false;
   std::atomic<std::size_t> next_unit_ = 0;

@@ -102,6 +102,11 @@ class OutFile {
 [[nodiscard]] std::string WriteFile(const std::filesystem::path& path,
                                     std::span<const std::byte> bytes);
 
+/// Copies a file, in pieces, to a name beside it that no file has yet: FILE.bak, FILE.bak1 ... An
+/// empty string and the name, or why it failed.
+[[nodiscard]] std::string KeepBackup(const std::filesystem::path& path,
+                                     std::filesystem::path* kept);
+
 /// The system calls of the writer, replaceable so that tests can let a disk fail. Each returns -1
 /// and sets errno on failure.
 struct FileCalls {

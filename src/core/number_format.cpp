@@ -31,7 +31,7 @@ constexpr int kLastPower = 300;
 struct Powers {
   std::array<double, 2 * kLastPower + 1> of{};
 
-  Powers() {
+  Powers() noexcept {
     for (int i = -kLastPower; i <= kLastPower; ++i) {
       std::array<char, 8> text{'1', 'e'};
       const auto end = std::to_chars(text.data() + 2, text.data() + text.size(), i).ptr;
@@ -54,27 +54,56 @@ constexpr auto kIntPowers = [] {
   return powers;
 }();
 
-constexpr auto kPairs = [] {
-  std::array<char, 200> pairs{};
-  for (std::size_t i = 0; i < 100; ++i) {
-    pairs[2 * i] = static_cast<char>('0' + i / 10);
-    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-  }
-  return pairs;
-}();
+// Eight digits of a number below 10^8 at once, the first in the lowest byte: halves, quarters and
+// digits are split off in the lanes of one word.
+std::uint64_t EightDigits(std::uint64_t number) {
+  const std::uint64_t fours = number / 10000 | (number % 10000) << 32U;
+  const std::uint64_t hundreds = ((fours * 10486) >> 20U) & 0x0000007F0000007FU;
+  const std::uint64_t twos = hundreds | (fours - 100 * hundreds) << 16U;
+  const std::uint64_t tens = ((twos * 103) >> 10U) & 0x000F000F000F000FU;
+  return tens | (twos - 10 * tens) << 8U;
+}
 
-bool IsNegative(double value) { return std::signbit(value); }
+__extension__ using Wide = unsigned __int128;
+using Narrow = std::uint64_t;
 
-// Writes exactly `count` digits that end before `end`.
-void PutDigits(char* end, std::uint64_t number, int count) {
-  for (; count >= 2; count -= 2) {
-    end -= 2;
-    std::memcpy(end, &kPairs[2 * (number % 100)], 2);
-    number /= 100;
+constexpr int kDigits = 16;  // as many as a `Wide` has bytes
+constexpr Narrow kZeros = 0x3030303030303030U;
+
+Narrow SplitDigits(std::uint64_t number, Narrow /*type*/) { return EightDigits(number); }
+Wide SplitDigits(std::uint64_t number, Wide /*type*/) {
+  return Wide{EightDigits(number / 100000000)} | Wide{EightDigits(number % 100000000)} << 64U;
+}
+
+// The last `count` digits of a number below 10^8 or 10^16, leading zeros included. All are made at
+// once and moved in registers: that is quicker than a loop over those that are needed.
+template <typename Word>
+class Digits {
+ public:
+  Digits(std::uint64_t number, int count)
+      : digits_((SplitDigits(number, Word{}) | (Word{kZeros} << (kBits - 64)) | kZeros) >>
+                8U * (sizeof(Word) - static_cast<unsigned>(count))) {
+    static_assert(std::endian::native == std::endian::little);
   }
-  if (count > 0) {
-    end[-1] = static_cast<char>('0' + number % 10);
+
+  // Those from the `from`-th on, and rubbish behind them.
+  void Put(char* to, int from = 0) const {
+    const Word shifted = digits_ >> 8U * static_cast<unsigned>(from);
+    std::memcpy(to, &shifted, sizeof shifted);
   }
+
+ private:
+  static constexpr unsigned kBits = 8 * sizeof(Word);
+  Word digits_;
+};
+
+// The last `count` digits are this many once the zeros at the end are dropped, one at least.
+int CountWithoutZeros(std::uint64_t number, int count) {
+  while (count > 1 && number % 10 == 0) {
+    number /= 10;
+    --count;
+  }
+  return count;
 }
 
 int CountDigits(std::uint64_t number) {
@@ -83,52 +112,60 @@ int CountDigits(std::uint64_t number) {
   return guess + (number >= kIntPowers[static_cast<std::size_t>(guess)] ? 1 : 0);
 }
 
-// An unsigned number that `scaled` rounds to, and whether that is certain.
+// The integer that a scaled value rounds to, and whether that is certain.
 struct Rounded {
   std::uint64_t number = 0;
   bool known = false;
 };
 
-// `residual` tells the sign of the exact value minus `scaled`; it is asked for exact halves only.
+// `scaled` is right but for its own rounding; `residual` gives the exact value minus `scaled`. It
+// is asked for exact halves only.
 template <typename Residual>
 Rounded RoundExactly(double scaled, Residual residual) {
   if (!(scaled < kTwo53)) {
     return {};
   }
-  auto number = static_cast<std::uint64_t>(scaled);
-  const double fraction = scaled - static_cast<double>(number);
-  if (fraction == 0.5) {
+  auto number = static_cast<std::uint64_t>(static_cast<std::int64_t>(scaled));
+  const double above_half = scaled - static_cast<double>(static_cast<std::int64_t>(number)) - 0.5;
+  if (above_half == 0) {
     const double rest = residual();
-    number += rest > 0 || (rest == 0 && number % 2 == 1) ? 1 : 0;
-  } else {
-    number += fraction > 0.5 ? 1 : 0;
+    return {number + (rest > 0 || (rest == 0 && number % 2 == 1) ? 1 : 0), true};
   }
-  return {number, true};
+  return {number + static_cast<std::uint64_t>(above_half > 0), true};
 }
 
-// The integer nearest to `value` times 10^`power`; `value` is not negative.
-Rounded Scale(double value, int power) {
-  if (power >= 0 && power <= kExactPower) {
-    const double factor = PowerOfTen(power);
-    const double scaled = value * factor;
-    return RoundExactly(scaled, [=] { return std::fma(value, factor, -scaled); });
-  }
-  if (power < 0 && power >= -kExactPower) {
-    const double divisor = PowerOfTen(-power);
-    const double scaled = value / divisor;
-    return RoundExactly(scaled, [=] { return std::fma(-scaled, divisor, value); });
-  }
+Rounded Multiply(double value, int power) {
+  const double factor = PowerOfTen(power);
+  const double scaled = value * factor;
+  return RoundExactly(scaled, [=] { return std::fma(value, factor, -scaled); });
+}
+
+Rounded Divide(double value, int power) {
+  const double divisor = PowerOfTen(power);
+  const double scaled = value / divisor;
+  return RoundExactly(scaled, [=] { return std::fma(-scaled, divisor, value); });
+}
+
+// The integer nearest to `value` times 10^`power`; `value` is not negative. Nearly always the
+// first branch is taken, whatever the power: one that is taken now and then costs more than all the
+// rest.
+inline Rounded Scale(double value, int power) {
   if (power < -kLastPower || power > kLastPower) {
     return {};
   }
   const double scaled = value * PowerOfTen(power);
   const double error = scaled * kScaleError;
-  if (!(error < 0.25)) {
+  if (error < 0.25) {
+    const auto number = static_cast<std::int64_t>(scaled);
+    const double above_half = scaled - static_cast<double>(number) - 0.5;
+    if (std::abs(above_half) > error) {
+      return {static_cast<std::uint64_t>(number + static_cast<std::int64_t>(above_half > 0)), true};
+    }
+  }
+  if (power < -kExactPower || power > kExactPower) {
     return {};
   }
-  const auto number = static_cast<std::uint64_t>(scaled);
-  const double above_half = scaled - static_cast<double>(number) - 0.5;
-  return {number + (above_half > 0 ? 1 : 0), std::abs(above_half) > error};
+  return power < 0 ? Divide(value, -power) : Multiply(value, power);
 }
 
 // `value` as digits d.ddd times ten to the exponent.
@@ -139,13 +176,13 @@ struct Decimal {
 };
 
 // `count` significant digits of a finite value that is not negative.
-Decimal ToDecimal(double value, int count) {
-  if (value == 0) {
+inline Decimal ToDecimal(double value, int count) {
+  if (value == 0 && count <= kDigits) {
     return {0, 0, true};
   }
   const auto bits = std::bit_cast<std::uint64_t>(value);
   const int binary = static_cast<int>(bits >> 52U) - 1023;
-  if (binary <= -990 || binary >= 990 || count > 17) {
+  if (binary <= -990 || binary >= 990 || count > kDigits) {
     return {};  // near the ends of the range powers would leave it
   }
   // log10(2) times the exponent; the true one is that or the next.
@@ -161,12 +198,17 @@ Decimal ToDecimal(double value, int count) {
 }
 
 char* PutExponent(char* to, int exponent) {
-  *to++ = 'e';
-  *to++ = exponent < 0 ? '-' : '+';
-  const auto size = static_cast<std::uint64_t>(std::abs(exponent));
-  const int digits = size < 100 ? 2 : 3;
-  PutDigits(to + digits, size, digits);
-  return to + digits;
+  int size = std::abs(exponent);
+  to[0] = 'e';
+  to[1] = static_cast<char>('+' + ('-' - '+') * static_cast<int>(exponent < 0));
+  to += 2;
+  if (size >= 100) {
+    *to++ = static_cast<char>('0' + size / 100);
+    size %= 100;
+  }
+  to[0] = static_cast<char>('0' + size / 10);
+  to[1] = static_cast<char>('0' + size % 10);
+  return to + 2;
 }
 
 // Moves what was written without room before it to the right.
@@ -182,9 +224,8 @@ char* PadLeft(char* start, char* end, int width) {
 
 // Blanks and the sign before a text of known length.
 char* PutHead(char* to, int length, bool negative, int width) {
-  const int blanks = std::max(width - length - (negative ? 1 : 0), 0);
-  std::memset(to, ' ', static_cast<std::size_t>(blanks));
-  to += blanks;
+  std::memset(to, ' ', kMaxNumberWidth);
+  to += std::max(width - length - (negative ? 1 : 0), 0);
   *to = '-';
   return to + (negative ? 1 : 0);
 }
@@ -193,69 +234,102 @@ char* WriteSlowly(char* to, double value, std::chars_format format, int precisio
   return PadLeft(to, std::to_chars(to, to + kMaxNumberText, value, format, precision).ptr, width);
 }
 
-// A point behind the first `whole` of `count` digits.
-void PutWithPoint(char* to, std::uint64_t digits, int count, int whole) {
-  PutDigits(to + 1 + count, digits, count);
-  std::memmove(to, to + 1, static_cast<std::size_t>(whole));
+// Digits with a point behind the first `whole` of them.
+template <typename Word>
+void PutWithPoint(char* to, const Digits<Word>& digits, int whole) {
+  digits.Put(to);
   to[whole] = '.';
+  digits.Put(to + whole + 1, whole);
+}
+
+// printf's "%g" drops the zeros at the end and a point without digits behind it.
+char* PutGeneral(char* to, const Decimal& decimal, int precision, bool negative, int width) {
+  const Digits<Wide> digits(decimal.digits, precision);
+  const int count = CountWithoutZeros(decimal.digits, precision);
+  const int exponent = decimal.exponent;
+  if (exponent < -4 || exponent >= precision) {
+    const int mantissa = count + (count > 1 ? 1 : 0);
+    to = PutHead(to, mantissa + (std::abs(exponent) < 100 ? 4 : 5), negative, width);
+    PutWithPoint(to, digits, 1);
+    return PutExponent(to + mantissa, exponent);
+  }
+  if (exponent < 0) {
+    to = PutHead(to, count + 1 - exponent, negative, width);
+    std::memcpy(to, "0.000", 5);
+    digits.Put(to + 1 - exponent);
+    return to + 1 - exponent + count;
+  }
+  const int whole = exponent + 1;
+  const int length = count > whole ? count + 1 : whole;
+  to = PutHead(to, length, negative, width);
+  PutWithPoint(to, digits, whole);
+  return to + length;
 }
 
 }  // namespace
 
 char* WriteFixed(char* to, double value, int precision, int width) {
   assert(precision >= 0 && precision <= kMaxPrecision && width <= kMaxNumberWidth);
-  const Rounded rounded = precision <= kExactPower ? Scale(std::abs(value), precision) : Rounded{};
+  const Rounded rounded = precision < kDigits ? Scale(std::abs(value), precision) : Rounded{};
   if (!rounded.known) {
     return WriteSlowly(to, value, std::chars_format::fixed, precision, width);
   }
-  const int count = std::max(CountDigits(rounded.number), precision + 1);
+  const int digits = CountDigits(rounded.number);
+  const int zeros = precision + 1 - digits;             // before them, where above 0
+  const int count = digits + (zeros & ~(zeros >> 31));  // a branch here would be a guess
   const int length = count + (precision > 0 ? 1 : 0);
-  to = PutHead(to, length, IsNegative(value), width);
-  if (precision == 0) {
-    PutDigits(to + count, rounded.number, count);
-  } else {
-    PutWithPoint(to, rounded.number, count, count - precision);
-  }
+  to = PutHead(to, length, std::signbit(value), width);
+  PutWithPoint(to, Digits<Wide>(rounded.number, count), count - precision);
   return to + length;
 }
 
 char* WriteExponent(char* to, double value, int precision, int width) {
   assert(precision >= 0 && precision <= kMaxPrecision && width <= kMaxNumberWidth);
-  const Decimal decimal = precision <= 16 && std::isfinite(value)
-                              ? ToDecimal(std::abs(value), precision + 1)
-                              : Decimal{};
+  const Decimal decimal = ToDecimal(std::abs(value), precision + 1);
   if (!decimal.known) {
     return WriteSlowly(to, value, std::chars_format::scientific, precision, width);
   }
   const int mantissa = 1 + precision + (precision > 0 ? 1 : 0);
-  const int length = mantissa + (std::abs(decimal.exponent) < 100 ? 4 : 5);
-  to = PutHead(to, length, IsNegative(value), width);
-  if (precision == 0) {
-    *to = static_cast<char>('0' + decimal.digits);
+  to = PutHead(to, mantissa + (std::abs(decimal.exponent) < 100 ? 4 : 5), std::signbit(value),
+               width);
+  if (precision < 8) {
+    PutWithPoint(to, Digits<Narrow>(decimal.digits, precision + 1), 1);
   } else {
-    PutWithPoint(to, decimal.digits, precision + 1, 1);
+    PutWithPoint(to, Digits<Wide>(decimal.digits, precision + 1), 1);
   }
   return PutExponent(to + mantissa, decimal.exponent);
 }
 
 char* WriteGeneral(char* to, double value, int precision, int width) {
   assert(precision >= 0 && precision <= kMaxPrecision && width <= kMaxNumberWidth);
-  return WriteSlowly(to, value, std::chars_format::general, precision, width);
+  precision = std::max(precision, 1);
+  const Decimal decimal = ToDecimal(std::abs(value), precision);
+  if (!decimal.known) {
+    return WriteSlowly(to, value, std::chars_format::general, precision, width);
+  }
+  return PutGeneral(to, decimal, precision, std::signbit(value), width);
 }
 
 char* WriteInt(char* to, std::int64_t value, int width, char fill) {
   assert(width <= kMaxNumberWidth);
-  const bool negative = value < 0;
   const auto bits = static_cast<std::uint64_t>(value);
-  const std::uint64_t size = negative ? 0 - bits : bits;
-  int count = CountDigits(size);
+  const std::uint64_t size = value < 0 ? 0 - bits : bits;
+  const int digits = CountDigits(size);
+  int count = digits;
   if (fill == '0') {
-    count = std::max(count, width - (negative ? 1 : 0));
+    count = std::max(count, width - (value < 0 ? 1 : 0));
     width = 0;
   }
-  to = PutHead(to, count, negative, width);
-  PutDigits(to + count, size, count);
-  return to + count;
+  to = PutHead(to, count, value < 0, width);
+  std::memset(to, '0', kMaxNumberWidth);
+  char* const end = to + count;
+  to = end - digits;
+  if (digits > kDigits) {
+    std::to_chars(to, end, size);
+  } else {
+    Digits<Wide>(size, digits).Put(to);
+  }
+  return end;
 }
 
 char* WriteHex(char* to, std::uint64_t value, int digits) {

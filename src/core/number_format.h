@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Numbers in printf's formats, character for character as the C library writes them in the C
 // locale, but many times as fast and whatever the user's locale is. No memory is allocated: the
-// caller gives room for `kMaxNumberText` characters and gets the end of what was written; nothing
-// ends it with a NUL.
+// caller gives room for `kMaxNumberText` characters, all of which may be changed, and gets the end
+// of the number; no NUL stands behind it.
 #ifndef ORVANE_CORE_NUMBER_FORMAT_H_
 #define ORVANE_CORE_NUMBER_FORMAT_H_
 
@@ -14,8 +14,9 @@ namespace orvane {
 /// Largest width and precision that may be asked for.
 inline constexpr int kMaxNumberWidth = 64;
 inline constexpr int kMaxPrecision = 40;
-/// The longest text: sign and 309 digits of the largest double, point and decimals.
-inline constexpr std::size_t kMaxNumberText = 1 + 309 + 1 + kMaxPrecision;
+/// Room for the longest text (sign and 309 digits of the largest double, point and decimals) and
+/// for what is written behind shorter ones, because whole words are quicker than single characters.
+inline constexpr std::size_t kMaxNumberText = 400;
 
 /// "%{width}.{precision}f"
 char* WriteFixed(char* to, double value, int precision, int width = 0);

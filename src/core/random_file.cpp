@@ -53,8 +53,8 @@ std::size_t RandomFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes,
     if (offset + done > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) {
       break;
     }
-    const auto count = pread(handle_, bytes.data() + done, bytes.size() - done,
-                             static_cast<off_t>(offset + done));
+    const auto count =
+        pread(handle_, bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
     if (count < 0 && errno == EINTR) {
       continue;
     }

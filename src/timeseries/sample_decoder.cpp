@@ -59,9 +59,8 @@ __attribute__((target("avx2"))) void DecodeWithAvx2(const std::byte* from, int w
     kTail(from, width, to);
     return;
   }
-  const __m256i spread =
-      _mm256_setr_epi8(-1, 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11,  //
-                       -1, 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11);
+  const __m256i spread = _mm256_setr_epi8(-1, 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11,  //
+                                          -1, 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11);
   std::size_t i = 0;
   for (; i + 8 <= to.size(); i += 8, from += 24) {
     const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));        // NOLINT

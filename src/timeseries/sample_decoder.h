@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Samples of a file as held values. A sample's bytes, little-endian, go to the low end of a word
 // that is shifted left by 8: of 3 bytes, the usual width, that is the signed sample times 256.
-// kept: whatever the width, the same way. One and two bytes are therefore not sign-extended, of four
-// the highest is lost and of more only the first four are looked at.
+// kept: whatever the width, the same way. One and two bytes are therefore not sign-extended, of
+// four the highest is lost and of more only the first four are looked at.
 #ifndef ORVANE_TIMESERIES_SAMPLE_DECODER_H_
 #define ORVANE_TIMESERIES_SAMPLE_DECODER_H_
 

@@ -55,8 +55,7 @@ bool TsFile::Open(const std::filesystem::path& path, const Options& options) {
       return false;
     }
     const bool is_old = companion_.IsOldVersion() && !EndsWithoutCase(text, ".TSK");
-    header_size_ =
-        options.header_size.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
+    header_size_ = options.header_size.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   }
   index_.Build(file_, header_size_);
   return true;

@@ -22,10 +22,9 @@ std::string CTsRec::Read(const RandomFile& file, const TsPlace& place) {
   std::string error;
   while (scans_ < place.scans_held) {
     const std::size_t wanted = std::min<std::size_t>(scans_per_piece, place.scans_held - scans_);
-    const std::size_t read =
-        file.ReadAt(place.data + scans_ * std::uint64_t{scan_bytes},
-                    std::span(piece).first(wanted * scan_bytes), &error) /
-        scan_bytes;
+    const std::size_t read = file.ReadAt(place.data + scans_ * std::uint64_t{scan_bytes},
+                                         std::span(piece).first(wanted * scan_bytes), &error) /
+                             scan_bytes;
     const std::size_t before = held_.size();
     held_.resize(before + read * Channels());
     BestDecoder().put(piece.data(), static_cast<int>(width), std::span(held_).subspan(before));

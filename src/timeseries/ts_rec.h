@@ -41,8 +41,8 @@ class CTsRec {
   /// Every held value, scan after scan.
   std::span<const std::int32_t> Held() const { return held_; }
 
-  /// Reads the samples of the record at `place`; what it held before goes. Where the file has become
-  /// shorter there are fewer scans. An empty string, or why it could not be read.
+  /// Reads the samples of the record at `place`; what it held before goes. Where the file has
+  /// become shorter there are fewer scans. An empty string, or why it could not be read.
   [[nodiscard]] std::string Read(const RandomFile& file, const TsPlace& place);
 
  private:

@@ -22,7 +22,7 @@ bool TsWalker::ReadHeader(TsHeader* header) {
     window_.resize(static_cast<std::size_t>(
         std::min<std::uint64_t>(are_close ? kWindow : size, end_ - offset_)));
     window_offset_ = offset_;
-    window_.resize(file_->ReadAt(offset_, window_));
+    window_.resize(file_->ReadAt(offset_, window_, &error_));
     if (window_.size() < size) {
       return false;
     }
@@ -50,9 +50,9 @@ bool TsWalker::Next(TsPlace* place) {
     place->scans_held = 0;
   } else {
     const std::uint64_t left = end_ - place->data;
-    place->scans_held = scan == 0 ? std::uint32_t{header.scans}
-                                  : static_cast<std::uint32_t>(
-                                        std::min<std::uint64_t>(header.scans, left / scan));
+    place->scans_held =
+        scan == 0 ? std::uint32_t{header.scans}
+                  : static_cast<std::uint32_t>(std::min<std::uint64_t>(header.scans, left / scan));
   }
   place->is_cut = place->scans_held < header.scans;
   is_at_end_ = place->is_cut;

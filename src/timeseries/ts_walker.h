@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "core/random_file.h"
@@ -33,6 +34,8 @@ class TsWalker {
       : file_(file), header_size_(header_size), end_(end), offset_(offset), number_(number) {}
 
   bool Next(TsPlace* place);
+  /// What kept the headers from being read to the end; mostly empty.
+  const std::string& Error() const { return error_; }
 
  private:
   bool ReadHeader(TsHeader* header);
@@ -47,6 +50,7 @@ class TsWalker {
   std::vector<std::byte> window_;
   std::uint64_t window_offset_ = 0;
   std::uint64_t last_step_ = 0;
+  std::string error_;
 };
 
 }  // namespace orvane
