@@ -12,7 +12,9 @@ namespace {
 constexpr double kMargin = 0.05;   // above and below a trace, of its span
 constexpr double kOneCount = 256;  // as held value
 
-std::string NumberText(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
+std::string NumberText(std::uint64_t number) {
+  return FormatInt(static_cast<std::int64_t>(number));
+}
 
 // Where the least and greatest value of some scans stand.
 struct Peaks {
@@ -277,9 +279,13 @@ std::string WaveformView::CursorText() const {
   const auto add_line = [&](const std::string& label, auto value_of) {
     text.append(label);
     for (const auto& reading : {first, second}) {
-      text.append(reading ? "\t" + FormatReal(value_of(*reading)) : "");
+      if (reading) {
+        text.append("\t").append(FormatReal(value_of(*reading)));
+      }
     }
-    text.append(first && second ? "\t" + FormatReal(value_of(*second) - value_of(*first)) : "");
+    if (first && second) {
+      text.append("\t").append(FormatReal(value_of(*second) - value_of(*first)));
+    }
     text.append("\n");
   };
   if (first || second) {
