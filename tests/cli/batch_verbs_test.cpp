@@ -75,7 +75,7 @@ TEST(BatchVerbs, TellWhatHappenedToEachFile) {
     EXPECT_EQ(outcome.out, out) << arguments;
     EXPECT_NE(outcome.err.find(named), std::string::npos) << arguments << ": " << outcome.err;
   }
-  EXPECT_EQ(ReadAll(dir / "a.txt"), "TECH    ,     ,    ,    ,    ,  Int,  0,\n");
+  EXPECT_EQ(ReadAll(dir / "a.txt"), "TECH    ,     ,    ,    ,    ,  Int,  5,\n");
   EXPECT_EQ(ReadAll(dir / "v1/a.tbl").size(), 7150U);
   EXPECT_EQ(ReadAll(dir / "a.tbl.bak"), table + table.substr(0, 10));
 }
