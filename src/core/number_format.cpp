@@ -88,7 +88,9 @@ class Digits {
 
   // Those from the `from`-th on, and rubbish behind them.
   void Put(char* to, int from = 0) const {
-    const Word shifted = digits_ >> 8U * static_cast<unsigned>(from);
+    // In two steps: all digits may go, and a word cannot be shifted by its whole width.
+    const unsigned half = 4U * static_cast<unsigned>(from);
+    const Word shifted = (digits_ >> half) >> half;
     std::memcpy(to, &shifted, sizeof shifted);
   }
   // How many there are once the zeros at the end are dropped, one at least.
