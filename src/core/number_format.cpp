@@ -93,18 +93,20 @@ class Digits {
     const Word shifted = (digits_ >> half) >> half;
     std::memcpy(to, &shifted, sizeof shifted);
   }
-  // How many there are once the zeros at the end are dropped, one at least.
-  int CountWithoutZeros() const {
-    const auto first = static_cast<Narrow>(digits_) & ~kZeros;
-    const auto last = static_cast<Narrow>(digits_ >> (kBits - 64)) & ~kZeros;
-    return last != 0 ? kBits / 8 - std::countl_zero(last) / 8
-                     : 8 - std::countl_zero(first | 1U) / 8;
-  }
 
  private:
   static constexpr int kBits = 8 * sizeof(Word);
   Word digits_;
 };
+
+// The last `count` digits are this many once the zeros at the end are dropped, one at least.
+int CountWithoutZeros(std::uint64_t number, int count) {
+  while (count > 1 && number % 10 == 0) {
+    number /= 10;
+    --count;
+  }
+  return count;
+}
 
 int CountDigits(std::uint64_t number) {
   number |= 1;  // 0 has a digit too; no other count changes
@@ -249,7 +251,7 @@ void PutWithPoint(char* to, const Digits<Word>& digits, int whole) {
 // printf's "%g" drops the zeros at the end and a point without digits behind it.
 char* PutGeneral(char* to, const Decimal& decimal, int precision, bool negative, int width) {
   const Digits<Wide> digits(decimal.digits, precision);
-  const int count = digits.CountWithoutZeros();
+  const int count = CountWithoutZeros(decimal.digits, precision);
   const int exponent = decimal.exponent;
   if (exponent < -4 || exponent >= precision) {
     const int mantissa = count + (count > 1 ? 1 : 0);
