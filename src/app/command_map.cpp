@@ -17,8 +17,8 @@ constexpr auto kFile = std::to_array<CommandRow>({
     {kFileSaveAllBoxes, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes\nSave All"},
     kLine,
     {32791, "Open Calibration File...", ""},
-    {32796, "Open Waveform(*.tss) File to Display...", ""},
-    {32802, "Create Stack Result Files (*.trs ) from Waveform(*.tss) Files....", ""},
+    {kOpenWaveform, "Open Waveform(*.tss) File to Display...", ""},
+    {kRestack, "Create Stack Result Files (*.trs ) from Waveform(*.tss) Files....", ""},
     kLine,
     {kFileRecent, "Recent File", "Open this document"},
     kLine,
@@ -48,7 +48,7 @@ constexpr auto kUtilities = std::to_array<CommandRow>({
     {kConvertTimeDomainStacks, "Convert  Time Domain Stack Result File(s) to ASCII File(s)...", ""},
     {32781, "Convert  Frequency Stepping  File(s) to ASCII File(s)...",
      "Convert  frequency stepping (*.tfs)  file(s)  into TXT file(s)"},
-    {32800, "Convert Waveform(*.Tss) or Time Series(*.Ts1, *.Ts2...) File(s) to ASCII File(s)...",
+    {kWaveformToText, "Convert Waveform(*.Tss) or Time Series(*.Ts1, *.Ts2...) File(s) to ASCII File(s)...",
      ""},
     kLine,
     {kConvertToVersion1, "Convert Version 2 TBL File(s) to Version 1 TBL File(s)...",
@@ -58,7 +58,7 @@ constexpr auto kUtilities = std::to_array<CommandRow>({
 });
 constexpr auto kView = std::to_array<CommandRow>({
     {32792, "Set Calibration Display Parameters...", ""},
-    {32797, "Set Waveform Display Parameters...", ""},
+    {kWaveformSettings, "Set Waveform Display Parameters...", ""},
     kLine,
     {kViewBoxStatus, "View Box Status...", "Display box status information"},
     kLine,

@@ -13,6 +13,8 @@
 #include "app/about_dlg.h"
 #include "app/lock_keys.h"
 #include "app/theme_icon.h"
+#include "timeseries/widgets/waveform_display.h"
+#include "ui/file_dialogs.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -73,6 +75,7 @@ QString DroppedFile(const QMimeData* data) {
 
 CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notices)
     : doc_(doc),
+      prompts_(prompts),
       editors_(doc, prompts, notices, this),
       utilities_(doc, prompts, this),
       view_(new COrvaneView(doc, this)),
@@ -190,6 +193,11 @@ void CMainFrame::ConnectCommands() {
   Handle(kConvertFrequencyDomainStacks, [this] { utilities_.ConvertFrequencyDomainStacks(); });
   Handle(kConvertTimeDomainStacks, [this] { utilities_.ConvertTimeDomainStacks(); });
   Handle(kConvertToVersion1, [this] { utilities_.ConvertToVersion1(); });
+  Handle(kOpenWaveform, [this] { OnOpenWaveform(); });
+  Handle(kWaveformSettings, [this] { OnWaveformSettings(); });
+  Command(kWaveformSettings)->setEnabled(false);
+  Handle(kWaveformToText, [this] { utilities_.ConvertWaveforms(); });
+  Handle(kRestack, [this] { utilities_.Restack(); });
   connect(Command(kScrollBack), &QAction::triggered, this, [this] { display_->ScrollBack(); });
   connect(Command(kScrollForward), &QAction::triggered, this,
           [this] { display_->ScrollForward(); });
@@ -206,6 +214,7 @@ void CMainFrame::ShowDisplay(CDisplay* display) {
   display_ = display;
   stack_->addWidget(display);
   stack_->setCurrentWidget(display);
+  Command(kWaveformSettings)->setEnabled(qobject_cast<CWaveformDisplay*>(display) != nullptr);
   Command(kScrollBack)->setEnabled(true);
   Command(kScrollForward)->setEnabled(true);
   connect(display, &CDisplay::CloseAsked, this, &CMainFrame::CloseDisplay);
@@ -222,6 +231,7 @@ void CMainFrame::CloseDisplay() {
   display_->deleteLater();
   display_ = nullptr;
   stack_->setCurrentWidget(view_);
+  Command(kWaveformSettings)->setEnabled(false);
   Command(kScrollBack)->setEnabled(false);
   Command(kScrollForward)->setEnabled(false);
   ShowNotice(QStringLiteral("Ready"));
@@ -291,6 +301,38 @@ void CMainFrame::OnFileOpen() {
   const QString path = AskForFile(this, QFileDialog::AcceptOpen, start);
   if (!path.isEmpty()) {
     OpenFile(path);
+  }
+}
+
+void CMainFrame::OnOpenWaveform() {
+  const QString key = QStringLiteral("Folders/Waveforms");
+  const QString last = QSettings().value(key).toString();
+  CFileDialog dialog(QStringLiteral("Open Waveform"),
+                     "Tss File (*.tss)|*.tss|Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||",
+                     last.isEmpty() ? QFileInfo(doc_->Path()).absolutePath() : last, this);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (dialog.exec() == QDialog::Accepted) {
+    QSettings().setValue(key, dialog.directory().absolutePath());
+    OpenWaveform(dialog.selectedFiles().constFirst());
+  }
+}
+
+bool CMainFrame::OpenWaveform(const QString& path) {
+  auto display = std::make_unique<CWaveformDisplay>(prompts_);
+  connect(display.get(), &CDisplay::Told, this, &CMainFrame::ShowNotice);
+  if (!display->Open(path)) {
+    return false;
+  }
+  disconnect(display.get(), &CDisplay::Told, this, nullptr);
+  CWaveformDisplay* shown = display.release();
+  ShowDisplay(shown);
+  shown->ShowView();
+  return true;
+}
+
+void CMainFrame::OnWaveformSettings() {
+  if (auto* waveform = qobject_cast<CWaveformDisplay*>(display_); waveform != nullptr) {
+    waveform->EditSettings();
   }
 }
 

@@ -59,12 +59,16 @@ class CMainFrame : public QMainWindow {
   void RestoreLayout();
 
   void OnFileNew();
+  void OnOpenWaveform();
+  bool OpenWaveform(const QString& path);
+  void OnWaveformSettings();
   void OnFileOpen();
   bool OnFileSave();
   bool OnFileSaveAs();
   bool SaveTo(const QString& path);
 
   COrvaneDoc* doc_;
+  QtPrompts* prompts_;
   EditorCommands editors_;
   UtilityCommands utilities_;
   COrvaneView* view_;

@@ -7,7 +7,9 @@
 #include "core/number_text.h"
 #include "core/tbl_listing.h"
 #include "core/tbl_to_v1.h"
+#include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
+#include "timeseries/ts_text.h"
 #include "ui/batch_progress.h"
 #include "ui/batch_results.h"
 #include "ui/file_dialogs.h"
@@ -25,6 +27,12 @@ constexpr Utility kTimeDomainStacks = {"Convert Time Domain Stack Result File(s)
                                        kStackFilter, "", kConverted};
 constexpr Utility kFrequencyDomainStacks = {
     "Convert Frequency Stack Result File(s) to ASCII File(s)", kStackFilter, "", kConverted};
+constexpr Utility kWaveformText = {"Convert Time Series File(s) to ASCII File(s)",
+                                   "Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||", "",
+                                   kConverted};
+constexpr Utility kRestacking = {"Restack Time Series File",
+                                 "Tss File (*.tss)|*.tss|All Files (*.*)|*.*||", "",
+                                 "%d files have been restacked!"};
 constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL File(s)",
                                "TBL File (*.TBL)|*.TBL|All Files (*.*)|*.*||", "*.TBL",
                                "%d .Tbl files are converted to version 1 .tbl files"};
@@ -44,6 +52,8 @@ void UtilityCommands::ConvertTimeDomainStacks() {
 void UtilityCommands::ConvertFrequencyDomainStacks() {
   Run(kFrequencyDomainStacks, StackCsv(StackDomain::kFrequency));
 }
+void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TsText()); }
+void UtilityCommands::Restack() { Run(kRestacking, orvane::Restack()); }
 void UtilityCommands::ConvertToVersion1() { Run(kVersion1, TblToVersion1(doc_->Table())); }
 
 void UtilityCommands::Run(const Utility& utility, Conversion conversion) {

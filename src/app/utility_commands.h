@@ -35,6 +35,8 @@ class UtilityCommands {
   void ConvertTimeDomainStacks();
   void ConvertFrequencyDomainStacks();
   void ConvertToVersion1();
+  void ConvertWaveforms();
+  void Restack();
 
   void SetEditor(TextEditor editor) { editor_ = std::move(editor); }
 
