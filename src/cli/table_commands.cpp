@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "cli/commands.h"
+#include "cli/validators.h"
 #include "core/number_text.h"
 #include "core/param_text.h"
 #include "core/param_time.h"
@@ -134,14 +135,6 @@ ExitCode RunTableBoxes(const std::filesystem::path& file) {
             '\t' + FormatInt(row.control) + '\n';
   }
   return PrintResult(text) ? kAllDone : kSomeFailed;
-}
-
-// An empty text is a script's variable that was not set, never a file's name.
-CLI::Validator NotEmpty() {
-  return {[](const std::string& text) {
-            return text.empty() ? std::string("the name is empty") : std::string();
-          },
-          "", "not empty"};
 }
 
 }  // namespace
