@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/editor_commands.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <set>
 
 #include "core/param_text.h"
@@ -13,6 +15,10 @@
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
 #include "forms/early_writes.h"
+#include "stepping/tfs_listing.h"
+#include "stepping/widgets/fdem_dlg.h"
+#include "stepping/widgets/freq_stepping_dlg.h"
+#include "stepping/widgets/tfs_dialog.h"
 
 namespace orvane {
 
@@ -103,6 +109,53 @@ void EditorCommands::EditAcquisition() {
   }
   TellEarlyChanges(early);
   doc_->UpdateAllViews();
+}
+
+QString EditorCommands::Folder() const {
+  return doc_->Path().isEmpty() ? QDir::homePath() : QFileInfo(doc_->Path()).absolutePath();
+}
+
+void EditorCommands::EditStepping() {
+  SteppingForm form(&doc_->Table(), prompts_, notices_);
+  form.Open();
+  CFreqSteppingDlg dialog(&form, prompts_, Folder(), parent_);
+  if (dialog.exec() == QDialog::Accepted) {
+    MarkModified();
+    return;
+  }
+  TellEarlyChanges(form.EarlyChanges());
+  doc_->UpdateAllViews();
+}
+
+void EditorCommands::ListSchedules() {
+  const QStringList files = AskForSchedules(
+      parent_, QStringLiteral("Convert  Frequency Stepping  File(s) to ASCII File(s)"), Folder());
+  std::string problems;
+  qsizetype listed = 0;
+  for (const QString& file : files) {
+    const std::filesystem::path path = QFile::encodeName(file).toStdString();
+    const ListingResult result = ListSchedule(path, ListingPathFor(path));
+    listed += result.error.empty() ? 1 : 0;
+    if (!result.error.empty() || !result.note.empty()) {
+      problems += (result.error.empty() ? result.note : result.error) + '\n';
+    }
+  }
+  if (!files.isEmpty()) {
+    notices_->ShowNotice(
+        QStringLiteral("%1 of %2 files listed").arg(listed).arg(files.size()).toStdString());
+  }
+  if (!problems.empty()) {
+    prompts_->ShowWarning("Orvane", problems);
+  }
+}
+
+void EditorCommands::CreateFdemSchedule() {
+  FdemForm form(prompts_);
+  form.Open();
+  CFdemScheduleDlg dialog(&form, prompts_, Folder(), parent_);
+  if (dialog.exec() == QDialog::Accepted) {
+    notices_->ShowNotice(form.Note());
+  }
 }
 
 void EditorCommands::SaveAllBoxes() {

@@ -20,6 +20,10 @@ class EditorCommands {
 
   void EditRaw();
   void EditAcquisition();
+  void EditStepping();
+  /// Schedule files as text files beside them.
+  void ListSchedules();
+  void CreateFdemSchedule();
   void SaveAllBoxes();
 
  private:
@@ -28,6 +32,8 @@ class EditorCommands {
   bool SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early);
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   void MarkModified();
+  /// The document's folder.
+  QString Folder() const;
   void TellEarlyChanges(const std::vector<std::string>& keys);
 
   COrvaneDoc* doc_;

@@ -175,6 +175,9 @@ void CMainFrame::ConnectCommands() {
   Handle(kAppExit, [this] { close(); });
   Handle(kFileSaveAllBoxes, [this] { editors_.SaveAllBoxes(); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
+  Handle(kEditStepping, [this] { editors_.EditStepping(); });
+  Handle(kListSchedules, [this] { editors_.ListSchedules(); });
+  Handle(kCreateFdemSchedule, [this] { editors_.CreateFdemSchedule(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {

@@ -84,8 +84,8 @@ constexpr Codec Scale(double to_shown, double to_stored) {
 }
 constexpr Codec Pieces(int count) { return {.kind = CodecKind::kPieces, .base = count}; }
 
-/// What a user may enter. Numbers: a range where `min` < `max`. Texts: `max_length` characters
-/// where not 0.
+/// What a user may enter. Numbers: a range where `min` < `max`, which may be infinite. Texts:
+/// `max_length` characters where not 0.
 struct Limits {
   double min = 0;
   double max = 0;

@@ -6,8 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
+#include "core/number_text.h"
 #include "core/wire.h"
 
 namespace orvane {
@@ -46,6 +48,12 @@ inline constexpr int kSecondsPerDay = 86400;
 inline constexpr std::array<std::string_view, 13> kWaveforms = {
     "NONE",  "TD50",  "TD33",  "TD25",  "FD",    "FD9",   "TD50P",
     "TD33P", "TD25P", "TD50N", "TD33N", "TD25N", "EXTCLK"};
+/// The name of a code; the code itself where it has none.
+inline std::string WaveformName(int code) {
+  return code >= 0 && code < static_cast<int>(kWaveforms.size())
+             ? std::string(kWaveforms[static_cast<std::size_t>(code)])
+             : FormatInt(code);
+}
 inline constexpr std::int16_t kTimeDomainWaveform = 1;       // "TD50"
 inline constexpr std::int16_t kFrequencyDomainWaveform = 4;  // "FD"
 

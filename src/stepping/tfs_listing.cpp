@@ -23,12 +23,6 @@ std::string Fixed(double number, int digits) {
   return {text.data(), end.ptr};
 }
 
-std::string WaveformName(int code) {
-  return code >= 0 && code < static_cast<int>(kWaveforms.size())
-             ? std::string(kWaveforms[static_cast<std::size_t>(code)])
-             : FormatInt(code);
-}
-
 std::string Line(int number, const ScheduleRow& row) {
   std::string line = Right(FormatInt(number), 4);
   for (const std::string& field :
