@@ -145,12 +145,14 @@ bool DrawStepping(const orvane::ParamTable& opened, const Gallery& gallery) {
   for (const Method& method : kMethods) {
     orvane::ParamTable table = opened;
     static_cast<void>(table.SetParam("TECH", orvane::IntPT, &method.tech));
-    orvane::ApplyTransmitter(&table, method.tech, orvane::WithDefaults({}, method.tech), 16);
+    if (orvane::HasCycles(method.tech)) {
+      orvane::ApplyTransmitter(&table, method.tech, orvane::WithDefaults({}, method.tech), 16);
+    }
     orvane::SteppingForm form(&table, &prompts, &notices);
     form.Open();
     form.ApplyDefaults(method.cycle);
     orvane::CFreqSteppingDlg dialog(&form, &prompts, {});
-    dialog.resize(dialog.sizeHint());  // also where this screen is smaller
+    dialog.resize(1340, 690);  // also where this screen is smaller
     done = gallery.Draw(&dialog, method.name) && done;
     if (method.tech == orvane::kTdem) {
       dialog.resize(660, 360);  // a field laptop at 200 %

@@ -47,8 +47,9 @@ void SteppingForm::Read() {
   schedule_.fill({});
   note_.clear();
   EnableByStepping();
-  if (model_.Index(stepping::kAuto) == kAutoStep || IsTimeDomain()) {
-    Calculate();
+  SetWindows();
+  if (model_.Index(stepping::kAuto) == kAutoStep) {
+    SetSchedule();
   }
 }
 
@@ -114,13 +115,21 @@ StepParameters SteppingForm::Parameters() const {
 }
 
 void SteppingForm::Calculate() {
-  const StepParameters parameters = Parameters();
   note_.clear();
+  SetWindows();
+  SetSchedule();
+}
+
+void SteppingForm::SetWindows() {
   if (IsTimeDomain()) {
     windows_ = CalculateWindows(tech_, IntOf(Value(stepping::kWaveform)),
                                 RealOf(Value(stepping::kRepeat)), IntOf(Value(stepping::kItems)));
     note_ = FormatInt(static_cast<std::int64_t>(windows_.size())) + " windows. ";
   }
+}
+
+void SteppingForm::SetSchedule() {
+  const StepParameters parameters = Parameters();
   if (CalculateStepTable(parameters, frequencies_, &schedule_) == kStepsCalculated) {
     note_ += Steps(schedule_);
   } else {

@@ -33,7 +33,7 @@ class SteppingForm {
   FormModel& Model() { return model_; }
   const FormModel& Model() const { return model_; }
 
-  /// Reads the table, and calculates where the stepping control is "Auto Step".
+  /// Reads the table, and calculates the schedule where the stepping control is "Auto Step".
   void Open();
   /// What follows from a choice of the user that the model has already.
   void OnEdited(int control);
@@ -82,6 +82,8 @@ class SteppingForm {
 
  private:
   void Read();
+  void SetWindows();
+  void SetSchedule();
   void Tell(std::string note);
   void EnableByStepping();
   ParamValue Value(int control) const;

@@ -34,6 +34,7 @@ CFdemScheduleDlg::CFdemScheduleDlg(FdemForm* form, Prompts* prompts, QString fol
   browse->setObjectName(QStringLiteral("browse"));
   browse->setAccessibleName(QStringLiteral("Browse for the file"));
   browse->setAutoDefault(false);
+  browse->setFixedWidth(browse->fontMetrics().horizontalAdvance(QStringLiteral("..........")));
   connect(browse, &QPushButton::clicked, this, &CFdemScheduleDlg::OnBrowse);
   auto* file = new QHBoxLayout;
   file->addWidget(LabelOf(FdemForm::kPath));

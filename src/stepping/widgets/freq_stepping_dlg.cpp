@@ -45,7 +45,7 @@ CFreqSteppingDlg::CFreqSteppingDlg(SteppingForm* form, Prompts* prompts, QString
   frequencies_->SetFocusCell(1, 1);
   schedule_->SetFocusCell(1, 1);
   Control(stepping::kAuto)->setFocus();
-  ResizeWithinScreen(this, sizeHint());
+  ResizeWithinScreen(this, sizeHint().expandedTo(QSize(1340, 680)));
 }
 
 QPushButton* CFreqSteppingDlg::NewButton(const char* name, const char* text,
@@ -65,9 +65,14 @@ QWidget* CFreqSteppingDlg::NewContent() {
   QWidget* parameters = NewParameterColumn();
   MakeGrids();
   columns->addWidget(parameters);
-  columns->addWidget(NewListBox());
-  columns->addWidget(NewScheduleBox());
-  columns->addWidget(NewPictureColumn(), 1);
+  auto* grids = new QVBoxLayout;
+  auto* upper = new QHBoxLayout;
+  upper->addWidget(NewListBox());
+  upper->addWidget(NewScheduleBox(), 1);
+  grids->addLayout(upper, 3);
+  grids->addWidget(NewWindowBox(), 2);
+  columns->addLayout(grids, 1);
+  columns->addWidget(NewPictureBox(), 2);
   return content;
 }
 
@@ -88,9 +93,15 @@ QWidget* CFreqSteppingDlg::NewParameterColumn() {
   }
   // kept: the hints as the users know them.
   for (const char* hint : {"(21 >=TDEM, TDIP >= 5 )", "( CSAMT ,SIP = 1 )"}) {
-    recording->addRow(QString(), new QLabel(QString::fromLatin1(hint)));
+    auto* label = new QLabel(QString::fromLatin1(hint));
+    label->setAlignment(Qt::AlignRight);
+    recording->addRow(label);
   }
   AddRow(recording, stepping::kDrift);
+  for (const Field& field : Model().Fields()) {
+    // Ten digits and no more: the grids need the room.
+    Control(field.control)->setFixedWidth(fontMetrics().horizontalAdvance("0.12345678901") + 8);
+  }
   auto* column = new QWidget;
   auto* layout = new QVBoxLayout(column);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -123,20 +134,19 @@ QWidget* CFreqSteppingDlg::NewScheduleBox() {
   return NewBox("Frequency Stepping Schedule Table", layout);
 }
 
-QWidget* CFreqSteppingDlg::NewPictureColumn() {
-  picture_ = new SchedulePlot(this);
-  auto* column = new QWidget;
-  auto* layout = new QVBoxLayout(column);
-  layout->setContentsMargins(0, 0, 0, 0);
-  auto* picture = new QVBoxLayout;
-  picture->addWidget(picture_);
-  layout->addWidget(NewBox("Schedule", picture), 3);
-  auto* windows = new QVBoxLayout;
-  windows->addWidget(windows_);
-  QGroupBox* box = NewBox("TDEM/TDIP Window Table", windows);
-  layout->addWidget(box, 2);
+QWidget* CFreqSteppingDlg::NewWindowBox() {
+  auto* layout = new QVBoxLayout;
+  layout->addWidget(windows_);
+  QGroupBox* box = NewBox("TDEM/TDIP Window Table", layout);
   box->setVisible(form_->IsTimeDomain());
-  return column;
+  return box;
+}
+
+QWidget* CFreqSteppingDlg::NewPictureBox() {
+  picture_ = new SchedulePlot(this);
+  auto* layout = new QVBoxLayout;
+  layout->addWidget(picture_);
+  return NewBox("Schedule", layout);
 }
 
 QLayout* CFreqSteppingDlg::NewBottomRow() {

@@ -34,7 +34,8 @@ class CFreqSteppingDlg : public CFormDialog {
   QWidget* NewParameterColumn();
   QWidget* NewListBox();
   QWidget* NewScheduleBox();
-  QWidget* NewPictureColumn();
+  QWidget* NewWindowBox();
+  QWidget* NewPictureBox();
   QLayout* NewBottomRow();
 
   // The grids: made here, filled from the form, edits handed to it.

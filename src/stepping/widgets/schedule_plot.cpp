@@ -45,7 +45,7 @@ SchedulePlot::SchedulePlot(QWidget* parent) : QWidget(parent), plot_(new QCustom
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(plot_);
-  setMinimumSize(260, 200);
+  setMinimumSize(240, 200);
   AddAxes();
   FollowTheme();
   Show({});
@@ -66,6 +66,8 @@ void SchedulePlot::AddAxes() {
       axis->setLayer(QStringLiteral("axes"));
       axis->grid()->setLayer(QStringLiteral("grid"));
     }
+    axes->axis(QCPAxis::atTop)->setTicks(false);
+    axes->axis(QCPAxis::atRight)->setTicks(false);
   }
   QCPAxis* frequency = frequency_axes_->axis(QCPAxis::atLeft);
   frequency->setScaleType(QCPAxis::stLogarithmic);
@@ -74,16 +76,25 @@ void SchedulePlot::AddAxes() {
   decades->setSubTickCount(8);
   frequency->setTicker(decades);
   frequency->setNumberFormat(QStringLiteral("g"));
-  frequency->setNumberPrecision(4);
+  frequency->setNumberPrecision(6);
   frequency->setLabel(QStringLiteral("Frequency (Hz)"));
   current_axes_->axis(QCPAxis::atLeft)->setLabel(QStringLiteral("Current (A)"));
   current_axes_->axis(QCPAxis::atBottom)->setLabel(QStringLiteral("Time (s)"));
   for (QCPAxisRect* axes : {frequency_axes_, current_axes_}) {
     axes->axis(QCPAxis::atBottom)->setNumberFormat(QStringLiteral("g"));
+    axes->axis(QCPAxis::atBottom)->ticker()->setTickCount(4);
   }
+  frequency_axes_->axis(QCPAxis::atBottom)->setTickLabels(false);  // the same time as below
+  current_axes_->axis(QCPAxis::atLeft)->ticker()->setTickCount(4);
   frequency_ = plot_->addGraph(frequency_axes_->axis(QCPAxis::atBottom), frequency);
   current_ =
       plot_->addGraph(current_axes_->axis(QCPAxis::atBottom), current_axes_->axis(QCPAxis::atLeft));
+  nothing_ = new QCPItemText(plot_);
+  nothing_->setClipAxisRect(frequency_axes_);
+  nothing_->position->setAxisRect(frequency_axes_);
+  nothing_->position->setType(QCPItemPosition::ptAxisRectRatio);
+  nothing_->position->setCoords(0.5, 0.5);
+  nothing_->setText(QStringLiteral("No schedule"));
 }
 
 void SchedulePlot::Show(std::span<const ScheduleRow> rows) {
@@ -97,6 +108,7 @@ void SchedulePlot::Show(std::span<const ScheduleRow> rows) {
     AddStep(current_, begin, end, row.current);
     begin = end;
   }
+  nothing_->setVisible(rows.empty());
   SetRanges(rows);
   plot_->replot();
 }
@@ -136,6 +148,8 @@ void SchedulePlot::FollowTheme() {
       ColorAxis(axis, palette(), font());
     }
   }
+  nothing_->setColor(palette().color(QPalette::WindowText));
+  nothing_->setFont(font());
   constexpr double kWidth = 2;
   frequency_->setPen(QPen(palette().color(QPalette::Highlight), kWidth));
   current_->setPen(QPen(palette().color(QPalette::Highlight), kWidth));

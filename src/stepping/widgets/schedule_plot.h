@@ -9,6 +9,7 @@
 
 class QCPAxisRect;
 class QCPGraph;
+class QCPItemText;
 class QCustomPlot;
 
 namespace orvane {
@@ -36,6 +37,7 @@ class SchedulePlot : public QWidget {
   QCPAxisRect* current_axes_ = nullptr;
   QCPGraph* frequency_ = nullptr;
   QCPGraph* current_ = nullptr;
+  QCPItemText* nothing_ = nullptr;  // told where there are no steps
 };
 
 }  // namespace orvane

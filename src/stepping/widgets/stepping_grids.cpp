@@ -13,15 +13,15 @@ using Texts = std::vector<std::vector<QString>>;
 
 constexpr int kDigits = 6;  // of a window: it is a rule of thumb
 
-void SetWidths(CGridCtrl* grid, std::initializer_list<int> widths) {
+// `more` is for the scroll bar, and for headers and numbers to be read.
+void SetWidths(CGridCtrl* grid, std::initializer_list<int> widths, int more) {
   int column = 0;
   int all = 0;
   for (const int width : widths) {
     grid->SetColumnWidth(column++, width);
     all += width;
   }
-  constexpr int kMore = 90;  // for the scroll bar, and for headers to be read
-  grid->setMinimumWidth(all + kMore);
+  grid->setMinimumWidth(all + more);
   grid->ExpandColumnsToFit();
 }
 
@@ -49,18 +49,18 @@ void CFreqSteppingDlg::MakeGrids() {
   };
   const int requests = static_cast<int>(kFrequencyKeys.size());
   fill(frequencies_, {QString(), QStringLiteral("Frequency")}, requests);
-  SetWidths(frequencies_, {70, 120});
+  SetWidths(frequencies_, {70, 120}, 20);
   fill(schedule_,
        {QString(), QStringLiteral("Freq (Hz)"), QStringLiteral("Current (A)"),
         QStringLiteral("End Time"), QStringLiteral("WaveForm")},
        kMostSteps);
-  SetWidths(schedule_, {30, 80, 50, 80, 40});
+  SetWidths(schedule_, {30, 80, 50, 80, 40}, 136);
   fill(windows_,
        {QString(), QStringLiteral("Start Time (ms)"), QStringLiteral("Window Width (ms)"),
         QStringLiteral("Repeat Freq. (Hz)"), QStringLiteral("Sample Rate (Hz) "),
         QStringLiteral("Samples/cycle")},
        kMostSteps);
-  SetWidths(windows_, {30, 100, 100, 60, 60, 60});
+  SetWidths(windows_, {30, 100, 100, 60, 60, 60}, 200);
 
   QStringList names;
   for (const std::string_view waveform : kWaveforms) {
