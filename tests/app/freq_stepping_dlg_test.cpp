@@ -9,25 +9,16 @@
 #include <QTest>
 #include <QTimer>
 
-#include "core/param_text.h"
 #include "stepping/widgets/stepping_cycle_dlg.h"
 #include "support/qt_print.h"
 #include "support/table_help.h"
+#include "support/told.h"
 
 namespace orvane {
 namespace {
 
 using testing::Get;
 using testing::Set;
-
-class Silent : public Prompts, public Notices {
- public:
-  Answer AskYesNo(const std::string&, const std::string&) override { return Answer::kNo; }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
-  void ShowWarning(const std::string&, const std::string& text) override { shown = text; }
-  void ShowNotice(const std::string&) override {}
-  std::string shown;
-};
 
 class FreqSteppingDlg : public ::testing::Test {
  protected:
@@ -56,41 +47,20 @@ class FreqSteppingDlg : public ::testing::Test {
     QTest::keyClicks(editor, QString::fromLatin1(text));
     return editor;
   }
-  bool IsOpen() const { return dialog_->isVisible(); }
 
   ParamTable table_ = testing::NewTable();
-  Silent silent_;
+  testing::Told silent_;
   SteppingForm form_{&table_, &silent_, &silent_};
   std::unique_ptr<CFreqSteppingDlg> dialog_;
 };
 
-TEST_F(FreqSteppingDlg, ShowsListScheduleAndNames) {
-  auto* list = Find<CGridCtrl>("frequencies");
-  auto* schedule = Find<CGridCtrl>("schedule");
-  EXPECT_EQ(list->GetRowCount(), 21);
-  EXPECT_EQ(schedule->GetRowCount(), 201);
-  EXPECT_EQ(list->GetItemText(20, 0), QStringLiteral("FREQ20"));
-  EXPECT_EQ(list->GetItemText(2, 1), QString());
-  EXPECT_EQ(schedule->GetItemText(0, 2), QStringLiteral("Current (A)"));
-  EXPECT_EQ(schedule->GetItemText(4, 1), QStringLiteral("8"));
-  EXPECT_EQ(schedule->GetItemText(5, 1), QString());
+TEST_F(FreqSteppingDlg, FitsALaptopAndClosesOnlyWithCellsItCanRead) {
   EXPECT_LE(dialog_->sizeHint().width(), 1340);
   EXPECT_LE(dialog_->sizeHint().height(), 700);
-  for (const QWidget* widget : dialog_->findChildren<QWidget*>()) {
-    if (widget->focusPolicy() != Qt::NoFocus && !widget->objectName().startsWith("qt_")) {
-      const auto* button = qobject_cast<const QAbstractButton*>(widget);
-      EXPECT_FALSE(widget->accessibleName().isEmpty() && (!button || button->text().isEmpty()))
-          << widget->objectName().toStdString();
-    }
-  }
-  EXPECT_FALSE(Find<SchedulePlot>("schedule-picture")->accessibleName().isEmpty());
-}
-
-TEST_F(FreqSteppingDlg, ClosesOnlyWithCellsItCanRead) {
   auto* list = Find<CGridCtrl>("frequencies");
   Edit(list, 2, 1, "32,5");
   Click("1");
-  EXPECT_TRUE(IsOpen());
+  EXPECT_TRUE(dialog_->isVisible());
   EXPECT_EQ(list->GetItemText(2, 1), QString());
   EXPECT_NE(Find<QLabel>("note")->text().indexOf(QStringLiteral("32,5")), -1);
   Edit(list, 2, 1, "32.5");
@@ -100,11 +70,11 @@ TEST_F(FreqSteppingDlg, ClosesOnlyWithCellsItCanRead) {
   Find<QLineEdit>("1505")->selectAll();
   QTest::keyClicks(Find<QLineEdit>("1505"), QStringLiteral("x"));
   Click("1");
-  EXPECT_TRUE(IsOpen());
-  EXPECT_EQ(silent_.shown, "Enter a number.");
+  EXPECT_TRUE(dialog_->isVisible());
+  EXPECT_EQ(silent_.warning, "Orvane: Enter a number.");
   QTest::keyClicks(Find<QLineEdit>("1505"), QStringLiteral("16"));
   Click("1");
-  EXPECT_FALSE(IsOpen());
+  EXPECT_FALSE(dialog_->isVisible());
   EXPECT_EQ(Get(table_, "FRQ1") + " " + Get(table_, "FEND"), "32.5 16");
 }
 
@@ -113,15 +83,12 @@ TEST_F(FreqSteppingDlg, OffersTheWaveformsAsAList) {
   QLineEdit* editor = Edit(schedule, 1, 4, "");
   ASSERT_TRUE(QTest::qWaitFor([&] { return editor->completer()->popup()->isVisible(); }));
   auto* popup = editor->completer()->popup();
-  ASSERT_EQ(popup->model()->rowCount(), 13);
   popup->setCurrentIndex(popup->model()->index(2, 0));
   QTest::keyClick(popup, Qt::Key_Return);
   ASSERT_TRUE(QTest::qWaitFor([&] { return !schedule->IsEditing(); }));
   EXPECT_EQ(schedule->GetItemText(1, 4), QStringLiteral("TD33"));
   QTest::keyClick(Edit(schedule, 2, 4, "9"), Qt::Key_Return);
   EXPECT_EQ(schedule->GetItemText(2, 4), QStringLiteral("TD50N"));
-  EXPECT_EQ(form_.Schedule()[0].waveform, 2);
-  EXPECT_EQ(form_.Schedule()[1].waveform, 9);
 }
 
 TEST_F(FreqSteppingDlg, EscapeKeepsTheTableButForTheDefaults) {
@@ -137,7 +104,7 @@ TEST_F(FreqSteppingDlg, EscapeKeepsTheTableButForTheDefaults) {
   EXPECT_EQ(Find<CGridCtrl>("frequencies")->GetItemText(1, 1), QStringLiteral("9600"));
   EXPECT_EQ(Find<QComboBox>("1501")->currentText(), QStringLiteral("Auto Step"));
   QTest::keyClick(dialog_.get(), Qt::Key_Escape);
-  EXPECT_FALSE(IsOpen());
+  EXPECT_FALSE(dialog_->isVisible());
   EXPECT_EQ(Get(table_, "TTOT") + " " + Get(table_, "CRMX"), "2400 16");
   EXPECT_FALSE(form_.EarlyChanges().empty());
 }

@@ -50,16 +50,9 @@ TEST_F(ScheduleCommands, RefuseAndWarn) {
   EXPECT_EQ(Run("make t.tbl --to s.TFS"),
             "1 |orvane-cli: t.tbl: no schedule: no frequency is requested\n");
   EXPECT_FALSE(std::filesystem::exists(dir_ / "s.TFS"));
-  EXPECT_EQ(Run("make t.tbl --to t.tbl")[0], '1');
-  WriteAll(dir_ / "long.TFS", ManySteps(200));
-  EXPECT_EQ(Run("show long.TFS").substr(0, 3), "1 |");
-  EXPECT_EQ(Run("fdem --seconds 600 --cycles 60 --current 5 --reduced --to f.TFS"), "0 |");
+  EXPECT_EQ(Run("fdem --seconds 60 --cycles 60 --current 500 --reduced --to f.TFS"),
+            "0 |orvane-cli: f.TFS: written, but cannot be read back: row 1: current 500 A\n");
   EXPECT_EQ(ReadAll(dir_ / "f.TFS").size(), 78U * 22);
-  EXPECT_EQ(Run("fdem --seconds 6000 --cycles 60 --current 5 --to f.TFS"),
-            "0 |orvane-cli: f.TFS: written, but cannot be read back: row 15: end time 90000 s\n");
-  EXPECT_EQ(ReadAll(dir_ / "f.TFS").size(), 143U * 22);
-  EXPECT_EQ(Run("fdem --seconds 2000000000 --cycles 60 --current 5 --to g.TFS")[0], '1');
-  EXPECT_FALSE(std::filesystem::exists(dir_ / "g.TFS"));
   for (const char* usage : {"fdem --seconds -1 --cycles 6 --current 5 --to g.TFS",
                             "fdem --seconds 1 --cycles 6 --current nan --to g.TFS",
                             "preset t.tbl MT --to g.tbl", "make t.tbl --to ''"}) {
