@@ -16,8 +16,12 @@
 #include "app/about_dlg.h"
 #include "app/orvane_app.h"
 #include "app/qt_prompts.h"
+#include "core/param_text.h"
 #include "editors/widgets/acq_param_dlg.h"
+#include "editors/widgets/box_status_dlg.h"
+#include "editors/widgets/comm_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
+#include "editors/widgets/sensor_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
 #include "stepping/widgets/fdem_dlg.h"
@@ -171,6 +175,98 @@ bool DrawStepping(const orvane::ParamTable& opened, const Gallery& gallery) {
   return gallery.Draw(&fdem_dialog, "fdem-schedule") && done;
 }
 
+void Put(orvane::ParamTable* table, orvane::ParamKey key, std::string_view text) {
+  const auto type = static_cast<orvane::ValueType>(table->FindParam(key)->type);
+  orvane::ParamValue value{};
+  orvane::ParseParamValue(text, type, &value);
+  static_cast<void>(table->SetParam(key, type, value.data()));
+}
+
+template <typename Dialog, typename Form>
+bool DrawForm(const Gallery& gallery, Form&& form, const char* name) {
+  orvane::QtPrompts prompts;
+  form.Open();
+  Dialog dialog(&form, &prompts, nullptr);
+  return gallery.Draw(&dialog, name);
+}
+
+bool DrawCommunications(orvane::ParamTable table, const Gallery& gallery) {
+  bool done = true;
+  for (const auto& [hardware, name] :
+       {std::pair("K36W2", "radio-24ghz"), std::pair("K36W9", "radio-900mhz"),
+        std::pair("K36", "radio-none")}) {
+    Put(&table, "HW", hardware);
+    orvane::RadioForm form(&table);
+    orvane::QtPrompts prompts;
+    form.Open();
+    orvane::CRadioDlg dialog(&form, &prompts, nullptr);
+    done = gallery.Draw(&dialog, name) && done;
+  }
+  Put(&table, "PPPNAME", "crew-7");
+  Put(&table, "PPPPSWD", "secret");
+  using orvane::PlainForm;
+  PlainForm gsm(&table, orvane::GsmFields());
+  gsm.Open();
+  gsm.Model().SetText(1242,
+                      "internet.operator.example/a-name-that-is-longer-than-the-table's-room");
+  orvane::QtPrompts prompts;
+  orvane::CGsmDlg gsm_dialog(&gsm, &prompts, nullptr);
+  done = gallery.Draw(&gsm_dialog, "gsm") && done;
+  return DrawForm<orvane::CFtpDlg>(gallery, orvane::FtpForm(&table), "ftp") && done;
+}
+
+bool DrawSensors(orvane::ParamTable table, const Gallery& gallery) {
+  using orvane::CurrentSensorForm;
+  bool done = true;
+  Put(&table, "CSSN", "");
+  for (const auto& [gain, amplitude, name] :
+       {std::tuple("0", "0", "current-sensor-none"), std::tuple("100", "-0.05", "current-sensor-1"),
+        std::tuple("5", "-0.1", "current-sensor-2")}) {
+    Put(&table, "CNOM", gain);
+    Put(&table, "CAMP", amplitude);
+    done = DrawForm<orvane::CCurrentSensorDlg>(gallery, CurrentSensorForm(&table), name) && done;
+    Put(&table, "CSSN", "CS1043");
+  }
+  orvane::CoilForm coil(&table, orvane::CoilModels());
+  coil.Open();
+  coil.Model().SetIndex(orvane::CoilForm::kType, 1);
+  coil.OnEdited(orvane::CoilForm::kType);
+  orvane::QtPrompts prompts;
+  orvane::CCoilDlg dialog(&coil, &prompts, nullptr);
+  return gallery.Draw(&dialog, "coil") && done;
+}
+
+bool DrawBoxStatus(orvane::ParamTable table, const Gallery& gallery) {
+  using Form = orvane::BoxStatusForm;
+  bool done = DrawForm<orvane::CBoxStatusDlg>(gallery, Form(&table), "box-status-empty");
+  for (const auto& [key, text] :
+       std::initializer_list<std::pair<const char*, const char*>>{{"LATG", "6047.1234,N"},
+                                                                  {"LNGG", "13524.9876,W"},
+                                                                  {"ELEV", "712"},
+                                                                  {"NSAT", "9"},
+                                                                  {"CLST", "4"},
+                                                                  {"TERR", "-1"},
+                                                                  {"LFIX", "2026/11/21 08:00:00"},
+                                                                  {"TOTL", "1824"},
+                                                                  {"SATR", "3"},
+                                                                  {"BADR", "1"},
+                                                                  {"FTIM", "2026/11/20 16:00:00"},
+                                                                  {"LTIM", "2026/11/21 07:59:30"},
+                                                                  {"BAT1", "12345"},
+                                                                  {"TEMP", "-7"},
+                                                                  {"DISK", "1073741824"},
+                                                                  {"FFPG", "0"},
+                                                                  {"GFPG", "0"},
+                                                                  {"DSP", "0"},
+                                                                  {"MSTRLAT", "6047.0011,N"},
+                                                                  {"MSTRLNG", "13525.1002,W"},
+                                                                  {"MSTRRNG", "251.37"},
+                                                                  {"MSTRBRG", "33.9"}}) {
+    Put(&table, key, text);
+  }
+  return DrawForm<orvane::CBoxStatusDlg>(gallery, Form(&table), "box-status") && done;
+}
+
 bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   orvane::CMainFrame& frame = app->Frame();
   bool done = gallery.Draw(&frame, "main-window");
@@ -183,6 +279,10 @@ bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   done = DrawSetup(app, gallery) && done;
   done = DrawAcquisition(app->Document().Table(), gallery) && done;
   done = DrawStepping(app->Document().Table(), gallery) && done;
+
+  done = DrawCommunications(app->Document().Table(), gallery) && done;
+  done = DrawSensors(app->Document().Table(), gallery) && done;
+  done = DrawBoxStatus(app->Document().Table(), gallery) && done;
 
   orvane::CAboutDlg about(&frame);
   return gallery.Draw(&about, "about") && done;

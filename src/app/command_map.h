@@ -28,6 +28,9 @@ enum CommandId : int {
   kEditCoil = 32777,
   kListSchedules = 32781,
   kCreateFdemSchedule = 32806,
+  kEditGsm = 32801,
+  kEditFtp = 32805,
+  kViewBoxStatus = 32803,
   kScrollBack = 32794,
   kScrollForward = 32795,
 };

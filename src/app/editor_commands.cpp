@@ -11,14 +11,15 @@
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
 #include "editors/widgets/acq_param_dlg.h"
+#include "editors/widgets/box_status_dlg.h"
+#include "editors/widgets/comm_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
+#include "editors/widgets/sensor_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
 #include "forms/early_writes.h"
-#include "stepping/tfs_listing.h"
 #include "stepping/widgets/fdem_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
-#include "stepping/widgets/tfs_dialog.h"
 
 namespace orvane {
 
@@ -119,33 +120,9 @@ void EditorCommands::EditStepping() {
   SteppingForm form(&doc_->Table(), prompts_, notices_);
   form.Open();
   CFreqSteppingDlg dialog(&form, prompts_, Folder(), parent_);
-  if (dialog.exec() == QDialog::Accepted) {
-    MarkModified();
-    return;
-  }
-  TellEarlyChanges(form.EarlyChanges());
-  doc_->UpdateAllViews();
-}
-
-void EditorCommands::ListSchedules() {
-  const QStringList files = AskForSchedules(
-      parent_, QStringLiteral("Convert  Frequency Stepping  File(s) to ASCII File(s)"), Folder());
-  std::string problems;
-  qsizetype listed = 0;
-  for (const QString& file : files) {
-    const std::filesystem::path path = QFile::encodeName(file).toStdString();
-    const ListingResult result = ListSchedule(path, ListingPathFor(path));
-    listed += result.error.empty() ? 1 : 0;
-    if (!result.error.empty() || !result.note.empty()) {
-      problems += (result.error.empty() ? result.note : result.error) + '\n';
-    }
-  }
-  if (!files.isEmpty()) {
-    notices_->ShowNotice(
-        QStringLiteral("%1 of %2 files listed").arg(listed).arg(files.size()).toStdString());
-  }
-  if (!problems.empty()) {
-    prompts_->ShowWarning("Orvane", problems);
+  if (!Run(&dialog)) {
+    TellEarlyChanges(form.EarlyChanges());
+    doc_->UpdateAllViews();
   }
 }
 
@@ -156,6 +133,58 @@ void EditorCommands::CreateFdemSchedule() {
   if (dialog.exec() == QDialog::Accepted) {
     notices_->ShowNotice(form.Note());
   }
+}
+
+bool EditorCommands::Run(QDialog* dialog) {
+  const bool is_accepted = dialog->exec() == QDialog::Accepted;
+  if (is_accepted) {
+    MarkModified();
+  }
+  return is_accepted;
+}
+
+void EditorCommands::EditRadio() {
+  RadioForm form(&doc_->Table());
+  form.Open();
+  CRadioDlg dialog(&form, prompts_, parent_);
+  if (!Run(&dialog)) {
+    TellEarlyChanges(form.EarlyChanges());
+    doc_->UpdateAllViews();
+  }
+}
+
+void EditorCommands::EditGsm() {
+  PlainForm form(&doc_->Table(), GsmFields());
+  form.Open();
+  CGsmDlg dialog(&form, prompts_, parent_);
+  Run(&dialog);
+}
+
+void EditorCommands::EditFtp() {
+  FtpForm form(&doc_->Table());
+  form.Open();
+  CFtpDlg dialog(&form, prompts_, parent_);
+  Run(&dialog);
+}
+
+void EditorCommands::EditCurrentSensor() {
+  CurrentSensorForm form(&doc_->Table());
+  form.Open();
+  CCurrentSensorDlg dialog(&form, prompts_, parent_);
+  Run(&dialog);
+}
+
+void EditorCommands::EditCoil() {
+  CoilForm form(&doc_->Table(), CoilModels());
+  form.Open();
+  CCoilDlg dialog(&form, prompts_, parent_);
+  Run(&dialog);
+}
+
+void EditorCommands::ViewBoxStatus() {
+  BoxStatusForm form(&doc_->Table());
+  form.Open();
+  CBoxStatusDlg(&form, prompts_, parent_).exec();
 }
 
 void EditorCommands::SaveAllBoxes() {

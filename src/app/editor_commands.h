@@ -2,6 +2,7 @@
 #ifndef ORVANE_APP_EDITOR_COMMANDS_H_
 #define ORVANE_APP_EDITOR_COMMANDS_H_
 
+#include <QDialog>
 #include <QWidget>
 #include <string>
 #include <vector>
@@ -21,9 +22,13 @@ class EditorCommands {
   void EditRaw();
   void EditAcquisition();
   void EditStepping();
-  /// Schedule files as text files beside them.
-  void ListSchedules();
   void CreateFdemSchedule();
+  void EditRadio();
+  void EditGsm();
+  void EditFtp();
+  void EditCurrentSensor();
+  void EditCoil();
+  void ViewBoxStatus();
   void SaveAllBoxes();
 
  private:
@@ -34,6 +39,8 @@ class EditorCommands {
   void MarkModified();
   /// The document's folder.
   QString Folder() const;
+  /// Runs a dialog; with OK the document is modified.
+  bool Run(QDialog* dialog);
   void TellEarlyChanges(const std::vector<std::string>& keys);
 
   COrvaneDoc* doc_;

@@ -72,7 +72,10 @@ QString DroppedFile(const QMimeData* data) {
 }  // namespace
 
 CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notices)
-    : doc_(doc), editors_(doc, prompts, notices, this), view_(new COrvaneView(doc, this)) {
+    : doc_(doc),
+      editors_(doc, prompts, notices, this),
+      utilities_(doc, prompts, this),
+      view_(new COrvaneView(doc, this)) {
   setObjectName(QStringLiteral("main"));
   prompts->SetParent(this);
   setAcceptDrops(true);
@@ -176,8 +179,14 @@ void CMainFrame::ConnectCommands() {
   Handle(kFileSaveAllBoxes, [this] { editors_.SaveAllBoxes(); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
   Handle(kEditStepping, [this] { editors_.EditStepping(); });
-  Handle(kListSchedules, [this] { editors_.ListSchedules(); });
+  Handle(kListSchedules, [this] { utilities_.ListSchedules(); });
   Handle(kCreateFdemSchedule, [this] { editors_.CreateFdemSchedule(); });
+  Handle(kEditRadio, [this] { editors_.EditRadio(); });
+  Handle(kEditGsm, [this] { editors_.EditGsm(); });
+  Handle(kEditFtp, [this] { editors_.EditFtp(); });
+  Handle(kEditCurrentSensor, [this] { editors_.EditCurrentSensor(); });
+  Handle(kEditCoil, [this] { editors_.EditCoil(); });
+  Handle(kViewBoxStatus, [this] { editors_.ViewBoxStatus(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {

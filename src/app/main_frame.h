@@ -17,6 +17,7 @@
 #include "app/orvane_view.h"
 #include "app/qt_prompts.h"
 #include "app/recent_files.h"
+#include "app/utility_commands.h"
 
 namespace orvane {
 
@@ -57,6 +58,7 @@ class CMainFrame : public QMainWindow {
 
   COrvaneDoc* doc_;
   EditorCommands editors_;
+  UtilityCommands utilities_;
   COrvaneView* view_;
   NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;

@@ -10,13 +10,21 @@
 
 namespace CLI {
 class App;
-}
+class Validator;
+}  // namespace CLI
 
 namespace orvane {
 
 /// Adds a noun and its verbs. A verb that ran leaves its exit code in `exit_code`.
 void AddTableCommands(CLI::App* app, ExitCode* exit_code);
 void AddScheduleCommands(CLI::App* app, ExitCode* exit_code);
+void AddStackCommands(CLI::App* app, ExitCode* exit_code);
+
+/// The verbs of `table` that convert many files.
+void AddTableConversions(CLI::App* table, ExitCode* exit_code);
+
+/// Refuses an empty text: a script's variable that was not set, never a file's name.
+CLI::Validator NotEmpty();
 
 struct SetOptions {
   std::filesystem::path file;

@@ -1,12 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "cli/commands.h"
 
 namespace {
+
+// The arguments, last first, as the parser takes them. It would split a file name such as [a,b]
+// into several; the same file's name behind "./" stays one.
+std::vector<std::string> Arguments(int argc, char** argv) {
+  std::vector<std::string> arguments(argv + 1, argv + argc);
+  for (std::string& argument : arguments) {
+    if (argument.starts_with('[') && argument.ends_with(']')) {
+      argument.insert(0, "./");
+    }
+  }
+  std::reverse(arguments.begin(), arguments.end());
+  return arguments;
+}
 
 int Run(int argc, char** argv) {
   CLI::App app("Reads, changes and writes the files of geophysical field receivers.", "orvane-cli");
@@ -14,6 +30,7 @@ int Run(int argc, char** argv) {
   orvane::ExitCode exit_code = orvane::kAllDone;
   orvane::AddTableCommands(&app, &exit_code);
   orvane::AddScheduleCommands(&app, &exit_code);
+  orvane::AddStackCommands(&app, &exit_code);
 
   const auto add_version = [](CLI::App* command, const auto& self) -> void {
     command->set_version_flag("--version", "orvane-cli " ORVANE_VERSION);
@@ -24,7 +41,7 @@ int Run(int argc, char** argv) {
   add_version(&app, add_version);
 
   try {
-    app.parse(argc, argv);
+    app.parse(Arguments(argc, argv));
   } catch (const CLI::ParseError& error) {
     // Help and version are no errors; the library's other exit codes all mean wrong usage.
     if (app.exit(error) != 0) {

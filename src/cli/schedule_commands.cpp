@@ -3,10 +3,12 @@
 #include <map>
 #include <memory>
 
+#include "cli/batch_verb.h"
 #include "cli/commands.h"
 #include "cli/schedule_run.h"
 #include "cli/validators.h"
 #include "core/tech.h"
+#include "stepping/tfs_listing.h"
 
 namespace orvane {
 namespace {
@@ -15,7 +17,6 @@ struct Arguments {
   PresetOptions preset;
   std::string method;
   std::filesystem::path file;
-  std::vector<std::filesystem::path> files;
   std::filesystem::path to;
   FdemRequest fdem;
   std::string current;
@@ -85,12 +86,7 @@ void AddScheduleCommands(CLI::App* app, ExitCode* exit_code) {
   show->add_option("FILE", arguments->file, "a schedule file")->required();
   show->callback([=] { *exit_code = RunScheduleShow(arguments->file); });
 
-  CLI::App* text = schedule->add_subcommand("text", "List schedule files as text files");
-  text->add_option("FILE", arguments->files, "schedule files")->required();
-  text->add_option("--out", arguments->to, "folder for the listings, instead of beside each file")
-      ->check(NotEmpty());
-  text->callback([=] { *exit_code = RunScheduleText(arguments->files, arguments->to); });
-
+  AddBatchVerb(schedule, "text", "Write each schedule as a text (NAME.txt)", TfsListing, exit_code);
   AddFdem(schedule, arguments, exit_code);
 }
 

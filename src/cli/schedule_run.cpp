@@ -8,7 +8,7 @@
 #include "core/param_access.h"
 #include "stepping/step_presets.h"
 #include "stepping/step_table.h"
-#include "stepping/tfs_listing.h"
+#include "stepping/tfs_file.h"
 
 namespace orvane {
 namespace {
@@ -103,22 +103,6 @@ ExitCode RunScheduleShow(const std::filesystem::path& file) {
             FormatReal(row.frequency, 17) + '\t' + FormatReal(row.current, 17) + '\n';
   }
   return PrintResult(text) ? kAllDone : kSomeFailed;
-}
-
-ExitCode RunScheduleText(const std::vector<std::filesystem::path>& files,
-                         const std::filesystem::path& out) {
-  ExitCode exit_code = kAllDone;
-  for (const std::filesystem::path& file : files) {
-    const std::filesystem::path beside = ListingPathFor(file);
-    const ListingResult result = ListSchedule(file, out.empty() ? beside : out / beside.filename());
-    if (!result.error.empty()) {
-      PrintMessage(result.error);
-      exit_code = kSomeFailed;
-    } else if (!result.note.empty()) {
-      PrintMessage(result.note);
-    }
-  }
-  return exit_code;
 }
 
 ExitCode RunScheduleFdem(const FdemRequest& request, const std::filesystem::path& to) {

@@ -4,8 +4,6 @@
 #define ORVANE_CLI_SCHEDULE_RUN_H_
 
 #include <filesystem>
-#include <string>
-#include <vector>
 
 #include "cli/output.h"
 #include "stepping/fdem_schedule.h"
@@ -22,9 +20,6 @@ ExitCode RunSchedulePreset(const PresetOptions& options);
 
 ExitCode RunScheduleMake(const std::filesystem::path& file, const std::filesystem::path& to);
 ExitCode RunScheduleShow(const std::filesystem::path& file);
-/// Listings go beside their files, or into `out` where that is not empty.
-ExitCode RunScheduleText(const std::vector<std::filesystem::path>& files,
-                         const std::filesystem::path& out);
 ExitCode RunScheduleFdem(const FdemRequest& request, const std::filesystem::path& to);
 
 }  // namespace orvane

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "cli/commands.h"
-#include "cli/validators.h"
 #include "core/number_text.h"
 #include "core/param_text.h"
 #include "core/param_time.h"
@@ -139,6 +138,13 @@ ExitCode RunTableBoxes(const std::filesystem::path& file) {
 
 }  // namespace
 
+CLI::Validator NotEmpty() {
+  return {[](const std::string& text) {
+            return text.empty() ? std::string("the name is empty") : std::string();
+          },
+          "", "not empty"};
+}
+
 void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   // The options live as long as the callbacks that the parser keeps.
   struct Arguments {
@@ -220,6 +226,8 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     arguments->startup.tbl_version = arguments->tbl_version == "1" ? 1 : 2;
     *exit_code = RunTableStartup(arguments->startup);
   });
+
+  AddTableConversions(table, exit_code);
 }
 
 }  // namespace orvane

@@ -9,14 +9,6 @@
 
 namespace orvane {
 
-/// An empty text is a script's variable that was not set, never a file's name.
-inline CLI::Validator NotEmpty() {
-  return {[](const std::string& text) {
-            return text.empty() ? std::string("the name is empty") : std::string();
-          },
-          "", "not empty"};
-}
-
 /// A finite decimal number of at least 0, whatever the locale.
 inline CLI::Validator Amount() {
   return {[](const std::string& text) {

@@ -18,6 +18,8 @@ constexpr bool IsControl(char c) { return (c >= 0 && c < ' ') || c == 0x7F; }
 
 constexpr char UpperCased(char c) { return IsLower(c) ? static_cast<char>(c - 'a' + 'A') : c; }
 
+constexpr char LowerCased(char c) { return IsUpper(c) ? static_cast<char>(c - 'A' + 'a') : c; }
+
 constexpr bool EqualCharsWithoutCase(char a, char b) { return UpperCased(a) == UpperCased(b); }
 
 constexpr bool EqualsWithoutCase(std::string_view a, std::string_view b) {

@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "core/number_text.h"
+#include "core/path_names.h"
 
 namespace orvane {
 namespace {
@@ -102,6 +103,24 @@ FileCalls& WriterCalls() {
 
 std::string FileMessage(const std::filesystem::path& path, std::string_view reason) {
   return path.string() + ": " + std::string(reason);
+}
+
+std::string FileIdentity(const std::filesystem::path& path) {
+  struct stat info {};
+  const auto numbers = [&info] {
+    return FormatInt(static_cast<std::int64_t>(info.st_dev)) + ":" +
+           FormatInt(static_cast<std::int64_t>(info.st_ino));
+  };
+  if (stat(path.c_str(), &info) == 0) {
+    return numbers();
+  }
+  const auto target = FollowLinks(path);
+  const auto folder = target.parent_path();
+  if (stat(folder.empty() ? "." : folder.c_str(), &info) == 0) {
+    return numbers() + "/" + target.filename().string();
+  }
+  std::error_code error;
+  return std::filesystem::absolute(target, error).lexically_normal().string();
 }
 
 InFile::~InFile() {
@@ -346,6 +365,23 @@ std::string WriteFile(const std::filesystem::path& path, std::span<const std::by
     error = file.Write(bytes);
   }
   return error.empty() ? file.Commit() : error;
+}
+
+std::string KeepBackup(const std::filesystem::path& path, std::filesystem::path* kept) {
+  *kept = FirstFreeName(path.string(), BackupName, [](const std::string& name) {
+    std::error_code error;
+    return std::filesystem::exists(std::filesystem::symlink_status(name, error));
+  });
+  InFile in;
+  OutFile out;
+  std::string reason = in.Open(path);
+  reason = reason.empty() ? out.Open(*kept) : reason;
+  std::vector<std::byte> piece(kPiece);
+  for (std::size_t size = 1; reason.empty() && size > 0;) {
+    size = in.Read(piece);
+    reason = in.Error().empty() ? out.Write(std::span(piece).first(size)) : in.Error();
+  }
+  return reason.empty() ? out.Commit() : reason;
 }
 
 }  // namespace orvane

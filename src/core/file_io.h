@@ -17,6 +17,10 @@ namespace orvane {
 /// "PATH: reason", as every message about a file reads.
 std::string FileMessage(const std::filesystem::path& path, std::string_view reason);
 
+/// A text that is equal for two paths where they lead to one file, through whatever links. A file
+/// that does not exist is known by its folder and name.
+std::string FileIdentity(const std::filesystem::path& path);
+
 /// A file that is read from front to back.
 class InFile {
  public:
@@ -94,6 +98,11 @@ class OutFile {
 /// Writes a whole file through `OutFile`. An empty string, or why it failed.
 [[nodiscard]] std::string WriteFile(const std::filesystem::path& path,
                                     std::span<const std::byte> bytes);
+
+/// Copies a file, in pieces, to a name beside it that no file has yet: FILE.bak, FILE.bak1 ... An
+/// empty string and the name, or why it failed.
+[[nodiscard]] std::string KeepBackup(const std::filesystem::path& path,
+                                     std::filesystem::path* kept);
 
 /// The system calls of the writer, replaceable so that tests can let a disk fail. Each returns -1
 /// and sets errno on failure.

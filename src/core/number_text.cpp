@@ -8,6 +8,8 @@
 #include <limits>
 #include <system_error>
 
+#include "core/number_format.h"
+
 namespace orvane {
 namespace {
 
@@ -77,14 +79,6 @@ Number ReadDecimal(std::string_view text) {
   return number;
 }
 
-template <typename... Format>
-std::string ToChars(double value, Format... format) {
-  std::array<char, 400> buffer{};
-  const auto end =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format...).ptr;
-  return {buffer.data(), end};
-}
-
 }  // namespace
 
 std::string FormatInt(std::int64_t value) {
@@ -94,10 +88,19 @@ std::string FormatInt(std::int64_t value) {
 }
 
 std::string FormatReal(double value, int digits) {
-  return ToChars(value, std::chars_format::general, digits);
+  std::array<char, kMaxNumberText> buffer;  // NOLINT: not to be zeroed
+  return {buffer.data(), WriteGeneral(buffer.data(), value, digits)};
 }
 
-std::string FormatRealExactly(double value) { return ToChars(value); }
+std::string FormatFixed(double value, int decimals) {
+  std::array<char, kMaxNumberText> buffer;  // NOLINT: not to be zeroed
+  return {buffer.data(), WriteFixed(buffer.data(), value, decimals)};
+}
+
+std::string FormatRealExactly(double value) {
+  std::array<char, 40> buffer{};
+  return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
+}
 
 std::string_view SkipBlanks(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) {

@@ -18,6 +18,9 @@ std::string FormatInt(std::int64_t value);
 /// printf's "%.{digits}g": `digits` significant digits in the shorter of fixed and exponent form.
 std::string FormatReal(double value, int digits = 10);
 
+/// printf's "%.{decimals}f".
+std::string FormatFixed(double value, int decimals);
+
 /// The shortest text that reads back as the same double.
 std::string FormatRealExactly(double value);
 

@@ -132,6 +132,7 @@ Status TblReader::Open(const std::filesystem::path& path, TblReport* report) {
   }
   if (version_ == 2) {
     file_.Skip(sizeof(TblHeader));
+    offset_ = sizeof(TblHeader);
   }
   return kOk;
 }
@@ -145,6 +146,7 @@ bool TblReader::NextRecord(Record* record) {
   }
   *record = RecordFrom<Record>(bytes);
   file_.Skip(sizeof(Record));
+  offset_ += sizeof(Record);
   return true;
 }
 
@@ -153,11 +155,20 @@ bool TblReader::Next(ParamEntry* entry) {
     return NextRecord(entry);
   }
   TblRecordV1 record;
-  if (!NextRecord(&record) || IsEndRecord(record)) {
+  if (!NextRecord(&record)) {
+    return false;
+  }
+  if (IsEndRecord(record)) {
+    ended_ = true;
     return false;
   }
   *entry = EntryFrom(record);
   return true;
+}
+
+void TblReader::TellEnd(TblReport* report) {
+  report->cut_at = ended_ || file_.Peek(1).empty() ? 0 : offset_;
+  report->read_error = file_.Error();
 }
 
 Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblReport* report) {
@@ -173,6 +184,7 @@ Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblRe
     ++report->records;
     report->loaded += StoreRecord(table, entry, false) == kOk ? 1 : 0;
   }
+  reader.TellEnd(report);
   StoreInt(table, "TBVI", report->version);
   return kOk;
 }

@@ -18,11 +18,13 @@ namespace orvane {
 
 /// What came of reading or writing a file, beside the status.
 struct TblReport {
-  int version = 0;          ///< 1 or 2 as recognised; 0: none
-  std::size_t records = 0;  ///< whole records in the file
-  std::size_t loaded = 0;   ///< of them stored; the others have unknown keys or other types
-  std::string reason;       ///< on a failed save: why
-  std::string message;      ///< on failure "PATH: reason (status)"
+  int version = 0;           ///< 1 or 2 as recognised; 0: none
+  std::size_t records = 0;   ///< whole records in the file
+  std::size_t loaded = 0;    ///< of them stored; the others have unknown keys or other types
+  std::uint64_t cut_at = 0;  ///< offset of a last record that is cut; 0: none is
+  std::string read_error;    ///< what kept the records from being read to their end; mostly empty
+  std::string reason;        ///< on a failed save: why
+  std::string message;       ///< on failure "PATH: reason (status)"
 };
 
 /// Reads the records of a file one by one.
@@ -35,12 +37,17 @@ class TblReader {
   /// record is cut: nothing of it is used.
   bool Next(ParamEntry* entry);
 
+  /// Once `Next()` has answered false: where the cut record begins, and a failed read.
+  void TellEnd(TblReport* report);
+
  private:
   template <typename Record>
   bool NextRecord(Record* record);
 
   InFile file_;
   int version_ = 0;
+  std::uint64_t offset_ = 0;
+  bool ended_ = false;  // by an end record
 };
 
 /// Stores the values of all records in the table (types must match, masks in the file are ignored,

@@ -180,16 +180,7 @@ std::vector<Choice> WithUnknown(const std::vector<std::string>& names) {
 
 }  // namespace
 
-BoxSerialForm::BoxSerialForm(ParamTable* table) : model_(table, kBoxSerials) {}
-
-void BoxSerialForm::Commit() {
-  std::vector<int> order;
-  order.reserve(kBoxSerials.size());
-  for (const Field& field : kBoxSerials) {
-    order.push_back(field.control);
-  }
-  model_.Write(order);
-}
+BoxSerialForm::BoxSerialForm(ParamTable* table) : PlainForm(table, kBoxSerials) {}
 
 SiteForm::SiteForm(ParamTable* table, int tech,
                    const std::array<std::string, 4>& transmitter_models)
@@ -308,12 +299,6 @@ void SiteForm::CommitTransmitterType() {
   if (DialogNumber() == 162) {
     model_.Write(std::array<int, 1>{kTransmitterType});
   }
-}
-
-int SiteForm::CapacityOf(int control) const {
-  const Field& field = model_.FieldOf(control);
-  return field.codec.kind == CodecKind::kPieces ? field.codec.base * kTextLength
-                                                : field.limits.max_length;
 }
 
 }  // namespace orvane

@@ -10,21 +10,14 @@
 #include <vector>
 
 #include "editors/tech.h"
-#include "forms/form_model.h"
+#include "forms/plain_form.h"
 
 namespace orvane {
 
 /// The serial numbers of the boxes, asked before the site of every method but MT/AMT.
-class BoxSerialForm {
+class BoxSerialForm : public PlainForm {
  public:
   explicit BoxSerialForm(ParamTable* table);
-
-  FormModel& Model() { return model_; }
-  void Open() { model_.ReadAll(); }
-  void Commit();
-
- private:
-  FormModel model_;
 };
 
 /// The site setup dialog of one method.
@@ -79,9 +72,6 @@ class SiteForm {
   void Commit();
   /// The transmitter type, written once the grids of the spread are found right. TDEM and FDEM.
   void CommitTransmitterType();
-
-  /// Characters that the keys of a survey text hold.
-  int CapacityOf(int control) const;
 
  private:
   std::vector<int> WriteOrder() const;

@@ -85,9 +85,21 @@ std::string JoinedText(const std::vector<ParamValue>& stored) {
   return text;
 }
 
+std::string ScaledText(const Field& field, const ParamValue& stored) {
+  const double number = field.type == IntPT ? IntOf(stored) : RealOf(stored);
+  const double shown = number * field.codec.to_shown;
+  return field.codec.decimals < 0 ? FormatReal(shown) : FormatFixed(shown, field.codec.decimals);
+}
+
 std::string TextOf(const Field& field, const ParamValue& stored, int hours) {
+  if (!field.choices.empty()) {
+    const int index = IndexOf(field, IntOf(stored));
+    return index == kNothingChosen
+               ? std::string()
+               : std::string(field.choices[static_cast<std::size_t>(index)].label);
+  }
   if (field.codec.kind == CodecKind::kScale) {
-    return FormatReal(RealOf(stored) * field.codec.to_shown);
+    return ScaledText(field, stored);
   }
   if (field.type == AmxPT) {
     return FormatParamTime(ShiftedByHours(TimeOf(stored), hours));
@@ -187,7 +199,7 @@ std::string FaultOf(const Field& field, const Shown& shown) {
       return {};
   }
   const auto limit = static_cast<std::size_t>(field.limits.max_length);
-  return limit > 0 && shown.text.size() > limit
+  return field.codec.kind != CodecKind::kLongText && limit > 0 && shown.text.size() > limit
              ? "Enter no more than " + FormatInt(field.limits.max_length) + " characters."
              : std::string();
 }

@@ -18,7 +18,7 @@ enum class Widget {
   kReal,      ///< text: a number
   kTime,      ///< text: a time
   kPath,      ///< text: a folder or file of this computer, in UTF-8
-  kShown,     ///< text: not for editing
+  kShown,     ///< text: not for editing; with choices the label of the one that is stored
   kRadios,    ///< index: a group of buttons, each with a control number of its own
   kCheck,     ///< index: 0 or 1
   kCombo,     ///< index: a list
@@ -38,13 +38,14 @@ struct Choice {
 
 /// How a stored value becomes what is shown, and back.
 enum class CodecKind {
-  kUnbound,  ///< belongs to no key
-  kPlain,    ///< the value's text form, or an index that is the stored number
-  kOffset,   ///< stored number = index + base
-  kMap,      ///< stored number = map[index]
-  kFlag,     ///< index 1 for any stored number but 0
-  kScale,    ///< shown number = stored x to_shown, stored = shown x to_stored
-  kPieces,   ///< one text in `base` keys of 15 characters; the key is their prefix
+  kUnbound,   ///< belongs to no key
+  kPlain,     ///< the value's text form, or an index that is the stored number
+  kOffset,    ///< stored number = index + base
+  kMap,       ///< stored number = map[index]
+  kFlag,      ///< index 1 for any stored number but 0
+  kScale,     ///< shown number = stored x to_shown, stored = shown x to_stored
+  kPieces,    ///< one text in `base` keys of 15 characters; the key is their prefix
+  kLongText,  ///< one text in a chain of entries; the key is its first link
 };
 
 /// What a stored number without a choice of its own shows.
@@ -57,6 +58,7 @@ struct Codec {
   Unlisted unlisted = Unlisted::kNothing;
   double to_shown = 1;
   double to_stored = 1;
+  int decimals = -1;  ///< of `kScale`: this many behind the point; below 0 the shorter form
   /// Written by the choice shown even where nobody touched it, so that a value that shows as
   /// another becomes that one.
   bool normalizes = false;
@@ -82,10 +84,15 @@ constexpr Codec Flag() { return {.kind = CodecKind::kFlag, .normalizes = true}; 
 constexpr Codec Scale(double to_shown, double to_stored) {
   return {.kind = CodecKind::kScale, .to_shown = to_shown, .to_stored = to_stored};
 }
+/// A number, whole or not, that is only shown.
+constexpr Codec ShownScaled(double to_shown, int decimals = -1) {
+  return {.kind = CodecKind::kScale, .to_shown = to_shown, .decimals = decimals};
+}
+constexpr Codec LongText() { return {.kind = CodecKind::kLongText}; }
 constexpr Codec Pieces(int count) { return {.kind = CodecKind::kPieces, .base = count}; }
 
-/// What a user may enter. Numbers: a range where `min` < `max`, which may be infinite. Texts:
-/// `max_length` characters where not 0.
+/// What a user may enter. Numbers: a range where `min` < `max`. Texts: `max_length` characters
+/// where not 0; a long text is not refused beyond them, only not taken by its line.
 struct Limits {
   double min = 0;
   double max = 0;

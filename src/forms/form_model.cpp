@@ -2,6 +2,7 @@
 #include "forms/form_model.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
 
 #include "core/param_text.h"
@@ -41,16 +42,49 @@ void FormModel::Changed(const State& state) const {
 
 bool FormModel::IsEnabled(int control) const {
   const auto button = buttons_.find(control);
-  if (button != buttons_.end() && !button->second) {
+  if (button != buttons_.end() && !button->second.is_enabled) {
     return false;
   }
   const auto found = states_.find(control);
   return found == states_.end() || found->second.is_enabled;
 }
 
-bool FormModel::HasWarning(int control) const {
+std::string_view FormModel::Warning(int control) const {
   const State& state = StateOf(control);
-  return !state.is_edited && !state.stored.empty() && !FaultOf(*state.field, state.shown).empty();
+  if (state.is_edited) {
+    return {};
+  }
+  if (state.is_unreadable) {
+    return "The stored text has no end; it stays as it is unless a new one is entered";
+  }
+  return state.stored.empty() || FaultOf(*state.field, state.shown).empty()
+             ? std::string_view()
+             : "The stored value is outside its range";
+}
+
+std::size_t FormModel::CapacityOf(int control) const {
+  const Field& field = FieldOf(control);
+  if (field.codec.kind == CodecKind::kPieces) {
+    return static_cast<std::size_t>(field.codec.base) * kMaxTextLength;
+  }
+  if (field.codec.kind == CodecKind::kLongText) {
+    const std::size_t size = table_->LongParamCapacity(field.key);
+    return size == 0 ? 0 : size - 1;  // the NUL
+  }
+  return kMaxTextLength;
+}
+
+std::string_view FormModel::ButtonCaption(int button) const {
+  const auto changed = buttons_.find(button);
+  if (changed != buttons_.end() && !changed->second.caption.empty()) {
+    return changed->second.caption;
+  }
+  const State* group = GroupOf(button);
+  assert(group != nullptr);
+  const auto& choices = group->field->choices;
+  return std::find_if(choices.begin(), choices.end(),
+                      [button](const Choice& choice) { return choice.control == button; })
+      ->label;
 }
 
 void FormModel::SetText(int control, std::string text) {
@@ -67,16 +101,23 @@ void FormModel::SetIndex(int control, int index) {
   Changed(state);
 }
 
-void FormModel::Enable(int control, bool is_enabled) {
+const FormModel::State* FormModel::GroupOf(int button) const {
   for (const auto& [number, state] : states_) {
     const auto& choices = state.field->choices;
     if (state.field->widget == Widget::kRadios &&
         std::any_of(choices.begin(), choices.end(),
-                    [control](const Choice& choice) { return choice.control == control; })) {
-      buttons_[control] = is_enabled;
-      Changed(state);
-      return;
+                    [button](const Choice& choice) { return choice.control == button; })) {
+      return &state;
     }
+  }
+  return nullptr;
+}
+
+void FormModel::Enable(int control, bool is_enabled) {
+  if (const State* group = GroupOf(control); group != nullptr) {
+    buttons_[control].is_enabled = is_enabled;
+    Changed(*group);
+    return;
   }
   State& state = StateOf(control);
   state.is_enabled = is_enabled;
@@ -95,7 +136,18 @@ void FormModel::SetCaption(int control, std::string caption) {
   Changed(state);
 }
 
+void FormModel::SetButtonCaption(int button, std::string caption) {
+  const State* group = GroupOf(button);
+  assert(group != nullptr);
+  buttons_[button].caption = std::move(caption);
+  Changed(*group);
+}
+
 void FormModel::Show(State* state) const {
+  if (state->field->codec.kind == CodecKind::kLongText) {
+    state->shown.text = state->long_text;
+    return;
+  }
   state->shown = ShownOf(*state->field, state->stored, hours_);
   if (state->stored.empty() && state->field->widget == Widget::kCheck) {
     state->shown.index = 0;
@@ -106,7 +158,7 @@ void FormModel::SetHourOffset(int hours) {
   const int before = hours_;
   hours_ = hours;
   for (auto& [control, state] : states_) {
-    if (state.field->widget != Widget::kTime) {
+    if (state.field->type != AmxPT) {
       continue;
     }
     ParamTime time;
@@ -119,10 +171,21 @@ void FormModel::SetHourOffset(int hours) {
   }
 }
 
+void FormModel::ReadLongText(State* state) const {
+  std::array<char, kMaxLongText> text{};
+  const Status status = table_->GetLongParam(state->field->key, text);
+  state->long_text = text.data();  // empty where it could not be read
+  state->is_unreadable = status == kLongTextTooLong;
+}
+
 void FormModel::Read(int control) {
   State& state = StateOf(control);
   state.stored.clear();
-  const auto keys = KeysOf(*state.field);
+  auto keys = KeysOf(*state.field);
+  if (state.field->codec.kind == CodecKind::kLongText) {
+    ReadLongText(&state);
+    keys.clear();
+  }
   for (const ParamKey key : keys) {
     const ParamEntry* entry = table_->FindParam(key);
     if (entry != nullptr && entry->type == state.field->type) {
@@ -155,6 +218,19 @@ std::optional<FormModel::Fault> FormModel::Validate() const {
   return std::nullopt;
 }
 
+namespace {
+
+void WriteLongText(ParamTable* table, ParamKey key, std::string_view text) {
+  text = text.substr(0, kMaxLongText);
+  if (table->SetLongParam(key, text) == kLongTextTooLong) {
+    const std::size_t capacity = table->LongParamCapacity(key);
+    // What the chain cannot hold goes; a key that is no chain has nowhere to keep any of it.
+    static_cast<void>(table->SetLongParam(key, text.substr(0, capacity == 0 ? 0 : capacity - 1)));
+  }
+}
+
+}  // namespace
+
 void FormModel::WriteTo(ParamTable* table, std::span<const int> controls,
                         DisabledEdits disabled) const {
   for (const int control : controls) {
@@ -162,6 +238,12 @@ void FormModel::WriteTo(ParamTable* table, std::span<const int> controls,
     if (disabled == DisabledEdits::kDrop && !state.is_enabled && state.is_edited) {
       state.is_edited = false;
       Show(&state);
+    }
+    if (state.field->codec.kind == CodecKind::kLongText) {
+      if (state.is_edited) {
+        WriteLongText(table, state.field->key, state.shown.text);
+      }
+      continue;
     }
     const bool is_as_read = !state.is_edited && !state.field->codec.normalizes;
     const auto values = is_as_read ? state.stored : StoredOf(*state.field, state.shown, hours_);

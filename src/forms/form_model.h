@@ -21,7 +21,7 @@ namespace orvane {
 /// A field that neither the user nor a rule nor a button changed since it was read writes back the
 /// bytes it was read from (but see `Codec::normalizes`): ten shown digits never cost a stored
 /// number its last ones. Controls are named by their numbers; one that the form lacks is a
-/// programming error, found by an assertion.
+/// programming error, found by an assertion. A long text is written only where it was edited.
 class FormModel {
  public:
   /// `fields` must outlive the model, as the constant table that it is.
@@ -39,8 +39,12 @@ class FormModel {
   const std::string& Caption(int control) const { return StateOf(control).caption; }
   /// The values as last read, one for each key; none where a key is missing.
   const std::vector<ParamValue>& Stored(int control) const { return StateOf(control).stored; }
-  /// Whether a value nobody touched lies outside what the user may enter.
-  bool HasWarning(int control) const;
+  /// What is wrong with a stored value that nobody touched; empty where nothing is.
+  std::string_view Warning(int control) const;
+  /// Characters of a text that its keys hold; what is longer is cut when it is written.
+  std::size_t CapacityOf(int control) const;
+  /// Of one button of a group, by its own number.
+  std::string_view ButtonCaption(int button) const;
 
   /// What a user, a rule or a button puts into a field; it counts as edited even where it is equal.
   void SetText(int control, std::string text);
@@ -50,6 +54,7 @@ class FormModel {
   /// Of all buttons of a group.
   void EnableGroup(int control, bool is_enabled);
   void SetCaption(int control, std::string caption);
+  void SetButtonCaption(int button, std::string caption);
 
   /// Hours added to stored times for display. Fields that are not edited are shown anew; an edited
   /// time that parses moves along, one that does not stays as typed.
@@ -86,20 +91,29 @@ class FormModel {
     const Field* field = nullptr;
     Shown shown;
     std::vector<ParamValue> stored;  // as read, one for each key; empty where a key is missing
+    std::string long_text;           // as read
+    bool is_unreadable = false;      // a long text without an end
     bool is_enabled = true;
     bool is_edited = false;
     std::string caption;
+  };
+  struct Button {
+    bool is_enabled = true;
+    std::string caption;  // empty: its own label
   };
 
   State& StateOf(int control);
   const State& StateOf(int control) const;
   void Show(State* state) const;
+  void ReadLongText(State* state) const;
+  /// The group that a button belongs to; null where it is no button.
+  const State* GroupOf(int button) const;
   void Changed(const State& state) const;
 
   ParamTable* table_;
   std::span<const Field> fields_;
   std::map<int, State> states_;
-  std::map<int, bool> buttons_;  // single buttons of groups that were enabled or disabled
+  std::map<int, Button> buttons_;  // single buttons of groups that were changed
   int hours_ = 0;
   std::function<void(int)> listener_;
 };

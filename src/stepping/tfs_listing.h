@@ -3,27 +3,14 @@
 #ifndef ORVANE_STEPPING_TFS_LISTING_H_
 #define ORVANE_STEPPING_TFS_LISTING_H_
 
-#include <filesystem>
-#include <string>
-
-#include "stepping/tfs_file.h"
+#include "core/batch.h"
 
 namespace orvane {
 
-/// One line for each row: number, end time, waveform, frequency, current. The reason stands behind
-/// the first bad row.
-std::string ListingOf(const ScheduleRows& rows);
-
-/// Where the listing of a file goes: beside it, ".txt" in place of its extension.
-std::filesystem::path ListingPathFor(const std::filesystem::path& path);
-
-struct ListingResult {
-  int rows = 0;
-  std::string note;   ///< "PATH: reason" where a reader would refuse the file listed
-  std::string error;  ///< "PATH: reason" where there is no listing
-};
-/// Lists a file; a refused one too.
-ListingResult ListSchedule(const std::filesystem::path& path, const std::filesystem::path& to);
+/// NAME.TFS becomes NAME.txt: one line for each row with number, end time, waveform, frequency and
+/// current. A file that a reader would refuse is listed all the same, the reason behind the first
+/// bad row and noted.
+Conversion TfsListing();
 
 }  // namespace orvane
 

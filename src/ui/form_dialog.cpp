@@ -5,14 +5,17 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <vector>
 
 #include "ui/byte_text.h"
 
@@ -30,16 +33,16 @@ void LimitTyping(QLineEdit* line, int max_length) {
 
 const QString kWarningMark = QStringLiteral("warning");
 
-void MarkLine(QLineEdit* line, bool has_warning) {
+void MarkLine(QLineEdit* line, const QString& warning) {
   auto* mark = line->findChild<QAction*>(kWarningMark);
   if (mark == nullptr) {
     const QIcon icon = line->style()->standardIcon(QStyle::SP_MessageBoxWarning);
     mark = line->addAction(icon, QLineEdit::TrailingPosition);
     mark->setObjectName(kWarningMark);
-    mark->setToolTip(QStringLiteral("The stored value is outside its range"));
   }
-  mark->setVisible(has_warning);
-  line->setAccessibleDescription(has_warning ? mark->toolTip() : QString());
+  mark->setVisible(!warning.isEmpty());
+  mark->setToolTip(warning);
+  line->setAccessibleDescription(warning);
 }
 
 // Only moving by keys scrolls by itself.
@@ -122,11 +125,9 @@ QWidget* CFormDialog::MakeRadios(const Field& field) {
   layout->setContentsMargins(0, 0, 0, 0);
   auto* group = new QButtonGroup(widget);
   groups_[field.control] = group;
-  const QString name = TextFromBytes(field.group.empty() ? field.label : field.group);
   for (const Choice& choice : field.choices) {
     auto* button = new QRadioButton(TextFromBytes(choice.label), widget);
     button->setObjectName(QString::number(choice.control));
-    button->setAccessibleName(name + QStringLiteral(": ") + button->text().trimmed());
     group->addButton(button, static_cast<int>(group->buttons().size()));
     layout->addWidget(button);
   }
@@ -191,6 +192,102 @@ QLabel* CFormDialog::LabelOf(int control) {
   return label;
 }
 
+void CFormDialog::AddRow(QFormLayout* form, int control) {
+  if (model_->FieldOf(control).widget == Widget::kPassword) {
+    form->addRow(LabelOf(control), WithShowButton(control));
+  } else {
+    form->addRow(LabelOf(control), Control(control));
+  }
+}
+
+QGroupBox* CFormDialog::Group(const char* title, std::initializer_list<int> controls) {
+  auto* box = new QGroupBox(QString::fromLatin1(title), this);
+  auto* rows = new QFormLayout(box);
+  for (const int control : controls) {
+    const Field& field = model_->FieldOf(control);
+    const bool is_free_text =
+        (field.widget == Widget::kText || field.widget == Widget::kPassword) &&
+        (field.codec.kind != CodecKind::kPlain || field.limits.max_length == 0);
+    if (is_free_text) {
+      AddCountedRow(rows, control);
+    } else {
+      AddRow(rows, control);
+    }
+  }
+  return box;
+}
+
+void CFormDialog::AlignLabels(std::initializer_list<const QGroupBox*> boxes) {
+  std::vector<QWidget*> labels;
+  int width = 0;
+  for (const QGroupBox* box : boxes) {
+    const auto* rows = qobject_cast<const QFormLayout*>(box->layout());
+    for (int row = 0; row < rows->rowCount(); ++row) {
+      if (const QLayoutItem* item = rows->itemAt(row, QFormLayout::LabelRole); item != nullptr) {
+        labels.push_back(item->widget());
+        width = std::max(width, item->widget()->sizeHint().width());
+      }
+    }
+  }
+  for (QWidget* label : labels) {
+    label->setMinimumWidth(width);
+  }
+}
+
+QLayout* CFormDialog::WithShowButton(int control) {
+  auto* line = qobject_cast<QLineEdit*>(Control(control));
+  auto* show = new QToolButton(this);
+  show->setText(QStringLiteral("Show"));
+  show->setCheckable(true);
+  show->setFocusPolicy(Qt::StrongFocus);
+  show->setObjectName(QStringLiteral("show%1").arg(control));
+  show->setAccessibleName(QStringLiteral("Show ") + line->accessibleName());
+  show->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+  connect(show, &QToolButton::toggled, line, [line](bool is_shown) {
+    line->setEchoMode(is_shown ? QLineEdit::Normal : QLineEdit::Password);
+  });
+  auto* row = new QHBoxLayout;
+  row->addWidget(line, 1);
+  row->addWidget(show);
+  return row;
+}
+
+void CFormDialog::AddCountedRow(QFormLayout* form, int control) {
+  auto* count = new QLabel(this);
+  count->setObjectName(QStringLiteral("count%1").arg(control));
+  count->setAlignment(Qt::AlignRight);
+  QFont small = count->font();
+  small.setPointSizeF(small.pointSizeF() * 0.85);
+  count->setFont(small);
+  counts_[control] = count;
+  auto* column = new QVBoxLayout;
+  column->setSpacing(0);
+  if (model_->FieldOf(control).widget == Widget::kPassword) {
+    column->addLayout(WithShowButton(control));
+  } else {
+    column->addWidget(Control(control));
+  }
+  column->addWidget(count);
+  form->addRow(LabelOf(control), column);
+  Refresh(control);
+}
+
+// What is beyond the capacity is cut when it is stored.
+bool CFormDialog::UpdateCount(int control) {
+  const std::size_t length = model_->Text(control).size();
+  const std::size_t capacity = model_->CapacityOf(control);
+  const bool is_cut = length > capacity;
+  QLabel* count = counts_.at(control);
+  count->setText(QStringLiteral("%1 of %2%3")
+                     .arg(length)
+                     .arg(capacity)
+                     .arg(is_cut ? QStringLiteral(", will be cut") : QString()));
+  QFont font = count->font();
+  font.setBold(is_cut);
+  count->setFont(font);
+  return is_cut;
+}
+
 QDialogButtonBox* CFormDialog::OkAndCancel() {
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("1"));
@@ -203,12 +300,18 @@ QDialogButtonBox* CFormDialog::OkAndCancel() {
 void CFormDialog::RefreshRadios(const Field& field) {
   QButtonGroup* group = groups_[field.control];
   const int index = model_->Index(field.control);
+  const QString name = TextFromBytes(field.group.empty() ? field.label : field.group);
   // An exclusive group keeps its last button checked.
   group->setExclusive(false);
   for (QAbstractButton* button : group->buttons()) {
     const int at = group->id(button);
     button->setChecked(at == index);
-    button->setEnabled(model_->IsEnabled(field.choices[static_cast<std::size_t>(at)].control));
+    const int control = field.choices[static_cast<std::size_t>(at)].control;
+    button->setEnabled(model_->IsEnabled(control));
+    if (control != 0) {
+      button->setText(TextFromBytes(model_->ButtonCaption(control)));
+    }
+    button->setAccessibleName(name + QStringLiteral(": ") + button->text().trimmed());
   }
   group->setExclusive(true);
 }
@@ -228,7 +331,11 @@ void CFormDialog::Refresh(int control) {
       line->setText(text);             // not while typing: the cursor would jump
       LimitTyping(line, field.limits.max_length);
     }
-    MarkLine(line, model_->HasWarning(control));
+    QString warning = TextFromBytes(model_->Warning(control));
+    if (counts_.contains(control) && UpdateCount(control)) {
+      warning = QStringLiteral("The text is longer than the table's room for it and will be cut");
+    }
+    MarkLine(line, warning);
   } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
     check->setChecked(model_->Index(control) == 1);
   } else if (auto* list = qobject_cast<QComboBox*>(widget)) {

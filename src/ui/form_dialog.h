@@ -6,7 +6,9 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QGroupBox>
 #include <QLabel>
+#include <initializer_list>
 #include <map>
 
 #include "forms/form_model.h"
@@ -38,7 +40,15 @@ class CFormDialog : public QDialog {
   QAbstractButton* Button(int control);
   /// A label with the field's caption that leads to its widget.
   QLabel* LabelOf(int control);
-  void AddRow(QFormLayout* form, int control) { form->addRow(LabelOf(control), Control(control)); }
+  /// A password gets a button that shows it.
+  void AddRow(QFormLayout* form, int control);
+  /// A row with a line below that counts how much of the text's room is used.
+  void AddCountedRow(QFormLayout* form, int control);
+  /// A titled box with a row for each control; texts that may be typed longer than
+  /// their keys hold are counted.
+  QGroupBox* Group(const char* title, std::initializer_list<int> controls);
+  /// Gives the labels of boxes that stand below each other one width.
+  static void AlignLabels(std::initializer_list<const QGroupBox*> boxes);
   /// A group with its buttons in so many columns, read row by row.
   QWidget* Buttons(int control, int columns);
   QDialogButtonBox* OkAndCancel();
@@ -54,6 +64,9 @@ class CFormDialog : public QDialog {
   FormModel& Model() { return *model_; }
 
  private:
+  QLayout* WithShowButton(int control);
+  /// Whether the text will be cut.
+  bool UpdateCount(int control);
   QWidget* MakeLine(const Field& field);
   QWidget* MakeCheck(const Field& field);
   QWidget* MakeList(const Field& field);
@@ -66,6 +79,7 @@ class CFormDialog : public QDialog {
   Prompts* prompts_;
   std::map<int, QWidget*> controls_;
   std::map<int, QLabel*> labels_;
+  std::map<int, QLabel*> counts_;
   std::map<int, QButtonGroup*> groups_;
 };
 

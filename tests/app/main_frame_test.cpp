@@ -100,7 +100,7 @@ TEST_F(MainFrame, HasEveryCommand) {
       {32798, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes", true},
       {57616, "Recent File", "Open this document", false},
       {57665, "E&xit", "Quit the application; prompts to save TBL file", true},
-      {32773, "MHX Wireless Network Settings...", "Set MHX Wireless Network", false},
+      {32773, "MHX Wireless Network Settings...", "Set MHX Wireless Network", true},
       {32775, "Raw Parameters...", "Display and edit parameters in raw table", true},
       {32780, "Convert  FD Stack Result File(s) to ASCII File(s)...",
        "Convert  stack result (*.trs)  file(s)  into CSV file(s)", false},

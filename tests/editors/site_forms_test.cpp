@@ -62,7 +62,7 @@ TEST(SiteForm, CutsLongTextsAndScalesVoltages) {
   form.Model().SetText(SiteForm::kProject, std::string(70, 'p'));
   form.Model().SetText(SiteForm::kComment, "twenty characters of");
   form.Model().SetText(1173, "12.5");
-  EXPECT_EQ(form.CapacityOf(SiteForm::kProject), 60);
+  EXPECT_EQ(form.Model().CapacityOf(SiteForm::kProject), 60U);
   form.Commit();
   EXPECT_EQ(Get(table, "SRVY4"), std::string(15, 'p'));
   EXPECT_EQ(Get(table, "CMMNT1") + "|" + Get(table, "CMMNT2") + "|" + Get(table, "CMMNT3"),

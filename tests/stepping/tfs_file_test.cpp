@@ -73,15 +73,14 @@ TEST(TfsListing, NamesTheBadRowAndGoesOn) {
   const TempDir dir;
   WriteAll(dir / "a.b.TFS", StepBytes(60, 4, 8533.33333, 5) + StepBytes(60, 12, 0.5, 0.00005) +
                                 StepBytes(-2, 77, 1, 1));
-  const std::filesystem::path to = ListingPathFor(dir / "a.b.TFS");
-  EXPECT_EQ(to, dir / "a.b.txt");
-  const ListingResult listed = ListSchedule(dir / "a.b.TFS", to);
-  EXPECT_NE(listed.note.find("a.b.TFS: row 2: waveform 12"), std::string::npos);
-  EXPECT_EQ(ReadAll(to),
+  Batch batch({TfsListing(), {dir / "a.b.TFS"}, {}, 1});
+  batch.Start();
+  batch.Wait();
+  EXPECT_EQ(batch.Result(0)->text, "row 2: waveform 12");
+  EXPECT_EQ(ReadAll(dir / "a.b.txt"),
             "   1,         60,       FD,    8533.33333000,     5.0000,\n"
             "   2,         60,   EXTCLK,       0.50000000,     0.0001, row 2: waveform 12\n"
             "   3,         -2,       77,       1.00000000,     1.0000,\n");
-  EXPECT_NE(ListSchedule(dir / "a.b.TFS", dir / "a.b.TFS").error, "");
 }
 
 TEST(FdemSchedule, LastsLongEnoughForCyclesAndSeconds) {

@@ -73,35 +73,6 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
   ResizeWithinScreen(this, QSize(1180, form->HasSpread() ? 712 : 620));
 }
 
-void CSiteDlg::AddCountedRow(QFormLayout* rows, int control) {
-  auto* count = new QLabel(this);
-  count->setObjectName(QStringLiteral("count%1").arg(control));
-  count->setAlignment(Qt::AlignRight);
-  QFont small = count->font();
-  small.setPointSizeF(small.pointSizeF() * 0.85);
-  count->setFont(small);
-  counts_[control] = count;
-  auto* column = new QVBoxLayout;
-  column->setSpacing(0);
-  column->addWidget(Control(control));
-  column->addWidget(count);
-  rows->addRow(LabelOf(control), column);
-  UpdateCount(control);
-}
-
-// What is beyond the capacity is cut when it is stored.
-void CSiteDlg::UpdateCount(int control) {
-  const auto length = static_cast<int>(Model().Text(control).size());
-  const int capacity = form_->CapacityOf(control);
-  QLabel* count = counts_.at(control);
-  count->setText(length > capacity
-                     ? QStringLiteral("%1 of %2, will be cut").arg(length).arg(capacity)
-                     : QStringLiteral("%1 of %2").arg(length).arg(capacity));
-  QFont font = count->font();
-  font.setBold(length > capacity);
-  count->setFont(font);
-}
-
 QGroupBox* CSiteDlg::SurveyGroup() {
   auto* group = new QGroupBox(QStringLiteral("Survey"), this);
   auto* rows = new QFormLayout;
@@ -135,13 +106,6 @@ QGroupBox* CSiteDlg::LayoutGroup() {
     rows->addRow(QString(), calculate);
   }
   return group;
-}
-
-void CSiteDlg::OnEdited(int control) {
-  form_->OnEdited(control);
-  if (counts_.contains(control)) {
-    UpdateCount(control);
-  }
 }
 
 // What is stored, or what the user typed.

@@ -3,7 +3,6 @@
 #define ORVANE_EDITORS_WIDGETS_SITE_DLG_H_
 
 #include <QGroupBox>
-#include <map>
 #include <memory>
 
 #include "editors/site_forms.h"
@@ -37,19 +36,16 @@ class CSiteDlg : public CFormDialog {
   void accept() override;
 
  private:
-  void OnEdited(int control) override;
+  void OnEdited(int control) override { form_->OnEdited(control); }
   void Commit() override;
   QGroupBox* SurveyGroup();
   QGroupBox* LayoutGroup();
-  void AddCountedRow(QFormLayout* rows, int control);
-  void UpdateCount(int control);
   void OnCalcCoord();
   double RealOfField(int control);
 
   SiteForm* form_;
   std::unique_ptr<Spread> spread_;  // none for MT/AMT
   SpreadPanel* panel_ = nullptr;
-  std::map<int, QLabel*> counts_;
 };
 
 /// The four names of the transmitter type list, from the user's settings.

@@ -4,43 +4,26 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include "ui/file_dialogs.h"
+
 namespace orvane {
-namespace {
-
-const QString kLastFolder = QStringLiteral("Schedules/Folder");
-
-QStringList Ask(QFileDialog* dialog, const QString& folder) {
-#ifndef Q_OS_WIN
-  dialog->setOption(QFileDialog::DontUseNativeDialog);  // it matches "*.TFS" in any case
-#endif
-  dialog->setNameFilters(
-      {QStringLiteral("Schedule File (*.TFS)"), QStringLiteral("All Files (*)")});
-  dialog->setDefaultSuffix(QStringLiteral("TFS"));
-  QSettings settings;
-  const QString last = settings.value(kLastFolder).toString();
-  dialog->setDirectory(!last.isEmpty() && QFileInfo(last).isDir() ? last : folder);
-  if (dialog->exec() != QDialog::Accepted) {
-    return {};
-  }
-  settings.setValue(kLastFolder, dialog->directory().absolutePath());
-  return dialog->selectedFiles();
-}
-
-}  // namespace
 
 QString AskForSchedule(QWidget* parent, QFileDialog::AcceptMode mode, const QString& title,
                        const QString& folder) {
-  QFileDialog dialog(parent, title);
+  const QString key = QStringLiteral("Folders/Schedules");
+  QSettings settings;
+  const QString last = settings.value(key).toString();
+  CFileDialog dialog(title, "Schedule File (*.TFS)|*.TFS|All Files (*.*)|*.*||",
+                     QFileInfo(last).isDir() ? last : folder, parent);
   dialog.setAcceptMode(mode);
   dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile
                                                      : QFileDialog::AnyFile);
-  return Ask(&dialog, folder).value(0);
-}
-
-QStringList AskForSchedules(QWidget* parent, const QString& title, const QString& folder) {
-  QFileDialog dialog(parent, title);
-  dialog.setFileMode(QFileDialog::ExistingFiles);
-  return Ask(&dialog, folder);
+  dialog.setDefaultSuffix(QStringLiteral("TFS"));
+  if (dialog.exec() != QDialog::Accepted) {
+    return {};
+  }
+  settings.setValue(key, dialog.directory().absolutePath());
+  return dialog.selectedFiles().value(0);
 }
 
 }  // namespace orvane

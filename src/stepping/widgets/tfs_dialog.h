@@ -3,18 +3,13 @@
 #define ORVANE_STEPPING_WIDGETS_TFS_DIALOG_H_
 
 #include <QFileDialog>
-#include <QStringList>
 
 namespace orvane {
 
 /// The file dialog for schedule files. It opens in the folder used last, or in `folder` where there
-/// is none (any more). A name to be written gets ".TFS" where it has no extension. Empty:
-/// cancelled.
+/// is none (any more). A name to be written gets ".TFS" where it has no extension. Empty: cancelled.
 QString AskForSchedule(QWidget* parent, QFileDialog::AcceptMode mode, const QString& title,
                        const QString& folder);
-
-/// The same for any number of files to be read.
-QStringList AskForSchedules(QWidget* parent, const QString& title, const QString& folder);
 
 }  // namespace orvane
 

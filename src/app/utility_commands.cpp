@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/utility_commands.h"
+
+#include <QFileInfo>
+#include <QSettings>
+
+#include "core/number_text.h"
+#include "core/tbl_listing.h"
+#include "core/tbl_to_v1.h"
+#include "stepping/tfs_listing.h"
+#include "timeseries/stack_csv.h"
+#include "ui/batch_progress.h"
+#include "ui/batch_results.h"
+#include "ui/file_dialogs.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+constexpr char kConverted[] = "%d files are converted to ASCII file!";  // NOLINT
+constexpr Utility kTableListing = {"Convert TBL File(s) to ASCII File(s)",
+                                   "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||", "", kConverted,
+                                   1};
+constexpr Utility kScheduleListing = {"Convert Frequency Stepping File(s) to ASCII File(s)",
+                                      "Schedule File (*.TFS)|*.TFS|All Files (*.*)|*.*||", "",
+                                      kConverted, 1};
+constexpr char kStackFilter[] = "Stack Files (*.trs)|*.trs|All Files (*.*)|*.*||";  // NOLINT
+constexpr Utility kTimeDomainStacks = {"Convert Time Domain Stack Result File(s) to ASCII File(s)",
+                                       kStackFilter, "", kConverted};
+constexpr Utility kFrequencyDomainStacks = {
+    "Convert Frequency Stack Result File(s) to ASCII File(s)", kStackFilter, "", kConverted};
+constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL File(s)",
+                               "TBL File (*.TBL)|*.TBL|All Files (*.*)|*.*||", "*.TBL",
+                               "%d .Tbl files are converted to version 1 .tbl files"};
+
+// The folder that a command was last used in, else the document's.
+QString StartFolder(const QString& key, const COrvaneDoc& doc) {
+  const QString last = QSettings().value(key).toString();
+  return QFileInfo(last).isDir() ? last : QFileInfo(doc.Path()).absolutePath();
+}
+
+}  // namespace
+
+void UtilityCommands::ListTables() { Run(kTableListing, TblListing()); }
+void UtilityCommands::ListSchedules() { Run(kScheduleListing, TfsListing()); }
+void UtilityCommands::ConvertTimeDomainStacks() {
+  Run(kTimeDomainStacks, StackCsv(StackDomain::kTime));
+}
+void UtilityCommands::ConvertFrequencyDomainStacks() {
+  Run(kFrequencyDomainStacks, StackCsv(StackDomain::kFrequency));
+}
+void UtilityCommands::ConvertToVersion1() { Run(kVersion1, TblToVersion1(doc_->Table())); }
+
+void UtilityCommands::Run(const Utility& utility, Conversion conversion) {
+  const QString key = QStringLiteral("Folders/") + QString::fromLatin1(utility.title);
+  CFECFileDialog dialog(QString::fromLatin1(utility.title), utility.filters,
+                        StartFolder(key, *doc_), parent_);
+  if (*utility.initial_name != '\0') {
+    dialog.selectFile(QString::fromLatin1(utility.initial_name));
+  }
+  if (dialog.exec() != QDialog::Accepted) {
+    return;
+  }
+  QSettings().setValue(key, dialog.directory().absolutePath());
+  Convert(utility, std::move(conversion), dialog.Paths());
+}
+
+void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
+                              std::vector<std::filesystem::path> files) {
+  const std::size_t chosen = files.size();
+  Batch batch({std::move(conversion), std::move(files), {}, 0});
+  CBatchProgressDlg progress(&batch, QString::fromLatin1(utility.title), parent_);
+  progress.Run();
+  const std::size_t count = batch.CountForMessage();
+  if (chosen <= utility.most_shown && count == chosen) {
+    ShowTexts(batch);
+    return;
+  }
+  QString message = QString::fromLatin1(utility.message);
+  message.replace(QStringLiteral("%d"),
+                  QString::fromStdString(FormatInt(static_cast<std::int64_t>(count))));
+  CBatchResultDlg(batch, message, &editor_, parent_).exec();
+}
+
+void UtilityCommands::ShowTexts(const Batch& batch) {
+  QString missing;
+  QString editor_fault;
+  for (std::size_t i = 0; i < batch.Count(); ++i) {
+    const BatchResult& result = *batch.Result(i);
+    if (result.outputs.empty()) {
+      missing += TextFromPath(batch.Input(i)) + QStringLiteral(": ") + ResultText(result) +
+                 QLatin1Char('\n');
+    } else if (editor_fault.isEmpty()) {
+      editor_fault = editor_.Show(TextFromPath(result.outputs.front()));
+    }
+  }
+  const QString told =
+      (missing.isEmpty() ? QString() : QStringLiteral("No text was written for\n") + missing) +
+      editor_fault;
+  if (!told.isEmpty()) {
+    prompts_->ShowWarning("Orvane", told.trimmed().toStdString());
+  }
+}
+
+}  // namespace orvane

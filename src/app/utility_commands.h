@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_APP_UTILITY_COMMANDS_H_
+#define ORVANE_APP_UTILITY_COMMANDS_H_
+
+#include <QString>
+#include <QWidget>
+#include <filesystem>
+#include <vector>
+
+#include "app/orvane_doc.h"
+#include "core/batch.h"
+#include "forms/prompts.h"
+#include "ui/text_editor.h"
+
+namespace orvane {
+
+/// How a command asks for its files and ends.
+struct Utility {
+  const char* title;
+  const char* filters;
+  const char* initial_name;  ///< in the file dialog; may be empty
+  const char* message;       ///< with "%d" for the number of files
+  /// So many files or fewer are shown in the text editor instead of the message.
+  std::size_t most_shown = 0;
+};
+
+/// The commands that turn files into others. They never touch the document.
+class UtilityCommands {
+ public:
+  /// All must outlive the commands; `parent` is what the dialogs stand over.
+  UtilityCommands(const COrvaneDoc* doc, Prompts* prompts, QWidget* parent)
+      : doc_(doc), prompts_(prompts), parent_(parent) {}
+
+  void ListTables();
+  void ListSchedules();
+  void ConvertTimeDomainStacks();
+  void ConvertFrequencyDomainStacks();
+  void ConvertToVersion1();
+
+  void SetEditor(TextEditor editor) { editor_ = std::move(editor); }
+
+  /// Converts files that are chosen already.
+  void Convert(const Utility& utility, Conversion conversion,
+               std::vector<std::filesystem::path> files);
+
+ private:
+  void Run(const Utility& utility, Conversion conversion);
+  void ShowTexts(const Batch& batch);
+
+  const COrvaneDoc* doc_;
+  Prompts* prompts_;
+  QWidget* parent_;
+  TextEditor editor_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_APP_UTILITY_COMMANDS_H_

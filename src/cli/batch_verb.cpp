@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/batch_verb.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+#include <system_error>
+
+#include "cli/commands.h"
+#include "core/number_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::chrono::milliseconds kLook{100};  // between two looks at the batch
+
+volatile std::sig_atomic_t interrupted = 0;
+void Interrupt(int /*signal*/) { interrupted = 1; }
+
+// An interrupt stops the batch, which then leaves no half file; signals that were ignored stay so.
+class InterruptWatch {
+ public:
+  InterruptWatch() {
+    for (const int signal : kSignals) {
+      if (std::signal(signal, Interrupt) == SIG_IGN) {
+        std::signal(signal, SIG_IGN);
+      }
+    }
+  }
+  InterruptWatch(const InterruptWatch&) = delete;
+  InterruptWatch& operator=(const InterruptWatch&) = delete;
+  ~InterruptWatch() {
+    for (const int signal : kSignals) {
+      std::signal(signal, SIG_DFL);
+    }
+  }
+
+ private:
+  static constexpr auto kSignals = {SIGINT, SIGTERM, SIGHUP};
+};
+
+std::string Megabytes(std::uint64_t bytes) {
+  return FormatReal(static_cast<double>(bytes / 100000) / 10);
+}
+
+// One line on the terminal that is written again and again.
+class ProgressLine {
+ public:
+  void Show(const BatchProgress& progress) {
+    if (!is_terminal_) {
+      return;
+    }
+    std::string line = FormatInt(static_cast<std::int64_t>(progress.files_done)) + " of " +
+                       FormatInt(static_cast<std::int64_t>(progress.files_total)) + " files, " +
+                       Megabytes(progress.bytes_done) + " of " + Megabytes(progress.bytes_total) +
+                       " MB";
+    if (const auto left = progress.TimeLeft()) {
+      line += ", " + FormatInt(left->count()) + " s left";
+    }
+    line += ": " + Printable(progress.current.filename().string());
+    Put(line.substr(0, kWidth));
+  }
+  void Clear() {
+    if (is_terminal_) {
+      Put({});
+    }
+  }
+
+ private:
+  static constexpr std::size_t kWidth = 78;
+
+  static void Put(const std::string& line) {
+    const std::string text = "\r" + line + "\x1B[K";  // and clears the rest of the line
+    std::fwrite(text.data(), 1, text.size(), stderr);
+  }
+
+  bool is_terminal_ = isatty(STDERR_FILENO) != 0;
+};
+
+// Everything that was written; what failed or is noted goes to stderr, in the order of the list.
+ExitCode PrintResults(const Batch& batch) {
+  ExitCode exit_code = kAllDone;
+  std::string written;
+  std::size_t cancelled = 0;
+  for (std::size_t i = 0; i < batch.Count(); ++i) {
+    const BatchResult& result = *batch.Result(i);
+    for (const auto& path : result.outputs) {
+      written += path.string() + '\n';
+    }
+    exit_code = result.IsDone() ? exit_code : kSomeFailed;
+    if (result.status == BatchStatus::kCancelled) {
+      ++cancelled;
+    } else if (!result.text.empty()) {
+      std::string line = FileMessage(batch.Input(i), "");
+      line += result.status == BatchStatus::kLeftAlone ? "left alone: " : "";
+      line += result.text;
+      line += result.code != 0 ? " (" + FormatInt(result.code) + ")" : "";
+      PrintMessage(line);
+    }
+  }
+  if (cancelled > 0) {
+    PrintMessage("interrupted: " + FormatInt(static_cast<std::int64_t>(cancelled)) +
+                 " files are not converted");
+  }
+  return PrintResult(written) ? exit_code : kSomeFailed;
+}
+
+}  // namespace
+
+ExitCode RunBatch(BatchPlan plan) {
+  if (!plan.out_folder.empty()) {
+    std::error_code error;  // a folder that cannot be made is told with each file
+    std::filesystem::create_directories(plan.out_folder, error);
+  }
+  const InterruptWatch watch;
+  ProgressLine line;
+  Batch batch(std::move(plan));
+  batch.Start();
+  while (!batch.WaitFor(kLook)) {
+    line.Show(batch.Progress());
+    if (interrupted != 0) {
+      batch.Stop();
+    }
+  }
+  line.Clear();
+  return PrintResults(batch);
+}
+
+CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::string& what,
+                       std::function<Conversion()> conversion, ExitCode* exit_code) {
+  struct Arguments {
+    std::vector<std::string> files;
+    unsigned jobs = 0;
+    std::string out;
+  };
+  const auto arguments = std::make_shared<Arguments>();
+  CLI::App* verb = noun->add_subcommand(name, what);
+  verb->add_option("FILE", arguments->files, "the files to convert")->required()->check(NotEmpty());
+  verb->add_option("--jobs", arguments->jobs, "files converted at a time (default: one a core)")
+      ->check(CLI::Range(1, 1024));
+  verb->add_option("--out", arguments->out, "folder for the new files (default: beside each file)")
+      ->check(NotEmpty());
+  verb->callback([=] {
+    BatchPlan plan{conversion(), {}, arguments->out, arguments->jobs};
+    plan.inputs.assign(arguments->files.begin(), arguments->files.end());
+    *exit_code = RunBatch(std::move(plan));
+  });
+  return verb;
+}
+
+}  // namespace orvane

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Verbs that convert many files: `FILE... [--jobs N] [--out DIR]`.
+#ifndef ORVANE_CLI_BATCH_VERB_H_
+#define ORVANE_CLI_BATCH_VERB_H_
+
+#include <functional>
+#include <string>
+
+#include "cli/output.h"
+#include "core/batch.h"
+
+namespace CLI {
+class App;
+}
+
+namespace orvane {
+
+/// Adds the verb to its noun. `conversion` is asked for once the arguments are read; the caller may
+/// add options of its own to the verb that is returned. The verb prints the paths of the files
+/// written, in the order of the inputs, and names on stderr what failed and what is noted.
+CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::string& what,
+                       std::function<Conversion()> conversion, ExitCode* exit_code);
+
+/// Runs a batch to its end or until the user interrupts it.
+ExitCode RunBatch(BatchPlan plan);
+
+}  // namespace orvane
+
+#endif  // ORVANE_CLI_BATCH_VERB_H_

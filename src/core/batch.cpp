@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/batch.h"
+
+#include <algorithm>
+#include <exception>
+#include <system_error>
+#include <utility>
+
+#include "core/number_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::size_t kNoFile = static_cast<std::size_t>(-1);
+
+}  // namespace
+
+BatchResult BatchDone(std::vector<std::filesystem::path> outputs, std::string note) {
+  const auto status = note.empty() ? BatchStatus::kDone : BatchStatus::kDoneWithNote;
+  return {status, std::move(outputs), std::move(note), 0};
+}
+
+BatchResult BatchFailed(std::string reason, int code) {
+  return {BatchStatus::kFailed, {}, std::move(reason), code};
+}
+
+BatchResult BatchLeftAlone(std::string reason) {
+  return {BatchStatus::kLeftAlone, {}, std::move(reason), 0};
+}
+
+BatchResult BatchCancelled() { return {BatchStatus::kCancelled, {}, "cancelled", 0}; }
+
+std::string CutRecordNote(std::uint64_t offset) {
+  return "the record at offset " + FormatInt(static_cast<std::int64_t>(offset)) +
+         " is cut and left out";
+}
+
+std::optional<std::chrono::seconds> BatchProgress::TimeLeft() const {
+  if (bytes_done == 0 || bytes_done > bytes_total) {
+    return std::nullopt;
+  }
+  const double left = static_cast<double>(bytes_total - bytes_done) /
+                      static_cast<double>(bytes_done) * static_cast<double>(elapsed.count());
+  return std::chrono::seconds(static_cast<std::int64_t>(left / 1000));
+}
+
+Batch::Batch(BatchPlan plan)
+    : plan_(std::move(plan)), items_(plan_.inputs.size()), current_(kNoFile) {}
+
+Batch::~Batch() { Stop(); }
+
+void Batch::Start() {
+  started_ = std::chrono::steady_clock::now();
+  runner_ = std::jthread([this] { Run(); });
+}
+
+void Batch::Run() {
+  const std::vector<Unit> units = PlanUnits();
+  std::vector<std::jthread> helpers;  // this thread is a worker too
+  try {
+    for (unsigned i = 1; i < WorkerCount(units.size()); ++i) {
+      helpers.emplace_back([this, &units] { WorkThrough(units); });
+    }
+  } catch (const std::system_error&) {
+    // The system has no more threads to give: fewer do the work.
+  }
+  WorkThrough(units);
+  helpers.clear();  // waits for them
+  const std::lock_guard lock(end_mutex_);
+  finished_ = true;
+  end_.notify_all();
+}
+
+unsigned Batch::WorkerCount(std::size_t units) const {
+  const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+  const unsigned asked = plan_.workers == 0 ? cores : plan_.workers;
+  const auto most = static_cast<unsigned>(std::min<std::size_t>(units, 1024));
+  return plan_.conversion.in_order ? 1 : std::min(asked, most);
+}
+
+void Batch::WorkThrough(const std::vector<Unit>& units) {
+  for (;;) {
+    const std::size_t unit = next_unit_.fetch_add(1);
+    if (unit >= units.size()) {
+      return;
+    }
+    for (const std::size_t index : units[unit]) {
+      Do(index);
+    }
+  }
+}
+
+void Batch::Do(std::size_t index) {
+  Item& item = items_[index];
+  if (item.refused) {
+    Finish(index, BatchFailed(*item.refused, item.result.code), 0);
+    return;
+  }
+  if (stop_) {
+    Finish(index, BatchCancelled(), 0);
+    return;
+  }
+  current_ = index;
+  BatchTask task(InputText(index), item.outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
+  BatchResult result;
+  try {
+    result = plan_.conversion.job(task);
+  } catch (const std::exception& error) {  // no memory; nothing else is thrown
+    result = BatchFailed(error.what());
+  }
+  if (result.IsDone() && !item.shared_note.empty()) {
+    result.status = BatchStatus::kDoneWithNote;
+    result.text.append(result.text.empty() ? "" : "; ").append(item.shared_note);
+  }
+  Finish(index, std::move(result), task.Advanced());
+}
+
+void Batch::Finish(std::size_t index, BatchResult result, std::uint64_t advanced) {
+  Item& item = items_[index];
+  item.result = std::move(result);
+  if (advanced < item.size) {
+    bytes_done_ += item.size - advanced;  // so that the end is reached in any case
+  }
+  item.done = true;
+  ++files_done_;
+}
+
+void Batch::Wait() {
+  std::unique_lock lock(end_mutex_);
+  end_.wait(lock, [this] { return IsFinished(); });
+}
+
+bool Batch::WaitFor(std::chrono::milliseconds time) {
+  std::unique_lock lock(end_mutex_);
+  return end_.wait_for(lock, time, [this] { return IsFinished(); });
+}
+
+BatchProgress Batch::Progress() const {
+  BatchProgress progress;
+  progress.files_total = items_.size();
+  progress.files_done = files_done_;
+  progress.bytes_total = bytes_total_;
+  progress.bytes_done = std::min<std::uint64_t>(bytes_done_, progress.bytes_total);
+  if (const std::size_t current = current_; current != kNoFile) {
+    progress.current = plan_.inputs[current];
+  }
+  progress.elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
+      std::chrono::steady_clock::now() - started_);
+  return progress;
+}
+
+const BatchResult* Batch::Result(std::size_t index) const {
+  return items_[index].done ? &items_[index].result : nullptr;
+}
+
+std::size_t Batch::CountForMessage() const {
+  return static_cast<std::size_t>(
+      std::count_if(items_.begin(), items_.end(), [this](const Item& item) {
+        if (!item.done || item.result.status == BatchStatus::kCancelled) {
+          return false;
+        }
+        return plan_.conversion.counts_every_file || item.result.IsDone();
+      }));
+}
+
+std::string Batch::InputText(std::size_t index) const {
+  std::string path = plan_.inputs[index].string();
+  return plan_.conversion.input_of ? plan_.conversion.input_of(path) : path;
+}
+
+}  // namespace orvane

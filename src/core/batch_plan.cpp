@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a batch settles before work begins: which files are written, which of them are refused, and
+// which inputs have to be done one after another.
+#include <algorithm>
+#include <numeric>
+#include <system_error>
+#include <unordered_map>
+#include <utility>
+
+#include "core/batch.h"
+#include "core/file_io.h"
+#include "core/path_names.h"
+
+namespace orvane {
+
+std::vector<Batch::Unit> Batch::PlanUnits() {
+  NameOutputs();
+  RefuseInputs();
+  return GroupBySharedOutputs();
+}
+
+void Batch::NameOutputs() {
+  std::uint64_t total = 0;
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    Item& item = items_[i];
+    for (const std::string& output : plan_.conversion.outputs_of(plan_.inputs[i].string())) {
+      auto path = InFolder(plan_.out_folder, output);
+      if (std::find(item.outputs.begin(), item.outputs.end(), path) == item.outputs.end()) {
+        item.outputs.push_back(std::move(path));
+      }
+    }
+    std::error_code error;
+    const auto size = std::filesystem::file_size(InputText(i), error);
+    item.size = error ? 0 : size;
+    total += item.size;
+  }
+  bytes_total_ = total;
+}
+
+void Batch::RefuseInputs() {
+  std::unordered_map<std::string, std::size_t> inputs;  // the first item of each file
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    inputs.try_emplace(FileIdentity(InputText(i)), i);
+  }
+  const bool may_replace = plan_.conversion.replaces_inputs && plan_.out_folder.empty();
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    Item& item = items_[i];
+    const std::string own = FileIdentity(InputText(i));
+    if (may_replace && inputs.at(own) != i) {
+      item.refused = "is in the list already and is replaced by its conversion";
+    }
+    for (const auto& output : item.outputs) {
+      const std::string identity = FileIdentity(output);
+      if (identity == own) {
+        if (!may_replace) {
+          item.refused = FileMessage(output, "is the input itself, not written over");
+          item.result.code = plan_.conversion.same_file_code;
+        }
+      } else if (const auto found = inputs.find(identity); found != inputs.end()) {
+        item.refused = FileMessage(output, "is another input of this batch, not written over");
+      }
+    }
+  }
+}
+
+// Inputs with an output in common form a unit, and so do all that hang together by such pairs.
+std::vector<Batch::Unit> Batch::GroupBySharedOutputs() {
+  std::vector<std::size_t> leader(items_.size());
+  std::iota(leader.begin(), leader.end(), std::size_t{0});
+  const auto leader_of = [&leader](std::size_t i) {
+    while (leader[i] != i) {
+      leader[i] = leader[leader[i]];
+      i = leader[i];
+    }
+    return i;
+  };
+  std::unordered_map<std::string, std::size_t> writers;  // the last item so far of each output
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    if (items_[i].refused) {
+      continue;
+    }
+    for (const auto& output : items_[i].outputs) {
+      const auto [entry, is_new] = writers.try_emplace(FileIdentity(output), i);
+      if (is_new) {
+        continue;
+      }
+      const std::size_t before = std::exchange(entry->second, i);
+      const auto note = [&output](const std::filesystem::path& other) {
+        return FileMessage(output, "also the output of ")
+            .append(other.string())
+            .append("; the last in the list stays");
+      };
+      items_[before].shared_note = note(plan_.inputs[i]);
+      items_[i].shared_note = note(plan_.inputs[before]);
+      // The smaller number leads, so that units keep the order of the list.
+      const std::size_t a = leader_of(before);
+      const std::size_t b = leader_of(i);
+      leader[std::max(a, b)] = std::min(a, b);
+    }
+  }
+  std::vector<Unit> by_leader(items_.size());
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    by_leader[leader_of(i)].push_back(i);
+  }
+  std::erase_if(by_leader, [](const Unit& unit) { return unit.empty(); });
+  return by_leader;
+}
+
+}  // namespace orvane

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CORE_TEXT_FILE_H_
+#define ORVANE_CORE_TEXT_FILE_H_
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/file_io.h"
+#include "core/number_format.h"
+
+namespace orvane {
+
+/// A text file being written in pieces: texts and numbers in printf's formats. The first failure is
+/// kept; after it nothing more is written and `Commit()` tells it.
+class TextFile {
+ public:
+  TextFile() : buffer_(kPiece + kRoom), at_(buffer_.data()) {}
+
+  [[nodiscard]] std::string Open(const std::filesystem::path& path);
+  /// Writes what is left and lets the file take its place. An empty string, or what failed first.
+  [[nodiscard]] std::string Commit();
+  bool HasFailed() const { return !error_.empty(); }
+
+  TextFile& Text(std::string_view text);
+  TextFile& TextRight(std::string_view text, std::size_t width);  ///< "%{width}s"
+  TextFile& TextLeft(std::string_view text, std::size_t width);   ///< "%-{width}s"
+  TextFile& Fixed(double value, int precision, int width) {
+    return Took(WriteFixed(at_, value, precision, width));
+  }
+  TextFile& Exponent(double value, int precision, int width) {
+    return Took(WriteExponent(at_, value, precision, width));
+  }
+  TextFile& General(double value, int precision, int width) {
+    return Took(WriteGeneral(at_, value, precision, width));
+  }
+  TextFile& Int(std::int64_t value, int width = 0, char fill = ' ') {
+    return Took(WriteInt(at_, value, width, fill));
+  }
+  TextFile& Hex(std::uint64_t value, int digits) { return Took(WriteHex(at_, value, digits)); }
+
+ private:
+  static constexpr std::size_t kPiece = std::size_t{128} * 1024;
+  // Behind a piece that is not yet full there is always room for a number.
+  static constexpr std::size_t kRoom = kMaxNumberText;
+
+  TextFile& Took(char* end) {
+    at_ = end;
+    if (at_ >= buffer_.data() + kPiece) {
+      Flush();
+    }
+    return *this;
+  }
+  void Fill(std::size_t count);
+  void Flush();
+
+  OutFile file_;
+  std::vector<char> buffer_;
+  char* at_;
+  std::string error_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CORE_TEXT_FILE_H_

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/comm_forms.h"
+
+#include <algorithm>
+#include <array>
+
+#include "core/ascii.h"
+#include "core/param_access.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kLongTextLength = 320;
+constexpr std::string_view kDefaultHardware = "K36W2";
+
+constexpr std::array<Choice, 2> kRadioTypes = {{{"Slave", 1002}, {"Master", 1003}}};
+constexpr std::array<Choice, 2> kRadioFrequencies = {{{"2.4 GHz", 1004}, {"900 MHz", 1005}}};
+constexpr auto kPowers24 =
+    std::to_array<Choice>({{"10mW"}, {"50mW"}, {"100mW"}, {"250mW"}, {"500mW"}, {"750mW"}, {"1W"}});
+constexpr auto kPowers900 = std::to_array<Choice>({{"1mW"}, {"10mW"}, {"100mW"}, {"1W"}});
+// kept: "sessons" and "sucessful", as users know the labels.
+constexpr std::array<Choice, 2> kSchedules = {
+    {{"Run the client at this many minutes past every UTC hour", 1281},
+     {"Wait this many minutes between sessons", 1282}}};
+
+constexpr Field Ranged(int control, std::string_view label, std::string_view key, double max) {
+  return {control, Widget::kInteger, label, key, IntPT, {}, {0, max}};
+}
+constexpr Field BoxText(int control, std::string_view label, std::string_view key,
+                        Widget widget = Widget::kText) {
+  return {control, widget, label, key, PosPT};
+}
+constexpr Field LongTextField(int control, std::string_view label, std::string_view key,
+                              std::string_view group = {}) {
+  return {control, Widget::kText, label, key, LStPT, LongText(), {.max_length = kLongTextLength},
+          {},      group};
+}
+constexpr Field FlagField(int control, std::string_view label, std::string_view key) {
+  return {control, Widget::kCheck, label, key, IntPT, Flag()};
+}
+
+// Stored radio powers that the list lacks show as the strongest.
+constexpr Codec kPowerCodec = Offset(0, Unlisted::kLast);
+constexpr int kLargestSerial = 9999;
+constexpr int kLargestWord = 65535;
+
+constexpr auto kRadioFields = std::to_array<Field>({
+    {RadioForm::kType, Widget::kRadios, "Radio Type", "MSTR", IntPT, Offset(0), {}, kRadioTypes},
+    {RadioForm::kFrequency,
+     Widget::kRadios,
+     "Radio Frequency",
+     {},
+     IntPT,
+     Unbound(),
+     {},
+     kRadioFrequencies},
+    {RadioForm::kPower, Widget::kCombo, "Radio power", "RPWR", IntPT, kPowerCodec},
+    Ranged(RadioForm::kNetworkAddress, "Network address", "NADR", kLargestWord),
+    Ranged(RadioForm::kEncryptionKey, "Encryption key", "EKEY", kLargestWord),
+    IntegerField(RadioForm::kLocalSerial, "Local Box S/N", "SNUM"),
+    Ranged(RadioForm::kRefSerial, "Ref. box S/N", "SNNR", kLargestSerial),
+    Ranged(RadioForm::kAux1Serial, "Aux1 Box S/N", "SN01", kLargestSerial),
+    Ranged(1012, "Aux2 Box S/N", "SN02", kLargestSerial),
+    Ranged(1013, "Aux3 Box S/N", "SN03", kLargestSerial),
+    Ranged(1014, "Aux4 Box S/N", "SN04", kLargestSerial),
+    Ranged(RadioForm::kAux5Serial, "Aux5 Box S/N", "SN05", kLargestSerial),
+    Ranged(RadioForm::kTxSerial, "Tx box S/N", "SNTX", kLargestSerial),
+});
+
+constexpr auto kGsmFields = std::to_array<Field>({
+    BoxText(1239, "GSM Access Number", "PHNE"),
+    BoxText(1240, "GSM User Name", "PPPNAME"),
+    BoxText(1241, "GSM Password", "PPPPSWD", Widget::kPassword),
+    LongTextField(1242, "GSM Access Point Name", "GNETAP0"),
+    LongTextField(1243, "IP Address Server", "IPSRV0"),
+    BoxText(1289, "FTP Server User Name", "FTPSUSR"),
+    BoxText(1290, "FTP Server Password", "FTPSPWD", Widget::kPassword),
+});
+
+constexpr auto kFtpFields = std::to_array<Field>({
+    {FtpForm::kSchedule, Widget::kRadios, "Schedule", "FTPCTIM", IntPT, Offset(0), {}, kSchedules},
+    Ranged(FtpForm::kMinutes, "Minutes", "FTPCMIN", 10000000),
+    LongTextField(FtpForm::kServer, "FTP server IP address or domain name", "FTPCSR0"),
+    IntegerField(FtpForm::kPort, "Use FTP server port (default port 21 )", "FTPCPRT"),
+    BoxText(FtpForm::kUser, "User name for server login", "FTPCUSR"),
+    BoxText(FtpForm::kPassword, "Password for server login", "FTPCPWD", Widget::kPassword),
+    FlagField(FtpForm::kUploadsData, "Enable data file upload to FTP server", "FTPC1EN"),
+    FlagField(FtpForm::kDeletesData, "Delete file after sucessful upload", "FTPC1DL"),
+    LongTextField(FtpForm::kDataFolder, "Upload to FTP server directory", "FTPC1P0", "Data files"),
+    FlagField(FtpForm::kUploadsCalibration, "Enable calibration file upload to FTP server",
+              "FTPC2EN"),
+    LongTextField(FtpForm::kCalibrationFolder, "Upload to FTP server directory", "FTPC2P0",
+                  "Calibration files"),
+});
+
+enum Band : int { k24GHz, k900MHz };
+
+int BandOf(std::string_view hardware) {
+  return hardware.find("W2") != std::string_view::npos   ? k24GHz
+         : hardware.find("W9") != std::string_view::npos ? k900MHz
+                                                         : kNothingChosen;
+}
+
+std::vector<Field> RadioFieldsOf(int band) {
+  std::vector<Field> fields(kRadioFields.begin(), kRadioFields.end());
+  for (Field& field : fields) {
+    if (field.control == RadioForm::kPower && band != kNothingChosen) {
+      field.choices = band == k24GHz ? std::span<const Choice>(kPowers24) : kPowers900;
+    }
+  }
+  return fields;
+}
+
+}  // namespace
+
+RadioForm::RadioForm(ParamTable* table)
+    : table_(table),
+      early_(table),
+      hardware_(ReadHardware()),
+      band_(BandOf(hardware_)),
+      fields_(RadioFieldsOf(band_)),
+      model_(table, fields_) {}
+
+std::string RadioForm::ReadHardware() {
+  std::string text = ParamAsText(*table_, "HW");
+  if (text.empty()) {
+    text = kDefaultHardware;
+    ParamValue value{};
+    std::copy(text.begin(), text.end(), value.begin());
+    early_.Put("HW", StrPT, value);
+  }
+  for (char& c : text) {
+    c = UpperCased(c);
+  }
+  return text;
+}
+
+void RadioForm::Open() {
+  model_.ReadAll();
+  model_.SetIndex(kFrequency, band_);
+  model_.EnableGroup(kFrequency, false);
+  model_.Enable(kPower, band_ != kNothingChosen);
+}
+
+void RadioForm::Commit() {
+  model_.Write(std::array<int, 12>{kPower, kLocalSerial, kAux1Serial, 1012, 1013, 1014, kAux5Serial,
+                                   kTxSerial, kRefSerial, kType, kEncryptionKey, kNetworkAddress});
+}
+
+std::span<const Field> GsmFields() { return kGsmFields; }
+
+FtpForm::FtpForm(ParamTable* table) : PlainForm(table, kFtpFields) {}
+
+void FtpForm::Open() {
+  PlainForm::Open();
+  for (const int control : {kMinutes, kPort}) {
+    if (Model().Stored(control).empty()) {
+      Model().SetText(control, "0");
+    }
+  }
+}
+
+}  // namespace orvane

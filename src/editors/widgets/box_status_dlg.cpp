@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/widgets/box_status_dlg.h"
+
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/content_scroll_area.h"
+#include "ui/window_size.h"
+
+namespace orvane {
+
+CBoxStatusDlg::CBoxStatusDlg(BoxStatusForm* form, Prompts* prompts, QWidget* parent)
+    : CFormDialog(&form->Model(), prompts, parent), form_(form) {
+  setObjectName(QStringLiteral("173"));
+  setWindowTitle(QStringLiteral("Box Status"));
+  auto* content = new QWidget(this);
+  auto* columns = new QHBoxLayout(content);
+  columns->setContentsMargins(0, 0, 0, 0);
+  auto* clock = Group("Position and clock", {1263, 1264, 1266, 1262, 1269, 1270, 1268});
+  auto* radio = Group("Radio", {1267, 1265, 1272, 1271});
+  auto* records = Group("Records", {1273, 1260, 1259, 1261, 1277, 1278});
+  auto* power = Group("Power and disk", {1276, 1275, 1274, 1257, 1256, 1258});
+  AlignLabels({clock, radio});
+  AlignLabels({records, power});
+  auto* left = new QVBoxLayout;
+  left->addWidget(clock);
+  left->addWidget(radio);
+  left->addStretch();
+  auto* right = new QVBoxLayout;
+  right->addWidget(records);
+  right->addWidget(power);
+  right->addStretch();
+  columns->addLayout(left, 1);
+  columns->addLayout(right, 1);
+  auto* close = new QPushButton(QStringLiteral("CLOSE"), this);
+  close->setObjectName(QStringLiteral("1"));
+  close->setDefault(true);
+  connect(close, &QPushButton::clicked, this, &QDialog::accept);
+  auto* bottom = new QHBoxLayout;
+  bottom->addWidget(Control(BoxStatusForm::kLocalTime));
+  bottom->addStretch();
+  bottom->addWidget(close);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(new ContentScrollArea(content, this), 1);
+  layout->addLayout(bottom);
+  // Values look like text, not like fields to fill in; they can be selected and copied.
+  for (QLineEdit* line : findChildren<QLineEdit*>()) {
+    line->setFrame(false);
+    QPalette palette = line->palette();
+    palette.setColor(QPalette::Base, Qt::transparent);
+    line->setPalette(palette);
+  }
+  close->setFocus();
+  ResizeWithinScreen(this, sizeHint().expandedTo(QSize(760, 0)));
+}
+
+}  // namespace orvane

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_EDITORS_WIDGETS_COMM_DLG_H_
+#define ORVANE_EDITORS_WIDGETS_COMM_DLG_H_
+
+#include "editors/comm_forms.h"
+#include "ui/form_dialog.h"
+
+namespace orvane {
+
+/// Dialog 131: the radio network of the boxes.
+class CRadioDlg : public CFormDialog {
+  Q_OBJECT
+
+ public:
+  CRadioDlg(RadioForm* form, Prompts* prompts, QWidget* parent);
+
+ private:
+  void Commit() override { form_->Commit(); }
+
+  RadioForm* form_;
+};
+
+/// Dialog 171: the dial-up data connection.
+class CGsmDlg : public CFormDialog {
+  Q_OBJECT
+
+ public:
+  CGsmDlg(PlainForm* form, Prompts* prompts, QWidget* parent);
+
+ private:
+  void Commit() override { form_->Commit(); }
+
+  PlainForm* form_;
+};
+
+/// Dialog 174: the upload of data and calibration files.
+class CFtpDlg : public CFormDialog {
+  Q_OBJECT
+
+ public:
+  CFtpDlg(FtpForm* form, Prompts* prompts, QWidget* parent);
+
+ private:
+  void Commit() override { form_->Commit(); }
+  QGroupBox* ScheduleGroup();
+  QGroupBox* FilesGroup(const char* title, std::initializer_list<int> checks, int folder);
+
+  FtpForm* form_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_EDITORS_WIDGETS_COMM_DLG_H_

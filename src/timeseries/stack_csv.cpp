@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/stack_csv.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "core/param_time.h"
+#include "core/path_names.h"
+
+namespace orvane {
+namespace {
+
+// kept: items are printed at a fixed stride although the header tells their size. What they do not
+// hold counts as bytes 0.
+float FloatAt(std::span<const std::byte> items, std::size_t offset) {
+  Le<float> value;
+  if (offset < items.size()) {
+    std::memcpy(&value, &items[offset], std::min(sizeof value, items.size() - offset));
+  }
+  return value;
+}
+
+BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
+  StackReader in;
+  if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
+    return BatchFailed(reason);
+  }
+  const auto& path = task.Outputs()[0];
+  TextFile out;
+  if (const std::string reason = out.Open(path); !reason.empty()) {
+    return BatchFailed(FileMessage(path, reason));
+  }
+  StackRecord record;
+  while (!task.Stopped() && !out.HasFailed() && in.Next(&record)) {
+    WriteStackLine(record, domain, &out);
+    task.Advance(record.header.RecordBytes());
+  }
+  if (task.Stopped()) {
+    return BatchCancelled();
+  }
+  if (!in.Error().empty()) {
+    return BatchFailed(in.Error());
+  }
+  if (const std::string reason = out.Commit(); !reason.empty()) {
+    return BatchFailed(FileMessage(path, reason));
+  }
+  std::string note = in.Offset() == 0 ? "no whole record" : "";
+  if (in.IsCut()) {
+    note.append(note.empty() ? "" : ", ").append(CutRecordNote(in.Offset()));
+  }
+  return BatchDone(task.Outputs(), note);
+}
+
+}  // namespace
+
+void WriteStackLine(const StackRecord& record, StackDomain domain, TextFile* out) {
+  const StackHeader& header = record.header;
+  out->TextRight(header.Label(), 8).Text(", ");
+  out->TextRight(FormatParamTime(header.time), 17).Text(", ");
+  out->Int(header.first, 4, '0').Text(", ").Int(header.second, 1).Text(", ");
+  out->Hex(header.flags, 2).Text(", ").Fixed(header.value, 6, 12).Text(", ");
+  if (domain == StackDomain::kTime) {
+    out->Fixed(record.ExtensionValue(), 3, 5).Text(", ");
+    for (std::size_t i = 0; i < header.item_count; ++i) {
+      out->Exponent(FloatAt(record.items, 8 * i), 5, 14).Text(", ");
+      out->Exponent(FloatAt(record.items, 8 * i + 4), 5, 14).Text(",");
+    }
+  } else {
+    out->Fixed(record.ExtensionValue(), 2, 7).Text(", ");
+    for (std::size_t i = 0; i < header.item_count; ++i) {
+      out->Exponent(FloatAt(record.items, 4 * i), 5, 14).Text(", ");
+    }
+  }
+  out->Text("\n");
+}
+
+Conversion StackCsv(StackDomain domain) {
+  Conversion conversion;
+  conversion.outputs_of = [](const std::string& path) {
+    return std::vector<std::string>{WithExtension(path, ".csv")};
+  };
+  conversion.job = [domain](BatchTask& task) { return ConvertFile(task, domain); };
+  return conversion;
+}
+
+}  // namespace orvane

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/file_dialogs.h"
+
+#include <QLineEdit>
+#include <limits>
+
+#include "ui/qt_path.h"
+
+namespace orvane {
+
+QStringList NameFilters(std::string_view pairs) {
+  const QStringList parts =
+      QString::fromUtf8(pairs.data(), static_cast<qsizetype>(pairs.size())).split(QLatin1Char('|'));
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size() && !parts[i].isEmpty(); i += 2) {
+    QString label = parts[i];
+    if (const qsizetype pattern = label.lastIndexOf(QLatin1Char('(')); pattern >= 0) {
+      label.truncate(pattern);
+    }
+    QString pattern = parts[i + 1];
+    if (pattern == QLatin1String("*.*")) {
+      pattern = QStringLiteral("*");
+    }
+    filters << label.trimmed() + QStringLiteral(" (") +
+                   pattern.replace(QLatin1Char(';'), QLatin1Char(' ')) + QLatin1Char(')');
+  }
+  return filters;
+}
+
+CFileDialog::CFileDialog(const QString& title, std::string_view filters, const QString& folder,
+                         QWidget* parent)
+    : QFileDialog(parent, title) {
+#ifndef Q_OS_WIN
+  setOption(DontUseNativeDialog);
+#endif
+  setNameFilters(NameFilters(filters));
+  if (!folder.isEmpty() && QFileInfo(folder).isDir()) {
+    setDirectory(folder);
+  }
+}
+
+CFECFileDialog::CFECFileDialog(const QString& title, std::string_view filters,
+                               const QString& folder, QWidget* parent)
+    : CFileDialog(title, filters, folder, parent) {
+  setFileMode(ExistingFiles);
+  // The line holds the names of all files chosen; its usual limit would cut them.
+  for (QLineEdit* line : findChildren<QLineEdit*>()) {
+    line->setMaxLength(std::numeric_limits<int>::max());
+  }
+}
+
+std::vector<std::filesystem::path> CFECFileDialog::Paths() const {
+  std::vector<std::filesystem::path> paths;
+  if (result() == Accepted) {
+    const QStringList files = selectedFiles();
+    paths.reserve(static_cast<std::size_t>(files.size()));
+    for (const QString& file : files) {
+      paths.push_back(PathFromText(file));
+    }
+  }
+  return paths;
+}
+
+}  // namespace orvane

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_UI_FILE_DIALOGS_H_
+#define ORVANE_UI_FILE_DIALOGS_H_
+
+#include <QFileDialog>
+#include <QStringList>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+/// The filters of a text such as "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||": pairs of a label
+/// and a pattern. "*.*" becomes "*", which also shows names without a dot.
+QStringList NameFilters(std::string_view pairs);
+
+/// A file dialog that matches patterns in any case on every system: Qt's own but on Windows.
+class CFileDialog : public QFileDialog {
+  Q_OBJECT
+
+ public:
+  /// `folder`: where it begins; the current one where it is empty or does not exist.
+  CFileDialog(const QString& title, std::string_view filters, const QString& folder,
+              QWidget* parent);
+};
+
+/// Asks for files that exist, any number of them.
+class CFECFileDialog : public CFileDialog {
+  Q_OBJECT
+
+ public:
+  CFECFileDialog(const QString& title, std::string_view filters, const QString& folder,
+                 QWidget* parent);
+
+  /// In the order of the dialog; empty until accepted.
+  std::vector<std::filesystem::path> Paths() const;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_UI_FILE_DIALOGS_H_

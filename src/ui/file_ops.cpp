@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/file_ops.h"
+
+#include <QFile>
+#include <array>
+#include <system_error>
+
+#include "core/file_io.h"
+#include "core/path_names.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string CopyBytes(const fs::path& from, const fs::path& to) {
+  constexpr std::size_t kPiece = 256 * 1024;
+  InFile in;
+  OutFile out;
+  std::string fault = in.Open(from);
+  if (fault.empty()) {
+    fault = out.Open(to);
+  }
+  std::vector<std::byte> piece(kPiece);
+  for (std::size_t size = kPiece; fault.empty() && size == kPiece;) {
+    size = in.Read(piece);
+    fault = in.Error();
+    if (fault.empty()) {
+      fault = out.Write(std::span(piece).first(size));
+    }
+  }
+  return fault.empty() ? out.Commit() : fault;
+}
+
+// The file's own name in the folder, or that of a copy where it is taken.
+fs::path FreePlace(const fs::path& file, const fs::path& folder) {
+  const fs::path place = folder / file.filename();
+  const auto exists = [](const std::string& path) {
+    std::error_code ignored;
+    return fs::exists(fs::symlink_status(path, ignored));
+  };
+  return exists(place.string()) ? fs::path(FirstFreeName(place.string(), CopyName, exists)) : place;
+}
+
+FileOpResult CopyFile(const fs::path& file, const fs::path& folder) {
+  const fs::path place = FreePlace(file, folder);
+  std::string fault = CopyBytes(file, place);
+  return {file, fault.empty() ? place : fs::path(), std::move(fault)};
+}
+
+FileOpResult MoveFile(const fs::path& file, const fs::path& folder) {
+  std::error_code error;
+  if (fs::equivalent(file.parent_path().empty() ? fs::path(".") : file.parent_path(), folder,
+                     error)) {
+    return {file, file, {}};
+  }
+  if (!fs::is_regular_file(file, error)) {
+    return {file, {}, error ? error.message() : "no regular file"};
+  }
+  const fs::path place = FreePlace(file, folder);
+  fs::rename(file, place, error);
+  if (!error) {
+    return {file, place, {}};
+  }
+  FileOpResult copied = CopyFile(file, folder);  // another disk
+  if (copied.fault.empty() && !fs::remove(file, error)) {
+    copied.fault = "copied, but the original cannot be removed: ";
+    copied.fault.append(error.message());
+  }
+  return copied;
+}
+
+template <typename Operation>
+std::vector<FileOpResult> ForEach(const std::vector<fs::path>& files, Operation operation) {
+  std::vector<FileOpResult> results;
+  results.reserve(files.size());
+  for (const fs::path& file : files) {
+    results.push_back(operation(file));
+  }
+  return results;
+}
+
+}  // namespace
+
+std::vector<FileOpResult> CopyFiles(const std::vector<fs::path>& files, const fs::path& folder) {
+  return ForEach(files, [&folder](const fs::path& file) { return CopyFile(file, folder); });
+}
+
+std::vector<FileOpResult> MoveFiles(const std::vector<fs::path>& files, const fs::path& folder) {
+  return ForEach(files, [&folder](const fs::path& file) { return MoveFile(file, folder); });
+}
+
+std::vector<FileOpResult> DeleteFiles(const std::vector<fs::path>& files) {
+  return ForEach(files, [](const fs::path& file) -> FileOpResult {
+    QFile trashed(TextFromPath(file));
+    const bool is_done = trashed.moveToTrash();
+    return {file, {}, is_done ? std::string() : trashed.errorString().toStdString()};
+  });
+}
+
+}  // namespace orvane

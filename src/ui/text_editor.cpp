@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/text_editor.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QSettings>
+
+namespace orvane {
+
+TextEditor::TextEditor()
+    : start_([](const QString& program, const QStringList& arguments) {
+        return QProcess::startDetached(program, arguments);
+      }) {}
+
+QString TextEditor::Program() {
+  const QString chosen =
+      QSettings().value(QStringLiteral("Text Editor/Program")).toString().trimmed();
+  if (!chosen.isEmpty()) {
+    return chosen;
+  }
+#ifdef Q_OS_WIN
+  return qEnvironmentVariable("SystemRoot") + QStringLiteral("\\notepad.exe");
+#else
+  return QStringLiteral("xdg-open");
+#endif
+}
+
+QString TextEditor::Show(const QString& path) const {
+  const QString program = Program();
+  return start_(program, {QDir::toNativeSeparators(path)})
+             ? QString()
+             : QStringLiteral("The text editor %1 could not be started.").arg(program);
+}
+
+}  // namespace orvane

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/batch.h"
+
+#include <gtest/gtest.h>
+
+#include <mutex>
+#include <set>
+
+#include "core/file_io.h"
+#include "core/path_names.h"
+#include "support/temp_dir.h"
+
+namespace orvane::testing {
+namespace {
+
+using std::chrono::milliseconds;
+
+// Writes the input's text and its name to NAME.out; a text "bad" fails, "slow" goes on until
+// stopped.
+BatchResult CopyJob(BatchTask& task) {
+  const std::string text = ReadAll(task.Input());
+  if (text == "bad") {
+    return BatchFailed("it is bad", 7);
+  }
+  OutFile out;
+  std::string error = out.Open(task.Outputs()[0]);
+  const std::string written = task.Input().filename().string() + "=" + text;
+  error = error.empty() ? out.Write(std::as_bytes(std::span(written))) : error;
+  task.Advance(text.size());
+  while (text == "slow") {
+    if (task.Stopped()) {
+      return BatchCancelled();
+    }
+    std::this_thread::sleep_for(milliseconds(1));
+  }
+  error = error.empty() ? out.Commit() : error;
+  return error.empty() ? BatchDone(task.Outputs()) : BatchFailed(error);
+}
+
+Conversion Copying() {
+  Conversion copying;
+  copying.outputs_of = [](const std::string& input) {
+    return std::vector<std::string>{WithExtension(input, ".out")};
+  };
+  copying.job = CopyJob;
+  return copying;
+}
+
+TEST(Batch, HasTheSameBytesWithAnyNumberOfWorkers) {
+  for (const unsigned workers : {1U, 2U, 7U}) {
+    const TempDir dir;
+    BatchPlan plan{Copying(), {}, {}, workers};
+    for (int i = 0; i < 40; ++i) {
+      const auto path = dir / ("f" + std::to_string(i) + ".in");
+      WriteAll(path, i % 8 == 5 ? "bad" : "text " + std::to_string(i));
+      plan.inputs.push_back(path);
+    }
+    // Two that make one output; the last in the list stays, wherever they stand.
+    for (const char* name : {"twin.b", "twin.a"}) {
+      WriteAll(dir / name, name);
+      plan.inputs.insert(plan.inputs.begin() + (name[5] == 'b' ? 20 : 3), dir / name);
+    }
+    Batch batch(plan);
+    batch.Start();
+    batch.Wait();
+    EXPECT_EQ(batch.CountForMessage(), 37U);
+    EXPECT_EQ(dir.Count(), 42U + 36U);
+    EXPECT_EQ(ReadAll(dir / "twin.out"), "twin.b=twin.b");
+    EXPECT_EQ(ReadAll(dir / "f39.out"), "f39.in=text 39");
+    std::set<std::string> noted;
+    for (std::size_t i = 0; i < batch.Count(); ++i) {
+      ASSERT_NE(batch.Result(i), nullptr);
+      const BatchResult& result = *batch.Result(i);
+      if (result.status == BatchStatus::kFailed) {
+        EXPECT_EQ(result.text, "it is bad");
+        EXPECT_TRUE(result.outputs.empty());
+      } else if (result.status == BatchStatus::kDoneWithNote) {
+        noted.insert(batch.Input(i).filename());
+        EXPECT_NE(result.text.find(batch.Input(i).filename() == "twin.a" ? "twin.b" : "twin.a"),
+                  std::string::npos);
+      }
+    }
+    EXPECT_EQ(noted, (std::set<std::string>{"twin.a", "twin.b"}));
+    const BatchProgress progress = batch.Progress();
+    EXPECT_EQ(progress.files_done, 42U);
+    EXPECT_EQ(progress.bytes_done, progress.bytes_total);
+    EXPECT_GT(progress.bytes_total, 200U);
+  }
+}
+
+TEST(Batch, RefusesToWriteOverItsInputs) {
+  const TempDir dir;
+  for (const char* name : {"a.in", "b.out", "b.in", "c.in"}) {
+    WriteAll(dir / name, name);
+  }
+  std::filesystem::create_symlink(dir / "c.in", dir / "c.out");
+  Conversion copying = Copying();
+  copying.same_file_code = 4;
+  Batch batch({copying, {dir / "a.in", dir / "b.out", dir / "b.in", dir / "c.in"}, {}, 2});
+  batch.Start();
+  batch.Wait();
+  const auto text = [&batch](std::size_t i) { return batch.Result(i)->text; };
+  EXPECT_EQ(text(0), "");
+  EXPECT_EQ(text(1), (dir / "b.out").string() + ": is the input itself, not written over");
+  EXPECT_EQ(batch.Result(1)->code, 4);
+  EXPECT_EQ(text(2),
+            (dir / "b.out").string() + ": is another input of this batch, not written over");
+  EXPECT_EQ(text(3), (dir / "c.out").string() + ": is the input itself, not written over");
+  EXPECT_EQ(ReadAll(dir / "b.out"), "b.out");
+  EXPECT_EQ(ReadAll(dir / "c.in"), "c.in");
+}
+
+TEST(Batch, StopAnswersAtOnceAndLeavesNoHalfFile) {
+  const TempDir dir;
+  BatchPlan plan{Copying(), {}, {}, 2};
+  for (const char* name : {"1.in", "2.in", "3.in", "4.in"}) {
+    WriteAll(dir / name, name[0] == '1' ? "quick" : "slow");
+    plan.inputs.push_back(dir / name);
+  }
+  WriteAll(dir / "2.out", "old");
+  Batch batch(plan);
+  batch.Start();
+  while (batch.Progress().files_done == 0 || batch.Progress().bytes_done < 13) {
+    std::this_thread::sleep_for(milliseconds(1));
+  }
+  EXPECT_EQ(batch.Result(2), nullptr);
+  EXPECT_FALSE(batch.WaitFor(milliseconds(1)));
+  batch.Stop();
+  EXPECT_TRUE(batch.WaitFor(milliseconds(200)));
+  EXPECT_EQ(batch.CountForMessage(), 1U);
+  EXPECT_EQ(batch.Result(0)->status, BatchStatus::kDone);
+  for (const std::size_t i : {1U, 2U, 3U}) {
+    EXPECT_EQ(batch.Result(i)->status, BatchStatus::kCancelled);
+  }
+  EXPECT_EQ(ReadAll(dir / "2.out"), "old");
+  EXPECT_EQ(dir.Count(), 6U);
+}
+
+TEST(Batch, EqualNamesInAnOutputFolderAreWrittenInListOrder) {
+  const TempDir dir;
+  BatchPlan plan{Copying(), {}, dir / "out", 3};
+  for (const char* folder : {"x", "y", "z", "out"}) {
+    std::filesystem::create_directory(dir / folder);
+  }
+  for (const char* folder : {"z", "x", "y"}) {
+    WriteAll(dir / folder / "same.in", folder);
+    plan.inputs.push_back(dir / folder / "same.in");
+  }
+  Batch batch(plan);
+  batch.Start();
+  batch.Wait();
+  EXPECT_EQ(ReadAll(dir / "out" / "same.out"), "same.in=y");
+  EXPECT_EQ(batch.CountForMessage(), 3U);
+}
+
+TEST(PathNames, FollowTheirRules) {
+  const auto check = [](const std::string& made, const char* expected) {
+    EXPECT_EQ(made, expected);
+  };
+  check(WithExtension("C:\\DATA.V2\\1234", ".txt"), "C:\\DATA.V2\\1234.txt");
+  check(WithExtension("/a.b/c\\d", ".txt"), "/a.b/c\\d.txt");
+  check(WithExtension("/a.b/c.d.trs", ".csv"), "/a.b/c.d.csv");
+  check(WithDefaultExtension("a.b/BOX", ".tbl"), "a.b/BOX.tbl");
+  check(WithDefaultExtension("BOX.", ".tbl"), "BOX.");
+  check(LowerCasedPath("C:\\DATA.1\\SITE"), "c:\\data.1\\site");
+  check(LowerCasedPath("SITE.TS3"), "site.ts3");
+  check(LowerCasedPath("/Data/C:\\X\\SITE"), "/Data/C:\\X\\site");
+  check(ReplacedInName("/S.TBL/A.TBL.TBL", ".TBL", ".TB2"), "/S.TBL/A.TB2.TB2");
+  check(ReplacedInName("S.TBL/a.tbl", ".TBL", ".TB2"), "S.TBL/a.tbl");
+  check(InFolder("out", "D:\\x\\y.csv").string(), "out/y.csv");
+  check(CopyName("/d/a.tbl", 0), "/d/Copy of a.tbl");
+  check(CopyName("/d/a.tbl", 12), "/d/Copy (12) of a.tbl");
+  check(FirstFreeName("x", BackupName, [](const std::string& name) { return name != "x.bak2"; }),
+        "x.bak2");
+}
+
+}  // namespace
+}  // namespace orvane::testing
