@@ -17,6 +17,7 @@
 #include "app/orvane_app.h"
 #include "app/qt_prompts.h"
 #include "core/param_text.h"
+#include "core/path_names.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/box_status_dlg.h"
 #include "editors/widgets/comm_dlg.h"
@@ -27,6 +28,8 @@
 #include "stepping/widgets/fdem_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "stepping/widgets/stepping_cycle_dlg.h"
+#include "ui/batch_progress.h"
+#include "ui/batch_results.h"
 
 namespace {
 
@@ -267,6 +270,38 @@ bool DrawBoxStatus(orvane::ParamTable table, const Gallery& gallery) {
   return DrawForm<orvane::CBoxStatusDlg>(gallery, Form(&table), "box-status") && done;
 }
 
+// A batch of three files, one of which cannot be converted, and another that is under way.
+bool DrawBatch(const Gallery& gallery) {
+  orvane::Conversion conversion;
+  conversion.outputs_of = [](const std::string& input) {
+    return std::vector{orvane::WithExtension(input, ".csv")};
+  };
+  conversion.job = [](orvane::BatchTask& task) {
+    return task.Input().filename() == "2417B02.trs"
+               ? orvane::BatchFailed("cannot be read: Permission denied")
+               : orvane::BatchDone(task.Outputs(), task.Input().filename() == "2417B03.trs"
+                                                       ? "cut at offset 4810"
+                                                       : "");
+  };
+  orvane::Batch done_batch({conversion, {"2417B01.trs", "2417B02.trs", "2417B03.trs"}, {}, 0});
+  done_batch.Start();
+  done_batch.Wait();
+  const orvane::TextEditor editor;
+  orvane::CBatchResultDlg results(
+      done_batch, QStringLiteral("2 files are converted to ASCII file!"), &editor, nullptr);
+  const bool done = gallery.Draw(&results, "batch-results");
+
+  orvane::Batch batch({conversion, {"2417B01.trs", "2417B02.trs", "2417B03.trs"}, {}, 0});
+  orvane::CBatchProgressDlg progress(
+      &batch, QStringLiteral("Convert Frequency Stack Result File(s) to ASCII File(s)"), nullptr);
+  progress.findChild<QLabel*>(QStringLiteral("file"))->setText(QStringLiteral("2417B02.trs"));
+  progress.findChild<QLabel*>(QStringLiteral("count"))
+      ->setText(QStringLiteral("1 of 3 files, 12.5 MB of 31.0 MB"));
+  progress.findChild<QLabel*>(QStringLiteral("time"))->setText(QStringLiteral("about 4 s left"));
+  progress.findChild<QProgressBar*>()->setValue(403);
+  return gallery.Draw(&progress, "batch-progress") && done;
+}
+
 bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   orvane::CMainFrame& frame = app->Frame();
   bool done = gallery.Draw(&frame, "main-window");
@@ -283,6 +318,8 @@ bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   done = DrawCommunications(app->Document().Table(), gallery) && done;
   done = DrawSensors(app->Document().Table(), gallery) && done;
   done = DrawBoxStatus(app->Document().Table(), gallery) && done;
+
+  done = DrawBatch(gallery) && done;
 
   orvane::CAboutDlg about(&frame);
   return gallery.Draw(&about, "about") && done;

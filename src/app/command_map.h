@@ -31,6 +31,10 @@ enum CommandId : int {
   kEditGsm = 32801,
   kEditFtp = 32805,
   kViewBoxStatus = 32803,
+  kListTables = 32778,
+  kConvertFrequencyDomainStacks = 32780,
+  kConvertToVersion1 = 32782,
+  kConvertTimeDomainStacks = 32790,
   kScrollBack = 32794,
   kScrollForward = 32795,
 };

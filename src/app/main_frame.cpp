@@ -187,6 +187,10 @@ void CMainFrame::ConnectCommands() {
   Handle(kEditCurrentSensor, [this] { editors_.EditCurrentSensor(); });
   Handle(kEditCoil, [this] { editors_.EditCoil(); });
   Handle(kViewBoxStatus, [this] { editors_.ViewBoxStatus(); });
+  Handle(kListTables, [this] { utilities_.ListTables(); });
+  Handle(kConvertFrequencyDomainStacks, [this] { utilities_.ConvertFrequencyDomainStacks(); });
+  Handle(kConvertTimeDomainStacks, [this] { utilities_.ConvertTimeDomainStacks(); });
+  Handle(kConvertToVersion1, [this] { utilities_.ConvertToVersion1(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {

@@ -107,8 +107,9 @@ int CountWithoutZeros(std::uint64_t number, int count) {
 }
 
 int CountDigits(std::uint64_t number) {
-  // The bits times log10(2), one too many where the power is not reached.
-  const int guess = (static_cast<int>(std::bit_width(number | 1)) * 1233) >> 12;
+  number |= 1;  // 0 has a digit too; no other count changes
+  // The bits times log10(2), one too few where the power is reached.
+  const int guess = (static_cast<int>(std::bit_width(number)) * 1233) >> 12;
   return guess + (number >= kIntPowers[static_cast<std::size_t>(guess)] ? 1 : 0);
 }
 

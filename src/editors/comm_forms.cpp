@@ -5,7 +5,7 @@
 #include <array>
 
 #include "core/ascii.h"
-#include "core/param_access.h"
+#include "core/param_text.h"
 
 namespace orvane {
 namespace {
@@ -122,7 +122,11 @@ RadioForm::RadioForm(ParamTable* table)
       model_(table, fields_) {}
 
 std::string RadioForm::ReadHardware() {
-  std::string text = ParamAsText(*table_, "HW");
+  ParamValue stored{};
+  // A key that is missing or no text counts as empty.
+  std::string text = table_->GetParam("HW", StrPT, stored.data()) == kOk
+                         ? std::string(CharactersOf(stored, kMaxTextLength))
+                         : std::string();
   if (text.empty()) {
     text = kDefaultHardware;
     ParamValue value{};

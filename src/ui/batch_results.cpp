@@ -80,7 +80,7 @@ CBatchResultDlg::CBatchResultDlg(const Batch& batch, const QString& message,
   }
   for (int column = 0; column < kOutput; ++column) {
     list_->resizeColumnToContents(column);
-    list_->setColumnWidth(column, std::min(list_->columnWidth(column), 320));
+    list_->setColumnWidth(column, std::min(list_->columnWidth(column) + 16, 340));
   }
   connect(list_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) { Open(item); });
 
@@ -117,11 +117,10 @@ void CBatchResultDlg::AddFile(const std::filesystem::path& input, const BatchRes
   item->setToolTip(kResult, item->text(kResult));
   item->setToolTip(kOutput, QDir::toNativeSeparators(output));
   item->setData(kOutput, kOutputPath, output);
-  if (result.status != BatchStatus::kDone) {
-    const bool has_failed = result.status == BatchStatus::kFailed;
-    item->setIcon(kResult, style()->standardIcon(has_failed ? QStyle::SP_MessageBoxCritical
-                                                            : QStyle::SP_MessageBoxWarning));
-  }
+  const auto picture = result.status == BatchStatus::kDone     ? QStyle::SP_DialogApplyButton
+                       : result.status == BatchStatus::kFailed ? QStyle::SP_MessageBoxCritical
+                                                               : QStyle::SP_MessageBoxWarning;
+  item->setIcon(kResult, style()->standardIcon(picture));
 }
 
 void CBatchResultDlg::Open(const QTreeWidgetItem* item) {

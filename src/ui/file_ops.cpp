@@ -51,12 +51,12 @@ FileOpResult CopyFile(const fs::path& file, const fs::path& folder) {
 
 FileOpResult MoveFile(const fs::path& file, const fs::path& folder) {
   std::error_code error;
-  if (fs::equivalent(file.parent_path().empty() ? fs::path(".") : file.parent_path(), folder,
-                     error)) {
-    return {file, file, {}};
-  }
   if (!fs::is_regular_file(file, error)) {
     return {file, {}, error ? error.message() : "no regular file"};
+  }
+  const fs::path from = file.has_parent_path() ? file.parent_path() : fs::path(".");
+  if (fs::equivalent(from, folder, error)) {
+    return {file, file, {}};
   }
   const fs::path place = FreePlace(file, folder);
   fs::rename(file, place, error);

@@ -54,6 +54,38 @@ void ShowInScrollArea(QWidget* widget) {
   }
 }
 
+QString LabelText(std::string_view label) {
+  return QString::fromUtf8(label.data(), static_cast<qsizetype>(label.size()));
+}
+// On a button or before a field, where one '&' would mark a key.
+QString MarkedText(std::string_view label) {
+  return LabelText(label).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+// The widgets that the tab key reaches, in the order in which they are laid out.
+void CollectFocusable(QWidget* widget, std::vector<QWidget*>* found);
+
+void CollectFocusable(QLayout* layout, std::vector<QWidget*>* found) {
+  for (int i = 0; layout != nullptr && i < layout->count(); ++i) {
+    QLayoutItem* item = layout->itemAt(i);
+    if (item->widget() != nullptr) {
+      CollectFocusable(item->widget(), found);
+    } else {
+      CollectFocusable(item->layout(), found);
+    }
+  }
+}
+
+void CollectFocusable(QWidget* widget, std::vector<QWidget*>* found) {
+  if ((widget->focusPolicy() & Qt::TabFocus) != 0) {
+    found->push_back(widget);
+  } else if (auto* area = qobject_cast<QScrollArea*>(widget)) {
+    CollectFocusable(area->widget(), found);
+  } else {
+    CollectFocusable(widget->layout(), found);
+  }
+}
+
 // Values of tables are bytes; paths are texts of this computer.
 QString ShownText(const Field& field, const std::string& text) {
   return field.widget == Widget::kPath ? QString::fromStdString(text) : TextFromBytes(text);
@@ -73,9 +105,9 @@ CFormDialog::~CFormDialog() { model_->SetListener({}); }
 
 void CFormDialog::Name(QWidget* widget, const Field& field) {
   widget->setObjectName(QString::number(field.control));
-  const QString label = TextFromBytes(field.label);
+  const QString label = LabelText(field.label);
   widget->setAccessibleName(
-      field.group.empty() ? label : TextFromBytes(field.group) + QStringLiteral(": ") + label);
+      field.group.empty() ? label : LabelText(field.group) + QStringLiteral(": ") + label);
 }
 
 QWidget* CFormDialog::MakeLine(const Field& field) {
@@ -99,7 +131,7 @@ QWidget* CFormDialog::MakeLine(const Field& field) {
 }
 
 QWidget* CFormDialog::MakeCheck(const Field& field) {
-  auto* check = new QCheckBox(TextFromBytes(field.label), this);
+  auto* check = new QCheckBox(MarkedText(field.label), this);
   connect(check, &QCheckBox::clicked, this, [this, control = field.control](bool is_checked) {
     model_->SetIndex(control, is_checked ? 1 : 0);
     OnEdited(control);
@@ -110,7 +142,7 @@ QWidget* CFormDialog::MakeCheck(const Field& field) {
 QWidget* CFormDialog::MakeList(const Field& field) {
   auto* list = new QComboBox(this);
   for (const Choice& choice : field.choices) {
-    list->addItem(TextFromBytes(choice.label));
+    list->addItem(LabelText(choice.label));
   }
   connect(list, &QComboBox::activated, this, [this, control = field.control](int index) {
     model_->SetIndex(control, index);
@@ -126,7 +158,7 @@ QWidget* CFormDialog::MakeRadios(const Field& field) {
   auto* group = new QButtonGroup(widget);
   groups_[field.control] = group;
   for (const Choice& choice : field.choices) {
-    auto* button = new QRadioButton(TextFromBytes(choice.label), widget);
+    auto* button = new QRadioButton(MarkedText(choice.label), widget);
     button->setObjectName(QString::number(choice.control));
     group->addButton(button, static_cast<int>(group->buttons().size()));
     layout->addWidget(button);
@@ -184,7 +216,7 @@ QWidget* CFormDialog::Buttons(int control, int columns) {
 QLabel* CFormDialog::LabelOf(int control) {
   QLabel*& label = labels_[control];
   if (label == nullptr) {
-    label = new QLabel(TextFromBytes(model_->Caption(control)), this);
+    label = new QLabel(MarkedText(model_->Caption(control)), this);
     label->setTextFormat(Qt::PlainText);
     label->setBuddy(Control(control));
     label->setEnabled(Control(control)->isEnabled());
@@ -276,7 +308,7 @@ void CFormDialog::AddCountedRow(QFormLayout* form, int control) {
 bool CFormDialog::UpdateCount(int control) {
   const std::size_t length = model_->Text(control).size();
   const std::size_t capacity = model_->CapacityOf(control);
-  const bool is_cut = length > capacity;
+  const bool is_cut = length > capacity && model_->IsEdited(control);
   QLabel* count = counts_.at(control);
   count->setText(QStringLiteral("%1 of %2%3")
                      .arg(length)
@@ -300,7 +332,7 @@ QDialogButtonBox* CFormDialog::OkAndCancel() {
 void CFormDialog::RefreshRadios(const Field& field) {
   QButtonGroup* group = groups_[field.control];
   const int index = model_->Index(field.control);
-  const QString name = TextFromBytes(field.group.empty() ? field.label : field.group);
+  const QString name = LabelText(field.group.empty() ? field.label : field.group);
   // An exclusive group keeps its last button checked.
   group->setExclusive(false);
   for (QAbstractButton* button : group->buttons()) {
@@ -308,10 +340,9 @@ void CFormDialog::RefreshRadios(const Field& field) {
     button->setChecked(at == index);
     const int control = field.choices[static_cast<std::size_t>(at)].control;
     button->setEnabled(model_->IsEnabled(control));
-    if (control != 0) {
-      button->setText(TextFromBytes(model_->ButtonCaption(control)));
-    }
-    button->setAccessibleName(name + QStringLiteral(": ") + button->text().trimmed());
+    const std::string_view caption = model_->ButtonCaption(control);
+    button->setText(MarkedText(caption));
+    button->setAccessibleName(name + QStringLiteral(": ") + LabelText(caption).trimmed());
   }
   group->setExclusive(true);
 }
@@ -330,6 +361,9 @@ void CFormDialog::Refresh(int control) {
       line->setMaxLength(kAnyLength);  // what is stored is shown whole
       line->setText(text);             // not while typing: the cursor would jump
       LimitTyping(line, field.limits.max_length);
+      if (line->isReadOnly()) {
+        line->setCursorPosition(0);  // the beginning of what is too long tells most
+      }
     }
     QString warning = TextFromBytes(model_->Warning(control));
     if (counts_.contains(control) && UpdateCount(control)) {
@@ -344,9 +378,26 @@ void CFormDialog::Refresh(int control) {
     RefreshRadios(field);
   }
   if (const auto label = labels_.find(control); label != labels_.end() && label->second) {
-    label->second->setText(TextFromBytes(model_->Caption(control)));
+    label->second->setText(MarkedText(model_->Caption(control)));
     label->second->setEnabled(widget->isEnabled());
   }
+}
+
+void CFormDialog::showEvent(QShowEvent* event) {
+  if (!is_ordered_) {
+    is_ordered_ = true;
+    std::vector<QWidget*> widgets;
+    CollectFocusable(layout(), &widgets);
+    for (std::size_t i = 1; i < widgets.size(); ++i) {
+      setTabOrder(widgets[i - 1], widgets[i]);
+    }
+    const auto first = std::find_if(widgets.begin(), widgets.end(),
+                                    [](const QWidget* widget) { return widget->isEnabled(); });
+    if (focusWidget() == nullptr && first != widgets.end()) {
+      (*first)->setFocus(Qt::TabFocusReason);
+    }
+  }
+  QDialog::showEvent(event);
 }
 
 bool CFormDialog::IsAcceptable() {

@@ -63,6 +63,9 @@ class CFormDialog : public QDialog {
 
   FormModel& Model() { return *model_; }
 
+  /// Lets the tab key follow the layout, whatever order the widgets were made in.
+  void showEvent(QShowEvent* event) override;
+
  private:
   QLayout* WithShowButton(int control);
   /// Whether the text will be cut.
@@ -77,6 +80,7 @@ class CFormDialog : public QDialog {
 
   FormModel* model_;
   Prompts* prompts_;
+  bool is_ordered_ = false;
   std::map<int, QWidget*> controls_;
   std::map<int, QLabel*> labels_;
   std::map<int, QLabel*> counts_;

@@ -103,7 +103,7 @@ TEST_F(MainFrame, HasEveryCommand) {
       {32773, "MHX Wireless Network Settings...", "Set MHX Wireless Network", true},
       {32775, "Raw Parameters...", "Display and edit parameters in raw table", true},
       {32780, "Convert  FD Stack Result File(s) to ASCII File(s)...",
-       "Convert  stack result (*.trs)  file(s)  into CSV file(s)", false},
+       "Convert  stack result (*.trs)  file(s)  into CSV file(s)", true},
       {32806, "Create TFS File For Dr. Halvo FDEM ...", "", true},
       {59392, "&Toolbar", "", true},
       {57664, "&About Orvane...", "", true},

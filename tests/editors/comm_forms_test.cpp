@@ -47,14 +47,99 @@ TEST_F(CommForms, TheHardwareTextDecidesWhatPowersThereAre) {
   EXPECT_EQ(Get("HW"), "K36W2");
 }
 
-TEST_F(CommForms, SerialNumbersHaveRangesButTheLocalOne) {
-  RadioForm form(&table_);
-  form.Open();
-  form.Model().SetText(RadioForm::kLocalSerial, "10000");
-  EXPECT_FALSE(form.Model().Validate());
-  form.Model().SetText(RadioForm::kAux5Serial, "10000");
-  ASSERT_TRUE(form.Model().Validate());
-  EXPECT_EQ(form.Model().Validate()->control, RadioForm::kAux5Serial);
+// What is entered into one control, and the one key that it goes to.
+struct Entry {
+  int control;
+  const char* key;
+  const char* entered;  // text, or for a choice its index
+  const char* stored;
+};
+
+template <typename Form>
+void ExpectKeys(ParamTable* table, Form* form, std::initializer_list<Entry> entries) {
+  for (const Entry& entry : entries) {
+    SCOPED_TRACE(entry.key);
+    form->Open();
+    FormModel& model = form->Model();
+    if (HasIndex(model.FieldOf(entry.control).widget)) {
+      model.SetIndex(entry.control, *entry.entered - '0');
+    } else {
+      model.SetText(entry.control, entry.entered);
+    }
+    const ParamTable before = *table;
+    form->Commit();
+    EXPECT_EQ(testing::Changes(before, *table), std::set<std::string>{entry.key});
+    EXPECT_EQ(testing::Get(*table, entry.key), entry.stored);
+  }
+}
+
+TEST_F(CommForms, EveryControlWritesItsOwnKey) {
+  RadioForm radio(&table_);
+  ExpectKeys(&table_, &radio,
+             {{1002, "MSTR", "1", "1"},
+              {1006, "RPWR", "2", "2"},
+              {1007, "NADR", "7", "7"},
+              {1008, "EKEY", "8", "8"},
+              {1266, "SNUM", "10000", "10000"},
+              {1010, "SNNR", "10", "10"},
+              {1011, "SN01", "11", "11"},
+              {1012, "SN02", "12", "12"},
+              {1013, "SN03", "13", "13"},
+              {1014, "SN04", "14", "14"},
+              {1015, "SN05", "15", "15"},
+              {1009, "SNTX", "9", "9"}});
+  PlainForm gsm(&table_, GsmFields());
+  ExpectKeys(&table_, &gsm,
+             {{1239, "PHNE", "*99#", "*99#"},
+              {1240, "PPPNAME", "u", "u"},
+              {1241, "PPPPSWD", "p", "p"},
+              {1242, "GNETAP0", "net", "net"},
+              {1243, "IPSRV0", "ip", "ip"},
+              {1289, "FTPSUSR", "fu", "fu"},
+              {1290, "FTPSPWD", "fp", "fp"}});
+  FtpForm ftp(&table_);
+  ExpectKeys(&table_, &ftp,
+             {{1281, "FTPCTIM", "1", "1"},
+              {1283, "FTPCMIN", "30", "30"},
+              {1284, "FTPCSR0", "host", "host"},
+              {1290, "FTPCPRT", "-1", "-1"},
+              {1291, "FTPCUSR", "u", "u"},
+              {1292, "FTPCPWD", "p", "p"},
+              {1285, "FTPC1EN", "1", "1"},
+              {1286, "FTPC1DL", "1", "1"},
+              {1287, "FTPC1P0", "/data", "/data"},
+              {1288, "FTPC2EN", "1", "1"},
+              {1289, "FTPC2P0", "/cal", "/cal"}});
+  CoilForm coil(&table_, {"A", "B", "C", "D"});
+  ExpectKeys(&table_, &coil, {{1016, "CCLT", "9", "9"}, {1091, "HYSN", "H2", "H2"}});
+}
+
+TEST_F(CommForms, RangesEndWhereTheyShould) {
+  RadioForm radio(&table_);
+  FtpForm ftp(&table_);
+  CoilForm coil(&table_, {"A", "B", "C", "D"});
+  struct Case {
+    FormModel* model;
+    int control;
+    const char* first;
+    const char* last;
+    const char* below;
+    const char* above;
+  };
+  for (const Case& test : {Case{&radio.Model(), 1007, "0", "65535", "-1", "65536"},
+                           Case{&radio.Model(), 1008, "0", "65535", "-1", "65536"},
+                           Case{&radio.Model(), 1015, "0", "9999", "-1", "10000"},
+                           Case{&ftp.Model(), 1283, "0", "10000000", "-1", "10000001"},
+                           Case{&coil.Model(), 1016, "1", "1000", "0", "1001"}}) {
+    SCOPED_TRACE(test.control);
+    for (const auto& [text, is_right] :
+         {std::pair(test.first, true), std::pair(test.last, true), std::pair(test.below, false),
+          std::pair(test.above, false)}) {
+      test.model->SetText(test.control, text);
+      EXPECT_EQ(!test.model->Validate(), is_right) << text;
+    }
+    test.model->ReadAll();
+  }
 }
 
 TEST_F(CommForms, TextsAreCutToWhatTheirKeysHold) {
@@ -125,16 +210,22 @@ TEST_F(CommForms, ASensorTypeBringsItsDefaultsAndASerialNumberLetsThemBeWritten)
 
 TEST_F(CommForms, CoilButtonsFillInTheirModels) {
   CoilForm form(&table_, {"A", "B", "C", "D"});
-  form.Open();
-  form.Model().SetIndex(CoilForm::kType, 3);
-  form.OnEdited(CoilForm::kType);
-  EXPECT_EQ(form.Model().Text(CoilForm::kMaxCorner), "0.50");
-  form.Commit();
-  EXPECT_EQ(Get("HNOM") + " " + Get("HAMP") + " " + Get("CCMN") + " " + Get("CCMX") + " " +
-                Get("CPHC") + " " + Get("HZSN"),
-            "50 -0.206 0.25 0.5 0 QELO");
-  form.Model().SetText(CoilForm::kTime, "1001");
-  EXPECT_TRUE(form.Model().Validate());
+  constexpr auto kStored = std::to_array<const char*>(
+      {"100 -0.206 0 0 0 ZUMI ZUMI ZUMI", "1000 -0.206 0.2 0.4 0 TARK TARK TARK",
+       "500 -0.235 0.4 0.8 0.00159 VEXA VEXA VEXA", "50 -0.206 0.25 0.5 0 QELO QELO QELO",
+       "150 -0.206 0.1 0.25 0 WISP WISP WISP"});
+  for (std::size_t type = 0; type < kStored.size(); ++type) {
+    form.Open();
+    form.Model().SetIndex(CoilForm::kType, static_cast<int>(type));
+    form.OnEdited(CoilForm::kType);
+    EXPECT_EQ(form.Model().Text(CoilForm::kMaxCorner) == "0.50", type == 3);
+    form.Commit();
+    std::string stored = Get("HNOM");
+    for (const char* key : {"HAMP", "CCMN", "CCMX", "CPHC", "HXSN", "HYSN", "HZSN"}) {
+      stored.append(" ").append(Get(key));
+    }
+    EXPECT_EQ(stored, kStored[type]);
+  }
 }
 
 TEST_F(CommForms, TheBoxStatusShowsWhatTheBoxStored) {
@@ -145,7 +236,18 @@ TEST_F(CommForms, TheBoxStatusShowsWhatTheBoxStored) {
     const char* shown;
   };
   constexpr auto kCases = std::to_array<Case>({{1269, "CLST", "4", "Locked to GPS"},
+                                               {1269, "CLST", "3", "Aligned to OCXO"},
                                                {1269, "CLST", "5", "Unknown"},
+                                               {1271, "MSTRBRG", "-0.5", "-0.50"},
+                                               {1278, "LTIM", "2026/01/01 04:00:00", ""},
+                                               {1268, "LFIX", "2026/01/01 05:00:00", ""},
+                                               {1256, "GFPG", "17", ""},
+                                               {1257, "FFPG", "18", ""},
+                                               {1258, "DSP", "19", ""},
+                                               {1259, "BADR", "20", ""},
+                                               {1260, "SATR", "21", ""},
+                                               {1261, "STBADR", "22", ""},
+                                               {1273, "TOTL", "23", ""},
                                                {1269, "CLST", "-1", "Unknown"},
                                                {1276, "BAT1", "12345", "12.345"},
                                                {1274, "DISK", "1073741824", "1024.00"},

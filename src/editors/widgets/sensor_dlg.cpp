@@ -2,11 +2,11 @@
 #include "editors/widgets/sensor_dlg.h"
 
 #include <QHBoxLayout>
-#include <QSettings>
 #include <QVBoxLayout>
 
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
+#include "ui/settings_names.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -31,10 +31,10 @@ CCurrentSensorDlg::CCurrentSensorDlg(CurrentSensorForm* form, Prompts* prompts, 
   column->addLayout(choices);
   column->addWidget(Group("Sensor", {CurrentSensorForm::kSerial, CurrentSensorForm::kNominalGain,
                                      CurrentSensorForm::kTestAmplitude, CurrentSensorForm::kTime}));
-  column->addWidget(missing_);
   column->addStretch();
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(new ContentScrollArea(content, this), 1);
+  layout->addWidget(missing_);
   layout->addWidget(OkAndCancel());
   ShowMissing();
   ResizeWithinScreen(this, sizeHint().expandedTo(QSize(480, 0)));
@@ -79,15 +79,8 @@ CCoilDlg::CCoilDlg(CoilForm* form, Prompts* prompts, QWidget* parent)
 }
 
 CoilForm::Names CoilModels() {
-  constexpr std::array kDefaults = {"AMT coil", "MT coil", "Coil model 3", "Coil model 4"};
-  const QSettings settings;
-  CoilForm::Names names;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    names[i] = BytesFromText(settings
-                                 .value(QStringLiteral("Coil Models/Name%1").arg(i + 1),
-                                        QString::fromLatin1(kDefaults[i]))
-                                 .toString());
-  }
+  CoilForm::Names names = {"AMT coil", "MT coil", "Coil model 3", "Coil model 4"};
+  ReadNames("Coil Models", names);
   return names;
 }
 

@@ -4,7 +4,6 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QSettings>
 #include <QVBoxLayout>
 #include <cmath>
 #include <numbers>
@@ -12,6 +11,7 @@
 #include "core/number_text.h"
 #include "core/param_text.h"
 #include "ui/byte_text.h"
+#include "ui/settings_names.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -158,15 +158,9 @@ void CSiteDlg::Commit() {
 }
 
 std::array<std::string, 4> TransmitterModels() {
-  const QSettings settings;
-  std::array<std::string, 4> names;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    const int number = static_cast<int>(i) + 1;
-    names[i] = BytesFromText(settings
-                                 .value(QStringLiteral("Transmitter Models/Name%1").arg(number),
-                                        QStringLiteral("Transmitter %1").arg(number))
-                                 .toString());
-  }
+  std::array<std::string, 4> names = {"Transmitter 1", "Transmitter 2", "Transmitter 3",
+                                      "Transmitter 4"};
+  ReadNames("Transmitter Models", names);
   return names;
 }
 

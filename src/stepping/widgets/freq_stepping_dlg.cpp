@@ -5,12 +5,12 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
-#include <filesystem>
 
 #include "stepping/widgets/stepping_cycle_dlg.h"
 #include "stepping/widgets/tfs_dialog.h"
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
+#include "ui/qt_path.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -21,8 +21,6 @@ QGroupBox* NewBox(const char* title, QLayout* layout) {
   box->setLayout(layout);
   return box;
 }
-
-std::filesystem::path PathOf(const QString& path) { return path.toStdString(); }
 
 }  // namespace
 
@@ -194,7 +192,7 @@ void CFreqSteppingDlg::OnOpenFile() {
   const QString path =
       AskForSchedule(this, QFileDialog::AcceptOpen, QStringLiteral("Open Schedule File"), folder_);
   if (!path.isEmpty()) {
-    form_->OpenFile(PathOf(path));
+    form_->OpenFile(PathFromText(path));
     ShowAll();
   }
 }
@@ -206,7 +204,7 @@ void CFreqSteppingDlg::OnExportFile() {
   const QString path = AskForSchedule(this, QFileDialog::AcceptSave,
                                       QStringLiteral("Export Schedule File"), folder_);
   if (!path.isEmpty()) {
-    form_->ExportFile(PathOf(path));
+    form_->ExportFile(PathFromText(path));
     ShowAll();
   }
 }

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/utility_commands.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QListView>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+#include <thread>
+
+#include "app/qt_prompts.h"
+#include "core/tbl_listing.h"
+#include "support/tbl_bytes.h"
+#include "support/temp_dir.h"
+#include "ui/batch_progress.h"
+#include "ui/file_dialogs.h"
+#include "ui/file_ops.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+using testing::Padded;
+using testing::ReadAll;
+using testing::TempDir;
+using testing::WriteAll;
+
+constexpr Utility kListing = {"Convert", "Tbl Files (*.tbl)|*.tbl||", "",
+                              "%d files are converted to ASCII file!", 1};
+
+class UtilityCommandsTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    utilities_.SetEditor(TextEditor([this](const QString&, const QStringList& arguments) {
+      shown_ << arguments;
+      return has_editor_;
+    }));
+  }
+  std::filesystem::path Table(const char* name) {
+    WriteAll(dir_ / name,
+             Padded(std::string("\x03\0.TBL2%", 8), 32) + Padded(Padded("TECH", 16) + "\x04", 32));
+    return dir_ / name;
+  }
+  // What the window that comes up says; it is closed then.
+  void Convert(std::vector<std::filesystem::path> files) {
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [this] {
+      auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (window == nullptr) {
+        return;
+      }
+      if (const auto* box = qobject_cast<QMessageBox*>(window)) {
+        said_ += box->text();
+      } else {
+        said_ += window->findChild<QLabel*>(QStringLiteral("message"))->text();
+        auto* list = window->findChild<QTreeWidget*>();
+        for (int row = 0; row < list->topLevelItemCount(); ++row) {
+          rows_ << list->topLevelItem(row)->text(1);
+        }
+        list->setFocus();
+        list->setCurrentItem(list->topLevelItem(0));
+        QTest::keyClick(list, Qt::Key_Return);  // opens, and does not close
+      }
+      window->accept();
+    });
+    timer.start(5);
+    utilities_.Convert(kListing, TblListing(), std::move(files));
+  }
+
+  TempDir dir_;
+  ParamTable table_;
+  QtPrompts prompts_;
+  StatusNotices notices_;
+  COrvaneDoc doc_{&table_, &prompts_, &notices_};
+  UtilityCommands utilities_{&doc_, &prompts_, nullptr};
+  bool has_editor_ = true;
+  QStringList shown_;
+  QString said_;
+  QStringList rows_;
+};
+
+TEST_F(UtilityCommandsTest, OneFileIsShownWithoutAMessage) {
+  Convert({Table("A.tbl")});
+  EXPECT_EQ(shown_, QStringList{TextFromPath(dir_ / "A.txt")});
+  EXPECT_EQ(said_, QString());
+  shown_.clear();
+  has_editor_ = false;
+  Convert({Table("A.tbl")});
+  EXPECT_TRUE(said_.contains(QStringLiteral("could not be started"))) << said_.toStdString();
+}
+
+TEST_F(UtilityCommandsTest, ATextThatIsNotWrittenIsNotShown) {
+  WriteAll(dir_ / "A.tbl", "short");
+  Convert({dir_ / "A.tbl"});
+  EXPECT_TRUE(shown_.isEmpty());
+  EXPECT_TRUE(said_.contains(QStringLiteral("A.tbl: failed (3)"))) << said_.toStdString();
+}
+
+TEST_F(UtilityCommandsTest, SeveralFilesAreCountedAndListed) {
+  WriteAll(dir_ / "B.tbl", "short");
+  Convert({Table("A.tbl"), dir_ / "B.tbl", Table("C.tbl")});
+  EXPECT_EQ(said_, QStringLiteral("3 files are converted to ASCII file!"));
+  ASSERT_EQ(rows_.size(), 3);
+  EXPECT_EQ(rows_[0], QStringLiteral("done"));
+  EXPECT_TRUE(rows_[1].startsWith(QStringLiteral("failed (3): ")));
+  EXPECT_EQ(shown_, QStringList{TextFromPath(dir_ / "A.txt")});
+}
+
+TEST_F(UtilityCommandsTest, CancelAnswersSoonAndStopsTheRest) {
+  Conversion slow;
+  slow.outputs_of = [](const std::string& input) { return std::vector{input + ".out"}; };
+  slow.job = [](BatchTask& task) {
+    while (!task.Stopped()) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return BatchCancelled();
+  };
+  Batch batch({slow, {Table("A.tbl"), Table("B.tbl"), Table("C.tbl")}, {}, 1});
+  CBatchProgressDlg dialog(&batch, QStringLiteral("Convert"), nullptr);
+  std::chrono::steady_clock::time_point pressed;
+  QTimer::singleShot(500, &dialog, [&] {
+    EXPECT_TRUE(dialog.isVisible());
+    pressed = std::chrono::steady_clock::now();
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  dialog.Run();
+  EXPECT_LT(std::chrono::steady_clock::now() - pressed, std::chrono::milliseconds(200));
+  EXPECT_EQ(batch.CountForMessage(), 0U);
+  EXPECT_EQ(batch.Result(2)->status, BatchStatus::kCancelled);
+}
+
+TEST(FileDialogs, TakeThousandsOfFiles) {
+  const TempDir dir;
+  constexpr int kFiles = 2500;
+  for (int i = 0; i < kFiles; ++i) {
+    WriteAll(dir / ("a_file_with_a_long_name_" + std::to_string(10000 + i) + ".tbl"), "");
+  }
+  CFECFileDialog dialog(QStringLiteral("Convert"), kListing.filters, TextFromPath(dir.Path()),
+                        nullptr);
+  dialog.show();
+  auto* list = dialog.findChild<QListView*>(QStringLiteral("listView"));
+  ASSERT_NE(list, nullptr);
+  ASSERT_TRUE(
+      QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == kFiles; }, 20000));
+  list->selectAll();
+  QMetaObject::invokeMethod(&dialog, "accept");
+  EXPECT_EQ(dialog.Paths().size(), static_cast<std::size_t>(kFiles));
+  EXPECT_EQ(NameFilters("A (*.ts?)|*.ts?|All Files (*.*)|*.*||"),
+            (QStringList{QStringLiteral("A (*.ts?)"), QStringLiteral("All Files (*)")}));
+}
+
+TEST(FileOps, NeverWriteOverAFile) {
+  const TempDir dir;
+  WriteAll(dir / "a.trs", "one");
+  for (const char* name : {"Copy of a.trs", "Copy (1) of a.trs"}) {
+    EXPECT_EQ(CopyFiles({dir / "a.trs"}, dir.Path()).front().output, dir / name);
+    EXPECT_EQ(ReadAll(dir / name), "one");
+  }
+  std::filesystem::create_directory(dir / "sub");
+  WriteAll(dir / "sub/a.trs", "other");
+  EXPECT_EQ(MoveFiles({dir / "a.trs"}, dir / "sub").front().output, dir / "sub/Copy of a.trs");
+  EXPECT_EQ(ReadAll(dir / "sub/a.trs"), "other");
+  EXPECT_FALSE(std::filesystem::exists(dir / "a.trs"));
+  EXPECT_EQ(MoveFiles({dir / "sub/a.trs"}, dir / "sub").front().output, dir / "sub/a.trs");
+  EXPECT_FALSE(CopyFiles({dir / "none"}, dir.Path()).front().fault.empty());
+  EXPECT_FALSE(MoveFiles({dir / "none"}, dir.Path()).front().fault.empty());
+}
+
+}  // namespace
+}  // namespace orvane
