@@ -38,7 +38,7 @@ TEST_F(ScheduleCommands, PresetMakeShowAndText) {
   EXPECT_EQ(Run("show s.TFS"),
             "0 60\t4\t1\t5\n120\t4\t0.5\t5\n240\t4\t0.125\t5\n480\t4\t0.0625\t5\n|");
   EXPECT_EQ(Run("text s.TFS nowhere.TFS"),
-            "1 |orvane-cli: nowhere.TFS: No such file or directory\n");
+            "1 s.txt\n|orvane-cli: nowhere.TFS: No such file or directory\n");
   EXPECT_EQ(ReadAll(dir_ / "s.txt").substr(0, 58),
             "   1,         60,       FD,       1.00000000,     5.0000,\n");
   EXPECT_EQ(Run("preset t.tbl FDEM --to p.tbl"), "0 |") << "the stored cycle has a preset";
