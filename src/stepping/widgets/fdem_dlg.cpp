@@ -18,7 +18,8 @@ CFdemScheduleDlg::CFdemScheduleDlg(FdemForm* form, Prompts* prompts, QString fol
   // kept: the title as the users know it.
   setWindowTitle(QStringLiteral("Creat TFS File for Dr. Halvo FDEM"));
   auto* steps = new QGroupBox(QStringLiteral("Steps"), this);
-  auto* rows = new QFormLayout(steps);
+  auto* rows = new QFormLayout;
+  steps->setLayout(rows);
   for (const int control : {FdemForm::kSeconds, FdemForm::kCycles, FdemForm::kCurrent}) {
     AddRow(rows, control);
   }

@@ -110,7 +110,7 @@ void SchedulePlot::Show(std::span<const ScheduleRow> rows) {
   }
   nothing_->setVisible(rows.empty());
   SetRanges(rows);
-  plot_->replot();
+  plot_->replot(QCustomPlot::rpQueuedReplot);  // once for all cells of a paste
 }
 
 void SchedulePlot::SetRanges(std::span<const ScheduleRow> rows) {

@@ -16,7 +16,8 @@ CSteppingCycleDlg::CSteppingCycleDlg(CycleForm* form, Prompts* prompts, QWidget*
   auto* cycle_layout = new QVBoxLayout(cycles);
   cycle_layout->addWidget(Buttons(CycleForm::kCycle, 2));
   auto* limits = new QGroupBox(QStringLiteral("Transmitter"), this);
-  auto* rows = new QFormLayout(limits);
+  auto* rows = new QFormLayout;
+  limits->setLayout(rows);
   for (const int control :
        {CycleForm::kVoltage, CycleForm::kResistance, CycleForm::kWireLength, CycleForm::kCurrent}) {
     AddRow(rows, control);
