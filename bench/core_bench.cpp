@@ -203,6 +203,7 @@ constexpr auto kRatios = std::to_array<orvane::bench::Ratio>({
     {"build the built-in index / search it at run time", "BuildIndex", "SearchIndexAtRunTime", 0},
     {"load a full table / read its bytes", "Load", "ReadBytes", 0},
     {"save a full table / write its bytes as safely", "Save", "WriteBytes", 0},
+    {"schedule of 200 rows / its bare arithmetic", "StepTable", "StepTablePlain", 0},
 });
 
 }  // namespace

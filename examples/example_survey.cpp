@@ -16,9 +16,13 @@
 #include <system_error>
 #include <vector>
 
+#include "core/param_access.h"
 #include "core/param_table.h"
 #include "core/param_text.h"
 #include "core/tbl_file.h"
+#include "stepping/fdem_schedule.h"
+#include "stepping/step_presets.h"
+#include "stepping/tfs_file.h"
 #include "timeseries/stack_result.h"
 
 namespace {
@@ -99,11 +103,6 @@ constexpr auto kSip = std::to_array<Setting>({
     {"NRXPOS", "1200"},
     {"ETXCSRX", "350"},
     {"NTXCSRX", "1200"},
-    {"FEND", "0.125"},
-    {"FRQ0", "0.125"},
-    {"FRQ1", "0.5"},
-    {"FRQ2", "2"},
-    {"FRQ3", "8"},
     {"SITEINC", "50"},
     {"STIM", "2026/11/21 07:00:00"},
     {"ETIM", "2026/11/21 10:30:00"},
@@ -174,10 +173,6 @@ constexpr auto kCsamt = std::to_array<Setting>({
     {"EAZM", "90"},
     {"RXLEN", "50"},
     {"SITEINC", "50"},
-    {"FRQ0", "1"},
-    {"FRQ1", "16"},
-    {"FRQ2", "256"},
-    {"FRQ3", "4096"},
     {"STIM", "2026/11/24 07:00:00"},
     {"ETIM", "2026/11/24 15:00:00"},
 });
@@ -225,6 +220,7 @@ constexpr auto kFdem = std::to_array<Setting>({
     {"LPFR", "16"},
     {"WFRM", "4"},
     {"NUMITEM", "1"},
+    {"AUTO", "2"},
     {"ARRYTYP", "15"},
     {"TXTURN", "2"},
     {"LLENGTH", "100"},
@@ -269,12 +265,38 @@ bool Apply(std::span<const Setting> settings, ParamTable* table) {
   return true;
 }
 
+// The methods that step through frequencies begin with their usual cycle.
+void SetStepping(ParamTable* table) {
+  const int tech = orvane::IntParam(*table, "TECH");
+  if (tech == orvane::kSip || tech == orvane::kCsamt) {
+    orvane::ApplyTransmitter(table, tech, orvane::WithDefaults({}, tech),
+                             orvane::CycleCurrent(tech, 0));
+    orvane::ApplyDefaultStepping(table, tech, 0);
+  }
+}
+
+// The schedule that the FDEM day's "AUTO" names, beside its table.
+bool WriteSchedule(const std::filesystem::path& path) {
+  std::vector<orvane::ScheduleRow> rows;
+  constexpr orvane::FdemRequest kRequest{60, 60, 5, true};
+  if (!orvane::BuildFdemSchedule(kRequest, &rows)) {
+    return false;
+  }
+  if (const std::string reason = orvane::WriteScheduleFile(path, rows); !reason.empty()) {
+    std::fprintf(stderr, "%s: %s\n", path.string().c_str(), reason.c_str());
+    return false;
+  }
+  std::printf("%s\n", path.string().c_str());
+  return true;
+}
+
 bool WriteDay(const Day& day, const std::filesystem::path& root) {
   ParamTable table;
   if (table.BuildParamIndex() != orvane::kOk || !Apply(kSurvey, &table) ||
       !Apply(day.settings, &table)) {
     return false;
   }
+  SetStepping(&table);
   std::error_code error;
   std::filesystem::create_directories(root / day.folder, error);
   const auto path = root / day.folder / "Startup.tbl";
@@ -284,7 +306,7 @@ bool WriteDay(const Day& day, const std::filesystem::path& root) {
     return false;
   }
   std::printf("%s\n", path.string().c_str());
-  return true;
+  return orvane::IntParam(table, "AUTO") != 2 || WriteSchedule(root / day.folder / "2.TFS");
 }
 
 // One stack of a channel: its head, an extension with the current in amperes, the items.

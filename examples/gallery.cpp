@@ -25,6 +25,9 @@
 #include "editors/widgets/sensor_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
+#include "stepping/widgets/fdem_dlg.h"
+#include "stepping/widgets/freq_stepping_dlg.h"
+#include "stepping/widgets/stepping_cycle_dlg.h"
 #include "ui/batch_progress.h"
 #include "ui/batch_results.h"
 
@@ -126,6 +129,53 @@ bool DrawAcquisition(const orvane::ParamTable& opened, const Gallery& gallery) {
     }
   }
   return done;
+}
+
+// The stepping of each method with its default values, the cycles to choose from, the FDEM file.
+bool DrawStepping(const orvane::ParamTable& opened, const Gallery& gallery) {
+  struct Method {
+    int tech;
+    std::int32_t cycle;
+    const char* name;
+    const char* cycle_name;
+  };
+  constexpr auto kMethods = std::to_array<Method>({
+      {orvane::kSip, 900, "stepping-sip", "cycle-sip"},
+      {orvane::kTdip, 0, "stepping-tdip", nullptr},
+      {orvane::kTdem, 0, "stepping-tdem", nullptr},
+      {orvane::kCsamt, 2700, "stepping-csamt", "cycle-csamt"},
+      {orvane::kFdem, 3600, "stepping-fdem", "cycle-fdem"},
+  });
+  orvane::QtPrompts prompts;
+  orvane::StatusNotices notices;
+  bool done = true;
+  for (const Method& method : kMethods) {
+    orvane::ParamTable table = opened;
+    static_cast<void>(table.SetParam("TECH", orvane::IntPT, &method.tech));
+    if (orvane::HasCycles(method.tech)) {
+      orvane::ApplyTransmitter(&table, method.tech, orvane::WithDefaults({}, method.tech), 16);
+    }
+    orvane::SteppingForm form(&table, &prompts, &notices);
+    form.Open();
+    form.ApplyDefaults(method.cycle);
+    orvane::CFreqSteppingDlg dialog(&form, &prompts, {});
+    dialog.resize(1340, 690);  // also where this screen is smaller
+    done = gallery.Draw(&dialog, method.name) && done;
+    if (method.tech == orvane::kTdem) {
+      dialog.resize(660, 360);  // a field laptop at 200 %
+      done = gallery.Draw(&dialog, "stepping-tdem-small") && done;
+    }
+    if (method.cycle_name != nullptr) {
+      orvane::CycleForm cycle(&table, &form.Early(), method.tech, form.Limits());
+      cycle.Open();
+      orvane::CSteppingCycleDlg cycle_dialog(&cycle, &prompts);
+      done = gallery.Draw(&cycle_dialog, method.cycle_name) && done;
+    }
+  }
+  orvane::FdemForm fdem(&prompts);
+  fdem.Open();
+  orvane::CFdemScheduleDlg fdem_dialog(&fdem, &prompts, {});
+  return gallery.Draw(&fdem_dialog, "fdem-schedule") && done;
 }
 
 void Put(orvane::ParamTable* table, orvane::ParamKey key, std::string_view text) {
@@ -263,6 +313,7 @@ bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
 
   done = DrawSetup(app, gallery) && done;
   done = DrawAcquisition(app->Document().Table(), gallery) && done;
+  done = DrawStepping(app->Document().Table(), gallery) && done;
 
   done = DrawCommunications(app->Document().Table(), gallery) && done;
   done = DrawSensors(app->Document().Table(), gallery) && done;

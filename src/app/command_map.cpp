@@ -46,7 +46,7 @@ constexpr auto kUtilities = std::to_array<CommandRow>({
     {kConvertFrequencyDomainStacks, "Convert  FD Stack Result File(s) to ASCII File(s)...",
      "Convert  stack result (*.trs)  file(s)  into CSV file(s)"},
     {kConvertTimeDomainStacks, "Convert  Time Domain Stack Result File(s) to ASCII File(s)...", ""},
-    {32781, "Convert  Frequency Stepping  File(s) to ASCII File(s)...",
+    {kListSchedules, "Convert  Frequency Stepping  File(s) to ASCII File(s)...",
      "Convert  frequency stepping (*.tfs)  file(s)  into TXT file(s)"},
     {kWaveformToText, "Convert Waveform(*.Tss) or Time Series(*.Ts1, *.Ts2...) File(s) to ASCII File(s)...",
      ""},
@@ -54,7 +54,7 @@ constexpr auto kUtilities = std::to_array<CommandRow>({
     {kConvertToVersion1, "Convert Version 2 TBL File(s) to Version 1 TBL File(s)...",
      "Convert  TBL file(s)   into TBL  file(s) of version 1"},
     kLine,
-    {32806, "Create TFS File For Dr. Halvo FDEM ...", ""},
+    {kCreateFdemSchedule, "Create TFS File For Dr. Halvo FDEM ...", ""},
 });
 constexpr auto kView = std::to_array<CommandRow>({
     {32792, "Set Calibration Display Parameters...", ""},

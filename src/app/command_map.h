@@ -26,6 +26,8 @@ enum CommandId : int {
   kEditCurrentSensor = 32774,
   kEditRaw = 32775,
   kEditCoil = 32777,
+  kListSchedules = 32781,
+  kCreateFdemSchedule = 32806,
   kEditGsm = 32801,
   kEditFtp = 32805,
   kViewBoxStatus = 32803,

@@ -183,6 +183,9 @@ void CMainFrame::ConnectCommands() {
   Handle(kAppExit, [this] { close(); });
   Handle(kFileSaveAllBoxes, [this] { editors_.SaveAllBoxes(); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
+  Handle(kEditStepping, [this] { editors_.EditStepping(); });
+  Handle(kListSchedules, [this] { utilities_.ListSchedules(); });
+  Handle(kCreateFdemSchedule, [this] { editors_.CreateFdemSchedule(); });
   Handle(kEditRadio, [this] { editors_.EditRadio(); });
   Handle(kEditGsm, [this] { editors_.EditGsm(); });
   Handle(kEditFtp, [this] { editors_.EditFtp(); });

@@ -7,6 +7,7 @@
 #include "core/number_text.h"
 #include "core/tbl_listing.h"
 #include "core/tbl_to_v1.h"
+#include "stepping/tfs_listing.h"
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
 #include "timeseries/ts_text.h"
@@ -22,6 +23,9 @@ constexpr char kConverted[] = "%d files are converted to ASCII file!";  // NOLIN
 constexpr Utility kTableListing = {"Convert TBL File(s) to ASCII File(s)",
                                    "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||", "", kConverted,
                                    1};
+constexpr Utility kScheduleListing = {"Convert Frequency Stepping File(s) to ASCII File(s)",
+                                      "Schedule File (*.TFS)|*.TFS|All Files (*.*)|*.*||", "",
+                                      kConverted, 1};
 constexpr char kStackFilter[] = "Stack Files (*.trs)|*.trs|All Files (*.*)|*.*||";  // NOLINT
 constexpr Utility kTimeDomainStacks = {"Convert Time Domain Stack Result File(s) to ASCII File(s)",
                                        kStackFilter, "", kConverted};
@@ -46,6 +50,7 @@ QString StartFolder(const QString& key, const COrvaneDoc& doc) {
 }  // namespace
 
 void UtilityCommands::ListTables() { Run(kTableListing, TblListing()); }
+void UtilityCommands::ListSchedules() { Run(kScheduleListing, TfsListing()); }
 void UtilityCommands::ConvertTimeDomainStacks() {
   Run(kTimeDomainStacks, StackCsv(StackDomain::kTime));
 }

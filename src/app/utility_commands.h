@@ -32,6 +32,7 @@ class UtilityCommands {
       : doc_(doc), prompts_(prompts), parent_(parent) {}
 
   void ListTables();
+  void ListSchedules();
   void ConvertTimeDomainStacks();
   void ConvertFrequencyDomainStacks();
   void ConvertToVersion1();

@@ -29,6 +29,7 @@ int Run(int argc, char** argv) {
   app.require_subcommand(1);
   orvane::ExitCode exit_code = orvane::kAllDone;
   orvane::AddTableCommands(&app, &exit_code);
+  orvane::AddScheduleCommands(&app, &exit_code);
   orvane::AddStackCommands(&app, &exit_code);
   orvane::AddWaveformCommands(&app, &exit_code);
 
