@@ -2,6 +2,7 @@
 #include "timeseries/restack.h"
 
 #include <algorithm>
+#include <cstring>
 #include <exception>
 #include <map>
 #include <system_error>
@@ -179,19 +180,17 @@ class Restacking {
     std::string error = out_->Write(BytesOf(header));
     const auto samples = static_cast<std::size_t>(group.Samples());
     const auto divisor = static_cast<double>(group.count);
-    std::vector<std::byte> piece;
-    piece.reserve(kTsPiece);
+    std::vector<std::byte> piece(kTsPiece);
     for (std::size_t i = 0; i < samples && error.empty();) {
-      const std::size_t end = std::min(samples, i + kTsPiece / kOutWidth);
-      piece.clear();
-      for (; i < end; ++i) {
-        const auto mean = static_cast<std::uint32_t>(
-            static_cast<std::int32_t>(static_cast<double>(sums[i]) / divisor));
-        for (const unsigned shift : {8U, 16U, 24U}) {
-          piece.push_back(static_cast<std::byte>(mean >> shift));
-        }
+      const std::size_t count = std::min(samples - i, (kTsPiece - 1) / kOutWidth);
+      for (std::size_t k = 0; k < count; ++k) {
+        // Four bytes are stored, of which the next sample overwrites the fourth.
+        const Le<std::int32_t> mean =
+            SampleOf(static_cast<std::int32_t>(static_cast<double>(sums[i + k]) / divisor));
+        std::memcpy(&piece[k * kOutWidth], &mean, sizeof mean);
       }
-      error = out_->Write(piece);
+      error = out_->Write(std::span(piece).first(count * kOutWidth));
+      i += count;
     }
     return error.empty() ? error : FileMessage(task_->Outputs()[0], error);
   }
