@@ -14,7 +14,7 @@ namespace {
 // The arguments, last first, as the parser takes them. It would split a file name such as [a,b]
 // into several; the same file's name behind "./" stays one.
 std::vector<std::string> Arguments(int argc, char** argv) {
-  std::vector<std::string> arguments(argv + 1, argv + argc);
+  std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
   for (std::string& argument : arguments) {
     if (argument.starts_with('[') && argument.ends_with(']')) {
       argument.insert(0, "./");
@@ -35,7 +35,9 @@ int Run(int argc, char** argv) {
   const auto add_version = [](CLI::App* command, const auto& self) -> void {
     command->set_version_flag("--version", "orvane-cli " ORVANE_VERSION);
     for (CLI::App* verb : command->get_subcommands({})) {
-      self(verb, self);
+      if (!verb->get_name().empty()) {  // else a group of options
+        self(verb, self);
+      }
     }
   };
   add_version(&app, add_version);

@@ -37,8 +37,8 @@ TEST(TsHeader, SampleRates) {
 }
 
 TEST(SampleDecoder, EveryWidthAndBothWays) {
-  const std::string bytes = std::string("\xFF\xFF\xFF\x01\x02\x83\x04\x05\xC6\xFE\x80\x80", 12) +
-                            std::string(64, '\x7F');
+  const std::string bytes =
+      std::string("\xFF\xFF\xFF\x01\x02\x83\x04\x05\xC6\xFE\x80\x80", 12) + std::string(64, '\x7F');
   struct Case {
     int width;
     std::vector<std::int32_t> samples;

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/stack_csv.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+
+#include "support/batch_help.h"
+#include "support/tbl_bytes.h"
+
+namespace orvane::testing {
+namespace {
+
+std::string FloatBytes(float value) { return Little(std::bit_cast<std::uint32_t>(value), 4); }
+
+// The bytes of a record of 2009/06/30 14:05:00, numbers 7 and 1, flags 0x0A, value 0.125.
+std::string Record(std::string_view label, const std::string& extension, std::size_t item_size,
+                   std::size_t item_count, const std::string& items) {
+  return std::string("\x00\x05\x0E\x1E\x06\x09\x01\x14", 8) + "????" + Little(7, 2) + "\x01\x0A" +
+         "??" + Little(extension.size(), 1) + Little(item_size, 1) + Little(item_count, 1) +
+         "?????" + RealBytes(0.125) + Padded(label, 36) + extension + items;
+}
+std::string Extension(float value) { return std::string(16, '?') + FloatBytes(value); }
+
+constexpr const char* kHead = "2009/06/30 14:05:00, 0007, 1, 0A,     0.125000, ";
+
+std::string Csv(StackDomain domain, const std::string& file, BatchResult* result = nullptr) {
+  const TempDir dir;
+  WriteAll(dir / "a.trs", file);
+  const BatchResult own = RunOne(StackCsv(domain), dir / "a.trs");
+  if (result != nullptr) {
+    *result = own;
+  }
+  return own.IsDone() ? ReadAll(dir / "a.csv") : "not done";
+}
+
+TEST(StackCsv, PrintsBothDomains) {
+  const std::string two = FloatBytes(-1.5F) + FloatBytes(2.5e-12F);
+  EXPECT_EQ(Csv(StackDomain::kTime, Record("TX-1", Extension(1.25F), 8, 1, two)),
+            std::string("    TX-1, ") + kHead + "1.250,   -1.50000e+00,    2.50000e-12,\n");
+  EXPECT_EQ(Csv(StackDomain::kFrequency, Record("TX-1", Extension(1.25F), 4, 2, two)),
+            std::string("    TX-1, ") + kHead + "   1.25,   -1.50000e+00,    2.50000e-12, \n");
+  // No items; an extension too short for its value, and the longest; a label without its NUL.
+  const std::string label(36, 'L');
+  EXPECT_EQ(
+      Csv(StackDomain::kTime, Record(label, std::string(19, '\x7F'), 255, 0, "") +
+                                  Record("", Extension(-2) + std::string(235, '?'), 8, 0, "")),
+      label + ", " + kHead + "0.000, \n" + std::string(8, ' ') + ", " + kHead + "-2.000, \n");
+}
+
+// Items are printed at 8 or 4 bytes whatever their size is.
+TEST(StackCsv, KeepsTheStrideWhateverTheItemSize) {
+  const std::string one = FloatBytes(1);
+  EXPECT_EQ(Csv(StackDomain::kTime, Record("a", Extension(0), 4, 2, one + one)),
+            std::string("       a, ") + kHead +
+                "0.000,    1.00000e+00,    1.00000e+00,   0.00000e+00,    0.00000e+00,\n");
+  EXPECT_EQ(Csv(StackDomain::kFrequency, Record("a", Extension(0), 3, 2, "\x01\x02" + one)),
+            std::string("       a, ") + kHead + "   0.00,    7.18866e-43,    2.27795e-41, \n");
+  EXPECT_EQ(Csv(StackDomain::kFrequency, Record("a", Extension(0), 0, 1, "")),
+            std::string("       a, ") + kHead + "   0.00,    0.00000e+00, \n");
+  const std::string most(std::size_t{255} * 255, '\0');
+  const std::string lines = Csv(StackDomain::kTime, Record("a", Extension(0), 255, 255, most) +
+                                                        Record("b", Extension(0), 255, 255, most));
+  EXPECT_EQ(lines.size(), 2 * (10 + 48 + 7 + 255 * 31 + 1));
+}
+
+TEST(StackCsv, ACutFileKeepsItsWholeRecords) {
+  const TempDir dir;
+  const std::string record = Record("a", Extension(1), 8, 2, std::string(16, '\0'));
+  for (std::size_t size = 0; size <= 2 * record.size(); ++size) {
+    WriteAll(dir / "cut.trs", (record + record).substr(0, size));
+    StackReader reader;
+    ASSERT_EQ(reader.Open(dir / "cut.trs"), "");
+    StackRecord read;
+    std::size_t count = 0;
+    while (reader.Next(&read)) {
+      EXPECT_EQ(read.header.Label(), "a");
+      ++count;
+    }
+    EXPECT_EQ(count, size / record.size());
+    EXPECT_EQ(reader.Offset(), count * record.size());
+    EXPECT_EQ(reader.IsCut(), size % record.size() != 0);
+  }
+  BatchResult result;
+  const std::string line = Csv(StackDomain::kTime, record);
+  EXPECT_EQ(Csv(StackDomain::kTime, record + record.substr(1), &result), line);
+  EXPECT_NE(result.text.find("offset 106 "), std::string::npos) << result.text;
+  EXPECT_EQ(Csv(StackDomain::kTime, "", &result) + result.text, "no whole record");
+}
+
+}  // namespace
+}  // namespace orvane::testing
