@@ -19,6 +19,7 @@
 #include "core/param_table.h"
 #include "core/param_text.h"
 #include "core/tbl_file.h"
+#include "example_waveforms.h"
 #include "timeseries/stack_result.h"
 
 namespace {
@@ -284,7 +285,7 @@ bool WriteDay(const Day& day, const std::filesystem::path& root) {
     return false;
   }
   std::printf("%s\n", path.string().c_str());
-  return true;
+  return orvane::examples::WriteWaveforms(root / day.folder, table);
 }
 
 // One stack of a channel: its head, an extension with the current in amperes, the items.

@@ -115,8 +115,8 @@ std::string HeaderLines(const char* scans, const char* channels, const char* fre
 TEST(TsText, ByteForByte) {
   constexpr const char* kFour = " Frequency (Hz):      4.000000        \n";
   const std::string two = HeaderLines("2       ", "2       ", kFour) +
-                          "                 1           -8388608 \n"
-                          "           8388607                -10 \n";
+                          "                1          -8388608 \n"
+                          "          8388607               -10 \n";
   const TsBytes record{.channels = 2, .samples = {1, -8388608, 8388607, -10}, .trailing = 1};
   EXPECT_EQ(Convert(TsText(), "A.TSS", record.Bytes() + record.Bytes() + "rest").bytes, two + two);
   TsBytes band{.samples = {}, .header_size = 32};
@@ -129,8 +129,8 @@ TEST(TsText, ByteForByte) {
   // The cut record has the samples that are there, on a line that ends; nothing follows it.
   const Outcome cut = Convert(TsText(), "A.TSS", record.Bytes().substr(0, 252 + 11));
   EXPECT_EQ(cut.bytes, HeaderLines("2       ", "2       ", kFour) +
-                           "                 1           -8388608 \n"
-                           "           8388607 \n");
+                           "                1          -8388608 \n"
+                           "          8388607 \n");
   EXPECT_EQ(cut.result.status, BatchStatus::kDoneWithNote);
   EXPECT_EQ(Convert(TsText(), "A.TSS", record.Header()).bytes,
             HeaderLines("2       ", "2       ", kFour));
@@ -140,7 +140,7 @@ TEST(TsText, ByteForByte) {
                     TsBytes{.samples = {70000}, .width = 2, .header_size = 196}.Bytes())
                 .bytes,
             HeaderLines("1       ", "1       ", " Frequency (Hz):      0.000000        \n") +
-                "              4464 \n");
+                "             4464 \n");
 }
 
 TEST(TsText, LongRecordsGoThroughManyPieces) {

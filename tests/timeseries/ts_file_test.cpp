@@ -5,6 +5,7 @@
 
 #include <random>
 
+#include "core/param_text.h"
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
 
