@@ -20,6 +20,7 @@
 #include "core/param_table.h"
 #include "core/param_text.h"
 #include "core/tbl_file.h"
+#include "example_waveforms.h"
 #include "stepping/fdem_schedule.h"
 #include "stepping/step_presets.h"
 #include "stepping/tfs_file.h"
@@ -306,7 +307,10 @@ bool WriteDay(const Day& day, const std::filesystem::path& root) {
     return false;
   }
   std::printf("%s\n", path.string().c_str());
-  return orvane::IntParam(table, "AUTO") != 2 || WriteSchedule(root / day.folder / "2.TFS");
+  if (orvane::IntParam(table, "AUTO") == 2 && !WriteSchedule(root / day.folder / "2.TFS")) {
+    return false;
+  }
+  return orvane::examples::WriteWaveforms(root / day.folder, table);
 }
 
 // One stack of a channel: its head, an extension with the current in amperes, the items.

@@ -2,6 +2,7 @@
 #include "timeseries/restack.h"
 
 #include <algorithm>
+#include <cstring>
 #include <exception>
 #include <map>
 #include <system_error>
@@ -29,24 +30,28 @@ using Sums = std::vector<std::int32_t>;
 // touch the same sum. Every share walks the headers itself.
 class RestackShare {
  public:
-  RestackShare(const RandomFile* in, std::uint64_t end, unsigned share, unsigned shares)
-      : in_(in), end_(end), share_(share), shares_(shares), piece_(kTsPiece + kDecoderSlack) {}
+  RestackShare(const BatchTask* task, const RandomFile* in, std::uint64_t end, unsigned share,
+               unsigned shares)
+      : task_(task),
+        in_(in),
+        end_(end),
+        share_(share),
+        shares_(shares),
+        piece_(kTsPiece + kDecoderSlack) {}
 
-  // Calls `go_on` for each record with its bytes. An empty string, or why reading failed.
-  template <typename GoOn>
-  std::string Add(RestackPlan* plan, std::map<const RestackGroup*, Sums>* sums, GoOn go_on) {
+  // Tells the bytes of each record that is done. An empty string, or why reading failed.
+  template <typename Tell>
+  std::string Add(RestackPlan* plan, std::map<const RestackGroup*, Sums>* sums, Tell tell) {
     TsWalker walker(in_, TsHeaderSize::kFull, end_);
     TsPlace place;
     std::string error;
-    while (error.empty() && walker.Next(&place) && !place.is_cut) {
+    while (error.empty() && !task_->Stopped() && walker.Next(&place) && !place.is_cut) {
       const RestackGroup* group = plan->GroupOf(place.header);
       const auto sum = sums->find(group);
       if (sum != sums->end() && group->Takes(place.header)) {
         error = AddRecord(place, *group, sum->second.data());
       }
-      if (!go_on(place.next - place.offset)) {
-        break;
-      }
+      tell(place.next - place.offset);
     }
     return error.empty() ? walker.Error() : error;
   }
@@ -61,7 +66,7 @@ class RestackShare {
     const std::size_t first = std::size_t{group.header.scans} * share_ / shares_;
     const std::size_t last = std::size_t{group.header.scans} * (share_ + 1) / shares_;
     const std::size_t scans_per_piece = kTsPiece / scan_bytes;
-    for (std::size_t scan = first; scan < last; scan += scans_per_piece) {
+    for (std::size_t scan = first; scan < last && !task_->Stopped(); scan += scans_per_piece) {
       const std::size_t scans = std::min(scans_per_piece, last - scan);
       std::string error;
       const std::size_t read = in_->ReadAt(place.data + std::uint64_t{scan} * scan_bytes,
@@ -91,6 +96,7 @@ class RestackShare {
     }
   }
 
+  const BatchTask* task_;
   const RandomFile* in_;
   std::uint64_t end_;
   unsigned share_;
@@ -140,13 +146,12 @@ class Restacking {
     std::vector<std::string> errors(shares);
     const auto add = [&](unsigned share) {
       try {
-        errors[share] =
-            RestackShare(in_, end_, share, shares).Add(&plan_, sums, [&](std::uint64_t bytes) {
-              if (share == 0 && tells_progress) {
-                task_->Advance(bytes);
-              }
-              return !task_->Stopped();
-            });
+        errors[share] = RestackShare(task_, in_, end_, share, shares)
+                            .Add(&plan_, sums, [&](std::uint64_t bytes) {
+                              if (share == 0 && tells_progress) {
+                                task_->Advance(bytes);
+                              }
+                            });
       } catch (const std::exception& error) {  // no memory
         errors[share] = error.what();
       }
@@ -179,19 +184,17 @@ class Restacking {
     std::string error = out_->Write(BytesOf(header));
     const auto samples = static_cast<std::size_t>(group.Samples());
     const auto divisor = static_cast<double>(group.count);
-    std::vector<std::byte> piece;
-    piece.reserve(kTsPiece);
+    std::vector<std::byte> piece(kTsPiece);
     for (std::size_t i = 0; i < samples && error.empty();) {
-      const std::size_t end = std::min(samples, i + kTsPiece / kOutWidth);
-      piece.clear();
-      for (; i < end; ++i) {
-        const auto mean = static_cast<std::uint32_t>(
-            static_cast<std::int32_t>(static_cast<double>(sums[i]) / divisor));
-        for (const unsigned shift : {8U, 16U, 24U}) {
-          piece.push_back(static_cast<std::byte>(mean >> shift));
-        }
+      const std::size_t count = std::min(samples - i, (kTsPiece - 1) / kOutWidth);
+      for (std::size_t k = 0; k < count; ++k) {
+        // Four bytes are stored, of which the next sample overwrites the fourth.
+        const Le<std::int32_t> mean =
+            SampleOf(static_cast<std::int32_t>(static_cast<double>(sums[i + k]) / divisor));
+        std::memcpy(&piece[k * kOutWidth], &mean, sizeof mean);
       }
-      error = out_->Write(piece);
+      error = out_->Write(std::span(piece).first(count * kOutWidth));
+      i += count;
     }
     return error.empty() ? error : FileMessage(task_->Outputs()[0], error);
   }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <system_error>
 
 #include "core/wire.h"
 #include "timeseries/sample_decoder.h"
@@ -52,7 +53,11 @@ SampleText::SampleText(OutFile* out, bool has_thread) : out_(out), piece_(pieces
     }
   }
   if (has_thread) {
-    writer_ = std::jthread([this] { WritePieces(); });
+    try {
+      writer_ = std::jthread([this] { WritePieces(); });
+    } catch (const std::system_error&) {
+      // The system has no more threads to give: this one writes.
+    }
   }
 }
 
