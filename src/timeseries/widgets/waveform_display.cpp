@@ -55,16 +55,16 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   readings_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   readings_->hide();
 
-  auto* halves = new QSplitter(this);
-  halves->addWidget(plot_);
-  halves->addWidget(readings_);
-  halves->setStretchFactor(0, 1);
-  halves->setChildrenCollapsible(false);
+  halves_ = new QSplitter(this);
+  halves_->addWidget(plot_);
+  halves_->addWidget(readings_);
+  halves_->setStretchFactor(0, 1);
+  halves_->setChildrenCollapsible(false);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   layout->addWidget(bar_);
-  layout->addWidget(halves, 1);
+  layout->addWidget(halves_, 1);
   connect(plot_, &WaveformPlot::Changed, this, &CWaveformDisplay::ShowReadings);
   connect(&timer_, &QTimer::timeout, this, [this] {
     if (!view_.Next()) {
@@ -176,9 +176,10 @@ void CWaveformDisplay::ShowView() {
 void CWaveformDisplay::ShowReadings() {
   const auto first = view_.Reading(WaveformView::kFirstCursor);
   const auto second = view_.Reading(WaveformView::kSecondCursor);
+  const bool was_hidden = readings_->isHidden();
   readings_->setVisible(first || second);
   const auto rows = static_cast<int>(view_.TraceCount()) + 1;
-  readings_->setRowCount(readings_->isVisible() || first || second ? rows : 0);
+  readings_->setRowCount(first || second ? rows : 0);
   const auto value = [](const auto& reading, int row) {
     return row == 0 ? reading->time : reading->values[static_cast<std::size_t>(row) - 1];
   };
@@ -195,6 +196,11 @@ void CWaveformDisplay::ShowReadings() {
                                          : Qt::AlignRight | Qt::AlignVCenter);
       readings_->setItem(row, column, item);
     }
+  }
+  if (was_hidden && (first || second)) {
+    readings_->resizeColumnsToContents();
+    const int wanted = readings_->horizontalHeader()->length() + 24;
+    halves_->setSizes({halves_->width() - wanted, wanted});
   }
   const QString problem = QString::fromStdString(view_.Problem());
   emit Told(TextFromBytes(view_.StatusBarText()) +

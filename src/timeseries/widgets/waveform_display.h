@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QSpinBox>
+#include <QSplitter>
 #include <QTableWidget>
 #include <QTimer>
 #include <QToolBar>
@@ -64,6 +65,7 @@ class CWaveformDisplay : public CDisplay {
   QToolBar* bar_;
   WaveformPlot* plot_;
   QTableWidget* readings_;
+  QSplitter* halves_ = nullptr;
   QSpinBox* number_;
   QAction* auto_play_ = nullptr;
   QAction* auto_scale_ = nullptr;

@@ -33,12 +33,15 @@ QFont NumberFont(const QWidget& widget) {
 // Ticks by the rule of the display: round steps, as many decimals as tell them apart.
 class RoundTicker : public QCPAxisTicker {
  public:
-  explicit RoundTicker(int most) : most_(most) {}
+  /// `edge`: share of the range at both ends in which no tick stands, so that the numbers of
+  /// neighbouring strips keep apart.
+  RoundTicker(int most, double edge) : most_(most), edge_(edge) {}
 
   void generate(const QCPRange& range, const QLocale& /*locale*/, QChar /*format*/,
                 int /*precision*/, QVector<double>& ticks, QVector<double>* sub_ticks,
                 QVector<QString>* labels) override {
-    const AxisTicks round = TicksBetween(range.lower, range.upper, most_);
+    const double margin = edge_ * range.size();
+    const AxisTicks round = TicksBetween(range.lower + margin, range.upper - margin, most_);
     ticks = QVector<double>(round.values.begin(), round.values.end());
     if (sub_ticks != nullptr) {
       sub_ticks->clear();
@@ -53,6 +56,7 @@ class RoundTicker : public QCPAxisTicker {
 
  private:
   int most_;
+  double edge_;
 };
 
 QVector<double> Vector(std::vector<double> values) { return {values.begin(), values.end()}; }
@@ -76,6 +80,7 @@ WaveformPlot::WaveformPlot(WaveformView* view, QWidget* parent)
   title_ = new QCPTextElement(plot_);
   title_->setTextFlags(Qt::AlignLeft | Qt::AlignVCenter);
   plot_->plotLayout()->addElement(0, 0, title_);
+  plot_->plotLayout()->setRowStretchFactor(0, 0.001);  // as high as its line, no more
   FollowTheme();
 }
 
@@ -93,9 +98,10 @@ WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
   strip.axes->setupFullAxesBox();
   strip.axes->axis(QCPAxis::atTop)->setTicks(false);
   strip.axes->axis(QCPAxis::atRight)->setTicks(false);
-  strip.axes->axis(QCPAxis::atLeft)->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(4)));
+  strip.axes->axis(QCPAxis::atLeft)
+      ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(3, 0.12)));
   strip.axes->axis(QCPAxis::atBottom)
-      ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(kMostTimeTicks)));
+      ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(kMostTimeTicks, 0)));
   for (QCPAxis* axis : strip.axes->axes()) {
     axis->setLayer(QStringLiteral("axes"));
     axis->grid()->setLayer(QStringLiteral("grid"));
