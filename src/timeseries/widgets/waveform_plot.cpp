@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QVBoxLayout>
 #include <QWheelEvent>
+#include <algorithm>
 #include <cmath>
 
 #include "ui/byte_text.h"
@@ -17,6 +18,8 @@ namespace {
 constexpr double kWheelStep = 1.25;
 constexpr int kDragStart = 4;  // pixels
 constexpr int kMostTimeTicks = 10;
+constexpr double kEdge = 0.1;
+constexpr int kTickHeight = 22;  // pixels that a number at the value axis takes
 
 QFont LabelFont(const QWidget& widget) {
   QFont font(QStringLiteral("Arial"));
@@ -36,6 +39,8 @@ class RoundTicker : public QCPAxisTicker {
   /// `edge`: share of the range at both ends in which no tick stands, so that the numbers of
   /// neighbouring strips keep apart.
   RoundTicker(int most, double edge) : most_(most), edge_(edge) {}
+
+  void SetMost(int most) { most_ = most; }
 
   void generate(const QCPRange& range, const QLocale& /*locale*/, QChar /*format*/,
                 int /*precision*/, QVector<double>& ticks, QVector<double>* sub_ticks,
@@ -92,14 +97,16 @@ WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
   const int width =
       QFontMetrics(LabelFont(*this)).horizontalAdvance(QStringLiteral("Ch 12 (Micro V) "));
   strip.label->setMinimumSize(width, 10);
-  strip.label->setMaximumSize(width, QWIDGETSIZE_MAX);
+  // Without a limit of its own a text limits its strip to the height of its lines.
+  constexpr int kAnyHeight = 100000;
+  strip.label->setMaximumSize(width, kAnyHeight);
   strip.axes = new QCPAxisRect(plot_);
   strip.axes->setMinimumSize(50, 24);
   strip.axes->setupFullAxesBox();
   strip.axes->axis(QCPAxis::atTop)->setTicks(false);
   strip.axes->axis(QCPAxis::atRight)->setTicks(false);
   strip.axes->axis(QCPAxis::atLeft)
-      ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(3, 0.12)));
+      ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(3, kEdge)));
   strip.axes->axis(QCPAxis::atBottom)
       ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(kMostTimeTicks, 0)));
   for (QCPAxis* axis : strip.axes->axes()) {
@@ -159,6 +166,10 @@ void WaveformPlot::ShowStrip(std::size_t trace, WaveformTrace line) {
   const ValueRange values = view_->ValuesOf(trace);
   strip.axes->axis(QCPAxis::atBottom)->setRange(times.low, times.high);
   strip.axes->axis(QCPAxis::atLeft)->setRange(values.low, values.high);
+  if (auto* ticker =
+          dynamic_cast<RoundTicker*>(strip.axes->axis(QCPAxis::atLeft)->ticker().data())) {
+    ticker->SetMost(std::clamp(strip.axes->height() / kTickHeight, 2, 6));
+  }
   ShowCursors(strip);
 }
 
