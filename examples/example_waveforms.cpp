@@ -111,8 +111,9 @@ Recording RecordingOf(int tech) {
 
 // The rate as a box writes it: a 16-bit number with a unit.
 void SetRate(double hertz, TsHeader* header) {
-  header->rate_unit = hertz > 6e5 ? -2 : hertz > 6e4 ? -1 : 0;
-  const double unit = header->rate_unit == -2 ? 100 : header->rate_unit == -1 ? 10 : 1;
+  const int unit_code = hertz > 6e5 ? -2 : hertz > 6e4 ? -1 : 0;
+  header->rate_unit = static_cast<std::int8_t>(unit_code);
+  const double unit = unit_code == -2 ? 100 : unit_code == -1 ? 10 : 1;
   header->rate = static_cast<std::uint16_t>(std::lround(std::max(hertz / unit, 1.0)));
 }
 

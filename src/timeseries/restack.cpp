@@ -132,7 +132,7 @@ class Restacking {
       }
       error = AddAll(&sums, first == 0);
       for (; first < last && error.empty() && !task_->Stopped(); ++first) {
-        error = Write(*groups[first], sums.at(groups[first]));
+        error = Write(*groups[first], &sums.at(groups[first]));
       }
     }
     return error;
@@ -174,8 +174,9 @@ class Restacking {
     return failed == errors.end() ? std::string() : *failed;
   }
 
-  // The mean of a group: its sums divided toward zero, which division of doubles does exactly.
-  std::string Write(const RestackGroup& group, const Sums& sums) {
+  // Writes the mean of a group; its sums become the means.
+  std::string Write(const RestackGroup& group, Sums* sums) {
+    Divide(group.count, sums);
     TsHeader header = group.header;
     header.sample_width = kOutWidth;
     header.byte25 = 0;
@@ -183,20 +184,29 @@ class Restacking {
     header.byte51 = 0;
     std::string error = out_->Write(BytesOf(header));
     const auto samples = static_cast<std::size_t>(group.Samples());
-    const auto divisor = static_cast<double>(group.count);
     std::vector<std::byte> piece(kTsPiece);
     for (std::size_t i = 0; i < samples && error.empty();) {
       const std::size_t count = std::min(samples - i, (kTsPiece - 1) / kOutWidth);
       for (std::size_t k = 0; k < count; ++k) {
         // Four bytes are stored, of which the next sample overwrites the fourth.
-        const Le<std::int32_t> mean =
-            SampleOf(static_cast<std::int32_t>(static_cast<double>(sums[i + k]) / divisor));
+        const Le<std::int32_t> mean = SampleOf((*sums)[i + k]);
         std::memcpy(&piece[k * kOutWidth], &mean, sizeof mean);
       }
       error = out_->Write(std::span(piece).first(count * kOutWidth));
       i += count;
     }
     return error.empty() ? error : FileMessage(task_->Outputs()[0], error);
+  }
+
+  // Toward zero. Division of doubles does it exactly: a quotient of 32-bit numbers is never so
+  // close to a whole one that rounding could reach it. A loop of its own takes several at a time.
+  static void Divide(std::uint64_t count, Sums* sums) {
+    if (count > 1) {
+      const auto divisor = static_cast<double>(count);
+      for (std::int32_t& sum : *sums) {
+        sum = static_cast<std::int32_t>(static_cast<double>(sum) / divisor);
+      }
+    }
   }
 
   BatchTask* task_;

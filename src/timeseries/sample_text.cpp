@@ -12,7 +12,7 @@
 namespace orvane {
 namespace {
 
-constexpr std::size_t kPiece = std::size_t{192} * 1024;
+constexpr std::size_t kPiece = std::size_t{128} * 1024;
 constexpr std::size_t kField = 18;  // " %16d "
 constexpr std::size_t kDigitsAt = 9;
 
