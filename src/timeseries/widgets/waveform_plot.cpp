@@ -33,20 +33,20 @@ QFont NumberFont(const QWidget& widget) {
   return font;
 }
 
-// Ticks by the rule of the display: round steps, as many decimals as tell them apart.
+// Ticks by the rule of the display: round steps, as many decimals as tell them apart. None stands
+// so near to an end of a value axis that its number would touch that of the next strip.
 class RoundTicker : public QCPAxisTicker {
  public:
-  /// `edge`: share of the range at both ends in which no tick stands, so that the numbers of
-  /// neighbouring strips keep apart.
-  RoundTicker(int most, double edge) : most_(most), edge_(edge) {}
-
-  void SetMost(int most) { most_ = most; }
+  explicit RoundTicker(const QCPAxisRect* value_axes = nullptr) : value_axes_(value_axes) {}
 
   void generate(const QCPRange& range, const QLocale& /*locale*/, QChar /*format*/,
                 int /*precision*/, QVector<double>& ticks, QVector<double>* sub_ticks,
                 QVector<QString>* labels) override {
-    const double margin = edge_ * range.size();
-    const AxisTicks round = TicksBetween(range.lower + margin, range.upper - margin, most_);
+    const bool is_value = value_axes_ != nullptr;
+    const int most =
+        is_value ? std::clamp(value_axes_->height() / kTickHeight, 2, 6) : kMostTimeTicks;
+    const double margin = is_value ? kEdge * range.size() : 0;
+    const AxisTicks round = TicksBetween(range.lower + margin, range.upper - margin, most);
     ticks = QVector<double>(round.values.begin(), round.values.end());
     if (sub_ticks != nullptr) {
       sub_ticks->clear();
@@ -60,8 +60,7 @@ class RoundTicker : public QCPAxisTicker {
   }
 
  private:
-  int most_;
-  double edge_;
+  const QCPAxisRect* value_axes_;
 };
 
 QVector<double> Vector(std::vector<double> values) { return {values.begin(), values.end()}; }
@@ -106,9 +105,8 @@ WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
   strip.axes->axis(QCPAxis::atTop)->setTicks(false);
   strip.axes->axis(QCPAxis::atRight)->setTicks(false);
   strip.axes->axis(QCPAxis::atLeft)
-      ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(3, kEdge)));
-  strip.axes->axis(QCPAxis::atBottom)
-      ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(kMostTimeTicks, 0)));
+      ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(strip.axes)));
+  strip.axes->axis(QCPAxis::atBottom)->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker));
   for (QCPAxis* axis : strip.axes->axes()) {
     axis->setLayer(QStringLiteral("axes"));
     axis->grid()->setLayer(QStringLiteral("grid"));
@@ -166,10 +164,6 @@ void WaveformPlot::ShowStrip(std::size_t trace, WaveformTrace line) {
   const ValueRange values = view_->ValuesOf(trace);
   strip.axes->axis(QCPAxis::atBottom)->setRange(times.low, times.high);
   strip.axes->axis(QCPAxis::atLeft)->setRange(values.low, values.high);
-  if (auto* ticker =
-          dynamic_cast<RoundTicker*>(strip.axes->axis(QCPAxis::atLeft)->ticker().data())) {
-    ticker->SetMost(std::clamp(strip.axes->height() / kTickHeight, 2, 6));
-  }
   ShowCursors(strip);
 }
 
