@@ -19,7 +19,6 @@ constexpr double kWheelStep = 1.25;
 constexpr int kDragStart = 4;  // pixels
 constexpr int kMostTimeTicks = 10;
 constexpr double kEdge = 0.1;
-constexpr int kTickHeight = 22;  // pixels that a number at the value axis takes
 
 QFont LabelFont(const QWidget& widget) {
   QFont font(QStringLiteral("Arial"));
@@ -33,6 +32,12 @@ QFont NumberFont(const QWidget& widget) {
   return font;
 }
 
+// Numbers at a value axis of so many pixels.
+int MostValues(int height) {
+  constexpr int kLow = 36;  // room for one number, or for two
+  return height < kLow ? 2 : std::clamp(height / 16, 4, 6);
+}
+
 // Ticks by the rule of the display: round steps, as many decimals as tell them apart. None stands
 // so near to an end of a value axis that its number would touch that of the next strip.
 class RoundTicker : public QCPAxisTicker {
@@ -43,8 +48,7 @@ class RoundTicker : public QCPAxisTicker {
                 int /*precision*/, QVector<double>& ticks, QVector<double>* sub_ticks,
                 QVector<QString>* labels) override {
     const bool is_value = value_axes_ != nullptr;
-    const int most =
-        is_value ? std::clamp(value_axes_->height() / kTickHeight, 2, 6) : kMostTimeTicks;
+    const int most = is_value ? MostValues(value_axes_->height()) : kMostTimeTicks;
     const double margin = is_value ? kEdge * range.size() : 0;
     const AxisTicks round = TicksBetween(range.lower + margin, range.upper - margin, most);
     ticks = QVector<double>(round.values.begin(), round.values.end());
@@ -86,6 +90,14 @@ WaveformPlot::WaveformPlot(WaveformView* view, QWidget* parent)
   plot_->plotLayout()->addElement(0, 0, title_);
   plot_->plotLayout()->setRowStretchFactor(0, 0.001);  // as high as its line, no more
   FollowTheme();
+  // Ticks are chosen before the strips get their heights: a new height needs a second drawing.
+  connect(plot_, &QCustomPlot::afterReplot, this, [this] {
+    const int height = strips_.empty() ? 0 : strips_.front().axes->height();
+    if (height != drawn_height_) {
+      drawn_height_ = height;
+      plot_->replot(QCustomPlot::rpQueuedReplot);
+    }
+  });
 }
 
 WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {

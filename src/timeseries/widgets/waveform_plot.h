@@ -63,6 +63,7 @@ class WaveformPlot : public QWidget {
   QCustomPlot* plot_;
   QCPTextElement* title_ = nullptr;
   std::vector<Strip> strips_;
+  int drawn_height_ = 0;  // of the first strip
   // While a button is held: where it went down, what was visible then, and whether it was a drag.
   double press_x_ = 0;
   ValueRange press_times_;
