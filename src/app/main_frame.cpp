@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
@@ -320,6 +321,12 @@ void CMainFrame::OnOpenWaveform() {
   }
 }
 
+bool CMainFrame::OpenAny(const QString& path) {
+  static const QRegularExpression waveform(QStringLiteral("\\.(ts[sk0-9])$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+  return waveform.match(path).hasMatch() ? OpenWaveform(path) : OpenFile(path);
+}
+
 bool CMainFrame::OpenWaveform(const QString& path) {
   auto display = std::make_unique<CWaveformDisplay>(prompts_);
   connect(display.get(), &CDisplay::Told, this, &CMainFrame::ShowNotice);
@@ -380,7 +387,7 @@ void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {
 void CMainFrame::dropEvent(QDropEvent* event) {
   event->setDropAction(Qt::CopyAction);
   event->accept();
-  OpenFile(DroppedFile(event->mimeData()));
+  OpenAny(DroppedFile(event->mimeData()));
 }
 
 }  // namespace orvane

@@ -34,6 +34,8 @@ class CMainFrame : public QMainWindow {
   QAction* Command(int id) const { return commands_.at(id); }
   /// Asks to save the present document and opens a file. False where the user stays or it fails.
   bool OpenFile(const QString& path);
+  /// The same for a table; shows a field file.
+  bool OpenAny(const QString& path);
   void ShowNotice(const QString& text);
   /// Shows a field file in place of the table, and in place of one that stood there. Takes the
   /// display over.

@@ -80,7 +80,12 @@ void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
   const std::size_t chosen = files.size();
   Batch batch({std::move(conversion), std::move(files), {}, 0});
   CBatchProgressDlg progress(&batch, QString::fromLatin1(utility.title), parent_);
-  progress.Run();
+  // The other files go on meanwhile.
+  progress.Run([this](std::size_t /*index*/, const BatchResult& result) {
+    if (!result.box.empty()) {
+      prompts_->ShowWarning("File Open Error", result.box);
+    }
+  });
   const std::size_t count = batch.CountForMessage();
   if (chosen <= utility.most_shown && count == chosen) {
     ShowTexts(batch);
