@@ -203,18 +203,9 @@ constexpr auto kRatios = std::to_array<orvane::bench::Ratio>({
     {"build the built-in index / search it at run time", "BuildIndex", "SearchIndexAtRunTime", 0},
     {"load a full table / read its bytes", "Load", "ReadBytes", 0},
     {"save a full table / write its bytes as safely", "Save", "WriteBytes", 0},
+    {"schedule of 200 rows / its bare arithmetic", "StepTable", "StepTablePlain", 0},
 });
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  std::vector<char*> arguments(argv, argv + argc);
-  std::string repetitions = "--benchmark_repetitions=9";
-  std::string aggregates = "--benchmark_report_aggregates_only=true";
-  // Each repetition takes its turn among the others, so that a busy moment hits them all.
-  std::string interleave = "--benchmark_enable_random_interleaving=true";
-  std::string time = "--benchmark_min_time=0.05";
-  arguments.insert(arguments.begin() + 1,
-                   {repetitions.data(), aggregates.data(), interleave.data(), time.data()});
-  return orvane::bench::RunAndReport(static_cast<int>(arguments.size()), arguments.data(), kRatios);
-}
+int main(int argc, char** argv) { return orvane::bench::RunAndReport(argc, argv, kRatios); }

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace orvane::bench {
 namespace {
@@ -37,8 +38,17 @@ class Recorder : public benchmark::ConsoleReporter {
 }  // namespace
 
 int RunAndReport(int argc, char** argv, std::span<const Ratio> ratios) {
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+  std::vector<char*> arguments(argv, argv + argc);
+  std::string repetitions = "--benchmark_repetitions=9";
+  std::string aggregates = "--benchmark_report_aggregates_only=true";
+  // Each repetition takes its turn among the others, so that a busy moment hits them all.
+  std::string interleave = "--benchmark_enable_random_interleaving=true";
+  std::string time = "--benchmark_min_time=0.05";
+  arguments.insert(arguments.begin() + 1,
+                   {repetitions.data(), aggregates.data(), interleave.data(), time.data()});
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
     return 2;
   }
   Recorder recorder;

@@ -1,20 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Writes an example survey: for each method a folder with the start-up table of the main box.
+// Writes an example survey: for each method a folder with the start-up table of the main box, for
+// TDIP and CSAMT also stack results.
 //
 //   orvane-example-survey FOLDER
 //
 // The values are invented but plausible: a crew on a copper prospect, one method a day.
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
+#include "core/param_access.h"
 #include "core/param_table.h"
 #include "core/param_text.h"
 #include "core/tbl_file.h"
+#include "example_waveforms.h"
+#include "stepping/fdem_schedule.h"
+#include "stepping/step_presets.h"
+#include "stepping/tfs_file.h"
+#include "timeseries/stack_result.h"
 
 namespace {
 
@@ -94,11 +104,6 @@ constexpr auto kSip = std::to_array<Setting>({
     {"NRXPOS", "1200"},
     {"ETXCSRX", "350"},
     {"NTXCSRX", "1200"},
-    {"FEND", "0.125"},
-    {"FRQ0", "0.125"},
-    {"FRQ1", "0.5"},
-    {"FRQ2", "2"},
-    {"FRQ3", "8"},
     {"SITEINC", "50"},
     {"STIM", "2026/11/21 07:00:00"},
     {"ETIM", "2026/11/21 10:30:00"},
@@ -169,10 +174,6 @@ constexpr auto kCsamt = std::to_array<Setting>({
     {"EAZM", "90"},
     {"RXLEN", "50"},
     {"SITEINC", "50"},
-    {"FRQ0", "1"},
-    {"FRQ1", "16"},
-    {"FRQ2", "256"},
-    {"FRQ3", "4096"},
     {"STIM", "2026/11/24 07:00:00"},
     {"ETIM", "2026/11/24 15:00:00"},
 });
@@ -220,6 +221,7 @@ constexpr auto kFdem = std::to_array<Setting>({
     {"LPFR", "16"},
     {"WFRM", "4"},
     {"NUMITEM", "1"},
+    {"AUTO", "2"},
     {"ARRYTYP", "15"},
     {"TXTURN", "2"},
     {"LLENGTH", "100"},
@@ -264,18 +266,142 @@ bool Apply(std::span<const Setting> settings, ParamTable* table) {
   return true;
 }
 
+// The methods that step through frequencies begin with their usual cycle.
+void SetStepping(ParamTable* table) {
+  const int tech = orvane::IntParam(*table, "TECH");
+  if (tech == orvane::kSip || tech == orvane::kCsamt) {
+    orvane::ApplyTransmitter(table, tech, orvane::WithDefaults({}, tech),
+                             orvane::CycleCurrent(tech, 0));
+    orvane::ApplyDefaultStepping(table, tech, 0);
+  }
+}
+
+// The schedule that the FDEM day's "AUTO" names, beside its table.
+bool WriteSchedule(const std::filesystem::path& path) {
+  std::vector<orvane::ScheduleRow> rows;
+  constexpr orvane::FdemRequest kRequest{60, 60, 5, true};
+  if (!orvane::BuildFdemSchedule(kRequest, &rows)) {
+    return false;
+  }
+  if (const std::string reason = orvane::WriteScheduleFile(path, rows); !reason.empty()) {
+    std::fprintf(stderr, "%s: %s\n", path.string().c_str(), reason.c_str());
+    return false;
+  }
+  std::printf("%s\n", path.string().c_str());
+  return true;
+}
+
 bool WriteDay(const Day& day, const std::filesystem::path& root) {
   ParamTable table;
   if (table.BuildParamIndex() != orvane::kOk || !Apply(kSurvey, &table) ||
       !Apply(day.settings, &table)) {
     return false;
   }
+  SetStepping(&table);
   std::error_code error;
   std::filesystem::create_directories(root / day.folder, error);
   const auto path = root / day.folder / "Startup.tbl";
   orvane::TblReport report;
   if (orvane::SaveParamFile(&table, path, {}, &report) != orvane::kOk) {
     std::fprintf(stderr, "%s\n", report.message.c_str());
+    return false;
+  }
+  std::printf("%s\n", path.string().c_str());
+  if (orvane::IntParam(table, "AUTO") == 2 && !WriteSchedule(root / day.folder / "2.TFS")) {
+    return false;
+  }
+  return orvane::examples::WriteWaveforms(root / day.folder, table);
+}
+
+// One stack of a channel: its head, an extension with the current in amperes, the items.
+struct Stack {
+  orvane::ParamTime time;
+  int number = 0;
+  int channel = 0;
+  double frequency = 0;  // Hz
+  float current = 0;     // A
+  std::size_t item_size = 0;
+  std::vector<float> values;
+};
+
+template <typename Record>
+void AppendBytes(const Record& record, std::vector<std::byte>* bytes) {
+  const auto more = orvane::BytesOf(record);
+  bytes->insert(bytes->end(), more.begin(), more.end());
+}
+
+void AppendStack(const Stack& stack, std::vector<std::byte>* file) {
+  orvane::StackHeader header;
+  header.time = stack.time;
+  header.first = static_cast<std::int16_t>(stack.number);
+  header.second = static_cast<std::uint8_t>(stack.channel);
+  header.extension_size = 20;
+  header.item_size = static_cast<std::uint8_t>(stack.item_size);
+  header.item_count =
+      static_cast<std::uint8_t>(stack.values.size() * sizeof(float) / stack.item_size);
+  header.value = stack.frequency;
+  const std::string label = "Ex" + std::to_string(stack.channel);
+  std::copy(label.begin(), label.end(), header.label.begin());
+  AppendBytes(header, file);
+  file->resize(file->size() + 16);
+  AppendBytes(orvane::Le<float>(stack.current), file);
+  for (const float value : stack.values) {
+    AppendBytes(orvane::Le<float>(value), file);
+  }
+}
+
+// Decays of 16 windows, each with its voltage and its error in volts, every five minutes.
+std::vector<std::byte> TimeDomainStacks() {
+  std::vector<std::byte> file;
+  for (int number = 0; number < 12; ++number) {
+    for (int channel = 1; channel <= 3; ++channel) {
+      Stack stack{{0, static_cast<std::uint8_t>(5 * number), 8, 22, 11, 26, 7, 20},
+                  number,
+                  channel,
+                  0.125,
+                  4.2F,
+                  2 * sizeof(float),
+                  {}};
+      for (int window = 0; window < 16; ++window) {
+        const double volts = 0.018 / channel * std::exp(-0.21 * window) * (1 + 0.004 * number);
+        stack.values.push_back(static_cast<float>(volts));
+        stack.values.push_back(static_cast<float>(0.002 * volts + 3e-7));
+      }
+      AppendStack(stack, &file);
+    }
+  }
+  return file;
+}
+
+// Amplitude in volts and phase in milliradians of the fundamental and seven odd harmonics.
+std::vector<std::byte> FrequencyDomainStacks() {
+  std::vector<std::byte> file;
+  int number = 0;
+  for (const double frequency : {1.0, 16.0, 256.0, 4096.0}) {
+    for (int channel = 1; channel <= 3; ++channel) {
+      Stack stack{{0, static_cast<std::uint8_t>(10 * number), 7, 24, 11, 26, 2, 20},
+                  number,
+                  channel,
+                  frequency,
+                  8.5F,
+                  sizeof(float),
+                  {}};
+      for (int harmonic = 1; harmonic <= 15; harmonic += 2) {
+        const double hertz = harmonic * frequency;
+        stack.values.push_back(
+            static_cast<float>(0.004 / channel / harmonic * std::pow(hertz, -0.2)));
+        stack.values.push_back(static_cast<float>(-785 + 60 * std::log10(hertz)));
+      }
+      AppendStack(stack, &file);
+    }
+    ++number;
+  }
+  return file;
+}
+
+bool WriteStacks(const std::filesystem::path& path, const std::vector<std::byte>& bytes) {
+  if (const std::string reason = orvane::WriteFile(path, bytes); !reason.empty()) {
+    std::fprintf(stderr, "%s\n", orvane::FileMessage(path, reason).c_str());
     return false;
   }
   std::printf("%s\n", path.string().c_str());
@@ -294,5 +420,9 @@ int main(int argc, char** argv) {
       return 1;
     }
   }
-  return 0;
+  const std::filesystem::path root(argv[1]);
+  return WriteStacks(root / "TDIP" / "2417.trs", TimeDomainStacks()) &&
+                 WriteStacks(root / "CSAMT" / "2417.trs", FrequencyDomainStacks())
+             ? 0
+             : 1;
 }

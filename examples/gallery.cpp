@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <functional>
 
@@ -18,6 +19,7 @@
 #include "app/qt_prompts.h"
 #include "core/param_text.h"
 #include "core/path_names.h"
+#include "core/tbl_file.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/box_status_dlg.h"
 #include "editors/widgets/comm_dlg.h"
@@ -25,8 +27,14 @@
 #include "editors/widgets/sensor_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
+#include "stepping/widgets/fdem_dlg.h"
+#include "stepping/widgets/freq_stepping_dlg.h"
+#include "stepping/widgets/stepping_cycle_dlg.h"
+#include "timeseries/widgets/waveform_display.h"
+#include "timeseries/widgets/waveform_dlg.h"
 #include "ui/batch_progress.h"
 #include "ui/batch_results.h"
+#include "ui/qt_path.h"
 
 namespace {
 
@@ -126,6 +134,53 @@ bool DrawAcquisition(const orvane::ParamTable& opened, const Gallery& gallery) {
     }
   }
   return done;
+}
+
+// The stepping of each method with its default values, the cycles to choose from, the FDEM file.
+bool DrawStepping(const orvane::ParamTable& opened, const Gallery& gallery) {
+  struct Method {
+    int tech;
+    std::int32_t cycle;
+    const char* name;
+    const char* cycle_name;
+  };
+  constexpr auto kMethods = std::to_array<Method>({
+      {orvane::kSip, 900, "stepping-sip", "cycle-sip"},
+      {orvane::kTdip, 0, "stepping-tdip", nullptr},
+      {orvane::kTdem, 0, "stepping-tdem", nullptr},
+      {orvane::kCsamt, 2700, "stepping-csamt", "cycle-csamt"},
+      {orvane::kFdem, 3600, "stepping-fdem", "cycle-fdem"},
+  });
+  orvane::QtPrompts prompts;
+  orvane::StatusNotices notices;
+  bool done = true;
+  for (const Method& method : kMethods) {
+    orvane::ParamTable table = opened;
+    static_cast<void>(table.SetParam("TECH", orvane::IntPT, &method.tech));
+    if (orvane::HasCycles(method.tech)) {
+      orvane::ApplyTransmitter(&table, method.tech, orvane::WithDefaults({}, method.tech), 16);
+    }
+    orvane::SteppingForm form(&table, &prompts, &notices);
+    form.Open();
+    form.ApplyDefaults(method.cycle);
+    orvane::CFreqSteppingDlg dialog(&form, &prompts, {});
+    dialog.resize(1340, 690);  // also where this screen is smaller
+    done = gallery.Draw(&dialog, method.name) && done;
+    if (method.tech == orvane::kTdem) {
+      dialog.resize(660, 360);  // a field laptop at 200 %
+      done = gallery.Draw(&dialog, "stepping-tdem-small") && done;
+    }
+    if (method.cycle_name != nullptr) {
+      orvane::CycleForm cycle(&table, &form.Early(), method.tech, form.Limits());
+      cycle.Open();
+      orvane::CSteppingCycleDlg cycle_dialog(&cycle, &prompts);
+      done = gallery.Draw(&cycle_dialog, method.cycle_name) && done;
+    }
+  }
+  orvane::FdemForm fdem(&prompts);
+  fdem.Open();
+  orvane::CFdemScheduleDlg fdem_dialog(&fdem, &prompts, {});
+  return gallery.Draw(&fdem_dialog, "fdem-schedule") && done;
 }
 
 void Put(orvane::ParamTable* table, orvane::ParamKey key, std::string_view text) {
@@ -252,6 +307,80 @@ bool DrawBatch(const Gallery& gallery) {
   return gallery.Draw(&progress, "batch-progress") && done;
 }
 
+// A record of 12 channels, as many as are drawn, with a spike of one scan in the fifth.
+QString WriteTwelveChannels(const QString& folder, const orvane::ParamTable& table) {
+  constexpr int kScans = 4000;
+  constexpr int kChannels = 12;
+  std::string bytes(252, '\0');
+  bytes[10] = static_cast<char>(kScans & 0xFF);
+  bytes[11] = static_cast<char>(kScans >> 8);
+  bytes[12] = kChannels;
+  bytes[17] = 3;
+  bytes[18] = static_cast<char>(0xD0);  // 2000 a second
+  bytes[19] = 7;
+  for (int scan = 0; scan < kScans; ++scan) {
+    for (int channel = 0; channel < kChannels; ++channel) {
+      const double wave = std::sin(scan * 0.004 * (channel + 1)) + 0.1 * std::sin(scan * 1.7);
+      const int sample = scan == 1700 && channel == 4 ? 4000000 : static_cast<int>(900000 * wave);
+      for (int shift = 0; shift < 24; shift += 8) {
+        bytes += static_cast<char>(sample >> shift & 0xFF);
+      }
+    }
+  }
+  const QString path = folder + QStringLiteral("/TWELVE.TSS");
+  QFile file(path);
+  static_cast<void>(file.open(QIODevice::WriteOnly));
+  file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+  orvane::ParamTable companion = table;
+  static_cast<void>(orvane::SaveParamFile(
+      &companion, QFile::encodeName(folder + QStringLiteral("/TWELVE.TBL")).toStdString(), {}));
+  return path;
+}
+
+// The main window with a waveform: each method, a bad record, a part with cursors, 12 channels.
+bool DrawWaveforms(orvane::COrvaneApp* app, const QString& survey, const Gallery& gallery) {
+  orvane::CMainFrame& frame = app->Frame();
+  const QTemporaryDir folder;
+  bool done = true;
+  const auto show = [&](const QString& path) {
+    auto* display = new orvane::CWaveformDisplay(&app->Document().Asking());
+    // Without the messages that the display's own way of opening shows.
+    const bool is_open = display->View().Open(orvane::PathFromText(path));
+    frame.ShowDisplay(display);
+    frame.resize(1180, 690);
+    QApplication::processEvents();
+    display->ShowView();
+    done = is_open && done;
+    return display;
+  };
+  for (const char* method : {"SIP", "TDIP", "TDEM", "CSAMT", "MT", "FDEM"}) {
+    show(survey + QStringLiteral("/%1/2417.TSS").arg(QLatin1String(method)));
+    done = gallery.Draw(&frame, ("waveform-" + QByteArray(method).toLower()).constData()) && done;
+  }
+  auto* display = show(survey + QStringLiteral("/TDIP/2417.TSS"));
+  orvane::WaveformView& view = display->View();
+  if (view.NextBad()) {
+    display->ShowView();
+    done = gallery.Draw(&frame, "waveform-bad") && done;
+  }
+  static_cast<void>(view.First());
+  view.ShowTimes(view.EndTime() * 0.2, view.EndTime() * 0.4);
+  view.SetCursor(orvane::WaveformView::kFirstCursor, view.EndTime() * 0.25);
+  view.SetCursor(orvane::WaveformView::kSecondCursor, view.EndTime() * 0.33);
+  display->ShowView();
+  QApplication::processEvents();
+  display->ShowView();
+  done = gallery.Draw(&frame, "waveform-cursors") && done;
+  show(WriteTwelveChannels(folder.path(), app->Document().Table()));
+  done = gallery.Draw(&frame, "waveform-twelve") && done;
+  orvane::WaveformForm form(display->View());
+  orvane::QtPrompts prompts;
+  orvane::CWaveformDlg settings(&form, &display->View(), &prompts, nullptr);
+  done = gallery.Draw(&settings, "waveform-parameters") && done;
+  frame.CloseDisplay();
+  return done;
+}
+
 bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   orvane::CMainFrame& frame = app->Frame();
   bool done = gallery.Draw(&frame, "main-window");
@@ -263,12 +392,16 @@ bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
 
   done = DrawSetup(app, gallery) && done;
   done = DrawAcquisition(app->Document().Table(), gallery) && done;
+  done = DrawStepping(app->Document().Table(), gallery) && done;
 
   done = DrawCommunications(app->Document().Table(), gallery) && done;
   done = DrawSensors(app->Document().Table(), gallery) && done;
   done = DrawBoxStatus(app->Document().Table(), gallery) && done;
 
   done = DrawBatch(gallery) && done;
+  const QString survey =
+      QFileInfo(QApplication::arguments().value(2)).absolutePath() + QStringLiteral("/..");
+  done = DrawWaveforms(app, survey, gallery) && done;
 
   orvane::CAboutDlg about(&frame);
   return gallery.Draw(&about, "about") && done;

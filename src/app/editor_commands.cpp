@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/editor_commands.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <set>
 
 #include "core/param_text.h"
@@ -16,6 +18,8 @@
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
 #include "forms/early_writes.h"
+#include "stepping/widgets/fdem_dlg.h"
+#include "stepping/widgets/freq_stepping_dlg.h"
 
 namespace orvane {
 
@@ -106,6 +110,29 @@ void EditorCommands::EditAcquisition() {
   }
   TellEarlyChanges(early);
   doc_->UpdateAllViews();
+}
+
+QString EditorCommands::Folder() const {
+  return doc_->Path().isEmpty() ? QDir::homePath() : QFileInfo(doc_->Path()).absolutePath();
+}
+
+void EditorCommands::EditStepping() {
+  SteppingForm form(&doc_->Table(), prompts_, notices_);
+  form.Open();
+  CFreqSteppingDlg dialog(&form, prompts_, Folder(), parent_);
+  if (!Run(&dialog)) {
+    TellEarlyChanges(form.EarlyChanges());
+    doc_->UpdateAllViews();
+  }
+}
+
+void EditorCommands::CreateFdemSchedule() {
+  FdemForm form(prompts_);
+  form.Open();
+  CFdemScheduleDlg dialog(&form, prompts_, Folder(), parent_);
+  if (dialog.exec() == QDialog::Accepted) {
+    notices_->ShowNotice(form.Note());
+  }
 }
 
 bool EditorCommands::Run(QDialog* dialog) {

@@ -21,6 +21,8 @@ class EditorCommands {
 
   void EditRaw();
   void EditAcquisition();
+  void EditStepping();
+  void CreateFdemSchedule();
   void EditRadio();
   void EditGsm();
   void EditFtp();
@@ -35,6 +37,8 @@ class EditorCommands {
   bool SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early);
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   void MarkModified();
+  /// The document's folder.
+  QString Folder() const;
   /// Runs a dialog; with OK the document is modified.
   bool Run(QDialog* dialog);
   void TellEarlyChanges(const std::vector<std::string>& keys);

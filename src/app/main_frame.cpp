@@ -13,6 +13,8 @@
 #include "app/about_dlg.h"
 #include "app/lock_keys.h"
 #include "app/theme_icon.h"
+#include "timeseries/widgets/waveform_display.h"
+#include "ui/file_dialogs.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -73,13 +75,16 @@ QString DroppedFile(const QMimeData* data) {
 
 CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notices)
     : doc_(doc),
+      prompts_(prompts),
       editors_(doc, prompts, notices, this),
       utilities_(doc, prompts, this),
-      view_(new COrvaneView(doc, this)) {
+      view_(new COrvaneView(doc, this)),
+      stack_(new QStackedWidget(this)) {
   setObjectName(QStringLiteral("main"));
   prompts->SetParent(this);
   setAcceptDrops(true);
-  setCentralWidget(view_);
+  stack_->addWidget(view_);
+  setCentralWidget(stack_);
   CreateMenus();
   CreateToolBar();
   CreateStatusBar();
@@ -178,6 +183,9 @@ void CMainFrame::ConnectCommands() {
   Handle(kAppExit, [this] { close(); });
   Handle(kFileSaveAllBoxes, [this] { editors_.SaveAllBoxes(); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
+  Handle(kEditStepping, [this] { editors_.EditStepping(); });
+  Handle(kListSchedules, [this] { utilities_.ListSchedules(); });
+  Handle(kCreateFdemSchedule, [this] { editors_.CreateFdemSchedule(); });
   Handle(kEditRadio, [this] { editors_.EditRadio(); });
   Handle(kEditGsm, [this] { editors_.EditGsm(); });
   Handle(kEditFtp, [this] { editors_.EditFtp(); });
@@ -188,6 +196,14 @@ void CMainFrame::ConnectCommands() {
   Handle(kConvertFrequencyDomainStacks, [this] { utilities_.ConvertFrequencyDomainStacks(); });
   Handle(kConvertTimeDomainStacks, [this] { utilities_.ConvertTimeDomainStacks(); });
   Handle(kConvertToVersion1, [this] { utilities_.ConvertToVersion1(); });
+  Handle(kOpenWaveform, [this] { OnOpenWaveform(); });
+  Handle(kWaveformSettings, [this] { OnWaveformSettings(); });
+  Command(kWaveformSettings)->setEnabled(false);
+  Handle(kWaveformToText, [this] { utilities_.ConvertWaveforms(); });
+  Handle(kRestack, [this] { utilities_.Restack(); });
+  connect(Command(kScrollBack), &QAction::triggered, this, [this] { display_->ScrollBack(); });
+  connect(Command(kScrollForward), &QAction::triggered, this,
+          [this] { display_->ScrollForward(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {
@@ -196,10 +212,40 @@ void CMainFrame::ConnectCommands() {
   }
 }
 
+void CMainFrame::ShowDisplay(CDisplay* display) {
+  CloseDisplay();
+  display_ = display;
+  stack_->addWidget(display);
+  stack_->setCurrentWidget(display);
+  Command(kWaveformSettings)->setEnabled(qobject_cast<CWaveformDisplay*>(display) != nullptr);
+  Command(kScrollBack)->setEnabled(true);
+  Command(kScrollForward)->setEnabled(true);
+  connect(display, &CDisplay::CloseAsked, this, &CMainFrame::CloseDisplay);
+  connect(display, &CDisplay::Told, this, &CMainFrame::ShowNotice);
+  display->setFocus();
+  UpdateTitle();
+}
+
+void CMainFrame::CloseDisplay() {
+  if (display_ == nullptr) {
+    return;
+  }
+  stack_->removeWidget(display_);
+  display_->deleteLater();
+  display_ = nullptr;
+  stack_->setCurrentWidget(view_);
+  Command(kWaveformSettings)->setEnabled(false);
+  Command(kScrollBack)->setEnabled(false);
+  Command(kScrollForward)->setEnabled(false);
+  ShowNotice(QStringLiteral("Ready"));
+  UpdateTitle();
+}
+
 void CMainFrame::ShowNotice(const QString& text) { notice_->ShowNotice(text); }
 
 void CMainFrame::UpdateTitle() {
-  setWindowTitle(doc_->Title() + QStringLiteral("[*] - Orvane"));
+  const QString shown = display_ == nullptr ? QString() : display_->Title() + QStringLiteral(" - ");
+  setWindowTitle(shown + doc_->Title() + QStringLiteral("[*] - Orvane"));
   setWindowModified(doc_->IsModified());
   setWindowFilePath(doc_->Path());
 }
@@ -236,6 +282,7 @@ bool CMainFrame::OpenFile(const QString& path) {
   }
   const bool is_open = doc_->OnOpenDocument(path);
   if (is_open) {
+    CloseDisplay();
     recent_files_.Add(path);
   } else if (!QFileInfo::exists(path)) {
     recent_files_.Remove(path);
@@ -247,6 +294,7 @@ bool CMainFrame::OpenFile(const QString& path) {
 void CMainFrame::OnFileNew() {
   if (doc_->SaveModified([this] { return OnFileSave(); })) {
     doc_->OnNewDocument();
+    CloseDisplay();
   }
 }
 
@@ -256,6 +304,38 @@ void CMainFrame::OnFileOpen() {
   const QString path = AskForFile(this, QFileDialog::AcceptOpen, start);
   if (!path.isEmpty()) {
     OpenFile(path);
+  }
+}
+
+void CMainFrame::OnOpenWaveform() {
+  const QString key = QStringLiteral("Folders/Waveforms");
+  const QString last = QSettings().value(key).toString();
+  CFileDialog dialog(QStringLiteral("Open Waveform"),
+                     "Tss File (*.tss)|*.tss|Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||",
+                     last.isEmpty() ? QFileInfo(doc_->Path()).absolutePath() : last, this);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (dialog.exec() == QDialog::Accepted) {
+    QSettings().setValue(key, dialog.directory().absolutePath());
+    OpenWaveform(dialog.selectedFiles().constFirst());
+  }
+}
+
+bool CMainFrame::OpenWaveform(const QString& path) {
+  auto display = std::make_unique<CWaveformDisplay>(prompts_);
+  connect(display.get(), &CDisplay::Told, this, &CMainFrame::ShowNotice);
+  if (!display->Open(path)) {
+    return false;
+  }
+  disconnect(display.get(), &CDisplay::Told, this, nullptr);
+  CWaveformDisplay* shown = display.release();
+  ShowDisplay(shown);
+  shown->ShowView();
+  return true;
+}
+
+void CMainFrame::OnWaveformSettings() {
+  if (auto* waveform = qobject_cast<CWaveformDisplay*>(display_); waveform != nullptr) {
+    waveform->EditSettings();
   }
 }
 

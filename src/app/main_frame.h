@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QStackedWidget>
 #include <array>
 #include <functional>
 #include <map>
@@ -18,6 +19,7 @@
 #include "app/qt_prompts.h"
 #include "app/recent_files.h"
 #include "app/utility_commands.h"
+#include "ui/display.h"
 
 namespace orvane {
 
@@ -33,6 +35,12 @@ class CMainFrame : public QMainWindow {
   /// Asks to save the present document and opens a file. False where the user stays or it fails.
   bool OpenFile(const QString& path);
   void ShowNotice(const QString& text);
+  /// Shows a field file in place of the table, and in place of one that stood there. Takes the
+  /// display over.
+  void ShowDisplay(CDisplay* display);
+  /// Brings the table back.
+  void CloseDisplay();
+  CDisplay* Display() const { return display_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -51,15 +59,21 @@ class CMainFrame : public QMainWindow {
   void RestoreLayout();
 
   void OnFileNew();
+  void OnOpenWaveform();
+  bool OpenWaveform(const QString& path);
+  void OnWaveformSettings();
   void OnFileOpen();
   bool OnFileSave();
   bool OnFileSaveAs();
   bool SaveTo(const QString& path);
 
   COrvaneDoc* doc_;
+  QtPrompts* prompts_;
   EditorCommands editors_;
   UtilityCommands utilities_;
   COrvaneView* view_;
+  QStackedWidget* stack_;
+  CDisplay* display_ = nullptr;
   NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;
   std::array<QAction*, RecentFiles::kMost> recent_actions_{};

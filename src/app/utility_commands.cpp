@@ -7,7 +7,10 @@
 #include "core/number_text.h"
 #include "core/tbl_listing.h"
 #include "core/tbl_to_v1.h"
+#include "stepping/tfs_listing.h"
+#include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
+#include "timeseries/ts_text.h"
 #include "ui/batch_progress.h"
 #include "ui/batch_results.h"
 #include "ui/file_dialogs.h"
@@ -20,11 +23,20 @@ constexpr char kConverted[] = "%d files are converted to ASCII file!";  // NOLIN
 constexpr Utility kTableListing = {"Convert TBL File(s) to ASCII File(s)",
                                    "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||", "", kConverted,
                                    1};
+constexpr Utility kScheduleListing = {"Convert Frequency Stepping File(s) to ASCII File(s)",
+                                      "Schedule File (*.TFS)|*.TFS|All Files (*.*)|*.*||", "",
+                                      kConverted, 1};
 constexpr char kStackFilter[] = "Stack Files (*.trs)|*.trs|All Files (*.*)|*.*||";  // NOLINT
 constexpr Utility kTimeDomainStacks = {"Convert Time Domain Stack Result File(s) to ASCII File(s)",
                                        kStackFilter, "", kConverted};
 constexpr Utility kFrequencyDomainStacks = {
     "Convert Frequency Stack Result File(s) to ASCII File(s)", kStackFilter, "", kConverted};
+constexpr Utility kWaveformText = {"Convert Time Series File(s) to ASCII File(s)",
+                                   "Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||", "",
+                                   kConverted};
+constexpr Utility kRestacking = {"Restack Time Series File",
+                                 "Tss File (*.tss)|*.tss|All Files (*.*)|*.*||", "",
+                                 "%d files have been restacked!"};
 constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL File(s)",
                                "TBL File (*.TBL)|*.TBL|All Files (*.*)|*.*||", "*.TBL",
                                "%d .Tbl files are converted to version 1 .tbl files"};
@@ -38,12 +50,15 @@ QString StartFolder(const QString& key, const COrvaneDoc& doc) {
 }  // namespace
 
 void UtilityCommands::ListTables() { Run(kTableListing, TblListing()); }
+void UtilityCommands::ListSchedules() { Run(kScheduleListing, TfsListing()); }
 void UtilityCommands::ConvertTimeDomainStacks() {
   Run(kTimeDomainStacks, StackCsv(StackDomain::kTime));
 }
 void UtilityCommands::ConvertFrequencyDomainStacks() {
   Run(kFrequencyDomainStacks, StackCsv(StackDomain::kFrequency));
 }
+void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TsText()); }
+void UtilityCommands::Restack() { Run(kRestacking, orvane::Restack()); }
 void UtilityCommands::ConvertToVersion1() { Run(kVersion1, TblToVersion1(doc_->Table())); }
 
 void UtilityCommands::Run(const Utility& utility, Conversion conversion) {

@@ -32,9 +32,12 @@ class UtilityCommands {
       : doc_(doc), prompts_(prompts), parent_(parent) {}
 
   void ListTables();
+  void ListSchedules();
   void ConvertTimeDomainStacks();
   void ConvertFrequencyDomainStacks();
   void ConvertToVersion1();
+  void ConvertWaveforms();
+  void Restack();
 
   void SetEditor(TextEditor editor) { editor_ = std::move(editor); }
 

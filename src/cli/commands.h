@@ -17,8 +17,10 @@ namespace orvane {
 
 /// Adds a noun and its verbs. A verb that ran leaves its exit code in `exit_code`.
 void AddTableCommands(CLI::App* app, ExitCode* exit_code);
+void AddScheduleCommands(CLI::App* app, ExitCode* exit_code);
 void AddStackCommands(CLI::App* app, ExitCode* exit_code);
 void AddCalibrationCommands(CLI::App* app, ExitCode* exit_code);
+void AddWaveformCommands(CLI::App* app, ExitCode* exit_code);
 
 /// The verbs of `table` that convert many files.
 void AddTableConversions(CLI::App* table, ExitCode* exit_code);

@@ -29,8 +29,10 @@ int Run(int argc, char** argv) {
   app.require_subcommand(1);
   orvane::ExitCode exit_code = orvane::kAllDone;
   orvane::AddTableCommands(&app, &exit_code);
+  orvane::AddScheduleCommands(&app, &exit_code);
   orvane::AddStackCommands(&app, &exit_code);
   orvane::AddCalibrationCommands(&app, &exit_code);
+  orvane::AddWaveformCommands(&app, &exit_code);
 
   const auto add_version = [](CLI::App* command, const auto& self) -> void {
     command->set_version_flag("--version", "orvane-cli " ORVANE_VERSION);

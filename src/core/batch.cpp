@@ -56,9 +56,11 @@ void Batch::Start() {
 
 void Batch::Run() {
   const std::vector<Unit> units = PlanUnits();
+  const unsigned workers = WorkerCount(units.size());
+  threads_per_file_ = std::max(1U, WorkersAsked() / std::max(1U, workers));
   std::vector<std::jthread> helpers;  // this thread is a worker too
   try {
-    for (unsigned i = 1; i < WorkerCount(units.size()); ++i) {
+    for (unsigned i = 1; i < workers; ++i) {
       helpers.emplace_back([this, &units] { WorkThrough(units); });
     }
   } catch (const std::system_error&) {
@@ -71,11 +73,13 @@ void Batch::Run() {
   end_.notify_all();
 }
 
+unsigned Batch::WorkersAsked() const {
+  return plan_.workers == 0 ? std::max(1U, std::thread::hardware_concurrency()) : plan_.workers;
+}
+
 unsigned Batch::WorkerCount(std::size_t units) const {
-  const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
-  const unsigned asked = plan_.workers == 0 ? cores : plan_.workers;
   const auto most = static_cast<unsigned>(std::min<std::size_t>(units, 1024));
-  return plan_.conversion.in_order ? 1 : std::min(asked, most);
+  return plan_.conversion.in_order ? 1 : std::min(WorkersAsked(), most);
 }
 
 void Batch::WorkThrough(const std::vector<Unit>& units) {
@@ -102,6 +106,7 @@ void Batch::Do(std::size_t index) {
   }
   current_ = index;
   BatchTask task(InputText(index), item.outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
+  task.AllowThreads(threads_per_file_);
   BatchResult result;
   try {
     result = plan_.conversion.job(task);

@@ -75,6 +75,11 @@ class BatchTask {
   }
   std::uint64_t Advanced() const { return advanced_; }
 
+  /// Threads that the job may use for this file, itself included: more than one where there are
+  /// more workers than files.
+  unsigned Threads() const { return threads_; }
+  void AllowThreads(unsigned threads) { threads_ = threads; }
+
  private:
   std::filesystem::path input_;
   std::vector<std::filesystem::path> outputs_;
@@ -82,6 +87,7 @@ class BatchTask {
   const std::atomic<bool>* stop_;
   std::atomic<std::uint64_t>* bytes_done_;
   std::uint64_t advanced_ = 0;
+  unsigned threads_ = 1;
 };
 
 /// One kind of conversion, as a command offers it.
@@ -171,6 +177,7 @@ class Batch {
   void NameOutputs();
   void RefuseInputs();
   std::vector<Unit> GroupBySharedOutputs();
+  unsigned WorkersAsked() const;
   unsigned WorkerCount(std::size_t units) const;
   void WorkThrough(const std::vector<Unit>& units);
   void Do(std::size_t index);
@@ -179,6 +186,7 @@ class Batch {
 
   BatchPlan plan_;
   std::vector<Item> items_;
+  unsigned threads_per_file_ = 1;
   std::atomic<bool> stop_ = false;
   std::atomic<bool> finished_ = false;
   std::atomic<std::size_t> next_unit_ = 0;

@@ -20,16 +20,6 @@ namespace {
 constexpr std::size_t kPiece = std::size_t{128} * 1024;
 constexpr int kMaxLinks = 40;  // as many symbolic links as the system itself follows
 
-// In English, as all our texts, whatever the user's locale.
-std::string ErrorText(int error) {
-#ifdef __GLIBC__
-  if (const char* text = strerrordesc_np(error); text != nullptr) {
-    return text;
-  }
-#endif
-  return std::generic_category().message(error);
-}
-
 int SyncHandle(int handle) { return fsync(handle); }
 int CreateBeside(const char* path) {
   return open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -96,6 +86,15 @@ void SyncFolder(const std::filesystem::path& folder) {
 
 }  // namespace
 
+std::string SystemReason(int error) {
+#ifdef __GLIBC__
+  if (const char* text = strerrordesc_np(error); text != nullptr) {
+    return text;
+  }
+#endif
+  return std::generic_category().message(error);
+}
+
 FileCalls& WriterCalls() {
   static FileCalls calls{write, SyncHandle, close, std::rename, CreateBeside};
   return calls;
@@ -133,10 +132,10 @@ std::string InFile::Open(const std::filesystem::path& path) {
   handle_ = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   struct stat info {};
   if (handle_ < 0 || fstat(handle_, &info) != 0) {
-    return ErrorText(errno);
+    return SystemReason(errno);
   }
   if (S_ISDIR(info.st_mode)) {
-    return ErrorText(EISDIR);
+    return SystemReason(EISDIR);
   }
   if (!S_ISREG(info.st_mode) && !S_ISFIFO(info.st_mode)) {
     return "not a file but a device";
@@ -154,7 +153,7 @@ std::size_t InFile::ReadPiece(std::span<std::byte> bytes) {
     count = read(handle_, bytes.data(), bytes.size());
   } while (count < 0 && errno == EINTR);
   if (count < 0) {
-    error_ = ErrorText(errno);
+    error_ = SystemReason(errno);
   }
   return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
@@ -204,7 +203,7 @@ void OutFile::Abandon() {
 }
 
 std::string OutFile::Fail(int error) {
-  error_ = ErrorText(error);
+  error_ = SystemReason(error);
   Abandon();
   return error_;
 }
@@ -274,7 +273,7 @@ std::string OutFile::OpenBeside(int target) {
 
 std::string OutFile::Write(std::span<const std::byte> bytes) {
   if (way_ == Way::kNone) {
-    return error_.empty() ? ErrorText(EBADF) : error_;
+    return error_.empty() ? SystemReason(EBADF) : error_;
   }
   if (way_ == Way::kInPlace) {
     pending_.insert(pending_.end(), bytes.begin(), bytes.end());
@@ -286,7 +285,7 @@ std::string OutFile::Write(std::span<const std::byte> bytes) {
 std::string OutFile::Commit() {
   switch (way_) {
     case Way::kNone:
-      return error_.empty() ? ErrorText(EBADF) : error_;
+      return error_.empty() ? SystemReason(EBADF) : error_;
     case Way::kBeside:
       return CommitBeside();
     case Way::kInPlace:

@@ -17,6 +17,9 @@ namespace orvane {
 /// "PATH: reason", as every message about a file reads.
 std::string FileMessage(const std::filesystem::path& path, std::string_view reason);
 
+/// What the system says of an `errno` number, in English whatever the user's locale.
+std::string SystemReason(int error);
+
 /// A text that is equal for two paths where they lead to one file, through whatever links. A file
 /// that does not exist is known by its folder and name.
 std::string FileIdentity(const std::filesystem::path& path);

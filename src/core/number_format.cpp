@@ -88,12 +88,14 @@ class Digits {
 
   // Those from the `from`-th on, and rubbish behind them.
   void Put(char* to, int from = 0) const {
-    const Word shifted = digits_ >> 8U * static_cast<unsigned>(from);
+    // In two steps: all digits may go, and a word cannot be shifted by its whole width.
+    const unsigned half = 4U * static_cast<unsigned>(from);
+    const Word shifted = (digits_ >> half) >> half;
     std::memcpy(to, &shifted, sizeof shifted);
   }
 
  private:
-  static constexpr unsigned kBits = 8 * sizeof(Word);
+  static constexpr int kBits = 8 * sizeof(Word);
   Word digits_;
 };
 
@@ -225,7 +227,10 @@ char* PadLeft(char* start, char* end, int width) {
 
 // Blanks and the sign before a text of known length.
 char* PutHead(char* to, int length, bool negative, int width) {
-  std::memset(to, ' ', kMaxNumberWidth);
+  std::memset(to, ' ', 16);
+  if (width > 16) {
+    std::memset(to + 16, ' ', kMaxNumberWidth - 16);
+  }
   to += std::max(width - length - (negative ? 1 : 0), 0);
   *to = '-';
   return to + (negative ? 1 : 0);

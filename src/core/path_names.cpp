@@ -21,6 +21,14 @@ std::size_t ExtensionStart(std::string_view path) {
   return dot == std::string_view::npos || dot < NameStart(path) ? path.size() : dot;
 }
 
+std::string CasedPath(std::string_view path, char (*cased)(char)) {
+  const std::size_t kept = path.find('/') == std::string_view::npos ? 0 : NameStart(path);
+  std::string text(path.substr(0, kept));
+  std::transform(path.begin() + static_cast<std::ptrdiff_t>(kept), path.end(),
+                 std::back_inserter(text), cased);
+  return text;
+}
+
 }  // namespace
 
 std::string_view LastComponent(std::string_view path) { return path.substr(NameStart(path)); }
@@ -35,13 +43,9 @@ std::string WithDefaultExtension(std::string_view path, std::string_view extensi
   return std::string(path).append(HasExtension(path) ? std::string_view() : extension);
 }
 
-std::string LowerCasedPath(std::string_view path) {
-  const std::size_t kept = path.find('/') == std::string_view::npos ? 0 : NameStart(path);
-  std::string lower(path.substr(0, kept));
-  std::transform(path.begin() + static_cast<std::ptrdiff_t>(kept), path.end(),
-                 std::back_inserter(lower), LowerCased);
-  return lower;
-}
+std::string LowerCasedPath(std::string_view path) { return CasedPath(path, LowerCased); }
+
+std::string UpperCasedPath(std::string_view path) { return CasedPath(path, UpperCased); }
 
 std::string ReplacedInName(std::string_view path, std::string_view from, std::string_view to) {
   std::string replaced(path);

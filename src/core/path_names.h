@@ -26,6 +26,8 @@ std::string WithDefaultExtension(std::string_view path, std::string_view extensi
 /// `path` in lower case: whole where it has backslashes and no '/', else its last component only,
 /// because folders of another case would be other folders. ASCII letters only.
 std::string LowerCasedPath(std::string_view path);
+/// The same in upper case.
+std::string UpperCasedPath(std::string_view path);
 
 /// `path` with each `from` in its last component replaced by `to`, in this very case.
 std::string ReplacedInName(std::string_view path, std::string_view from, std::string_view to);

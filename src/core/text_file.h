@@ -24,6 +24,18 @@ class TextFile {
   [[nodiscard]] std::string Commit();
   bool HasFailed() const { return !error_.empty(); }
 
+  /// For loops over many numbers: where the next characters go, with room for `kRoom` of them.
+  /// `Took()` gets the end of those that were written there.
+  static constexpr std::size_t kRoom = 4 * kMaxNumberText;
+  char* Room() { return at_; }
+  TextFile& Took(char* end) {
+    at_ = end;
+    if (at_ >= buffer_.data() + kPiece) {
+      Flush();
+    }
+    return *this;
+  }
+
   TextFile& Text(std::string_view text);
   TextFile& TextRight(std::string_view text, std::size_t width);  ///< "%{width}s"
   TextFile& TextLeft(std::string_view text, std::size_t width);   ///< "%-{width}s"
@@ -43,16 +55,6 @@ class TextFile {
 
  private:
   static constexpr std::size_t kPiece = std::size_t{128} * 1024;
-  // Behind a piece that is not yet full there is always room for a number.
-  static constexpr std::size_t kRoom = kMaxNumberText;
-
-  TextFile& Took(char* end) {
-    at_ = end;
-    if (at_ >= buffer_.data() + kPiece) {
-      Flush();
-    }
-    return *this;
-  }
   void Fill(std::size_t count);
   void Flush();
 

@@ -2,11 +2,6 @@
 #ifndef ORVANE_EDITORS_TECH_H_
 #define ORVANE_EDITORS_TECH_H_
 
-namespace orvane {
-
-/// Survey methods as "TECH" stores them.
-enum Tech : int { kSip = 1, kTdip = 2, kTdem = 3, kCsamt = 4, kMtAmt = 5, kFdem = 6 };
-
-}  // namespace orvane
+#include "core/tech.h"  // IWYU pragma: export
 
 #endif  // ORVANE_EDITORS_TECH_H_

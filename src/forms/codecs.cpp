@@ -2,6 +2,7 @@
 #include "forms/codecs.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include "core/number_text.h"
@@ -109,6 +110,10 @@ std::string TextOf(const Field& field, const ParamValue& stored, int hours) {
 }
 
 std::string RangeFault(const Field& field, std::string_view what, std::string_view article) {
+  if (std::isinf(field.limits.max)) {
+    return "Enter " + std::string(article) + " " + std::string(what) + " not below " +
+           FormatReal(field.limits.min) + ".";
+  }
   return "Enter " + std::string(article) + " " + std::string(what) + " between " +
          FormatReal(field.limits.min) + " and " + FormatReal(field.limits.max) + ".";
 }

@@ -91,8 +91,9 @@ constexpr Codec ShownScaled(double to_shown, int decimals = -1) {
 constexpr Codec LongText() { return {.kind = CodecKind::kLongText}; }
 constexpr Codec Pieces(int count) { return {.kind = CodecKind::kPieces, .base = count}; }
 
-/// What a user may enter. Numbers: a range where `min` < `max`. Texts: `max_length` characters
-/// where not 0; a long text is not refused beyond them, only not taken by its line.
+/// What a user may enter. Numbers: a range where `min` < `max`; `max` may be infinite. Texts:
+/// `max_length` characters where not 0; a long text is not refused beyond them, only not taken by
+/// its line.
 struct Limits {
   double min = 0;
   double max = 0;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/stack_csv.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "core/param_time.h"
@@ -14,10 +13,19 @@ namespace {
 // hold counts as bytes 0.
 float FloatAt(std::span<const std::byte> items, std::size_t offset) {
   Le<float> value;
-  if (offset < items.size()) {
-    std::memcpy(&value, &items[offset], std::min(sizeof value, items.size() - offset));
+  if (offset + sizeof value <= items.size()) {
+    std::memcpy(&value, &items[offset], sizeof value);
+  } else if (offset < items.size()) {
+    std::memcpy(&value, &items[offset], items.size() - offset);
   }
   return value;
+}
+
+char* PutItem(char* to, float value) {
+  to = WriteExponent(to, value, 5, 14);
+  *to++ = ',';
+  *to++ = ' ';
+  return to;
 }
 
 BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
@@ -62,13 +70,14 @@ void WriteStackLine(const StackRecord& record, StackDomain domain, TextFile* out
   if (domain == StackDomain::kTime) {
     out->Fixed(record.ExtensionValue(), 3, 5).Text(", ");
     for (std::size_t i = 0; i < header.item_count; ++i) {
-      out->Exponent(FloatAt(record.items, 8 * i), 5, 14).Text(", ");
-      out->Exponent(FloatAt(record.items, 8 * i + 4), 5, 14).Text(",");
+      char* to = PutItem(out->Room(), FloatAt(record.items, 8 * i));
+      to = PutItem(to, FloatAt(record.items, 8 * i + 4));
+      out->Took(to - 1);  // one blank less
     }
   } else {
     out->Fixed(record.ExtensionValue(), 2, 7).Text(", ");
     for (std::size_t i = 0; i < header.item_count; ++i) {
-      out->Exponent(FloatAt(record.items, 4 * i), 5, 14).Text(", ");
+      out->Took(PutItem(out->Room(), FloatAt(record.items, 4 * i)));
     }
   }
   out->Text("\n");

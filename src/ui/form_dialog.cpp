@@ -401,7 +401,7 @@ void CFormDialog::showEvent(QShowEvent* event) {
 }
 
 bool CFormDialog::IsAcceptable() {
-  const auto fault = model_->Validate();
+  const auto fault = Fault();
   if (!fault) {
     return true;
   }

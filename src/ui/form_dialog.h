@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <initializer_list>
 #include <map>
+#include <optional>
 
 #include "forms/form_model.h"
 #include "forms/prompts.h"
@@ -58,6 +59,8 @@ class CFormDialog : public QDialog {
 
   /// The user changed a control; the model has it already.
   virtual void OnEdited(int control) { static_cast<void>(control); }
+  /// What keeps OK from being accepted; a derived class may look at more than the fields.
+  virtual std::optional<FormModel::Fault> Fault() const { return model_->Validate(); }
   /// OK was accepted: write.
   virtual void Commit() = 0;
 

@@ -30,7 +30,7 @@ class CGridCellBase {
   // The longest text that may be typed, in UTF-16 code units. Does not bind SetText().
   virtual int GetTextLimit() const = 0;
 
-  // Texts to choose from; empty where any text may be typed.
+  // Texts that the editor offers as a list; others may be typed all the same.
   virtual QStringList GetChoices() const { return {}; }
 
   bool IsMarked() const { return marked_; }
@@ -77,11 +77,14 @@ class CGridCell final : public CGridCellBase {
   Qt::Alignment GetAlignment() const override;
   void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
   int GetTextLimit() const override { return fallback_.GetTextLimit(); }
+  QStringList GetChoices() const override { return choices_; }
+  void SetChoices(const QStringList& choices) { choices_ = choices; }
 
  private:
   const CGridDefaultCell& fallback_;
   std::optional<QString> text_;
   QString tip_text_;
+  QStringList choices_;
   std::optional<Qt::Alignment> alignment_;
   std::optional<bool> read_only_;
 };

@@ -2,10 +2,12 @@
 #include "ui/grid_delegate.h"
 
 #include <QAbstractItemView>
+#include <QCompleter>
 #include <QCoreApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QToolTip>
 #include <algorithm>
 
@@ -62,7 +64,27 @@ QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
   editor->setMaxLength(std::max(cell->GetTextLimit(), static_cast<int>(cell->GetText().size())));
   editor->setValidator(model->Validator());
   open_editor_ = editor;
+  if (const QStringList choices = cell->GetChoices(); !choices.isEmpty()) {
+    const_cast<GridDelegate*>(this)->OfferChoices(editor, choices);
+  }
   return editor;
+}
+
+// The list opens with the editor; choosing from it ends the edit.
+void GridDelegate::OfferChoices(QLineEdit* editor, const QStringList& choices) {
+  auto* completer = new QCompleter(choices, editor);
+  completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+  completer->setCaseSensitivity(Qt::CaseInsensitive);
+  completer->setMaxVisibleItems(static_cast<int>(choices.size()));
+  completer->popup()->setAccessibleName(editor->accessibleName());
+  editor->setCompleter(completer);
+  connect(completer, qOverload<const QString&>(&QCompleter::activated), editor,
+          [this, editor](const QString& text) {
+            editor->setText(text);
+            emit commitData(editor);
+            emit closeEditor(editor, NoHint);
+          });
+  QTimer::singleShot(0, completer, [completer] { completer->complete(); });
 }
 
 void GridDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {

@@ -40,6 +40,8 @@ class GridDelegate final : public QStyledItemDelegate {
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
+  void OfferChoices(QLineEdit* editor, const QStringList& choices);
+
   mutable QPointer<QLineEdit> open_editor_;  // the view asks for editors through const calls
 };
 

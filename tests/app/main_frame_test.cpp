@@ -104,7 +104,7 @@ TEST_F(MainFrame, HasEveryCommand) {
       {32775, "Raw Parameters...", "Display and edit parameters in raw table", true},
       {32780, "Convert  FD Stack Result File(s) to ASCII File(s)...",
        "Convert  stack result (*.trs)  file(s)  into CSV file(s)", true},
-      {32806, "Create TFS File For Dr. Halvo FDEM ...", "", false},
+      {32806, "Create TFS File For Dr. Halvo FDEM ...", "", true},
       {59392, "&Toolbar", "", true},
       {57664, "&About Orvane...", "", true},
       {32795, "Scroll forward", "Scroll forward in time series", false},

@@ -1,21 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The tool as users start it.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
 #include <cstdlib>
 
-#include "support/temp_dir.h"
+#include "support/cli_run.h"
 
 namespace orvane::testing {
 namespace {
-
-struct Outcome {
-  int exit_code;
-  std::string out;
-  std::string err;
-};
 
 class TableCommands : public ::testing::Test {
  protected:
@@ -34,12 +27,7 @@ class TableCommands : public ::testing::Test {
     return key + type + value;
   }
 
-  Outcome Run(const std::string& arguments) const {
-    const std::string command = "cd '" + dir_.Path().string() + "' && '" ORVANE_CLI "' " +
-                                arguments + " >out.txt 2>err.txt";
-    const int status = std::system(command.c_str());
-    return {WEXITSTATUS(status), ReadAll(dir_ / "out.txt"), ReadAll(dir_ / "err.txt")};
-  }
+  Outcome Run(const std::string& arguments) const { return RunCli(dir_, arguments); }
 
   TempDir dir_;
 };

@@ -23,16 +23,14 @@ struct RealFormat {
   int width;
 };
 
+// clang-format off
 constexpr RealFormat kFormats[] = {
-    {"%5.3f", WriteFixed, 3, 5},      {"%7.2f", WriteFixed, 2, 7},
-    {"%9.5f", WriteFixed, 5, 9},      {"%10.4f", WriteFixed, 4, 10},
-    {"%12.6f", WriteFixed, 6, 12},    {"%16.8f", WriteFixed, 8, 16},
-    {"%.0f", WriteFixed, 0, 0},       {"%60.22f", WriteFixed, 22, 60},
-    {"%14.5e", WriteExponent, 5, 14}, {"%.5e", WriteExponent, 5, 0},
-    {"%.0e", WriteExponent, 0, 0},    {"%.12e", WriteExponent, 12, 0},
-    {"%11.4g", WriteGeneral, 4, 11},  {"%.10g", WriteGeneral, 10, 0},
-    {"%.0g", WriteGeneral, 0, 0},     {"%.17g", WriteGeneral, 17, 0},
+    {"%5.3f", WriteFixed, 3, 5}, {"%7.2f", WriteFixed, 2, 7}, {"%16.8f", WriteFixed, 8, 16},
+    {"%.0f", WriteFixed, 0, 0}, {"%60.22f", WriteFixed, 22, 60}, {"%14.5e", WriteExponent, 5, 14},
+    {"%.0e", WriteExponent, 0, 0}, {"%.12e", WriteExponent, 12, 0}, {"%11.4g", WriteGeneral, 4, 11},
+    {"%.10g", WriteGeneral, 10, 0}, {"%.0g", WriteGeneral, 0, 0}, {"%.17g", WriteGeneral, 17, 0},
 };
+// clang-format on
 
 // Any bits, any floats, field values, and binary fractions: these often lie exactly halfway.
 std::vector<double> Values() {

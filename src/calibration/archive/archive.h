@@ -43,7 +43,8 @@ class Archive {
       return *this;
     }
     std::vector<Element> read;
-    for (std::int32_t i = 0; IsPossible(count) && i < count; ++i) {
+    const std::int32_t possible = IsPossible(count) ? count : 0;
+    for (std::int32_t i = 0; i < possible && error_.empty(); ++i) {
       Element element{};
       Exchange(element);
       read.push_back(std::move(element));

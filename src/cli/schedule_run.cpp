@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/schedule_run.h"
+
+#include <system_error>
+
+#include "core/file_io.h"
+#include "core/number_text.h"
+#include "core/param_access.h"
+#include "stepping/step_presets.h"
+#include "stepping/step_table.h"
+#include "stepping/tfs_file.h"
+
+namespace orvane {
+namespace {
+
+// True, with a message, where a result would take the place of the file it comes from.
+bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file) {
+  std::error_code ignored;
+  if (!std::filesystem::equivalent(to, file, ignored)) {
+    return false;
+  }
+  PrintMessage(FileMessage(to, "is the file read, not written"));
+  return true;
+}
+
+ExitCode WriteRows(const std::filesystem::path& to, std::span<const ScheduleRow> rows) {
+  if (const std::string reason = WriteScheduleFile(to, rows); !reason.empty()) {
+    PrintMessage(FileMessage(to, reason));
+    return kSomeFailed;
+  }
+  if (const std::string reason = WhyUnreadable(rows); !reason.empty()) {
+    PrintMessage(FileMessage(to, "written, but cannot be read back: " + reason));
+  }
+  return kAllDone;
+}
+
+void TellCycle(const PresetOptions& options, std::int32_t stored, const ParamTable& table) {
+  const std::int32_t asked = options.cycle != 0 ? options.cycle : stored;
+  const std::int32_t used = IntParam(table, "TTOT");
+  if (!HasCycles(options.tech)) {
+    if (options.cycle != 0) {
+      PrintMessage("--cycle: this method has no cycles");
+    }
+  } else if (used != asked) {
+    PrintMessage("no preset for a cycle of " + FormatInt(asked) + " s; it is " + FormatInt(used) +
+                 " s");
+  }
+}
+
+}  // namespace
+
+ExitCode RunSchedulePreset(const PresetOptions& options) {
+  ParamTable table;
+  TblReport report;
+  if (IsInput(options.to, options.file) || !LoadOntoDefaults(options.file, &table, &report)) {
+    return kSomeFailed;
+  }
+  const int tech = options.tech;
+  const std::int32_t stored = IntParam(table, "TTOT");
+  static_cast<void>(table.SetParam("TECH", IntPT, &tech));
+  if (HasCycles(tech)) {
+    ApplyTransmitter(&table, tech, WithDefaults({}, tech),
+                     CycleCurrent(tech, RealParam(table, "CRMX")));
+    ApplyDefaultStepping(&table, tech, options.cycle);
+  } else {
+    ApplyDefaultWindows(&table, tech);
+  }
+  const TblSaveOptions save{2, false, IntParam(table, "TBVO", 2) == 1 ? 1 : 2};
+  if (SaveParamFile(&table, options.to, save, &report) != kOk) {
+    PrintMessage(report.message);
+    return kSomeFailed;
+  }
+  TellCycle(options, stored, table);
+  return kAllDone;
+}
+
+ExitCode RunScheduleMake(const std::filesystem::path& file, const std::filesystem::path& to) {
+  ParamTable table;
+  TblReport report;
+  if (IsInput(to, file) || !LoadOntoDefaults(file, &table, &report)) {
+    return kSomeFailed;
+  }
+  const StepParameters parameters = StoredStepParameters(table);
+  const FrequencyList requested = StoredFrequencies(table);
+  ScheduleTable schedule{};
+  if (CalculateStepTable(parameters, requested, &schedule) != kStepsCalculated) {
+    PrintMessage(FileMessage(file, "no schedule: " + StepFault(parameters, requested)));
+    return kSomeFailed;
+  }
+  return WriteRows(to, WrittenRows(schedule));
+}
+
+ExitCode RunScheduleShow(const std::filesystem::path& file) {
+  ScheduleTable table{};
+  ScheduleReport report;
+  if (!ReadScheduleFile(file, &table, &report)) {
+    PrintMessage(report.message);
+    return kSomeFailed;
+  }
+  std::string text;
+  for (const ScheduleRow& row : std::span(table).first(static_cast<std::size_t>(report.rows))) {
+    text += FormatInt(row.end_time) + '\t' + FormatInt(row.waveform) + '\t' +
+            FormatReal(row.frequency, 17) + '\t' + FormatReal(row.current, 17) + '\n';
+  }
+  return PrintResult(text) ? kAllDone : kSomeFailed;
+}
+
+ExitCode RunScheduleFdem(const FdemRequest& request, const std::filesystem::path& to) {
+  std::vector<ScheduleRow> rows;
+  if (!BuildFdemSchedule(request, &rows)) {
+    PrintMessage("the schedule lasts longer than 32 bits can count; nothing was written");
+    return kSomeFailed;
+  }
+  return WriteRows(to, rows);
+}
+
+}  // namespace orvane

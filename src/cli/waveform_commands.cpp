@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/batch_verb.h"
+#include "cli/commands.h"
+#include "core/number_text.h"
+#include "core/param_time.h"
+#include "timeseries/restack.h"
+#include "timeseries/ts_file.h"
+#include "timeseries/ts_text.h"
+#include "timeseries/waveform_channels.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::size_t kMuchText = std::size_t{64} * 1024;
+
+struct WaveformArguments {
+  std::string file;
+  int header = 0;  // 0: as the file's name and its companion table tell
+
+  TsFile::Options Options() const {
+    return {header == 0 ? std::nullopt : std::optional(HeaderSize())};
+  }
+  TsHeaderSize HeaderSize() const {
+    return header == 196 ? TsHeaderSize::kOld : TsHeaderSize::kFull;
+  }
+};
+
+std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
+
+bool OpenOrTell(const WaveformArguments& arguments, TsFile* file) {
+  if (file->Open(arguments.file, arguments.Options())) {
+    return true;
+  }
+  PrintMessage(file->Message() + " " + file->Reason());
+  return false;
+}
+
+// Prints a line for each record, as they come: a file may have very many.
+template <typename LineOf>
+ExitCode PrintRecords(const TsFile& file, std::string text, LineOf line_of) {
+  TsWalker walker = file.Walk();
+  TsPlace place;
+  while (walker.Next(&place)) {
+    text.append(line_of(place)).append("\n");
+    if (text.size() >= kMuchText) {
+      if (!PrintResult(text)) {
+        return kSomeFailed;
+      }
+      text.clear();
+    }
+  }
+  if (!walker.Error().empty()) {
+    PrintMessage(FileMessage(file.Path(), walker.Error()));
+  }
+  return PrintResult(text) && walker.Error().empty() ? kAllDone : kSomeFailed;
+}
+
+std::string InfoLine(const TsPlace& place) {
+  const TsHeader& header = place.header;
+  std::string line = Number(place.number);
+  for (const std::string& value :
+       {Number(place.offset), FormatParamTime(header.time), Number(header.box),
+        Number(header.channels), Number(header.scans), Number(place.scans_held),
+        Number(header.sample_width), FormatReal(SampleRate(header)), Number(header.status),
+        Number(header.trailing_scans), FormatReal(header.frequency)}) {
+    line.append("\t").append(value);
+  }
+  return line;
+}
+
+ExitCode RunInfo(const WaveformArguments& arguments) {
+  TsFile file;
+  if (!OpenOrTell(arguments, &file)) {
+    return kSomeFailed;
+  }
+  std::string text = "header\t" + Number(BytesIn(file.HeaderSize())) + "\nrecords\t" +
+                     Number(file.Count()) + "\nbad records\t" + Number(file.BadCount()) +
+                     "\nbad at";
+  for (std::uint64_t bad = file.NextBad(0); bad > 0; bad = file.NextBad(bad)) {
+    text.append("\t").append(Number(bad));
+  }
+  text +=
+      "\nrecord\toffset\ttime\tbox\tchannels\tscans\tscans in file\tbytes per sample\trate (Hz)\t"
+      "status\ttrailing scans\tfrequency (Hz)\n";
+  return PrintRecords(file, std::move(text), InfoLine);
+}
+
+ExitCode RunTitles(const WaveformArguments& arguments) {
+  TsFile file;
+  if (!OpenOrTell(arguments, &file)) {
+    return kSomeFailed;
+  }
+  if (file.BadCount() > 0) {
+    PrintMessage(file.BadRecordText());
+  }
+  return PrintRecords(file, {}, [&file](const TsPlace& place) {
+    return WaveformTitle(place.header, place.number, file.Count());
+  });
+}
+
+void AddHeaderOption(CLI::App* verb, WaveformArguments* arguments) {
+  verb->add_option("--header", arguments->header,
+                   "bytes of a record's header, whatever the companion table tells")
+      ->check(CLI::IsMember({196, 252}));
+}
+
+}  // namespace
+
+void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
+  CLI::App* waveform = app->add_subcommand("waveform", "Waveforms (*.tss) and bands (*.ts1 ...)");
+  waveform->require_subcommand(1);
+  const auto arguments = std::make_shared<WaveformArguments>();
+  const auto add_reading = [=](const char* name, const char* what,
+                               ExitCode (*run)(const WaveformArguments&)) {
+    CLI::App* verb = waveform->add_subcommand(name, what);
+    verb->add_option("FILE", arguments->file, "the file to read")->required()->check(NotEmpty());
+    AddHeaderOption(verb, arguments.get());
+    verb->callback([=] { *exit_code = run(*arguments); });
+  };
+  add_reading("info", "Print the records: places, headers, which are bad", RunInfo);
+  add_reading("titles", "Print the display's title line of each record", RunTitles);
+  CLI::App* text = AddBatchVerb(
+      waveform, "text", "Write time series as text (NAME.txt, NAME_TS3.txt)",
+      [=] { return TsText(arguments->HeaderSize()); }, exit_code);
+  AddHeaderOption(text, arguments.get());
+  AddBatchVerb(
+      waveform, "restack", "Average the records of each frequency (NAME.TSK)",
+      [] { return Restack(); }, exit_code);
+}
+
+}  // namespace orvane

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "stepping/tfs_file.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/file_io.h"
+#include "core/number_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kWaveformLimit = 12;  // kept: a file may not ask for "EXTCLK"
+constexpr double kMostCurrent = 200;
+
+bool IsWithin(double number, double most) {
+  return std::isfinite(number) && number >= 0 && number <= most;
+}
+
+// Why a row is bad; empty where it is good. `before` is 0 for the first row.
+std::string RowFault(const ScheduleRow& row, const ScheduleRow* before) {
+  if (!IsWithin(row.frequency, HUGE_VAL)) {
+    return "frequency " + FormatReal(row.frequency);
+  }
+  if (row.waveform < 0 || row.waveform >= kWaveformLimit) {
+    return "waveform " + FormatInt(row.waveform);
+  }
+  if (!IsWithin(row.current, kMostCurrent)) {
+    return "current " + FormatReal(row.current) + " A";
+  }
+  if (row.end_time < 0 || row.end_time > kSecondsPerDay) {
+    return "end time " + FormatInt(row.end_time) + " s";
+  }
+  if (before != nullptr && row.end_time <= before->end_time) {
+    return "end time " + FormatInt(row.end_time) + " s is not after " +
+           FormatInt(before->end_time) + " s";
+  }
+  return {};
+}
+
+std::string InRow(std::size_t number, const std::string& reason) {
+  return "row " + FormatInt(static_cast<std::int64_t>(number)) + ": " + reason;
+}
+
+// The first bad row, from 1, and why; 0 where all are good.
+std::size_t FindBadRow(std::span<const ScheduleRow> rows, std::string* reason) {
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    *reason = RowFault(rows[i], i > 0 ? &rows[i - 1] : nullptr);
+    if (!reason->empty()) {
+      return i + 1;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
+ScheduleRows ReadScheduleRows(const std::filesystem::path& path) {
+  ScheduleRows result;
+  InFile file;
+  result.error = file.Open(path);
+  std::array<std::byte, sizeof(ScheduleRow)> bytes{};
+  while (result.error.empty() && result.rows.size() < static_cast<std::size_t>(kMostSteps) &&
+         file.Read(bytes) == bytes.size()) {
+    const auto row = RecordFrom<ScheduleRow>(bytes);
+    if (row.end_time == 0) {
+      break;
+    }
+    result.rows.push_back(row);
+  }
+  if (result.error.empty()) {
+    result.error = file.Error();
+  }
+  if (result.error.empty()) {
+    std::string reason;
+    result.bad_row = static_cast<int>(FindBadRow(result.rows, &reason));
+    result.refusal = WhyUnreadable(result.rows);
+  }
+  return result;
+}
+
+bool ReadScheduleFile(const std::filesystem::path& path, ScheduleTable* table,
+                      ScheduleReport* report) {
+  table->fill({});
+  const ScheduleRows read = ReadScheduleRows(path);
+  report->is_open = read.error.empty();
+  report->rows = static_cast<int>(read.rows.size());
+  report->message.clear();
+  if (const std::string& reason = read.error.empty() ? read.refusal : read.error; !reason.empty()) {
+    report->message = FileMessage(path, reason);
+    return false;
+  }
+  std::copy(read.rows.begin(), read.rows.end(), table->begin());
+  return true;
+}
+
+std::string WhyUnreadable(std::span<const ScheduleRow> rows) {
+  const auto end = std::find_if(rows.begin(), rows.end(),
+                                [](const ScheduleRow& row) { return row.end_time == 0; });
+  const auto count = static_cast<std::size_t>(end - rows.begin());
+  std::string reason;
+  if (const std::size_t bad = FindBadRow(rows.first(count), &reason); bad > 0) {
+    return InRow(bad, reason);
+  }
+  if (count >= static_cast<std::size_t>(kMostSteps)) {
+    return "200 rows and no end: a file of 200 rows cannot be read back";
+  }
+  if (count < rows.size()) {
+    return InRow(count + 1, "end time 0 ends the schedule");
+  }
+  return count == 0 ? "no rows" : "";
+}
+
+std::string WriteScheduleFile(const std::filesystem::path& path,
+                              std::span<const ScheduleRow> rows) {
+  const auto end = std::find_if(rows.begin(), rows.end(), IsEmpty);
+  return WriteFile(path, std::as_bytes(std::span(rows.begin(), end)));
+}
+
+}  // namespace orvane

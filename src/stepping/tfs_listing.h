@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Schedule files as text.
+#ifndef ORVANE_STEPPING_TFS_LISTING_H_
+#define ORVANE_STEPPING_TFS_LISTING_H_
+
+#include "core/batch.h"
+
+namespace orvane {
+
+/// NAME.TFS becomes NAME.txt: one line for each row with number, end time, waveform, frequency and
+/// current. A file that a reader would refuse is listed all the same, the reason behind the first
+/// bad row and noted.
+Conversion TfsListing();
+
+}  // namespace orvane
+
+#endif  // ORVANE_STEPPING_TFS_LISTING_H_

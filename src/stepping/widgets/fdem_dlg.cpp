@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "stepping/widgets/fdem_dlg.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "stepping/widgets/tfs_dialog.h"
+#include "ui/window_size.h"
+
+namespace orvane {
+
+CFdemScheduleDlg::CFdemScheduleDlg(FdemForm* form, Prompts* prompts, QString folder,
+                                   QWidget* parent)
+    : CFormDialog(&form->Model(), prompts, parent), form_(form), folder_(std::move(folder)) {
+  setObjectName(QStringLiteral("fdem-schedule"));
+  // kept: the title as the users know it.
+  setWindowTitle(QStringLiteral("Creat TFS File for Dr. Halvo FDEM"));
+  auto* steps = new QGroupBox(QStringLiteral("Steps"), this);
+  auto* rows = new QFormLayout;
+  steps->setLayout(rows);
+  for (const int control : {FdemForm::kSeconds, FdemForm::kCycles, FdemForm::kCurrent}) {
+    AddRow(rows, control);
+  }
+  auto* sets = new QGroupBox(QStringLiteral("Frequencies"), this);
+  auto* set_layout = new QVBoxLayout(sets);
+  set_layout->addWidget(Buttons(FdemForm::kSet, 1));
+  set_layout->addStretch();
+  auto* upper = new QHBoxLayout;
+  upper->addWidget(steps, 1);
+  upper->addWidget(sets, 1);
+
+  auto* browse = new QPushButton(QStringLiteral("..."), this);
+  browse->setObjectName(QStringLiteral("browse"));
+  browse->setAccessibleName(QStringLiteral("Browse for the file"));
+  browse->setAutoDefault(false);
+  browse->setFixedWidth(browse->fontMetrics().horizontalAdvance(QStringLiteral("..........")));
+  connect(browse, &QPushButton::clicked, this, &CFdemScheduleDlg::OnBrowse);
+  auto* file = new QHBoxLayout;
+  file->addWidget(LabelOf(FdemForm::kPath));
+  file->addWidget(Control(FdemForm::kPath), 1);
+  file->addWidget(browse);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(upper);
+  layout->addLayout(file);
+  layout->addStretch();
+  layout->addWidget(OkAndCancel());
+  ResizeWithinScreen(this, sizeHint().expandedTo(QSize(520, 0)));
+}
+
+void CFdemScheduleDlg::OnBrowse() {
+  const QString path =
+      AskForSchedule(this, QFileDialog::AcceptSave, QStringLiteral("File To Be Save"), folder_);
+  if (!path.isEmpty()) {
+    Model().SetText(FdemForm::kPath, path.toStdString());
+  }
+}
+
+void CFdemScheduleDlg::accept() {
+  if (IsAcceptable() && form_->Save()) {
+    QDialog::accept();
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_TIMESERIES_TS_FILE_H_
+#define ORVANE_TIMESERIES_TS_FILE_H_
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "timeseries/ts_companion.h"
+#include "timeseries/ts_index.h"
+#include "timeseries/ts_rec.h"
+
+namespace orvane {
+
+/// "Failed to open file %s!"
+std::string OpenFailureText(const std::filesystem::path& path);
+
+/// A waveform or band file that is open: its index, its companion table, its records when they are
+/// asked for. Opening costs a walk over the headers, whatever the size of the file.
+class TsFile {
+ public:
+  struct Options {
+    /// Given: no companion is needed and "VER" does not count. One that exists is loaded all the
+    /// same, except for a band file.
+    std::optional<TsHeaderSize> header_size;
+  };
+
+  /// Band files (by the digit that ends the path) have 32-byte headers and no companion. A stacked
+  /// file (*.TSK) has full headers; any other is told by its companion's "VER". False where the
+  /// file or the companion cannot be opened: `Message()` and `Reason()` tell.
+  [[nodiscard]] bool Open(const std::filesystem::path& path, const Options& options);
+  [[nodiscard]] bool Open(const std::filesystem::path& path) { return Open(path, Options()); }
+
+  /// Of a failure: the text for the user, and what the system said with the file's name.
+  const std::string& Message() const { return message_; }
+  const std::string& Reason() const { return reason_; }
+
+  const std::filesystem::path& Path() const { return path_; }
+  TsHeaderSize HeaderSize() const { return header_size_; }
+  bool IsBandFile() const { return header_size_ == TsHeaderSize::kBand; }
+  const TsCompanion& Companion() const { return companion_; }
+  const std::filesystem::path& CompanionPath() const { return companion_path_; }
+
+  std::uint64_t Count() const { return index_.Count(); }
+  std::uint64_t BadCount() const { return index_.BadCount(); }
+  std::uint64_t FirstBad() const { return index_.FirstBad(); }
+  std::uint64_t NextBad(std::uint64_t number) const { return index_.NextBad(file_, number); }
+  /// Records before the first bad one; 0: no limit. kept: also where the first record is bad.
+  std::uint64_t UsableCount() const { return FirstBad() == 0 ? 0 : FirstBad() - 1; }
+  /// "There are %d bad records starting at segment%d!"; empty where there are none.
+  std::string BadRecordText() const;
+
+  std::optional<TsPlace> Find(std::uint64_t number) const { return index_.Find(file_, number); }
+  /// Reads a record from 1 on. An empty string, or why it cannot be read: the file may have become
+  /// shorter since it was opened.
+  [[nodiscard]] std::string Read(std::uint64_t number, CTsRec* record) const;
+  /// Goes over all records as they are now.
+  TsWalker Walk() const { return index_.WalkFrom(file_, 1); }
+
+  const RandomFile& Bytes() const { return file_; }
+
+ private:
+  bool LoadCompanion(bool is_needed);
+  bool Fail(const std::filesystem::path& path, const std::string& reason);
+
+  std::filesystem::path path_;
+  std::filesystem::path companion_path_;
+  RandomFile file_;
+  TsHeaderSize header_size_ = TsHeaderSize::kFull;
+  TsCompanion companion_;
+  TsIndex index_;
+  std::string message_;
+  std::string reason_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_TIMESERIES_TS_FILE_H_

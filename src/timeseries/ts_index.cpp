@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/ts_index.h"
+
+namespace orvane {
+
+// Keeps every second note.
+void TsIndex::Thin() {
+  for (std::size_t i = 0; 2 * i + 1 < notes_.size(); ++i) {
+    notes_[i] = {notes_[2 * i].offset, notes_[2 * i].has_bad || notes_[2 * i + 1].has_bad};
+  }
+  notes_.resize(notes_.size() / 2);
+  stride_ *= 2;
+}
+
+void TsIndex::Build(const RandomFile& file, TsHeaderSize header_size) {
+  *this = {};
+  header_size_ = header_size;
+  TsWalker walker(&file, header_size, file.Size());
+  TsPlace place;
+  while (walker.Next(&place)) {
+    if (count_ % stride_ == 0) {
+      if (notes_.size() == kMaxNotes) {
+        Thin();  // an even number of notes, so this record begins one
+      }
+      notes_.push_back({place.offset, false});
+    }
+    ++count_;
+    if (header_size != TsHeaderSize::kBand && place.header.IsBad()) {
+      notes_.back().has_bad = true;
+      first_bad_ = first_bad_ == 0 ? place.number : first_bad_;
+      ++bad_count_;
+    }
+  }
+}
+
+TsWalker TsIndex::WalkFrom(const RandomFile& file, std::uint64_t number) const {
+  if (count_ == 0) {
+    return {&file, header_size_, 0};
+  }
+  const std::size_t note = NoteOf(number);
+  return {&file, header_size_, file.Size(), notes_[note].offset, note * stride_ + 1};
+}
+
+std::optional<TsPlace> TsIndex::Find(const RandomFile& file, std::uint64_t number) const {
+  if (number == 0 || number > count_) {
+    return std::nullopt;
+  }
+  TsWalker walker = WalkFrom(file, number);
+  TsPlace place;
+  while (walker.Next(&place)) {
+    if (place.number == number) {
+      return place;
+    }
+  }
+  return std::nullopt;
+}
+
+std::uint64_t TsIndex::NextBad(const RandomFile& file, std::uint64_t number) const {
+  if (number >= count_) {
+    return 0;
+  }
+  for (std::size_t note = NoteOf(number + 1); note < notes_.size(); ++note) {
+    if (!notes_[note].has_bad) {
+      continue;
+    }
+    const std::uint64_t first = note * stride_ + 1;
+    TsWalker walker = WalkFrom(file, first);
+    TsPlace place;
+    while (walker.Next(&place) && place.number < first + stride_) {
+      if (place.number > number && place.header.IsBad()) {
+        return place.number;
+      }
+    }
+  }
+  return 0;
+}
+
+}  // namespace orvane

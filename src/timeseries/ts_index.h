@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_TIMESERIES_TS_INDEX_H_
+#define ORVANE_TIMESERIES_TS_INDEX_H_
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "timeseries/ts_walker.h"
+
+namespace orvane {
+
+/// Where the records of a file are, made by one walk over their headers. Every record is noted, or
+/// in a file of very many every 2nd, 4th ..., so that the memory does not grow with the file; a
+/// record between two notes is found by a short walk.
+class TsIndex {
+ public:
+  /// Walks the file as it is now.
+  void Build(const RandomFile& file, TsHeaderSize header_size);
+
+  std::uint64_t Count() const { return count_; }
+  /// Records of status 6; none in a band file, whose headers tell no status.
+  std::uint64_t BadCount() const { return bad_count_; }
+  /// Number of the first bad record, 0: none.
+  std::uint64_t FirstBad() const { return first_bad_; }
+  /// The first bad record behind record `number`, which may be 0; none: 0.
+  std::uint64_t NextBad(const RandomFile& file, std::uint64_t number) const;
+
+  /// The place of a record from 1 on, its header read anew; none where there is no such record, or
+  /// no longer.
+  std::optional<TsPlace> Find(const RandomFile& file, std::uint64_t number) const;
+
+  /// Starts a walk at a record that is noted, at or before `number`.
+  TsWalker WalkFrom(const RandomFile& file, std::uint64_t number) const;
+
+  static constexpr std::size_t kMaxNotes = 65536;
+
+ private:
+  struct Note {
+    std::uint64_t offset;
+    bool has_bad;  // among the records from here to the next note
+  };
+  void Thin();
+  std::size_t NoteOf(std::uint64_t number) const {
+    return static_cast<std::size_t>((number - 1) / stride_);
+  }
+
+  TsHeaderSize header_size_ = TsHeaderSize::kFull;
+  std::vector<Note> notes_;
+  std::uint64_t stride_ = 1;  // records from one note to the next
+  std::uint64_t count_ = 0;
+  std::uint64_t bad_count_ = 0;
+  std::uint64_t first_bad_ = 0;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_TIMESERIES_TS_INDEX_H_

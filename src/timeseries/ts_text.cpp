@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/ts_text.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "core/number_format.h"
+#include "core/number_text.h"
+#include "core/param_time.h"
+#include "core/path_names.h"
+#include "core/random_file.h"
+#include "timeseries/sample_decoder.h"
+#include "timeseries/sample_text.h"
+#include "timeseries/ts_walker.h"
+
+namespace orvane {
+namespace {
+
+// Less than elsewhere: the text is six times as long and should find room in the cache beside it. A
+// scan, of at most 255 x 255 bytes, fits.
+constexpr std::size_t kReadPiece = std::size_t{64} * 1024;
+
+// "%-{width}s\n"
+void AppendLeft(std::string_view value, std::size_t width, std::string* text) {
+  text->append(value);
+  text->append(width > value.size() ? width - value.size() : 0, ' ').append("\n");
+}
+
+void AppendFixed(double value, int precision, std::size_t width, std::string* text) {
+  std::array<char, kMaxNumberText> number{};
+  const char* end = WriteFixed(number.data(), value, precision);
+  AppendLeft({number.data(), static_cast<std::size_t>(end - number.data())}, width, text);
+}
+
+std::string HeaderText(const TsHeader& header, bool is_band) {
+  std::string text = " Time:                ";
+  AppendLeft(FormatParamTime(header.time), 27, &text);
+  text += " Box S/N:             ";
+  AppendLeft(FormatInt(header.box), 4, &text);
+  text += " Number of Channels:  ";
+  AppendLeft(FormatInt(header.channels), 8, &text);
+  text += " Number of Scans:     ";
+  AppendLeft(FormatInt(header.scans), 8, &text);
+  text += " Sampling Rate (Hz):  ";
+  AppendFixed(SampleRate(header), 2, 12, &text);
+  if (!is_band) {
+    text += " Frequency (Hz):      ";
+    AppendFixed(header.frequency, 6, 16, &text);
+  }
+  return text;
+}
+
+class TextExport {
+ public:
+  TextExport(BatchTask* task, OutFile* out, TsHeaderSize header_size)
+      : task_(task), header_size_(header_size), text_(out, task->Threads() > 1) {}
+
+  BatchResult Run(const RandomFile& in) {
+    TsWalker walker(&in, header_size_, in.Size());
+    TsPlace place;
+    std::uint64_t cut_record = 0;
+    while (!task_->Stopped() && !text_.HasFailed() && error_.empty() && walker.Next(&place)) {
+      text_.Text(HeaderText(place.header, header_size_ == TsHeaderSize::kBand));
+      const bool is_whole = PutSamples(in, place);
+      task_->Advance(place.next - place.offset);
+      if (!is_whole) {
+        cut_record = place.number;
+        break;
+      }
+    }
+    const std::string write_error = text_.Finish();
+    error_ = error_.empty() ? walker.Error() : error_;
+    if (task_->Stopped()) {
+      return BatchCancelled();
+    }
+    if (!error_.empty()) {
+      return BatchFailed(error_);
+    }
+    if (!write_error.empty()) {
+      return BatchFailed(FileMessage(task_->Outputs()[0], write_error));
+    }
+    return BatchDone(task_->Outputs(), cut_record == 0 ? "" : CutNote(cut_record, place.offset));
+  }
+
+ private:
+  static std::string CutNote(std::uint64_t number, std::uint64_t offset) {
+    return "the file ends within the samples of record " +
+           FormatInt(static_cast<std::int64_t>(number)) + " at byte " +
+           FormatInt(static_cast<std::int64_t>(offset)) + ", which has those that are there";
+  }
+
+  // The scans of a record. False where the file ends within them: the samples that are there have
+  // been put, the last line perhaps shorter.
+  bool PutSamples(const RandomFile& in, const TsPlace& place) {
+    const int width = place.header.sample_width;
+    const std::size_t channels = place.header.channels;
+    const auto scan_bytes = static_cast<std::size_t>(ScanBytes(place.header));
+    if (scan_bytes == 0) {
+      if (!place.is_cut) {
+        text_.Scans(nullptr, width, channels, place.header.scans);  // without channels: empty lines
+      }
+      return !place.is_cut;
+    }
+    const std::size_t piece_bytes = kReadPiece / scan_bytes * scan_bytes;
+    piece_.resize(piece_bytes + kDecoderSlack);
+    const std::uint64_t total = DataBytes(place.header);
+    for (std::uint64_t done = 0; done < total && !text_.HasFailed() && !task_->Stopped();) {
+      const auto wanted =
+          static_cast<std::size_t>(std::min<std::uint64_t>(piece_bytes, total - done));
+      const std::size_t read =
+          in.ReadAt(place.data + done, std::span(piece_).first(wanted), &error_);
+      text_.Scans(piece_.data(), width, channels, read / scan_bytes);
+      if (read < wanted) {
+        const std::size_t samples = read % scan_bytes / static_cast<std::size_t>(width);
+        if (samples > 0) {
+          text_.Scans(piece_.data() + read / scan_bytes * scan_bytes, width, samples, 1);
+        }
+        return false;
+      }
+      done += read;
+    }
+    return true;
+  }
+
+  BatchTask* task_;
+  TsHeaderSize header_size_;
+  SampleText text_;
+  std::vector<std::byte> piece_;
+  std::string error_;  // of reading
+};
+
+BatchResult ConvertFile(BatchTask& task, TsHeaderSize header_size) {
+  RandomFile in;
+  if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
+    return BatchFailed(reason);
+  }
+  const auto& path = task.Outputs()[0];
+  OutFile out;
+  if (const std::string reason = out.Open(path); !reason.empty()) {
+    return BatchFailed(FileMessage(path, reason));
+  }
+  const bool is_band = BandNumber(task.Input().string()) > 0;
+  BatchResult result = TextExport(&task, &out, is_band ? TsHeaderSize::kBand : header_size).Run(in);
+  if (result.IsDone()) {
+    if (const std::string reason = out.Commit(); !reason.empty()) {
+      return BatchFailed(FileMessage(path, reason));
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
+std::string TsTextName(std::string_view path) {
+  std::string name = WithExtension(LowerCasedPath(path), "");
+  if (const int band = BandNumber(path); band > 0) {
+    name.append("_TS").append(FormatInt(band));
+  }
+  return name.append(".txt");
+}
+
+Conversion TsText(TsHeaderSize header_size) {
+  Conversion conversion;
+  conversion.outputs_of = [](const std::string& path) {
+    return std::vector<std::string>{TsTextName(path)};
+  };
+  conversion.job = [header_size](BatchTask& task) { return ConvertFile(task, header_size); };
+  return conversion;
+}
+
+}  // namespace orvane

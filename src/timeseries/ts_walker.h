@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_TIMESERIES_TS_WALKER_H_
+#define ORVANE_TIMESERIES_TS_WALKER_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/random_file.h"
+#include "timeseries/ts_header.h"
+
+namespace orvane {
+
+/// A record as its header tells it and the file holds it.
+struct TsPlace {
+  std::uint64_t number = 0;  ///< from 1
+  std::uint64_t offset = 0;  ///< of the header
+  std::uint64_t data = 0;    ///< offset of the first sample
+  std::uint64_t next = 0;    ///< offset behind the trailing scans, perhaps behind the file
+  TsHeader header;
+  std::uint32_t scans_held = 0;  ///< whole scans in the file
+  bool is_cut = false;           ///< the file ends within the samples
+};
+
+/// Goes from header to header without reading what lies between. A record counts as soon as its
+/// header is whole; after one that is cut there is none.
+class TsWalker {
+ public:
+  /// Starts at `offset`, where the header of record `number` stands. The file is taken to end at
+  /// `end`, so that one that grows is walked to an end.
+  TsWalker(const RandomFile* file, TsHeaderSize header_size, std::uint64_t end,
+           std::uint64_t offset = 0, std::uint64_t number = 1)
+      : file_(file), header_size_(header_size), end_(end), offset_(offset), number_(number) {}
+
+  bool Next(TsPlace* place);
+  /// What kept the headers from being read to the end; mostly empty.
+  const std::string& Error() const { return error_; }
+
+ private:
+  bool ReadHeader(TsHeader* header);
+
+  const RandomFile* file_;
+  TsHeaderSize header_size_;
+  std::uint64_t end_;
+  std::uint64_t offset_;
+  std::uint64_t number_;
+  bool is_at_end_ = false;
+  // Headers that stand close together are read many at a time.
+  std::vector<std::byte> window_;
+  std::uint64_t window_offset_ = 0;
+  std::uint64_t last_step_ = 0;
+  std::string error_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_TIMESERIES_TS_WALKER_H_

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/waveform_channels.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "core/ascii.h"
+#include "core/number_format.h"
+#include "core/number_text.h"
+#include "core/param_access.h"
+#include "core/param_time.h"
+#include "timeseries/sample_decoder.h"
+
+namespace orvane {
+namespace {
+
+constexpr double kFullScale = 2147483392.0;  // held value of the largest sample
+constexpr double kRawScale = 1.0 / 256;
+constexpr int kNamedChannels = 8;
+constexpr int kMaxTickDecimals = 20;
+
+std::string Fixed(double value, int precision, int width = 0) {
+  std::array<char, kMaxNumberText> text{};
+  return {text.data(), WriteFixed(text.data(), value, precision, width)};
+}
+
+// "%-{width}.{precision}f"
+std::string FixedLeft(double value, int precision, std::size_t width) {
+  std::string text = Fixed(value, precision);
+  text.append(width > text.size() ? width - text.size() : 0, ' ');
+  return text;
+}
+
+std::string NameOf(const TsCompanion* companion, int number) {
+  std::string name;
+  if (companion != nullptr && number <= kNamedChannels) {
+    name = ParamAsText(companion->Table(), std::string("CHDEF").append(FormatInt(number)));
+  }
+  return name.empty() ? std::string("Ch ").append(FormatInt(number)) : name;
+}
+
+// What volts are multiplied by to be shown, and the unit that is then theirs.
+struct Unit {
+  double factor = 1;
+  const char* text = "";
+};
+
+Unit UnitOf(char kind, bool has_small_unit, double nominal) {
+  switch (kind) {
+    case 'E':
+      return has_small_unit ? Unit{1e6, " (Micro V)"} : Unit{1e3, " (mV)"};
+    case 'H':
+      return {1e9 / (nominal * 1e6), " (nT)"};
+    case 'B':
+      return {1e6, " (Micro V)"};
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+std::vector<WaveformChannel> WaveformChannels(const TsHeader& header, const TsCompanion* companion,
+                                              const WaveformUnits& units) {
+  std::vector<WaveformChannel> channels(header.channels);
+  for (std::size_t i = 0; i < channels.size(); ++i) {
+    WaveformChannel& channel = channels[i];
+    channel.name = NameOf(companion, static_cast<int>(i) + 1);
+    channel.scale = kRawScale;
+    if (companion == nullptr) {
+      continue;
+    }
+    const ParamTable& table = companion->Table();
+    const char kind = UpperCased(channel.name.front());
+    const int exponent = IntParam(table, kind == 'E' ? "EGNC" : "HGNC");
+    const auto own = units.record_gain != nullptr ? units.record_gain(header, i) : std::nullopt;
+    const double gain = own.value_or(std::pow(4.0, exponent));
+    const double full_scale = RealParam(table, "FSCV");
+    const double nominal = RealParam(table, "HNOM");
+    const Unit unit = UnitOf(kind, units.has_small_unit, nominal);
+    const double scale = full_scale / kFullScale / gain * unit.factor;
+    const bool has_sensor = kind != 'H' || nominal > 0;
+    if (full_scale != 0 && std::isfinite(gain) && std::isfinite(scale) && has_sensor) {
+      channel.scale = scale;
+      channel.unit = unit.text;
+    }
+  }
+  return channels;
+}
+
+std::string WaveformTitle(const TsHeader& header, std::uint64_t number, std::uint64_t count) {
+  return std::string("Freq(Hz):")
+      .append(Fixed(header.frequency, 4, 10))
+      .append(", Sample Rate:")
+      .append(Fixed(SampleRate(header), 1, 8))
+      .append(",  Scans: ")
+      .append(FormatInt(header.scans))
+      .append(",  Time: ")
+      .append(FormatParamTime(header.time))
+      .append(",  (")
+      .append(FormatInt(static_cast<std::int64_t>(number)))
+      .append(" / ")
+      .append(FormatInt(static_cast<std::int64_t>(count)))
+      .append(" )");
+}
+
+std::string WaveformStatus(const TsHeader& header, bool has_status, double peak_to_peak) {
+  if (has_status && header.IsBad()) {
+    return std::string("\n (Sta: ").append(FormatInt(header.status)).append(" )");
+  }
+  return std::string("\n ( ").append(FixedLeft(peak_to_peak, 2, 8)).append("  )");
+}
+
+AxisTicks TicksBetween(double low, double high, int most) {
+  AxisTicks ticks;
+  const double span = high - low;
+  if (!(span > 0) || !std::isfinite(span) || most < 1) {
+    return ticks;
+  }
+  const double rough = span / most;
+  int decade = static_cast<int>(std::floor(std::log10(rough)));
+  const double power = std::pow(10.0, decade);
+  const double factor = rough / power;
+  double nice = 10;
+  for (const double candidate : {5.0, 2.0, 1.0}) {
+    nice = factor <= candidate ? candidate : nice;
+  }
+  ticks.step = nice * power;
+  decade += nice == 10 ? 1 : 0;
+  ticks.precision = std::clamp(-decade, 0, kMaxTickDecimals);
+  const double first = std::ceil(low / ticks.step - 1e-9);
+  for (int i = 0; i <= most; ++i) {
+    const double value = (first + i) * ticks.step;
+    if (value > high + ticks.step * 1e-9) {
+      break;
+    }
+    ticks.values.push_back(value == 0 ? 0.0 : value);  // no "-0"
+  }
+  return ticks;
+}
+
+std::string TickText(double value, int precision) { return FixedLeft(value, precision, 6); }
+
+}  // namespace orvane

@@ -1,0 +1,317 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/waveform_view.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/number_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr double kMargin = 0.05;   // above and below a trace, of its span
+constexpr double kOneCount = 256;  // as held value
+
+std::string NumberText(std::uint64_t number) {
+  return FormatInt(static_cast<std::int64_t>(number));
+}
+
+// Where the least and greatest value of some scans stand.
+struct Peaks {
+  std::size_t low;
+  std::size_t high;
+};
+
+}  // namespace
+
+bool WaveformView::Open(const std::filesystem::path& path, const TsFile::Options& options) {
+  Close();
+  if (!file_.Open(path, options)) {
+    return false;
+  }
+  is_open_ = true;
+  First();  // an empty file shows none
+  return true;
+}
+
+void WaveformView::Close() {
+  is_open_ = false;
+  number_ = 0;
+  record_ = {};
+  problem_.clear();
+  channels_.clear();
+  whole_.clear();
+  scales_.clear();
+  visible_ = {};
+  cursors_ = {};
+}
+
+bool WaveformView::GoTo(std::uint64_t number) {
+  if (!is_open_ || number == 0 || number > Count()) {
+    return false;
+  }
+  const bool is_first = number_ == 0;
+  const bool showed_all = visible_.low <= 0 && visible_.high >= EndTime();
+  const ValueRange visible = visible_;
+  const std::vector<WaveformChannel> before = channels_;
+  number_ = number;
+  CTsRec* record = &record_;
+  problem_ = file_.Read(number, record);
+  if (!file_.Find(number)) {
+    record_ = {};
+  }
+  if (problem_.empty() && record_.Scans() < record_.Header().scans) {
+    problem_ = "the file ends within this record: " + NumberText(record_.Scans()) + " of " +
+               NumberText(record_.Header().scans) + " scans";
+  }
+  const double rate = SampleRate(record_.Header());
+  seconds_per_scan_ = rate > 0 ? 1 / rate : 1;
+  UpdateChannels();
+  whole_ = ExtremesOf({0, record_.Scans()});
+  if (is_first || showed_all) {
+    visible_ = {0, EndTime()};
+  } else {
+    ShowTimes(visible.low, visible.high);
+  }
+  if (settings_.auto_scale || !HasSameChannels(before)) {
+    UpdateScales();
+  }
+  return true;
+}
+
+bool WaveformView::HasSameChannels(const std::vector<WaveformChannel>& before) const {
+  return std::equal(
+      before.begin(), before.end(), channels_.begin(), channels_.end(),
+      [](const WaveformChannel& a, const WaveformChannel& b) { return a.Label() == b.Label(); });
+}
+
+void WaveformView::UpdateChannels() {
+  channels_ =
+      WaveformChannels(record_.Header(), file_.IsBandFile() ? nullptr : &file_.Companion(), units_);
+  channels_.resize(std::min(channels_.size(), kMaxTraces));
+}
+
+void WaveformView::UpdateScales() { scales_ = ExtremesOf(VisibleScans()); }
+
+void WaveformView::SetSettings(const WaveformSettings& settings) {
+  const auto within = [](double value, double low, double high) {
+    return std::isnan(value) ? low : std::clamp(value, low, high);
+  };
+  settings_ = settings;
+  settings_.zoom = within(settings.zoom, WaveformSettings::kMinZoom, WaveformSettings::kMaxZoom);
+  settings_.timer_seconds =
+      within(settings.timer_seconds, WaveformSettings::kMinTimer, WaveformSettings::kMaxTimer);
+  if (settings_.auto_scale) {
+    UpdateScales();
+  }
+}
+
+void WaveformView::ZoomValues(double factor) {
+  WaveformSettings settings = settings_;
+  settings.zoom *= factor;
+  SetSettings(settings);
+}
+
+void WaveformView::SetSmallUnit(bool has_small_unit) {
+  units_.has_small_unit = has_small_unit;
+  UpdateChannels();
+}
+
+void WaveformView::SetRecordGain(RecordGain record_gain) {
+  units_.record_gain = record_gain;
+  UpdateChannels();
+}
+
+std::string WaveformView::TitleText() const {
+  return number_ == 0 ? std::string() : WaveformTitle(record_.Header(), number_, Count());
+}
+
+std::string WaveformView::StatusBarText() const {
+  std::string text = NumberText(number_).append(" / ").append(NumberText(Count()));
+  if (file_.BadCount() > 0) {
+    text.append(", first bad at ").append(NumberText(file_.FirstBad()));
+  }
+  return text;
+}
+
+std::string WaveformView::StatusText(std::size_t trace) const {
+  const Extremes& whole = whole_[trace];
+  return WaveformStatus(record_.Header(), !file_.IsBandFile(),
+                        (whole.high - whole.low) * std::abs(channels_[trace].scale));
+}
+
+std::string WaveformView::TimeLabel() const {
+  return SampleRate(record_.Header()) > 0 ? "Time (s)" : "Scan";
+}
+
+double WaveformView::EndTime() const {
+  return TimeOf(std::max<std::size_t>(record_.Scans(), 2) - 1);
+}
+
+void WaveformView::ShowTimes(double from, double to) {
+  const double end = EndTime();
+  if (!std::isfinite(from) || !std::isfinite(to)) {
+    return;
+  }
+  const double span = std::clamp(to - from, seconds_per_scan_, end);
+  const double low = std::clamp(from + (to - from - span) / 2, 0.0, end - span);
+  visible_ = {low, std::min(low + span, end)};
+  if (settings_.auto_scale) {
+    UpdateScales();
+  }
+}
+
+void WaveformView::ZoomTimes(double factor, double center) {
+  if (factor > 0) {
+    ShowTimes(center - (center - visible_.low) / factor,
+              center + (visible_.high - center) / factor);
+  }
+}
+
+void WaveformView::PanTimes(double seconds) {
+  ShowTimes(visible_.low + seconds, visible_.high + seconds);
+}
+
+WaveformView::ScanRange WaveformView::VisibleScans() const {
+  // A time that was computed from a scan must give that scan again.
+  constexpr double kSlack = 1e-6;
+  const auto scans = static_cast<double>(record_.Scans());
+  const double begin = std::ceil(visible_.low / seconds_per_scan_ - kSlack);
+  const double end = std::floor(visible_.high / seconds_per_scan_ + kSlack) + 1;
+  return {static_cast<std::size_t>(std::clamp(begin, 0.0, scans)),
+          static_cast<std::size_t>(std::clamp(end, 0.0, scans))};
+}
+
+std::vector<WaveformView::Extremes> WaveformView::ExtremesOf(ScanRange scans) const {
+  std::vector<Extremes> extremes(channels_.size());
+  for (std::size_t scan = scans.begin; scan < scans.end; ++scan) {
+    const CTsRecRow row = record_.Row(scan);
+    for (std::size_t trace = 0; trace < extremes.size(); ++trace) {
+      const double held = row.Held(trace);
+      Extremes& of = extremes[trace];
+      of = scan == scans.begin ? Extremes{held, held}
+                               : Extremes{std::min(of.low, held), std::max(of.high, held)};
+    }
+  }
+  return extremes;
+}
+
+ValueRange WaveformView::ValuesOf(std::size_t trace) const {
+  const auto span_of = [this](std::size_t i) {
+    const double span = std::max(scales_[i].high - scales_[i].low, 2 * kOneCount);
+    return span * std::abs(channels_[i].scale);
+  };
+  double span = span_of(trace);
+  if (!settings_.auto_scale) {
+    for (std::size_t i = 0; i < channels_.size(); ++i) {
+      span = channels_[i].unit == channels_[trace].unit ? std::max(span, span_of(i)) : span;
+    }
+  }
+  const double middle = (scales_[trace].low / 2 + scales_[trace].high / 2) * channels_[trace].scale;
+  const double half = span * (0.5 + kMargin) / settings_.zoom;
+  return {middle - half, middle + half};
+}
+
+double WaveformView::Value(std::size_t scan, std::size_t trace) const {
+  return record_.Row(scan).Held(trace) * channels_[trace].scale;
+}
+
+std::vector<WaveformTrace> WaveformView::Traces(int pixels) const {
+  std::vector<WaveformTrace> traces(channels_.size());
+  ScanRange scans = VisibleScans();
+  // One scan beyond each edge, so that the line reaches it.
+  scans.begin -= scans.begin > 0 ? 1 : 0;
+  scans.end += scans.end < record_.Scans() ? 1 : 0;
+  const std::size_t count = scans.end - scans.begin;
+  const auto columns = std::min(static_cast<std::size_t>(std::max(pixels, 1)), count);
+  for (WaveformTrace& trace : traces) {
+    trace.times.reserve(2 * columns);
+    trace.values.reserve(2 * columns);
+  }
+  const auto put = [&](std::size_t scan, std::size_t trace) {
+    traces[trace].times.push_back(TimeOf(scan));
+    traces[trace].values.push_back(Value(scan, trace));
+  };
+  std::vector<Peaks> peaks(traces.size());
+  for (std::size_t column = 0; column < columns; ++column) {
+    const std::size_t begin = scans.begin + count * column / columns;
+    const std::size_t end = scans.begin + count * (column + 1) / columns;
+    std::fill(peaks.begin(), peaks.end(), Peaks{begin, begin});
+    for (std::size_t scan = begin + 1; scan < end; ++scan) {
+      const CTsRecRow row = record_.Row(scan);
+      for (std::size_t trace = 0; trace < peaks.size(); ++trace) {
+        Peaks& of = peaks[trace];
+        const std::int32_t held = row.Held(trace);
+        of.low = held < record_.Row(of.low).Held(trace) ? scan : of.low;
+        of.high = held > record_.Row(of.high).Held(trace) ? scan : of.high;
+      }
+    }
+    for (std::size_t trace = 0; trace < peaks.size(); ++trace) {
+      const auto [first, last] = std::minmax(peaks[trace].low, peaks[trace].high);
+      put(first, trace);
+      if (last != first) {
+        put(last, trace);
+      }
+    }
+  }
+  return traces;
+}
+
+std::optional<WaveformReading> WaveformView::Reading(Cursor cursor) const {
+  if (!cursors_[cursor] || record_.Scans() == 0) {
+    return std::nullopt;
+  }
+  const auto last = static_cast<double>(record_.Scans() - 1);
+  WaveformReading reading;
+  reading.scan = static_cast<std::size_t>(
+      std::clamp(std::round(*cursors_[cursor] / seconds_per_scan_), 0.0, last));
+  reading.time = TimeOf(reading.scan);
+  for (std::size_t trace = 0; trace < channels_.size(); ++trace) {
+    reading.values.push_back(Value(reading.scan, trace));
+  }
+  return reading;
+}
+
+std::string WaveformView::CursorText() const {
+  const auto first = Reading(kFirstCursor);
+  const auto second = Reading(kSecondCursor);
+  std::string text;
+  const auto add_line = [&](const std::string& label, auto value_of) {
+    text.append(label);
+    for (const auto& reading : {first, second}) {
+      if (reading) {
+        text.append("\t").append(FormatReal(value_of(*reading)));
+      }
+    }
+    if (first && second) {
+      text.append("\t").append(FormatReal(value_of(*second) - value_of(*first)));
+    }
+    text.append("\n");
+  };
+  if (first || second) {
+    add_line(TimeLabel(), [](const WaveformReading& reading) { return reading.time; });
+    for (std::size_t i = 0; i < channels_.size(); ++i) {
+      add_line(channels_[i].Label(), [i](const WaveformReading& r) { return r.values[i]; });
+    }
+  }
+  return text;
+}
+
+std::string WaveformView::VisibleText() const {
+  std::string text = TimeLabel();
+  for (const WaveformChannel& channel : channels_) {
+    text.append("\t").append(channel.Label());
+  }
+  text.append("\n");
+  const ScanRange scans = VisibleScans();
+  for (std::size_t scan = scans.begin; scan < scans.end; ++scan) {
+    text.append(FormatReal(TimeOf(scan)));
+    for (std::size_t trace = 0; trace < channels_.size(); ++trace) {
+      text.append("\t").append(FormatReal(Value(scan, trace)));
+    }
+    text.append("\n");
+  }
+  return text;
+}
+
+}  // namespace orvane

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_TIMESERIES_WAVEFORM_VIEW_H_
+#define ORVANE_TIMESERIES_WAVEFORM_VIEW_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "timeseries/ts_file.h"
+#include "timeseries/waveform_channels.h"
+
+namespace orvane {
+
+/// How records are shown and stepped through; the dialog "Wavefrom Display Parameters" edits it.
+struct WaveformSettings {
+  double timer_seconds = 2;  ///< between records while auto play is on
+  double zoom = 1;           ///< of the traces, vertically
+  bool auto_scale = true;    ///< each trace fills its place; off: the scales stay as they are
+  bool auto_play = false;
+
+  static constexpr double kMinZoom = 0.01;
+  static constexpr double kMaxZoom = 1e6;
+  static constexpr double kMinTimer = 0.1;
+  static constexpr double kMaxTimer = 3600;
+};
+
+struct ValueRange {
+  double low = 0;
+  double high = 0;
+};
+
+/// A line to draw: times in seconds from the start of the record and values in the label's unit.
+struct WaveformTrace {
+  std::vector<double> times;
+  std::vector<double> values;
+};
+
+/// What a cursor reads: the scan nearest to it.
+struct WaveformReading {
+  std::size_t scan = 0;
+  double time = 0;
+  std::vector<double> values;  ///< one for each trace
+};
+
+/// A waveform on display, all but the drawing: an open file, the record shown, the part of it that
+/// is visible, cursors, texts. Times are seconds from the record's start; without a sample rate a
+/// scan counts as one. At most 12 channels are drawn.
+class WaveformView {
+ public:
+  static constexpr std::size_t kMaxTraces = kMaxTsChannels;
+  enum Cursor { kFirstCursor, kSecondCursor };
+
+  /// Opens a file and shows its first record. Where that fails the view is empty, and
+  /// `File().Message()` and `File().Reason()` tell why. Settings stay.
+  [[nodiscard]] bool Open(const std::filesystem::path& path, const TsFile::Options& options);
+  [[nodiscard]] bool Open(const std::filesystem::path& path) { return Open(path, {}); }
+  void Close();
+  bool IsOpen() const { return is_open_; }
+  const TsFile& File() const { return file_; }
+
+  /// Paging goes through all records, bad ones included. False, and nothing changes, where there is
+  /// no such record.
+  bool GoTo(std::uint64_t number);
+  bool Next() { return GoTo(number_ + 1); }
+  bool Previous() { return number_ > 0 && GoTo(number_ - 1); }
+  bool First() { return GoTo(1); }
+  bool Last() { return GoTo(file_.Count()); }
+  bool NextBad() { return GoTo(file_.NextBad(number_)); }
+  /// Number of the record shown, from 1; 0: none.
+  std::uint64_t Number() const { return number_; }
+  std::uint64_t Count() const { return file_.Count(); }
+  const CTsRec& Record() const { return record_; }
+  /// Why the record shown could not be read, or not whole; empty if it could.
+  const std::string& Problem() const { return problem_; }
+
+  const WaveformSettings& Settings() const { return settings_; }
+  /// Values out of their limits are brought to the nearest allowed.
+  void SetSettings(const WaveformSettings& settings);
+  void ZoomValues(double factor);
+  bool HasSmallUnit() const { return units_.has_small_unit; }
+  void SetSmallUnit(bool has_small_unit);
+  void SetRecordGain(RecordGain record_gain);
+
+  std::string TitleText() const;
+  /// "3 / 300", and where there are bad records "first bad at 3".
+  std::string StatusBarText() const;
+  std::size_t TraceCount() const { return channels_.size(); }
+  const WaveformChannel& Channel(std::size_t trace) const { return channels_[trace]; }
+  /// The status line under the label; begins with a newline.
+  std::string StatusText(std::size_t trace) const;
+  bool IsBad() const { return !file_.IsBandFile() && record_.Header().IsBad(); }
+
+  /// "Time (s)", or "Scan" without a sample rate.
+  std::string TimeLabel() const;
+  double TimeOf(std::size_t scan) const { return static_cast<double>(scan) * seconds_per_scan_; }
+  /// Time of the last scan; for fewer than two scans that of one.
+  double EndTime() const;
+  ValueRange VisibleTimes() const { return visible_; }
+  /// Shows a part of the record, moved and narrowed so that it lies in it; never less than one
+  /// scan's time.
+  void ShowTimes(double from, double to);
+  void ShowAllTimes() { ShowTimes(0, EndTime()); }
+  /// Narrows by a factor above 1, widens by one below; `center` keeps its place.
+  void ZoomTimes(double factor, double center);
+  void PanTimes(double seconds);
+
+  /// The value axis of a trace. With auto scale it fits what is visible of the trace; without, it
+  /// is what it was when that was switched off, and traces of one unit span the same. The zoom
+  /// factor narrows it around its middle.
+  ValueRange ValuesOf(std::size_t trace) const;
+
+  /// The visible part of every trace as lines for so many pixels: every scan where there is room,
+  /// else least and greatest value of each pixel's scans, where they stand.
+  std::vector<WaveformTrace> Traces(int pixels) const;
+
+  void SetCursor(Cursor cursor, std::optional<double> time) { cursors_[cursor] = time; }
+  /// None without a cursor or without scans.
+  std::optional<WaveformReading> Reading(Cursor cursor) const;
+  /// What both cursors read and the difference, a line for the time and for each trace, with tabs;
+  /// empty without cursors.
+  std::string CursorText() const;
+
+  /// The scans in the visible times as text: a line of labels, then one for each scan, with tabs.
+  std::string VisibleText() const;
+
+ private:
+  struct Extremes {
+    double low = 0;  // held values
+    double high = 0;
+  };
+  struct ScanRange {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+  };
+
+  void UpdateChannels();
+  void UpdateScales();
+  bool HasSameChannels(const std::vector<WaveformChannel>& before) const;
+  std::vector<Extremes> ExtremesOf(ScanRange scans) const;
+  ScanRange VisibleScans() const;
+  double Value(std::size_t scan, std::size_t trace) const;
+
+  TsFile file_;
+  bool is_open_ = false;
+  std::uint64_t number_ = 0;
+  CTsRec record_;
+  std::string problem_;
+  WaveformSettings settings_;
+  WaveformUnits units_;
+  std::vector<WaveformChannel> channels_;
+  std::vector<Extremes> whole_;   // of the record
+  std::vector<Extremes> scales_;  // what the value axes fit
+  double seconds_per_scan_ = 1;
+  ValueRange visible_;
+  std::array<std::optional<double>, 2> cursors_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_TIMESERIES_WAVEFORM_VIEW_H_

@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/widgets/waveform_display.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <limits>
+
+#include "core/number_text.h"
+#include "timeseries/widgets/waveform_dlg.h"
+#include "ui/byte_text.h"
+#include "ui/plot_theme.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+constexpr double kZoomStep = 1.5;
+constexpr double kPanStep = 0.1;  // of what is visible
+constexpr int kMilliseconds = 1000;
+
+QString Number(double value) { return QString::fromStdString(FormatReal(value, 7)); }
+
+}  // namespace
+
+CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
+    : CDisplay(parent),
+      prompts_(prompts),
+      bar_(new QToolBar(this)),
+      plot_(new WaveformPlot(&view_, this)),
+      readings_(new QTableWidget(this)),
+      number_(new QSpinBox(this)) {
+  setObjectName(QStringLiteral("waveform-display"));
+  setAccessibleName(QStringLiteral("Waveform"));
+  setFocusPolicy(Qt::StrongFocus);
+  bar_->setAccessibleName(QStringLiteral("Waveform tools"));
+  bar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  AddPaging();
+  AddViewing();
+  AddSaving();
+
+  readings_->setObjectName(QStringLiteral("readings"));
+  readings_->setAccessibleName(QStringLiteral("Cursor readings"));
+  readings_->setColumnCount(4);
+  readings_->setHorizontalHeaderLabels({QString(), QStringLiteral("Cursor 1"),
+                                        QStringLiteral("Cursor 2"), QStringLiteral("Difference")});
+  readings_->verticalHeader()->hide();
+  readings_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  readings_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  readings_->hide();
+
+  halves_ = new QSplitter(this);
+  halves_->addWidget(plot_);
+  halves_->addWidget(readings_);
+  halves_->setStretchFactor(0, 1);
+  halves_->setChildrenCollapsible(false);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(bar_);
+  layout->addWidget(halves_, 1);
+  connect(plot_, &WaveformPlot::Changed, this, &CWaveformDisplay::ShowReadings);
+  connect(&timer_, &QTimer::timeout, this, [this] {
+    if (!view_.Next()) {
+      TogglePlay();  // the end
+    }
+    ShowView();
+  });
+}
+
+QAction* CWaveformDisplay::Add(const char* text, const char* name, const char* tip,
+                               const QKeySequence& key, std::function<void()> act) {
+  auto* action = new QAction(QString::fromLatin1(text), this);
+  action->setObjectName(QString::fromLatin1(name));
+  action->setShortcut(key);
+  action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  const QString keys = key.toString(QKeySequence::NativeText);
+  action->setToolTip(QString::fromLatin1(tip) +
+                     (keys.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(keys)));
+  connect(action, &QAction::triggered, this, std::move(act));
+  addAction(action);
+  bar_->addAction(action);
+  return action;
+}
+
+void CWaveformDisplay::AddPaging() {
+  Add("First", "first", "First segment", Qt::CTRL | Qt::Key_Home, [this] { Page(view_.First()); });
+  Add("Previous", "previous", "Segment before", Qt::Key_PageUp, [this] { ScrollBack(); });
+  number_->setObjectName(QStringLiteral("segment"));
+  number_->setAccessibleName(QStringLiteral("Segment"));
+  number_->setToolTip(QStringLiteral("Number of the segment shown"));
+  number_->setKeyboardTracking(false);
+  connect(number_, &QSpinBox::valueChanged, this, [this](int number) {
+    Page(number > 0 && view_.GoTo(static_cast<std::uint64_t>(number)));
+    setFocus();
+  });
+  bar_->addWidget(number_);
+  Add("Next", "next", "Segment behind", Qt::Key_PageDown, [this] { ScrollForward(); });
+  Add("Last", "last", "Last segment", Qt::CTRL | Qt::Key_End, [this] { Page(view_.Last()); });
+  Add("Next bad", "next-bad", "Next segment that the box marked as bad", Qt::Key_B,
+      [this] { Page(view_.NextBad()); });
+  auto_play_ = Add("Auto play", "auto-play", "Step through the segments by the timer", Qt::Key_P,
+                   [this] { TogglePlay(); });
+  auto_play_->setCheckable(true);
+  bar_->addSeparator();
+}
+
+void CWaveformDisplay::AddViewing() {
+  Add("Zoom in", "zoom-in", "Less time; by the mouse: wheel", Qt::Key_Plus,
+      [this] { Zoom(kZoomStep); });
+  Add("Zoom out", "zoom-out", "More time", Qt::Key_Minus, [this] { Zoom(1 / kZoomStep); });
+  Add("All", "all", "The whole segment", Qt::Key_0, [this] {
+    view_.ShowAllTimes();
+    ShowView();
+  });
+  Add("Taller", "taller", "Larger traces; by the mouse: Ctrl and wheel", Qt::Key_Up,
+      [this] { ZoomValues(kZoomStep); });
+  Add("Flatter", "flatter", "Smaller traces", Qt::Key_Down, [this] { ZoomValues(1 / kZoomStep); });
+  auto_scale_ = Add("Auto scale", "auto-scale", "Scale each trace to its place", Qt::Key_A,
+                    [this] { ToggleAutoScale(); });
+  auto_scale_->setCheckable(true);
+  auto_scale_->setChecked(view_.Settings().auto_scale);
+  small_unit_ =
+      Add("Microvolt", "small-unit", "Electric channels in microvolts", Qt::Key_U, [this] {
+        view_.SetSmallUnit(small_unit_->isChecked());
+        ShowView();
+      });
+  small_unit_->setCheckable(true);
+  bar_->addSeparator();
+}
+
+void CWaveformDisplay::AddSaving() {
+  Add("Copy", "copy", "Copy what is visible as text", QKeySequence::Copy, [this] { Copy(); });
+  Add("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
+      Qt::CTRL | Qt::Key_P, [this] { Save(); });
+  Add("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
+    if (!RemoveCursors()) {
+      emit CloseAsked();
+    }
+  });
+}
+
+bool CWaveformDisplay::Open(const QString& path) {
+  const bool is_open = view_.Open(PathFromText(path));
+  if (!is_open) {
+    prompts_->ShowWarning("File Open Error", view_.File().Message());
+    emit Told(QString::fromStdString(view_.File().Reason()));
+    return false;
+  }
+  number_->setRange(
+      view_.Count() == 0 ? 0 : 1,
+      static_cast<int>(std::min<std::uint64_t>(view_.Count(), std::numeric_limits<int>::max())));
+  if (const std::string bad = view_.File().BadRecordText(); !bad.empty()) {
+    prompts_->ShowWarning("Orvane", bad);
+  }
+  ShowView();
+  return true;
+}
+
+QString CWaveformDisplay::Title() const { return TextFromPath(view_.File().Path().filename()); }
+
+void CWaveformDisplay::ShowView() {
+  plot_->ShowView();
+  ShowReadings();
+  const QSignalBlocker blocker(number_);
+  number_->setValue(
+      static_cast<int>(std::min<std::uint64_t>(view_.Number(), std::numeric_limits<int>::max())));
+}
+
+void CWaveformDisplay::ShowReadings() {
+  const auto first = view_.Reading(WaveformView::kFirstCursor);
+  const auto second = view_.Reading(WaveformView::kSecondCursor);
+  const bool was_hidden = readings_->isHidden();
+  readings_->setVisible(first || second);
+  const auto rows = static_cast<int>(view_.TraceCount()) + 1;
+  readings_->setRowCount(first || second ? rows : 0);
+  const auto value = [](const auto& reading, int row) {
+    return row == 0 ? reading->time : reading->values[static_cast<std::size_t>(row) - 1];
+  };
+  for (int row = 0; row < readings_->rowCount(); ++row) {
+    const QString label = TextFromBytes(
+        row == 0 ? view_.TimeLabel() : view_.Channel(static_cast<std::size_t>(row) - 1).Label());
+    const std::array<QString, 4> texts = {
+        label, first ? Number(value(first, row)) : QString(),
+        second ? Number(value(second, row)) : QString(),
+        first && second ? Number(value(second, row) - value(first, row)) : QString()};
+    for (int column = 0; column < 4; ++column) {
+      auto* item = new QTableWidgetItem(texts[static_cast<std::size_t>(column)]);
+      item->setTextAlignment(column == 0 ? Qt::AlignLeft | Qt::AlignVCenter
+                                         : Qt::AlignRight | Qt::AlignVCenter);
+      readings_->setItem(row, column, item);
+    }
+  }
+  if (was_hidden && (first || second)) {
+    readings_->resizeColumnsToContents();
+    const int wanted = readings_->horizontalHeader()->length() + 24;
+    halves_->setSizes({halves_->width() - wanted, wanted});
+  }
+  const QString problem = QString::fromStdString(view_.Problem());
+  emit Told(TextFromBytes(view_.StatusBarText()) +
+            (problem.isEmpty() ? QString() : QStringLiteral(" - ") + problem));
+}
+
+void CWaveformDisplay::Page(bool is_other) {
+  if (is_other) {
+    ShowView();
+  }
+}
+
+void CWaveformDisplay::Zoom(double factor) {
+  const auto reading = view_.Reading(WaveformView::kFirstCursor);
+  const ValueRange times = view_.VisibleTimes();
+  const bool is_visible = reading && reading->time >= times.low && reading->time <= times.high;
+  view_.ZoomTimes(factor, is_visible ? reading->time : (times.low + times.high) / 2);
+  ShowView();
+}
+
+void CWaveformDisplay::ZoomValues(double factor) {
+  view_.ZoomValues(factor);
+  ShowView();
+}
+
+void CWaveformDisplay::Pan(double share) {
+  const ValueRange times = view_.VisibleTimes();
+  view_.PanTimes((times.high - times.low) * share);
+  ShowView();
+}
+
+// The first step puts the cursor into the middle; it takes what is visible along.
+void CWaveformDisplay::MoveCursor(WaveformView::Cursor cursor, int scans) {
+  const auto reading = view_.Reading(cursor);
+  const ValueRange times = view_.VisibleTimes();
+  double time = (times.low + times.high) / 2;
+  if (reading) {
+    const auto scan = static_cast<std::int64_t>(reading->scan) + scans;
+    time = view_.TimeOf(static_cast<std::size_t>(std::max<std::int64_t>(scan, 0)));
+  }
+  view_.SetCursor(cursor, time);
+  if (time < times.low || time > times.high) {
+    view_.PanTimes(time < times.low ? time - times.low : time - times.high);
+  }
+  ShowView();
+}
+
+void CWaveformDisplay::ToggleAutoScale() {
+  WaveformSettings settings = view_.Settings();
+  settings.auto_scale = !settings.auto_scale;
+  view_.SetSettings(settings);
+  FollowSettings();
+}
+
+void CWaveformDisplay::TogglePlay() {
+  WaveformSettings settings = view_.Settings();
+  settings.auto_play = !settings.auto_play;
+  view_.SetSettings(settings);
+  FollowSettings();
+}
+
+void CWaveformDisplay::FollowSettings() {
+  const WaveformSettings& settings = view_.Settings();
+  auto_scale_->setChecked(settings.auto_scale);
+  auto_play_->setChecked(settings.auto_play);
+  timer_.stop();
+  if (settings.auto_play) {
+    timer_.start(static_cast<int>(settings.timer_seconds * kMilliseconds));
+  }
+  ShowView();
+}
+
+void CWaveformDisplay::EditSettings() {
+  WaveformForm form(view_);
+  timer_.stop();
+  CWaveformDlg(&form, &view_, prompts_, this).exec();
+  FollowSettings();
+}
+
+void CWaveformDisplay::Copy() {
+  QApplication::clipboard()->setText(TextFromBytes(view_.VisibleText()));
+  emit Told(QStringLiteral("The visible scans were copied as text"));
+}
+
+void CWaveformDisplay::Save() {
+  const QString name =
+      TextFromPath(view_.File().Path().stem()) + QStringLiteral("-%1").arg(view_.Number());
+  AskAndSavePlot(plot_->Plot(), name, this);
+}
+
+bool CWaveformDisplay::RemoveCursors() {
+  bool had_any = false;
+  for (const auto cursor : {WaveformView::kFirstCursor, WaveformView::kSecondCursor}) {
+    had_any = had_any || view_.Reading(cursor).has_value();
+    view_.SetCursor(cursor, std::nullopt);
+  }
+  ShowView();
+  return had_any;
+}
+
+void CWaveformDisplay::keyPressEvent(QKeyEvent* event) {
+  const bool has_shift = (event->modifiers() & Qt::ShiftModifier) != 0;
+  const bool has_control = (event->modifiers() & Qt::ControlModifier) != 0;
+  const int direction = event->key() == Qt::Key_Left ? -1 : event->key() == Qt::Key_Right ? 1 : 0;
+  constexpr int kLeap = 10;
+  if (direction == 0) {
+    CDisplay::keyPressEvent(event);
+  } else if (has_shift) {
+    MoveCursor(WaveformView::kSecondCursor, has_control ? kLeap * direction : direction);
+  } else if (has_control) {
+    MoveCursor(WaveformView::kFirstCursor, direction);
+  } else {
+    Pan(kPanStep * direction);
+  }
+}
+
+void CWaveformDisplay::contextMenuEvent(QContextMenuEvent* event) {
+  QMenu menu(this);
+  menu.addActions(actions());
+  menu.exec(event->globalPos());
+}
+
+}  // namespace orvane

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_TIMESERIES_WIDGETS_WAVEFORM_DISPLAY_H_
+#define ORVANE_TIMESERIES_WIDGETS_WAVEFORM_DISPLAY_H_
+
+#include <QAction>
+#include <QLabel>
+#include <QSpinBox>
+#include <QSplitter>
+#include <QTableWidget>
+#include <QTimer>
+#include <QToolBar>
+
+#include "forms/prompts.h"
+#include "timeseries/waveform_view.h"
+#include "timeseries/widgets/waveform_plot.h"
+#include "ui/display.h"
+
+namespace orvane {
+
+/// A waveform file on display: one record at a time, with a tool bar, a table of what the cursors
+/// read, and keys for everything.
+class CWaveformDisplay : public CDisplay {
+  Q_OBJECT
+
+ public:
+  explicit CWaveformDisplay(Prompts* prompts, QWidget* parent = nullptr);
+
+  /// Opens a file. False where that fails; the messages are shown.
+  bool Open(const QString& path);
+  WaveformView& View() { return view_; }
+
+  QString Title() const override;
+  void ScrollBack() override { Page(view_.Previous()); }
+  void ScrollForward() override { Page(view_.Next()); }
+  /// The dialog "Wavefrom Display Parameters".
+  void EditSettings();
+  /// Draws the view anew and tells the status bar where it stands.
+  void ShowView();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+
+ private:
+  QAction* Add(const char* text, const char* name, const char* tip, const QKeySequence& key,
+               std::function<void()> act);
+  void AddPaging();
+  void AddViewing();
+  void AddSaving();
+  void Page(bool is_other);
+  void Zoom(double factor);
+  void ZoomValues(double factor);
+  void Pan(double share);
+  void MoveCursor(WaveformView::Cursor cursor, int scans);
+  void ToggleAutoScale();
+  void TogglePlay();
+  void FollowSettings();
+  void ShowReadings();
+  void Copy();
+  void Save();
+  bool RemoveCursors();
+
+  Prompts* prompts_;
+  WaveformView view_;
+  QToolBar* bar_;
+  WaveformPlot* plot_;
+  QTableWidget* readings_;
+  QSplitter* halves_ = nullptr;
+  QSpinBox* number_;
+  QAction* auto_play_ = nullptr;
+  QAction* auto_scale_ = nullptr;
+  QAction* small_unit_ = nullptr;
+  QTimer timer_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_TIMESERIES_WIDGETS_WAVEFORM_DISPLAY_H_

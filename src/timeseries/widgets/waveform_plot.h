@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_TIMESERIES_WIDGETS_WAVEFORM_PLOT_H_
+#define ORVANE_TIMESERIES_WIDGETS_WAVEFORM_PLOT_H_
+
+#include <QWidget>
+#include <array>
+#include <vector>
+
+#include "timeseries/waveform_view.h"
+
+class QCPAxisRect;
+class QCPGraph;
+class QCPItemStraightLine;
+class QCPTextElement;
+class QCustomPlot;
+
+namespace orvane {
+
+/// Draws what a `WaveformView` shows: a title, below it one strip for each trace with its label and
+/// status at the left, one time axis at the bottom, and the cursors. Mouse: the wheel zooms the
+/// time where the mouse is, with Ctrl the values; dragging pans; a click sets the first cursor,
+/// with Shift the second.
+class WaveformPlot : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The view must outlive the plot.
+  WaveformPlot(WaveformView* view, QWidget* parent);
+
+  /// Draws the view anew, whatever of it has changed.
+  void ShowView();
+  QCustomPlot* Plot() { return plot_; }
+
+ signals:
+  /// The user changed the visible times or a cursor of the view.
+  void Changed();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  struct Strip {
+    QCPAxisRect* axes = nullptr;
+    QCPTextElement* label = nullptr;
+    QCPGraph* graph = nullptr;
+    std::array<QCPItemStraightLine*, 2> cursors{};
+  };
+
+  void MakeStrips(std::size_t count);
+  Strip MakeStrip(int row);
+  void ShowStrip(std::size_t trace, WaveformTrace line);
+  void ShowCursors(const Strip& strip);
+  void FollowTheme();
+  bool OnWheel(const QWheelEvent& event);
+  bool OnPress(const QMouseEvent& event);
+  bool OnMove(const QMouseEvent& event);
+  bool OnRelease(const QMouseEvent& event);
+  double TimeAt(double pixel) const;
+  int PlotWidth() const;
+
+  WaveformView* view_;
+  QCustomPlot* plot_;
+  QCPTextElement* title_ = nullptr;
+  std::vector<Strip> strips_;
+  int drawn_height_ = 0;  // of the first strip
+  // While a button is held: where it went down, what was visible then, and whether it was a drag.
+  double press_x_ = 0;
+  ValueRange press_times_;
+  bool is_pressed_ = false;
+  bool is_dragging_ = false;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_TIMESERIES_WIDGETS_WAVEFORM_PLOT_H_

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/plot_theme.h"
+
+#include <qcustomplot.h>
+
+#include <QBuffer>
+#include <QDir>
+#include <QMessageBox>
+#include <QPdfWriter>
+#include <QSettings>
+#include <QSvgGenerator>
+#include <array>
+
+#include "core/file_io.h"
+#include "ui/file_dialogs.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+const QString kFolder = QStringLiteral("Folders/Pictures");
+
+// Draws with a painter that keeps lines as lines.
+void DrawPlot(QCustomPlot* plot, QPaintDevice* device, const QSize& size, double scale) {
+  QCPPainter painter;
+  painter.begin(device);
+  painter.setMode(QCPPainter::pmVectorized);
+  painter.setMode(QCPPainter::pmNoCaching);
+  painter.scale(scale, scale);
+  painter.fillRect(QRect(QPoint(), size), plot->palette().brush(QPalette::Window));
+  plot->toPainter(&painter, size.width(), size.height());
+  painter.end();
+}
+
+void WritePdf(QCustomPlot* plot, QBuffer* buffer) {
+  constexpr int kDotsPerInch = 1200;
+  const QSize size = plot->size();
+  QPdfWriter writer(buffer);
+  writer.setResolution(kDotsPerInch);
+  const double pixels_per_inch = plot->logicalDpiX();
+  writer.setPageSize(QPageSize(QSizeF(size) / pixels_per_inch, QPageSize::Inch));
+  writer.setPageMargins(QMarginsF());
+  DrawPlot(plot, &writer, size, kDotsPerInch / pixels_per_inch);
+}
+
+void WriteSvg(QCustomPlot* plot, QBuffer* buffer) {
+  QSvgGenerator generator;
+  generator.setOutputDevice(buffer);
+  generator.setSize(plot->size());
+  generator.setViewBox(QRect(QPoint(), plot->size()));
+  generator.setTitle(plot->accessibleName());
+  DrawPlot(plot, &generator, plot->size(), 1);
+}
+
+}  // namespace
+
+void ThemeAxis(QCPAxis* axis, const QPalette& palette, const QFont& font) {
+  const QPen line(palette.color(QPalette::WindowText));
+  axis->setBasePen(line);
+  axis->setTickPen(line);
+  axis->setSubTickPen(line);
+  axis->setTickLabelColor(line.color());
+  axis->setLabelColor(line.color());
+  axis->setTickLabelFont(font);
+  axis->setLabelFont(font);
+  QColor grid = line.color();
+  grid.setAlphaF(0.2F);
+  axis->grid()->setPen(QPen(grid, 0, Qt::DotLine));
+  axis->grid()->setZeroLinePen(QPen(grid, 0, Qt::DotLine));
+}
+
+void ThemePlot(QCustomPlot* plot, const QPalette& palette, const QFont& font) {
+  plot->setBackground(palette.brush(QPalette::Window));
+  for (QCPAxisRect* axes : plot->axisRects()) {
+    axes->setBackground(palette.brush(QPalette::Base));
+    for (QCPAxis* axis : axes->axes()) {
+      ThemeAxis(axis, palette, font);
+    }
+  }
+}
+
+QColor TraceColor(int index, const QPalette& palette) {
+  // Hues that people with a weak sense of red and green can tell apart come first.
+  constexpr auto kHues =
+      std::to_array<int>({214, 28, 158, 330, 48, 190, 268, 8, 96, 300, 234, 130});
+  const bool is_dark = palette.color(QPalette::Base).lightness() < 128;
+  const int hue = kHues[static_cast<std::size_t>(index) % kHues.size()];
+  return is_dark ? QColor::fromHsl(hue, 200, 165) : QColor::fromHsl(hue, 220, 95);
+}
+
+QString SavePlot(QCustomPlot* plot, const QString& path) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  const QString extension = QFileInfo(path).suffix().toLower();
+  if (extension == QLatin1String("pdf")) {
+    WritePdf(plot, &buffer);
+  } else if (extension == QLatin1String("svg")) {
+    WriteSvg(plot, &buffer);
+  } else if (extension == QLatin1String("png")) {
+    plot->toPixmap().save(&buffer, "PNG");
+  } else {
+    return QStringLiteral("%1: pictures are saved as .png, .svg or .pdf")
+        .arg(QDir::toNativeSeparators(path));
+  }
+  buffer.close();
+  const std::string fault =
+      WriteFile(PathFromText(path), std::as_bytes(std::span(bytes.constData(), bytes.size())));
+  return fault.empty() ? QString()
+                       : QDir::toNativeSeparators(path) + QStringLiteral(": ") +
+                             QString::fromStdString(fault);
+}
+
+bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
+  QSettings settings;
+  CFileDialog dialog(QStringLiteral("Save Picture"),
+                     "PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf||",
+                     settings.value(kFolder).toString(), parent);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  const auto choose_suffix = [&dialog](const QString& filter) {
+    dialog.setDefaultSuffix(filter.section(QLatin1Char('.'), -1).chopped(1));
+  };
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, choose_suffix);
+  choose_suffix(dialog.nameFilters().constFirst());
+  dialog.selectFile(name);
+  if (dialog.exec() != QDialog::Accepted) {
+    return false;
+  }
+  settings.setValue(kFolder, dialog.directory().absolutePath());
+  const QString fault = SavePlot(plot, dialog.selectedFiles().constFirst());
+  if (!fault.isEmpty()) {
+    QMessageBox::warning(parent, QStringLiteral("Orvane"), fault);
+  }
+  return fault.isEmpty();
+}
+
+}  // namespace orvane

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What all plots share: colours and fonts of the desktop's theme, and saving.
+#ifndef ORVANE_UI_PLOT_THEME_H_
+#define ORVANE_UI_PLOT_THEME_H_
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+#include <QString>
+#include <QWidget>
+
+class QCPAxis;
+class QCustomPlot;
+
+namespace orvane {
+
+/// An axis with its labels, ticks and grid in the palette's colours.
+void ThemeAxis(QCPAxis* axis, const QPalette& palette, const QFont& font);
+
+/// A plot with all its axis rectangles.
+void ThemePlot(QCustomPlot* plot, const QPalette& palette, const QFont& font);
+
+/// The colour of a line: 12 that differ on light and on dark grounds, then the same again.
+QColor TraceColor(int index, const QPalette& palette);
+
+/// Saves a picture of a plot, as its extension says: .png, .svg or .pdf. An empty string, or why it
+/// failed; the old file stays then.
+QString SavePlot(QCustomPlot* plot, const QString& path);
+
+/// Asks for a file in the folder last used and saves there. Adds the extension of the kind chosen
+/// where the name has none. True where a picture was written.
+bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent);
+
+}  // namespace orvane
+
+#endif  // ORVANE_UI_PLOT_THEME_H_

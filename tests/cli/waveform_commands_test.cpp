@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include "support/cli_run.h"
+#include "support/ts_bytes.h"
+
+namespace orvane::testing {
+namespace {
+
+TEST(WaveformCommands, ReadAndConvert) {
+  const TempDir dir;
+  const TsBytes good{.samples = {1, 2}};
+  const TsBytes bad{.frequency = 0.5, .samples = {3}, .status = 6, .scans = 3};
+  WriteAll(dir / "a.TSS", good.Bytes() + bad.Bytes());
+  const Outcome missing = RunCli(dir, "waveform info a.TSS");
+  EXPECT_EQ(missing.exit_code, 1);
+  EXPECT_NE(missing.err.find("Failed to open file a.TBL!"), std::string::npos) << missing.err;
+
+  const std::string info =
+      "header\t252\nrecords\t2\nbad records\t1\nbad at\t2\n"
+      "record\toffset\ttime\tbox\tchannels\tscans\tscans in file\tbytes per sample\trate "
+      "(Hz)\tstatus\ttrailing scans\tfrequency (Hz)\n"
+      "1\t0\t2009/06/30 03:04:05\t2417\t1\t2\t2\t3\t2400\t0\t0\t4\n"
+      "2\t258\t2009/06/30 03:04:05\t2417\t1\t3\t1\t3\t2400\t6\t0\t0.5\n";
+  EXPECT_EQ(RunCli(dir, "waveform info --header 252 a.TSS").out, info);
+  WriteAll(dir / "A.tbl", HeaderV2() + RecordV2("VER", 0, StrPT, "5A"));
+  const Outcome titles = RunCli(dir, "waveform titles --header 252 a.TSS");
+  EXPECT_EQ(titles.err, "orvane-cli: There are 1 bad records starting at segment2!\n");
+  EXPECT_EQ(titles.out,
+            "Freq(Hz):    4.0000, Sample Rate:  2400.0,  Scans: 2,  Time: 2009/06/30 03:04:05,  "
+            "(1 / 2 )\n"
+            "Freq(Hz):    0.5000, Sample Rate:  2400.0,  Scans: 3,  Time: 2009/06/30 03:04:05,  "
+            "(2 / 2 )\n");
+  EXPECT_EQ(RunCli(dir, "waveform info a.TSS").out.substr(0, 11), "header\t196\n");
+
+  const Outcome stack = RunCli(dir, "waveform restack a.TSS --out o");
+  EXPECT_EQ(stack.exit_code, 0);
+  EXPECT_EQ(stack.out, "o/A.TSK\n");
+  EXPECT_NE(stack.err.find("\"VER\" 5A"), std::string::npos) << stack.err;
+  EXPECT_NE(stack.err.find("record 2"), std::string::npos) << stack.err;
+  EXPECT_EQ(ReadAll(dir / "o/A.TSK").substr(252), Little(1, 3) + Little(2, 3));
+  EXPECT_EQ(RunCli(dir, "waveform text a.TSS none.TSS").exit_code, 1);
+  EXPECT_EQ(ReadAll(dir / "a.txt").substr(0, 22), " Time:                ");
+  EXPECT_EQ(RunCli(dir, "waveform text --header 100 a.TSS").exit_code, 2);
+}
+
+}  // namespace
+}  // namespace orvane::testing

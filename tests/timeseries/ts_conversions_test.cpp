@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Text and stack of whole files, against bytes put together here.
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "support/temp_dir.h"
+#include "support/ts_bytes.h"
+#include "timeseries/restack.h"
+#include "timeseries/ts_text.h"
+
+namespace orvane::testing {
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+
+struct Outcome {
+  BatchResult result;
+  std::string bytes;
+};
+
+// The result must not depend on the threads.
+Outcome Convert(const Conversion& conversion, const char* name, const std::string& bytes) {
+  Outcome outcome;
+  for (const unsigned threads : {3U, 1U}) {
+    const TempDir dir;
+    WriteAll(dir / name, bytes);
+    const std::atomic<bool> stop = false;
+    std::atomic<std::uint64_t> done = 0;
+    BatchTask task(dir / name, {dir / "out"}, false, &stop, &done);
+    task.AllowThreads(threads);
+    outcome.result = conversion.job(task);
+    const std::string written = outcome.result.IsDone() ? ReadAll(dir / "out") : "nothing";
+    EXPECT_TRUE(threads == 3 || written == outcome.bytes);
+    outcome.bytes = written;
+  }
+  return outcome;
+}
+
+std::string Restacked(const std::string& bytes, std::string* note = nullptr) {
+  // Room for two sums at a time: the other frequencies take further passes.
+  const Outcome outcome = Convert(Restack(16), "A.TSS", bytes);
+  EXPECT_TRUE(outcome.result.IsDone()) << outcome.result.text;
+  if (note != nullptr) {
+    *note = outcome.result.text;
+  }
+  return outcome.bytes;
+}
+
+// What a result looks like: 3 bytes a sample, nothing trailing, bytes 25 and 51 zero.
+std::string Result(TsBytes record) {
+  record.width = 3;
+  record.trailing = 0;
+  std::string bytes = record.Bytes();
+  bytes[25] = bytes[51] = 0;
+  return bytes;
+}
+
+TEST(Restack, NamesOfFiles) {
+  EXPECT_EQ(RestackName("C:\\Data\\site1.tss"), "C:\\DATA\\SITE1.TSK");
+  EXPECT_EQ(RestackName("Data.tss/site1.Tss"), "Data.tss/SITE1.TSK");
+  EXPECT_EQ(TsTextName("C:\\DATA\\SITE1.TS3"), "c:\\data\\site1_TS3.txt");
+  EXPECT_EQ(TsTextName("C:\\DATA.1\\SITE"), "c:\\data.1\\site.txt");
+  EXPECT_EQ(TsTextName("Data/A.B/SITE1.TSS"), "Data/A.B/site1.txt");
+  EXPECT_EQ(TsTextName("SITE1.TS0"), "site1.txt");
+}
+
+TEST(Restack, MeansOfEachFrequencyInTheFilesDirection) {
+  const auto one = [](double frequency, std::vector<int> samples) {
+    return TsBytes{.frequency = frequency, .samples = std::move(samples)};
+  };
+  // 256 + 512 + 512 by 3 is 426, and -426 for the negatives: raw 1 and, of the shifted bytes, -2.
+  EXPECT_EQ(Restacked(one(4, {1, -1}).Bytes() + one(4, {2, -2}).Bytes() + one(4, {2, -2}).Bytes()),
+            Result(one(4, {1, -2})));
+  EXPECT_EQ(Restacked(one(4, {1}).Bytes() + one(4.0000001, {3}).Bytes() + one(4, {3}).Bytes()),
+            Result(one(4, {2})) + Result(one(4.0000001, {3})));
+  // 8, 2 (new), 4 (new, the last): descending. -0 is 0, what is no number yields nothing.
+  EXPECT_EQ(Restacked(one(8, {1}).Bytes() + one(2, {2}).Bytes() + one(8, {1}).Bytes() +
+                      one(4, {3}).Bytes() + one(kNone, {9}).Bytes() + one(2, {4}).Bytes()),
+            Result(one(8, {1})) + Result(one(4, {3})) + Result(one(2, {3})));
+  EXPECT_EQ(Restacked(one(-0.0, {2}).Bytes() + one(0.0, {4}).Bytes()), Result(one(-0.0, {3})));
+  // Sums wrap at 32 bits: 2 x 0x7FFFFF00 is -512.
+  EXPECT_EQ(Restacked(one(1, {0x7FFFFF}).Bytes() + one(1, {0x7FFFFF}).Bytes()),
+            Result(one(1, {-1})));
+}
+
+TEST(Restack, RecordsOfOtherShapes) {
+  std::string note;
+  const TsBytes first{.channels = 2, .samples = {1, 2, 3, 4}, .status = 6, .trailing = 1};
+  const TsBytes larger{.channels = 3, .samples = {3, 4, 99, 5, 6, 99, 99, 99, 99}, .width = 4};
+  const TsBytes fewer_scans{.channels = 2, .samples = {99, 99}};
+  const TsBytes fewer_channels{.channels = 1, .samples = {99, 99}};
+  const TsBytes cut{.channels = 2, .samples = {99, 99, 99, 99}};
+  EXPECT_EQ(Restacked(first.Bytes() + larger.Bytes() + fewer_scans.Bytes() +
+                          fewer_channels.Bytes() + cut.Bytes().substr(0, 252 + 11),
+                      &note),
+            Result({.channels = 2, .samples = {2, 3, 4, 5}, .status = 6}));
+  EXPECT_EQ(note,
+            "left out, smaller than the first of their frequency: record 3 4; dropped, the file "
+            "ends within it: record 5");
+  EXPECT_EQ(Restacked(TsBytes{.width = 0, .scans = 5}.Bytes(), &note), "");
+  EXPECT_EQ(Restacked(TsBytes{.channels = 0, .scans = 5}.Bytes()),
+            Result({.channels = 0, .scans = 5}));
+}
+
+std::string HeaderLines(const char* scans, const char* channels, const char* frequency) {
+  return std::string(
+             " Time:                2009/06/30 03:04:05        \n"
+             " Box S/N:             2417\n"
+             " Number of Channels:  ") +
+         channels + "\n Number of Scans:     " + scans + "\n Sampling Rate (Hz):  2400.00     \n" +
+         frequency;
+}
+
+TEST(TsText, ByteForByte) {
+  constexpr const char* kFour = " Frequency (Hz):      4.000000        \n";
+  const std::string two = HeaderLines("2       ", "2       ", kFour) +
+                          "                1          -8388608 \n"
+                          "          8388607               -10 \n";
+  const TsBytes record{.channels = 2, .samples = {1, -8388608, 8388607, -10}, .trailing = 1};
+  EXPECT_EQ(Convert(TsText(), "A.TSS", record.Bytes() + record.Bytes() + "rest").bytes, two + two);
+  TsBytes band{.samples = {}, .header_size = 32};
+  EXPECT_EQ(Convert(TsText(), "A.TS3", band.Bytes()).bytes,
+            HeaderLines("0       ", "1       ", ""));
+  band.channels = 0;
+  band.scans = 2;
+  EXPECT_EQ(Convert(TsText(), "A.TS3", band.Bytes()).bytes,
+            HeaderLines("2       ", "0       ", "") + "\n\n");
+  // The cut record has the samples that are there, on a line that ends; nothing follows it.
+  const Outcome cut = Convert(TsText(), "A.TSS", record.Bytes().substr(0, 252 + 11));
+  EXPECT_EQ(cut.bytes, HeaderLines("2       ", "2       ", kFour) +
+                           "                1          -8388608 \n"
+                           "          8388607 \n");
+  EXPECT_EQ(cut.result.status, BatchStatus::kDoneWithNote);
+  EXPECT_EQ(Convert(TsText(), "A.TSS", record.Header()).bytes,
+            HeaderLines("2       ", "2       ", kFour));
+  EXPECT_EQ(Convert(TsText(), "A.TSS", TsBytes{.width = 0, .scans = 1}.Bytes() + two).bytes,
+            HeaderLines("1       ", "1       ", kFour));
+  EXPECT_EQ(Convert(TsText(TsHeaderSize::kOld), "A.TSS",
+                    TsBytes{.samples = {70000}, .width = 2, .header_size = 196}.Bytes())
+                .bytes,
+            HeaderLines("1       ", "1       ", " Frequency (Hz):      0.000000        \n") +
+                "             4464 \n");
+}
+
+TEST(TsText, LongRecordsGoThroughManyPieces) {
+  TsBytes record{.channels = 3, .header_size = 32};
+  std::string lines;
+  for (int i = 0; i < 3 * 20000; ++i) {
+    const int sample = (i % 2 == 0 ? 1 : -1) * (i * 139);
+    record.samples.push_back(sample);
+    const std::string digits = std::to_string(sample);
+    lines += " " + std::string(16 - digits.size(), ' ') + digits + (i % 3 == 2 ? " \n" : " ");
+  }
+  const std::string one = HeaderLines("20000   ", "3       ", "") + lines;
+  const std::string none = HeaderLines("0       ", "3       ", "");
+  const std::string empty = TsBytes{.channels = 3, .header_size = 32}.Bytes();
+  EXPECT_TRUE(Convert(TsText(), "A.TS1", record.Bytes() + empty + record.Bytes()).bytes ==
+              one + none + one);
+}
+
+}  // namespace
+}  // namespace orvane::testing

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/waveform_view.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "support/table_help.h"
+#include "support/temp_dir.h"
+#include "support/ts_bytes.h"
+#include "timeseries/waveform_form.h"
+
+namespace orvane::testing {
+namespace {
+
+class WaveformViews : public ::testing::Test {
+ protected:
+  bool Open(const std::string& bytes, const std::string& parameters) {
+    WriteAll(dir_ / "A.TBL", HeaderV2() + RecordV2("TECH", 0, IntPT, "") + parameters);
+    WriteAll(dir_ / "A.TSS", bytes);
+    return view_.Open(dir_ / "A.TSS");
+  }
+  static std::string Channel(int number, const char* name) {
+    return RecordV2("CHDEF" + std::to_string(number), 0, StrPT, name);
+  }
+  static std::string Real(const char* key, double value) {
+    return RecordV2(key, 0, FltPT, RealBytes(value));
+  }
+  TempDir dir_;
+  WaveformView view_;
+};
+
+TEST_F(WaveformViews, NamesUnitsAndScales) {
+  const std::string gains = Channel(1, "Ex1") + Channel(2, "hy") + Channel(3, "Bz") +
+                            Channel(4, "Temp") + RecordV2("EGNC", 0, IntPT, IntBytes(-1)) +
+                            RecordV2("HGNC", 0, IntPT, IntBytes(2));
+  const std::string bytes = TsBytes{.channels = 5, .samples = {1, 1, 1, 1, 1}}.Bytes();
+  // One count is 256 / 2147483392 of "FSCV": a volt where that is 8388607.
+  struct Case {
+    double full_scale;
+    double nominal;
+    bool small;
+    std::vector<std::string> labels;
+    std::vector<double> shown;
+  };
+  for (const auto& [full_scale, nominal, small, labels, shown] :
+       {Case{8388607,
+             2,
+             false,
+             {"Ex1 (mV)", "hy (nT)", "Bz (Micro V)", "Temp", "Ch 5"},
+             {4e3, 1e9 / 16 / 2e6, 1e6 / 16, 1.0 / 16, 1.0 / 16}},
+        Case{8388607,
+             0,
+             true,
+             {"Ex1 (Micro V)", "hy", "Bz (Micro V)", "Temp", "Ch 5"},
+             {4e6, 1, 1e6 / 16, 1.0 / 16, 1.0 / 16}},
+        Case{0, 2, false, {"Ex1", "hy", "Bz", "Temp", "Ch 5"}, {1, 1, 1, 1, 1}},
+        Case{INFINITY, 2, false, {"Ex1", "hy", "Bz", "Temp", "Ch 5"}, {1, 1, 1, 1, 1}}}) {
+    ASSERT_TRUE(Open(bytes, gains + Real("FSCV", full_scale) + Real("HNOM", nominal)));
+    view_.SetSmallUnit(small);
+    ASSERT_EQ(view_.TraceCount(), 5U);
+    for (std::size_t i = 0; i < 5; ++i) {
+      EXPECT_EQ(view_.Channel(i).Label(), labels[i]);
+      EXPECT_DOUBLE_EQ(view_.Channel(i).scale * 256, shown[i]) << labels[i];
+    }
+  }
+}
+
+TEST_F(WaveformViews, TextsAndPaging) {
+  const TsBytes good{.frequency = 0.125, .samples = {-3, 4}};
+  const TsBytes bad{.samples = {9, 9}, .status = 6};
+  ASSERT_TRUE(Open(good.Bytes() + bad.Bytes() + good.Bytes() + bad.Bytes(), ""));
+  EXPECT_EQ(view_.TitleText(),
+            "Freq(Hz):    0.1250, Sample Rate:  2400.0,  Scans: 2,  Time: 2009/06/30 03:04:05,  "
+            "(1 / 4 )");
+  EXPECT_EQ(view_.StatusText(0), "\n ( 7.00      )");
+  EXPECT_EQ(view_.StatusBarText(), "1 / 4, first bad at 2");
+  EXPECT_TRUE(view_.NextBad());
+  EXPECT_EQ(view_.StatusText(0), "\n (Sta: 6 )");
+  EXPECT_TRUE(view_.NextBad());
+  EXPECT_EQ(view_.Number(), 4U);
+  EXPECT_FALSE(view_.Next());
+  EXPECT_FALSE(view_.NextBad());
+  EXPECT_FALSE(view_.GoTo(0));
+  EXPECT_TRUE(view_.First());
+  EXPECT_FALSE(view_.Previous());
+
+  WaveformForm form(view_);
+  form.Model().SetText(WaveformForm::kSegment, "5");
+  form.Model().SetText(WaveformForm::kZoom, "2.5");
+  EXPECT_EQ(form.Validate()->control, WaveformForm::kSegment);
+  form.Commit(&view_);
+  EXPECT_EQ(view_.Number(), 1U);
+  form.Model().SetText(WaveformForm::kSegment, "3");
+  form.Model().SetIndex(WaveformForm::kAutoScale, 0);
+  EXPECT_FALSE(form.Validate());
+  form.Commit(&view_);
+  EXPECT_EQ(view_.Number(), 3U);
+  EXPECT_EQ(view_.Settings().zoom, 2.5);
+  EXPECT_FALSE(view_.Settings().auto_scale);
+}
+
+TEST_F(WaveformViews, AOneScanSpikeShowsAtEveryWidth) {
+  TsBytes record{.channels = 2, .samples = std::vector<int>(2000, 1), .rate = 10, .unit = 0};
+  for (const std::size_t spike : {0U, 1U, 499U, 500U, 998U, 999U}) {
+    record.samples[2 * spike + 1] = 5000;
+    ASSERT_TRUE(Open(record.Bytes(), ""));
+    record.samples[2 * spike + 1] = 1;
+    for (const int pixels : {1, 2, 3, 7, 100, 333, 999, 1000, 5000}) {
+      const WaveformTrace trace = view_.Traces(pixels)[1];
+      ASSERT_LE(trace.times.size(), 2U * static_cast<unsigned>(pixels));
+      const auto at = std::max_element(trace.values.begin(), trace.values.end());
+      EXPECT_EQ(*at, 5000) << spike << " " << pixels;
+      EXPECT_DOUBLE_EQ(trace.times[static_cast<std::size_t>(at - trace.values.begin())],
+                       static_cast<double>(spike) / 10);
+      EXPECT_TRUE(std::is_sorted(trace.times.begin(), trace.times.end()));
+      EXPECT_EQ(view_.Traces(pixels)[0].values[0], 1);
+    }
+  }
+}
+
+TEST_F(WaveformViews, TimesScalesCursorsAndCopying) {
+  const TsBytes record{.samples = {0, 10, 20, 30, 40}, .rate = 10, .unit = 0};
+  const TsBytes larger{.samples = {0, 100, 200, 300, 400}, .rate = 10, .unit = 0};
+  ASSERT_TRUE(Open(record.Bytes() + larger.Bytes(), ""));
+  EXPECT_DOUBLE_EQ(view_.VisibleTimes().high, 0.4);
+  EXPECT_NEAR(view_.ValuesOf(0).high, 42, 1e-9);
+  view_.ZoomTimes(2, 0.2);
+  EXPECT_NEAR(view_.VisibleTimes().low, 0.1, 1e-12);
+  EXPECT_NEAR(view_.ValuesOf(0).high, 31, 1e-9);
+  EXPECT_EQ(view_.VisibleText(), "Time (s)\tCh 1\n0.1\t10\n0.2\t20\n0.3\t30\n");
+  EXPECT_EQ(view_.Traces(100)[0].values.size(), 5U);  // one scan beyond each edge
+  view_.PanTimes(7);
+  EXPECT_NEAR(view_.VisibleTimes().low, 0.2, 1e-12);
+
+  WaveformSettings settings = view_.Settings();
+  settings.auto_scale = false;
+  settings.zoom = 2;
+  view_.SetSettings(settings);
+  EXPECT_TRUE(view_.Next());  // neither times nor scales move
+  EXPECT_NEAR(view_.VisibleTimes().low, 0.2, 1e-12);
+  EXPECT_NEAR(view_.ValuesOf(0).low, 24.5, 1e-9);
+  EXPECT_NEAR(view_.ValuesOf(0).high, 35.5, 1e-9);
+
+  EXPECT_EQ(view_.CursorText(), "");
+  view_.SetCursor(WaveformView::kFirstCursor, 0.11);
+  view_.SetCursor(WaveformView::kSecondCursor, 99);
+  EXPECT_EQ(view_.CursorText(), "Time (s)\t0.1\t0.4\t0.3\nCh 1\t100\t400\t300\n");
+}
+
+TEST(AxisTicks, RoundValuesWithinTheRange) {
+  struct Case {
+    double low;
+    double high;
+    std::vector<std::string> texts;
+  };
+  for (const auto& [low, high, texts] :
+       {Case{-1.1, 1.1, {"-1    ", "0     ", "1     "}},
+        Case{0, 0.35, {"0.0   ", "0.1   ", "0.2   ", "0.3   "}},
+        Case{999000, 1001000, {"999000", "999500", "1000000", "1000500", "1001000"}},
+        Case{3, 3, {}}, Case{0, INFINITY, {}}}) {
+    const AxisTicks ticks = TicksBetween(low, high, 4);
+    std::vector<std::string> shown;
+    for (const double value : ticks.values) {
+      shown.push_back(TickText(value, ticks.precision));
+    }
+    EXPECT_EQ(shown, texts) << low << " " << high;
+  }
+}
+
+}  // namespace
+}  // namespace orvane::testing
