@@ -52,13 +52,14 @@ class InterruptWatch {
 };
 
 std::string Megabytes(std::uint64_t bytes) {
-  return FormatReal(static_cast<double>(bytes / 100000) / 10);
+  const std::uint64_t tenths = bytes / 100000;
+  return FormatReal(static_cast<double>(tenths) / 10);
 }
 
 // One line on the terminal that is written again and again.
 class ProgressLine {
  public:
-  void Show(const BatchProgress& progress) {
+  void Show(const BatchProgress& progress) const {
     if (!is_terminal_) {
       return;
     }
@@ -72,7 +73,7 @@ class ProgressLine {
     line += ": " + Printable(progress.current.filename().string());
     Put(line.substr(0, kWidth));
   }
-  void Clear() {
+  void Clear() const {
     if (is_terminal_) {
       Put({});
     }
@@ -125,7 +126,7 @@ ExitCode RunBatch(BatchPlan plan) {
     std::filesystem::create_directories(plan.out_folder, error);
   }
   const InterruptWatch watch;
-  ProgressLine line;
+  const ProgressLine line;
   Batch batch(std::move(plan));
   batch.Start();
   while (!batch.WaitFor(kLook)) {
@@ -139,7 +140,7 @@ ExitCode RunBatch(BatchPlan plan) {
 }
 
 CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::string& what,
-                       std::function<Conversion()> conversion, ExitCode* exit_code) {
+                       const std::function<Conversion()>& conversion, ExitCode* exit_code) {
   struct Arguments {
     std::vector<std::string> files;
     unsigned jobs = 0;
