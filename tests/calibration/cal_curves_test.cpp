@@ -37,7 +37,9 @@ TEST_F(CalCurvesTest, FrequenciesFallAndEqualOnesKeepTheirOrder) {
     bytes += CalRecordBytes(0, frequency, 1, {0, 0, 0, 0, real, 0});
   }
   // A frequency that does not compare is passed by none.
-  EXPECT_EQ(Load(bytes).channels[0].amplitude, (std::vector<double>{2, 3, 1, 4, 6, 5}));
+  const CalCurve curve = Load(bytes).channels[0];
+  EXPECT_EQ(curve.amplitude, (std::vector<double>{2, 3, 1, 4, 6, 5}));
+  EXPECT_EQ(curve.sweep, (std::vector<int>{1, 2, 0, 3, 5, 4}));
 }
 
 TEST_F(CalCurvesTest, ReadingEndsAt500RecordsAndAtASecondSeriesOfKind2) {
@@ -142,8 +144,9 @@ TEST_F(CalCurvesTest, TextsStandByteForByte) {
 }
 
 TEST_F(CalCurvesTest, ARatioTakesEqualFrequenciesInTurnAndInterpolatesBetweenOthers) {
-  const CalCurve curve{{1000, 100, 100, 10, 5, 0}, {8, 6, 9, 4, 1, 1}, {170, 20, 30, 10, 0, 0}};
-  const CalCurve reference{{1000, 100, 100, 1}, {2, 3, 4.5, 0.03}, {-170, 5, 5, -15}};
+  const CalCurve curve{
+      {1000, 100, 100, 10, 5, 0}, {8, 6, 9, 4, 1, 1}, {170, 20, 30, 10, 0, 0}, {0, 0, 1, 1, 1, 1}};
+  const CalCurve reference{{1000, 100, 100, 1}, {2, 3, 4.5, 0.03}, {-170, 5, 5, -15}, {0, 0, 1, 1}};
   const CalCurve ratio = RatioOf(curve, reference);
   ASSERT_EQ(ratio.frequency, (std::vector<double>{1000, 100, 100, 10, 5}));
   const std::vector<double> amplitudes = {4, 2, 2, 4 / 0.3};
@@ -173,7 +176,7 @@ TEST_F(CalCurvesTest, TheViewStepsAndReads) {
   view.MoveCursor(-1);
   EXPECT_EQ(view.Cursor(), 1);
   view.FitDisplay();
-  EXPECT_EQ(ranges, (CalDisplay{10, 10, 90, 1, 1, 0, 4}));
+  EXPECT_EQ(ranges, (CalDisplay{5, 10, 100, 2, 1, 0, 4}));
   EXPECT_NE(view.Open(dir_ / "none"), "");
   EXPECT_EQ(view.Count(), 0U);
   EXPECT_FALSE(view.Step(1));
