@@ -75,8 +75,8 @@ QCPScatterStyle MarkOf(const CalTrace& trace, double size) {
   constexpr auto kShapes = std::to_array<QCPScatterStyle::ScatterShape>(
       {QCPScatterStyle::ssCircle, QCPScatterStyle::ssSquare, QCPScatterStyle::ssTriangle,
        QCPScatterStyle::ssDiamond, QCPScatterStyle::ssCross, QCPScatterStyle::ssPlus});
-  return {trace.is_reference ? QCPScatterStyle::ssDot : kShapes[trace.channel % kShapes.size()],
-          size};
+  return trace.is_reference ? QCPScatterStyle(QCPScatterStyle::ssDisc, size / 2)
+                            : QCPScatterStyle(kShapes[trace.channel % kShapes.size()], size);
 }
 
 // The points of one pass that have a place on a logarithmic axis.
