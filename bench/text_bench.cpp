@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
+#include <array>
 
 #include <bit>
 #include <cmath>
@@ -202,8 +203,8 @@ void StackCsvByFprintf(benchmark::State& state) {
                    header.flags, double{header.value});
       std::fprintf(out, "%5.3f, ", static_cast<double>(record.ExtensionValue()));
       for (std::size_t i = 0; i < header.item_count; ++i) {
-        float pair[2];
-        std::memcpy(pair, &record.items[8 * i], sizeof pair);
+        std::array<float, 2> pair{};
+        std::memcpy(pair.data(), &record.items[8 * i], sizeof pair);
         std::fprintf(out, "%14.5e, %14.5e,", static_cast<double>(pair[0]),
                      static_cast<double>(pair[1]));
       }

@@ -329,7 +329,7 @@ QString WriteTwelveChannels(const QString& folder, const orvane::ParamTable& tab
       }
     }
   }
-  const QString path = folder + QStringLiteral("/TWELVE.TSS");
+  QString path = folder + QStringLiteral("/TWELVE.TSS");
   QFile file(path);
   static_cast<void>(file.open(QIODevice::WriteOnly));
   file.write(bytes.data(), static_cast<qint64>(bytes.size()));

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
@@ -79,7 +80,7 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
     : doc_(doc),
       prompts_(prompts),
       editors_(doc, prompts, notices, this),
-      utilities_(doc, prompts, this),
+      utilities_(doc, prompts, notices, this),
       view_(new COrvaneView(doc, this)),
       stack_(new QStackedWidget(this)) {
   setObjectName(QStringLiteral("main"));
@@ -326,6 +327,12 @@ void CMainFrame::OnOpenWaveform() {
   }
 }
 
+bool CMainFrame::OpenAny(const QString& path) {
+  static const QRegularExpression waveform(QStringLiteral("\\.(ts[sk0-9])$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+  return waveform.match(path).hasMatch() ? OpenWaveform(path) : OpenFile(path);
+}
+
 bool CMainFrame::OpenWaveform(const QString& path) {
   auto display = std::make_unique<CWaveformDisplay>(prompts_);
   connect(display.get(), &CDisplay::Told, this, &CMainFrame::ShowNotice);
@@ -422,7 +429,7 @@ void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {
 void CMainFrame::dropEvent(QDropEvent* event) {
   event->setDropAction(Qt::CopyAction);
   event->accept();
-  OpenFile(DroppedFile(event->mimeData()));
+  OpenAny(DroppedFile(event->mimeData()));
 }
 
 }  // namespace orvane

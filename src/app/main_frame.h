@@ -35,6 +35,8 @@ class CMainFrame : public QMainWindow {
   QAction* Command(int id) const { return commands_.at(id); }
   /// Asks to save the present document and opens a file. False where the user stays or it fails.
   bool OpenFile(const QString& path);
+  /// The same for a table; shows a field file.
+  bool OpenAny(const QString& path);
   void ShowNotice(const QString& text);
   /// Shows a calibration file in place of the table. False, and told, where it cannot be read.
   bool OpenCalibration(const QString& path);

@@ -24,7 +24,8 @@ void COrvaneApp::InitInstance(const QString& path) {
   doc_ = std::make_unique<COrvaneDoc>(&DocumentTable(), &prompts_, &notices_);
   frame_ = std::make_unique<CMainFrame>(doc_.get(), &prompts_, &notices_);
   frame_->show();
-  if (path.isEmpty() || !frame_->OpenFile(path)) {
+  // Behind a field file that is shown stands a new document.
+  if (path.isEmpty() || !frame_->OpenAny(path) || frame_->Display() != nullptr) {
     doc_->OnNewDocument();
   }
 }

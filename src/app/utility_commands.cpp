@@ -22,8 +22,11 @@ namespace {
 
 constexpr char kConverted[] = "%d files are converted to ASCII file!";  // NOLINT
 constexpr Utility kTableListing = {"Convert TBL File(s) to ASCII File(s)",
-                                   "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||", "", kConverted,
-                                   1};
+                                   "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||",
+                                   "",
+                                   kConverted,
+                                   1,
+                                   "tbl"};
 constexpr Utility kScheduleListing = {"Convert Frequency Stepping File(s) to ASCII File(s)",
                                       "Schedule File (*.TFS)|*.TFS|All Files (*.*)|*.*||", "",
                                       kConverted, 1};
@@ -70,6 +73,7 @@ void UtilityCommands::Run(const Utility& utility, Conversion conversion) {
   const QString key = QStringLiteral("Folders/") + QString::fromLatin1(utility.title);
   CFECFileDialog dialog(QString::fromLatin1(utility.title), utility.filters,
                         StartFolder(key, *doc_), parent_);
+  dialog.setDefaultSuffix(QString::fromLatin1(utility.suffix));
   if (*utility.initial_name != '\0') {
     dialog.selectFile(QString::fromLatin1(utility.initial_name));
   }
@@ -85,7 +89,12 @@ void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
   const std::size_t chosen = files.size();
   Batch batch({std::move(conversion), std::move(files), {}, 0});
   CBatchProgressDlg progress(&batch, QString::fromLatin1(utility.title), parent_);
-  progress.Run();
+  // The other files go on meanwhile.
+  progress.Run([this](std::size_t /*index*/, const BatchResult& result) {
+    if (!result.box.empty()) {
+      prompts_->ShowWarning("File Open Error", result.box);
+    }
+  });
   const std::size_t count = batch.CountForMessage();
   if (chosen <= utility.most_shown && count == chosen) {
     ShowTexts(batch);
@@ -105,7 +114,12 @@ void UtilityCommands::ShowTexts(const Batch& batch) {
     if (result.outputs.empty()) {
       missing += TextFromPath(batch.Input(i)) + QStringLiteral(": ") + ResultText(result) +
                  QLatin1Char('\n');
-    } else if (editor_fault.isEmpty()) {
+      continue;
+    }
+    if (!result.text.empty()) {
+      notices_->ShowNotice(batch.Input(i).string() + ": " + result.text);
+    }
+    if (editor_fault.isEmpty()) {
       editor_fault = editor_.Show(TextFromPath(result.outputs.front()));
     }
   }

@@ -33,6 +33,7 @@ struct BatchResult {
   std::vector<std::filesystem::path> outputs;  ///< really written, in order, also after a failure
   std::string text;                            ///< reason or note, without the path
   int code = 0;                                ///< the conversion's own status number; 0: none
+  std::string box = {};  ///< what a window shows in a box of its own, besides the list of results
 
   /// Everything asked for is written.
   bool IsDone() const {

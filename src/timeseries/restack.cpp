@@ -228,15 +228,21 @@ std::string OldVersionNote(const std::string& input) {
          ") with 196-byte headers, but stacking takes all headers as 252 bytes";
 }
 
+BatchResult OpenFailed(const std::filesystem::path& path, const std::string& reason) {
+  BatchResult result = BatchFailed(OpenFailureText(path) + " " + reason);
+  result.box = OpenFailureText(path);
+  return result;
+}
+
 BatchResult RestackFile(BatchTask& task, std::uint64_t most_memory) {
   RandomFile in;
   if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
-    return BatchFailed(OpenFailureText(task.Input()) + " " + reason);
+    return OpenFailed(task.Input(), reason);
   }
   const auto& path = task.Outputs()[0];
   OutFile out;
   if (const std::string reason = out.Open(path); !reason.empty()) {
-    return BatchFailed(OpenFailureText(path) + " " + reason);
+    return OpenFailed(path, reason);
   }
   Restacking restacking(&task, &in, &out);
   std::string error = restacking.Run(most_memory);

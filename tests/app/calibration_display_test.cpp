@@ -5,6 +5,7 @@
 
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <cmath>

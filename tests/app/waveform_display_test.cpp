@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/widgets/waveform_display.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTest>
+#include <QTimer>
+
+#include "app/main_frame.h"
+#include "support/tbl_bytes.h"
+#include "support/temp_dir.h"
+#include "ui/plot_theme.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+using testing::Little;
+using testing::Padded;
+using testing::RealBytes;
+using testing::TempDir;
+using testing::WriteAll;
+
+// Two channels of four scans, two a second, with samples that count up from `first`.
+std::string Record(int first, int status) {
+  std::string record(252, '\0');
+  record.replace(10, 2, Little(4, 2));
+  record[12] = 2;
+  record[14] = static_cast<char>(status);
+  record[17] = 3;
+  record.replace(18, 2, Little(2, 2));
+  record.replace(36, 8, RealBytes(8));
+  for (int sample = 0; sample < 8; ++sample) {
+    record += Little(static_cast<std::uint64_t>(first + sample), 3);
+  }
+  return record;
+}
+
+class WaveformDisplay : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    QSettings().clear();
+    WriteAll(dir_ / "A.TSS", Record(1, 0) + Record(11, 0) + Record(21, 6));
+    WriteAll(dir_ / "A.TBL", Padded(std::string("\x03\0.TBL2%", 8), 32) +
+                                 Padded(Padded("FSCV", 16) + RealBytes(0), 32));
+    doc_.OnNewDocument();
+    frame_.resize(900, 600);
+    frame_.show();
+  }
+  // Opens a file and closes the boxes that come up, whose texts it returns.
+  QString Open(const QString& path) {
+    QString said;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&said] {
+      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        said += box->windowTitle() + QLatin1Char(':') + box->text();
+        box->accept();
+      }
+    });
+    timer.start(5);
+    frame_.OpenAny(path);
+    return said;
+  }
+  WaveformView& View() { return Display()->View(); }
+  CWaveformDisplay* Display() { return qobject_cast<CWaveformDisplay*>(frame_.Display()); }
+  QAction* Action(const char* name) { return Display()->findChild<QAction*>(QLatin1String(name)); }
+
+  TempDir dir_;
+  ParamTable table_;
+  QtPrompts prompts_;
+  StatusNotices notices_;
+  COrvaneDoc doc_{&table_, &prompts_, &notices_};
+  CMainFrame frame_{&doc_, &prompts_, &notices_};
+};
+
+TEST_F(WaveformDisplay, StepsThroughTheRecordsAndGivesTheTableBack) {
+  EXPECT_EQ(Open(TextFromPath(dir_ / "A.TSS")),
+            QStringLiteral("Orvane:There are 1 bad records starting at segment3!"));
+  ASSERT_NE(Display(), nullptr);
+  EXPECT_TRUE(frame_.windowTitle().startsWith(QStringLiteral("A.TSS - ")));
+  frame_.Command(kScrollForward)->trigger();
+  EXPECT_EQ(View().Number(), 2U);
+  Action("next-bad")->trigger();
+  EXPECT_TRUE(View().IsBad());
+  frame_.Command(kScrollForward)->trigger();
+  EXPECT_EQ(View().Number(), 3U) << "beyond the last";
+  Display()->findChild<QSpinBox*>()->setValue(1);
+  EXPECT_EQ(View().Number(), 1U);
+  EXPECT_FALSE(doc_.IsModified());
+  Action("close")->trigger();
+  EXPECT_EQ(frame_.Display(), nullptr);
+  EXPECT_FALSE(frame_.Command(kScrollForward)->isEnabled());
+}
+
+TEST_F(WaveformDisplay, CursorsReadWhatTheFileHolds) {
+  Open(TextFromPath(dir_ / "A.TSS"));
+  QTest::keyClick(Display(), Qt::Key_Right, Qt::ControlModifier);  // into the middle
+  QTest::keyClick(Display(), Qt::Key_Right, Qt::ControlModifier);
+  QTest::keyClick(Display(), Qt::Key_Left, Qt::ShiftModifier);
+  const auto* readings = Display()->findChild<QTableWidget*>();
+  ASSERT_EQ(readings->rowCount(), 3);
+  const auto scan = static_cast<double>(View().Reading(WaveformView::kFirstCursor)->scan);
+  // A scan has two samples.
+  EXPECT_EQ(readings->item(1, 1)->text().toDouble(), 1 + 2 * scan);
+  EXPECT_EQ(readings->item(2, 1)->text().toDouble(), 2 + 2 * scan);
+  EXPECT_FALSE(readings->item(0, 3)->text().isEmpty());
+  Action("copy")->trigger();
+  EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), 5);
+  Action("close")->trigger();
+  EXPECT_NE(frame_.Display(), nullptr) << "the first Escape removes the cursors";
+}
+
+TEST_F(WaveformDisplay, TellsWhatCannotBeOpenedAndSavesPictures) {
+  const QString missing = TextFromPath(dir_ / "B.TSS");
+  EXPECT_EQ(Open(missing), QStringLiteral("File Open Error:Failed to open file %1!").arg(missing));
+  EXPECT_EQ(frame_.Display(), nullptr);
+  Open(TextFromPath(dir_ / "A.TSS"));
+  auto* picture = Display()->findChild<WaveformPlot*>();
+  for (const auto& [name, begin] :
+       {std::pair("p.png", "\x89PNG"), std::pair("p.svg", "<?xml"), std::pair("p.pdf", "%PDF")}) {
+    EXPECT_EQ(SavePlot(picture->Plot(), TextFromPath(dir_ / name)), QString());
+    EXPECT_EQ(testing::ReadAll(dir_ / name).rfind(begin, 0), 0U) << name;
+  }
+  EXPECT_NE(SavePlot(picture->Plot(), TextFromPath(dir_ / "none/p.png")), QString());
+}
+
+}  // namespace
+}  // namespace orvane
