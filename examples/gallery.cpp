@@ -402,6 +402,8 @@ bool DrawCalibrations(orvane::COrvaneApp* app, const QString& folder, const Gall
   display->ShowView();
   draw("calibration-box-all");
   display = show("/2041.CLC");
+  display->View().FitDisplay();
+  display->ShowView();
   draw("calibration-coil");
   done = display->OpenReference(folder + QStringLiteral("/2042.CLC")) && done;
   display->View().SetCursor(1);
