@@ -193,6 +193,7 @@ void ExpectPrintfs(double value) {
   const auto length = static_cast<std::size_t>(
       std::snprintf(expected.data(), expected.size(), "%*.*f", width, precision, value));
   const char* end = WriteShortFixed<precision, width>(text.data(), value);
+  std::replace(expected.begin(), expected.end(), ',', '.');  // the user's locale is printf's
   EXPECT_EQ(std::string_view(text.data(), static_cast<std::size_t>(end - text.data())),
             std::string_view(expected.data(), length));
 }
