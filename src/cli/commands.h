@@ -19,6 +19,7 @@ namespace orvane {
 void AddTableCommands(CLI::App* app, ExitCode* exit_code);
 void AddScheduleCommands(CLI::App* app, ExitCode* exit_code);
 void AddStackCommands(CLI::App* app, ExitCode* exit_code);
+void AddCalibrationCommands(CLI::App* app, ExitCode* exit_code);
 void AddWaveformCommands(CLI::App* app, ExitCode* exit_code);
 
 /// The verbs of `table` that convert many files.

@@ -31,6 +31,7 @@ int Run(int argc, char** argv) {
   orvane::AddTableCommands(&app, &exit_code);
   orvane::AddScheduleCommands(&app, &exit_code);
   orvane::AddStackCommands(&app, &exit_code);
+  orvane::AddCalibrationCommands(&app, &exit_code);
   orvane::AddWaveformCommands(&app, &exit_code);
 
   const auto add_version = [](CLI::App* command, const auto& self) -> void {

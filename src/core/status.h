@@ -18,7 +18,17 @@ enum [[nodiscard]] Status : int{
     kWriteNotPermitted = 183,  ///< the current "MODE" protects the entry
     kValueTooLong = 187,       ///< the value does not fit a version-1 record
     kLongTextTooLong = 188,    ///< a long string does not fit its chain or the buffer
+    kFieldNotFound = 201,      ///< a header has no field of that key
+    kFieldTypeMismatch = 202,  ///< the field has another type, or one that cannot be asked for
     kIndexNotAllocated = 999,  ///< no memory for the hash index
+    kCalPassBounds = 1227,     ///< over 100 records in a pass, or over 30 passes
+    kNoCalibration = 1228,
+    kCalKindMismatch = 1230,  ///< no such kind of calibration, or the file is of another
+    kCalPathTooLong = 1231,   ///< over 256 characters
+    kCalNoMemory = 1234,
+    kCalNotOpened = 1239,         ///< the file cannot be opened, or not be read
+    kCalHeaderUnreadable = 1240,  ///< no whole header, or one without a possible channel count
+    kCalRecordCount = 1247,       ///< no record, or over 500
 };
 
 /// What a status means, in a few words.
@@ -44,6 +54,26 @@ constexpr std::string_view StatusText(Status status) {
       return "the text does not fit its chain of parameters";
     case kIndexNotAllocated:
       return "no memory for the parameter index";
+    case kFieldNotFound:
+      return "the header has no such field";
+    case kFieldTypeMismatch:
+      return "the header's field has another type";
+    case kCalPassBounds:
+      return "more than 100 records in a pass, or more than 30 passes";
+    case kNoCalibration:
+      return "no calibration";
+    case kCalKindMismatch:
+      return "not a calibration of the kind asked for";
+    case kCalPathTooLong:
+      return "the path is longer than 256 characters";
+    case kCalNoMemory:
+      return "no memory for the calibration";
+    case kCalNotOpened:
+      return "the calibration file cannot be read";
+    case kCalHeaderUnreadable:
+      return "no whole calibration header of 1 to 12 channels";
+    case kCalRecordCount:
+      return "the number of calibration records is not 1 to 500";
   }
   return "unknown status";
 }

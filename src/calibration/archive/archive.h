@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Objects that write themselves to bytes and are made anew from them by the name of their class.
+#ifndef ORVANE_CALIBRATION_ARCHIVE_ARCHIVE_H_
+#define ORVANE_CALIBRATION_ARCHIVE_ARCHIVE_H_
+
+#include <QByteArray>
+#include <QDataStream>
+#include <complex>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane::calobj {
+
+/// Fields on their way to or from bytes: little-endian, 32-bit integers, 64-bit doubles, texts as a
+/// byte count and their bytes. After the first fault nothing more is read and every value stays as
+/// it is.
+class Archive {
+ public:
+  static Archive Storing(QByteArray* bytes);
+  static Archive Loading(const QByteArray& bytes);
+
+  bool IsStoring() const { return is_storing_; }
+  /// Why the bytes are refused, with the place; empty while they are right.
+  const std::string& Error() const { return error_; }
+  void Refuse(std::string_view reason);
+
+  Archive& operator&(std::int32_t& value);
+  Archive& operator&(double& value);
+  Archive& operator&(std::complex<double>& value);
+  Archive& operator&(std::string& text);
+  /// A count, then the elements; each one that is read starts out as its class makes it.
+  template <typename Element>
+  Archive& operator&(std::vector<Element>& list) {
+    auto count = static_cast<std::int32_t>(list.size());
+    *this& count;
+    if (is_storing_) {
+      for (Element& element : list) {
+        Exchange(element);
+      }
+      return *this;
+    }
+    std::vector<Element> read;
+    const std::int32_t possible = IsPossible(count) ? count : 0;
+    for (std::int32_t i = 0; i < possible && error_.empty(); ++i) {
+      Element element{};
+      Exchange(element);
+      read.push_back(std::move(element));
+    }
+    if (error_.empty()) {
+      list = std::move(read);
+    }
+    return *this;
+  }
+
+  /// Bytes not yet read.
+  std::int64_t Left() const;
+
+ private:
+  explicit Archive(bool is_storing) : is_storing_(is_storing) {}
+
+  void Exchange(double& value) { *this& value; }
+  template <typename Object>
+  void Exchange(Object& object) {
+    object.Serialize(*this);
+  }
+  /// Refuses a count that is negative or larger than the bytes left.
+  bool IsPossible(std::int32_t count);
+  template <typename Value>
+  Archive& Number(Value& value);
+
+  bool is_storing_;
+  std::unique_ptr<QDataStream> stream_;
+  std::string error_;
+};
+
+/// What can be archived.
+class Object {
+ public:
+  virtual ~Object() = default;
+
+  virtual std::string_view ClassName() const = 0;
+  /// Writes or reads the object's own fields, in a fixed order. A reading that fails may leave the
+  /// object half read: `FromBytes()` throws it away.
+  virtual void Serialize(Archive& archive) = 0;
+
+ protected:
+  Object() = default;
+  Object(const Object&) = default;
+  Object& operator=(const Object&) = default;
+};
+
+/// The schema number of all classes. Bytes of another are refused.
+inline constexpr std::int32_t kSchema = 1;
+
+using Maker = std::unique_ptr<Object> (*)();
+
+/// Lets objects of a class be made by its name; a later maker of the same name takes its place. The
+/// classes of `cal_objects.h` are there from the start.
+void RegisterClass(std::string_view name, Maker maker);
+
+/// A fresh object of a class by its name; null where nobody registered it.
+std::unique_ptr<Object> MakeObject(std::string_view name);
+
+/// The class name and the schema number as text and integer, then the object's fields.
+QByteArray ToBytes(const Object& object);
+
+/// The object that the bytes hold, and nothing behind it. Null, and why, where they are not wholly
+/// right.
+std::unique_ptr<Object> FromBytes(const QByteArray& bytes, std::string* reason);
+
+}  // namespace orvane::calobj
+
+#endif  // ORVANE_CALIBRATION_ARCHIVE_ARCHIVE_H_

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calibration/cal_text.h"
+
+#include <cmath>
+
+#include "calibration/cal_reader.h"
+#include "core/number_text.h"
+#include "core/param_time.h"
+#include "core/path_names.h"
+
+namespace orvane {
+namespace {
+
+constexpr double kPi = 3.141592653589793;
+
+// "%4s,   ,   ,  %3s,  " and the value behind it.
+TextFile& Begin(std::string_view key, std::string_view type, TextFile* out) {
+  return out->TextRight(key, 4).Text(",   ,   ,  ").TextRight(type, 3).Text(",  ");
+}
+void TextLine(std::string_view key, std::string_view type, std::string_view value, TextFile* out) {
+  Begin(key, type, out).Text(value).Text(",\n");
+}
+void IntLine(std::string_view key, std::int32_t value, TextFile* out) {
+  Begin(key, "Int", out).Int(value).Text(",\n");
+}
+void RealLine(std::string_view key, double value, TextFile* out) {
+  Begin(key, "FltPT", out).Fixed(value, 5, 9).Text(",\n");
+}
+
+void WriteBlock(const CalBlock& block, TextFile* out) {
+  const double real = block.real;
+  const double imaginary = block.imaginary;
+  out->Text("                      ");
+  for (const std::size_t i : {0, 1, 2}) {
+    out->Fixed(block.values[i], 4, 7).Text(",");
+  }
+  out->Fixed(block.values[3], 5, 9).Text(",");
+  out->Fixed(real, 4, 7).Text(",").Fixed(imaginary, 4, 7).Text(",");
+  out->Fixed(std::sqrt(real * real + imaginary * imaginary), 4, 7).Text(",");
+  out->Fixed(180 * std::atan2(imaginary, real) / kPi, 2, 7).Text(",\n");
+}
+
+std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
+
+// What a user should know of the end of the file.
+std::string NoteOn(const CalReader& in, std::size_t records, bool is_more,
+                   const CalHeader& header) {
+  if (header.Channels() == 0) {
+    return "NCHN at offset 10 is " + FormatInt(header.nchn) + ", not 1 to 12: no records";
+  }
+  if (is_more) {
+    return "more than 500 records; those from offset " + Number(in.OffsetOf(records)) +
+           " on are left out";
+  }
+  std::string note = records == 0 ? "no whole record" : "";
+  if (in.IsCut()) {
+    note.append(note.empty() ? "" : ", ").append(CutRecordNote(in.OffsetOf(records)));
+  }
+  return note;
+}
+
+BatchResult ExportFile(BatchTask& task) {
+  CalReader in;
+  if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
+    return BatchFailed(reason, kCalTextNoInput);
+  }
+  const auto& path = task.Outputs()[0];
+  TextFile out;
+  if (const std::string reason = out.Open(path); !reason.empty()) {
+    return BatchFailed(FileMessage(path, reason), kCalTextNoOutput);
+  }
+  CalHeader header;
+  if (!in.TakeHeader(&header)) {
+    return BatchFailed(
+        in.Error().empty() ? "the file ends within its header of 132 bytes" : in.Error(),
+        kCalTextNoHeader);
+  }
+  WriteCalHeader(header, &out);
+  task.Advance(sizeof header);
+  CalFileRecord record;
+  std::size_t records = 0;
+  bool is_more = in.TakeRecord(&record);
+  for (; is_more && records < kMaxCalRecords && !task.Stopped(); is_more = in.TakeRecord(&record)) {
+    WriteCalRecord(record, header.Channels(), &out);
+    task.Advance(in.RecordBytes());
+    ++records;
+  }
+  if (task.Stopped()) {
+    return BatchCancelled();
+  }
+  if (!in.Error().empty()) {
+    return BatchFailed(in.Error());
+  }
+  if (const std::string reason = out.Commit(); !reason.empty()) {
+    return BatchFailed(FileMessage(path, reason));
+  }
+  return BatchDone(task.Outputs(), NoteOn(in, records, is_more, header));
+}
+
+}  // namespace
+
+void WriteCalHeader(const CalHeader& header, TextFile* out) {
+  TextLine("UTC", "UTC", FormatParamTime(header.utc), out);
+  IntLine("SNUM", header.snum, out);
+  IntLine("NCHN", header.nchn, out);
+  IntLine("STAT", header.stat, out);
+  TextLine("HW", "Str", CalText(header.hw), out);
+  TextLine("VER", "Str", CalText(header.ver), out);
+  IntLine("TCMB", header.tcmb, out);
+  IntLine("TALS", header.tals, out);
+  IntLine("LFRQ", header.lfrq, out);
+  IntLine("Q2SR", header.q2sr, out);
+  IntLine("LPFR", header.lpfr, out);
+  if (header.ctyp > kBoxCal) {
+    TextLine("HSN", "StrPT", CalText(header.hsn), out);
+    RealLine("HATT", header.hatt, out);
+    RealLine("HNOM", header.hnom, out);
+    RealLine("CPHC", header.cphc, out);
+  }
+}
+
+void WriteCalRecord(const CalFileRecord& record, std::size_t channels, TextFile* out) {
+  out->Int(record.kind, 4).Text(",").General(record.frequency, 4, 11).Text(",");
+  out->Int(record.step, 4).Text(",\n");
+  for (std::size_t c = 0; c < channels; ++c) {
+    WriteBlock(record.channels[c], out);
+  }
+  out->Text("\n");
+}
+
+Conversion ExportCalToText() {
+  Conversion conversion;
+  conversion.outputs_of = [](const std::string& path) {
+    return std::vector<std::string>{WithExtension(LowerCasedPath(path), ".txt")};
+  };
+  conversion.job = ExportFile;
+  conversion.counts_every_file = true;
+  conversion.same_file_code = kCalTextNoOutput;
+  return conversion;
+}
+
+}  // namespace orvane
