@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+#include "calibration/cal_reader.h"
+#include "calibration/cal_text.h"
 #include "core/file_io.h"
 #include "core/number_format.h"
 #include "core/param_time.h"
@@ -211,6 +213,71 @@ void StackCsvByFprintf(benchmark::State& state) {
   }
 }
 
+// A calibration of 12 channels and 500 records.
+const std::filesystem::path& CalibrationFile() {
+  static const std::filesystem::path path = [] {
+    orvane::CalHeader header;
+    header.ctyp = orvane::kBoxCal;
+    header.nchn = orvane::kMaxCalChannels;
+    const auto head = orvane::BytesOf(header);
+    std::vector<std::byte> bytes(head.begin(), head.end());
+    std::size_t at = 0;
+    for (int i = 0; i < 500; ++i) {
+      orvane::CalFileRecord record;
+      record.kind = 1;
+      record.frequency = static_cast<float>(std::pow(10, 4 - i / 100.0));
+      record.step = static_cast<std::int16_t>(i + 1);
+      for (orvane::CalBlock& block : record.channels) {
+        for (auto& value : block.values) {
+          value = static_cast<float>(std::fmod(Values()[at++], 100));
+        }
+        block.real = static_cast<float>(std::fmod(Values()[at++], 10));
+        block.imaginary = static_cast<float>(std::fmod(Values()[at++], 10));
+      }
+      const auto more = orvane::BytesOf(record);
+      bytes.insert(bytes.end(), more.begin(), more.end());
+    }
+    auto file = Folder() / "box.clb";
+    static_cast<void>(orvane::WriteFile(file, bytes));
+    return file;
+  }();
+  return path;
+}
+
+void CalibrationText(benchmark::State& state) {
+  const auto conversion = orvane::ExportCalToText();
+  for (auto _ : state) {
+    RunBatch(conversion, {CalibrationFile()}, 1);
+  }
+}
+
+void CalibrationTextByFprintf(benchmark::State& state) {
+  for (auto _ : state) {
+    orvane::CalReader reader;
+    static_cast<void>(reader.Open(CalibrationFile()));
+    orvane::CalHeader header;
+    reader.TakeHeader(&header);
+    std::FILE* out = std::fopen((Folder() / "plain.txt").c_str(), "wb");
+    orvane::CalFileRecord record;
+    while (reader.TakeRecord(&record)) {
+      std::fprintf(out, "%4i,%11.4g,%4i,\n", record.kind,
+                   static_cast<double>(static_cast<float>(record.frequency)), int{record.step});
+      for (const orvane::CalBlock& block : record.channels) {
+        const double real = block.real;
+        const double imaginary = block.imaginary;
+        std::fprintf(out,
+                     "                      %7.4f,%7.4f,%7.4f,%9.5f,%7.4f,%7.4f,%7.4f,%7.2f,\n",
+                     double{block.values[0]}, double{block.values[1]}, double{block.values[2]},
+                     double{block.values[3]}, real, imaginary,
+                     std::sqrt(real * real + imaginary * imaginary),
+                     180 * std::atan2(imaginary, real) / 3.141592653589793);
+      }
+      std::fprintf(out, "\n");
+    }
+    std::fclose(out);
+  }
+}
+
 void WriteCsvBytes(benchmark::State& state) {
   const auto csv = Folder() / "stack.csv";
   RunBatch(orvane::StackCsv(orvane::StackDomain::kTime), {StackFile()}, 1);
@@ -286,6 +353,8 @@ constexpr auto kRatios = std::to_array<orvane::bench::Ratio>({
     {"%11.4g / snprintf", "%11.4g", "snprintf%11.4g", kFormatAim},
     {"CSV of stack results / a loop of fprintf", "StackCsv", "StackCsvByFprintf", 0.125},
     {"CSV of stack results / write(2) of the same bytes", "StackCsv", "WriteCsvBytes", 7.5},
+    {"text of a calibration / a loop of fprintf", "CalibrationText", "CalibrationTextByFprintf",
+     kFormatAim},
     {"1,000 small files, 2 workers / 1 worker", "TwoWorkers", "OneWorker", 1 / 1.5},
 });
 
@@ -304,6 +373,8 @@ int main(int argc, char** argv) {
   benchmark::RegisterBenchmark("StackCsv", StackCsv)->UseRealTime();
   benchmark::RegisterBenchmark("StackCsvByFprintf", StackCsvByFprintf)->UseRealTime();
   benchmark::RegisterBenchmark("WriteCsvBytes", WriteCsvBytes)->UseRealTime();
+  benchmark::RegisterBenchmark("CalibrationText", CalibrationText)->UseRealTime();
+  benchmark::RegisterBenchmark("CalibrationTextByFprintf", CalibrationTextByFprintf)->UseRealTime();
   benchmark::RegisterBenchmark("OneWorker", OneWorker)->UseRealTime();
   benchmark::RegisterBenchmark("TwoWorkers", TwoWorkers)->UseRealTime();
   const int exit_code = orvane::bench::RunAndReport(argc, argv, kRatios);

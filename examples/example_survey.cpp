@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Writes an example survey: for each method a folder with the start-up table of the main box, for
-// TDIP and CSAMT also stack results.
+// TDIP and CSAMT also stack results; in a folder of their own the calibrations of box and sensors.
 //
 //   orvane-example-survey FOLDER
 //
@@ -20,6 +20,7 @@
 #include "core/param_table.h"
 #include "core/param_text.h"
 #include "core/tbl_file.h"
+#include "example_calibrations.h"
 #include "example_waveforms.h"
 #include "stepping/fdem_schedule.h"
 #include "stepping/step_presets.h"
@@ -422,7 +423,8 @@ int main(int argc, char** argv) {
   }
   const std::filesystem::path root(argv[1]);
   return WriteStacks(root / "TDIP" / "2417.trs", TimeDomainStacks()) &&
-                 WriteStacks(root / "CSAMT" / "2417.trs", FrequencyDomainStacks())
+                 WriteStacks(root / "CSAMT" / "2417.trs", FrequencyDomainStacks()) &&
+                 orvane::examples::WriteCalibrations(root / "Calibration")
              ? 0
              : 1;
 }

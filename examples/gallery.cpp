@@ -17,6 +17,8 @@
 #include "app/about_dlg.h"
 #include "app/orvane_app.h"
 #include "app/qt_prompts.h"
+#include "calibration/widgets/calibration_display.h"
+#include "calibration/widgets/calibration_dlg.h"
 #include "core/param_text.h"
 #include "core/path_names.h"
 #include "core/tbl_file.h"
@@ -381,6 +383,51 @@ bool DrawWaveforms(orvane::COrvaneApp* app, const QString& survey, const Gallery
   return done;
 }
 
+// The main window with a calibration: box, coil, all channels, comparisons, empty ranges; the
+// dialog.
+bool DrawCalibrations(orvane::COrvaneApp* app, const QString& folder, const Gallery& gallery) {
+  orvane::CMainFrame& frame = app->Frame();
+  frame.resize(1180, 690);
+  bool done = true;
+  const auto show = [&](const char* name) {
+    done = frame.OpenCalibration(folder + QLatin1String(name)) && done;
+    return qobject_cast<orvane::CCalibrationDisplay*>(frame.Display());
+  };
+  const auto draw = [&](const char* name) { done = gallery.Draw(&frame, name) && done; };
+  auto* display = show("/2417.CLB");
+  draw("calibration-box");
+  display->View().ShowAll();
+  display->View().FitDisplay();
+  display->View().SetCursor(100);
+  display->ShowView();
+  draw("calibration-box-all");
+  display = show("/2041.CLC");
+  draw("calibration-coil");
+  done = display->OpenReference(folder + QStringLiteral("/2042.CLC")) && done;
+  display->View().SetCursor(1);
+  display->ShowView();
+  draw("calibration-comparison");
+  display->View().SetRatio(true);
+  display->View().FitDisplay();
+  display->ShowView();
+  draw("calibration-ratio");
+  frame.resize(660, 340);  // a field laptop at 200 %
+  draw("calibration-small");
+  frame.resize(1180, 690);
+  orvane::CalDisplay ranges;
+  ranges.min_amplitude = ranges.max_amplitude;
+  display->View().SetDisplay(ranges);
+  display->ShowView();
+  draw("calibration-empty");
+  display->View().SetDisplay({});
+  orvane::CalDisplayForm form(display->View().Display());
+  orvane::QtPrompts prompts;
+  orvane::CCalibrationDlg dialog(&form, &ranges, &prompts, nullptr);
+  done = gallery.Draw(&dialog, "calibration-parameters") && done;
+  frame.CloseDisplay();
+  return done;
+}
+
 bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   orvane::CMainFrame& frame = app->Frame();
   bool done = gallery.Draw(&frame, "main-window");
@@ -402,6 +449,7 @@ bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   const QString survey =
       QFileInfo(QApplication::arguments().value(2)).absolutePath() + QStringLiteral("/..");
   done = DrawWaveforms(app, survey, gallery) && done;
+  done = DrawCalibrations(app, survey + QStringLiteral("/Calibration"), gallery) && done;
 
   orvane::CAboutDlg about(&frame);
   return gallery.Draw(&about, "about") && done;

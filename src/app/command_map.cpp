@@ -16,7 +16,7 @@ constexpr auto kFile = std::to_array<CommandRow>({
     {kFileSaveAs, "Save &As...", "Save TBL file with a new name\nSave As"},
     {kFileSaveAllBoxes, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes\nSave All"},
     kLine,
-    {32791, "Open Calibration File...", ""},
+    {kOpenCalibration, "Open Calibration File...", ""},
     {kOpenWaveform, "Open Waveform(*.tss) File to Display...", ""},
     {kRestack, "Create Stack Result Files (*.trs ) from Waveform(*.tss) Files....", ""},
     kLine,
@@ -41,7 +41,7 @@ constexpr auto kEdit = std::to_array<CommandRow>({
 });
 constexpr auto kUtilities = std::to_array<CommandRow>({
     {kListTables, "Convert TBL File(s) to ASCII File(s)...", "Convert  TBL file(s)  into TXT file(s)"},
-    {32779, "Convert Calibration File(s) to ASCII File(s)...",
+    {kListCalibrations, "Convert Calibration File(s) to ASCII File(s)...",
      "Convert  calibration file(s)  into TXT file(s)"},
     {kConvertFrequencyDomainStacks, "Convert  FD Stack Result File(s) to ASCII File(s)...",
      "Convert  stack result (*.trs)  file(s)  into CSV file(s)"},
@@ -57,7 +57,7 @@ constexpr auto kUtilities = std::to_array<CommandRow>({
     {kCreateFdemSchedule, "Create TFS File For Dr. Halvo FDEM ...", ""},
 });
 constexpr auto kView = std::to_array<CommandRow>({
-    {32792, "Set Calibration Display Parameters...", ""},
+    {kCalibrationSettings, "Set Calibration Display Parameters...", ""},
     {kWaveformSettings, "Set Waveform Display Parameters...", ""},
     kLine,
     {kViewBoxStatus, "View Box Status...", "Display box status information"},

@@ -14,6 +14,8 @@
 #include "app/about_dlg.h"
 #include "app/lock_keys.h"
 #include "app/theme_icon.h"
+#include "calibration/widgets/calibration_display.h"
+#include "calibration/widgets/calibration_dlg.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "ui/file_dialogs.h"
 #include "ui/window_size.h"
@@ -198,6 +200,9 @@ void CMainFrame::ConnectCommands() {
   Handle(kConvertTimeDomainStacks, [this] { utilities_.ConvertTimeDomainStacks(); });
   Handle(kConvertToVersion1, [this] { utilities_.ConvertToVersion1(); });
   Handle(kOpenWaveform, [this] { OnOpenWaveform(); });
+  Handle(kOpenCalibration, [this] { OnOpenCalibration(); });
+  Handle(kCalibrationSettings, [this] { OnCalibrationSettings(); });
+  Handle(kListCalibrations, [this] { utilities_.ListCalibrations(); });
   Handle(kWaveformSettings, [this] { OnWaveformSettings(); });
   Command(kWaveformSettings)->setEnabled(false);
   Handle(kWaveformToText, [this] { utilities_.ConvertWaveforms(); });
@@ -223,6 +228,7 @@ void CMainFrame::ShowDisplay(CDisplay* display) {
   Command(kScrollForward)->setEnabled(true);
   connect(display, &CDisplay::CloseAsked, this, &CMainFrame::CloseDisplay);
   connect(display, &CDisplay::Told, this, &CMainFrame::ShowNotice);
+  connect(display, &CDisplay::Told, this, &CMainFrame::UpdateTitle);
   display->setFocus();
   UpdateTitle();
 }
@@ -338,6 +344,42 @@ bool CMainFrame::OpenWaveform(const QString& path) {
   ShowDisplay(shown);
   shown->ShowView();
   return true;
+}
+
+void CMainFrame::OnOpenCalibration() {
+  const QString key = QString::fromLatin1(CCalibrationDisplay::kFolderKey);
+  const QString last = QSettings().value(key).toString();
+  CFileDialog dialog(QStringLiteral("Open Calibration File"), CCalibrationDisplay::kFilters,
+                     last.isEmpty() ? QFileInfo(doc_->Path()).absolutePath() : last, this);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (dialog.exec() == QDialog::Accepted) {
+    QSettings().setValue(key, dialog.directory().absolutePath());
+    OpenCalibration(dialog.selectedFiles().constFirst());
+  }
+}
+
+bool CMainFrame::OpenCalibration(const QString& path) {
+  auto display = std::make_unique<CCalibrationDisplay>(&calibration_ranges_, prompts_);
+  if (!display->Open(path)) {
+    if (qobject_cast<CCalibrationDisplay*>(display_) != nullptr) {
+      CloseDisplay();  // no curves are left on display
+    }
+    return false;
+  }
+  CCalibrationDisplay* shown = display.release();
+  ShowDisplay(shown);
+  connect(shown, &CCalibrationDisplay::RangesAsked, this, &CMainFrame::OnCalibrationSettings);
+  shown->ShowView();
+  return true;
+}
+
+void CMainFrame::OnCalibrationSettings() {
+  CalDisplayForm form(calibration_ranges_);
+  CCalibrationDlg dialog(&form, &calibration_ranges_, prompts_, this);
+  auto* shown = qobject_cast<CCalibrationDisplay*>(display_);
+  if (dialog.exec() == QDialog::Accepted && shown != nullptr) {
+    shown->ShowView();
+  }
 }
 
 void CMainFrame::OnWaveformSettings() {

@@ -19,6 +19,7 @@
 #include "app/qt_prompts.h"
 #include "app/recent_files.h"
 #include "app/utility_commands.h"
+#include "calibration/display_form.h"
 #include "ui/display.h"
 
 namespace orvane {
@@ -37,6 +38,8 @@ class CMainFrame : public QMainWindow {
   /// The same for a table; shows a field file.
   bool OpenAny(const QString& path);
   void ShowNotice(const QString& text);
+  /// Shows a calibration file in place of the table. False, and told, where it cannot be read.
+  bool OpenCalibration(const QString& path);
   /// Shows a field file in place of the table, and in place of one that stood there. Takes the
   /// display over.
   void ShowDisplay(CDisplay* display);
@@ -64,6 +67,8 @@ class CMainFrame : public QMainWindow {
   void OnOpenWaveform();
   bool OpenWaveform(const QString& path);
   void OnWaveformSettings();
+  void OnOpenCalibration();
+  void OnCalibrationSettings();
   void OnFileOpen();
   bool OnFileSave();
   bool OnFileSaveAs();
@@ -76,6 +81,7 @@ class CMainFrame : public QMainWindow {
   COrvaneView* view_;
   QStackedWidget* stack_;
   CDisplay* display_ = nullptr;
+  CalDisplay calibration_ranges_;  // stay for the next calibration
   NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;
   std::array<QAction*, RecentFiles::kMost> recent_actions_{};

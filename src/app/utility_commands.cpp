@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include "calibration/cal_text.h"
 #include "core/number_text.h"
 #include "core/tbl_listing.h"
 #include "core/tbl_to_v1.h"
@@ -26,6 +27,9 @@ constexpr Utility kTableListing = {"Convert TBL File(s) to ASCII File(s)",
 constexpr Utility kScheduleListing = {"Convert Frequency Stepping File(s) to ASCII File(s)",
                                       "Schedule File (*.TFS)|*.TFS|All Files (*.*)|*.*||", "",
                                       kConverted, 1};
+constexpr Utility kCalibrationListing = {"Convert Calibration File(s) to ASCII File(s)",
+                                         "Calibration Files (*.cl?)|*.cl?|All Files (*.*)|*.*||",
+                                         "", kConverted, 5};
 constexpr char kStackFilter[] = "Stack Files (*.trs)|*.trs|All Files (*.*)|*.*||";  // NOLINT
 constexpr Utility kTimeDomainStacks = {"Convert Time Domain Stack Result File(s) to ASCII File(s)",
                                        kStackFilter, "", kConverted};
@@ -50,6 +54,7 @@ QString StartFolder(const QString& key, const COrvaneDoc& doc) {
 }  // namespace
 
 void UtilityCommands::ListTables() { Run(kTableListing, TblListing()); }
+void UtilityCommands::ListCalibrations() { Run(kCalibrationListing, ExportCalToText()); }
 void UtilityCommands::ListSchedules() { Run(kScheduleListing, TfsListing()); }
 void UtilityCommands::ConvertTimeDomainStacks() {
   Run(kTimeDomainStacks, StackCsv(StackDomain::kTime));

@@ -33,6 +33,7 @@ class UtilityCommands {
 
   void ListTables();
   void ListSchedules();
+  void ListCalibrations();
   void ConvertTimeDomainStacks();
   void ConvertFrequencyDomainStacks();
   void ConvertToVersion1();

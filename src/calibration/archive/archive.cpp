@@ -87,7 +87,7 @@ Archive& Archive::operator&(double& value) { return Number(value); }
 Archive& Archive::operator&(std::complex<double>& value) {
   double real = value.real();
   double imaginary = value.imag();
-  *this & real & imaginary;
+  *this& real& imaginary;
   if (error_.empty()) {
     value = {real, imaginary};
   }
@@ -121,7 +121,7 @@ QByteArray ToBytes(const Object& object) {
   Archive archive = Archive::Storing(&bytes);
   std::string name(object.ClassName());
   std::int32_t schema = kSchema;
-  archive & name & schema;
+  archive& name& schema;
   const_cast<Object&>(object).Serialize(archive);  // storing changes nothing
   return bytes;
 }
@@ -130,7 +130,7 @@ std::unique_ptr<Object> FromBytes(const QByteArray& bytes, std::string* reason) 
   Archive archive = Archive::Loading(bytes);
   std::string name;
   std::int32_t schema = 0;
-  archive & name & schema;
+  archive& name& schema;
   auto object = MakeObject(name);
   if (archive.Error().empty() && object == nullptr) {
     archive.Refuse("there is no class of the name in front");

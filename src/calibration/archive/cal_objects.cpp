@@ -3,9 +3,9 @@
 
 namespace orvane::calobj {
 
-void CFreqResp::Serialize(Archive& archive) { archive & frequency & response; }
+void CFreqResp::Serialize(Archive& archive) { archive& frequency& response; }
 
-void CalFunc::Serialize(Archive& archive) { archive & identifier & points; }
+void CalFunc::Serialize(Archive& archive) { archive& identifier& points; }
 
 CalRecord::CalRecord(const CalFileRecord& record, int channel)
     : step(record.step), frequency(record.frequency) {
@@ -17,11 +17,11 @@ CalRecord::CalRecord(const CalFileRecord& record, int channel)
 }
 
 void CalRecord::Serialize(Archive& archive) {
-  archive & step & frequency & value3 & value4 & input & response;
+  archive& step& frequency& value3& value4& input& response;
 }
 
 void CalPass::Serialize(Archive& archive) {
-  archive & number & frequency;
+  archive& number& frequency;
   for (std::int32_t& setting : settings) {
     archive& setting;
   }
@@ -32,7 +32,7 @@ void CalData::Serialize(Archive& archive) {
   for (std::int32_t& number : header_numbers) {
     archive& number;
   }
-  archive & header_texts[0] & header_texts[1];
+  archive& header_texts[0] & header_texts[1];
   for (std::int32_t& number : more_numbers) {
     archive& number;
   }
@@ -40,7 +40,7 @@ void CalData::Serialize(Archive& archive) {
   for (double& value : header_values) {
     archive& value;
   }
-  archive & last_number & values & passes & functions;
+  archive& last_number& values& passes& functions;
 }
 
 }  // namespace orvane::calobj

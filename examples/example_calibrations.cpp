@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "example_calibrations.h"
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <cstdio>
+#include <functional>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "calibration/cal_header.h"
+#include "core/file_io.h"
+#include "core/wire.h"
+
+namespace orvane::examples {
+namespace {
+
+using Complex = std::complex<double>;
+
+Complex LowPass(double frequency, double corner) { return 1.0 / Complex(1, frequency / corner); }
+Complex HighPass(double frequency, double corner) {
+  return Complex(0, frequency / corner) * LowPass(frequency, corner);
+}
+
+template <std::size_t size>
+void Put(std::string_view text, std::array<char, size>* field) {
+  std::copy_n(text.begin(), std::min(text.size(), size), field->begin());
+}
+
+CalHeader HeaderOf(CalKind kind, int serial, int channels, std::string_view hardware) {
+  CalHeader header;
+  header.utc = {15, 40, 9, 12, 11, 26, 4, 20};
+  header.snum = static_cast<std::int16_t>(serial);
+  header.nchn = static_cast<std::int16_t>(channels);
+  header.ctyp = static_cast<std::uint8_t>(kind);
+  Put(hardware, &header.hw);
+  Put("5.0", &header.ver);
+  header.tcmb = 1;
+  header.tals = 1;
+  header.lfrq = 50;
+  header.lpfr = 0;
+  header.hatt = 1;
+  return header;
+}
+
+class File {
+ public:
+  File(const CalHeader& header) : header_(header) { Append(BytesOf(header)); }  // NOLINT
+
+  // A sweep from high to low frequencies, so many in a decade; the response of each channel.
+  void AddPass(int kind, double from, int count, int per_decade, double value4,
+               const std::function<Complex(double, int)>& response) {
+    for (int step = 1; step <= count; ++step) {
+      CalFileRecord record;
+      record.kind = static_cast<std::uint8_t>(kind);
+      const double frequency = from * std::pow(10, -(step - 1.0) / per_decade);
+      record.frequency = static_cast<float>(frequency);
+      record.step = static_cast<std::int16_t>(step);
+      for (int c = 0; c < header_.nchn; ++c) {
+        CalBlock& block = record.channels[static_cast<std::size_t>(c)];
+        const Complex value = response(frequency, c);
+        block.values = {1.0F, 0.0F, 0.25F, static_cast<float>(value4)};
+        block.real = static_cast<float>(value.real());
+        block.imaginary = static_cast<float>(value.imag());
+      }
+      Append(BytesOf(record).first(CalFileRecord::BytesFor(header_.Channels())));
+    }
+  }
+
+  bool Write(const std::filesystem::path& path) const {
+    if (const std::string reason = WriteFile(path, bytes_); !reason.empty()) {
+      std::fprintf(stderr, "%s\n", FileMessage(path, reason).c_str());
+      return false;
+    }
+    std::printf("%s\n", path.string().c_str());
+    return true;
+  }
+
+ private:
+  void Append(std::span<const std::byte> bytes) {
+    bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+  }
+
+  CalHeader header_;
+  std::vector<std::byte> bytes_;
+};
+
+// Six channels through four settings of the low-pass filter, then with the input coupled by a
+// capacitor, then with each of ten gains. Parts age: `age` years lower the corners by a little.
+bool WriteBox(const std::filesystem::path& path, double age) {
+  File file(HeaderOf(kBoxCal, 2417, 6, "main6"));
+  constexpr double kHighest = 9600;
+  constexpr auto kCorners = std::to_array<double>({20000, 3500, 700, 120});
+  const double drift = 1 - 0.015 * age;
+  const auto front_end = [drift](double frequency, int channel, double corner) {
+    const double spread = 1 + 0.01 * (channel - 2.5);  // parts differ by a few percent
+    const double sign = channel == 4 ? -1 : 1;         // wired the other way round
+    return sign * spread * LowPass(frequency, corner * spread * drift);
+  };
+  for (std::size_t i = 0; i < kCorners.size(); ++i) {
+    file.AddPass(1, kHighest, 24, 5, i == 0 ? 2.01 : 1, [&](double frequency, int channel) {
+      return front_end(frequency, channel, kCorners[i]);
+    });
+  }
+  file.AddPass(1, kHighest, 24, 5, 1, [&](double frequency, int channel) {
+    return HighPass(frequency, 0.8) * front_end(frequency, channel, kCorners[0]);
+  });
+  for (int pass = 5; pass < 15; ++pass) {
+    const double gain = std::pow(2, (pass - 9) / 4.0);
+    file.AddPass(1, kHighest, 12, 5, pass == 9 ? 598.5 : 1, [&](double frequency, int channel) {
+      return gain * front_end(frequency, channel, kCorners[0] / std::max(1.0, gain));
+    });
+  }
+  return file.Write(path);
+}
+
+// An induction coil with feedback: flat between its corners, with the resonance of its winding
+// above.
+bool WriteCoil(const std::filesystem::path& path, int serial, double low_corner, double resonance) {
+  CalHeader header = HeaderOf(kSensorCal, serial, 1, "main6");
+  Put("TARK" + std::to_string(serial), &header.hsn);
+  header.hnom = 100;
+  header.cphc = 0.5;
+  File file(header);
+  const auto coil = [=](double frequency, int /*channel*/) {
+    constexpr double kDamping = 0.9;
+    const double share = frequency / resonance;
+    return 1.02 * HighPass(frequency, low_corner) /
+           Complex(1 - share * share, 2 * kDamping * share);
+  };
+  file.AddPass(2, 9600, 45, 9, 1, coil);
+  return file.Write(path);
+}
+
+bool WriteCurrentSensor(const std::filesystem::path& path) {
+  CalHeader header = HeaderOf(kCurrentSensorCal, 1043, 1, "main6");
+  Put("CS1043", &header.hsn);
+  header.hnom = 100;
+  File file(header);
+  file.AddPass(3, 9600, 30, 6, 1,
+               [](double frequency, int /*channel*/) { return 0.985 * LowPass(frequency, 60000); });
+  return file.Write(path);
+}
+
+}  // namespace
+
+bool WriteCalibrations(const std::filesystem::path& folder) {
+  std::error_code error;  // told with the first file
+  std::filesystem::create_directories(folder, error);
+  return WriteBox(folder / "2417.CLB", 0) && WriteBox(folder / "2417-2024.CLB", 2) &&
+         WriteCoil(folder / "2041.CLC", 2041, 0.4, 14000) &&
+         WriteCoil(folder / "2042.CLC", 2042, 0.52, 12500) &&
+         WriteCurrentSensor(folder / "1043.CLC");
+}
+
+}  // namespace orvane::examples

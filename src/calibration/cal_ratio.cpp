@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <cmath>
+
+#include "calibration/cal_view.h"
+
+namespace orvane {
+namespace {
+
+struct Point {
+  double log_frequency;
+  double log_amplitude;
+  double phase;
+};
+
+bool IsDrawable(const CalCurve& curve, std::size_t i) {
+  return curve.frequency[i] > 0 && std::isfinite(curve.frequency[i]) && curve.amplitude[i] > 0 &&
+         std::isfinite(curve.amplitude[i]) && std::isfinite(curve.phase[i]);
+}
+
+// The points that have logarithms, frequencies rising, those of one frequency in their order.
+std::vector<Point> PointsOf(const CalCurve& curve) {
+  std::vector<Point> points;
+  for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
+    if (IsDrawable(curve, i)) {
+      points.push_back(
+          {std::log(curve.frequency[i]), std::log(curve.amplitude[i]), curve.phase[i]});
+    }
+  }
+  std::stable_sort(points.begin(), points.end(), [](const Point& a, const Point& b) {
+    return a.log_frequency < b.log_frequency;
+  });
+  return points;
+}
+
+constexpr double kSameFrequency = 1e-6;  // relative
+
+// The reference at a frequency; false beyond its ends.
+bool ReferenceAt(const std::vector<Point>& points, double log_frequency, std::size_t occurrence,
+                 Point* at) {
+  const auto begin = std::lower_bound(
+      points.begin(), points.end(), log_frequency - kSameFrequency,
+      [](const Point& point, double wanted) { return point.log_frequency < wanted; });
+  const auto end = std::find_if(begin, points.end(), [log_frequency](const Point& point) {
+    return point.log_frequency > log_frequency + kSameFrequency;
+  });
+  if (begin != end) {
+    const auto last = static_cast<std::size_t>(end - begin) - 1;
+    *at = begin[static_cast<std::ptrdiff_t>(std::min(occurrence, last))];
+    return true;
+  }
+  if (begin == points.begin() || begin == points.end()) {
+    return false;
+  }
+  const Point& low = *(begin - 1);
+  const Point& high = *begin;
+  const double share =
+      (log_frequency - low.log_frequency) / (high.log_frequency - low.log_frequency);
+  *at = {log_frequency, low.log_amplitude + share * (high.log_amplitude - low.log_amplitude),
+         low.phase + share * std::remainder(high.phase - low.phase, 360)};
+  return true;
+}
+
+}  // namespace
+
+CalCurve RatioOf(const CalCurve& curve, const CalCurve& reference) {
+  const std::vector<Point> points = PointsOf(reference);
+  CalCurve ratio;
+  double before = 0;
+  std::size_t occurrence = 0;
+  for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
+    occurrence = curve.frequency[i] == before ? occurrence + 1 : 0;
+    before = curve.frequency[i];
+    Point at{};
+    if (!IsDrawable(curve, i) || !ReferenceAt(points, std::log(before), occurrence, &at)) {
+      continue;
+    }
+    ratio.frequency.push_back(before);
+    ratio.amplitude.push_back(curve.amplitude[i] / std::exp(at.log_amplitude));
+    ratio.phase.push_back(std::remainder(curve.phase[i] - at.phase, 360));
+  }
+  return ratio;
+}
+
+}  // namespace orvane

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calibration/cal_view.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "core/number_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
+std::string ChannelNumber(std::size_t channel) {
+  return FormatInt(static_cast<std::int64_t>(channel) + 1);
+}
+
+// The point nearest on a logarithmic axis; kNone where no point has a place there.
+std::size_t NearestPoint(const CalCurve& curve, double frequency) {
+  std::size_t nearest = kNone;
+  double least = HUGE_VAL;
+  for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
+    const double distance = std::abs(std::log(curve.frequency[i] / frequency));
+    if (curve.frequency[i] > 0 && distance < least) {
+      nearest = i;
+      least = distance;
+    }
+  }
+  return nearest;
+}
+
+struct Span {
+  double low = HUGE_VAL;
+  double high = -HUGE_VAL;
+
+  void Add(double value) {
+    low = std::min(low, value);
+    high = std::max(high, value);
+  }
+};
+
+// Outwards to whole decades within what the dialog accepts.
+void FitDecades(const Span& span, double* low, double* high) {
+  if (span.low <= span.high) {
+    *low = std::clamp(std::pow(10, std::floor(std::log10(span.low))), 1e-10, 1e9);
+    *high = std::clamp(std::pow(10, std::ceil(std::log10(span.high))), *low * 10, 1e10);
+  }
+}
+
+}  // namespace
+
+std::string CalTrace::Label() const {
+  return "Channel " + ChannelNumber(channel) + (is_reference ? ", reference" : "");
+}
+
+std::string CalView::Open(const std::filesystem::path& path) {
+  curves_ = {};
+  cursor_.reset();
+  const std::string message = LoadCalCurves(path, &curves_);
+  shown_.assign(curves_.channels.empty() ? 0 : 1, 0);
+  return message;
+}
+
+void CalView::Show(std::vector<std::size_t> channels) {
+  std::erase_if(channels, [this](std::size_t channel) { return channel >= Count(); });
+  std::sort(channels.begin(), channels.end());
+  channels.erase(std::unique(channels.begin(), channels.end()), channels.end());
+  if (!channels.empty()) {
+    shown_ = std::move(channels);
+  }
+}
+
+void CalView::ShowAll() {
+  shown_.resize(Count());
+  std::iota(shown_.begin(), shown_.end(), std::size_t{0});
+}
+
+bool CalView::Step(int by) {
+  if (shown_.empty()) {
+    return false;
+  }
+  const std::size_t from = by < 0 ? shown_.front() : shown_.back();
+  if (by < 0 ? from == 0 : from + 1 >= Count()) {
+    return false;
+  }
+  shown_ = {by < 0 ? from - 1 : from + 1};
+  return true;
+}
+
+std::string CalView::OpenReference(const std::filesystem::path& path) {
+  CalCurves reference;
+  std::string message = LoadCalCurves(path, &reference);
+  if (message.empty()) {
+    reference_ = std::move(reference);
+  }
+  return message;
+}
+
+void CalView::RemoveReference() {
+  reference_.reset();
+  is_ratio_ = false;
+}
+
+// A file of one channel, as of a sensor, serves every channel.
+const CalCurve* CalView::ReferenceOf(std::size_t channel) const {
+  if (!reference_) {
+    return nullptr;
+  }
+  const auto& channels = reference_->channels;
+  return channels.size() == 1        ? &channels.front()
+         : channel < channels.size() ? &channels[channel]
+                                     : nullptr;
+}
+
+std::string CalView::Title() const {
+  std::string title = curves_.path.filename().string();
+  if (shown_.empty()) {
+    return title;
+  }
+  title += shown_.size() == 1 ? " Channel: " : " Channels: ";
+  for (const std::size_t channel : shown_) {
+    title.append(channel == shown_.front() ? "" : ", ").append(ChannelNumber(channel));
+  }
+  if (reference_) {
+    title.append(is_ratio_ ? " / " : ", reference: ").append(reference_->path.filename().string());
+  }
+  return title;
+}
+
+std::vector<CalTrace> CalView::Traces() const {
+  std::vector<CalTrace> traces;
+  for (const std::size_t channel : shown_) {
+    const CalCurve& curve = curves_.channels[channel];
+    const CalCurve* reference = ReferenceOf(channel);
+    if (is_ratio_) {
+      traces.push_back(
+          {channel, false, reference == nullptr ? CalCurve() : RatioOf(curve, *reference)});
+      continue;
+    }
+    traces.push_back({channel, false, curve});
+    if (reference != nullptr) {
+      traces.push_back({channel, true, *reference});
+    }
+  }
+  return traces;
+}
+
+void CalView::FitDisplay() {
+  Span frequency;
+  Span amplitude;
+  Span phase;
+  for (const CalTrace& trace : Traces()) {
+    for (std::size_t i = 0; i < trace.curve.frequency.size(); ++i) {
+      const auto add = [](double value, bool is_drawable, Span* span) {
+        if (is_drawable && std::isfinite(value)) {
+          span->Add(value);
+        }
+      };
+      add(trace.curve.frequency[i], trace.curve.frequency[i] > 0, &frequency);
+      add(trace.curve.amplitude[i], trace.curve.amplitude[i] > 0, &amplitude);
+      add(trace.curve.phase[i], true, &phase);
+    }
+  }
+  FitDecades(frequency, &display_->min_frequency, &display_->max_frequency);
+  FitDecades(amplitude, &display_->min_amplitude, &display_->max_amplitude);
+  if (phase.low <= phase.high) {
+    constexpr double kStep = 10;
+    display_->min_phase = std::max(kStep * std::floor(phase.low / kStep), -360.0);
+    display_->max_phase =
+        std::clamp(kStep * std::ceil(phase.high / kStep), display_->min_phase + kStep, 360.0);
+  }
+}
+
+void CalView::SetCursor(std::optional<double> frequency) {
+  cursor_.reset();
+  const auto traces = Traces();
+  if (!frequency || !(*frequency > 0) || traces.empty()) {
+    return;
+  }
+  const CalCurve& curve = traces.front().curve;
+  if (const std::size_t at = NearestPoint(curve, *frequency); at != kNone) {
+    cursor_ = curve.frequency[at];
+  }
+}
+
+void CalView::MoveCursor(int by) {
+  if (shown_.empty()) {
+    return;
+  }
+  std::vector<double> frequencies = Traces().front().curve.frequency;
+  std::erase_if(frequencies, [](double f) { return !(f > 0) || !std::isfinite(f); });
+  std::sort(frequencies.begin(), frequencies.end());
+  if (frequencies.empty()) {
+    return;
+  }
+  if (!cursor_) {
+    cursor_ = by > 0 ? frequencies.front() : frequencies.back();
+  } else if (by > 0) {
+    const auto next = std::upper_bound(frequencies.begin(), frequencies.end(), *cursor_);
+    cursor_ = next == frequencies.end() ? frequencies.back() : *next;
+  } else {
+    const auto at = std::lower_bound(frequencies.begin(), frequencies.end(), *cursor_);
+    cursor_ = at == frequencies.begin() ? frequencies.front() : *(at - 1);
+  }
+}
+
+std::vector<CalReading> CalView::Readings() const {
+  std::vector<CalReading> readings;
+  if (!cursor_) {
+    return readings;
+  }
+  for (const CalTrace& trace : Traces()) {
+    if (const std::size_t at = NearestPoint(trace.curve, *cursor_); at != kNone) {
+      readings.push_back({trace.Label(), trace.curve.frequency[at], trace.curve.amplitude[at],
+                          trace.curve.phase[at]});
+    }
+  }
+  return readings;
+}
+
+}  // namespace orvane

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CALIBRATION_CAL_VIEW_H_
+#define ORVANE_CALIBRATION_CAL_VIEW_H_
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "calibration/cal_curves.h"
+#include "calibration/display_form.h"
+
+namespace orvane {
+
+/// A curve to draw.
+struct CalTrace {
+  std::size_t channel = 0;    ///< from 0
+  bool is_reference = false;  ///< of the reference file, to be drawn beside the file's own
+  CalCurve curve;
+
+  /// "Channel 3", "Channel 3, reference"
+  std::string Label() const;
+};
+
+/// What the cursor reads of one curve.
+struct CalReading {
+  std::string label;
+  double frequency = 0;  ///< of the measured point nearest to the cursor, Hz
+  double amplitude = 0;
+  double phase = 0;  ///< degrees
+};
+
+/// A curve over a reference at the frequencies of the first: the ratio of the amplitudes, the
+/// difference of the phases. Of points with one frequency the n-th goes with the reference's n-th.
+/// Between the reference's frequencies its logarithms are interpolated; points beyond them, and
+/// those without an amplitude above 0, are left out.
+CalCurve RatioOf(const CalCurve& curve, const CalCurve& reference);
+
+/// A calibration on display, all but the drawing: file, channels shown, reference, cursor. The
+/// ranges outlive it, so that the next file is shown in the same.
+class CalView {
+ public:
+  /// `display` must outlive the view.
+  explicit CalView(CalDisplay* display) : display_(display) {}
+
+  /// Opens a file and shows its first channel. An empty string, or the message for the user; the
+  /// view is then without curves.
+  [[nodiscard]] std::string Open(const std::filesystem::path& path);
+  const CalCurves& Curves() const { return curves_; }
+  std::size_t Count() const { return curves_.channels.size(); }
+
+  /// Channels shown, from 0 and rising; at least one unless there is none.
+  const std::vector<std::size_t>& Shown() const { return shown_; }
+  void Show(std::vector<std::size_t> channels);
+  void ShowAll();
+  /// Shows the next channel alone, or with -1 the one before; false at the last.
+  bool Step(int by);
+
+  /// Compares with another file. An empty string, or the message; the reference is then as before.
+  [[nodiscard]] std::string OpenReference(const std::filesystem::path& path);
+  void RemoveReference();
+  bool HasReference() const { return reference_.has_value(); }
+  /// The ratio to the reference in place of both.
+  void SetRatio(bool is_ratio) { is_ratio_ = is_ratio && HasReference(); }
+  bool ShowsRatio() const { return is_ratio_; }
+
+  std::string Title() const;
+  std::string AmplitudeLabel() const { return is_ratio_ ? "Amplitude ratio" : "Amplitude"; }
+  std::string PhaseLabel() const {
+    return is_ratio_ ? "Phase difference (degree)" : "Phase (degree)";
+  }
+  std::vector<CalTrace> Traces() const;
+
+  const CalDisplay& Display() const { return *display_; }
+  void SetDisplay(const CalDisplay& display) { *display_ = display; }
+  /// Ranges around all that is shown, in whole decades and tens of degrees.
+  void FitDisplay();
+
+  /// The cursor goes to the measured point of the first curve that is nearest to a frequency; none
+  /// takes it away.
+  void SetCursor(std::optional<double> frequency);
+  /// To the next point, or with -1 the one before; without a cursor to the first or last.
+  void MoveCursor(int by);
+  std::optional<double> Cursor() const { return cursor_; }
+  std::vector<CalReading> Readings() const;
+
+ private:
+  const CalCurve* ReferenceOf(std::size_t channel) const;
+
+  CalDisplay* display_;
+  CalCurves curves_;
+  std::optional<CalCurves> reference_;
+  std::vector<std::size_t> shown_;
+  bool is_ratio_ = false;
+  std::optional<double> cursor_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CALIBRATION_CAL_VIEW_H_

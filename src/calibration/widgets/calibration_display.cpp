@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calibration/widgets/calibration_display.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QMenu>
+#include <QSettings>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "core/number_text.h"
+#include "ui/file_dialogs.h"
+#include "ui/plot_theme.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+QString Number(double value) { return QString::fromStdString(FormatReal(value, 6)); }
+
+}  // namespace
+
+CCalibrationDisplay::CCalibrationDisplay(CalDisplay* ranges, Prompts* prompts, QWidget* parent)
+    : CDisplay(parent),
+      prompts_(prompts),
+      view_(ranges),
+      bar_(new QToolBar(this)),
+      list_(new QListWidget(this)),
+      plot_(new CalibrationPlot(&view_, this)),
+      readings_(new QTableWidget(this)),
+      parts_(new QSplitter(this)) {
+  setObjectName(QStringLiteral("calibration-display"));
+  setAccessibleName(QStringLiteral("Calibration"));
+  setFocusProxy(list_);
+  bar_->setAccessibleName(QStringLiteral("Calibration tools"));
+  bar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  AddChannels();
+  AddReference();
+  AddOthers();
+  list_->setObjectName(QStringLiteral("channels"));
+  list_->setAccessibleName(QStringLiteral("Channels shown"));
+  list_->setToolTip(QStringLiteral("Select several with Ctrl or Shift"));
+  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  connect(list_, &QListWidget::itemSelectionChanged, this, &CCalibrationDisplay::OnSelected);
+  readings_->setObjectName(QStringLiteral("readings"));
+  readings_->setAccessibleName(QStringLiteral("Cursor readings"));
+  readings_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  readings_->verticalHeader()->hide();
+  readings_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  readings_->hide();
+  for (QWidget* part : std::initializer_list<QWidget*>{list_, plot_, readings_}) {
+    parts_->addWidget(part);
+  }
+  parts_->setStretchFactor(1, 1);
+  parts_->setChildrenCollapsible(false);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(bar_);
+  layout->addWidget(parts_, 1);
+  connect(plot_, &CalibrationPlot::CursorMoved, this, &CCalibrationDisplay::ShowReadings);
+}
+
+QAction* CCalibrationDisplay::AddKey(const char* text, const char* name, const char* tip,
+                                     const QKeySequence& key, std::function<void()> act) {
+  auto* action = new QAction(QString::fromLatin1(text), this);
+  action->setObjectName(QString::fromLatin1(name));
+  action->setShortcut(key);
+  action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  const QString keys = key.toString(QKeySequence::NativeText);
+  action->setToolTip(QString::fromLatin1(tip) +
+                     (keys.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(keys)));
+  connect(action, &QAction::triggered, this, std::move(act));
+  addAction(action);
+  return action;
+}
+
+QAction* CCalibrationDisplay::Add(const char* text, const char* name, const char* tip,
+                                  const QKeySequence& key, std::function<void()> act) {
+  QAction* action = AddKey(text, name, tip, key, std::move(act));
+  bar_->addAction(action);
+  return action;
+}
+
+void CCalibrationDisplay::AddChannels() {
+  Add("Previous", "previous", "Channel before", Qt::Key_PageUp, [this] { Step(-1); });
+  Add("Next", "next", "Channel behind", Qt::Key_PageDown, [this] { Step(1); });
+  Add("All channels", "all", "All channels at once", Qt::CTRL | Qt::Key_A, [this] {
+    view_.ShowAll();
+    ShowView();
+  });
+  bar_->addSeparator();
+}
+
+void CCalibrationDisplay::AddReference() {
+  Add("Reference...", "reference", "Compare with another calibration file", Qt::CTRL | Qt::Key_R,
+      [this] { AskForReference(); });
+  ratio_ = Add("Ratio", "ratio", "The ratio to the reference", Qt::CTRL | Qt::Key_T, [this] {
+    view_.SetRatio(ratio_->isChecked());
+    ShowView();
+  });
+  ratio_->setCheckable(true);
+  no_reference_ = Add("No reference", "no-reference", "The file alone", QKeySequence(), [this] {
+    view_.RemoveReference();
+    ShowView();
+  });
+  bar_->addSeparator();
+}
+
+void CCalibrationDisplay::AddOthers() {
+  Add("Ranges...", "ranges", "Ranges of the axes", Qt::CTRL | Qt::Key_G,
+      [this] { emit RangesAsked(); });
+  Add("Fit", "fit", "Ranges around all that is shown", Qt::CTRL | Qt::Key_F, [this] {
+    view_.FitDisplay();
+    ShowView();
+  });
+  AddKey("Cursor left", "cursor-left", "Measured point before", Qt::Key_Left,
+         [this] { MoveCursor(-1); });
+  AddKey("Cursor right", "cursor-right", "Measured point behind", Qt::Key_Right,
+         [this] { MoveCursor(1); });
+  bar_->addSeparator();
+  Add("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
+      Qt::CTRL | Qt::Key_P, [this] { Save(); });
+  Add("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
+    if (view_.Cursor()) {
+      view_.SetCursor(std::nullopt);
+      plot_->ShowCursor();
+      ShowReadings();
+    } else {
+      emit CloseAsked();
+    }
+  });
+}
+
+bool CCalibrationDisplay::Open(const QString& path) {
+  const std::string message = view_.Open(PathFromText(path));
+  FillList();
+  ShowView();
+  if (!message.empty()) {
+    prompts_->ShowWarning("Orvane", message);
+  }
+  return message.empty();
+}
+
+bool CCalibrationDisplay::OpenReference(const QString& path) {
+  const std::string message = view_.OpenReference(PathFromText(path));
+  if (!message.empty()) {
+    prompts_->ShowWarning("Orvane", message);
+    return false;
+  }
+  ShowView();
+  return true;
+}
+
+void CCalibrationDisplay::FillList() {
+  const QSignalBlocker blocker(list_);
+  list_->clear();
+  for (std::size_t c = 0; c < view_.Count(); ++c) {
+    auto* item = new QListWidgetItem(QStringLiteral("Channel %1").arg(c + 1), list_);
+    QPixmap color(12, 12);
+    color.fill(TraceColor(static_cast<int>(c), palette()));
+    item->setIcon(color);
+  }
+  list_->setMaximumWidth(list_->sizeHintForColumn(0) + 48);
+}
+
+void CCalibrationDisplay::SelectShown() {
+  const QSignalBlocker blocker(list_);
+  list_->clearSelection();
+  for (const std::size_t channel : view_.Shown()) {
+    list_->item(static_cast<int>(channel))->setSelected(true);
+  }
+  if (!view_.Shown().empty()) {
+    const auto current = static_cast<std::size_t>(std::max(list_->currentRow(), 0));
+    if (!std::binary_search(view_.Shown().begin(), view_.Shown().end(), current) ||
+        list_->currentRow() < 0) {
+      list_->setCurrentRow(static_cast<int>(view_.Shown().front()), QItemSelectionModel::NoUpdate);
+    }
+  }
+}
+
+void CCalibrationDisplay::OnSelected() {
+  std::vector<std::size_t> channels;
+  for (const QModelIndex& index : list_->selectionModel()->selectedIndexes()) {
+    channels.push_back(static_cast<std::size_t>(index.row()));
+  }
+  if (!channels.empty()) {
+    view_.Show(std::move(channels));
+    ShowView();
+  }
+}
+
+void CCalibrationDisplay::Step(int by) {
+  if (view_.Step(by)) {
+    ShowView();
+  }
+}
+
+void CCalibrationDisplay::ShowView() {
+  SelectShown();
+  no_reference_->setEnabled(view_.HasReference());
+  ratio_->setEnabled(view_.HasReference());
+  ratio_->setChecked(view_.ShowsRatio());
+  view_.SetCursor(view_.Cursor());  // the curves may have other points
+  plot_->ShowView();
+  ShowReadings();
+}
+
+void CCalibrationDisplay::ShowReadings() {
+  const auto readings = view_.Readings();
+  readings_->setVisible(!readings.empty());
+  readings_->setColumnCount(4);
+  readings_->setHorizontalHeaderLabels({QStringLiteral("Channel"), QStringLiteral("Hz"),
+                                        QString::fromStdString(view_.AmplitudeLabel()),
+                                        QString::fromStdString(view_.PhaseLabel())});
+  readings_->setRowCount(static_cast<int>(readings.size()));
+  int row = 0;
+  for (const CalReading& reading : readings) {
+    int column = 0;
+    for (const QString& text :
+         {QString::fromStdString(reading.label).section(QLatin1Char(' '), 1),
+          Number(reading.frequency), Number(reading.amplitude), Number(reading.phase)}) {
+      auto* item = new QTableWidgetItem(text);
+      item->setTextAlignment((column == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+      readings_->setItem(row, column++, item);
+    }
+    ++row;
+  }
+  std::string told = view_.Title();
+  if (!readings.empty()) {
+    const CalReading& first = readings.front();
+    told += "   " + first.label + ": " + FormatReal(first.frequency, 6) + " Hz, " +
+            FormatReal(first.amplitude, 6) + ", " + FormatReal(first.phase, 6) + " degrees";
+  } else if (!view_.Curves().note.empty()) {
+    told += " - " + view_.Curves().note;
+  }
+  emit Told(QString::fromStdString(told));
+}
+
+void CCalibrationDisplay::AskForReference() {
+  CFileDialog dialog(QStringLiteral("Reference Calibration"), kFilters,
+                     TextFromPath(view_.Curves().path.parent_path()), this);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (dialog.exec() == QDialog::Accepted) {
+    OpenReference(dialog.selectedFiles().constFirst());
+  }
+}
+
+void CCalibrationDisplay::MoveCursor(int by) {
+  view_.MoveCursor(by);
+  plot_->ShowCursor();
+  ShowReadings();
+}
+
+void CCalibrationDisplay::Save() {
+  const QString name = TextFromPath(view_.Curves().path.stem());
+  const auto& shown = view_.Shown();
+  AskAndSavePlot(plot_->Plot(),
+                 shown.size() == 1 ? name + QStringLiteral("-%1").arg(shown.front() + 1) : name,
+                 this);
+}
+
+void CCalibrationDisplay::contextMenuEvent(QContextMenuEvent* event) {
+  QMenu menu(this);
+  menu.addActions(actions());
+  menu.exec(event->globalPos());
+}
+
+void CCalibrationDisplay::changeEvent(QEvent* event) {
+  CDisplay::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) {
+    FillList();
+    SelectShown();
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CALIBRATION_WIDGETS_CALIBRATION_DISPLAY_H_
+#define ORVANE_CALIBRATION_WIDGETS_CALIBRATION_DISPLAY_H_
+
+#include <QAction>
+#include <QKeySequence>
+#include <QListWidget>
+#include <QSplitter>
+#include <QTableWidget>
+#include <QToolBar>
+#include <functional>
+
+#include "calibration/cal_view.h"
+#include "calibration/widgets/calibration_plot.h"
+#include "forms/prompts.h"
+#include "ui/display.h"
+
+namespace orvane {
+
+/// A calibration file on display: a list of its channels, of which those selected are drawn, a tool
+/// bar, a table of what the cursor reads, and keys for everything.
+class CCalibrationDisplay : public CDisplay {
+  Q_OBJECT
+
+ public:
+  /// Both must outlive the display. `ranges` is what it shows of the curves and may change.
+  CCalibrationDisplay(CalDisplay* ranges, Prompts* prompts, QWidget* parent = nullptr);
+
+  /// Opens a file. False where that fails; the message is shown.
+  bool Open(const QString& path);
+  /// Compares with another file.
+  bool OpenReference(const QString& path);
+  CalView& View() { return view_; }
+
+  QString Title() const override { return QString::fromStdString(view_.Title()); }
+  void ScrollBack() override { Step(-1); }
+  void ScrollForward() override { Step(1); }
+  /// Draws the view anew and tells the status bar where it stands.
+  void ShowView();
+
+  /// For the file dialogs.
+  static constexpr std::string_view kFilters =
+      "Calibration Files (*.cl?)|*.cl?|All Files (*.*)|*.*||";
+  static constexpr const char* kFolderKey = "Folders/Calibrations";
+
+ signals:
+  /// The user wants to change the ranges.
+  void RangesAsked();
+
+ protected:
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  QAction* Add(const char* text, const char* name, const char* tip, const QKeySequence& key,
+               std::function<void()> act);
+  /// The same without a button: for the keyboard and the context menu.
+  QAction* AddKey(const char* text, const char* name, const char* tip, const QKeySequence& key,
+                  std::function<void()> act);
+  void AddChannels();
+  void AddReference();
+  void AddOthers();
+  void FillList();
+  void SelectShown();
+  void OnSelected();
+  void Step(int by);
+  void AskForReference();
+  void MoveCursor(int by);
+  void ShowReadings();
+  void Save();
+
+  Prompts* prompts_;
+  CalView view_;
+  QToolBar* bar_;
+  QListWidget* list_;
+  CalibrationPlot* plot_;
+  QTableWidget* readings_;
+  QSplitter* parts_;
+  QAction* ratio_ = nullptr;
+  QAction* no_reference_ = nullptr;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CALIBRATION_WIDGETS_CALIBRATION_DISPLAY_H_

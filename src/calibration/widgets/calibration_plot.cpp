@@ -1,0 +1,282 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calibration/widgets/calibration_plot.h"
+
+#include <qcustomplot.h>
+
+#include <QMouseEvent>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "ui/plot_theme.h"
+
+namespace orvane {
+namespace {
+
+constexpr double kNothing = std::numeric_limits<double>::quiet_NaN();
+constexpr double kDecade = 10;
+
+// Grid lines that divide the axis into equal parts; numbers only at so many that they do not touch.
+class PartsTicker : public QCPAxisTicker {
+ public:
+  explicit PartsTicker(int parts) : parts_(parts) {}
+
+  void generate(const QCPRange& range, const QLocale& /*locale*/, QChar /*format*/,
+                int /*precision*/, QVector<double>& ticks, QVector<double>* sub_ticks,
+                QVector<QString>* labels) override {
+    constexpr int kMostLabels = 10;
+    const int step = (parts_ + kMostLabels - 1) / kMostLabels;
+    ticks.clear();
+    for (int i = 0; i <= parts_; ++i) {
+      ticks.append(range.lower + range.size() * i / parts_);
+      if (labels != nullptr) {
+        labels->append(i % step == 0 ? QString::number(ticks.back(), 'g', 6) : QString());
+      }
+    }
+    if (sub_ticks != nullptr) {
+      sub_ticks->clear();
+    }
+  }
+
+ private:
+  int parts_;
+};
+
+// Within one decade a logarithmic axis has no decades to number.
+void SetLogRange(QCPAxis* axis, double low, double high) {
+  QSharedPointer<QCPAxisTicker> ticker(new QCPAxisTicker);
+  if (high / low > kDecade) {
+    auto* decades = new QCPAxisTickerLog;
+    decades->setTickCount(12);
+    decades->setSubTickCount(8);
+    ticker.reset(decades);
+  }
+  axis->setTicker(ticker);
+  axis->setRange(low, high);
+}
+
+void SetUpLog(QCPAxis* axis) {
+  axis->setScaleType(QCPAxis::stLogarithmic);
+  axis->setNumberFormat(QStringLiteral("g"));
+  axis->setNumberPrecision(6);
+}
+
+// A different mark for each of neighbouring colours.
+QCPScatterStyle MarkOf(const CalTrace& trace, double size) {
+  constexpr auto kShapes = std::to_array<QCPScatterStyle::ScatterShape>(
+      {QCPScatterStyle::ssCircle, QCPScatterStyle::ssSquare, QCPScatterStyle::ssTriangle,
+       QCPScatterStyle::ssDiamond, QCPScatterStyle::ssCross, QCPScatterStyle::ssPlus});
+  return {trace.is_reference ? QCPScatterStyle::ssDot : kShapes[trace.channel % kShapes.size()],
+          size};
+}
+
+// Passes measured at the same frequencies are no one line.
+bool IsLine(const CalCurve& curve) {
+  return std::adjacent_find(curve.frequency.begin(), curve.frequency.end()) ==
+         curve.frequency.end();
+}
+
+}  // namespace
+
+CalibrationPlot::CalibrationPlot(CalView* view, QWidget* parent)
+    : QWidget(parent), view_(view), plot_(new QCustomPlot(this)) {
+  setObjectName(QStringLiteral("calibration-picture"));
+  plot_->setObjectName(QStringLiteral("calibration-plot"));
+  plot_->setFocusPolicy(Qt::NoFocus);
+  plot_->setNotAntialiasedElements(QCP::aeScatters);
+  plot_->installEventFilter(this);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(plot_);
+  setMinimumSize(240, 200);
+  plot_->plotLayout()->clear();
+  amplitude_ = MakeAxes(1);
+  phase_ = MakeAxes(2);
+  SetUpLog(amplitude_->axis(QCPAxis::atLeft));
+  auto* margins = new QCPMarginGroup(plot_);
+  amplitude_->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
+  phase_->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
+  AddTexts();
+  amplitude_cursor_ = MakeCursor(amplitude_);
+  phase_cursor_ = MakeCursor(phase_);
+}
+
+QCPAxisRect* CalibrationPlot::MakeAxes(int row) {
+  auto* axes = new QCPAxisRect(plot_);
+  axes->setupFullAxesBox();
+  axes->setMinimumSize(50, 40);
+  for (QCPAxis* axis : axes->axes()) {
+    axis->setLayer(QStringLiteral("axes"));
+    axis->grid()->setLayer(QStringLiteral("grid"));
+  }
+  axes->axis(QCPAxis::atTop)->setTicks(false);
+  axes->axis(QCPAxis::atRight)->setTicks(false);
+  SetUpLog(axes->axis(QCPAxis::atBottom));
+  axes->axis(QCPAxis::atBottom)->setLabel(QStringLiteral("Frequency (Hz)"));
+  plot_->plotLayout()->addElement(row, 0, axes);
+  return axes;
+}
+
+QCPItemStraightLine* CalibrationPlot::MakeCursor(QCPAxisRect* axes) {
+  auto* cursor = new QCPItemStraightLine(plot_);
+  cursor->setClipAxisRect(axes);
+  for (QCPItemPosition* position : {cursor->point1, cursor->point2}) {
+    position->setAxisRect(axes);
+    position->setTypeX(QCPItemPosition::ptPlotCoords);
+    position->setTypeY(QCPItemPosition::ptAxisRectRatio);
+    position->setAxes(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
+  }
+  return cursor;
+}
+
+void CalibrationPlot::AddTexts() {
+  constexpr double kNoMore = 0.001;  // than the height that its text needs
+  title_ = new QCPTextElement(plot_);
+  plot_->plotLayout()->addElement(0, 0, title_);
+  plot_->plotLayout()->setRowStretchFactor(0, kNoMore);
+  legend_ = new QCPLegend;
+  plot_->plotLayout()->addElement(3, 0, legend_);
+  plot_->plotLayout()->setRowStretchFactor(3, kNoMore);
+  constexpr int kInALine = 6;
+  legend_->setLayer(QStringLiteral("legend"));
+  legend_->setFillOrder(QCPLayoutGrid::foColumnsFirst);
+  legend_->setWrap(kInALine);
+  legend_->setBorderPen(Qt::NoPen);
+  legend_->setBrush(Qt::NoBrush);
+  nothing_ = new QCPItemText(plot_);
+  nothing_->setClipAxisRect(amplitude_);
+  nothing_->position->setAxisRect(amplitude_);
+  nothing_->position->setType(QCPItemPosition::ptAxisRectRatio);
+  nothing_->position->setCoords(0.5, 0.5);
+}
+
+void CalibrationPlot::AddTrace(const CalTrace& trace, bool is_single) {
+  constexpr double kMarkSize = 5;
+  QVector<double> frequencies;
+  QVector<double> amplitudes;
+  QVector<double> phases;
+  for (std::size_t i = 0; i < trace.curve.frequency.size(); ++i) {
+    const double frequency = trace.curve.frequency[i];
+    if (frequency > 0 && std::isfinite(frequency)) {
+      const double amplitude = trace.curve.amplitude[i];
+      frequencies.append(frequency);
+      amplitudes.append(amplitude > 0 ? amplitude : kNothing);  // 0 has no place on a log axis
+      phases.append(trace.curve.phase[i]);
+    }
+  }
+  QPen pen(TraceColor(static_cast<int>(trace.channel), palette()), trace.is_reference ? 1 : 1.5);
+  pen.setStyle(trace.is_reference ? Qt::DashLine : Qt::SolidLine);
+  for (QCPAxisRect* axes : {amplitude_, phase_}) {
+    QCPGraph* graph = plot_->addGraph(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
+    graph->setData(frequencies, axes == amplitude_ ? amplitudes : phases);
+    graph->setName(QString::fromStdString(trace.Label()));
+    graph->setPen(pen);
+    graph->setLineStyle(IsLine(trace.curve) ? QCPGraph::lsLine : QCPGraph::lsNone);
+    graph->setScatterStyle(MarkOf(trace, kMarkSize));
+    if (axes == amplitude_ && !is_single) {
+      graph->addToLegend(legend_);
+    }
+  }
+}
+
+void CalibrationPlot::SetRanges() {
+  const CalDisplay& display = view_->Display();
+  const std::string why = WhyEmpty(display);
+  const bool is_empty = !why.empty();
+  for (QCPAxisRect* axes : {amplitude_, phase_}) {
+    for (QCPAxis* axis : axes->axes()) {
+      const bool is_numbered =
+          axis->axisType() == QCPAxis::atLeft || axis->axisType() == QCPAxis::atBottom;
+      axis->setTicks(is_numbered && !is_empty);
+      axis->setTickLabels(is_numbered && !is_empty);
+      axis->grid()->setVisible(is_numbered && !is_empty);
+    }
+  }
+  nothing_->setVisible(is_empty || view_->Count() == 0);
+  nothing_->setText(is_empty ? QString::fromStdString(why) : QStringLiteral("No curves"));
+  if (is_empty) {
+    return;
+  }
+  for (QCPAxisRect* axes : {amplitude_, phase_}) {
+    SetLogRange(axes->axis(QCPAxis::atBottom), display.min_frequency, display.max_frequency);
+  }
+  SetLogRange(amplitude_->axis(QCPAxis::atLeft), display.min_amplitude, display.max_amplitude);
+  QCPAxis* phase = phase_->axis(QCPAxis::atLeft);
+  phase->setTicker(QSharedPointer<QCPAxisTicker>(new PartsTicker(display.phase_grid_lines)));
+  phase->setRange(display.min_phase, display.max_phase);
+}
+
+void CalibrationPlot::ShowView() {
+  legend_->clearItems();
+  plot_->clearGraphs();
+  const QString title = QString::fromStdString(view_->Title());
+  title_->setText(title);
+  const auto label = [](const std::string& text) { return QString::fromStdString(text); };
+  amplitude_->axis(QCPAxis::atLeft)->setLabel(label(view_->AmplitudeLabel()));
+  phase_->axis(QCPAxis::atLeft)->setLabel(label(view_->PhaseLabel()));
+  plot_->setAccessibleName(QStringLiteral("Calibration: ") + title);
+  setAccessibleName(plot_->accessibleName());
+  SetRanges();
+  if (WhyEmpty(view_->Display()).empty()) {
+    const auto traces = view_->Traces();
+    for (const CalTrace& trace : traces) {
+      AddTrace(trace, traces.size() == 1);
+    }
+  }
+  legend_->setVisible(legend_->itemCount() > 0);
+  FollowTheme();
+  ShowCursor();
+}
+
+void CalibrationPlot::ShowCursor() {
+  const auto cursor = view_->Cursor();
+  for (QCPItemStraightLine* line : {amplitude_cursor_, phase_cursor_}) {
+    line->setVisible(cursor.has_value() && !nothing_->visible());
+    line->point1->setCoords(cursor.value_or(1), 0);
+    line->point2->setCoords(cursor.value_or(1), 1);
+  }
+  plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void CalibrationPlot::FollowTheme() {
+  ThemePlot(plot_, palette(), font());
+  const QColor text = palette().color(QPalette::WindowText);
+  QFont bold = font();
+  bold.setBold(true);
+  title_->setFont(bold);
+  title_->setTextColor(text);
+  legend_->setFont(font());
+  legend_->setTextColor(text);
+  for (int i = 0; i < legend_->itemCount(); ++i) {
+    legend_->item(i)->setFont(font());
+    legend_->item(i)->setTextColor(text);
+  }
+  nothing_->setFont(font());
+  nothing_->setColor(text);
+  QPen cursor(palette().color(QPalette::Highlight), 1.5);
+  amplitude_cursor_->setPen(cursor);
+  phase_cursor_->setPen(cursor);
+}
+
+bool CalibrationPlot::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress) {
+    const auto& press = static_cast<const QMouseEvent&>(*event);
+    if (press.button() == Qt::LeftButton && !nothing_->visible()) {
+      view_->SetCursor(amplitude_->axis(QCPAxis::atBottom)->pixelToCoord(press.position().x()));
+      ShowCursor();
+      emit CursorMoved();
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void CalibrationPlot::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
+    ShowView();
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CALIBRATION_WIDGETS_CALIBRATION_PLOT_H_
+#define ORVANE_CALIBRATION_WIDGETS_CALIBRATION_PLOT_H_
+
+#include <QWidget>
+
+#include "calibration/cal_view.h"
+
+class QCPAxisRect;
+class QCPItemStraightLine;
+class QCPItemText;
+class QCPLegend;
+class QCPTextElement;
+class QCustomPlot;
+
+namespace orvane {
+
+/// Draws what a `CalView` shows: a title, the amplitudes, below them the phases, each measured
+/// point marked, and the cursor. A click sets the cursor.
+class CalibrationPlot : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The view must outlive the plot.
+  CalibrationPlot(CalView* view, QWidget* parent);
+
+  /// Draws the view anew, whatever of it has changed.
+  void ShowView();
+  /// Only the cursor has moved.
+  void ShowCursor();
+  QCustomPlot* Plot() { return plot_; }
+
+ signals:
+  /// The user set the cursor.
+  void CursorMoved();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  QCPAxisRect* MakeAxes(int row);
+  QCPItemStraightLine* MakeCursor(QCPAxisRect* axes);
+  void AddTexts();
+  void AddTrace(const CalTrace& trace, bool is_single);
+  void SetRanges();
+  void FollowTheme();
+
+  CalView* view_;
+  QCustomPlot* plot_;
+  QCPTextElement* title_ = nullptr;
+  QCPAxisRect* amplitude_ = nullptr;
+  QCPAxisRect* phase_ = nullptr;
+  QCPLegend* legend_ = nullptr;  // names the curves where there are several
+  QCPItemText* nothing_ = nullptr;
+  QCPItemStraightLine* amplitude_cursor_ = nullptr;
+  QCPItemStraightLine* phase_cursor_ = nullptr;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CALIBRATION_WIDGETS_CALIBRATION_PLOT_H_

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calibration/widgets/calibration_display.h"
+
+#include <gtest/gtest.h>
+
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "app/main_frame.h"
+#include "support/cal_bytes.h"
+#include "support/qt_print.h"
+#include "support/temp_dir.h"
+#include "ui/plot_theme.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+using namespace testing;  // NOLINT: the builders
+
+class CalibrationDisplayTest : public ::testing::Test {
+ protected:
+  CalibrationDisplayTest() {
+    std::string bytes = CalHeaderBytes(1, 3);
+    for (int i = 0; i < 5; ++i) {
+      bytes +=
+          CalRecordBytes(1, std::pow(10.F, static_cast<float>(i)), i + 1, {0, 0, 0, 0, 1, 0}, 3);
+    }
+    WriteAll(dir_ / "box.clb", bytes);
+    WriteAll(dir_ / "bad.clb", "short");
+    frame_.show();
+  }
+  QString Path(const char* name) { return TextFromPath(dir_ / name); }
+  CCalibrationDisplay* Shown() { return qobject_cast<CCalibrationDisplay*>(frame_.Display()); }
+  // Does something to the window that comes up next.
+  void WhenModal(const std::function<void(QWidget*)>& act) {
+    auto* timer = new QTimer(&frame_);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
+      if (QWidget* window = QApplication::activeModalWidget(); window != nullptr) {
+        timer->deleteLater();
+        timer->stop();
+        act(window);
+      }
+    });
+    timer->start(5);
+  }
+
+  TempDir dir_;
+  ParamTable table_;
+  QtPrompts prompts_;
+  StatusNotices notices_;
+  COrvaneDoc doc_{&table_, &prompts_, &notices_};
+  CMainFrame frame_{&doc_, &prompts_, &notices_};
+};
+
+TEST_F(CalibrationDisplayTest, StepsBySelectionKeysAndToolBarAndGoesWithEscape) {
+  const bool was_modified = doc_.IsModified();
+  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  auto* list = Shown()->findChild<QListWidget*>(QStringLiteral("channels"));
+  frame_.Command(kScrollForward)->trigger();
+  EXPECT_TRUE(frame_.windowTitle().startsWith(QStringLiteral("box.clb Channel: 2 - ")));
+  EXPECT_EQ(list->selectedItems().value(0)->text(), QStringLiteral("Channel 2"));
+  QTest::keyClick(list, Qt::Key_PageDown);
+  EXPECT_EQ(Shown()->Title(), QStringLiteral("box.clb Channel: 3"));
+  QTest::keyClick(list, Qt::Key_Up);
+  EXPECT_EQ(Shown()->Title(), QStringLiteral("box.clb Channel: 2"));
+  QTest::keyClick(list, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(Shown()->Title(), QStringLiteral("box.clb Channels: 1, 2, 3"));
+  QTest::keyClick(list, Qt::Key_Right);
+  EXPECT_EQ(Shown()->View().Cursor(), 1);
+  EXPECT_EQ(Shown()->findChild<QTableWidget*>(QStringLiteral("readings"))->rowCount(), 3);
+  QTest::keyClick(list, Qt::Key_Escape);
+  EXPECT_FALSE(Shown()->View().Cursor());
+  QTest::keyClick(list, Qt::Key_Escape);
+  EXPECT_EQ(frame_.Display(), nullptr);
+  EXPECT_EQ(doc_.IsModified(), was_modified);
+  EXPECT_EQ(doc_.Path(), QString());
+}
+
+TEST_F(CalibrationDisplayTest, RangesStayForTheNextFileAndCancelChangesNothing) {
+  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  const auto edit = [this](bool is_ok) {
+    WhenModal([is_ok](QWidget* window) {
+      auto* line = window->findChild<QLineEdit*>(QStringLiteral("1001"));
+      line->clear();
+      QTest::keyClicks(line, is_ok ? QStringLiteral("25.5") : QStringLiteral("7"));
+      auto* dialog = qobject_cast<QDialog*>(window);
+      is_ok ? dialog->accept() : dialog->reject();
+    });
+    frame_.Command(kCalibrationSettings)->trigger();
+  };
+  edit(true);
+  EXPECT_EQ(Shown()->View().Display().max_amplitude, 25.5);
+  edit(false);
+  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  EXPECT_EQ(Shown()->View().Display().max_amplitude, 25.5);
+}
+
+TEST_F(CalibrationDisplayTest, AFileThatFailsLeavesNoCurves) {
+  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  QString said;
+  WhenModal([&said](QWidget* window) {
+    said = qobject_cast<QMessageBox*>(window)->text();
+    window->close();
+  });
+  EXPECT_FALSE(frame_.OpenCalibration(Path("bad.clb")));
+  EXPECT_EQ(said, QStringLiteral("Failed to read calbration header!"));
+  EXPECT_EQ(frame_.Display(), nullptr);
+}
+
+TEST_F(CalibrationDisplayTest, ARatioIsDrawnAndSaved) {
+  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  ASSERT_TRUE(Shown()->OpenReference(Path("box.clb")));
+  EXPECT_EQ(Shown()->View().Traces().size(), 2U);
+  Shown()->findChild<QAction*>(QStringLiteral("ratio"))->trigger();
+  EXPECT_EQ(Shown()->View().Traces().front().curve.amplitude, (std::vector<double>(5, 1)));
+  auto* plot = Shown()->findChild<CalibrationPlot*>()->Plot();
+  for (const auto& [name, start] :
+       {std::pair("a.png", "\x89PNG"), std::pair("a.svg", "<?xml"), std::pair("a.pdf", "%PDF")}) {
+    EXPECT_EQ(SavePlot(plot, Path(name)), QString());
+    EXPECT_TRUE(ReadAll(dir_ / name).starts_with(start)) << name;
+  }
+  Shown()->findChild<QAction*>(QStringLiteral("no-reference"))->trigger();
+  EXPECT_FALSE(Shown()->View().ShowsRatio());
+}
+
+}  // namespace
+}  // namespace orvane

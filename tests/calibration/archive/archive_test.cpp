@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calibration/archive/archive.h"
+
+#include <gtest/gtest.h>
+
+#include "calibration/archive/cal_objects.h"
+#include "support/cal_bytes.h"
+
+namespace orvane::calobj {
+namespace {
+
+using namespace testing;  // NOLINT: the builders
+
+std::string Text(std::string_view text) {
+  return IntBytes(static_cast<std::int32_t>(text.size())).append(text);
+}
+
+CalData Example() {
+  CalData data;
+  data.header_numbers = {1, 2, 3, 4, 5};
+  data.header_texts = {"ZLA5", "5.\xE9"};
+  data.more_numbers = {6, 7, 8, 9, 10};
+  data.more_text = "T";
+  data.header_values = {0.5, 0.25, -1};
+  data.last_number = 11;
+  data.values = {1.5};
+  CalPass pass;
+  pass.number = 12;
+  pass.frequency = 64;
+  pass.settings = {1, 2, 3, 4};
+  CalFileRecord record;
+  record.frequency = 0.1F;
+  record.step = -3;
+  record.channels[2] = {{1, 2, 3, 4}, 5, 6};
+  pass.records.emplace_back(record, 3);
+  data.passes.push_back(pass);
+  data.functions.emplace_back();
+  data.functions[0].identifier = 7;
+  data.functions[0].points.emplace_back();
+  data.functions[0].points[0].response = {2, -2};
+  return data;
+}
+
+std::string ExampleBytes() {
+  std::string bytes = Text("CalData") + IntBytes(1);
+  for (const int number : {1, 2, 3, 4, 5}) {
+    bytes += IntBytes(number);
+  }
+  bytes += Text("ZLA5") + Text("5.\xE9");
+  for (const int number : {6, 7, 8, 9, 10}) {
+    bytes += IntBytes(number);
+  }
+  bytes += Text("T") + RealBytes(0.5) + RealBytes(0.25) + RealBytes(-1) + IntBytes(11);
+  bytes += IntBytes(1) + RealBytes(1.5);
+  bytes += IntBytes(1) + IntBytes(12) + RealBytes(64);
+  for (const int setting : {1, 2, 3, 4}) {
+    bytes += IntBytes(setting);
+  }
+  bytes += IntBytes(1) + IntBytes(-3) + RealBytes(double{0.1F});
+  for (const int value : {3, 4, 1, 2, 5, 6}) {
+    bytes += RealBytes(value);
+  }
+  return bytes + IntBytes(1) + IntBytes(7) + IntBytes(1) + RealBytes(0) + RealBytes(2) +
+         RealBytes(-2);
+}
+
+std::unique_ptr<Object> Read(const std::string& bytes) {
+  std::string reason;
+  auto object = FromBytes(QByteArray::fromStdString(bytes), &reason);
+  EXPECT_EQ(object == nullptr, !reason.empty()) << reason;
+  return object;
+}
+
+TEST(CalArchive, EveryFieldStandsInItsPlace) {
+  EXPECT_EQ(ToBytes(Example()).toStdString(), ExampleBytes());
+  const auto read = Read(ExampleBytes());
+  ASSERT_NE(read, nullptr);
+  EXPECT_EQ(ToBytes(*read).toStdString(), ExampleBytes());
+  const auto empty = Read(ToBytes(CalData()).toStdString());
+  const auto* data = dynamic_cast<CalData*>(empty.get());
+  ASSERT_NE(data, nullptr);
+  EXPECT_TRUE(data->values.empty() && data->passes.empty() && data->functions.empty());
+  for (const char* name : {"CFreqResp", "CalFunc", "CalRecord", "CalPass", "CalData"}) {
+    const auto made = MakeObject(name);
+    ASSERT_NE(made, nullptr) << name;
+    EXPECT_EQ(made->ClassName(), name);
+    EXPECT_NE(Read(ToBytes(*made).toStdString()), nullptr) << name;
+  }
+}
+
+TEST(CalArchive, WhatIsNotWhollyRightIsRefused) {
+  const std::string bytes = ExampleBytes();
+  for (std::size_t size = 0; size < bytes.size(); ++size) {
+    EXPECT_EQ(Read(bytes.substr(0, size)), nullptr) << size;
+  }
+  EXPECT_EQ(Read(bytes + "x"), nullptr);
+  EXPECT_EQ(Read(Text("CalOther") + IntBytes(1)), nullptr);
+  EXPECT_EQ(Read(Text("CFreqResp") + IntBytes(2) + std::string(24, '\0')), nullptr);
+  for (const std::int32_t count : {-1, 3, 1 << 30}) {
+    EXPECT_EQ(Read(Text("CalFunc") + IntBytes(1) + IntBytes(0) + IntBytes(count)), nullptr);
+    EXPECT_EQ(Read(IntBytes(count) + "Ca"), nullptr);
+  }
+}
+
+TEST(CalArchive, CopiesAreDeepAndEqualityIsAsStated) {
+  CalData original = Example();
+  CalData copy = original;
+  copy.passes[0].records[0].step = 99;
+  EXPECT_EQ(original.passes[0].records[0].step, -3);
+  original = copy;
+  EXPECT_EQ(original.passes[0].records[0].step, 99);
+
+  CalData fives;
+  fives.header_numbers = {0, 5, 5, 0, 0};
+  CalData five_seven;
+  five_seven.header_numbers = {0, 5, 7, 0, 0};
+  EXPECT_TRUE(fives == five_seven);
+  EXPECT_FALSE(five_seven == fives);
+
+  CalPass a = copy.passes[0];
+  CalPass b = a;
+  b.records.clear();
+  EXPECT_TRUE(a == b);
+  b.settings[3] = 0;
+  EXPECT_FALSE(a == b);
+}
+
+}  // namespace
+}  // namespace orvane::calobj

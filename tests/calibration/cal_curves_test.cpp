@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calibration/cal_curves.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "calibration/cal_text.h"
+#include "calibration/cal_view.h"
+#include "support/batch_help.h"
+#include "support/cal_bytes.h"
+
+namespace orvane {
+namespace {
+
+using namespace testing;  // NOLINT: the builders
+
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+
+class CalCurvesTest : public ::testing::Test {
+ protected:
+  CalCurves Load(const std::string& bytes) {
+    WriteAll(dir_ / "a.clb", bytes);
+    CalCurves curves;
+    EXPECT_EQ(LoadCalCurves(dir_ / "a.clb", &curves), "");
+    return curves;
+  }
+  TempDir dir_;
+};
+
+TEST_F(CalCurvesTest, FrequenciesFallAndEqualOnesKeepTheirOrder) {
+  std::string bytes = CalHeaderBytes(0, 1);  // of any kind
+  for (const auto& [frequency, real] :
+       {std::pair(1.F, 1.F), std::pair(8.F, 2.F), std::pair(8.F, 3.F), std::pair(kNan, 4.F),
+        std::pair(2.F, 5.F), std::pair(64.F, 6.F)}) {
+    bytes += CalRecordBytes(0, frequency, 1, {0, 0, 0, 0, real, 0});
+  }
+  // A frequency that does not compare is passed by none.
+  EXPECT_EQ(Load(bytes).channels[0].amplitude, (std::vector<double>{2, 3, 1, 4, 6, 5}));
+}
+
+TEST_F(CalCurvesTest, ReadingEndsAt500RecordsAndAtASecondSeriesOfKind2) {
+  EXPECT_EQ(Load(CalHeaderBytes(1, 1) + CalPassBytes({600})).channels[0].phase.size(), 500U);
+  struct Case {
+    std::vector<std::pair<int, int>> kinds_and_steps;
+    std::size_t count;
+  };
+  for (const Case& c : std::vector<Case>{{{{2, 1}, {2, 2}, {2, 2}, {2, 1}}, 3},
+                                         {{{1, 2}, {2, 1}, {1, 3}, {2, 2}}, 4},
+                                         {{{1, 2}, {1, 1}, {2, 1}}, 3},
+                                         {{{2, 5}, {3, 1}, {2, 1}}, 3}}) {
+    std::string bytes = CalHeaderBytes(1, 1);
+    for (const auto& [kind, step] : c.kinds_and_steps) {
+      bytes += CalRecordBytes(kind, 1, step, {});
+    }
+    EXPECT_EQ(Load(bytes).channels[0].frequency.size(), c.count);
+  }
+  const std::string cut = CalHeaderBytes(1, 1) + CalPassBytes({2});
+  EXPECT_EQ(Load(cut.substr(0, cut.size() - 1)).channels[0].frequency.size(), 1U);
+}
+
+TEST_F(CalCurvesTest, ReversedChannelsAreTurned) {
+  struct Case {
+    std::vector<double> phases;
+    double turn;
+  };
+  for (const Case& c : std::vector<Case>{{{170, 170}, -180},
+                                         {{150, 150}, 0},
+                                         {{-150}, 0},
+                                         {{-151}, 180},
+                                         {{178, -178}, 0},
+                                         {{}, 0}}) {
+    auto phases = c.phases;
+    FoldPhases(&phases);
+    for (std::size_t i = 0; i < phases.size(); ++i) {
+      EXPECT_EQ(phases[i], c.phases[i] + c.turn);
+    }
+  }
+  const CalCurves curves =
+      Load(CalHeaderBytes(1, 2) + CalRecordBytes(0, 1, 1, {0, 0, 0, 0, -3, 4}, 2));
+  EXPECT_EQ(curves.channels[1].amplitude[0], 5);
+  EXPECT_NEAR(curves.channels[1].phase[0], 126.869897645844, 1e-12);
+}
+
+TEST_F(CalCurvesTest, WhatCannotBeLoadedIsTold) {
+  CalCurves curves;
+  const std::string path = (dir_ / "none.clb").string();
+  EXPECT_EQ(LoadCalCurves(path, &curves), "Failed to open file " + path + "!");
+  for (const std::string& bytes :
+       {CalHeaderBytes(1, 1).substr(1), CalHeaderBytes(1, 13), CalHeaderBytes(1, 0)}) {
+    WriteAll(path, bytes);
+    EXPECT_EQ(LoadCalCurves(path, &curves), "Failed to read calbration header!");
+  }
+}
+
+TEST_F(CalCurvesTest, TextsStandByteForByte) {
+  const std::string common =
+      " UTC,   ,   ,  UTC,  2026/11/21 08:30:00,\n"
+      "SNUM,   ,   ,  Int,  -2,\n"
+      "NCHN,   ,   ,  Int,  2,\n"
+      "STAT,   ,   ,  Int,  7,\n"
+      "  HW,   ,   ,  Str,  zla5k,\n"
+      " VER,   ,   ,  Str,  5.0,\n"
+      "TCMB,   ,   ,  Int,  1,\n"
+      "TALS,   ,   ,  Int,  2,\n"
+      "LFRQ,   ,   ,  Int,  3,\n"
+      "Q2SR,   ,   ,  Int,  4,\n"
+      "LPFR,   ,   ,  Int,  5,\n";
+  const std::string sensor =
+      " HSN,   ,   ,  StrPT,  COIL12345678,\n"
+      "HATT,   ,   ,  FltPT,    0.50000,\n"
+      "HNOM,   ,   ,  FltPT,  1234.25000,\n"
+      "CPHC,   ,   ,  FltPT,   -2.12500,\n";
+  const std::string block =
+      "                      -1.2500,12345.6787, 0.0000,  0.06250,-3.0000, 4.0000, 5.0000,"
+      " 126.87,\n";
+  const std::string record = " 255,  1.235e+04,  -2,\n" + block + block + "\n";
+  const auto record_bytes =
+      CalRecordBytes(255, 12345.6789F, -2, {-1.25F, 12345.6789F, 0, 0.0625F, -3, 4}, 2);
+  for (const auto& [ctyp, header] :
+       {std::pair(0, common), std::pair(1, common), std::pair(2, common + sensor),
+        std::pair(3, common + sensor)}) {
+    const std::string bytes = CalHeaderBytes(ctyp, 2) + record_bytes;
+    WriteAll(dir_ / "A.CLB", bytes + record_bytes.substr(1));
+    const BatchResult result = RunOne(ExportCalToText(), dir_ / "A.CLB");
+    EXPECT_EQ(result.status, BatchStatus::kDoneWithNote);
+    EXPECT_EQ(result.outputs, std::vector{dir_ / "a.txt"});
+    EXPECT_EQ(ReadAll(dir_ / "a.txt"), header + record);
+  }
+  WriteAll(dir_ / "B.clc", CalHeaderBytes(1, 1) + CalPassBytes({600}));
+  EXPECT_TRUE(RunOne(ExportCalToText(), dir_ / "B.clc").IsDone());
+  const std::string text = ReadAll(dir_ / "b.txt");
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 11 + 3 * 500);
+  EXPECT_TRUE(
+      text.ends_with(" 500,\n                       1.0000, 2.0000, 3.0000,  4.00000,"
+                     " 5.0000, 6.0000, 7.8102,  50.19,\n\n"));
+  WriteAll(dir_ / "c.clb", "short");
+  EXPECT_EQ(RunOne(ExportCalToText(), dir_ / "c.clb").code, kCalTextNoHeader);
+  EXPECT_EQ(RunOne(ExportCalToText(), dir_ / "none").code, kCalTextNoInput);
+  EXPECT_EQ(RunOne(ExportCalToText(), dir_ / "A.CLB", dir_ / "c.clb").code, kCalTextNoOutput);
+}
+
+TEST_F(CalCurvesTest, ARatioTakesEqualFrequenciesInTurnAndInterpolatesBetweenOthers) {
+  const CalCurve curve{{1000, 100, 100, 10, 5, 0}, {8, 6, 9, 4, 1, 1}, {170, 20, 30, 10, 0, 0}};
+  const CalCurve reference{{1000, 100, 100, 1}, {2, 3, 4.5, 0.03}, {-170, 5, 5, -15}};
+  const CalCurve ratio = RatioOf(curve, reference);
+  ASSERT_EQ(ratio.frequency, (std::vector<double>{1000, 100, 100, 10, 5}));
+  const std::vector<double> amplitudes = {4, 2, 2, 4 / 0.3};
+  const std::vector<double> phases = {-20, 15, 25, 15};
+  for (std::size_t i = 0; i < amplitudes.size(); ++i) {
+    EXPECT_NEAR(ratio.amplitude[i], amplitudes[i], 1e-9) << i;
+    EXPECT_NEAR(ratio.phase[i], phases[i], 1e-9) << i;
+  }
+}
+
+TEST_F(CalCurvesTest, TheViewStepsAndReads) {
+  Load(CalHeaderBytes(1, 2) + CalRecordBytes(0, 1, 1, {0, 0, 0, 0, 2, 0}, 2) +
+       CalRecordBytes(0, 10, 2, {0, 0, 0, 0, 0, 3}, 2));
+  CalDisplay ranges;
+  CalView view(&ranges);
+  ASSERT_EQ(view.Open(dir_ / "a.clb"), "");
+  EXPECT_EQ(view.Title(), "a.clb Channel: 1");
+  EXPECT_FALSE(view.Step(-1));
+  EXPECT_TRUE(view.Step(1));
+  EXPECT_EQ(view.Title(), "a.clb Channel: 2");
+  EXPECT_FALSE(view.Step(1));
+  view.ShowAll();
+  EXPECT_EQ(view.Traces().size(), 2U);
+  view.SetCursor(3.5);  // nearer to 10 by its logarithm
+  ASSERT_EQ(view.Readings().size(), 2U);
+  EXPECT_EQ(view.Readings()[1].amplitude, 3);
+  view.MoveCursor(-1);
+  EXPECT_EQ(view.Cursor(), 1);
+  view.FitDisplay();
+  EXPECT_EQ(ranges, (CalDisplay{10, 10, 90, 1, 1, 0, 4}));
+  EXPECT_NE(view.Open(dir_ / "none"), "");
+  EXPECT_EQ(view.Count(), 0U);
+  EXPECT_FALSE(view.Step(1));
+}
+
+TEST(CalDisplayFormTest, RefusesWhatIsOutOfRangeAndKeepsTheRest) {
+  const CalDisplay odd{0.1 + 0.2, 1e-10, -360, 1e10, 5, 360, 10000};
+  EXPECT_EQ(CalDisplayForm(odd).Display(), odd);  // minimum above maximum is no fault
+  for (const auto& [control, text, is_right] :
+       {std::tuple(CalDisplayForm::kPhaseGridLines, "1", false),
+        std::tuple(CalDisplayForm::kPhaseGridLines, "2", true),
+        std::tuple(CalDisplayForm::kPhaseGridLines, "10001", false),
+        std::tuple(CalDisplayForm::kMinAmplitude, "0", false),
+        std::tuple(CalDisplayForm::kMaxFrequency, "1e10", true),
+        std::tuple(CalDisplayForm::kMaxPhase, "360.5", false),
+        std::tuple(CalDisplayForm::kMinPhase, "", false)}) {
+    CalDisplayForm form({});
+    form.Model().SetText(control, text);
+    EXPECT_EQ(!form.Model().Validate(), is_right) << control << text;
+  }
+}
+
+}  // namespace
+}  // namespace orvane
