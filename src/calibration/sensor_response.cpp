@@ -41,6 +41,18 @@ double NominalRatio(const CalData& cal, const RecordingHeader& header) {
 
 }  // namespace
 
+SensorResponse::SensorResponse(std::vector<CurvePoint> points, double corner,
+                               bool contains_high_pass, double scale)
+    : corner_(corner), scale_(scale) {
+  if (contains_high_pass) {
+    // Without it the points are smoother, so that the curve between and below them is better.
+    for (CurvePoint& point : points) {
+      point.response = Times(point.response, Inverse(HighPass(point.frequency, corner)));
+    }
+  }
+  curve_ = RecordCurve(std::move(points));
+}
+
 Status SensorResponse::Prepare(const CalData* cal, const RecordingHeader* header) {
   if (cal == nullptr) {
     return kNoCalibration;
@@ -56,18 +68,11 @@ Status SensorResponse::Prepare(const CalData* cal, const RecordingHeader* header
   if (records.empty()) {
     return kNoRecordOfKind;
   }
-  corner_ = cal->header.cphc;
-  scale_ = NominalRatio(*cal, *header);
-  std::vector<CurvePoint> points = CurvePoints(records, ChannelOf(*cal, records));
   const std::string_view version = CalText(cal->header.ver);
-  if (!ContainsWithoutCase(version, "7452C") && !ContainsWithoutCase(version, "7452DX")) {
-    // These records contain the high pass. Without it they are smoother, so that the curve between
-    // them is better.
-    for (CurvePoint& point : points) {
-      point.response = Times(point.response, Inverse(HighPass(point.frequency, corner_)));
-    }
-  }
-  curve_ = RecordCurve(std::move(points));
+  const bool is_variant =
+      ContainsWithoutCase(version, "7452C") || ContainsWithoutCase(version, "7452DX");
+  *this = SensorResponse(CurvePoints(records, ChannelOf(*cal, records)), cal->header.cphc,
+                         !is_variant, NominalRatio(*cal, *header));
   return curve_.IsEmpty() ? kNoRecordOfKind : kOk;
 }
 

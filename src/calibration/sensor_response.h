@@ -12,6 +12,12 @@ namespace orvane {
 /// to the recording's nominal sensitivity.
 class SensorResponse {
  public:
+  SensorResponse() = default;
+  /// A measured curve times a scale. The high pass with this corner (Hz; none where it is not above
+  /// 0) is either contained in the points or comes on top of them.
+  SensorResponse(std::vector<CurvePoint> points, double corner, bool contains_high_pass,
+                 double scale);
+
   /// 0, 1222, 1228, 1229 or 1230.
   Status Prepare(const CalData* cal, const RecordingHeader* header);
   Complex At(double frequency) const;
