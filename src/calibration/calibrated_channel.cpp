@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calibration/calibrated_channel.h"
 
+#include <algorithm>
 #include <numbers>
 
 #include "core/ascii.h"

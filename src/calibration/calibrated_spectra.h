@@ -13,13 +13,13 @@
 namespace orvane {
 
 struct SpectraOptions {
-  std::filesystem::path calibration_folder;  ///< empty: that of each recording
-  double base_frequency = 0;                 ///< Hz, where a record has none; 0: "FREQ"
-  int most_harmonics = 64;                   ///< of each record
-  std::set<int> reversed;                    ///< channels, from 1, that are wired the other way
+  std::filesystem::path calibration_folder = {};  ///< empty: that of each recording
+  double base_frequency = 0;                      ///< Hz, where a record has none; 0: "FREQ"
+  int most_harmonics = 64;                        ///< of each record
+  std::set<int> reversed = {};  ///< channels, from 1, that are wired the other way
   /// Asked where a sensor's calibration is missing; true: the channel is converted without it, its
   /// outputs are 0. Called from several threads, one at a time. Empty: no.
-  std::function<bool(const std::string& question, const BatchTask& task)> ask;
+  std::function<bool(const std::string& question, const BatchTask& task)> ask = {};
 };
 
 /// The band of a file "*.TS1" to "*.TS19"; 0 for all others.

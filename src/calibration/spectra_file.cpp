@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calibration/spectra_file.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/number_text.h"

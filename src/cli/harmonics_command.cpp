@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include "calibration/cal_header.h"
 #include "calibration/calibrated_spectra.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
@@ -19,11 +20,34 @@ CLI::Validator Frequency() {
           "", "frequency"};
 }
 
+// Numbers with commas between them; none where one is no channel.
+std::optional<std::set<int>> ChannelsIn(std::string_view text) {
+  std::set<int> channels;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(','), text.size());
+    const int channel = ParseInt(text.substr(0, end)).value_or(0);
+    if (channel < 1 || channel > kMaxCalChannels) {
+      return std::nullopt;
+    }
+    channels.insert(channel);
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return channels;
+}
+
+CLI::Validator Channels() {
+  return {[](const std::string& text) {
+            return ChannelsIn(text) ? std::string()
+                                    : "\"" + text + "\" is no list of channels 1 to 12";
+          },
+          "", "channels"};
+}
+
 struct HarmonicsArguments {
   std::string calibration_folder;
   std::string base_frequency;
   int harmonics = 64;
-  std::vector<int> reversed;
+  std::string reversed;
   bool says_yes = false;
   bool says_no = false;
 
@@ -32,7 +56,7 @@ struct HarmonicsArguments {
     options.calibration_folder = calibration_folder;
     options.base_frequency = ParseReal(base_frequency).value_or(0);
     options.most_harmonics = harmonics;
-    options.reversed = {reversed.begin(), reversed.end()};
+    options.reversed = ChannelsIn(reversed).value_or(std::set<int>());
     if (says_yes) {
       options.ask = [](const std::string&, const BatchTask&) { return true; };
     } else if (!says_no) {
@@ -58,8 +82,7 @@ void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code) {
   verb->add_option("--harmonics", arguments->harmonics, "of each record, at most (default: 64)")
       ->check(CLI::Range(1, 65535));
   verb->add_option("--reverse", arguments->reversed, "channels that are wired the other way: 3,5")
-      ->delimiter(',')
-      ->check(CLI::Range(1, 12));
+      ->check(Channels());
   CLI::Option* yes = verb->add_flag("--yes", arguments->says_yes,
                                     "convert channels without their sensor's calibration as 0");
   verb->add_flag("--no", arguments->says_no, "leave such files alone (default without a terminal)")

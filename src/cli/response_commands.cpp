@@ -54,8 +54,7 @@ ExitCode PrintBox(const ResponseArguments& arguments, const CalData& cal,
   std::vector<double> validities(box.Channels());
   for (const std::string& frequency : arguments.frequencies) {
     const double hertz = ParseReal(frequency).value_or(0);
-    const Status one =
-        status == kOk || box.Channels() > 0 ? box.At(hertz, responses, validities) : status;
+    const Status one = box.At(hertz, responses, validities);
     status = status == kOk ? one : status;
     for (std::size_t c = 0; c < box.Channels(); ++c) {
       text += Line({static_cast<double>(c + 1), hertz, responses[c].real(), responses[c].imag(),

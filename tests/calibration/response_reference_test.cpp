@@ -7,6 +7,8 @@
 #include <sstream>
 
 #include "calibration/box_response.h"
+#include "calibration/calibrated_channel.h"
+#include "calibration/harmonics.h"
 #include "calibration/sensor_response.h"
 #include "support/recording_help.h"
 #include "support/sweeps.h"
@@ -211,6 +213,44 @@ TEST(ResponseReference, SampleRates) {
     double rate = -1;
     EXPECT_EQ(LookupSampleRate(&header, band, &rate), status) << row.All();
     EXPECT_EQ(rate, expected) << row.All();
+  }
+}
+
+TEST(ResponseReference, Harmonics) {
+  constexpr double kPi = 3.141592653589793;
+  std::vector<std::int32_t> samples;
+  for (int j = 0; j < 2400; ++j) {
+    const double sample = 1e6 * std::sin(2 * kPi * 4 * j / 2400 + 0.3) +
+                          3e5 * std::sin(2 * kPi * 12 * j / 2400 - 0.7);
+    samples.push_back(static_cast<std::int32_t>(sample) * 256);
+  }
+  CalData cal;
+  cal.header.nchn = std::int16_t{1};
+  cal.pass_table = {0};
+  FitBoxModel(&cal);  // to nothing: the nominal parts stay
+  const RecordingHeader header =
+      Recording(Text("CHDEF1", "EX") + Whole("CHEX", 1) + Whole("EGNC", 1) + Whole("LPFR", 18) +
+                    Whole("ACDC", 0) + Whole("EXR", 200) + Whole("SRL1", 2400) + Real("FSCV", 5),
+                1);
+  CalibratedChannel channel;
+  ASSERT_EQ(MakeCalibratedChannel(header, FillChannelSettings(header)[0], 1, nullptr, &channel),
+            kOk);
+  const auto bins = OddHarmonicBins(4, 2400, samples.size(), 20);
+  EXPECT_EQ(bins.back(), 156U);
+  const auto values = HarmonicPlan(samples.size(), bins).Evaluate(samples);
+  for (Row& row : Rows("harmonic")) {
+    const int n = row.Int();
+    const double sign = row.Int() != 0 ? -1 : 1;
+    Complex box;
+    double validity = 0;
+    ASSERT_EQ(ComputeBoxResponse(&cal, &header, 1, 4 * n, {&box, 1}, {&validity, 1}), kOk);
+    const SpectralLine line = CalibrateHarmonic(values[static_cast<std::size_t>(n / 2)],
+                                                channel.scale, sign * box, 1, 4 * n, 0.0625);
+    const double amplitude = row.Double();
+    EXPECT_NEAR(line.amplitude, amplitude, 1e-9 * amplitude + (n == 5 ? 1e-9 : 0)) << row.All();
+    if (n != 5) {  // which is nothing but rounding
+      EXPECT_NEAR(line.phase, row.Double(), 1e-6) << row.All();
+    }
   }
 }
 

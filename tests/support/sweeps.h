@@ -76,10 +76,13 @@ struct Sweeps {
 };
 
 /// The largest relative error of a model over gains, filters and sources, between two frequencies.
+/// Filters are "LPFR" codes.
 inline double LargestError(const FrontEndParameters& is, const FrontEndParameters& model,
-                           bool is_coupled, double from, double to) {
+                           bool is_coupled, double from, double to,
+                           const std::vector<int>& filters = {0, 16, 17, 18, 19, 20, 80, 81, 82, 83,
+                                                              84}) {
   double largest = 0;
-  for (const int low_pass : {0, 16, 17, 18, 19, 20, 80, 81, 82, 83, 84}) {
+  for (const int low_pass : filters) {
     for (int gain = -1; gain <= 2; ++gain) {
       for (const double source : {0, 100, 1000}) {
         const FrontEndSetting setting{gain, low_pass, is_coupled ? 1 : 0, source};
