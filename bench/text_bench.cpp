@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
+#include <array>
 
 #include <bit>
 #include <cmath>
@@ -202,8 +203,8 @@ void StackCsvByFprintf(benchmark::State& state) {
                    header.flags, double{header.value});
       std::fprintf(out, "%5.3f, ", static_cast<double>(record.ExtensionValue()));
       for (std::size_t i = 0; i < header.item_count; ++i) {
-        float pair[2];
-        std::memcpy(pair, &record.items[8 * i], sizeof pair);
+        std::array<float, 2> pair{};
+        std::memcpy(pair.data(), &record.items[8 * i], sizeof pair);
         std::fprintf(out, "%14.5e, %14.5e,", static_cast<double>(pair[0]),
                      static_cast<double>(pair[1]));
       }
@@ -244,22 +245,42 @@ const std::filesystem::path& CalibrationFile() {
   return path;
 }
 
+// Its records, in memory.
+const std::vector<orvane::CalFileRecord>& CalibrationRecords() {
+  static const std::vector<orvane::CalFileRecord> records = [] {
+    std::vector<orvane::CalFileRecord> read;
+    orvane::CalReader reader;
+    orvane::CalHeader header;
+    orvane::CalFileRecord record;
+    static_cast<void>(reader.Open(CalibrationFile()));
+    reader.TakeHeader(&header);
+    while (reader.TakeRecord(&record)) {
+      read.push_back(record);
+    }
+    return read;
+  }();
+  return records;
+}
+
 void CalibrationText(benchmark::State& state) {
-  const auto conversion = orvane::ExportCalToText();
+  const auto& records = CalibrationRecords();
   for (auto _ : state) {
-    RunBatch(conversion, {CalibrationFile()}, 1);
+    orvane::TextFile out;
+    static_cast<void>(out.Open(Folder() / "box.txt"));
+    for (const orvane::CalFileRecord& record : records) {
+      orvane::WriteCalRecord(record, orvane::kMaxCalChannels, &out);
+    }
+    if (!out.Commit().empty()) {
+      std::abort();
+    }
   }
 }
 
 void CalibrationTextByFprintf(benchmark::State& state) {
+  const auto& records = CalibrationRecords();
   for (auto _ : state) {
-    orvane::CalReader reader;
-    static_cast<void>(reader.Open(CalibrationFile()));
-    orvane::CalHeader header;
-    reader.TakeHeader(&header);
     std::FILE* out = std::fopen((Folder() / "plain.txt").c_str(), "wb");
-    orvane::CalFileRecord record;
-    while (reader.TakeRecord(&record)) {
+    for (const orvane::CalFileRecord& record : records) {
       std::fprintf(out, "%4i,%11.4g,%4i,\n", record.kind,
                    static_cast<double>(static_cast<float>(record.frequency)), int{record.step});
       for (const orvane::CalBlock& block : record.channels) {

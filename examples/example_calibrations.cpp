@@ -96,8 +96,7 @@ bool WriteBox(const std::filesystem::path& path, double age) {
   const double drift = 1 - 0.015 * age;
   const auto front_end = [drift](double frequency, int channel, double corner) {
     const double spread = 1 + 0.01 * (channel - 2.5);  // parts differ by a few percent
-    const double sign = channel == 4 ? -1 : 1;         // wired the other way round
-    return sign * spread * LowPass(frequency, corner * spread * drift);
+    return spread * LowPass(frequency, corner * spread * drift);
   };
   for (std::size_t i = 0; i < kCorners.size(); ++i) {
     file.AddPass(1, kHighest, 24, 5, i == 0 ? 2.01 : 1, [&](double frequency, int channel) {
@@ -139,8 +138,9 @@ bool WriteCurrentSensor(const std::filesystem::path& path) {
   Put("CS1043", &header.hsn);
   header.hnom = 100;
   File file(header);
-  file.AddPass(3, 9600, 30, 6, 1,
-               [](double frequency, int /*channel*/) { return 0.985 * LowPass(frequency, 60000); });
+  file.AddPass(3, 9600, 30, 6, 1, [](double frequency, int /*channel*/) {
+    return -0.985 * LowPass(frequency, 60000);  // clamped on the other way round
+  });
   return file.Write(path);
 }
 

@@ -329,7 +329,7 @@ QString WriteTwelveChannels(const QString& folder, const orvane::ParamTable& tab
       }
     }
   }
-  const QString path = folder + QStringLiteral("/TWELVE.TSS");
+  QString path = folder + QStringLiteral("/TWELVE.TSS");
   QFile file(path);
   static_cast<void>(file.open(QIODevice::WriteOnly));
   file.write(bytes.data(), static_cast<qint64>(bytes.size()));
@@ -402,6 +402,8 @@ bool DrawCalibrations(orvane::COrvaneApp* app, const QString& folder, const Gall
   display->ShowView();
   draw("calibration-box-all");
   display = show("/2041.CLC");
+  display->View().FitDisplay();
+  display->ShowView();
   draw("calibration-coil");
   done = display->OpenReference(folder + QStringLiteral("/2042.CLC")) && done;
   display->View().SetCursor(1);

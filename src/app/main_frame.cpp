@@ -80,7 +80,7 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
     : doc_(doc),
       prompts_(prompts),
       editors_(doc, prompts, notices, this),
-      utilities_(doc, prompts, this),
+      utilities_(doc, prompts, notices, this),
       view_(new COrvaneView(doc, this)),
       stack_(new QStackedWidget(this)) {
   setObjectName(QStringLiteral("main"));

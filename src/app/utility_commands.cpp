@@ -22,8 +22,11 @@ namespace {
 
 constexpr char kConverted[] = "%d files are converted to ASCII file!";  // NOLINT
 constexpr Utility kTableListing = {"Convert TBL File(s) to ASCII File(s)",
-                                   "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||", "", kConverted,
-                                   1};
+                                   "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||",
+                                   "",
+                                   kConverted,
+                                   1,
+                                   "tbl"};
 constexpr Utility kScheduleListing = {"Convert Frequency Stepping File(s) to ASCII File(s)",
                                       "Schedule File (*.TFS)|*.TFS|All Files (*.*)|*.*||", "",
                                       kConverted, 1};
@@ -70,6 +73,7 @@ void UtilityCommands::Run(const Utility& utility, Conversion conversion) {
   const QString key = QStringLiteral("Folders/") + QString::fromLatin1(utility.title);
   CFECFileDialog dialog(QString::fromLatin1(utility.title), utility.filters,
                         StartFolder(key, *doc_), parent_);
+  dialog.setDefaultSuffix(QString::fromLatin1(utility.suffix));
   if (*utility.initial_name != '\0') {
     dialog.selectFile(QString::fromLatin1(utility.initial_name));
   }
@@ -110,7 +114,12 @@ void UtilityCommands::ShowTexts(const Batch& batch) {
     if (result.outputs.empty()) {
       missing += TextFromPath(batch.Input(i)) + QStringLiteral(": ") + ResultText(result) +
                  QLatin1Char('\n');
-    } else if (editor_fault.isEmpty()) {
+      continue;
+    }
+    if (!result.text.empty()) {
+      notices_->ShowNotice(batch.Input(i).string() + ": " + result.text);
+    }
+    if (editor_fault.isEmpty()) {
       editor_fault = editor_.Show(TextFromPath(result.outputs.front()));
     }
   }

@@ -22,14 +22,15 @@ struct Utility {
   const char* message;       ///< with "%d" for the number of files
   /// So many files or fewer are shown in the text editor instead of the message.
   std::size_t most_shown = 0;
+  const char* suffix = "";  ///< for names typed without one
 };
 
 /// The commands that turn files into others. They never touch the document.
 class UtilityCommands {
  public:
   /// All must outlive the commands; `parent` is what the dialogs stand over.
-  UtilityCommands(const COrvaneDoc* doc, Prompts* prompts, QWidget* parent)
-      : doc_(doc), prompts_(prompts), parent_(parent) {}
+  UtilityCommands(const COrvaneDoc* doc, Prompts* prompts, Notices* notices, QWidget* parent)
+      : doc_(doc), prompts_(prompts), notices_(notices), parent_(parent) {}
 
   void ListTables();
   void ListSchedules();
@@ -52,6 +53,7 @@ class UtilityCommands {
 
   const COrvaneDoc* doc_;
   Prompts* prompts_;
+  Notices* notices_;
   QWidget* parent_;
   TextEditor editor_;
 };

@@ -39,6 +39,47 @@ std::string TakeRecords(CalReader* in, std::vector<CalFileRecord>* records) {
   return in->IsCut() ? "the last record is cut and left out" : "";
 }
 
+// Positions in falling order of frequency; equal ones keep theirs. The order of neighbours being
+// exchanged until none needs it: nothing passes a frequency that is no number.
+std::vector<std::size_t> FallingOrder(const std::vector<CalFileRecord>& records) {
+  std::vector<std::size_t> order(records.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  const auto frequency = [&records](std::size_t at) -> float { return records[at].frequency; };
+  for (auto begin = order.begin(); begin != order.end();) {
+    const auto end =
+        std::find_if(begin, order.end(), [&](std::size_t at) { return std::isnan(frequency(at)); });
+    std::stable_sort(begin, end,
+                     [&](std::size_t a, std::size_t b) { return frequency(a) > frequency(b); });
+    begin = end == order.end() ? end : end + 1;
+  }
+  return order;
+}
+
+// The pass of each record: a step of 0 or 1 begins one.
+std::vector<int> SweepsOf(const std::vector<CalFileRecord>& records) {
+  std::vector<int> sweeps;
+  for (const CalFileRecord& record : records) {
+    const bool is_next = !sweeps.empty() && record.step <= 1;
+    sweeps.push_back((sweeps.empty() ? 0 : sweeps.back()) + (is_next ? 1 : 0));
+  }
+  return sweeps;
+}
+
+CalCurve CurveOf(const std::vector<CalFileRecord>& records, const std::vector<std::size_t>& order,
+                 const std::vector<int>& sweeps, std::size_t channel) {
+  CalCurve curve;
+  for (const std::size_t at : order) {
+    const double real = records[at].channels[channel].real;
+    const double imaginary = records[at].channels[channel].imaginary;
+    curve.frequency.push_back(records[at].frequency);
+    curve.amplitude.push_back(std::hypot(real, imaginary));
+    curve.phase.push_back(std::atan2(imaginary, real) * kDegrees);
+    curve.sweep.push_back(sweeps[at]);
+  }
+  FoldPhases(&curve.phase);
+  return curve;
+}
+
 std::string Load(const std::filesystem::path& path, CalCurves* curves) {
   CalCurves loaded;
   loaded.path = path;
@@ -51,43 +92,16 @@ std::string Load(const std::filesystem::path& path, CalCurves* curves) {
   }
   std::vector<CalFileRecord> records;
   loaded.note = TakeRecords(&in, &records);
-  SortByFrequency(&records);
+  const auto order = FallingOrder(records);
+  const auto sweeps = SweepsOf(records);
   for (std::size_t c = 0; c < loaded.header.Channels(); ++c) {
-    loaded.channels.push_back(CurveOf(records, c));
-    FoldPhases(&loaded.channels.back().phase);
+    loaded.channels.push_back(CurveOf(records, order, sweeps, c));
   }
   *curves = std::move(loaded);
   return {};
 }
 
 }  // namespace
-
-void SortByFrequency(std::vector<CalFileRecord>* records) {
-  const auto is_no_number = [](const CalFileRecord& record) {
-    return std::isnan(static_cast<float>(record.frequency));
-  };
-  // The order of neighbours being exchanged until none needs it: nothing passes what does not
-  // compare.
-  for (auto begin = records->begin(); begin != records->end();) {
-    const auto end = std::find_if(begin, records->end(), is_no_number);
-    std::stable_sort(begin, end, [](const CalFileRecord& a, const CalFileRecord& b) {
-      return a.frequency > b.frequency;
-    });
-    begin = end == records->end() ? end : end + 1;
-  }
-}
-
-CalCurve CurveOf(const std::vector<CalFileRecord>& records, std::size_t channel) {
-  CalCurve curve;
-  for (const CalFileRecord& record : records) {
-    const double real = record.channels[channel].real;
-    const double imaginary = record.channels[channel].imaginary;
-    curve.frequency.push_back(record.frequency);
-    curve.amplitude.push_back(std::hypot(real, imaginary));
-    curve.phase.push_back(std::atan2(imaginary, real) * kDegrees);
-  }
-  return curve;
-}
 
 void FoldPhases(std::vector<double>* phases) {
   constexpr double kReversed = 150;

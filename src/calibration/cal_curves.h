@@ -17,6 +17,7 @@ struct CalCurve {
   std::vector<double> frequency;  ///< Hz
   std::vector<double> amplitude;
   std::vector<double> phase;  ///< degrees; those of a reversed channel are turned by 180
+  std::vector<int> sweep;     ///< the pass that each point belongs to, from 0
 };
 
 struct CalCurves {
@@ -31,12 +32,6 @@ struct CalCurves {
 /// string, or the message for the user; `curves` is then as before.
 [[nodiscard]] std::string LoadCalCurves(const std::filesystem::path& path, CalCurves* curves);
 
-/// The steps of the loading, in their order.
-/// Brings records into falling order of frequency; those of equal frequency keep theirs. A record
-/// whose frequency is no number stays where it is, and the others do not pass it.
-void SortByFrequency(std::vector<CalFileRecord>* records);
-/// Frequency, amplitude and phase of one channel, in the order of the records.
-CalCurve CurveOf(const std::vector<CalFileRecord>& records, std::size_t channel);
 /// Turns all phases by 180 degrees where their mean is beyond 150 or -150.
 void FoldPhases(std::vector<double>* phases);
 

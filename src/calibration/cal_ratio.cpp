@@ -77,6 +77,7 @@ CalCurve RatioOf(const CalCurve& curve, const CalCurve& reference) {
     }
     ratio.frequency.push_back(before);
     ratio.amplitude.push_back(curve.amplitude[i] / std::exp(at.log_amplitude));
+    ratio.sweep.push_back(curve.sweep[i]);
     ratio.phase.push_back(std::remainder(curve.phase[i] - at.phase, 360));
   }
   return ratio;

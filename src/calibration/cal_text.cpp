@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calibration/cal_text.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "calibration/cal_reader.h"
+#include "calibration/short_fixed.h"
 #include "core/number_text.h"
 #include "core/param_time.h"
 #include "core/path_names.h"
@@ -27,17 +30,29 @@ void RealLine(std::string_view key, double value, TextFile* out) {
   Begin(key, "FltPT", out).Fixed(value, 5, 9).Text(",\n");
 }
 
+// The line of one channel, whole before it goes to the file.
 void WriteBlock(const CalBlock& block, TextFile* out) {
+  constexpr std::string_view kIndent = "                      ";
+  constexpr std::size_t kNumbers = 8;
+  // Not to be zeroed: only what is written is read.
+  std::array<char, kIndent.size() + kNumbers*(kMaxNumberText + 1) + 1> line;  // NOLINT
+  char* to = std::copy(kIndent.begin(), kIndent.end(), line.data());
   const double real = block.real;
   const double imaginary = block.imaginary;
-  out->Text("                      ");
+  const auto with_comma = [&to](char* end) {
+    *end = ',';
+    to = end + 1;
+  };
   for (const std::size_t i : {0, 1, 2}) {
-    out->Fixed(block.values[i], 4, 7).Text(",");
+    with_comma(WriteShortFixed<4, 7>(to, block.values[i]));
   }
-  out->Fixed(block.values[3], 5, 9).Text(",");
-  out->Fixed(real, 4, 7).Text(",").Fixed(imaginary, 4, 7).Text(",");
-  out->Fixed(std::sqrt(real * real + imaginary * imaginary), 4, 7).Text(",");
-  out->Fixed(180 * std::atan2(imaginary, real) / kPi, 2, 7).Text(",\n");
+  with_comma(WriteShortFixed<5, 9>(to, block.values[3]));
+  with_comma(WriteShortFixed<4, 7>(to, real));
+  with_comma(WriteShortFixed<4, 7>(to, imaginary));
+  with_comma(WriteShortFixed<4, 7>(to, std::sqrt(real * real + imaginary * imaginary)));
+  with_comma(WriteShortFixed<2, 7>(to, 180 * std::atan2(imaginary, real) / kPi));
+  *to++ = '\n';
+  out->Text({line.data(), static_cast<std::size_t>(to - line.data())});
 }
 
 std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }

@@ -2,6 +2,7 @@
 #include "calibration/cal_view.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -41,11 +42,28 @@ struct Span {
   }
 };
 
-// Outwards to whole decades within what the dialog accepts.
-void FitDecades(const Span& span, double* low, double* high) {
+// The steps of a logarithmic axis: 1, 2, 5, 10, 20 ... by their number.
+double LogStep(int number) {
+  constexpr std::array<double, 3> kSteps = {1, 2, 5};
+  const int decade = static_cast<int>(std::floor(number / 3.0));
+  return kSteps[static_cast<std::size_t>(number - 3 * decade)] * std::pow(10, decade);
+}
+
+// Outwards to such steps, within what the dialog accepts.
+void FitLog(const Span& span, double* low, double* high) {
+  constexpr int kFirst = -30;  // 1e-10
+  constexpr int kLast = 30;    // 1e10
   if (span.low <= span.high) {
-    *low = std::clamp(std::pow(10, std::floor(std::log10(span.low))), 1e-10, 1e9);
-    *high = std::clamp(std::pow(10, std::ceil(std::log10(span.high))), *low * 10, 1e10);
+    int from = kLast - 1;
+    while (from > kFirst && LogStep(from) > span.low) {
+      --from;
+    }
+    int to = from + 1;
+    while (to < kLast && LogStep(to) < span.high) {
+      ++to;
+    }
+    *low = LogStep(from);
+    *high = LogStep(to);
   }
 }
 
@@ -163,13 +181,15 @@ void CalView::FitDisplay() {
       add(trace.curve.phase[i], true, &phase);
     }
   }
-  FitDecades(frequency, &display_->min_frequency, &display_->max_frequency);
-  FitDecades(amplitude, &display_->min_amplitude, &display_->max_amplitude);
+  FitLog(frequency, &display_->min_frequency, &display_->max_frequency);
+  FitLog(amplitude, &display_->min_amplitude, &display_->max_amplitude);
   if (phase.low <= phase.high) {
-    constexpr double kStep = 10;
-    display_->min_phase = std::max(kStep * std::floor(phase.low / kStep), -360.0);
-    display_->max_phase =
-        std::clamp(kStep * std::ceil(phase.high / kStep), display_->min_phase + kStep, 360.0);
+    // So that the grid lines stand at whole numbers where there are not very many.
+    const double step = 5.0 * display_->phase_grid_lines;
+    constexpr double kTen = 10;
+    display_->min_phase = std::max(kTen * std::floor(phase.low / kTen), -360.0);
+    const double span = std::max(std::ceil((phase.high - display_->min_phase) / step), 1.0) * step;
+    display_->max_phase = std::min(display_->min_phase + span, 360.0);
   }
 }
 

@@ -73,7 +73,7 @@ class CalView {
 
   const CalDisplay& Display() const { return *display_; }
   void SetDisplay(const CalDisplay& display) { *display_ = display; }
-  /// Ranges around all that is shown, in whole decades and tens of degrees.
+  /// Ranges around all that is shown, with ends that read well.
   void FitDisplay();
 
   /// The cursor goes to the measured point of the first curve that is nearest to a frequency; none

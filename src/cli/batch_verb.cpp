@@ -24,7 +24,13 @@ constexpr std::chrono::milliseconds kLook{100};  // between two looks at the bat
 std::atomic<bool> is_asking = false;
 
 volatile std::sig_atomic_t interrupted = 0;
-void Interrupt(int /*signal*/) { interrupted = 1; }
+void Interrupt(int signal) {
+  if (interrupted != 0) {  // asked again: at once
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+  }
+  interrupted = 1;
+}
 
 // An interrupt stops the batch, which then leaves no half file; signals that were ignored stay so.
 class InterruptWatch {
@@ -40,7 +46,9 @@ class InterruptWatch {
   InterruptWatch& operator=(const InterruptWatch&) = delete;
   ~InterruptWatch() {
     for (const int signal : kSignals) {
-      std::signal(signal, SIG_DFL);
+      if (std::signal(signal, SIG_DFL) == SIG_IGN) {
+        std::signal(signal, SIG_IGN);
+      }
     }
   }
 

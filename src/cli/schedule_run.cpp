@@ -58,6 +58,11 @@ ExitCode RunSchedulePreset(const PresetOptions& options) {
   const int tech = options.tech;
   const std::int32_t stored = IntParam(table, "TTOT");
   static_cast<void>(table.SetParam("TECH", IntPT, &tech));
+  if (const double current = RealParam(table, "CRMX"); HasCycles(tech) && !(current >= 0)) {
+    PrintMessage(FileMessage(
+        options.file, "the stored maximum current (CRMX) is no current: " + FormatReal(current)));
+    return kSomeFailed;
+  }
   if (HasCycles(tech)) {
     ApplyTransmitter(&table, tech, WithDefaults({}, tech),
                      CycleCurrent(tech, RealParam(table, "CRMX")));

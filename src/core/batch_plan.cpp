@@ -85,13 +85,12 @@ std::vector<Batch::Unit> Batch::GroupBySharedOutputs() {
         continue;
       }
       const std::size_t before = std::exchange(entry->second, i);
-      const auto note = [&output](const std::filesystem::path& other) {
-        return FileMessage(output, "also the output of ")
-            .append(other.string())
-            .append("; the last in the list stays");
+      // Whether the later one will really be written is not known yet.
+      const auto note = [&output](const std::filesystem::path& other, std::string_view when) {
+        return FileMessage(output, "also the output of ").append(other.string()).append(when);
       };
-      items_[before].shared_note = note(plan_.inputs[i]);
-      items_[i].shared_note = note(plan_.inputs[before]);
+      items_[before].shared_note = note(plan_.inputs[i], ", which comes later in the list");
+      items_[i].shared_note = note(plan_.inputs[before], ", which came earlier in the list");
       // The smaller number leads, so that units keep the order of the list.
       const std::size_t a = leader_of(before);
       const std::size_t b = leader_of(i);

@@ -129,10 +129,14 @@ InFile::~InFile() {
 }
 
 std::string InFile::Open(const std::filesystem::path& path) {
-  handle_ = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // A pipe without a writer must not hold us up; it reads as empty.
+  handle_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   struct stat info {};
   if (handle_ < 0 || fstat(handle_, &info) != 0) {
     return SystemReason(errno);
+  }
+  if (S_ISFIFO(info.st_mode)) {
+    fcntl(handle_, F_SETFL, 0);  // one with a writer may take its time
   }
   if (S_ISDIR(info.st_mode)) {
     return SystemReason(EISDIR);
@@ -380,7 +384,12 @@ std::string KeepBackup(const std::filesystem::path& path, std::filesystem::path*
     size = in.Read(piece);
     reason = in.Error().empty() ? out.Write(std::span(piece).first(size)) : in.Error();
   }
-  return reason.empty() ? out.Commit() : reason;
+  reason = reason.empty() ? out.Commit() : reason;
+  std::error_code ignored;  // the bytes count
+  if (const auto status = std::filesystem::status(path, ignored); reason.empty() && !ignored) {
+    std::filesystem::permissions(*kept, status.permissions(), ignored);
+  }
+  return reason;
 }
 
 }  // namespace orvane

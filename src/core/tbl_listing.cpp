@@ -35,7 +35,8 @@ class Listing {
 
   BatchResult Run() {
     if (const std::string reason = in_.Open(task_.Input()); !reason.empty()) {
-      return BatchFailed(reason);
+      return BatchFailed(HasExtension(task_.Input().string()) ? reason
+                                                              : FileMessage(task_.Input(), reason));
     }
     const auto start = in_.Peek(sizeof(TblHeader));
     if (start.size() < sizeof(TblHeader)) {

@@ -61,6 +61,12 @@ class FileToV1 {
       Note(CutRecordNote(report.cut_at));
     }
     done = done && Write(version1, 1);
+    if (!done && failure_.empty()) {
+      return BatchCancelled();
+    }
+    if (!done && !written_.empty()) {
+      failure_.append(note_.empty() ? "" : "; ").append(note_);
+    }
     return done ? BatchDone(written_, note_)
                 : BatchResult{BatchStatus::kFailed, written_, failure_, kTblWriteFailed};
   }
@@ -83,31 +89,38 @@ class FileToV1 {
   }
 
   bool Write(const std::filesystem::path& path, std::uint32_t version) {
-    if (!KeepOld(path)) {
+    std::filesystem::path kept;
+    if (task_.Stopped() || !KeepOld(path, &kept)) {
       return false;
     }
     TblReport report;
     const TblSaveOptions options{version, false, static_cast<std::int32_t>(version)};
     if (SaveParamFile(&table_, path, options, &report) != kOk) {
       failure_ = FileMessage(path, report.reason);
+      std::error_code ignored;
+      std::filesystem::remove(kept, ignored);  // the old file stands: no need of a second one
       return false;
     }
     written_.push_back(path);
+    if (!kept.empty()) {
+      Note("the old " + path.filename().string() + " is kept as " + kept.filename().string());
+    }
     return true;
   }
 
   // False where the old file could not be kept; then it is not written over either.
-  bool KeepOld(const std::filesystem::path& path) {
+  bool KeepOld(const std::filesystem::path& path, std::filesystem::path* kept) {
     std::error_code error;
     if (!task_.IsBeside() || IsSafelyCopied(path) || !std::filesystem::exists(path, error)) {
       return true;
     }
-    std::filesystem::path kept;
-    if (const std::string reason = KeepBackup(path, &kept); !reason.empty()) {
-      failure_ = FileMessage(kept, reason);
+    std::filesystem::path backup;
+    if (const std::string reason = KeepBackup(path, &backup); !reason.empty()) {
+      failure_ = FileMessage(path, "cannot be kept as ");
+      failure_.append(FileMessage(backup.filename(), reason));
       return false;
     }
-    Note("the old " + path.filename().string() + " is kept as " + kept.filename().string());
+    *kept = backup;
     return true;
   }
 

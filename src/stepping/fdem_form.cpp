@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <limits>
 
+#include "core/file_io.h"
 #include "core/number_text.h"
 #include "stepping/fdem_schedule.h"
 #include "stepping/tfs_file.h"
@@ -54,6 +55,7 @@ bool FdemForm::Save() {
   if (const std::string reason = WriteScheduleFile(name, rows); !reason.empty()) {
     prompts_->ShowWarning("File Open Error",
                           "Failed to open file " + name + " to export schedule file!");
+    note_ = FileMessage(name, reason);
     return false;
   }
   note_ = FormatInt(static_cast<std::int64_t>(rows.size())) + " steps, " +

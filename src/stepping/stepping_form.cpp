@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stepping/stepping_form.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/number_text.h"
@@ -125,6 +126,9 @@ void SteppingForm::SetWindows() {
     windows_ = CalculateWindows(tech_, IntOf(Value(stepping::kWaveform)),
                                 RealOf(Value(stepping::kRepeat)), IntOf(Value(stepping::kItems)));
     note_ = FormatInt(static_cast<std::int64_t>(windows_.size())) + " windows. ";
+    if (windows_.empty()) {
+      note_ = "No windows: the repeat frequency and their number must be above 0. ";
+    }
   }
 }
 
@@ -162,7 +166,13 @@ bool SteppingForm::ExportFile(const std::filesystem::path& path) {
     return false;
   }
   Tell(Steps(schedule_) + " written to " + path.string());
-  if (const std::string reason = WhyUnreadable(rows); !reason.empty()) {
+  const auto behind = std::find_if_not(schedule_.begin() + static_cast<std::ptrdiff_t>(rows.size()),
+                                       schedule_.end(), IsEmpty);
+  if (behind != schedule_.end()) {
+    prompts_->ShowWarning("Orvane", path.string() + " ends before row " +
+                                        FormatInt(static_cast<std::int64_t>(rows.size()) + 1) +
+                                        ", which is empty; the rows behind it are not written.");
+  } else if (const std::string reason = WhyUnreadable(rows); !reason.empty()) {
     prompts_->ShowWarning("Orvane",
                           path.string() + " is written, but cannot be read back: " + reason);
   }

@@ -82,7 +82,9 @@ CBatchResultDlg::CBatchResultDlg(const Batch& batch, const QString& message,
     list_->resizeColumnToContents(column);
     list_->setColumnWidth(column, std::min(list_->columnWidth(column) + 16, 340));
   }
-  connect(list_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) { Open(item); });
+  list_->installEventFilter(this);
+  connect(list_, &QTreeWidget::itemDoubleClicked, this,
+          [this](QTreeWidgetItem* item) { Open(item); });
 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
   buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("1"));
@@ -98,15 +100,19 @@ CBatchResultDlg::CBatchResultDlg(const Batch& batch, const QString& message,
   ResizeWithinScreen(this, QSize(820, 420));
 }
 
-void CBatchResultDlg::keyPressEvent(QKeyEvent* event) {
-  const bool is_return = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (!is_return || !list_->hasFocus()) {
-    QDialog::keyPressEvent(event);
+bool CBatchResultDlg::eventFilter(QObject* watched, QEvent* event) {
+  const auto* key = event->type() == QEvent::KeyPress ? dynamic_cast<QKeyEvent*>(event) : nullptr;
+  if (key == nullptr || (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)) {
+    return QDialog::eventFilter(watched, event);
   }
+  if (list_->currentItem() != nullptr) {
+    Open(list_->currentItem());
+  }
+  return true;
 }
 
 void CBatchResultDlg::AddFile(const std::filesystem::path& input, const BatchResult& result) {
-  const QString output = result.outputs.empty() ? QString() : TextFromPath(result.outputs.front());
+  const QString output = result.outputs.empty() ? QString() : TextFromPath(result.outputs.back());
   QStringList names;
   for (const auto& path : result.outputs) {
     names << TextFromPath(path.filename());

@@ -21,8 +21,8 @@ class CBatchResultDlg : public QDialog {
                   QWidget* parent);
 
  protected:
-  /// Return in the list opens an output and does not close the dialog.
-  void keyPressEvent(QKeyEvent* event) override;
+  /// Return in the list opens an output and never reaches the dialog, which it would close.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void AddFile(const std::filesystem::path& input, const BatchResult& result);

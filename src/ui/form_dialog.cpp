@@ -394,7 +394,10 @@ void CFormDialog::showEvent(QShowEvent* event) {
     const auto first = std::find_if(widgets.begin(), widgets.end(),
                                     [](const QWidget* widget) { return widget->isEnabled(); });
     if (focusWidget() == nullptr && first != widgets.end()) {
-      (*first)->setFocus(Qt::TabFocusReason);
+      const auto* button = qobject_cast<QAbstractButton*>(*first);
+      QButtonGroup* group = button == nullptr ? nullptr : button->group();
+      QWidget* checked = group == nullptr ? nullptr : group->checkedButton();
+      (checked != nullptr ? checked : *first)->setFocus(Qt::TabFocusReason);
     }
   }
   QDialog::showEvent(event);

@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
+#include <cmath>
 #include <functional>
 
 #include "app/main_frame.h"
@@ -31,6 +34,8 @@ class CalibrationDisplayTest : public ::testing::Test {
     WriteAll(dir_ / "box.clb", bytes);
     WriteAll(dir_ / "bad.clb", "short");
     frame_.show();
+    frame_.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&frame_));
   }
   QString Path(const char* name) { return TextFromPath(dir_ / name); }
   CCalibrationDisplay* Shown() { return qobject_cast<CCalibrationDisplay*>(frame_.Display()); }

@@ -76,7 +76,7 @@ class UtilityCommandsTest : public ::testing::Test {
   QtPrompts prompts_;
   StatusNotices notices_;
   COrvaneDoc doc_{&table_, &prompts_, &notices_};
-  UtilityCommands utilities_{&doc_, &prompts_, nullptr};
+  UtilityCommands utilities_{&doc_, &prompts_, &notices_, nullptr};
   bool has_editor_ = true;
   QStringList shown_;
   QString said_;

@@ -3,11 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdio>
 #include <limits>
+#include <random>
 
 #include "calibration/cal_text.h"
 #include "calibration/cal_view.h"
+#include "calibration/short_fixed.h"
 #include "support/batch_help.h"
 #include "support/cal_bytes.h"
 
@@ -37,7 +41,9 @@ TEST_F(CalCurvesTest, FrequenciesFallAndEqualOnesKeepTheirOrder) {
     bytes += CalRecordBytes(0, frequency, 1, {0, 0, 0, 0, real, 0});
   }
   // A frequency that does not compare is passed by none.
-  EXPECT_EQ(Load(bytes).channels[0].amplitude, (std::vector<double>{2, 3, 1, 4, 6, 5}));
+  const CalCurve curve = Load(bytes).channels[0];
+  EXPECT_EQ(curve.amplitude, (std::vector<double>{2, 3, 1, 4, 6, 5}));
+  EXPECT_EQ(curve.sweep, (std::vector<int>{1, 2, 0, 3, 5, 4}));
 }
 
 TEST_F(CalCurvesTest, ReadingEndsAt500RecordsAndAtASecondSeriesOfKind2) {
@@ -142,8 +148,9 @@ TEST_F(CalCurvesTest, TextsStandByteForByte) {
 }
 
 TEST_F(CalCurvesTest, ARatioTakesEqualFrequenciesInTurnAndInterpolatesBetweenOthers) {
-  const CalCurve curve{{1000, 100, 100, 10, 5, 0}, {8, 6, 9, 4, 1, 1}, {170, 20, 30, 10, 0, 0}};
-  const CalCurve reference{{1000, 100, 100, 1}, {2, 3, 4.5, 0.03}, {-170, 5, 5, -15}};
+  const CalCurve curve{
+      {1000, 100, 100, 10, 5, 0}, {8, 6, 9, 4, 1, 1}, {170, 20, 30, 10, 0, 0}, {0, 0, 1, 1, 1, 1}};
+  const CalCurve reference{{1000, 100, 100, 1}, {2, 3, 4.5, 0.03}, {-170, 5, 5, -15}, {0, 0, 1, 1}};
   const CalCurve ratio = RatioOf(curve, reference);
   ASSERT_EQ(ratio.frequency, (std::vector<double>{1000, 100, 100, 10, 5}));
   const std::vector<double> amplitudes = {4, 2, 2, 4 / 0.3};
@@ -173,10 +180,40 @@ TEST_F(CalCurvesTest, TheViewStepsAndReads) {
   view.MoveCursor(-1);
   EXPECT_EQ(view.Cursor(), 1);
   view.FitDisplay();
-  EXPECT_EQ(ranges, (CalDisplay{10, 10, 90, 1, 1, 0, 4}));
+  EXPECT_EQ(ranges, (CalDisplay{5, 10, 100, 2, 1, 0, 4}));
   EXPECT_NE(view.Open(dir_ / "none"), "");
   EXPECT_EQ(view.Count(), 0U);
   EXPECT_FALSE(view.Step(1));
+}
+
+template <int precision, int width>
+void ExpectPrintfs(double value) {
+  std::array<char, kMaxNumberText> text{};
+  std::array<char, kMaxNumberText> expected{};
+  const auto length = static_cast<std::size_t>(
+      std::snprintf(expected.data(), expected.size(), "%*.*f", width, precision, value));
+  const char* end = WriteShortFixed<precision, width>(text.data(), value);
+  EXPECT_EQ(std::string_view(text.data(), static_cast<std::size_t>(end - text.data())),
+            std::string_view(expected.data(), length));
+}
+
+TEST(ShortFixed, WritesWhatPrintfWrites) {
+  std::vector<double> values = {0,        9.99995,  9.99996, 99.99995, 999.99, 999.995, 999.99995,
+                                999.9999, 1000,     0.03125, 0.00005,  1e-30,  1e30,    HUGE_VAL,
+                                kNan,     -179.995, 0.125,   0.375,    12.5,   0.000005};
+  std::mt19937 random(3);
+  for (int i = 0; i < 20000; ++i) {
+    values.push_back(std::bit_cast<float>(static_cast<std::uint32_t>(random())));
+    values.push_back(
+        std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 30) - 40));
+  }
+  for (const double value : values) {
+    for (const double sign : {1.0, -1.0}) {
+      ExpectPrintfs<4, 7>(std::copysign(value, sign));
+      ExpectPrintfs<5, 9>(std::copysign(value, sign));
+      ExpectPrintfs<2, 7>(std::copysign(value, sign));
+    }
+  }
 }
 
 TEST(CalDisplayFormTest, RefusesWhatIsOutOfRangeAndKeepsTheRest) {

@@ -162,7 +162,7 @@ void CCalibrationDisplay::FillList() {
     color.fill(TraceColor(static_cast<int>(c), palette()));
     item->setIcon(color);
   }
-  list_->setMaximumWidth(list_->sizeHintForColumn(0) + 48);
+  list_->setMaximumWidth(list_->sizeHintForColumn(0) + 32);
 }
 
 void CCalibrationDisplay::SelectShown() {
@@ -227,6 +227,7 @@ void CCalibrationDisplay::ShowReadings() {
     }
     ++row;
   }
+  DivideWidth();
   std::string told = view_.Title();
   if (!readings.empty()) {
     const CalReading& first = readings.front();
@@ -236,6 +237,21 @@ void CCalibrationDisplay::ShowReadings() {
     told += " - " + view_.Curves().note;
   }
   emit Told(QString::fromStdString(told));
+}
+
+// The list as narrow as its texts, the readings too while the plot keeps half.
+void CCalibrationDisplay::DivideWidth() {
+  const int list = list_->maximumWidth();
+  readings_->resizeColumnsToContents();
+  const int wanted = readings_->isHidden() ? 0 : readings_->horizontalHeader()->length() + 24;
+  const int readings = std::min(wanted, parts_->width() / 2 - list);
+  parts_->setSizes({list, parts_->width() - list - readings, readings});
+}
+
+void CCalibrationDisplay::resizeEvent(QResizeEvent* event) {
+  CDisplay::resizeEvent(event);
+  layout()->activate();
+  DivideWidth();
 }
 
 void CCalibrationDisplay::AskForReference() {

@@ -50,6 +50,7 @@ class CCalibrationDisplay : public CDisplay {
  protected:
   void contextMenuEvent(QContextMenuEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   QAction* Add(const char* text, const char* name, const char* tip, const QKeySequence& key,
@@ -67,6 +68,7 @@ class CCalibrationDisplay : public CDisplay {
   void AskForReference();
   void MoveCursor(int by);
   void ShowReadings();
+  void DivideWidth();
   void Save();
 
   Prompts* prompts_;

@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <map>
 
 #include "ui/plot_theme.h"
 
@@ -21,14 +22,18 @@ constexpr double kDecade = 10;
 // Grid lines that divide the axis into equal parts; numbers only at so many that they do not touch.
 class PartsTicker : public QCPAxisTicker {
  public:
-  explicit PartsTicker(int parts) : parts_(parts) {}
+  PartsTicker(int parts, const QCPAxisRect* axes) : parts_(parts), axes_(axes) {}
 
   void generate(const QCPRange& range, const QLocale& /*locale*/, QChar /*format*/,
                 int /*precision*/, QVector<double>& ticks, QVector<double>* sub_ticks,
                 QVector<QString>* labels) override {
-    constexpr int kMostLabels = 10;
-    const int step = (parts_ + kMostLabels - 1) / kMostLabels;
+    constexpr int kLabelHeight = 24;
+    const int most = std::clamp(axes_->height() / kLabelHeight, 1, 10);
+    const int step = (parts_ + most - 1) / most;
     ticks.clear();
+    if (labels != nullptr) {
+      labels->clear();
+    }
     for (int i = 0; i <= parts_; ++i) {
       ticks.append(range.lower + range.size() * i / parts_);
       if (labels != nullptr) {
@@ -42,11 +47,13 @@ class PartsTicker : public QCPAxisTicker {
 
  private:
   int parts_;
+  const QCPAxisRect* axes_;
 };
 
 // Within one decade a logarithmic axis has no decades to number.
 void SetLogRange(QCPAxis* axis, double low, double high) {
   QSharedPointer<QCPAxisTicker> ticker(new QCPAxisTicker);
+  ticker->setTickCount(4);
   if (high / low > kDecade) {
     auto* decades = new QCPAxisTickerLog;
     decades->setTickCount(12);
@@ -68,14 +75,31 @@ QCPScatterStyle MarkOf(const CalTrace& trace, double size) {
   constexpr auto kShapes = std::to_array<QCPScatterStyle::ScatterShape>(
       {QCPScatterStyle::ssCircle, QCPScatterStyle::ssSquare, QCPScatterStyle::ssTriangle,
        QCPScatterStyle::ssDiamond, QCPScatterStyle::ssCross, QCPScatterStyle::ssPlus});
-  return {trace.is_reference ? QCPScatterStyle::ssDot : kShapes[trace.channel % kShapes.size()],
-          size};
+  return trace.is_reference ? QCPScatterStyle(QCPScatterStyle::ssDisc, size / 2)
+                            : QCPScatterStyle(kShapes[trace.channel % kShapes.size()], size);
 }
 
-// Passes measured at the same frequencies are no one line.
-bool IsLine(const CalCurve& curve) {
-  return std::adjacent_find(curve.frequency.begin(), curve.frequency.end()) ==
-         curve.frequency.end();
+// The points of one pass that have a place on a logarithmic axis.
+struct Sweep {
+  QVector<double> frequencies;
+  QVector<double> amplitudes;
+  QVector<double> phases;
+};
+
+// A line joins the points of a pass: others are measured with another setting of the box.
+std::map<int, Sweep> SweepsOf(const CalCurve& curve) {
+  std::map<int, Sweep> sweeps;
+  for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
+    const double frequency = curve.frequency[i];
+    if (frequency > 0 && std::isfinite(frequency)) {
+      Sweep& sweep = sweeps[curve.sweep[i]];
+      const double amplitude = curve.amplitude[i];
+      sweep.frequencies.append(frequency);
+      sweep.amplitudes.append(amplitude > 0 ? amplitude : kNothing);
+      sweep.phases.append(curve.phase[i]);
+    }
+  }
+  return sweeps;
 }
 
 }  // namespace
@@ -91,6 +115,7 @@ CalibrationPlot::CalibrationPlot(CalView* view, QWidget* parent)
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(plot_);
   setMinimumSize(240, 200);
+  plot_->setAutoAddPlottableToLegend(false);
   plot_->plotLayout()->clear();
   amplitude_ = MakeAxes(1);
   phase_ = MakeAxes(2);
@@ -105,6 +130,7 @@ CalibrationPlot::CalibrationPlot(CalView* view, QWidget* parent)
 
 QCPAxisRect* CalibrationPlot::MakeAxes(int row) {
   auto* axes = new QCPAxisRect(plot_);
+  axes->setLayer(QStringLiteral("background"));  // or its ground would cover the grid
   axes->setupFullAxesBox();
   axes->setMinimumSize(50, 40);
   for (QCPAxis* axis : axes->axes()) {
@@ -145,6 +171,8 @@ void CalibrationPlot::AddTexts() {
   legend_->setWrap(kInALine);
   legend_->setBorderPen(Qt::NoPen);
   legend_->setBrush(Qt::NoBrush);
+  constexpr int kAnySize = 100000;  // an empty legend would limit its column to no width
+  legend_->setMaximumSize(kAnySize, kAnySize);
   nothing_ = new QCPItemText(plot_);
   nothing_->setClipAxisRect(amplitude_);
   nothing_->position->setAxisRect(amplitude_);
@@ -154,29 +182,19 @@ void CalibrationPlot::AddTexts() {
 
 void CalibrationPlot::AddTrace(const CalTrace& trace, bool is_single) {
   constexpr double kMarkSize = 5;
-  QVector<double> frequencies;
-  QVector<double> amplitudes;
-  QVector<double> phases;
-  for (std::size_t i = 0; i < trace.curve.frequency.size(); ++i) {
-    const double frequency = trace.curve.frequency[i];
-    if (frequency > 0 && std::isfinite(frequency)) {
-      const double amplitude = trace.curve.amplitude[i];
-      frequencies.append(frequency);
-      amplitudes.append(amplitude > 0 ? amplitude : kNothing);  // 0 has no place on a log axis
-      phases.append(trace.curve.phase[i]);
-    }
-  }
   QPen pen(TraceColor(static_cast<int>(trace.channel), palette()), trace.is_reference ? 1 : 1.5);
   pen.setStyle(trace.is_reference ? Qt::DashLine : Qt::SolidLine);
-  for (QCPAxisRect* axes : {amplitude_, phase_}) {
-    QCPGraph* graph = plot_->addGraph(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
-    graph->setData(frequencies, axes == amplitude_ ? amplitudes : phases);
-    graph->setName(QString::fromStdString(trace.Label()));
-    graph->setPen(pen);
-    graph->setLineStyle(IsLine(trace.curve) ? QCPGraph::lsLine : QCPGraph::lsNone);
-    graph->setScatterStyle(MarkOf(trace, kMarkSize));
-    if (axes == amplitude_ && !is_single) {
-      graph->addToLegend(legend_);
+  bool is_named = is_single;
+  for (const auto& [number, sweep] : SweepsOf(trace.curve)) {
+    for (QCPAxisRect* axes : {amplitude_, phase_}) {
+      QCPGraph* graph = plot_->addGraph(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
+      graph->setData(sweep.frequencies, axes == amplitude_ ? sweep.amplitudes : sweep.phases);
+      graph->setName(QString::fromStdString(trace.Label()));
+      graph->setPen(pen);
+      graph->setScatterStyle(MarkOf(trace, kMarkSize));
+      if (!is_named) {
+        is_named = graph->addToLegend(legend_);
+      }
     }
   }
 }
@@ -204,7 +222,8 @@ void CalibrationPlot::SetRanges() {
   }
   SetLogRange(amplitude_->axis(QCPAxis::atLeft), display.min_amplitude, display.max_amplitude);
   QCPAxis* phase = phase_->axis(QCPAxis::atLeft);
-  phase->setTicker(QSharedPointer<QCPAxisTicker>(new PartsTicker(display.phase_grid_lines)));
+  phase->setTicker(
+      QSharedPointer<QCPAxisTicker>(new PartsTicker(display.phase_grid_lines, phase_)));
   phase->setRange(display.min_phase, display.max_phase);
 }
 
@@ -213,9 +232,6 @@ void CalibrationPlot::ShowView() {
   plot_->clearGraphs();
   const QString title = QString::fromStdString(view_->Title());
   title_->setText(title);
-  const auto label = [](const std::string& text) { return QString::fromStdString(text); };
-  amplitude_->axis(QCPAxis::atLeft)->setLabel(label(view_->AmplitudeLabel()));
-  phase_->axis(QCPAxis::atLeft)->setLabel(label(view_->PhaseLabel()));
   plot_->setAccessibleName(QStringLiteral("Calibration: ") + title);
   setAccessibleName(plot_->accessibleName());
   SetRanges();
@@ -225,7 +241,7 @@ void CalibrationPlot::ShowView() {
       AddTrace(trace, traces.size() == 1);
     }
   }
-  legend_->setVisible(legend_->itemCount() > 0);
+  FitHeight();
   FollowTheme();
   ShowCursor();
 }
@@ -270,6 +286,27 @@ bool CalibrationPlot::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   return QWidget::eventFilter(watched, event);
+}
+
+// Where there is little height the upper frequency axis, the same as the lower, does without text.
+void CalibrationPlot::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  FitHeight();
+}
+
+void CalibrationPlot::FitHeight() {
+  constexpr int kLittle = 300;
+  const bool is_low = height() < kLittle;
+  QCPAxis* upper = amplitude_->axis(QCPAxis::atBottom);
+  upper->setLabel(is_low ? QString() : QStringLiteral("Frequency (Hz)"));
+  upper->setTickLabels(!is_low && WhyEmpty(view_->Display()).empty());
+  legend_->setVisible(legend_->itemCount() > 0 && !is_low);
+  const auto label = [is_low](const std::string& text) {
+    const QString whole = QString::fromStdString(text);
+    return is_low ? whole.section(QLatin1Char(' '), 0, 0) : whole;
+  };
+  amplitude_->axis(QCPAxis::atLeft)->setLabel(label(view_->AmplitudeLabel()));
+  phase_->axis(QCPAxis::atLeft)->setLabel(label(view_->PhaseLabel()));
 }
 
 void CalibrationPlot::changeEvent(QEvent* event) {

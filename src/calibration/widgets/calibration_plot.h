@@ -37,6 +37,7 @@ class CalibrationPlot : public QWidget {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   QCPAxisRect* MakeAxes(int row);
@@ -44,6 +45,7 @@ class CalibrationPlot : public QWidget {
   void AddTexts();
   void AddTrace(const CalTrace& trace, bool is_single);
   void SetRanges();
+  void FitHeight();
   void FollowTheme();
 
   CalView* view_;

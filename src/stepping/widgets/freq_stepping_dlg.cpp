@@ -189,6 +189,9 @@ void CFreqSteppingDlg::OnCalculate() {
 }
 
 void CFreqSteppingDlg::OnOpenFile() {
+  if (!CommitGrids()) {
+    return;
+  }
   const QString path =
       AskForSchedule(this, QFileDialog::AcceptOpen, QStringLiteral("Open Schedule File"), folder_);
   if (!path.isEmpty()) {
@@ -211,18 +214,24 @@ void CFreqSteppingDlg::OnExportFile() {
 
 void CFreqSteppingDlg::OnInsertRow() {
   if (const int step = FocusStep(); CommitGrids() && step >= 0) {
-    AfterEdit(schedule_, form_->InsertStep(step));
+    const std::string reason = form_->InsertStep(step);
+    ShowSchedule();
+    note_->setText(TextFromBytes(reason));
   }
 }
 
 void CFreqSteppingDlg::OnDeleteRow() {
   if (const int step = FocusStep(); CommitGrids() && step >= 0) {
     form_->DeleteStep(step);
-    AfterEdit(schedule_, {});
+    ShowSchedule();
+    note_->clear();
   }
 }
 
 void CFreqSteppingDlg::OnDefault() {
+  if (!CommitGrids()) {
+    return;
+  }
   std::int32_t seconds = 0;
   if (HasCycles(form_->Tech())) {
     CycleForm cycle(&Model().Table(), &form_->Early(), form_->Tech(), form_->Limits());

@@ -4,7 +4,9 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <map>
 #include <string>
+#include <tuple>
 
 #include "stepping/stepping_form.h"
 #include "stepping/widgets/schedule_plot.h"
@@ -46,7 +48,8 @@ class CFreqSteppingDlg : public CFormDialog {
   void ShowWindows();
   void OnFrequencyEdited(int row, int column);
   void OnStepEdited(int row, int column);
-  void AfterEdit(CGridCtrl* grid, const std::string& reason);
+  void AfterEdit(CGridCtrl* grid, int row, int column, const std::string& reason);
+  void ShowRefused();
 
   /// What the rules say now: all of the grids, buttons and note.
   void ShowAll();
@@ -74,7 +77,7 @@ class CFreqSteppingDlg : public CFormDialog {
   QPushButton* open_file_ = nullptr;
   QPushButton* default_ = nullptr;
   QLabel* note_ = nullptr;
-  bool is_refused_ = false;  // the last edit of a cell
+  std::map<std::tuple<CGridCtrl*, int, int>, QString> refused_;  // cells, and why
 };
 
 }  // namespace orvane

@@ -45,7 +45,7 @@ SchedulePlot::SchedulePlot(QWidget* parent) : QWidget(parent), plot_(new QCustom
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(plot_);
-  setMinimumSize(240, 200);
+  setMinimumSize(215, 200);
   AddAxes();
   FollowTheme();
   Show({});

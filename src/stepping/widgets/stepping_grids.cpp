@@ -54,13 +54,13 @@ void CFreqSteppingDlg::MakeGrids() {
        {QString(), QStringLiteral("Freq (Hz)"), QStringLiteral("Current (A)"),
         QStringLiteral("End Time"), QStringLiteral("WaveForm")},
        kMostSteps);
-  SetWidths(schedule_, {30, 80, 50, 80, 40}, 136);
+  SetWidths(schedule_, {30, 80, 50, 80, 40}, 170);
   fill(windows_,
        {QString(), QStringLiteral("Start Time (ms)"), QStringLiteral("Window Width (ms)"),
         QStringLiteral("Repeat Freq. (Hz)"), QStringLiteral("Sample Rate (Hz) "),
         QStringLiteral("Samples/cycle")},
        kMostSteps);
-  SetWidths(windows_, {30, 100, 100, 60, 60, 60}, 200);
+  SetWidths(windows_, {30, 100, 100, 60, 60, 60}, 230);
 
   QStringList names;
   for (const std::string_view waveform : kWaveforms) {
@@ -114,32 +114,51 @@ void CFreqSteppingDlg::ShowWindows() {
   }
 }
 
-void CFreqSteppingDlg::AfterEdit(CGridCtrl* grid, const std::string& reason) {
-  is_refused_ = !reason.empty();
+void CFreqSteppingDlg::AfterEdit(CGridCtrl* grid, int row, int column, const std::string& reason) {
+  if (reason.empty()) {
+    refused_.erase({grid, row, column});
+  } else {
+    refused_[{grid, row, column}] = TextFromBytes(reason);
+  }
   if (grid == frequencies_) {
     ShowFrequencies();
   } else {
     ShowSchedule();
   }
-  const QString text = TextFromBytes(reason);
-  note_->setText(is_refused_ ? text + QStringLiteral("; the cell keeps its value") : QString());
+  ShowRefused();
+}
+
+void CFreqSteppingDlg::ShowRefused() {
+  QStringList reasons;
+  for (const auto& [cell, reason] : refused_) {
+    reasons << reason;
+  }
+  note_->setText(reasons.isEmpty()
+                     ? QString()
+                     : reasons.join(QStringLiteral(", ")) +
+                           (reasons.size() == 1 ? QStringLiteral("; the cell keeps its value")
+                                                : QStringLiteral("; the cells keep their values")));
 }
 
 void CFreqSteppingDlg::OnFrequencyEdited(int row, int column) {
-  AfterEdit(frequencies_,
+  AfterEdit(frequencies_, row, column,
             form_->EditFrequency(row - 1, BytesFromText(frequencies_->GetItemText(row, column))));
 }
 
 void CFreqSteppingDlg::OnStepEdited(int row, int column) {
-  AfterEdit(schedule_, form_->EditStep(row - 1, static_cast<SteppingForm::StepColumn>(column - 1),
-                                       BytesFromText(schedule_->GetItemText(row, column))));
+  AfterEdit(schedule_, row, column,
+            form_->EditStep(row - 1, static_cast<SteppingForm::StepColumn>(column - 1),
+                            BytesFromText(schedule_->GetItemText(row, column))));
 }
 
+// A press on a button ends an edit before the button hears of it: what was refused then counts too.
+// Once it has stopped a button, the user has seen it.
 bool CFreqSteppingDlg::CommitGrids() {
-  is_refused_ = false;
   frequencies_->CommitEdit();
   schedule_->CommitEdit();
-  return !is_refused_;
+  const bool is_right = refused_.empty();
+  refused_.clear();
+  return is_right;
 }
 
 int CFreqSteppingDlg::FocusStep() const { return schedule_->GetFocusCell().first - 1; }
