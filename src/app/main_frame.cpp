@@ -206,6 +206,7 @@ void CMainFrame::ConnectCommands() {
   Handle(kWaveformSettings, [this] { OnWaveformSettings(); });
   Command(kWaveformSettings)->setEnabled(false);
   Handle(kWaveformToText, [this] { utilities_.ConvertWaveforms(); });
+  Handle(kConvertToSpectra, [this] { utilities_.ConvertToSpectra(); });
   Handle(kRestack, [this] { utilities_.Restack(); });
   connect(Command(kScrollBack), &QAction::triggered, this, [this] { display_->ScrollBack(); });
   connect(Command(kScrollForward), &QAction::triggered, this,

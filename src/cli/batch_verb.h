@@ -24,6 +24,10 @@ CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::strin
 /// Runs a batch to its end or until the user interrupts it.
 ExitCode RunBatch(BatchPlan plan);
 
+/// Asks a question while a batch runs, whose progress line waits. No without a terminal, for any
+/// answer but y, and where the batch is stopped.
+bool AskOnTerminal(const std::string& question, const BatchTask& task);
+
 }  // namespace orvane
 
 #endif  // ORVANE_CLI_BATCH_VERB_H_

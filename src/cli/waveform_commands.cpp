@@ -132,6 +132,7 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
   AddBatchVerb(
       waveform, "restack", "Average the records of each frequency (NAME.TSK)",
       [] { return Restack(); }, exit_code);
+  AddHarmonicsCommand(waveform, exit_code);
 }
 
 }  // namespace orvane
