@@ -22,8 +22,7 @@ CSpectraDlg::CSpectraDlg(SpectraForm* form, Prompts* prompts, QWidget* parent)
   auto* folder = new QHBoxLayout;
   folder->addWidget(Control(SpectraForm::kFolder), 1);
   folder->addWidget(browse);
-  Control(SpectraForm::kFolder)
-      ->setToolTip(QStringLiteral("Empty: the folder of each recording"));
+  Control(SpectraForm::kFolder)->setToolTip(QStringLiteral("Empty: the folder of each recording"));
   Control(SpectraForm::kBaseFrequency)
       ->setToolTip(QStringLiteral("For records that name none; 0: \"FREQ\" of their table"));
   auto* rows = new QFormLayout;
@@ -38,9 +37,9 @@ CSpectraDlg::CSpectraDlg(SpectraForm* form, Prompts* prompts, QWidget* parent)
 }
 
 void CSpectraDlg::OnBrowse() {
-  const QString chosen = CFolderDialog::AskForFolder(
-      this, QStringLiteral("Folder of the calibration files"),
-      QString::fromStdString(Model().Text(SpectraForm::kFolder)));
+  const QString chosen =
+      CFolderDialog::AskForFolder(this, QStringLiteral("Folder of the calibration files"),
+                                  QString::fromStdString(Model().Text(SpectraForm::kFolder)));
   if (!chosen.isEmpty()) {
     Model().SetText(SpectraForm::kFolder, chosen.toStdString());
   }
