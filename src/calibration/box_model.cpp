@@ -75,7 +75,7 @@ const auto kPasses = std::to_array<Pass>({
 FrontEndParameters NominalParameters(std::uint32_t flags) {
   FrontEndParameters parameters = kStart;
   if ((flags & kSecondVariant) != 0) {
-    for (const std::size_t k : {4, 5, 6, 7}) {
+    for (std::size_t k = kLowPass + 1; k < kChokeA; ++k) {
       parameters[k] = 0;
     }
     parameters[kChokeB] = 0.001;

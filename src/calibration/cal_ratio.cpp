@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "calibration/cal_view.h"
 
@@ -18,35 +19,33 @@ bool IsDrawable(const CalCurve& curve, std::size_t i) {
          std::isfinite(curve.amplitude[i]) && std::isfinite(curve.phase[i]);
 }
 
-// The points that have logarithms, frequencies rising, those of one frequency in their order.
-std::vector<Point> PointsOf(const CalCurve& curve) {
-  std::vector<Point> points;
+// The points that have logarithms, those of each sweep apart, frequencies rising: what was measured
+// with other settings is no reference.
+std::map<int, std::vector<Point>> PointsOf(const CalCurve& curve) {
+  std::map<int, std::vector<Point>> sweeps;
   for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
     if (IsDrawable(curve, i)) {
-      points.push_back(
+      sweeps[curve.sweep[i]].push_back(
           {std::log(curve.frequency[i]), std::log(curve.amplitude[i]), curve.phase[i]});
     }
   }
-  std::stable_sort(points.begin(), points.end(), [](const Point& a, const Point& b) {
-    return a.log_frequency < b.log_frequency;
-  });
-  return points;
+  for (auto& [sweep, points] : sweeps) {
+    std::stable_sort(points.begin(), points.end(), [](const Point& a, const Point& b) {
+      return a.log_frequency < b.log_frequency;
+    });
+  }
+  return sweeps;
 }
 
 constexpr double kSameFrequency = 1e-6;  // relative
 
 // The reference at a frequency; false beyond its ends.
-bool ReferenceAt(const std::vector<Point>& points, double log_frequency, std::size_t occurrence,
-                 Point* at) {
+bool ReferenceAt(const std::vector<Point>& points, double log_frequency, Point* at) {
   const auto begin = std::lower_bound(
       points.begin(), points.end(), log_frequency - kSameFrequency,
       [](const Point& point, double wanted) { return point.log_frequency < wanted; });
-  const auto end = std::find_if(begin, points.end(), [log_frequency](const Point& point) {
-    return point.log_frequency > log_frequency + kSameFrequency;
-  });
-  if (begin != end) {
-    const auto last = static_cast<std::size_t>(end - begin) - 1;
-    *at = begin[static_cast<std::ptrdiff_t>(std::min(occurrence, last))];
+  if (begin != points.end() && begin->log_frequency <= log_frequency + kSameFrequency) {
+    *at = *begin;
     return true;
   }
   if (begin == points.begin() || begin == points.end()) {
@@ -64,18 +63,17 @@ bool ReferenceAt(const std::vector<Point>& points, double log_frequency, std::si
 }  // namespace
 
 CalCurve RatioOf(const CalCurve& curve, const CalCurve& reference) {
-  const std::vector<Point> points = PointsOf(reference);
+  const auto sweeps = PointsOf(reference);
   CalCurve ratio;
-  double before = 0;
-  std::size_t occurrence = 0;
   for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
-    occurrence = curve.frequency[i] == before ? occurrence + 1 : 0;
-    before = curve.frequency[i];
+    const auto sweep = sweeps.find(curve.sweep[i]);
+    const double frequency = curve.frequency[i];
     Point at{};
-    if (!IsDrawable(curve, i) || !ReferenceAt(points, std::log(before), occurrence, &at)) {
+    if (sweep == sweeps.end() || !IsDrawable(curve, i) ||
+        !ReferenceAt(sweep->second, std::log(frequency), &at)) {
       continue;
     }
-    ratio.frequency.push_back(before);
+    ratio.frequency.push_back(frequency);
     ratio.amplitude.push_back(curve.amplitude[i] / std::exp(at.log_amplitude));
     ratio.sweep.push_back(curve.sweep[i]);
     ratio.phase.push_back(std::remainder(curve.phase[i] - at.phase, 360));

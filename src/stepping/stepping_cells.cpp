@@ -11,7 +11,8 @@ namespace orvane {
 namespace {
 
 std::string Refusal(std::string_view text, std::string_view what) {
-  return "\"" + std::string(text) + "\" is not " + std::string(what);
+  std::string refusal = "\"";
+  return refusal.append(text).append("\" is not ").append(what);
 }
 
 // An empty cell is a zero.

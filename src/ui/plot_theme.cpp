@@ -132,6 +132,11 @@ bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
   if (!QStringList{QStringLiteral("png"), QStringLiteral("svg"), QStringLiteral("pdf")}.contains(
           suffix)) {
     path += QLatin1Char('.') + dialog.defaultSuffix();  // a name with a dot of its own
+    const QString question = QStringLiteral("%1 exists. Replace it?").arg(path);
+    if (QFileInfo::exists(path) &&
+        QMessageBox::question(parent, QStringLiteral("Orvane"), question) != QMessageBox::Yes) {
+      return false;
+    }
   }
   const QString fault = SavePlot(plot, path);
   if (!fault.isEmpty()) {

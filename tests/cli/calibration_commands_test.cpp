@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "support/cal_bytes.h"
@@ -42,6 +43,31 @@ TEST_F(CalibrationCommands, CurvesAndTextAndInfo) {
   EXPECT_EQ(Run("text s.CLC none.CLB").substr(0, 9), "1 s.txt\n|");
   WriteAll(dir_ / "b.CLB", CalHeaderBytes(1, 1));
   EXPECT_EQ(Run("info b.CLB"), "1 |orvane-cli: b.CLB: no record (1247)\n");
+}
+
+TEST_F(CalibrationCommands, FitAndResponses) {
+  std::string box = CalHeaderBytes(1, 1);
+  for (int pass = 0; pass < 3; ++pass) {  // none that the model is fitted to
+    box += CalRecordBytes(1, 1, 1, {1, 0, 0, 2, 1, 0});
+  }
+  WriteAll(dir_ / "b.CLB", box);
+  WriteAll(dir_ / "t.TBL", HeaderV2() + RecordV2("CHEX", 0, IntPT, IntBytes(1)) +
+                               RecordV2("ACDC", 0, IntPT, IntBytes(1)) +
+                               RecordV2("TCMB", 0, IntPT, IntBytes(0)));
+  const std::string fit = Run("fit b.CLB");
+  EXPECT_EQ(std::count(fit.begin(), fit.end(), '\t'), 26) << fit;
+  EXPECT_NE(fit.find("\t2\t600\t297\t0\t0\t0\t0\t0\t0\n|orvane-cli: b.CLB: channel 1: no model"),
+            std::string::npos)
+      << fit;
+  EXPECT_EQ(Run("response b.CLB --table t.TBL --band 0 --frequency 0 1").substr(0, 28),
+            "1 1\t0\t0\t0\t-1\n1\t1\t0.998173582");
+  EXPECT_EQ(Run("response b.CLB --table t.TBL --band 0 --channels 2 --frequency 1"),
+            "1 |orvane-cli: b.CLB: the calibration has another number of channels than the "
+            "recording (1246)\n");
+  EXPECT_EQ(Run("response b.CLB --table t.TBL --frequency 1").substr(0, 3), "2 |");
+  WriteAll(dir_ / "s.CLC", CalHeaderBytes(2, 1) + CalRecordBytes(2, 10, 1, {1, 2, 3, 4, -3, 0}));
+  WriteAll(dir_ / "h.TBL", HeaderV2() + RecordV2("HNOM", 0, FltPT, RealBytes(2468.5)));
+  EXPECT_EQ(Run("response s.CLC --table h.TBL --frequency 10 20"), "0 10\t-6\t0\n20\t-6\t0\n|");
 }
 
 }  // namespace
