@@ -18,7 +18,7 @@ constexpr std::size_t kPassOf18 = 9;
 ChannelParameters StartOf(std::uint32_t flags) {
   ChannelParameters parameters = kStart;
   if ((flags & kSecondVariant) != 0) {
-    for (const std::size_t k : {4, 5, 6, 7}) {
+    for (const std::size_t k : {4U, 5U, 6U, 7U}) {
       parameters[k] = 0;
     }
     parameters[10] = 0.001;
