@@ -5,7 +5,6 @@
 
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 #include <cmath>
