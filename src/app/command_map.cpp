@@ -55,6 +55,7 @@ constexpr auto kUtilities = std::to_array<CommandRow>({
      "Convert  TBL file(s)   into TBL  file(s) of version 1"},
     kLine,
     {kCreateFdemSchedule, "Create TFS File For Dr. Halvo FDEM ...", ""},
+    {kConvertToSpectra, "Convert Waveform File(s) to Calibrated Spectra...", ""},
 });
 constexpr auto kView = std::to_array<CommandRow>({
     {kCalibrationSettings, "Set Calibration Display Parameters...", ""},

@@ -38,6 +38,7 @@ enum CommandId : int {
   kWaveformSettings = 32797,
   kWaveformToText = 32800,
   kRestack = 32802,
+  kConvertToSpectra = 32900,
   kListTables = 32778,
   kConvertFrequencyDomainStacks = 32780,
   kConvertToVersion1 = 32782,

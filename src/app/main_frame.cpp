@@ -206,6 +206,7 @@ void CMainFrame::ConnectCommands() {
   Handle(kWaveformSettings, [this] { OnWaveformSettings(); });
   Command(kWaveformSettings)->setEnabled(false);
   Handle(kWaveformToText, [this] { utilities_.ConvertWaveforms(); });
+  Handle(kConvertToSpectra, [this] { utilities_.ConvertToSpectra(); });
   Handle(kRestack, [this] { utilities_.Restack(); });
   connect(Command(kScrollBack), &QAction::triggered, this, [this] { display_->ScrollBack(); });
   connect(Command(kScrollForward), &QAction::triggered, this,
@@ -237,6 +238,7 @@ void CMainFrame::CloseDisplay() {
   if (display_ == nullptr) {
     return;
   }
+  KeepWaveformSettings();
   stack_->removeWidget(display_);
   display_->deleteLater();
   display_ = nullptr;
@@ -335,6 +337,8 @@ bool CMainFrame::OpenAny(const QString& path) {
 
 bool CMainFrame::OpenWaveform(const QString& path) {
   auto display = std::make_unique<CWaveformDisplay>(prompts_);
+  KeepWaveformSettings();
+  display->Adopt(waveform_settings_, has_small_unit_);
   connect(display.get(), &CDisplay::Told, this, &CMainFrame::ShowNotice);
   if (!display->Open(path)) {
     return false;
@@ -379,6 +383,14 @@ void CMainFrame::OnCalibrationSettings() {
   auto* shown = qobject_cast<CCalibrationDisplay*>(display_);
   if (dialog.exec() == QDialog::Accepted && shown != nullptr) {
     shown->ShowView();
+  }
+}
+
+// So that the next waveform is shown in the same way.
+void CMainFrame::KeepWaveformSettings() {
+  if (auto* waveform = qobject_cast<CWaveformDisplay*>(display_); waveform != nullptr) {
+    waveform_settings_ = waveform->View().Settings();
+    has_small_unit_ = waveform->View().HasSmallUnit();
   }
 }
 

@@ -20,6 +20,7 @@
 #include "app/recent_files.h"
 #include "app/utility_commands.h"
 #include "calibration/display_form.h"
+#include "timeseries/waveform_view.h"
 #include "ui/display.h"
 
 namespace orvane {
@@ -67,6 +68,7 @@ class CMainFrame : public QMainWindow {
   void OnOpenWaveform();
   bool OpenWaveform(const QString& path);
   void OnWaveformSettings();
+  void KeepWaveformSettings();
   void OnOpenCalibration();
   void OnCalibrationSettings();
   void OnFileOpen();
@@ -81,6 +83,8 @@ class CMainFrame : public QMainWindow {
   COrvaneView* view_;
   QStackedWidget* stack_;
   CDisplay* display_ = nullptr;
+  WaveformSettings waveform_settings_;
+  bool has_small_unit_ = false;
   CalDisplay calibration_ranges_;  // stay for the next calibration
   NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/utility_commands.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QSettings>
 
 #include "calibration/cal_text.h"
+#include "calibration/widgets/spectra_dlg.h"
 #include "core/number_text.h"
 #include "core/tbl_listing.h"
 #include "core/tbl_to_v1.h"
@@ -44,6 +46,9 @@ constexpr Utility kWaveformText = {"Convert Time Series File(s) to ASCII File(s)
 constexpr Utility kRestacking = {"Restack Time Series File",
                                  "Tss File (*.tss)|*.tss|All Files (*.*)|*.*||", "",
                                  "%d files have been restacked!"};
+constexpr Utility kSpectra = {"Convert Waveform File(s) to Calibrated Spectra",
+                              "Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||", "",
+                              kConverted};
 constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL File(s)",
                                "TBL File (*.TBL)|*.TBL|All Files (*.*)|*.*||", "*.TBL",
                                "%d .Tbl files are converted to version 1 .tbl files"};
@@ -68,6 +73,32 @@ void UtilityCommands::ConvertFrequencyDomainStacks() {
 void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TsText()); }
 void UtilityCommands::Restack() { Run(kRestacking, orvane::Restack()); }
 void UtilityCommands::ConvertToVersion1() { Run(kVersion1, TblToVersion1(doc_->Table())); }
+
+void UtilityCommands::ConvertToSpectra() {
+  const QString key = QStringLiteral("Folders/Calibrations of spectra");
+  const QString usual = QStringLiteral("C:\\K3\\CAL");
+  QString folder = QSettings().value(key).toString();
+  if (folder.isEmpty() && QFileInfo(usual).isDir()) {
+    folder = usual;
+  }
+  SpectraForm form(folder.toStdString());
+  CSpectraDlg dialog(&form, prompts_, parent_);
+  if (dialog.exec() != QDialog::Accepted) {
+    return;
+  }
+  SpectraOptions options = form.Options();
+  QSettings().setValue(key, QString::fromStdString(options.calibration_folder.string()));
+  // Workers ask and wait for this thread, which shows the question over the progress.
+  options.ask = [this](const std::string& question, const BatchTask& task) {
+    bool is_yes = false;
+    const auto show = [&] {
+      is_yes = !task.Stopped() && prompts_->AskYesNo("Orvane", question) == Answer::kYes;
+    };
+    QMetaObject::invokeMethod(QCoreApplication::instance(), show, Qt::BlockingQueuedConnection);
+    return is_yes;
+  };
+  Run(kSpectra, CalibratedSpectra(std::move(options)));
+}
 
 void UtilityCommands::Run(const Utility& utility, Conversion conversion) {
   const QString key = QStringLiteral("Folders/") + QString::fromLatin1(utility.title);

@@ -40,6 +40,7 @@ class UtilityCommands {
   void ConvertToVersion1();
   void ConvertWaveforms();
   void Restack();
+  void ConvertToSpectra();
 
   void SetEditor(TextEditor editor) { editor_ = std::move(editor); }
 

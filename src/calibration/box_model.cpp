@@ -1,57 +1,131 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calibration/box_model.h"
 
+#include <algorithm>
+
+#include "calibration/channel_fit.h"
+
 namespace orvane {
 namespace {
 
-using ChannelParameters = std::array<double, BoxModel::kParameters>;
-
 // The last but two are replaced by what the calibration measured.
-constexpr ChannelParameters kStart = {0,       0,      0,   3.3e-9, 1e-8, 3.3e-8, 1e-7,
-                                      3.3e-7,  0.001,  55,  0.01,   137,  424,    0.00022,
-                                      3.3e-10, 5.6e-9, 100, 2,      600,  297};
+constexpr FrontEndParameters kStart = {0,       0,      0,   3.3e-9, 1e-8, 3.3e-8, 1e-7,
+                                       3.3e-7,  0.001,  55,  0.01,   137,  424,    0.00022,
+                                       3.3e-10, 5.6e-9, 100, 2,      600,  297};
 
-// The passes whose first records hold parameters 17 and 18 as their fourth value.
-constexpr std::size_t kPassOf17 = 0;
-constexpr std::size_t kPassOf18 = 9;
-
-ChannelParameters StartOf(std::uint32_t flags) {
-  ChannelParameters parameters = kStart;
-  if ((flags & kSecondVariant) != 0) {
-    for (const std::size_t k : {4U, 5U, 6U, 7U}) {
-      parameters[k] = 0;
-    }
-    parameters[10] = 0.001;
-    parameters[11] = 55;
-    parameters[16] = 1e9;
-  }
-  if ((flags & kFirstVariant) != 0) {
-    parameters[12] = 332;
-  }
-  return parameters;
-}
+// The passes whose first records hold delay and drive resistors as their fourth value.
+constexpr std::size_t kPassOfDelay = 0;
+constexpr std::size_t kPassOfDrive = 9;
 
 // A calibration without that many passes leaves the parameter as it is.
 void TakeFourthValue(const CalData& cal, std::size_t pass, std::size_t channel, double* parameter) {
-  if (pass < cal.PassCount()) {
+  if (pass < cal.PassCount() && !cal.Pass(pass).empty()) {
     *parameter = cal.Pass(pass).front().channels[channel].values[3];
   }
 }
 
+// One entry at 0 Hz, then one for each record. A pass that is missing, or finds no room, leaves its
+// slot empty.
+void CopyPass(const CalData& cal, std::size_t pass, BoxModel* model) {
+  std::size_t end = model->entries;
+  model->slot_starts.push_back(end);
+  if (pass >= cal.PassCount() || cal.Pass(pass).empty() ||
+      end + cal.Pass(pass).size() + 1 > BoxModel::kSlotEntries) {
+    return;
+  }
+  const auto put = [&](const CalFileRecord& record, bool is_zero) {
+    model->frequencies[end] = is_zero ? 0 : static_cast<double>(record.frequency);
+    for (std::size_t c = 0; c < cal.Channels(); ++c) {
+      const CalBlock& block = record.channels[c];
+      model->responses[c * BoxModel::kSlotEntries + end] = {
+          block.real, is_zero ? 0 : static_cast<double>(block.imaginary)};
+    }
+    ++end;
+  };
+  put(cal.Pass(pass).front(), true);
+  for (const CalFileRecord& record : cal.Pass(pass)) {
+    put(record, false);
+  }
+  model->entries = end;
+}
+
+struct Pass {
+  FrontEndSetting setting;
+  bool is_through_resistors = false;
+};
+
+constexpr std::size_t kFirstPass = 3;
+const auto kPasses = std::to_array<Pass>({
+    {{0, 16, 0, {}}},
+    {{-1, 16, 0, {}}},
+    {{1, 16, 0, {}}},
+    {{2, 16, 0, {}}},
+    {{0, 17, 0, {}}},
+    {{0, 18, 0, {}}},
+    {{0, 16, 0, {}}, true},
+    {{0, 0, 0, {}}, true},
+    {{0, 80, 0, {}}, true},
+    {{0, 16, 1, {}}, true},
+    {{0, 19, 0, {}}},
+    {{0, 20, 0, {}}},
+});
+
 }  // namespace
+
+FrontEndParameters NominalParameters(std::uint32_t flags) {
+  FrontEndParameters parameters = kStart;
+  if ((flags & kSecondVariant) != 0) {
+    for (const std::size_t k : {4, 5, 6, 7}) {
+      parameters[k] = 0;
+    }
+    parameters[kChokeB] = 0.001;
+    parameters[kChokeBWire] = 55;
+    parameters[kTrapSwitch] = 1e9;
+  }
+  if ((flags & kFirstVariant) != 0) {
+    parameters[kSeries] = 332;
+  }
+  return parameters;
+}
+
+FrontEndParameters ParametersOf(const CalData& cal, std::size_t channel) {
+  if (cal.model.parameter_count == 0) {
+    return NominalParameters(cal.channel_flags[channel]);
+  }
+  FrontEndParameters parameters{};
+  for (std::size_t k = 0; k < parameters.size(); ++k) {
+    parameters[k] = cal.model.parameters[k * cal.Channels() + channel];
+  }
+  return parameters;
+}
+
+const FrontEndSetting* PassSetting(std::size_t pass) {
+  const bool is_used = pass >= kFirstPass && pass < kFirstPass + kPasses.size();
+  return is_used ? &kPasses[pass - kFirstPass].setting : nullptr;
+}
+
+bool IsThroughResistors(std::size_t pass) {
+  return PassSetting(pass) != nullptr && kPasses[pass - kFirstPass].is_through_resistors;
+}
 
 void FitBoxModel(CalData* cal) {
   BoxModel& model = cal->model;
   const std::size_t channels = cal->Channels();
+  model = {};
   model.frequencies.assign(BoxModel::kSlotEntries, 0);
   model.responses.assign(channels * BoxModel::kSlotEntries, 0);
   model.parameter_count = BoxModel::kParameters;
+  for (const std::size_t pass : kSlotPasses) {
+    CopyPass(*cal, pass, &model);
+  }
   for (std::size_t c = 0; c < channels; ++c) {
-    ChannelParameters parameters = StartOf(cal->channel_flags[c]);
-    TakeFourthValue(*cal, kPassOf17, c, &parameters[17]);
-    TakeFourthValue(*cal, kPassOf18, c, &parameters[18]);
+    FrontEndParameters parameters = NominalParameters(cal->channel_flags[c]);
+    TakeFourthValue(*cal, kPassOfDelay, c, &parameters[kDelay]);
+    TakeFourthValue(*cal, kPassOfDrive, c, &parameters[kDrive]);
+    ChannelFit fit(model, c, cal->channel_flags[c], parameters);
+    model.fits[c] = fit.Run();
     for (std::size_t k = 0; k < parameters.size(); ++k) {
-      model.parameters[k * channels + c] = parameters[k];
+      model.parameters[k * channels + c] = fit.Parameters()[k];
     }
   }
 }

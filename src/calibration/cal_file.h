@@ -3,6 +3,7 @@
 #ifndef ORVANE_CALIBRATION_CAL_FILE_H_
 #define ORVANE_CALIBRATION_CAL_FILE_H_
 
+#include <array>
 #include <complex>
 #include <cstdint>
 #include <filesystem>
@@ -25,6 +26,20 @@ struct BoxModel {
   static constexpr std::size_t kParameters = 20;
   static constexpr std::size_t kSlotEntries = 1200;
 
+  /// How well the circuit of one channel fits. The errors are relative to the measured response.
+  struct FitReport {
+    std::size_t points = 0;    ///< measured points that took part
+    std::size_t rejected = 0;  ///< points left out because they lie far from all others
+    int iterations = 0;
+    double rms = 0;
+    double max = 0;
+    bool is_kept = false;  ///< else the parameters are those that the fit started from
+
+    /// Above this rms the circuit does not describe the channel well.
+    static constexpr double kDoubtfulRms = 0.01;
+    bool IsDoubtful() const { return !is_kept || rms > kDoubtfulRms; }
+  };
+
   std::size_t parameter_count = 0;  ///< 0 without a model, else 20
   /// Parameter k of channel c stands at k x channels + c.
   std::array<double, kParameters * kMaxCalChannels> parameters{};
@@ -32,6 +47,12 @@ struct BoxModel {
   std::vector<std::size_t> slot_starts;
   std::vector<double> frequencies;              ///< 1200 entries in Hz; empty without a model
   std::vector<std::complex<double>> responses;  ///< 1200 entries for each channel; likewise
+  std::size_t entries = 0;                      ///< filled ones of the 1200
+  std::array<FitReport, kMaxCalChannels> fits{};
+
+  std::size_t SlotEnd(std::size_t slot) const {
+    return slot + 1 < slot_starts.size() ? slot_starts[slot + 1] : entries;
+  }
 };
 
 /// A calibration in memory. Whoever read it owns it; it does not change any more.

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/batch_verb.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <memory>
@@ -17,6 +20,8 @@ namespace orvane {
 namespace {
 
 constexpr std::chrono::milliseconds kLook{100};  // between two looks at the batch
+
+std::atomic<bool> is_asking = false;
 
 volatile std::sig_atomic_t interrupted = 0;
 void Interrupt(int signal) {
@@ -52,14 +57,15 @@ class InterruptWatch {
 };
 
 std::string Megabytes(std::uint64_t bytes) {
-  return FormatReal(static_cast<double>(bytes / 100000) / 10);
+  const std::uint64_t tenths = bytes / 100000;
+  return FormatReal(static_cast<double>(tenths) / 10);
 }
 
 // One line on the terminal that is written again and again.
 class ProgressLine {
  public:
-  void Show(const BatchProgress& progress) {
-    if (!is_terminal_) {
+  void Show(const BatchProgress& progress) const {
+    if (!is_terminal_ || is_asking) {
       return;
     }
     std::string line = FormatInt(static_cast<std::int64_t>(progress.files_done)) + " of " +
@@ -72,7 +78,7 @@ class ProgressLine {
     line += ": " + Printable(progress.current.filename().string());
     Put(line.substr(0, kWidth));
   }
-  void Clear() {
+  void Clear() const {
     if (is_terminal_) {
       Put({});
     }
@@ -125,7 +131,7 @@ ExitCode RunBatch(BatchPlan plan) {
     std::filesystem::create_directories(plan.out_folder, error);
   }
   const InterruptWatch watch;
-  ProgressLine line;
+  const ProgressLine line;
   Batch batch(std::move(plan));
   batch.Start();
   while (!batch.WaitFor(kLook)) {
@@ -138,8 +144,28 @@ ExitCode RunBatch(BatchPlan plan) {
   return PrintResults(batch);
 }
 
+bool AskOnTerminal(const std::string& question, const BatchTask& task) {
+  if (isatty(STDIN_FILENO) == 0 || isatty(STDERR_FILENO) == 0) {
+    return false;
+  }
+  is_asking = true;
+  const std::string text = "\r\x1B[K" + Printable(question) + " [y/N] ";
+  std::fwrite(text.data(), 1, text.size(), stderr);
+  std::array<char, 256> line{};
+  ssize_t read_bytes = 0;
+  pollfd input{STDIN_FILENO, POLLIN, 0};
+  while (!task.Stopped() && read_bytes == 0) {
+    if (poll(&input, 1, static_cast<int>(kLook.count())) > 0) {
+      read_bytes = read(STDIN_FILENO, line.data(), line.size());
+      read_bytes = read_bytes == 0 ? -1 : read_bytes;  // the terminal is gone
+    }
+  }
+  is_asking = false;
+  return read_bytes > 0 && (line[0] == 'y' || line[0] == 'Y');
+}
+
 CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::string& what,
-                       std::function<Conversion()> conversion, ExitCode* exit_code) {
+                       const std::function<Conversion()>& conversion, ExitCode* exit_code) {
   struct Arguments {
     std::vector<std::string> files;
     unsigned jobs = 0;

@@ -19,10 +19,14 @@ namespace orvane {
 /// add options of its own to the verb that is returned. The verb prints the paths of the files
 /// written, in the order of the inputs, and names on stderr what failed and what is noted.
 CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::string& what,
-                       std::function<Conversion()> conversion, ExitCode* exit_code);
+                       const std::function<Conversion()>& conversion, ExitCode* exit_code);
 
 /// Runs a batch to its end or until the user interrupts it.
 ExitCode RunBatch(BatchPlan plan);
+
+/// Asks a question while a batch runs, whose progress line waits. No without a terminal, for any
+/// answer but y, and where the batch is stopped.
+bool AskOnTerminal(const std::string& question, const BatchTask& task);
 
 }  // namespace orvane
 

@@ -20,19 +20,6 @@ struct CalibrationArguments {
 
 std::string Number(std::size_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
 
-int KindOf(const CalibrationArguments& arguments) {
-  if (arguments.kind != 0) {
-    return arguments.kind;
-  }
-  if (EndsWithoutCase(arguments.file, ".CLB")) {
-    return kBoxCal;
-  }
-  const int in_header = CalKindIn(arguments.file).value_or(0);
-  const bool is_sensor = EndsWithoutCase(arguments.file, ".CLC");
-  const int usual = is_sensor ? kSensorCal : kBoxCal;
-  return CalFields(in_header).empty() || (is_sensor && in_header == kBoxCal) ? usual : in_header;
-}
-
 // Whole numbers are signed although programs get them zero-extended.
 std::string ValueText(const CalHeader& header, const CalFieldDef& field) {
   if (field.Key() == "SNUM" || field.Key() == "NCHN" || field.Key() == "STAT") {
@@ -66,7 +53,8 @@ std::string InfoText(const CalData& cal) {
 
 ExitCode RunInfo(const CalibrationArguments& arguments) {
   CalReport report;
-  const auto cal = ReadCalFileAt(KindOf(arguments), arguments.file, &report);
+  const auto cal = ReadCalFileAt(arguments.kind != 0 ? arguments.kind : CalKindOf(arguments.file),
+                                 arguments.file, &report);
   if (cal == nullptr) {
     PrintMessage(report.message + " (" + FormatInt(report.status) + ")");
     return kSomeFailed;
@@ -100,6 +88,16 @@ ExitCode RunCurves(const CalibrationArguments& arguments) {
 
 }  // namespace
 
+int CalKindOf(const std::filesystem::path& file) {
+  if (EndsWithoutCase(file.string(), ".CLB")) {
+    return kBoxCal;
+  }
+  const int in_header = CalKindIn(file).value_or(0);
+  const bool is_sensor = EndsWithoutCase(file.string(), ".CLC");
+  const int usual = is_sensor ? kSensorCal : kBoxCal;
+  return CalFields(in_header).empty() || (is_sensor && in_header == kBoxCal) ? usual : in_header;
+}
+
 void AddCalibrationCommands(CLI::App* app, ExitCode* exit_code) {
   CLI::App* calibration =
       app->add_subcommand("calibration", "Calibrations of boxes (*.CLB) and sensors (*.CLC)");
@@ -120,6 +118,7 @@ void AddCalibrationCommands(CLI::App* app, ExitCode* exit_code) {
                exit_code);
   add_reading("curves", "Print channel, Hz, amplitude and degrees of each point, tab-separated",
               RunCurves);
+  AddResponseCommands(calibration, exit_code);
 }
 
 }  // namespace orvane

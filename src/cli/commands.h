@@ -22,6 +22,14 @@ void AddStackCommands(CLI::App* app, ExitCode* exit_code);
 void AddCalibrationCommands(CLI::App* app, ExitCode* exit_code);
 void AddWaveformCommands(CLI::App* app, ExitCode* exit_code);
 
+/// The verbs that compute with calibrations: `calibration response`, `calibration fit` and
+/// `waveform harmonics`.
+void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code);
+void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code);
+
+/// The kind of calibration that a file is by its name and header, a `CalKind`.
+int CalKindOf(const std::filesystem::path& file);
+
 /// The verbs of `table` that convert many files.
 void AddTableConversions(CLI::App* table, ExitCode* exit_code);
 

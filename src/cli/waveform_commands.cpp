@@ -79,8 +79,11 @@ ExitCode RunInfo(const WaveformArguments& arguments) {
   std::string text = "header\t" + Number(BytesIn(file.HeaderSize())) + "\nrecords\t" +
                      Number(file.Count()) + "\nbad records\t" + Number(file.BadCount()) +
                      "\nbad at";
-  for (std::uint64_t bad = file.NextBad(0); bad > 0; bad = file.NextBad(bad)) {
-    text.append("\t").append(Number(bad));
+  TsWalker walker = file.Walk();
+  for (TsPlace place; file.BadCount() > 0 && walker.Next(&place);) {
+    if (!file.IsBandFile() && place.header.IsBad()) {
+      text.append("\t").append(Number(place.number));
+    }
   }
   text +=
       "\nrecord\toffset\ttime\tbox\tchannels\tscans\tscans in file\tbytes per sample\trate (Hz)\t"
@@ -129,6 +132,7 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
   AddBatchVerb(
       waveform, "restack", "Average the records of each frequency (NAME.TSK)",
       [] { return Restack(); }, exit_code);
+  AddHarmonicsCommand(waveform, exit_code);
 }
 
 }  // namespace orvane

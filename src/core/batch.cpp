@@ -97,7 +97,11 @@ void Batch::WorkThrough(const std::vector<Unit>& units) {
 void Batch::Do(std::size_t index) {
   Item& item = items_[index];
   if (item.refused) {
-    Finish(index, BatchFailed(*item.refused, item.result.code), 0);
+    BatchResult refused = BatchFailed(*item.refused, item.result.code);
+    if (plan_.conversion.refusal_box && !item.outputs.empty()) {
+      refused.box = plan_.conversion.refusal_box(item.outputs.front());
+    }
+    Finish(index, std::move(refused), 0);
     return;
   }
   if (stop_) {

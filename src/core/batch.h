@@ -106,6 +106,8 @@ struct Conversion {
   bool replaces_inputs = false;
   /// The message at the end counts every file that was selected, not only those written.
   bool counts_every_file = false;
+  /// What a window shows in a box where an output is refused; empty function: nothing.
+  std::function<std::string(const std::filesystem::path& output)> refusal_box;
   /// The conversion's number for a file whose output would be the input itself.
   int same_file_code = 0;
 };

@@ -28,21 +28,23 @@ constexpr double kScaleError = 4.5e-16;
 
 // 10^-300 to 10^300, each as the nearest double.
 constexpr int kLastPower = 300;
+constexpr std::size_t PlaceOf(int exponent) {
+  const int place = exponent + kLastPower;
+  return static_cast<std::size_t>(place);
+}
 struct Powers {
   std::array<double, 2 * kLastPower + 1> of{};
 
   Powers() noexcept {
     for (int i = -kLastPower; i <= kLastPower; ++i) {
       std::array<char, 8> text{'1', 'e'};
-      const auto end = std::to_chars(text.data() + 2, text.data() + text.size(), i).ptr;
-      std::from_chars(text.data(), end, of[static_cast<std::size_t>(i + kLastPower)]);
+      char* const end = std::to_chars(text.data() + 2, text.data() + text.size(), i).ptr;
+      std::from_chars(text.data(), end, of[PlaceOf(i)]);
     }
   }
 };
 const Powers kPowers;
-double PowerOfTen(int exponent) {
-  return kPowers.of[static_cast<std::size_t>(exponent + kLastPower)];
-}
+double PowerOfTen(int exponent) { return kPowers.of[PlaceOf(exponent)]; }
 
 constexpr auto kIntPowers = [] {
   std::array<std::uint64_t, 20> powers{};
@@ -261,7 +263,7 @@ char* PutGeneral(char* to, const Decimal& decimal, int precision, bool negative,
   }
   if (exponent < 0) {
     to = PutHead(to, count + 1 - exponent, negative, width);
-    std::memcpy(to, "0.000", 5);
+    std::copy_n("0.000", 5, to);
     digits.Put(to + 1 - exponent);
     return to + 1 - exponent + count;
   }
@@ -339,11 +341,11 @@ char* WriteInt(char* to, std::int64_t value, int width, char fill) {
 }
 
 char* WriteHex(char* to, std::uint64_t value, int digits) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  constexpr std::string_view kHexDigits = "0123456789ABCDEF";
   const int needed = (static_cast<int>(std::bit_width(value | 1)) + 3) / 4;
   const int count = std::max(digits, needed);
   for (int i = count - 1; i >= 0; --i, value >>= 4U) {
-    to[i] = kDigits[value & 0xFU];
+    to[i] = kHexDigits[value & 0xFU];
   }
   return to + count;
 }

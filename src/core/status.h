@@ -21,13 +21,19 @@ enum [[nodiscard]] Status : int{
     kFieldNotFound = 201,      ///< a header has no field of that key
     kFieldTypeMismatch = 202,  ///< the field has another type, or one that cannot be asked for
     kIndexNotAllocated = 999,  ///< no memory for the hash index
-    kCalPassBounds = 1227,     ///< over 100 records in a pass, or over 30 passes
+    kNoRecordingHeader = 1222,
+    kBandInvalid = 1223,    ///< no such sample-rate band, or no key for it
+    kCalPassBounds = 1227,  ///< over 100 records in a pass, or over 30 passes
     kNoCalibration = 1228,
-    kCalKindMismatch = 1230,  ///< no such kind of calibration, or the file is of another
-    kCalPathTooLong = 1231,   ///< over 256 characters
+    kNoRecordOfKind = 1229,     ///< no calibration record for the settings in use
+    kCalKindMismatch = 1230,    ///< no such kind of calibration, or the file is of another
+    kCalPathTooLong = 1231,     ///< over 256 characters
+    kAmplitudeNegative = 1232,  ///< the response of a channel is worthless
+    kRateIndexInvalid = 1233,   ///< the index into the table of sample rates is not 0 to 6
     kCalNoMemory = 1234,
     kCalNotOpened = 1239,         ///< the file cannot be opened, or not be read
     kCalHeaderUnreadable = 1240,  ///< no whole header, or one without a possible channel count
+    kChannelsDiffer = 1246,       ///< calibration and recording have other numbers of channels
     kCalRecordCount = 1247,       ///< no record, or over 500
 };
 
@@ -58,10 +64,22 @@ constexpr std::string_view StatusText(Status status) {
       return "the header has no such field";
     case kFieldTypeMismatch:
       return "the header's field has another type";
+    case kNoRecordingHeader:
+      return "no settings of a recording";
+    case kBandInvalid:
+      return "no such sample-rate band";
     case kCalPassBounds:
       return "more than 100 records in a pass, or more than 30 passes";
     case kNoCalibration:
       return "no calibration";
+    case kNoRecordOfKind:
+      return "no calibration record for the settings in use";
+    case kAmplitudeNegative:
+      return "the response of a channel is zero or no number";
+    case kRateIndexInvalid:
+      return "the index of the sample rate is not 0 to 6";
+    case kChannelsDiffer:
+      return "the calibration has another number of channels than the recording";
     case kCalKindMismatch:
       return "not a calibration of the kind asked for";
     case kCalPathTooLong:

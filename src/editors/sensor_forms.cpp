@@ -2,6 +2,7 @@
 #include "editors/sensor_forms.h"
 
 #include <cmath>
+#include <utility>
 
 #include "core/param_access.h"
 
@@ -156,8 +157,8 @@ void CurrentSensorForm::Commit() {
   }
 }
 
-CoilForm::CoilForm(ParamTable* table, const Names& names)
-    : names_(names),
+CoilForm::CoilForm(ParamTable* table, Names names)
+    : names_(std::move(names)),
       types_{{{names_[0], kType},
               {names_[1], 1117},
               {"Air loop", 1118},

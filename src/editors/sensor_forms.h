@@ -60,7 +60,7 @@ class CoilForm {
   /// Names of the coil models, in the order of the buttons 1116, 1117, 1121 and 1122.
   using Names = std::array<std::string, 4>;
 
-  CoilForm(ParamTable* table, const Names& names);
+  CoilForm(ParamTable* table, Names names);
 
   FormModel& Model() { return model_; }
   void Open() { model_.ReadAll(); }

@@ -273,6 +273,7 @@ Conversion Restack(std::uint64_t most_memory) {
   conversion.outputs_of = [](const std::string& path) {
     return std::vector<std::string>{RestackName(path)};
   };
+  conversion.refusal_box = OpenFailureText;
   conversion.job = [most_memory](BatchTask& task) { return RestackFile(task, most_memory); };
   return conversion;
 }

@@ -29,6 +29,9 @@ bool TsWalker::ReadHeader(TsHeader* header) {
   }
   *header = {};
   std::memcpy(header, window_.data() + (offset_ - window_offset_), size);
+  if (header_size_ != TsHeaderSize::kFull) {
+    header->frequency = {};  // only full headers have one; what stands there means something else
+  }
   return true;
 }
 

@@ -81,7 +81,7 @@ std::vector<WaveformChannel> WaveformChannels(const TsHeader& header, const TsCo
     const Unit unit = UnitOf(kind, units.has_small_unit, nominal);
     const double scale = full_scale / kFullScale / gain * unit.factor;
     const bool has_sensor = kind != 'H' || nominal > 0;
-    if (full_scale != 0 && std::isfinite(gain) && std::isfinite(scale) && has_sensor) {
+    if (full_scale != 0 && std::isfinite(gain) && std::isfinite(scale * kFullScale) && has_sensor) {
       channel.scale = scale;
       channel.unit = unit.text;
     }

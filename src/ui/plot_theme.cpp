@@ -127,7 +127,13 @@ bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
     return false;
   }
   settings.setValue(kFolder, dialog.directory().absolutePath());
-  const QString fault = SavePlot(plot, dialog.selectedFiles().constFirst());
+  QString path = dialog.selectedFiles().constFirst();
+  const QString suffix = QFileInfo(path).suffix().toLower();
+  if (!QStringList{QStringLiteral("png"), QStringLiteral("svg"), QStringLiteral("pdf")}.contains(
+          suffix)) {
+    path += QLatin1Char('.') + dialog.defaultSuffix();  // a name with a dot of its own
+  }
+  const QString fault = SavePlot(plot, path);
   if (!fault.isEmpty()) {
     QMessageBox::warning(parent, QStringLiteral("Orvane"), fault);
   }

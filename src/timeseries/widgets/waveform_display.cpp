@@ -66,6 +66,7 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   layout->addWidget(bar_);
   layout->addWidget(halves_, 1);
   connect(plot_, &WaveformPlot::Changed, this, &CWaveformDisplay::ShowReadings);
+  connect(plot_, &WaveformPlot::MenuAsked, this, &CWaveformDisplay::ShowMenu);
   connect(&timer_, &QTimer::timeout, this, [this] {
     if (!view_.Next()) {
       TogglePlay();  // the end
@@ -98,8 +99,9 @@ void CWaveformDisplay::AddPaging() {
   number_->setKeyboardTracking(false);
   connect(number_, &QSpinBox::valueChanged, this, [this](int number) {
     Page(number > 0 && view_.GoTo(static_cast<std::uint64_t>(number)));
-    setFocus();
   });
+  connect(number_, &QSpinBox::editingFinished, this, [this] { setFocus(); });
+  number_->installEventFilter(this);
   bar_->addWidget(number_);
   Add("Next", "next", "Segment behind", Qt::Key_PageDown, [this] { ScrollForward(); });
   Add("Last", "last", "Last segment", Qt::CTRL | Qt::Key_End, [this] { Page(view_.Last()); });
@@ -197,10 +199,12 @@ void CWaveformDisplay::ShowReadings() {
       readings_->setItem(row, column, item);
     }
   }
-  if (was_hidden && (first || second)) {
+  if (first || second) {
     readings_->resizeColumnsToContents();
     const int wanted = readings_->horizontalHeader()->length() + 24;
-    halves_->setSizes({halves_->width() - wanted, wanted});
+    if (was_hidden || readings_->width() < wanted) {
+      halves_->setSizes({halves_->width() - wanted, wanted});
+    }
   }
   const QString problem = QString::fromStdString(view_.Problem());
   emit Told(TextFromBytes(view_.StatusBarText()) +
@@ -317,10 +321,33 @@ void CWaveformDisplay::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-void CWaveformDisplay::contextMenuEvent(QContextMenuEvent* event) {
+// The keys of the number of the segment are its own while it has the focus.
+bool CWaveformDisplay::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == number_ && event->type() == QEvent::ShortcutOverride) {
+    const int key = dynamic_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Up || key == Qt::Key_Down || (key >= Qt::Key_0 && key <= Qt::Key_9)) {
+      event->accept();
+      return true;
+    }
+  }
+  return CDisplay::eventFilter(watched, event);
+}
+
+void CWaveformDisplay::contextMenuEvent(QContextMenuEvent* event) { ShowMenu(event->globalPos()); }
+
+void CWaveformDisplay::ShowMenu(const QPoint& at) {
   QMenu menu(this);
   menu.addActions(actions());
-  menu.exec(event->globalPos());
+  menu.exec(at);
+}
+
+void CWaveformDisplay::Adopt(const WaveformSettings& settings, bool has_small_unit) {
+  WaveformSettings adopted = settings;
+  adopted.auto_play = false;
+  view_.SetSettings(adopted);
+  view_.SetSmallUnit(has_small_unit);
+  small_unit_->setChecked(has_small_unit);
+  auto_scale_->setChecked(adopted.auto_scale);
 }
 
 }  // namespace orvane

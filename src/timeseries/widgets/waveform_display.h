@@ -28,6 +28,8 @@ class CWaveformDisplay : public CDisplay {
   /// Opens a file. False where that fails; the messages are shown.
   bool Open(const QString& path);
   WaveformView& View() { return view_; }
+  /// Takes over how another file was shown, but for auto play.
+  void Adopt(const WaveformSettings& settings, bool has_small_unit);
 
   QString Title() const override;
   void ScrollBack() override { Page(view_.Previous()); }
@@ -40,6 +42,7 @@ class CWaveformDisplay : public CDisplay {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QAction* Add(const char* text, const char* name, const char* tip, const QKeySequence& key,
@@ -47,6 +50,7 @@ class CWaveformDisplay : public CDisplay {
   void AddPaging();
   void AddViewing();
   void AddSaving();
+  void ShowMenu(const QPoint& at);
   void Page(bool is_other);
   void Zoom(double factor);
   void ZoomValues(double factor);

@@ -3,6 +3,7 @@
 
 #include <qcustomplot.h>
 
+#include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -50,7 +51,11 @@ class RoundTicker : public QCPAxisTicker {
     const bool is_value = value_axes_ != nullptr;
     const int most = is_value ? MostValues(value_axes_->height()) : kMostTimeTicks;
     const double margin = is_value ? kEdge * range.size() : 0;
-    const AxisTicks round = TicksBetween(range.lower + margin, range.upper - margin, most);
+    AxisTicks round = TicksBetween(range.lower + margin, range.upper - margin, most);
+    // One number tells no scale.
+    for (int more = most + 1; round.values.size() < 2 && more <= kMostTimeTicks; ++more) {
+      round = TicksBetween(range.lower + margin, range.upper - margin, more);
+    }
     ticks = QVector<double>(round.values.begin(), round.values.end());
     if (sub_ticks != nullptr) {
       sub_ticks->clear();
@@ -105,12 +110,6 @@ WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
   auto* line = new QCPLayoutGrid;
   strip.label = new QCPTextElement(plot_);
   strip.label->setTextFlags(Qt::AlignLeft | Qt::AlignVCenter);
-  const int width =
-      QFontMetrics(LabelFont(*this)).horizontalAdvance(QStringLiteral("Ch 12 (Micro V) "));
-  strip.label->setMinimumSize(width, 10);
-  // Without a limit of its own a text limits its strip to the height of its lines.
-  constexpr int kAnyHeight = 100000;
-  strip.label->setMaximumSize(width, kAnyHeight);
   strip.axes = new QCPAxisRect(plot_);
   strip.axes->setMinimumSize(50, 24);
   strip.axes->setupFullAxesBox();
@@ -153,21 +152,58 @@ void WaveformPlot::MakeStrips(std::size_t count) {
     strips_.push_back(MakeStrip(static_cast<int>(i) + 1));
     QCPAxisRect* axes = strips_.back().axes;
     axes->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
-    const bool is_last = i + 1 == count;
-    axes->axis(QCPAxis::atBottom)->setTickLabels(is_last);
+    axes->axis(QCPAxis::atBottom)->setTickLabels(false);
     axes->setMinimumMargins(QMargins(0, 0, 12, 0));
-    if (!is_last) {
-      axes->setAutoMargins(QCP::msLeft | QCP::msRight);
-      axes->setMargins(QMargins(0, 0, 0, 0));
-    }
+    axes->setAutoMargins(QCP::msLeft | QCP::msRight);
+    axes->setMargins(QMargins(0, 0, 0, 0));
   }
+  MakeTimeAxis(static_cast<int>(count) + 1, margins);
   plot_->plotLayout()->setRowSpacing(2);
   FollowTheme();
 }
 
+// An axis rectangle of no height below the strips, so that all of these are equally high.
+void WaveformPlot::MakeTimeAxis(int row, QCPMarginGroup* margins) {
+  auto* line = new QCPLayoutGrid;
+  time_label_ = new QCPTextElement(plot_);
+  time_axes_ = new QCPAxisRect(plot_);
+  time_axes_->setMinimumSize(50, 1);
+  time_axes_->setMaximumSize(QWIDGETSIZE_MAX, 1);
+  time_axes_->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
+  time_axes_->setMinimumMargins(QMargins(0, 0, 12, 0));
+  time_axes_->axis(QCPAxis::atLeft)->setVisible(false);
+  QCPAxis* axis = time_axes_->axis(QCPAxis::atBottom);
+  axis->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker));
+  axis->setLayer(QStringLiteral("axes"));
+  axis->grid()->setVisible(false);
+  line->addElement(0, 0, time_label_);
+  line->addElement(0, 1, time_axes_);
+  plot_->plotLayout()->addElement(row, 0, line);
+}
+
+// The labels are as wide as the widest of them, within reason.
+void WaveformPlot::SizeLabels() {
+  constexpr int kWidest = 220;
+  constexpr int kAnyHeight = 100000;  // without a limit a text limits its strip to its lines
+  const QFontMetrics metrics(LabelFont(*this));
+  int width = metrics.horizontalAdvance(QStringLiteral("Ch 12 (mV) "));
+  for (const Strip& strip : strips_) {
+    for (const QString& line : strip.label->text().split(QLatin1Char('\n'))) {
+      width = std::max(width, metrics.horizontalAdvance(line) + 8);
+    }
+  }
+  width = std::min(width, kWidest);
+  for (const Strip& strip : strips_) {
+    strip.label->setMinimumSize(width, 10);
+    strip.label->setMaximumSize(width, kAnyHeight);
+  }
+  time_label_->setMinimumSize(width, 1);
+  time_label_->setMaximumSize(width, kAnyHeight);
+}
+
 void WaveformPlot::ShowStrip(std::size_t trace, WaveformTrace line) {
   const Strip& strip = strips_[trace];
-  QString text = TextFromBytes(view_->Channel(trace).Label());
+  QString text = TextFromBytes(view_->Channel(trace).Label()).simplified();
   text += TextFromBytes(view_->StatusText(trace));
   strip.label->setText(text);
   strip.label->setTextColor(TraceColor(static_cast<int>(trace), palette()));
@@ -202,7 +238,18 @@ void WaveformPlot::ShowView() {
     for (std::size_t trace = 0; trace < strips_.size(); ++trace) {
       ShowStrip(trace, std::move(lines[trace]));
     }
-    strips_.back().axes->axis(QCPAxis::atBottom)->setLabel(TextFromBytes(view_->TimeLabel()));
+    SizeLabels();
+    const ValueRange times = view_->VisibleTimes();
+    time_axes_->axis(QCPAxis::atBottom)->setRange(times.low, times.high);
+    time_axes_->axis(QCPAxis::atBottom)->setLabel(TextFromBytes(view_->TimeLabel()));
+  }
+  QStringList spoken(title_->text());
+  for (const Strip& strip : strips_) {
+    spoken << strip.label->text().simplified();
+  }
+  plot_->setAccessibleDescription(spoken.join(QStringLiteral("; ")));
+  if (view_->Record().Header().scans == 0 && !view_->Problem().empty()) {
+    title_->setText(QString::fromStdString(view_->Problem()));
   }
   plot_->replot(QCustomPlot::rpQueuedReplot);
 }
@@ -247,6 +294,9 @@ bool WaveformPlot::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Resize:
       QMetaObject::invokeMethod(this, &WaveformPlot::ShowView, Qt::QueuedConnection);
       return false;
+    case QEvent::ContextMenu:
+      emit MenuAsked(dynamic_cast<QContextMenuEvent*>(event)->globalPos());
+      return true;
     case QEvent::Wheel:
       return OnWheel(*dynamic_cast<QWheelEvent*>(event));
     case QEvent::MouseButtonPress:

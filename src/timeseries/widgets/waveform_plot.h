@@ -10,6 +10,7 @@
 
 class QCPAxisRect;
 class QCPGraph;
+class QCPMarginGroup;
 class QCPItemStraightLine;
 class QCPTextElement;
 class QCustomPlot;
@@ -34,6 +35,8 @@ class WaveformPlot : public QWidget {
  signals:
   /// The user changed the visible times or a cursor of the view.
   void Changed();
+  /// The right button of the mouse.
+  void MenuAsked(const QPoint& at);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -49,6 +52,8 @@ class WaveformPlot : public QWidget {
 
   void MakeStrips(std::size_t count);
   Strip MakeStrip(int row);
+  void MakeTimeAxis(int row, QCPMarginGroup* margins);
+  void SizeLabels();
   void ShowStrip(std::size_t trace, WaveformTrace line);
   void ShowCursors(const Strip& strip);
   void FollowTheme();
@@ -62,6 +67,8 @@ class WaveformPlot : public QWidget {
   WaveformView* view_;
   QCustomPlot* plot_;
   QCPTextElement* title_ = nullptr;
+  QCPTextElement* time_label_ = nullptr;
+  QCPAxisRect* time_axes_ = nullptr;
   std::vector<Strip> strips_;
   int drawn_height_ = 0;  // of the first strip
   // While a button is held: where it went down, what was visible then, and whether it was a drag.

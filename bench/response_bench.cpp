@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The fit of a box of 12 channels, its response at a frequency, and 20 odd harmonics of a record
+// against a loop with a cosine and a sine for each sample.
+#include <benchmark/benchmark.h>
+
+#include <numbers>
+#include <numeric>
+
+#include "calibration/box_response.h"
+#include "calibration/harmonics.h"
+#include "ratio_report.h"
+
+namespace {
+
+using orvane::CalData;
+using orvane::Complex;
+
+constexpr int kSweepLength = 33;
+constexpr std::size_t kChannels = 12;
+constexpr std::size_t kPasses = 15;
+
+// Parts a little off what they should be, 0.05 Hz to 20 kHz in each pass, noise of 1e-4.
+CalData MakeBox() {
+  CalData cal;
+  cal.header.nchn = std::int16_t{kChannels};
+  std::uint32_t random = 1;
+  const auto noise = [&random] {
+    random = random * 1664525U + 1013904223U;
+    return (random / 4294967296.0 - 0.5) * 3.5e-4;
+  };
+  for (std::size_t pass = 0; pass < kPasses; ++pass) {
+    cal.pass_table.push_back(static_cast<std::uint32_t>(cal.records.size()));
+    const orvane::FrontEndSetting* known = orvane::PassSetting(pass);
+    orvane::FrontEndSetting setting = known == nullptr ? orvane::FrontEndSetting() : *known;
+    setting.source = orvane::IsThroughResistors(pass) ? 300 : 0;
+    for (int i = 0; i < kSweepLength; ++i) {
+      orvane::CalFileRecord record;
+      const double frequency = 0.05 * std::pow(20000 / 0.05, i / (kSweepLength - 1.0));
+      record.frequency = static_cast<float>(frequency);
+      for (std::size_t c = 0; c < kChannels; ++c) {
+        orvane::FrontEndParameters parts = orvane::NominalParameters(0);
+        for (std::size_t part = 3; part < orvane::kDelay; ++part) {
+          parts[part] *= 1 + 0.01 * static_cast<double>((part * 7 + c * 3) % 17) - 0.08;
+        }
+        const Complex h = orvane::FrontEnd(parts, setting).Response(frequency) *
+                          (1.0 + Complex(noise(), noise()));
+        record.channels[c].values[3] = pass == 0 ? 2.0F : 600.0F;
+        record.channels[c].real = static_cast<float>(h.real());
+        record.channels[c].imaginary = static_cast<float>(h.imag());
+      }
+      cal.records.push_back(record);
+    }
+  }
+  cal.pass_table.push_back(static_cast<std::uint32_t>(cal.records.size()));
+  return cal;
+}
+
+void FitOf12Channels(benchmark::State& state) {
+  CalData cal = MakeBox();
+  for (auto _ : state) {
+    orvane::FitBoxModel(&cal);
+  }
+  for (std::size_t c = 0; c < kChannels; ++c) {
+    if (cal.model.fits[c].IsDoubtful()) {
+      state.SkipWithError("a channel does not fit");
+    }
+  }
+}
+
+void ResponseOf12Channels(benchmark::State& state) {
+  CalData cal = MakeBox();
+  orvane::FitBoxModel(&cal);
+  orvane::RecordingHeader header;
+  header.channels = kChannels;
+  orvane::BoxResponse box;
+  if (box.Prepare(&cal, &header, 0) != orvane::kOk) {
+    state.SkipWithError("no response");
+    return;
+  }
+  std::array<Complex, kChannels> responses;
+  std::array<double, kChannels> validities{};
+  double frequency = 1;
+  for (auto _ : state) {
+    frequency = frequency < 5000 ? frequency * 1.01 : 1;
+    benchmark::DoNotOptimize(box.At(frequency, responses, validities));
+  }
+}
+
+constexpr std::size_t kSamples = 24000;
+constexpr int kHarmonics = 20;
+
+std::vector<std::int32_t> Record() {
+  std::vector<std::int32_t> samples(kSamples);
+  std::uint32_t random = 1;
+  for (std::int32_t& sample : samples) {
+    random = random * 1664525U + 1013904223U;
+    sample = static_cast<std::int32_t>(random);
+  }
+  return samples;
+}
+
+// Periods in the record times ten.
+std::vector<std::size_t> Bins(std::int64_t tenths) {
+  return orvane::OddHarmonicBins(static_cast<double>(tenths) / 10, kSamples, kSamples, kHarmonics);
+}
+
+void Harmonics(benchmark::State& state) {
+  const auto samples = Record();
+  const orvane::HarmonicPlan plan(kSamples, Bins(state.range(0)));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(plan.Evaluate(samples));
+  }
+}
+
+// With the work that records of one length and frequency have in common.
+void HarmonicsWithPlan(benchmark::State& state) {
+  const auto samples = Record();
+  const auto bins = Bins(state.range(0));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(orvane::HarmonicPlan(kSamples, bins).Evaluate(samples));
+  }
+}
+
+void HarmonicsPlain(benchmark::State& state) {
+  const auto samples = Record();
+  const auto bins = Bins(state.range(0));
+  for (auto _ : state) {
+    for (const std::size_t bin : bins) {
+      double real = 0;
+      double imaginary = 0;
+      for (std::size_t j = 0; j < kSamples; ++j) {
+        const double angle =
+            2 * std::numbers::pi * static_cast<double>(j * bin) / static_cast<double>(kSamples);
+        real += samples[j] * std::cos(angle);
+        imaginary -= samples[j] * std::sin(angle);
+      }
+      benchmark::DoNotOptimize(real);
+      benchmark::DoNotOptimize(imaginary);
+    }
+  }
+}
+
+BENCHMARK(FitOf12Channels)->Unit(benchmark::kMillisecond);
+BENCHMARK(ResponseOf12Channels);
+BENCHMARK(Harmonics)->Arg(5)->Arg(10)->Arg(40)->Arg(160);
+BENCHMARK(HarmonicsWithPlan)->Arg(10)->Arg(40);
+BENCHMARK(HarmonicsPlain)->Arg(5)->Arg(10)->Arg(40)->Arg(160);
+
+constexpr auto kRatios = std::to_array<orvane::bench::Ratio>({
+    {"harmonics, half a period", "Harmonics/5", "HarmonicsPlain/5", 0},
+    {"harmonics, one period", "Harmonics/10", "HarmonicsPlain/10", 1.0 / 50},
+    {"harmonics, one period, with the plan", "HarmonicsWithPlan/10", "HarmonicsPlain/10", 0},
+    {"harmonics, four periods", "Harmonics/40", "HarmonicsPlain/40", 1.0 / 150},
+    {"harmonics, sixteen periods", "Harmonics/160", "HarmonicsPlain/160", 1.0 / 150},
+});
+
+}  // namespace
+
+int main(int argc, char** argv) { return orvane::bench::RunAndReport(argc, argv, kRatios); }

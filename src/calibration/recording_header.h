@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CALIBRATION_RECORDING_HEADER_H_
+#define ORVANE_CALIBRATION_RECORDING_HEADER_H_
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "calibration/complex.h"
+#include "core/status.h"
+#include "timeseries/ts_companion.h"
+
+namespace orvane {
+
+/// What a recording tells of itself: the settings in its companion table and the number of its
+/// channels.
+struct RecordingHeader {
+  TsCompanion settings;
+  int channels = 0;
+};
+
+/// Reads a setting by its key, in any case. `out` gets 4 bytes for `IntPT`, 8 for `FltPT` and
+/// `AmxPT`, up to 16 with a NUL for texts. 0, 201, 202, or 1222 without a header.
+Status GetTsField(const RecordingHeader* header, std::string_view key, ValueType type, void* out);
+
+/// A missing key, or one of another type, counts as 0 or as an empty text.
+std::int32_t SettingInt(const RecordingHeader& header, std::string_view key);
+double SettingReal(const RecordingHeader& header, std::string_view key);
+std::string SettingText(const RecordingHeader& header, std::string_view key);
+
+/// How a channel was recorded.
+struct ChannelSettings {
+  int gain = 0;            ///< code: the gain is 4 to this power
+  int low_pass = 0;        ///< "LPFR" code
+  int coupling = 0;        ///< 1: AC
+  double half_value = 0;   ///< half of a dipole's contact resistance, ohms: that of one leg
+  double extra_value = 0;  ///< ohms in front of the calibrated path
+  Complex extra_complex;   ///< ohms; reserved for inductive sources
+  bool is_mapped = false;  ///< the recording names a component for the channel
+
+  Complex Source() const { return half_value + extra_value + extra_complex; }
+};
+inline constexpr int kMostChannels = 12;
+using AllChannelSettings = std::array<ChannelSettings, kMostChannels>;
+
+/// The settings of each channel that "CHEX" to "CHHZ" name; all others stay zero. A channel named
+/// twice has those of the later component.
+AllChannelSettings FillChannelSettings(const RecordingHeader& header);
+
+/// The sample rate of a band in Hz, 0 where the recording stores none. 0, 1222, 1223 or 1233.
+Status LookupSampleRate(const RecordingHeader* header, int band, double* rate);
+
+}  // namespace orvane
+
+#endif  // ORVANE_CALIBRATION_RECORDING_HEADER_H_

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CALIBRATION_SPECTRA_FORM_H_
+#define ORVANE_CALIBRATION_SPECTRA_FORM_H_
+
+#include <string>
+
+#include "calibration/calibrated_spectra.h"
+#include "forms/form_model.h"
+
+namespace orvane {
+
+/// What is asked before recordings become calibrated spectra. Its fields belong to no parameter.
+class SpectraForm {
+ public:
+  enum Control : int { kFolder = 1701, kBaseFrequency, kHarmonics };
+
+  /// `folder`: where calibrations were found last; may be empty.
+  explicit SpectraForm(const std::string& folder);
+
+  FormModel& Model() { return model_; }
+  /// As entered; who asks about missing sensors is left to the caller.
+  SpectraOptions Options() const;
+
+ private:
+  ParamTable none_;
+  FormModel model_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CALIBRATION_SPECTRA_FORM_H_

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CALIBRATION_WIDGETS_SPECTRA_DLG_H_
+#define ORVANE_CALIBRATION_WIDGETS_SPECTRA_DLG_H_
+
+#include "calibration/spectra_form.h"
+#include "ui/form_dialog.h"
+
+namespace orvane {
+
+/// Where the calibrations are, and what of the spectra is wanted.
+class CSpectraDlg : public CFormDialog {
+  Q_OBJECT
+
+ public:
+  CSpectraDlg(SpectraForm* form, Prompts* prompts, QWidget* parent);
+
+ private:
+  void Commit() override {}
+  void OnBrowse();
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CALIBRATION_WIDGETS_SPECTRA_DLG_H_

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "calibration/cal_header.h"
+#include "calibration/calibrated_spectra.h"
+#include "cli/batch_verb.h"
+#include "cli/commands.h"
+#include "core/number_text.h"
+
+namespace orvane {
+namespace {
+
+// A finite decimal number above 0, whatever the locale.
+CLI::Validator Frequency() {
+  return {[](const std::string& text) {
+            return ParseReal(text).value_or(0) > 0 ? std::string()
+                                                   : "\"" + text + "\" is not a frequency";
+          },
+          "", "frequency"};
+}
+
+// Numbers with commas between them; none where one is no channel.
+std::optional<std::set<int>> ChannelsIn(std::string_view text) {
+  std::set<int> channels;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(','), text.size());
+    const int channel = ParseInt(text.substr(0, end)).value_or(0);
+    if (channel < 1 || channel > kMaxCalChannels) {
+      return std::nullopt;
+    }
+    channels.insert(channel);
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return channels;
+}
+
+CLI::Validator Channels() {
+  return {[](const std::string& text) {
+            return ChannelsIn(text) ? std::string()
+                                    : "\"" + text + "\" is no list of channels 1 to 12";
+          },
+          "", "channels"};
+}
+
+struct HarmonicsArguments {
+  std::string calibration_folder;
+  std::string base_frequency;
+  int harmonics = 64;
+  std::string reversed;
+  bool says_yes = false;
+  bool says_no = false;
+
+  SpectraOptions Options() const {
+    SpectraOptions options;
+    options.calibration_folder = calibration_folder;
+    options.base_frequency = ParseReal(base_frequency).value_or(0);
+    options.most_harmonics = harmonics;
+    options.reversed = ChannelsIn(reversed).value_or(std::set<int>());
+    if (says_yes) {
+      options.ask = [](const std::string&, const BatchTask&) { return true; };
+    } else if (!says_no) {
+      options.ask = AskOnTerminal;
+    }
+    return options;
+  }
+};
+
+}  // namespace
+
+void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code) {
+  const auto arguments = std::make_shared<HarmonicsArguments>();
+  CLI::App* verb = AddBatchVerb(
+      waveform, "harmonics", "Write calibrated spectra of the odd harmonics (NAME_cal.txt)",
+      [=] { return CalibratedSpectra(arguments->Options()); }, exit_code);
+  verb->add_option("--calibration-folder", arguments->calibration_folder,
+                   "where the *.CLB and *.CLC are (default: beside each file)")
+      ->check(NotEmpty());
+  verb->add_option("--base-frequency", arguments->base_frequency,
+                   "Hz, for records that name none (default: the table's FREQ)")
+      ->check(Frequency());
+  verb->add_option("--harmonics", arguments->harmonics, "of each record, at most (default: 64)")
+      ->check(CLI::Range(1, 65535));
+  verb->add_option("--reverse", arguments->reversed, "channels that are wired the other way: 3,5")
+      ->check(Channels());
+  CLI::Option* yes = verb->add_flag("--yes", arguments->says_yes,
+                                    "convert channels without their sensor's calibration as 0");
+  verb->add_flag("--no", arguments->says_no, "leave such files alone (default without a terminal)")
+      ->excludes(yes);
+}
+
+}  // namespace orvane

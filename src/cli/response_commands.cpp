@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "calibration/box_response.h"
+#include "calibration/sensor_response.h"
+#include "cli/commands.h"
+#include "cli/validators.h"
+#include "core/number_text.h"
+
+namespace orvane {
+namespace {
+
+struct ResponseArguments {
+  std::string file;
+  std::string table;
+  int channels = 0;  // 0: as the calibration has
+  std::optional<int> band;
+  std::vector<std::string> frequencies;
+};
+
+std::string Line(const std::vector<double>& numbers) {
+  constexpr int kDigits = 17;
+  std::string line;
+  for (const double number : numbers) {
+    line.append(line.empty() ? "" : "\t").append(FormatReal(number, kDigits));
+  }
+  return line + '\n';
+}
+
+std::unique_ptr<CalData> ReadOrTell(const std::string& file, int kind) {
+  CalReport report;
+  auto cal = ReadCalFileAt(kind, file, &report);
+  if (cal == nullptr) {
+    PrintMessage(report.message + " (" + FormatInt(report.status) + ")");
+  }
+  return cal;
+}
+
+ExitCode PrintWithStatus(const std::string& file, const std::string& text, Status status) {
+  const bool is_printed = PrintResult(text);
+  if (status != kOk) {
+    PrintMessage(FileMessage(file, StatusText(status)) + " (" + FormatInt(status) + ")");
+  }
+  return is_printed && status == kOk ? kAllDone : kSomeFailed;
+}
+
+ExitCode PrintBox(const ResponseArguments& arguments, const CalData& cal,
+                  const RecordingHeader& header) {
+  BoxResponse box;
+  Status status = box.Prepare(&cal, &header, arguments.band.value_or(0));
+  std::string text;
+  std::vector<Complex> responses(box.Channels());
+  std::vector<double> validities(box.Channels());
+  for (const std::string& frequency : arguments.frequencies) {
+    const double hertz = ParseReal(frequency).value_or(0);
+    const Status one = box.At(hertz, responses, validities);
+    status = status == kOk ? one : status;
+    for (std::size_t c = 0; c < box.Channels(); ++c) {
+      text += Line({static_cast<double>(c + 1), hertz, responses[c].real(), responses[c].imag(),
+                    validities[c]});
+    }
+  }
+  return PrintWithStatus(arguments.file, text, status);
+}
+
+ExitCode PrintSensor(const ResponseArguments& arguments, const CalData& cal,
+                     const RecordingHeader& header) {
+  SensorResponse sensor;
+  const Status status = sensor.Prepare(&cal, &header);
+  std::string text;
+  for (const std::string& frequency : arguments.frequencies) {
+    const double hertz = ParseReal(frequency).value_or(0);
+    const Complex response = status == kOk ? sensor.At(hertz) : 0;
+    text += status == kOk ? Line({hertz, response.real(), response.imag()}) : "";
+  }
+  return PrintWithStatus(arguments.file, text, status);
+}
+
+ExitCode RunResponse(const ResponseArguments& arguments) {
+  const int kind = CalKindOf(arguments.file);
+  if (kind == kBoxCal && !arguments.band) {
+    PrintMessage("the response of a box needs --band");
+    return kWrongUsage;
+  }
+  const auto cal = ReadOrTell(arguments.file, kind);
+  if (cal == nullptr) {
+    return kSomeFailed;
+  }
+  RecordingHeader header;
+  TblReport report;
+  if (header.settings.Load(arguments.table, &report) != kOk) {
+    PrintMessage(report.message);
+    return kSomeFailed;
+  }
+  header.channels = arguments.channels > 0 ? arguments.channels : static_cast<int>(cal->Channels());
+  return kind == kBoxCal ? PrintBox(arguments, *cal, header) : PrintSensor(arguments, *cal, header);
+}
+
+ExitCode RunFit(const std::string& file) {
+  const auto cal = ReadOrTell(file, kBoxCal);
+  if (cal == nullptr) {
+    return kSomeFailed;
+  }
+  if (cal->model.parameter_count == 0) {
+    PrintMessage(FileMessage(file, "fewer than 3 passes: no model"));
+    return kSomeFailed;
+  }
+  std::string text;
+  for (std::size_t c = 0; c < cal->Channels(); ++c) {
+    const BoxModel::FitReport& fit = cal->model.fits[c];
+    std::vector<double> numbers = {static_cast<double>(c + 1)};
+    const FrontEndParameters parameters = ParametersOf(*cal, c);
+    numbers.insert(numbers.end(), parameters.begin(), parameters.end());
+    numbers.insert(
+        numbers.end(),
+        {static_cast<double>(fit.points), static_cast<double>(fit.rejected),
+         static_cast<double>(fit.iterations), fit.rms, fit.max, fit.is_kept ? 1.0 : 0.0});
+    text += Line(numbers);
+    if (fit.IsDoubtful()) {
+      PrintMessage(FileMessage(
+          file, "channel " + FormatInt(static_cast<std::int64_t>(c) + 1) +
+                    (fit.is_kept ? ": the model describes it poorly, rms " + FormatReal(fit.rms, 3)
+                                 : ": no model fits, the parts' nominal values are used")));
+    }
+  }
+  return PrintResult(text) ? kAllDone : kSomeFailed;
+}
+
+}  // namespace
+
+void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code) {
+  const auto arguments = std::make_shared<ResponseArguments>();
+  CLI::App* response = calibration->add_subcommand(
+      "response",
+      "Print channel, Hz, real and imaginary part, validity; of a sensor without the "
+      "first and last");
+  response->add_option("FILE", arguments->file, "a calibration file")
+      ->required()
+      ->check(NotEmpty());
+  response->add_option("--table", arguments->table, "the recording's parameter table (*.TBL)")
+      ->required()
+      ->check(NotEmpty());
+  response
+      ->add_option("--channels", arguments->channels,
+                   "of the recording (default: as many as the calibration has)")
+      ->check(CLI::Range(1, 255));
+  response->add_option("--band", arguments->band, "sample-rate band, for a box");
+  response->add_option("--frequency", arguments->frequencies, "Hz")->required()->check(Amount());
+  response->callback([=] { *exit_code = RunResponse(*arguments); });
+  CLI::App* fit = calibration->add_subcommand(
+      "fit", "Print channel, 20 parameters, points, rejected, iterations, rms, max, kept");
+  fit->add_option("FILE", arguments->file, "a box's calibration file")
+      ->required()
+      ->check(NotEmpty());
+  fit->callback([=] { *exit_code = RunFit(arguments->file); });
+}
+
+}  // namespace orvane

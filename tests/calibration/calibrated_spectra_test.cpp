@@ -1,0 +1,295 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calibration/calibrated_spectra.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "calibration/decimation_filter.h"
+#include "calibration/harmonics.h"
+#include "support/batch_help.h"
+#include "support/cal_bytes.h"
+#include "support/recording_help.h"
+#include "support/sweeps.h"
+#include "support/ts_bytes.h"
+
+namespace orvane {
+namespace {
+
+using testing::ReadAll;
+using testing::Real;
+using testing::RunOne;
+using testing::TempDir;
+using testing::Text;
+using testing::TsBytes;
+using testing::Whole;
+using testing::WriteAll;
+
+constexpr double kPi = 3.141592653589793;
+
+TEST(Harmonics, AgreeWithTheirDefinition) {
+  struct Case {
+    std::size_t samples;
+    double base;
+    double rate;
+  };
+  // Whole periods; a half one; even bins; a prime number of samples; an odd period; hardly any.
+  for (const Case& test : {Case{2400, 4, 2400},
+                           {24000, 0.5, 24000},
+                           {2400, 1.5, 2400},
+                           {2399, 4, 2400},
+                           {2025, 25, 2025},
+                           {30, 2, 30},
+                           {4, 1, 4}}) {
+    std::vector<std::int32_t> samples;
+    for (std::size_t j = 0; j < test.samples; ++j) {
+      samples.push_back(static_cast<std::int32_t>(j * j * 2654435761U));
+    }
+    const auto bins = OddHarmonicBins(test.base, test.rate, test.samples, 20);
+    const auto values = HarmonicPlan(test.samples, bins).Evaluate(samples);
+    ASSERT_EQ(values.size(), bins.size());
+    ASSERT_FALSE(bins.empty());
+    for (std::size_t k = 0; k < bins.size(); ++k) {
+      std::complex<long double> sum = 0;
+      for (std::size_t j = 0; j < test.samples; ++j) {
+        const long double angle = 2 * 3.14159265358979323846264338L *
+                                  static_cast<long double>(j * bins[k] % test.samples) /
+                                  static_cast<long double>(test.samples);
+        sum += static_cast<long double>(samples[j]) *
+               std::complex<long double>(std::cos(angle), -std::sin(angle));
+      }
+      const Complex expected(sum / static_cast<long double>(test.samples));
+      EXPECT_LE(std::abs(values[k] - expected), 1e-13 * 2147483648.0)
+          << test.samples << " " << bins[k];
+    }
+  }
+  EXPECT_EQ(OddHarmonicBins(4, 100, 100, 64), (std::vector<std::size_t>{4, 12, 20, 28, 36}));
+  EXPECT_EQ(OddHarmonicBins(4, 100, 100, 2).size(), 2U);
+  EXPECT_TRUE(OddHarmonicBins(0.001, 100, 100, 64).empty());
+  EXPECT_TRUE(OddHarmonicBins(std::nan(""), 100, 100, 64).empty());
+}
+
+Complex Coil(double frequency) { return Complex(0, frequency / 2) / Complex(1, frequency / 2); }
+
+// Box 2417 of two channels with its parts as they should be, and a coil.
+void WriteCalibrations(const TempDir& dir) {
+  const auto bytes_of = [](int kind, double frequency, int step, double value4,
+                           const Complex& response, int channels) {
+    return testing::CalRecordBytes(
+        kind, static_cast<float>(frequency), step,
+        {1, 0, 0, static_cast<float>(value4), static_cast<float>(response.real()),
+         static_cast<float>(response.imag())},
+        channels);
+  };
+  testing::Sweeps sweeps;
+  sweeps.parts = NominalParameters(0);
+  std::string box = testing::CalHeaderBytes(1, 2);
+  for (std::size_t pass = 0; pass <= 14; ++pass) {
+    for (int i = 0; i < testing::kSweepLength; ++i) {
+      const Complex response = pass < 3 ? 1 : sweeps.Response(pass, i);
+      box += bytes_of(1, testing::SweepFrequency(i), i + 1, pass == 0 ? 2 : 600, response, 2);
+    }
+  }
+  WriteAll(dir / "2417.CLB", box);
+  std::string coil = testing::CalHeaderBytes(2, 1).replace(92, 8, testing::RealBytes(0));
+  for (int i = 0; i < 40; ++i) {
+    const double frequency = 0.01 * std::pow(10, i / 10.0);
+    coil += bytes_of(2, frequency, i + 1, 0, Coil(frequency), 1);
+  }
+  WriteAll(dir / "123.CLC", coil);
+}
+
+struct Signal {
+  int harmonic;
+  double amplitude;
+  double phase;  // degrees at midnight
+};
+
+// What the box stores of a signal at one input: 10 s from 03:04:05 on, 240 Hz, base 0.3 Hz.
+std::vector<int> Stored(const std::vector<Signal>& signals, double counts_per_unit,
+                        const FrontEndSetting& setting, bool has_coil) {
+  const FrontEndParameters parts = NominalParameters(0);
+  const FrontEnd front_end(parts, setting);
+  const DecimationFilter filter{240, 6, 4, 60, 0};
+  std::vector<int> samples(2400);
+  for (const Signal& signal : signals) {
+    const double frequency = 0.3 * signal.harmonic;
+    Complex h = front_end.Response(frequency) * filter.Response(frequency);
+    h = has_coil ? h * Coil(frequency) : h;
+    for (std::size_t j = 0; j < samples.size(); ++j) {
+      const double time = 3 * 3600 + 4 * 60 + 5 + static_cast<double>(j) / 240;
+      const double value =
+          signal.amplitude * std::abs(h) *
+          std::cos(2 * kPi * frequency * time + signal.phase * kPi / 180 + std::arg(h));
+      samples[j] += static_cast<int>(std::lround(value * counts_per_unit));
+    }
+  }
+  return samples;
+}
+
+struct Line {
+  double frequency = 0;
+  std::array<double, 2> amplitude{};
+  std::array<double, 2> phase{};
+};
+
+std::vector<Line> LinesOf(const std::string& text) {
+  std::vector<Line> lines;
+  std::istringstream in(text);
+  for (std::string row; std::getline(in, row);) {
+    std::istringstream words(row);
+    words.imbue(std::locale::classic());
+    int harmonic = 0;
+    Line line;
+    if (words >> harmonic >> line.frequency >> line.amplitude[0] >> line.phase[0] >>
+        line.amplitude[1] >> line.phase[1]) {
+      lines.push_back(line);
+    }
+  }
+  return lines;
+}
+
+class SpectraTest : public ::testing::Test {
+ protected:
+  SpectraTest() {
+    WriteCalibrations(dir_);
+    const double counts = 8388607.0 / 5;  // of a volt at gain 1; a held value is 256 times that
+    const auto electric = Stored(electric_, counts * 4, {1, 18, 1, 100}, false);
+    const auto magnetic = Stored(magnetic_, counts * 1234.25e6, {0, 0, 0, 0}, true);
+    record_ = TsBytes{.frequency = 0.3, .channels = 2, .rate = 24, .unit = -1};
+    for (std::size_t j = 0; j < electric.size(); ++j) {
+      record_.samples.insert(record_.samples.end(), {electric[j], magnetic[j]});
+    }
+  }
+
+  void Write(const std::string& name, const std::string& more_settings = "") {
+    WriteAll(dir_ / (name + ".TBL"),
+             testing::HeaderV2() + Text("CHDEF1", "Ex") + Text("CHDEF2", "hx") + Whole("CHEX", 1) +
+                 Whole("EXR", 200) + Whole("CHHX", 2) + Text("HXSN", "COIL0123") +
+                 Whole("EGNC", 1) + Whole("HGNC", 0) + Whole("LPFR", 18) + Whole("ACDC", 1) +
+                 Whole("ACDH", 0) + Real("FSCV", 5) + Real("HNOM", 1234.25) + Whole("SRL3", 240) +
+                 more_settings);
+    TsBytes bad = record_;
+    bad.status = 6;
+    WriteAll(dir_ / (name + ".TSS"), bad.Bytes() + record_.Bytes());
+  }
+  BatchResult Convert(const std::string& name, SpectraOptions options = {}) {
+    return RunOne(CalibratedSpectra(std::move(options)), dir_ / name);
+  }
+  std::string Written(const std::string& name) { return ReadAll(dir_ / name); }
+
+  const std::vector<Signal> electric_ = {{1, 0.02, 30}, {3, 0.004, -120}};
+  const std::vector<Signal> magnetic_ = {{1, 3e-10, 75}, {5, 1e-10, 170}};
+  TempDir dir_;
+  TsBytes record_;
+};
+
+void ExpectSignals(const std::vector<Line>& lines, std::size_t channel,
+                   const std::vector<Signal>& signals, double turn) {
+  for (const Signal& signal : signals) {
+    const auto k = static_cast<std::size_t>(signal.harmonic / 2);
+    ASSERT_GT(lines.size(), k);
+    EXPECT_NEAR(lines[k].frequency, 0.3 * signal.harmonic, 1e-6);
+    // Half, because the coefficient of the negative frequency has the other half.
+    EXPECT_NEAR(lines[k].amplitude[channel], signal.amplitude / 2, signal.amplitude * 1e-4);
+    EXPECT_NEAR(std::remainder(lines[k].phase[channel] - signal.phase - turn, 360), 0, 0.02);
+  }
+}
+
+TEST_F(SpectraTest, GiveBackWhatWasAtTheInputs) {
+  Write("a");
+  const BatchResult result = Convert("a.TSS");
+  EXPECT_EQ(result.status, BatchStatus::kDoneWithNote);
+  EXPECT_EQ(result.text, "1 bad records are left out");
+  const std::string text = Written("a_cal.txt");
+  const auto lines = LinesOf(text);
+  EXPECT_EQ(lines.size(), 64U);
+  ExpectSignals(lines, 0, electric_, 0);
+  ExpectSignals(lines, 1, magnetic_, 0);
+  const std::string path = (dir_ / "a.TSS").string();
+  const std::string base = (dir_ / "2417").string();
+  EXPECT_EQ(
+      text.substr(0, text.find(" Harm.")),
+      " Calibrated spectra of " + path + "\n Box calibration:     " + base +
+          ".CLB\n Channels:            2       \n"
+          " Channel  1:          Ex       V        gain x4      none\n"
+          " Channel  2:          hx       T        gain x1      123.CLC\n"
+          " Record:              2       \n Time:                2009/06/30 03:04:05        \n"
+          " Base frequency (Hz): 0.300000        \n Sample rate (Hz):    240.00      \n"
+          " Number of Scans:     2400    \n");
+  EXPECT_NE(text.find(" Harm.  Frequency (Hz)   Amplitude Ch1     Phase Ch1    Amplitude Ch2 "
+                      "    Phase Ch2 \n     1         0.300000    "),
+            std::string::npos);
+}
+
+TEST_F(SpectraTest, CombZerosReversedChannelsAndOtherRates) {
+  // At 60 Hz the comb lets nothing through; that line has no meaning.
+  record_.frequency = 20;
+  record_.samples[0] += 1000;
+  Write("comb");
+  EXPECT_TRUE(Convert("comb.TSS").IsDone());
+  const auto lines = LinesOf(Written("comb_cal.txt"));
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[1].amplitude[0], 0);
+  EXPECT_EQ(lines[1].phase[0], 0);
+  EXPECT_GT(lines[0].amplitude[0], 0);
+  record_.frequency = 0.3;
+  record_.samples[0] -= 1000;
+  Write("b", Whole("SRL3", 30));
+  const BatchResult result = Convert("b.TSS", {.most_harmonics = 3, .reversed = {2}});
+  const std::string message = "not divided out (rate of band 0 is 24000 Hz)";
+  EXPECT_NE(result.text.find(message), std::string::npos) << result.text;
+  EXPECT_NE(Written("b_cal.txt").find("\n Decimation filter:   " + message + "\n"),
+            std::string::npos);
+  const auto turned = LinesOf(Written("b_cal.txt"));
+  EXPECT_EQ(turned.size(), 3U);
+  ExpectSignals(turned, 0, electric_, 0);
+  ExpectSignals(turned, 1, {magnetic_[0]}, 180);
+}
+
+TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
+  Write("a", Text("HXSN", "COIL77"));
+  std::string question;
+  SpectraOptions options;
+  options.ask = [&question](const std::string& text, const BatchTask&) {
+    question = text;
+    return question.empty();
+  };
+  EXPECT_EQ(Convert("a.TSS", options).status, BatchStatus::kLeftAlone);
+  EXPECT_EQ(question, "Failed to open coil calibration file of " + (dir_ / "77").string() +
+                          ".CLC for channel 2, Do you want to continue wothout it?");
+  EXPECT_EQ(Convert("a.TSS").status, BatchStatus::kLeftAlone);
+  options.ask = [](const std::string&, const BatchTask&) { return true; };
+  EXPECT_TRUE(Convert("a.TSS", options).IsDone());
+  const auto lines = LinesOf(Written("a_cal.txt"));
+  ExpectSignals(lines, 0, electric_, 0);
+  EXPECT_EQ(lines[0].amplitude[1], 0);
+
+  Write("b", Whole("SNUM", 99));
+  EXPECT_EQ(Convert("b.TSS").box, " Failed to open box calibration file of " +
+                                      (dir_ / "99").string() + ".CLB,  " +
+                                      (dir_ / "b.TSS").string() + " cannot be converted");
+  std::filesystem::remove(dir_ / "b.TBL");
+  EXPECT_EQ(Convert("b.TSS").box, "Failed to open file " + (dir_ / "b.TBL").string() + "!");
+  Write("c", Text("VER", "7420"));
+  EXPECT_EQ(Convert("c.TSS").code, 1223);
+  EXPECT_FALSE(std::filesystem::exists(dir_ / "c_cal.txt"));
+}
+
+TEST_F(SpectraTest, BandFilesTakeTheirRateByTheirNumber) {
+  Write("s", Whole("SRL12", 240));
+  record_.header_size = 32;
+  WriteAll(dir_ / "s.TS12", record_.Bytes());
+  EXPECT_EQ(Convert("s.TS12").status, BatchStatus::kFailed);  // no base frequency
+  EXPECT_TRUE(Convert("s.TS12", {.base_frequency = 0.3}).IsDone());
+  const std::string text = Written("s_TS12_cal.txt");
+  EXPECT_EQ(text.find("not divided out"), std::string::npos);
+  ExpectSignals(LinesOf(text), 0, electric_, 0);
+  EXPECT_EQ(SpectraName("/d.TS3/SITE.TSK"), "/d.TS3/SITE_TSK_cal.txt");
+  for (const char* name : {"a.TS20", "a.TS0", "a.TS", "a.TS03", "a.TSS", "a.TS1x", "TS1"}) {
+    EXPECT_EQ(SpectraBand(name), 0) << name;
+  }
+}
+
+}  // namespace
+}  // namespace orvane
