@@ -43,7 +43,7 @@ void WriteBlock(const CalBlock& block, TextFile* out) {
     *end = ',';
     to = end + 1;
   };
-  for (const std::size_t i : {0, 1, 2}) {
+  for (const std::size_t i : {0U, 1U, 2U}) {
     with_comma(WriteShortFixed<4, 7>(to, block.values[i]));
   }
   with_comma(WriteShortFixed<5, 9>(to, block.values[3]));

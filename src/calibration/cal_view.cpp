@@ -76,7 +76,7 @@ std::string CalTrace::Label() const {
 std::string CalView::Open(const std::filesystem::path& path) {
   curves_ = {};
   cursor_.reset();
-  const std::string message = LoadCalCurves(path, &curves_);
+  std::string message = LoadCalCurves(path, &curves_);
   shown_.assign(curves_.channels.empty() ? 0 : 1, 0);
   return message;
 }
@@ -195,11 +195,10 @@ void CalView::FitDisplay() {
 
 void CalView::SetCursor(std::optional<double> frequency) {
   cursor_.reset();
-  const auto traces = Traces();
-  if (!frequency || !(*frequency > 0) || traces.empty()) {
+  if (!frequency || !(*frequency > 0) || shown_.empty()) {
     return;
   }
-  const CalCurve& curve = traces.front().curve;
+  const CalCurve curve = Traces().front().curve;
   if (const std::size_t at = NearestPoint(curve, *frequency); at != kNone) {
     cursor_ = curve.frequency[at];
   }

@@ -67,7 +67,7 @@ char* WriteShortFixed(char* to, double value) {
     return WriteFixed(to, value, precision, width);
   }
   number += static_cast<std::uint32_t>(above_half > 0);
-  const std::uint32_t fraction = number % kScale;
+  const std::size_t fraction = number % kScale;
   const ShortWhole& whole =
       kShortWholeTexts[number / kScale + (std::signbit(value) ? kShortWholes : 0)];
   const int skipped = std::min<int>(whole.blanks, 4 - kWholeWidth);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdio>
@@ -192,6 +193,7 @@ void ExpectPrintfs(double value) {
   std::array<char, kMaxNumberText> expected{};
   const auto length = static_cast<std::size_t>(
       std::snprintf(expected.data(), expected.size(), "%*.*f", width, precision, value));
+  std::replace(expected.begin(), expected.end(), ',', '.');  // as the locale may have it
   const char* end = WriteShortFixed<precision, width>(text.data(), value);
   std::replace(expected.begin(), expected.end(), ',', '.');  // the user's locale is printf's
   EXPECT_EQ(std::string_view(text.data(), static_cast<std::size_t>(end - text.data())),

@@ -71,12 +71,15 @@ void SetUpLog(QCPAxis* axis) {
 }
 
 // A different mark for each of neighbouring colours.
-QCPScatterStyle MarkOf(const CalTrace& trace, double size) {
+QCPScatterStyle MarkOf(const CalTrace& trace, const QColor& color, double size) {
   constexpr auto kShapes = std::to_array<QCPScatterStyle::ScatterShape>(
       {QCPScatterStyle::ssCircle, QCPScatterStyle::ssSquare, QCPScatterStyle::ssTriangle,
        QCPScatterStyle::ssDiamond, QCPScatterStyle::ssCross, QCPScatterStyle::ssPlus});
-  return trace.is_reference ? QCPScatterStyle(QCPScatterStyle::ssDisc, size / 2)
-                            : QCPScatterStyle(kShapes[trace.channel % kShapes.size()], size);
+  const auto shape =
+      trace.is_reference ? QCPScatterStyle::ssDisc : kShapes[trace.channel % kShapes.size()];
+  // A thin outline: a wider one is drawn as a filled shape, which takes many times as long.
+  return {shape, QPen(color, 0), trace.is_reference ? QBrush(color) : QBrush(Qt::NoBrush),
+          trace.is_reference ? size / 2 : size};
 }
 
 // The points of one pass that have a place on a logarithmic axis.
@@ -191,7 +194,7 @@ void CalibrationPlot::AddTrace(const CalTrace& trace, bool is_single) {
       graph->setData(sweep.frequencies, axes == amplitude_ ? sweep.amplitudes : sweep.phases);
       graph->setName(QString::fromStdString(trace.Label()));
       graph->setPen(pen);
-      graph->setScatterStyle(MarkOf(trace, kMarkSize));
+      graph->setScatterStyle(MarkOf(trace, pen.color(), kMarkSize));
       if (!is_named) {
         is_named = graph->addToLegend(legend_);
       }
