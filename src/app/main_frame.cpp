@@ -332,6 +332,11 @@ void CMainFrame::OnOpenWaveform() {
 bool CMainFrame::OpenAny(const QString& path) {
   static const QRegularExpression waveform(QStringLiteral("\\.(ts[sk0-9])$"),
                                            QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression calibration(QStringLiteral("\\.cl[bc]$"),
+                                              QRegularExpression::CaseInsensitiveOption);
+  if (calibration.match(path).hasMatch()) {
+    return OpenCalibration(path);
+  }
   return waveform.match(path).hasMatch() ? OpenWaveform(path) : OpenFile(path);
 }
 

@@ -148,13 +148,13 @@ TEST_F(CalCurvesTest, TextsStandByteForByte) {
   EXPECT_EQ(RunOne(ExportCalToText(), dir_ / "A.CLB", dir_ / "c.clb").code, kCalTextNoOutput);
 }
 
-TEST_F(CalCurvesTest, ARatioTakesEqualFrequenciesInTurnAndInterpolatesBetweenOthers) {
+TEST_F(CalCurvesTest, ARatioStaysWithinAPassAndInterpolatesThere) {
   const CalCurve curve{
       {1000, 100, 100, 10, 5, 0}, {8, 6, 9, 4, 1, 1}, {170, 20, 30, 10, 0, 0}, {0, 0, 1, 1, 1, 1}};
   const CalCurve reference{{1000, 100, 100, 1}, {2, 3, 4.5, 0.03}, {-170, 5, 5, -15}, {0, 0, 1, 1}};
   const CalCurve ratio = RatioOf(curve, reference);
   ASSERT_EQ(ratio.frequency, (std::vector<double>{1000, 100, 100, 10, 5}));
-  const std::vector<double> amplitudes = {4, 2, 2, 4 / 0.3};
+  const std::vector<double> amplitudes = {4, 2, 2, 4 / std::sqrt(4.5 * 0.03)};
   const std::vector<double> phases = {-20, 15, 25, 15};
   for (std::size_t i = 0; i < amplitudes.size(); ++i) {
     EXPECT_NEAR(ratio.amplitude[i], amplitudes[i], 1e-9) << i;
