@@ -32,9 +32,9 @@ struct CalReading {
 
 /// A curve over a reference at the frequencies of the first: the ratio of the amplitudes, the
 /// difference of the phases. A point goes with the same pass of the reference, because the passes
-/// are measured with other settings. Between the pass's frequencies its logarithms are interpolated;
-/// points beyond them, of passes that the reference lacks, and those without an amplitude above 0
-/// are left out.
+/// are measured with other settings. Between the pass's frequencies its logarithms are
+/// interpolated; points beyond them, of passes that the reference lacks, and those without an
+/// amplitude above 0 are left out.
 CalCurve RatioOf(const CalCurve& curve, const CalCurve& reference);
 
 /// A calibration on display, all but the drawing: file, channels shown, reference, cursor. The
