@@ -3,7 +3,9 @@
 //
 //   orvane-gallery FOLDER TABLE
 #include <QApplication>
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QPalette>
 #include <QStandardPaths>
 #include <QStyleFactory>
@@ -15,13 +17,16 @@
 #include <functional>
 
 #include "app/about_dlg.h"
+#include "app/emergency_copy.h"
 #include "app/orvane_app.h"
 #include "app/qt_prompts.h"
 #include "calibration/widgets/calibration_display.h"
 #include "calibration/widgets/calibration_dlg.h"
+#include "core/file_io.h"
 #include "core/param_text.h"
 #include "core/path_names.h"
 #include "core/tbl_file.h"
+#include "core/unsaved_table.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/box_status_dlg.h"
 #include "editors/widgets/comm_dlg.h"
@@ -71,6 +76,33 @@ class Gallery {
   QString folder_;
   QString theme_;
 };
+
+// The question after a crash, with a copy that is of the pictures' day.
+bool DrawOffer(orvane::COrvaneApp* app, const Gallery& gallery) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("unsaved-1.orvane"));
+  const orvane::UnsavedTable unsaved{"/data/survey/SIP/Startup.tbl",
+                                     orvane::TblImage(app->Document().Table(), {})};
+  if (!orvane::WriteFile(orvane::PathFromText(path), orvane::UnsavedImage(unsaved)).empty()) {
+    return false;
+  }
+  QFile file(path);
+  if (!file.open(QIODevice::ReadWrite) ||
+      !file.setFileTime(QDateTime(QDate(2026, 11, 21), QTime(8, 0)),
+                        QFileDevice::FileModificationTime)) {
+    return false;
+  }
+  file.close();
+  orvane::StatusNotices notices;
+  orvane::EmergencyCopy copy(orvane::PathFromText(folder.path()), &app->Document(), &notices);
+  bool done = false;
+  QTimer::singleShot(0, app, [&] {
+    QWidget* question = QApplication::activeModalWidget();
+    done = gallery.Draw(question, "unsaved-table");
+    question->close();
+  });
+  return !copy.Offer(&app->Document().Asking()) && done;
+}
 
 // The site setup of each method and the start-up file dialogs, none of which writes.
 bool DrawSetup(orvane::COrvaneApp* app, const Gallery& gallery) {
@@ -453,6 +485,7 @@ bool DrawAll(orvane::COrvaneApp* app, const Gallery& gallery) {
   done = DrawWaveforms(app, survey, gallery) && done;
   done = DrawCalibrations(app, survey + QStringLiteral("/Calibration"), gallery) && done;
 
+  done = DrawOffer(app, gallery) && done;
   orvane::CAboutDlg about(&frame);
   return gallery.Draw(&about, "about") && done;
 }

@@ -12,7 +12,7 @@
 namespace orvane::testing {
 
 /// As long as it lives, calls of the safe writer fail as they are told to. The others reach the
-/// system.
+/// system, except that nothing waits for the disk.
 class FailingDisk {
  public:
   enum Call { kOpen, kCreate, kWrite, kResize, kSync, kClose, kRename, kSyncFolder, kCalls };
@@ -50,22 +50,21 @@ class FailingDisk {
     }
     has_failed_ = false;
     writes_short_ = false;
-    WriterCalls() = {
-        [](const Path& path) { return Fails(kOpen) ? -1 : system_.open(path); },
-        [](const Path& path) { return Fails(kCreate) ? -1 : system_.create(path); },
-        Write,
-        [](int handle, std::uint64_t size) {
-          return Fails(kResize) ? -1 : system_.resize(handle, size);
-        },
-        [](int handle) { return Fails(kSync) ? -1 : system_.sync(handle); },
-        [](int handle) {
-          const int result = system_.close(handle);
-          return Fails(kClose) ? -1 : result;
-        },
-        [](const Path& from, const Path& to) {
-          return Fails(kRename) ? -1 : system_.rename(from, to);
-        },
-        [](const Path& folder) { return Fails(kSyncFolder) ? -1 : system_.sync_folder(folder); }};
+    WriterCalls() = {[](const Path& path) { return Fails(kOpen) ? -1 : system_.open(path); },
+                     [](const Path& path) { return Fails(kCreate) ? -1 : system_.create(path); },
+                     Write,
+                     [](int handle, std::uint64_t size) {
+                       return Fails(kResize) ? -1 : system_.resize(handle, size);
+                     },
+                     [](int) { return Fails(kSync) ? -1 : 0; },
+                     [](int handle) {
+                       const int result = system_.close(handle);
+                       return Fails(kClose) ? -1 : result;
+                     },
+                     [](const Path& from, const Path& to) {
+                       return Fails(kRename) ? -1 : system_.rename(from, to);
+                     },
+                     [](const Path&) { return Fails(kSyncFolder) ? -1 : 0; }};
   }
 
   static std::ptrdiff_t Write(int handle, const void* bytes, std::size_t size) {
