@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/batch_verb.h"
 
-#include <poll.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <csignal>
 #include <cstdio>
@@ -14,6 +10,7 @@
 #include <system_error>
 
 #include "cli/commands.h"
+#include "cli/terminal.h"
 #include "core/number_text.h"
 
 namespace orvane {
@@ -36,7 +33,7 @@ void Interrupt(int signal) {
 class InterruptWatch {
  public:
   InterruptWatch() {
-    for (const int signal : kSignals) {
+    for (const int signal : EndingSignals()) {
       if (std::signal(signal, Interrupt) == SIG_IGN) {
         std::signal(signal, SIG_IGN);
       }
@@ -45,15 +42,12 @@ class InterruptWatch {
   InterruptWatch(const InterruptWatch&) = delete;
   InterruptWatch& operator=(const InterruptWatch&) = delete;
   ~InterruptWatch() {
-    for (const int signal : kSignals) {
+    for (const int signal : EndingSignals()) {
       if (std::signal(signal, SIG_DFL) == SIG_IGN) {
         std::signal(signal, SIG_IGN);
       }
     }
   }
-
- private:
-  static constexpr auto kSignals = {SIGINT, SIGTERM, SIGHUP};
 };
 
 std::string Megabytes(std::uint64_t bytes) {
@@ -92,7 +86,7 @@ class ProgressLine {
     std::fwrite(text.data(), 1, text.size(), stderr);
   }
 
-  bool is_terminal_ = isatty(STDERR_FILENO) != 0;
+  bool is_terminal_ = AreMessagesOnATerminal();
 };
 
 // Everything that was written; what failed or is noted goes to stderr, in the order of the list.
@@ -145,23 +139,17 @@ ExitCode RunBatch(BatchPlan plan) {
 }
 
 bool AskOnTerminal(const std::string& question, const BatchTask& task) {
-  if (isatty(STDIN_FILENO) == 0 || isatty(STDERR_FILENO) == 0) {
+  if (!IsInputATerminal() || !AreMessagesOnATerminal()) {
     return false;
   }
   is_asking = true;
   const std::string text = "\r\x1B[K" + Printable(question) + " [y/N] ";
   std::fwrite(text.data(), 1, text.size(), stderr);
-  std::array<char, 256> line{};
-  ssize_t read_bytes = 0;
-  pollfd input{STDIN_FILENO, POLLIN, 0};
-  while (!task.Stopped() && read_bytes == 0) {
-    if (poll(&input, 1, static_cast<int>(kLook.count())) > 0) {
-      read_bytes = read(STDIN_FILENO, line.data(), line.size());
-      read_bytes = read_bytes == 0 ? -1 : read_bytes;  // the terminal is gone
-    }
+  std::string line;
+  while (!task.Stopped() && WaitForLine(kLook, &line) == Typed::kNothing) {
   }
   is_asking = false;
-  return read_bytes > 0 && (line[0] == 'y' || line[0] == 'Y');
+  return line.starts_with('y') || line.starts_with('Y');
 }
 
 CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::string& what,

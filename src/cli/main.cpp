@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/commands.h"
+#include "cli/terminal.h"
 #include "core/file_system.h"
 
 namespace {
@@ -14,7 +15,7 @@ namespace {
 // The arguments, last first, as the parser takes them. It would split a file name such as [a,b]
 // into several; the same file's name behind "./" stays one.
 std::vector<std::string> Arguments(int argc, char** argv) {
-  std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+  auto arguments = orvane::ProgramArguments(argc, argv);
   for (std::string& argument : arguments) {
     if (argument.starts_with('[') && argument.ends_with(']')) {
       argument.insert(0, "./");
@@ -60,6 +61,7 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   orvane::ReportSizeLimits();
+  orvane::SetUpTerminal();
   try {
     return Run(argc, argv);
   } catch (const std::exception& error) {

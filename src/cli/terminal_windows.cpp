@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#define NOMINMAX
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+// Needs the one above.
+#include <fcntl.h>
+#include <io.h>
+#include <shellapi.h>
+
+#include <array>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+
+#include "cli/terminal.h"
+
+namespace orvane {
+
+void SetUpTerminal() {
+  _setmode(_fileno(stdout), _O_BINARY);
+  _setmode(_fileno(stderr), _O_BINARY);
+  SetConsoleOutputCP(CP_UTF8);
+  const HANDLE messages = GetStdHandle(STD_ERROR_HANDLE);
+  if (DWORD mode = 0; GetConsoleMode(messages, &mode) != 0) {
+    SetConsoleMode(messages, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+  }
+}
+
+std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
+  int count = 0;
+  wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> arguments;
+  for (int i = 1; wide != nullptr && i < count; ++i) {
+    arguments.push_back(std::filesystem::path(wide[i]).string());  // the library's UTF-8
+  }
+  LocalFree(wide);
+  return arguments;
+}
+
+bool IsInputATerminal() { return _isatty(_fileno(stdin)) != 0; }
+bool AreMessagesOnATerminal() { return _isatty(_fileno(stderr)) != 0; }
+
+// The console wakes us for every key and click; only a whole line is read.
+Typed WaitForLine(std::chrono::milliseconds time, std::string* line) {
+  const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+  if (WaitForSingleObject(input, static_cast<DWORD>(time.count())) != WAIT_OBJECT_0) {
+    return Typed::kNothing;
+  }
+  std::array<char, 256> bytes{};
+  DWORD count = 0;
+  if (ReadFile(input, bytes.data(), bytes.size(), &count, nullptr) == 0 || count == 0) {
+    return Typed::kEnd;
+  }
+  line->assign(bytes.data(), count);
+  return Typed::kLine;
+}
+
+const std::vector<int>& EndingSignals() {
+  static const std::vector<int> signals = {SIGINT, SIGTERM, SIGBREAK};
+  return signals;
+}
+
+}  // namespace orvane
