@@ -19,6 +19,8 @@
 #include "app/qt_prompts.h"
 #include "calibration/widgets/calibration_display.h"
 #include "calibration/widgets/calibration_dlg.h"
+#include "calibration/widgets/fit_report_dlg.h"
+#include "calibration/widgets/spectra_dlg.h"
 #include "core/param_text.h"
 #include "core/path_names.h"
 #include "core/tbl_file.h"
@@ -348,7 +350,7 @@ bool DrawWaveforms(orvane::COrvaneApp* app, const QString& survey, const Gallery
     auto* display = new orvane::CWaveformDisplay(&app->Document().Asking());
     // Without the messages that the display's own way of opening shows.
     const bool is_open = display->View().Open(orvane::PathFromText(path));
-    frame.ShowDisplay(display);
+    frame.Displays().Show(display);
     frame.resize(1180, 690);
     QApplication::processEvents();
     display->ShowView();
@@ -379,7 +381,7 @@ bool DrawWaveforms(orvane::COrvaneApp* app, const QString& survey, const Gallery
   orvane::QtPrompts prompts;
   orvane::CWaveformDlg settings(&form, &display->View(), &prompts, nullptr);
   done = gallery.Draw(&settings, "waveform-parameters") && done;
-  frame.CloseDisplay();
+  frame.Displays().Close();
   return done;
 }
 
@@ -390,7 +392,7 @@ bool DrawCalibrations(orvane::COrvaneApp* app, const QString& folder, const Gall
   frame.resize(1180, 690);
   bool done = true;
   const auto show = [&](const char* name) {
-    done = frame.OpenCalibration(folder + QLatin1String(name)) && done;
+    done = frame.Displays().OpenCalibration(folder + QLatin1String(name)) && done;
     return qobject_cast<orvane::CCalibrationDisplay*>(frame.Display());
   };
   const auto draw = [&](const char* name) { done = gallery.Draw(&frame, name) && done; };
@@ -401,6 +403,14 @@ bool DrawCalibrations(orvane::COrvaneApp* app, const QString& folder, const Gall
   display->View().SetCursor(100);
   display->ShowView();
   draw("calibration-box-all");
+  display->View().Show({2});
+  display->View().SetModel(true);
+  display->View().FitDisplay();
+  display->ShowView();
+  draw("calibration-model");
+  orvane::CFitReportDlg fit(*display->View().Model(), &frame);
+  done = gallery.Draw(&fit, "calibration-fit-report") && done;
+  display->View().SetModel(false);
   display = show("/2041.CLC");
   display->View().FitDisplay();
   display->ShowView();
@@ -426,7 +436,10 @@ bool DrawCalibrations(orvane::COrvaneApp* app, const QString& folder, const Gall
   orvane::QtPrompts prompts;
   orvane::CCalibrationDlg dialog(&form, &ranges, &prompts, nullptr);
   done = gallery.Draw(&dialog, "calibration-parameters") && done;
-  frame.CloseDisplay();
+  orvane::SpectraForm spectra_form(folder.toStdString());
+  orvane::CSpectraDlg spectra(&spectra_form, &prompts, nullptr);
+  done = gallery.Draw(&spectra, "calibrated-spectra") && done;
+  frame.Displays().Close();
   return done;
 }
 

@@ -53,12 +53,6 @@ constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL F
                                "TBL File (*.TBL)|*.TBL|All Files (*.*)|*.*||", "*.TBL",
                                "%d .Tbl files are converted to version 1 .tbl files"};
 
-// The folder that a command was last used in, else the document's.
-QString StartFolder(const QString& key, const COrvaneDoc& doc) {
-  const QString last = QSettings().value(key).toString();
-  return QFileInfo(last).isDir() ? last : QFileInfo(doc.Path()).absolutePath();
-}
-
 }  // namespace
 
 void UtilityCommands::ListTables() { Run(kTableListing, TblListing()); }
@@ -101,17 +95,15 @@ void UtilityCommands::ConvertToSpectra() {
 }
 
 void UtilityCommands::Run(const Utility& utility, Conversion conversion) {
-  const QString key = QStringLiteral("Folders/") + QString::fromLatin1(utility.title);
   CFECFileDialog dialog(QString::fromLatin1(utility.title), utility.filters,
-                        StartFolder(key, *doc_), parent_);
+                        QFileInfo(doc_->Path()).absolutePath(), parent_);
   dialog.setDefaultSuffix(QString::fromLatin1(utility.suffix));
   if (*utility.initial_name != '\0') {
     dialog.selectFile(QString::fromLatin1(utility.initial_name));
   }
-  if (dialog.exec() != QDialog::Accepted) {
+  if (!dialog.ExecRemembering(QStringLiteral("Folders/") + QString::fromLatin1(utility.title))) {
     return;
   }
-  QSettings().setValue(key, dialog.directory().absolutePath());
   Convert(utility, std::move(conversion), dialog.Paths());
 }
 

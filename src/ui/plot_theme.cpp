@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QPdfWriter>
-#include <QSettings>
 #include <QSvgGenerator>
 #include <array>
 
@@ -17,8 +16,6 @@
 
 namespace orvane {
 namespace {
-
-const QString kFolder = QStringLiteral("Folders/Pictures");
 
 // Draws with a painter that keeps lines as lines.
 void DrawPlot(QCustomPlot* plot, QPaintDevice* device, const QSize& size, double scale) {
@@ -112,10 +109,8 @@ QString SavePlot(QCustomPlot* plot, const QString& path) {
 }
 
 bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
-  QSettings settings;
   CFileDialog dialog(QStringLiteral("Save Picture"),
-                     "PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf||",
-                     settings.value(kFolder).toString(), parent);
+                     "PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf||", QString(), parent);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   const auto choose_suffix = [&dialog](const QString& filter) {
     dialog.setDefaultSuffix(filter.section(QLatin1Char('.'), -1).chopped(1));
@@ -123,11 +118,10 @@ bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, choose_suffix);
   choose_suffix(dialog.nameFilters().constFirst());
   dialog.selectFile(name);
-  if (dialog.exec() != QDialog::Accepted) {
+  if (!dialog.ExecRemembering(QStringLiteral("Folders/Pictures"))) {
     return false;
   }
-  settings.setValue(kFolder, dialog.directory().absolutePath());
-  QString path = dialog.selectedFiles().constFirst();
+  QString path = dialog.Chosen();
   const QString suffix = QFileInfo(path).suffix().toLower();
   if (!QStringList{QStringLiteral("png"), QStringLiteral("svg"), QStringLiteral("pdf")}.contains(
           suffix)) {

@@ -73,28 +73,15 @@ Complex Coil(double frequency) { return Complex(0, frequency / 2) / Complex(1, f
 
 // Box 2417 of two channels with its parts as they should be, and a coil.
 void WriteCalibrations(const TempDir& dir) {
-  const auto bytes_of = [](int kind, double frequency, int step, double value4,
-                           const Complex& response, int channels) {
-    return testing::CalRecordBytes(
-        kind, static_cast<float>(frequency), step,
-        {1, 0, 0, static_cast<float>(value4), static_cast<float>(response.real()),
-         static_cast<float>(response.imag())},
-        channels);
-  };
   testing::Sweeps sweeps;
   sweeps.parts = NominalParameters(0);
-  std::string box = testing::CalHeaderBytes(1, 2);
-  for (std::size_t pass = 0; pass <= 14; ++pass) {
-    for (int i = 0; i < testing::kSweepLength; ++i) {
-      const Complex response = pass < 3 ? 1 : sweeps.Response(pass, i);
-      box += bytes_of(1, testing::SweepFrequency(i), i + 1, pass == 0 ? 2 : 600, response, 2);
-    }
-  }
-  WriteAll(dir / "2417.CLB", box);
+  WriteAll(dir / "2417.CLB", testing::BoxBytes(sweeps, 2));
   std::string coil = testing::CalHeaderBytes(2, 1).replace(92, 8, testing::RealBytes(0));
   for (int i = 0; i < 40; ++i) {
     const double frequency = 0.01 * std::pow(10, i / 10.0);
-    coil += bytes_of(2, frequency, i + 1, 0, Coil(frequency), 1);
+    coil += testing::CalRecordBytes(2, static_cast<float>(frequency), i + 1,
+                                    {1, 0, 0, 0, static_cast<float>(Coil(frequency).real()),
+                                     static_cast<float>(Coil(frequency).imag())});
   }
   WriteAll(dir / "123.CLC", coil);
 }
