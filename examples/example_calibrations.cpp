@@ -87,7 +87,8 @@ class File {
 
 // The parts of a channel as they came from the shelf: a few percent off, and older ones lower.
 FrontEndParameters PartsOf(int channel, double age) {
-  FrontEndParameters parts = NominalParameters(0);
+  const auto flags = ChannelModelFlagsOf("MAIN6");
+  FrontEndParameters parts = NominalParameters(flags[static_cast<std::size_t>(channel)]);
   for (std::size_t k = 0; k < parts.size(); ++k) {
     const double spread = 0.04 * std::sin(2.3 * static_cast<double>(k) + 1.7 * channel);
     parts[k] *= 1 + spread;

@@ -46,6 +46,7 @@ QTableWidget* CDisplay::MakeReadings() {
   readings->setAccessibleName(QStringLiteral("Cursor readings"));
   readings->setEditTriggers(QAbstractItemView::NoEditTriggers);
   readings->verticalHeader()->hide();
+  readings->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   readings->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   readings->hide();
   return readings;

@@ -133,7 +133,7 @@ TEST_F(CalibrationDisplayTest, TheModelIsShownAndDoubtIsTold) {
   QTest::keyClick(list, Qt::Key_M, Qt::ControlModifier);
   EXPECT_EQ(plot->graphCount(), graphs + 2 * 12) << "a line for each pass, above and below";
   const QString warning = Shown()->findChild<QLabel*>(QStringLiteral("warning"))->text();
-  EXPECT_TRUE(warning.startsWith(QStringLiteral("Channel 2: "))) << warning.toStdString();
+  EXPECT_TRUE(warning.startsWith(QStringLiteral("Warning - Channel 2: "))) << warning.toStdString();
   QString told;
   WhenModal([&told](QWidget* window) {
     told = window->findChild<QTableWidget*>(QStringLiteral("fit"))->item(0, 0)->text();

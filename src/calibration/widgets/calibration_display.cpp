@@ -123,7 +123,7 @@ bool CCalibrationDisplay::Open(const QString& path) {
   const std::string message = view_.Open(PathFromText(path));
   const QString warning =
       QString::fromStdString(view_.HasModel() ? FitWarning(*view_.Model()) : std::string());
-  warning_->setText(warning);
+  warning_->setText(QStringLiteral("Warning - ") + warning);
   warning_->setVisible(!warning.isEmpty());
   FillList();
   ShowView();

@@ -20,13 +20,14 @@ CFitReportDlg::CFitReportDlg(const CalData& cal, QWidget* parent)
   const std::string warning = FitWarning(cal);
   auto* verdict =
       new QLabel(warning.empty() ? QStringLiteral("The model describes all channels well.")
-                                 : QString::fromStdString(warning),
+                                 : QStringLiteral("Warning - ") + QString::fromStdString(warning),
                  this);
   verdict->setObjectName(QStringLiteral("verdict"));
   verdict->setWordWrap(true);
   table_->setObjectName(QStringLiteral("fit"));
   table_->setAccessibleName(QStringLiteral("Model fit by channel"));
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   Fill(cal);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
   QPushButton* copy = buttons->addButton(QStringLiteral("&Copy"), QDialogButtonBox::ActionRole);
