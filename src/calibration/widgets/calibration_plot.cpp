@@ -288,7 +288,7 @@ void CalibrationPlot::FollowTheme() {
   }
   nothing_->setFont(font());
   nothing_->setColor(text);
-  QPen cursor(palette().color(QPalette::Highlight), 1.5);
+  QPen cursor(StandOut(palette().color(QPalette::Highlight), palette()), 1.5);
   amplitude_cursor_->setPen(cursor);
   phase_cursor_->setPen(cursor);
 }

@@ -132,8 +132,9 @@ void SchedulePlot::FollowTheme() {
   nothing_->setColor(palette().color(QPalette::WindowText));
   nothing_->setFont(font());
   constexpr double kWidth = 2;
-  frequency_->setPen(QPen(palette().color(QPalette::Highlight), kWidth));
-  current_->setPen(QPen(palette().color(QPalette::Highlight), kWidth));
+  const QColor line = StandOut(palette().color(QPalette::Highlight), palette());
+  frequency_->setPen(QPen(line, kWidth));
+  current_->setPen(QPen(line, kWidth));
 }
 
 void SchedulePlot::changeEvent(QEvent* event) {
