@@ -15,6 +15,7 @@
 #include "app/lock_keys.h"
 #include "app/theme_icon.h"
 #include "ui/file_dialogs.h"
+#include "ui/qt_path.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -292,6 +293,10 @@ bool CMainFrame::OpenAny(const QString& path) {
                                            QRegularExpression::CaseInsensitiveOption);
   static const QRegularExpression calibration(QStringLiteral("\\.cl[bc]$"),
                                               QRegularExpression::CaseInsensitiveOption);
+  if (const QString fault = UnknownName(path); !fault.isEmpty()) {
+    prompts_->ShowWarning("Orvane", fault.toStdString());
+    return false;
+  }
   if (calibration.match(path).hasMatch()) {
     return displays_->OpenCalibration(path);
   }

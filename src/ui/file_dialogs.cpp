@@ -2,6 +2,7 @@
 #include "ui/file_dialogs.h"
 
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QSettings>
 #include <limits>
 
@@ -50,6 +51,16 @@ bool CFileDialog::ExecRemembering(const QString& key) {
   }
   QSettings().setValue(key, directory().absolutePath());
   return true;
+}
+
+void CFileDialog::accept() {
+  for (const QString& file : selectedFiles()) {
+    if (const QString fault = UnknownName(file); !fault.isEmpty()) {
+      QMessageBox::warning(this, windowTitle(), fault);
+      return;
+    }
+  }
+  QFileDialog::accept();
 }
 
 QString CFileDialog::Chosen() const {

@@ -27,6 +27,10 @@ class CFileDialog : public QFileDialog {
   bool ExecRemembering(const QString& key);
   /// The file chosen; empty where the user cancelled.
   QString Chosen() const;
+
+ protected:
+  /// Refuses names that are no text.
+  void accept() override;
 };
 
 /// Asks for files that exist, any number of them.
