@@ -30,9 +30,8 @@ CalData MakeBox() {
   };
   for (std::size_t pass = 0; pass < kPasses; ++pass) {
     cal.pass_table.push_back(static_cast<std::uint32_t>(cal.records.size()));
-    const orvane::FrontEndSetting* known = orvane::PassSetting(pass);
-    orvane::FrontEndSetting setting = known == nullptr ? orvane::FrontEndSetting() : *known;
-    setting.source = orvane::IsThroughResistors(pass) ? 300 : 0;
+    const orvane::FrontEndSetting setting =
+        orvane::IsModelPass(pass) ? orvane::PassSetting(pass, 600) : orvane::FrontEndSetting();
     for (int i = 0; i < kSweepLength; ++i) {
       orvane::CalFileRecord record;
       const double frequency = 0.05 * std::pow(20000 / 0.05, i / (kSweepLength - 1.0));
@@ -101,7 +100,12 @@ std::vector<std::int32_t> Record() {
 
 // Periods in the record times ten.
 std::vector<std::size_t> Bins(std::int64_t tenths) {
-  return orvane::OddHarmonicBins(static_cast<double>(tenths) / 10, kSamples, kSamples, kHarmonics);
+  std::vector<std::size_t> bins;
+  for (const orvane::Harmonic& harmonic :
+       orvane::OddHarmonics(static_cast<double>(tenths) / 10, kSamples, kSamples, kHarmonics)) {
+    bins.push_back(harmonic.bin);
+  }
+  return bins;
 }
 
 void Harmonics(benchmark::State& state, std::int64_t tenths) {

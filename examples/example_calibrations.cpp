@@ -3,21 +3,19 @@
 
 #include <algorithm>
 #include <cmath>
-#include <complex>
 #include <cstdio>
 #include <functional>
 #include <string_view>
 #include <system_error>
 #include <vector>
 
+#include "calibration/box_model.h"
 #include "calibration/cal_header.h"
 #include "core/file_io.h"
 #include "core/wire.h"
 
 namespace orvane::examples {
 namespace {
-
-using Complex = std::complex<double>;
 
 Complex LowPass(double frequency, double corner) { return 1.0 / Complex(1, frequency / corner); }
 Complex HighPass(double frequency, double corner) {
@@ -87,30 +85,43 @@ class File {
   std::vector<std::byte> bytes_;
 };
 
-// Six channels through four settings of the low-pass filter, then with the input coupled by a
-// capacitor, then with each of ten gains. Parts age: `age` years lower the corners by a little.
+// The parts of a channel as they came from the shelf: a few percent off, and older ones lower.
+FrontEndParameters PartsOf(int channel, double age) {
+  const auto flags = ChannelModelFlagsOf("MAIN6");
+  FrontEndParameters parts = NominalParameters(flags[static_cast<std::size_t>(channel)]);
+  for (std::size_t k = 0; k < parts.size(); ++k) {
+    const double spread = 0.04 * std::sin(2.3 * static_cast<double>(k) + 1.7 * channel);
+    parts[k] *= 1 + spread;
+  }
+  for (std::size_t k = kLowPass; k < kChokeA; ++k) {
+    parts[k] *= 1 - 0.015 * age;
+  }
+  parts[kBaseGain] = 0.002 * (channel - 2.5);
+  parts[kStageA] = 0.001 * std::cos(channel);
+  parts[kStageB] = -0.001 * std::sin(channel);
+  return parts;
+}
+
+// A box of six channels: three short passes, then a sweep in each setting that its model is made
+// from.
 bool WriteBox(const std::filesystem::path& path, double age) {
   File file(HeaderOf(kBoxCal, 2417, 6, "main6"));
-  constexpr double kHighest = 9600;
-  constexpr auto kCorners = std::to_array<double>({20000, 3500, 700, 120});
-  const double drift = 1 - 0.015 * age;
-  const auto front_end = [drift](double frequency, int channel, double corner) {
-    const double spread = 1 + 0.01 * (channel - 2.5);  // parts differ by a few percent
-    return spread * LowPass(frequency, corner * spread * drift);
-  };
-  for (std::size_t i = 0; i < kCorners.size(); ++i) {
-    file.AddPass(1, kHighest, 24, 5, i == 0 ? 2.01 : 1, [&](double frequency, int channel) {
-      return front_end(frequency, channel, kCorners[i]);
-    });
-  }
-  file.AddPass(1, kHighest, 24, 5, 1, [&](double frequency, int channel) {
-    return HighPass(frequency, 0.8) * front_end(frequency, channel, kCorners[0]);
-  });
-  for (int pass = 5; pass < 15; ++pass) {
-    const double gain = std::pow(2, (pass - 9) / 4.0);
-    file.AddPass(1, kHighest, 12, 5, pass == 9 ? 598.5 : 1, [&](double frequency, int channel) {
-      return gain * front_end(frequency, channel, kCorners[0] / std::max(1.0, gain));
-    });
+  constexpr double kHighest = 20000;
+  constexpr double kDriveResistors = 598.5;
+  constexpr double kDelayMicroseconds = 2.01;
+  constexpr std::size_t kPasses = 15;
+  for (std::size_t pass = 0; pass < kPasses; ++pass) {
+    const double value4 = pass == 0 ? kDelayMicroseconds : pass == 9 ? kDriveResistors : 1;
+    const auto front_end = [=](double frequency, int channel) {
+      FrontEndParameters parts = PartsOf(channel, age);
+      parts[kDelay] = kDelayMicroseconds;
+      const auto setting =
+          IsModelPass(pass) ? PassSetting(pass, kDriveResistors) : FrontEndSetting{0, 16, 0, {}};
+      // The noise of the measurement.
+      const double noise = 1e-4 * std::sin(37 * frequency + 11 * channel);
+      return FrontEnd(parts, setting).Response(frequency) * (1 + noise);
+    };
+    file.AddPass(1, kHighest, IsModelPass(pass) ? 33 : 12, 6, value4, front_end);
   }
   return file.Write(path);
 }

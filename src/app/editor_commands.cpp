@@ -2,7 +2,6 @@
 #include "app/editor_commands.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <set>
 
@@ -20,6 +19,7 @@
 #include "forms/early_writes.h"
 #include "stepping/widgets/fdem_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
+#include "ui/qt_path.h"
 
 namespace orvane {
 
@@ -189,7 +189,7 @@ void EditorCommands::ViewBoxStatus() {
 
 void EditorCommands::SaveAllBoxes() {
   ParamTable& table = doc_->Table();
-  StartupRun run(&table, QFile::encodeName(doc_->Path()).toStdString(), prompts_);
+  StartupRun run(&table, PathFromText(doc_->Path()).string(), prompts_);
   for (const StartupBox& box : run.Boxes()) {
     StartupForm form(&table, box, run.Choices());
     CStartupDlg dialog(&form, &run, prompts_, parent_);

@@ -14,17 +14,13 @@
 #include "app/about_dlg.h"
 #include "app/lock_keys.h"
 #include "app/theme_icon.h"
-#include "calibration/widgets/calibration_display.h"
-#include "calibration/widgets/calibration_dlg.h"
-#include "timeseries/widgets/waveform_display.h"
 #include "ui/file_dialogs.h"
+#include "ui/qt_path.h"
 #include "ui/window_size.h"
 
 namespace orvane {
 namespace {
 
-const QString kTblFilter = QStringLiteral("Tbl Files (*.tbl)");
-const QString kAllFilter = QStringLiteral("All Files (*)");
 const QString kGeometry = QStringLiteral("Window/Geometry");
 const QString kState = QStringLiteral("Window/State");
 const QString kStatusBar = QStringLiteral("Window/StatusBar");
@@ -46,23 +42,19 @@ constexpr auto kPictures = std::to_array<Picture>({{kFileOpen, "open"},
                                                    {kSeparator, ""},
                                                    {kAppAbout, "about"}});
 
-// Qt's own dialog: unlike some desktops' it matches "*.tbl" in any case.
-QString AskForFile(QWidget* parent, QFileDialog::AcceptMode mode, const QString& start) {
+QString AskForTable(QWidget* parent, QFileDialog::AcceptMode mode, const QString& start) {
   const bool is_open = mode == QFileDialog::AcceptOpen;
-  QFileDialog dialog(parent, is_open ? QStringLiteral("Open") : QStringLiteral("Save As"));
-#ifndef Q_OS_WIN
-  dialog.setOption(QFileDialog::DontUseNativeDialog);
-#endif
+  const QFileInfo info(start);
+  CFileDialog dialog(is_open ? QStringLiteral("Open") : QStringLiteral("Save As"),
+                     "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||", info.absolutePath(), parent);
   dialog.setAcceptMode(mode);
   dialog.setFileMode(is_open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-  dialog.setNameFilters({kTblFilter, kAllFilter});
   dialog.setDefaultSuffix(QStringLiteral("tbl"));
-  const QFileInfo info(start);
-  dialog.setDirectory(info.absolutePath());
   if (!is_open) {
     dialog.selectFile(info.fileName());
   }
-  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+  dialog.exec();
+  return dialog.Chosen();
 }
 
 QString DroppedFile(const QMimeData* data) {
@@ -82,7 +74,8 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
       editors_(doc, prompts, notices, this),
       utilities_(doc, prompts, notices, this),
       view_(new COrvaneView(doc, this)),
-      stack_(new QStackedWidget(this)) {
+      stack_(new QStackedWidget(this)),
+      displays_(new FieldDisplays(doc, prompts, stack_, this)) {
   setObjectName(QStringLiteral("main"));
   prompts->SetParent(this);
   setAcceptDrops(true);
@@ -94,6 +87,8 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
   ConnectCommands();
   connect(notices, &StatusNotices::Shown, this, &CMainFrame::ShowNotice);
   connect(doc_, &COrvaneDoc::Changed, this, &CMainFrame::UpdateTitle);
+  connect(displays_, &FieldDisplays::Changed, this, &CMainFrame::FollowDisplay);
+  connect(displays_, &FieldDisplays::Told, this, &CMainFrame::ShowNotice);
   UpdateRecentFiles();
   UpdateTitle();
   RestoreLayout();
@@ -199,18 +194,18 @@ void CMainFrame::ConnectCommands() {
   Handle(kConvertFrequencyDomainStacks, [this] { utilities_.ConvertFrequencyDomainStacks(); });
   Handle(kConvertTimeDomainStacks, [this] { utilities_.ConvertTimeDomainStacks(); });
   Handle(kConvertToVersion1, [this] { utilities_.ConvertToVersion1(); });
-  Handle(kOpenWaveform, [this] { OnOpenWaveform(); });
-  Handle(kOpenCalibration, [this] { OnOpenCalibration(); });
-  Handle(kCalibrationSettings, [this] { OnCalibrationSettings(); });
+  Handle(kOpenWaveform, [this] { displays_->AskForWaveform(); });
+  Handle(kOpenCalibration, [this] { displays_->AskForCalibration(); });
+  Handle(kCalibrationSettings, [this] { displays_->EditCalibrationRanges(); });
   Handle(kListCalibrations, [this] { utilities_.ListCalibrations(); });
-  Handle(kWaveformSettings, [this] { OnWaveformSettings(); });
+  Handle(kWaveformSettings, [this] { displays_->EditWaveformSettings(); });
   Command(kWaveformSettings)->setEnabled(false);
   Handle(kWaveformToText, [this] { utilities_.ConvertWaveforms(); });
   Handle(kConvertToSpectra, [this] { utilities_.ConvertToSpectra(); });
   Handle(kRestack, [this] { utilities_.Restack(); });
-  connect(Command(kScrollBack), &QAction::triggered, this, [this] { display_->ScrollBack(); });
+  connect(Command(kScrollBack), &QAction::triggered, this, [this] { Display()->ScrollBack(); });
   connect(Command(kScrollForward), &QAction::triggered, this,
-          [this] { display_->ScrollForward(); });
+          [this] { Display()->ScrollForward(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {
@@ -219,41 +214,18 @@ void CMainFrame::ConnectCommands() {
   }
 }
 
-void CMainFrame::ShowDisplay(CDisplay* display) {
-  CloseDisplay();
-  display_ = display;
-  stack_->addWidget(display);
-  stack_->setCurrentWidget(display);
-  Command(kWaveformSettings)->setEnabled(qobject_cast<CWaveformDisplay*>(display) != nullptr);
-  Command(kScrollBack)->setEnabled(true);
-  Command(kScrollForward)->setEnabled(true);
-  connect(display, &CDisplay::CloseAsked, this, &CMainFrame::CloseDisplay);
-  connect(display, &CDisplay::Told, this, &CMainFrame::ShowNotice);
-  connect(display, &CDisplay::Told, this, &CMainFrame::UpdateTitle);
-  display->setFocus();
-  UpdateTitle();
-}
-
-void CMainFrame::CloseDisplay() {
-  if (display_ == nullptr) {
-    return;
-  }
-  KeepWaveformSettings();
-  stack_->removeWidget(display_);
-  display_->deleteLater();
-  display_ = nullptr;
-  stack_->setCurrentWidget(view_);
-  Command(kWaveformSettings)->setEnabled(false);
-  Command(kScrollBack)->setEnabled(false);
-  Command(kScrollForward)->setEnabled(false);
-  ShowNotice(QStringLiteral("Ready"));
+void CMainFrame::FollowDisplay() {
+  Command(kWaveformSettings)->setEnabled(displays_->ShowsWaveform());
+  Command(kScrollBack)->setEnabled(Display() != nullptr);
+  Command(kScrollForward)->setEnabled(Display() != nullptr);
   UpdateTitle();
 }
 
 void CMainFrame::ShowNotice(const QString& text) { notice_->ShowNotice(text); }
 
 void CMainFrame::UpdateTitle() {
-  const QString shown = display_ == nullptr ? QString() : display_->Title() + QStringLiteral(" - ");
+  const QString shown =
+      Display() == nullptr ? QString() : Display()->Title() + QStringLiteral(" - ");
   setWindowTitle(shown + doc_->Title() + QStringLiteral("[*] - Orvane"));
   setWindowModified(doc_->IsModified());
   setWindowFilePath(doc_->Path());
@@ -291,7 +263,7 @@ bool CMainFrame::OpenFile(const QString& path) {
   }
   const bool is_open = doc_->OnOpenDocument(path);
   if (is_open) {
-    CloseDisplay();
+    displays_->Close();
     recent_files_.Add(path);
   } else if (!QFileInfo::exists(path)) {
     recent_files_.Remove(path);
@@ -303,29 +275,16 @@ bool CMainFrame::OpenFile(const QString& path) {
 void CMainFrame::OnFileNew() {
   if (doc_->SaveModified([this] { return OnFileSave(); })) {
     doc_->OnNewDocument();
-    CloseDisplay();
+    displays_->Close();
   }
 }
 
 void CMainFrame::OnFileOpen() {
   const QString recent = recent_files_.Paths().value(0);
   const QString start = doc_->Path().isEmpty() ? recent : doc_->Path();
-  const QString path = AskForFile(this, QFileDialog::AcceptOpen, start);
+  const QString path = AskForTable(this, QFileDialog::AcceptOpen, start);
   if (!path.isEmpty()) {
     OpenFile(path);
-  }
-}
-
-void CMainFrame::OnOpenWaveform() {
-  const QString key = QStringLiteral("Folders/Waveforms");
-  const QString last = QSettings().value(key).toString();
-  CFileDialog dialog(QStringLiteral("Open Waveform"),
-                     "Tss File (*.tss)|*.tss|Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||",
-                     last.isEmpty() ? QFileInfo(doc_->Path()).absolutePath() : last, this);
-  dialog.setFileMode(QFileDialog::ExistingFile);
-  if (dialog.exec() == QDialog::Accepted) {
-    QSettings().setValue(key, dialog.directory().absolutePath());
-    OpenWaveform(dialog.selectedFiles().constFirst());
   }
 }
 
@@ -334,75 +293,14 @@ bool CMainFrame::OpenAny(const QString& path) {
                                            QRegularExpression::CaseInsensitiveOption);
   static const QRegularExpression calibration(QStringLiteral("\\.cl[bc]$"),
                                               QRegularExpression::CaseInsensitiveOption);
+  if (const QString fault = UnknownName(path); !fault.isEmpty()) {
+    prompts_->ShowWarning("Orvane", fault.toStdString());
+    return false;
+  }
   if (calibration.match(path).hasMatch()) {
-    return OpenCalibration(path);
+    return displays_->OpenCalibration(path);
   }
-  return waveform.match(path).hasMatch() ? OpenWaveform(path) : OpenFile(path);
-}
-
-bool CMainFrame::OpenWaveform(const QString& path) {
-  auto display = std::make_unique<CWaveformDisplay>(prompts_);
-  KeepWaveformSettings();
-  display->Adopt(waveform_settings_, has_small_unit_);
-  connect(display.get(), &CDisplay::Told, this, &CMainFrame::ShowNotice);
-  if (!display->Open(path)) {
-    return false;
-  }
-  disconnect(display.get(), &CDisplay::Told, this, nullptr);
-  CWaveformDisplay* shown = display.release();
-  ShowDisplay(shown);
-  shown->ShowView();
-  return true;
-}
-
-void CMainFrame::OnOpenCalibration() {
-  const QString key = QString::fromLatin1(CCalibrationDisplay::kFolderKey);
-  const QString last = QSettings().value(key).toString();
-  CFileDialog dialog(QStringLiteral("Open Calibration File"), CCalibrationDisplay::kFilters,
-                     last.isEmpty() ? QFileInfo(doc_->Path()).absolutePath() : last, this);
-  dialog.setFileMode(QFileDialog::ExistingFile);
-  if (dialog.exec() == QDialog::Accepted) {
-    QSettings().setValue(key, dialog.directory().absolutePath());
-    OpenCalibration(dialog.selectedFiles().constFirst());
-  }
-}
-
-bool CMainFrame::OpenCalibration(const QString& path) {
-  auto display = std::make_unique<CCalibrationDisplay>(&calibration_ranges_, prompts_);
-  if (!display->Open(path)) {
-    if (qobject_cast<CCalibrationDisplay*>(display_) != nullptr) {
-      CloseDisplay();  // no curves are left on display
-    }
-    return false;
-  }
-  CCalibrationDisplay* shown = display.release();
-  ShowDisplay(shown);
-  connect(shown, &CCalibrationDisplay::RangesAsked, this, &CMainFrame::OnCalibrationSettings);
-  shown->ShowView();
-  return true;
-}
-
-void CMainFrame::OnCalibrationSettings() {
-  CalDisplayForm form(calibration_ranges_);
-  CCalibrationDlg dialog(&form, &calibration_ranges_, prompts_, this);
-  auto* shown = qobject_cast<CCalibrationDisplay*>(display_);
-  if (dialog.exec() == QDialog::Accepted && shown != nullptr) {
-    shown->ShowView();
-  }
-}
-
-// So that the next waveform is shown in the same way.
-void CMainFrame::KeepWaveformSettings() {
-  if (auto* waveform = qobject_cast<CWaveformDisplay*>(display_); waveform != nullptr) {
-    waveform_settings_ = waveform->View().Settings();
-    has_small_unit_ = waveform->View().HasSmallUnit();
-  }
-}
-
-void CMainFrame::OnWaveformSettings() {
-  if (auto* waveform = qobject_cast<CWaveformDisplay*>(display_); waveform != nullptr) {
-    waveform->EditSettings();
-  }
+  return waveform.match(path).hasMatch() ? displays_->OpenWaveform(path) : OpenFile(path);
 }
 
 bool CMainFrame::OnFileSave() {
@@ -411,7 +309,7 @@ bool CMainFrame::OnFileSave() {
 
 bool CMainFrame::OnFileSaveAs() {
   const QString start = doc_->Path().isEmpty() ? QStringLiteral("Startup.tbl") : doc_->Path();
-  const QString path = AskForFile(this, QFileDialog::AcceptSave, start);
+  const QString path = AskForTable(this, QFileDialog::AcceptSave, start);
   return !path.isEmpty() && SaveTo(path);
 }
 

@@ -13,15 +13,13 @@
 
 #include "app/command_map.h"
 #include "app/editor_commands.h"
+#include "app/field_displays.h"
 #include "app/notice_label.h"
 #include "app/orvane_doc.h"
 #include "app/orvane_view.h"
 #include "app/qt_prompts.h"
 #include "app/recent_files.h"
 #include "app/utility_commands.h"
-#include "calibration/display_form.h"
-#include "timeseries/waveform_view.h"
-#include "ui/display.h"
 
 namespace orvane {
 
@@ -39,14 +37,9 @@ class CMainFrame : public QMainWindow {
   /// The same for a table; shows a field file.
   bool OpenAny(const QString& path);
   void ShowNotice(const QString& text);
-  /// Shows a calibration file in place of the table. False, and told, where it cannot be read.
-  bool OpenCalibration(const QString& path);
-  /// Shows a field file in place of the table, and in place of one that stood there. Takes the
-  /// display over.
-  void ShowDisplay(CDisplay* display);
-  /// Brings the table back.
-  void CloseDisplay();
-  CDisplay* Display() const { return display_; }
+  FieldDisplays& Displays() { return *displays_; }
+  /// The field file on display; null where the table is.
+  CDisplay* Display() const { return displays_->Current(); }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -61,16 +54,11 @@ class CMainFrame : public QMainWindow {
   void Handle(int id, std::function<void()> handler);
   void ConnectCommands();
   void UpdateTitle();
+  void FollowDisplay();
   void UpdateRecentFiles();
   void RestoreLayout();
 
   void OnFileNew();
-  void OnOpenWaveform();
-  bool OpenWaveform(const QString& path);
-  void OnWaveformSettings();
-  void KeepWaveformSettings();
-  void OnOpenCalibration();
-  void OnCalibrationSettings();
   void OnFileOpen();
   bool OnFileSave();
   bool OnFileSaveAs();
@@ -82,10 +70,7 @@ class CMainFrame : public QMainWindow {
   UtilityCommands utilities_;
   COrvaneView* view_;
   QStackedWidget* stack_;
-  CDisplay* display_ = nullptr;
-  WaveformSettings waveform_settings_;
-  bool has_small_unit_ = false;
-  CalDisplay calibration_ranges_;  // stay for the next calibration
+  FieldDisplays* displays_;
   NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;
   std::array<QAction*, RecentFiles::kMost> recent_actions_{};

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/orvane_doc.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include "core/ascii.h"
@@ -9,15 +8,12 @@
 #include "core/param_access.h"
 #include "core/param_dictionary.h"
 #include "core/tbl_file.h"
+#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
 const std::string kCaption = "Orvane";
-
-std::filesystem::path FilePath(const QString& path) {
-  return QFile::encodeName(path).toStdString();
-}
 
 std::string OfAllParameters(std::size_t loaded) {
   return FormatInt(static_cast<std::int64_t>(loaded)) + " of " + FormatInt(kDictionarySize) +
@@ -76,7 +72,7 @@ bool COrvaneDoc::OnNewDocument() {
 
 bool COrvaneDoc::OnOpenDocument(const QString& path) {
   BuildIndex();
-  const std::filesystem::path file_path = FilePath(path);
+  const std::filesystem::path file_path = PathFromText(path);
   if (const std::string reason = InFile().Open(file_path); !reason.empty()) {
     prompts_->ShowWarning(kCaption, FileMessage(file_path, reason));
     return false;
@@ -126,7 +122,7 @@ bool COrvaneDoc::OnSaveDocument(const QString& path) {
     options.output_version = 1;
   }
   TblReport report;
-  if (SaveParamFile(table_, FilePath(path), options, &report) != kOk) {
+  if (SaveParamFile(table_, PathFromText(path), options, &report) != kOk) {
     SetModified(true);
     notices_->ShowNotice(report.message);
     prompts_->ShowWarning(kCaption, report.message);

@@ -53,12 +53,6 @@ constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL F
                                "TBL File (*.TBL)|*.TBL|All Files (*.*)|*.*||", "*.TBL",
                                "%d .Tbl files are converted to version 1 .tbl files"};
 
-// The folder that a command was last used in, else the document's.
-QString StartFolder(const QString& key, const COrvaneDoc& doc) {
-  const QString last = QSettings().value(key).toString();
-  return QFileInfo(last).isDir() ? last : QFileInfo(doc.Path()).absolutePath();
-}
-
 }  // namespace
 
 void UtilityCommands::ListTables() { Run(kTableListing, TblListing()); }
@@ -76,10 +70,9 @@ void UtilityCommands::ConvertToVersion1() { Run(kVersion1, TblToVersion1(doc_->T
 
 void UtilityCommands::ConvertToSpectra() {
   const QString key = QStringLiteral("Folders/Calibrations of spectra");
-  const QString usual = QStringLiteral("C:\\K3\\CAL");
   QString folder = QSettings().value(key).toString();
-  if (folder.isEmpty() && QFileInfo(usual).isDir()) {
-    folder = usual;
+  if (folder.isEmpty()) {
+    folder = TextFromPath(UsualCalFolder());
   }
   SpectraForm form(folder.toStdString());
   CSpectraDlg dialog(&form, prompts_, parent_);
@@ -101,17 +94,15 @@ void UtilityCommands::ConvertToSpectra() {
 }
 
 void UtilityCommands::Run(const Utility& utility, Conversion conversion) {
-  const QString key = QStringLiteral("Folders/") + QString::fromLatin1(utility.title);
   CFECFileDialog dialog(QString::fromLatin1(utility.title), utility.filters,
-                        StartFolder(key, *doc_), parent_);
+                        QFileInfo(doc_->Path()).absolutePath(), parent_);
   dialog.setDefaultSuffix(QString::fromLatin1(utility.suffix));
   if (*utility.initial_name != '\0') {
     dialog.selectFile(QString::fromLatin1(utility.initial_name));
   }
-  if (dialog.exec() != QDialog::Accepted) {
+  if (!dialog.ExecRemembering(QStringLiteral("Folders/") + QString::fromLatin1(utility.title))) {
     return;
   }
-  QSettings().setValue(key, dialog.directory().absolutePath());
   Convert(utility, std::move(conversion), dialog.Paths());
 }
 
@@ -123,7 +114,7 @@ void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
   // The other files go on meanwhile.
   progress.Run([this](std::size_t /*index*/, const BatchResult& result) {
     if (!result.box.empty()) {
-      prompts_->ShowWarning("File Open Error", result.box);
+      prompts_->ShowWarning(result.box_caption, result.box);
     }
   });
   const std::size_t count = batch.CountForMessage();

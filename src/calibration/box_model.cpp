@@ -99,13 +99,17 @@ FrontEndParameters ParametersOf(const CalData& cal, std::size_t channel) {
   return parameters;
 }
 
-const FrontEndSetting* PassSetting(std::size_t pass) {
-  const bool is_used = pass >= kFirstPass && pass < kFirstPass + kPasses.size();
-  return is_used ? &kPasses[pass - kFirstPass].setting : nullptr;
+bool IsModelPass(std::size_t pass) {
+  return pass >= kFirstPass && pass < kFirstPass + kPasses.size();
 }
 
-bool IsThroughResistors(std::size_t pass) {
-  return PassSetting(pass) != nullptr && kPasses[pass - kFirstPass].is_through_resistors;
+FrontEndSetting PassSetting(std::size_t pass, double drive) {
+  constexpr double kUsualDrive = 600;  // where the stored one cannot be
+  FrontEndSetting setting = kPasses[pass - kFirstPass].setting;
+  if (kPasses[pass - kFirstPass].is_through_resistors) {
+    setting.source = (drive >= 1 && drive <= 1e6 ? drive : kUsualDrive) / 2;
+  }
+  return setting;
 }
 
 void FitBoxModel(CalData* cal) {

@@ -13,11 +13,11 @@ FrontEndParameters NominalParameters(std::uint32_t flags);
 /// The circuit of one channel of a calibration: fitted, or on paper where it has no model.
 FrontEndParameters ParametersOf(const CalData& cal, std::size_t channel);
 
-/// How a box was switched while it swept a pass of its calibration; docs/response.md lists them.
-/// Null for a pass that the model does not use.
-const FrontEndSetting* PassSetting(std::size_t pass);
-/// Whether a pass was driven through resistors instead of directly.
-bool IsThroughResistors(std::size_t pass);
+/// Whether the model has a setting for a pass of the calibration, counted from 0.
+bool IsModelPass(std::size_t pass);
+/// How a box was switched while it swept such a pass; docs/response.md lists them. `drive`: the
+/// resistors that some passes are driven through, ohms for both legs.
+FrontEndSetting PassSetting(std::size_t pass, double drive);
 
 /// The passes in the order in which they are copied into the buffers, one for each slot.
 inline constexpr auto kSlotPasses =

@@ -76,7 +76,7 @@ CalCurve CurveOf(const std::vector<CalFileRecord>& records, const std::vector<st
     curve.phase.push_back(std::atan2(imaginary, real) * kDegrees);
     curve.sweep.push_back(sweeps[at]);
   }
-  FoldPhases(&curve.phase);
+  curve.turn = FoldPhases(&curve.phase);
   return curve;
 }
 
@@ -103,7 +103,7 @@ std::string Load(const std::filesystem::path& path, CalCurves* curves) {
 
 }  // namespace
 
-void FoldPhases(std::vector<double>* phases) {
+double FoldPhases(std::vector<double>* phases) {
   constexpr double kReversed = 150;
   constexpr double kHalfTurn = 180;
   const double mean = std::accumulate(phases->begin(), phases->end(), 0.0) /
@@ -114,6 +114,7 @@ void FoldPhases(std::vector<double>* phases) {
       phase += turn;
     }
   }
+  return turn;
 }
 
 std::string LoadCalCurves(const std::filesystem::path& path, CalCurves* curves) {

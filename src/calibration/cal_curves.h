@@ -18,6 +18,7 @@ struct CalCurve {
   std::vector<double> amplitude;
   std::vector<double> phase;  ///< degrees; those of a reversed channel are turned by 180
   std::vector<int> sweep;     ///< the pass that each point belongs to, from 0
+  double turn = 0;            ///< what was added to the measured phases
 };
 
 struct CalCurves {
@@ -32,8 +33,8 @@ struct CalCurves {
 /// string, or the message for the user; `curves` is then as before.
 [[nodiscard]] std::string LoadCalCurves(const std::filesystem::path& path, CalCurves* curves);
 
-/// Turns all phases by 180 degrees where their mean is beyond 150 or -150.
-void FoldPhases(std::vector<double>* phases);
+/// Turns all phases by 180 degrees where their mean is beyond 150 or -150. Returns what it added.
+double FoldPhases(std::vector<double>* phases);
 
 }  // namespace orvane
 

@@ -7,6 +7,7 @@
 #include <limits>
 #include <numeric>
 
+#include "calibration/fit_report.h"
 #include "core/number_text.h"
 
 namespace orvane {
@@ -70,7 +71,8 @@ void FitLog(const Span& span, double* low, double* high) {
 }  // namespace
 
 std::string CalTrace::Label() const {
-  return "Channel " + ChannelNumber(channel) + (is_reference ? ", reference" : "");
+  const std::string label = "Channel " + ChannelNumber(channel);
+  return kind == kReference ? label + ", reference" : kind == kModel ? label + ", model" : label;
 }
 
 std::string CalView::Open(const std::filesystem::path& path) {
@@ -78,7 +80,24 @@ std::string CalView::Open(const std::filesystem::path& path) {
   cursor_.reset();
   std::string message = LoadCalCurves(path, &curves_);
   shown_.assign(curves_.channels.empty() ? 0 : 1, 0);
+  LoadModel();
   return message;
+}
+
+void CalView::LoadModel() {
+  model_.reset();
+  why_no_model_ = "Only boxes have a model";
+  if (curves_.channels.empty() || curves_.header.ctyp != kBoxCal) {
+    return;
+  }
+  CalReport report;
+  model_ = ReadCalFileAt(kBoxCal, curves_.path, &report);
+  if (model_ == nullptr) {
+    why_no_model_ = report.message;
+  } else if (model_->model.parameter_count == 0) {
+    model_.reset();
+    why_no_model_ = "A calibration of fewer than 3 passes has no model";
+  }
 }
 
 void CalView::Show(std::vector<std::size_t> channels) {
@@ -153,13 +172,16 @@ std::vector<CalTrace> CalView::Traces() const {
     const CalCurve& curve = curves_.channels[channel];
     const CalCurve* reference = ReferenceOf(channel);
     if (is_ratio_) {
-      traces.push_back(
-          {channel, false, reference == nullptr ? CalCurve() : RatioOf(curve, *reference)});
+      traces.push_back({channel, CalTrace::kMeasured,
+                        reference == nullptr ? CalCurve() : RatioOf(curve, *reference)});
       continue;
     }
-    traces.push_back({channel, false, curve});
+    traces.push_back({channel, CalTrace::kMeasured, curve});
     if (reference != nullptr) {
-      traces.push_back({channel, true, *reference});
+      traces.push_back({channel, CalTrace::kReference, *reference});
+    }
+    if (ShowsModel()) {
+      traces.push_back({channel, CalTrace::kModel, ModelCurve(*model_, channel, curve.turn)});
     }
   }
   return traces;
@@ -231,9 +253,13 @@ std::vector<CalReading> CalView::Readings() const {
     return readings;
   }
   for (const CalTrace& trace : Traces()) {
-    if (const std::size_t at = NearestPoint(trace.curve, *cursor_); at != kNone) {
-      readings.push_back({trace.Label(), trace.curve.frequency[at], trace.curve.amplitude[at],
-                          trace.curve.phase[at]});
+    const CalCurve& curve = trace.curve;
+    const std::size_t nearest = NearestPoint(curve, *cursor_);
+    for (std::size_t i = nearest; i < curve.frequency.size(); ++i) {
+      if (curve.frequency[i] == curve.frequency[nearest]) {
+        readings.push_back({trace.Label(), curve.sweep[i], curve.frequency[i], curve.amplitude[i],
+                            curve.phase[i]});
+      }
     }
   }
   return readings;

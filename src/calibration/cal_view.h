@@ -3,28 +3,33 @@
 #define ORVANE_CALIBRATION_CAL_VIEW_H_
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "calibration/cal_curves.h"
+#include "calibration/cal_file.h"
 #include "calibration/display_form.h"
 
 namespace orvane {
 
 /// A curve to draw.
 struct CalTrace {
-  std::size_t channel = 0;    ///< from 0
-  bool is_reference = false;  ///< of the reference file, to be drawn beside the file's own
+  enum Kind { kMeasured, kReference, kModel };
+
+  std::size_t channel = 0;  ///< from 0
+  Kind kind = kMeasured;    ///< the file's own, or what is to be drawn beside it
   CalCurve curve;
 
   /// "Channel 3", "Channel 3, reference"
   std::string Label() const;
 };
 
-/// What the cursor reads of one curve.
+/// What the cursor reads of one pass of a curve.
 struct CalReading {
   std::string label;
+  int sweep = 0;         ///< the pass, from 0
   double frequency = 0;  ///< of the measured point nearest to the cursor, Hz
   double amplitude = 0;
   double phase = 0;  ///< degrees
@@ -65,6 +70,15 @@ class CalView {
   void SetRatio(bool is_ratio) { is_ratio_ = is_ratio && HasReference(); }
   bool ShowsRatio() const { return is_ratio_; }
 
+  /// The model of the box instead of lines between its points. Only a file that could be computed
+  /// with has one; the ratio to a reference goes before it.
+  bool HasModel() const { return model_ != nullptr; }
+  void SetModel(bool is_shown) { shows_model_ = is_shown; }
+  bool ShowsModel() const { return shows_model_ && HasModel() && !is_ratio_; }
+  /// The calibration with its model; null without one.
+  const CalData* Model() const { return model_.get(); }
+  const std::string& WhyNoModel() const { return why_no_model_; }
+
   std::string Title() const;
   std::string AmplitudeLabel() const { return is_ratio_ ? "Amplitude ratio" : "Amplitude"; }
   std::string PhaseLabel() const {
@@ -83,9 +97,11 @@ class CalView {
   /// To the next point, or with -1 the one before; without a cursor to the first or last.
   void MoveCursor(int by);
   std::optional<double> Cursor() const { return cursor_; }
+  /// Of each curve all passes that have a point at the frequency nearest to the cursor.
   std::vector<CalReading> Readings() const;
 
  private:
+  void LoadModel();
   const CalCurve* ReferenceOf(std::size_t channel) const;
 
   CalDisplay* display_;
@@ -93,6 +109,9 @@ class CalView {
   std::optional<CalCurves> reference_;
   std::vector<std::size_t> shown_;
   bool is_ratio_ = false;
+  std::unique_ptr<CalData> model_;
+  std::string why_no_model_;
+  bool shows_model_ = false;
   std::optional<double> cursor_;
 };
 

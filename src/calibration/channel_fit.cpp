@@ -30,8 +30,6 @@ constexpr auto kNotInSecond =
 
 bool IsPossibleDelay(double delay) { return delay >= -kLongestDelay && delay <= kLongestDelay; }
 
-double DriveOf(double parameter) { return parameter >= 1 && parameter <= 1e6 ? parameter : 600; }
-
 double RootMeanSquare(const std::vector<double>& errors) {
   const double squares = std::inner_product(errors.begin(), errors.end(), errors.begin(), 0.0);
   return errors.empty() ? 0 : std::sqrt(squares / static_cast<double>(errors.size()));
@@ -60,11 +58,8 @@ void ChannelFit::TakePoints(const BoxModel& model, std::size_t channel) {
   for (std::size_t slot = 0; slot < slots_.size(); ++slot) {
     const std::size_t begin = model.slot_starts[slot];
     const std::size_t end = model.SlotEnd(slot);
-    const std::size_t pass = kSlotPasses[slot];
-    slots_[slot] = {std::span(points_).subspan(begin, end - begin), *PassSetting(pass)};
-    if (IsThroughResistors(pass)) {
-      slots_[slot].setting.source = DriveOf(parameters_[kDrive]) / 2;
-    }
+    slots_[slot] = {std::span(points_).subspan(begin, end - begin),
+                    PassSetting(kSlotPasses[slot], parameters_[kDrive])};
     for (std::size_t i = begin; i < end; ++i) {
       // What stands at 0 Hz is the first record's, as good as that one is close to it.
       const double frequency = model.frequencies[i == begin ? i + 1 : i];

@@ -66,7 +66,8 @@ ExitCode RunCurves(const CalibrationArguments& arguments) {
   constexpr int kDigits = 9;
   CalCurves curves;
   if (const std::string message = LoadCalCurves(arguments.file, &curves); !message.empty()) {
-    PrintMessage(FileMessage(arguments.file, message));
+    const bool names_file = message.find(arguments.file) != std::string::npos;
+    PrintMessage(names_file ? message : FileMessage(arguments.file, message));
     return kSomeFailed;
   }
   if (!curves.note.empty()) {

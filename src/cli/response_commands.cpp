@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "calibration/box_response.h"
+#include "calibration/fit_report.h"
 #include "calibration/sensor_response.h"
 #include "cli/commands.h"
 #include "cli/validators.h"
@@ -117,11 +118,9 @@ ExitCode RunFit(const std::string& file) {
         {static_cast<double>(fit.points), static_cast<double>(fit.rejected),
          static_cast<double>(fit.iterations), fit.rms, fit.max, fit.is_kept ? 1.0 : 0.0});
     text += Line(numbers);
-    if (fit.IsDoubtful()) {
-      PrintMessage(FileMessage(
-          file, "channel " + FormatInt(static_cast<std::int64_t>(c) + 1) +
-                    (fit.is_kept ? ": the model describes it poorly, rms " + FormatReal(fit.rms, 3)
-                                 : ": no model fits, the parts' nominal values are used")));
+    if (const std::string doubt = FitDoubt(fit); !doubt.empty()) {
+      const std::string number = FormatInt(static_cast<std::int64_t>(c) + 1);
+      PrintMessage(FileMessage(file, "channel " + number + ": " + doubt));
     }
   }
   return PrintResult(text) ? kAllDone : kSomeFailed;

@@ -9,8 +9,8 @@
 
 #include "core/clock.h"
 #include "core/param_table.h"
+#include "core/tech.h"
 #include "editors/acq_fields.h"
-#include "editors/tech.h"
 #include "forms/early_writes.h"
 #include "forms/form_model.h"
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "editors/tech.h"
+#include "core/tech.h"
 #include "forms/plain_form.h"
 
 namespace orvane {

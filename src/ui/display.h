@@ -2,18 +2,24 @@
 #ifndef ORVANE_UI_DISPLAY_H_
 #define ORVANE_UI_DISPLAY_H_
 
+#include <QAction>
+#include <QKeySequence>
 #include <QString>
+#include <QTableWidget>
+#include <QToolBar>
 #include <QWidget>
+#include <functional>
 
 namespace orvane {
 
 /// What stands in the main window in place of the table at a glance while a field file is looked
-/// at. It never changes the open document.
+/// at: a tool bar above, the file below. It never changes the open document.
 class CDisplay : public QWidget {
   Q_OBJECT
 
  public:
-  using QWidget::QWidget;
+  /// `name` is what assistive tools say, such as "Waveform".
+  CDisplay(const QString& name, QWidget* parent);
 
   /// For the window's title.
   virtual QString Title() const = 0;
@@ -26,6 +32,24 @@ class CDisplay : public QWidget {
   void CloseAsked();
   /// For the status bar.
   void Told(const QString& text);
+
+ protected:
+  using Act = std::function<void()>;
+  /// A command of the tool bar, which also has a key and stands in the context menu. The key works
+  /// while the focus is in the display.
+  QAction* AddButton(const char* text, const char* name, const char* tip, const QKeySequence& key,
+                     Act act);
+  /// The same without a button.
+  QAction* AddKey(const char* text, const char* name, const char* tip, const QKeySequence& key,
+                  Act act);
+  QToolBar* Bar() { return bar_; }
+  /// A hidden table, without a vertical header, for what cursors read.
+  QTableWidget* MakeReadings();
+  void ShowMenu(const QPoint& at);
+  void contextMenuEvent(QContextMenuEvent* event) override;
+
+ private:
+  QToolBar* bar_;
 };
 
 }  // namespace orvane

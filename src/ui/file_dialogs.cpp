@@ -2,6 +2,8 @@
 #include "ui/file_dialogs.h"
 
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QSettings>
 #include <limits>
 
 #include "ui/qt_path.h"
@@ -37,6 +39,32 @@ CFileDialog::CFileDialog(const QString& title, std::string_view filters, const Q
   if (!folder.isEmpty() && QFileInfo(folder).isDir()) {
     setDirectory(folder);
   }
+}
+
+bool CFileDialog::ExecRemembering(const QString& key) {
+  const QString last = QSettings().value(key).toString();
+  if (!last.isEmpty() && QFileInfo(last).isDir()) {
+    setDirectory(last);
+  }
+  if (exec() != Accepted) {
+    return false;
+  }
+  QSettings().setValue(key, directory().absolutePath());
+  return true;
+}
+
+void CFileDialog::accept() {
+  for (const QString& file : selectedFiles()) {
+    if (const QString fault = UnknownName(file); !fault.isEmpty()) {
+      QMessageBox::warning(this, windowTitle(), fault);
+      return;
+    }
+  }
+  QFileDialog::accept();
+}
+
+QString CFileDialog::Chosen() const {
+  return result() == Accepted ? selectedFiles().value(0) : QString();
 }
 
 CFECFileDialog::CFECFileDialog(const QString& title, std::string_view filters,

@@ -21,6 +21,16 @@ class CFileDialog : public QFileDialog {
   /// `folder`: where it begins; the current one where it is empty or does not exist.
   CFileDialog(const QString& title, std::string_view filters, const QString& folder,
               QWidget* parent);
+
+  /// Shows the dialog, beginning in the folder that was last used for such files where that still
+  /// exists. `key` is where the settings keep it. False where the user cancels.
+  bool ExecRemembering(const QString& key);
+  /// The file chosen; empty where the user cancelled.
+  QString Chosen() const;
+
+ protected:
+  /// Refuses names that are no text.
+  void accept() override;
 };
 
 /// Asks for files that exist, any number of them.

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The files and the prints of CGridCtrl.
-#include <QFile>
 #include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -11,15 +10,12 @@
 #include "core/file_io.h"
 #include "ui/grid_ctrl.h"
 #include "ui/grid_printer.h"
+#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
-
-std::filesystem::path FilePath(const QString& path) {
-  return QFile::encodeName(path).toStdString();
-}
 
 // False, as every failure; the reason is told where it is wanted.
 bool Fail(const std::filesystem::path& path, const std::string& why, QString* reason) {
@@ -58,7 +54,7 @@ GridTexts TextsOf(const CGridCtrl& grid, int row_count) {
 
 bool CGridCtrl::SaveCells(const QString& path, QString* reason) {
   CommitEdit();
-  const std::filesystem::path file_path = FilePath(path);
+  const std::filesystem::path file_path = PathFromText(path);
   const auto bytes = WriteGridTexts(TextsOf(*this, GetRowCount()));
   if (!bytes) {
     return Fail(file_path, "a cell holds no valid Unicode text", reason);
@@ -69,7 +65,7 @@ bool CGridCtrl::SaveCells(const QString& path, QString* reason) {
 }
 
 bool CGridCtrl::LoadCells(const QString& path, QString* reason) {
-  const std::filesystem::path file_path = FilePath(path);
+  const std::filesystem::path file_path = PathFromText(path);
   QByteArray bytes;
   if (const std::string why = ReadAll(file_path, &bytes); !why.empty()) {
     return Fail(file_path, why, reason);

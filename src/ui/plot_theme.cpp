@@ -7,9 +7,10 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QPdfWriter>
-#include <QSettings>
 #include <QSvgGenerator>
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "core/file_io.h"
 #include "ui/file_dialogs.h"
@@ -17,8 +18,6 @@
 
 namespace orvane {
 namespace {
-
-const QString kFolder = QStringLiteral("Folders/Pictures");
 
 // Draws with a painter that keeps lines as lines.
 void DrawPlot(QCustomPlot* plot, QPaintDevice* device, const QSize& size, double scale) {
@@ -52,6 +51,20 @@ void WriteSvg(QCustomPlot* plot, QBuffer* buffer) {
   DrawPlot(plot, &generator, plot->size(), 1);
 }
 
+double Luminance(const QColor& color) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+         0.0722 * linear(color.blueF());
+}
+
+double Contrast(const QColor& one, const QColor& other) {
+  constexpr double kGlare = 0.05;
+  const auto [low, high] = std::minmax({Luminance(one), Luminance(other)});
+  return (high + kGlare) / (low + kGlare);
+}
+
 }  // namespace
 
 void ThemeAxis(QCPAxis* axis, const QPalette& palette, const QFont& font) {
@@ -79,13 +92,30 @@ void ThemePlot(QCustomPlot* plot, const QPalette& palette, const QFont& font) {
   }
 }
 
+QColor StandOut(const QColor& color, const QPalette& palette) {
+  constexpr double kEnough = 4.55;
+  constexpr int kMost = 255;
+  const QColor base = palette.color(QPalette::Base);
+  const QColor window = palette.color(QPalette::Window);
+  const int step = base.lightness() < 128 ? 3 : -3;
+  QColor result = color;
+  for (int light = color.lightness(); light >= 0 && light <= kMost; light += step) {
+    result = QColor::fromHsl(color.hslHue(), color.hslSaturation(), light);
+    if (Contrast(result, base) >= kEnough && Contrast(result, window) >= kEnough) {
+      break;
+    }
+  }
+  return result;
+}
+
 QColor TraceColor(int index, const QPalette& palette) {
   // Hues that people with a weak sense of red and green can tell apart come first.
   constexpr auto kHues =
       std::to_array<int>({214, 28, 158, 330, 48, 190, 268, 8, 96, 300, 234, 130});
   const bool is_dark = palette.color(QPalette::Base).lightness() < 128;
   const int hue = kHues[static_cast<std::size_t>(index) % kHues.size()];
-  return is_dark ? QColor::fromHsl(hue, 200, 165) : QColor::fromHsl(hue, 220, 95);
+  return StandOut(is_dark ? QColor::fromHsl(hue, 200, 165) : QColor::fromHsl(hue, 220, 95),
+                  palette);
 }
 
 QString SavePlot(QCustomPlot* plot, const QString& path) {
@@ -112,10 +142,8 @@ QString SavePlot(QCustomPlot* plot, const QString& path) {
 }
 
 bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
-  QSettings settings;
   CFileDialog dialog(QStringLiteral("Save Picture"),
-                     "PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf||",
-                     settings.value(kFolder).toString(), parent);
+                     "PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf||", QString(), parent);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   const auto choose_suffix = [&dialog](const QString& filter) {
     dialog.setDefaultSuffix(filter.section(QLatin1Char('.'), -1).chopped(1));
@@ -123,11 +151,10 @@ bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, choose_suffix);
   choose_suffix(dialog.nameFilters().constFirst());
   dialog.selectFile(name);
-  if (dialog.exec() != QDialog::Accepted) {
+  if (!dialog.ExecRemembering(QStringLiteral("Folders/Pictures"))) {
     return false;
   }
-  settings.setValue(kFolder, dialog.directory().absolutePath());
-  QString path = dialog.selectedFiles().constFirst();
+  QString path = dialog.Chosen();
   const QString suffix = QFileInfo(path).suffix().toLower();
   if (!QStringList{QStringLiteral("png"), QStringLiteral("svg"), QStringLiteral("pdf")}.contains(
           suffix)) {

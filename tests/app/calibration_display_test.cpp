@@ -2,6 +2,7 @@
 #include "calibration/widgets/calibration_display.h"
 
 #include <gtest/gtest.h>
+#include <qcustomplot.h>
 
 #include <QLineEdit>
 #include <QMessageBox>
@@ -13,6 +14,7 @@
 #include "app/main_frame.h"
 #include "support/cal_bytes.h"
 #include "support/qt_print.h"
+#include "support/sweeps.h"
 #include "support/temp_dir.h"
 #include "ui/plot_theme.h"
 #include "ui/qt_path.h"
@@ -61,7 +63,7 @@ class CalibrationDisplayTest : public ::testing::Test {
 
 TEST_F(CalibrationDisplayTest, StepsBySelectionKeysAndToolBarAndGoesWithEscape) {
   const bool was_modified = doc_.IsModified();
-  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("box.clb")));
   auto* list = Shown()->findChild<QListWidget*>(QStringLiteral("channels"));
   frame_.Command(kScrollForward)->trigger();
   EXPECT_TRUE(frame_.windowTitle().startsWith(QStringLiteral("box.clb Channel: 2 - ")));
@@ -84,7 +86,7 @@ TEST_F(CalibrationDisplayTest, StepsBySelectionKeysAndToolBarAndGoesWithEscape) 
 }
 
 TEST_F(CalibrationDisplayTest, RangesStayForTheNextFileAndCancelChangesNothing) {
-  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("box.clb")));
   const auto edit = [this](bool is_ok) {
     WhenModal([is_ok](QWidget* window) {
       auto* line = window->findChild<QLineEdit*>(QStringLiteral("1001"));
@@ -98,24 +100,62 @@ TEST_F(CalibrationDisplayTest, RangesStayForTheNextFileAndCancelChangesNothing) 
   edit(true);
   EXPECT_EQ(Shown()->View().Display().max_amplitude, 25.5);
   edit(false);
-  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("box.clb")));
   EXPECT_EQ(Shown()->View().Display().max_amplitude, 25.5);
 }
 
 TEST_F(CalibrationDisplayTest, AFileThatFailsLeavesNoCurves) {
-  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("box.clb")));
   QString said;
   WhenModal([&said](QWidget* window) {
     said = qobject_cast<QMessageBox*>(window)->text();
     window->close();
   });
-  EXPECT_FALSE(frame_.OpenCalibration(Path("bad.clb")));
+  EXPECT_FALSE(frame_.Displays().OpenCalibration(Path("bad.clb")));
   EXPECT_EQ(said, QStringLiteral("Failed to read calbration header!"));
   EXPECT_EQ(frame_.Display(), nullptr);
 }
 
+TEST_F(CalibrationDisplayTest, TheModelIsShownAndDoubtIsTold) {
+  ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("box.clb")));
+  auto* model = Shown()->findChild<QAction*>(QStringLiteral("model"));
+  EXPECT_FALSE(model->isEnabled()) << "one pass";
+  EXPECT_TRUE(model->toolTip().contains(QStringLiteral("passes")))
+      << model->toolTip().toStdString();
+  EXPECT_TRUE(Shown()->findChild<QLabel*>(QStringLiteral("warning"))->isHidden());
+  Sweeps sweeps;
+  sweeps.parts = NominalParameters(0);
+  WriteAll(dir_ / "model.clb", BoxBytes(sweeps, 2, 1));
+  ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("model.clb")));
+  auto* list = Shown()->findChild<QListWidget*>(QStringLiteral("channels"));
+  auto* plot = Shown()->findChild<CalibrationPlot*>()->Plot();
+  const int graphs = plot->graphCount();
+  QTest::keyClick(list, Qt::Key_M, Qt::ControlModifier);
+  EXPECT_EQ(plot->graphCount(), graphs + 2 * 12) << "a line for each pass, above and below";
+  const QString warning = Shown()->findChild<QLabel*>(QStringLiteral("warning"))->text();
+  EXPECT_TRUE(warning.startsWith(QStringLiteral("Warning - Channel 2: "))) << warning.toStdString();
+  QString told;
+  WhenModal([&told](QWidget* window) {
+    told = window->findChild<QTableWidget*>(QStringLiteral("fit"))->item(0, 0)->text();
+    window->close();
+  });
+  QTest::keyClick(list, Qt::Key_I, Qt::ControlModifier);
+  EXPECT_EQ(told, QStringLiteral("fitted"));
+}
+
+TEST_F(CalibrationDisplayTest, AClickBesideTheAxesLeavesTheCursor) {
+  ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("box.clb")));
+  auto* plot = Shown()->findChild<CalibrationPlot*>()->Plot();
+  plot->replot();
+  const auto axes = plot->axisRects();
+  QTest::mouseClick(plot, Qt::LeftButton, {}, QPoint(2, axes.value(0)->rect().center().y()));
+  EXPECT_FALSE(Shown()->View().Cursor());
+  QTest::mouseClick(plot, Qt::LeftButton, {}, axes.value(1)->rect().center());
+  EXPECT_TRUE(Shown()->View().Cursor());
+}
+
 TEST_F(CalibrationDisplayTest, ARatioIsDrawnAndSaved) {
-  ASSERT_TRUE(frame_.OpenCalibration(Path("box.clb")));
+  ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("box.clb")));
   ASSERT_TRUE(Shown()->OpenReference(Path("box.clb")));
   EXPECT_EQ(Shown()->View().Traces().size(), 2U);
   Shown()->findChild<QAction*>(QStringLiteral("ratio"))->trigger();

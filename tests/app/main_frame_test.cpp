@@ -25,6 +25,7 @@
 #include "editors/widgets/param_table_dlg.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
+#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
@@ -384,6 +385,18 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   QTest::keyClick(grid, Qt::Key_Left);
   QTest::keyClick(grid, Qt::Key_F2);
   EXPECT_FALSE(grid->IsEditing()) << "only values can be edited";
+}
+
+TEST_F(MainFrame, ANameThatIsNoTextIsRefusedWithItsReason) {
+  WriteAll(dir_ / "a\xFF.tbl", "x");
+  QString said;
+  WithModal(
+      [&said](QWidget* window) {
+        said = qobject_cast<QMessageBox*>(window)->text();
+        window->close();
+      },
+      [this] { EXPECT_FALSE(frame_->OpenAny(TextFromPath(dir_ / "a\xFF.tbl"))); });
+  EXPECT_TRUE(said.contains(QStringLiteral("bytes that are no text"))) << said.toStdString();
 }
 
 }  // namespace

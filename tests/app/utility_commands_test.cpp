@@ -3,19 +3,27 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <functional>
 #include <thread>
 
 #include "app/qt_prompts.h"
 #include "core/tbl_listing.h"
+#include "support/recording_help.h"
+#include "support/sweeps.h"
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
+#include "support/ts_bytes.h"
 #include "ui/batch_progress.h"
 #include "ui/file_dialogs.h"
 #include "ui/file_ops.h"
@@ -45,8 +53,8 @@ class UtilityCommandsTest : public ::testing::Test {
              Padded(std::string("\x03\0.TBL2%", 8), 32) + Padded(Padded("TECH", 16) + "\x04", 32));
     return dir_ / name;
   }
-  // What the window that comes up says; it is closed then.
-  void Convert(std::vector<std::filesystem::path> files) {
+  // What the windows that come up say; they are filled in and closed then.
+  void Answer(const std::function<void()>& command) {
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [this] {
       auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -55,8 +63,18 @@ class UtilityCommandsTest : public ::testing::Test {
       }
       if (const auto* box = qobject_cast<QMessageBox*>(window)) {
         said_ += box->text();
-      } else {
-        said_ += window->findChild<QLabel*>(QStringLiteral("message"))->text();
+        if (QAbstractButton* answer = box->button(answer_); answer != nullptr) {
+          answer->click();
+          return;
+        }
+      } else if (auto* files = qobject_cast<QFileDialog*>(window)) {
+        files->setDirectory(TextFromPath(dir_.Path()));
+        files->selectFile(chosen_);
+      } else if (auto* folder = window->findChild<QLineEdit*>(QStringLiteral("1701"))) {
+        folder->selectAll();
+        QTest::keyClicks(folder, TextFromPath(dir_ / "cal"));
+      } else if (auto* message = window->findChild<QLabel*>(QStringLiteral("message"))) {
+        said_ += message->text();
         auto* list = window->findChild<QTreeWidget*>();
         for (int row = 0; row < list->topLevelItemCount(); ++row) {
           rows_ << list->topLevelItem(row)->text(1);
@@ -64,11 +82,16 @@ class UtilityCommandsTest : public ::testing::Test {
         list->setFocus();
         list->setCurrentItem(list->topLevelItem(0));
         QTest::keyClick(list, Qt::Key_Return);  // opens, and does not close
+      } else {
+        return;  // the progress goes by itself
       }
-      window->accept();
+      QMetaObject::invokeMethod(window, "accept");
     });
     timer.start(5);
-    utilities_.Convert(kListing, TblListing(), std::move(files));
+    command();
+  }
+  void Convert(std::vector<std::filesystem::path> files) {
+    Answer([&] { utilities_.Convert(kListing, TblListing(), std::move(files)); });
   }
 
   TempDir dir_;
@@ -78,6 +101,8 @@ class UtilityCommandsTest : public ::testing::Test {
   COrvaneDoc doc_{&table_, &prompts_, &notices_};
   UtilityCommands utilities_{&doc_, &prompts_, &notices_, nullptr};
   bool has_editor_ = true;
+  QString chosen_;
+  QMessageBox::StandardButton answer_ = QMessageBox::NoButton;
   QStringList shown_;
   QString said_;
   QStringList rows_;
@@ -108,6 +133,33 @@ TEST_F(UtilityCommandsTest, SeveralFilesAreCountedAndListed) {
   EXPECT_EQ(rows_[0], QStringLiteral("done"));
   EXPECT_TRUE(rows_[1].startsWith(QStringLiteral("failed (3): ")));
   EXPECT_EQ(shown_, QStringList{TextFromPath(dir_ / "A.txt")});
+}
+
+TEST_F(UtilityCommandsTest, SpectraAskForTheFolderAndAboutAMissingSensor) {
+  using namespace testing;  // NOLINT: the builders
+  Sweeps sweeps;
+  sweeps.parts = NominalParameters(0);
+  std::filesystem::create_directory(dir_ / "cal");
+  WriteAll(dir_ / "cal/2417.CLB", BoxBytes(sweeps, 1));
+  WriteAll(dir_ / "a.TBL", HeaderV2() + Text("CHDEF1", "hx") + Whole("CHHX", 1) +
+                               Text("HXSN", "COIL77") + Real("FSCV", 5));
+  WriteAll(dir_ / "a.TSS",
+           TsBytes{.frequency = 100, .samples = std::vector<int>(240, 1000)}.Bytes());
+  chosen_ = QStringLiteral("a.TSS");
+  for (const auto& [answer, state] : {std::pair(QMessageBox::No, QStringLiteral("left alone")),
+                                      std::pair(QMessageBox::Yes, QStringLiteral("done"))}) {
+    said_.clear();
+    rows_.clear();
+    answer_ = answer;
+    Answer([this] { utilities_.ConvertToSpectra(); });
+    EXPECT_TRUE(
+        said_.contains(QStringLiteral("77.CLC for channel 1, Do you want to continue "
+                                      "wothout it?")))
+        << said_.toStdString();
+    ASSERT_EQ(rows_.size(), 1);
+    EXPECT_TRUE(rows_[0].startsWith(state)) << rows_[0].toStdString();
+    EXPECT_EQ(std::filesystem::exists(dir_ / "a_cal.txt"), answer == QMessageBox::Yes);
+  }
 }
 
 TEST_F(UtilityCommandsTest, CancelAnswersSoonAndStopsTheRest) {

@@ -12,9 +12,11 @@
 
 #include "calibration/cal_text.h"
 #include "calibration/cal_view.h"
+#include "calibration/fit_report.h"
 #include "calibration/short_fixed.h"
 #include "support/batch_help.h"
 #include "support/cal_bytes.h"
+#include "support/sweeps.h"
 
 namespace orvane {
 namespace {
@@ -185,6 +187,60 @@ TEST_F(CalCurvesTest, TheViewStepsAndReads) {
   EXPECT_NE(view.Open(dir_ / "none"), "");
   EXPECT_EQ(view.Count(), 0U);
   EXPECT_FALSE(view.Step(1));
+}
+
+TEST_F(CalCurvesTest, TheCursorReadsEveryPassAtItsFrequency) {
+  std::string bytes = CalHeaderBytes(1, 1);
+  for (const float amplitude : {2.F, 3.F}) {
+    bytes += CalRecordBytes(0, 10, 1, {0, 0, 0, 0, amplitude, 0}) +
+             CalRecordBytes(0, 1, 2, {0, 0, 0, 0, amplitude + 5, 0});
+  }
+  Load(bytes);
+  CalDisplay ranges;
+  CalView view(&ranges);
+  ASSERT_EQ(view.Open(dir_ / "a.clb"), "");
+  view.SetCursor(8);
+  const auto readings = view.Readings();
+  ASSERT_EQ(readings.size(), 2U);
+  EXPECT_EQ(readings[0].amplitude, 2);
+  EXPECT_EQ(readings[1].amplitude, 3);
+  EXPECT_EQ(readings[1].sweep, 1);
+  EXPECT_FALSE(view.HasModel()) << "two passes";
+  EXPECT_NE(view.WhyNoModel(), "");
+}
+
+TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {
+  Sweeps sweeps;
+  sweeps.parts = NominalParameters(0);
+  sweeps.parts[kBaseGain] = -1.98;  // reversed: its phases are turned
+  WriteAll(dir_ / "a.clb", BoxBytes(sweeps, 2, 1));
+  CalDisplay ranges;
+  CalView view(&ranges);
+  ASSERT_EQ(view.Open(dir_ / "a.clb"), "");
+  ASSERT_TRUE(view.HasModel()) << view.WhyNoModel();
+  EXPECT_EQ(FitWarning(*view.Model()),
+            "Channel 2: no model fits, the parts' nominal values are used");
+  EXPECT_EQ(view.Traces().size(), 1U);
+  view.SetModel(true);
+  const auto traces = view.Traces();
+  ASSERT_EQ(traces.size(), 2U);
+  EXPECT_EQ(traces[1].Label(), "Channel 1, model");
+  const CalCurve& model = traces[1].curve;
+  std::size_t compared = 0;
+  for (std::size_t i = 0; i < traces[0].curve.frequency.size(); ++i) {
+    for (std::size_t k = 0; k < model.frequency.size(); ++k) {
+      if (model.sweep[k] == traces[0].curve.sweep[i] &&
+          model.frequency[k] == traces[0].curve.frequency[i]) {
+        EXPECT_NEAR(model.amplitude[k], traces[0].curve.amplitude[i], 2e-3);
+        EXPECT_NEAR(std::remainder(model.phase[k] - traces[0].curve.phase[i], 360), 0, 0.1);
+        ++compared;
+      }
+    }
+  }
+  EXPECT_EQ(compared, 12U * kSweepLength) << "passes 3 to 14";
+  const auto table = FitTable(*view.Model());
+  EXPECT_EQ(table[0], (std::vector<std::string>{"Model", "fitted", "nominal"}));
+  EXPECT_EQ(table.size(), 26U);
 }
 
 template <int precision, int width>

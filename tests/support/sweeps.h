@@ -4,11 +4,14 @@
 #define ORVANE_TESTS_SUPPORT_SWEEPS_H_
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "calibration/box_model.h"
+#include "support/cal_bytes.h"
 
 namespace orvane::testing {
 
@@ -46,8 +49,7 @@ struct Sweeps {
   std::function<Complex(std::size_t pass, int i)> deviation;
 
   Complex Response(std::size_t pass, int i) const {
-    FrontEndSetting setting = *PassSetting(pass);
-    setting.source = IsThroughResistors(pass) ? parts[kDrive] / 2 : 0;
+    const FrontEndSetting setting = PassSetting(pass, parts[kDrive]);
     const auto k = static_cast<int>(pass);
     const Complex relative =
         deviation ? deviation(pass, i)
@@ -74,6 +76,32 @@ struct Sweeps {
     return cal;
   }
 };
+
+/// The file of a box, kind 1, each channel with the same parts; passes 0 to 2 without a meaning.
+/// `bad`: a channel that no circuit describes, from 0; -1: none.
+inline std::string BoxBytes(const Sweeps& sweeps, int channels, int bad = -1) {
+  std::string bytes = CalHeaderBytes(1, channels);
+  for (std::size_t pass = 0; pass <= 14; ++pass) {
+    for (int i = 0; i < kSweepLength; ++i) {
+      const Complex response = pass < 3 ? 1 : sweeps.Response(pass, i);
+      const std::array<float, 6> values = {1,
+                                           0,
+                                           0,
+                                           pass == 0 ? 2.0F : 600.0F,
+                                           static_cast<float>(response.real()),
+                                           static_cast<float>(response.imag())};
+      bytes += Little(1, 1) + "?" + FloatBytes(static_cast<float>(SweepFrequency(i))) +
+               Little(static_cast<std::uint16_t>(i + 1), 2);
+      for (int c = 0; c < channels; ++c) {
+        for (std::size_t k = 0; k < values.size(); ++k) {
+          const bool is_wild = c == bad && k == 4;
+          bytes += FloatBytes(is_wild ? 3 * values[k] * static_cast<float>(i % 3) : values[k]);
+        }
+      }
+    }
+  }
+  return bytes;
+}
 
 /// The largest relative error of a model over gains, filters and sources, between two frequencies.
 /// Filters are "LPFR" codes.

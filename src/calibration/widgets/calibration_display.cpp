@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calibration/widgets/calibration_display.h"
 
-#include <QContextMenuEvent>
+#include <QEvent>
 #include <QHeaderView>
-#include <QMenu>
+#include <QLayout>
 #include <QSettings>
 #include <QSignalBlocker>
-#include <QVBoxLayout>
 #include <algorithm>
 
+#include "calibration/fit_report.h"
+#include "calibration/widgets/fit_report_dlg.h"
 #include "core/number_text.h"
 #include "ui/file_dialogs.h"
 #include "ui/plot_theme.h"
@@ -22,96 +23,81 @@ QString Number(double value) { return QString::fromStdString(FormatReal(value, 6
 }  // namespace
 
 CCalibrationDisplay::CCalibrationDisplay(CalDisplay* ranges, Prompts* prompts, QWidget* parent)
-    : CDisplay(parent),
+    : CDisplay(QStringLiteral("Calibration"), parent),
       prompts_(prompts),
       view_(ranges),
-      bar_(new QToolBar(this)),
+      warning_(new QLabel(this)),
       list_(new QListWidget(this)),
       plot_(new CalibrationPlot(&view_, this)),
-      readings_(new QTableWidget(this)),
+      readings_(MakeReadings()),
       parts_(new QSplitter(this)) {
   setObjectName(QStringLiteral("calibration-display"));
-  setAccessibleName(QStringLiteral("Calibration"));
   setFocusProxy(list_);
-  bar_->setAccessibleName(QStringLiteral("Calibration tools"));
-  bar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
   AddChannels();
   AddReference();
+  AddModel();
   AddOthers();
+  warning_->setObjectName(QStringLiteral("warning"));
+  warning_->setWordWrap(true);
+  warning_->setMargin(4);
   list_->setObjectName(QStringLiteral("channels"));
   list_->setAccessibleName(QStringLiteral("Channels shown"));
   list_->setToolTip(QStringLiteral("Select several with Ctrl or Shift"));
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   connect(list_, &QListWidget::itemSelectionChanged, this, &CCalibrationDisplay::OnSelected);
-  readings_->setObjectName(QStringLiteral("readings"));
-  readings_->setAccessibleName(QStringLiteral("Cursor readings"));
-  readings_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  readings_->verticalHeader()->hide();
-  readings_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  readings_->hide();
   for (QWidget* part : std::initializer_list<QWidget*>{list_, plot_, readings_}) {
     parts_->addWidget(part);
   }
   parts_->setStretchFactor(1, 1);
   parts_->setChildrenCollapsible(false);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  layout->addWidget(bar_);
-  layout->addWidget(parts_, 1);
+  layout()->addWidget(warning_);
+  layout()->addWidget(parts_);
+  parts_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   connect(plot_, &CalibrationPlot::CursorMoved, this, &CCalibrationDisplay::ShowReadings);
 }
 
-QAction* CCalibrationDisplay::AddKey(const char* text, const char* name, const char* tip,
-                                     const QKeySequence& key, std::function<void()> act) {
-  auto* action = new QAction(QString::fromLatin1(text), this);
-  action->setObjectName(QString::fromLatin1(name));
-  action->setShortcut(key);
-  action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-  const QString keys = key.toString(QKeySequence::NativeText);
-  action->setToolTip(QString::fromLatin1(tip) +
-                     (keys.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(keys)));
-  connect(action, &QAction::triggered, this, std::move(act));
-  addAction(action);
-  return action;
-}
-
-QAction* CCalibrationDisplay::Add(const char* text, const char* name, const char* tip,
-                                  const QKeySequence& key, std::function<void()> act) {
-  QAction* action = AddKey(text, name, tip, key, std::move(act));
-  bar_->addAction(action);
-  return action;
-}
-
 void CCalibrationDisplay::AddChannels() {
-  Add("Previous", "previous", "Channel before", Qt::Key_PageUp, [this] { Step(-1); });
-  Add("Next", "next", "Channel behind", Qt::Key_PageDown, [this] { Step(1); });
-  Add("All channels", "all", "All channels at once", Qt::CTRL | Qt::Key_A, [this] {
+  AddButton("Previous", "previous", "Channel before", Qt::Key_PageUp, [this] { Step(-1); });
+  AddButton("Next", "next", "Channel behind", Qt::Key_PageDown, [this] { Step(1); });
+  AddButton("All channels", "all", "All channels at once", Qt::CTRL | Qt::Key_A, [this] {
     view_.ShowAll();
     ShowView();
   });
-  bar_->addSeparator();
+  Bar()->addSeparator();
 }
 
 void CCalibrationDisplay::AddReference() {
-  Add("Reference...", "reference", "Compare with another calibration file", Qt::CTRL | Qt::Key_R,
-      [this] { AskForReference(); });
-  ratio_ = Add("Ratio", "ratio", "The ratio to the reference", Qt::CTRL | Qt::Key_T, [this] {
+  AddButton("Reference...", "reference", "Compare with another calibration file",
+            Qt::CTRL | Qt::Key_R, [this] { AskForReference(); });
+  ratio_ = AddButton("Ratio", "ratio", "The ratio to the reference", Qt::CTRL | Qt::Key_T, [this] {
     view_.SetRatio(ratio_->isChecked());
     ShowView();
   });
   ratio_->setCheckable(true);
-  no_reference_ = Add("No reference", "no-reference", "The file alone", QKeySequence(), [this] {
-    view_.RemoveReference();
-    ShowView();
-  });
-  bar_->addSeparator();
+  no_reference_ =
+      AddButton("No reference", "no-reference", "The file alone", QKeySequence(), [this] {
+        view_.RemoveReference();
+        ShowView();
+      });
+  Bar()->addSeparator();
+}
+
+void CCalibrationDisplay::AddModel() {
+  model_ = AddButton("Model", "model", "The model of the box against its points",
+                     Qt::CTRL | Qt::Key_M, [this] {
+                       view_.SetModel(model_->isChecked());
+                       ShowView();
+                     });
+  model_->setCheckable(true);
+  fit_report_ = AddButton("Fit report...", "fit-report", "The parts of the model and its errors",
+                          Qt::CTRL | Qt::Key_I, [this] { ShowFitReport(); });
+  Bar()->addSeparator();
 }
 
 void CCalibrationDisplay::AddOthers() {
-  Add("Ranges...", "ranges", "Ranges of the axes", Qt::CTRL | Qt::Key_G,
-      [this] { emit RangesAsked(); });
-  Add("Fit", "fit", "Ranges around all that is shown", Qt::CTRL | Qt::Key_F, [this] {
+  AddButton("Ranges...", "ranges", "Ranges of the axes", Qt::CTRL | Qt::Key_G,
+            [this] { emit RangesAsked(); });
+  AddButton("Fit ranges", "fit", "Ranges around all that is shown", Qt::CTRL | Qt::Key_F, [this] {
     view_.FitDisplay();
     ShowView();
   });
@@ -119,10 +105,10 @@ void CCalibrationDisplay::AddOthers() {
          [this] { MoveCursor(-1); });
   AddKey("Cursor right", "cursor-right", "Measured point behind", Qt::Key_Right,
          [this] { MoveCursor(1); });
-  bar_->addSeparator();
-  Add("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
-      Qt::CTRL | Qt::Key_P, [this] { Save(); });
-  Add("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
+  Bar()->addSeparator();
+  AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
+            Qt::CTRL | Qt::Key_P, [this] { Save(); });
+  AddButton("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
     if (view_.Cursor()) {
       view_.SetCursor(std::nullopt);
       plot_->ShowCursor();
@@ -135,6 +121,10 @@ void CCalibrationDisplay::AddOthers() {
 
 bool CCalibrationDisplay::Open(const QString& path) {
   const std::string message = view_.Open(PathFromText(path));
+  const QString warning =
+      QString::fromStdString(view_.HasModel() ? FitWarning(*view_.Model()) : std::string());
+  warning_->setText(QStringLiteral("Warning - ") + warning);
+  warning_->setVisible(!warning.isEmpty());
   FillList();
   ShowView();
   if (!message.empty()) {
@@ -202,6 +192,13 @@ void CCalibrationDisplay::ShowView() {
   no_reference_->setEnabled(view_.HasReference());
   ratio_->setEnabled(view_.HasReference());
   ratio_->setChecked(view_.ShowsRatio());
+  if (!view_.HasModel()) {
+    model_->setToolTip(QString::fromStdString(view_.WhyNoModel()));
+    fit_report_->setToolTip(model_->toolTip());
+  }
+  model_->setEnabled(view_.HasModel() && !view_.ShowsRatio());
+  model_->setChecked(view_.ShowsModel());
+  fit_report_->setEnabled(view_.HasModel());
   view_.SetCursor(view_.Cursor());  // the curves may have other points
   plot_->ShowView();
   ShowReadings();
@@ -210,29 +207,32 @@ void CCalibrationDisplay::ShowView() {
 void CCalibrationDisplay::ShowReadings() {
   const auto readings = view_.Readings();
   readings_->setVisible(!readings.empty());
-  readings_->setColumnCount(4);
-  readings_->setHorizontalHeaderLabels({QStringLiteral("Channel"), QStringLiteral("Hz"),
-                                        QString::fromStdString(view_.AmplitudeLabel()),
-                                        QString::fromStdString(view_.PhaseLabel())});
+  readings_->setColumnCount(5);
+  readings_->setHorizontalHeaderLabels(
+      {QStringLiteral("Channel"), QStringLiteral("Pass"), QStringLiteral("Hz"),
+       QString::fromStdString(view_.AmplitudeLabel()), QString::fromStdString(view_.PhaseLabel())});
   readings_->setRowCount(static_cast<int>(readings.size()));
   int row = 0;
   for (const CalReading& reading : readings) {
     int column = 0;
-    for (const QString& text :
-         {QString::fromStdString(reading.label).section(QLatin1Char(' '), 1),
-          Number(reading.frequency), Number(reading.amplitude), Number(reading.phase)}) {
+    for (const QString& text : {QString::fromStdString(reading.label).section(QLatin1Char(' '), 1),
+                                QString::number(reading.sweep + 1), Number(reading.frequency),
+                                Number(reading.amplitude), Number(reading.phase)}) {
       auto* item = new QTableWidgetItem(text);
       item->setTextAlignment((column == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
       readings_->setItem(row, column++, item);
     }
     ++row;
   }
+  readings_->setColumnHidden(
+      1, std::all_of(readings.begin(), readings.end(), [](const auto& r) { return r.sweep == 0; }));
   DivideWidth();
   std::string told = view_.Title();
   if (!readings.empty()) {
     const CalReading& first = readings.front();
-    told += "   " + first.label + ": " + FormatReal(first.frequency, 6) + " Hz, " +
-            FormatReal(first.amplitude, 6) + ", " + FormatReal(first.phase, 6) + " degrees";
+    told += "   " + first.label + ", pass " + FormatInt(std::int64_t{first.sweep} + 1) + ": " +
+            FormatReal(first.frequency, 6) + " Hz, " + FormatReal(first.amplitude, 6) + ", " +
+            FormatReal(first.phase, 6) + " degrees";
   } else if (!view_.Curves().note.empty()) {
     told += " - " + view_.Curves().note;
   }
@@ -263,6 +263,8 @@ void CCalibrationDisplay::AskForReference() {
   }
 }
 
+void CCalibrationDisplay::ShowFitReport() { CFitReportDlg(*view_.Model(), this).exec(); }
+
 void CCalibrationDisplay::MoveCursor(int by) {
   view_.MoveCursor(by);
   plot_->ShowCursor();
@@ -275,12 +277,6 @@ void CCalibrationDisplay::Save() {
   AskAndSavePlot(plot_->Plot(),
                  shown.size() == 1 ? name + QStringLiteral("-%1").arg(shown.front() + 1) : name,
                  this);
-}
-
-void CCalibrationDisplay::contextMenuEvent(QContextMenuEvent* event) {
-  QMenu menu(this);
-  menu.addActions(actions());
-  menu.exec(event->globalPos());
 }
 
 void CCalibrationDisplay::changeEvent(QEvent* event) {

@@ -2,13 +2,9 @@
 #ifndef ORVANE_CALIBRATION_WIDGETS_CALIBRATION_DISPLAY_H_
 #define ORVANE_CALIBRATION_WIDGETS_CALIBRATION_DISPLAY_H_
 
-#include <QAction>
-#include <QKeySequence>
+#include <QLabel>
 #include <QListWidget>
 #include <QSplitter>
-#include <QTableWidget>
-#include <QToolBar>
-#include <functional>
 
 #include "calibration/cal_view.h"
 #include "calibration/widgets/calibration_plot.h"
@@ -18,7 +14,8 @@
 namespace orvane {
 
 /// A calibration file on display: a list of its channels, of which those selected are drawn, a tool
-/// bar, a table of what the cursor reads, and keys for everything.
+/// bar, a table of what the cursor reads, and keys for everything. Warns where the box's model does
+/// not describe it well.
 class CCalibrationDisplay : public CDisplay {
   Q_OBJECT
 
@@ -41,31 +38,26 @@ class CCalibrationDisplay : public CDisplay {
   /// For the file dialogs.
   static constexpr std::string_view kFilters =
       "Calibration Files (*.cl?)|*.cl?|All Files (*.*)|*.*||";
-  static constexpr const char* kFolderKey = "Folders/Calibrations";
 
  signals:
   /// The user wants to change the ranges.
   void RangesAsked();
 
  protected:
-  void contextMenuEvent(QContextMenuEvent* event) override;
   void changeEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  QAction* Add(const char* text, const char* name, const char* tip, const QKeySequence& key,
-               std::function<void()> act);
-  /// The same without a button: for the keyboard and the context menu.
-  QAction* AddKey(const char* text, const char* name, const char* tip, const QKeySequence& key,
-                  std::function<void()> act);
   void AddChannels();
   void AddReference();
+  void AddModel();
   void AddOthers();
   void FillList();
   void SelectShown();
   void OnSelected();
   void Step(int by);
   void AskForReference();
+  void ShowFitReport();
   void MoveCursor(int by);
   void ShowReadings();
   void DivideWidth();
@@ -73,13 +65,15 @@ class CCalibrationDisplay : public CDisplay {
 
   Prompts* prompts_;
   CalView view_;
-  QToolBar* bar_;
+  QLabel* warning_;
   QListWidget* list_;
   CalibrationPlot* plot_;
   QTableWidget* readings_;
   QSplitter* parts_;
   QAction* ratio_ = nullptr;
   QAction* no_reference_ = nullptr;
+  QAction* model_ = nullptr;
+  QAction* fit_report_ = nullptr;
 };
 
 }  // namespace orvane

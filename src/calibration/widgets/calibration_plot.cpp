@@ -75,11 +75,15 @@ QCPScatterStyle MarkOf(const CalTrace& trace, const QColor& color, double size) 
   constexpr auto kShapes = std::to_array<QCPScatterStyle::ScatterShape>(
       {QCPScatterStyle::ssCircle, QCPScatterStyle::ssSquare, QCPScatterStyle::ssTriangle,
        QCPScatterStyle::ssDiamond, QCPScatterStyle::ssCross, QCPScatterStyle::ssPlus});
+  if (trace.kind == CalTrace::kModel) {
+    return QCPScatterStyle::ssNone;
+  }
+  const bool is_reference = trace.kind == CalTrace::kReference;
   const auto shape =
-      trace.is_reference ? QCPScatterStyle::ssDisc : kShapes[trace.channel % kShapes.size()];
+      is_reference ? QCPScatterStyle::ssDisc : kShapes[trace.channel % kShapes.size()];
   // A thin outline: a wider one is drawn as a filled shape, which takes many times as long.
-  return {shape, QPen(color, 0), trace.is_reference ? QBrush(color) : QBrush(Qt::NoBrush),
-          trace.is_reference ? size / 2 : size};
+  return {shape, QPen(color, 0), is_reference ? QBrush(color) : QBrush(Qt::NoBrush),
+          is_reference ? size / 2 : size};
 }
 
 // The points of one pass that have a place on a logarithmic axis.
@@ -185,8 +189,9 @@ void CalibrationPlot::AddTexts() {
 
 void CalibrationPlot::AddTrace(const CalTrace& trace, bool is_single) {
   constexpr double kMarkSize = 5;
-  QPen pen(TraceColor(static_cast<int>(trace.channel), palette()), trace.is_reference ? 1 : 1.5);
-  pen.setStyle(trace.is_reference ? Qt::DashLine : Qt::SolidLine);
+  const bool is_own = trace.kind == CalTrace::kMeasured;
+  QPen pen(TraceColor(static_cast<int>(trace.channel), palette()), is_own ? 1.5 : 1);
+  pen.setStyle(trace.kind == CalTrace::kReference ? Qt::DashLine : Qt::SolidLine);
   bool is_named = is_single;
   for (const auto& [number, sweep] : SweepsOf(trace.curve)) {
     for (QCPAxisRect* axes : {amplitude_, phase_}) {
@@ -195,6 +200,9 @@ void CalibrationPlot::AddTrace(const CalTrace& trace, bool is_single) {
       graph->setName(QString::fromStdString(trace.Label()));
       graph->setPen(pen);
       graph->setScatterStyle(MarkOf(trace, pen.color(), kMarkSize));
+      if (is_own && view_->ShowsModel()) {
+        graph->setLineStyle(QCPGraph::lsNone);
+      }
       if (!is_named) {
         is_named = graph->addToLegend(legend_);
       }
@@ -215,8 +223,14 @@ void CalibrationPlot::SetRanges() {
       axis->grid()->setVisible(is_numbered && !is_empty);
     }
   }
-  nothing_->setVisible(is_empty || view_->Count() == 0);
-  nothing_->setText(is_empty ? QString::fromStdString(why) : QStringLiteral("No curves"));
+  const CalCurves& curves = view_->Curves();
+  const bool has_points = !curves.channels.empty() && !curves.channels.front().frequency.empty();
+  nothing_->setVisible(is_empty || !has_points);
+  QString none = QStringLiteral("No curves");
+  if (!curves.note.empty()) {
+    none += QStringLiteral(": ") + QString::fromStdString(curves.note);
+  }
+  nothing_->setText(is_empty ? QString::fromStdString(why) : none);
   if (is_empty) {
     return;
   }
@@ -274,7 +288,7 @@ void CalibrationPlot::FollowTheme() {
   }
   nothing_->setFont(font());
   nothing_->setColor(text);
-  QPen cursor(palette().color(QPalette::Highlight), 1.5);
+  QPen cursor(StandOut(palette().color(QPalette::Highlight), palette()), 1.5);
   amplitude_cursor_->setPen(cursor);
   phase_cursor_->setPen(cursor);
 }
@@ -282,7 +296,9 @@ void CalibrationPlot::FollowTheme() {
 bool CalibrationPlot::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress) {
     const auto& press = static_cast<const QMouseEvent&>(*event);
-    if (press.button() == Qt::LeftButton && !nothing_->visible()) {
+    const QPoint at = press.position().toPoint();
+    const bool is_inside = amplitude_->rect().contains(at) || phase_->rect().contains(at);
+    if (press.button() == Qt::LeftButton && is_inside && !nothing_->visible()) {
       view_->SetCursor(amplitude_->axis(QCPAxis::atBottom)->pixelToCoord(press.position().x()));
       ShowCursor();
       emit CursorMoved();

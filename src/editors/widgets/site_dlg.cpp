@@ -3,7 +3,6 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 #include <cmath>
 #include <numbers>
@@ -11,6 +10,7 @@
 #include "core/number_text.h"
 #include "core/param_text.h"
 #include "ui/byte_text.h"
+#include "ui/content_scroll_area.h"
 #include "ui/settings_names.h"
 #include "ui/window_size.h"
 
@@ -63,12 +63,8 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
     panel_->setMinimumHeight(260);
     page_layout->addWidget(panel_, 1);
   }
-  auto* scroll = new QScrollArea(this);
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidget(page);
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(scroll, 1);
+  layout->addWidget(new ContentScrollArea(page, this), 1);
   layout->addWidget(OkAndCancel());
   ResizeWithinScreen(this, QSize(1180, form->HasSpread() ? 712 : 620));
 }

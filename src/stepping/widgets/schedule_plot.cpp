@@ -8,6 +8,8 @@
 #include <cmath>
 #include <limits>
 
+#include "ui/plot_theme.h"
+
 namespace orvane {
 namespace {
 
@@ -17,21 +19,6 @@ constexpr double kNothing = std::numeric_limits<double>::quiet_NaN();
 void AddStep(QCPGraph* graph, double begin, double end, double value) {
   graph->addData(begin, value);
   graph->addData(end, value);
-}
-
-void ColorAxis(QCPAxis* axis, const QPalette& palette, const QFont& font) {
-  const QPen line(palette.color(QPalette::WindowText));
-  axis->setBasePen(line);
-  axis->setTickPen(line);
-  axis->setSubTickPen(line);
-  axis->setTickLabelColor(line.color());
-  axis->setLabelColor(line.color());
-  axis->setTickLabelFont(font);
-  axis->setLabelFont(font);
-  QColor grid = line.color();
-  grid.setAlphaF(0.2F);
-  axis->grid()->setPen(QPen(grid, 0, Qt::DotLine));
-  axis->grid()->setZeroLinePen(QPen(grid, 0, Qt::DotLine));
 }
 
 }  // namespace
@@ -141,18 +128,13 @@ void SchedulePlot::SetRanges(std::span<const ScheduleRow> rows) {
 }
 
 void SchedulePlot::FollowTheme() {
-  plot_->setBackground(palette().brush(QPalette::Window));
-  for (QCPAxisRect* axes : {frequency_axes_, current_axes_}) {
-    axes->setBackground(palette().brush(QPalette::Base));
-    for (QCPAxis* axis : axes->axes()) {
-      ColorAxis(axis, palette(), font());
-    }
-  }
+  ThemePlot(plot_, palette(), font());
   nothing_->setColor(palette().color(QPalette::WindowText));
   nothing_->setFont(font());
   constexpr double kWidth = 2;
-  frequency_->setPen(QPen(palette().color(QPalette::Highlight), kWidth));
-  current_->setPen(QPen(palette().color(QPalette::Highlight), kWidth));
+  const QColor line = StandOut(palette().color(QPalette::Highlight), palette());
+  frequency_->setPen(QPen(line, kWidth));
+  current_->setPen(QPen(line, kWidth));
 }
 
 void SchedulePlot::changeEvent(QEvent* event) {

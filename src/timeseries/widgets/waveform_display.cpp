@@ -3,12 +3,10 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMenu>
+#include <QLayout>
 #include <QSplitter>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <limits>
 
@@ -30,41 +28,27 @@ QString Number(double value) { return QString::fromStdString(FormatReal(value, 7
 }  // namespace
 
 CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
-    : CDisplay(parent),
+    : CDisplay(QStringLiteral("Waveform"), parent),
       prompts_(prompts),
-      bar_(new QToolBar(this)),
       plot_(new WaveformPlot(&view_, this)),
-      readings_(new QTableWidget(this)),
+      readings_(MakeReadings()),
       number_(new QSpinBox(this)) {
   setObjectName(QStringLiteral("waveform-display"));
-  setAccessibleName(QStringLiteral("Waveform"));
   setFocusPolicy(Qt::StrongFocus);
-  bar_->setAccessibleName(QStringLiteral("Waveform tools"));
-  bar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
   AddPaging();
   AddViewing();
   AddSaving();
 
-  readings_->setObjectName(QStringLiteral("readings"));
-  readings_->setAccessibleName(QStringLiteral("Cursor readings"));
   readings_->setColumnCount(4);
   readings_->setHorizontalHeaderLabels({QString(), QStringLiteral("Cursor 1"),
                                         QStringLiteral("Cursor 2"), QStringLiteral("Difference")});
-  readings_->verticalHeader()->hide();
-  readings_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  readings_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  readings_->hide();
 
   halves_ = new QSplitter(this);
   halves_->addWidget(plot_);
   halves_->addWidget(readings_);
   halves_->setStretchFactor(0, 1);
   halves_->setChildrenCollapsible(false);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  layout->addWidget(bar_);
-  layout->addWidget(halves_, 1);
+  layout()->addWidget(halves_);
   connect(plot_, &WaveformPlot::Changed, this, &CWaveformDisplay::ShowReadings);
   connect(plot_, &WaveformPlot::MenuAsked, this, &CWaveformDisplay::ShowMenu);
   connect(&timer_, &QTimer::timeout, this, [this] {
@@ -75,24 +59,10 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   });
 }
 
-QAction* CWaveformDisplay::Add(const char* text, const char* name, const char* tip,
-                               const QKeySequence& key, std::function<void()> act) {
-  auto* action = new QAction(QString::fromLatin1(text), this);
-  action->setObjectName(QString::fromLatin1(name));
-  action->setShortcut(key);
-  action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-  const QString keys = key.toString(QKeySequence::NativeText);
-  action->setToolTip(QString::fromLatin1(tip) +
-                     (keys.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(keys)));
-  connect(action, &QAction::triggered, this, std::move(act));
-  addAction(action);
-  bar_->addAction(action);
-  return action;
-}
-
 void CWaveformDisplay::AddPaging() {
-  Add("First", "first", "First segment", Qt::CTRL | Qt::Key_Home, [this] { Page(view_.First()); });
-  Add("Previous", "previous", "Segment before", Qt::Key_PageUp, [this] { ScrollBack(); });
+  AddButton("First", "first", "First segment", Qt::CTRL | Qt::Key_Home,
+            [this] { Page(view_.First()); });
+  AddButton("Previous", "previous", "Segment before", Qt::Key_PageUp, [this] { ScrollBack(); });
   number_->setObjectName(QStringLiteral("segment"));
   number_->setAccessibleName(QStringLiteral("Segment"));
   number_->setToolTip(QStringLiteral("Number of the segment shown"));
@@ -102,46 +72,47 @@ void CWaveformDisplay::AddPaging() {
   });
   connect(number_, &QSpinBox::editingFinished, this, [this] { setFocus(); });
   number_->installEventFilter(this);
-  bar_->addWidget(number_);
-  Add("Next", "next", "Segment behind", Qt::Key_PageDown, [this] { ScrollForward(); });
-  Add("Last", "last", "Last segment", Qt::CTRL | Qt::Key_End, [this] { Page(view_.Last()); });
-  Add("Next bad", "next-bad", "Next segment that the box marked as bad", Qt::Key_B,
-      [this] { Page(view_.NextBad()); });
-  auto_play_ = Add("Auto play", "auto-play", "Step through the segments by the timer", Qt::Key_P,
-                   [this] { TogglePlay(); });
+  Bar()->addWidget(number_);
+  AddButton("Next", "next", "Segment behind", Qt::Key_PageDown, [this] { ScrollForward(); });
+  AddButton("Last", "last", "Last segment", Qt::CTRL | Qt::Key_End, [this] { Page(view_.Last()); });
+  AddButton("Next bad", "next-bad", "Next segment that the box marked as bad", Qt::Key_B,
+            [this] { Page(view_.NextBad()); });
+  auto_play_ = AddButton("Auto play", "auto-play", "Step through the segments by the timer",
+                         Qt::Key_P, [this] { TogglePlay(); });
   auto_play_->setCheckable(true);
-  bar_->addSeparator();
+  Bar()->addSeparator();
 }
 
 void CWaveformDisplay::AddViewing() {
-  Add("Zoom in", "zoom-in", "Less time; by the mouse: wheel", Qt::Key_Plus,
-      [this] { Zoom(kZoomStep); });
-  Add("Zoom out", "zoom-out", "More time", Qt::Key_Minus, [this] { Zoom(1 / kZoomStep); });
-  Add("All", "all", "The whole segment", Qt::Key_0, [this] {
+  AddButton("Zoom in", "zoom-in", "Less time; by the mouse: wheel", Qt::Key_Plus,
+            [this] { Zoom(kZoomStep); });
+  AddButton("Zoom out", "zoom-out", "More time", Qt::Key_Minus, [this] { Zoom(1 / kZoomStep); });
+  AddButton("All", "all", "The whole segment", Qt::Key_0, [this] {
     view_.ShowAllTimes();
     ShowView();
   });
-  Add("Taller", "taller", "Larger traces; by the mouse: Ctrl and wheel", Qt::Key_Up,
-      [this] { ZoomValues(kZoomStep); });
-  Add("Flatter", "flatter", "Smaller traces", Qt::Key_Down, [this] { ZoomValues(1 / kZoomStep); });
-  auto_scale_ = Add("Auto scale", "auto-scale", "Scale each trace to its place", Qt::Key_A,
-                    [this] { ToggleAutoScale(); });
+  AddButton("Taller", "taller", "Larger traces; by the mouse: Ctrl and wheel", Qt::Key_Up,
+            [this] { ZoomValues(kZoomStep); });
+  AddButton("Flatter", "flatter", "Smaller traces", Qt::Key_Down,
+            [this] { ZoomValues(1 / kZoomStep); });
+  auto_scale_ = AddButton("Auto scale", "auto-scale", "Scale each trace to its place", Qt::Key_A,
+                          [this] { ToggleAutoScale(); });
   auto_scale_->setCheckable(true);
   auto_scale_->setChecked(view_.Settings().auto_scale);
   small_unit_ =
-      Add("Microvolt", "small-unit", "Electric channels in microvolts", Qt::Key_U, [this] {
+      AddButton("Microvolt", "small-unit", "Electric channels in microvolts", Qt::Key_U, [this] {
         view_.SetSmallUnit(small_unit_->isChecked());
         ShowView();
       });
   small_unit_->setCheckable(true);
-  bar_->addSeparator();
+  Bar()->addSeparator();
 }
 
 void CWaveformDisplay::AddSaving() {
-  Add("Copy", "copy", "Copy what is visible as text", QKeySequence::Copy, [this] { Copy(); });
-  Add("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
-      Qt::CTRL | Qt::Key_P, [this] { Save(); });
-  Add("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
+  AddButton("Copy", "copy", "Copy what is visible as text", QKeySequence::Copy, [this] { Copy(); });
+  AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
+            Qt::CTRL | Qt::Key_P, [this] { Save(); });
+  AddButton("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
     if (!RemoveCursors()) {
       emit CloseAsked();
     }
@@ -331,14 +302,6 @@ bool CWaveformDisplay::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   return CDisplay::eventFilter(watched, event);
-}
-
-void CWaveformDisplay::contextMenuEvent(QContextMenuEvent* event) { ShowMenu(event->globalPos()); }
-
-void CWaveformDisplay::ShowMenu(const QPoint& at) {
-  QMenu menu(this);
-  menu.addActions(actions());
-  menu.exec(at);
 }
 
 void CWaveformDisplay::Adopt(const WaveformSettings& settings, bool has_small_unit) {

@@ -2,13 +2,10 @@
 #ifndef ORVANE_TIMESERIES_WIDGETS_WAVEFORM_DISPLAY_H_
 #define ORVANE_TIMESERIES_WIDGETS_WAVEFORM_DISPLAY_H_
 
-#include <QAction>
 #include <QLabel>
 #include <QSpinBox>
 #include <QSplitter>
-#include <QTableWidget>
 #include <QTimer>
-#include <QToolBar>
 
 #include "forms/prompts.h"
 #include "timeseries/waveform_view.h"
@@ -41,16 +38,12 @@ class CWaveformDisplay : public CDisplay {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-  void contextMenuEvent(QContextMenuEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  QAction* Add(const char* text, const char* name, const char* tip, const QKeySequence& key,
-               std::function<void()> act);
   void AddPaging();
   void AddViewing();
   void AddSaving();
-  void ShowMenu(const QPoint& at);
   void Page(bool is_other);
   void Zoom(double factor);
   void ZoomValues(double factor);
@@ -66,7 +59,6 @@ class CWaveformDisplay : public CDisplay {
 
   Prompts* prompts_;
   WaveformView view_;
-  QToolBar* bar_;
   WaveformPlot* plot_;
   QTableWidget* readings_;
   QSplitter* halves_ = nullptr;

@@ -232,7 +232,8 @@ void WaveformPlot::ShowView() {
     MakeStrips(view_->TraceCount());
   }
   title_->setText(view_->Number() == 0 ? QString() : TextFromBytes(view_->TitleText()));
-  title_->setTextColor(palette().color(view_->IsBad() ? QPalette::Link : QPalette::WindowText));
+  const QColor text = palette().color(view_->IsBad() ? QPalette::Link : QPalette::WindowText);
+  title_->setTextColor(StandOut(text, palette()));
   if (!strips_.empty()) {
     std::vector<WaveformTrace> lines = view_->Traces(PlotWidth());
     for (std::size_t trace = 0; trace < strips_.size(); ++trace) {

@@ -1,0 +1,480 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "every_window.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QLabel>
+#include <QProgressBar>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <array>
+#include <cmath>
+
+#include "app/about_dlg.h"
+#include "app/emergency_copy.h"
+#include "app/qt_prompts.h"
+#include "calibration/widgets/calibration_display.h"
+#include "calibration/widgets/calibration_dlg.h"
+#include "calibration/widgets/fit_report_dlg.h"
+#include "calibration/widgets/spectra_dlg.h"
+#include "core/file_io.h"
+#include "core/param_text.h"
+#include "core/path_names.h"
+#include "core/tbl_file.h"
+#include "core/unsaved_table.h"
+#include "editors/widgets/acq_param_dlg.h"
+#include "editors/widgets/box_status_dlg.h"
+#include "editors/widgets/comm_dlg.h"
+#include "editors/widgets/param_table_dlg.h"
+#include "editors/widgets/sensor_dlg.h"
+#include "editors/widgets/site_dlg.h"
+#include "editors/widgets/startup_dlg.h"
+#include "stepping/widgets/fdem_dlg.h"
+#include "stepping/widgets/freq_stepping_dlg.h"
+#include "stepping/widgets/stepping_cycle_dlg.h"
+#include "timeseries/widgets/waveform_display.h"
+#include "timeseries/widgets/waveform_dlg.h"
+#include "ui/batch_progress.h"
+#include "ui/batch_results.h"
+#include "ui/qt_path.h"
+
+namespace orvane::examples {
+namespace {
+
+// The question after a crash, with a copy that is of the pictures' day.
+bool VisitOffer(COrvaneApp* app, const Visit& visit) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("unsaved-1.orvane"));
+  const UnsavedTable unsaved{"/data/survey/SIP/Startup.tbl", TblImage(app->Document().Table(), {})};
+  if (!WriteFile(PathFromText(path), UnsavedImage(unsaved)).empty()) {
+    return false;
+  }
+  QFile file(path);
+  if (!file.open(QIODevice::ReadWrite) ||
+      !file.setFileTime(QDateTime(QDate(2026, 11, 21), QTime(8, 0)),
+                        QFileDevice::FileModificationTime)) {
+    return false;
+  }
+  file.close();
+  StatusNotices notices;
+  EmergencyCopy copy(PathFromText(folder.path()), &app->Document(), &notices);
+  bool done = false;
+  QTimer::singleShot(0, app, [&] {
+    QWidget* question = QApplication::activeModalWidget();
+    done = visit(question, "unsaved-table");
+    question->close();
+  });
+  return !copy.Offer(&app->Document().Asking()) && done;
+}
+
+// The site setup of each method and the start-up file dialogs, none of which writes.
+bool VisitSetup(COrvaneApp* app, const Visit& visit) {
+  ParamTable table = app->Document().Table();
+  Prompts& prompts = app->Document().Asking();
+  CMainFrame* frame = &app->Frame();
+  BoxSerialForm serials(&table);
+  serials.Open();
+  CBoxSerialDlg serials_dialog(&serials, &prompts, frame);
+  bool done = visit(&serials_dialog, "box-serials");
+  constexpr std::array<const char*, 6> kNames = {"site-sip",   "site-tdip", "site-tdem",
+                                                 "site-csamt", "site-mt",   "site-fdem"};
+  for (int tech = 1; tech <= 6; ++tech) {
+    if (table.SetParam("TECH", IntPT, &tech) != kOk) {
+      return false;
+    }
+    SiteForm form(&table, tech, TransmitterModels());
+    static_cast<void>(form.Open());
+    CSiteDlg dialog(&form, &table, &prompts, frame);
+    done = visit(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
+  }
+  const int sip = 1;
+  static_cast<void>(table.SetParam("TECH", IntPT, &sip));
+  StartupRun run(&table, "survey/Startup.tbl", &prompts);
+  for (const StartupBox& box : run.Boxes()) {
+    if (box.number <= 1) {
+      StartupForm form(&table, box, run.Choices());
+      CStartupDlg dialog(&form, &run, &prompts, frame);
+      constexpr std::array<const char*, 3> kBoxes = {"startup-monitor", "startup-main",
+                                                     "startup-auxiliary"};
+      done = visit(&dialog, kBoxes[static_cast<std::size_t>(box.number) + 1]) && done;
+    }
+  }
+  return done;
+}
+
+// The pictures' day, so that they are the same on every day.
+class PictureClock : public Clock {
+ public:
+  ParamTime Now() const override {
+    return {.hour = 8, .day = 21, .month = 11, .year = 26, .weekday = 6, .century = 20};
+  }
+};
+
+// One picture for each method, on a copy of the table.
+bool VisitAcquisition(const ParamTable& opened, const Visit& visit) {
+  constexpr std::array kNames = {"acquisition-sip",   "acquisition-tdip", "acquisition-tdem",
+                                 "acquisition-csamt", "acquisition-mt",   "acquisition-fdem"};
+  const PictureClock now;
+  QtPrompts prompts;
+  bool done = true;
+  for (std::int32_t tech = 1; tech <= static_cast<std::int32_t>(kNames.size()); ++tech) {
+    ParamTable table = opened;
+    static_cast<void>(table.SetParam("TECH", IntPT, &tech));
+    AcqForm form(&table, &now);
+    form.Open();
+    CAcqParamDlg dialog(&form, &prompts);
+    dialog.resize(dialog.sizeHint());  // also where this screen is smaller
+    done = visit(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
+    if (tech == 5) {
+      dialog.resize(660, 360);  // a field laptop at 200 %
+      done = visit(&dialog, "acquisition-mt-small") && done;
+    }
+  }
+  return done;
+}
+
+// The stepping of each method with its default values, the cycles to choose from, the FDEM file.
+bool VisitStepping(const ParamTable& opened, const Visit& visit) {
+  struct Method {
+    int tech;
+    std::int32_t cycle;
+    const char* name;
+    const char* cycle_name;
+  };
+  constexpr auto kMethods = std::to_array<Method>({
+      {kSip, 900, "stepping-sip", "cycle-sip"},
+      {kTdip, 0, "stepping-tdip", nullptr},
+      {kTdem, 0, "stepping-tdem", nullptr},
+      {kCsamt, 2700, "stepping-csamt", "cycle-csamt"},
+      {kFdem, 3600, "stepping-fdem", "cycle-fdem"},
+  });
+  QtPrompts prompts;
+  StatusNotices notices;
+  bool done = true;
+  for (const Method& method : kMethods) {
+    ParamTable table = opened;
+    static_cast<void>(table.SetParam("TECH", IntPT, &method.tech));
+    if (HasCycles(method.tech)) {
+      ApplyTransmitter(&table, method.tech, WithDefaults({}, method.tech), 16);
+    }
+    SteppingForm form(&table, &prompts, &notices);
+    form.Open();
+    form.ApplyDefaults(method.cycle);
+    CFreqSteppingDlg dialog(&form, &prompts, {});
+    dialog.resize(1340, 690);  // also where this screen is smaller
+    done = visit(&dialog, method.name) && done;
+    if (method.tech == kTdem) {
+      dialog.resize(660, 360);  // a field laptop at 200 %
+      done = visit(&dialog, "stepping-tdem-small") && done;
+    }
+    if (method.cycle_name != nullptr) {
+      CycleForm cycle(&table, &form.Early(), method.tech, form.Limits());
+      cycle.Open();
+      CSteppingCycleDlg cycle_dialog(&cycle, &prompts);
+      done = visit(&cycle_dialog, method.cycle_name) && done;
+    }
+  }
+  FdemForm fdem(&prompts);
+  fdem.Open();
+  CFdemScheduleDlg fdem_dialog(&fdem, &prompts, {});
+  return visit(&fdem_dialog, "fdem-schedule") && done;
+}
+
+void Put(ParamTable* table, ParamKey key, std::string_view text) {
+  const auto type = static_cast<ValueType>(table->FindParam(key)->type);
+  ParamValue value{};
+  ParseParamValue(text, type, &value);
+  static_cast<void>(table->SetParam(key, type, value.data()));
+}
+
+template <typename Dialog, typename Form>
+bool VisitForm(const Visit& visit, Form&& form, const char* name) {
+  QtPrompts prompts;
+  form.Open();
+  Dialog dialog(&form, &prompts, nullptr);
+  return visit(&dialog, name);
+}
+
+bool VisitCommunications(ParamTable table, const Visit& visit) {
+  bool done = true;
+  for (const auto& [hardware, name] :
+       {std::pair("K36W2", "radio-24ghz"), std::pair("K36W9", "radio-900mhz"),
+        std::pair("K36", "radio-none")}) {
+    Put(&table, "HW", hardware);
+    RadioForm form(&table);
+    QtPrompts prompts;
+    form.Open();
+    CRadioDlg dialog(&form, &prompts, nullptr);
+    done = visit(&dialog, name) && done;
+  }
+  Put(&table, "PPPNAME", "crew-7");
+  Put(&table, "PPPPSWD", "secret");
+  PlainForm gsm(&table, GsmFields());
+  gsm.Open();
+  gsm.Model().SetText(1242,
+                      "internet.operator.example/a-name-that-is-longer-than-the-table's-room");
+  QtPrompts prompts;
+  CGsmDlg gsm_dialog(&gsm, &prompts, nullptr);
+  done = visit(&gsm_dialog, "gsm") && done;
+  return VisitForm<CFtpDlg>(visit, FtpForm(&table), "ftp") && done;
+}
+
+bool VisitSensors(ParamTable table, const Visit& visit) {
+  bool done = true;
+  Put(&table, "CSSN", "");
+  for (const auto& [gain, amplitude, name] :
+       {std::tuple("0", "0", "current-sensor-none"), std::tuple("100", "-0.05", "current-sensor-1"),
+        std::tuple("5", "-0.1", "current-sensor-2")}) {
+    Put(&table, "CNOM", gain);
+    Put(&table, "CAMP", amplitude);
+    done = VisitForm<CCurrentSensorDlg>(visit, CurrentSensorForm(&table), name) && done;
+    Put(&table, "CSSN", "CS1043");
+  }
+  CoilForm coil(&table, CoilModels());
+  coil.Open();
+  coil.Model().SetIndex(CoilForm::kType, 1);
+  coil.OnEdited(CoilForm::kType);
+  QtPrompts prompts;
+  CCoilDlg dialog(&coil, &prompts, nullptr);
+  return visit(&dialog, "coil") && done;
+}
+
+bool VisitBoxStatus(ParamTable table, const Visit& visit) {
+  using Form = BoxStatusForm;
+  bool done = VisitForm<CBoxStatusDlg>(visit, Form(&table), "box-status-empty");
+  for (const auto& [key, text] :
+       std::initializer_list<std::pair<const char*, const char*>>{{"LATG", "6047.1234,N"},
+                                                                  {"LNGG", "13524.9876,W"},
+                                                                  {"ELEV", "712"},
+                                                                  {"NSAT", "9"},
+                                                                  {"CLST", "4"},
+                                                                  {"TERR", "-1"},
+                                                                  {"LFIX", "2026/11/21 08:00:00"},
+                                                                  {"TOTL", "1824"},
+                                                                  {"SATR", "3"},
+                                                                  {"BADR", "1"},
+                                                                  {"FTIM", "2026/11/20 16:00:00"},
+                                                                  {"LTIM", "2026/11/21 07:59:30"},
+                                                                  {"BAT1", "12345"},
+                                                                  {"TEMP", "-7"},
+                                                                  {"DISK", "1073741824"},
+                                                                  {"FFPG", "0"},
+                                                                  {"GFPG", "0"},
+                                                                  {"DSP", "0"},
+                                                                  {"MSTRLAT", "6047.0011,N"},
+                                                                  {"MSTRLNG", "13525.1002,W"},
+                                                                  {"MSTRRNG", "251.37"},
+                                                                  {"MSTRBRG", "33.9"}}) {
+    Put(&table, key, text);
+  }
+  return VisitForm<CBoxStatusDlg>(visit, Form(&table), "box-status") && done;
+}
+
+// A batch of three files, one of which cannot be converted, and another that is under way.
+bool VisitBatch(const Visit& visit) {
+  Conversion conversion;
+  conversion.outputs_of = [](const std::string& input) {
+    return std::vector{WithExtension(input, ".csv")};
+  };
+  conversion.job = [](BatchTask& task) {
+    return task.Input().filename() == "2417B02.trs"
+               ? BatchFailed("cannot be read: Permission denied")
+               : BatchDone(task.Outputs(),
+                           task.Input().filename() == "2417B03.trs" ? "cut at offset 4810" : "");
+  };
+  Batch done_batch({conversion, {"2417B01.trs", "2417B02.trs", "2417B03.trs"}, {}, 0});
+  done_batch.Start();
+  done_batch.Wait();
+  const TextEditor editor;
+  CBatchResultDlg results(done_batch, QStringLiteral("2 files are converted to ASCII file!"),
+                          &editor, nullptr);
+  const bool done = visit(&results, "batch-results");
+
+  Batch batch({conversion, {"2417B01.trs", "2417B02.trs", "2417B03.trs"}, {}, 0});
+  CBatchProgressDlg progress(
+      &batch, QStringLiteral("Convert Frequency Stack Result File(s) to ASCII File(s)"), nullptr);
+  progress.findChild<QLabel*>(QStringLiteral("file"))->setText(QStringLiteral("2417B02.trs"));
+  progress.findChild<QLabel*>(QStringLiteral("count"))
+      ->setText(QStringLiteral("1 of 3 files, 12.5 MB of 31.0 MB"));
+  progress.findChild<QLabel*>(QStringLiteral("time"))->setText(QStringLiteral("about 4 s left"));
+  progress.findChild<QProgressBar*>()->setValue(403);
+  return visit(&progress, "batch-progress") && done;
+}
+
+// A record of 12 channels, as many as are drawn, with a spike of one scan in the fifth.
+QString WriteTwelveChannels(const QString& folder, const ParamTable& table) {
+  constexpr int kScans = 4000;
+  constexpr int kChannels = 12;
+  std::string bytes(252, '\0');
+  bytes[10] = static_cast<char>(kScans & 0xFF);
+  bytes[11] = static_cast<char>(kScans >> 8);
+  bytes[12] = kChannels;
+  bytes[17] = 3;
+  bytes[18] = static_cast<char>(0xD0);  // 2000 a second
+  bytes[19] = 7;
+  for (int scan = 0; scan < kScans; ++scan) {
+    for (int channel = 0; channel < kChannels; ++channel) {
+      const double wave = std::sin(scan * 0.004 * (channel + 1)) + 0.1 * std::sin(scan * 1.7);
+      const int sample = scan == 1700 && channel == 4 ? 4000000 : static_cast<int>(900000 * wave);
+      for (int shift = 0; shift < 24; shift += 8) {
+        bytes += static_cast<char>(sample >> shift & 0xFF);
+      }
+    }
+  }
+  QString path = folder + QStringLiteral("/TWELVE.TSS");
+  QFile file(path);
+  static_cast<void>(file.open(QIODevice::WriteOnly));
+  file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+  ParamTable companion = table;
+  static_cast<void>(SaveParamFile(
+      &companion, QFile::encodeName(folder + QStringLiteral("/TWELVE.TBL")).toStdString(), {}));
+  return path;
+}
+
+// The main window with a waveform: each method, a bad record, a part with cursors, 12 channels.
+bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) {
+  CMainFrame& frame = app->Frame();
+  const QTemporaryDir folder;
+  bool done = true;
+  const auto show = [&](const QString& path) {
+    auto* display = new CWaveformDisplay(&app->Document().Asking());
+    // Without the messages that the display's own way of opening shows.
+    const bool is_open = display->View().Open(PathFromText(path));
+    frame.Displays().Show(display);
+    frame.resize(1180, 690);
+    QApplication::processEvents();
+    display->ShowView();
+    done = is_open && done;
+    return display;
+  };
+  for (const char* method : {"SIP", "TDIP", "TDEM", "CSAMT", "MT", "FDEM"}) {
+    show(survey + QStringLiteral("/%1/2417.TSS").arg(QLatin1String(method)));
+    done = visit(&frame, ("waveform-" + QByteArray(method).toLower()).constData()) && done;
+  }
+  auto* display = show(survey + QStringLiteral("/TDIP/2417.TSS"));
+  WaveformView& view = display->View();
+  if (view.NextBad()) {
+    display->ShowView();
+    done = visit(&frame, "waveform-bad") && done;
+  }
+  static_cast<void>(view.First());
+  view.ShowTimes(view.EndTime() * 0.2, view.EndTime() * 0.4);
+  view.SetCursor(WaveformView::kFirstCursor, view.EndTime() * 0.25);
+  view.SetCursor(WaveformView::kSecondCursor, view.EndTime() * 0.33);
+  display->ShowView();
+  QApplication::processEvents();
+  display->ShowView();
+  done = visit(&frame, "waveform-cursors") && done;
+  show(WriteTwelveChannels(folder.path(), app->Document().Table()));
+  done = visit(&frame, "waveform-twelve") && done;
+  WaveformForm form(display->View());
+  QtPrompts prompts;
+  CWaveformDlg settings(&form, &display->View(), &prompts, nullptr);
+  done = visit(&settings, "waveform-parameters") && done;
+  frame.Displays().Close();
+  return done;
+}
+
+// The main window with a calibration: box, coil, all channels, comparisons, empty ranges; the
+// dialog.
+bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visit) {
+  CMainFrame& frame = app->Frame();
+  frame.resize(1180, 690);
+  bool done = true;
+  const auto show = [&](const char* name) {
+    done = frame.Displays().OpenCalibration(folder + QLatin1String(name)) && done;
+    return qobject_cast<CCalibrationDisplay*>(frame.Display());
+  };
+  const auto draw = [&](const char* name) { done = visit(&frame, name) && done; };
+  auto* display = show("/2417.CLB");
+  draw("calibration-box");
+  display->View().ShowAll();
+  display->View().FitDisplay();
+  display->View().SetCursor(100);
+  display->ShowView();
+  draw("calibration-box-all");
+  display->View().Show({2});
+  display->View().SetModel(true);
+  display->View().FitDisplay();
+  display->ShowView();
+  draw("calibration-model");
+  CFitReportDlg fit(*display->View().Model(), &frame);
+  done = visit(&fit, "calibration-fit-report") && done;
+  display->View().SetModel(false);
+  display = show("/2041.CLC");
+  display->View().FitDisplay();
+  display->ShowView();
+  draw("calibration-coil");
+  done = display->OpenReference(folder + QStringLiteral("/2042.CLC")) && done;
+  display->View().SetCursor(1);
+  display->ShowView();
+  draw("calibration-comparison");
+  display->View().SetRatio(true);
+  display->View().FitDisplay();
+  display->ShowView();
+  draw("calibration-ratio");
+  frame.resize(660, 340);  // a field laptop at 200 %
+  draw("calibration-small");
+  frame.resize(1180, 690);
+  CalDisplay ranges;
+  ranges.min_amplitude = ranges.max_amplitude;
+  display->View().SetDisplay(ranges);
+  display->ShowView();
+  draw("calibration-empty");
+  display->View().SetDisplay({});
+  CalDisplayForm form(display->View().Display());
+  QtPrompts prompts;
+  CCalibrationDlg dialog(&form, &ranges, &prompts, nullptr);
+  done = visit(&dialog, "calibration-parameters") && done;
+  SpectraForm spectra_form(folder.toStdString());
+  CSpectraDlg spectra(&spectra_form, &prompts, nullptr);
+  done = visit(&spectra, "calibrated-spectra") && done;
+  frame.Displays().Close();
+  return done;
+}
+
+}  // namespace
+
+QPalette LightPalette() {
+  return QStyleFactory::create(QStringLiteral("Fusion"))->standardPalette();
+}
+
+QPalette DarkPalette() {
+  QPalette palette(QColor(53, 53, 56), QColor(43, 43, 46));
+  palette.setColor(QPalette::Base, QColor(30, 30, 32));
+  palette.setColor(QPalette::AlternateBase, QColor(38, 38, 41));
+  palette.setColor(QPalette::Highlight, QColor(58, 122, 190));
+  palette.setColor(QPalette::ToolTipBase, QColor(60, 60, 64));
+  palette.setColor(QPalette::ToolTipText, Qt::white);
+  return palette;
+}
+
+bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit) {
+  CMainFrame& frame = app->Frame();
+  bool done = visit(&frame, "main-window");
+
+  CParamTableDlg raw(&app->Document().Table(), &frame);
+  done = visit(&raw, "raw-parameters") && done;
+  raw.findChild<QLineEdit*>(QStringLiteral("filter"))->setText(QStringLiteral("SRVY"));
+  done = visit(&raw, "raw-parameters-filtered") && done;
+
+  done = VisitSetup(app, visit) && done;
+  done = VisitAcquisition(app->Document().Table(), visit) && done;
+  done = VisitStepping(app->Document().Table(), visit) && done;
+
+  done = VisitCommunications(app->Document().Table(), visit) && done;
+  done = VisitSensors(app->Document().Table(), visit) && done;
+  done = VisitBoxStatus(app->Document().Table(), visit) && done;
+
+  done = VisitBatch(visit) && done;
+  done = VisitWaveforms(app, survey, visit) && done;
+  done = VisitCalibrations(app, survey + QStringLiteral("/Calibration"), visit) && done;
+
+  done = VisitOffer(app, visit) && done;
+  CAboutDlg about(&frame);
+  return visit(&about, "about") && done;
+}
+
+}  // namespace orvane::examples

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/field_displays.h"
+
+#include <QFileInfo>
+#include <memory>
+
+#include "calibration/widgets/calibration_display.h"
+#include "calibration/widgets/calibration_dlg.h"
+#include "timeseries/widgets/waveform_display.h"
+#include "ui/file_dialogs.h"
+
+namespace orvane {
+
+FieldDisplays::FieldDisplays(COrvaneDoc* doc, QtPrompts* prompts, QStackedWidget* stack,
+                             QWidget* window)
+    : QObject(window), doc_(doc), prompts_(prompts), stack_(stack), window_(window) {}
+
+bool FieldDisplays::ShowsWaveform() const {
+  return qobject_cast<CWaveformDisplay*>(current_) != nullptr;
+}
+
+void FieldDisplays::Show(CDisplay* display) {
+  Close();
+  current_ = display;
+  stack_->addWidget(display);
+  stack_->setCurrentWidget(display);
+  connect(display, &CDisplay::CloseAsked, this, &FieldDisplays::Close);
+  connect(display, &CDisplay::Told, this, &FieldDisplays::Told);
+  connect(display, &CDisplay::Told, this, &FieldDisplays::Changed);
+  display->setFocus();
+  emit Changed();
+}
+
+void FieldDisplays::Close() {
+  if (current_ == nullptr) {
+    return;
+  }
+  KeepWaveformSettings();
+  stack_->removeWidget(current_);
+  current_->deleteLater();
+  current_ = nullptr;
+  stack_->setCurrentIndex(0);
+  emit Told(QStringLiteral("Ready"));
+  emit Changed();
+}
+
+QString FieldDisplays::Ask(const QString& title, std::string_view filters, const char* key) {
+  CFileDialog dialog(title, filters, QFileInfo(doc_->Path()).absolutePath(), window_);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.ExecRemembering(QString::fromLatin1(key));
+  return dialog.Chosen();
+}
+
+void FieldDisplays::AskForWaveform() {
+  const QString path =
+      Ask(QStringLiteral("Open Waveform"),
+          "Tss File (*.tss)|*.tss|Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||",
+          "Folders/Waveforms");
+  if (!path.isEmpty()) {
+    OpenWaveform(path);
+  }
+}
+
+void FieldDisplays::AskForCalibration() {
+  const QString path = Ask(QStringLiteral("Open Calibration File"), CCalibrationDisplay::kFilters,
+                           "Folders/Calibrations");
+  if (!path.isEmpty()) {
+    OpenCalibration(path);
+  }
+}
+
+bool FieldDisplays::OpenWaveform(const QString& path) {
+  auto display = std::make_unique<CWaveformDisplay>(prompts_);
+  KeepWaveformSettings();
+  display->Adopt(waveform_settings_, has_small_unit_);
+  connect(display.get(), &CDisplay::Told, this, &FieldDisplays::Told);
+  if (!display->Open(path)) {
+    return false;
+  }
+  disconnect(display.get(), &CDisplay::Told, this, nullptr);
+  CWaveformDisplay* shown = display.release();
+  Show(shown);
+  shown->ShowView();
+  return true;
+}
+
+bool FieldDisplays::OpenCalibration(const QString& path) {
+  auto display = std::make_unique<CCalibrationDisplay>(&calibration_ranges_, prompts_);
+  if (!display->Open(path)) {
+    if (qobject_cast<CCalibrationDisplay*>(current_) != nullptr) {
+      Close();  // no curves are left on display
+    }
+    return false;
+  }
+  CCalibrationDisplay* shown = display.release();
+  Show(shown);
+  connect(shown, &CCalibrationDisplay::RangesAsked, this, &FieldDisplays::EditCalibrationRanges);
+  shown->ShowView();
+  return true;
+}
+
+void FieldDisplays::EditCalibrationRanges() {
+  CalDisplayForm form(calibration_ranges_);
+  CCalibrationDlg dialog(&form, &calibration_ranges_, prompts_, window_);
+  auto* shown = qobject_cast<CCalibrationDisplay*>(current_);
+  if (dialog.exec() == QDialog::Accepted && shown != nullptr) {
+    shown->ShowView();
+  }
+}
+
+void FieldDisplays::EditWaveformSettings() {
+  if (auto* waveform = qobject_cast<CWaveformDisplay*>(current_); waveform != nullptr) {
+    waveform->EditSettings();
+  }
+}
+
+void FieldDisplays::KeepWaveformSettings() {
+  if (auto* waveform = qobject_cast<CWaveformDisplay*>(current_); waveform != nullptr) {
+    waveform_settings_ = waveform->View().Settings();
+    has_small_unit_ = waveform->View().HasSmallUnit();
+  }
+}
+
+}  // namespace orvane

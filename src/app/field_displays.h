@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_APP_FIELD_DISPLAYS_H_
+#define ORVANE_APP_FIELD_DISPLAYS_H_
+
+#include <QObject>
+#include <QStackedWidget>
+
+#include "app/orvane_doc.h"
+#include "app/qt_prompts.h"
+#include "calibration/display_form.h"
+#include "timeseries/waveform_view.h"
+#include "ui/display.h"
+
+namespace orvane {
+
+/// The field files on display: one at a time stands in the window in place of the table. How one
+/// was shown is how the next one is.
+class FieldDisplays : public QObject {
+  Q_OBJECT
+
+ public:
+  /// All must outlive this. The first page of `stack` is the table's.
+  FieldDisplays(COrvaneDoc* doc, QtPrompts* prompts, QStackedWidget* stack, QWidget* window);
+
+  /// Null where the table is shown.
+  CDisplay* Current() const { return current_; }
+  bool ShowsWaveform() const;
+  /// Shows a field file in place of what stood there. Takes the display over.
+  void Show(CDisplay* display);
+  /// Brings the table back.
+  void Close();
+
+  /// False, and told, where the file cannot be shown.
+  bool OpenWaveform(const QString& path);
+  bool OpenCalibration(const QString& path);
+  void AskForWaveform();
+  void AskForCalibration();
+  void EditWaveformSettings();
+  void EditCalibrationRanges();
+
+ signals:
+  /// Another display, or none, or another of its parts is shown.
+  void Changed();
+  /// For the status bar.
+  void Told(const QString& text);
+
+ private:
+  QString Ask(const QString& title, std::string_view filters, const char* key);
+  void KeepWaveformSettings();
+
+  COrvaneDoc* doc_;
+  QtPrompts* prompts_;
+  QStackedWidget* stack_;
+  QWidget* window_;
+  CDisplay* current_ = nullptr;
+  WaveformSettings waveform_settings_;
+  bool has_small_unit_ = false;
+  CalDisplay calibration_ranges_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_APP_FIELD_DISPLAYS_H_

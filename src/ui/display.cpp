@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/display.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QMenu>
+#include <QVBoxLayout>
+
+namespace orvane {
+
+CDisplay::CDisplay(const QString& name, QWidget* parent)
+    : QWidget(parent), bar_(new QToolBar(this)) {
+  setAccessibleName(name);
+  bar_->setAccessibleName(name + QStringLiteral(" tools"));
+  bar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(bar_);
+}
+
+QAction* CDisplay::AddKey(const char* text, const char* name, const char* tip,
+                          const QKeySequence& key, Act act) {
+  auto* action = new QAction(QString::fromLatin1(text), this);
+  action->setObjectName(QString::fromLatin1(name));
+  action->setShortcut(key);
+  action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  const QString keys = key.toString(QKeySequence::NativeText);
+  action->setToolTip(QString::fromLatin1(tip) +
+                     (keys.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(keys)));
+  connect(action, &QAction::triggered, this, std::move(act));
+  addAction(action);
+  return action;
+}
+
+QAction* CDisplay::AddButton(const char* text, const char* name, const char* tip,
+                             const QKeySequence& key, Act act) {
+  QAction* action = AddKey(text, name, tip, key, std::move(act));
+  bar_->addAction(action);
+  return action;
+}
+
+QTableWidget* CDisplay::MakeReadings() {
+  auto* readings = new QTableWidget(this);
+  readings->setObjectName(QStringLiteral("readings"));
+  readings->setAccessibleName(QStringLiteral("Cursor readings"));
+  readings->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  readings->verticalHeader()->hide();
+  readings->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  readings->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  readings->hide();
+  return readings;
+}
+
+void CDisplay::ShowMenu(const QPoint& at) {
+  QMenu menu(this);
+  menu.addActions(actions());
+  menu.exec(at);
+}
+
+void CDisplay::contextMenuEvent(QContextMenuEvent* event) { ShowMenu(event->globalPos()); }
+
+}  // namespace orvane

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What people need who use keyboard, screen reader or a weak screen, in every window there is.
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <QProcess>
+#include <QTabBar>
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "every_window.h"
+#include "support/qt_print.h"
+#include "support/temp_dir.h"
+#include "ui/plot_theme.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+bool TakesFocus(const QWidget* widget) {
+  return widget->isVisible() && widget->isEnabled() && widget->focusProxy() == nullptr &&
+         (widget->focusPolicy() & Qt::TabFocus) != 0;
+}
+
+std::string NameOf(const QWidget* widget) {
+  return std::string(widget->metaObject()->className()) + " " + widget->objectName().toStdString();
+}
+
+// Those that the tab key goes through, in its order.
+std::vector<QWidget*> FocusChain(QWidget* window) {
+  std::vector<QWidget*> chain;
+  QWidget* widget = window;
+  do {
+    if (TakesFocus(widget) && window->isAncestorOf(widget)) {
+      chain.push_back(widget);
+    }
+    widget = widget->nextInFocusChain();
+  } while (widget != window);
+  return chain;
+}
+
+void ExpectNames(QWidget* window) {
+  for (QWidget* widget : FocusChain(window)) {
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+    ASSERT_NE(interface, nullptr) << NameOf(widget);
+    EXPECT_FALSE(interface->text(QAccessible::Name).trimmed().isEmpty()) << NameOf(widget);
+  }
+}
+
+// Within one container the tab key goes down a column or along a row, never back up within one.
+void ExpectOrder(QWidget* window) {
+  std::map<QWidget*, QWidget*> last;
+  for (QWidget* widget : FocusChain(window)) {
+    QWidget* container = widget->parentWidget();
+    if (QWidget* before = last[container]; before != nullptr) {
+      const QRect from = before->geometry();
+      const QRect to = widget->geometry();
+      const bool is_up = to.bottom() < from.top();
+      const bool is_same_row = !is_up && to.top() <= from.bottom();
+      const bool is_right = to.left() > from.right();
+      EXPECT_FALSE((is_up || is_same_row) && !is_right)
+          << NameOf(before) << " then " << NameOf(widget);
+    }
+    last[container] = widget;
+  }
+}
+
+QChar Mnemonic(const QString& text) {
+  const QKeySequence keys = QKeySequence::mnemonic(text);
+  return keys.isEmpty() ? QChar() : QChar(static_cast<char16_t>(keys[0].key()));
+}
+
+void ExpectMnemonics(QWidget* window) {
+  std::map<QChar, std::string> taken;
+  const auto take = [&taken](const QString& text) {
+    if (const QChar key = Mnemonic(text); !key.isNull()) {
+      EXPECT_EQ(taken[key], "") << text.toStdString();
+      taken[key] = text.toStdString();
+    }
+  };
+  for (const QWidget* widget : window->findChildren<QWidget*>()) {
+    if (!widget->isVisible() || widget->window() != window) {
+      continue;
+    }
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
+      take(button->text());
+    } else if (const auto* label = qobject_cast<const QLabel*>(widget);
+               label != nullptr && label->buddy() != nullptr) {
+      take(label->text());
+    } else if (const auto* group = qobject_cast<const QGroupBox*>(widget)) {
+      take(group->title());
+    } else if (const auto* tabs = qobject_cast<const QTabBar*>(widget)) {
+      for (int i = 0; i < tabs->count(); ++i) {
+        take(tabs->tabText(i));
+      }
+    }
+  }
+}
+
+// Relative luminance and contrast as the web's accessibility guidelines define them.
+double Luminance(const QColor& color) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+         0.0722 * linear(color.blueF());
+}
+
+double Contrast(const QColor& one, const QColor& other) {
+  const double a = Luminance(one) + 0.05;
+  const double b = Luminance(other) + 0.05;
+  return std::max(a, b) / std::min(a, b);
+}
+
+TEST(Accessibility, EveryWindow) {
+  const testing::TempDir dir;
+  const QString survey = TextFromPath(dir / "survey");
+  ASSERT_EQ(QProcess::execute(QStringLiteral(ORVANE_EXAMPLE_SURVEY), {survey}), 0);
+  auto* app = dynamic_cast<COrvaneApp*>(QApplication::instance());
+  ASSERT_NE(app, nullptr);
+  app->InitInstance(survey + QStringLiteral("/SIP/Startup.tbl"));
+  int count = 0;
+  EXPECT_TRUE(examples::VisitEveryWindow(app, survey, [&count](QWidget* window, const char* name) {
+    SCOPED_TRACE(name);
+    window->show();
+    QApplication::processEvents();
+    ExpectNames(window);
+    ExpectOrder(window);
+    ExpectMnemonics(window);
+    EXPECT_FALSE(window->windowTitle().isEmpty());
+    ++count;
+    return true;
+  }));
+  EXPECT_GT(count, 50);
+  app->Frame().hide();
+}
+
+TEST(Accessibility, LinesOfPlotsStandOutInBothThemes) {
+  for (const QPalette& palette : {examples::LightPalette(), examples::DarkPalette()}) {
+    for (const auto role : {QPalette::Base, QPalette::Window}) {
+      const QColor ground = palette.color(role);
+      for (int i = 0; i < 12; ++i) {
+        EXPECT_GE(Contrast(TraceColor(i, palette), ground), 4.5) << i << " " << role;
+      }
+      EXPECT_GE(Contrast(palette.color(QPalette::WindowText), ground), 4.5);
+      for (const auto drawn : {QPalette::Highlight, QPalette::Link}) {
+        EXPECT_GE(Contrast(StandOut(palette.color(drawn), palette), ground), 4.5) << drawn;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvane
