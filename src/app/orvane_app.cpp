@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/orvane_app.h"
 
+#include <QFile>
 #include <QIcon>
 #include <clocale>
 
@@ -17,7 +18,9 @@ COrvaneApp::COrvaneApp(int& argc, char** argv) : QApplication(argc, argv) {
   setApplicationName(QStringLiteral("Orvane"));
   setApplicationVersion(QStringLiteral(ORVANE_VERSION));
   setDesktopFileName(QStringLiteral("orvane"));
-  setWindowIcon(QIcon(QStringLiteral(":/icons/orvane.svg")));
+  const QString drawing = QStringLiteral(":/icons/orvane.svg");
+  const QString picture = QStringLiteral(":/icons/orvane.png");  // of builds without SVG
+  setWindowIcon(QIcon(QFile::exists(drawing) ? drawing : picture));
 }
 
 void COrvaneApp::InitInstance(const QString& path) {
@@ -31,7 +34,7 @@ void COrvaneApp::InitInstance(const QString& path) {
     doc_->OnNewDocument();
   }
   if (emergency_copy_->Offer(&prompts_)) {
-    frame_->CloseDisplay();
+    frame_->Displays().Close();
   }
 }
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/theme_icon.h"
 
-#include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
-#include <QSvgRenderer>
+
+#include "ui/vector_drawing.h"
 
 namespace orvane {
 namespace {
@@ -19,10 +19,7 @@ class ThemeIconEngine : public QIconEngine {
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
     const auto role = mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::WindowText;
-    QByteArray drawing = drawing_;
-    drawing.replace("currentColor",
-                    QGuiApplication::palette().color(group, role).name().toLatin1());
-    QSvgRenderer(drawing).render(painter, rect);
+    PaintIcon(drawing_, QGuiApplication::palette().color(group, role), rect, painter);
   }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
@@ -42,8 +39,8 @@ class ThemeIconEngine : public QIconEngine {
 }  // namespace
 
 QIcon ThemeIcon(const QString& name) {
-  QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
-  return file.open(QIODevice::ReadOnly) ? QIcon(new ThemeIconEngine(file.readAll())) : QIcon();
+  const QByteArray drawing = IconDrawing(name);
+  return drawing.isEmpty() ? QIcon() : QIcon(new ThemeIconEngine(drawing));
 }
 
 }  // namespace orvane

@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QPdfWriter>
-#include <QSvgGenerator>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -15,6 +14,7 @@
 #include "core/file_io.h"
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
+#include "ui/vector_drawing.h"
 
 namespace orvane {
 namespace {
@@ -42,13 +42,10 @@ void WritePdf(QCustomPlot* plot, QBuffer* buffer) {
   DrawPlot(plot, &writer, size, kDotsPerInch / pixels_per_inch);
 }
 
-void WriteSvg(QCustomPlot* plot, QBuffer* buffer) {
-  QSvgGenerator generator;
-  generator.setOutputDevice(buffer);
-  generator.setSize(plot->size());
-  generator.setViewBox(QRect(QPoint(), plot->size()));
-  generator.setTitle(plot->accessibleName());
-  DrawPlot(plot, &generator, plot->size(), 1);
+// The pictures that can be saved here, as the dialog names them.
+std::string_view PictureFilters() {
+  return CanWriteSvg() ? "PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf||"
+                       : "PNG (*.png)|*.png|PDF (*.pdf)|*.pdf||";
 }
 
 double Luminance(const QColor& color) {
@@ -125,8 +122,9 @@ QString SavePlot(QCustomPlot* plot, const QString& path) {
   const QString extension = QFileInfo(path).suffix().toLower();
   if (extension == QLatin1String("pdf")) {
     WritePdf(plot, &buffer);
-  } else if (extension == QLatin1String("svg")) {
-    WriteSvg(plot, &buffer);
+  } else if (extension == QLatin1String("svg") && CanWriteSvg()) {
+    WriteSvg(plot->size(), plot->accessibleName(), &buffer,
+             [plot](QPaintDevice* device) { DrawPlot(plot, device, plot->size(), 1); });
   } else if (extension == QLatin1String("png")) {
     plot->toPixmap().save(&buffer, "PNG");
   } else {
@@ -142,8 +140,7 @@ QString SavePlot(QCustomPlot* plot, const QString& path) {
 }
 
 bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
-  CFileDialog dialog(QStringLiteral("Save Picture"),
-                     "PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf||", QString(), parent);
+  CFileDialog dialog(QStringLiteral("Save Picture"), PictureFilters(), QString(), parent);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   const auto choose_suffix = [&dialog](const QString& filter) {
     dialog.setDefaultSuffix(filter.section(QLatin1Char('.'), -1).chopped(1));
