@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
   }
   const QTemporaryDir settings;  // the pictures must not depend on the user's
   qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  qputenv("XDG_DATA_HOME", settings.path().toLocal8Bit());
   orvane::COrvaneApp app(argc, argv);
   QApplication::setStyle(QStringLiteral("Fusion"));
   const QString folder = QApplication::arguments().value(1);
