@@ -52,9 +52,9 @@ std::string Question(const UnsavedTable& unsaved, const fs::path& file) {
   const QString path = ShownPath(unsaved.path);
   const QString time =
       QFileInfo(TextFromPath(file)).lastModified().toString(QStringLiteral("yyyy-MM-dd HH:mm"));
-  return "Orvane ended without saving the changes of " + time.toStdString() + " to\n" +
+  return "Orvane ended without saving the changes to\n" +
          (path.isEmpty() ? "a table without a name" : path.toStdString()) +
-         "\n\nOpen the unsaved table?";
+         "\n\nThey are kept as of " + time.toStdString() + ".\nOpen the unsaved table?";
 }
 
 }  // namespace

@@ -84,7 +84,7 @@ TEST_F(EmergencyCopies, ACrashedProgramsEditsAreOfferedAndOpened) {
   Program next(dir_.Path());
   EXPECT_TRUE(next.copy.Offer(&next.user));
   ASSERT_EQ(next.user.asked.size(), 1U);
-  EXPECT_NE(next.user.asked[0].find(TablePath().toStdString() + "\n\nOpen the unsaved table?"),
+  EXPECT_NE(next.user.asked[0].find("saving the changes to\n" + TablePath().toStdString() + "\n\n"),
             std::string::npos)
       << next.user.asked[0];
   EXPECT_EQ(Get(next.table, "SITE"), "unsaved");

@@ -31,8 +31,6 @@ class FailingDisk {
   void WriteShort() { writes_short_ = true; }
 
   static int Count(Call call) { return counts_[call]; }
-  /// Whether a call was made to fail.
-  static bool HasFailed() { return has_failed_; }
 
  private:
   struct Rule {
@@ -48,7 +46,6 @@ class FailingDisk {
     for (auto& count : counts_) {
       count = 0;
     }
-    has_failed_ = false;
     writes_short_ = false;
     WriterCalls() = {[](const Path& path) { return Fails(kOpen) ? -1 : system_.open(path); },
                      [](const Path& path) { return Fails(kCreate) ? -1 : system_.create(path); },
@@ -83,7 +80,6 @@ class FailingDisk {
     if (rule.error == 0 || number < rule.first || number > rule.last) {
       return false;
     }
-    has_failed_ = true;
     errno = rule.error;
     return true;
   }
@@ -92,7 +88,6 @@ class FailingDisk {
   static inline FileCalls system_{};
   static inline std::array<Rule, kCalls> rules_{};
   static inline std::array<std::atomic<int>, kCalls> counts_{};
-  static inline std::atomic<bool> has_failed_ = false;
   static inline bool writes_short_ = false;
 };
 
