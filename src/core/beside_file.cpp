@@ -104,7 +104,7 @@ bool BesideFile::Close() {
 bool BesideFile::MoveTo(const std::filesystem::path& target) {
   // On a shared disk whose locks do not reach other computers the name may be another's by now.
   if (!IsAt(lock_, path_)) {
-    errno = ESTALE;
+    errno = EAGAIN;
     return false;
   }
   if (WriterCalls().rename(path_, target) != 0) {
