@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "support/cal_bytes.h"
+#include "support/cli_run.h"
 #include "support/temp_dir.h"
 
 namespace orvane::testing {
@@ -16,8 +17,8 @@ class CalibrationCommands : public ::testing::Test {
  protected:
   // Exit code, then what stands on stdout and, behind a bar, on stderr.
   std::string Run(const std::string& arguments) const {
-    const std::string command = "cd '" + dir_.Path().string() +
-                                "' && '" ORVANE_CLI "' calibration " + arguments + " >out 2>err";
+    const std::string command = "cd '" + dir_.Path().string() + "' && '" + testing::ToolPath() +
+                                "' calibration " + arguments + " >out 2>err";
     const int status = std::system(command.c_str());
     return std::to_string(WEXITSTATUS(status)) + " " + ReadAll(dir_ / "out") + "|" +
            ReadAll(dir_ / "err");

@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 
+#include "support/cli_run.h"
 #include "support/temp_dir.h"
 #include "support/tfs_bytes.h"
 
@@ -19,8 +20,8 @@ class ScheduleCommands : public ::testing::Test {
   }
   // Exit code, then what stands on stdout and, behind a bar, on stderr.
   std::string Run(const std::string& arguments) const {
-    const std::string command = "cd '" + dir_.Path().string() + "' && '" ORVANE_CLI "' schedule " +
-                                arguments + " >out.txt 2>err.txt";
+    const std::string command = "cd '" + dir_.Path().string() + "' && '" + testing::ToolPath() +
+                                "' schedule " + arguments + " >out.txt 2>err.txt";
     const int status = std::system(command.c_str());
     return std::to_string(WEXITSTATUS(status)) + " " + ReadAll(dir_ / "out.txt") + "|" +
            ReadAll(dir_ / "err.txt");

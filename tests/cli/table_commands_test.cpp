@@ -129,8 +129,8 @@ TEST_F(TableCommands, TellsWhyAFileFails) {
   }
   EXPECT_FALSE(std::filesystem::exists(dir_ / "x.tbl"));
   // Results that cannot be delivered are a failure too.
-  const std::string to_full = "cd '" + dir_.Path().string() +
-                              "' && '" ORVANE_CLI "' table show two.tbl >/dev/full 2>err.txt";
+  const std::string to_full = "cd '" + dir_.Path().string() + "' && '" + testing::ToolPath() +
+                              "' table show two.tbl >/dev/full 2>err.txt";
   EXPECT_EQ(WEXITSTATUS(std::system(to_full.c_str())), 1);
 }
 

@@ -66,7 +66,7 @@ TEST(Batch, HasTheSameBytesWithAnyNumberOfWorkers) {
     EXPECT_EQ(ReadAll(dir / "f39.out"), "f39.in=text 39");
     for (std::size_t i = 0; i < batch.Count(); ++i) {
       const BatchResult& result = *batch.Result(i);
-      const std::string name = batch.Input(i).filename();
+      const std::string name = batch.Input(i).filename().string();
       const char* other = name == "twin.a" ? "twin.b" : name == "twin.b" ? "twin.a" : "";
       EXPECT_NE(result.text.find(other), std::string::npos) << name;
       EXPECT_EQ(result.status == BatchStatus::kFailed, result.text == "it is bad");

@@ -2,7 +2,7 @@
 #include "core/number_format.h"
 
 #include <gtest/gtest.h>
-#include <locale.h>
+#include <clocale>
 
 #include <bit>
 #include <cmath>
@@ -65,8 +65,8 @@ std::vector<double> Values() {
 }
 
 TEST(NumberFormat, RealsAreThoseOfPrintf) {
-  const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-  const locale_t users = uselocale(plain);
+  const std::string users = std::setlocale(LC_ALL, nullptr);
+  std::setlocale(LC_ALL, "C");
   const std::vector<double> values = Values();
   char expected[kMaxNumberText];
   char written[kMaxNumberText];
@@ -85,8 +85,7 @@ TEST(NumberFormat, RealsAreThoseOfPrintf) {
     }
     EXPECT_EQ(differences, 0) << format.form;
   }
-  uselocale(users);
-  freelocale(plain);
+  std::setlocale(LC_ALL, users.c_str());
 }
 
 TEST(NumberFormat, IntegersAreThoseOfPrintf) {

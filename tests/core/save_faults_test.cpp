@@ -32,7 +32,7 @@ constexpr std::string_view kInjected = "Input/output error";
 Files Snapshot(const TempDir& dir) {
   Files files;
   for (const auto& entry : fs::recursive_directory_iterator(dir.Path())) {
-    const std::string name = entry.path().lexically_relative(dir.Path());
+    const std::string name = entry.path().lexically_relative(dir.Path()).generic_string();
     if (entry.is_symlink()) {
       files[name] = "link to " + fs::read_symlink(entry.path()).string();
     } else if (!entry.is_directory()) {

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <map>
 
+#include "core/file_system.h"
 #include "core/param_dictionary.h"
 #include "core/param_text.h"
 #include "core/tbl_record.h"
@@ -80,7 +81,7 @@ TEST(TblFile, RecognisedByItsFirstRecord) {
   for (const auto& [path, error] : unreadable) {
     TblReport report;
     EXPECT_EQ(LoadParamFile(&table, path, &report), kTblUnreadable);
-    EXPECT_EQ(report.message, Message(path, strerrordesc_np(error), 173));
+    EXPECT_EQ(report.message, Message(path, SystemReason(error), 173));
   }
 }
 
@@ -262,7 +263,7 @@ TEST(TblFile, VersionsAreStoredOnlyWhenTheFileIsWritten) {
     for (const auto& [path, error] : cases) {
       TblReport report;
       EXPECT_EQ(SaveParamFile(&table, path, options, &report), kTblWriteFailed);
-      EXPECT_EQ(report.message, Message(path, strerrordesc_np(error), 172));
+      EXPECT_EQ(report.message, Message(path, SystemReason(error), 172));
       EXPECT_EQ(Int(table, "TBVI"), 5);
       EXPECT_EQ(Int(table, "TBVO"), 6);
     }

@@ -17,10 +17,16 @@ struct Outcome {
   std::string err;
 };
 
+/// The tool that is tested: ORVANE_TEST_TOOL where that is set, for one built for another system.
+inline std::string ToolPath() {
+  const char* other = std::getenv("ORVANE_TEST_TOOL");
+  return other != nullptr ? other : ORVANE_CLI;
+}
+
 /// Runs the tool by the shell in a folder.
 inline Outcome RunCli(const TempDir& dir, const std::string& arguments) {
-  const std::string command =
-      "cd '" + dir.Path().string() + "' && '" ORVANE_CLI "' " + arguments + " >out.txt 2>err.txt";
+  const std::string command = "cd '" + dir.Path().string() + "' && '" + ToolPath() + "' " +
+                              arguments + " >out.txt 2>err.txt";
   const int status = std::system(command.c_str());
   return {WEXITSTATUS(status), ReadAll(dir / "out.txt"), ReadAll(dir / "err.txt")};
 }
