@@ -125,7 +125,7 @@ TEST_F(MainFrame, HasEveryCommand) {
     }
     commands.push_back(count);
   }
-  EXPECT_EQ(commands, (std::vector<int>{9, 8, 9, 5, 1}));
+  EXPECT_EQ(commands, (std::vector<int>{9, 8, 9, 5, 2}));
   EXPECT_EQ(frame_->Command(kFileOpen)->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
   EXPECT_EQ(frame_->Command(kEditRadio)->toolTip(), QStringLiteral("MHX  Modern"));
   for (const QAction* action : frame_->findChild<QToolBar*>()->actions()) {

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/user_guide.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace orvane {
+
+QString FindUserGuide(const QString& program_folder) {
+  const QString shared = program_folder + QStringLiteral("/../share/orvane/");
+  // The second is a link that only build folders have.
+  for (const QString& name : {QStringLiteral("guide.html"), QStringLiteral("guide/README.md")}) {
+    // Without links: the guide's own links are relative to where it really is.
+    const QString path = QFileInfo(shared + name).canonicalFilePath();
+    if (!path.isEmpty()) {
+      return path;
+    }
+  }
+  return {};
+}
+
+void ShowUserGuide(const QString& guide, Prompts* prompts) {
+  if (guide.isEmpty()) {
+    prompts->ShowWarning("Orvane", "The user guide is not installed.");
+  } else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(guide))) {
+    prompts->ShowWarning("Orvane",
+                         "No program was found to show the user guide: " + guide.toStdString());
+  }
+}
+
+}  // namespace orvane
