@@ -13,6 +13,7 @@ set -euo pipefail
 tool=$(realpath "$1")
 survey=$(realpath "$2")
 shift 2
+mapfile -t documents < <(realpath -- "$@")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir "$work/bin"
@@ -101,8 +102,7 @@ check_links() {
   done < <(grep -oE '\]\([^)#:]+(#[^)]*)?\)' "$document" | sed 's/^](//; s/)$//')
 }
 
-for document in "$@"; do
-  document=$(realpath "$document")
+for document in "${documents[@]}"; do
   check_links "$document"
   before=$commands
   run_document "$document"
