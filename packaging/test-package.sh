@@ -12,6 +12,7 @@ readonly SUITE=bookworm
 readonly BASE=$FOLDER/$SUITE.tar ROOT=$FOLDER/root
 
 say() { printf '%s\n' "$*"; }
+trap 'say "FAILED at line $LINENO" >&2' ERR
 fail() { say "FAILED: $*" >&2; exit 1; }
 skip() { say "The package was not tested in a fresh system: $*"; exit 0; }
 # Runs a command inside, without what the caller's session tells of itself.
@@ -56,9 +57,11 @@ apt-config dump Acquire >"$ROOT/etc/apt/apt.conf.d/90machine"  # a proxy, where 
 inside apt-get -qq update
 # What a desktop has anyway; removing the package must leave it as it is.
 inside apt-get -y -qq install --no-install-recommends \
-  desktop-file-utils shared-mime-info xdg-utils fonts-liberation hicolor-icon-theme \
+  desktop-file-utils shared-mime-info xdg-utils libfile-mimeinfo-perl fonts-liberation \
+  hicolor-icon-theme \
   >"$FOLDER/apt.log" 2>&1 || fail "the desktop's packages: $FOLDER/apt.log"
 cp "$PACKAGE" "$ROOT/tmp/orvane.deb"
+mkdir -m 700 "$ROOT/root/run"
 cp -r "$SURVEY" "$ROOT/root/survey"
 # First what it depends on, so that the list of files tells the package apart from it.
 mapfile -t depends < <(dpkg-deb -f "$PACKAGE" Depends | tr ',' '\n' | sed 's/(.*//; s/|.*//; s/ //g')
@@ -80,20 +83,19 @@ inside grep -q 'TECH' /root/survey/SIP/Startup.txt || fail "the listing lacks TE
 # Open a table, a waveform and a calibration; still running after two seconds is what is hoped for.
 for file in SIP/Startup.tbl SIP/2417.TSS Calibration/2417.CLB; do
   status=0
-  inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/tmp \
+  inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/root/run \
     timeout 2 orvane "/root/survey/$file" 2>"$FOLDER/start.log" || status=$?
   ((status == 124)) || fail "orvane $file ended with $status: $(cat "$FOLDER/start.log")"
 done
 
-# NAME TYPE PROGRAM: what a double click does. The contents are not looked at but for tables.
+# NAME TYPE PROGRAM [CONTENT]: what a double click on such a file does.
 check_type() {
   local type program
   cp "${4:-/dev/null}" "$ROOT/root/$1"
-  type=$(inside xdg-mime query filetype "/root/$1")
-  program=$(inside xdg-mime query default "$type")
+  type=$(inside xdg-mime query filetype "/root/$1") || fail "xdg-mime knows no type of $1"
+  program=$(inside xdg-mime query default "$type") || fail "xdg-mime knows nothing of $type"
   [[ $type == "application/x-orvane-$2" && $program == "$3" ]] || fail "$1 is $type, for $program"
 }
-inside sh -c 'XDG_DATA_DIRS=/usr/share xdg-mime query default application/x-orvane-tbl' >/dev/null
 check_type a.tbl tbl orvane.desktop
 check_type A.TBL tbl orvane.desktop
 check_type unnamed tbl orvane.desktop "$SURVEY/SIP/Startup.tbl"
