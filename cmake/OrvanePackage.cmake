@@ -23,8 +23,8 @@ if(ORVANE_GUI)
           OPTIONAL)
   # A program in the build folder finds the guide where an installed one does: beside itself.
   file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/share/orvane)
-  file(CREATE_LINK ${PROJECT_SOURCE_DIR}/docs/guide ${CMAKE_BINARY_DIR}/share/orvane/guide
-       SYMBOLIC COPY_ON_ERROR)
+  file(RELATIVE_PATH guide ${CMAKE_BINARY_DIR}/share/orvane ${PROJECT_SOURCE_DIR}/docs/guide)
+  file(CREATE_LINK ${guide} ${CMAKE_BINARY_DIR}/share/orvane/guide SYMBOLIC)
 endif()
 
 set(CPACK_GENERATOR DEB)

@@ -17,14 +17,14 @@ fail() { say "FAILED: $*" >&2; exit 1; }
 skip() { say "The package was not tested in a fresh system: $*"; exit 0; }
 # Runs a command inside, without what the caller's session tells of itself.
 inside() {
-  env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 \
+  env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/home/crew LC_ALL=C.UTF-8 \
     DEBIAN_FRONTEND=noninteractive chroot "$ROOT" "$@"
 }
 # What an installation may leave: nothing but what apt and dpkg note for themselves.
 files() {
   find "$ROOT" -xdev \( -path "$ROOT/proc" -o -path "$ROOT/dev" -o -path "$ROOT/var/lib/apt" \
     -o -path "$ROOT/var/lib/dpkg" -o -path "$ROOT/var/cache" -o -path "$ROOT/var/log" \
-    -o -path "$ROOT/root" -o -path "$ROOT/tmp" \) -prune -o -printf '%P\n' | sort
+    -o -path "$ROOT/home" -o -path "$ROOT/tmp" \) -prune -o -printf '%P\n' | sort
 }
 
 ((EUID == 0)) || skip "only root can change the root folder"
@@ -61,8 +61,9 @@ inside apt-get -y -qq install --no-install-recommends \
   hicolor-icon-theme \
   >"$FOLDER/apt.log" 2>&1 || fail "the desktop's packages: $FOLDER/apt.log"
 cp "$PACKAGE" "$ROOT/tmp/orvane.deb"
-mkdir -m 700 "$ROOT/root/run"
-cp -r "$SURVEY" "$ROOT/root/survey"
+mkdir "$ROOT/home/crew"
+mkdir -m 700 "$ROOT/home/crew/run"
+cp -r "$SURVEY" "$ROOT/home/crew/survey"
 # First what it depends on, so that the list of files tells the package apart from it.
 mapfile -t depends < <(dpkg-deb -f "$PACKAGE" Depends | tr ',' '\n' | sed 's/(.*//; s/|.*//; s/ //g')
 inside apt-get -y -qq install --no-install-recommends "${depends[@]}" >>"$FOLDER/apt.log" 2>&1 ||
@@ -77,22 +78,22 @@ grep -q 'share/orvane/guide.html' "$FOLDER/installed.txt" || fail "the guide is 
 
 inside orvane-cli --version
 inside orvane --version
-inside orvane-cli table text /root/survey/SIP/Startup.tbl
-inside grep -q 'TECH' /root/survey/SIP/Startup.txt || fail "the listing lacks TECH"
+inside orvane-cli table text /home/crew/survey/SIP/Startup.tbl
+inside grep -q 'TECH' /home/crew/survey/SIP/Startup.txt || fail "the listing lacks TECH"
 
 # Open a table, a waveform and a calibration; still running after two seconds is what is hoped for.
 for file in SIP/Startup.tbl SIP/2417.TSS Calibration/2417.CLB; do
   status=0
-  inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/root/run \
-    timeout 2 orvane "/root/survey/$file" 2>"$FOLDER/start.log" || status=$?
+  inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/home/crew/run \
+    timeout 2 orvane "/home/crew/survey/$file" 2>"$FOLDER/start.log" || status=$?
   ((status == 124)) || fail "orvane $file ended with $status: $(cat "$FOLDER/start.log")"
 done
 
 # NAME TYPE PROGRAM [CONTENT]: what a double click on such a file does.
 check_type() {
   local type program
-  cp "${4:-/dev/null}" "$ROOT/root/$1"
-  type=$(inside xdg-mime query filetype "/root/$1") || fail "xdg-mime knows no type of $1"
+  cp "${4:-/dev/null}" "$ROOT/home/crew/$1"
+  type=$(inside xdg-mime query filetype "/home/crew/$1") || fail "xdg-mime knows no type of $1"
   program=$(inside xdg-mime query default "$type") || fail "xdg-mime knows nothing of $type"
   [[ $type == "application/x-orvane-$2" && $program == "$3" ]] || fail "$1 is $type, for $program"
 }

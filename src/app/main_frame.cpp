@@ -209,9 +209,8 @@ void CMainFrame::ConnectCommands() {
   connect(Command(kScrollForward), &QAction::triggered, this,
           [this] { Display()->ScrollForward(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
-  Handle(kHelpGuide, [this] {
-    ShowUserGuide(FindUserGuide(QApplication::applicationDirPath()), prompts_);
-  });
+  Handle(kHelpGuide,
+         [this] { ShowUserGuide(FindUserGuide(QApplication::applicationDirPath()), prompts_); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {
     connect(recent_actions_[i], &QAction::triggered, this,

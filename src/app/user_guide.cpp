@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/user_guide.h"
 
-#include <QDesktopServices>
 #include <QFileInfo>
-#include <QUrl>
 
 namespace orvane {
 
@@ -20,10 +18,11 @@ QString FindUserGuide(const QString& program_folder) {
   return {};
 }
 
-void ShowUserGuide(const QString& guide, Prompts* prompts) {
+void ShowUserGuide(const QString& guide, Prompts* prompts,
+                   const std::function<bool(const QUrl&)>& open) {
   if (guide.isEmpty()) {
     prompts->ShowWarning("Orvane", "The user guide is not installed.");
-  } else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(guide))) {
+  } else if (!open(QUrl::fromLocalFile(guide))) {
     prompts->ShowWarning("Orvane",
                          "No program was found to show the user guide: " + guide.toStdString());
   }

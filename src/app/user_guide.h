@@ -2,7 +2,10 @@
 #ifndef ORVANE_APP_USER_GUIDE_H_
 #define ORVANE_APP_USER_GUIDE_H_
 
+#include <QDesktopServices>
 #include <QString>
+#include <QUrl>
+#include <functional>
 
 #include "forms/prompts.h"
 
@@ -13,8 +16,10 @@ namespace orvane {
 /// program, so that no path of the machine that built it is in it.
 QString FindUserGuide(const QString& program_folder);
 
-/// Opens `guide` in the desktop's own program for it; says what is the matter where that fails.
-void ShowUserGuide(const QString& guide, Prompts* prompts);
+/// Opens `guide` by `open`, usually in the desktop's own program for it; says what is the matter
+/// where that fails.
+void ShowUserGuide(const QString& guide, Prompts* prompts,
+                   const std::function<bool(const QUrl&)>& open = QDesktopServices::openUrl);
 
 }  // namespace orvane
 

@@ -107,6 +107,7 @@ TEST_F(MainFrame, HasEveryCommand) {
        "Convert  stack result (*.trs)  file(s)  into CSV file(s)", true},
       {32806, "Create TFS File For Dr. Halvo FDEM ...", "", true},
       {59392, "&Toolbar", "", true},
+      {32901, "&User Guide", "Open the user guide", true},
       {57664, "&About Orvane...", "", true},
       {32795, "Scroll forward", "Scroll forward in time series", false},
   };
