@@ -116,5 +116,6 @@ diff "$FOLDER/before.txt" "$FOLDER/after.txt" || fail "the files before (<) and 
 for database in applications/mimeinfo.cache mime/globs2; do
   ! grep -q orvane "$ROOT/usr/share/$database" 2>/dev/null || fail "$database still knows orvane"
 done
-rm -rf --one-file-system "$ROOT/usr" "$ROOT/var"
+umount "$ROOT/proc"
+rm -rf --one-file-system "$ROOT"
 say "The package installs, runs and leaves nothing behind: $(wc -l <"$FOLDER/installed.txt") files and folders."

@@ -77,7 +77,7 @@ run_block() {
 }
 
 run_document() {
-  local document=$1 name in_block= number=0 start=0 line block=()
+  local document=$1 name in_block='' number=0 start=0 line block=()
   name=$(basename "$document")
   lay_out "$work/${name%.md}-$RANDOM"
   while IFS= read -r line; do
