@@ -100,7 +100,12 @@ std::vector<std::int32_t> Record() {
 
 // Periods in the record times ten.
 std::vector<std::size_t> Bins(std::int64_t tenths) {
-  return orvane::OddHarmonicBins(static_cast<double>(tenths) / 10, kSamples, kSamples, kHarmonics);
+  std::vector<std::size_t> bins;
+  for (const orvane::Harmonic& harmonic :
+       orvane::OddHarmonics(static_cast<double>(tenths) / 10, kSamples, kSamples, kHarmonics)) {
+    bins.push_back(harmonic.bin);
+  }
+  return bins;
 }
 
 void Harmonics(benchmark::State& state, std::int64_t tenths) {

@@ -2,22 +2,28 @@
 #include "every_window.h"
 
 #include <QApplication>
+#include <QDateTime>
+#include <QFile>
 #include <QLabel>
 #include <QProgressBar>
 #include <QStyleFactory>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <array>
 #include <cmath>
 
 #include "app/about_dlg.h"
+#include "app/emergency_copy.h"
 #include "app/qt_prompts.h"
 #include "calibration/widgets/calibration_display.h"
 #include "calibration/widgets/calibration_dlg.h"
 #include "calibration/widgets/fit_report_dlg.h"
 #include "calibration/widgets/spectra_dlg.h"
+#include "core/file_io.h"
 #include "core/param_text.h"
 #include "core/path_names.h"
 #include "core/tbl_file.h"
+#include "core/unsaved_table.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/box_status_dlg.h"
 #include "editors/widgets/comm_dlg.h"
@@ -36,6 +42,32 @@
 
 namespace orvane::examples {
 namespace {
+
+// The question after a crash, with a copy that is of the pictures' day.
+bool VisitOffer(COrvaneApp* app, const Visit& visit) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("unsaved-1.orvane"));
+  const UnsavedTable unsaved{"/data/survey/SIP/Startup.tbl", TblImage(app->Document().Table(), {})};
+  if (!WriteFile(PathFromText(path), UnsavedImage(unsaved)).empty()) {
+    return false;
+  }
+  QFile file(path);
+  if (!file.open(QIODevice::ReadWrite) ||
+      !file.setFileTime(QDateTime(QDate(2026, 11, 21), QTime(8, 0)),
+                        QFileDevice::FileModificationTime)) {
+    return false;
+  }
+  file.close();
+  StatusNotices notices;
+  EmergencyCopy copy(PathFromText(folder.path()), &app->Document(), &notices);
+  bool done = false;
+  QTimer::singleShot(0, app, [&] {
+    QWidget* question = QApplication::activeModalWidget();
+    done = visit(question, "unsaved-table");
+    question->close();
+  });
+  return !copy.Offer(&app->Document().Asking()) && done;
+}
 
 // The site setup of each method and the start-up file dialogs, none of which writes.
 bool VisitSetup(COrvaneApp* app, const Visit& visit) {
@@ -441,6 +473,7 @@ bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit
   done = VisitWaveforms(app, survey, visit) && done;
   done = VisitCalibrations(app, survey + QStringLiteral("/Calibration"), visit) && done;
 
+  done = VisitOffer(app, visit) && done;
   CAboutDlg about(&frame);
   return visit(&about, "about") && done;
 }

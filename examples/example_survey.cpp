@@ -412,7 +412,7 @@ bool WriteStacks(const std::filesystem::path& path, const std::vector<std::byte>
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
+  if (argc != 2 || argv[1][0] == '-') {
     std::fprintf(stderr, "usage: orvane-example-survey FOLDER\n");
     return 2;
   }

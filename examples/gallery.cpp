@@ -43,6 +43,7 @@ int main(int argc, char** argv) {
   }
   const QTemporaryDir settings;  // the pictures must not depend on the user's
   qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  qputenv("XDG_DATA_HOME", settings.path().toLocal8Bit());
   orvane::COrvaneApp app(argc, argv);
   QApplication::setStyle(QStringLiteral("Fusion"));
   QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));  // nor on the machine's

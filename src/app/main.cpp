@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "app/orvane_app.h"
+#include "core/file_system.h"
 
 namespace {
 
@@ -17,6 +18,7 @@ constexpr const char* kUsage =
 }  // namespace
 
 int main(int argc, char** argv) {
+  orvane::ReportSizeLimits();
   // Answered before there is a window: these need no display.
   for (int i = 1; i < argc; ++i) {
     const std::string_view argument = argv[i];

@@ -335,6 +335,7 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
   settings.setValue(kGeometry, saveGeometry());
   settings.setValue(kState, saveState());
   settings.setValue(kStatusBar, Command(kViewStatusBar)->isChecked());
+  doc_->OnCloseDocument();
   event->accept();
 }
 

@@ -23,10 +23,15 @@ COrvaneApp::COrvaneApp(int& argc, char** argv) : QApplication(argc, argv) {
 void COrvaneApp::InitInstance(const QString& path) {
   doc_ = std::make_unique<COrvaneDoc>(&DocumentTable(), &prompts_, &notices_);
   frame_ = std::make_unique<CMainFrame>(doc_.get(), &prompts_, &notices_);
+  emergency_copy_ =
+      std::make_unique<EmergencyCopy>(EmergencyCopy::UsersFolder(), doc_.get(), &notices_);
   frame_->show();
   // Behind a field file that is shown stands a new document.
   if (path.isEmpty() || !frame_->OpenAny(path) || frame_->Display() != nullptr) {
     doc_->OnNewDocument();
+  }
+  if (emergency_copy_->Offer(&prompts_)) {
+    frame_->Displays().Close();
   }
 }
 

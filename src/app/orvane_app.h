@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <memory>
 
+#include "app/emergency_copy.h"
 #include "app/main_frame.h"
 #include "app/orvane_doc.h"
 #include "app/qt_prompts.h"
@@ -19,7 +20,7 @@ class COrvaneApp : public QApplication {
   COrvaneApp(int& argc, char** argv);  // NOLINT: as the base class takes them
 
   /// Makes the document and the window: opens the file, or, without one or where that fails, a new
-  /// document.
+  /// document. Then offers what a program that is gone had not saved.
   void InitInstance(const QString& path);
 
   COrvaneDoc& Document() { return *doc_; }
@@ -29,6 +30,7 @@ class COrvaneApp : public QApplication {
   QtPrompts prompts_;
   StatusNotices notices_;
   std::unique_ptr<COrvaneDoc> doc_;
+  std::unique_ptr<EmergencyCopy> emergency_copy_;
   std::unique_ptr<CMainFrame> frame_;
 };
 

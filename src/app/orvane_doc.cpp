@@ -34,6 +34,7 @@ QString COrvaneDoc::Title() const {
 void COrvaneDoc::SetModified(bool is_modified) {
   is_modified_ = is_modified;
   emit Changed();
+  emit Marked(is_modified);
 }
 
 void COrvaneDoc::StoreInt(ParamKey key, std::int32_t number) {
@@ -95,6 +96,16 @@ bool COrvaneDoc::OnOpenDocument(const QString& path) {
                            : "Loaded " + OfAllParameters(report.loaded));
   SetModified(false);
   return true;
+}
+
+void COrvaneDoc::OnOpenUnsaved(const QString& path, std::span<const std::byte> image) {
+  BuildIndex();
+  static_cast<void>(LoadTblImage(table_, image));  // the caller has looked at it
+  path_ = path;
+  kind_ = kTable;
+  file_version_ = path.isEmpty() ? 0 : IntParam(*table_, "TBVI", 2);
+  has_document_ = true;
+  SetModified(true);
 }
 
 void COrvaneDoc::LeaveAfterFailedLoad(std::int32_t tech_before, const std::string& message) {

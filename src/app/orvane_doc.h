@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 #include <functional>
+#include <span>
 
 #include "core/param_table.h"
 #include "forms/prompts.h"
@@ -34,6 +35,13 @@ class COrvaneDoc : public QObject {
   /// modified then.
   bool OnSaveDocument(const QString& path);
 
+  /// Takes up a table that an ended program had not saved: a modified document of that path, which
+  /// may be empty. `image` is a whole version-2 file.
+  void OnOpenUnsaved(const QString& path, std::span<const std::byte> image);
+
+  /// The program ends, and the user has decided about the changes.
+  void OnCloseDocument() { SetModified(false); }
+
   /// Asks whether to save a modified document. False: the user wants to stay.
   bool SaveModified(const std::function<bool()>& save);
 
@@ -61,6 +69,8 @@ class COrvaneDoc : public QObject {
  signals:
   /// Path, modified mark or a value of the table changed.
   void Changed();
+  /// After `Changed()`: the modified mark was set or cleared, also where it was so before.
+  void Marked(bool is_modified);
 
  private:
   void StoreInt(ParamKey key, std::int32_t number);

@@ -70,10 +70,9 @@ void UtilityCommands::ConvertToVersion1() { Run(kVersion1, TblToVersion1(doc_->T
 
 void UtilityCommands::ConvertToSpectra() {
   const QString key = QStringLiteral("Folders/Calibrations of spectra");
-  const QString usual = QStringLiteral("C:\\K3\\CAL");
   QString folder = QSettings().value(key).toString();
-  if (folder.isEmpty() && QFileInfo(usual).isDir()) {
-    folder = usual;
+  if (folder.isEmpty()) {
+    folder = TextFromPath(UsualCalFolder());
   }
   SpectraForm form(folder.toStdString());
   CSpectraDlg dialog(&form, prompts_, parent_);
@@ -115,7 +114,7 @@ void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
   // The other files go on meanwhile.
   progress.Run([this](std::size_t /*index*/, const BatchResult& result) {
     if (!result.box.empty()) {
-      prompts_->ShowWarning("File Open Error", result.box);
+      prompts_->ShowWarning(result.box_caption, result.box);
     }
   });
   const std::size_t count = batch.CountForMessage();

@@ -13,7 +13,7 @@ bool IsOlderFamily(std::string hardware) {
   constexpr std::string_view kFamily = "ZLA";
   std::transform(hardware.begin(), hardware.end(), hardware.begin(), UpperCased);
   bool has_tag = false;
-  for (auto at = hardware.find(kFamily); at != std::string::npos; at = hardware.find(kFamily)) {
+  for (auto at = hardware.find(kFamily); at != std::string::npos; at = hardware.find(kFamily, at)) {
     hardware.erase(at, kFamily.size());
     has_tag = true;
   }
@@ -86,16 +86,16 @@ Status BoxResponse::At(double frequency, std::span<Complex> responses,
     validities[c] = is_valid ? 0 : -1;
     are_valid = are_valid && is_valid;
   }
-  if (curve_status_ != kOk || rate_status_ != kOk) {
+  if (rate_status_ != kOk) {
     return curve_status_ != kOk ? curve_status_ : rate_status_;
   }
-  const Complex filter = filter_.Response(frequency);
+  const Complex filter = has_filter_ ? filter_.Response(frequency) : 1;
   for (std::size_t c = 0; c < channels_.size(); ++c) {
     if (validities[c] >= 0) {
       responses[c] = Times(responses[c], filter);
     }
   }
-  return are_valid ? kOk : kAmplitudeNegative;
+  return curve_status_ != kOk ? curve_status_ : are_valid ? kOk : kAmplitudeNegative;
 }
 
 Status ComputeBoxResponse(const CalData* cal, const RecordingHeader* header, int band,

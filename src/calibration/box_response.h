@@ -28,8 +28,8 @@ class BoxResponse {
   std::size_t Channels() const { return channels_.size(); }
   /// Of the band, as looked up.
   double SampleRate() const { return filter_.sample_rate; }
-  /// Takes the averages of the decimation out of the response; the comb stays.
-  void LeaveOutAverages() { filter_.sample_rate = 0; }
+  /// Leaves the digital filters out of the response.
+  void LeaveOutFilter() { has_filter_ = false; }
 
  private:
   struct Channel {
@@ -45,6 +45,7 @@ class BoxResponse {
 
   std::vector<Channel> channels_;
   DecimationFilter filter_;
+  bool has_filter_ = true;
   Status rate_status_ = kOk;
   Status curve_status_ = kOk;
 };

@@ -123,6 +123,9 @@ Status MakeCalibratedChannel(const RecordingHeader& header, const ChannelSetting
 
 SpectralLine CalibrateHarmonic(const Complex& value, double scale, const Complex& box,
                                const Complex& sensor, double frequency, double seconds) {
+  if (value * scale == 0.0) {
+    return {};  // zeros have no phase, whatever their signs
+  }
   for (const Complex& response : {box, sensor}) {
     if (!IsFinite(response) || !(std::abs(response) >= kNothing)) {
       return {};

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 #include <mutex>
+#include <system_error>
 
 #include "calibration/spectra_file.h"
 #include "core/ascii.h"
@@ -107,7 +108,9 @@ class SpectraJob {
     }
     const std::string text = " Failed to open box calibration file of " + source_.box_path +
                              ".CLB,  " + task_.Input().string() + " cannot be converted";
-    return Stop(FailedWithBox(text, reason));
+    BatchResult failed = FailedWithBox(text, reason);
+    failed.box_caption = "Warning";
+    return Stop(std::move(failed));
   }
 
   bool MakeChannels() {
@@ -175,10 +178,16 @@ int SpectraBand(std::string_view path) {
     return 0;
   }
   const std::string_view digits = name.substr(dot + 3);
-  const bool is_number = !digits.empty() && digits.size() <= 2 && digits[0] != '0' &&
-                         std::all_of(digits.begin(), digits.end(), IsDigit);
+  const bool is_number =
+      !digits.empty() && digits.size() <= 2 && std::all_of(digits.begin(), digits.end(), IsDigit);
   const int band = is_number ? ParseIntPrefix(digits) : 0;
   return band <= kLastBand ? band : 0;
+}
+
+std::filesystem::path UsualCalFolder() {
+  const std::filesystem::path usual = "C:\\K3\\CAL";
+  std::error_code error;
+  return std::filesystem::is_directory(usual, error) ? usual : std::filesystem::path();
 }
 
 std::string SpectraName(std::string_view path) {

@@ -12,6 +12,9 @@
 
 namespace orvane {
 
+/// Where calibrations usually are; empty where there is no such folder.
+std::filesystem::path UsualCalFolder();
+
 struct SpectraOptions {
   std::filesystem::path calibration_folder = {};  ///< empty: that of each recording
   double base_frequency = 0;                      ///< Hz, where a record has none; 0: "FREQ"

@@ -86,20 +86,22 @@ void AddRun(const double* even, const double* odd, std::size_t count, const Poin
 
 }  // namespace
 
-std::vector<std::size_t> OddHarmonicBins(double base_frequency, double sample_rate,
-                                         std::size_t samples, int most) {
+std::vector<Harmonic> OddHarmonics(double base_frequency, double sample_rate, std::size_t samples,
+                                   int most) {
   constexpr double kHighestShare = 0.4;  // of the sample rate
-  std::vector<std::size_t> bins;
+  std::vector<Harmonic> harmonics;
   for (int k = 0; k < most; ++k) {
-    const double frequency = (2 * k + 1) * base_frequency;
+    const int number = 2 * k + 1;
+    const double frequency = number * base_frequency;
     const double bin = std::floor(frequency * static_cast<double>(samples) / sample_rate + 0.5);
-    if (!(frequency <= kHighestShare * sample_rate) || !(bin >= 1) ||
-        !(2 * bin < static_cast<double>(samples))) {
+    if (!(frequency <= kHighestShare * sample_rate) || !(2 * bin < static_cast<double>(samples))) {
       break;
     }
-    bins.push_back(static_cast<std::size_t>(bin));
+    if (bin >= 1) {
+      harmonics.push_back({number, static_cast<std::size_t>(bin)});
+    }
   }
-  return bins;
+  return harmonics;
 }
 
 HarmonicPlan::HarmonicPlan(std::size_t samples, const std::vector<std::size_t>& bins)

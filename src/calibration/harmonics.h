@@ -12,10 +12,16 @@
 
 namespace orvane {
 
-/// The bins of the odd harmonics n = 1, 3, 5 ... of a base frequency, m = trunc(n f0 N / fs + 0.5):
-/// at most `most`, while n f0 is at most 0.4 of the sample rate and 1 <= m < N / 2.
-std::vector<std::size_t> OddHarmonicBins(double base_frequency, double sample_rate,
-                                         std::size_t samples, int most);
+struct Harmonic {
+  int number = 1;  ///< n
+  std::size_t bin = 0;
+};
+
+/// The odd harmonics n = 1, 3, 5 ... of a base frequency and their bins, m = trunc(n f0 N / fs +
+/// 0.5): of the first `most` those whose n f0 is at most 0.4 of the sample rate and whose bin is
+/// at least 1 and less than N / 2. A record of less than half a period has no bin for the first.
+std::vector<Harmonic> OddHarmonics(double base_frequency, double sample_rate, std::size_t samples,
+                                   int most);
 
 /// Pointers of several harmonics, or sums along them.
 inline constexpr std::size_t kHarmonicLanes = 4;

@@ -58,6 +58,9 @@ SpectraFile::Result SpectraFile::Write(TextFile* out) {
   }
   result_.error = walker.Error();
   result_.note = Note();
+  if (result_.error.empty() && written_ == 0) {
+    result_.error = "no record to convert" + (result_.note.empty() ? "" : ": " + result_.note);
+  }
   return result_;
 }
 
@@ -84,7 +87,7 @@ bool SpectraFile::WriteRecord(const CTsRec& record, TextFile* out) {
   out->Text("\n Base frequency (Hz): ").TextLeft(FormatFixed(plan_.base_frequency, 6), 16);
   out->Text("\n Sample rate (Hz):    ").TextLeft(FormatFixed(plan_.sample_rate, 2), 12);
   out->Text("\n Number of Scans:     ").TextLeft(Number(header.scans), 8).Text("\n");
-  if (!plan_.has_averages) {
+  if (!plan_.has_filter) {
     out->Text(" Decimation filter:   ");
     out->Text(LeftOutText(plan_.band, plan_.looked_up_rate)).Text("\n");
   }
@@ -98,7 +101,7 @@ bool SpectraFile::WriteRecord(const CTsRec& record, TextFile* out) {
   const auto values = Transform(record);
   for (std::size_t k = 0; k < plan_.frequencies.size(); ++k) {
     const double frequency = plan_.frequencies[k];
-    out->Int(2 * static_cast<int>(k) + 1, 6).Text(" ").Fixed(frequency, 6, 16);
+    out->Int(plan_.numbers[k], 6).Text(" ").Fixed(frequency, 6, 16);
     for (std::size_t c = 0; c < source_.channels.size(); ++c) {
       const SpectralLine line =
           CalibrateHarmonic(values[c][k], source_.channels[c].scale, plan_.box[k][c],
@@ -108,6 +111,8 @@ bool SpectraFile::WriteRecord(const CTsRec& record, TextFile* out) {
     out->Text("\n");
   }
   out->Text("\n");
+  ++written_;
+  without_harmonics_ += plan_.frequencies.empty() ? 1 : 0;
   return true;
 }
 
@@ -137,10 +142,12 @@ bool SpectraFile::UpdatePlan(const CTsRec& record) {
   plan_ = {};
   plan_.base_frequency = base;
   plan_.sample_rate = rate;
-  const auto bins = rate > 0 ? OddHarmonicBins(base, rate, record.Scans(), source_.most_harmonics)
-                             : std::vector<std::size_t>();
-  for (std::size_t k = 0; k < bins.size(); ++k) {
-    plan_.frequencies.push_back(static_cast<double>(2 * k + 1) * base);
+  std::vector<std::size_t> bins;
+  for (const auto& [number, bin] :
+       OddHarmonics(base, rate, record.Scans(), source_.most_harmonics)) {
+    plan_.numbers.push_back(number);
+    plan_.frequencies.push_back(number * base);
+    bins.push_back(bin);
   }
   if (record.Scans() > 0) {
     plan_.harmonics.emplace(record.Scans(), bins);
@@ -157,9 +164,9 @@ bool SpectraFile::UpdateBox(double sample_rate) {
     return false;
   }
   plan_.looked_up_rate = box_.SampleRate();
-  plan_.has_averages = plan_.looked_up_rate != 0 && plan_.looked_up_rate == sample_rate;
-  if (!plan_.has_averages) {
-    box_.LeaveOutAverages();
+  plan_.has_filter = plan_.looked_up_rate != 0 && plan_.looked_up_rate == sample_rate;
+  if (!plan_.has_filter) {
+    box_.LeaveOutFilter();
     rates_left_out_[plan_.band] = plan_.looked_up_rate;
   }
   return true;
@@ -222,6 +229,9 @@ std::string SpectraFile::Note() const {
   }
   if (other_channels_ > 0) {
     add(Number(other_channels_) + " records with another number of channels are left out");
+  }
+  if (without_harmonics_ > 0) {
+    add(Number(without_harmonics_) + " records have no harmonic within their length and rate");
   }
   for (const auto& [band, rate] : rates_left_out_) {
     add("the decimation filter is " + LeftOutText(band, rate));

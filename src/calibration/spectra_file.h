@@ -49,7 +49,8 @@ class SpectraFile {
     double sample_rate = 0;
     int band = 0;
     double looked_up_rate = 0;
-    bool has_averages = true;
+    bool has_filter = true;
+    std::vector<int> numbers;  // of the harmonics
     std::vector<double> frequencies;
     std::optional<HarmonicPlan> harmonics;
     std::vector<std::vector<Complex>> box;     // for each frequency, each channel
@@ -71,7 +72,9 @@ class SpectraFile {
   Plan plan_;
   BoxResponse box_;
   Result result_;
-  std::map<int, double> rates_left_out_;  // of bands whose averages are not divided out
+  std::map<int, double> rates_left_out_;  // of bands whose filter is not divided out
+  std::uint64_t written_ = 0;
+  std::uint64_t without_harmonics_ = 0;
   std::uint64_t bad_ = 0;
   std::uint64_t other_channels_ = 0;
   std::optional<std::uint64_t> cut_;  // offset of a record that the file cuts

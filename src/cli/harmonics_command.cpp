@@ -53,7 +53,8 @@ struct HarmonicsArguments {
 
   SpectraOptions Options() const {
     SpectraOptions options;
-    options.calibration_folder = calibration_folder;
+    options.calibration_folder =
+        calibration_folder.empty() ? UsualCalFolder() : std::filesystem::path(calibration_folder);
     options.base_frequency = ParseReal(base_frequency).value_or(0);
     options.most_harmonics = harmonics;
     options.reversed = ChannelsIn(reversed).value_or(std::set<int>());
@@ -74,7 +75,8 @@ void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code) {
       waveform, "harmonics", "Write calibrated spectra of the odd harmonics (NAME_cal.txt)",
       [=] { return CalibratedSpectra(arguments->Options()); }, exit_code);
   verb->add_option("--calibration-folder", arguments->calibration_folder,
-                   "where the *.CLB and *.CLC are (default: beside each file)")
+                   "where the *.CLB and *.CLC are (default: C:\\K3\\CAL where that exists, else "
+                   "beside each file)")
       ->check(NotEmpty());
   verb->add_option("--base-frequency", arguments->base_frequency,
                    "Hz, for records that name none (default: the table's FREQ)")

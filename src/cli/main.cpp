@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <csignal>
 #include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "cli/commands.h"
+#include "core/file_system.h"
 
 namespace {
 
@@ -59,9 +59,7 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-#ifdef SIGXFSZ
-  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is told like a full disk
-#endif
+  orvane::ReportSizeLimits();
   try {
     return Run(argc, argv);
   } catch (const std::exception& error) {

@@ -34,6 +34,7 @@ struct BatchResult {
   std::string text;                            ///< reason or note, without the path
   int code = 0;                                ///< the conversion's own status number; 0: none
   std::string box = {};  ///< what a window shows in a box of its own, besides the list of results
+  std::string box_caption = "File Open Error";
 
   /// Everything asked for is written.
   bool IsDone() const {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files, read in pieces and written safely. Every reason names what the system said; the caller
-// adds the path.
+// adds the path. The system's calls are in file_system.h.
 #ifndef ORVANE_CORE_FILE_IO_H_
 #define ORVANE_CORE_FILE_IO_H_
 
@@ -12,13 +12,13 @@
 #include <string_view>
 #include <vector>
 
+#include "core/beside_file.h"
+#include "core/file_system.h"
+
 namespace orvane {
 
 /// "PATH: reason", as every message about a file reads.
 std::string FileMessage(const std::filesystem::path& path, std::string_view reason);
-
-/// What the system says of an `errno` number, in English whatever the user's locale.
-std::string SystemReason(int error);
 
 /// A text that is equal for two paths where they lead to one file, through whatever links. A file
 /// that does not exist is known by its folder and name.
@@ -61,17 +61,17 @@ class InFile {
 };
 
 /// A file being written. The bytes go to a new file beside the target, which takes the target's
-/// place only in `Commit()`, after a flush to the disk: until then, and after any failure, the old
-/// file is whole. Mode bits and owner of an existing file are kept and symbolic links followed.
-/// Where the folder takes no second file, or the target may not be replaced, it is rewritten in
-/// place, its old bytes put back if that fails. A device or pipe is opened and written, never
-/// replaced.
+/// place only in `Commit()`, after a flush to the disk: until then, and after any failure, the file
+/// has all its old bytes, or, where only the folder failed, all its new ones. Mode bits and owner
+/// of an existing file are kept and symbolic links followed. Where the folder takes no second file,
+/// or the target may not be replaced, it is rewritten in place, its old bytes put back if that
+/// fails. A device or pipe is opened and written, never replaced.
 class OutFile {
  public:
   OutFile() = default;
   OutFile(const OutFile&) = delete;
   OutFile& operator=(const OutFile&) = delete;
-  ~OutFile();  ///< without `Commit()` nothing happened
+  ~OutFile() { Abandon(); }  ///< without `Commit()` nothing happened
 
   /// Each an empty string, or why it failed; after a failure the later ones fail alike.
   [[nodiscard]] std::string Open(const std::filesystem::path& path);
@@ -81,19 +81,22 @@ class OutFile {
  private:
   enum class Way { kNone, kBeside, kInPlace, kDirect };
 
-  std::string OpenBeside(int target);
+  std::string OpenBeside();
   std::string CommitBeside();
-  bool CommitByCopying();
+  std::string CommitByCopying(int error);
   std::string CommitInPlace();
+  std::string CommitDirectly();
   bool Rewrite(std::span<const std::byte> bytes);
+  std::string Done();
   std::string Fail(int error);
-  bool CloseHandle();
+  std::string Fail(std::string reason);
+  bool CloseTarget();
   void Abandon();
 
   Way way_ = Way::kNone;
-  int handle_ = -1;
+  int handle_ = -1;  // of the target itself, in place and directly
   std::filesystem::path target_;
-  std::filesystem::path beside_;
+  BesideFile beside_;
   std::vector<std::byte> pending_;  // in place: everything until Commit()
   std::string error_;
 };
@@ -102,21 +105,18 @@ class OutFile {
 [[nodiscard]] std::string WriteFile(const std::filesystem::path& path,
                                     std::span<const std::byte> bytes);
 
-/// Copies a file, in pieces, to a name beside it that no file has yet: FILE.bak, FILE.bak1 ... An
-/// empty string and the name, or why it failed.
+/// Copies a file's bytes, in pieces, to another through `OutFile`. An empty string, or why it
+/// failed.
+[[nodiscard]] std::string CopyBytes(const std::filesystem::path& from,
+                                    const std::filesystem::path& to);
+
+/// Whether two files can be read and hold the same.
+bool HaveSameBytes(const std::filesystem::path& a, const std::filesystem::path& b);
+
+/// Copies a file, with its mode bits, to a name beside it that no file has yet: FILE.bak, FILE.bak1
+/// ... An empty string and the name, or why it failed.
 [[nodiscard]] std::string KeepBackup(const std::filesystem::path& path,
                                      std::filesystem::path* kept);
-
-/// The system calls of the writer, replaceable so that tests can let a disk fail. Each returns -1
-/// and sets errno on failure.
-struct FileCalls {
-  std::ptrdiff_t (*write)(int handle, const void* bytes, std::size_t size);
-  int (*sync)(int handle);
-  int (*close)(int handle);
-  int (*rename)(const char* from, const char* to);
-  int (*create_beside)(const char* path);  ///< a new file, for writing; fails if it exists
-};
-FileCalls& WriterCalls();
 
 }  // namespace orvane
 

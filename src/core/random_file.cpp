@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/random_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
-#include <limits>
 
-#include "core/file_io.h"
+#include "core/file_system.h"
 
 namespace orvane {
 
@@ -16,48 +11,41 @@ RandomFile::~RandomFile() { Close(); }
 
 void RandomFile::Close() {
   if (handle_ >= 0) {
-    close(handle_);
+    CloseRead(handle_);
     handle_ = -1;
   }
 }
 
 std::string RandomFile::Open(const std::filesystem::path& path) {
   Close();
-  // A pipe without a writer must not hold us up; for a regular file the flag means nothing.
-  const int handle = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  struct stat info {};
-  if (handle < 0 || fstat(handle, &info) != 0) {
+  const int handle = OpenToRead(path);
+  FileInfo info;
+  if (handle < 0 || !ReadInfo(handle, &info)) {
     std::string reason = SystemReason(errno);
     if (handle >= 0) {
-      close(handle);
+      CloseRead(handle);
     }
     return reason;
   }
-  if (!S_ISREG(info.st_mode)) {
-    close(handle);
-    return S_ISDIR(info.st_mode) ? SystemReason(EISDIR) : "not a file but a device or pipe";
+  if (info.kind != FileKind::kRegular) {
+    CloseRead(handle);
+    return info.kind == FileKind::kFolder ? SystemReason(EISDIR)
+                                          : "not a file but a device or pipe";
   }
   handle_ = handle;
   return {};
 }
 
 std::uint64_t RandomFile::Size() const {
-  struct stat info {};
-  return handle_ >= 0 && fstat(handle_, &info) == 0 ? static_cast<std::uint64_t>(info.st_size) : 0;
+  FileInfo info;
+  return handle_ >= 0 && ReadInfo(handle_, &info) ? info.size : 0;
 }
 
 std::size_t RandomFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes,
                                std::string* error) const {
   std::size_t done = 0;
   while (done < bytes.size()) {
-    if (offset + done > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) {
-      break;
-    }
-    const auto count =
-        pread(handle_, bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
-    if (count < 0 && errno == EINTR) {
-      continue;
-    }
+    const auto count = ReadSomeAt(handle_, offset + done, bytes.subspan(done));
     if (count < 0 && error != nullptr) {
       *error = SystemReason(errno);
     }

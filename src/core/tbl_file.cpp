@@ -193,6 +193,19 @@ std::vector<std::byte> TblImage(const ParamTable& table, const TblSaveOptions& o
   return options.version == 1 ? ImageV1(table) : ImageV2(table, options.filtered);
 }
 
+bool LoadTblImage(ParamTable* table, std::span<const std::byte> image) {
+  if (image.size() < sizeof(TblHeader) ||
+      RecogniseTblVersion(image.first<sizeof(TblHeader)>()) != 2) {
+    return false;
+  }
+  for (image = image.subspan(sizeof(TblHeader)); image.size() >= sizeof(ParamEntry);
+       image = image.subspan(sizeof(ParamEntry))) {
+    // What the table has no place for is left out, as from a file.
+    static_cast<void>(StoreRecord(table, RecordFrom<ParamEntry>(image), false));
+  }
+  return true;
+}
+
 Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
                      const TblSaveOptions& options, TblReport* report) {
   const auto store_versions = [&options](ParamTable* target) {

@@ -65,6 +65,10 @@ struct TblSaveOptions {
 /// The whole file as bytes. `table` must already hold the "TBVI" and "TBVO" to write.
 std::vector<std::byte> TblImage(const ParamTable& table, const TblSaveOptions& options);
 
+/// The way back for a version-2 image: stores every record, "TBVI" and "TBVO" as they are in it.
+/// False, and nothing done, where the bytes do not begin as one.
+[[nodiscard]] bool LoadTblImage(ParamTable* table, std::span<const std::byte> image);
+
 /// Writes the table and stores the file's version in "TBVI" and the output version in "TBVO". 0, or
 /// 172: then the table is as before and so is an old file.
 Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,

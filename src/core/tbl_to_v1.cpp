@@ -97,8 +97,10 @@ class FileToV1 {
     const TblSaveOptions options{version, false, static_cast<std::int32_t>(version)};
     if (SaveParamFile(&table_, path, options, &report) != kOk) {
       failure_ = FileMessage(path, report.reason);
-      std::error_code ignored;
-      std::filesystem::remove(kept, ignored);  // the old file stands: no need of a second one
+      if (HaveSameBytes(path, kept)) {  // the old file stands: no need of a second one
+        std::error_code ignored;
+        std::filesystem::remove(kept, ignored);
+      }
       return false;
     }
     written_.push_back(path);

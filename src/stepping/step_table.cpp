@@ -93,8 +93,12 @@ double StepCurrent(const StepParameters& parameters, double f) {
     return 0;
   }
   const double corner = parameters.corner;
-  return corner > 0 ? parameters.current / std::sqrt(f * f / (corner * corner) + 1)
-                    : parameters.current;
+  if (!(corner > 0)) {
+    return parameters.current;
+  }
+  const double squares = f * f / (corner * corner);
+  const double ratio = f / corner;  // whose square exists where those of both do not
+  return parameters.current / std::sqrt((std::isfinite(squares) ? squares : ratio * ratio) + 1);
 }
 
 // Gives the rows up to `last` their times and currents; returns how many the time reaches.
@@ -119,6 +123,12 @@ int AddTimes(const StepParameters& parameters, int last, ScheduleTable* rows) {
 bool IsAmount(double number) { return std::isfinite(number) && number >= 0; }
 
 }  // namespace
+
+int HiddenFrequencies(const ParamTable& table) {
+  const auto stored = [&table](std::string_view key) { return RealParam(table, key) != 0; };
+  const auto* zero = std::find_if_not(kFrequencyKeys.begin(), kFrequencyKeys.end(), stored);
+  return static_cast<int>(std::count_if(zero, kFrequencyKeys.end(), stored));
+}
 
 FrequencyList StoredFrequencies(const ParamTable& table) {
   FrequencyList list{};

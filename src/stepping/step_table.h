@@ -22,6 +22,8 @@ using FrequencyList = std::array<double, kFrequencyKeys.size()>;
 
 /// The stored list as far as its first zero.
 FrequencyList StoredFrequencies(const ParamTable& table);
+/// How many frequencies are stored behind that zero.
+int HiddenFrequencies(const ParamTable& table);
 
 struct StepParameters {
   std::int32_t tech = 0;        ///< "TECH"

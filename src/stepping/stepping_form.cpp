@@ -52,6 +52,10 @@ void SteppingForm::Read() {
   if (model_.Index(stepping::kAuto) == kAutoStep) {
     SetSchedule();
   }
+  if (const int hidden = HiddenFrequencies(*table_); hidden > 0) {
+    note_.append(note_.empty() ? "" : "; ").append(FormatInt(hidden));
+    note_.append(" frequencies stored behind an empty one are not shown");
+  }
 }
 
 void SteppingForm::EnableByStepping() {

@@ -2,7 +2,6 @@
 #include "ui/file_ops.h"
 
 #include <QFile>
-#include <array>
 #include <system_error>
 
 #include "core/file_io.h"
@@ -13,25 +12,6 @@ namespace orvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string CopyBytes(const fs::path& from, const fs::path& to) {
-  constexpr std::size_t kPiece = 256 * 1024;
-  InFile in;
-  OutFile out;
-  std::string fault = in.Open(from);
-  if (fault.empty()) {
-    fault = out.Open(to);
-  }
-  std::vector<std::byte> piece(kPiece);
-  for (std::size_t size = kPiece; fault.empty() && size == kPiece;) {
-    size = in.Read(piece);
-    fault = in.Error();
-    if (fault.empty()) {
-      fault = out.Write(std::span(piece).first(size));
-    }
-  }
-  return fault.empty() ? out.Commit() : fault;
-}
 
 // The file's own name in the folder, or that of a copy where it is taken.
 fs::path FreePlace(const fs::path& file, const fs::path& folder) {

@@ -71,7 +71,8 @@ class UtilityCommandsTest : public ::testing::Test {
         files->setDirectory(TextFromPath(dir_.Path()));
         files->selectFile(chosen_);
       } else if (auto* folder = window->findChild<QLineEdit*>(QStringLiteral("1701"))) {
-        folder->setText(TextFromPath(dir_.Path()));
+        folder->selectAll();
+        QTest::keyClicks(folder, TextFromPath(dir_ / "cal"));
       } else if (auto* message = window->findChild<QLabel*>(QStringLiteral("message"))) {
         said_ += message->text();
         auto* list = window->findChild<QTreeWidget*>();
@@ -138,7 +139,8 @@ TEST_F(UtilityCommandsTest, SpectraAskForTheFolderAndAboutAMissingSensor) {
   using namespace testing;  // NOLINT: the builders
   Sweeps sweeps;
   sweeps.parts = NominalParameters(0);
-  WriteAll(dir_ / "2417.CLB", BoxBytes(sweeps, 1));
+  std::filesystem::create_directory(dir_ / "cal");
+  WriteAll(dir_ / "cal/2417.CLB", BoxBytes(sweeps, 1));
   WriteAll(dir_ / "a.TBL", HeaderV2() + Text("CHDEF1", "hx") + Whole("CHHX", 1) +
                                Text("HXSN", "COIL77") + Real("FSCV", 5));
   WriteAll(dir_ / "a.TSS",

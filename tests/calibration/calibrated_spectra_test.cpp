@@ -27,6 +27,14 @@ using testing::WriteAll;
 
 constexpr double kPi = 3.141592653589793;
 
+std::vector<std::size_t> BinsOf(const std::vector<Harmonic>& harmonics) {
+  std::vector<std::size_t> bins;
+  for (const Harmonic& harmonic : harmonics) {
+    bins.push_back(harmonic.bin);
+  }
+  return bins;
+}
+
 TEST(Harmonics, AgreeWithTheirDefinition) {
   struct Case {
     std::size_t samples;
@@ -45,7 +53,7 @@ TEST(Harmonics, AgreeWithTheirDefinition) {
     for (std::size_t j = 0; j < test.samples; ++j) {
       samples.push_back(static_cast<std::int32_t>(j * j * 2654435761U));
     }
-    const auto bins = OddHarmonicBins(test.base, test.rate, test.samples, 20);
+    const auto bins = BinsOf(OddHarmonics(test.base, test.rate, test.samples, 20));
     const auto values = HarmonicPlan(test.samples, bins).Evaluate(samples);
     ASSERT_EQ(values.size(), bins.size());
     ASSERT_FALSE(bins.empty());
@@ -63,10 +71,15 @@ TEST(Harmonics, AgreeWithTheirDefinition) {
           << test.samples << " " << bins[k];
     }
   }
-  EXPECT_EQ(OddHarmonicBins(4, 100, 100, 64), (std::vector<std::size_t>{4, 12, 20, 28, 36}));
-  EXPECT_EQ(OddHarmonicBins(4, 100, 100, 2).size(), 2U);
-  EXPECT_TRUE(OddHarmonicBins(0.001, 100, 100, 64).empty());
-  EXPECT_TRUE(OddHarmonicBins(std::nan(""), 100, 100, 64).empty());
+  EXPECT_EQ(BinsOf(OddHarmonics(4, 100, 100, 64)), (std::vector<std::size_t>{4, 12, 20, 28, 36}));
+  EXPECT_EQ(OddHarmonics(4, 100, 100, 2).size(), 2U);
+  EXPECT_TRUE(OddHarmonics(0.001, 100, 100, 64).empty());
+  EXPECT_TRUE(OddHarmonics(std::nan(""), 100, 100, 64).empty());
+  EXPECT_TRUE(OddHarmonics(1, 0, 100, 64).empty());
+  const auto of_short = OddHarmonics(4, 480, 48, 3);  // 0.4 of a period
+  ASSERT_EQ(of_short.size(), 2U);
+  EXPECT_EQ(of_short[0].number, 3);
+  EXPECT_EQ(BinsOf(of_short), (std::vector<std::size_t>{1, 2}));
 }
 
 Complex Coil(double frequency) { return Complex(0, frequency / 2) / Complex(1, frequency / 2); }
@@ -183,6 +196,28 @@ void ExpectSignals(const std::vector<Line>& lines, std::size_t channel,
   }
 }
 
+// As they come out of the digital filters.
+std::vector<Signal> Filtered(std::vector<Signal> signals) {
+  for (Signal& signal : signals) {
+    const Complex h = DecimationFilter{240, 6, 4, 60, 0}.Response(0.3 * signal.harmonic);
+    signal.amplitude *= std::abs(h);
+    signal.phase += std::arg(h) * 180 / kPi;
+  }
+  return signals;
+}
+
+TEST_F(SpectraTest, FilesWithoutARecordToConvertFailAndKeepWhatWasThere) {
+  Write("a");
+  TsBytes bad = record_;
+  bad.status = 6;
+  for (const std::string& bytes : {bad.Bytes(), record_.Bytes().substr(0, 500)}) {
+    WriteAll(dir_ / "a.TSS", bytes);
+    WriteAll(dir_ / "a_cal.txt", "old");
+    EXPECT_EQ(Convert("a.TSS").status, BatchStatus::kFailed);
+    EXPECT_EQ(Written("a_cal.txt"), "old");
+  }
+}
+
 TEST_F(SpectraTest, GiveBackWhatWasAtTheInputs) {
   Write("a");
   const BatchResult result = Convert("a.TSS");
@@ -230,8 +265,8 @@ TEST_F(SpectraTest, CombZerosReversedChannelsAndOtherRates) {
             std::string::npos);
   const auto turned = LinesOf(Written("b_cal.txt"));
   EXPECT_EQ(turned.size(), 3U);
-  ExpectSignals(turned, 0, electric_, 0);
-  ExpectSignals(turned, 1, {magnetic_[0]}, 180);
+  ExpectSignals(turned, 0, Filtered(electric_), 0);
+  ExpectSignals(turned, 1, Filtered({magnetic_[0]}), 180);
 }
 
 TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
@@ -251,8 +286,13 @@ TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
   const auto lines = LinesOf(Written("a_cal.txt"));
   ExpectSignals(lines, 0, electric_, 0);
   EXPECT_EQ(lines[0].amplitude[1], 0);
+  for (const Line& line : lines) {
+    EXPECT_EQ(line.phase[1], 0);
+  }
 
+  EXPECT_EQ(Convert("a.TSS", options).box_caption, "File Open Error");
   Write("b", Whole("SNUM", 99));
+  EXPECT_EQ(Convert("b.TSS").box_caption, "Warning");
   EXPECT_EQ(Convert("b.TSS").box, " Failed to open box calibration file of " +
                                       (dir_ / "99").string() + ".CLB,  " +
                                       (dir_ / "b.TSS").string() + " cannot be converted");
@@ -273,7 +313,7 @@ TEST_F(SpectraTest, BandFilesTakeTheirRateByTheirNumber) {
   EXPECT_EQ(text.find("not divided out"), std::string::npos);
   ExpectSignals(LinesOf(text), 0, electric_, 0);
   EXPECT_EQ(SpectraName("/d.TS3/SITE.TSK"), "/d.TS3/SITE_TSK_cal.txt");
-  for (const char* name : {"a.TS20", "a.TS0", "a.TS", "a.TS03", "a.TSS", "a.TS1x", "TS1"}) {
+  for (const char* name : {"a.TS20", "a.TS0", "a.TS", "a.TS00", "a.TSS", "a.TS1x", "TS1"}) {
     EXPECT_EQ(SpectraBand(name), 0) << name;
   }
 }

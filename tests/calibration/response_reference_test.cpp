@@ -235,7 +235,10 @@ TEST(ResponseReference, Harmonics) {
   CalibratedChannel channel;
   ASSERT_EQ(MakeCalibratedChannel(header, FillChannelSettings(header)[0], 1, nullptr, &channel),
             kOk);
-  const auto bins = OddHarmonicBins(4, 2400, samples.size(), 20);
+  std::vector<std::size_t> bins;
+  for (const Harmonic& harmonic : OddHarmonics(4, 2400, samples.size(), 20)) {
+    bins.push_back(harmonic.bin);
+  }
   EXPECT_EQ(bins.back(), 156U);
   const auto values = HarmonicPlan(samples.size(), bins).Evaluate(samples);
   for (Row& row : Rows("harmonic")) {

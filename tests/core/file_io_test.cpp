@@ -3,50 +3,32 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
+#include <functional>
+#include <memory>
+#include <vector>
 
+#include "support/failing_disk.h"
 #include "support/temp_dir.h"
 
 namespace orvane {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::FailingDisk;
 using testing::ReadAll;
 using testing::TempDir;
 using testing::WriteAll;
 
 std::span<const std::byte> Bytes(std::string_view text) { return std::as_bytes(std::span(text)); }
 
-int failures = 0;  // calls of the writer that are going to fail
-bool Fails(int error = EIO) { return failures > 0 && failures-- > 0 && (errno = error) != 0; }
-
-// The system's calls, one of which fails as often as `failures` says.
-FileCalls FailingAt(std::string_view step, FileCalls calls) {
-  if (step == "write") {  // a failing disk still takes some bytes
-    calls.write = [](int handle, const void* bytes, std::size_t size) -> std::ptrdiff_t {
-      return size <= 2 && Fails() ? -1 : ::write(handle, bytes, failures > 0 ? size / 2 : size);
-    };
-  } else if (step == "sync") {
-    calls.sync = [](int handle) { return Fails() ? -1 : ::fsync(handle); };
-  } else if (step == "close") {
-    calls.close = [](int handle) { return ::close(handle) == 0 && !Fails() ? 0 : -1; };
-  } else {
-    calls.rename = [](const char* from, const char* to) { return Fails() ? -1 : rename(from, to); };
-  }
-  return calls;
-}
-
 class OutFileTest : public ::testing::Test {
  protected:
-  ~OutFileTest() override { WriterCalls() = calls_; }
-
-  const FileCalls calls_ = WriterCalls();
   TempDir dir_;
 };
 
@@ -87,53 +69,26 @@ TEST_F(OutFileTest, FollowsSymbolicLinks) {
   EXPECT_EQ(dir_.Count(), 4U);
 }
 
-TEST_F(OutFileTest, AFailureAtAnyStepLeavesTheOldFile) {
-  for (const std::string step : {"write", "sync", "close", "rename"}) {
-    for (const bool exists : {true, false}) {
-      SCOPED_TRACE(step + (exists ? ", old file" : ""));
-      const TempDir dir;
-      if (exists) {
-        WriteAll(dir / "a", "the old text");
-      }
-      WriterCalls() = FailingAt(step, calls_);
-      failures = 1;
-      OutFile file;
-      EXPECT_EQ(file.Open(dir / "a"), "");
-      const std::string written = file.Write(Bytes("new text"));
-      EXPECT_EQ(written, step == "write" ? "Input/output error" : "");
-      EXPECT_EQ(file.Commit(), "Input/output error");
-      EXPECT_EQ(failures, 0);
-      EXPECT_EQ(dir.Count(), exists ? 1U : 0U);
-      EXPECT_EQ(ReadAll(dir / "a"), exists ? "the old text" : "");
-    }
-  }
-}
-
 TEST_F(OutFileTest, RewritesInPlaceWhereTheFolderTakesNoSecondFile) {
   WriteAll(dir_ / "a", "the old text");
   struct stat before {};
   ASSERT_EQ(stat((dir_ / "a").c_str(), &before), 0);
-  for (const std::string_view text : {"new", "something longer than before"}) {
-    for (const std::string step : {"write", "sync", "close"}) {
-      SCOPED_TRACE(step);
-      WriteAll(dir_ / "a", "the old text");
-      WriterCalls() = FailingAt(step, calls_);
-      WriterCalls().create_beside = [](const char*) { return errno = EACCES, -1; };
-      failures = 1;
-      EXPECT_EQ(WriteFile(dir_ / "a", Bytes(text)), "Input/output error");
-      EXPECT_EQ(failures, 0);
-      EXPECT_EQ(ReadAll(dir_ / "a"), "the old text");
+  {
+    FailingDisk disk;
+    disk.Fail(FailingDisk::kCreate, EACCES);
+    for (const std::string_view text : {"new", "something longer than before"}) {
+      EXPECT_EQ(WriteFile(dir_ / "a", Bytes(text)), "");
+      EXPECT_EQ(ReadAll(dir_ / "a"), text);
     }
-    EXPECT_EQ(WriteFile(dir_ / "a", Bytes(text)), "");
-    EXPECT_EQ(ReadAll(dir_ / "a"), text);
+    EXPECT_EQ(WriteFile(dir_ / "b", Bytes("x")), "Permission denied");
   }
   struct stat after {};
   ASSERT_EQ(stat((dir_ / "a").c_str(), &after), 0);
   EXPECT_EQ(after.st_ino, before.st_ino);
-  EXPECT_EQ(WriteFile(dir_ / "b", Bytes("x")), "Permission denied");
 
   // A full disk is no reason to risk the old file.
-  WriterCalls().create_beside = [](const char*) { return errno = ENOSPC, -1; };
+  FailingDisk disk;
+  disk.Fail(FailingDisk::kCreate, ENOSPC);
   EXPECT_EQ(WriteFile(dir_ / "a", Bytes("x")), "No space left on device");
   EXPECT_EQ(ReadAll(dir_ / "a"), "something longer than before");
   EXPECT_EQ(dir_.Count(), 1U);
@@ -142,7 +97,8 @@ TEST_F(OutFileTest, RewritesInPlaceWhereTheFolderTakesNoSecondFile) {
 TEST_F(OutFileTest, RewritesWhatMayNotBeReplaced) {
   // As in a shared folder, where only the owner may replace a file that everybody may write.
   WriteAll(dir_ / "a", "the old text");
-  WriterCalls().rename = [](const char*, const char*) { return errno = EPERM, -1; };
+  FailingDisk disk;
+  disk.Fail(FailingDisk::kRename, EPERM);
   EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "");
   EXPECT_EQ(ReadAll(dir_ / "a"), "new");
   EXPECT_EQ(WriteFile(dir_ / "b", Bytes("new")), "Operation not permitted");
@@ -162,9 +118,119 @@ TEST_F(OutFileTest, NeverReplacesPipesAndDevices) {
   EXPECT_TRUE(fs::is_fifo(pipe));
   EXPECT_EQ(dir_.Count(), 1U);
   // Run by root, a faulty writer would replace the machine's devices: it must not get that far.
-  WriterCalls().rename = [](const char*, const char*) { return errno = EIO, -1; };
+  FailingDisk disk;
+  disk.Fail(FailingDisk::kRename, EIO);
+  fs::create_symlink("/dev/full", dir_ / "full");
+  EXPECT_EQ(WriteFile(dir_ / "full", Bytes("x")), "No space left on device");
+  EXPECT_TRUE(fs::is_symlink(dir_ / "full"));
   EXPECT_EQ(WriteFile("/dev/full", Bytes("x")), "No space left on device");
   EXPECT_EQ(WriteFile("/dev/null", Bytes("x")), "");
+}
+
+// The save that comes to its end last wins; neither takes the other's bytes for its own.
+TEST_F(OutFileTest, TwoSavesOfOneFileKeepApart) {
+  WriteAll(dir_ / "a", "old");
+  OutFile first;
+  OutFile second;
+  ASSERT_EQ(first.Open(dir_ / "a"), "");
+  ASSERT_EQ(second.Open(dir_ / "a"), "");
+  EXPECT_EQ(dir_.Count(), 3U);
+  EXPECT_EQ(second.Write(Bytes("second")), "");
+  EXPECT_EQ(first.Write(Bytes("the first")), "");
+  EXPECT_EQ(second.Commit(), "");
+  EXPECT_EQ(ReadAll(dir_ / "a"), "second");
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("third")), "") << "while the first is still at it";
+  EXPECT_EQ(first.Commit(), "");
+  EXPECT_EQ(ReadAll(dir_ / "a"), "the first");
+  EXPECT_EQ(dir_.Count(), 1U);
+}
+
+TEST_F(OutFileTest, RemovesWhatKilledProgramsLeftAndNothingElse) {
+  const fs::path target = dir_ / std::string(255, 'n');
+  const auto name = [&](int i) { return BesideFile::NameFor(target, i); };
+  EXPECT_EQ(name(0).filename(), name(0).filename().string().substr(0, 28));
+  EXPECT_NE(name(0), BesideFile::NameFor(dir_ / std::string(254, 'n'), 0));
+  for (const int i : {0, 3, BesideFile::kNames - 1}) {
+    WriteAll(name(i), "half a");
+  }
+  WriteAll(dir_ / ".orvane-other.tmp", "another file's");
+  EXPECT_EQ(WriteFile(target, Bytes("whole")), "");
+  EXPECT_EQ(ReadAll(target), "whole");
+  EXPECT_EQ(dir_.Count(), 2U);
+
+  // Names that hold no leftover are let be, and another is taken.
+  fs::create_directory(name(0));
+  fs::create_symlink("elsewhere", name(1));
+  ASSERT_EQ(mkfifo(name(2).c_str(), 0600), 0);
+  std::vector<std::unique_ptr<OutFile>> others;
+  for (int i = 3; i < BesideFile::kNames; ++i) {
+    others.push_back(std::make_unique<OutFile>());
+    EXPECT_EQ(others.back()->Open(target), "");
+  }
+  EXPECT_EQ(WriteFile(target, Bytes("one too many")), "Device or resource busy");
+  others.clear();
+  EXPECT_EQ(WriteFile(target, Bytes("again")), "");
+  EXPECT_EQ(ReadAll(target), "again");
+  EXPECT_EQ(dir_.Count(), 5U);
+  EXPECT_TRUE(fs::is_symlink(name(1)));
+}
+
+TEST_F(OutFileTest, WhatTookTheTargetsPlaceMeanwhileIsNotLost) {
+  const auto save_when = [this](const std::function<void()>& replace) {
+    WriteAll(dir_ / "a", "old");
+    OutFile file;
+    EXPECT_EQ(file.Open(dir_ / "a"), "");
+    EXPECT_EQ(file.Write(Bytes("new")), "");
+    fs::remove(dir_ / "a");
+    replace();
+    return file.Commit();
+  };
+  EXPECT_EQ(save_when([] {}), "") << "removed meanwhile: made anew";
+  EXPECT_EQ(save_when([this] { WriteAll(dir_ / "a", "another's"); }), "");
+  EXPECT_EQ(ReadAll(dir_ / "a"), "new") << "a file is saved over";
+
+  const std::string refused = "something that is no file took its place meanwhile";
+  EXPECT_EQ(save_when([this] { fs::create_directory(dir_ / "a"); }), refused);
+  fs::remove(dir_ / "a");
+  EXPECT_EQ(save_when([this] { fs::create_symlink("/dev/null", dir_ / "a"); }), refused);
+  EXPECT_TRUE(fs::is_symlink(dir_ / "a"));
+  fs::remove(dir_ / "a");
+  FailingDisk disk;
+  disk.Fail(FailingDisk::kCreate, EACCES);
+  EXPECT_EQ(save_when([this] { WriteAll(dir_ / "a", "another's"); }),
+            "another file took its place meanwhile")
+      << "in place the bytes would go to a file without a name";
+  EXPECT_EQ(ReadAll(dir_ / "a"), "another's");
+  EXPECT_EQ(dir_.Count(), 1U);
+}
+
+// What the rights of files and folders forbid, which a super-user never meets.
+TEST_F(OutFileTest, ObeysRightsAndLimits) {
+  WriteAll(dir_ / "writable", "old");
+  WriteAll(dir_ / "not", "old");
+  chmod((dir_ / "writable").c_str(), 0666);
+  chmod((dir_ / "not").c_str(), 0444);
+  chmod(dir_.Path().c_str(), 0555);
+  const pid_t child = fork();
+  if (child == 0) {
+    ReportSizeLimits();
+    const rlimit most{4096, 4096};
+    const bool is_plain = geteuid() != 0 || (setgid(65534) == 0 && setuid(65534) == 0);
+    const std::string long_text(5000, 'x');
+    const bool is_right = is_plain && WriteFile(dir_ / "writable", Bytes("new")).empty() &&
+                          WriteFile(dir_ / "not", Bytes("new")) == "Permission denied" &&
+                          WriteFile(dir_ / "none", Bytes("new")) == "Permission denied" &&
+                          setrlimit(RLIMIT_FSIZE, &most) == 0 &&
+                          WriteFile(dir_ / "writable", Bytes(long_text)) == "File too large";
+    _exit(is_right ? 0 : 1);
+  }
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(ReadAll(dir_ / "writable"), "new");
+  EXPECT_EQ(ReadAll(dir_ / "not"), "old");
+  EXPECT_EQ(dir_.Count(), 2U);
+  chmod(dir_.Path().c_str(), 0755);
 }
 
 }  // namespace

@@ -258,7 +258,7 @@ TEST(TblFile, VersionsAreStoredOnlyWhenTheFileIsWritten) {
                                                            {"/dev/full", ENOSPC},
                                                            {dir / "old.tbl", EIO},
                                                            {dir / "new.tbl", EIO}};
-    WriterCalls().rename = [](const char*, const char*) { return errno = EIO, -1; };
+    WriterCalls().rename = [](const auto&, const auto&) { return errno = EIO, -1; };
     for (const auto& [path, error] : cases) {
       TblReport report;
       EXPECT_EQ(SaveParamFile(&table, path, options, &report), kTblWriteFailed);

@@ -107,6 +107,15 @@ TEST_F(Stepping, CalculatesFromWhatStandsInTheDialogAndExportsItsBytes) {
   EXPECT_EQ(Values({"FRQ0", "FRQ1", "FRQ2", "FEND", "TPFR"}), "10.12345679 3.5 0 9 0 ");
 }
 
+TEST_F(Stepping, TellsOfFrequenciesThatAreNotShown) {
+  for (const auto& [key, frequency] : {std::pair("FRQ0", "8"), std::pair("FRQ1", "0"),
+                                       std::pair("FRQ2", "7"), std::pair("FR19", "1")}) {
+    Set(&table_, key, frequency);
+  }
+  Open(kCsamt, 2);
+  EXPECT_EQ(form_.Note(), "2 frequencies stored behind an empty one are not shown");
+}
+
 TEST_F(Stepping, OpensFilesAndTellsOfThem) {
   Open(kSip, 2);
   testing::WriteAll(dir_ / "a.TFS", testing::ManySteps(1) + testing::ManySteps(1));

@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
   }
   const QTemporaryDir settings;
   qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  qputenv("XDG_DATA_HOME", settings.path().toLocal8Bit());
   orvane::COrvaneApp app(argc, argv);
   if (qEnvironmentVariableIsSet("ORVANE_EXPECT_COMMA") &&
       QLocale::system().decimalPoint() != QLatin1String(",")) {

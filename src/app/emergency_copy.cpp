@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/emergency_copy.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <algorithm>
+#include <chrono>
+#include <system_error>
+#include <utility>
+
+#include "core/file_io.h"
+#include "core/number_text.h"
+#include "core/tbl_file.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMostCopies = 100;
+constexpr std::size_t kMostBytes = std::size_t{1} << 20U;  // far more than a copy has
+constexpr std::chrono::milliseconds kPause{1000};
+
+fs::path CopyPath(const fs::path& folder, int number) {
+  return folder / ("unsaved-" + FormatInt(number) + ".orvane");
+}
+
+bool Exists(const fs::path& path) {
+  std::error_code ignored;
+  return fs::exists(path, ignored);
+}
+
+std::string ReadCopy(const fs::path& path, UnsavedTable* unsaved) {
+  InFile file;
+  if (std::string reason = file.Open(path); !reason.empty()) {
+    return reason;
+  }
+  std::vector<std::byte> bytes(kMostBytes);
+  bytes.resize(file.Read(bytes));
+  return file.Error().empty() ? ReadUnsavedImage(bytes, unsaved) : file.Error();
+}
+
+// Empty where this program cannot represent the path: then the document has none.
+QString ShownPath(const std::string& bytes) {
+  const QString path = QString::fromStdString(bytes);
+  return path.toStdString() == bytes ? path : QString();
+}
+
+std::string Question(const UnsavedTable& unsaved, const fs::path& file) {
+  const QString path = ShownPath(unsaved.path);
+  const QString time =
+      QFileInfo(TextFromPath(file)).lastModified().toString(QStringLiteral("yyyy-MM-dd HH:mm"));
+  return "Orvane ended without saving the changes to\n" +
+         (path.isEmpty() ? "a table without a name" : path.toStdString()) +
+         "\n\nThey are kept as of " + time.toStdString() + ".\nOpen the unsaved table?";
+}
+
+}  // namespace
+
+EmergencyCopy::EmergencyCopy(fs::path folder, COrvaneDoc* doc, Notices* notices)
+    : folder_(std::move(folder)), doc_(doc), notices_(notices) {
+  later_.setSingleShot(true);
+  later_.setInterval(kPause);
+  connect(&later_, &QTimer::timeout, this, &EmergencyCopy::Keep);
+  connect(doc_, &COrvaneDoc::Marked, this, &EmergencyCopy::FollowMark);
+  connect(doc_, &COrvaneDoc::Changed, &later_, qOverload<>(&QTimer::start));
+  clean_ = TblImage(doc_->Table(), {});
+}
+
+fs::path EmergencyCopy::UsersFolder() {
+  return PathFromText(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation)) /
+         "Unsaved";
+}
+
+EmergencyCopy::Copy EmergencyCopy::Claimed(int number) const {
+  fs::path file = CopyPath(folder_, number);
+  fs::path lock_path = file;
+  auto lock = std::make_unique<QLockFile>(TextFromPath(lock_path.replace_extension(".lock")));
+  lock->setStaleLockTime(
+      0);  // a program may run for days; one that is gone is noticed all the same
+  if (!lock->tryLock(0)) {
+    lock.reset();
+  }
+  return {std::move(file), std::move(lock)};
+}
+
+// The copies of programs that are gone, the newest first.
+std::vector<EmergencyCopy::Copy> EmergencyCopy::Abandoned() const {
+  std::vector<Copy> found;
+  for (int i = 1; i <= kMostCopies; ++i) {
+    if (Exists(CopyPath(folder_, i))) {
+      Copy copy = Claimed(i);
+      if (copy.lock != nullptr && Exists(copy.file)) {
+        found.push_back(std::move(copy));
+      }
+    }
+  }
+  const auto written = [](const Copy& copy) {
+    std::error_code ignored;
+    return fs::last_write_time(copy.file, ignored);
+  };
+  std::stable_sort(found.begin(), found.end(),
+                   [&written](const Copy& a, const Copy& b) { return written(a) > written(b); });
+  return found;
+}
+
+bool EmergencyCopy::Offer(Prompts* prompts) {
+  std::string line;
+  bool is_open = false;
+  for (Copy& copy : Abandoned()) {
+    UnsavedTable unsaved;
+    if (const std::string reason = ReadCopy(copy.file, &unsaved); !reason.empty()) {
+      line = FileMessage(copy.file, "emergency copy ignored: " + reason);
+    } else if (!is_open && OpenIfWanted(&copy, unsaved, prompts)) {
+      is_open = true;
+    }
+  }
+  if (!line.empty()) {
+    notices_->ShowNotice(line);
+  }
+  return is_open;
+}
+
+bool EmergencyCopy::OpenIfWanted(Copy* copy, const UnsavedTable& unsaved, Prompts* prompts) {
+  if (prompts->AskYesNo("Orvane", Question(unsaved, copy->file)) != Answer::kYes) {
+    notices_->ShowNotice("The unsaved table is kept and will be offered at the next start");
+    return false;
+  }
+  Remove();
+  own_ = std::move(*copy);  // ours from now on: it goes when the document is saved
+  const QString path = ShownPath(unsaved.path);
+  doc_->OnOpenUnsaved(path, unsaved.table);
+  notices_->ShowNotice(path.isEmpty() ? "Opened the unsaved table; it has no name yet"
+                                      : "Opened the unsaved table; the file is as it was");
+  return true;
+}
+
+// An empty string, or why there is no place for a copy.
+std::string EmergencyCopy::ClaimOwn() {
+  std::error_code error;
+  if (fs::create_directories(folder_, error)) {
+    fs::permissions(folder_, fs::perms::owner_all, error);  // tables may hold passwords
+  }
+  if (error) {
+    return FileMessage(folder_, SystemReason(error.value()));
+  }
+  for (int i = 1; i <= kMostCopies && own_.lock == nullptr; ++i) {
+    if (Copy copy = Claimed(i); copy.lock != nullptr && !Exists(copy.file)) {
+      own_ = std::move(copy);
+    }
+  }
+  return own_.lock == nullptr ? FileMessage(folder_, "no place for another") : std::string();
+}
+
+void EmergencyCopy::FollowMark(bool is_modified) {
+  if (is_modified) {
+    Keep();
+    return;
+  }
+  Remove();
+  clean_ = TblImage(doc_->Table(), {});
+}
+
+void EmergencyCopy::Keep() {
+  later_.stop();
+  UnsavedTable unsaved{doc_->Path().toStdString(), TblImage(doc_->Table(), {})};
+  if (!doc_->IsModified() && unsaved.table == clean_) {
+    return;
+  }
+  std::vector<std::byte> image = UnsavedImage(unsaved);
+  if (image == kept_) {
+    return;
+  }
+  std::string reason = own_.lock == nullptr ? ClaimOwn() : std::string();
+  if (reason.empty()) {
+    reason = WriteFile(own_.file, image);
+    reason = reason.empty() ? reason : FileMessage(own_.file, reason);
+  }
+  if (!reason.empty()) {
+    notices_->ShowNotice("No emergency copy of the unsaved changes: " + reason);
+    return;
+  }
+  kept_ = std::move(image);
+}
+
+void EmergencyCopy::Remove() {
+  later_.stop();
+  if (own_.lock != nullptr) {
+    std::error_code ignored;  // what cannot be removed is offered once more
+    fs::remove(own_.file, ignored);
+  }
+  kept_.clear();
+}
+
+}  // namespace orvane

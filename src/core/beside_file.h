@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CORE_BESIDE_FILE_H_
+#define ORVANE_CORE_BESIDE_FILE_H_
+
+#include <filesystem>
+
+namespace orvane {
+
+/// The file that a save fills beside its target before it takes the target's place. Its name is
+/// short whatever the target's is, and always the same for one target, so that the next save finds
+/// what a killed program left, and removes it. A lock, which ends with its program, tells such a
+/// leftover from a file that another program is filling just now: that one is left alone, and the
+/// next of `kNames` names is taken. Where a file system has no locks, leftovers stay.
+class BesideFile {
+ public:
+  static constexpr int kNames = 8;
+
+  BesideFile() = default;
+  BesideFile(const BesideFile&) = delete;
+  BesideFile& operator=(const BesideFile&) = delete;
+  ~BesideFile() { Remove(); }
+
+  static std::filesystem::path NameFor(const std::filesystem::path& target, int number);
+
+  /// Each false, with errno set, on failure.
+  [[nodiscard]] bool Create(const std::filesystem::path& target);
+  [[nodiscard]] bool Close();  ///< it stays ours
+  [[nodiscard]] bool MoveTo(const std::filesystem::path& target);
+  /// Does nothing where there is none.
+  void Remove();
+
+  int Handle() const { return handle_; }
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  bool Make(const std::filesystem::path& path);
+  void Release();
+
+  std::filesystem::path path_;  // empty: there is none
+  int handle_ = -1;
+  int lock_ = -1;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CORE_BESIDE_FILE_H_

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The calls of the operating system behind files, without any policy: all that differs from system
+// to system stands here and in file_system_SYSTEM.cpp. Handles are the C library's descriptors.
+// What fails answers -1 or false and sets errno.
+#ifndef ORVANE_CORE_FILE_SYSTEM_H_
+#define ORVANE_CORE_FILE_SYSTEM_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+
+namespace orvane {
+
+enum class FileKind { kRegular, kFolder, kPipe, kLink, kDevice };
+
+struct FileInfo {
+  FileKind kind = FileKind::kDevice;
+  std::uint64_t size = 0;    ///< of a regular file
+  std::uint64_t device = 0;  ///< with `number`: which file it is, whatever its name
+  std::uint64_t number = 0;
+
+  bool IsSameFileAs(const FileInfo& other) const {
+    return device == other.device && number == other.number;
+  }
+};
+
+[[nodiscard]] bool ReadInfo(const std::filesystem::path& path, FileInfo* info);
+[[nodiscard]] bool ReadInfo(int handle, FileInfo* info);
+/// Of a symbolic link itself, where `path` names one.
+[[nodiscard]] bool ReadLinkInfo(const std::filesystem::path& path, FileInfo* info);
+
+/// What the system says of an `errno` number, in English whatever the user's locale.
+std::string SystemReason(int error);
+
+/// Opens a file of any kind. A pipe without a writer holds nobody up; it reads as empty.
+int OpenToRead(const std::filesystem::path& path);
+/// Lets reads from a pipe wait for its writer.
+void WaitForWriter(int handle);
+/// Some of the next bytes, 0 at the end.
+std::ptrdiff_t ReadSome(int handle, std::span<std::byte> bytes);
+/// The same from a position, which no other call changes.
+std::ptrdiff_t ReadSomeAt(int handle, std::uint64_t offset, std::span<std::byte> bytes);
+/// Closes what was only read.
+void CloseRead(int handle);
+
+/// The calls of the safe writer, replaceable so that tests can let a disk fail.
+struct FileCalls {
+  int (*open)(const std::filesystem::path& path);    ///< a file that exists, for writing
+  int (*create)(const std::filesystem::path& path);  ///< a new one; fails if the name is taken
+  std::ptrdiff_t (*write)(int handle, const void* bytes, std::size_t size);
+  int (*resize)(int handle, std::uint64_t size);
+  int (*sync)(int handle);
+  int (*close)(int handle);
+  int (*rename)(const std::filesystem::path& from, const std::filesystem::path& to);
+  int (*sync_folder)(
+      const std::filesystem::path& folder);  ///< what cannot be synced counts as done
+};
+FileCalls& WriterCalls();
+
+/// Goes back to the first byte of a file being written.
+[[nodiscard]] bool Rewind(int handle);
+/// Gives a new file the mode bits of another and, where the system allows it, its owner. False
+/// where the mode bits cannot be set.
+[[nodiscard]] bool TakeRights(int from, int to);
+
+/// Who has a file: locks end with the last handle to what was opened, also when the program dies.
+enum class Lock { kTaken, kBusy, kUnknown };  ///< ours now, somebody else's, no locks to be had
+Lock TryLock(int handle);
+/// An existing regular file, never through a symbolic link, to be asked for its lock.
+int OpenToLock(const std::filesystem::path& path);
+/// A second handle that keeps the lock when the first is closed.
+int KeepLock(int handle);
+
+/// Lets writing beyond the size that the user may give a file fail with a reason, where the system
+/// would end the program. For the beginning of main().
+void ReportSizeLimits();
+
+}  // namespace orvane
+
+#endif  // ORVANE_CORE_FILE_SYSTEM_H_

@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The safe writer's policy.
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "core/file_io.h"
+#include "core/follow_links.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::size_t kMostAtOnce = std::size_t{256} * 1024;
+
+// Writes everything, in pieces; false with errno set on failure.
+bool WriteAll(int handle, std::span<const std::byte> bytes) {
+  while (!bytes.empty()) {
+    const auto written =
+        WriterCalls().write(handle, bytes.data(), std::min(bytes.size(), kMostAtOnce));
+    if (written < 0 && errno == EINTR) {
+      continue;
+    }
+    if (written <= 0) {
+      errno = written == 0 ? ENOSPC : errno;
+      return false;
+    }
+    bytes = bytes.subspan(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+// A folder that takes no second file may still let the file itself be rewritten.
+bool ForbidsNewFiles(int error) { return error == EACCES || error == EPERM || error == EROFS; }
+
+bool ForbidsReplacing(int error) { return error == EACCES || error == EPERM || error == EBUSY; }
+
+bool ReadBack(const std::filesystem::path& path, std::vector<std::byte>* bytes) {
+  FileInfo info;
+  InFile file;
+  if (!ReadInfo(path, &info) || !file.Open(path).empty()) {
+    return false;
+  }
+  bytes->resize(info.size);
+  return file.Read(*bytes) == info.size;
+}
+
+}  // namespace
+
+bool OutFile::CloseTarget() {
+  const int handle = std::exchange(handle_, -1);
+  return handle < 0 || WriterCalls().close(handle) == 0;
+}
+
+void OutFile::Abandon() {
+  static_cast<void>(CloseTarget());  // what is given up has failed already
+  beside_.Remove();
+  pending_.clear();
+  way_ = Way::kNone;
+}
+
+std::string OutFile::Fail(std::string reason) {
+  error_ = std::move(reason);
+  Abandon();
+  return error_;
+}
+
+std::string OutFile::Fail(int error) { return Fail(SystemReason(error)); }
+
+std::string OutFile::Done() {
+  way_ = Way::kNone;
+  return {};
+}
+
+std::string OutFile::Open(const std::filesystem::path& path) {
+  // Opened even where it is going to be replaced: a file that forbids writing stays.
+  handle_ = WriterCalls().open(path);
+  FileInfo info;
+  if (handle_ < 0 ? errno != ENOENT : !ReadInfo(handle_, &info)) {
+    return Fail(errno);
+  }
+  if (handle_ >= 0 && info.kind != FileKind::kRegular) {
+    way_ = Way::kDirect;
+    return {};
+  }
+  target_ = FollowLinks(path);
+  return OpenBeside();
+}
+
+std::string OutFile::OpenBeside() {
+  if (!beside_.Create(target_)) {
+    if (handle_ < 0 || !ForbidsNewFiles(errno)) {
+      return Fail(errno);
+    }
+    way_ = Way::kInPlace;
+    return {};
+  }
+  way_ = Way::kBeside;
+  if (handle_ >= 0) {
+    if (!TakeRights(handle_, beside_.Handle())) {
+      return Fail(errno);
+    }
+    CloseRead(std::exchange(handle_, -1));  // nothing was written through it
+  }
+  return {};
+}
+
+std::string OutFile::Write(std::span<const std::byte> bytes) {
+  if (way_ == Way::kNone) {
+    return error_.empty() ? SystemReason(EBADF) : error_;
+  }
+  if (way_ == Way::kInPlace) {
+    pending_.insert(pending_.end(), bytes.begin(), bytes.end());
+    return {};
+  }
+  const int handle = way_ == Way::kDirect ? handle_ : beside_.Handle();
+  return WriteAll(handle, bytes) ? std::string() : Fail(errno);
+}
+
+std::string OutFile::Commit() {
+  switch (way_) {
+    case Way::kNone:
+      break;
+    case Way::kBeside:
+      return CommitBeside();
+    case Way::kInPlace:
+      return CommitInPlace();
+    case Way::kDirect:
+      return CommitDirectly();
+  }
+  return error_.empty() ? SystemReason(EBADF) : error_;
+}
+
+std::string OutFile::CommitDirectly() {
+  // Pipes and most devices cannot be synced; only what a disk reports counts.
+  if (WriterCalls().sync(handle_) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS) {
+    return Fail(errno);
+  }
+  return CloseTarget() ? Done() : Fail(errno);
+}
+
+std::string OutFile::CommitBeside() {
+  if (WriterCalls().sync(beside_.Handle()) != 0 || !beside_.Close()) {
+    return Fail(errno);
+  }
+  FileInfo there;  // a device, folder or link may have come there meanwhile
+  if (ReadLinkInfo(target_, &there) && there.kind != FileKind::kRegular) {
+    return Fail("something that is no file took its place meanwhile");
+  }
+  if (!beside_.MoveTo(target_)) {
+    return ForbidsReplacing(errno) ? CommitByCopying(errno) : Fail(errno);
+  }
+  const bool is_lasting = WriterCalls().sync_folder(target_.parent_path()) == 0;
+  return is_lasting ? Done() : Fail(errno);
+}
+
+// Where the finished file may not take the target's place but the target may be written: a file of
+// somebody else in a shared folder, a mount of a single file. `error` is what forbade it.
+std::string OutFile::CommitByCopying(int error) {
+  if (!ReadBack(beside_.Path(), &pending_)) {
+    return Fail(error);
+  }
+  handle_ = WriterCalls().open(target_);
+  if (handle_ < 0) {
+    return Fail(error);
+  }
+  std::string reason = CommitInPlace();
+  beside_.Remove();
+  return reason;
+}
+
+// The open target gets `bytes` as its content and is closed.
+bool OutFile::Rewrite(std::span<const std::byte> bytes) {
+  return Rewind(handle_) && WriteAll(handle_, bytes) &&
+         WriterCalls().resize(handle_, bytes.size()) == 0 && WriterCalls().sync(handle_) == 0 &&
+         CloseTarget();
+}
+
+std::string OutFile::CommitInPlace() {
+  FileInfo opened;
+  FileInfo there;
+  if (!ReadInfo(handle_, &opened) || !ReadLinkInfo(target_, &there) ||
+      !opened.IsSameFileAs(there)) {
+    return Fail("another file took its place meanwhile");  // ours has no name any more
+  }
+  if (TryLock(handle_) == Lock::kBusy) {
+    return Fail("another program is saving it");
+  }
+  std::vector<std::byte> old;
+  if (!ReadBack(target_, &old)) {
+    return Fail(EACCES);  // what cannot be put back is not overwritten
+  }
+  if (Rewrite(pending_)) {
+    return Done();
+  }
+  std::string reason = SystemReason(errno);
+  if (handle_ < 0) {
+    handle_ = WriterCalls().open(target_);  // closing was what failed
+  }
+  if (!Rewrite(old)) {
+    reason.append("; what the file held before could not be put back");
+  }
+  return Fail(std::move(reason));
+}
+
+}  // namespace orvane

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/unsaved_table.h"
+
+#include <algorithm>
+
+#include "core/tbl_record.h"
+
+namespace orvane {
+namespace {
+
+std::uint64_t SumOf(std::span<const std::byte> header, std::span<const std::byte> rest) {
+  return Checksum(rest, Checksum(header.first(offsetof(UnsavedHeader, checksum))));
+}
+
+// A whole file of whole records, as the program writes it.
+bool IsWholeTable(std::span<const std::byte> table) {
+  return table.size() >= sizeof(TblHeader) && table.size() % sizeof(ParamEntry) == 0 &&
+         RecogniseTblVersion(table.first<sizeof(TblHeader)>()) == 2;
+}
+
+}  // namespace
+
+std::vector<std::byte> UnsavedImage(const UnsavedTable& unsaved) {
+  std::vector<std::byte> rest;
+  const auto path = std::as_bytes(std::span(unsaved.path));
+  rest.insert(rest.end(), path.begin(), path.end());
+  rest.insert(rest.end(), unsaved.table.begin(), unsaved.table.end());
+  UnsavedHeader header;
+  header.path_size = static_cast<std::uint32_t>(path.size());
+  header.table_size = unsaved.table.size();
+  header.checksum = SumOf(BytesOf(header), rest);
+  const auto start = BytesOf(header);
+  std::vector<std::byte> image(start.begin(), start.end());
+  image.insert(image.end(), rest.begin(), rest.end());
+  return image;
+}
+
+std::string ReadUnsavedImage(std::span<const std::byte> bytes, UnsavedTable* unsaved) {
+  if (bytes.size() < sizeof(UnsavedHeader)) {
+    return "it is cut";
+  }
+  const auto header = RecordFrom<UnsavedHeader>(bytes);
+  if (header.magic != UnsavedHeader().magic) {
+    return "it is none";
+  }
+  if (header.version != UnsavedHeader::kVersion) {
+    return "it is of another version of Orvane";
+  }
+  const auto rest = bytes.subspan(sizeof header);
+  const std::uint64_t path_size = header.path_size;
+  if (path_size > rest.size() || header.table_size > rest.size() - path_size) {
+    return "it is cut";
+  }
+  const auto table = rest.subspan(path_size);
+  if (header.table_size != table.size() || header.checksum != SumOf(bytes, rest) ||
+      !IsWholeTable(table)) {
+    return "it is damaged";
+  }
+  const auto path = rest.first(path_size);
+  unsaved->path.resize(path.size());
+  std::transform(path.begin(), path.end(), unsaved->path.begin(),
+                 [](std::byte byte) { return static_cast<char>(byte); });
+  unsaved->table.assign(table.begin(), table.end());
+  return {};
+}
+
+}  // namespace orvane

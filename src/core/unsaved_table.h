@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The file that keeps edits which are not saved yet; docs/formats/emergency-copy.md tells it whole.
+#ifndef ORVANE_CORE_UNSAVED_TABLE_H_
+#define ORVANE_CORE_UNSAVED_TABLE_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/checksum.h"
+#include "core/wire.h"
+
+namespace orvane {
+
+/// First bytes of an emergency copy; the path and the table follow.
+///
+/// | offset | size | content |
+/// |---|---|---|
+/// | 0 | 8 | "ORVUNSAV" |
+/// | 8 | 4 | version of the format |
+/// | 12 | 4 | bytes of the path |
+/// | 16 | 8 | bytes of the table |
+/// | 24 | 8 | checksum of the 24 bytes before, the path and the table |
+struct UnsavedHeader {
+  static constexpr std::uint32_t kVersion = 1;
+
+  std::array<char, 8> magic = {'O', 'R', 'V', 'U', 'N', 'S', 'A', 'V'};
+  Le<std::uint32_t> version = kVersion;
+  Le<std::uint32_t> path_size;
+  Le<std::uint64_t> table_size;
+  Le<std::uint64_t> checksum;
+};
+static_assert(sizeof(UnsavedHeader) == 32 && alignof(UnsavedHeader) == 1);
+static_assert(offsetof(UnsavedHeader, path_size) == 12 && offsetof(UnsavedHeader, checksum) == 24);
+
+struct UnsavedTable {
+  std::string path;              ///< of the document, in UTF-8; empty for one without a file
+  std::vector<std::byte> table;  ///< a whole version-2 parameter table file
+};
+
+std::vector<std::byte> UnsavedImage(const UnsavedTable& unsaved);
+
+/// An empty string, or why the bytes are of no use; then `unsaved` is as before.
+std::string ReadUnsavedImage(std::span<const std::byte> bytes, UnsavedTable* unsaved);
+
+}  // namespace orvane
+
+#endif  // ORVANE_CORE_UNSAVED_TABLE_H_

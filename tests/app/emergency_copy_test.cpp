@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/emergency_copy.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QTest>
+#include <csignal>
+#include <memory>
+
+#include "core/tbl_file.h"
+#include "support/qt_print.h"
+#include "support/table_help.h"
+#include "support/tbl_bytes.h"
+#include "support/temp_dir.h"
+
+namespace orvane::testing {
+namespace {
+
+class User : public Prompts, public Notices {
+ public:
+  Answer AskYesNo(const std::string&, const std::string& question) override {
+    asked.push_back(question);
+    return answer;
+  }
+  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
+  void ShowWarning(const std::string&, const std::string&) override {}
+  void ShowNotice(const std::string& text) override { notice = text; }
+  Answer answer = Answer::kYes;
+  std::vector<std::string> asked;
+  std::string notice;
+};
+
+// A running program, without its window.
+struct Program {
+  explicit Program(const std::filesystem::path& folder) : copy(folder, &doc, &user) {
+    doc.OnNewDocument();
+  }
+  // What an editor's OK does.
+  void Edit(const char* text) {
+    Set(&table, "SITE", text);
+    doc.SetModified(true);
+  }
+
+  ParamTable table = NewTable();
+  User user;
+  COrvaneDoc doc{&table, &user, &user};
+  EmergencyCopy copy;
+};
+
+class EmergencyCopies : public ::testing::Test {
+ protected:
+  std::filesystem::path File(int number) const {
+    return dir_ / ("unsaved-" + std::to_string(number) + ".orvane");
+  }
+  QString TablePath() const {
+    return QString::fromStdString((tables_ / "\xc3\xa4 a.tbl").string());
+  }
+
+  // A program that is killed with unsaved changes of a file, as far as it got.
+  void Crash(const char* site) const {
+    const pid_t child = fork();
+    if (child == 0) {
+      Program program(dir_.Path());
+      program.Edit("saved before");
+      program.doc.OnSaveDocument(TablePath());
+      program.Edit(site);
+      kill(getpid(), SIGKILL);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status));
+  }
+
+  TempDir dir_;
+  TempDir tables_;
+};
+
+TEST_F(EmergencyCopies, ACrashedProgramsEditsAreOfferedAndOpened) {
+  Crash("unsaved");
+  const std::string saved = ReadAll(tables_ / "\xc3\xa4 a.tbl");
+  EXPECT_EQ(saved.size(), 23040U);
+  Program next(dir_.Path());
+  EXPECT_TRUE(next.copy.Offer(&next.user));
+  ASSERT_EQ(next.user.asked.size(), 1U);
+  EXPECT_NE(next.user.asked[0].find("saving the changes to\n" + TablePath().toStdString() + "\n\n"),
+            std::string::npos)
+      << next.user.asked[0];
+  EXPECT_EQ(Get(next.table, "SITE"), "unsaved");
+  EXPECT_EQ(next.doc.Path(), TablePath());
+  EXPECT_TRUE(next.doc.IsModified());
+  EXPECT_EQ(ReadAll(tables_ / "\xc3\xa4 a.tbl"), saved);
+
+  next.Edit("edited further");
+  EXPECT_EQ(dir_.Count(), 2U) << "the copy and its lock";
+  EXPECT_TRUE(next.doc.OnSaveDocument(next.doc.Path()));
+  EXPECT_FALSE(std::filesystem::exists(File(1)));
+}
+
+TEST_F(EmergencyCopies, DecliningTouchesNothing) {
+  Crash("unsaved");
+  const std::string kept = ReadAll(File(1));
+  for (int start = 0; start < 2; ++start) {
+    Program next(dir_.Path());
+    next.user.answer = Answer::kNo;
+    EXPECT_FALSE(next.copy.Offer(&next.user));
+    EXPECT_EQ(next.user.asked.size(), 1U);
+    EXPECT_FALSE(next.doc.IsModified());
+    EXPECT_EQ(next.doc.Path(), "");
+    next.Edit("something else");
+    EXPECT_TRUE(std::filesystem::exists(File(2))) << "a place of its own";
+    next.doc.OnCloseDocument();
+    EXPECT_FALSE(std::filesystem::exists(File(2)));
+    EXPECT_EQ(ReadAll(File(1)), kept);
+  }
+}
+
+TEST_F(EmergencyCopies, RunningProgramsKeepApart) {
+  Program first(dir_.Path());
+  first.Edit("first");
+  const std::string kept = ReadAll(File(1));
+  Program second(dir_.Path());
+  EXPECT_FALSE(second.copy.Offer(&second.user));
+  EXPECT_TRUE(second.user.asked.empty());
+  second.Edit("second");
+  EXPECT_EQ(ReadAll(File(1)), kept);
+  EXPECT_NE(ReadAll(File(2)), "");
+  second.doc.OnNewDocument();
+  EXPECT_FALSE(std::filesystem::exists(File(2)));
+  EXPECT_EQ(ReadAll(File(1)), kept);
+}
+
+TEST_F(EmergencyCopies, EditsInAnOpenDialogAreKeptSoon) {
+  auto program = std::make_unique<Program>(dir_.Path());
+  Set(&program->table, "SITE", "typed");
+  program->doc.UpdateAllViews();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return std::filesystem::exists(File(1)); }, 5000));
+  program.reset();
+  Program next(dir_.Path());
+  next.user.answer = Answer::kYes;
+  EXPECT_TRUE(next.copy.Offer(&next.user));
+  EXPECT_EQ(Get(next.table, "SITE"), "typed");
+  EXPECT_EQ(next.doc.Title(), QStringLiteral("Untitled"));
+}
+
+TEST_F(EmergencyCopies, OnlyGoodCopiesAreOffered) {
+  const std::string table = HeaderV2() + RecordV2("SITE", 0, 2, "kept");
+  const auto bytes = std::as_bytes(std::span(table));
+  const auto made = UnsavedImage({"/no utf-8 \xff.tbl", {bytes.begin(), bytes.end()}});
+  std::string image(reinterpret_cast<const char*>(made.data()), made.size());
+  for (const auto& [copy, reason] : {std::pair{image.substr(0, 50), "it is cut"},
+                                     {std::string(2U << 20U, 'x'), "it is none"},
+                                     {Padded(image, 8) + '\2' + image.substr(9), "of another"}}) {
+    WriteAll(File(1), copy);
+    Program program(dir_.Path());
+    EXPECT_FALSE(program.copy.Offer(&program.user));
+    EXPECT_TRUE(program.user.asked.empty());
+    EXPECT_EQ(program.user.notice.find(File(1).string() + ": emergency copy ignored: "), 0U);
+    EXPECT_NE(program.user.notice.find(reason), std::string::npos) << program.user.notice;
+    EXPECT_EQ(ReadAll(File(1)), copy);
+  }
+  // A path that no text can show: the table is there, the next save asks for a name.
+  WriteAll(File(1), image);
+  Program program(dir_.Path());
+  EXPECT_TRUE(program.copy.Offer(&program.user));
+  EXPECT_EQ(Get(program.table, "SITE"), "kept");
+  EXPECT_EQ(program.doc.Path(), "");
+}
+
+TEST_F(EmergencyCopies, AFolderThatCannotBeMadeIsTold) {
+  WriteAll(dir_ / "file", "");
+  Program program(dir_ / "file/Unsaved");
+  program.Edit("x");
+  EXPECT_NE(program.user.notice.find("file/Unsaved: Not a directory"), std::string::npos)
+      << program.user.notice;
+}
+
+}  // namespace
+}  // namespace orvane::testing
