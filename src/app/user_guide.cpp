@@ -10,7 +10,7 @@ QString FindUserGuide(const QString& program_folder) {
   // The second is a link that only build folders have.
   for (const QString& name : {QStringLiteral("guide.html"), QStringLiteral("guide/README.md")}) {
     // Without links: the guide's own links are relative to where it really is.
-    const QString path = QFileInfo(shared + name).canonicalFilePath();
+    QString path = QFileInfo(shared + name).canonicalFilePath();
     if (!path.isEmpty()) {
       return path;
     }
