@@ -25,6 +25,10 @@ target_compile_options(orvane_options INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-fconstexpr-ops-limit=200000000>
   $<$<CXX_COMPILER_ID:Clang>:-fconstexpr-steps=200000000>
   $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
+if(CMAKE_SYSTEM_NAME STREQUAL Linux)
+  # The files come from elsewhere: no table of addresses stays writable.
+  target_link_options(orvane_options INTERFACE LINKER:-z,relro LINKER:-z,now)
+endif()
 if(ORVANE_SANITIZE)
   target_compile_options(orvane_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -125,6 +125,7 @@ bool VisitAcquisition(const ParamTable& opened, const Visit& visit) {
     AcqForm form(&table, &now);
     form.Open();
     CAcqParamDlg dialog(&form, &prompts);
+    dialog.SetSiteSetup([] {});
     dialog.resize(dialog.sizeHint());  // also where this screen is smaller
     done = visit(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
     if (tech == 5) {

@@ -7,10 +7,34 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QFont>
+#include <QLabel>
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <cstdio>
 
 #include "every_window.h"
+
+namespace {
+
+// Shows a crew's folder instead of this machine's, so that the pictures are the same everywhere.
+void ReplaceFolder(QWidget* window, const QString& folder) {
+  const QString shown = QStringLiteral("/home/crew/survey");
+  const auto replace = [&](auto* widget) {
+    if (QString text = widget->text(); text.contains(folder)) {
+      widget->setText(text.replace(folder, shown));
+    }
+  };
+  for (auto* label : window->findChildren<QLabel*>()) {
+    replace(label);
+  }
+  for (auto* line : window->findChildren<QLineEdit*>()) {
+    replace(line);
+    line->deselect();
+  }
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   if (argc != 3) {
@@ -22,11 +46,12 @@ int main(int argc, char** argv) {
   qputenv("XDG_DATA_HOME", settings.path().toLocal8Bit());
   orvane::COrvaneApp app(argc, argv);
   QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));  // nor on the machine's
   const QString folder = QApplication::arguments().value(1);
   QDir().mkpath(folder);
   app.InitInstance(QApplication::arguments().value(2));
   const QString survey =
-      QFileInfo(QApplication::arguments().value(2)).absolutePath() + QStringLiteral("/..");
+      QDir::cleanPath(QFileInfo(QApplication::arguments().value(2)).absolutePath() + "/..");
   bool done = true;
   for (const bool is_dark : {false, true}) {
     QApplication::setPalette(is_dark ? orvane::examples::DarkPalette()
@@ -34,6 +59,7 @@ int main(int argc, char** argv) {
     const QString theme = is_dark ? QStringLiteral("dark") : QStringLiteral("light");
     const auto draw = [&](QWidget* window, const char* name) {
       window->show();
+      ReplaceFolder(window, survey);
       QApplication::processEvents();
       const QString path = QStringLiteral("%1/%2-%3.png").arg(folder, QLatin1String(name), theme);
       const bool is_saved = window->grab().save(path);

@@ -67,6 +67,7 @@ constexpr auto kView = std::to_array<CommandRow>({
     {kViewStatusBar, "&Status Bar", ""},
 });
 constexpr auto kHelp = std::to_array<CommandRow>({
+    {kHelpGuide, "&User Guide\tF1", "Open the user guide\nUser Guide"},
     {kAppAbout, "&About Orvane...", ""},
 });
 constexpr auto kToolBar = std::to_array<CommandRow>({

@@ -16,6 +16,7 @@ enum CommandId : int {
   kFileSaveAs = 57604,
   kFileSaveAllBoxes = 32798,
   kFileRecent = 57616,  ///< the first of the recent files; the others follow
+  kHelpGuide = 32901,
   kAppAbout = 57664,
   kAppExit = 57665,
   kViewToolbar = 59392,

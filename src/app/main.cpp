@@ -9,7 +9,8 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: orvane [FILE]\n"
-    "Opens a parameter table (*.tbl), or a new one.\n"
+    "Opens a parameter table (*.tbl), a waveform (*.tss) or a calibration (*.clb, *.clc); else a\n"
+    "new table.\n"
     "\n"
     "  -h, --help     print this\n"
     "      --version  print the version\n";

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/main_frame.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -14,6 +15,7 @@
 #include "app/about_dlg.h"
 #include "app/lock_keys.h"
 #include "app/theme_icon.h"
+#include "app/user_guide.h"
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
 #include "ui/window_size.h"
@@ -207,6 +209,8 @@ void CMainFrame::ConnectCommands() {
   connect(Command(kScrollForward), &QAction::triggered, this,
           [this] { Display()->ScrollForward(); });
   Handle(kEditRaw, [this] { editors_.EditRaw(); });
+  Handle(kHelpGuide,
+         [this] { ShowUserGuide(FindUserGuide(QApplication::applicationDirPath()), prompts_); });
   Handle(kAppAbout, [this] { CAboutDlg(this).exec(); });
   for (std::size_t i = 0; i < recent_actions_.size(); ++i) {
     connect(recent_actions_[i], &QAction::triggered, this,

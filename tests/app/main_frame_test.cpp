@@ -107,6 +107,7 @@ TEST_F(MainFrame, HasEveryCommand) {
        "Convert  stack result (*.trs)  file(s)  into CSV file(s)", true},
       {32806, "Create TFS File For Dr. Halvo FDEM ...", "", true},
       {59392, "&Toolbar", "", true},
+      {32901, "&User Guide", "Open the user guide", true},
       {57664, "&About Orvane...", "", true},
       {32795, "Scroll forward", "Scroll forward in time series", false},
   };
@@ -125,7 +126,7 @@ TEST_F(MainFrame, HasEveryCommand) {
     }
     commands.push_back(count);
   }
-  EXPECT_EQ(commands, (std::vector<int>{9, 8, 9, 5, 1}));
+  EXPECT_EQ(commands, (std::vector<int>{9, 8, 9, 5, 2}));
   EXPECT_EQ(frame_->Command(kFileOpen)->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
   EXPECT_EQ(frame_->Command(kEditRadio)->toolTip(), QStringLiteral("MHX  Modern"));
   for (const QAction* action : frame_->findChild<QToolBar*>()->actions()) {

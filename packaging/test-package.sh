@@ -1,0 +1,121 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Installs the package in a fresh Debian, uses it there as a user would and removes it again; what
+# is left then is a fault.
+#
+#   test-package.sh PACKAGE EXAMPLE_SURVEY FOLDER
+#
+# FOLDER keeps the base system between runs, so that only the first one fetches it.
+set -euo pipefail
+readonly PACKAGE=$1 SURVEY=$2 FOLDER=$3
+readonly SUITE=bookworm
+readonly BASE=$FOLDER/$SUITE.tar ROOT=$FOLDER/root
+
+say() { printf '%s\n' "$*"; }
+trap 'say "FAILED at line $LINENO" >&2' ERR
+fail() { say "FAILED: $*" >&2; exit 1; }
+skip() { say "The package was not tested in a fresh system: $*"; exit 0; }
+# Runs a command inside, without what the caller's session tells of itself.
+inside() {
+  env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/home/crew LC_ALL=C.UTF-8 \
+    DEBIAN_FRONTEND=noninteractive chroot "$ROOT" "$@"
+}
+# What an installation may leave: nothing but what apt and dpkg note for themselves.
+files() {
+  find "$ROOT" -xdev \( -path "$ROOT/proc" -o -path "$ROOT/dev" -o -path "$ROOT/var/lib/apt" \
+    -o -path "$ROOT/var/lib/dpkg" -o -path "$ROOT/var/cache" -o -path "$ROOT/var/log" \
+    -o -path "$ROOT/home" -o -path "$ROOT/tmp" \) -prune -o -printf '%P\n' | sort
+}
+
+((EUID == 0)) || skip "only root can change the root folder"
+command -v debootstrap >/dev/null || skip "debootstrap is not installed"
+unshare --mount true 2>/dev/null || skip "no file systems can be mounted here"
+if [[ -z ${ORVANE_PACKAGE_TEST:-} ]]; then
+  # In a mount namespace of its own: however this ends, nothing stays mounted.
+  ORVANE_PACKAGE_TEST=1 exec unshare --mount --propagation private "$0" "$@"
+fi
+
+mkdir -p "$FOLDER"
+if [[ ! -f $BASE ]]; then
+  # The mirror of this machine, so that none is written down here.
+  mirror=$(apt-get indextargets --format '$(SITE)' "Codename: $SUITE" "Created-By: Packages" | head -1)
+  [[ -n $mirror ]] || skip "this machine has no mirror of $SUITE"
+  say "Fetching a fresh $SUITE..."
+  rm -rf --one-file-system "$ROOT"
+  debootstrap --variant=minbase "$SUITE" "$ROOT" "$mirror" >"$FOLDER/debootstrap.log" 2>&1 ||
+    { tail -3 "$FOLDER/debootstrap.log"; skip "debootstrap failed (no network?)"; }
+  tar -C "$ROOT" -cf "$BASE.part" . && mv "$BASE.part" "$BASE"
+fi
+say "Unpacking it..."
+rm -rf --one-file-system "$ROOT"
+mkdir -p "$ROOT"
+tar -C "$ROOT" -xf "$BASE"
+mount -t proc proc "$ROOT/proc"
+cp /etc/resolv.conf "$ROOT/etc/resolv.conf"
+apt-config dump Acquire >"$ROOT/etc/apt/apt.conf.d/90machine"  # a proxy, where there is one
+
+inside apt-get -qq update
+# What a desktop has anyway; removing the package must leave it as it is.
+inside apt-get -y -qq install --no-install-recommends \
+  desktop-file-utils shared-mime-info xdg-utils libfile-mimeinfo-perl fonts-liberation \
+  hicolor-icon-theme \
+  >"$FOLDER/apt.log" 2>&1 || fail "the desktop's packages: $FOLDER/apt.log"
+cp "$PACKAGE" "$ROOT/tmp/orvane.deb"
+mkdir "$ROOT/home/crew"
+mkdir -m 700 "$ROOT/home/crew/run"
+cp -r "$SURVEY" "$ROOT/home/crew/survey"
+# First what it depends on, so that the list of files tells the package apart from it.
+mapfile -t depends < <(dpkg-deb -f "$PACKAGE" Depends | tr ',' '\n' | sed 's/(.*//; s/|.*//; s/ //g')
+inside apt-get -y -qq install --no-install-recommends "${depends[@]}" >>"$FOLDER/apt.log" 2>&1 ||
+  fail "the dependencies: $FOLDER/apt.log"
+files >"$FOLDER/before.txt"
+
+say "Installing the package..."
+inside apt-get -y -qq install --no-install-recommends /tmp/orvane.deb >>"$FOLDER/apt.log" 2>&1 ||
+  fail "the package: $FOLDER/apt.log"
+files | comm -13 "$FOLDER/before.txt" - >"$FOLDER/installed.txt"
+grep -q 'share/orvane/guide.html' "$FOLDER/installed.txt" || fail "the guide is not installed"
+
+inside orvane-cli --version
+inside orvane --version
+inside orvane-cli table text /home/crew/survey/SIP/Startup.tbl
+inside grep -q 'TECH' /home/crew/survey/SIP/Startup.txt || fail "the listing lacks TECH"
+
+# Open a table, a waveform and a calibration; still running after two seconds is what is hoped for.
+for file in SIP/Startup.tbl SIP/2417.TSS Calibration/2417.CLB; do
+  status=0
+  inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/home/crew/run \
+    timeout 2 orvane "/home/crew/survey/$file" 2>"$FOLDER/start.log" || status=$?
+  ((status == 124)) || fail "orvane $file ended with $status: $(cat "$FOLDER/start.log")"
+done
+
+# NAME TYPE PROGRAM [CONTENT]: what a double click on such a file does.
+check_type() {
+  local type program
+  cp "${4:-/dev/null}" "$ROOT/home/crew/$1"
+  type=$(inside xdg-mime query filetype "/home/crew/$1") || fail "xdg-mime knows no type of $1"
+  program=$(inside xdg-mime query default "$type") || fail "xdg-mime knows nothing of $type"
+  [[ $type == "application/x-orvane-$2" && $program == "$3" ]] || fail "$1 is $type, for $program"
+}
+check_type a.tbl tbl orvane.desktop
+check_type A.TBL tbl orvane.desktop
+check_type unnamed tbl orvane.desktop "$SURVEY/SIP/Startup.tbl"
+check_type a.TSS waveform orvane.desktop
+check_type a.tsk waveform orvane.desktop
+check_type a.TS3 waveform orvane.desktop
+check_type a.clb calibration orvane.desktop
+check_type a.CLC calibration orvane.desktop
+check_type a.TS12 band ""
+check_type a.trs stack ""
+check_type 2.TFS schedule ""
+
+say "Removing it..."
+inside apt-get -y -qq purge orvane >>"$FOLDER/apt.log" 2>&1 || fail "removal: $FOLDER/apt.log"
+files >"$FOLDER/after.txt"
+diff "$FOLDER/before.txt" "$FOLDER/after.txt" || fail "the files before (<) and after (>) differ"
+for database in applications/mimeinfo.cache mime/globs2; do
+  ! grep -q orvane "$ROOT/usr/share/$database" 2>/dev/null || fail "$database still knows orvane"
+done
+umount "$ROOT/proc"
+rm -rf --one-file-system "$ROOT"
+say "The package installs, runs and leaves nothing behind: $(wc -l <"$FOLDER/installed.txt") files and folders."
