@@ -134,7 +134,9 @@ TEST_F(CalCurvesTest, TextsStandByteForByte) {
     WriteAll(dir_ / "A.CLB", bytes + record_bytes.substr(1));
     const BatchResult result = RunOne(ExportCalToText(), dir_ / "A.CLB");
     EXPECT_EQ(result.status, BatchStatus::kDoneWithNote);
-    EXPECT_EQ(result.outputs, std::vector{dir_ / "a.txt"});
+    ASSERT_EQ(result.outputs.size(), 1U);
+    EXPECT_TRUE(std::filesystem::equivalent(result.outputs[0], dir_ / "a.txt"));
+    EXPECT_EQ(result.outputs[0].filename(), "a.txt");
     EXPECT_EQ(ReadAll(dir_ / "a.txt"), header + record);
   }
   WriteAll(dir_ / "B.clc", CalHeaderBytes(1, 1) + CalPassBytes({600}));
@@ -245,6 +247,9 @@ TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {
 
 template <int precision, int width>
 void ExpectPrintfs(double value) {
+  if (std::isnan(value) && !kPrintsSignOfNan) {
+    return;
+  }
   std::array<char, kMaxNumberText> text{};
   std::array<char, kMaxNumberText> expected{};
   const auto length = static_cast<std::size_t>(

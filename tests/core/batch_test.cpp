@@ -83,7 +83,7 @@ TEST(Batch, RefusesToWriteOverItsInputs) {
   for (const char* name : {"a.in", "b.out", "b.in", "c.in"}) {
     WriteAll(dir / name, name);
   }
-  std::filesystem::create_symlink(dir / "c.in", dir / "c.out");
+  const bool has_link = MakeLink(dir / "c.in", dir / "c.out");
   Conversion copying = Copying();
   copying.same_file_code = 4;
   Batch batch({copying, {dir / "a.in", dir / "b.out", dir / "b.in", dir / "c.in"}, {}, 2});
@@ -95,7 +95,9 @@ TEST(Batch, RefusesToWriteOverItsInputs) {
   EXPECT_EQ(batch.Result(1)->code, 4);
   EXPECT_EQ(text(2),
             (dir / "b.out").string() + ": is another input of this batch, not written over");
-  EXPECT_EQ(text(3), (dir / "c.out").string() + ": is the input itself, not written over");
+  if (has_link) {
+    EXPECT_EQ(text(3), (dir / "c.out").string() + ": is the input itself, not written over");
+  }
   EXPECT_EQ(ReadAll(dir / "b.out"), "b.out");
   EXPECT_EQ(ReadAll(dir / "c.in"), "c.in");
 }
@@ -139,7 +141,7 @@ TEST(PathNames, FollowTheirRules) {
   check(LowerCasedPath("/Data/C:\\X\\SITE"), "/Data/C:\\X\\site");
   check(ReplacedInName("/S.TBL/A.TBL.TBL", ".TBL", ".TB2"), "/S.TBL/A.TB2.TB2");
   check(ReplacedInName("S.TBL/a.tbl", ".TBL", ".TB2"), "S.TBL/a.tbl");
-  check(InFolder("out", "D:\\x\\y.csv").string(), "out/y.csv");
+  check(InFolder("out", "D:\\x\\y.csv").generic_string(), "out/y.csv");
   check(CopyName("/d/a.tbl", 0), "/d/Copy of a.tbl");
   check(CopyName("/d/a.tbl", 12), "/d/Copy (12) of a.tbl");
   check(FirstFreeName("x", BackupName, [](const std::string& name) { return name != "x.bak2"; }),

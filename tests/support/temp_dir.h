@@ -31,6 +31,17 @@ class TempDir {
 std::string ReadAll(const std::filesystem::path& path);
 void WriteAll(const std::filesystem::path& path, std::string_view bytes);
 
+/// Makes `link` lead to `target`; false where the system lets ordinary users make none.
+bool MakeLink(const std::filesystem::path& target, const std::filesystem::path& link);
+
+/// What the C library of a system says of a number that is none with the sign bit: Windows leaves
+/// the sign out.
+#ifdef _WIN32
+inline constexpr bool kPrintsSignOfNan = false;
+#else
+inline constexpr bool kPrintsSignOfNan = true;
+#endif
+
 }  // namespace orvane::testing
 
 #endif  // ORVANE_TESTS_SUPPORT_TEMP_DIR_H_
