@@ -27,8 +27,12 @@ target_compile_options(orvane_options INTERFACE
   $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
 if(ORVANE_SANITIZE)
   target_compile_options(orvane_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(orvane_options INTERFACE -fsanitize=address,undefined)
+    -fsanitize=${ORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(orvane_options INTERFACE -fsanitize=${ORVANE_SANITIZE})
+endif()
+if(ORVANE_FUZZ)
+  target_compile_options(orvane_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_compile_definitions(orvane_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
 
 # orvane_library(NAME FOLDER SOURCES... LINKS...): one static library per folder of src/, so that
