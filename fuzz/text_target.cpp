@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstring>
 #include <vector>
 
 #include "cli/assignment.h"
@@ -65,7 +63,8 @@ void FuzzTimeText(Bytes input) {
     Require(strict == time, "what is wholly right is read alike by boxes");
   }
   ParamTime raw;
-  std::memcpy(&raw, input.data(), std::min(input.size(), sizeof raw));
+  std::copy_n(input.begin(), std::min(input.size(), sizeof raw),
+              std::as_writable_bytes(std::span(&raw, 1)).begin());
   Require(FormatParamTime(raw).size() <= 21, "a time is a short text");
   const std::uint32_t seconds = ParamTimeToSeconds(raw);
   const ParamTime back = SecondsToParamTime(seconds);
