@@ -21,13 +21,6 @@ ParamTable Loaded(const std::filesystem::path& path) {
   return table;
 }
 
-void RequireSameValues(const ParamTable& a, const ParamTable& b) {
-  ParamKey key;
-  for (int position = 0; a.GetParamKey(position, &key) == kOk; ++position) {
-    Require(*a.FindParam(key) == *b.FindParam(key), "a value comes back as it was saved");
-  }
-}
-
 }  // namespace
 
 void FuzzTbl(Bytes input) {
@@ -50,15 +43,13 @@ void FuzzTblRoundTrip(Bytes input) {
   if (LoadParamFile(&table, PutFile("a.tbl", input)) != kOk) {
     return;
   }
+  const bool is_version_1 = !input.empty() && (input.back() & std::byte{1}) != std::byte{0};
+  const TblSaveOptions options{is_version_1 ? 1U : 2U, false, 2};
   const auto saved = PathOf("b.tbl");
-  Require(SaveParamFile(&table, saved, {}) == kOk, "a table can be saved");
-  RequireSameValues(table, Loaded(saved));
-  // Version 1 has room for less; what it kept once it keeps for good.
-  const auto image = TblImage(table, {1, false, 2});
-  ParamTable older = Loaded(PutFile("b.tbl", image));
-  const Le<std::int32_t> version(2);  // as the table that the image was made of has it
-  Require(older.SetParam("TBVI", IntPT, &version) == kOk, "there is TBVI");
-  Require(TblImage(older, {1, false, 2}) == image, "version 1 comes back as it was saved");
+  Require(SaveParamFile(&table, saved, options) == kOk, "a table can be saved");
+  // Version 1 has room for less, but what it kept once it keeps for good.
+  Require(TextOf(TblImage(Loaded(saved), options)) == FileText(saved),
+          "a table comes back as it was saved");
 }
 
 }  // namespace orvane::fuzz
