@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 
 #include "core/file_io.h"
 
@@ -66,8 +65,13 @@ std::filesystem::path PutFile(std::string_view name, Bytes bytes) {
 }
 
 std::string FileText(const std::filesystem::path& path) {
+  std::error_code error;
+  const auto size = std::filesystem::file_size(path, error);
+  std::string text(error ? 0 : size, '\0');
   std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  Require(text.empty() || file.read(text.data(), static_cast<std::streamsize>(text.size())),
+          "a file can be read back");
+  return text;
 }
 
 BatchResult Convert(const Conversion& conversion, const std::filesystem::path& input,
