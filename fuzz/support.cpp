@@ -59,7 +59,8 @@ std::filesystem::path PutFile(std::string_view name, Bytes bytes) {
   std::filesystem::path path = PathOf(name);
   std::FILE* file = std::fopen(path.c_str(), "wb");
   const bool is_written =
-      file != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+      bytes.empty() ||
+      (file != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size());
   Require(file != nullptr && std::fclose(file) == 0 && is_written, "the input can be put down");
   return path;
 }

@@ -51,12 +51,13 @@ std::string TableRule(const std::string& bytes) {
 
 TEST(Sweeps, Tables) {
   const TempDir dir;
-  Run({"TBL version 1", "a.tbl",
-       RecordV1("SITN", 0, StrPT, "abc") + RecordV1("TECH", 0, IntPT, IntBytes(3)) +
-           RecordV1("LINE", 0, StrPT, "abcdefghijkl"),
-       25, ReadTable, TableRule},
-      dir);
-  Run({"TBL version 2", "a.tbl",
+  RunSweep({"TBL version 1", "a.tbl",
+            RecordV1("SITN", 0, StrPT, "abc") + RecordV1("TECH", 0, IntPT, IntBytes(3)) +
+                RecordV1("LINE", 0, StrPT, "abcdefghijkl"),
+            25, ReadTable, TableRule},
+           dir);
+  RunSweep(
+      {"TBL version 2", "a.tbl",
        HeaderV2() + RecordV2("SITN", 0, StrPT, "abc") + RecordV2("TECH", 0, IntPT, IntBytes(3)), 64,
        ReadTable, TableRule},
       dir);
@@ -92,9 +93,9 @@ std::string ScheduleRule(const std::string& bytes) {
 }
 
 TEST(Sweeps, Schedules) {
-  Run({"TFS", "a.TFS", StepBytes(60, 4, 8, 5) + StepBytes(120, 4, 16, 5), 22, ReadSchedule,
-       ScheduleRule},
-      TempDir());
+  RunSweep({"TFS", "a.TFS", StepBytes(60, 4, 8, 5) + StepBytes(120, 4, 16, 5), 22, ReadSchedule,
+            ScheduleRule},
+           TempDir());
 }
 
 std::string ReadWaveform(const path& file, const TsFile::Options& options) {
@@ -155,10 +156,10 @@ TEST(Sweeps, Waveforms) {
                          .samples = {1, 2, 3, 4, 5, 6},
                          .trailing = header == TsHeaderSize::kBand ? 0 : 1,
                          .header_size = bytes};
-    Run({format, name, record.Bytes() + record.Bytes(), bytes,
-         [](const path& file) { return ReadWaveform(file, {}); },
-         [bytes](const std::string& file) { return WaveformRule(file, bytes); }},
-        dir);
+    RunSweep({format, name, record.Bytes() + record.Bytes(), bytes,
+              [](const path& file) { return ReadWaveform(file, {}); },
+              [bytes](const std::string& file) { return WaveformRule(file, bytes); }},
+             dir);
   }
 }
 
@@ -167,16 +168,16 @@ TEST(Sweeps, Companions) {
   const TempDir dir;
   const std::string waveform = TsBytes{.samples = {1, 2}}.Bytes();
   WriteAll(dir / "A.TSS", waveform);
-  Run({"companion", "A.TBL", HeaderV2() + RecordV2("VER", 0, StrPT, "5.0"), 64,
-       [&dir](const path&) {
-         TsFile file;
-         return file.Open(dir / "A.TSS") ? std::string("0")
-                                         : file.Reason().substr(file.Reason().size() - 4, 3);
-       },
-       [](const std::string& bytes) {
-         return TableRule(bytes).substr(0, TableRule(bytes).find(','));
-       }},
-      dir);
+  RunSweep({"companion", "A.TBL", HeaderV2() + RecordV2("VER", 0, StrPT, "5.0"), 64,
+            [&dir](const path&) {
+              TsFile file;
+              return file.Open(dir / "A.TSS") ? std::string("0")
+                                              : file.Reason().substr(file.Reason().size() - 4, 3);
+            },
+            [](const std::string& bytes) {
+              return TableRule(bytes).substr(0, TableRule(bytes).find(','));
+            }},
+           dir);
 }
 
 std::string ReadStacks(const path& file) {
@@ -213,7 +214,7 @@ TEST(Sweeps, StackResults) {
                            "\1\12??" + Little(20, 1) + Little(8, 1) + Little(2, 1) + "?????" +
                            RealBytes(0.125) + Padded("TX", 36);
   const std::string record = head + std::string(20, '?') + std::string(16, '\0');
-  Run({"TRS", "a.trs", record + record, 70, ReadStacks, StackRule}, TempDir());
+  RunSweep({"TRS", "a.trs", record + record, 70, ReadStacks, StackRule}, TempDir());
 }
 
 std::string ReadCalibration(int kind, const path& file) {
@@ -246,15 +247,15 @@ TEST(Sweeps, Calibrations) {
                              CalRecordBytes(kind, 100, 1, {1, 2, 3, 4, 5, 6}, kind == 1 ? 2 : 1) +
                              CalRecordBytes(kind, 10, 1, {1, 2, 3, 4, 5, 6}, kind == 1 ? 2 : 1) +
                              CalRecordBytes(kind, 1, 1, {1, 2, 3, 4, 5, 6}, kind == 1 ? 2 : 1);
-    Run({kind == 1   ? "CLB"
-         : kind == 2 ? "CLC, coil"
-                     : "CLC, current sensor",
-         kind == 1 ? "a.CLB" : "a.CLC", file, 132 + 8,
-         [kind](const path& path) { return ReadCalibration(kind, path); },
-         [kind](const std::string& bytes) {
-           return CalibrationRule(static_cast<std::size_t>(kind), bytes);
-         }},
-        TempDir());
+    RunSweep({kind == 1   ? "CLB"
+              : kind == 2 ? "CLC, coil"
+                          : "CLC, current sensor",
+              kind == 1 ? "a.CLB" : "a.CLC", file, 132 + 8,
+              [kind](const path& path) { return ReadCalibration(kind, path); },
+              [kind](const std::string& bytes) {
+                return CalibrationRule(static_cast<std::size_t>(kind), bytes);
+              }},
+             TempDir());
   }
 }
 

@@ -10,17 +10,18 @@ constexpr std::size_t kFront = 15;  // name of the class and schema: nothing but
 
 TEST(Sweeps, Archives) {
   const std::string whole = ArchiveBytes();
-  Run({"archive", "a.bin", whole, kFront,
-       [](const std::filesystem::path& file) {
-         std::string reason;
-         const auto object = calobj::FromBytes(QByteArray::fromStdString(ReadAll(file)), &reason);
-         EXPECT_EQ(object == nullptr, !reason.empty());
-         return std::string(object == nullptr ? "refused" : "read");
-       },
-       [&whole](const std::string& bytes) {
-         return std::string(bytes == whole ? "read" : "refused");
-       }},
-      TempDir());
+  RunSweep({"archive", "a.bin", whole, kFront,
+            [](const std::filesystem::path& file) {
+              std::string reason;
+              const auto object =
+                  calobj::FromBytes(QByteArray::fromStdString(ReadAll(file)), &reason);
+              EXPECT_EQ(object == nullptr, !reason.empty());
+              return std::string(object == nullptr ? "refused" : "read");
+            },
+            [&whole](const std::string& bytes) {
+              return std::string(bytes == whole ? "read" : "refused");
+            }},
+           TempDir());
 }
 
 // A field behind the front may hold anything, but no count may ask for more than there is.
