@@ -71,6 +71,7 @@ void PutWaveform(const std::filesystem::path& path, Seeds* seeds) {
                              static_cast<char>(companion.size() % 256),
                              static_cast<char>(companion.size() / 256)};
   seeds->Put("time-series", front + companion + bytes);
+  seeds->Put("restack", '\0' + bytes.substr(0, 2000));
   seeds->Put("time-series-text", static_cast<char>(is_band ? 3 : 0) + bytes.substr(0, 2000));
 }
 

@@ -23,8 +23,10 @@ void FuzzTfsRoundTrip(Bytes input);
 /// A waveform with its companion table, shown. First a byte that chooses name and header, then the
 /// size of the companion in two bytes, the companion, the waveform.
 void FuzzTimeSeries(Bytes input);
-/// A waveform as text and restacked; a first byte chooses the header.
+/// A waveform as text; a first byte chooses the header.
 void FuzzTimeSeriesText(Bytes input);
+/// A waveform restacked; a first byte chooses whether in one pass.
+void FuzzRestack(Bytes input);
 /// Stack results: taken apart and put together again, as comma-separated text.
 void FuzzStack(Bytes input);
 /// A calibration without its front-end model: read, shown, as text.

@@ -11,7 +11,7 @@
 namespace orvane::fuzz {
 namespace {
 
-constexpr std::uint64_t kMostShown = 4;  // records
+constexpr std::uint64_t kMostShown = 2;  // records
 
 // The samples of a record, put together here in the plainest way.
 void RequireSamples(const CTsRec& record, Bytes file) {
@@ -88,8 +88,12 @@ void FuzzTimeSeriesText(Bytes input) {
   const auto path = PutFile(choice % 4 == 3 ? "B.TS3" : "B.TSS", input);
   const Conversion text = TsText(choice % 4 == 1 ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   Require(Convert(text, path, PathOf("b.txt")).IsDone(), "any bytes become text");
+}
+
+void FuzzRestack(Bytes input) {
+  const std::uint64_t memory = TakeByte(&input) % 2 == 0 ? 1 << 20 : 1;
   const auto stack = PathOf("B.TSK");
-  Require(Convert(Restack(choice % 8 < 4 ? 1 << 20 : 1), path, stack).IsDone(),
+  Require(Convert(Restack(memory), PutFile("B.TSS", input), stack).IsDone(),
           "any bytes are restacked");
   TsFile stacked;
   Require(stacked.Open(stack, {TsHeaderSize::kFull}), "a stack can be opened");
