@@ -23,7 +23,7 @@ constexpr auto kTargets = std::to_array<Target>({
     {"tbl-round-trip", FuzzTblRoundTrip, 4096, 1000},
     {"tfs", FuzzTfs, 4800, 1000},
     {"tfs-round-trip", FuzzTfsRoundTrip, 4800, 1000},
-    {"time-series", FuzzTimeSeries, 2048, 1000},
+    {"time-series", FuzzTimeSeries, 1536, 1000},
     {"time-series-text", FuzzTimeSeriesText, 2048, 1000},
     {"restack", FuzzRestack, 2048, 1000},
     {"stack", FuzzStack, 4096, 1000},

@@ -23,6 +23,11 @@ namespace {
 
 using std::filesystem::path;
 
+// Whether a file can be converted; a thread for each of thousands would take most of the time.
+bool Done(const Conversion& conversion, const path& file) {
+  return RunJob(conversion, file, file.parent_path() / "converted").IsDone();
+}
+
 std::string Text(std::size_t number) { return std::to_string(number); }
 
 std::string ReadTable(const path& file) {
@@ -30,7 +35,7 @@ std::string ReadTable(const path& file) {
   EXPECT_EQ(table.BuildParamIndex(), kOk);
   TblReport report;
   const Status status = LoadParamFile(&table, file, &report);
-  EXPECT_EQ(RunOne(TblListing(), file).IsDone(), status == kOk);
+  EXPECT_EQ(Done(TblListing(), file), status == kOk);
   return std::to_string(status) + ", " + Text(report.records) + " records";
 }
 
@@ -67,7 +72,7 @@ std::string ReadSchedule(const path& file) {
   ScheduleTable table;
   ScheduleReport report;
   const bool is_read = ReadScheduleFile(file, &table, &report);
-  EXPECT_TRUE(RunOne(TfsListing(), file).IsDone());
+  EXPECT_TRUE(Done(TfsListing(), file));
   return (is_read ? "read, " : "refused, ") + Text(static_cast<std::size_t>(report.rows));
 }
 
@@ -110,9 +115,9 @@ std::string ReadWaveform(const path& file, const TsFile::Options& options) {
     EXPECT_EQ(record.Held().size(), record.Scans() * record.Channels());
     outcome += Text(record.Scans()) + " of " + Text(record.Header().scans) + ", ";
   }
-  EXPECT_TRUE(RunOne(TsText(waveform.HeaderSize()), file).IsDone());
+  EXPECT_TRUE(Done(TsText(waveform.HeaderSize()), file));
   if (waveform.HeaderSize() == TsHeaderSize::kFull && file.extension() == ".TSS") {
-    EXPECT_TRUE(RunOne(Restack(), file).IsDone());
+    EXPECT_TRUE(Done(Restack(), file));
   }
   return outcome;
 }
@@ -189,7 +194,7 @@ std::string ReadStacks(const path& file) {
     ++records;
   }
   for (const StackDomain domain : {StackDomain::kTime, StackDomain::kFrequency}) {
-    EXPECT_TRUE(RunOne(StackCsv(domain), file).IsDone());
+    EXPECT_TRUE(Done(StackCsv(domain), file));
   }
   return Text(records) + (reader.IsCut() ? ", cut" : "");
 }
@@ -222,7 +227,7 @@ std::string ReadCalibration(int kind, const path& file) {
   const auto cal = ReadCalFileAt(kind, file, &report);
   CalCurves curves;
   const bool has_curves = LoadCalCurves(file, &curves).empty();
-  EXPECT_EQ(RunOne(ExportCalToText(), file).IsDone(), std::filesystem::file_size(file) >= 132);
+  EXPECT_EQ(Done(ExportCalToText(), file), std::filesystem::file_size(file) >= 132);
   return std::to_string(report.status) + ", " + Text(cal == nullptr ? 0 : cal->records.size()) +
          (has_curves ? ", curves" : "");
 }
