@@ -15,6 +15,8 @@ constexpr std::uint64_t kMostShown = 2;  // records
 
 // The samples of a record, put together here in the plainest way.
 void RequireSamples(const CTsRec& record, Bytes file) {
+  Require(record.Scans() == record.Place().scans_held,
+          "the file holds the scans that it is said to");
   const std::size_t width = record.Header().sample_width;
   std::size_t at = record.Place().data;
   for (std::size_t scan = 0; scan < record.Scans(); ++scan) {

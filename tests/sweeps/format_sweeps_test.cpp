@@ -112,6 +112,7 @@ std::string ReadWaveform(const path& file, const TsFile::Options& options) {
   CTsRec record;
   for (std::uint64_t number = 1; number <= waveform.Count(); ++number) {
     EXPECT_EQ(waveform.Read(number, &record), "");
+    EXPECT_EQ(record.Scans(), record.Place().scans_held);
     EXPECT_EQ(record.Held().size(), record.Scans() * record.Channels());
     outcome += Text(record.Scans()) + " of " + Text(record.Header().scans) + ", ";
   }
