@@ -114,7 +114,8 @@ class Reading {
   std::string reason_;
 };
 
-std::unique_ptr<CalData> Read(int kind, const std::filesystem::path& path, CalReport* report) {
+std::unique_ptr<CalData> Read(int kind, const std::filesystem::path& path, bool with_model,
+                              CalReport* report) {
   auto cal = std::make_unique<CalData>();
   Reading reading(kind, cal.get());
   report->status = reading.Run(path);
@@ -122,17 +123,16 @@ std::unique_ptr<CalData> Read(int kind, const std::filesystem::path& path, CalRe
     report->message = FileMessage(path, reading.Reason());
     return nullptr;
   }
-  if (kind == kBoxCal && cal->PassCount() >= kPassesForModel) {
+  if (with_model && kind == kBoxCal && cal->PassCount() >= kPassesForModel) {
     cal->channel_flags = ChannelModelFlagsOf(CalText(cal->header.hw));
     FitBoxModel(cal.get());
   }
   return cal;
 }
 
-}  // namespace
-
-std::unique_ptr<CalData> ReadCalFileAt(int kind, const std::filesystem::path& path,
-                                       CalReport* report) {
+// What has no room in memory is told like any other fault.
+std::unique_ptr<CalData> ReadSafely(int kind, const std::filesystem::path& path, bool with_model,
+                                    CalReport* report) {
   CalReport own;
   report = report == nullptr ? &own : report;
   *report = {};
@@ -141,11 +141,23 @@ std::unique_ptr<CalData> ReadCalFileAt(int kind, const std::filesystem::path& pa
     return nullptr;
   }
   try {
-    return Read(kind, path, report);
+    return Read(kind, path, with_model, report);
   } catch (const std::bad_alloc&) {
     *report = {kCalNoMemory, FileMessage(path, StatusText(kCalNoMemory))};
     return nullptr;
   }
+}
+
+}  // namespace
+
+std::unique_ptr<CalData> ReadCalFileAt(int kind, const std::filesystem::path& path,
+                                       CalReport* report) {
+  return ReadSafely(kind, path, true, report);
+}
+
+std::unique_ptr<CalData> ReadCalRecordsAt(int kind, const std::filesystem::path& path,
+                                          CalReport* report) {
+  return ReadSafely(kind, path, false, report);
 }
 
 std::unique_ptr<CalData> ReadCalFile(int kind, const std::string& base_path, CalReport* report) {

@@ -86,6 +86,10 @@ std::unique_ptr<CalData> ReadCalFile(int kind, const std::string& base_path,
 std::unique_ptr<CalData> ReadCalFileAt(int kind, const std::filesystem::path& path,
                                        CalReport* report = nullptr);
 
+/// The same without the front-end model of a box, which is most of the work.
+std::unique_ptr<CalData> ReadCalRecordsAt(int kind, const std::filesystem::path& path,
+                                          CalReport* report = nullptr);
+
 /// The "CTYP" in a file's header; none where that cannot be read.
 std::optional<int> CalKindIn(const std::filesystem::path& path);
 

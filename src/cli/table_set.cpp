@@ -1,39 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/assignment.h"
 #include "cli/commands.h"
 #include "core/number_text.h"
-#include "core/param_text.h"
 #include "core/tbl_record.h"
 
 namespace orvane {
 namespace {
-
-// Why an assignment is refused; empty once it is in the table.
-std::string Assign(const std::string& key, const std::string& text, std::uint32_t tbl_version,
-                   ParamTable* table) {
-  // A key is looked up by its first eight characters; what is longer is no key.
-  const ParamEntry* entry = key.size() <= kKeySize ? table->FindParam(key) : nullptr;
-  if (entry == nullptr) {
-    return Printable(key) + ": " + std::string(StatusText(kKeyNotFound));
-  }
-  if (ParamKey(key) == "TBVI") {
-    return key + ": tells the version of the file and cannot be set";
-  }
-  ParamEntry changed = *entry;
-  const auto type = static_cast<ValueType>(entry->type);
-  if (const std::string reason = ParseParamValueStrictly(text, type, &changed.value);
-      !reason.empty()) {
-    return key + ": \"" + Printable(text) + "\" " + reason;
-  }
-  if (tbl_version == 1 && !FitsTblV1Key(changed)) {
-    return key + ": a version-1 file has no keys of more than four characters";
-  }
-  TblRecordV1 record;
-  if (tbl_version == 1 && MakeTblRecordV1(changed, &record) != kOk) {
-    return key + ": \"" + Printable(text) + "\" does not fit a version-1 file";
-  }
-  const Status status = table->SetParam(key, type, changed.value.data());
-  return status == kOk ? std::string() : key + ": " + std::string(StatusText(status));
-}
 
 std::string OfAll(std::size_t count, std::size_t all) {
   return FormatInt(static_cast<std::int64_t>(count)) + " of " +
@@ -74,7 +46,7 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
 
 ExitCode RunTableSet(const SetOptions& options) {
   for (const std::string& assignment : options.assignments) {
-    if (assignment.find('=') == std::string::npos) {
+    if (!IsAssignment(assignment)) {
       PrintMessage(Printable(assignment) + ": is not of the form KEY=VALUE");
       return kWrongUsage;
     }
@@ -86,10 +58,8 @@ ExitCode RunTableSet(const SetOptions& options) {
   }
   bool is_refused = false;
   for (const std::string& assignment : options.assignments) {
-    const std::size_t equals = assignment.find('=');
-    const std::string reason = Assign(assignment.substr(0, equals), assignment.substr(equals + 1),
-                                      options.tbl_version, &table);
-    if (!reason.empty()) {
+    if (const std::string reason = Assign(assignment, options.tbl_version, &table);
+        !reason.empty()) {
       PrintMessage(reason);
       is_refused = true;
     }

@@ -19,9 +19,9 @@ std::string TextFile::Commit() {
 
 void TextFile::Flush() {
   if (error_.empty()) {
-    error_ = file_.Write(std::as_bytes(std::span<const char>(buffer_.data(), at_)));
+    error_ = file_.Write(std::as_bytes(std::span<const char>(buffer_.get(), at_)));
   }
-  at_ = buffer_.data();
+  at_ = buffer_.get();
 }
 
 TextFile& TextFile::Text(std::string_view text) {

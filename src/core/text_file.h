@@ -4,9 +4,9 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/file_io.h"
 #include "core/number_format.h"
@@ -17,7 +17,9 @@ namespace orvane {
 /// kept; after it nothing more is written and `Commit()` tells it.
 class TextFile {
  public:
-  TextFile() : buffer_(kPiece + kRoom), at_(buffer_.data()) {}
+  TextFile()
+      : buffer_(std::make_unique_for_overwrite<char[]>(kPiece + kRoom)),  // NOLINT: as declared
+        at_(buffer_.get()) {}
 
   [[nodiscard]] std::string Open(const std::filesystem::path& path);
   /// Writes what is left and lets the file take its place. An empty string, or what failed first.
@@ -30,7 +32,7 @@ class TextFile {
   char* Room() { return at_; }
   TextFile& Took(char* end) {
     at_ = end;
-    if (at_ >= buffer_.data() + kPiece) {
+    if (at_ >= buffer_.get() + kPiece) {
       Flush();
     }
     return *this;
@@ -59,7 +61,7 @@ class TextFile {
   void Flush();
 
   OutFile file_;
-  std::vector<char> buffer_;
+  std::unique_ptr<char[]> buffer_;  // NOLINT(modernize-avoid-c-arrays): not to be zeroed
   char* at_;
   std::string error_;
 };

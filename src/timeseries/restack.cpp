@@ -32,12 +32,7 @@ class RestackShare {
  public:
   RestackShare(const BatchTask* task, const RandomFile* in, std::uint64_t end, unsigned share,
                unsigned shares)
-      : task_(task),
-        in_(in),
-        end_(end),
-        share_(share),
-        shares_(shares),
-        piece_(kTsPiece + kDecoderSlack) {}
+      : task_(task), in_(in), end_(end), share_(share), shares_(shares) {}
 
   // Tells the bytes of each record that is done. An empty string, or why reading failed.
   template <typename Tell>
@@ -68,6 +63,7 @@ class RestackShare {
     const std::size_t scans_per_piece = kTsPiece / scan_bytes;
     for (std::size_t scan = first; scan < last && !task_->Stopped(); scan += scans_per_piece) {
       const std::size_t scans = std::min(scans_per_piece, last - scan);
+      piece_.resize(std::max(piece_.size(), scans * scan_bytes + kDecoderSlack));
       std::string error;
       const std::size_t read = in_->ReadAt(place.data + std::uint64_t{scan} * scan_bytes,
                                            std::span(piece_).first(scans * scan_bytes), &error);
@@ -184,7 +180,7 @@ class Restacking {
     header.byte51 = 0;
     std::string error = out_->Write(BytesOf(header));
     const auto samples = static_cast<std::size_t>(group.Samples());
-    std::vector<std::byte> piece(kTsPiece);
+    std::vector<std::byte> piece(std::min(kTsPiece, samples * kOutWidth + 1));
     for (std::size_t i = 0; i < samples && error.empty();) {
       const std::size_t count = std::min(samples - i, (kTsPiece - 1) / kOutWidth);
       for (std::size_t k = 0; k < count; ++k) {

@@ -46,13 +46,12 @@ void PutSample(std::int32_t sample, char* to) {
 }
 
 SampleText::SampleText(OutFile* out, bool has_thread) : out_(out), piece_(pieces_.data()) {
-  for (Piece& piece : pieces_) {
-    piece.bytes.resize(kPiece);
-    if (&piece != piece_) {
-      free_.push_back(&piece);
-    }
-  }
+  piece_->bytes.resize(kPiece);
   if (has_thread) {
+    for (Piece* piece = piece_ + 1; piece != pieces_.data() + pieces_.size(); ++piece) {
+      piece->bytes.resize(kPiece);
+      free_.push_back(piece);
+    }
     try {
       writer_ = std::jthread([this] { WritePieces(); });
     } catch (const std::system_error&) {

@@ -29,10 +29,12 @@ float StackRecord::ExtensionValue() const {
 // Whether that many bytes are at hand, after reading on if need be.
 bool StackReader::Have(std::size_t size) {
   if (unread_.size() < size && file_.Error().empty()) {
-    buffer_.resize(kPiece);
-    std::copy(unread_.begin(), unread_.end(), buffer_.begin());  // to the front, where they fit
-    const std::span rest = std::span(buffer_).subspan(unread_.size());
-    unread_ = std::span(buffer_).first(unread_.size() + file_.Read(rest));
+    if (buffer_ == nullptr) {
+      buffer_ = std::make_unique_for_overwrite<std::byte[]>(kPiece);  // NOLINT: as declared
+    }
+    const std::span buffer(buffer_.get(), kPiece);
+    std::copy(unread_.begin(), unread_.end(), buffer.begin());  // to the front, where they fit
+    unread_ = buffer.first(unread_.size() + file_.Read(buffer.subspan(unread_.size())));
   }
   return unread_.size() >= size;
 }

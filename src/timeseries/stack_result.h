@@ -7,10 +7,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/file_io.h"
 #include "core/param_entry.h"
@@ -87,7 +87,7 @@ class StackReader {
   bool Have(std::size_t size);
 
   InFile file_;
-  std::vector<std::byte> buffer_;
+  std::unique_ptr<std::byte[]> buffer_;  // NOLINT(modernize-avoid-c-arrays): not to be zeroed
   std::span<const std::byte> unread_;
   std::uint64_t offset_ = 0;
 };

@@ -13,6 +13,17 @@ bool HasLowerKey(const ParamEntry& entry, ParamKey key) {
   return ParamKey(entry.key).Word() < key.Word();
 }
 
+// Made once: to copy it is faster than to build its index again.
+const ParamTable& Defaults() {
+  static const ParamTable defaults = [] {
+    ParamTable table;
+    // Without memory for the index every key is unknown: names and scales are then missing.
+    static_cast<void>(table.BuildParamIndex());
+    return table;
+  }();
+  return defaults;
+}
+
 }  // namespace
 
 std::string CompanionName(std::string_view path) {
@@ -20,10 +31,7 @@ std::string CompanionName(std::string_view path) {
                          : std::string(path.substr(0, path.size() - 3)).append("TBL");
 }
 
-TsCompanion::TsCompanion() {
-  // Without memory for the index every key is unknown: names and scales are then missing.
-  static_cast<void>(table_.BuildParamIndex());
-}
+TsCompanion::TsCompanion() : table_(Defaults()) {}
 
 Status TsCompanion::Load(const std::filesystem::path& path, TblReport* report) {
   *this = TsCompanion();

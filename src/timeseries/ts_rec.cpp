@@ -17,7 +17,8 @@ std::string CTsRec::Read(const RandomFile& file, const TsPlace& place) {
   }
   held_.reserve(place.scans_held * Channels());  // what the file held when it was walked
   // A scan is at most 255 x 255 bytes, so at least one fits.
-  const std::size_t scans_per_piece = kTsPiece / scan_bytes;
+  const std::size_t scans_per_piece =
+      std::min<std::size_t>(kTsPiece / scan_bytes, std::max(place.scans_held, 1U));
   std::vector<std::byte> piece(scans_per_piece * scan_bytes + kDecoderSlack);
   std::string error;
   while (scans_ < place.scans_held) {

@@ -4,16 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "calibration/archive/cal_objects.h"
+#include "support/archive_bytes.h"
 #include "support/cal_bytes.h"
 
 namespace orvane::calobj {
 namespace {
 
 using namespace testing;  // NOLINT: the builders
-
-std::string Text(std::string_view text) {
-  return IntBytes(static_cast<std::int32_t>(text.size())).append(text);
-}
 
 CalData Example() {
   CalData data;
@@ -41,29 +38,6 @@ CalData Example() {
   return data;
 }
 
-std::string ExampleBytes() {
-  std::string bytes = Text("CalData") + IntBytes(1);
-  for (const int number : {1, 2, 3, 4, 5}) {
-    bytes += IntBytes(number);
-  }
-  bytes += Text("ZLA5") + Text("5.\xE9");
-  for (const int number : {6, 7, 8, 9, 10}) {
-    bytes += IntBytes(number);
-  }
-  bytes += Text("T") + RealBytes(0.5) + RealBytes(0.25) + RealBytes(-1) + IntBytes(11);
-  bytes += IntBytes(1) + RealBytes(1.5);
-  bytes += IntBytes(1) + IntBytes(12) + RealBytes(64);
-  for (const int setting : {1, 2, 3, 4}) {
-    bytes += IntBytes(setting);
-  }
-  bytes += IntBytes(1) + IntBytes(-3) + RealBytes(double{0.1F});
-  for (const int value : {3, 4, 1, 2, 5, 6}) {
-    bytes += RealBytes(value);
-  }
-  return bytes + IntBytes(1) + IntBytes(7) + IntBytes(1) + RealBytes(0) + RealBytes(2) +
-         RealBytes(-2);
-}
-
 std::unique_ptr<Object> Read(const std::string& bytes) {
   std::string reason;
   auto object = FromBytes(QByteArray::fromStdString(bytes), &reason);
@@ -72,10 +46,10 @@ std::unique_ptr<Object> Read(const std::string& bytes) {
 }
 
 TEST(CalArchive, EveryFieldStandsInItsPlace) {
-  EXPECT_EQ(ToBytes(Example()).toStdString(), ExampleBytes());
-  const auto read = Read(ExampleBytes());
+  EXPECT_EQ(ToBytes(Example()).toStdString(), ArchiveBytes());
+  const auto read = Read(ArchiveBytes());
   ASSERT_NE(read, nullptr);
-  EXPECT_EQ(ToBytes(*read).toStdString(), ExampleBytes());
+  EXPECT_EQ(ToBytes(*read).toStdString(), ArchiveBytes());
   const auto empty = Read(ToBytes(CalData()).toStdString());
   const auto* data = dynamic_cast<CalData*>(empty.get());
   ASSERT_NE(data, nullptr);
@@ -89,15 +63,11 @@ TEST(CalArchive, EveryFieldStandsInItsPlace) {
 }
 
 TEST(CalArchive, WhatIsNotWhollyRightIsRefused) {
-  const std::string bytes = ExampleBytes();
-  for (std::size_t size = 0; size < bytes.size(); ++size) {
-    EXPECT_EQ(Read(bytes.substr(0, size)), nullptr) << size;
-  }
-  EXPECT_EQ(Read(bytes + "x"), nullptr);
-  EXPECT_EQ(Read(Text("CalOther") + IntBytes(1)), nullptr);
-  EXPECT_EQ(Read(Text("CFreqResp") + IntBytes(2) + std::string(24, '\0')), nullptr);
+  EXPECT_EQ(Read(ArchiveBytes() + "x"), nullptr);
+  EXPECT_EQ(Read(ArchivedText("CalOther") + IntBytes(1)), nullptr);
+  EXPECT_EQ(Read(ArchivedText("CFreqResp") + IntBytes(2) + std::string(24, '\0')), nullptr);
   for (const std::int32_t count : {-1, 3, 1 << 30}) {
-    EXPECT_EQ(Read(Text("CalFunc") + IntBytes(1) + IntBytes(0) + IntBytes(count)), nullptr);
+    EXPECT_EQ(Read(ArchivedText("CalFunc") + IntBytes(1) + IntBytes(0) + IntBytes(count)), nullptr);
     EXPECT_EQ(Read(IntBytes(count) + "Ca"), nullptr);
   }
 }

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the fuzzers run: for each reader a function that takes any bytes. It ends the program where
+// a reader breaks a promise; the sanitizers do so where it does harm.
+#ifndef ORVANE_FUZZ_TARGETS_H_
+#define ORVANE_FUZZ_TARGETS_H_
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+namespace orvane::fuzz {
+
+using Bytes = std::span<const std::byte>;
+
+/// A parameter table file: loaded, listed.
+void FuzzTbl(Bytes input);
+/// The same, saved as either version and loaded again.
+void FuzzTblRoundTrip(Bytes input);
+/// A schedule file: read, listed.
+void FuzzTfs(Bytes input);
+/// The same, written and read again.
+void FuzzTfsRoundTrip(Bytes input);
+/// A waveform with its companion table, shown. First a byte that chooses name and header, then the
+/// size of the companion in two bytes, the companion, the waveform.
+void FuzzTimeSeries(Bytes input);
+/// A waveform as text; a first byte chooses the header.
+void FuzzTimeSeriesText(Bytes input);
+/// A waveform restacked; a first byte chooses whether in one pass.
+void FuzzRestack(Bytes input);
+/// Stack results: taken apart and put together again, as comma-separated text.
+void FuzzStack(Bytes input);
+/// A calibration without its front-end model: read, shown, as text.
+void FuzzCalibration(Bytes input);
+/// The front-end model of a box of one channel.
+void FuzzCalibrationFit(Bytes input);
+/// An archived object: loaded and stored again.
+void FuzzArchive(Bytes input);
+/// A time as text and back, and as 8 bytes.
+void FuzzTimeText(Bytes input);
+/// Values as the raw editor takes them, and as strict text; a first byte chooses the type.
+void FuzzValueText(Bytes input);
+/// KEY=VALUE; a first byte chooses the version of the table file.
+void FuzzAssignment(Bytes input);
+
+struct Target {
+  std::string_view name;
+  void (*run)(Bytes input);
+  std::size_t largest_input;  ///< bytes that the fuzzer tries at most
+  int least_rate;             ///< executions a second that it should reach
+};
+
+}  // namespace orvane::fuzz
+
+#endif  // ORVANE_FUZZ_TARGETS_H_

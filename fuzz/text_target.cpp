@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "cli/assignment.h"
+#include "core/param_text.h"
+#include "core/param_time.h"
+#include "editors/raw_table.h"
+#include "support.h"
+
+namespace orvane::fuzz {
+namespace {
+
+std::string Formatted(ValueType type, const ParamValue& value) {
+  std::string text;
+  FormatParamValue(type, value, &text);
+  return text;
+}
+
+// One entry of each type, one of a type that there is none, and one key twice.
+ParamTable SmallTable() {
+  std::vector<ParamEntry> entries;
+  for (std::uint8_t type = 0; type < 10; ++type) {
+    ParamEntry entry;
+    entry.key = {'K', static_cast<char>('0' + type % 9)};
+    entry.type = type;
+    entries.push_back(entry);
+  }
+  ParamTable table(entries);
+  Require(table.BuildParamIndex() == kOk, "the table has an index");
+  return table;
+}
+
+// What is told with ten digits may lie above the largest number.
+bool IsTellable(ValueType type, const ParamValue& value) {
+  return type != FltPT || std::abs(RealOf(value)) < 1.797693134e308;
+}
+
+// A text that is wholly right: read alike by both ways, and as it is told again.
+void RequireComesBack(std::string_view text, ValueType type, const ParamValue& value) {
+  ParamValue lenient{};
+  ParseParamValue(text, type, &lenient);
+  Require(lenient == value, "what is wholly right is read alike by boxes");
+  ParamValue told{};
+  if (!IsTellable(type, value)) {
+    return;
+  }
+  const std::string shown = Formatted(type, value);
+  Require(ParseParamValueStrictly(shown, type, &told).empty(), "what is told is wholly right");
+  Require(type == FltPT || told == value, "a value is read as it is told");
+  Require(Formatted(type, told) == shown, "a value is told as it was read");
+}
+
+}  // namespace
+
+void FuzzTimeText(Bytes input) {
+  const std::string_view text = TextOf(input);
+  const ParamTime time = ParseParamTime(text);
+  Require(ParseParamTime(FormatParamTime(time)) == time, "a time is read as it is told");
+  ParamTime strict;
+  if (ParseParamTimeStrictly(text, &strict)) {
+    Require(strict == time, "what is wholly right is read alike by boxes");
+  }
+  ParamTime raw;
+  std::copy_n(input.begin(), std::min(input.size(), sizeof raw),
+              std::as_writable_bytes(std::span(&raw, 1)).begin());
+  Require(FormatParamTime(raw).size() <= 21, "a time is a short text");
+  const std::uint32_t seconds = ParamTimeToSeconds(raw);
+  const ParamTime back = SecondsToParamTime(seconds);
+  Require(back.century >= 21 || ParamTimeToSeconds(back) == seconds, "seconds come back");
+  ParamTime end = raw;
+  end.century = end.year = end.month = end.day = 0;
+  CompleteEndDate(raw, &end);
+}
+
+void FuzzValueText(Bytes input) {
+  const auto type = static_cast<ValueType>(TakeByte(&input) % 10);
+  const std::string_view text = TextOf(input);
+  ParamValue value{};
+  if (ParseParamValueStrictly(text, type, &value).empty()) {
+    RequireComesBack(text, type, value);
+  }
+  ParamTable table = SmallTable();
+  RawTable rows(&table);
+  const int ordinal = type + 1;
+  static_cast<void>(rows.EndEdit(ordinal, text));
+  Require(!rows.CanEdit(ordinal) || rows.Cell(ordinal, kValueColumn) == text,
+          "a row keeps the text as typed");
+  static_cast<void>(rows.Detail(ordinal));
+  static_cast<void>(rows.Matches(ordinal, text));
+  const std::string shown = RawTable(&table).Cell(ordinal, kValueColumn);
+  RawTable again(&table);
+  static_cast<void>(again.EndEdit(ordinal, shown));
+  Require(type == FltPT || RawTable(&table).Cell(ordinal, kValueColumn) == shown,
+          "a value typed as it is shown stays");
+}
+
+void FuzzAssignment(Bytes input) {
+  static const ParamTable defaults = [] {
+    ParamTable table;
+    Require(table.BuildParamIndex() == kOk, "the dictionary has an index");
+    return table;
+  }();
+  const std::uint32_t version = TakeByte(&input) % 2 + 1;
+  const std::string_view text = TextOf(input);
+  if (!IsAssignment(text)) {
+    return;
+  }
+  ParamTable table = defaults;
+  const std::string key(text.substr(0, text.find('=')));
+  const ParamEntry* entry = table.FindParam(key);
+  if (!Assign(text, version, &table).empty()) {
+    Require(entry == nullptr || *entry == *defaults.FindParam(key),
+            "what is refused changes nothing");
+    return;
+  }
+  const ParamValue value = entry->value;
+  const auto type = static_cast<ValueType>(entry->type);
+  if (IsTellable(type, value)) {
+    const std::string shown = Formatted(type, value);
+    Require(Assign(key + "=" + shown, version, &table).empty(), "what is told can be given");
+    Require(type == FltPT ? Formatted(type, entry->value) == shown : entry->value == value,
+            "a value is read as it is told");
+  }
+}
+
+}  // namespace orvane::fuzz

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// KEY=VALUE, as it stands on a command line.
+#ifndef ORVANE_CLI_ASSIGNMENT_H_
+#define ORVANE_CLI_ASSIGNMENT_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "core/param_table.h"
+
+namespace orvane {
+
+/// Whether there is a '=' at all; the first one divides.
+bool IsAssignment(std::string_view text);
+
+/// Stores the value of an assignment in the table. Why it is refused, with the key; empty once it
+/// is in the table. For version 1 it must also fit a file of that version.
+[[nodiscard]] std::string Assign(std::string_view assignment, std::uint32_t tbl_version,
+                                 ParamTable* table);
+
+}  // namespace orvane
+
+#endif  // ORVANE_CLI_ASSIGNMENT_H_
