@@ -88,7 +88,8 @@ void FuzzCalibrationFit(Bytes input) {
             "a fit that is kept has numbers");
   }
   for (const double frequency : {0.0, 1.0, 1e4}) {
-    static_cast<void>(FrontEnd(parameters, *PassSetting(kSlotPasses[0])).Response(frequency));
+    static_cast<void>(
+        FrontEnd(parameters, PassSetting(kSlotPasses[0], parameters[kDrive])).Response(frequency));
   }
 }
 

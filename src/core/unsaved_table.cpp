@@ -30,8 +30,8 @@ std::vector<std::byte> UnsavedImage(const UnsavedTable& unsaved) {
   header.table_size = unsaved.table.size();
   header.checksum = SumOf(BytesOf(header), rest);
   const auto start = BytesOf(header);
-  std::vector<std::byte> image(start.begin(), start.end());
-  image.insert(image.end(), rest.begin(), rest.end());
+  std::vector<std::byte> image(start.size() + rest.size());
+  std::copy(rest.begin(), rest.end(), std::copy(start.begin(), start.end(), image.begin()));
   return image;
 }
 
