@@ -27,7 +27,7 @@ constexpr auto kTargets = std::to_array<Target>({
     {"time-series-text", FuzzTimeSeriesText, 2048, 1000},
     {"restack", FuzzRestack, 2048, 1000},
     {"stack", FuzzStack, 4096, 1000},
-    {"calibration", FuzzCalibration, 2048, 1000},
+    {"calibration", FuzzCalibration, 1536, 1000},
     {"calibration-fit", FuzzCalibrationFit, 2180, 100},
     {"time-text", FuzzTimeText, 64, 1000},
     {"value-text", FuzzValueText, 128, 1000},
