@@ -14,6 +14,16 @@ missing=$(comm -3 <(printf '%s\n' docs/guide/*.md | sort) \
   <(printf '%s\n' "${documents[@]}" | grep '^docs/guide/' | sort))
 [[ -z $missing ]] || { printf 'not linked by docs/guide/README.md: %s\n' "$missing" >&2; exit 1; }
 
+# Of headings that are alike only the first has its own id in the page: a link would lead there.
+slugs() {
+  sed -nE '/^```/,/^```/d; s/^#+ +//p' "$@" | tr '[:upper:] ' '[:lower:]-' | sed 's/[^[:alnum:]_-]//g'
+}
+twice=$(slugs docs/guide/*.md | sort | uniq -d)
+[[ -z $twice ]] || { printf 'headings of more than one place: %s\n' "$twice" >&2; exit 1; }
+linked=$(cat "${documents[@]}" | grep -oE '\]\([^)]*#[^)]+\)' | sed 's/.*#//; s/)$//' | sort -u)
+twice=$(comm -12 <(printf '%s\n' "$linked") <(slugs "${documents[@]}" | sort | uniq -d))
+[[ -z $twice ]] || { printf 'linked headings of more than one place: %s\n' "$twice" >&2; exit 1; }
+
 # Each document begins with an anchor that links from others lead to.
 for document in "${documents[@]}"; do
   printf '<a id="document-%s"></a>\n\n' "$(basename "$document" .md)"
