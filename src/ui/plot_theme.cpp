@@ -132,8 +132,9 @@ QString SavePlot(QCustomPlot* plot, const QString& path) {
         .arg(QDir::toNativeSeparators(path));
   }
   buffer.close();
-  const std::string fault =
-      WriteFile(PathFromText(path), std::as_bytes(std::span(bytes.constData(), bytes.size())));
+  const std::string fault = WriteFile(
+      PathFromText(path),
+      std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
   return fault.empty() ? QString()
                        : QDir::toNativeSeparators(path) + QStringLiteral(": ") +
                              QString::fromStdString(fault);
