@@ -45,7 +45,8 @@ std::string ReadCopy(const fs::path& path, UnsavedTable* unsaved) {
 // Empty where this program cannot represent the path: then the document has none.
 QString ShownPath(const std::string& bytes) {
   const QString path = QString::fromStdString(bytes);
-  return path.toStdString() == bytes ? path : QString();
+  const bool is_whole = path.toStdString() == bytes && !path.contains(QChar(QChar::Null));
+  return is_whole && QFileInfo(path).isAbsolute() ? path : QString();
 }
 
 std::string Question(const UnsavedTable& unsaved, const fs::path& file) {
@@ -165,7 +166,9 @@ void EmergencyCopy::FollowMark(bool is_modified) {
 
 void EmergencyCopy::Keep() {
   later_.stop();
-  UnsavedTable unsaved{doc_->Path().toStdString(), TblImage(doc_->Table(), {})};
+  // Without a path the next save asks for one.
+  const QString path = LooksLikeNoText(doc_->Path()) ? QString() : doc_->Path();
+  UnsavedTable unsaved{path.toStdString(), TblImage(doc_->Table(), {})};
   if (!doc_->IsModified() && unsaved.table == clean_) {
     return;
   }

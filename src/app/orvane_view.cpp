@@ -9,6 +9,7 @@
 
 #include "editors/table_summary.h"
 #include "ui/byte_text.h"
+#include "ui/plot_theme.h"
 
 namespace orvane {
 namespace {
@@ -90,8 +91,11 @@ void COrvaneView::OnUpdate() {
       const QString value =
           line.value.empty() ? QStringLiteral("not set") : TextFromBytes(line.value);
       label->setText(value);
-      label->setForegroundRole(line.value.empty() ? QPalette::PlaceholderText
-                                                  : QPalette::WindowText);
+      QPalette colors = palette();
+      if (line.value.empty()) {
+        colors.setColor(QPalette::WindowText, StandOut(Qt::gray, palette()));
+      }
+      label->setPalette(colors);
       label->setAccessibleName(TextFromBytes(group.title) + QStringLiteral(": ") +
                                TextFromBytes(line.label) + QStringLiteral(": ") + value);
     }

@@ -4,12 +4,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <atomic>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <system_error>
 
 #include "cli/commands.h"
+#include "cli/interrupt_watch.h"
 #include "cli/terminal.h"
 #include "core/number_text.h"
 
@@ -19,36 +19,6 @@ namespace {
 constexpr std::chrono::milliseconds kLook{100};  // between two looks at the batch
 
 std::atomic<bool> is_asking = false;
-
-volatile std::sig_atomic_t interrupted = 0;
-void Interrupt(int signal) {
-  if (interrupted != 0) {  // asked again: at once
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
-  }
-  interrupted = 1;
-}
-
-// An interrupt stops the batch, which then leaves no half file; signals that were ignored stay so.
-class InterruptWatch {
- public:
-  InterruptWatch() {
-    for (const int signal : EndingSignals()) {
-      if (std::signal(signal, Interrupt) == SIG_IGN) {
-        std::signal(signal, SIG_IGN);
-      }
-    }
-  }
-  InterruptWatch(const InterruptWatch&) = delete;
-  InterruptWatch& operator=(const InterruptWatch&) = delete;
-  ~InterruptWatch() {
-    for (const int signal : EndingSignals()) {
-      if (std::signal(signal, SIG_DFL) == SIG_IGN) {
-        std::signal(signal, SIG_IGN);
-      }
-    }
-  }
-};
 
 std::string Megabytes(std::uint64_t bytes) {
   const std::uint64_t tenths = bytes / 100000;
@@ -130,7 +100,7 @@ ExitCode RunBatch(BatchPlan plan) {
   batch.Start();
   while (!batch.WaitFor(kLook)) {
     line.Show(batch.Progress());
-    if (interrupted != 0) {
+    if (InterruptWatch::IsInterrupted()) {
       batch.Stop();
     }
   }

@@ -3,6 +3,7 @@
 
 #include <system_error>
 
+#include "cli/interrupt_watch.h"
 #include "core/file_io.h"
 #include "core/number_text.h"
 #include "core/param_access.h"
@@ -24,6 +25,7 @@ bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file)
 }
 
 ExitCode WriteRows(const std::filesystem::path& to, std::span<const ScheduleRow> rows) {
+  const InterruptWatch watch;
   if (const std::string reason = WriteScheduleFile(to, rows); !reason.empty()) {
     PrintMessage(FileMessage(to, reason));
     return kSomeFailed;
@@ -71,6 +73,7 @@ ExitCode RunSchedulePreset(const PresetOptions& options) {
     ApplyDefaultWindows(&table, tech);
   }
   const TblSaveOptions save{2, false, IntParam(table, "TBVO", 2) == 1 ? 1 : 2};
+  const InterruptWatch watch;
   if (SaveParamFile(&table, options.to, save, &report) != kOk) {
     PrintMessage(report.message);
     return kSomeFailed;

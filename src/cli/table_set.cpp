@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/assignment.h"
 #include "cli/commands.h"
+#include "cli/interrupt_watch.h"
 #include "core/number_text.h"
 #include "core/tbl_record.h"
 
@@ -71,6 +72,7 @@ ExitCode RunTableSet(const SetOptions& options) {
   std::int32_t output_version = 2;
   const bool stays_1 = table.GetParam("TBVO", IntPT, &output_version) == kOk && output_version == 1;
   const TblSaveOptions save{options.tbl_version, false, stays_1 ? 1 : 2};
+  const InterruptWatch watch;
   if (SaveParamFile(&table, options.to, save, &report) != kOk) {
     PrintMessage(report.message);
     return kSomeFailed;

@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "cli/commands.h"
+#include "cli/interrupt_watch.h"
 #include "core/number_text.h"
 #include "editors/startup_files.h"
 
@@ -22,6 +23,7 @@ bool WriteBox(const StartupForm& form, const std::filesystem::path& path, std::u
   ParamTable derived = form.Derive();
   TblReport report;
   const TblSaveOptions save{version, false, static_cast<std::int32_t>(version)};
+  const InterruptWatch watch;
   if (SaveParamFile(&derived, path, save, &report) != kOk) {
     PrintMessage(report.message);
     return false;

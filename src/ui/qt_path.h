@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QString>
 #include <filesystem>
+#include <system_error>
 
 namespace orvane {
 
@@ -25,10 +26,30 @@ inline QString TextFromPath(const std::filesystem::path& path) {
 }
 #endif
 
-/// Why a file cannot be named here although it may exist: its name has bytes that are no text.
-/// Empty for all others.
+/// Whether a path may stand for one whose bytes are no text, because there is one that looks alike.
+inline bool LooksLikeNoText(const QString& path) {
+  if (!path.contains(QChar(QChar::ReplacementCharacter))) {
+    return false;
+  }
+  std::filesystem::path folder;
+  for (const auto& part : PathFromText(path)) {
+    std::error_code error;
+    const std::filesystem::path place = folder.empty() ? std::filesystem::path(".") : folder;
+    for (const auto& entry : std::filesystem::directory_iterator(place, error)) {
+      const auto name = entry.path().filename();
+      if (name != part && TextFromPath(name) == TextFromPath(part)) {
+        return true;
+      }
+    }
+    folder /= part;
+  }
+  return !QFileInfo::exists(path);
+}
+
+/// Why a file cannot be named here: its name has bytes that are no text, or another one's has that
+/// looks alike. Empty for all others.
 inline QString UnknownName(const QString& path) {
-  return path.contains(QChar(QChar::ReplacementCharacter)) && !QFileInfo::exists(path)
+  return LooksLikeNoText(path)
              ? path +
                    QStringLiteral(": the name has bytes that are no text; please rename the file")
              : QString();

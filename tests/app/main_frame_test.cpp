@@ -390,6 +390,7 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
 
 TEST_F(MainFrame, ANameThatIsNoTextIsRefusedWithItsReason) {
   WriteAll(dir_ / "a\xFF.tbl", "x");
+  WriteAll(dir_ / "a\xEF\xBF\xBD.tbl", "looks alike");
   QString said;
   WithModal(
       [&said](QWidget* window) {

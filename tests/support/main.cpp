@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <locale>
+#include <string_view>
 
 namespace {
 
@@ -25,6 +26,11 @@ int main(int argc, char** argv) {
       return 1;
     }
     std::locale::global(std::locale(std::locale::classic(), new Comma));
+  }
+  const char* expected = std::getenv("ORVANE_EXPECT_LOCALE");
+  if (expected != nullptr && std::string_view(std::setlocale(LC_ALL, nullptr)) != expected) {
+    std::fprintf(stderr, "this run needs the locale %s\n", expected);
+    return 1;
   }
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
