@@ -6,11 +6,13 @@
 #include <QFile>
 #include <QLabel>
 #include <QProgressBar>
+#include <QStyle>
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <array>
 #include <cmath>
+#include <memory>
 
 #include "app/about_dlg.h"
 #include "app/emergency_copy.h"
@@ -439,7 +441,8 @@ bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visi
 }  // namespace
 
 QPalette LightPalette() {
-  return QStyleFactory::create(QStringLiteral("Fusion"))->standardPalette();
+  const std::unique_ptr<QStyle> style(QStyleFactory::create(QStringLiteral("Fusion")));
+  return style->standardPalette();
 }
 
 QPalette DarkPalette() {
