@@ -79,8 +79,8 @@ EmergencyCopy::Copy EmergencyCopy::Claimed(int number) const {
   fs::path file = CopyPath(folder_, number);
   fs::path lock_path = file;
   auto lock = std::make_unique<QLockFile>(TextFromPath(lock_path.replace_extension(".lock")));
-  lock->setStaleLockTime(
-      0);  // a program may run for days; one that is gone is noticed all the same
+  // A program may run for days; one that is gone is noticed all the same.
+  lock->setStaleLockTime(0);
   if (!lock->tryLock(0)) {
     lock.reset();
   }
