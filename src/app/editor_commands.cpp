@@ -2,10 +2,12 @@
 #include "app/editor_commands.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <set>
 
+#include "app/field_folders.h"
+#include "core/param_access.h"
 #include "core/param_text.h"
+#include "core/tech.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
@@ -112,14 +114,16 @@ void EditorCommands::EditAcquisition() {
   doc_->UpdateAllViews();
 }
 
-QString EditorCommands::Folder() const {
-  return doc_->Path().isEmpty() ? QDir::homePath() : QFileInfo(doc_->Path()).absolutePath();
+QString EditorCommands::ScheduleFolder(int method) const {
+  const QString folder = FieldFolders(doc_).Data(method);
+  return folder.isEmpty() ? QDir::homePath() : folder;
 }
 
 void EditorCommands::EditStepping() {
   SteppingForm form(&doc_->Table(), prompts_, notices_);
   form.Open();
-  CFreqSteppingDlg dialog(&form, prompts_, Folder(), parent_);
+  const QString folder = ScheduleFolder(IntParam(doc_->Table(), "TECH"));
+  CFreqSteppingDlg dialog(&form, prompts_, folder, parent_);
   if (!Run(&dialog)) {
     TellEarlyChanges(form.EarlyChanges());
     doc_->UpdateAllViews();
@@ -129,7 +133,7 @@ void EditorCommands::EditStepping() {
 void EditorCommands::CreateFdemSchedule() {
   FdemForm form(prompts_);
   form.Open();
-  CFdemScheduleDlg dialog(&form, prompts_, Folder(), parent_);
+  CFdemScheduleDlg dialog(&form, prompts_, ScheduleFolder(kFdem), parent_);
   if (dialog.exec() == QDialog::Accepted) {
     notices_->ShowNotice(form.Note());
   }

@@ -38,7 +38,7 @@ class EditorCommands {
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   void MarkModified();
   /// The document's folder.
-  QString Folder() const;
+  QString ScheduleFolder(int method) const;
   /// Runs a dialog; with OK the document is modified.
   bool Run(QDialog* dialog);
   void TellEarlyChanges(const std::vector<std::string>& keys);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/field_displays.h"
 
-#include <QFileInfo>
 #include <memory>
 
+#include "app/field_folders.h"
 #include "calibration/widgets/calibration_display.h"
 #include "calibration/widgets/calibration_dlg.h"
 #include "timeseries/widgets/waveform_display.h"
@@ -44,8 +44,9 @@ void FieldDisplays::Close() {
   emit Changed();
 }
 
-QString FieldDisplays::Ask(const QString& title, std::string_view filters, const char* key) {
-  CFileDialog dialog(title, filters, QFileInfo(doc_->Path()).absolutePath(), window_);
+QString FieldDisplays::Ask(const QString& title, std::string_view filters, const QString& folder,
+                           const char* key) {
+  CFileDialog dialog(title, filters, folder, window_);
   dialog.setFileMode(QFileDialog::ExistingFile);
   dialog.ExecRemembering(QString::fromLatin1(key));
   return dialog.Chosen();
@@ -55,7 +56,7 @@ void FieldDisplays::AskForWaveform() {
   const QString path =
       Ask(QStringLiteral("Open Waveform"),
           "Tss File (*.tss)|*.tss|Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||",
-          "Folders/Waveforms");
+          FieldFolders(doc_).Data(), "Folders/Waveforms");
   if (!path.isEmpty()) {
     OpenWaveform(path);
   }
@@ -63,7 +64,7 @@ void FieldDisplays::AskForWaveform() {
 
 void FieldDisplays::AskForCalibration() {
   const QString path = Ask(QStringLiteral("Open Calibration File"), CCalibrationDisplay::kFilters,
-                           "Folders/Calibrations");
+                           FieldFolders(doc_).Calibrations(), "Folders/Calibrations");
   if (!path.isEmpty()) {
     OpenCalibration(path);
   }

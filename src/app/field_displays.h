@@ -45,7 +45,8 @@ class FieldDisplays : public QObject {
   void Told(const QString& text);
 
  private:
-  QString Ask(const QString& title, std::string_view filters, const char* key);
+  QString Ask(const QString& title, std::string_view filters, const QString& folder,
+              const char* key);
   void KeepWaveformSettings();
 
   COrvaneDoc* doc_;

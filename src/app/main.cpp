@@ -2,6 +2,13 @@
 #include <cstdio>
 #include <string_view>
 
+#ifdef _WIN32
+#include <windows.h>
+
+#include <io.h>
+#endif
+
+#include "app/file_type.h"
 #include "app/orvane_app.h"
 #include "core/file_system.h"
 
@@ -15,10 +22,22 @@ constexpr const char* kUsage =
     "  -h, --help     print this\n"
     "      --version  print the version\n";
 
+// A program with windows has no console of its own on Windows: where its output goes nowhere, it
+// goes to that of whoever started it.
+void UseConsoleOfCaller() {
+#ifdef _WIN32
+  if (_get_osfhandle(_fileno(stdout)) < 0 && AttachConsole(ATTACH_PARENT_PROCESS) != 0) {
+    std::freopen("CONOUT$", "w", stdout);
+    std::freopen("CONOUT$", "w", stderr);
+  }
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   orvane::ReportSizeLimits();
+  UseConsoleOfCaller();
   // Answered before there is a window: these need no display.
   for (int i = 1; i < argc; ++i) {
     const std::string_view argument = argv[i];
@@ -37,6 +56,7 @@ int main(int argc, char** argv) {
     std::fputs(kUsage, stderr);
     return 2;
   }
+  orvane::RegisterFileType();
   app.InitInstance(arguments.value(1));
   return QApplication::exec();
 }

@@ -6,11 +6,12 @@
 namespace orvane {
 
 QString FindUserGuide(const QString& program_folder) {
-  const QString shared = program_folder + QStringLiteral("/../share/orvane/");
-  // The second is a link that only build folders have.
-  for (const QString& name : {QStringLiteral("guide.html"), QStringLiteral("guide/README.md")}) {
+  // As installed, as a folder of its own on Windows, and a link that only build folders have.
+  for (const QString& name :
+       {QStringLiteral("/../share/orvane/guide.html"), QStringLiteral("/guide.html"),
+        QStringLiteral("/../share/orvane/guide/README.md")}) {
     // Without links: the guide's own links are relative to where it really is.
-    QString path = QFileInfo(shared + name).canonicalFilePath();
+    QString path = QFileInfo(program_folder + name).canonicalFilePath();
     if (!path.isEmpty()) {
       return path;
     }

@@ -2,7 +2,6 @@
 #include "app/utility_commands.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QSettings>
 
 #include "calibration/cal_text.h"
@@ -55,18 +54,22 @@ constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL F
 
 }  // namespace
 
-void UtilityCommands::ListTables() { Run(kTableListing, TblListing()); }
-void UtilityCommands::ListCalibrations() { Run(kCalibrationListing, ExportCalToText()); }
-void UtilityCommands::ListSchedules() { Run(kScheduleListing, TfsListing()); }
+void UtilityCommands::ListTables() { Run(kTableListing, TblListing(), folders_.Document()); }
+void UtilityCommands::ListCalibrations() {
+  Run(kCalibrationListing, ExportCalToText(), folders_.Calibrations());
+}
+void UtilityCommands::ListSchedules() { Run(kScheduleListing, TfsListing(), folders_.Data()); }
 void UtilityCommands::ConvertTimeDomainStacks() {
-  Run(kTimeDomainStacks, StackCsv(StackDomain::kTime));
+  Run(kTimeDomainStacks, StackCsv(StackDomain::kTime), folders_.Data());
 }
 void UtilityCommands::ConvertFrequencyDomainStacks() {
-  Run(kFrequencyDomainStacks, StackCsv(StackDomain::kFrequency));
+  Run(kFrequencyDomainStacks, StackCsv(StackDomain::kFrequency), folders_.Data());
 }
-void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TsText()); }
-void UtilityCommands::Restack() { Run(kRestacking, orvane::Restack()); }
-void UtilityCommands::ConvertToVersion1() { Run(kVersion1, TblToVersion1(doc_->Table())); }
+void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TsText(), folders_.Data()); }
+void UtilityCommands::Restack() { Run(kRestacking, orvane::Restack(), folders_.Data()); }
+void UtilityCommands::ConvertToVersion1() {
+  Run(kVersion1, TblToVersion1(doc_->Table()), folders_.Document());
+}
 
 void UtilityCommands::ConvertToSpectra() {
   const QString key = QStringLiteral("Folders/Calibrations of spectra");
@@ -90,12 +93,11 @@ void UtilityCommands::ConvertToSpectra() {
     QMetaObject::invokeMethod(QCoreApplication::instance(), show, Qt::BlockingQueuedConnection);
     return is_yes;
   };
-  Run(kSpectra, CalibratedSpectra(std::move(options)));
+  Run(kSpectra, CalibratedSpectra(std::move(options)), folders_.Data());
 }
 
-void UtilityCommands::Run(const Utility& utility, Conversion conversion) {
-  CFECFileDialog dialog(QString::fromLatin1(utility.title), utility.filters,
-                        QFileInfo(doc_->Path()).absolutePath(), parent_);
+void UtilityCommands::Run(const Utility& utility, Conversion conversion, const QString& folder) {
+  CFECFileDialog dialog(QString::fromLatin1(utility.title), utility.filters, folder, parent_);
   dialog.setDefaultSuffix(QString::fromLatin1(utility.suffix));
   if (*utility.initial_name != '\0') {
     dialog.selectFile(QString::fromLatin1(utility.initial_name));

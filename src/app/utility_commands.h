@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "app/field_folders.h"
 #include "app/orvane_doc.h"
 #include "core/batch.h"
 #include "forms/prompts.h"
@@ -30,7 +31,7 @@ class UtilityCommands {
  public:
   /// All must outlive the commands; `parent` is what the dialogs stand over.
   UtilityCommands(const COrvaneDoc* doc, Prompts* prompts, Notices* notices, QWidget* parent)
-      : doc_(doc), prompts_(prompts), notices_(notices), parent_(parent) {}
+      : doc_(doc), folders_(doc), prompts_(prompts), notices_(notices), parent_(parent) {}
 
   void ListTables();
   void ListSchedules();
@@ -49,10 +50,11 @@ class UtilityCommands {
                std::vector<std::filesystem::path> files);
 
  private:
-  void Run(const Utility& utility, Conversion conversion);
+  void Run(const Utility& utility, Conversion conversion, const QString& folder);
   void ShowTexts(const Batch& batch);
 
   const COrvaneDoc* doc_;
+  FieldFolders folders_;
   Prompts* prompts_;
   Notices* notices_;
   QWidget* parent_;

@@ -128,8 +128,8 @@ QString SavePlot(QCustomPlot* plot, const QString& path) {
   } else if (extension == QLatin1String("png")) {
     plot->toPixmap().save(&buffer, "PNG");
   } else {
-    return QStringLiteral("%1: pictures are saved as .png, .svg or .pdf")
-        .arg(QDir::toNativeSeparators(path));
+    return QStringLiteral("%1: pictures are saved as .png%2 or .pdf")
+        .arg(QDir::toNativeSeparators(path), CanWriteSvg() ? QStringLiteral(", .svg") : QString());
   }
   buffer.close();
   const std::string fault = WriteFile(

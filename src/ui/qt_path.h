@@ -2,6 +2,7 @@
 #ifndef ORVANE_UI_QT_PATH_H_
 #define ORVANE_UI_QT_PATH_H_
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QString>
@@ -12,7 +13,10 @@ namespace orvane {
 
 // Neither ever throws, whatever the name.
 #ifdef Q_OS_WIN
-inline std::filesystem::path PathFromText(const QString& text) { return text.toStdWString(); }
+inline std::filesystem::path PathFromText(const QString& text) {
+  // Qt writes '/'; what is shown and written, and the rules for names, are of the system's '\'.
+  return QDir::toNativeSeparators(text).toStdWString();
+}
 inline QString TextFromPath(const std::filesystem::path& path) {
   return QString::fromStdWString(path.native());
 }
@@ -27,7 +31,11 @@ inline QString TextFromPath(const std::filesystem::path& path) {
 #endif
 
 /// Whether a path may stand for one whose bytes are no text, because there is one that looks alike.
+/// On Windows names are UTF-16, in which half a character may stand alone.
 inline bool LooksLikeNoText(const QString& path) {
+  if (!path.isValidUtf16()) {
+    return true;
+  }
   if (!path.contains(QChar(QChar::ReplacementCharacter))) {
     return false;
   }

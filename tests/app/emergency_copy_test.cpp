@@ -2,11 +2,10 @@
 #include "app/emergency_copy.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include <QProcess>
 #include <QTest>
-#include <csignal>
+#include <cstdlib>
 #include <memory>
 
 #include "core/tbl_file.h"
@@ -14,6 +13,7 @@
 #include "support/table_help.h"
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
+#include "ui/qt_path.h"
 
 namespace orvane::testing {
 namespace {
@@ -49,6 +49,17 @@ struct Program {
   EmergencyCopy copy;
 };
 
+constexpr int kCrashed = 9;
+
+// What the tests below start.
+TEST(CrashingProgram, DISABLED_EndsWithUnsavedEdits) {
+  Program program(PathFromText(qEnvironmentVariable("CRASH_FOLDER")));
+  program.Edit("saved before");
+  program.doc.OnSaveDocument(qEnvironmentVariable("CRASH_TABLE"));
+  program.Edit(qgetenv("CRASH_SITE").constData());
+  std::_Exit(kCrashed);
+}
+
 class EmergencyCopies : public ::testing::Test {
  protected:
   std::filesystem::path File(int number) const {
@@ -58,19 +69,18 @@ class EmergencyCopies : public ::testing::Test {
     return QString::fromStdString((tables_ / "\xc3\xa4 a.tbl").string());
   }
 
-  // A program that is killed with unsaved changes of a file, as far as it got.
+  // A program that ends without more ado, with unsaved changes of a file.
   void Crash(const char* site) const {
-    const pid_t child = fork();
-    if (child == 0) {
-      Program program(dir_.Path());
-      program.Edit("saved before");
-      program.doc.OnSaveDocument(TablePath());
-      program.Edit(site);
-      kill(getpid(), SIGKILL);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status));
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("CRASH_FOLDER", QString::fromStdString(dir_.Path().string()));
+    environment.insert("CRASH_TABLE", TablePath());
+    environment.insert("CRASH_SITE", site);
+    program.setProcessEnvironment(environment);
+    program.start(QCoreApplication::applicationFilePath(),
+                  {"--gtest_also_run_disabled_tests", "--gtest_filter=CrashingProgram.*"});
+    ASSERT_TRUE(program.waitForFinished()) << program.errorString().toStdString();
+    ASSERT_EQ(program.exitCode(), kCrashed);
   }
 
   TempDir dir_;

@@ -2,7 +2,6 @@
 #include "app/orvane_doc.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <cerrno>
 

@@ -17,6 +17,10 @@ int main(int argc, char** argv) {
   qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
   qputenv("XDG_DATA_HOME", settings.path().toLocal8Bit());
   orvane::COrvaneApp app(argc, argv);
+#ifdef Q_OS_WIN
+  // The settings are in the registry, whatever the environment says.
+  QApplication::setApplicationName(QStringLiteral("Orvane tests"));
+#endif
   if (qEnvironmentVariableIsSet("ORVANE_EXPECT_COMMA") &&
       QLocale::system().decimalPoint() != QLatin1String(",")) {
     std::fputs("this run needs a locale with a decimal comma\n", stderr);

@@ -7,11 +7,6 @@
 
 namespace orvane {
 
-bool CanWriteSvg() { return false; }
-
-void WriteSvg(const QSize& /*size*/, const QString& /*title*/, QBuffer* /*buffer*/,
-              const std::function<void(QPaintDevice*)>& /*draw*/) {}
-
 QByteArray IconDrawing(const QString& name) {
   QFile file(QStringLiteral(":/icons/%1.png").arg(name));
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -2,22 +2,9 @@
 #include "ui/vector_drawing.h"
 
 #include <QFile>
-#include <QSvgGenerator>
 #include <QSvgRenderer>
 
 namespace orvane {
-
-bool CanWriteSvg() { return true; }
-
-void WriteSvg(const QSize& size, const QString& title, QBuffer* buffer,
-              const std::function<void(QPaintDevice*)>& draw) {
-  QSvgGenerator generator;
-  generator.setOutputDevice(buffer);
-  generator.setSize(size);
-  generator.setViewBox(QRect(QPoint(), size));
-  generator.setTitle(title);
-  draw(&generator);
-}
 
 QByteArray IconDrawing(const QString& name) {
   QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
