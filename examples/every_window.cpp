@@ -331,8 +331,8 @@ QString WriteTwelveChannels(const QString& folder, const ParamTable& table) {
   static_cast<void>(file.open(QIODevice::WriteOnly));
   file.write(bytes.data(), static_cast<qint64>(bytes.size()));
   ParamTable companion = table;
-  static_cast<void>(SaveParamFile(
-      &companion, QFile::encodeName(folder + QStringLiteral("/TWELVE.TBL")).toStdString(), {}));
+  static_cast<void>(
+      SaveParamFile(&companion, PathFromText(folder + QStringLiteral("/TWELVE.TBL")), {}));
   return path;
 }
 

@@ -7,6 +7,7 @@
 #include "app/field_folders.h"
 #include "core/param_access.h"
 #include "core/param_text.h"
+#include "core/path_text.h"
 #include "core/tech.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
@@ -193,7 +194,7 @@ void EditorCommands::ViewBoxStatus() {
 
 void EditorCommands::SaveAllBoxes() {
   ParamTable& table = doc_->Table();
-  StartupRun run(&table, PathFromText(doc_->Path()).string(), prompts_);
+  StartupRun run(&table, PathFromText(doc_->Path()), prompts_);
   for (const StartupBox& box : run.Boxes()) {
     StartupForm form(&table, box, run.Choices());
     CStartupDlg dialog(&form, &run, prompts_, parent_);

@@ -7,6 +7,7 @@
 #include "core/number_text.h"
 #include "core/param_access.h"
 #include "core/param_dictionary.h"
+#include "core/path_text.h"
 #include "core/tbl_file.h"
 #include "ui/qt_path.h"
 
@@ -88,7 +89,7 @@ bool COrvaneDoc::OnOpenDocument(const QString& path) {
   path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = report.version;
   has_document_ = true;
-  const bool is_waveform = EndsWithoutCase(file_path.string(), ".TSS");
+  const bool is_waveform = EndsWithoutCase(PathText(file_path), ".TSS");
   kind_ = is_waveform && waveform_loader_ && waveform_loader_(path) ? kTimeSeries : kTable;
   notices_->ShowNotice(report.loaded < kDictionarySize
                            ? "Loaded " + OfAllParameters(report.loaded) +

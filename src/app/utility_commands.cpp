@@ -7,6 +7,7 @@
 #include "calibration/cal_text.h"
 #include "calibration/widgets/spectra_dlg.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 #include "core/tbl_listing.h"
 #include "core/tbl_to_v1.h"
 #include "stepping/tfs_listing.h"
@@ -83,7 +84,7 @@ void UtilityCommands::ConvertToSpectra() {
     return;
   }
   SpectraOptions options = form.Options();
-  QSettings().setValue(key, QString::fromStdString(options.calibration_folder.string()));
+  QSettings().setValue(key, QString::fromStdString(PathText(options.calibration_folder)));
   // Workers ask and wait for this thread, which shows the question over the progress.
   options.ask = [this](const std::string& question, const BatchTask& task) {
     bool is_yes = false;
@@ -141,7 +142,7 @@ void UtilityCommands::ShowTexts(const Batch& batch) {
       continue;
     }
     if (!result.text.empty()) {
-      notices_->ShowNotice(batch.Input(i).string() + ": " + result.text);
+      notices_->ShowNotice(PathText(batch.Input(i)) + ": " + result.text);
     }
     if (editor_fault.isEmpty()) {
       editor_fault = editor_.Show(TextFromPath(result.outputs.front()));

@@ -7,6 +7,7 @@
 #include <numeric>
 
 #include "calibration/cal_reader.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -85,7 +86,7 @@ std::string Load(const std::filesystem::path& path, CalCurves* curves) {
   loaded.path = path;
   CalReader in;
   if (!in.Open(path).empty()) {
-    return "Failed to open file " + path.string() + "!";
+    return "Failed to open file " + PathText(path) + "!";
   }
   if (!in.TakeHeader(&loaded.header) || loaded.header.Channels() == 0) {
     return "Failed to read calbration header!";  // kept: misspelled, as users know it

@@ -9,6 +9,7 @@
 #include "core/ascii.h"
 #include "core/find_file.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -163,11 +164,11 @@ std::unique_ptr<CalData> ReadCalRecordsAt(int kind, const std::filesystem::path&
 std::unique_ptr<CalData> ReadCalFile(int kind, const std::string& base_path, CalReport* report) {
   if (base_path.size() > kMaxBasePath) {
     if (report != nullptr) {
-      *report = {kCalPathTooLong, FileMessage(base_path, StatusText(kCalPathTooLong))};
+      *report = {kCalPathTooLong, FileMessage(PathOf(base_path), StatusText(kCalPathTooLong))};
     }
     return nullptr;
   }
-  return ReadCalFileAt(kind, FindInAnyCase(base_path + (kind == kBoxCal ? ".CLB" : ".CLC")),
+  return ReadCalFileAt(kind, FindInAnyCase(PathOf(base_path + (kind == kBoxCal ? ".CLB" : ".CLC"))),
                        report);
 }
 

@@ -9,6 +9,7 @@
 
 #include "calibration/fit_report.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -152,7 +153,7 @@ const CalCurve* CalView::ReferenceOf(std::size_t channel) const {
 }
 
 std::string CalView::Title() const {
-  std::string title = curves_.path.filename().string();
+  std::string title = PathText(curves_.path.filename());
   if (shown_.empty()) {
     return title;
   }
@@ -161,7 +162,7 @@ std::string CalView::Title() const {
     title.append(channel == shown_.front() ? "" : ", ").append(ChannelNumber(channel));
   }
   if (reference_) {
-    title.append(is_ratio_ ? " / " : ", reference: ").append(reference_->path.filename().string());
+    title.append(is_ratio_ ? " / " : ", reference: ").append(PathText(reference_->path.filename()));
   }
   return title;
 }

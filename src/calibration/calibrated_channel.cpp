@@ -6,6 +6,7 @@
 
 #include "core/ascii.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -72,7 +73,7 @@ std::shared_ptr<const CalData> CalLibrary::Get(int kind, const std::string& base
 }
 
 std::string CalBasePath(const std::filesystem::path& folder, const std::string& unit) {
-  return (folder / unit).string();
+  return PathText(folder / PathOf(unit));
 }
 
 std::string_view CalibratedChannel::Unit() const {

@@ -12,6 +12,7 @@
 #include "core/find_file.h"
 #include "core/number_text.h"
 #include "core/path_names.h"
+#include "core/path_text.h"
 #include "core/text_file.h"
 
 namespace orvane {
@@ -69,14 +70,14 @@ class SpectraJob {
   }
 
   bool OpenRecording() {
-    const std::string path = task_.Input().string();
+    const std::string path = PathText(task_.Input());
     source_.band = SpectraBand(path);
     const TsFile::Options options{source_.band > 0 ? std::optional(TsHeaderSize::kBand)
                                                    : std::nullopt};
     if (!source_.file.Open(task_.Input(), options)) {
       return Stop(FailedWithBox(source_.file.Message(), source_.file.Reason()));
     }
-    const auto companion = FindInAnyCase(WithExtension(path, ".TBL"));
+    const auto companion = FindInAnyCase(PathOf(WithExtension(path, ".TBL")));
     TblReport report;
     if (source_.header.settings.Load(companion, &report) != kOk) {
       return Stop(FailedWithBox(OpenFailureText(companion), report.message));
@@ -107,7 +108,7 @@ class SpectraJob {
       return true;
     }
     const std::string text = " Failed to open box calibration file of " + source_.box_path +
-                             ".CLB,  " + task_.Input().string() + " cannot be converted";
+                             ".CLB,  " + PathText(task_.Input()) + " cannot be converted";
     BatchResult failed = FailedWithBox(text, reason);
     failed.box_caption = "Warning";
     return Stop(std::move(failed));

@@ -6,6 +6,7 @@
 
 #include "core/number_text.h"
 #include "core/param_time.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -65,7 +66,7 @@ SpectraFile::Result SpectraFile::Write(TextFile* out) {
 }
 
 void SpectraFile::WriteHead(TextFile* out) const {
-  out->Text(" Calibrated spectra of ").Text(task_.Input().string()).Text("\n");
+  out->Text(" Calibrated spectra of ").Text(PathText(task_.Input())).Text("\n");
   out->Text(" Box calibration:     ").Text(source_.box_path).Text(".CLB\n");
   out->Text(" Channels:            ").TextLeft(FormatInt(source_.header.channels), 8).Text("\n");
   int number = 0;

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -40,7 +41,7 @@ SpectraForm::SpectraForm(const std::string& folder) : model_(&none_, kFields) {
 
 SpectraOptions SpectraForm::Options() const {
   SpectraOptions options;
-  options.calibration_folder = model_.Text(kFolder);
+  options.calibration_folder = PathOf(model_.Text(kFolder));
   options.base_frequency = ParseReal(model_.Text(kBaseFrequency)).value_or(0);
   options.most_harmonics = ParseInt(model_.Text(kHarmonics)).value_or(options.most_harmonics);
   return options;

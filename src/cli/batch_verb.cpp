@@ -12,6 +12,7 @@
 #include "cli/interrupt_watch.h"
 #include "cli/terminal.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -39,7 +40,7 @@ class ProgressLine {
     if (const auto left = progress.TimeLeft()) {
       line += ", " + FormatInt(left->count()) + " s left";
     }
-    line += ": " + Printable(progress.current.filename().string());
+    line += ": " + Printable(PathText(progress.current.filename()));
     Put(line.substr(0, kWidth));
   }
   void Clear() const {
@@ -67,7 +68,7 @@ ExitCode PrintResults(const Batch& batch) {
   for (std::size_t i = 0; i < batch.Count(); ++i) {
     const BatchResult& result = *batch.Result(i);
     for (const auto& path : result.outputs) {
-      written += path.string() + '\n';
+      written += PathText(path) + '\n';
     }
     exit_code = result.IsDone() ? exit_code : kSomeFailed;
     if (result.status == BatchStatus::kCancelled) {
@@ -127,18 +128,19 @@ CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::strin
   struct Arguments {
     std::vector<std::string> files;
     unsigned jobs = 0;
-    std::string out;
+    std::filesystem::path out;
   };
   const auto arguments = std::make_shared<Arguments>();
   CLI::App* verb = noun->add_subcommand(name, what);
   verb->add_option("FILE", arguments->files, "the files to convert")->required()->check(NotEmpty());
   verb->add_option("--jobs", arguments->jobs, "files converted at a time (default: one a core)")
       ->check(CLI::Range(1, 1024));
-  verb->add_option("--out", arguments->out, "folder for the new files (default: beside each file)")
+  AddPath(verb, "--out", &arguments->out, "folder for the new files (default: beside each file)")
       ->check(NotEmpty());
   verb->callback([=] {
     BatchPlan plan{conversion(), {}, arguments->out, arguments->jobs};
-    plan.inputs.assign(arguments->files.begin(), arguments->files.end());
+    std::transform(arguments->files.begin(), arguments->files.end(),
+                   std::back_inserter(plan.inputs), PathOf);
     *exit_code = RunBatch(std::move(plan));
   });
   return verb;

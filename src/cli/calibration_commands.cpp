@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <memory>
 
 #include "calibration/cal_curves.h"
@@ -9,12 +10,13 @@
 #include "cli/commands.h"
 #include "core/number_text.h"
 #include "core/param_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
 
 struct CalibrationArguments {
-  std::string file;
+  std::filesystem::path file;
   int kind = 0;  // 0: as the file's name and its header tell
 };
 
@@ -66,7 +68,7 @@ ExitCode RunCurves(const CalibrationArguments& arguments) {
   constexpr int kDigits = 9;
   CalCurves curves;
   if (const std::string message = LoadCalCurves(arguments.file, &curves); !message.empty()) {
-    const bool names_file = message.find(arguments.file) != std::string::npos;
+    const bool names_file = message.find(PathText(arguments.file)) != std::string::npos;
     PrintMessage(names_file ? message : FileMessage(arguments.file, message));
     return kSomeFailed;
   }
@@ -90,11 +92,11 @@ ExitCode RunCurves(const CalibrationArguments& arguments) {
 }  // namespace
 
 int CalKindOf(const std::filesystem::path& file) {
-  if (EndsWithoutCase(file.string(), ".CLB")) {
+  if (EndsWithoutCase(PathText(file), ".CLB")) {
     return kBoxCal;
   }
   const int in_header = CalKindIn(file).value_or(0);
-  const bool is_sensor = EndsWithoutCase(file.string(), ".CLC");
+  const bool is_sensor = EndsWithoutCase(PathText(file), ".CLC");
   const int usual = is_sensor ? kSensorCal : kBoxCal;
   return CalFields(in_header).empty() || (is_sensor && in_header == kBoxCal) ? usual : in_header;
 }
@@ -107,7 +109,7 @@ void AddCalibrationCommands(CLI::App* app, ExitCode* exit_code) {
   const auto add_reading = [=](const char* name, const char* what,
                                ExitCode (*run)(const CalibrationArguments&)) {
     CLI::App* verb = calibration->add_subcommand(name, what);
-    verb->add_option("FILE", arguments->file, "a calibration file")->required()->check(NotEmpty());
+    AddPath(verb, "FILE", &arguments->file, "a calibration file")->required()->check(NotEmpty());
     verb->callback([=] { *exit_code = run(*arguments); });
     return verb;
   };

@@ -10,6 +10,7 @@
 
 namespace CLI {
 class App;
+class Option;
 class Validator;
 }  // namespace CLI
 
@@ -35,6 +36,10 @@ void AddTableConversions(CLI::App* table, ExitCode* exit_code);
 
 /// Refuses an empty text: a script's variable that was not set, never a file's name.
 CLI::Validator NotEmpty();
+
+/// An argument or option that is a path, whatever its bytes. `path` must outlive the parsing.
+CLI::Option* AddPath(CLI::App* verb, const std::string& name, std::filesystem::path* path,
+                     const std::string& what);
 
 struct SetOptions {
   std::filesystem::path file;

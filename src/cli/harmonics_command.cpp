@@ -7,6 +7,7 @@
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -54,7 +55,7 @@ struct HarmonicsArguments {
   SpectraOptions Options() const {
     SpectraOptions options;
     options.calibration_folder =
-        calibration_folder.empty() ? UsualCalFolder() : std::filesystem::path(calibration_folder);
+        calibration_folder.empty() ? UsualCalFolder() : PathOf(calibration_folder);
     options.base_frequency = ParseReal(base_frequency).value_or(0);
     options.most_harmonics = harmonics;
     options.reversed = ChannelsIn(reversed).value_or(std::set<int>());

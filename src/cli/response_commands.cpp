@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <memory>
 
 #include "calibration/box_response.h"
@@ -13,8 +14,8 @@ namespace orvane {
 namespace {
 
 struct ResponseArguments {
-  std::string file;
-  std::string table;
+  std::filesystem::path file;
+  std::filesystem::path table;
   int channels = 0;  // 0: as the calibration has
   std::optional<int> band;
   std::vector<std::string> frequencies;
@@ -29,7 +30,7 @@ std::string Line(const std::vector<double>& numbers) {
   return line + '\n';
 }
 
-std::unique_ptr<CalData> ReadOrTell(const std::string& file, int kind) {
+std::unique_ptr<CalData> ReadOrTell(const std::filesystem::path& file, int kind) {
   CalReport report;
   auto cal = ReadCalFileAt(kind, file, &report);
   if (cal == nullptr) {
@@ -38,7 +39,8 @@ std::unique_ptr<CalData> ReadOrTell(const std::string& file, int kind) {
   return cal;
 }
 
-ExitCode PrintWithStatus(const std::string& file, const std::string& text, Status status) {
+ExitCode PrintWithStatus(const std::filesystem::path& file, const std::string& text,
+                         Status status) {
   const bool is_printed = PrintResult(text);
   if (status != kOk) {
     PrintMessage(FileMessage(file, StatusText(status)) + " (" + FormatInt(status) + ")");
@@ -98,7 +100,7 @@ ExitCode RunResponse(const ResponseArguments& arguments) {
   return kind == kBoxCal ? PrintBox(arguments, *cal, header) : PrintSensor(arguments, *cal, header);
 }
 
-ExitCode RunFit(const std::string& file) {
+ExitCode RunFit(const std::filesystem::path& file) {
   const auto cal = ReadOrTell(file, kBoxCal);
   if (cal == nullptr) {
     return kSomeFailed;
@@ -134,10 +136,8 @@ void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code) {
       "response",
       "Print channel, Hz, real and imaginary part, validity; of a sensor without the "
       "first and last");
-  response->add_option("FILE", arguments->file, "a calibration file")
-      ->required()
-      ->check(NotEmpty());
-  response->add_option("--table", arguments->table, "the recording's parameter table (*.TBL)")
+  AddPath(response, "FILE", &arguments->file, "a calibration file")->required()->check(NotEmpty());
+  AddPath(response, "--table", &arguments->table, "the recording's parameter table (*.TBL)")
       ->required()
       ->check(NotEmpty());
   response
@@ -149,9 +149,7 @@ void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code) {
   response->callback([=] { *exit_code = RunResponse(*arguments); });
   CLI::App* fit = calibration->add_subcommand(
       "fit", "Print channel, 20 parameters, points, rejected, iterations, rms, max, kept");
-  fit->add_option("FILE", arguments->file, "a box's calibration file")
-      ->required()
-      ->check(NotEmpty());
+  AddPath(fit, "FILE", &arguments->file, "a box's calibration file")->required()->check(NotEmpty());
   fit->callback([=] { *exit_code = RunFit(arguments->file); });
 }
 

@@ -27,7 +27,7 @@ void AddPreset(CLI::App* schedule, const std::shared_ptr<Arguments>& arguments,
   CLI::App* preset =
       schedule->add_subcommand("preset", "Give a table the starting values of a method's stepping");
   PresetOptions& options = arguments->preset;
-  preset->add_option("FILE", options.file, "a parameter table")->required();
+  AddPath(preset, "FILE", &options.file, "a parameter table")->required();
   preset->add_option("METHOD", arguments->method, "SIP, CSAMT, FDEM, TDIP or TDEM")
       ->required()
       ->transform(CLI::IsMember({"SIP", "CSAMT", "FDEM", "TDIP", "TDEM"}, CLI::ignore_case)
@@ -36,7 +36,7 @@ void AddPreset(CLI::App* schedule, const std::shared_ptr<Arguments>& arguments,
       ->add_option("--cycle", options.cycle,
                    "seconds of one cycle; 0 (default): what is stored as TTOT")
       ->check(WholeAmount());
-  preset->add_option("--to", options.to, "the table to write")->required()->check(NotEmpty());
+  AddPath(preset, "--to", &options.to, "the table to write")->required()->check(NotEmpty());
   preset->callback([=] {
     static const std::map<std::string, int> kMethods = {
         {"SIP", kSip}, {"CSAMT", kCsamt}, {"FDEM", kFdem}, {"TDIP", kTdip}, {"TDEM", kTdem}};
@@ -56,7 +56,7 @@ void AddFdem(CLI::App* schedule, const std::shared_ptr<Arguments>& arguments, Ex
       ->check(WholeAmount());
   fdem->add_option("--current", arguments->current, "current in A")->required()->check(Amount());
   fdem->add_flag("--reduced", request.is_reduced, "78 frequencies instead of 143");
-  fdem->add_option("--to", arguments->to, "the schedule file to write")
+  AddPath(fdem, "--to", &arguments->to, "the schedule file to write")
       ->required()
       ->check(NotEmpty());
   fdem->callback([=] {
@@ -75,15 +75,15 @@ void AddScheduleCommands(CLI::App* app, ExitCode* exit_code) {
 
   CLI::App* make =
       schedule->add_subcommand("make", "Calculate the schedule of a table's stepping parameters");
-  make->add_option("FILE", arguments->file, "a parameter table")->required();
-  make->add_option("--to", arguments->to, "the schedule file to write")
+  AddPath(make, "FILE", &arguments->file, "a parameter table")->required();
+  AddPath(make, "--to", &arguments->to, "the schedule file to write")
       ->required()
       ->check(NotEmpty());
   make->callback([=] { *exit_code = RunScheduleMake(arguments->file, arguments->to); });
 
   CLI::App* show = schedule->add_subcommand(
       "show", "Print the rows: end time in s, waveform code, Hz, A, tab-separated");
-  show->add_option("FILE", arguments->file, "a schedule file")->required();
+  AddPath(show, "FILE", &arguments->file, "a schedule file")->required();
   show->callback([=] { *exit_code = RunScheduleShow(arguments->file); });
 
   AddBatchVerb(schedule, "text", "Write each schedule as a text (NAME.txt)", TfsListing, exit_code);

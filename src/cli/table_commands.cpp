@@ -6,6 +6,7 @@
 #include "core/number_text.h"
 #include "core/param_text.h"
 #include "core/param_time.h"
+#include "core/path_text.h"
 #include "core/recording_size.h"
 #include "editors/box_list.h"
 #include "editors/raw_table.h"
@@ -145,6 +146,12 @@ CLI::Validator NotEmpty() {
           "", "not empty"};
 }
 
+CLI::Option* AddPath(CLI::App* verb, const std::string& name, std::filesystem::path* path,
+                     const std::string& what) {
+  const auto keep = [path](const std::string& text) { *path = PathOf(text); };
+  return verb->add_option_function<std::string>(name, keep, what);
+}
+
 void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   // The options live as long as the callbacks that the parser keeps.
   struct Arguments {
@@ -163,20 +170,20 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   table->require_subcommand(1);
 
   CLI::App* show = table->add_subcommand("show", "Print every parameter, tab-separated");
-  show->add_option("FILE", arguments->file, "a parameter table")->required();
+  AddPath(show, "FILE", &arguments->file, "a parameter table")->required();
   show->callback([=] { *exit_code = RunTableShow(arguments->file); });
 
   CLI::App* get = table->add_subcommand("get", "Print parameters as KEY=VALUE");
-  get->add_option("FILE", arguments->file, "a parameter table")->required();
+  AddPath(get, "FILE", &arguments->file, "a parameter table")->required();
   get->add_option("KEY", arguments->keys, "the parameters, in any case")->required();
   get->callback([=] { *exit_code = RunTableGet(arguments->file, arguments->keys); });
 
   CLI::App* set = table->add_subcommand("set", "Change parameters and write the table");
   SetOptions& options = arguments->set;
-  set->add_option("FILE", options.file, "a parameter table")->required();
+  AddPath(set, "FILE", &options.file, "a parameter table")->required();
   set->add_option("KEY=VALUE", options.assignments, "what to change")->required();
   const CLI::Option* to =
-      set->add_option("--to", options.to, "write this file instead of FILE")->check(NotEmpty());
+      AddPath(set, "--to", &options.to, "write this file instead of FILE")->check(NotEmpty());
   set->add_option("--tbl-version", arguments->tbl_version,
                   "version of the file written (default 2)")
       ->check(CLI::IsMember({"1", "2"}));
@@ -189,13 +196,13 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
 
   CLI::App* diff = table->add_subcommand(
       "diff", "Print the parameters in which two tables differ; exit code 1 where there are any");
-  diff->add_option("A", arguments->file, "a parameter table")->required();
-  diff->add_option("B", arguments->other, "the table to compare it with")->required();
+  AddPath(diff, "A", &arguments->file, "a parameter table")->required();
+  AddPath(diff, "B", &arguments->other, "the table to compare it with")->required();
   diff->callback([=] { *exit_code = RunTableDiff(arguments->file, arguments->other); });
 
   CLI::App* size = table->add_subcommand(
       "size", "Estimate the megabytes that a scheduled MT/AMT recording will fill");
-  size->add_option("FILE", arguments->file, "a parameter table")->required();
+  AddPath(size, "FILE", &arguments->file, "a parameter table")->required();
   size->add_option("--channels", arguments->channels, "channels recorded (default 6)")
       ->check(CLI::Range(1, 20));
   size->add_option("--now", arguments->now, "the present time in UTC, instead of the clock's");
@@ -204,13 +211,13 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
 
   CLI::App* boxes = table->add_subcommand(
       "boxes", "Print the boxes of the spread: kind, serial number, channels, mode control");
-  boxes->add_option("FILE", arguments->file, "a parameter table")->required();
+  AddPath(boxes, "FILE", &arguments->file, "a parameter table")->required();
   boxes->callback([=] { *exit_code = RunTableBoxes(arguments->file); });
 
   CLI::App* startup =
       table->add_subcommand("startup", "Write one start-up file for each box of the spread");
-  startup->add_option("FILE", arguments->startup.file, "a parameter table")->required();
-  startup->add_option("--out", arguments->startup.out, "folder for the files")
+  AddPath(startup, "FILE", &arguments->startup.file, "a parameter table")->required();
+  AddPath(startup, "--out", &arguments->startup.out, "folder for the files")
       ->required()
       ->check(NotEmpty());
   startup

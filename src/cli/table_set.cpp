@@ -3,6 +3,7 @@
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 #include "core/tbl_record.h"
 
 namespace orvane {
@@ -28,7 +29,7 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
       cut += key.Text();
     }
   }
-  const std::string file = options.file.string();
+  const std::string file = PathText(options.file);
   if (report.loaded < all) {
     PrintMessage(file + ": holds " + OfAll(report.loaded, all) +
                  " parameters; the others have their defaults");

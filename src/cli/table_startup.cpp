@@ -5,6 +5,7 @@
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 #include "editors/startup_files.h"
 
 namespace orvane {
@@ -14,7 +15,8 @@ namespace {
 std::filesystem::path PathFor(const StartupForm& form, const StartupOptions& options) {
   const std::filesystem::path folder(options.out);
   const std::string serial = FormatInt(form.Serial());
-  return options.by_serial ? folder / (serial + ".tbl") : folder / serial / "StartUp.tbl";
+  return options.by_serial ? folder / PathOf(serial + ".tbl")
+                           : folder / PathOf(serial) / "StartUp.tbl";
 }
 
 bool WriteBox(const StartupForm& form, const std::filesystem::path& path, std::uint32_t version) {
@@ -56,16 +58,16 @@ ExitCode RunTableStartup(const StartupOptions& options) {
     }
     const std::filesystem::path path = PathFor(form, options);
     if (!paths.insert(path).second) {
-      PrintMessage(path.string() + ": written for another box already, not written again");
+      PrintMessage(PathText(path) + ": written for another box already, not written again");
       result = kSomeFailed;
       continue;
     }
     std::error_code error;
     if (std::filesystem::equivalent(path, options.file, error)) {
-      PrintMessage(path.string() + ": is the table read, not written");
+      PrintMessage(PathText(path) + ": is the table read, not written");
       result = kSomeFailed;
     } else if (WriteBox(form, path, version)) {
-      written += path.string() + '\n';
+      written += PathText(path) + '\n';
     } else {
       result = kSomeFailed;
     }

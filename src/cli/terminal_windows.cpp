@@ -13,6 +13,7 @@
 #include <filesystem>
 
 #include "cli/terminal.h"
+#include "core/path_text.h"
 
 namespace orvane {
 
@@ -31,7 +32,7 @@ std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
   wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::string> arguments;
   for (int i = 1; wide != nullptr && i < count; ++i) {
-    arguments.push_back(std::filesystem::path(wide[i]).string());  // the library's UTF-8
+    arguments.push_back(PathText(wide[i]));
   }
   LocalFree(wide);
   return arguments;

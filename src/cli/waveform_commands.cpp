@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <memory>
 
 #include "cli/batch_verb.h"
@@ -17,7 +18,7 @@ namespace {
 constexpr std::size_t kMuchText = std::size_t{64} * 1024;
 
 struct WaveformArguments {
-  std::string file;
+  std::filesystem::path file;
   int header = 0;  // 0: as the file's name and its companion table tell
 
   TsFile::Options Options() const {
@@ -119,7 +120,7 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
   const auto add_reading = [=](const char* name, const char* what,
                                ExitCode (*run)(const WaveformArguments&)) {
     CLI::App* verb = waveform->add_subcommand(name, what);
-    verb->add_option("FILE", arguments->file, "the file to read")->required()->check(NotEmpty());
+    AddPath(verb, "FILE", &arguments->file, "the file to read")->required()->check(NotEmpty());
     AddHeaderOption(verb, arguments.get());
     verb->callback([=] { *exit_code = run(*arguments); });
   };

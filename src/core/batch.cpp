@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -109,7 +110,7 @@ void Batch::Do(std::size_t index) {
     return;
   }
   current_ = index;
-  BatchTask task(InputText(index), item.outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
+  BatchTask task(InputPath(index), item.outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
   task.AllowThreads(threads_per_file_);
   BatchResult result;
   try {
@@ -172,9 +173,9 @@ std::size_t Batch::CountForMessage() const {
       }));
 }
 
-std::string Batch::InputText(std::size_t index) const {
-  std::string path = plan_.inputs[index].string();
-  return plan_.conversion.input_of ? plan_.conversion.input_of(path) : path;
+std::filesystem::path Batch::InputPath(std::size_t index) const {
+  const std::filesystem::path& path = plan_.inputs[index];
+  return plan_.conversion.input_of ? PathOf(plan_.conversion.input_of(PathText(path))) : path;
 }
 
 }  // namespace orvane

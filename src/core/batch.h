@@ -186,7 +186,7 @@ class Batch {
   void WorkThrough(const std::vector<Unit>& units);
   void Do(std::size_t index);
   void Finish(std::size_t index, BatchResult result, std::uint64_t advanced);
-  std::string InputText(std::size_t index) const;
+  std::filesystem::path InputPath(std::size_t index) const;
 
   BatchPlan plan_;
   std::vector<Item> items_;

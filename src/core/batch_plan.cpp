@@ -10,6 +10,7 @@
 #include "core/batch.h"
 #include "core/file_io.h"
 #include "core/path_names.h"
+#include "core/path_text.h"
 
 namespace orvane {
 
@@ -23,14 +24,14 @@ void Batch::NameOutputs() {
   std::uint64_t total = 0;
   for (std::size_t i = 0; i < items_.size(); ++i) {
     Item& item = items_[i];
-    for (const std::string& output : plan_.conversion.outputs_of(plan_.inputs[i].string())) {
+    for (const std::string& output : plan_.conversion.outputs_of(PathText(plan_.inputs[i]))) {
       auto path = InFolder(plan_.out_folder, output);
       if (std::find(item.outputs.begin(), item.outputs.end(), path) == item.outputs.end()) {
         item.outputs.push_back(std::move(path));
       }
     }
     std::error_code error;
-    const auto size = std::filesystem::file_size(InputText(i), error);
+    const auto size = std::filesystem::file_size(InputPath(i), error);
     item.size = error ? 0 : size;
     total += item.size;
   }
@@ -40,12 +41,12 @@ void Batch::NameOutputs() {
 void Batch::RefuseInputs() {
   std::unordered_map<std::string, std::size_t> inputs;  // the first item of each file
   for (std::size_t i = 0; i < items_.size(); ++i) {
-    inputs.try_emplace(FileIdentity(InputText(i)), i);
+    inputs.try_emplace(FileIdentity(InputPath(i)), i);
   }
   const bool may_replace = plan_.conversion.replaces_inputs && plan_.out_folder.empty();
   for (std::size_t i = 0; i < items_.size(); ++i) {
     Item& item = items_[i];
-    const std::string own = FileIdentity(InputText(i));
+    const std::string own = FileIdentity(InputPath(i));
     if (may_replace && inputs.at(own) != i) {
       item.refused = "is in the list already and is replaced by its conversion";
     }
@@ -87,7 +88,7 @@ std::vector<Batch::Unit> Batch::GroupBySharedOutputs() {
       const std::size_t before = std::exchange(entry->second, i);
       // Whether the later one will really be written is not known yet.
       const auto note = [&output](const std::filesystem::path& other, std::string_view when) {
-        return FileMessage(output, "also the output of ").append(other.string()).append(when);
+        return FileMessage(output, "also the output of ").append(PathText(other)).append(when);
       };
       items_[before].shared_note = note(plan_.inputs[i], ", which comes later in the list");
       items_[i].shared_note = note(plan_.inputs[before], ", which came earlier in the list");

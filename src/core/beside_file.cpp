@@ -13,6 +13,7 @@
 #include "core/file_system.h"
 #include "core/number_format.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -53,7 +54,7 @@ std::filesystem::path BesideFile::NameFor(const std::filesystem::path& target, i
   if (number > 0) {
     text.append("-").append(FormatInt(number));
   }
-  return target.parent_path() / text.append(".tmp");
+  return target.parent_path() / PathOf(text.append(".tmp"));
 }
 
 bool BesideFile::Create(const std::filesystem::path& target) {

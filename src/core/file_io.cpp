@@ -8,6 +8,7 @@
 #include "core/follow_links.h"
 #include "core/number_text.h"
 #include "core/path_names.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -17,7 +18,7 @@ constexpr std::size_t kPiece = std::size_t{128} * 1024;
 }  // namespace
 
 std::string FileMessage(const std::filesystem::path& path, std::string_view reason) {
-  return path.string() + ": " + std::string(reason);
+  return PathText(path) + ": " + std::string(reason);
 }
 
 std::string FileIdentity(const std::filesystem::path& path) {
@@ -32,10 +33,10 @@ std::string FileIdentity(const std::filesystem::path& path) {
   const auto target = FollowLinks(path);
   const auto folder = target.parent_path();
   if (ReadInfo(folder.empty() ? "." : folder, &info)) {
-    return numbers() + "/" + target.filename().string();
+    return numbers() + "/" + PathText(target.filename());
   }
   std::error_code error;
-  return std::filesystem::absolute(target, error).lexically_normal().string();
+  return PathText(std::filesystem::absolute(target, error).lexically_normal());
 }
 
 InFile::~InFile() {
@@ -141,10 +142,11 @@ bool HaveSameBytes(const std::filesystem::path& a, const std::filesystem::path& 
 }
 
 std::string KeepBackup(const std::filesystem::path& path, std::filesystem::path* kept) {
-  *kept = FirstFreeName(path.string(), BackupName, [](const std::string& name) {
+  const auto exists = [](const std::string& name) {
     std::error_code error;
-    return std::filesystem::exists(std::filesystem::symlink_status(name, error));
-  });
+    return std::filesystem::exists(std::filesystem::symlink_status(PathOf(name), error));
+  };
+  *kept = PathOf(FirstFreeName(PathText(path), BackupName, exists));
   std::string reason = CopyBytes(path, *kept);
   std::error_code ignored;  // the bytes count
   if (const auto status = std::filesystem::status(path, ignored); reason.empty() && !ignored) {

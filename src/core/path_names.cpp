@@ -6,6 +6,7 @@
 
 #include "core/ascii.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -57,7 +58,7 @@ std::string ReplacedInName(std::string_view path, std::string_view from, std::st
 }
 
 std::filesystem::path InFolder(const std::filesystem::path& folder, const std::string& path) {
-  return folder.empty() ? std::filesystem::path(path) : folder / LastComponent(path);
+  return folder.empty() ? PathOf(path) : folder / PathOf(LastComponent(path));
 }
 
 std::string CopyName(std::string_view path, int number) {

@@ -8,6 +8,7 @@
 #include "core/ascii.h"
 #include "core/number_text.h"
 #include "core/param_text.h"
+#include "core/path_text.h"
 #include "core/tbl_record.h"
 
 namespace orvane {
@@ -99,12 +100,12 @@ std::filesystem::path StartupPath(const ParamTable& table) {
   const std::string folder = TextParam(table, "DPTH", PosPT);
   Le<std::int32_t> serial;
   if (table.GetParam("SNUM", IntPT, &serial) == kOk && serial != 0) {
-    std::filesystem::path path = folder + FormatInt(serial) + ".tbl";
+    std::filesystem::path path = PathOf(folder + FormatInt(serial) + ".tbl");
     if (InFile().Open(path).empty()) {
       return path;
     }
   }
-  std::filesystem::path path = folder + "Startup.tbl";
+  std::filesystem::path path = PathOf(folder + "Startup.tbl");
   if (!InFile().Open(path).empty()) {
     path.clear();
   }

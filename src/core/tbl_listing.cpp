@@ -9,6 +9,7 @@
 #include "core/number_text.h"
 #include "core/param_text.h"
 #include "core/path_names.h"
+#include "core/path_text.h"
 #include "core/tbl_record.h"
 #include "core/text_file.h"
 
@@ -35,8 +36,8 @@ class Listing {
 
   BatchResult Run() {
     if (const std::string reason = in_.Open(task_.Input()); !reason.empty()) {
-      return BatchFailed(HasExtension(task_.Input().string()) ? reason
-                                                              : FileMessage(task_.Input(), reason));
+      return BatchFailed(
+          HasExtension(PathText(task_.Input())) ? reason : FileMessage(task_.Input(), reason));
     }
     const auto start = in_.Peek(sizeof(TblHeader));
     if (start.size() < sizeof(TblHeader)) {

@@ -6,6 +6,7 @@
 
 #include "core/file_io.h"
 #include "core/path_names.h"
+#include "core/path_text.h"
 #include "core/tbl_file.h"
 
 namespace orvane {
@@ -105,7 +106,7 @@ class FileToV1 {
     }
     written_.push_back(path);
     if (!kept.empty()) {
-      Note("the old " + path.filename().string() + " is kept as " + kept.filename().string());
+      Note("the old " + PathText(path.filename()) + " is kept as " + PathText(kept.filename()));
     }
     return true;
   }

@@ -3,6 +3,7 @@
 
 #include "core/number_text.h"
 #include "core/param_access.h"
+#include "core/path_text.h"
 #include "editors/file_close.h"
 #include "editors/site_forms.h"
 
@@ -181,7 +182,7 @@ std::int32_t StartupForm::Serial() const {
 std::filesystem::path StartupForm::Path(const std::filesystem::path& document_folder) const {
   const std::string folder = Folder();
   const std::string name = IsBySerial() ? FormatInt(Serial()) + ".tbl" : "StartUp.tbl";
-  return (folder.empty() ? document_folder : std::filesystem::path(folder)) / name;
+  return (folder.empty() ? document_folder : PathOf(folder)) / PathOf(name);
 }
 
 std::string StartupForm::EditGain(int channel, const std::string& text) {

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -40,10 +41,10 @@ std::string StartupRun::WarningFor(const StartupForm& form) const {
     return IsSameFile(path, other);
   };
   if (std::any_of(written_.begin(), written_.end(), is_this)) {
-    return path.string() + " was written for another box already and will be overwritten.";
+    return PathText(path) + " was written for another box already and will be overwritten.";
   }
   if (is_this(document_)) {
-    return path.string() + " is the open document's own file and will be overwritten.";
+    return PathText(path) + " is the open document's own file and will be overwritten.";
   }
   return {};
 }
@@ -68,7 +69,7 @@ void StartupRun::Accept(const StartupForm& form) {
       differs_from_document_ = TblImage(derived, {}) != TblImage(*table_, {});
     }
   } else {
-    failed_.push_back(path.string() + " (" + report.reason + ")");
+    failed_.push_back(PathText(path) + " (" + report.reason + ")");
   }
   Remember(form, status == kOk);
 }
@@ -110,7 +111,7 @@ std::string StartupRun::StatusLine() const {
   }
   if (clears_modified_ && !wrote_document_) {
     line += document_.empty() ? std::string("; the document itself is not saved")
-                              : "; " + document_.filename().string() + " itself is not saved";
+                              : "; " + PathText(document_.filename()) + " itself is not saved";
   }
   return line;
 }

@@ -7,6 +7,7 @@
 
 #include "core/file_io.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 #include "stepping/fdem_schedule.h"
 #include "stepping/tfs_file.h"
 
@@ -52,10 +53,10 @@ bool FdemForm::Save() {
                           "The schedule lasts longer than 32 bits can count; nothing was written.");
     return false;
   }
-  if (const std::string reason = WriteScheduleFile(name, rows); !reason.empty()) {
+  if (const std::string reason = WriteScheduleFile(PathOf(name), rows); !reason.empty()) {
     prompts_->ShowWarning("File Open Error",
                           "Failed to open file " + name + " to export schedule file!");
-    note_ = FileMessage(name, reason);
+    note_ = FileMessage(PathOf(name), reason);
     return false;
   }
   note_ = FormatInt(static_cast<std::int64_t>(rows.size())) + " steps, " +

@@ -6,6 +6,7 @@
 
 #include "core/number_text.h"
 #include "core/param_access.h"
+#include "core/path_text.h"
 #include "stepping/tfs_file.h"
 
 namespace orvane {
@@ -157,7 +158,7 @@ void SteppingForm::OpenFile(const std::filesystem::path& path) {
     // kept: the text as the users know it.
     prompts_->ShowWarning("File Read Error", "Cannot open schdele file!");
   }
-  Tell(has_rows ? Steps(schedule_) + " from " + path.string()
+  Tell(has_rows ? Steps(schedule_) + " from " + PathText(path)
                 : FormatInt(report.rows) + " rows read, none kept: " + report.message);
 }
 
@@ -165,20 +166,20 @@ bool SteppingForm::ExportFile(const std::filesystem::path& path) {
   const auto rows = WrittenRows(schedule_);
   if (const std::string reason = WriteScheduleFile(path, rows); !reason.empty()) {
     prompts_->ShowWarning("File Open Error",
-                          "Failed to open file " + path.string() + " to export schedule file!");
-    Tell(path.string() + ": " + reason);
+                          "Failed to open file " + PathText(path) + " to export schedule file!");
+    Tell(PathText(path) + ": " + reason);
     return false;
   }
-  Tell(Steps(schedule_) + " written to " + path.string());
+  Tell(Steps(schedule_) + " written to " + PathText(path));
   const auto behind = std::find_if_not(schedule_.begin() + static_cast<std::ptrdiff_t>(rows.size()),
                                        schedule_.end(), IsEmpty);
   if (behind != schedule_.end()) {
-    prompts_->ShowWarning("Orvane", path.string() + " ends before row " +
+    prompts_->ShowWarning("Orvane", PathText(path) + " ends before row " +
                                         FormatInt(static_cast<std::int64_t>(rows.size()) + 1) +
                                         ", which is empty; the rows behind it are not written.");
   } else if (const std::string reason = WhyUnreadable(rows); !reason.empty()) {
     prompts_->ShowWarning("Orvane",
-                          path.string() + " is written, but cannot be read back: " + reason);
+                          PathText(path) + " is written, but cannot be read back: " + reason);
   }
   return true;
 }

@@ -13,6 +13,7 @@
 #include "core/find_file.h"
 #include "core/number_text.h"
 #include "core/path_names.h"
+#include "core/path_text.h"
 #include "timeseries/restack_plan.h"
 #include "timeseries/sample_decoder.h"
 #include "timeseries/ts_companion.h"
@@ -216,7 +217,7 @@ std::string OldVersionNote(const std::string& input) {
   const std::string name = CompanionName(input);
   TsCompanion companion;
   TblReport report;
-  if (name.empty() || companion.Load(FindInAnyCase(name), &report) != kOk ||
+  if (name.empty() || companion.Load(FindInAnyCase(PathOf(name)), &report) != kOk ||
       !companion.IsOldVersion()) {
     return {};
   }
@@ -252,7 +253,7 @@ BatchResult RestackFile(BatchTask& task, std::uint64_t most_memory) {
   if (!error.empty()) {
     return BatchFailed(error);
   }
-  std::string note = OldVersionNote(task.Input().string());
+  std::string note = OldVersionNote(PathText(task.Input()));
   const std::string more = restacking.Note();
   note.append(note.empty() || more.empty() ? "" : "; ").append(more);
   return BatchDone(task.Outputs(), note);

@@ -5,6 +5,7 @@
 #include "core/file_io.h"
 #include "core/find_file.h"
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -14,7 +15,7 @@ std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int
 }  // namespace
 
 std::string OpenFailureText(const std::filesystem::path& path) {
-  return std::string("Failed to open file ").append(path.string()).append("!");
+  return std::string("Failed to open file ").append(PathText(path)).append("!");
 }
 
 bool TsFile::Fail(const std::filesystem::path& path, const std::string& reason) {
@@ -27,7 +28,7 @@ bool TsFile::Fail(const std::filesystem::path& path, const std::string& reason) 
 
 bool TsFile::LoadCompanion(bool is_needed) {
   companion_ = TsCompanion();
-  companion_path_ = CompanionName(path_.string());
+  companion_path_ = PathOf(CompanionName(PathText(path_)));
   if (companion_path_.empty()) {
     return !is_needed || Fail(path_, FileMessage(path_, "too short a name for a companion table"));
   }
@@ -47,7 +48,7 @@ bool TsFile::Open(const std::filesystem::path& path, const Options& options) {
   if (const std::string reason = file_.Open(path); !reason.empty()) {
     return Fail(path, FileMessage(path, reason));
   }
-  const std::string text = path.string();
+  const std::string text = PathText(path);
   if (BandNumber(text) > 0) {
     header_size_ = TsHeaderSize::kBand;
   } else {

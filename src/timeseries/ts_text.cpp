@@ -9,6 +9,7 @@
 #include "core/number_text.h"
 #include "core/param_time.h"
 #include "core/path_names.h"
+#include "core/path_text.h"
 #include "core/random_file.h"
 #include "timeseries/sample_decoder.h"
 #include "timeseries/sample_text.h"
@@ -140,7 +141,7 @@ BatchResult ConvertFile(BatchTask& task, TsHeaderSize header_size) {
   if (const std::string reason = out.Open(path); !reason.empty()) {
     return BatchFailed(FileMessage(path, reason));
   }
-  const bool is_band = BandNumber(task.Input().string()) > 0;
+  const bool is_band = BandNumber(PathText(task.Input())) > 0;
   BatchResult result = TextExport(&task, &out, is_band ? TsHeaderSize::kBand : header_size).Run(in);
   if (result.IsDone()) {
     if (const std::string reason = out.Commit(); !reason.empty()) {

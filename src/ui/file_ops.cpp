@@ -6,6 +6,7 @@
 
 #include "core/file_io.h"
 #include "core/path_names.h"
+#include "core/path_text.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -18,9 +19,9 @@ fs::path FreePlace(const fs::path& file, const fs::path& folder) {
   const fs::path place = folder / file.filename();
   const auto exists = [](const std::string& path) {
     std::error_code ignored;
-    return fs::exists(fs::symlink_status(path, ignored));
+    return fs::exists(fs::symlink_status(PathOf(path), ignored));
   };
-  return exists(place.string()) ? fs::path(FirstFreeName(place.string(), CopyName, exists)) : place;
+  return exists(PathText(place)) ? PathOf(FirstFreeName(PathText(place), CopyName, exists)) : place;
 }
 
 FileOpResult CopyFile(const fs::path& file, const fs::path& folder) {

@@ -50,6 +50,8 @@ TEST(BatchVerbs, TellWhatHappenedToEachFile) {
     const char* out;
     const char* named;
   };
+  // Windows does not tell a file in the place of a folder from nothing there.
+  const char* in_file = WindowsTool() != nullptr ? "No such file" : "Not a directory";
   for (const auto& [arguments, exit_code, out, named] : {
            Case{"table text a.tbl", 0, "a.txt\n", "a.tbl: the record at offset 25 is cut"},
            Case{"table text a bad.tbl no.tbl", 1, "a.txt\n", "bad.tbl: not a TBL file (6)"},
@@ -60,9 +62,9 @@ TEST(BatchVerbs, TellWhatHappenedToEachFile) {
            Case{"table to-v1 a.tbl", 0, "a.tbl\n", "already version 1"},
            Case{"stack csv --time-domain '[a,b]'", 0, "./[a,b].csv\n", ""},
            Case{"stack csv --time-domain x.csv", 1, "", "x.csv: x.csv: is the input itself"},
-           Case{"stack csv --time-domain --out file '[a,b]'", 1, "", "Not a directory"},
+           Case{"stack csv --time-domain --out file '[a,b]'", 1, "", in_file},
            Case{"stack csv --time-domain -- -x.trs", 1, "", "-x.trs: No such file"},
-           Case{"stack csv --time-domain --out /dev/full/x '[a,b]'", 1, "", "Not a directory"},
+           Case{"stack csv --time-domain --out /dev/full/x '[a,b]'", 1, "", in_file},
            Case{"stack csv '[a,b]'", 2, "", "--time-domain"},
            Case{"stack csv --time-domain --frequency-domain '[a,b]'", 2, "", "Exactly 1"},
            Case{"stack csv --time-domain --jobs 0 '[a,b]'", 2, "", "--jobs"},
@@ -72,7 +74,7 @@ TEST(BatchVerbs, TellWhatHappenedToEachFile) {
        }) {
     const Outcome outcome = RunCli(dir, arguments);
     EXPECT_EQ(outcome.exit_code, exit_code) << arguments;
-    EXPECT_EQ(outcome.out, out) << arguments;
+    EXPECT_EQ(Slashed(outcome.out), out) << arguments;
     EXPECT_NE(outcome.err.find(named), std::string::npos) << arguments << ": " << outcome.err;
   }
   EXPECT_EQ(ReadAll(dir / "a.txt"), "TECH    ,     ,    ,    ,    ,  Int,  5,\n");

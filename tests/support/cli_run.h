@@ -4,6 +4,7 @@
 
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -17,10 +18,17 @@ struct Outcome {
   std::string err;
 };
 
-/// The tool that is tested: ORVANE_TEST_TOOL where that is set, for one built for another system.
-inline std::string ToolPath() {
-  const char* other = std::getenv("ORVANE_TEST_TOOL");
-  return other != nullptr ? other : ORVANE_CLI;
+/// What starts the tool built for Windows, where that is what is tested; null elsewhere.
+inline const char* WindowsTool() { return std::getenv("ORVANE_TEST_WINDOWS_TOOL"); }
+
+inline std::string ToolPath() { return WindowsTool() != nullptr ? WindowsTool() : ORVANE_CLI; }
+
+/// A path that the tool told, with '/' whatever the system has.
+inline std::string Slashed(std::string path) {
+  if (WindowsTool() != nullptr) {
+    std::replace(path.begin(), path.end(), '\\', '/');
+  }
+  return path;
 }
 
 /// Runs the tool by the shell in a folder.

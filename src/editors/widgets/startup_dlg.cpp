@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "core/path_text.h"
 #include "ui/byte_text.h"
 #include "ui/folder_dialog.h"
 #include "ui/window_size.h"
@@ -128,7 +129,7 @@ void CStartupDlg::OnGainEdited(int row, int column) {
 void CStartupDlg::OnEdited(int) { UpdateWarning(); }
 
 void CStartupDlg::UpdateWarning() {
-  path_->setText(QString::fromStdString(run_->PathOf(*form_).string()));
+  path_->setText(QString::fromStdString(PathText(run_->PathOf(*form_))));
   const QString warning = QString::fromStdString(run_->WarningFor(*form_));
   warning_->setText(warning);
   warning_->setVisible(!warning.isEmpty());
