@@ -49,3 +49,12 @@ function(orvane_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC orvane_options ${ARG_LINKS})
 endfunction()
+
+# orvane_windowed(TARGET): a program with windows can draw without a display too. A shared Qt loads
+# what that takes; into a static one it is linked.
+function(orvane_windowed target)
+  get_target_property(type Qt6::Core TYPE)
+  if(type STREQUAL STATIC_LIBRARY)
+    qt_import_plugins(${target} INCLUDE Qt6::QOffscreenIntegrationPlugin)
+  endif()
+endfunction()

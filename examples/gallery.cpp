@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Draws the main window and every dialog into PNG files, in a light and in a dark theme.
+// Draws the main window and every dialog into PNG files, in a light and in a dark theme; on Windows
+// in that of the system.
 //
 //   orvane-gallery FOLDER TABLE
 //
@@ -12,6 +13,7 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <vector>
 
 #include "every_window.h"
 
@@ -45,17 +47,26 @@ int main(int argc, char** argv) {
   qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
   qputenv("XDG_DATA_HOME", settings.path().toLocal8Bit());
   orvane::COrvaneApp app(argc, argv);
+#ifdef Q_OS_WIN
+  // There the pictures show what its users see: the system's own style, which has no dark theme.
+  QApplication::setApplicationName(QStringLiteral("Orvane gallery"));
+  const std::vector<bool> themes = {false};
+#else
   QApplication::setStyle(QStringLiteral("Fusion"));
   QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));  // nor on the machine's
+  const std::vector<bool> themes = {false, true};
+#endif
   const QString folder = QApplication::arguments().value(1);
   QDir().mkpath(folder);
   app.InitInstance(QApplication::arguments().value(2));
   const QString survey =
       QDir::cleanPath(QFileInfo(QApplication::arguments().value(2)).absolutePath() + "/..");
   bool done = true;
-  for (const bool is_dark : {false, true}) {
-    QApplication::setPalette(is_dark ? orvane::examples::DarkPalette()
-                                     : orvane::examples::LightPalette());
+  for (const bool is_dark : themes) {
+    if (themes.size() > 1) {
+      QApplication::setPalette(is_dark ? orvane::examples::DarkPalette()
+                                       : orvane::examples::LightPalette());
+    }
     const QString theme = is_dark ? QStringLiteral("dark") : QStringLiteral("light");
     const auto draw = [&](QWidget* window, const char* name) {
       window->show();

@@ -2,6 +2,7 @@
 #include "app/emergency_copy.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <algorithm>
@@ -54,7 +55,8 @@ std::string Question(const UnsavedTable& unsaved, const fs::path& file) {
   const QString time =
       QFileInfo(TextFromPath(file)).lastModified().toString(QStringLiteral("yyyy-MM-dd HH:mm"));
   return "Orvane ended without saving the changes to\n" +
-         (path.isEmpty() ? "a table without a name" : path.toStdString()) +
+         (path.isEmpty() ? "a table without a name"
+                         : QDir::toNativeSeparators(path).toStdString()) +
          "\n\nThey are kept as of " + time.toStdString() + ".\nOpen the unsaved table?";
 }
 

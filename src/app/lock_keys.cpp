@@ -25,7 +25,9 @@ constexpr std::array<KeyNames, 3> kKeys = {
      {LockKey::kNum, "NUM", "Num Lock", "numlock"},
      {LockKey::kScroll, "SCRL", "Scroll Lock", "scrolllock"}}};
 
-[[maybe_unused]] const KeyNames& NamesOf(LockKey key) { return kKeys[static_cast<std::size_t>(key)]; }
+[[maybe_unused]] const KeyNames& NamesOf(LockKey key) {
+  return kKeys[static_cast<std::size_t>(key)];
+}
 
 bool IsLockKey(int key) {
   return key == Qt::Key_CapsLock || key == Qt::Key_NumLock || key == Qt::Key_ScrollLock;

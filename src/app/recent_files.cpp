@@ -11,7 +11,7 @@ namespace {
 QString SettingName(int index) { return QStringLiteral("Recent File List/File%1").arg(index + 1); }
 
 QString FullPath(const QString& path) {
-  return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+  return QDir::toNativeSeparators(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
 }
 
 }  // namespace

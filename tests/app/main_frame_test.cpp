@@ -22,6 +22,7 @@
 #include <functional>
 
 #include "app/main_frame.h"
+#include "core/path_text.h"
 #include "editors/widgets/param_table_dlg.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
@@ -389,15 +390,20 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
 }
 
 TEST_F(MainFrame, ANameThatIsNoTextIsRefusedWithItsReason) {
-  WriteAll(dir_ / "a\xFF.tbl", "x");
-  WriteAll(dir_ / "a\xEF\xBF\xBD.tbl", "looks alike");
+#ifdef Q_OS_WIN
+  const std::filesystem::path name = L"a\xD800.tbl";  // half a pair
+#else
+  const std::filesystem::path name = "a\xFF.tbl";
+#endif
+  WriteAll(dir_.Path() / name, "x");
+  WriteAll(dir_.Path() / PathOf("a\xEF\xBF\xBD.tbl"), "looks alike");
   QString said;
   WithModal(
       [&said](QWidget* window) {
         said = qobject_cast<QMessageBox*>(window)->text();
         window->close();
       },
-      [this] { EXPECT_FALSE(frame_->OpenAny(TextFromPath(dir_ / "a\xFF.tbl"))); });
+      [&] { EXPECT_FALSE(frame_->OpenAny(TextFromPath(dir_.Path() / name))); });
   EXPECT_TRUE(said.contains(QStringLiteral("bytes that are no text"))) << said.toStdString();
 }
 

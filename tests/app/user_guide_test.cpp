@@ -8,6 +8,7 @@
 
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
+#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
@@ -47,7 +48,7 @@ TEST(UserGuide, IsTheInstalledPageElseTheMarkdownElseTold) {
   for (const char* name : {"share/orvane/guide/README.md", "share/orvane/guide.html"}) {
     WriteAll(root / name, "guide");
     show();
-    EXPECT_EQ(opened.toStdString(), std::filesystem::canonical(root / name).string());
+    EXPECT_EQ(PathFromText(opened), std::filesystem::canonical(root / name));
     EXPECT_EQ(warnings.last, "");
   }
   has_browser = false;
@@ -55,10 +56,12 @@ TEST(UserGuide, IsTheInstalledPageElseTheMarkdownElseTold) {
   EXPECT_EQ(warnings.last, "No program was found to show the user guide: " + opened.toStdString());
 }
 
+#ifndef Q_OS_WIN  // whose builds are not run where they are built
 TEST(UserGuide, OfTheSourceTreeIsFoundFromTheBuildFolder) {
   const QString guide = FindUserGuide(QApplication::applicationDirPath());
   EXPECT_TRUE(guide.endsWith(QStringLiteral("/docs/guide/README.md"))) << guide.toStdString();
 }
+#endif
 
 }  // namespace
 }  // namespace orvane

@@ -20,6 +20,11 @@ int main(int argc, char** argv) {
 #ifdef Q_OS_WIN
   // The settings are in the registry, whatever the environment says.
   QApplication::setApplicationName(QStringLiteral("Orvane tests"));
+  // The tests see into Qt's own dialogs only.
+  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  if (QApplication::platformName() == QLatin1String("offscreen")) {
+    QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 9));  // it knows none of Windows'
+  }
 #endif
   if (qEnvironmentVariableIsSet("ORVANE_EXPECT_COMMA") &&
       QLocale::system().decimalPoint() != QLatin1String(",")) {

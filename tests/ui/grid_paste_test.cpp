@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QDrag>
 #include <QDropEvent>
 #include <QIntValidator>
@@ -117,6 +118,9 @@ TEST_F(GridPaste, DropsPasteWhereTheyFallAndOnlyWhenEnabled) {
 }
 
 TEST_F(GridPaste, DragsSelectedCellsOut) {
+  if (QApplication::platformName() == QLatin1String("windows")) {
+    GTEST_SKIP() << "Windows itself drags, until a real button is released";
+  }
   QString dragged;
   const auto drag = [&](int row) {
     dragged.clear();
@@ -161,7 +165,7 @@ TEST_F(GridPaste, CellsSurviveAFile) {
   ASSERT_TRUE(grid_.LoadCells(path, &reason)) << reason.toStdString();
   EXPECT_EQ(Data(), "z12 z34 z5" + odd + " z78");
   EXPECT_FALSE(grid_.SaveCells(path + "/x", &reason));
-  EXPECT_TRUE(reason.startsWith(path + "/x: ")) << reason.toStdString();
+  EXPECT_TRUE(reason.startsWith(QDir::toNativeSeparators(path + "/x: "))) << reason.toStdString();
 }
 
 TEST_F(GridPaste, ForeignFilesChangeNothing) {
