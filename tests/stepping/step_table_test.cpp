@@ -26,9 +26,11 @@ std::string Rows(const ScheduleTable& table) {
     if (!IsEmpty(row)) {
       text += i > 0 && IsEmpty(table[i - 1]) ? "- " : "";
       text += FormatInt(row.end_time) + ":" + FormatReal(row.frequency, 6);
-      text += row.waveform == 4 && row.current == 10
-                  ? " "
-                  : "!" + FormatInt(row.waveform) + "!" + FormatReal(row.current, 6) + " ";
+      if (row.waveform != 4 || row.current != 10) {
+        text.append("!").append(FormatInt(row.waveform)).append("!");
+        text.append(FormatReal(row.current, 6));
+      }
+      text += ' ';
     }
   }
   return text;

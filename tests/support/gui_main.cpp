@@ -23,7 +23,8 @@ int main(int argc, char** argv) {
   // The tests see into Qt's own dialogs only.
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   if (QApplication::platformName() == QLatin1String("offscreen")) {
-    QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 9));  // it knows none of Windows'
+    QApplication::setFont(
+        QFont(QStringLiteral("Liberation Sans"), 9));  // it knows none of Windows'
   }
 #endif
   if (qEnvironmentVariableIsSet("ORVANE_EXPECT_COMMA") &&

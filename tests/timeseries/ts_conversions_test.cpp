@@ -150,7 +150,7 @@ TEST(TsText, LongRecordsGoThroughManyPieces) {
     const int sample = (i % 2 == 0 ? 1 : -1) * (i * 139);
     record.samples.push_back(sample);
     const std::string digits = std::to_string(sample);
-    lines += " " + std::string(16 - digits.size(), ' ') + digits + (i % 3 == 2 ? " \n" : " ");
+    lines.append(17 - digits.size(), ' ').append(digits).append(i % 3 == 2 ? " \n" : " ");
   }
   const std::string one = HeaderLines("20000   ", "3       ", "") + lines;
   const std::string none = HeaderLines("0       ", "3       ", "");
