@@ -7,6 +7,7 @@
 #include <io.h>
 #include <shellapi.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdio>
@@ -27,12 +28,40 @@ void SetUpTerminal() {
   }
 }
 
+namespace {
+
+// The shells here leave '*' and '?' to the programs. What no file matches stays as it is.
+void AppendExpanded(const std::wstring& argument, std::vector<std::string>* arguments) {
+  std::vector<std::string> found;
+  if (argument.find_first_of(L"*?") != std::wstring::npos) {
+    const std::size_t separator = argument.find_last_of(L"/\\:");
+    const std::wstring folder =
+        argument.substr(0, separator == std::wstring::npos ? 0 : separator + 1);
+    WIN32_FIND_DATAW entry{};
+    const HANDLE search = FindFirstFileW(argument.c_str(), &entry);
+    for (bool has_entry = search != INVALID_HANDLE_VALUE; has_entry;
+         has_entry = FindNextFileW(search, &entry) != 0) {
+      if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        found.push_back(PathText(folder + entry.cFileName));
+      }
+    }
+    FindClose(search);
+  }
+  if (found.empty()) {
+    found.push_back(PathText(argument));
+  }
+  std::sort(found.begin(), found.end());
+  arguments->insert(arguments->end(), found.begin(), found.end());
+}
+
+}  // namespace
+
 std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
   int count = 0;
   wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::string> arguments;
   for (int i = 1; wide != nullptr && i < count; ++i) {
-    arguments.push_back(PathText(wide[i]));
+    AppendExpanded(wide[i], &arguments);
   }
   LocalFree(wide);
   return arguments;

@@ -89,5 +89,18 @@ TEST(Names, OfFoldersToo) {
   }
 }
 
+// Windows' shells leave that to the programs; elsewhere the name is taken as it is.
+TEST(Names, WithWildcardsAreLookedUpWhereNoShellDoesSo) {
+  const TempDir dir;
+  std::filesystem::create_directory(dir / "d");
+  for (const char* name : {"d/b.tbl", "d/a.tbl", "d/a.txt"}) {
+    WriteAll(dir / name, Table(2417));
+  }
+  const Outcome outcome = RunCli(dir, "table text 'd/?.tbl' 'd/*.none'");
+  EXPECT_EQ(outcome.exit_code, 1);
+  EXPECT_EQ(Slashed(outcome.out), WindowsTool() != nullptr ? "d/a.txt\nd/b.txt\n" : "");
+  EXPECT_NE(outcome.err.find("*.none: No such file"), std::string::npos) << outcome.err;
+}
+
 }  // namespace
 }  // namespace orvane
