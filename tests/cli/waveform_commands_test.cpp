@@ -35,7 +35,7 @@ TEST(WaveformCommands, ReadAndConvert) {
 
   const Outcome stack = RunCli(dir, "waveform restack a.TSS --out o");
   EXPECT_EQ(stack.exit_code, 0);
-  EXPECT_EQ(stack.out, "o/A.TSK\n");
+  EXPECT_EQ(Slashed(stack.out), "o/A.TSK\n");
   EXPECT_NE(stack.err.find("\"VER\" 5A"), std::string::npos) << stack.err;
   EXPECT_NE(stack.err.find("record 2"), std::string::npos) << stack.err;
   EXPECT_EQ(ReadAll(dir / "o/A.TSK").substr(252), Little(1, 3) + Little(2, 3));
