@@ -7,7 +7,8 @@
 # run takes an hour on two processors and 3 GB below FOLDER, 0.2 GB of which stay.
 set -euo pipefail
 here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
-readonly HERE=$here CACHE=$1
+CACHE=$(realpath -m "$1")
+readonly HERE=$here CACHE
 
 # Everything that Orvane uses no part of is left out; libraries come with Qt's own sources, because
 # those of this machine are not for Windows.
@@ -36,9 +37,10 @@ use_source_lists() {
     [[ -f $list ]] || continue
     sed 's/^Types:.*/Types: deb-src/' "$list" >"$work/apt/sources/$(basename "$list")"
   done
-  if [[ -f /etc/apt/sources.list ]]; then
-    sed -n 's/^deb\(-src\)\? /deb-src /p' /etc/apt/sources.list >"$work/apt/sources/machine.list"
-  fi
+  for list in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+    [[ -f $list ]] || continue
+    sed -n 's/^deb[ \t]\+/deb-src /p' "$list" >"$work/apt/sources/$(basename "$list")"
+  done
   cat >"$work/apt/apt.conf" <<CONF
 Dir::Etc::SourceList "/dev/null";
 Dir::Etc::SourceParts "$work/apt/sources";
@@ -57,7 +59,8 @@ fetch() {
     APT_CONFIG=$work/apt/apt.conf apt-get -qq source --download-only "$package${version:+=$version}") \
     >&2 || return 1
   rm -rf "${work:?}/$package"
-  dpkg-source --no-check -x "$work/download/$package"/*.dsc "$work/$package" >"$work/$package.log" 2>&1
+  dpkg-source --no-check -x "$work/download/$package"/*.dsc "$work/$package" \
+    >"$work/$package.log" 2>&1 || { tell "See $work/$package.log"; return 1; }
 }
 
 # The parts of the sources that are built with Orvane itself, each once complete.
@@ -107,13 +110,13 @@ build_qt() {
 main() {
   local host prefix work
   # Moc and rcc of this machine generate code for the very version that they are of.
-  host=$(dpkg-query -W -f='${Version}' qt6-base-dev)
+  host=$(dpkg-query -W -f='${source:Version}' qt6-base-dev)
   prefix=$CACHE/qt-${host%%+*}-$({
     printf '%s\n' "$host" "${FLAGS[@]}"
     x86_64-w64-mingw32-g++-posix --version
     cat "$HERE/../../cmake/mingw.cmake"
   } | sha256sum | cut -c1-12)
-  work=$CACHE/work
+  work=$CACHE/qt-work
   if [[ ! -f $prefix/complete || ! -d $prefix/qcustomplot || ! -d $prefix/svg ]]; then
     rm -rf "$work"
     mkdir -p "$work"

@@ -28,8 +28,11 @@ VIAddVersionKey "LegalCopyright" "GPL-3.0-or-later"
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
-!define MUI_FINISHPAGE_RUN "$INSTDIR\orvane.exe"
+; By the shell, so that it runs as the user and not as the administrator that installs.
+!define MUI_FINISHPAGE_RUN "$WINDIR\explorer.exe"
+!define MUI_FINISHPAGE_RUN_PARAMETERS '"$INSTDIR\orvane.exe"'
 !insertmacro MUI_PAGE_LICENSE "${FOLDER}\LICENSE.txt"
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE AskAboutFullFolder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -55,22 +58,40 @@ Function un.onInit
   SetShellVarContext all
 FunctionEnd
 
+; Files of the same names would be written over, and deleted by the uninstaller.
+Function AskAboutFullFolder
+  ${DirState} "$INSTDIR" $0
+  ${If} $0 == 1
+  ${AndIfNot} ${FileExists} "$INSTDIR\orvane.exe"
+    MessageBox MB_ICONQUESTION|MB_YESNO|MB_DEFBUTTON2 "This folder has other files. Install Orvane among them?" IDYES +2
+    Abort
+  ${EndIf}
+FunctionEnd
+
 ; A running program keeps its file open for the system: it cannot be replaced or deleted.
-!macro RefuseWhileRunning
+!macro RefuseWhileOpen PROGRAM
   ClearErrors
-  ${If} ${FileExists} "$INSTDIR\orvane.exe"
-    FileOpen $0 "$INSTDIR\orvane.exe" a
+  ${If} ${FileExists} "$INSTDIR\${PROGRAM}"
+    FileOpen $0 "$INSTDIR\${PROGRAM}" a
     ${If} ${Errors}
-      MessageBox MB_ICONSTOP|MB_OK "Orvane is running, or its folder cannot be written. Close it and try again." /SD IDOK
+      MessageBox MB_ICONSTOP|MB_OK "${PROGRAM} is running, or its folder cannot be written. Close it and try again." /SD IDOK
       SetErrorLevel 2
       Quit
     ${EndIf}
     FileClose $0
   ${EndIf}
 !macroend
+!macro RefuseWhileRunning
+  !insertmacro RefuseWhileOpen "orvane.exe"
+  !insertmacro RefuseWhileOpen "orvane-cli.exe"
+!macroend
 
 Section
   !insertmacro RefuseWhileRunning
+  ; What an older version brought and this one does not.
+  ${If} ${FileExists} "$INSTDIR\uninstall.exe"
+    ExecWait '"$INSTDIR\uninstall.exe" /S _?=$INSTDIR'
+  ${EndIf}
   ; The shortcut begins in the folder that is set here.
   SetOutPath "$DOCUMENTS"
   CreateShortcut "$SMPROGRAMS\Orvane.lnk" "$INSTDIR\orvane.exe"
@@ -123,8 +144,11 @@ Section Uninstall
   ReadRegStr $0 HKCU "Software\Classes\${DOCUMENT}\shell\open\command" ""
   ${If} $0 == '"$INSTDIR\orvane.exe" "%1"'
     DeleteRegKey HKCU "Software\Classes\${DOCUMENT}"
-    DeleteRegValue HKCU "Software\Classes\.tbl" ""
-    DeleteRegKey /ifempty HKCU "Software\Classes\.tbl"
+    ReadRegStr $0 HKCU "Software\Classes\.tbl" ""
+    ${If} $0 == "${DOCUMENT}"
+      DeleteRegValue HKCU "Software\Classes\.tbl" ""
+      DeleteRegKey /ifempty HKCU "Software\Classes\.tbl"
+    ${EndIf}
   ${EndIf}
   !insertmacro RefreshShell
 SectionEnd

@@ -147,7 +147,7 @@ std::string EmergencyCopy::ClaimOwn() {
     fs::permissions(folder_, fs::perms::owner_all, error);  // tables may hold passwords
   }
   if (error) {
-    return FileMessage(folder_, SystemReason(error.value()));
+    return FileMessage(folder_, SystemReason(error.default_error_condition().value()));
   }
   for (int i = 1; i <= kMostCopies && own_.lock == nullptr; ++i) {
     if (Copy copy = Claimed(i); copy.lock != nullptr && !Exists(copy.file)) {

@@ -30,12 +30,21 @@ bool HasProgram(const QSettings& classes) {
 
 bool DescribeFileType(QSettings* users_classes, const QSettings& machines_classes,
                       const QString& program) {
-  for (const QSettings* classes :
-       {static_cast<const QSettings*>(users_classes), &machines_classes}) {
-    const QString owner = classes->value(kExtension).toString();
-    if ((!owner.isEmpty() && owner != kDocument) || HasProgram(*classes)) {
-      return false;
+  const auto is_anothers = [](const QSettings& classes) {
+    const QString owner = classes.value(kExtension).toString();
+    return !owner.isEmpty() && owner != kDocument;
+  };
+  if (is_anothers(*users_classes) || is_anothers(machines_classes) || HasProgram(*users_classes)) {
+    return false;
+  }
+  if (HasProgram(machines_classes)) {
+    // What a copy that is gone left for the user would hide the installed program.
+    const bool was_copy = users_classes->contains(kCommand);
+    if (was_copy) {
+      users_classes->remove(kDocument);
+      users_classes->remove(kExtension);
     }
+    return was_copy;
   }
   const QString path = QDir::toNativeSeparators(program);
   users_classes->setValue(kExtension, QString(kDocument));

@@ -23,7 +23,7 @@ constexpr const char* kUsage =
     "      --version  print the version\n";
 
 // A program with windows has no console of its own on Windows: where its output goes nowhere, it
-// goes to that of whoever started it.
+// goes to that of whoever started it. Only to print and end: who has a console ends with it.
 void UseConsoleOfCaller() {
 #ifdef _WIN32
   if (_get_osfhandle(_fileno(stdout)) < 0 && AttachConsole(ATTACH_PARENT_PROCESS) != 0) {
@@ -37,15 +37,16 @@ void UseConsoleOfCaller() {
 
 int main(int argc, char** argv) {
   orvane::ReportSizeLimits();
-  UseConsoleOfCaller();
   // Answered before there is a window: these need no display.
   for (int i = 1; i < argc; ++i) {
     const std::string_view argument = argv[i];
     if (argument == "--version") {
+      UseConsoleOfCaller();
       std::puts("orvane " ORVANE_VERSION);
       return 0;
     }
     if (argument == "--help" || argument == "-h") {
+      UseConsoleOfCaller();
       std::fputs(kUsage, stdout);
       return 0;
     }
@@ -53,6 +54,7 @@ int main(int argc, char** argv) {
   orvane::COrvaneApp app(argc, argv);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() > 2 || arguments.value(1).startsWith(QLatin1Char('-'))) {
+    UseConsoleOfCaller();
     std::fputs(kUsage, stderr);
     return 2;
   }

@@ -33,10 +33,10 @@ std::string FileIdentity(const std::filesystem::path& path) {
   const auto target = FollowLinks(path);
   const auto folder = target.parent_path();
   if (ReadInfo(folder.empty() ? "." : folder, &info)) {
-    return numbers() + "/" + PathText(target.filename());
+    return numbers() + "/" + NameIdentity(target.filename());
   }
   std::error_code error;
-  return PathText(std::filesystem::absolute(target, error).lexically_normal());
+  return NameIdentity(std::filesystem::absolute(target, error).lexically_normal());
 }
 
 InFile::~InFile() {

@@ -31,6 +31,9 @@ struct FileInfo {
 /// Of a symbolic link itself, where `path` names one.
 [[nodiscard]] bool ReadLinkInfo(const std::filesystem::path& path, FileInfo* info);
 
+/// A text that is equal for names that this system takes for the same: in any case on Windows.
+std::string NameIdentity(const std::filesystem::path& name);
+
 /// What the system says of an `errno` number, in English whatever the user's locale.
 std::string SystemReason(int error);
 

@@ -98,6 +98,8 @@ bool ReadLinkInfo(const std::filesystem::path& path, FileInfo* info) {
   return Told(lstat(path.c_str(), &found), found, info);
 }
 
+std::string NameIdentity(const std::filesystem::path& name) { return name.native(); }
+
 std::string SystemReason(int error) {
 #ifdef __GLIBC__
   if (const char* text = strerrordesc_np(error); text != nullptr) {

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "core/file_system.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
@@ -26,6 +27,11 @@ constexpr auto kErrors =
     std::to_array<std::pair<DWORD, int>>({{ERROR_FILE_NOT_FOUND, ENOENT},
                                           {ERROR_PATH_NOT_FOUND, ENOENT},
                                           {ERROR_BAD_NETPATH, ENOENT},
+                                          {ERROR_BAD_NET_NAME, ENOENT},
+                                          {ERROR_BAD_PATHNAME, ENOENT},
+                                          {ERROR_TOO_MANY_OPEN_FILES, EMFILE},
+                                          {DWORD{1295}, ENOSPC},  // the quota is used up
+                                          {ERROR_DELETE_PENDING, EBUSY},
                                           {ERROR_INVALID_NAME, ENOENT},
                                           {ERROR_NOT_READY, ENODEV},
                                           {ERROR_ACCESS_DENIED, EACCES},
@@ -145,9 +151,23 @@ int Resize(int handle, std::uint64_t size) {
 
 int Sync(int handle) { return FlushFileBuffers(SystemHandle(handle)) != 0 ? 0 : Fail(); }
 
+// Scanners and indexers hold a file for moments in which it cannot be replaced: worth a second,
+// before it would be written in place.
 int Rename(const std::filesystem::path& from, const std::filesystem::path& to) {
+  constexpr int kTries = 20;
+  constexpr DWORD kPause = 50;
   const DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-  return MoveFileExW(from.c_str(), to.c_str(), flags) != 0 ? 0 : Fail();
+  for (int i = 1; MoveFileExW(from.c_str(), to.c_str(), flags) == 0; ++i) {
+    const DWORD error = GetLastError();
+    const bool is_held = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION ||
+                         error == ERROR_LOCK_VIOLATION;
+    if (!is_held || i == kTries || IsFolder(to)) {
+      SetLastError(error);
+      return Fail();
+    }
+    Sleep(kPause);
+  }
+  return 0;
 }
 
 // The rename is written through.
@@ -170,7 +190,23 @@ bool ReadLinkInfo(const std::filesystem::path& path, FileInfo* info) {
   return TellOf(path, FILE_FLAG_OPEN_REPARSE_POINT, info);
 }
 
-std::string SystemReason(int error) { return std::generic_category().message(error); }
+std::string NameIdentity(const std::filesystem::path& name) {
+  std::wstring folded = name.native();
+  CharUpperBuffW(folded.data(), static_cast<DWORD>(folded.size()));
+  return PathText(folded);
+}
+
+// The C library's texts differ from those elsewhere, and its EBUSY tells nobody anything.
+std::string SystemReason(int error) {
+  constexpr auto kReasons =
+      std::to_array<std::pair<int, const char*>>({{EBUSY, "Open in another program"},
+                                                  {ENAMETOOLONG, "File name too long"},
+                                                  {ENOMEM, "Cannot allocate memory"},
+                                                  {EIO, "Input/output error"}});
+  const auto* own = std::find_if(kReasons.begin(), kReasons.end(),
+                                 [error](const auto& pair) { return pair.first == error; });
+  return own != kReasons.end() ? own->second : std::generic_category().message(error);
+}
 
 int OpenToRead(const std::filesystem::path& path) {
   return Descriptor(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,

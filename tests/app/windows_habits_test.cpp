@@ -94,6 +94,15 @@ TEST_F(FileType, IsWrittenOnceForAProgramAndAgainWhenItHasMoved) {
   EXPECT_NE(user_.value(kCommand), command);
 }
 
+TEST_F(FileType, OfACopyThatIsGoneDoesNotHideTheInstalledProgram) {
+  ASSERT_TRUE(DescribeFileType(&user_, machine_, Program("stick.exe")));
+  ASSERT_TRUE(QFile::remove(Path("stick.exe")));
+  machine_.setValue(kCommand, '"' + Program("installed.exe") + "\" \"%1\"");
+  EXPECT_TRUE(DescribeFileType(&user_, machine_, Path("installed.exe")));
+  EXPECT_EQ(user_.allKeys(), QStringList());
+  EXPECT_FALSE(DescribeFileType(&user_, machine_, Path("installed.exe")));
+}
+
 TEST_F(FileType, OfAnotherProgramOrOfAnInstallationStays) {
   machine_.setValue(".tbl/Default", "Orvane.Document");
   machine_.setValue(kCommand, '"' + Program("installed.exe") + "\" \"%1\"");

@@ -93,12 +93,12 @@ TEST(Names, OfFoldersToo) {
 TEST(Names, WithWildcardsAreLookedUpWhereNoShellDoesSo) {
   const TempDir dir;
   std::filesystem::create_directory(dir / "d");
-  for (const char* name : {"d/b.tbl", "d/a.tbl", "d/a.txt"}) {
+  for (const char* name : {"d/b.TBL", "d/a.tbl", "d/c.tbl_old", "d/d.tblx", "d/ab.tbl"}) {
     WriteAll(dir / name, Table(2417));
   }
-  const Outcome outcome = RunCli(dir, "table text 'd/?.tbl' 'd/*.none'");
+  const Outcome outcome = RunCli(dir, "table text 'd/?b.tbl' 'd/?.tbl' 'd/*.none'");
   EXPECT_EQ(outcome.exit_code, 1);
-  EXPECT_EQ(Slashed(outcome.out), WindowsTool() != nullptr ? "d/a.txt\nd/b.txt\n" : "");
+  EXPECT_EQ(Slashed(outcome.out), WindowsTool() != nullptr ? "d/ab.txt\nd/a.txt\nd/b.txt\n" : "");
   EXPECT_NE(outcome.err.find("*.none: No such file"), std::string::npos) << outcome.err;
 }
 
