@@ -29,8 +29,8 @@ VIAddVersionKey "LegalCopyright" "GPL-3.0-or-later"
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
 ; By the shell, so that it runs as the user and not as the administrator that installs.
-!define MUI_FINISHPAGE_RUN "$WINDIR\explorer.exe"
-!define MUI_FINISHPAGE_RUN_PARAMETERS '"$INSTDIR\orvane.exe"'
+!define MUI_FINISHPAGE_RUN
+!define MUI_FINISHPAGE_RUN_FUNCTION RunAsUser
 !insertmacro MUI_PAGE_LICENSE "${FOLDER}\LICENSE.txt"
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE AskAboutFullFolder
 !insertmacro MUI_PAGE_DIRECTORY
@@ -56,6 +56,10 @@ FunctionEnd
 Function un.onInit
   SetRegView 64
   SetShellVarContext all
+FunctionEnd
+
+Function RunAsUser
+  Exec '"$WINDIR\explorer.exe" "$INSTDIR\orvane.exe"'
 FunctionEnd
 
 ; Files of the same names would be written over, and deleted by the uninstaller.
