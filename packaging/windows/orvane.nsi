@@ -1,5 +1,6 @@
 ; SPDX-License-Identifier: GPL-3.0-or-later
-; The installer. Its definitions: VERSION, FOLDER (what is installed, all of it), OUTPUT.
+; The installer. Its definitions: VERSION, FOLDER (what is installed, all of it), FILES
+; (the commands that take just that away again), ICON, OUTPUT.
 ; For all users of the computer; the crews share laptops.
 Unicode true
 Target amd64-unicode
