@@ -4,7 +4,8 @@
 # Builds Debian's sources of Qt for 64-bit Windows, with the Qt tools of this machine, and adds what
 # Orvane needs of Debian's sources of QCustomPlot and of Qt's module for SVG. What it makes stands in
 # a folder of its own under FOLDER, named by version and flags, whose path is the one line of output;
-# what is already there is kept. Not to be run twice at once for the same FOLDER. A first run takes an hour on two processors and 3 GB below FOLDER, 0.2 GB of which stay.
+# what is already there is kept. A first run takes an hour on two processors and 3 GB below FOLDER,
+# 0.1 GB of which stay. Not to be run twice at once for the same FOLDER.
 set -euo pipefail
 here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
 CACHE=$(realpath -m "$1")
