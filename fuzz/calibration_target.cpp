@@ -23,7 +23,24 @@ void RequireWhole(const CalData& cal) {
   Require(records == cal.records.size(), "every record is in a pass");
 }
 
-void Show(const std::filesystem::path& path) {
+}  // namespace
+
+void FuzzCalibration(Bytes input) {
+  const auto path = PutFile("a.CLB", input);
+  const int kind = CalKindIn(path).value_or(kBoxCal);
+  CalReport report;
+  const auto cal = ReadCalRecordsAt(kind, path, &report);
+  Require((cal == nullptr) == (report.status != kOk) && (cal != nullptr || !report.message.empty()),
+          "a calibration is read or refused with status and message");
+  if (cal != nullptr) {
+    RequireWhole(*cal);
+  }
+  const BatchResult text = Convert(ExportCalToText(), path, PathOf("a.txt"));
+  Require(text.IsDone() == (input.size() >= sizeof(CalHeader)), "with a header there is a text");
+}
+
+void FuzzCalibrationView(Bytes input) {
+  const auto path = PutFile("a.CLB", input);
   CalDisplay display;
   CalView view(&display);
   if (!view.Open(path).empty()) {
@@ -43,23 +60,6 @@ void Show(const std::filesystem::path& path) {
             "a curve has as many values of each");
   }
   view.FitDisplay();
-}
-
-}  // namespace
-
-void FuzzCalibration(Bytes input) {
-  const auto path = PutFile("a.CLB", input);
-  const int kind = CalKindIn(path).value_or(kBoxCal);
-  CalReport report;
-  const auto cal = ReadCalRecordsAt(kind, path, &report);
-  Require((cal == nullptr) == (report.status != kOk) && (cal != nullptr || !report.message.empty()),
-          "a calibration is read or refused with status and message");
-  if (cal != nullptr) {
-    RequireWhole(*cal);
-  }
-  Show(path);
-  const BatchResult text = Convert(ExportCalToText(), path, PathOf("a.txt"));
-  Require(text.IsDone() == (input.size() >= sizeof(CalHeader)), "with a header there is a text");
 }
 
 void FuzzCalibrationFit(Bytes input) {

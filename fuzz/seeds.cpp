@@ -88,6 +88,7 @@ void PutFile(const std::filesystem::path& path, Seeds* seeds) {
     seeds->Put("stack", bytes);
   } else if (EndsWithoutCase(name, ".clb") || EndsWithoutCase(name, ".clc")) {
     seeds->Put("calibration", bytes);
+    seeds->Put("calibration-view", bytes);
   } else if (name.find(".TS") != std::string::npos) {
     PutWaveform(path, seeds);
   }

@@ -29,8 +29,10 @@ void FuzzTimeSeriesText(Bytes input);
 void FuzzRestack(Bytes input);
 /// Stack results: taken apart and put together again, as comma-separated text.
 void FuzzStack(Bytes input);
-/// A calibration without its front-end model: read, shown, as text.
+/// A calibration without its front-end model: read, as text.
 void FuzzCalibration(Bytes input);
+/// A calibration shown with its model and itself as reference.
+void FuzzCalibrationView(Bytes input);
 /// The front-end model of a box of one channel.
 void FuzzCalibrationFit(Bytes input);
 /// An archived object: loaded and stored again.

@@ -58,8 +58,8 @@ void Archive::Refuse(std::string_view reason) {
   }
 }
 
-bool Archive::IsPossible(std::int32_t count) {
-  if (error_.empty() && (count < 0 || count > Left())) {
+bool Archive::IsPossible(std::int32_t count, std::int64_t least_bytes) {
+  if (error_.empty() && (count < 0 || count > Left() / least_bytes)) {
     Refuse("a count of " + FormatInt(count) + " with " + FormatInt(Left()) + " bytes left");
   }
   return error_.empty();
@@ -99,7 +99,7 @@ Archive& Archive::operator&(std::string& text) {
   *this& count;
   if (is_storing_) {
     stream_->writeRawData(text.data(), count);
-  } else if (IsPossible(count)) {
+  } else if (IsPossible(count, 1)) {
     std::string read(static_cast<std::size_t>(count), '\0');
     stream_->readRawData(read.data(), count);
     text = std::move(read);

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace orvane::calobj {
@@ -31,7 +32,8 @@ class Archive {
   Archive& operator&(double& value);
   Archive& operator&(std::complex<double>& value);
   Archive& operator&(std::string& text);
-  /// A count, then the elements; each one that is read starts out as its class makes it.
+  /// A count, then the elements; each one that is read starts out as its class makes it. A class
+  /// tells with `kLeastBytes` how many bytes one of it takes without the elements of its own lists.
   template <typename Element>
   Archive& operator&(std::vector<Element>& list) {
     auto count = static_cast<std::int32_t>(list.size());
@@ -43,11 +45,11 @@ class Archive {
       return *this;
     }
     std::vector<Element> read;
-    const std::int32_t possible = IsPossible(count) ? count : 0;
-    for (std::int32_t i = 0; i < possible && error_.empty(); ++i) {
-      Element element{};
-      Exchange(element);
-      read.push_back(std::move(element));
+    if (IsPossible(count, LeastBytes<Element>())) {
+      read.reserve(static_cast<std::size_t>(count));
+    }
+    for (; count > 0 && error_.empty(); --count) {
+      Exchange(read.emplace_back());
     }
     if (error_.empty()) {
       list = std::move(read);
@@ -66,8 +68,16 @@ class Archive {
   void Exchange(Object& object) {
     object.Serialize(*this);
   }
-  /// Refuses a count that is negative or larger than the bytes left.
-  bool IsPossible(std::int32_t count);
+  template <typename Element>
+  static constexpr std::int64_t LeastBytes() {
+    if constexpr (std::is_arithmetic_v<Element>) {
+      return sizeof(Element);
+    } else {
+      return Element::kLeastBytes;
+    }
+  }
+  /// Refuses a count that is negative or of more elements than the bytes left can hold.
+  bool IsPossible(std::int32_t count, std::int64_t least_bytes);
   template <typename Value>
   Archive& Number(Value& value);
 

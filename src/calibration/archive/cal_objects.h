@@ -17,6 +17,8 @@ namespace orvane::calobj {
 /// One point of a frequency response.
 class CFreqResp : public Object {
  public:
+  static constexpr std::int64_t kLeastBytes = 24;
+
   double frequency = 0;  ///< Hz
   std::complex<double> response;
 
@@ -27,6 +29,8 @@ class CFreqResp : public Object {
 /// One response function.
 class CalFunc : public Object {
  public:
+  static constexpr std::int64_t kLeastBytes = 8;
+
   std::int32_t identifier = 0;  ///< which channel or sensor it describes
   std::vector<CFreqResp> points;
 
@@ -37,6 +41,8 @@ class CalFunc : public Object {
 /// One channel at one frequency.
 class CalRecord : public Object {
  public:
+  static constexpr std::int64_t kLeastBytes = 60;
+
   CalRecord() = default;
   /// Of a file's record; channels count from 1 to 12.
   CalRecord(const CalFileRecord& record, int channel);
@@ -55,6 +61,8 @@ class CalRecord : public Object {
 /// One sweep of frequencies made with one setting of the box.
 class CalPass : public Object {
  public:
+  static constexpr std::int64_t kLeastBytes = 32;
+
   std::int32_t number = 0;
   double frequency = 0;  ///< reference frequency in Hz
   std::array<std::int32_t, 4> settings{};

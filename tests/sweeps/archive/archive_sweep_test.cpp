@@ -41,5 +41,20 @@ TEST(Sweeps, FieldsOfArchives) {
   }
 }
 
+// Nothing in a file is smaller for what it takes in memory.
+TEST(Sweeps, AnArchiveOfEmptyFunctions) {
+  constexpr int kFunctions = 1'000'000;
+  std::string bytes = ArchiveBytes();
+  constexpr std::size_t kOneFunction = 4 + 4 + 4 + 24;  // count, identifier, count, one point
+  bytes.resize(bytes.size() - kOneFunction);
+  bytes += IntBytes(kFunctions);
+  bytes.resize(bytes.size() + 8 * std::size_t{kFunctions});
+  const auto archived = QByteArray::fromStdString(bytes);
+  std::string reason;
+  const PeakMemory memory;
+  EXPECT_NE(calobj::FromBytes(archived, &reason), nullptr) << reason;
+  EXPECT_LT(memory.Bytes(), 4 * bytes.size() + (std::size_t{16} << 20U));
+}
+
 }  // namespace
 }  // namespace orvane::testing
