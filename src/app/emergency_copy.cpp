@@ -43,6 +43,16 @@ std::string ReadCopy(const fs::path& path, UnsavedTable* unsaved) {
   return file.Error().empty() ? ReadUnsavedImage(bytes, unsaved) : file.Error();
 }
 
+// Whether a lock tells nothing of its owner: it was cut when the computer went off. One that a
+// running program is just making cannot be removed.
+bool IsTorn(const QLockFile& lock) {
+  qint64 process = 0;
+  QString host;
+  QString program;
+  return lock.error() == QLockFile::LockFailedError &&
+         !lock.getLockInfo(&process, &host, &program);
+}
+
 // Empty where this program cannot represent the path: then the document has none.
 QString ShownPath(const std::string& bytes) {
   const QString path = QString::fromStdString(bytes);
@@ -83,7 +93,7 @@ EmergencyCopy::Copy EmergencyCopy::Claimed(int number) const {
   auto lock = std::make_unique<QLockFile>(TextFromPath(lock_path.replace_extension(".lock")));
   // A program may run for days; one that is gone is noticed all the same.
   lock->setStaleLockTime(0);
-  if (!lock->tryLock(0)) {
+  if (!lock->tryLock(0) && !(IsTorn(*lock) && lock->removeStaleLockFile() && lock->tryLock(0))) {
     lock.reset();
   }
   return {std::move(file), std::move(lock)};

@@ -82,9 +82,10 @@ class SpectraJob {
     if (source_.header.settings.Load(companion, &report) != kOk) {
       return Stop(FailedWithBox(OpenFailureText(companion), report.message));
     }
-    const auto first = source_.file.Find(1);
-    if (!first) {
-      return Stop(BatchFailed("no record"));
+    std::string error = source_.file.ReadError();
+    const auto first = source_.file.Find(1, &error);
+    if (!first || !error.empty()) {
+      return Stop(BatchFailed(error.empty() ? "no record" : error));
     }
     source_.first = first->header;
     source_.header.channels = first->header.channels;

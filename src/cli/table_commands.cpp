@@ -104,7 +104,7 @@ class GivenTime : public Clock {
 
 ExitCode RunTableSize(const std::filesystem::path& file, int channels, const std::string& now) {
   ParamTime time = UtcClock().Now();
-  if (!now.empty() && !ParseParamTimeStrictly(now, &time)) {
+  if (!now.empty() && (!ParseParamTimeStrictly(now, &time) || HasNoDate(time))) {
     PrintMessage("--now: \"" + now + "\" is not a time such as 2009/06/30 14:05:00");
     return kWrongUsage;
   }

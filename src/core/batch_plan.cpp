@@ -17,7 +17,15 @@ namespace orvane {
 std::vector<Batch::Unit> Batch::PlanUnits() {
   NameOutputs();
   RefuseInputs();
-  return GroupBySharedOutputs();
+  std::vector<Unit> units = GroupBySharedOutputs();
+  if (plan_.conversion.in_order) {
+    // A single worker does them: what shares an output comes one after another in any case.
+    units.clear();
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      units.push_back({i});
+    }
+  }
+  return units;
 }
 
 void Batch::NameOutputs() {

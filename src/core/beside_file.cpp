@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <span>
 #include <string>
 #include <string_view>
@@ -30,6 +31,14 @@ bool IsAt(int handle, const std::filesystem::path& path) {
   return ReadInfo(handle, &opened) && ReadLinkInfo(path, &found) && opened.IsSameFileAs(found);
 }
 
+// Without locks only its age tells. Who is robbed of a file by a clock that is wrong notices it
+// before the end, and has lost nothing.
+bool IsOld(const std::filesystem::path& path) {
+  std::error_code error;
+  const auto written = std::filesystem::last_write_time(path, error);
+  return !error && std::filesystem::file_time_type::clock::now() - written > std::chrono::hours(1);
+}
+
 // What nobody has locked was left by a program that is gone. It is removed under its lock, so that
 // no other program takes the name in between.
 void RemoveLeftover(const std::filesystem::path& path) {
@@ -37,7 +46,8 @@ void RemoveLeftover(const std::filesystem::path& path) {
   if (handle < 0) {
     return;
   }
-  if (TryLock(handle) == Lock::kTaken && IsAt(handle, path)) {
+  const Lock lock = TryLock(handle);
+  if ((lock == Lock::kTaken || (lock == Lock::kUnknown && IsOld(path))) && IsAt(handle, path)) {
     RemoveFile(path);
   }
   CloseRead(handle);

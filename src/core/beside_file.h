@@ -10,7 +10,8 @@ namespace orvane {
 /// short whatever the target's is, and always the same for one target, so that the next save finds
 /// what a killed program left, and removes it. A lock, which ends with its program, tells such a
 /// leftover from a file that another program is filling just now: that one is left alone, and the
-/// next of `kNames` names is taken. Where a file system has no locks, leftovers stay.
+/// next of `kNames` names is taken. Where a file system has no locks, what nobody has
+/// written to for an hour is a leftover.
 class BesideFile {
  public:
   static constexpr int kNames = 8;

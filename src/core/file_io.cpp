@@ -67,11 +67,17 @@ std::string InFile::Open(const std::filesystem::path& path) {
   return {};
 }
 
+// Once it has come to its end nothing more is asked for: what a disk gives after a read that failed
+// belongs elsewhere.
 std::size_t InFile::ReadPiece(std::span<std::byte> bytes) {
-  const auto count = ReadSome(handle_, bytes);
+  if (is_at_end_) {
+    return 0;
+  }
+  const auto count = ReaderCalls().some(handle_, bytes);
   if (count < 0) {
     error_ = SystemReason(errno);
   }
+  is_at_end_ = count <= 0;
   return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 

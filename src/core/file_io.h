@@ -57,15 +57,16 @@ class InFile {
   std::unique_ptr<std::byte[]> buffer_;  // NOLINT(modernize-avoid-c-arrays): not to be zeroed
   std::size_t piece_ = 0;                // size of the buffer
   std::span<const std::byte> unread_;
+  bool is_at_end_ = false;
   std::string error_;
 };
 
 /// A file being written. The bytes go to a new file beside the target, which takes the target's
 /// place only in `Commit()`, after a flush to the disk: until then, and after any failure, the file
-/// has all its old bytes, or, where only the folder failed, all its new ones. Mode bits and owner
-/// of an existing file are kept and symbolic links followed. Where the folder takes no second file,
-/// or the target may not be replaced, it is rewritten in place, its old bytes put back if that
-/// fails. A device or pipe is opened and written, never replaced.
+/// has all its old bytes, or, where only the folder failed, all its new ones. Mode bits, access list
+/// and owner of an existing file are kept and symbolic links followed. Where the folder takes no
+/// second file, or the target may not be replaced, it is rewritten in place, its old bytes put back
+/// if that fails. A device or pipe is opened and written, never replaced.
 class OutFile {
  public:
   OutFile() = default;
@@ -86,7 +87,7 @@ class OutFile {
   std::string CommitByCopying(int error);
   std::string CommitInPlace();
   std::string CommitDirectly();
-  bool Rewrite(std::span<const std::byte> bytes);
+  bool Rewrite(std::span<const std::byte> bytes, std::size_t size, std::size_t* written);
   std::string Done();
   std::string Fail(int error);
   std::string Fail(std::string reason);

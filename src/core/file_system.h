@@ -41,10 +41,14 @@ std::string SystemReason(int error);
 int OpenToRead(const std::filesystem::path& path);
 /// Lets reads from a pipe wait for its writer.
 void WaitForWriter(int handle);
-/// Some of the next bytes, 0 at the end.
-std::ptrdiff_t ReadSome(int handle, std::span<std::byte> bytes);
-/// The same from a position, which no other call changes.
-std::ptrdiff_t ReadSomeAt(int handle, std::uint64_t offset, std::span<std::byte> bytes);
+/// How files are read, replaceable so that tests can let a disk fail.
+struct ReadCalls {
+  /// Some of the next bytes, 0 at the end.
+  std::ptrdiff_t (*some)(int handle, std::span<std::byte> bytes);
+  /// The same from a position, which no other call changes.
+  std::ptrdiff_t (*some_at)(int handle, std::uint64_t offset, std::span<std::byte> bytes);
+};
+ReadCalls& ReaderCalls();
 /// Closes what was only read.
 void CloseRead(int handle);
 
@@ -64,8 +68,8 @@ FileCalls& WriterCalls();
 
 /// Goes back to the first byte of a file being written.
 [[nodiscard]] bool Rewind(int handle);
-/// Gives a new file the mode bits of another and, where the system allows it, its owner. False
-/// where the mode bits cannot be set.
+/// Gives a new file the mode bits and the access list of another and, where the system allows it,
+/// its owner. False where mode bits or list cannot be set.
 [[nodiscard]] bool TakeRights(int from, int to);
 
 /// Who has a file: locks end with the last handle to what was opened, also when the program dies.

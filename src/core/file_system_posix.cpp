@@ -2,6 +2,9 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#ifdef __linux__
+#include <sys/xattr.h>
+#endif
 #include <unistd.h>
 
 #include <cerrno>
@@ -10,6 +13,7 @@
 #include <cstring>
 #include <limits>
 #include <system_error>
+#include <vector>
 
 #include "core/file_system.h"
 
@@ -65,6 +69,35 @@ int Rename(const std::filesystem::path& from, const std::filesystem::path& to) {
   return std::rename(from.c_str(), to.c_str());
 }
 
+std::ptrdiff_t ReadSome(int handle, std::span<std::byte> bytes) {
+  return Retried([&] { return read(handle, bytes.data(), bytes.size()); });
+}
+
+std::ptrdiff_t ReadSomeAt(int handle, std::uint64_t offset, std::span<std::byte> bytes) {
+  if (offset > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) {
+    return 0;
+  }
+  return Retried(
+      [&] { return pread(handle, bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
+}
+
+#ifdef __linux__
+// A new file may have a list already: the one that its folder gives to all.
+bool TakeAccessList(int from, int to) {
+  constexpr const char* kName = "system.posix_acl_access";
+  const auto is_none = [] { return errno == ENODATA || errno == ENOTSUP; };
+  const ssize_t size = fgetxattr(from, kName, nullptr, 0);
+  if (size < 0) {
+    return is_none() && (fremovexattr(to, kName) == 0 || is_none());
+  }
+  std::vector<char> list(static_cast<std::size_t>(size));
+  return fgetxattr(from, kName, list.data(), list.size()) == size &&
+         fsetxattr(to, kName, list.data(), list.size(), 0) == 0;
+}
+#else
+bool TakeAccessList(int /*from*/, int /*to*/) { return true; }
+#endif
+
 // A folder that may not be read, or whose file system has no such call, is not at fault.
 int SyncFolder(const std::filesystem::path& folder) {
   const int handle =
@@ -115,16 +148,9 @@ int OpenToRead(const std::filesystem::path& path) {
 
 void WaitForWriter(int handle) { fcntl(handle, F_SETFL, 0); }
 
-std::ptrdiff_t ReadSome(int handle, std::span<std::byte> bytes) {
-  return Retried([&] { return read(handle, bytes.data(), bytes.size()); });
-}
-
-std::ptrdiff_t ReadSomeAt(int handle, std::uint64_t offset, std::span<std::byte> bytes) {
-  if (offset > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) {
-    return 0;
-  }
-  return Retried(
-      [&] { return pread(handle, bytes.data(), bytes.size(), static_cast<off_t>(offset)); });
+ReadCalls& ReaderCalls() {
+  static ReadCalls calls{ReadSome, ReadSomeAt};
+  return calls;
 }
 
 void CloseRead(int handle) { close(handle); }
@@ -144,7 +170,7 @@ bool TakeRights(int from, int to) {
   }
   // An ordinary user cannot give files away; the mode bits are what matters then.
   static_cast<void>(fchown(to, wanted.st_uid, wanted.st_gid) == 0);
-  return fstat(to, &made) == 0 &&
+  return TakeAccessList(from, to) && fstat(to, &made) == 0 &&
          (made.st_mode == wanted.st_mode || fchmod(to, wanted.st_mode & 07777U) == 0);
 }
 

@@ -180,6 +180,23 @@ OVERLAPPED At(std::uint64_t offset) {
   return place;
 }
 
+std::ptrdiff_t ReadSome(int handle, std::span<std::byte> bytes) {
+  return _read(handle, bytes.data(), static_cast<unsigned>(std::min(bytes.size(), kMostAtOnce)));
+}
+
+std::ptrdiff_t ReadSomeAt(int handle, std::uint64_t offset, std::span<std::byte> bytes) {
+  if (offset > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) {
+    return 0;
+  }
+  OVERLAPPED place = At(offset);
+  DWORD count = 0;
+  const auto size = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
+  if (ReadFile(SystemHandle(handle), bytes.data(), size, &count, &place) == 0) {
+    return GetLastError() == ERROR_HANDLE_EOF ? 0 : Fail();
+  }
+  return count;
+}
+
 }  // namespace
 
 bool ReadInfo(const std::filesystem::path& path, FileInfo* info) { return TellOf(path, 0, info); }
@@ -216,21 +233,9 @@ int OpenToRead(const std::filesystem::path& path) {
 
 void WaitForWriter(int /*handle*/) {}
 
-std::ptrdiff_t ReadSome(int handle, std::span<std::byte> bytes) {
-  return _read(handle, bytes.data(), static_cast<unsigned>(std::min(bytes.size(), kMostAtOnce)));
-}
-
-std::ptrdiff_t ReadSomeAt(int handle, std::uint64_t offset, std::span<std::byte> bytes) {
-  if (offset > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) {
-    return 0;
-  }
-  OVERLAPPED place = At(offset);
-  DWORD count = 0;
-  const auto size = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
-  if (ReadFile(SystemHandle(handle), bytes.data(), size, &count, &place) == 0) {
-    return GetLastError() == ERROR_HANDLE_EOF ? 0 : Fail();
-  }
-  return count;
+ReadCalls& ReaderCalls() {
+  static ReadCalls calls{ReadSome, ReadSomeAt};
+  return calls;
 }
 
 void CloseRead(int handle) { _close(handle); }

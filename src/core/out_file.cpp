@@ -12,21 +12,24 @@ namespace {
 
 constexpr std::size_t kMostAtOnce = std::size_t{256} * 1024;
 
-// Writes everything, in pieces; false with errno set on failure.
-bool WriteAll(int handle, std::span<const std::byte> bytes) {
-  while (!bytes.empty()) {
+// Writes everything, in pieces. Returns how much was written: less than all, with errno set, on
+// failure.
+std::size_t WriteAll(int handle, std::span<const std::byte> bytes) {
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const auto left = bytes.subspan(done);
     const auto written =
-        WriterCalls().write(handle, bytes.data(), std::min(bytes.size(), kMostAtOnce));
+        WriterCalls().write(handle, left.data(), std::min(left.size(), kMostAtOnce));
     if (written < 0 && errno == EINTR) {
       continue;
     }
     if (written <= 0) {
       errno = written == 0 ? ENOSPC : errno;
-      return false;
+      break;
     }
-    bytes = bytes.subspan(static_cast<std::size_t>(written));
+    done += static_cast<std::size_t>(written);
   }
-  return true;
+  return done;
 }
 
 // A folder that takes no second file may still let the file itself be rewritten.
@@ -97,7 +100,9 @@ std::string OutFile::OpenBeside() {
   way_ = Way::kBeside;
   if (handle_ >= 0) {
     if (!TakeRights(handle_, beside_.Handle())) {
-      return Fail(errno);
+      beside_.Remove();
+      way_ = Way::kInPlace;  // where its rights stay as they are
+      return {};
     }
     CloseRead(std::exchange(handle_, -1));  // nothing was written through it
   }
@@ -113,7 +118,7 @@ std::string OutFile::Write(std::span<const std::byte> bytes) {
     return {};
   }
   const int handle = way_ == Way::kDirect ? handle_ : beside_.Handle();
-  return WriteAll(handle, bytes) ? std::string() : Fail(errno);
+  return WriteAll(handle, bytes) == bytes.size() ? std::string() : Fail(errno);
 }
 
 std::string OutFile::Commit() {
@@ -168,11 +173,11 @@ std::string OutFile::CommitByCopying(int error) {
   return reason;
 }
 
-// The open target gets `bytes` as its content and is closed.
-bool OutFile::Rewrite(std::span<const std::byte> bytes) {
-  return Rewind(handle_) && WriteAll(handle_, bytes) &&
-         WriterCalls().resize(handle_, bytes.size()) == 0 && WriterCalls().sync(handle_) == 0 &&
-         CloseTarget();
+// The open target gets `bytes` as its first bytes and `size` as its size, and is closed.
+bool OutFile::Rewrite(std::span<const std::byte> bytes, std::size_t size, std::size_t* written) {
+  *written = Rewind(handle_) ? WriteAll(handle_, bytes) : 0;
+  return *written == bytes.size() && WriterCalls().resize(handle_, size) == 0 &&
+         WriterCalls().sync(handle_) == 0 && CloseTarget();
 }
 
 std::string OutFile::CommitInPlace() {
@@ -189,14 +194,18 @@ std::string OutFile::CommitInPlace() {
   if (!ReadBack(target_, &old)) {
     return Fail(EACCES);  // what cannot be put back is not overwritten
   }
-  if (Rewrite(pending_)) {
+  std::size_t written = 0;
+  if (Rewrite(pending_, pending_.size(), &written)) {
     return Done();
   }
-  std::string reason = SystemReason(errno);
+  const int error = errno;
+  std::string reason = SystemReason(error);
   if (handle_ < 0) {
     handle_ = WriterCalls().open(target_);  // closing was what failed
   }
-  if (!Rewrite(old)) {
+  // What lies beyond the size that the user may give a file is untouched, and stays so.
+  const std::size_t touched = error == EFBIG ? std::min(written, old.size()) : old.size();
+  if (!Rewrite(std::span(old).first(touched), old.size(), &written)) {
     reason.append("; what the file held before could not be put back");
   }
   return Fail(std::move(reason));

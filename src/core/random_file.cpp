@@ -45,7 +45,7 @@ std::size_t RandomFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes,
                                std::string* error) const {
   std::size_t done = 0;
   while (done < bytes.size()) {
-    const auto count = ReadSomeAt(handle_, offset + done, bytes.subspan(done));
+    const auto count = ReaderCalls().some_at(handle_, offset + done, bytes.subspan(done));
     if (count < 0 && error != nullptr) {
       *error = SystemReason(errno);
     }

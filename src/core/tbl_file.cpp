@@ -115,12 +115,14 @@ std::filesystem::path StartupPath(const ParamTable& table) {
 }  // namespace
 
 Status TblReader::Open(const std::filesystem::path& path, TblReport* report) {
+  path_ = path;
   if (const std::string reason = file_.Open(path); !reason.empty()) {
     report->message = WithStatus(path, reason, kTblUnreadable);
     return kTblUnreadable;
   }
   const auto start = file_.Peek(sizeof(TblHeader));
   if (start.size() < sizeof(TblHeader)) {
+    report->read_error = file_.Error();
     report->message = WithStatus(
         path, file_.Error().empty() ? "too short for a TBL file" : file_.Error(), kTblUnreadable);
     return kTblUnreadable;
@@ -167,9 +169,16 @@ bool TblReader::Next(ParamEntry* entry) {
   return true;
 }
 
-void TblReader::TellEnd(TblReport* report) {
+Status TblReader::End(TblReport* report) {
   report->cut_at = ended_ || file_.Peek(1).empty() ? 0 : offset_;
   report->read_error = file_.Error();
+  if (report->read_error.empty()) {
+    return kOk;
+  }
+  report->message = WithStatus(
+      path_, "at offset " + FormatInt(static_cast<std::int64_t>(offset_)) + ": " + report->read_error,
+      kTblUnreadable);
+  return kTblUnreadable;
 }
 
 Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblReport* report) {
@@ -180,13 +189,17 @@ Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblRe
   if (const Status status = reader.Open(path, report); status != kOk) {
     return status;
   }
+  ParamTable loaded = *table;
   ParamEntry entry;
   while (reader.Next(&entry)) {
     ++report->records;
-    report->loaded += StoreRecord(table, entry, false) == kOk ? 1 : 0;
+    report->loaded += StoreRecord(&loaded, entry, false) == kOk ? 1 : 0;
   }
-  reader.TellEnd(report);
-  StoreInt(table, "TBVI", report->version);
+  if (const Status status = reader.End(report); status != kOk) {
+    return status;
+  }
+  StoreInt(&loaded, "TBVI", report->version);
+  *table = std::move(loaded);
   return kOk;
 }
 
@@ -245,6 +258,7 @@ Status LoadStartupTable(ParamTable* table, const LogSink& log) {
     say("\nError loading startup.tbl");
     return status;
   }
+  ParamTable loaded = *table;
   std::int32_t request = 0;
   ParamEntry entry;
   while (reader.Next(&entry)) {
@@ -252,13 +266,18 @@ Status LoadStartupTable(ParamTable* table, const LogSink& log) {
       request = entry.type == IntPT ? IntOf(entry.value) : request;
     } else {
       // What the current mode protects keeps its value.
-      static_cast<void>(StoreRecord(table, entry, true));
+      static_cast<void>(StoreRecord(&loaded, entry, true));
     }
   }
-  if (request != 0 && request != 9) {
-    StoreInt(table, "RQST", request, true);
+  if (const Status status = reader.End(&report); status != kOk) {
+    say("\nError loading startup.tbl");
+    return status;
   }
-  StoreInt(table, "TBVI", report.version);
+  if (request != 0 && request != 9) {
+    StoreInt(&loaded, "RQST", request, true);
+  }
+  StoreInt(&loaded, "TBVI", report.version);
+  *table = std::move(loaded);
   return kOk;
 }
 

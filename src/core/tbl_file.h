@@ -22,7 +22,7 @@ struct TblReport {
   std::size_t records = 0;   ///< whole records in the file
   std::size_t loaded = 0;    ///< of them stored; the others have unknown keys or other types
   std::uint64_t cut_at = 0;  ///< offset of a last record that is cut; 0: none is
-  std::string read_error;    ///< what kept the records from being read to their end; mostly empty
+  std::string read_error;    ///< why the records could not be read to their end; mostly empty
   std::string reason;        ///< on a failed save: why
   std::string message;       ///< on failure "PATH: reason (status)"
 };
@@ -37,22 +37,24 @@ class TblReader {
   /// record is cut: nothing of it is used.
   bool Next(ParamEntry* entry);
 
-  /// Once `Next()` has answered false: where the cut record begins, and a failed read.
-  void TellEnd(TblReport* report);
+  /// Once `Next()` has answered false: 0 and where a cut record begins, or 173 where it was not the
+  /// file that ended but a read that failed; the records before it are no whole table.
+  Status End(TblReport* report);
 
  private:
   template <typename Record>
   bool NextRecord(Record* record);
 
   InFile file_;
+  std::filesystem::path path_;
   int version_ = 0;
   std::uint64_t offset_ = 0;
   bool ended_ = false;  // by an end record
 };
 
 /// Stores the values of all records in the table (types must match, masks in the file are ignored,
-/// nothing is protected) and the version in "TBVI". 0, 173 or 174; values without a record keep
-/// what they were.
+/// nothing is protected) and the version in "TBVI". 0, or 173 or 174 and the table is as before;
+/// values without a record keep what they were.
 Status LoadParamFile(ParamTable* table, const std::filesystem::path& path,
                      TblReport* report = nullptr);
 

@@ -83,10 +83,8 @@ class FileToV1 {
       const std::string own = FileMessage(task_.Input(), "");
       return report->message.substr(report->message.starts_with(own) ? own.size() : 0);
     }
-    if (report->read_error.empty()) {
-      table_ = std::move(loaded);
-    }
-    return report->read_error;
+    table_ = std::move(loaded);
+    return {};
   }
 
   bool Write(const std::filesystem::path& path, std::uint32_t version) {

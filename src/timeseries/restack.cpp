@@ -219,7 +219,7 @@ std::string OldVersionNote(const std::string& input) {
   TblReport report;
   if (name.empty() || companion.Load(FindInAnyCase(PathOf(name)), &report) != kOk ||
       !companion.IsOldVersion()) {
-    return {};
+    return report.read_error.empty() ? report.read_error : report.message;
   }
   return "its companion table tells an older version (\"VER\" " + companion.Version() +
          ") with 196-byte headers, but stacking takes all headers as 252 bytes";

@@ -40,12 +40,16 @@ Status TsCompanion::Load(const std::filesystem::path& path, TblReport* report) {
   if (const Status status = reader.Open(path, report); status != kOk) {
     return status;
   }
-  is_loaded_ = true;
   ParamEntry entry;
   while (reader.Next(&entry)) {
     ++report->records;
     Store(entry);
   }
+  if (const Status status = reader.End(report); status != kOk) {
+    *this = TsCompanion();
+    return status;
+  }
+  is_loaded_ = true;
   const Le<std::int32_t> version = report->version;
   return table_.SetParam("TBVI", IntPT, &version);
 }

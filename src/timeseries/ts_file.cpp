@@ -34,14 +34,18 @@ bool TsFile::LoadCompanion(bool is_needed) {
   }
   companion_path_ = FindInAnyCase(companion_path_);
   TblReport report;
-  return companion_.Load(companion_path_, &report) == kOk || !is_needed ||
-         Fail(companion_path_, report.message);
+  if (companion_.Load(companion_path_, &report) == kOk) {
+    return true;
+  }
+  // A companion that is there but could not be read to its end is not the same as none.
+  return (!is_needed && report.read_error.empty()) || Fail(companion_path_, report.message);
 }
 
 bool TsFile::Open(const std::filesystem::path& path, const Options& options) {
   path_ = path;
   message_.clear();
   reason_.clear();
+  read_error_.clear();
   index_ = {};
   companion_ = TsCompanion();
   companion_path_.clear();
@@ -58,7 +62,9 @@ bool TsFile::Open(const std::filesystem::path& path, const Options& options) {
     const bool is_old = companion_.IsOldVersion() && !EndsWithoutCase(text, ".TSK");
     header_size_ = options.header_size.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   }
-  index_.Build(file_, header_size_);
+  if (const std::string error = index_.Build(file_, header_size_); !error.empty()) {
+    read_error_ = FileMessage(path, error + "; only the records before it are known");
+  }
   return true;
 }
 
@@ -72,9 +78,13 @@ std::string TsFile::BadRecordText() const {
 }
 
 std::string TsFile::Read(std::uint64_t number, CTsRec* record) const {
-  const auto place = Find(number);
-  const std::string error =
-      place ? record->Read(file_, *place) : "no longer in the file, which has become shorter";
+  std::string error;
+  const auto place = Find(number, &error);
+  if (place) {
+    error = record->Read(file_, *place);
+  } else if (error.empty()) {
+    error = "no longer in the file, which has become shorter";
+  }
   return error.empty() ? error
                        : FileMessage(path_, std::string("record ")
                                                 .append(Number(number))

@@ -36,6 +36,10 @@ class TsFile {
   const std::string& Message() const { return message_; }
   const std::string& Reason() const { return reason_; }
 
+  /// A file that opened: what kept its records from being found to the end, with the file's name;
+  /// mostly empty.
+  const std::string& ReadError() const { return read_error_; }
+
   const std::filesystem::path& Path() const { return path_; }
   TsHeaderSize HeaderSize() const { return header_size_; }
   bool IsBandFile() const { return header_size_ == TsHeaderSize::kBand; }
@@ -51,7 +55,9 @@ class TsFile {
   /// "There are %d bad records starting at segment%d!"; empty where there are none.
   std::string BadRecordText() const;
 
-  std::optional<TsPlace> Find(std::uint64_t number) const { return index_.Find(file_, number); }
+  std::optional<TsPlace> Find(std::uint64_t number, std::string* error = nullptr) const {
+    return index_.Find(file_, number, error);
+  }
   /// Reads a record from 1 on. An empty string, or why it cannot be read: the file may have become
   /// shorter since it was opened.
   [[nodiscard]] std::string Read(std::uint64_t number, CTsRec* record) const;
@@ -72,6 +78,7 @@ class TsFile {
   TsIndex index_;
   std::string message_;
   std::string reason_;
+  std::string read_error_;
 };
 
 }  // namespace orvane

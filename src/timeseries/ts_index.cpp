@@ -12,7 +12,7 @@ void TsIndex::Thin() {
   stride_ *= 2;
 }
 
-void TsIndex::Build(const RandomFile& file, TsHeaderSize header_size) {
+std::string TsIndex::Build(const RandomFile& file, TsHeaderSize header_size) {
   *this = {};
   header_size_ = header_size;
   TsWalker walker(&file, header_size, file.Size());
@@ -31,6 +31,7 @@ void TsIndex::Build(const RandomFile& file, TsHeaderSize header_size) {
       ++bad_count_;
     }
   }
+  return walker.Error();
 }
 
 TsWalker TsIndex::WalkFrom(const RandomFile& file, std::uint64_t number) const {
@@ -41,7 +42,8 @@ TsWalker TsIndex::WalkFrom(const RandomFile& file, std::uint64_t number) const {
   return {&file, header_size_, file.Size(), notes_[note].offset, note * stride_ + 1};
 }
 
-std::optional<TsPlace> TsIndex::Find(const RandomFile& file, std::uint64_t number) const {
+std::optional<TsPlace> TsIndex::Find(const RandomFile& file, std::uint64_t number,
+                                     std::string* error) const {
   if (number == 0 || number > count_) {
     return std::nullopt;
   }
@@ -51,6 +53,9 @@ std::optional<TsPlace> TsIndex::Find(const RandomFile& file, std::uint64_t numbe
     if (place.number == number) {
       return place;
     }
+  }
+  if (error != nullptr && !walker.Error().empty()) {
+    *error = walker.Error();
   }
   return std::nullopt;
 }

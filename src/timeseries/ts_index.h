@@ -15,8 +15,8 @@ namespace orvane {
 /// record between two notes is found by a short walk.
 class TsIndex {
  public:
-  /// Walks the file as it is now.
-  void Build(const RandomFile& file, TsHeaderSize header_size);
+  /// Walks the file as it is now. An empty string, or what ended the walk before the file's end.
+  [[nodiscard]] std::string Build(const RandomFile& file, TsHeaderSize header_size);
 
   std::uint64_t Count() const { return count_; }
   /// Records of status 6; none in a band file, whose headers tell no status.
@@ -27,8 +27,9 @@ class TsIndex {
   std::uint64_t NextBad(const RandomFile& file, std::uint64_t number) const;
 
   /// The place of a record from 1 on, its header read anew; none where there is no such record, or
-  /// no longer.
-  std::optional<TsPlace> Find(const RandomFile& file, std::uint64_t number) const;
+  /// no longer, or where a read failed: then `error` tells, where it is given.
+  std::optional<TsPlace> Find(const RandomFile& file, std::uint64_t number,
+                              std::string* error = nullptr) const;
 
   /// Starts a walk at a record that is noted, at or before `number`.
   TsWalker WalkFrom(const RandomFile& file, std::uint64_t number) const;

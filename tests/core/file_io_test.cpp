@@ -6,6 +6,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -175,6 +176,59 @@ TEST_F(OutFileTest, RemovesWhatKilledProgramsLeftAndNothingElse) {
   EXPECT_TRUE(fs::is_symlink(name(1)));
 }
 
+// As where locks do not reach other computers.
+TEST_F(OutFileTest, WhatTookTheNewFilesPlaceIsNotTakenForIt) {
+  const fs::path beside = BesideFile::NameFor(dir_ / "a", 0);
+  WriteAll(dir_ / "a", "old");
+  OutFile file;
+  EXPECT_EQ(file.Open(dir_ / "a"), "");
+  EXPECT_EQ(file.Write(Bytes("new")), "");
+  fs::remove(beside);
+  WriteAll(beside, "another's, half");
+  EXPECT_EQ(file.Commit(), "Resource temporarily unavailable");
+  EXPECT_EQ(ReadAll(dir_ / "a"), "old");
+}
+
+TEST_F(OutFileTest, InPlaceOneProgramAtATime) {
+  WriteAll(dir_ / "a", "old");
+  const int other = open((dir_ / "a").c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(TryLock(other), Lock::kTaken);
+  FailingDisk disk;
+  disk.Fail(FailingDisk::kCreate, EACCES);
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "another program is saving it");
+  EXPECT_EQ(ReadAll(dir_ / "a"), "old");
+  close(other);
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "");
+}
+
+// Somebody else may write it, its group may not even read it.
+TEST_F(OutFileTest, KeepsAnAccessList) {
+  constexpr const char* kName = "system.posix_acl_access";
+  constexpr std::string_view kList(
+      "\2\0\0\0"
+      "\1\0\6\0\xff\xff\xff\xff"
+      "\2\0\6\0\xfe\xff\0\0"
+      "\4\0\0\0\xff\xff\xff\xff"
+      "\x10\0\6\0\xff\xff\xff\xff"
+      "\x20\0\0\0\xff\xff\xff\xff",
+      44);
+  WriteAll(dir_ / "a", "old");
+  if (setxattr((dir_ / "a").c_str(), kName, kList.data(), kList.size(), 0) != 0) {
+    GTEST_SKIP() << "no access lists here";
+  }
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "");
+  std::string list(64, '\0');
+  const auto size = getxattr((dir_ / "a").c_str(), kName, list.data(), list.size());
+  EXPECT_EQ(list.substr(0, size < 0 ? 0 : static_cast<std::size_t>(size)), kList);
+
+  // What a folder gives to all new files is not for one that has none.
+  WriteAll(dir_ / "b", "old");
+  ASSERT_EQ(setxattr(dir_.Path().c_str(), "system.posix_acl_default", kList.data(), kList.size(), 0),
+            0);
+  EXPECT_EQ(WriteFile(dir_ / "b", Bytes("new")), "");
+  EXPECT_LT(getxattr((dir_ / "b").c_str(), kName, nullptr, 0), 0);
+}
+
 TEST_F(OutFileTest, WhatTookTheTargetsPlaceMeanwhileIsNotLost) {
   const auto save_when = [this](const std::function<void()>& replace) {
     WriteAll(dir_ / "a", "old");
@@ -208,6 +262,8 @@ TEST_F(OutFileTest, WhatTookTheTargetsPlaceMeanwhileIsNotLost) {
 TEST_F(OutFileTest, ObeysRightsAndLimits) {
   WriteAll(dir_ / "writable", "old");
   WriteAll(dir_ / "not", "old");
+  WriteAll(dir_ / "large", std::string(9000, 'o'));
+  chmod((dir_ / "large").c_str(), 0666);
   chmod((dir_ / "writable").c_str(), 0666);
   chmod((dir_ / "not").c_str(), 0444);
   chmod(dir_.Path().c_str(), 0555);
@@ -221,7 +277,8 @@ TEST_F(OutFileTest, ObeysRightsAndLimits) {
                           WriteFile(dir_ / "not", Bytes("new")) == "Permission denied" &&
                           WriteFile(dir_ / "none", Bytes("new")) == "Permission denied" &&
                           setrlimit(RLIMIT_FSIZE, &most) == 0 &&
-                          WriteFile(dir_ / "writable", Bytes(long_text)) == "File too large";
+                          WriteFile(dir_ / "writable", Bytes(long_text)) == "File too large" &&
+                          WriteFile(dir_ / "large", Bytes(long_text)) == "File too large";
     _exit(is_right ? 0 : 1);
   }
   int status = -1;
@@ -229,7 +286,8 @@ TEST_F(OutFileTest, ObeysRightsAndLimits) {
   EXPECT_EQ(status, 0);
   EXPECT_EQ(ReadAll(dir_ / "writable"), "new");
   EXPECT_EQ(ReadAll(dir_ / "not"), "old");
-  EXPECT_EQ(dir_.Count(), 2U);
+  EXPECT_EQ(ReadAll(dir_ / "large"), std::string(9000, 'o')) << "the part within the limit put back";
+  EXPECT_EQ(dir_.Count(), 3U);
   chmod(dir_.Path().c_str(), 0755);
 }
 

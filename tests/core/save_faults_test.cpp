@@ -202,6 +202,21 @@ TEST(SaveFaults, EachCallFailingLeavesWholeFilesAndAReason) {
   RecordProperty("faults", std::accumulate(faults.begin(), faults.end(), 0));
 }
 
+// Nothing takes the target's place before the disk has it, and nothing is done before the disk has
+// the folder.
+TEST(SaveFaults, TheDiskHasEachStepBeforeTheNext) {
+  for (const auto& [way, order] : {std::pair{kWays[0], "ocwwsxmf"},
+                                   {kWays[1], "ocwrsx"},
+                                   {kWays[2], "ocwwsxmowrsx"}}) {
+    const TempDir dir;
+    MakeOldFiles(dir);
+    Disk disk;
+    disk.Fail(way.forbidden, way.error);
+    EXPECT_EQ(SaveInPieces(dir / "old"), "");
+    EXPECT_EQ(Disk::Order(), order) << way.name;
+  }
+}
+
 TEST(SaveFaults, ADiskThatTakesLittleAtATimeIsNoFault) {
   for (const User& user : Users()) {
     SCOPED_TRACE(user.name);
@@ -226,6 +241,15 @@ TEST(SaveFaults, WhatCannotBePutBackIsTold) {
     disk.Fail(Disk::kWrite, ENOSPC);
     EXPECT_EQ(SaveInPieces(dir / "old"),
               "No space left on device; what the file held before could not be put back");
+  }
+  {
+    Disk disk;
+    disk.Fail(Disk::kCreate, EACCES);
+    disk.Fail(Disk::kRead, EIO);
+    WriteAll(dir / "old", "again");
+    EXPECT_EQ(SaveInPieces(dir / "old"), "Permission denied") << "what cannot be read back stays";
+    EXPECT_EQ(Disk::Order(), "ocx");
+    EXPECT_EQ(ReadAll(dir / "old"), "again");
   }
   // The conversion then keeps the second copy that it made.
   const std::string table = ReadAll(dir / "b.tbl");

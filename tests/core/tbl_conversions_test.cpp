@@ -136,5 +136,22 @@ TEST_F(TblToV1, CarriesTheTableFromFileToFile) {
   EXPECT_EQ(dir_.Count(), 4U);
 }
 
+TEST_F(TblToV1, CarriesInTheOrderOfTheListWhateverSharesAnOutput) {
+  for (const char* name : {"a", "b", "out"}) {
+    std::filesystem::create_directory(dir_ / name);
+  }
+  WriteAll(dir_ / "a/BOX.TBL", HeaderV2() + RecordV2("SITE", 0, StrPT, "first"));
+  WriteAll(dir_ / "X.TBL", HeaderV2() + RecordV2("LINE", 0, StrPT, "second"));
+  WriteAll(dir_ / "b/BOX.TBL", HeaderV2() + RecordV2("SITE", 0, StrPT, "third"));
+  Batch batch({TblToVersion1(ParamTable()),
+               {dir_ / "a/BOX.TBL", dir_ / "X.TBL", dir_ / "b/BOX.TBL"},
+               dir_ / "out",
+               4});
+  batch.Start();
+  batch.Wait();
+  EXPECT_EQ(Value("out/X.TB2", "SITE") + Value("out/X.TB2", "LINE"), "firstsecond");
+  EXPECT_EQ(Value("out/BOX.TB2", "SITE") + Value("out/BOX.TB2", "LINE"), "thirdsecond");
+}
+
 }  // namespace
 }  // namespace orvane::testing

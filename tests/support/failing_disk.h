@@ -6,21 +6,27 @@
 #include <atomic>
 #include <cerrno>
 #include <filesystem>
+#include <span>
+#include <string>
 
 #include "core/file_system.h"
 
 namespace orvane::testing {
 
-/// As long as it lives, calls of the safe writer fail as they are told to. The others reach the
-/// system, except that nothing waits for the disk.
+/// As long as it lives, reads and calls of the safe writer fail as they are told to. The others
+/// reach the system, except that nothing waits for the disk.
 class FailingDisk {
  public:
   enum Call { kOpen, kCreate, kWrite, kResize, kSync, kClose, kRename, kSyncFolder, kCalls };
+  static constexpr Call kRead = kCalls;  ///< of whatever reader
 
   FailingDisk() : FailingDisk(WriterCalls()) {}
   FailingDisk(const FailingDisk&) = delete;
   FailingDisk& operator=(const FailingDisk&) = delete;
-  ~FailingDisk() { WriterCalls() = system_; }
+  ~FailingDisk() {
+    WriterCalls() = system_;
+    ReaderCalls() = reads_;
+  }
 
   /// The calls number `first` to `last` (from 1) fail with `error`. A write that fails has written
   /// half of its bytes; a close that fails has closed.
@@ -31,6 +37,8 @@ class FailingDisk {
   void WriteShort() { writes_short_ = true; }
 
   static int Count(Call call) { return counts_[call]; }
+  /// The writer's calls of one thread in their order, a letter of "ocwrsxmf" for each `Call`.
+  static const std::string& Order() { return order_; }
 
  private:
   struct Rule {
@@ -42,6 +50,8 @@ class FailingDisk {
 
   explicit FailingDisk(const FileCalls& system) {
     system_ = system;
+    reads_ = ReaderCalls();
+    order_.clear();
     rules_ = {};
     for (auto& count : counts_) {
       count = 0;
@@ -62,6 +72,12 @@ class FailingDisk {
                        return Fails(kRename) ? -1 : system_.rename(from, to);
                      },
                      [](const Path&) { return Fails(kSyncFolder) ? -1 : 0; }};
+    ReaderCalls() = {[](int handle, std::span<std::byte> bytes) {
+                       return Fails(kRead) ? -1 : reads_.some(handle, bytes);
+                     },
+                     [](int handle, std::uint64_t offset, std::span<std::byte> bytes) {
+                       return Fails(kRead) ? -1 : reads_.some_at(handle, offset, bytes);
+                     }};
   }
 
   static std::ptrdiff_t Write(int handle, const void* bytes, std::size_t size) {
@@ -76,6 +92,9 @@ class FailingDisk {
 
   static bool Fails(Call call) {
     const int number = ++counts_[call];
+    if (call != kRead) {
+      order_ += "ocwrsxmf"[call];
+    }
     const Rule& rule = rules_[call];
     if (rule.error == 0 || number < rule.first || number > rule.last) {
       return false;
@@ -84,10 +103,12 @@ class FailingDisk {
     return true;
   }
 
-  // A batch writes from a thread of its own.
+  // A batch writes from a thread of its own, and some readers read from several.
   static inline FileCalls system_{};
-  static inline std::array<Rule, kCalls> rules_{};
-  static inline std::array<std::atomic<int>, kCalls> counts_{};
+  static inline ReadCalls reads_{};
+  static inline std::array<Rule, kCalls + 1> rules_{};
+  static inline std::array<std::atomic<int>, kCalls + 1> counts_{};
+  static inline std::string order_;
   static inline bool writes_short_ = false;
 };
 

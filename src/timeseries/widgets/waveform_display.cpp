@@ -132,6 +132,9 @@ bool CWaveformDisplay::Open(const QString& path) {
   if (const std::string bad = view_.File().BadRecordText(); !bad.empty()) {
     prompts_->ShowWarning("Orvane", bad);
   }
+  if (const std::string& error = view_.File().ReadError(); !error.empty()) {
+    prompts_->ShowWarning("Orvane", error);
+  }
   ShowView();
   return true;
 }

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What every conversion promises, on the files of the example survey.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "calibration/cal_curves.h"
+#include "calibration/cal_file.h"
+#include "calibration/cal_text.h"
+#include "calibration/calibrated_spectra.h"
+#include "core/batch.h"
+#include "core/tbl_file.h"
+#include "core/tbl_listing.h"
+#include "core/tbl_to_v1.h"
+#include "stepping/tfs_file.h"
+#include "stepping/tfs_listing.h"
+#include "support/batch_help.h"
+#include "support/failing_disk.h"
+#include "support/table_help.h"
+#include "support/temp_dir.h"
+#include "timeseries/restack.h"
+#include "timeseries/stack_csv.h"
+#include "timeseries/ts_file.h"
+#include "timeseries/ts_text.h"
+
+namespace orvane::testing {
+namespace {
+
+namespace fs = std::filesystem;
+using Disk = FailingDisk;
+
+constexpr const char* kOld = "what was there before";
+constexpr std::string_view kInjected = "Input/output error";
+
+bool TellsOfFault(const std::string& text) { return text.find(kInjected) != std::string::npos; }
+
+class EveryConversion : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    const std::string command =
+        "\"" ORVANE_EXAMPLE_SURVEY "\" \"" + (dir_ / "survey").string() + "\" > \"" +
+        (dir_ / "list").string() + "\"";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+  }
+  fs::path Survey(const std::string& name) const { return dir_.Path() / "survey" / name; }
+
+  struct Work {
+    const char* name;
+    Conversion conversion;
+    const char* input;
+  };
+  std::vector<Work> AllWork() const {
+    SpectraOptions options;
+    options.calibration_folder = Survey("Calibration");
+    return {{"table text", TblListing(), "SIP/Startup.tbl"},
+            {"table to version 1", TblToVersion1(NewTable()), "SIP/Startup.tbl"},
+            {"schedule text", TfsListing(), "FDEM/2.TFS"},
+            {"waveform text", TsText(), "SIP/2417.TSS"},
+            {"restacking", Restack(), "SIP/2417.TSS"},
+            {"restacking in little memory", Restack(1), "SIP/2417.TSS"},
+            {"stack results, time", StackCsv(StackDomain::kTime), "TDIP/2417.trs"},
+            {"stack results, frequency", StackCsv(StackDomain::kFrequency), "CSAMT/2417.trs"},
+            {"calibration text", ExportCalToText(), "Calibration/2417.CLB"},
+            {"spectra", CalibratedSpectra(options), "CSAMT/2417.TSS"}};
+  }
+
+  TempDir dir_;
+};
+
+TEST_F(EveryConversion, AReadThatFailsIsToldAndLeavesWhatWasThere) {
+  for (const Work& work : AllWork()) {
+    const TempDir good;
+    RunOne(work.conversion, Survey(work.input), good.Path());
+    int faults = 0;
+    for (int n = 1; n > faults; ++n) {
+      SCOPED_TRACE(std::string(work.name) + ", read " + std::to_string(n));
+      const TempDir out;
+      std::vector<fs::path> outputs;
+      for (const std::string& path : work.conversion.outputs_of(Survey(work.input).string())) {
+        outputs.push_back(out.Path() / fs::path(path).filename());
+        WriteAll(outputs.back(), kOld);
+      }
+      Batch batch({work.conversion, {Survey(work.input)}, out.Path(), 1});
+      Disk disk;
+      disk.Fail(Disk::kRead, EIO, n, n);
+      batch.Start();
+      batch.Wait();
+      const BatchResult& result = *batch.Result(0);
+      if (Disk::Count(Disk::kRead) < n) {
+        EXPECT_TRUE(result.IsDone()) << result.text;
+        break;
+      }
+      ++faults;
+      EXPECT_TRUE(TellsOfFault(result.text)) << result.text;
+      for (const fs::path& output : outputs) {
+        // Done in spite of it: only a remark could not be made.
+        const auto is_right = result.IsDone() ? ReadAll(good.Path() / output.filename()) : kOld;
+        EXPECT_TRUE(ReadAll(output) == is_right) << output;
+      }
+    }
+    EXPECT_GT(faults, 0) << work.name;
+  }
+}
+
+struct Reader {
+  const char* name;
+  const char* file;
+  std::function<std::string(const fs::path&)> read;  // what it tells; empty: all was read
+};
+
+// None of them takes a read that fails for the end of the file.
+const std::vector<Reader>& Readers() {
+  static const std::vector<Reader> readers = {
+      {"table", "SIP/Startup.tbl",
+       [](const fs::path& path) {
+         ParamTable table = NewTable();
+         const std::vector<std::byte> before = TblImage(table, {});
+         TblReport report;
+         const Status status = LoadParamFile(&table, path, &report);
+         EXPECT_EQ(status, report.message.empty() ? kOk : kTblUnreadable);
+         EXPECT_EQ(status == kOk, TblImage(table, {}) != before) << "a table of parts";
+         return report.message;
+       }},
+      {"waveform with its companion", "SIP/2417.TSS",
+       [](const fs::path& path) {
+         TsFile file;
+         return file.Open(path) ? file.ReadError() : file.Reason();
+       }},
+      {"waveform whose header is known", "SIP/2417.TSS",
+       [](const fs::path& path) {
+         TsFile file;
+         return file.Open(path, {TsHeaderSize::kFull}) ? file.ReadError() : file.Reason();
+       }},
+      {"band file", "MT/2417.TS2",
+       [](const fs::path& path) {
+         TsFile file;
+         return file.Open(path) ? file.ReadError() : file.Reason();
+       }},
+      {"schedule", "FDEM/2.TFS",
+       [](const fs::path& path) {
+         ScheduleTable table;
+         ScheduleReport report;
+         const bool is_read = ReadScheduleFile(path, &table, &report);
+         EXPECT_EQ(is_read, report.message.empty());
+         return report.message;
+       }},
+      {"calibration", "Calibration/2417.CLB",
+       [](const fs::path& path) {
+         CalReport report;
+         const auto calibration = ReadCalRecordsAt(kBoxCal, path, &report);
+         EXPECT_EQ(calibration != nullptr, report.message.empty());
+         return report.message;
+       }},
+      {"calibration curves", "Calibration/2041.CLC",
+       [](const fs::path& path) {
+         CalCurves curves;
+         const std::string message = LoadCalCurves(path, &curves);
+         return message + curves.note;
+       }}};
+  return readers;
+}
+
+TEST_F(EveryConversion, NoReaderTakesAReadThatFailsForTheEnd) {
+  for (const Reader& reader : Readers()) {
+    int faults = 0;
+    for (int n = 1; n > faults; ++n) {
+      SCOPED_TRACE(std::string(reader.name) + ", read " + std::to_string(n));
+      Disk disk;
+      disk.Fail(Disk::kRead, EIO, n, n);
+      const std::string told = reader.read(Survey(reader.file));
+      if (Disk::Count(Disk::kRead) < n) {
+        EXPECT_EQ(told, "");
+        break;
+      }
+      ++faults;
+      EXPECT_TRUE(TellsOfFault(told) || told.starts_with("Failed to read calbration")) << told;
+    }
+    EXPECT_GT(faults, 0) << reader.name;
+  }
+}
+
+// Also the place where the thread sanitizer sees them all at work.
+TEST_F(EveryConversion, ManyWorkersWriteWhatOneWrites) {
+  constexpr int kFiles = 6;
+  for (const Work& work : AllWork()) {
+    const TempDir in;
+    std::vector<fs::path> inputs;
+    const fs::path model = Survey(work.input);
+    for (int i = 0; i < kFiles; ++i) {
+      inputs.push_back(in / (std::to_string(i) + model.extension().string()));
+      fs::copy_file(model, inputs.back());
+      fs::path companion = fs::path(model).replace_extension(".TBL");
+      if (fs::exists(companion) && model.extension() == ".TSS") {
+        fs::copy_file(companion, fs::path(inputs.back()).replace_extension(".TBL"));
+      }
+    }
+    std::map<std::string, std::string> written[2];
+    for (const unsigned workers : {1U, 4U}) {
+      const TempDir out;
+      Batch batch({work.conversion, inputs, out.Path(), workers});
+      batch.Start();
+      batch.Wait();
+      for (const auto& entry : fs::directory_iterator(out.Path())) {
+        written[workers / 4][entry.path().filename().string()] = ReadAll(entry.path());
+      }
+    }
+    EXPECT_GE(written[0].size(), kFiles) << work.name;
+    EXPECT_TRUE(written[0] == written[1]) << work.name;
+  }
+}
+
+}  // namespace
+}  // namespace orvane::testing
