@@ -45,7 +45,7 @@ CalHeader HeaderOf(CalKind kind, int serial, int channels, std::string_view hard
 
 class File {
  public:
-  File(const CalHeader& header) : header_(header) { Append(BytesOf(header)); }  // NOLINT
+  File(const CalHeader& header) : header_(header) { Append(BytesOf(header)); }  // NOLINT: implicit
 
   // A sweep from high to low frequencies, so many in a decade; the response of each channel.
   void AddPass(int kind, double from, int count, int per_decade, double value4,

@@ -30,11 +30,14 @@ constexpr auto kTargets = std::to_array<Target>({
     {"calibration", FuzzCalibration, 2180, 1000},
     {"calibration-view", FuzzCalibrationView, 1536, 100},
     {"calibration-fit", FuzzCalibrationFit, 2180, 100},
+    {"spectra", FuzzSpectra, 4096, 100},
+    {"unsaved", FuzzUnsaved, 1024, 1000},
     {"time-text", FuzzTimeText, 64, 1000},
     {"value-text", FuzzValueText, 128, 1000},
     {"assignment", FuzzAssignment, 128, 1000},
 #ifdef ORVANE_FUZZ_ARCHIVE
     {"archive", FuzzArchive, 4096, 1000},
+    {"grid-text", FuzzGridText, 512, 1000},
 #endif
 });
 

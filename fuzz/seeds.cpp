@@ -81,6 +81,7 @@ void PutFile(const std::filesystem::path& path, Seeds* seeds) {
   if (EndsWithoutCase(name, ".tbl")) {
     seeds->Put("tbl", bytes);
     seeds->Put("tbl-round-trip", bytes);
+    seeds->Put("unsaved", std::string(1, '\0') + bytes.substr(0, 1000));
   } else if (EndsWithoutCase(name, ".tfs")) {
     seeds->Put("tfs", bytes);
     seeds->Put("tfs-round-trip", bytes);

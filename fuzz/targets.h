@@ -35,8 +35,16 @@ void FuzzCalibration(Bytes input);
 void FuzzCalibrationView(Bytes input);
 /// The front-end model of a box of one channel.
 void FuzzCalibrationFit(Bytes input);
+/// Calibrated spectra. First companion, box calibration and sensor calibration, each behind its
+/// size in two bytes, then the waveform.
+void FuzzSpectra(Bytes input);
+/// The copy of a table with unsaved changes; also one of the input as path and table, the length of
+/// the path in a first byte.
+void FuzzUnsaved(Bytes input);
 /// An archived object: loaded and stored again.
 void FuzzArchive(Bytes input);
+/// The cells of a grid of three columns as a file, and pasted.
+void FuzzGridText(Bytes input);
 /// A time as text and back, and as 8 bytes.
 void FuzzTimeText(Bytes input);
 /// Values as the raw editor takes them, and as strict text; a first byte chooses the type.

@@ -49,8 +49,7 @@ bool IsTorn(const QLockFile& lock) {
   qint64 process = 0;
   QString host;
   QString program;
-  return lock.error() == QLockFile::LockFailedError &&
-         !lock.getLockInfo(&process, &host, &program);
+  return lock.error() == QLockFile::LockFailedError && !lock.getLockInfo(&process, &host, &program);
 }
 
 // Empty where this program cannot represent the path: then the document has none.

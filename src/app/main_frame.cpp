@@ -89,6 +89,7 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
   ConnectCommands();
   connect(notices, &StatusNotices::Shown, this, &CMainFrame::ShowNotice);
   connect(doc_, &COrvaneDoc::Changed, this, &CMainFrame::UpdateTitle);
+  doc_->SetWaveformLoader([this](const QString& path) { return displays_->OpenWaveform(path); });
   connect(displays_, &FieldDisplays::Changed, this, &CMainFrame::FollowDisplay);
   connect(displays_, &FieldDisplays::Told, this, &CMainFrame::ShowNotice);
   UpdateRecentFiles();
@@ -267,7 +268,9 @@ bool CMainFrame::OpenFile(const QString& path) {
   }
   const bool is_open = doc_->OnOpenDocument(path);
   if (is_open) {
-    displays_->Close();
+    if (doc_->Kind() == COrvaneDoc::kTable) {
+      ShowTable();
+    }
     recent_files_.Add(path);
   } else if (!QFileInfo::exists(path)) {
     recent_files_.Remove(path);
@@ -278,9 +281,15 @@ bool CMainFrame::OpenFile(const QString& path) {
 
 void CMainFrame::OnFileNew() {
   if (doc_->SaveModified([this] { return OnFileSave(); })) {
-    doc_->OnNewDocument();
     displays_->Close();
+    doc_->OnNewDocument();
   }
+}
+
+void CMainFrame::ShowTable() {
+  const QString told = notice_->text();
+  displays_->Close();
+  ShowNotice(told);
 }
 
 void CMainFrame::OnFileOpen() {

@@ -34,7 +34,7 @@ void COrvaneApp::InitInstance(const QString& path) {
     doc_->OnNewDocument();
   }
   if (emergency_copy_->Offer(&prompts_)) {
-    frame_->Displays().Close();
+    frame_->ShowTable();
   }
 }
 

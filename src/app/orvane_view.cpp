@@ -2,6 +2,7 @@
 #include "app/orvane_view.h"
 
 #include <QDir>
+#include <QEvent>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -76,6 +77,13 @@ void COrvaneView::Build() {
   layout->addLayout(columns);
   layout->addStretch();
   setWidget(page);
+}
+
+void COrvaneView::changeEvent(QEvent* event) {
+  QScrollArea::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && name_ != nullptr) {
+    OnUpdate();
+  }
 }
 
 void COrvaneView::OnUpdate() {

@@ -19,6 +19,9 @@ class COrvaneView : public QScrollArea {
  public:
   COrvaneView(COrvaneDoc* doc, QWidget* parent);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   void Build();
   void OnUpdate();

@@ -18,14 +18,14 @@ char KindLetter(const std::string& definition) {
   return definition.empty() ? '\0' : UpperCased(definition[0]);
 }
 
-// The serial number that ends a sensor's text; without one the text itself.
-std::string UnitOf(const std::string& text) {
+// By the serial number that ends a sensor's text; without one the text itself.
+SensorNeed NeedOf(CalKind kind, const std::string& text) {
   std::size_t digits = text.size();
   while (digits > 0 && IsDigit(text[digits - 1])) {
     --digits;
   }
   const auto number = ParseInt(std::string_view(text).substr(digits));
-  return number ? FormatInt(*number) : text;
+  return {kind, number ? FormatInt(*number) : text, number.has_value()};
 }
 
 // The component of a magnetic channel by its definition's second letter, else by the mapping.
@@ -95,10 +95,10 @@ SensorNeed SensorNeedOf(const RecordingHeader& header, int channel) {
     case 'H': {
       const char axis = AxisOf(header, definition, channel);
       const std::string key = std::string("H") + axis + "SN";
-      return {kSensorCal, axis == '\0' ? std::string() : UnitOf(SettingText(header, key))};
+      return NeedOf(kSensorCal, axis == '\0' ? std::string() : SettingText(header, key));
     }
     case 'T':
-      return {kCurrentSensorCal, UnitOf(SettingText(header, "CSSN"))};
+      return NeedOf(kCurrentSensorCal, SettingText(header, "CSSN"));
     default:
       return {};
   }

@@ -48,6 +48,7 @@ struct CalibratedChannel {
 struct SensorNeed {
   int kind = 0;
   std::string unit;
+  bool has_number = false;  ///< else `unit` is all that stands there, and no file is meant
 };
 /// Channels count from 1.
 SensorNeed SensorNeedOf(const RecordingHeader& header, int channel);

@@ -146,8 +146,10 @@ class SpectraJob {
       return true;
     }
     const std::string path = CalBasePath(CalFolder(), need.unit);
-    std::string reason;
-    *sensor = shared_.library.Get(need.kind, path, &reason);
+    std::string reason = "the recording tells no serial number";
+    if (need.has_number) {
+      *sensor = shared_.library.Get(need.kind, path, &reason);
+    }
     if (*sensor != nullptr) {
       *name = need.unit + ".CLC";
       return true;

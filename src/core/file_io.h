@@ -63,10 +63,10 @@ class InFile {
 
 /// A file being written. The bytes go to a new file beside the target, which takes the target's
 /// place only in `Commit()`, after a flush to the disk: until then, and after any failure, the file
-/// has all its old bytes, or, where only the folder failed, all its new ones. Mode bits, access list
-/// and owner of an existing file are kept and symbolic links followed. Where the folder takes no
-/// second file, or the target may not be replaced, it is rewritten in place, its old bytes put back
-/// if that fails. A device or pipe is opened and written, never replaced.
+/// has all its old bytes, or, where only the folder failed, all its new ones. Mode bits, access
+/// list and owner of an existing file are kept and symbolic links followed. Where the folder takes
+/// no second file, or the target may not be replaced, it is rewritten in place, its old bytes put
+/// back if that fails. A device or pipe is opened and written, never replaced.
 class OutFile {
  public:
   OutFile() = default;

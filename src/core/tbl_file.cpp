@@ -176,7 +176,8 @@ Status TblReader::End(TblReport* report) {
     return kOk;
   }
   report->message = WithStatus(
-      path_, "at offset " + FormatInt(static_cast<std::int64_t>(offset_)) + ": " + report->read_error,
+      path_,
+      "at offset " + FormatInt(static_cast<std::int64_t>(offset_)) + ": " + report->read_error,
       kTblUnreadable);
   return kTblUnreadable;
 }

@@ -63,8 +63,10 @@ __attribute__((target("avx2"))) void DecodeWithAvx2(const std::byte* from, int w
                                           -1, 0, 1, 2, -1, 3, 4, 5, -1, 6, 7, 8, -1, 9, 10, 11);
   std::size_t i = 0;
   for (; i + 8 <= to.size(); i += 8, from += 24) {
-    const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));        // NOLINT
-    const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + 12));  // NOLINT
+    const __m128i low =
+        _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));  // NOLINT: as below
+    const __m128i high =
+        _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + 12));  // NOLINT: as below
     __m256i held = _mm256_shuffle_epi8(_mm256_set_m128i(high, low), spread);
     auto* place = reinterpret_cast<__m256i*>(&to[i]);  // NOLINT: as the intrinsics want it
     if constexpr (kAdds) {

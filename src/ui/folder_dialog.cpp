@@ -5,6 +5,9 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLayout>
+#include <QMessageBox>
+
+#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
@@ -48,6 +51,14 @@ QString CFolderDialog::Folder() const {
   return folder.isEmpty()
              ? folder
              : QDir::toNativeSeparators(QDir::cleanPath(QDir().absoluteFilePath(folder)));
+}
+
+void CFolderDialog::accept() {
+  if (const QString fault = UnknownName(selectedFiles().value(0)); !fault.isEmpty()) {
+    QMessageBox::warning(this, windowTitle(), fault);
+    return;
+  }
+  QFileDialog::accept();
 }
 
 QString CFolderDialog::AskForFolder(QWidget* parent, const QString& prompt, const QString& start) {

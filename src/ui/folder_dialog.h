@@ -21,6 +21,9 @@ class CFolderDialog : public QFileDialog {
 
   // The chosen folder, empty if the user cancelled.
   static QString AskForFolder(QWidget* parent, const QString& prompt, const QString& start);
+
+ protected:
+  void accept() override;  // refuses a name that is no text
 };
 
 }  // namespace orvane

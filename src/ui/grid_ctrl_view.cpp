@@ -22,7 +22,12 @@ std::pair<int, int> CGridCtrl::GetFocusCell() const {
   return {current.row(), current.column()};
 }
 
-void CGridCtrl::EnsureVisible(int row, int col) { scrollTo(model_.index(row, col)); }
+// Where rows have just been hidden or shown the scroll bars have the old range until later.
+void CGridCtrl::EnsureVisible(int row, int col) {
+  executeDelayedItemsLayout();
+  updateGeometries();
+  scrollTo(model_.index(row, col));
+}
 
 void CGridCtrl::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
@@ -84,7 +89,9 @@ void CGridCtrl::SetVisibleRows(const std::vector<bool>& by_row) {
   }
   setUpdatesEnabled(true);
   KeepFocusVisible();
-  scrollTo(currentIndex());
+  if (const auto [row, col] = GetFocusCell(); row >= 0) {
+    EnsureVisible(row, col);
+  }
 }
 
 bool CGridCtrl::eventFilter(QObject* watched, QEvent* event) {

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "ui/grid_model.h"
+#include "ui/plot_theme.h"
 
 namespace orvane {
 namespace {
@@ -138,12 +139,13 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   }
   const auto group = (option.state & QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
   const bool selected = option.state.testFlag(QStyle::State_Selected);
-  const auto role = open_editor_ ? QPalette::Highlight  // around the editor's own background
-                    : selected   ? QPalette::HighlightedText
-                                 : QPalette::Text;
+  const QColor highlight = option.palette.color(group, QPalette::Highlight);
+  // Around an open editor lies its own background.
+  const QColor color = open_editor_ ? StandOut(highlight, option.palette)
+                       : selected   ? BlackOrWhite(highlight)
+                                    : option.palette.color(group, QPalette::Text);
   const int width = view->hasFocus() ? 2 : 1;
   const QRect& r = option.rect;
-  const QColor color = option.palette.color(group, role);
   painter->fillRect(r.left(), r.top(), r.width(), width, color);
   painter->fillRect(r.left(), r.bottom() - width + 1, r.width(), width, color);
   painter->fillRect(r.left(), r.top(), width, r.height(), color);

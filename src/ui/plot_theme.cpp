@@ -105,6 +105,10 @@ QColor StandOut(const QColor& color, const QPalette& palette) {
   return result;
 }
 
+QColor BlackOrWhite(const QColor& ground) {
+  return Contrast(Qt::black, ground) >= Contrast(Qt::white, ground) ? Qt::black : Qt::white;
+}
+
 QColor TraceColor(int index, const QPalette& palette) {
   // Hues that people with a weak sense of red and green can tell apart come first.
   constexpr auto kHues =

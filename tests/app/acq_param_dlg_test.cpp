@@ -5,6 +5,7 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QScrollBar>
 #include <QTest>
 
@@ -95,6 +96,23 @@ TEST_F(AcqParamDlg, TabGoesColumnByColumn) {
   EXPECT_EQ(order,
             "1059 1131 1049 1090 1091 1092 1044 1254 1035 1060 1047 1067 1037 1042 1045 1202 1103 "
             "1094 1095 1096 1097 1273 1098 1099 1101 1105 1262 1274 1265 1263 1 ");
+}
+
+// Each function sets others anew: who only passes by with the arrow keys must not lose anything.
+TEST_F(AcqParamDlg, ArrowKeysPassFunctionsWithoutChoosing) {
+  const auto functions = Find<QRadioButton>(1059)->parentWidget()->findChildren<QRadioButton*>();
+  ASSERT_EQ(functions.size(), 6);
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  functions[0]->click();
+  functions[0]->setFocus();
+  for (const auto key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Right, Qt::Key_Down, Qt::Key_Down}) {
+    QTest::keyClick(dialog_->focusWidget(), key);
+  }
+  EXPECT_TRUE(functions[0]->isChecked());
+  EXPECT_EQ(dialog_->focusWidget(), functions[5]);
+  QTest::keyClick(dialog_->focusWidget(), Qt::Key_Space);
+  EXPECT_TRUE(functions[5]->isChecked());
 }
 
 TEST_F(AcqParamDlg, MorningOfAnMtCrew) {

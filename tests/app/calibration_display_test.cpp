@@ -106,13 +106,19 @@ TEST_F(CalibrationDisplayTest, RangesStayForTheNextFileAndCancelChangesNothing) 
 
 TEST_F(CalibrationDisplayTest, AFileThatFailsLeavesNoCurves) {
   ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("box.clb")));
-  QString said;
-  WhenModal([&said](QWidget* window) {
-    said = qobject_cast<QMessageBox*>(window)->text();
-    window->close();
-  });
-  EXPECT_FALSE(frame_.Displays().OpenCalibration(Path("bad.clb")));
-  EXPECT_EQ(said, QStringLiteral("Failed to read calbration header!"));
+  for (const auto& [name, expected] :
+       {std::pair{"bad.clb", QStringLiteral("Orvane: Failed to read calbration header!")},
+        {"none.clb", QStringLiteral("File Open Error: Failed to open file ") + Path("none.clb") +
+                         QLatin1Char('!')}}) {
+    QString said;
+    WhenModal([&said](QWidget* window) {
+      said =
+          window->windowTitle() + QStringLiteral(": ") + qobject_cast<QMessageBox*>(window)->text();
+      window->close();
+    });
+    EXPECT_FALSE(frame_.Displays().OpenCalibration(Path(name)));
+    EXPECT_EQ(said, expected);
+  }
   EXPECT_EQ(frame_.Display(), nullptr);
 }
 

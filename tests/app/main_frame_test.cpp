@@ -372,6 +372,18 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   EXPECT_TRUE(dialog.isVisible()) << "Return looks up, it does not close";
   EXPECT_EQ(grid->GetFocusCell(), std::make_pair(1, 4));
   EXPECT_TRUE(filter->text().isEmpty()) << "it hid the row";
+  filter->setText(QStringLiteral("fdrift"));
+  lookup->setText(QStringLiteral("zpostx"));
+  QTest::keyClick(filter, Qt::Key_Return);
+  EXPECT_FALSE(filter->text().isEmpty()) << "Return in the filter goes to the grid";
+  QTest::keyClick(lookup, Qt::Key_Return);
+  const auto [found, column] = grid->GetFocusCell();
+  EXPECT_EQ(grid->GetItemText(found, 1), QStringLiteral("ZPOSTX"));
+  EXPECT_TRUE(
+      grid->viewport()->rect().contains(grid->visualRect(grid->model()->index(found, column))))
+      << "it is scrolled to, though the filter was just cleared";
+  lookup->setText(QStringLiteral("tbvo"));
+  QTest::keyClick(lookup, Qt::Key_Return);
 
   // "TBVO" stands at 1 and 27; the partner shows what was stored, the row itself what was typed.
   QTest::keyClick(grid, Qt::Key_Return);

@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include "app/main_frame.h"
+#include "app/notice_label.h"
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
 #include "ui/plot_theme.h"
@@ -112,6 +113,22 @@ TEST_F(WaveformDisplay, CursorsReadWhatTheFileHolds) {
   EXPECT_EQ(QApplication::clipboard()->text().count(QLatin1Char('\n')), 5);
   Action("close")->trigger();
   EXPECT_NE(frame_.Display(), nullptr) << "the first Escape removes the cursors";
+}
+
+TEST_F(WaveformDisplay, WhatIsToldOfATableIsNotLostWithTheDisplay) {
+  WriteAll(dir_ / "short.tbl", testing::ReadAll(dir_ / "A.TBL"));
+  EXPECT_EQ(Open(TextFromPath(dir_ / "A.TSS")), QStringLiteral("Orvane:There are 1 bad records "
+                                                               "starting at segment3!"));
+  ASSERT_NE(Display(), nullptr);
+  EXPECT_EQ(Open(TextFromPath(dir_ / "short.tbl")), QString());
+  EXPECT_EQ(Display(), nullptr);
+  const auto* notice = frame_.findChild<NoticeLabel*>();
+  EXPECT_EQ(notice->text(),
+            QStringLiteral("Loaded 0 of 719 parameters; the others keep their previous values"));
+  Open(TextFromPath(dir_ / "A.TSS"));
+  frame_.Command(kFileNew)->trigger();
+  EXPECT_EQ(Display(), nullptr);
+  EXPECT_EQ(notice->text(), QStringLiteral("New table; the parameters keep their previous values"));
 }
 
 TEST_F(WaveformDisplay, TellsWhatCannotBeOpenedAndSavesPictures) {

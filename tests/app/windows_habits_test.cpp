@@ -78,7 +78,7 @@ class FileType : public ::testing::Test {
   QSettings machine_{Path("machine"), QSettings::IniFormat};
 };
 
-constexpr char kCommand[] = "Orvane.Document/shell/open/command/Default";  // NOLINT
+constexpr char kCommand[] = "Orvane.Document/shell/open/command/Default";  // NOLINT: a literal
 
 TEST_F(FileType, IsWrittenOnceForAProgramAndAgainWhenItHasMoved) {
   const QString program = Program("orvane %1.exe");

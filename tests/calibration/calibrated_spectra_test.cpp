@@ -281,6 +281,11 @@ TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
   EXPECT_EQ(question, "Failed to open coil calibration file of " + (dir_ / "77").string() +
                           ".CLC for channel 2, Do you want to continue wothout it?");
   EXPECT_EQ(Convert("a.TSS").status, BatchStatus::kLeftAlone);
+  Write("c", Text("HXSN", "COIL"));
+  WriteAll(dir_ / "COIL.CLC", ReadAll(dir_ / "123.CLC"));
+  EXPECT_EQ(Convert("c.TSS", options).status, BatchStatus::kLeftAlone) << "no number, no file";
+  EXPECT_EQ(question, "Failed to open coil calibration file of " + (dir_ / "COIL").string() +
+                          ".CLC for channel 2, Do you want to continue wothout it?");
   options.ask = [](const std::string&, const BatchTask&) { return true; };
   EXPECT_TRUE(Convert("a.TSS", options).IsDone());
   const auto lines = LinesOf(Written("a_cal.txt"));

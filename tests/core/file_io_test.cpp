@@ -223,8 +223,8 @@ TEST_F(OutFileTest, KeepsAnAccessList) {
 
   // What a folder gives to all new files is not for one that has none.
   WriteAll(dir_ / "b", "old");
-  ASSERT_EQ(setxattr(dir_.Path().c_str(), "system.posix_acl_default", kList.data(), kList.size(), 0),
-            0);
+  ASSERT_EQ(
+      setxattr(dir_.Path().c_str(), "system.posix_acl_default", kList.data(), kList.size(), 0), 0);
   EXPECT_EQ(WriteFile(dir_ / "b", Bytes("new")), "");
   EXPECT_LT(getxattr((dir_ / "b").c_str(), kName, nullptr, 0), 0);
 }
@@ -286,7 +286,8 @@ TEST_F(OutFileTest, ObeysRightsAndLimits) {
   EXPECT_EQ(status, 0);
   EXPECT_EQ(ReadAll(dir_ / "writable"), "new");
   EXPECT_EQ(ReadAll(dir_ / "not"), "old");
-  EXPECT_EQ(ReadAll(dir_ / "large"), std::string(9000, 'o')) << "the part within the limit put back";
+  EXPECT_EQ(ReadAll(dir_ / "large"), std::string(9000, 'o'))
+      << "the part within the limit put back";
   EXPECT_EQ(dir_.Count(), 3U);
   chmod(dir_.Path().c_str(), 0755);
 }

@@ -205,9 +205,8 @@ TEST(SaveFaults, EachCallFailingLeavesWholeFilesAndAReason) {
 // Nothing takes the target's place before the disk has it, and nothing is done before the disk has
 // the folder.
 TEST(SaveFaults, TheDiskHasEachStepBeforeTheNext) {
-  for (const auto& [way, order] : {std::pair{kWays[0], "ocwwsxmf"},
-                                   {kWays[1], "ocwrsx"},
-                                   {kWays[2], "ocwwsxmowrsx"}}) {
+  for (const auto& [way, order] :
+       {std::pair{kWays[0], "ocwwsxmf"}, {kWays[1], "ocwrsx"}, {kWays[2], "ocwwsxmowrsx"}}) {
     const TempDir dir;
     MakeOldFiles(dir);
     Disk disk;

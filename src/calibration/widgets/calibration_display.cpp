@@ -18,6 +18,12 @@
 namespace orvane {
 namespace {
 
+// As for every file that cannot be opened.
+void Warn(Prompts* prompts, const std::string& message) {
+  const bool is_open_failure = message.starts_with("Failed to open");
+  prompts->ShowWarning(is_open_failure ? "File Open Error" : "Orvane", message);
+}
+
 QString Number(double value) { return QString::fromStdString(FormatReal(value, 6)); }
 
 }  // namespace
@@ -128,7 +134,7 @@ bool CCalibrationDisplay::Open(const QString& path) {
   FillList();
   ShowView();
   if (!message.empty()) {
-    prompts_->ShowWarning("Orvane", message);
+    Warn(prompts_, message);
   }
   return message.empty();
 }
@@ -136,7 +142,7 @@ bool CCalibrationDisplay::Open(const QString& path) {
 bool CCalibrationDisplay::OpenReference(const QString& path) {
   const std::string message = view_.OpenReference(PathFromText(path));
   if (!message.empty()) {
-    prompts_->ShowWarning("Orvane", message);
+    Warn(prompts_, message);
     return false;
   }
   ShowView();

@@ -5,8 +5,10 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QVBoxLayout>
+#include <map>
 
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
@@ -14,6 +16,8 @@
 
 namespace orvane {
 namespace {
+
+constexpr int kFunctionColumns = 2;
 
 QGroupBox* NewBox(const char* title, QLayout* layout) {
   auto* box = new QGroupBox(QString::fromLatin1(title));
@@ -95,12 +99,42 @@ QWidget* CAcqParamDlg::NewContent() {
 
 QWidget* CAcqParamDlg::NewMethodColumn() {
   auto* function = new QVBoxLayout;
-  function->addWidget(Buttons(acq::kFunction, 2));
+  function->addWidget(NewFunctionButtons());
   function->addWidget(site_setup_button_);
   auto* request = new QVBoxLayout;
   request->addWidget(Buttons(acq::kRequest, 2));
   return NewColumn({NewBox("Function", function), NewBox("Mode request", request), NewCoilBox(),
                     NewReceiverBox()});
+}
+
+// A function changes other settings, some of them for good: arrow keys go to it, Space chooses it.
+QWidget* CAcqParamDlg::NewFunctionButtons() {
+  QWidget* buttons = Buttons(acq::kFunction, kFunctionColumns);
+  for (QAbstractButton* button : buttons->findChildren<QAbstractButton*>()) {
+    button->setToolTip(QStringLiteral("Space chooses; arrow keys only go there"));
+    button->installEventFilter(this);
+  }
+  return buttons;
+}
+
+bool CAcqParamDlg::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) {
+    return CFormDialog::eventFilter(watched, event);
+  }
+  static const std::map<int, int> steps = {{Qt::Key_Left, -1},
+                                           {Qt::Key_Right, 1},
+                                           {Qt::Key_Up, -kFunctionColumns},
+                                           {Qt::Key_Down, kFunctionColumns}};
+  const auto step = steps.find(static_cast<QKeyEvent*>(event)->key());
+  if (step == steps.end()) {
+    return CFormDialog::eventFilter(watched, event);
+  }
+  const auto buttons = Control(acq::kFunction)->findChildren<QAbstractButton*>();
+  const auto at = buttons.indexOf(qobject_cast<QAbstractButton*>(watched));
+  if (QAbstractButton* next = buttons.value(at + step->second); next != nullptr) {
+    next->setFocus(Qt::OtherFocusReason);
+  }
+  return true;
 }
 
 QWidget* CAcqParamDlg::NewCoilBox() {

@@ -27,12 +27,14 @@ class CAcqParamDlg : public CFormDialog {
  protected:
   void OnEdited(int control) override;
   void Commit() override { form_->Commit(); }
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QPushButton* NewButton(int number, const char* text);
   void CreateButtons();
   QWidget* NewContent();
   QWidget* NewMethodColumn();
+  QWidget* NewFunctionButtons();
   QWidget* NewFrontEndColumn();
   QWidget* NewScheduleBox();
   QWidget* NewFilterBox();

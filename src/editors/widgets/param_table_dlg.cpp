@@ -47,7 +47,10 @@ void CParamTableDlg::CreateControls() {
   lookup_->setToolTip(QStringLiteral("Ctrl+L"));
   lookup_button_ = new QPushButton(QStringLiteral("Lookup"), this);
   lookup_button_->setObjectName(QStringLiteral("1084"));
-  lookup_button_->setDefault(true);  // Return looks up, it does not close
+  lookup_button_->setAutoDefault(false);
+  // Return looks up or goes to what the filter leaves; it does not close.
+  connect(lookup_, &QLineEdit::returnPressed, this, &CParamTableDlg::OnLookup);
+  connect(filter_, &QLineEdit::returnPressed, grid_, qOverload<>(&QWidget::setFocus));
   filter_ = new QLineEdit(this);
   filter_->setObjectName(QStringLiteral("filter"));
   filter_->setPlaceholderText(QStringLiteral("part of a code or value"));

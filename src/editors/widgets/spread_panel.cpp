@@ -13,6 +13,7 @@ namespace {
 constexpr int kHeaderRows = 1;
 constexpr int kDefinitionWidth = 120;
 constexpr int kNumberWidth = 72;
+constexpr int kMargins = 16;  // of a title
 
 ChannelColumn ColumnAt(int column) { return static_cast<ChannelColumn>(column - 1); }
 
@@ -150,7 +151,10 @@ void SpreadPanel::ShowChannels() {
   channels_->SetFixedRowCount(kHeaderRows);
   for (int column = 0; column <= kChannelColumns; ++column) {
     const bool is_wide = column == kDefinition + 1 || column == kContactResistance + 1;
-    channels_->SetColumnWidth(column, is_wide ? kDefinitionWidth : kNumberWidth);
+    const QString& title = texts[0][static_cast<std::size_t>(column)];
+    channels_->SetColumnWidth(
+        column, std::max(is_wide ? kDefinitionWidth : kNumberWidth,
+                         channels_->fontMetrics().horizontalAdvance(title) + kMargins));
   }
   channels_->ExpandColumnsToFit();
   channels_->SetFocusCell(std::clamp(focus, 0, std::max(count - 1, 0)) + kHeaderRows, 1);

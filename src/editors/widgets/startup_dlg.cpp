@@ -9,6 +9,7 @@
 
 #include "core/path_text.h"
 #include "ui/byte_text.h"
+#include "ui/content_scroll_area.h"
 #include "ui/folder_dialog.h"
 #include "ui/window_size.h"
 
@@ -27,14 +28,18 @@ CStartupDlg::CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, Q
     : CFormDialog(&form->Model(), prompts, parent), form_(form), run_(run), prompts_(prompts) {
   setObjectName(QString::number(form->DialogNumber()));
   setWindowTitle(TextFromBytes(form->Title()));
+  auto* content = new QWidget(this);
   auto* upper = new QHBoxLayout;
   upper->addWidget(SettingsGroup(), 1);
   if (!form->Box().IsTransmitter()) {
     upper->addWidget(ChannelGroup(), 1);
   }
+  auto* groups = new QVBoxLayout(content);
+  groups->setContentsMargins(0, 0, 0, 0);
+  groups->addLayout(upper, 1);
+  groups->addWidget(FileGroup());
   auto* layout = new QVBoxLayout(this);
-  layout->addLayout(upper, 1);
-  layout->addWidget(FileGroup());
+  layout->addWidget(new ContentScrollArea(content, this), 1);
   layout->addWidget(OkAndCancel());
   UpdateWarning();
   ResizeWithinScreen(this,
@@ -98,10 +103,15 @@ QWidget* CStartupDlg::ChannelGroup() {
   }
   channels_->SetTexts(texts);
   channels_->SetFixedRowCount(1);
-  channels_->SetColumnWidth(0, 64);
-  channels_->SetColumnWidth(1, 130);
-  channels_->SetColumnWidth(kGainColumn, 180);
-  channels_->setMinimumWidth(400);
+  const auto fit = [this](const QString& text) {
+    return channels_->fontMetrics().horizontalAdvance(text) + 24;
+  };
+  int width = 0;
+  for (int column = 0; column <= kGainColumn; ++column) {
+    channels_->SetColumnWidth(column, fit(texts[0][static_cast<std::size_t>(column)]));
+    width += channels_->columnWidth(column);
+  }
+  channels_->setMinimumWidth(width + 24);
   channels_->ExpandColumnsToFit();
   channels_->SetFocusCell(1, kGainColumn);
   channels_->SetEditValidator(new ByteTextValidator(this));
@@ -133,6 +143,7 @@ void CStartupDlg::UpdateWarning() {
   const QString warning = QString::fromStdString(run_->WarningFor(*form_));
   warning_->setText(warning);
   warning_->setVisible(!warning.isEmpty());
+  Control(StartupForm::kLocation)->setAccessibleDescription(warning);
 }
 
 void CStartupDlg::OnBrowse() {
