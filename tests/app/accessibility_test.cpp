@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QProcess>
 #include <QTabBar>
+#include <QTest>
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -18,6 +19,7 @@
 #include "every_window.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
+#include "ui/grid_ctrl.h"
 #include "ui/plot_theme.h"
 #include "ui/qt_path.h"
 
@@ -158,6 +160,33 @@ TEST(Accessibility, EveryWindow) {
   }));
   EXPECT_GT(count, 50);
   app->Frame().hide();
+}
+
+TEST(Accessibility, TheCurrentCellStandsOutInBothThemes) {
+  for (const QPalette& palette : {examples::LightPalette(), examples::DarkPalette()}) {
+    CGridCtrl grid;
+    grid.setPalette(palette);
+    grid.SetTexts(std::vector<std::vector<QString>>(3, std::vector<QString>(3)));
+    grid.SetBeginEdit([](int, int) { return true; });
+    grid.show();
+    grid.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&grid));
+    grid.SetFocusCell(1, 1);
+    const QRect cell = grid.visualRect(grid.model()->index(1, 1));
+    for (const char* state : {"selected", "edited", "neither"}) {
+      if (std::string_view(state) == "neither") {
+        grid.CommitEdit();
+        grid.clearSelection();
+      } else if (std::string_view(state) == "edited") {
+        QTest::keyClick(&grid, Qt::Key_F2);
+        ASSERT_TRUE(grid.IsEditing());
+      }
+      const QImage seen = grid.viewport()->grab().toImage();
+      const QColor frame = seen.pixelColor(cell.left(), cell.center().y());
+      const QColor ground = seen.pixelColor(cell.right() - 4, cell.center().y());
+      EXPECT_GE(Contrast(frame, ground), 4.5) << state << ", " << frame.name().toStdString();
+    }
+  }
 }
 
 TEST(Accessibility, LinesOfPlotsStandOutInBothThemes) {

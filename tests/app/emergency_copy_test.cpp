@@ -108,6 +108,18 @@ TEST_F(EmergencyCopies, ACrashedProgramsEditsAreOfferedAndOpened) {
   EXPECT_FALSE(std::filesystem::exists(File(1)));
 }
 
+// As a computer that goes off may leave it.
+TEST_F(EmergencyCopies, ALockThatTellsNothingIsNobodys) {
+  for (const std::string_view left : {std::string_view(), std::string_view("\0\0\0\0", 4)}) {
+    Crash("unsaved");
+    WriteAll(dir_ / "unsaved-1.lock", left);
+    Program next(dir_.Path());
+    EXPECT_TRUE(next.copy.Offer(&next.user));
+    EXPECT_EQ(Get(next.table, "SITE"), "unsaved");
+    next.doc.OnCloseDocument();
+  }
+}
+
 TEST_F(EmergencyCopies, DecliningTouchesNothing) {
   Crash("unsaved");
   const std::string kept = ReadAll(File(1));
