@@ -101,6 +101,10 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
       constexpr std::array<const char*, 3> kBoxes = {"startup-monitor", "startup-main",
                                                      "startup-auxiliary"};
       done = visit(&dialog, kBoxes[static_cast<std::size_t>(box.number) + 1]) && done;
+      if (box.number == 0) {
+        dialog.resize(660, 360);  // a field laptop at 200 %
+        done = visit(&dialog, "startup-main-small") && done;
+      }
     }
   }
   return done;
