@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "calibration/calibrated_channel.h"
 #include "calibration/decimation_filter.h"
 #include "calibration/harmonics.h"
 #include "support/batch_help.h"
@@ -267,6 +268,40 @@ TEST_F(SpectraTest, CombZerosReversedChannelsAndOtherRates) {
   EXPECT_EQ(turned.size(), 3U);
   ExpectSignals(turned, 0, Filtered(electric_), 0);
   ExpectSignals(turned, 1, Filtered({magnetic_[0]}), 180);
+}
+
+TEST(CalibratedChannels, EachKindHasItsUnitSensorAndScale) {
+  const RecordingHeader header = testing::Recording(
+      Text("CHDEF1", "Ex") + Text("CHDEF2", "Bz") + Text("CHDEF3", "Tx") + Text("CHDEF4", "H1") +
+          Text("CHDEF5", "H2") + Whole("EGNC", 1) + Whole("HGNC", -1) + Real("SENSIZ2", 200) +
+          Text("CSSN", "CS0012") + Whole("CHHY", 4) + Text("HYSN", "77") + Real("FSCV", 5),
+      5);
+  const auto sensor = std::make_shared<CalData>();
+  sensor->header.hnom = 250;
+  struct Channel {
+    int kind;  // of the sensor
+    const char* sensor;
+    const char* unit;
+    double volts;  // at the input for a full scale of one unit, times the gain
+  };
+  constexpr auto kChannels = std::to_array<Channel>({{0, "", "V", 5.0 / 4},
+                                                     {0, "", "V/m^2", 5.0 * 4 / 200},
+                                                     {kCurrentSensorCal, "12", "A", 5.0 * 4 / 0.25},
+                                                     {kSensorCal, "77", "T", 5.0 * 4 / 250e6},
+                                                     {kSensorCal, "", "T", 5.0 * 4 / 250e6}});
+  int number = 0;
+  for (const Channel& expected : kChannels) {
+    SCOPED_TRACE(++number);
+    const SensorNeed need = SensorNeedOf(header, number);
+    EXPECT_EQ(need.kind, expected.kind);
+    EXPECT_EQ(need.unit, expected.sensor);
+    EXPECT_EQ(need.has_number, *expected.sensor != '\0');
+    CalibratedChannel channel;
+    // The sensor has no records, which the scale does not need.
+    static_cast<void>(MakeCalibratedChannel(header, {}, number, sensor, &channel));
+    EXPECT_EQ(channel.Unit(), expected.unit);
+    EXPECT_NEAR(channel.scale * 2147483392.0, expected.volts, 1e-12 * expected.volts);
+  }
 }
 
 TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
