@@ -117,7 +117,7 @@ QString WriteCalibration(const QString& folder) {
     const auto more = orvane::BytesOf(record);
     bytes.insert(bytes.end(), more.begin(), more.end());
   }
-  const QString path = folder + QStringLiteral("/box.clb");
+  QString path = folder + QStringLiteral("/box.clb");
   static_cast<void>(orvane::WriteFile(orvane::PathFromText(path), bytes));
   return path;
 }
