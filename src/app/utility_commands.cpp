@@ -22,7 +22,7 @@
 namespace orvane {
 namespace {
 
-constexpr char kConverted[] = "%d files are converted to ASCII file!";  // NOLINT: a literal
+constexpr const char* kConverted = "%d files are converted to ASCII file!";
 constexpr Utility kTableListing = {"Convert TBL File(s) to ASCII File(s)",
                                    "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||",
                                    "",
@@ -35,8 +35,7 @@ constexpr Utility kScheduleListing = {"Convert Frequency Stepping File(s) to ASC
 constexpr Utility kCalibrationListing = {"Convert Calibration File(s) to ASCII File(s)",
                                          "Calibration Files (*.cl?)|*.cl?|All Files (*.*)|*.*||",
                                          "", kConverted, 5};
-constexpr char kStackFilter[] =
-    "Stack Files (*.trs)|*.trs|All Files (*.*)|*.*||";  // NOLINT: the same
+constexpr const char* kStackFilter = "Stack Files (*.trs)|*.trs|All Files (*.*)|*.*||";
 constexpr Utility kTimeDomainStacks = {"Convert Time Domain Stack Result File(s) to ASCII File(s)",
                                        kStackFilter, "", kConverted};
 constexpr Utility kFrequencyDomainStacks = {
