@@ -122,7 +122,8 @@ ExitCode RunFit(const std::filesystem::path& file) {
     text += Line(numbers);
     if (const std::string doubt = FitDoubt(fit); !doubt.empty()) {
       const std::string number = FormatInt(static_cast<std::int64_t>(c) + 1);
-      PrintMessage(FileMessage(file, "channel " + number + ": " + doubt));
+      PrintMessage(
+          FileMessage(file, std::string("channel ").append(number).append(": ").append(doubt)));
     }
   }
   return PrintResult(text) ? kAllDone : kSomeFailed;
