@@ -100,9 +100,12 @@ void ApplyDefaultStepping(ParamTable* table, int tech, std::int32_t cycle_second
   }
   const std::int32_t cycle = cycle_seconds != 0 ? cycle_seconds : IntParam(*table, "TTOT");
   const StepPreset* preset = FindPreset(tech, cycle);
-  Write(table, preset != nullptr
-                   ? *preset
-                   : *FindPreset(tech, tech == kCsamt ? kUsualCsamtCycle : kUsualCycle));
+  if (preset == nullptr) {
+    preset = FindPreset(tech, tech == kCsamt ? kUsualCsamtCycle : kUsualCycle);
+  }
+  if (preset != nullptr) {
+    Write(table, *preset);
+  }
 }
 
 void ApplyDefaultWindows(ParamTable* table, int tech) {

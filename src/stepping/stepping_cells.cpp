@@ -36,7 +36,7 @@ std::optional<std::int16_t> WaveformIn(std::string_view text) {
 }  // namespace
 
 std::string SteppingForm::FrequencyText(int row) const {
-  const auto first = frequencies_.begin() + row;
+  const auto* const first = frequencies_.begin() + row;
   const bool is_used = std::any_of(first, frequencies_.end(), [](double f) { return f != 0; });
   return is_used ? FormatReal(*first) : std::string();
 }
@@ -95,7 +95,7 @@ std::string SteppingForm::EditStep(int row, StepColumn column, std::string_view 
 }
 
 std::string SteppingForm::InsertStep(int row) {
-  const auto end = schedule_.begin() + kMostSteps;
+  auto* const end = schedule_.begin() + kMostSteps;
   if (!IsEmpty(*(end - 1))) {
     return "All 200 rows are in use";
   }
@@ -105,7 +105,7 @@ std::string SteppingForm::InsertStep(int row) {
 }
 
 void SteppingForm::DeleteStep(int row) {
-  const auto end = schedule_.begin() + kMostSteps;
+  auto* const end = schedule_.begin() + kMostSteps;
   std::move(schedule_.begin() + row + 1, end, schedule_.begin() + row);
   *(end - 1) = {};
 }

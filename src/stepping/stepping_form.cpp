@@ -171,8 +171,8 @@ bool SteppingForm::ExportFile(const std::filesystem::path& path) {
     return false;
   }
   Tell(Steps(schedule_) + " written to " + PathText(path));
-  const auto behind = std::find_if_not(schedule_.begin() + static_cast<std::ptrdiff_t>(rows.size()),
-                                       schedule_.end(), IsEmpty);
+  const auto* const behind = std::find_if_not(
+      schedule_.begin() + static_cast<std::ptrdiff_t>(rows.size()), schedule_.end(), IsEmpty);
   if (behind != schedule_.end()) {
     prompts_->ShowWarning("Orvane", PathText(path) + " ends before row " +
                                         FormatInt(static_cast<std::int64_t>(rows.size()) + 1) +

@@ -60,7 +60,7 @@ void CFdemScheduleDlg::OnBrowse() {
 
 void CFdemScheduleDlg::accept() {
   if (IsAcceptable() && form_->Save()) {
-    QDialog::accept();
+    QDialog::accept();  // NOLINT(bugprone-parent-virtual-call): the table gets nothing of the form
   }
 }
 
