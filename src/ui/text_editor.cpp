@@ -13,7 +13,7 @@ TextEditor::TextEditor()
       }) {}
 
 QString TextEditor::Program() {
-  const QString chosen =
+  QString chosen =
       QSettings().value(QStringLiteral("Text Editor/Program")).toString().trimmed();
   if (!chosen.isEmpty()) {
     return chosen;
