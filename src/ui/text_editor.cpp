@@ -13,8 +13,7 @@ TextEditor::TextEditor()
       }) {}
 
 QString TextEditor::Program() {
-  QString chosen =
-      QSettings().value(QStringLiteral("Text Editor/Program")).toString().trimmed();
+  QString chosen = QSettings().value(QStringLiteral("Text Editor/Program")).toString().trimmed();
   if (!chosen.isEmpty()) {
     return chosen;
   }
