@@ -115,6 +115,11 @@ struct Reader {
   std::function<std::string(const fs::path&)> read;  // what it tells; empty: all was read
 };
 
+std::string OpenWaveform(const fs::path& path) {
+  TsFile file;
+  return file.Open(path) ? file.ReadError() : file.Reason();
+}
+
 // None of them takes a read that fails for the end of the file.
 const std::vector<Reader>& Readers() {
   static const std::vector<Reader> readers = {
@@ -128,21 +133,13 @@ const std::vector<Reader>& Readers() {
          EXPECT_EQ(status == kOk, TblImage(table, {}) != before) << "a table of parts";
          return report.message;
        }},
-      {"waveform with its companion", "SIP/2417.TSS",
-       [](const fs::path& path) {
-         TsFile file;
-         return file.Open(path) ? file.ReadError() : file.Reason();
-       }},
+      {"waveform with its companion", "SIP/2417.TSS", OpenWaveform},
       {"waveform whose header is known", "SIP/2417.TSS",
        [](const fs::path& path) {
          TsFile file;
          return file.Open(path, {TsHeaderSize::kFull}) ? file.ReadError() : file.Reason();
        }},
-      {"band file", "MT/2417.TS2",
-       [](const fs::path& path) {
-         TsFile file;
-         return file.Open(path) ? file.ReadError() : file.Reason();
-       }},
+      {"band file", "MT/2417.TS2", OpenWaveform},
       {"schedule", "FDEM/2.TFS",
        [](const fs::path& path) {
          ScheduleTable table;
