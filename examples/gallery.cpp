@@ -2,9 +2,10 @@
 // Draws the main window and every dialog into PNG files, in a light and in a dark theme; on Windows
 // in that of the system.
 //
-//   orvane-gallery FOLDER TABLE
+//   orvane-gallery FOLDER TABLE SURVEY
 //
-// TABLE is the start-up table of a method of the example survey.
+// TABLE is any parameter table, SURVEY the folder of the example survey, whose waveforms and
+// calibrations are shown.
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "every_window.h"
+#include "modal_watch.h"
 
 namespace {
 
@@ -39,11 +41,11 @@ void ReplaceFolder(QWidget* window, const QString& folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 3) {
-    std::fputs("usage: orvane-gallery FOLDER TABLE\n", stderr);
+  if (argc != 4) {
+    std::fputs("usage: orvane-gallery FOLDER TABLE SURVEY\n", stderr);
     return 2;
   }
-  const QTemporaryDir settings;  // the pictures must not depend on the user's
+  QTemporaryDir settings;  // the pictures must not depend on the user's
   qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
   qputenv("XDG_DATA_HOME", settings.path().toLocal8Bit());
   orvane::COrvaneApp app(argc, argv);
@@ -56,11 +58,12 @@ int main(int argc, char** argv) {
   QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));  // nor on the machine's
   const std::vector<bool> themes = {false, true};
 #endif
+  orvane::examples::ModalWatch watch([&settings] { settings.remove(); });
   const QString folder = QApplication::arguments().value(1);
+  const QString table = QApplication::arguments().value(2);
+  const QString survey = QDir::cleanPath(QDir(QApplication::arguments().value(3)).absolutePath());
   QDir().mkpath(folder);
-  app.InitInstance(QApplication::arguments().value(2));
-  const QString survey =
-      QDir::cleanPath(QFileInfo(QApplication::arguments().value(2)).absolutePath() + "/..");
+  app.InitInstance(table);
   bool done = true;
   for (const bool is_dark : themes) {
     if (themes.size() > 1) {
@@ -69,8 +72,10 @@ int main(int argc, char** argv) {
     }
     const QString theme = is_dark ? QStringLiteral("dark") : QStringLiteral("light");
     const auto draw = [&](QWidget* window, const char* name) {
+      watch.Expect(window);
       window->show();
       ReplaceFolder(window, survey);
+      ReplaceFolder(window, QFileInfo(table).absolutePath());
       QApplication::processEvents();
       const QString path = QStringLiteral("%1/%2-%3.png").arg(folder, QLatin1String(name), theme);
       const bool is_saved = window->grab().save(path);

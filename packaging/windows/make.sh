@@ -144,7 +144,7 @@ draw_pictures() {
   rm -rf "$WORK/survey"
   "$HERE/orvane-example-survey" "$WORK/survey" >/dev/null
   (cd "$OUT" && WINEQT_QPA_PLATFORM=$PLATFORM on_screen /usr/lib/wine/wine64 "$BIN/orvane-gallery.exe" \
-    pictures "$WORK/survey/SIP/Startup.tbl") >"$WORK/gallery.log" 2>&1 ||
+    pictures "$WORK/survey/SIP/Startup.tbl" "$WORK/survey") >"$WORK/gallery.log" 2>&1 ||
     fail "see $WORK/gallery.log"
   say "Pictures: $(find "$OUT/pictures" -name '*.png' | wc -l) under out/windows/pictures"
 }

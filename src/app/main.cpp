@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <string_view>
 
@@ -21,6 +23,40 @@ constexpr const char* kUsage =
     "\n"
     "  -h, --help     print this\n"
     "      --version  print the version\n";
+
+// Arguments that Qt takes for itself; those with a value that follows, and those without.
+constexpr std::array<std::string_view, 17> kWithValue = {
+    "platform",   "platformpluginpath", "platformtheme", "plugin",       "qwindowgeometry",
+    "geometry",   "qwindowicon",        "icon",          "qwindowtitle", "title",
+    "style",      "stylesheet",         "session",       "display",      "name",
+    "fontengine", "qmljsdebugger"};
+constexpr std::array<std::string_view, 5> kWithout = {"reverse", "nograb", "dograb", "sync",
+                                                      "widgetcount"};
+
+template <std::size_t count>
+bool IsOneOf(const std::array<std::string_view, count>& names, std::string_view name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// Looked at before there is a window: to be told of wrong usage needs no display.
+bool IsUsageRight(int argc, char** argv) {
+  int files = 0;
+  for (int i = 1; i < argc; ++i) {
+    std::string_view argument = argv[i];
+    if (!argument.starts_with('-')) {
+      ++files;
+      continue;
+    }
+    argument.remove_prefix(argument.starts_with("--") ? 2 : 1);
+    const std::size_t equals = argument.find('=');
+    const bool has_value = IsOneOf(kWithValue, argument.substr(0, equals));
+    if (!has_value && !IsOneOf(kWithout, argument)) {
+      return false;
+    }
+    i += has_value && equals == std::string_view::npos ? 1 : 0;
+  }
+  return files <= 1;
+}
 
 // A program with windows has no console of its own on Windows: where its output goes nowhere, it
 // goes to that of whoever started it. Only to print and end: who has a console ends with it.
@@ -51,14 +87,13 @@ int main(int argc, char** argv) {
       return 0;
     }
   }
-  orvane::COrvaneApp app(argc, argv);
-  const QStringList arguments = QApplication::arguments();
-  if (arguments.size() > 2 || arguments.value(1).startsWith(QLatin1Char('-'))) {
+  if (!IsUsageRight(argc, argv)) {
     UseConsoleOfCaller();
     std::fputs(kUsage, stderr);
     return 2;
   }
+  orvane::COrvaneApp app(argc, argv);
   orvane::RegisterFileType();
-  app.InitInstance(arguments.value(1));
+  app.InitInstance(QApplication::arguments().value(1));
   return QApplication::exec();
 }
