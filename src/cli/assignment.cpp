@@ -2,6 +2,7 @@
 #include "cli/assignment.h"
 
 #include "cli/output.h"
+#include "core/latin1.h"
 #include "core/param_text.h"
 #include "core/tbl_record.h"
 
@@ -12,8 +13,8 @@ bool IsAssignment(std::string_view text) { return text.find('=') != std::string_
 std::string Assign(std::string_view assignment, std::uint32_t tbl_version, ParamTable* table) {
   const std::size_t equals = assignment.find('=');
   const std::string key(assignment.substr(0, equals));
-  const std::string text(equals == std::string_view::npos ? std::string_view()
-                                                          : assignment.substr(equals + 1));
+  const std::string given(equals == std::string_view::npos ? std::string_view()
+                                                           : assignment.substr(equals + 1));
   // A key is looked up by its first eight characters; what is longer is no key.
   const ParamEntry* entry = key.size() <= kKeySize ? table->FindParam(key) : nullptr;
   if (entry == nullptr) {
@@ -22,18 +23,28 @@ std::string Assign(std::string_view assignment, std::uint32_t tbl_version, Param
   if (ParamKey(key) == "TBVI") {
     return key + ": tells the version of the file and cannot be set";
   }
+  const auto refusal = [&key, &given](std::string_view reason) {
+    return key + ": \"" + Printable(given) + "\" " + std::string(reason);
+  };
+  std::string text;
+  if (const std::string reason = Latin1FromUtf8(given, &text); !reason.empty()) {
+    return refusal(reason);
+  }
+  if (ParamKey(key) == "TBVO" && text != "1" && text != "2") {
+    return refusal("is no version: 1 or 2");
+  }
   ParamEntry changed = *entry;
   const auto type = static_cast<ValueType>(entry->type);
   if (const std::string reason = ParseParamValueStrictly(text, type, &changed.value);
       !reason.empty()) {
-    return key + ": \"" + Printable(text) + "\" " + reason;
+    return refusal(reason);
   }
   if (tbl_version == 1 && !FitsTblV1Key(changed)) {
     return key + ": a version-1 file has no keys of more than four characters";
   }
   TblRecordV1 record;
   if (tbl_version == 1 && MakeTblRecordV1(changed, &record) != kOk) {
-    return key + ": \"" + Printable(text) + "\" does not fit a version-1 file";
+    return refusal("does not fit a version-1 file");
   }
   const Status status = table->SetParam(key, type, changed.value.data());
   return status == kOk ? std::string() : key + ": " + std::string(StatusText(status));

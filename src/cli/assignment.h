@@ -14,8 +14,9 @@ namespace orvane {
 /// Whether there is a '=' at all; the first one divides.
 bool IsAssignment(std::string_view text);
 
-/// Stores the value of an assignment in the table. Why it is refused, with the key; empty once it
-/// is in the table. For version 1 it must also fit a file of that version.
+/// Stores the value of an assignment, which is UTF-8, in the table as Latin-1. Why it is refused,
+/// with the key; empty once it is in the table. For version 1 it must also fit a file of that
+/// version.
 [[nodiscard]] std::string Assign(std::string_view assignment, std::uint32_t tbl_version,
                                  ParamTable* table);
 

@@ -8,6 +8,7 @@
 #include "calibration/cal_text.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
+#include "core/latin1.h"
 #include "core/number_text.h"
 #include "core/param_text.h"
 #include "core/path_text.h"
@@ -32,7 +33,7 @@ std::string ValueText(const CalHeader& header, const CalFieldDef& field) {
   if (GetCalField(&header, field.Key(), field.type, value.data()) == kOk) {
     FormatParamValue(field.type, value, &text);
   }
-  return Printable(text);
+  return PrintableLatin1(text);
 }
 
 std::string InfoText(const CalData& cal) {

@@ -6,7 +6,10 @@
 #include <system_error>
 
 #include "core/ascii.h"
+#include "core/latin1.h"
+#include "core/number_text.h"
 #include "core/param_text.h"
+#include "core/tech.h"
 
 namespace orvane {
 
@@ -24,10 +27,10 @@ void PrintMessage(std::string_view text) {
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
-std::string Printable(std::string_view bytes) {
+std::string Printable(std::string_view given) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string text;
-  for (const char c : bytes) {
+  for (const char c : given) {
     if (IsControl(c)) {
       const auto byte = static_cast<unsigned char>(c);
       text += "\\x";
@@ -43,20 +46,33 @@ std::string Printable(std::string_view bytes) {
 std::string PrintableValue(const ParamEntry& entry) {
   std::string text;
   FormatParamValue(static_cast<ValueType>(entry.type), entry.value, &text);
-  return Printable(text);
+  return PrintableLatin1(text);
 }
 
-bool LoadOntoDefaults(const std::filesystem::path& path, ParamTable* table, TblReport* report) {
+bool LoadOntoDefaults(const std::filesystem::path& path, ParamTable* table, TblReport* report,
+                      WithoutMethod method) {
   *table = ParamTable();
   if (const Status status = table->BuildParamIndex(); status != kOk) {
     PrintMessage(StatusText(status));
+    return false;
+  }
+  const std::int32_t tech = kMtAmt;
+  if (method == WithoutMethod::kMtAmt && table->SetParam("TECH", IntPT, &tech) != kOk) {
     return false;
   }
   if (LoadParamFile(table, path, report) != kOk) {
     PrintMessage(report->message);
     return false;
   }
+  if (!report->missing.empty()) {
+    PrintMessage(FileMessage(path, HoldsText(report->held, report->missing.size()) +
+                                       "; the others have their defaults"));
+  }
   return true;
+}
+
+bool LoadTable(const std::filesystem::path& path, ParamTable* table, TblReport* report) {
+  return LoadOntoDefaults(path, table, report, WithoutMethod::kMtAmt);
 }
 
 }  // namespace orvane

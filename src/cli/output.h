@@ -21,15 +21,27 @@ enum ExitCode : int { kAllDone = 0, kSomeFailed = 1, kWrongUsage = 2 };
 /// A line on stderr that begins with the tool's name.
 void PrintMessage(std::string_view text);
 
-/// Stored bytes as they are, control bytes as \xNN.
-std::string Printable(std::string_view bytes);
+/// A text of the command line or a file's name: as it is, control bytes as \xNN.
+std::string Printable(std::string_view text);
 
-/// The value of an entry as text, printable.
+/// The value of an entry as text, in UTF-8 and printable.
 std::string PrintableValue(const ParamEntry& entry);
 
-/// Loads a file onto the dictionary's defaults. False, with a message, where that fails.
+/// The method of a table whose file does not tell it.
+enum class WithoutMethod {
+  kDefault,  ///< that of the dictionary
+  kMtAmt,    ///< 5, as the desktop program takes it
+};
+
+/// Loads a file onto the dictionary's defaults. False, with a message, where that fails. Of a file
+/// that does not hold all parameters a message tells how many it holds.
 [[nodiscard]] bool LoadOntoDefaults(const std::filesystem::path& path, ParamTable* table,
-                                    TblReport* report);
+                                    TblReport* report,
+                                    WithoutMethod method = WithoutMethod::kDefault);
+
+/// The same for the verbs of `table`: without a method it is MT/AMT.
+[[nodiscard]] bool LoadTable(const std::filesystem::path& path, ParamTable* table,
+                             TblReport* report);
 
 }  // namespace orvane
 

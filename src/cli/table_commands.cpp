@@ -3,11 +3,13 @@
 #include <memory>
 
 #include "cli/commands.h"
+#include "core/latin1.h"
 #include "core/number_text.h"
 #include "core/param_text.h"
 #include "core/param_time.h"
 #include "core/path_text.h"
 #include "core/recording_size.h"
+#include "core/table_diff.h"
 #include "editors/box_list.h"
 #include "editors/raw_table.h"
 
@@ -17,7 +19,7 @@ namespace {
 ExitCode RunTableShow(const std::filesystem::path& file) {
   ParamTable table;
   TblReport report;
-  if (!LoadOntoDefaults(file, &table, &report)) {
+  if (!LoadTable(file, &table, &report)) {
     return kSomeFailed;
   }
   std::string text;
@@ -30,7 +32,7 @@ ExitCode RunTableShow(const std::filesystem::path& file) {
     for (const RawColumn column : {kNumberColumn, kCodeColumn, kTypeColumn, kPermissionColumn}) {
       text += rows.Cell(ordinal, column) + '\t';
     }
-    text += Printable(rows.Cell(ordinal, kValueColumn)) + '\n';
+    text += PrintableLatin1(rows.Cell(ordinal, kValueColumn)) + '\n';
   }
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
@@ -38,7 +40,7 @@ ExitCode RunTableShow(const std::filesystem::path& file) {
 ExitCode RunTableGet(const std::filesystem::path& file, const std::vector<std::string>& keys) {
   ParamTable table;
   TblReport report;
-  if (!LoadOntoDefaults(file, &table, &report)) {
+  if (!LoadTable(file, &table, &report)) {
     return kSomeFailed;
   }
   ExitCode result = kAllDone;
@@ -68,27 +70,13 @@ ExitCode RunTableDiff(const std::filesystem::path& file_a, const std::filesystem
   ParamTable a;
   ParamTable b;
   TblReport report;
-  if (!LoadOntoDefaults(file_a, &a, &report) || !LoadOntoDefaults(file_b, &b, &report)) {
+  if (!LoadTable(file_a, &a, &report) || !LoadTable(file_b, &b, &report)) {
     return kSomeFailed;
   }
   std::string text;
-  ParamKey key;
-  for (int position = 0; a.GetParamKey(position, &key) == kOk; ++position) {
-    const ParamEntry* in_a = a.FindParam(key);
-    const ParamEntry* in_b = b.FindParam(key);
-    if (in_a->value == in_b->value) {
-      continue;
-    }
-    const auto [value_a, value_b] = DifferingValues(*in_a, *in_b);
-    std::string line = key.Text();
-    for (const std::string& value : {value_a, value_b}) {
-      line += '\t';
-      line += value;
-    }
-    line += '\n';
-    if (text.find('\n' + line) == std::string::npos && text.compare(0, line.size(), line) != 0) {
-      text += line;  // a duplicated key is told once
-    }
+  for (const ParamKey key : DifferingKeys(a, b)) {
+    const auto [value_a, value_b] = DifferingValues(*a.FindParam(key), *b.FindParam(key));
+    text.append(key.Text()).append("\t").append(value_a).append("\t").append(value_b).append("\n");
   }
   return PrintResult(text) && text.empty() ? kAllDone : kSomeFailed;
 }
@@ -110,7 +98,7 @@ ExitCode RunTableSize(const std::filesystem::path& file, int channels, const std
   }
   ParamTable table;
   TblReport report;
-  if (!LoadOntoDefaults(file, &table, &report)) {
+  if (!LoadTable(file, &table, &report)) {
     return kSomeFailed;
   }
   const RecordingSize size = EstimateRecordingSize(table, channels, GivenTime(time));
@@ -124,7 +112,7 @@ ExitCode RunTableSize(const std::filesystem::path& file, int channels, const std
 ExitCode RunTableBoxes(const std::filesystem::path& file) {
   ParamTable table;
   TblReport report;
-  if (!LoadOntoDefaults(file, &table, &report)) {
+  if (!LoadTable(file, &table, &report)) {
     return kSomeFailed;
   }
   BoxRows rows;
@@ -228,6 +216,8 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
       ->add_option("--tbl-version", arguments->tbl_version,
                    "version of the files where \"TBVO\" is 1 (default 2)")
       ->check(CLI::IsMember({"1", "2"}));
+  startup->add_flag("--partial", arguments->startup.takes_partial,
+                    "take a table that lacks the box's serial number or most parameters");
   startup->callback([=] {
     arguments->startup.by_serial = arguments->names == "serial";
     arguments->startup.tbl_version = arguments->tbl_version == "1" ? 1 : 2;

@@ -30,10 +30,6 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
     }
   }
   const std::string file = PathText(options.file);
-  if (report.loaded < all) {
-    PrintMessage(file + ": holds " + OfAll(report.loaded, all) +
-                 " parameters; the others have their defaults");
-  }
   if (options.tbl_version == 1) {
     PrintMessage(OfAll(left_out, all) + " parameters do not fit a version-1 file and are left out");
     if (!cut.empty()) {
@@ -55,7 +51,7 @@ ExitCode RunTableSet(const SetOptions& options) {
   }
   ParamTable table;
   TblReport report;
-  if (!LoadOntoDefaults(options.file, &table, &report)) {
+  if (!LoadTable(options.file, &table, &report)) {
     return kSomeFailed;
   }
   bool is_refused = false;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <set>
 #include <system_error>
 
@@ -33,12 +34,33 @@ bool WriteBox(const StartupForm& form, const std::filesystem::path& path, std::u
   return true;
 }
 
+// True, with a message, where boxes would start with hardly anything but defaults: what is left of
+// a damaged file, or a part of a table made for other purposes.
+bool IsHardlyATable(const std::filesystem::path& path, const TblReport& report) {
+  constexpr std::size_t kRecordsOfVersion1 = 285;
+  const std::size_t whole =
+      report.version == 1 ? kRecordsOfVersion1 : report.held + report.missing.size();
+  const auto serial = std::find(report.missing.begin(), report.missing.end(), ParamKey("SNUM"));
+  std::string reason;
+  if (std::min(report.held, report.records) * 2 < whole) {
+    reason = "has fewer than half of the " + FormatInt(static_cast<std::int64_t>(whole)) +
+             " records of a version-" + FormatInt(report.version) + " table";
+  } else if (serial != report.missing.end()) {
+    reason = "does not tell the main box's serial number (SNUM)";
+  }
+  if (!reason.empty()) {
+    PrintMessage(FileMessage(path, reason + "; no files are made (--partial makes them)"));
+  }
+  return !reason.empty();
+}
+
 }  // namespace
 
 ExitCode RunTableStartup(const StartupOptions& options) {
   ParamTable table;
   TblReport report;
-  if (!LoadOntoDefaults(options.file, &table, &report)) {
+  if (!LoadTable(options.file, &table, &report) ||
+      (!options.takes_partial && IsHardlyATable(options.file, report))) {
     return kSomeFailed;
   }
   const std::uint32_t version = StartupVersion(table, options.tbl_version == 1);

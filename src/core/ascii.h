@@ -16,6 +16,17 @@ constexpr bool IsAlphanumeric(char c) { return IsDigit(c) || IsUpper(c) || IsLow
 constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 constexpr bool IsControl(char c) { return (c >= 0 && c < ' ') || c == 0x7F; }
 
+/// Without the blanks around it.
+constexpr std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && IsBlank(text.front())) {
+    text.remove_prefix(1);
+  }
+  while (!text.empty() && IsBlank(text.back())) {
+    text.remove_suffix(1);
+  }
+  return text;
+}
+
 constexpr char UpperCased(char c) { return IsLower(c) ? static_cast<char>(c - 'a' + 'A') : c; }
 
 constexpr char LowerCased(char c) { return IsUpper(c) ? static_cast<char>(c - 'A' + 'a') : c; }

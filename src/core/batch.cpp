@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "core/file_io.h"
 #include "core/number_text.h"
 #include "core/path_text.h"
 
@@ -110,7 +111,7 @@ void Batch::Do(std::size_t index) {
     return;
   }
   current_ = index;
-  BatchTask task(InputPath(index), item.outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
+  BatchTask task(item.input, item.outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
   task.AllowThreads(threads_per_file_);
   BatchResult result;
   try {
@@ -128,6 +129,9 @@ void Batch::Do(std::size_t index) {
 void Batch::Finish(std::size_t index, BatchResult result, std::uint64_t advanced) {
   Item& item = items_[index];
   item.result = std::move(result);
+  if (item.result.status == BatchStatus::kFailed && item.input != plan_.inputs[index]) {
+    item.result.text = FileMessage(item.input, item.result.text);  // what was really tried
+  }
   if (advanced < item.size) {
     bytes_done_ += item.size - advanced;  // so that the end is reached in any case
   }
@@ -171,11 +175,6 @@ std::size_t Batch::CountForMessage() const {
         }
         return plan_.conversion.counts_every_file || item.result.IsDone();
       }));
-}
-
-std::filesystem::path Batch::InputPath(std::size_t index) const {
-  const std::filesystem::path& path = plan_.inputs[index];
-  return plan_.conversion.input_of ? PathOf(plan_.conversion.input_of(PathText(path))) : path;
 }
 
 }  // namespace orvane

@@ -166,6 +166,7 @@ class Batch {
 
  private:
   struct Item {
+    std::filesystem::path input;  // the file really read
     std::vector<std::filesystem::path> outputs;
     std::uint64_t size = 0;
     std::string shared_note;
@@ -186,7 +187,6 @@ class Batch {
   void WorkThrough(const std::vector<Unit>& units);
   void Do(std::size_t index);
   void Finish(std::size_t index, BatchResult result, std::uint64_t advanced);
-  std::filesystem::path InputPath(std::size_t index) const;
 
   BatchPlan plan_;
   std::vector<Item> items_;

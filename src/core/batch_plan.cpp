@@ -32,6 +32,9 @@ void Batch::NameOutputs() {
   std::uint64_t total = 0;
   for (std::size_t i = 0; i < items_.size(); ++i) {
     Item& item = items_[i];
+    item.input = plan_.conversion.input_of
+                     ? PathOf(plan_.conversion.input_of(PathText(plan_.inputs[i])))
+                     : plan_.inputs[i];
     for (const std::string& output : plan_.conversion.outputs_of(PathText(plan_.inputs[i]))) {
       auto path = InFolder(plan_.out_folder, output);
       if (std::find(item.outputs.begin(), item.outputs.end(), path) == item.outputs.end()) {
@@ -39,7 +42,7 @@ void Batch::NameOutputs() {
       }
     }
     std::error_code error;
-    const auto size = std::filesystem::file_size(InputPath(i), error);
+    const auto size = std::filesystem::file_size(items_[i].input, error);
     item.size = error ? 0 : size;
     total += item.size;
   }
@@ -49,12 +52,12 @@ void Batch::NameOutputs() {
 void Batch::RefuseInputs() {
   std::unordered_map<std::string, std::size_t> inputs;  // the first item of each file
   for (std::size_t i = 0; i < items_.size(); ++i) {
-    inputs.try_emplace(FileIdentity(InputPath(i)), i);
+    inputs.try_emplace(FileIdentity(items_[i].input), i);
   }
   const bool may_replace = plan_.conversion.replaces_inputs && plan_.out_folder.empty();
   for (std::size_t i = 0; i < items_.size(); ++i) {
     Item& item = items_[i];
-    const std::string own = FileIdentity(InputPath(i));
+    const std::string own = FileIdentity(items_[i].input);
     if (may_replace && inputs.at(own) != i) {
       item.refused = "is in the list already and is replaced by its conversion";
     }

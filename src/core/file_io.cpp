@@ -107,13 +107,20 @@ std::size_t InFile::Read(std::span<std::byte> bytes) {
   return done;
 }
 
-std::string WriteFile(const std::filesystem::path& path, std::span<const std::byte> bytes) {
+std::string WriteFile(const std::filesystem::path& path, std::span<const std::byte> bytes,
+                      bool* has_touched) {
   OutFile file;
   std::string error = file.Open(path);
   if (error.empty()) {
     error = file.Write(bytes);
   }
-  return error.empty() ? file.Commit() : error;
+  if (error.empty()) {
+    error = file.Commit();
+  }
+  if (has_touched != nullptr) {
+    *has_touched = file.HasTouchedTarget();
+  }
+  return error;
 }
 
 std::string CopyBytes(const std::filesystem::path& from, const std::filesystem::path& to) {

@@ -79,6 +79,10 @@ class OutFile {
   [[nodiscard]] std::string Write(std::span<const std::byte> bytes);
   [[nodiscard]] std::string Commit();
 
+  /// Whether the target may hold other bytes than before: after a failure that it was in the way
+  /// of.
+  bool HasTouchedTarget() const { return has_touched_; }
+
  private:
   enum class Way { kNone, kBeside, kInPlace, kDirect };
 
@@ -100,11 +104,13 @@ class OutFile {
   BesideFile beside_;
   std::vector<std::byte> pending_;  // in place: everything until Commit()
   std::string error_;
+  bool has_touched_ = false;
 };
 
-/// Writes a whole file through `OutFile`. An empty string, or why it failed.
+/// Writes a whole file through `OutFile`. An empty string, or why it failed; `has_touched`, which
+/// may be null, becomes true where the file may hold other bytes all the same.
 [[nodiscard]] std::string WriteFile(const std::filesystem::path& path,
-                                    std::span<const std::byte> bytes);
+                                    std::span<const std::byte> bytes, bool* has_touched = nullptr);
 
 /// Copies a file's bytes, in pieces, to another through `OutFile`. An empty string, or why it
 /// failed.

@@ -82,6 +82,7 @@ std::string OutFile::Open(const std::filesystem::path& path) {
     return Fail(errno);
   }
   if (handle_ >= 0 && info.kind != FileKind::kRegular) {
+    has_touched_ = true;
     way_ = Way::kDirect;
     return {};
   }
@@ -154,6 +155,7 @@ std::string OutFile::CommitBeside() {
   if (!beside_.MoveTo(target_)) {
     return ForbidsReplacing(errno) ? CommitByCopying(errno) : Fail(errno);
   }
+  has_touched_ = true;
   const bool is_lasting = WriterCalls().sync_folder(target_.parent_path()) == 0;
   return is_lasting ? Done() : Fail(errno);
 }
@@ -194,6 +196,7 @@ std::string OutFile::CommitInPlace() {
   if (!ReadBack(target_, &old)) {
     return Fail(EACCES);  // what cannot be put back is not overwritten
   }
+  has_touched_ = true;
   std::size_t written = 0;
   if (Rewrite(pending_, pending_.size(), &written)) {
     return Done();

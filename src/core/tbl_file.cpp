@@ -39,6 +39,14 @@ void Append(std::span<const std::byte> bytes, std::vector<std::byte>* image) {
   image->insert(image->end(), bytes.begin(), bytes.end());
 }
 
+std::size_t CountOf(const ParamTable& table) {
+  int count = 0;
+  for (ParamKey key; table.GetParamKey(count, &key) == kOk;) {
+    ++count;
+  }
+  return static_cast<std::size_t>(count);
+}
+
 bool IsLeftOutOfFiltered(const ParamEntry& entry) {
   return entry.write_mask == 0 || (entry.write_mask & kMaskNotFiltered) != 0;
 }
@@ -113,6 +121,32 @@ std::filesystem::path StartupPath(const ParamTable& table) {
 }
 
 }  // namespace
+
+void BroughtKeys::Add(ParamKey key) {
+  keys_.push_back(key.Word());
+  if (keys_.size() > most_) {  // a damaged file may repeat a record for ever
+    std::sort(keys_.begin(), keys_.end());
+    keys_.erase(std::unique(keys_.begin(), keys_.end()), keys_.end());
+    most_ = std::max(most_, 2 * keys_.size());
+  }
+}
+
+std::vector<ParamKey> BroughtKeys::MissingFrom(const ParamTable& table) {
+  std::sort(keys_.begin(), keys_.end());
+  std::vector<ParamKey> missing;
+  ParamKey key;
+  for (int position = 0; table.GetParamKey(position, &key) == kOk; ++position) {
+    if (!std::binary_search(keys_.begin(), keys_.end(), key.Word())) {
+      missing.push_back(key);
+    }
+  }
+  return missing;
+}
+
+std::string HoldsText(std::size_t held, std::size_t missing) {
+  return "holds " + FormatInt(static_cast<std::int64_t>(held)) + " of " +
+         FormatInt(static_cast<std::int64_t>(held + missing)) + " parameters";
+}
 
 Status TblReader::Open(const std::filesystem::path& path, TblReport* report) {
   path_ = path;
@@ -192,13 +226,19 @@ Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblRe
   }
   ParamTable loaded = *table;
   ParamEntry entry;
+  BroughtKeys brought;
   while (reader.Next(&entry)) {
     ++report->records;
-    report->loaded += StoreRecord(&loaded, entry, false) == kOk ? 1 : 0;
+    if (StoreRecord(&loaded, entry, false) == kOk) {
+      ++report->loaded;
+      brought.Add(ParamKey(entry.key));
+    }
   }
   if (const Status status = reader.End(report); status != kOk) {
     return status;
   }
+  report->missing = brought.MissingFrom(loaded);
+  report->held = CountOf(loaded) - report->missing.size();
   StoreInt(&loaded, "TBVI", report->version);
   *table = std::move(loaded);
   return kOk;
@@ -229,9 +269,12 @@ Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
   };
   ParamTable written = *table;
   store_versions(&written);
-  if (const std::string reason = WriteFile(path, TblImage(written, options)); !reason.empty()) {
+  bool has_touched = false;
+  if (const std::string reason = WriteFile(path, TblImage(written, options), &has_touched);
+      !reason.empty()) {
     if (report != nullptr) {
       report->reason = reason;
+      report->has_touched = has_touched;
       report->message = WithStatus(path, reason, kTblWriteFailed);
     }
     return kTblWriteFailed;

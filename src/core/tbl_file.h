@@ -18,14 +18,32 @@ namespace orvane {
 
 /// What came of reading or writing a file, beside the status.
 struct TblReport {
-  int version = 0;           ///< 1 or 2 as recognised; 0: none
-  std::size_t records = 0;   ///< whole records in the file
-  std::size_t loaded = 0;    ///< of them stored; the others have unknown keys or other types
-  std::uint64_t cut_at = 0;  ///< offset of a last record that is cut; 0: none is
-  std::string read_error;    ///< why the records could not be read to their end; mostly empty
-  std::string reason;        ///< on a failed save: why
-  std::string message;       ///< on failure "PATH: reason (status)"
+  int version = 0;                ///< 1 or 2 as recognised; 0: none
+  std::size_t records = 0;        ///< whole records in the file
+  std::size_t loaded = 0;         ///< of them stored; the others have unknown keys or other types
+  std::size_t held = 0;           ///< parameters of the table that a record brought
+  std::vector<ParamKey> missing;  ///< the keys of the others, in the order of the table
+  std::uint64_t cut_at = 0;       ///< offset of a last record that is cut; 0: none is
+  std::string read_error;         ///< why the records could not be read to their end; mostly empty
+  std::string reason;             ///< on a failed save: why
+  bool has_touched = false;       ///< on a failed save: the file may hold other bytes than before
+  std::string message;            ///< on failure "PATH: reason (status)"
 };
+
+/// Which parameters the records of a file bring.
+class BroughtKeys {
+ public:
+  void Add(ParamKey key);
+  /// The keys of a table that none brought, in its order.
+  std::vector<ParamKey> MissingFrom(const ParamTable& table);
+
+ private:
+  std::vector<std::uint64_t> keys_;
+  std::size_t most_ = 4096;  // before repeated ones go
+};
+
+/// "holds 285 of 719 parameters".
+std::string HoldsText(std::size_t held, std::size_t missing);
 
 /// Reads the records of a file one by one.
 class TblReader {

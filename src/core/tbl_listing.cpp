@@ -3,13 +3,17 @@
 
 #include <array>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 #include "core/ascii.h"
 #include "core/file_io.h"
 #include "core/number_text.h"
+#include "core/param_dictionary.h"
 #include "core/param_text.h"
 #include "core/path_names.h"
 #include "core/path_text.h"
+#include "core/tbl_file.h"
 #include "core/tbl_record.h"
 #include "core/text_file.h"
 
@@ -36,8 +40,7 @@ class Listing {
 
   BatchResult Run() {
     if (const std::string reason = in_.Open(task_.Input()); !reason.empty()) {
-      return BatchFailed(
-          HasExtension(PathText(task_.Input())) ? reason : FileMessage(task_.Input(), reason));
+      return BatchFailed(reason);
     }
     const auto start = in_.Peek(sizeof(TblHeader));
     if (start.size() < sizeof(TblHeader)) {
@@ -73,7 +76,9 @@ class Listing {
     for (auto bytes = in_.Peek(sizeof(Record)); bytes.size() == sizeof(Record) && !task_.Stopped();
          bytes = in_.Peek(sizeof(Record))) {
       if (IsAlphanumeric(static_cast<char>(bytes[0]))) {
-        ListRecord(convert(RecordFrom<Record>(bytes)), &out_);
+        const ParamEntry entry = convert(RecordFrom<Record>(bytes));
+        ListRecord(entry, &out_);
+        brought_.Add(ParamKey(entry.key));
       }
       Take(sizeof(Record));
       ++records_;
@@ -91,6 +96,9 @@ class Listing {
       return BatchFailed(FileMessage(task_.Outputs()[0], reason));
     }
     std::string note = records_ == 0 ? "no whole record" : "";
+    if (const auto missing = brought_.MissingFrom(ParamTable()).size(); missing > 0) {
+      note.append(note.empty() ? "" : ", ").append(HoldsText(kDictionarySize - missing, missing));
+    }
     if (!in_.Peek(1).empty()) {
       note.append(note.empty() ? "" : ", ").append(CutRecordNote(offset_));
     }
@@ -102,13 +110,18 @@ class Listing {
   InFile in_;
   std::uint64_t offset_ = 0;
   std::size_t records_ = 0;
+  BroughtKeys brought_;
 };
 
 }  // namespace
 
 Conversion TblListing() {
   Conversion listing;
-  listing.input_of = [](const std::string& path) { return WithDefaultExtension(path, ".tbl"); };
+  listing.input_of = [](const std::string& path) {
+    std::string with_extension = WithDefaultExtension(path, ".tbl");
+    std::error_code error;
+    return std::filesystem::exists(PathOf(with_extension), error) ? with_extension : path;
+  };
   listing.outputs_of = [](const std::string& path) {
     return std::vector<std::string>{WithExtension(path, ".txt")};
   };

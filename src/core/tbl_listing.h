@@ -13,7 +13,8 @@ enum TblListingCode : int {
   kListingNotRecognised = 6,  ///< no parameter table
 };
 
-/// NAME.tbl becomes NAME.txt; a name without extension is read with ".tbl" behind it. Lists the
+/// NAME.tbl becomes NAME.txt; a name without extension is read with
+/// ".tbl" behind it, where there is such a file. Lists the
 /// records of the file, whatever the dictionary knows of them. A cut last record is noted.
 Conversion TblListing();
 

@@ -58,6 +58,9 @@ class FileToV1 {
     if (report.records == 0) {
       Note("no whole record: every value comes from the table before it");
     }
+    if (!report.missing.empty()) {
+      Note(HoldsText(report.held, report.missing.size()));
+    }
     if (report.cut_at > 0) {
       Note(CutRecordNote(report.cut_at));
     }

@@ -49,7 +49,8 @@ TEST_F(ScheduleCommands, PresetMakeShowAndText) {
 
 TEST_F(ScheduleCommands, RefuseAndWarn) {
   EXPECT_EQ(Run("make t.tbl --to s.TFS"),
-            "1 |orvane-cli: t.tbl: no schedule: no frequency is requested\n");
+            "1 |orvane-cli: t.tbl: holds 2 of 719 parameters; the others have their defaults\n"
+            "orvane-cli: t.tbl: no schedule: no frequency is requested\n");
   EXPECT_FALSE(std::filesystem::exists(dir_ / "s.TFS"));
   EXPECT_EQ(Run("fdem --seconds 60 --cycles 60 --current 500 --reduced --to f.TFS"),
             "0 |orvane-cli: f.TFS: written, but cannot be read back: row 1: current 500 A\n");

@@ -37,7 +37,8 @@ TEST(TblListing, ListsEveryTypeOfBothVersions) {
   // Records behind the end record count; the end record itself and padding do not.
   const std::string first = RecordV1("TECH", 2, 0, IntBytes(4));
   WriteAll(dir / "one.tbl", first + EndV1(first) + RecordV1("SITN", 2, 2, "x"));
-  EXPECT_EQ(RunOne(TblListing(), dir / "one.tbl").text, "");
+  EXPECT_EQ(RunOne(TblListing(), dir / "one.tbl").text, "holds 2 of 719 parameters")
+      << "TECH stands twice in a table";
   EXPECT_EQ(ReadAll(dir / "one.txt"),
             "TECH    ,     ,    ,    ,    ,  Int,  4,\n"
             "SITN    ,     ,    ,    ,    ,  Str,  x,\n");
@@ -53,7 +54,7 @@ TEST(TblListing, WritesNothingForWhatIsNoTable) {
     EXPECT_EQ(ReadAll(dir / "a.txt"), "old");
   }
   WriteAll(dir / "a.tbl", HeaderV2());
-  EXPECT_EQ(RunOne(TblListing(), dir / "a.tbl").text, "no whole record");
+  EXPECT_EQ(RunOne(TblListing(), dir / "a.tbl").text, "no whole record, holds 0 of 719 parameters");
   EXPECT_EQ(ReadAll(dir / "a.txt"), "");
 }
 
@@ -78,7 +79,8 @@ class TblToV1 : public ::testing::Test {
 
 TEST_F(TblToV1, LeavesBothVersions) {
   WriteAll(dir_ / "BOX.TBL", file_);
-  EXPECT_EQ(RunOne(TblToVersion1(ParamTable()), dir_ / "BOX.TBL").text, "");
+  EXPECT_EQ(RunOne(TblToVersion1(ParamTable()), dir_ / "BOX.TBL").text,
+            "holds 5 of 719 parameters");
   EXPECT_EQ(Version("BOX.TB2") + Version("BOX.TBL"), "21");
   EXPECT_EQ(Value("BOX.TB2", "TBVO") + Value("BOX.TBL", "TBVO"), "21");
   EXPECT_EQ(Value("BOX.TB2", "CMPY"), "");
@@ -129,7 +131,9 @@ TEST_F(TblToV1, CarriesTheTableFromFileToFile) {
   batch.Wait();
   EXPECT_EQ(batch.Result(1)->status, BatchStatus::kLeftAlone);
   EXPECT_EQ(batch.Result(1)->text, "too short for a TBL file (173)");
-  EXPECT_EQ(batch.Result(2)->text, "already version 1: longer keys come from the table before it");
+  EXPECT_EQ(
+      batch.Result(2)->text,
+      "already version 1: longer keys come from the table before it; holds 1 of 719 parameters");
   EXPECT_EQ(Value("out/C.TB2", "TECH") + Value("out/C.TB2", "CMPY1"), "3a company");
   EXPECT_EQ(Value("out/C.TBL", "SITN") + Value("out/C.TBL", "TBVI"), "old box1");
   EXPECT_EQ(ReadAll(dir_ / "A.TBL"), file_);

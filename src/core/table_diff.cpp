@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/table_diff.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+std::vector<ParamKey> DifferingKeys(const ParamTable& a, const ParamTable& b) {
+  std::vector<ParamKey> keys;
+  ParamKey key;
+  for (int position = 0; a.GetParamKey(position, &key) == kOk; ++position) {
+    const ParamEntry* in_a = a.FindParam(key);
+    const ParamEntry* in_b = b.FindParam(key);
+    if (in_a != nullptr && in_b != nullptr && in_a->value != in_b->value &&
+        std::find(keys.begin(), keys.end(), key) == keys.end()) {
+      keys.push_back(key);
+    }
+  }
+  return keys;
+}
+
+}  // namespace orvane
