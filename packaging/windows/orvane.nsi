@@ -110,7 +110,7 @@ Section
     WriteRegStr HKLM "Software\Classes\.tbl" "" "${DOCUMENT}"
   ${EndIf}
   WriteRegStr HKLM "Software\Classes\.tbl\OpenWithProgids" "${DOCUMENT}" ""
-  WriteRegStr HKLM "Software\Classes\${DOCUMENT}" "" "Orvane parameter table"
+  WriteRegStr HKLM "Software\Classes\${DOCUMENT}" "" "Tbl Document"
   WriteRegStr HKLM "Software\Classes\${DOCUMENT}\DefaultIcon" "" '"$INSTDIR\orvane.exe",0'
   WriteRegStr HKLM "Software\Classes\${DOCUMENT}\shell\open\command" "" '"$INSTDIR\orvane.exe" "%1"'
   !insertmacro RefreshShell

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "app/field_folders.h"
+#include "core/number_text.h"
 #include "core/param_access.h"
 #include "core/param_text.h"
 #include "core/path_text.h"
@@ -26,8 +27,6 @@
 
 namespace orvane {
 
-void EditorCommands::MarkModified() { doc_->SetModified(true); }
-
 void EditorCommands::TellEarlyChanges(const std::vector<std::string>& keys) {
   if (keys.empty()) {
     return;
@@ -41,13 +40,23 @@ void EditorCommands::TellEarlyChanges(const std::vector<std::string>& keys) {
   notices_->ShowNotice(line);
 }
 
+void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
+  for (const CGridCtrl* grid : dialog.findChildren<CGridCtrl*>()) {
+    QObject::connect(grid, &CGridCtrl::Pasted, doc_, [this](int set, int refused) {
+      if (refused > 0) {
+        notices_->ShowNotice(FormatInt(refused) + " of " + FormatInt(set + refused) +
+                             " pasted cells were refused");
+      }
+    });
+  }
+}
+
 void EditorCommands::EditRaw() {
-  CParamTableDlg dialog(&doc_->Table(), parent_);
+  CParamTableDlg dialog(&doc_->Table(), parent_, doc_->NotInFile());
+  TellRefusedPastes(dialog);
   QObject::connect(&dialog, &CParamTableDlg::Edited, doc_, &COrvaneDoc::UpdateAllViews);
   dialog.exec();
-  if (dialog.IsModified()) {
-    MarkModified();
-  }
+  doc_->NoteChanges();
 }
 
 bool EditorCommands::AskForSerials(QWidget* parent, std::vector<std::string>* early) {
@@ -64,7 +73,7 @@ bool EditorCommands::AskForSerials(QWidget* parent, std::vector<std::string>* ea
   for (std::string& key : writes.Changes()) {
     early->push_back(std::move(key));
   }
-  MarkModified();
+  doc_->NoteChanges();
   return true;
 }
 
@@ -78,10 +87,11 @@ bool EditorCommands::SetUpSite(int tech, QWidget* parent, std::vector<std::strin
     early->push_back(std::move(key));
   }
   CSiteDlg dialog(&form, &table, prompts_, parent);
+  TellRefusedPastes(dialog);
   if (dialog.exec() != QDialog::Accepted) {
     return false;
   }
-  MarkModified();
+  doc_->NoteChanges();
   return true;
 }
 
@@ -104,15 +114,12 @@ void EditorCommands::EditAcquisition() {
     }
     doc_->UpdateAllViews();
   });
-  if (dialog.exec() == QDialog::Accepted) {
-    MarkModified();
-    return;
+  if (!Run(&dialog)) {
+    for (std::string& key : form.EarlyChanges()) {
+      early.push_back(std::move(key));
+    }
+    TellEarlyChanges(early);
   }
-  for (std::string& key : form.EarlyChanges()) {
-    early.push_back(std::move(key));
-  }
-  TellEarlyChanges(early);
-  doc_->UpdateAllViews();
 }
 
 QString EditorCommands::ScheduleFolder(int method) const {
@@ -125,9 +132,9 @@ void EditorCommands::EditStepping() {
   form.Open();
   const QString folder = ScheduleFolder(IntParam(doc_->Table(), "TECH"));
   CFreqSteppingDlg dialog(&form, prompts_, folder, parent_);
+  TellRefusedPastes(dialog);
   if (!Run(&dialog)) {
     TellEarlyChanges(form.EarlyChanges());
-    doc_->UpdateAllViews();
   }
 }
 
@@ -142,9 +149,7 @@ void EditorCommands::CreateFdemSchedule() {
 
 bool EditorCommands::Run(QDialog* dialog) {
   const bool is_accepted = dialog->exec() == QDialog::Accepted;
-  if (is_accepted) {
-    MarkModified();
-  }
+  doc_->NoteChanges();  // Cancel does not undo everything
   return is_accepted;
 }
 
@@ -154,7 +159,6 @@ void EditorCommands::EditRadio() {
   CRadioDlg dialog(&form, prompts_, parent_);
   if (!Run(&dialog)) {
     TellEarlyChanges(form.EarlyChanges());
-    doc_->UpdateAllViews();
   }
 }
 
@@ -198,11 +202,20 @@ void EditorCommands::SaveAllBoxes() {
   for (const StartupBox& box : run.Boxes()) {
     StartupForm form(&table, box, run.Choices());
     CStartupDlg dialog(&form, &run, prompts_, parent_);
+    TellRefusedPastes(dialog);
     dialog.exec();  // Cancel skips this box only
   }
-  doc_->SetModified(run.IsModifiedAfter(doc_->IsModified()));
+  if (run.Document() == StartupRun::OwnFile::kWritten) {
+    doc_->OnOwnFileWritten();
+  } else if (run.Document() == StartupRun::OwnFile::kTouched) {
+    doc_->OnOwnFileTouched();
+  } else {
+    doc_->NoteChanges();
+  }
   if (const std::string line = run.StatusLine(); !line.empty()) {
     notices_->ShowNotice(line);
+  } else {
+    TellEarlyChanges(run.EarlyChanges());
   }
 }
 

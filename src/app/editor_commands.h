@@ -36,11 +36,12 @@ class EditorCommands {
   /// changed before it.
   bool SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early);
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
-  void MarkModified();
   /// The document's folder.
   QString ScheduleFolder(int method) const;
-  /// Runs a dialog; with OK the document is modified.
+  /// Runs a dialog. True when it ended with OK.
   bool Run(QDialog* dialog);
+  /// Of the grids of a dialog, in the status bar.
+  void TellRefusedPastes(const QDialog& dialog);
   void TellEarlyChanges(const std::vector<std::string>& keys);
 
   COrvaneDoc* doc_;

@@ -78,7 +78,6 @@ EmergencyCopy::EmergencyCopy(fs::path folder, COrvaneDoc* doc, Notices* notices)
   connect(&later_, &QTimer::timeout, this, &EmergencyCopy::Keep);
   connect(doc_, &COrvaneDoc::Marked, this, &EmergencyCopy::FollowMark);
   connect(doc_, &COrvaneDoc::Changed, &later_, qOverload<>(&QTimer::start));
-  clean_ = TblImage(doc_->Table(), {});
 }
 
 fs::path EmergencyCopy::UsersFolder() {
@@ -169,20 +168,20 @@ std::string EmergencyCopy::ClaimOwn() {
 void EmergencyCopy::FollowMark(bool is_modified) {
   if (is_modified) {
     Keep();
-    return;
+  } else {
+    Remove();
   }
-  Remove();
-  clean_ = TblImage(doc_->Table(), {});
 }
 
 void EmergencyCopy::Keep() {
   later_.stop();
+  if (!doc_->IsModified()) {
+    Remove();  // what was changed is as it was
+    return;
+  }
   // Without a path the next save asks for one.
   const QString path = LooksLikeNoText(doc_->Path()) ? QString() : doc_->Path();
   UnsavedTable unsaved{path.toStdString(), TblImage(doc_->Table(), {})};
-  if (!doc_->IsModified() && unsaved.table == clean_) {
-    return;
-  }
   std::vector<std::byte> image = UnsavedImage(unsaved);
   if (image == kept_) {
     return;

@@ -51,10 +51,9 @@ class EmergencyCopy : public QObject {
   std::filesystem::path folder_;
   COrvaneDoc* doc_;
   Notices* notices_;
-  QTimer later_;                  // for edits in a dialog that is still open
-  Copy own_;                      // no lock: none yet
-  std::vector<std::byte> clean_;  // the table when the mark was cleared last
-  std::vector<std::byte> kept_;   // what the copy holds; empty: there is none
+  QTimer later_;                 // for edits in a dialog that is still open
+  Copy own_;                     // no lock: none yet
+  std::vector<std::byte> kept_;  // what the copy holds; empty: there is none
 };
 
 }  // namespace orvane

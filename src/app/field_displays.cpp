@@ -7,6 +7,7 @@
 #include "calibration/widgets/calibration_display.h"
 #include "calibration/widgets/calibration_dlg.h"
 #include "timeseries/widgets/waveform_display.h"
+#include "timeseries/widgets/waveform_dlg.h"
 #include "ui/file_dialogs.h"
 
 namespace orvane {
@@ -112,6 +113,13 @@ void FieldDisplays::EditCalibrationRanges() {
 void FieldDisplays::EditWaveformSettings() {
   if (auto* waveform = qobject_cast<CWaveformDisplay*>(current_); waveform != nullptr) {
     waveform->EditSettings();
+    return;
+  }
+  WaveformView none;  // the next waveform is shown so
+  none.SetSettings(waveform_settings_);
+  WaveformForm form(none);
+  if (CWaveformDlg(&form, &none, prompts_, window_).exec() == QDialog::Accepted) {
+    waveform_settings_ = none.Settings();
   }
 }
 

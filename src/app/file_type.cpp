@@ -49,7 +49,7 @@ bool DescribeFileType(QSettings* users_classes, const QSettings& machines_classe
   const QString path = QDir::toNativeSeparators(program);
   users_classes->setValue(kExtension, QString(kDocument));
   users_classes->setValue(QStringLiteral("Orvane.Document/Default"),
-                          QStringLiteral("Orvane parameter table"));
+                          QStringLiteral("Tbl Document"));
   users_classes->setValue(QStringLiteral("Orvane.Document/DefaultIcon/Default"),
                           QStringLiteral("\"%1\",0").arg(path));
   users_classes->setValue(kCommand,

@@ -59,13 +59,14 @@ QString AskForTable(QWidget* parent, QFileDialog::AcceptMode mode, const QString
   return dialog.Chosen();
 }
 
-QString DroppedFile(const QMimeData* data) {
+QStringList DroppedFiles(const QMimeData* data) {
+  QStringList files;
   for (const QUrl& url : data->urls()) {
     if (url.isLocalFile()) {
-      return url.toLocalFile();
+      files << url.toLocalFile();
     }
   }
-  return {};
+  return files;
 }
 
 }  // namespace
@@ -202,7 +203,6 @@ void CMainFrame::ConnectCommands() {
   Handle(kCalibrationSettings, [this] { displays_->EditCalibrationRanges(); });
   Handle(kListCalibrations, [this] { utilities_.ListCalibrations(); });
   Handle(kWaveformSettings, [this] { displays_->EditWaveformSettings(); });
-  Command(kWaveformSettings)->setEnabled(false);
   Handle(kWaveformToText, [this] { utilities_.ConvertWaveforms(); });
   Handle(kConvertToSpectra, [this] { utilities_.ConvertToSpectra(); });
   Handle(kRestack, [this] { utilities_.Restack(); });
@@ -220,7 +220,6 @@ void CMainFrame::ConnectCommands() {
 }
 
 void CMainFrame::FollowDisplay() {
-  Command(kWaveformSettings)->setEnabled(displays_->ShowsWaveform());
   Command(kScrollBack)->setEnabled(Display() != nullptr);
   Command(kScrollForward)->setEnabled(Display() != nullptr);
   UpdateTitle();
@@ -297,7 +296,7 @@ void CMainFrame::OnFileOpen() {
   const QString start = doc_->Path().isEmpty() ? recent : doc_->Path();
   const QString path = AskForTable(this, QFileDialog::AcceptOpen, start);
   if (!path.isEmpty()) {
-    OpenFile(path);
+    OpenAny(path);
   }
 }
 
@@ -349,7 +348,7 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
 }
 
 void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {
-  if (!DroppedFile(event->mimeData()).isEmpty()) {
+  if (!DroppedFiles(event->mimeData()).isEmpty()) {
     event->setDropAction(Qt::CopyAction);  // never "move": the source would delete the file
     event->accept();
   }
@@ -358,7 +357,16 @@ void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {
 void CMainFrame::dropEvent(QDropEvent* event) {
   event->setDropAction(Qt::CopyAction);
   event->accept();
-  OpenAny(DroppedFile(event->mimeData()));
+  const QStringList files = DroppedFiles(event->mimeData());
+  OpenAny(files.value(0));
+  if (files.size() > 1) {  // there is one document, and one display
+    QStringList others;
+    for (const QString& file : files.mid(1)) {
+      others << QFileInfo(file).fileName();
+    }
+    ShowNotice(notice_->text() + QStringLiteral("; not opened: ") +
+               others.join(QStringLiteral(", ")));
+  }
 }
 
 }  // namespace orvane

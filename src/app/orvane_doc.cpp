@@ -8,6 +8,7 @@
 #include "core/param_access.h"
 #include "core/param_dictionary.h"
 #include "core/path_text.h"
+#include "core/table_diff.h"
 #include "core/tbl_file.h"
 #include "ui/qt_path.h"
 
@@ -21,26 +22,41 @@ std::string OfAllParameters(std::size_t loaded) {
          " parameters";
 }
 
+// The built-in dictionary has every key that the document sets.
+void StoreInt(ParamTable* table, ParamKey key, std::int32_t number) {
+  static_cast<void>(table->SetParam(key, IntPT, &number));
+}
+
 }  // namespace
 
 COrvaneDoc::COrvaneDoc(ParamTable* table, Prompts* prompts, Notices* notices)
     : table_(table), prompts_(prompts), notices_(notices) {
   BuildIndex();  // so that the views show the defaults until there is a document
+  baseline_ = *table_;
 }
 
 QString COrvaneDoc::Title() const {
   return path_.isEmpty() ? QStringLiteral("Untitled") : QFileInfo(path_).fileName();
 }
 
-void COrvaneDoc::SetModified(bool is_modified) {
-  is_modified_ = is_modified;
-  emit Changed();
-  emit Marked(is_modified);
+bool COrvaneDoc::IsModified() const {
+  return must_save_ || !DifferingKeys(*table_, baseline_).empty();
 }
 
-void COrvaneDoc::StoreInt(ParamKey key, std::int32_t number) {
-  // The built-in dictionary has every key that the document sets.
-  static_cast<void>(table_->SetParam(key, IntPT, &number));
+void COrvaneDoc::NoteChanges() {
+  emit Changed();
+  emit Marked(IsModified());
+}
+
+void COrvaneDoc::TakeBaseline() {
+  baseline_ = *table_;
+  must_save_ = false;
+  NoteChanges();
+}
+
+void COrvaneDoc::OnOwnFileTouched() {
+  must_save_ = true;
+  NoteChanges();
 }
 
 void COrvaneDoc::BuildIndex() {
@@ -53,12 +69,13 @@ bool COrvaneDoc::OnNewDocument() {
   path_.clear();
   kind_ = kTable;
   file_version_ = 0;
+  not_in_file_.clear();
   BuildIndex();
-  StoreInt("LPFR", 18);
-  StoreInt("ACDC", 0);
-  StoreInt("ACDH", 0);
-  StoreInt("EGNC", 1);
-  StoreInt("HGNC", 1);
+  StoreInt(table_, "LPFR", 18);
+  StoreInt(table_, "ACDC", 0);
+  StoreInt(table_, "ACDH", 0);
+  StoreInt(table_, "EGNC", 1);
+  StoreInt(table_, "HGNC", 1);
   const double gain = 1.0;
   for (const ParamKey key : {"GFC1", "GFC2", "GFC3", "GFC4", "GFC5", "GFC6", "GFC7", "GFC8"}) {
     static_cast<void>(table_->SetParam(key, FltPT, &gain));  // built in, as above
@@ -67,7 +84,7 @@ bool COrvaneDoc::OnNewDocument() {
     notices_->ShowNotice("New table; the parameters keep their previous values");
   }
   has_document_ = true;
-  SetModified(false);
+  TakeBaseline();
   return true;
 }
 
@@ -78,24 +95,23 @@ bool COrvaneDoc::OnOpenDocument(const QString& path) {
     prompts_->ShowWarning(kCaption, FileMessage(file_path, reason));
     return false;
   }
-  // A file without the method is one of MT/AMT.
-  const std::int32_t tech_before = IntParam(*table_, "TECH", 0);
-  StoreInt("TECH", 5);
+  ParamTable loaded = *table_;
+  StoreInt(&loaded, "TECH", 5);  // a file without the method is one of MT/AMT
   TblReport report;
-  if (LoadParamFile(table_, file_path, &report) != kOk) {
-    LeaveAfterFailedLoad(tech_before, report.message);
+  if (LoadParamFile(&loaded, file_path, &report) != kOk) {
+    notices_->ShowNotice(report.message);
     return false;
   }
+  *table_ = std::move(loaded);
+  not_in_file_ = std::move(report.missing);
   path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = report.version;
   has_document_ = true;
   const bool is_waveform = EndsWithoutCase(PathText(file_path), ".TSS");
   kind_ = is_waveform && waveform_loader_ && waveform_loader_(path) ? kTimeSeries : kTable;
-  notices_->ShowNotice(report.loaded < kDictionarySize
-                           ? "Loaded " + OfAllParameters(report.loaded) +
-                                 "; the others keep their previous values"
-                           : "Loaded " + OfAllParameters(report.loaded));
-  SetModified(false);
+  notices_->ShowNotice("Loaded " + OfAllParameters(report.held) +
+                       (not_in_file_.empty() ? "" : "; the others keep their previous values"));
+  TakeBaseline();
   return true;
 }
 
@@ -106,13 +122,9 @@ void COrvaneDoc::OnOpenUnsaved(const QString& path, std::span<const std::byte> i
   kind_ = kTable;
   file_version_ = path.isEmpty() ? 0 : IntParam(*table_, "TBVI", 2);
   has_document_ = true;
-  SetModified(true);
-}
-
-void COrvaneDoc::LeaveAfterFailedLoad(std::int32_t tech_before, const std::string& message) {
-  StoreInt("TECH", 1);
-  notices_->ShowNotice(message);
-  SetModified(is_modified_ || tech_before != 1);
+  not_in_file_.clear();
+  baseline_ = *table_;
+  OnOwnFileTouched();  // whatever the file holds, it is not this
 }
 
 bool COrvaneDoc::OnSaveDocument(const QString& path) {
@@ -124,7 +136,10 @@ bool COrvaneDoc::OnSaveDocument(const QString& path) {
   }
   TblReport report;
   if (SaveParamFile(table_, PathFromText(path), options, &report) != kOk) {
-    SetModified(true);
+    if (report.has_touched &&
+        FileIdentity(PathFromText(path)) == FileIdentity(PathFromText(path_))) {
+      OnOwnFileTouched();
+    }
     notices_->ShowNotice(report.message);
     prompts_->ShowWarning(kCaption, report.message);
     return false;
@@ -133,12 +148,13 @@ bool COrvaneDoc::OnSaveDocument(const QString& path) {
                                           : "Saved " + path.toStdString());
   path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = 2;
-  SetModified(false);
+  not_in_file_.clear();
+  TakeBaseline();
   return true;
 }
 
 bool COrvaneDoc::SaveModified(const std::function<bool()>& save) {
-  if (!is_modified_) {
+  if (!IsModified()) {
     return true;
   }
   switch (prompts_->AskYesNoCancel(kCaption, "Save changes to " + Title().toStdString() + "?")) {

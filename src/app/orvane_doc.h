@@ -6,6 +6,7 @@
 #include <QString>
 #include <functional>
 #include <span>
+#include <vector>
 
 #include "core/param_table.h"
 #include "forms/prompts.h"
@@ -13,8 +14,9 @@
 namespace orvane {
 
 /// The one open document: a parameter table file, whose content is the process-wide table. It holds
-/// no copy of the parameters: opening loads into the table, saving writes the table out, editors
-/// work on the table.
+/// no copy to work on: opening loads into the table, saving writes the table out, editors work on
+/// the table. It is modified exactly where a value found by its key differs from the table right
+/// after New, Open or Save; or after its file was touched by a save that failed, and after a crash.
 class COrvaneDoc : public QObject {
   Q_OBJECT
 
@@ -27,12 +29,10 @@ class COrvaneDoc : public QObject {
   bool OnNewDocument();
 
   /// Loads a file into the table. A file that cannot be opened is told in a box, one that is no
-  /// parameter table in the status bar; either way the document stays what it was, except that the
-  /// latter leaves "TECH" at 1.
+  /// parameter table in the status bar; either way document and table stay what they were.
   bool OnOpenDocument(const QString& path);
 
-  /// Writes the table, always as version 2. False where the user is told why not; the document is
-  /// modified then.
+  /// Writes the table, always as version 2. False where the user is told why not.
   bool OnSaveDocument(const QString& path);
 
   /// Takes up a table that an ended program had not saved: a modified document of that path, which
@@ -40,7 +40,12 @@ class COrvaneDoc : public QObject {
   void OnOpenUnsaved(const QString& path, std::span<const std::byte> image);
 
   /// The program ends, and the user has decided about the changes.
-  void OnCloseDocument() { SetModified(false); }
+  void OnCloseDocument() { TakeBaseline(); }
+
+  /// The document's own file was written by other means, from this table.
+  void OnOwnFileWritten() { TakeBaseline(); }
+  /// Its own file may hold anything after a write that failed.
+  void OnOwnFileTouched();
 
   /// Asks whether to save a modified document. False: the user wants to stay.
   bool SaveModified(const std::function<bool()>& save);
@@ -61,21 +66,23 @@ class COrvaneDoc : public QObject {
   /// Version of the file as loaded or saved; 0 for a new document.
   int FileVersion() const { return file_version_; }
 
-  bool IsModified() const { return is_modified_; }
-  void SetModified(bool is_modified);
-  /// To be called after every change of the table, so that the views follow.
+  bool IsModified() const;
+  /// Values that the file did not bring, until the next save.
+  const std::vector<ParamKey>& NotInFile() const { return not_in_file_; }
+  /// To be called after every change of the table, so that the views follow: while a dialog may
+  /// change more of it, and when it is done.
   void UpdateAllViews() { emit Changed(); }
+  void NoteChanges();
 
  signals:
   /// Path, modified mark or a value of the table changed.
   void Changed();
-  /// After `Changed()`: the modified mark was set or cleared, also where it was so before.
+  /// After `Changed()`: a command is done, and the document is modified or not, as before or not.
   void Marked(bool is_modified);
 
  private:
-  void StoreInt(ParamKey key, std::int32_t number);
   void BuildIndex();
-  void LeaveAfterFailedLoad(std::int32_t tech_before, const std::string& message);
+  void TakeBaseline();
 
   ParamTable* table_;
   Prompts* prompts_;
@@ -84,7 +91,9 @@ class COrvaneDoc : public QObject {
   QString path_;
   ContentKind kind_ = kTable;
   int file_version_ = 0;
-  bool is_modified_ = false;
+  ParamTable baseline_;  // what is not modified
+  bool must_save_ = false;
+  std::vector<ParamKey> not_in_file_;
   bool has_document_ = false;
 };
 

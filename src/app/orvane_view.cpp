@@ -7,8 +7,9 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+#include <algorithm>
 
-#include "editors/table_summary.h"
+#include "core/param_dictionary.h"
 #include "ui/byte_text.h"
 #include "ui/plot_theme.h"
 
@@ -86,21 +87,39 @@ void COrvaneView::changeEvent(QEvent* event) {
   }
 }
 
+bool COrvaneView::IsNotInFile(const SummaryLine& line) const {
+  const auto& all = doc_->NotInFile();
+  return std::find_first_of(line.keys.begin(), line.keys.end(), all.begin(), all.end()) !=
+         line.keys.end();
+}
+
+QString COrvaneView::NotInFileText() const {
+  const std::size_t count = doc_->NotInFile().size();
+  return count == 0 ? QString()
+                    : QStringLiteral("; %1 of %2 values are not in the file")
+                          .arg(count)
+                          .arg(kDictionarySize);
+}
+
 void COrvaneView::OnUpdate() {
   name_->setText(doc_->Title() + (doc_->IsModified() ? QStringLiteral(" (changed)") : QString()));
   file_->setText(doc_->Path().isEmpty() ? QStringLiteral("New table, not saved yet")
-                                        : QStringLiteral("%1, TBL version %2")
+                                        : QStringLiteral("%1, TBL version %2%3")
                                               .arg(QDir::toNativeSeparators(doc_->Path()))
-                                              .arg(doc_->FileVersion()));
+                                              .arg(doc_->FileVersion())
+                                              .arg(NotInFileText()));
   std::size_t at = 0;
   for (const SummaryGroup& group : SummarizeTable(doc_->Table())) {
     for (const SummaryLine& line : group.lines) {
       QLabel* label = values_[at++];
-      const QString value =
-          line.value.empty() ? QStringLiteral("not set") : TextFromBytes(line.value);
+      QString value = line.value.empty() ? QStringLiteral("not set") : TextFromBytes(line.value);
+      const bool is_not_in_file = IsNotInFile(line);
+      if (is_not_in_file) {
+        value += QStringLiteral(" (not in the file)");
+      }
       label->setText(value);
       QPalette colors = palette();
-      if (line.value.empty()) {
+      if (line.value.empty() || is_not_in_file) {
         colors.setColor(QPalette::WindowText, StandOut(Qt::gray, palette()));
       }
       label->setPalette(colors);

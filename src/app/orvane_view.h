@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/orvane_doc.h"
+#include "editors/table_summary.h"
 
 namespace orvane {
 
@@ -25,6 +26,8 @@ class COrvaneView : public QScrollArea {
  private:
   void Build();
   void OnUpdate();
+  bool IsNotInFile(const SummaryLine& line) const;
+  QString NotInFileText() const;
 
   COrvaneDoc* doc_;
   QLabel* name_ = nullptr;

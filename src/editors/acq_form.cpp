@@ -15,7 +15,6 @@ namespace {
 constexpr std::array kSchedule = {acq::kBand2, acq::kBand3, acq::kBand4, acq::kSampling,
                                   acq::kSlotLength};
 constexpr std::array kTimes = {acq::kStart, acq::kEnd, acq::kHighStart, acq::kHighEnd};
-constexpr auto kDropDisabled = FormModel::DisabledEdits::kDrop;
 
 // "LPFR" of filter index 1: with the rates of MT, else; and what the VLF trap adds to the latter.
 constexpr int kFirstMtFilter = 160;
@@ -44,9 +43,6 @@ void AcqForm::Open() {
   ApplyTimeZone();
   model_.SetText(acq::kChannels, "6");
   ShowSpace();
-  if (!HasSchedule()) {
-    model_.SetIndex(acq::kSampling, kAmt);
-  }
   ReadFilter();
   // Before the method rules: "Off" enabled would tell it that the method was a time-domain one, and
   // the stored filter would be lost.
@@ -130,7 +126,7 @@ void AcqForm::CalculateSpace() {
        {ParamKey("L2NS"), ParamKey("L3NS"), ParamKey("L4NS"), ParamKey("MTSR"), ParamKey("HSMP")}) {
     early_.Remember(key);
   }
-  model_.Write(kSchedule, kDropDisabled);
+  model_.Write(kSchedule);
   for (const int control : kTimes) {
     const Field& field = model_.FieldOf(control);
     std::vector<ParamValue> values = model_.Stored(control);
@@ -157,8 +153,8 @@ void AcqForm::ShowSpace() {
 }
 
 void AcqForm::WriteSchedule() {
-  model_.Write(kSchedule, kDropDisabled);
-  model_.Write(kTimes, kDropDisabled);
+  model_.Write(kSchedule);
+  model_.Write(kTimes);
   double gain = 0;
   if (table_->GetParam("HNOM", FltPT, &gain) == kOk && gain == 0.0) {
     gain = IsMtSampling() ? 1000.0 : 100.0;
@@ -178,7 +174,7 @@ void AcqForm::Commit() {
                           acq::kRequest});
   constexpr std::int32_t kSetupMode = 1;
   static_cast<void>(table_->SetParam("MODE", IntPT, &kSetupMode));
-  model_.Write(std::array{acq::kDrift, acq::kCombFilter, acq::kPowerUpWindow}, kDropDisabled);
+  model_.Write(std::array{acq::kDrift, acq::kCombFilter, acq::kPowerUpWindow});
 }
 
 std::string AcqForm::CouplingNote() const {

@@ -70,6 +70,7 @@ class AcqForm {
   void WriteFilter();
   void ApplyFunctionRule();
   void LimitRequests();
+  void ShowSchedule();
   void EnableSchedule();
   void SetTimeDomain();
   void SetFrequencyDomain();

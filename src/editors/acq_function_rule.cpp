@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::array kScheduleFields = {acq::kStart,   acq::kEnd,        acq::kHighStart,
                                         acq::kHighEnd, acq::kSlotLength, acq::kChannels};
+constexpr std::array kScheduleEdits = {acq::kStart, acq::kEnd,   acq::kHighStart, acq::kHighEnd,
+                                       acq::kBand2, acq::kBand3, acq::kBand4,     acq::kSlotLength};
 constexpr std::array kStackRequests = {acq::kRequestStandby, acq::kRequestPause,
                                        acq::kRequestCsRecord};
 constexpr int kTimeDomainWaveform = 1;
@@ -22,6 +24,7 @@ constexpr int kAc = 1;
 
 void AcqForm::ApplyFunctionRule() {
   LimitRequests();
+  ShowSchedule();
   EnableSchedule();
   early_.PutInt("WFRM", IsTimeDomain() ? kTimeDomainWaveform : kFrequencyDomainWaveform);
   model_.Enable(acq::kDrift, IsTimeDomain());
@@ -45,6 +48,20 @@ void AcqForm::LimitRequests() {
   if (index != kNothingChosen &&
       !model_.IsEnabled(choices[static_cast<std::size_t>(index)].control)) {
     model_.SetIndex(acq::kRequest, 0);
+  }
+}
+
+// Only MT/AMT writes the schedule: the other methods show what stays stored.
+void AcqForm::ShowSchedule() {
+  for (const int control : kScheduleEdits) {
+    if (HasSchedule()) {
+      model_.BringBack(control);
+    } else {
+      model_.SetAside(control);
+    }
+  }
+  if (!HasSchedule()) {
+    model_.ShowStored(acq::kSampling);
   }
 }
 

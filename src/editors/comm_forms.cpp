@@ -5,7 +5,9 @@
 #include <array>
 
 #include "core/ascii.h"
+#include "core/number_text.h"
 #include "core/param_text.h"
+#include "editors/serial_cautions.h"
 
 namespace orvane {
 namespace {
@@ -119,7 +121,12 @@ RadioForm::RadioForm(ParamTable* table)
       hardware_(ReadHardware()),
       band_(BandOf(hardware_)),
       fields_(RadioFieldsOf(band_)),
-      model_(table, fields_) {}
+      model_(table, fields_) {
+  model_.SetCautionRule([](FormModel* model) {
+    CautionSerials(std::array<int, 5>{kAux1Serial, 1012, 1013, 1014, kAux5Serial},
+                   std::array<int, 3>{kLocalSerial, kRefSerial, kTxSerial}, model);
+  });
+}
 
 std::string RadioForm::ReadHardware() {
   ParamValue stored{};
@@ -153,7 +160,13 @@ void RadioForm::Commit() {
 
 std::span<const Field> GsmFields() { return kGsmFields; }
 
-FtpForm::FtpForm(ParamTable* table) : PlainForm(table, kFtpFields) {}
+FtpForm::FtpForm(ParamTable* table) : PlainForm(table, kFtpFields) {
+  Model().SetCautionRule([](FormModel* model) {
+    const std::int32_t port = ParseInt(model->Text(kPort)).value_or(0);
+    model->SetCaution(
+        kPort, port < 0 || port > kLargestWord ? "No server has this port: they end at 65535" : "");
+  });
+}
 
 void FtpForm::Open() {
   PlainForm::Open();

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/raw_table.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "core/ascii.h"
 #include "core/number_text.h"
 #include "core/param_text.h"
@@ -77,7 +80,8 @@ std::string ModesOf(std::uint32_t write_mask) {
   return text;
 }
 
-RawTable::RawTable(ParamTable* table) : table_(table), opened_(*table) {
+RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file)
+    : table_(table), opened_(*table), not_in_file_(std::move(not_in_file)) {
   ParamKey key;
   std::string_view type;
   for (int position = 0; table_->GetParamKey(position, &key) == kOk; ++position) {
@@ -169,6 +173,9 @@ std::string RawTable::Detail(int ordinal) const {
   text += "; " + PermissionDetail(entry->write_mask);
   if (IsChanged(ordinal)) {
     text += "; was " + ValueText(*opened_.FindParam(Row(ordinal).key));
+  }
+  if (std::find(not_in_file_.begin(), not_in_file_.end(), Row(ordinal).key) != not_in_file_.end()) {
+    text += "; the file did not have it";
   }
   return text;
 }

@@ -36,7 +36,8 @@ struct RawRow {
 /// its first entry in both rows.
 class RawTable {
  public:
-  explicit RawTable(ParamTable* table);
+  /// `not_in_file`: keys whose values the open file did not bring, told with their rows.
+  explicit RawTable(ParamTable* table, std::vector<ParamKey> not_in_file = {});
 
   /// Number of rows. Reading stops at the first key that cannot be fetched.
   int Count() const { return static_cast<int>(rows_.size()); }
@@ -67,6 +68,7 @@ class RawTable {
  private:
   ParamTable* table_;
   ParamTable opened_;  // as the table was
+  std::vector<ParamKey> not_in_file_;
   std::vector<RawRow> rows_;
   bool is_modified_ = false;
 };

@@ -6,6 +6,7 @@
 
 #include "core/number_text.h"
 #include "core/param_access.h"
+#include "editors/serial_cautions.h"
 
 namespace orvane {
 namespace {
@@ -180,7 +181,11 @@ std::vector<Choice> WithUnknown(const std::vector<std::string>& names) {
 
 }  // namespace
 
-BoxSerialForm::BoxSerialForm(ParamTable* table) : PlainForm(table, kBoxSerials) {}
+BoxSerialForm::BoxSerialForm(ParamTable* table) : PlainForm(table, kBoxSerials) {
+  Model().SetCautionRule([](FormModel* model) {
+    CautionSerials(std::array{1255, 1256, 1258, 1259, 1257}, std::array{1235, 1234}, model);
+  });
+}
 
 SiteForm::SiteForm(ParamTable* table, int tech,
                    const std::array<std::string, 4>& transmitter_models)
@@ -274,15 +279,10 @@ std::vector<int> SiteForm::WriteOrder() const {
   return order;
 }
 
-void SiteForm::Commit() {
-  // What was typed into loop fields that a grounded dipole disables was not checked and goes.
-  model_.Write(WriteOrder(), FormModel::DisabledEdits::kDrop);
-  if (DialogNumber() == 162 && !IsGroundedDipole()) {
-    CompleteLoopSize();
-  }
-}
+void SiteForm::Commit() { model_.Write(WriteOrder()); }
 
-// A loop without a size becomes a square one of the effective area.
+// A loop without a size becomes a square one of the effective area, which the transmitter's channel
+// has in the grid.
 void SiteForm::CompleteLoopSize() {
   const double area = RealParam(*table_, "TXLEN");
   const std::int32_t turns = IntParam(*table_, "TXTURN");
@@ -295,10 +295,14 @@ void SiteForm::CompleteLoopSize() {
   Store(table_, "LWIDTH", FltPT, &side);
 }
 
-void SiteForm::CommitTransmitterType() {
-  if (DialogNumber() == 162) {
-    model_.Write(std::array<int, 1>{kTransmitterType});
+void SiteForm::CommitAfterGrids() {
+  if (DialogNumber() != 162) {
+    return;
   }
+  if (!IsGroundedDipole()) {
+    CompleteLoopSize();
+  }
+  model_.Write(std::array<int, 1>{kTransmitterType});
 }
 
 }  // namespace orvane

@@ -68,10 +68,11 @@ class SiteForm {
   std::vector<std::string> Open();
   /// To be called after the user changed a control.
   void OnEdited(int control);
-  /// Writes everything but the spread and the transmitter type.
+  /// Writes everything but the spread and what follows from it.
   void Commit();
-  /// The transmitter type, written once the grids of the spread are found right. TDEM and FDEM.
-  void CommitTransmitterType();
+  /// TDEM and FDEM, once the grids of the spread are written: the sides of a loop without a size,
+  /// from the area that the grid holds, and the transmitter type.
+  void CommitAfterGrids();
 
  private:
   std::vector<int> WriteOrder() const;

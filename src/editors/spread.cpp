@@ -117,7 +117,7 @@ bool Spread::CanEditBox(int box, BoxColumn column) const {
 }
 
 std::string Spread::EditBox(int box, BoxColumn column, std::string_view text) {
-  const auto number = ParseInt(text);
+  const auto number = ParseInt(Trimmed(text));
   if (!CanEditBox(box, column) || !number) {
     return NumberFault(true);
   }
@@ -189,7 +189,8 @@ void Spread::SetCell(int box, int channel, ChannelColumn column, const ParamValu
 std::string Spread::EditChannel(int box, int channel, ChannelColumn column, std::string_view text) {
   const ChannelColumnInfo& info = InfoOf(column);
   ParamValue value{};
-  if (std::string reason = ParseParamValueStrictly(text, info.type, &value); !reason.empty()) {
+  const std::string_view entered = info.type == StrPT ? text : Trimmed(text);
+  if (std::string reason = ParseParamValueStrictly(entered, info.type, &value); !reason.empty()) {
     return info.type == StrPT ? "Enter no more than 15 characters."
                               : NumberFault(info.type == IntPT);
   }

@@ -139,6 +139,7 @@ std::vector<Field> FieldsOf(StartupBox box, std::span<const Choice> requests) {
 StartupForm::StartupForm(ParamTable* table, StartupBox box, const StartupChoices& choices)
     : table_(table),
       box_(box),
+      monitor_serial_(choices.monitor_serial),
       tech_(IntParam(*table, "TECH")),
       request_choices_(RequestChoices(tech_)),
       fields_(FieldsOf(box, request_choices_)),
@@ -186,13 +187,14 @@ std::filesystem::path StartupForm::Path(const std::filesystem::path& document_fo
 }
 
 std::string StartupForm::EditGain(int channel, const std::string& text) {
-  const auto number = ParseReal(text);
+  const std::string entered(Trimmed(text));
+  const auto number = ParseReal(entered);
   if (!number) {
     return "Enter a number.";
   }
   const auto at = static_cast<std::size_t>(channel);
   gains_[at] = number;
-  channels_[at].gain = text;
+  channels_[at].gain = entered;
   return {};
 }
 
@@ -222,6 +224,9 @@ void StartupForm::OverrideForMonitor(ParamTable* table) const {
 
 void StartupForm::OverrideForReceiver(ParamTable* table) const {
   model_.WriteTo(table, kReceiverOverrides);
+  if (monitor_serial_) {
+    PutInt(table, "SNTX", *monitor_serial_);
+  }
   if (!box_.IsAuxiliary()) {
     return;
   }
@@ -236,7 +241,9 @@ void StartupForm::OverrideForReceiver(ParamTable* table) const {
 bool StartupForm::ApplyLastingBeforeFile(ParamTable* table) const {
   const ParamTable before = *table;
   model_.WriteTo(table, kMonitorLasting);
-  PutText(table, "CHDEFTX", "Tx");
+  if (HasFile()) {
+    PutText(table, "CHDEFTX", "Tx");
+  }
   bool is_changed = false;
   for (const ParamKey key : {"CAMP", "CNOM", "CSSN", "CCLT", "CHDEFTX"}) {
     const ParamEntry* now = table->FindParam(key);
@@ -251,7 +258,8 @@ bool StartupForm::ApplyLasting(ParamTable* table) const {
   }
   bool is_changed = ApplyLastingBeforeFile(table);
   for (const ParamKey key : {"LIFESTN", "LIFESTK"}) {
-    is_changed = PutInt(table, key, 0) || is_changed;  // only once the file has the old ones
+    is_changed =
+        (HasFile() && PutInt(table, key, 0)) || is_changed;  // only once the file has the old ones
   }
   return is_changed;
 }

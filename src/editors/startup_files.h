@@ -29,6 +29,8 @@ struct StartupBox {
 struct StartupChoices {
   std::optional<bool> by_serial;  ///< "SerialNumber.tbl" chosen; nothing before the first OK
   std::string folder;
+  /// The transmitter monitor's, as typed into its dialog: for the other boxes' files.
+  std::optional<std::int32_t> monitor_serial;
 };
 
 /// The dialog for one box, numbers 167 and 168. Nothing is written into the edited table but what
@@ -60,6 +62,7 @@ class StartupForm {
   int DialogNumber() const { return box_.IsTransmitter() ? 167 : 168; }
   std::string Title() const;
   FormModel& Model() { return model_; }
+  const FormModel& Model() const { return model_; }
   StartupBox Box() const { return box_; }
 
   bool IsBySerial() const;
@@ -81,8 +84,12 @@ class StartupForm {
   /// The table of the box: a copy with what the dialog overrides.
   ParamTable Derive() const;
 
+  /// A transmitter monitor without a serial number is none: it gets no file.
+  bool HasFile() const { return !box_.IsTransmitter() || Serial() != 0; }
+
   /// What stays in the edited table: settings of the current sensor, "CHDEFTX", and "LIFESTN" and
-  /// "LIFESTK", which only the transmitter monitor's dialog changes. Whether a value changed.
+  /// "LIFESTK", which only the transmitter monitor's dialog changes; without a file only what was
+  /// typed. Whether a value changed.
   bool ApplyLasting(ParamTable* table) const;
 
  private:
@@ -92,6 +99,7 @@ class StartupForm {
 
   ParamTable* table_;
   StartupBox box_;
+  std::optional<std::int32_t> monitor_serial_;
   int tech_;
   std::vector<Choice> request_choices_;
   std::vector<Field> fields_;

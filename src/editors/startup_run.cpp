@@ -21,8 +21,11 @@ std::string Count(std::size_t number) { return FormatInt(static_cast<std::int64_
 }  // namespace
 
 StartupRun::StartupRun(ParamTable* table, std::filesystem::path document, Prompts* prompts)
-    : table_(table), document_(std::move(document)), prompts_(prompts) {
-  has_changed_table_ = SetDefaultResistances(table_);
+    : table_(table), document_(std::move(document)), prompts_(prompts), early_(table) {
+  for (const ParamKey key : {"EXR", "EYR", "EZR"}) {
+    early_.Remember(key);
+  }
+  SetDefaultResistances(table_);
   boxes_ = StartupBoxes(*table_, &left_out_);
 }
 
@@ -50,6 +53,16 @@ std::string StartupRun::WarningFor(const StartupForm& form) const {
 }
 
 void StartupRun::Accept(const StartupForm& form) {
+  if (form.HasFile()) {
+    Write(form);
+  } else {
+    has_no_monitor_ = true;
+  }
+  form.ApplyLasting(table_);
+  Remember(form);
+}
+
+void StartupRun::Write(const StartupForm& form) {
   std::int32_t stored = 0;
   const bool asks = table_->GetParam("TBVO", IntPT, &stored) == kOk && stored == 1;
   const bool is_yes =
@@ -60,42 +73,36 @@ void StartupRun::Accept(const StartupForm& form) {
   TblReport report;
   const Status status =
       SaveParamFile(&derived, path, {version, false, static_cast<std::int32_t>(version)}, &report);
-  has_changed_table_ = form.ApplyLasting(table_) || has_changed_table_;
   if (status == kOk) {
     written_.push_back(path);
     has_version_1_ = has_version_1_ || version == 1;
-    if (IsSameFile(path, document_)) {
-      wrote_document_ = true;
-      differs_from_document_ = TblImage(derived, {}) != TblImage(*table_, {});
-    }
   } else {
     failed_.push_back(PathText(path) + " (" + report.reason + ")");
   }
-  Remember(form, status == kOk);
+  if (IsSameFile(path, document_) && (status == kOk || report.has_touched)) {
+    own_file_ = status == kOk ? OwnFile::kWritten : OwnFile::kTouched;
+  }
 }
 
-void StartupRun::Remember(const StartupForm& form, bool is_written) {
-  const bool is_first = !choices_.by_serial.has_value();
-  if (form.Box().IsTransmitter()) {
-    choices_.folder = form.Folder();
-  } else if (form.Box().number == StartupBox::kMain && is_first && is_written) {
-    clears_modified_ = true;
+void StartupRun::Remember(const StartupForm& form) {
+  choices_.folder = form.Folder();
+  if (form.Box().IsTransmitter() && form.Model().IsEdited(StartupForm::kMonitorSerial)) {
+    choices_.monitor_serial = form.Serial();
   }
-  if (is_first || form.Box().IsTransmitter()) {
+  if (!choices_.by_serial.has_value() || form.Box().IsTransmitter()) {
     choices_.by_serial = form.IsBySerial();
   }
 }
 
-bool StartupRun::IsModifiedAfter(bool is_modified) const {
-  return (!clears_modified_ && (is_modified || has_changed_table_)) || differs_from_document_;
-}
-
 std::string StartupRun::StatusLine() const {
   const std::size_t all = written_.size() + failed_.size();
-  if (all == 0) {
+  if (all == 0 && !has_no_monitor_) {
     return {};
   }
   std::string line = Count(written_.size()) + " of " + Count(all) + " files written";
+  if (has_no_monitor_) {
+    line += "; no file for the transmitter monitor, whose serial number is 0";
+  }
   if (has_version_1_) {
     line += "; version 1: 285 of 719 records";
   }
@@ -108,10 +115,6 @@ std::string StartupRun::StatusLine() const {
       line += ' ';
       line += FormatInt(serial);
     }
-  }
-  if (clears_modified_ && !wrote_document_) {
-    line += document_.empty() ? std::string("; the document itself is not saved")
-                              : "; " + PathText(document_.filename()) + " itself is not saved";
   }
   return line;
 }

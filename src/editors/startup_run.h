@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "editors/startup_files.h"
+#include "forms/early_writes.h"
 #include "forms/prompts.h"
 
 namespace orvane {
@@ -26,18 +27,23 @@ class StartupRun {
   std::string WarningFor(const StartupForm& form) const;
 
   /// OK of a dialog: asks for the version where that is a question, writes the file from a copy of
-  /// the table and keeps what lasts.
+  /// the table and keeps what lasts. A transmitter monitor without a serial number gets no file.
   void Accept(const StartupForm& form);
 
   /// The whole run in one line; empty where nothing was accepted.
   std::string StatusLine() const;
 
-  /// What becomes of the document's modified mark, which is `is_modified` now.
-  bool IsModifiedAfter(bool is_modified) const;
+  /// Keys that the run's beginning changed; cancelling every dialog does not undo it.
+  std::vector<std::string> EarlyChanges() const { return early_.Changes(); }
+
+  /// What the run made of the document's own file.
+  enum class OwnFile { kAsBefore, kWritten, kTouched };
+  OwnFile Document() const { return own_file_; }
 
  private:
   std::filesystem::path DocumentFolder() const;
-  void Remember(const StartupForm& form, bool is_written);
+  void Remember(const StartupForm& form);
+  void Write(const StartupForm& form);
 
   ParamTable* table_;
   std::filesystem::path document_;
@@ -47,11 +53,10 @@ class StartupRun {
   StartupChoices choices_;
   std::vector<std::filesystem::path> written_;
   std::vector<std::string> failed_;
+  EarlyWrites early_;
   bool has_version_1_ = false;
-  bool has_changed_table_ = false;
-  bool clears_modified_ = false;
-  bool wrote_document_ = false;
-  bool differs_from_document_ = false;
+  bool has_no_monitor_ = false;
+  OwnFile own_file_ = OwnFile::kAsBefore;
 };
 
 }  // namespace orvane

@@ -66,11 +66,11 @@ SummaryGroup Boxes(const ParamTable& table, int tech) {
   // Only the IP methods know a reference box.
   const std::int32_t reference = tech == 1 || tech == 2 ? IntParam(table, "SNNR") : 0;
   return {"Boxes",
-          {{"Main box", Serial(IntParam(table, "SNUM"))},
-           {"Channels", Channels(table)},
-           {"Transmitter box", Serial(IntParam(table, "SNTX"))},
-           {"Auxiliary boxes", AuxiliaryBoxes(table)},
-           {"Reference box", Serial(reference)}}};
+          {{"Main box", Serial(IntParam(table, "SNUM")), {"SNUM"}},
+           {"Channels", Channels(table), {"TCHN", "NCHN"}},
+           {"Transmitter box", Serial(IntParam(table, "SNTX")), {"SNTX"}},
+           {"Auxiliary boxes", AuxiliaryBoxes(table), {"SN01", "SN02", "SN03", "SN04", "SN05"}},
+           {"Reference box", Serial(reference), {"SNNR"}}}};
 }
 
 }  // namespace
@@ -85,30 +85,30 @@ std::vector<SummaryGroup> SummarizeTable(const ParamTable& table) {
   const int tech = number("TECH");
   return {
       {"Method",
-       {{"Survey method", NameOf(kMethods, tech, 1)},
-        {"Mode request", NameOf(kRequests, number("RQST"))},
-        {"Line frequency", text("LFRQ") + " Hz"}}},
+       {{"Survey method", NameOf(kMethods, tech, 1), {"TECH"}},
+        {"Mode request", NameOf(kRequests, number("RQST")), {"RQST"}},
+        {"Line frequency", text("LFRQ") + " Hz", {"LFRQ"}}}},
       Boxes(table, tech),
       {"Times (as stored, UTC)",
-       {{"Record start", text("STIM")},
-        {"Record end", text("ETIM")},
-        {"High frequency start", text("HTIM")},
-        {"High frequency end", text("ETMH")}}},
+       {{"Record start", text("STIM"), {"STIM"}},
+        {"Record end", text("ETIM"), {"ETIM"}},
+        {"High frequency start", text("HTIM"), {"HTIM"}},
+        {"High frequency end", text("ETMH"), {"ETMH"}}}},
       {"Gains and filters",
-       {{"E gain", NameOf(kGains, number("EGNC"), kFirstGain)},
-        {"H gain", NameOf(kGains, number("HGNC"), kFirstGain)},
-        {"E coupling", NameOf(kCouplings, number("ACDC"))},
-        {"H coupling", NameOf(kCouplings, number("ACDH"))},
-        {"Low-pass filter", FilterName(number("LPFR"))}}},
+       {{"E gain", NameOf(kGains, number("EGNC"), kFirstGain), {"EGNC"}},
+        {"H gain", NameOf(kGains, number("HGNC"), kFirstGain), {"HGNC"}},
+        {"E coupling", NameOf(kCouplings, number("ACDC")), {"ACDC"}},
+        {"H coupling", NameOf(kCouplings, number("ACDH")), {"ACDH"}},
+        {"Low-pass filter", FilterName(number("LPFR")), {"LPFR"}}}},
       {"Survey",
-       {{"Project", ReadTextPieces(table, "SRVY", 4)},
-        {"Company", ReadTextPieces(table, "CMPY", 4)},
-        {"Client", ReadTextPieces(table, "CLIENT", 4)},
-        {"Survey area", ReadTextPieces(table, "AREA", 4)},
-        {"Operator", ReadTextPieces(table, "LOUT", 4)},
-        {"Line", text("LINE")},
-        {"Site", text("SITE")},
-        {"Comment", ReadTextPieces(table, "CMMNT", 8)}}},
+       {{"Project", ReadTextPieces(table, "SRVY", 4), {"SRVY1"}},
+        {"Company", ReadTextPieces(table, "CMPY", 4), {"CMPY1"}},
+        {"Client", ReadTextPieces(table, "CLIENT", 4), {"CLIENT1"}},
+        {"Survey area", ReadTextPieces(table, "AREA", 4), {"AREA1"}},
+        {"Operator", ReadTextPieces(table, "LOUT", 4), {"LOUT1"}},
+        {"Line", text("LINE"), {"LINE"}},
+        {"Site", text("SITE"), {"SITE"}},
+        {"Comment", ReadTextPieces(table, "CMMNT", 8), {"CMMNT1"}}}},
   };
 }
 

@@ -13,7 +13,8 @@ namespace orvane {
 
 struct SummaryLine {
   std::string_view label;
-  std::string value;  ///< empty: not set
+  std::string value;           ///< empty: not set
+  std::vector<ParamKey> keys;  ///< that it tells of, of a long text the first
 };
 
 struct SummaryGroup {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cassert>
 
+#include "core/ascii.h"
 #include "core/param_text.h"
 #include "core/param_time.h"
 
@@ -40,6 +41,18 @@ void FormModel::Changed(const State& state) const {
   }
 }
 
+void FormModel::ChangedShown(const State& state) {
+  Changed(state);
+  if (caution_rule_) {
+    caution_rule_(this);
+  }
+}
+
+void FormModel::SetCautionRule(CautionRule rule) {
+  caution_rule_ = std::move(rule);
+  caution_rule_(this);
+}
+
 bool FormModel::IsEnabled(int control) const {
   const auto button = buttons_.find(control);
   if (button != buttons_.end() && !button->second.is_enabled) {
@@ -52,13 +65,13 @@ bool FormModel::IsEnabled(int control) const {
 std::string_view FormModel::Warning(int control) const {
   const State& state = StateOf(control);
   if (state.is_edited) {
-    return {};
+    return state.caution;
   }
   if (state.is_unreadable) {
     return "The stored text has no end; it stays as it is unless a new one is entered";
   }
   return state.stored.empty() || FaultOf(*state.field, state.shown).empty()
-             ? std::string_view()
+             ? std::string_view(state.caution)
              : "The stored value is outside its range";
 }
 
@@ -89,16 +102,18 @@ std::string_view FormModel::ButtonCaption(int button) const {
 
 void FormModel::SetText(int control, std::string text) {
   State& state = StateOf(control);
-  state.shown.text = std::move(text);
+  const bool is_number =
+      state.field->widget == Widget::kInteger || state.field->widget == Widget::kReal;
+  state.shown.text = is_number ? std::string(Trimmed(text)) : std::move(text);
   state.is_edited = true;
-  Changed(state);
+  ChangedShown(state);
 }
 
 void FormModel::SetIndex(int control, int index) {
   State& state = StateOf(control);
   state.shown.index = index;
   state.is_edited = true;
-  Changed(state);
+  ChangedShown(state);
 }
 
 const FormModel::State* FormModel::GroupOf(int button) const {
@@ -121,7 +136,10 @@ void FormModel::Enable(int control, bool is_enabled) {
   }
   State& state = StateOf(control);
   state.is_enabled = is_enabled;
-  Changed(state);
+  if (!is_enabled && state.is_edited && !FaultOf(*state.field, state.shown).empty()) {
+    ShowStored(&state);
+  }
+  ChangedShown(state);
 }
 
 void FormModel::EnableGroup(int control, bool is_enabled) {
@@ -134,6 +152,14 @@ void FormModel::SetCaption(int control, std::string caption) {
   State& state = StateOf(control);
   state.caption = std::move(caption);
   Changed(state);
+}
+
+void FormModel::SetCaution(int control, std::string caution) {
+  State& state = StateOf(control);
+  if (state.caution != caution) {
+    state.caution = std::move(caution);
+    Changed(state);
+  }
 }
 
 void FormModel::SetButtonCaption(int button, std::string caption) {
@@ -154,6 +180,42 @@ void FormModel::Show(State* state) const {
   }
 }
 
+void FormModel::ShowStored(State* state) const {
+  state->is_edited = false;
+  Show(state);
+}
+
+void FormModel::ShowStored(int control) {
+  State& state = StateOf(control);
+  ShowStored(&state);
+  ChangedShown(state);
+}
+
+void FormModel::SetAside(int control) {
+  State& state = StateOf(control);
+  if (state.is_edited) {
+    state.aside = state.shown;
+    ShowStored(control);
+  }
+}
+
+void FormModel::BringBack(int control) {
+  State& state = StateOf(control);
+  if (state.aside) {
+    state.shown = std::move(*state.aside);
+    state.aside.reset();
+    state.is_edited = true;
+    ChangedShown(state);
+  }
+}
+
+void FormModel::Shift(Shown* edit, std::int64_t hours) {
+  ParamTime time;
+  if (ParseParamTimeStrictly(edit->text, &time)) {
+    edit->text = FormatParamTime(ShiftedByHours(time, hours));
+  }
+}
+
 void FormModel::SetHourOffset(int hours) {
   const int before = hours_;
   hours_ = hours;
@@ -161,13 +223,15 @@ void FormModel::SetHourOffset(int hours) {
     if (state.field->type != AmxPT) {
       continue;
     }
-    ParamTime time;
-    if (!state.is_edited) {
-      Show(&state);
-    } else if (ParseParamTimeStrictly(state.shown.text, &time)) {
-      state.shown.text = FormatParamTime(ShiftedByHours(time, std::int64_t{hours} - before));
+    if (state.aside) {
+      Shift(&*state.aside, std::int64_t{hours} - before);
     }
-    Changed(state);
+    if (state.is_edited) {
+      Shift(&state.shown, std::int64_t{hours} - before);
+    } else {
+      Show(&state);
+    }
+    ChangedShown(state);
   }
 }
 
@@ -195,9 +259,8 @@ void FormModel::Read(int control) {
   if (state.stored.size() < keys.size()) {
     state.stored.clear();  // a missing key leaves the control as it is at first
   }
-  state.is_edited = false;
-  Show(&state);
-  Changed(state);
+  ShowStored(&state);
+  ChangedShown(state);
 }
 
 void FormModel::ReadAll() {
@@ -231,14 +294,9 @@ void WriteLongText(ParamTable* table, ParamKey key, std::string_view text) {
 
 }  // namespace
 
-void FormModel::WriteTo(ParamTable* table, std::span<const int> controls,
-                        DisabledEdits disabled) const {
+void FormModel::WriteTo(ParamTable* table, std::span<const int> controls) const {
   for (const int control : controls) {
-    State state = StateOf(control);
-    if (disabled == DisabledEdits::kDrop && !state.is_enabled && state.is_edited) {
-      state.is_edited = false;
-      Show(&state);
-    }
+    const State& state = StateOf(control);
     if (state.field->codec.kind == CodecKind::kLongText) {
       if (state.is_edited) {
         WriteLongText(table, state.field->key, state.shown.text);

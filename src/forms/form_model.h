@@ -39,7 +39,8 @@ class FormModel {
   const std::string& Caption(int control) const { return StateOf(control).caption; }
   /// The values as last read, one for each key; none where a key is missing.
   const std::vector<ParamValue>& Stored(int control) const { return StateOf(control).stored; }
-  /// What is wrong with a stored value that nobody touched; empty where nothing is.
+  /// What is wrong with a stored value that nobody touched, else the caution that a rule has set;
+  /// empty where there is neither.
   std::string_view Warning(int control) const;
   /// Characters of a text that its keys hold; what is longer is cut when it is written.
   std::size_t CapacityOf(int control) const;
@@ -47,14 +48,29 @@ class FormModel {
   std::string_view ButtonCaption(int button) const;
 
   /// What a user, a rule or a button puts into a field; it counts as edited even where it is equal.
+  /// A number loses the blanks around it.
   void SetText(int control, std::string text);
   void SetIndex(int control, int index);
-  /// Of one button where the number is a button's, else of the whole control.
+  /// Of one button where the number is a button's, else of the whole control. A field that is
+  /// disabled with an edit that is not acceptable shows its stored value again: nobody could mend
+  /// it, and what is shown is what is written.
   void Enable(int control, bool is_enabled);
   /// Of all buttons of a group.
   void EnableGroup(int control, bool is_enabled);
   void SetCaption(int control, std::string caption);
+  /// What the user should know of a value that is accepted all the same; empty: nothing.
+  void SetCaution(int control, std::string caution);
+  /// What sets the cautions: called after each change of what fields show.
+  using CautionRule = std::function<void(FormModel*)>;
+  void SetCautionRule(CautionRule rule);
+  const std::string& Caution(int control) const { return StateOf(control).caution; }
   void SetButtonCaption(int button, std::string caption);
+
+  /// Drops an edit: the field shows its stored value again.
+  void ShowStored(int control);
+  /// The same, but the edit can be brought back: for fields that do not count for a while.
+  void SetAside(int control);
+  void BringBack(int control);
 
   /// Hours added to stored times for display. Fields that are not edited are shown anew; an edited
   /// time that parses moves along, one that does not stays as typed.
@@ -72,16 +88,11 @@ class FormModel {
   };
   std::optional<Fault> Validate() const;
 
-  /// Writes fields in the order given, without the permission check. A key that the table lacks is
-  /// skipped. `kDrop` is for forms in which a field may become disabled with an unchecked edit in
-  /// it: such a field writes what was read.
-  enum class DisabledEdits { kWrite, kDrop };
-  void Write(std::span<const int> controls, DisabledEdits disabled = DisabledEdits::kWrite) {
-    WriteTo(table_, controls, disabled);
-  }
+  /// Writes fields in the order given, without the permission check: what they show, enabled or
+  /// not. A key that the table lacks is skipped.
+  void Write(std::span<const int> controls) { WriteTo(table_, controls); }
   /// The same into another table, such as a copy for another box.
-  void WriteTo(ParamTable* table, std::span<const int> controls,
-               DisabledEdits disabled = DisabledEdits::kWrite) const;
+  void WriteTo(ParamTable* table, std::span<const int> controls) const;
 
   /// Called with the control number after each change of what it shows, and of its state.
   void SetListener(std::function<void(int)> listener) { listener_ = std::move(listener); }
@@ -95,7 +106,9 @@ class FormModel {
     bool is_unreadable = false;      // a long text without an end
     bool is_enabled = true;
     bool is_edited = false;
+    std::optional<Shown> aside;  // an edit that does not count for now
     std::string caption;
+    std::string caution;
   };
   struct Button {
     bool is_enabled = true;
@@ -105,10 +118,15 @@ class FormModel {
   State& StateOf(int control);
   const State& StateOf(int control) const;
   void Show(State* state) const;
+  void ShowStored(State* state) const;
+  /// Moves what a user typed into a time from one hour offset to another.
+  static void Shift(Shown* edit, std::int64_t hours);
   void ReadLongText(State* state) const;
   /// The group that a button belongs to; null where it is no button.
   const State* GroupOf(int button) const;
   void Changed(const State& state) const;
+  /// The same where what the field shows has changed.
+  void ChangedShown(const State& state);
 
   ParamTable* table_;
   std::span<const Field> fields_;
@@ -116,6 +134,7 @@ class FormModel {
   std::map<int, Button> buttons_;  // single buttons of groups that were changed
   int hours_ = 0;
   std::function<void(int)> listener_;
+  CautionRule caution_rule_;
 };
 
 }  // namespace orvane

@@ -16,12 +16,17 @@ std::string Refusal(std::string_view text, std::string_view what) {
 }
 
 // An empty cell is a zero.
-std::optional<double> RealIn(std::string_view text) { return text.empty() ? 0 : ParseReal(text); }
+std::optional<double> RealIn(std::string_view text) {
+  text = Trimmed(text);
+  return text.empty() ? 0 : ParseReal(text);
+}
 std::optional<std::int32_t> IntIn(std::string_view text) {
+  text = Trimmed(text);
   return text.empty() ? 0 : ParseInt(text);
 }
 
 std::optional<std::int16_t> WaveformIn(std::string_view text) {
+  text = Trimmed(text);
   const auto* name = std::find_if(kWaveforms.begin(), kWaveforms.end(), [text](auto waveform) {
     return EqualsWithoutCase(waveform, text);
   });

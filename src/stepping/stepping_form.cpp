@@ -99,7 +99,7 @@ bool SteppingForm::CanOpenFile() const { return model_.Index(stepping::kAuto) > 
 
 // What OK would store now.
 ParamValue SteppingForm::Value(int control) const {
-  if (model_.IsEdited(control) && model_.IsEnabled(control)) {
+  if (model_.IsEdited(control)) {
     const Shown shown{model_.Text(control), model_.Index(control)};
     if (const auto values = StoredOf(model_.FieldOf(control), shown, 0); !values.empty()) {
       return values.front();
@@ -201,7 +201,7 @@ void SteppingForm::ApplyDefaults(std::int32_t cycle_seconds) {
 
 void SteppingForm::Commit() {
   for (const Field& field : model_.Fields()) {
-    model_.Write(std::array{field.control}, FormModel::DisabledEdits::kDrop);
+    model_.Write(std::array{field.control});
   }
   for (std::size_t i = 0; is_list_edited_ && i < kFrequencyKeys.size(); ++i) {
     // A key that the table lacks has nowhere to go.

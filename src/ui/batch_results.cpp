@@ -15,6 +15,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "ui/list_item.h"
 #include "ui/qt_path.h"
 #include "ui/window_size.h"
 
@@ -117,8 +118,9 @@ void CBatchResultDlg::AddFile(const std::filesystem::path& input, const BatchRes
   for (const auto& path : result.outputs) {
     names << TextFromPath(path.filename());
   }
-  auto* item = new QTreeWidgetItem(list_, {TextFromPath(input.filename()), ResultText(result),
-                                           names.join(QStringLiteral(", "))});
+  auto* item =
+      OnlyShown(new QTreeWidgetItem(list_, {TextFromPath(input.filename()), ResultText(result),
+                                            names.join(QStringLiteral(", "))}));
   item->setToolTip(kFile, QDir::toNativeSeparators(TextFromPath(input)));
   item->setToolTip(kResult, item->text(kResult));
   item->setToolTip(kOutput, QDir::toNativeSeparators(output));

@@ -15,15 +15,11 @@ QStringList NameFilters(std::string_view pairs) {
       QString::fromUtf8(pairs.data(), static_cast<qsizetype>(pairs.size())).split(QLatin1Char('|'));
   QStringList filters;
   for (qsizetype i = 0; i + 1 < parts.size() && !parts[i].isEmpty(); i += 2) {
-    QString label = parts[i];
-    if (const qsizetype pattern = label.lastIndexOf(QLatin1Char('(')); pattern >= 0) {
-      label.truncate(pattern);
-    }
     QString pattern = parts[i + 1];
     if (pattern == QLatin1String("*.*")) {
       pattern = QStringLiteral("*");
     }
-    filters << label.trimmed() + QStringLiteral(" (") +
+    filters << parts[i].trimmed() + QStringLiteral(" (") +
                    pattern.replace(QLatin1Char(';'), QLatin1Char(' ')) + QLatin1Char(')');
   }
   return filters;
@@ -35,6 +31,7 @@ CFileDialog::CFileDialog(const QString& title, std::string_view filters, const Q
 #ifndef Q_OS_WIN
   setOption(DontUseNativeDialog);
 #endif
+  setOption(HideNameFilterDetails);  // the labels tell them
   setNameFilters(NameFilters(filters));
   if (!folder.isEmpty() && QFileInfo(folder).isDir()) {
     setDirectory(folder);

@@ -9,8 +9,9 @@
 
 namespace orvane {
 
-/// The filters of a text such as "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||": pairs of a label
-/// and a pattern. "*.*" becomes "*", which also shows names without a dot.
+/// The filters of a text such as "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||", pairs of a label
+/// and a pattern, as a dialog takes them that shows the label alone: "Tbl Files (*.tbl) (*.tbl)".
+/// The pattern "*.*" becomes "*", which also shows names without a dot.
 QStringList NameFilters(std::string_view pairs);
 
 /// A file dialog that matches patterns in any case on every system: Qt's own but on Windows.

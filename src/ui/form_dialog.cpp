@@ -4,20 +4,24 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopedValueRollback>
 #include <QScrollArea>
-#include <QSignalBlocker>
 #include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
+#include "core/ascii.h"
 #include "ui/byte_text.h"
+#include "ui/plot_theme.h"
 
 namespace orvane {
 namespace {
@@ -77,7 +81,8 @@ void CollectFocusable(QLayout* layout, std::vector<QWidget*>* found) {
 }
 
 void CollectFocusable(QWidget* widget, std::vector<QWidget*>* found) {
-  if ((widget->focusPolicy() & Qt::TabFocus) != 0) {
+  // Any button of a group may become its tab stop.
+  if ((widget->focusPolicy() & Qt::TabFocus) != 0 || qobject_cast<QRadioButton*>(widget)) {
     found->push_back(widget);
   } else if (auto* area = qobject_cast<QScrollArea*>(widget)) {
     CollectFocusable(area->widget(), found);
@@ -92,6 +97,12 @@ QString ShownText(const Field& field, const std::string& text) {
 }
 std::string StoredText(const Field& field, const QString& text) {
   return field.widget == Widget::kPath ? text.toStdString() : BytesFromText(text);
+}
+
+// As somebody may be typing it.
+bool IsNumberAmidBlanks(const Field& field, const QString& text, std::string_view number) {
+  const bool is_number = field.widget == Widget::kInteger || field.widget == Widget::kReal;
+  return is_number && Trimmed(StoredText(field, text)) == number;
 }
 
 }  // namespace
@@ -120,21 +131,43 @@ QWidget* CFormDialog::MakeLine(const Field& field) {
   }
   line->setReadOnly(field.widget == Widget::kShown);
   LimitTyping(line, field.limits.max_length);
-  connect(
-      line, &QLineEdit::textEdited, this,
-      [this, line, limit = field.limits.max_length, control = field.control](const QString& text) {
-        LimitTyping(line, limit);
-        model_->SetText(control, StoredText(model_->FieldOf(control), text));
-        OnEdited(control);
-      });
+  connect(line, &QLineEdit::textChanged, this,
+          [this, line, control = field.control] { OnLineChanged(control, line); });
   return line;
+}
+
+// Whatever changed the line: keys, an input method, an assistive tool, a script.
+void CFormDialog::OnLineChanged(int control, QLineEdit* line) {
+  if (is_refreshing_) {
+    return;
+  }
+  const Field& field = model_->FieldOf(control);
+  QString text = line->text();
+  int position = 0;
+  // Only keys and the clipboard ask the validator.
+  const bool is_typeable = line->validator() == nullptr ||
+                           line->validator()->validate(text, position) == QValidator::Acceptable;
+  if (line->isReadOnly() || !model_->IsEnabled(control) || !is_typeable) {
+    Refresh(control);
+    return;
+  }
+  LimitTyping(line, field.limits.max_length);
+  model_->SetText(control, StoredText(field, text));
+  OnEdited(control);
+}
+
+// Of a check box, a list or a group: whatever changed it.
+void CFormDialog::OnChosen(int control, int index) {
+  if (!is_refreshing_) {
+    model_->SetIndex(control, index);
+    OnEdited(control);
+  }
 }
 
 QWidget* CFormDialog::MakeCheck(const Field& field) {
   auto* check = new QCheckBox(MarkedText(field.label), this);
-  connect(check, &QCheckBox::clicked, this, [this, control = field.control](bool is_checked) {
-    model_->SetIndex(control, is_checked ? 1 : 0);
-    OnEdited(control);
+  connect(check, &QCheckBox::toggled, this, [this, control = field.control](bool is_checked) {
+    OnChosen(control, is_checked ? 1 : 0);
   });
   return check;
 }
@@ -144,10 +177,8 @@ QWidget* CFormDialog::MakeList(const Field& field) {
   for (const Choice& choice : field.choices) {
     list->addItem(LabelText(choice.label));
   }
-  connect(list, &QComboBox::activated, this, [this, control = field.control](int index) {
-    model_->SetIndex(control, index);
-    OnEdited(control);
-  });
+  connect(list, &QComboBox::currentIndexChanged, this,
+          [this, control = field.control](int index) { OnChosen(control, index); });
   return list;
 }
 
@@ -160,14 +191,29 @@ QWidget* CFormDialog::MakeRadios(const Field& field) {
   for (const Choice& choice : field.choices) {
     auto* button = new QRadioButton(MarkedText(choice.label), widget);
     button->setObjectName(QString::number(choice.control));
+    button->installEventFilter(this);
     group->addButton(button, static_cast<int>(group->buttons().size()));
     layout->addWidget(button);
   }
-  connect(group, &QButtonGroup::idClicked, this, [this, control = field.control](int index) {
-    model_->SetIndex(control, index);
-    OnEdited(control);
-  });
+  ConnectRadios(field.control, group);
   return widget;
+}
+
+// A button that is checked already can be pressed again, which applies its rule again; whatever
+// checks another one sends no click. A click that checks is to count once.
+void CFormDialog::ConnectRadios(int control, QButtonGroup* group) {
+  connect(group, &QButtonGroup::idPressed, this, [this] { toggled_ = nullptr; });
+  connect(group, &QButtonGroup::idToggled, this, [this, control, group](int index, bool is_on) {
+    if (is_on && !is_refreshing_) {
+      toggled_ = group->button(index);
+      OnChosen(control, index);
+    }
+  });
+  connect(group, &QButtonGroup::idClicked, this, [this, control, group](int index) {
+    if (std::exchange(toggled_, nullptr) != group->button(index)) {
+      OnChosen(control, index);
+    }
+  });
 }
 
 QWidget* CFormDialog::Control(int control) {
@@ -225,11 +271,37 @@ QLabel* CFormDialog::LabelOf(int control) {
 }
 
 void CFormDialog::AddRow(QFormLayout* form, int control) {
+  rows_[control] = form;
   if (model_->FieldOf(control).widget == Widget::kPassword) {
     form->addRow(LabelOf(control), WithShowButton(control));
   } else {
     form->addRow(LabelOf(control), Control(control));
   }
+  ShowCaution(control);
+}
+
+// Its line is made when there is something to say first.
+void CFormDialog::ShowCaution(int control) {
+  const auto form = rows_.find(control);
+  const std::string& caution = model_->Caution(control);
+  QLabel*& label = cautions_[control];
+  if (form == rows_.end() || (label == nullptr && caution.empty())) {
+    return;
+  }
+  if (label == nullptr) {
+    int row = 0;
+    form->second->getWidgetPosition(LabelOf(control), &row, nullptr);
+    label = new QLabel(this);
+    label->setObjectName(QStringLiteral("caution%1").arg(control));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    form->second->insertRow(row + 1, QString(), label);
+  }
+  QPalette colors = palette();
+  colors.setColor(QPalette::WindowText, WarningColor(colors));
+  label->setPalette(colors);
+  label->setText(TextFromBytes(caution));
+  label->setVisible(!caution.empty());
 }
 
 QGroupBox* CFormDialog::Group(const char* title, std::initializer_list<int> controls) {
@@ -345,6 +417,30 @@ void CFormDialog::RefreshRadios(const Field& field) {
     button->setAccessibleName(name + QStringLiteral(": ") + LabelText(caption).trimmed());
   }
   group->setExclusive(true);
+  SetTabStop(group);
+}
+
+// The tab key enters a group at the checked button, else at the first that can be chosen.
+void CFormDialog::SetTabStop(QButtonGroup* group) {
+  const auto buttons = group->buttons();
+  const auto can_choose = [](const QAbstractButton* button) { return button->isEnabled(); };
+  const auto first = std::find_if(buttons.begin(), buttons.end(), can_choose);
+  QAbstractButton* stop = group->checkedButton();
+  if (stop == nullptr || !stop->isEnabled()) {
+    stop = first == buttons.end() ? nullptr : *first;
+  }
+  for (QAbstractButton* button : buttons) {
+    button->setFocusPolicy(button == stop ? Qt::StrongFocus : Qt::ClickFocus);
+  }
+}
+
+bool CFormDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusOut) {
+    if (auto* button = qobject_cast<QRadioButton*>(watched); button != nullptr) {
+      SetTabStop(button->group());  // where it had the focus last tells nothing
+    }
+  }
+  return QDialog::eventFilter(watched, event);
 }
 
 void CFormDialog::Refresh(int control) {
@@ -354,10 +450,11 @@ void CFormDialog::Refresh(int control) {
   }
   const Field& field = model_->FieldOf(control);
   QWidget* widget = found->second;
-  const QSignalBlocker blocker(widget);
+  const QScopedValueRollback<bool> guard(is_refreshing_, true);
   widget->setEnabled(model_->IsEnabled(control) || field.widget == Widget::kRadios);
   if (auto* line = qobject_cast<QLineEdit*>(widget)) {
-    if (const QString text = ShownText(field, model_->Text(control)); line->text() != text) {
+    if (const QString text = ShownText(field, model_->Text(control));
+        line->text() != text && !IsNumberAmidBlanks(field, line->text(), model_->Text(control))) {
       line->setMaxLength(kAnyLength);  // what is stored is shown whole
       line->setText(text);             // not while typing: the cursor would jump
       LimitTyping(line, field.limits.max_length);
@@ -377,6 +474,7 @@ void CFormDialog::Refresh(int control) {
   } else {
     RefreshRadios(field);
   }
+  ShowCaution(control);
   if (const auto label = labels_.find(control); label != labels_.end() && label->second) {
     label->second->setText(MarkedText(model_->Caption(control)));
     label->second->setEnabled(widget->isEnabled());

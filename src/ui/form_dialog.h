@@ -8,6 +8,7 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <initializer_list>
 #include <map>
 #include <optional>
@@ -30,6 +31,9 @@ class CFormDialog : public QDialog {
   CFormDialog(FormModel* model, Prompts* prompts, QWidget* parent);
   ~CFormDialog() override;
 
+  /// What the dialog shows.
+  const FormModel& Form() const { return *model_; }
+
   /// OK: validates, and on the first fault tells it and puts the focus there; else commits.
   void accept() override;
 
@@ -41,7 +45,7 @@ class CFormDialog : public QDialog {
   QAbstractButton* Button(int control);
   /// A label with the field's caption that leads to its widget.
   QLabel* LabelOf(int control);
-  /// A password gets a button that shows it.
+  /// A password gets a button that shows it; a caution stands in a line below the field.
   void AddRow(QFormLayout* form, int control);
   /// A row with a line below that counts how much of the text's room is used.
   void AddCountedRow(QFormLayout* form, int control);
@@ -68,9 +72,11 @@ class CFormDialog : public QDialog {
 
   /// Lets the tab key follow the layout, whatever order the widgets were made in.
   void showEvent(QShowEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QLayout* WithShowButton(int control);
+  void ShowCaution(int control);
   /// Whether the text will be cut.
   bool UpdateCount(int control);
   QWidget* MakeLine(const Field& field);
@@ -78,15 +84,23 @@ class CFormDialog : public QDialog {
   QWidget* MakeList(const Field& field);
   QWidget* MakeRadios(const Field& field);
   void Name(QWidget* widget, const Field& field);
+  void OnLineChanged(int control, QLineEdit* line);
+  void OnChosen(int control, int index);
+  void ConnectRadios(int control, QButtonGroup* group);
+  static void SetTabStop(QButtonGroup* group);
   void Refresh(int control);
   void RefreshRadios(const Field& field);
 
   FormModel* model_;
   Prompts* prompts_;
   bool is_ordered_ = false;
+  bool is_refreshing_ = false;                // the model changes the widgets, not the user
+  const QAbstractButton* toggled_ = nullptr;  // its click has counted
   std::map<int, QWidget*> controls_;
   std::map<int, QLabel*> labels_;
   std::map<int, QLabel*> counts_;
+  std::map<int, QFormLayout*> rows_;  // where a caution has room
+  std::map<int, QLabel*> cautions_;
   std::map<int, QButtonGroup*> groups_;
 };
 

@@ -32,6 +32,7 @@ CGridCtrl::CGridCtrl(QWidget* parent) : QTableView(parent), columns_(Attach(*thi
   horizontalHeader()->setTextElideMode(Qt::ElideRight);
   horizontalHeader()->viewport()->installEventFilter(this);
   connect(&model_, &GridModel::TextEdited, this, &CGridCtrl::OnTextEdited);
+  connect(&delegate_, &GridDelegate::EditorLeft, this, &CGridCtrl::OnEditorLeft);
   UpdateRowHeight();
   HideFixedRows();
 }
@@ -117,6 +118,7 @@ void CGridCtrl::commitData(QWidget* editor) {
 
 void CGridCtrl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
   QTableView::closeEditor(editor, hint);
+  stays_ = false;
   // Only now: whoever hears of the edit may sort, refill or open dialogs.
   const auto edited = std::exchange(edited_, std::nullopt);
   if (edited && edited->isValid()) {

@@ -78,6 +78,13 @@ class CGridCtrl : public QTableView {
 
   bool IsEditing() const { return delegate_.OpenEditor() != nullptr; }
 
+  // Return in an open editor goes down a row, and with this Tab and Shift+Tab visit the cells that
+  // can be edited, from the last one out of the grid. Ctrl+Tab always leaves.
+  void SetTabVisitsCells(bool visits) { tab_visits_cells_ = visits; }
+
+  // For whoever hears of an edit and refuses it: the key that ended it does not leave the cell.
+  void StayOnCell() { stays_ = true; }
+
   // Takes over and closes an open editor; afterwards the cell is set and EndEdit was emitted.
   void CommitEdit();
 
@@ -144,6 +151,7 @@ class CGridCtrl : public QTableView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   void mousePressEvent(QMouseEvent* event) override;
   void startDrag(Qt::DropActions supported_actions) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
@@ -163,6 +171,9 @@ class CGridCtrl : public QTableView {
   void NotifyFocus();
   void UpdateRowHeight();
   void OnTextEdited(int row, int col);
+  void OnEditorLeft(QKeyEvent* event);
+  void GoDown();
+  bool GoToEditableCell(bool next);
   int EnterTexts(const QModelIndex& first, const GridTexts& texts, bool hidden_too);
   bool ShowHeaderTip(const QPoint& pos, const QPoint& global_pos);
 
@@ -172,6 +183,8 @@ class CGridCtrl : public QTableView {
   int hidden_fixed_rows_ = 0;          // how many fixed rows the body hides now
   std::pair<int, int> focus_{-1, -1};  // as last announced
   bool committing_ = false;
+  bool stays_ = false;
+  bool tab_visits_cells_ = false;
   bool drags_ = false;
   QString print_title_;
   std::optional<QPersistentModelIndex> edited_;  // to be announced when its editor has closed

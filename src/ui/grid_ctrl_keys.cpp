@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <algorithm>
+#include <utility>
 
 #include "ui/grid_ctrl.h"
 
@@ -25,6 +26,8 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
     if (current.isValid()) {
       edit(current, EditKeyPressed, nullptr);
     }
+  } else if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {  // with Ctrl: without is no key press
+    QTableView::focusNextPrevChild(key == Qt::Key_Tab);
   } else if (event->modifiers() == Qt::AltModifier && current.isValid() &&
              (key == Qt::Key_Left || key == Qt::Key_Right)) {
     // What dragging does for the mouse.
@@ -36,6 +39,49 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
     return;
   }
   event->accept();
+}
+
+bool CGridCtrl::focusNextPrevChild(bool next) {
+  return (tab_visits_cells_ && GoToEditableCell(next)) || QTableView::focusNextPrevChild(next);
+}
+
+// Row by row, as people read. False where there is none further on.
+bool CGridCtrl::GoToEditableCell(bool next) {
+  const int columns = GetColumnCount();
+  const int cells = GetRowCount() * columns;
+  const QModelIndex current = currentIndex();
+  const int step = next ? 1 : -1;
+  int cell = current.isValid() ? current.row() * columns + current.column() + step : 0;
+  for (; cell >= 0 && cell < cells; cell += step) {
+    const QModelIndex index = model_.index(cell / columns, cell % columns);
+    if (!isRowHidden(index.row()) && model_.flags(index).testFlag(Qt::ItemIsEditable)) {
+      SetFocusCell(index.row(), index.column());
+      scrollTo(index);
+      return true;
+    }
+  }
+  return false;
+}
+
+void CGridCtrl::GoDown() {
+  const auto [row, col] = GetFocusCell();
+  for (int below = row + 1; row >= 0 && below < GetRowCount(); ++below) {
+    if (!isRowHidden(below)) {
+      SetFocusCell(below, col);
+      return;
+    }
+  }
+}
+
+void CGridCtrl::OnEditorLeft(QKeyEvent* event) {
+  if (std::exchange(stays_, false)) {
+    return;
+  }
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    GoDown();
+  } else if (hasFocus()) {
+    QCoreApplication::sendEvent(this, event);
+  }
 }
 
 bool CGridCtrl::event(QEvent* event) {

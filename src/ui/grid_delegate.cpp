@@ -3,7 +3,6 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
-#include <QCoreApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -184,8 +183,8 @@ bool GridDelegate::eventFilter(QObject* object, QEvent* event) {
   const QPointer<QWidget> view = editor->parentWidget()->parentWidget();
   emit commitData(editor);
   emit closeEditor(editor, NoHint);
-  if (leaves && view && view->hasFocus()) {
-    QCoreApplication::sendEvent(view, event);
+  if (view) {
+    emit EditorLeft(static_cast<QKeyEvent*>(event));
   }
   event->accept();
   return true;

@@ -2,6 +2,7 @@
 #ifndef ORVANE_UI_GRID_DELEGATE_H_
 #define ORVANE_UI_GRID_DELEGATE_H_
 
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
 #include <QStyledItemDelegate>
@@ -38,6 +39,10 @@ class GridDelegate final : public QStyledItemDelegate {
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override;
   bool eventFilter(QObject* object, QEvent* event) override;
+
+ signals:
+  // Return or the tab key has closed the editor.
+  void EditorLeft(QKeyEvent* event);
 
  private:
   void OfferChoices(QLineEdit* editor, const QStringList& choices);

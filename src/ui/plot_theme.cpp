@@ -105,6 +105,11 @@ QColor StandOut(const QColor& color, const QPalette& palette) {
   return result;
 }
 
+QColor WarningColor(const QPalette& palette) {
+  constexpr QRgb kOrange = 0xFFC85000;
+  return StandOut(QColor(kOrange), palette);
+}
+
 QColor BlackOrWhite(const QColor& ground) {
   return Contrast(Qt::black, ground) >= Contrast(Qt::white, ground) ? Qt::black : Qt::white;
 }

@@ -23,6 +23,8 @@ void ThemePlot(QCustomPlot* plot, const QPalette& palette, const QFont& font);
 /// The colour nearest to `color` that stands out from the grounds of plots and windows: a contrast
 /// of at least 4.5:1, as the web's accessibility guidelines define it.
 QColor StandOut(const QColor& color, const QPalette& palette);
+/// The colour of texts that warn.
+QColor WarningColor(const QPalette& palette);
 /// Black or white, whichever stands out more.
 QColor BlackOrWhite(const QColor& ground);
 

@@ -5,9 +5,14 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProcess>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTest>
 #include <algorithm>
@@ -17,8 +22,11 @@
 #include <vector>
 
 #include "every_window.h"
+#include "support/assistive.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
+#include "ui/byte_text.h"
+#include "ui/form_dialog.h"
 #include "ui/grid_ctrl.h"
 #include "ui/plot_theme.h"
 #include "ui/qt_path.h"
@@ -139,6 +147,54 @@ double Contrast(const QColor& one, const QColor& other) {
   return std::max(a, b) / std::min(a, b);
 }
 
+// Every field of a form takes what is set from outside, and shows what the form has.
+void ExpectFieldsFollow(QWidget* window) {
+  const auto* dialog = qobject_cast<CFormDialog*>(window);
+  for (QWidget* widget : dialog == nullptr ? QList<QWidget*>() : window->findChildren<QWidget*>()) {
+    const int control = widget->objectName().toInt();
+    if (control == 0 || !widget->isEnabled() || !widget->isVisible()) {
+      continue;
+    }
+    SCOPED_TRACE(control);
+    if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+      const QString text = line->isReadOnly() ? line->text() : QStringLiteral("1");
+      testing::SetTextAssistively(line, QStringLiteral("1"));
+      EXPECT_EQ(line->text(), text);
+      EXPECT_EQ(dialog->Form().Text(control), BytesFromText(text));
+    } else if (auto* list = qobject_cast<QComboBox*>(widget)) {
+      list->setCurrentIndex(list->count() - 1);
+      EXPECT_EQ(dialog->Form().Index(control), list->currentIndex());
+    } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
+      testing::ToggleAssistively(check);
+      EXPECT_EQ(dialog->Form().Index(control), check->isChecked() ? 1 : 0);
+    } else if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
+      testing::ToggleAssistively(radio);
+      const QButtonGroup* group = radio->group();
+      const int first = group->buttons().front()->objectName().toInt();
+      for (const Field& field : dialog->Form().Fields()) {
+        if (!field.choices.empty() && field.choices.front().control == first) {
+          EXPECT_EQ(dialog->Form().Index(field.control), group->checkedId());
+        }
+      }
+    }
+  }
+}
+
+// A tick box that nobody can toggle promises assistive tools what does not happen.
+void ExpectNoEmptyToggles(QWidget* window) {
+  for (const QAbstractItemView* view : window->findChildren<QAbstractItemView*>()) {
+    const QAbstractItemModel* model = view->model();
+    for (int row = 0; model != nullptr && row < model->rowCount(); ++row) {
+      for (int column = 0; column < model->columnCount(); ++column) {
+        const QModelIndex index = model->index(row, column);
+        EXPECT_TRUE(!index.flags().testFlag(Qt::ItemIsUserCheckable) ||
+                    index.data(Qt::CheckStateRole).isValid())
+            << NameOf(view) << " row " << row;
+      }
+    }
+  }
+}
+
 TEST(Accessibility, EveryWindow) {
   const testing::TempDir dir;
   const QString survey = TextFromPath(dir / "survey");
@@ -154,6 +210,8 @@ TEST(Accessibility, EveryWindow) {
     ExpectNames(window);
     ExpectOrder(window);
     ExpectMnemonics(window);
+    ExpectNoEmptyToggles(window);
+    ExpectFieldsFollow(window);
     EXPECT_FALSE(window->windowTitle().isEmpty());
     ++count;
     return true;

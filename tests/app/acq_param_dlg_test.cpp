@@ -93,8 +93,8 @@ TEST_F(AcqParamDlg, TabGoesColumnByColumn) {
     order += dialog_->focusWidget()->objectName().toStdString() + " ";
     QTest::keyClick(dialog_->focusWidget(), Qt::Key_Tab);
   }
-  EXPECT_EQ(order,
-            "1059 1131 1049 1090 1091 1092 1044 1254 1035 1060 1047 1067 1037 1042 1045 1202 1103 "
+  EXPECT_EQ(order,  // groups at their checked button
+            "1059 1131 1049 1090 1091 1092 1044 1254 1035 1063 1047 1070 1037 1042 1046 1202 1103 "
             "1094 1095 1096 1097 1273 1098 1099 1101 1105 1262 1274 1265 1263 1 ");
 }
 

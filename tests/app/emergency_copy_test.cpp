@@ -42,7 +42,7 @@ struct Program {
   // What an editor's OK does.
   void Edit(const char* text) {
     Set(&table, "SITE", text);
-    doc.SetModified(true);
+    doc.NoteChanges();
   }
 
   ParamTable table = NewTable();
@@ -102,6 +102,8 @@ TEST_F(EmergencyCopies, ACrashedProgramsEditsAreOfferedAndOpened) {
   EXPECT_TRUE(next.doc.IsModified());
   EXPECT_EQ(ReadAll(PathFromText(TablePath())), saved);
 
+  next.doc.NoteChanges();
+  EXPECT_TRUE(next.doc.IsModified()) << "until it is saved";
   next.Edit("edited further");
   EXPECT_EQ(dir_.Count(), 2U) << "the copy and its lock";
   EXPECT_TRUE(next.doc.OnSaveDocument(next.doc.Path()));
@@ -155,6 +157,13 @@ TEST_F(EmergencyCopies, RunningProgramsKeepApart) {
 
 TEST_F(EmergencyCopies, EditsInAnOpenDialogAreKeptSoon) {
   auto program = std::make_unique<Program>(dir_.Path());
+  Set(&program->table, "SITE", "typed");
+  program->doc.UpdateAllViews();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return std::filesystem::exists(File(1)); }, 5000));
+  Set(&program->table, "SITE", "");
+  program->doc.UpdateAllViews();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !std::filesystem::exists(File(1)); }, 5000))
+      << "taken back";
   Set(&program->table, "SITE", "typed");
   program->doc.UpdateAllViews();
   EXPECT_TRUE(QTest::qWaitFor([this] { return std::filesystem::exists(File(1)); }, 5000));

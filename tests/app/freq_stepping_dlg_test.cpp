@@ -63,7 +63,12 @@ TEST_F(FreqSteppingDlg, FitsALaptopAndClosesOnlyWithCellsItCanRead) {
   EXPECT_TRUE(dialog_->isVisible());
   EXPECT_EQ(list->GetItemText(2, 1), QString());
   EXPECT_NE(Find<QLabel>("note")->text().indexOf(QStringLiteral("32,5")), -1);
-  Edit(list, 2, 1, "32.5");
+  QTest::keyClick(Edit(list, 2, 1, "32,5"), Qt::Key_Return);
+  EXPECT_EQ(list->GetFocusCell(), std::make_pair(2, 1));
+  EXPECT_NE(Find<QLabel>("note")->text(), QString());
+  Click("calculate");  // what was refused before it stops no button
+  EXPECT_EQ(Find<QLabel>("note")->text().indexOf(QStringLiteral("32,5")), -1);
+  Edit(list, 2, 1, " 32.5 ");
   Click("calculate");
   EXPECT_EQ(Find<CGridCtrl>("schedule")->GetItemText(2, 1), QStringLiteral("32.5"));
   EXPECT_EQ(Get(table_, "FRQ1"), "0");

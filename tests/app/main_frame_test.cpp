@@ -238,15 +238,19 @@ TEST_F(MainFrame, KeepsFourRecentFilesAndForgetsMissingOnes) {
 TEST_F(MainFrame, AsksBeforeClosingAndTakesDroppedFiles) {
   WriteTable("drop.tbl", 2);
   QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(Path("drop.tbl"))});
+  data.setUrls({QUrl::fromLocalFile(Path("drop.tbl")), QUrl::fromLocalFile(Path("b.tss"))});
   QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(frame_.get(), &enter);
   QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(frame_.get(), &drop);
   EXPECT_EQ(doc_.Title(), QStringLiteral("drop.tbl"));
   EXPECT_EQ(Notice(), QStringLiteral("Loaded 1 of 719 parameters; the others keep their previous "
-                                     "values"));
-  doc_.SetModified(true);
+                                     "values; not opened: b.tss"));
+  const auto marks = frame_->findChild<QLabel*>(QStringLiteral("file"))->text();
+  EXPECT_TRUE(marks.endsWith(QStringLiteral("718 of 719 values are not in the file")));
+  const std::int32_t edited = 3;
+  ASSERT_EQ(table_.SetParam("TECH", IntPT, &edited), kOk);
+  doc_.NoteChanges();
   WithModal([](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); },
             [this] { EXPECT_FALSE(frame_->close()); });
   WithModal(
@@ -281,7 +285,7 @@ void Accept(QWidget* window) { static_cast<QDialog*>(window)->accept(); }
 TEST_F(MainFrame, SetsUpASiteFromTheAcquisitionParameters) {
   const std::int32_t ip = 2;
   ASSERT_EQ(table_.SetParam("TECH", IntPT, &ip), kOk);
-  doc_.SetModified(false);
+  doc_.OnNewDocument();
   const QStringList titles = WithWindows(
       {[](QWidget* window) {
          window->findChild<QPushButton*>(QStringLiteral("1131"))->click();
@@ -374,8 +378,10 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   EXPECT_TRUE(filter->text().isEmpty()) << "it hid the row";
   filter->setText(QStringLiteral("fdrift"));
   lookup->setText(QStringLiteral("zpostx"));
+  filter->setFocus();
   QTest::keyClick(filter, Qt::Key_Return);
-  EXPECT_FALSE(filter->text().isEmpty()) << "Return in the filter goes to the grid";
+  EXPECT_EQ(dialog.focusWidget(), grid) << "Return in the filter goes to the grid";
+  EXPECT_FALSE(filter->text().isEmpty());
   QTest::keyClick(lookup, Qt::Key_Return);
   const auto [found, column] = grid->GetFocusCell();
   EXPECT_EQ(grid->GetItemText(found, 1), QStringLiteral("ZPOSTX"));

@@ -65,7 +65,7 @@ TEST(SetupDialogs, TheTabKeyFollowsTheLayout) {
   radio.Open();
   CRadioDlg radio_dialog(&radio, &prompts, nullptr);
   EXPECT_EQ(TabOrder(&radio_dialog),
-            "1002 1004 1005 1006 1007 1008 1266 1010 1011 1012 1013 1014 1015 1009 1 2 ");
+            "1002 1006 1007 1008 1266 1010 1011 1012 1013 1014 1015 1009 1 2 ");
   FtpForm ftp(&table);
   ftp.Open();
   CFtpDlg ftp_dialog(&ftp, &prompts, nullptr);

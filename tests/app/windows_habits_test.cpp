@@ -84,7 +84,7 @@ TEST_F(FileType, IsWrittenOnceForAProgramAndAgainWhenItHasMoved) {
   const QString program = Program("orvane %1.exe");
   EXPECT_TRUE(DescribeFileType(&user_, machine_, program));
   EXPECT_EQ(user_.value(".tbl/Default"), "Orvane.Document");
-  EXPECT_EQ(user_.value("Orvane.Document/Default"), "Orvane parameter table");
+  EXPECT_EQ(user_.value("Orvane.Document/Default"), "Tbl Document");
   const QString command = user_.value(kCommand).toString();
   EXPECT_EQ(command, '"' + QDir::toNativeSeparators(program) + "\" \"%1\"");
   EXPECT_FALSE(DescribeFileType(&user_, machine_, program));

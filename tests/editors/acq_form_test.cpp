@@ -157,9 +157,9 @@ TEST_F(Acq, ClickingThroughTheMethods) {
   Choose(acq::kFunction, 4);
   EXPECT_EQ(Index(acq::kFilter), 3) << "from the time domain";
   EXPECT_EQ(Index(acq::kRequest), 0) << "CS_Record is not for MT/AMT";
-  EXPECT_EQ(Index(acq::kSampling), 0);
+  EXPECT_EQ(Index(acq::kSampling), 1) << "as stored: only SIP, CSAMT and FDEM choose AMT";
   EXPECT_EQ(Get("GFC1"), "3");
-  Choose(acq::kSampling, 1);
+  Type(acq::kBand4, "3");
   EXPECT_FALSE(IsOn(acq::kVlfTrap) || IsOn(acq::kBand2));
   EXPECT_TRUE(IsOn(acq::kBand3) && IsOn(acq::kBand4));
   Choose(acq::kSampling, 2);
@@ -169,14 +169,28 @@ TEST_F(Acq, ClickingThroughTheMethods) {
   Choose(acq::kFunction, 5);
   EXPECT_EQ(Index(acq::kRequest), 0) << "Record is for MT/AMT alone";
   EXPECT_EQ(Get("CHHX") + Get("CHHY") + Get("CHHZ"), "456");
+  EXPECT_EQ(Index(acq::kSampling), 0);
   Choose(acq::kFunction, 2);
+  EXPECT_EQ(Text(acq::kBand4), Get("L4NS")) << "what stays stored";
   EXPECT_EQ(Text(acq::kDrift), "0");
   EXPECT_EQ(Get("GFC1") + Get("GFC8"), "11");
   EXPECT_EQ(form_->EarlyChanges(), (Keys{"NUMITEM", "CHHX", "CHHY", "CHHZ", "GFC1", "GFC2", "GFC3",
                                          "GFC4", "GFC5", "GFC6", "GFC7", "GFC8"}))
       << "WFRM is again what it was";
   EXPECT_EQ(Get("TECH") + Get("FDRIFT"), "22.5") << "until OK";
-  EXPECT_EQ(Committed({"TECH", "FDRIFT", "LPFR"}), "3|0|0");
+  EXPECT_EQ(Index(acq::kSampling), 1);
+  EXPECT_EQ(Committed({"TECH", "FDRIFT", "LPFR", "MTSR"}), "3|0|0|1");
+  Choose(acq::kFunction, 4);
+  EXPECT_EQ(Text(acq::kBand4), "3") << "and what was typed for MT/AMT is back";
+}
+
+TEST_F(Acq, WhatADisabledFieldShowsIsStored) {
+  Open({{"TECH", "1"}, {"COMBON", "1"}});
+  form_->Model().SetIndex(acq::kCombFilter, 0);
+  Choose(acq::kFunction, 1);
+  Type(acq::kDrift, "7");
+  Choose(acq::kFunction, 0);
+  EXPECT_EQ(Committed({"COMBON", "FDRIFT"}), "0|7");
 }
 
 TEST_F(Acq, TimesFollowTheZone) {

@@ -50,7 +50,7 @@ TEST(SiteForm, ListsMapAsTheMethodSays) {
     EXPECT_EQ(is_replaced, test.tech == kTdip);
     EXPECT_EQ(form.Model().Index(test.control), test.index);
     form.Commit();
-    form.CommitTransmitterType();
+    form.CommitAfterGrids();
     EXPECT_EQ(Get(table, test.key), test.written);
   }
 }
@@ -93,12 +93,15 @@ TEST(SiteForm, ALoopWithoutASizeBecomesASquare) {
     SiteForm form(&table, kTdem, kModels);
     EXPECT_TRUE(form.Open().empty());
     EXPECT_EQ(form.Model().IsEnabled(SiteForm::kLoopWidth), std::string(array_type) != "13");
+    Set(&table, "TXLEN", "1");
     form.Commit();
+    Set(&table, "TXLEN", area);  // as the grid has it now
+    form.CommitAfterGrids();
     EXPECT_EQ(Get(table, "LWIDTH"), side) << area;
   }
 }
 
-TEST(SiteForm, WhatAGroundedDipoleDisablesStaysAsStored) {
+TEST(SiteForm, WhatAGroundedDipoleDisablesIsShownAndWrittenAlike) {
   ParamTable table = NewTable();
   Set(&table, "ARRYTYP", "12");
   Set(&table, "TXTURN", "7");
@@ -108,6 +111,7 @@ TEST(SiteForm, WhatAGroundedDipoleDisablesStaysAsStored) {
   form.Model().SetIndex(SiteForm::kArrayType, 1);
   form.OnEdited(SiteForm::kArrayType);
   EXPECT_FALSE(form.Model().Validate().has_value());
+  EXPECT_EQ(form.Model().Text(SiteForm::kLoopTurns), "7");
   form.Commit();
   EXPECT_EQ(Get(table, "TXTURN") + " " + Get(table, "ARRYTYP"), "7 13");
 }
@@ -129,12 +133,29 @@ TEST(SiteForm, OkWithoutAnEditChangesOnlyWhatItMust) {
       SiteForm form(&table, tech, kModels);
       static_cast<void>(form.Open());
       form.Commit();
-      form.CommitTransmitterType();
+      form.CommitAfterGrids();
       for (const std::string& key : Changes(before, table)) {
         EXPECT_EQ(allowed.count(key), 1U) << key << " method " << tech << " seed " << seed;
       }
     }
   }
+}
+
+TEST(SiteForm, SerialNumbersAreCautionedNotRefused) {
+  ParamTable table = NewTable();
+  BoxSerialForm form(&table);
+  form.Open();
+  FormModel& model = form.Model();
+  EXPECT_EQ(model.Caution(1255), "") << "no auxiliary boxes at all";
+  model.SetText(1258, "1203");
+  EXPECT_EQ(model.Caution(1255), "No box here: those behind it get no start-up file");
+  EXPECT_EQ(model.Caution(1259), "");
+  model.SetText(1255, " 1203");
+  model.SetText(1256, "7");
+  EXPECT_EQ(model.Caution(1258), "The same number as \"Aux1 Box SN\"");
+  EXPECT_FALSE(model.Validate().has_value());
+  form.Commit();
+  EXPECT_EQ(Get(table, "SN01") + " " + Get(table, "SN03"), "1203 1203");
 }
 
 TEST(Spread, WithoutAnEditOnlyTheListIsWritten) {

@@ -75,7 +75,7 @@ TEST_F(StartupFiles, EachBoxGetsItsOwnValuesAndTheTableKeepsItsOwn) {
   EXPECT_EQ(Changes(table_, Loaded("1203.tbl")), (Keys{"SNUM", "SNNR", "SN01", "SN03"}));
   EXPECT_EQ(run.StatusLine(),
             "3 of 3 files written; no file for the boxes behind an empty place: 1207");
-  EXPECT_TRUE(run.IsModifiedAfter(false)) << "what lasts has changed the table";
+  EXPECT_EQ(run.Document(), StartupRun::OwnFile::kAsBefore);
   EXPECT_EQ(answers_.asked, 0);
 }
 
@@ -119,9 +119,7 @@ TEST_F(StartupFiles, VersionAndModifiedMarkFollowTheAnswers) {
   EXPECT_EQ(answers_.asked, 2) << "once a file; no transmitter monitor for MT/AMT";
   EXPECT_EQ(std::filesystem::file_size(dir_ / "24.tbl"), 7150U);
   EXPECT_EQ(Changes(before, table_), std::set<std::string>());
-  EXPECT_FALSE(run.IsModifiedAfter(true)) << "kept: the main box's file clears the mark";
   EXPECT_NE(run.StatusLine().find("version 1: 285 of 719 records"), std::string::npos);
-  EXPECT_NE(run.StatusLine().find("open.tbl itself is not saved"), std::string::npos);
 }
 
 TEST_F(StartupFiles, OkWithoutAnEditChangesOnlyWhatLasts) {
@@ -150,7 +148,29 @@ TEST_F(StartupFiles, AFailedWriteIsToldAndClearsNothing) {
   EXPECT_EQ(Changes(before, table_), std::set<std::string>());
   EXPECT_EQ(run.StatusLine().find("0 of 2 files written; failed: "), 0U) << run.StatusLine();
   EXPECT_NE(run.StatusLine().find("24.tbl (No such file or directory)"), std::string::npos);
-  EXPECT_TRUE(run.IsModifiedAfter(true));
+}
+
+TEST_F(StartupFiles, AMonitorsSerialGoesIntoTheOtherBoxesFilesAndNoneGetsNoFile) {
+  Set(&table_, "SNTX", "0");
+  for (const char* serial : {"0", "77"}) {
+    StartupRun run(&table_, dir_ / "24.tbl", &answers_);
+    const ParamTable before = table_;
+    StartupForm monitor(&table_, run.Boxes()[0], run.Choices());
+    monitor.Model().SetText(StartupForm::kMonitorSerial, serial);
+    monitor.Model().SetText(StartupForm::kLocation, dir_.Path().string());
+    run.Accept(monitor);
+    EXPECT_EQ(run.Choices().folder, dir_.Path().string());
+    run.Accept(StartupForm(&table_, run.Boxes()[1], run.Choices()));
+    EXPECT_EQ(run.Document(), StartupRun::OwnFile::kWritten) << "the main box's is the document's";
+    EXPECT_EQ(Get(Loaded("24.tbl"), "SNTX"), serial);
+    EXPECT_EQ(Get(table_, "SNTX"), "0");
+    const bool has_monitor = std::string_view(serial) != "0";
+    EXPECT_EQ(std::filesystem::exists(dir_ / "77.tbl"), has_monitor);
+    EXPECT_EQ(Changes(before, table_).empty(), !has_monitor);
+    EXPECT_EQ(run.StatusLine().find("no file for the transmitter monitor") == std::string::npos,
+              has_monitor);
+  }
+  EXPECT_FALSE(std::filesystem::exists(dir_ / "0.tbl"));
 }
 
 }  // namespace

@@ -137,19 +137,31 @@ TEST_F(Form, TextsAreConverted) {
   EXPECT_EQ(Get("SRVY1") + "|" + Get("SRVY2") + "|" + Get("SRVY4"), "short||");
 }
 
-TEST_F(Form, EditsInDisabledFieldsAreWrittenOnlyWhereTheFormWantsIt) {
+TEST_F(Form, WhatIsShownIsWrittenEnabledOrNot) {
   Set("L2NS", "3");
   Set("COMBON", "-7");
+  Set("STIM", "2026/11/21 10:00:00");
   form_.ReadAll();
-  form_.SetText(1, "99");
   form_.SetIndex(10, 0);
-  form_.Enable(1, false);
-  form_.Enable(10, false);
-  form_.Write(kAll, FormModel::DisabledEdits::kDrop);
-  EXPECT_EQ(Get("L2NS") + Get("COMBON"), "31") << "as read";
-  EXPECT_EQ(form_.Text(1), "99") << "and still there when enabled again";
+  form_.SetText(2, " 0.5 ");
+  for (const int control : {1, 2, 10}) {
+    form_.Enable(control, false);
+  }
   form_.Write(kAll);
-  EXPECT_EQ(Get("L2NS") + Get("COMBON"), "990");
+  EXPECT_EQ(Get("L2NS") + Get("DXDC") + Get("COMBON"), "30.00050");
+  form_.Enable(1, true);
+  form_.SetText(1, "99");
+  form_.Enable(1, false);
+  EXPECT_EQ(form_.Text(1), "3") << "what is no amount is shown no longer";
+  form_.SetText(4, "2026/11/22 10:00:00");
+  form_.SetAside(4);
+  EXPECT_EQ(form_.Text(4), "2026/11/21 10:00:00");
+  form_.SetAside(4);
+  form_.SetHourOffset(2);
+  form_.Write(kAll);
+  EXPECT_EQ(Get("STIM"), "2026/11/21 10:00:00");
+  form_.BringBack(4);
+  EXPECT_EQ(form_.Text(4), "2026/11/22 12:00:00");
   form_.EnableGroup(11, false);
   EXPECT_FALSE(form_.IsEnabled(11) || form_.IsEnabled(12) || form_.IsEnabled(13));
 }

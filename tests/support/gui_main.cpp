@@ -8,6 +8,23 @@
 #include <cstdio>
 
 #include "app/orvane_app.h"
+#include "support/qt_warnings.h"
+
+namespace {
+
+// What Qt warns of is a fault of ours that users would find on their terminals; but for what the
+// platform without a display cannot do.
+void FailOnWarning(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+  const bool is_platforms = message.contains(QLatin1String("plugin does not support")) ||
+                            message.contains(QLatin1String("XDG_RUNTIME_DIR")) ||
+                            message == QLatin1String("Unimplemented code.");
+  const bool is_expected = is_platforms || orvane::testing::ExpectedQtWarning::IsExpected(message);
+  if (type != QtDebugMsg && type != QtInfoMsg && !is_expected) {
+    ADD_FAILURE() << "Qt warns: " << message.toStdString();
+  }
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
@@ -38,5 +55,6 @@ int main(int argc, char** argv) {
     return 1;
   }
   testing::InitGoogleTest(&argc, argv);
+  qInstallMessageHandler(FailOnWarning);
   return RUN_ALL_TESTS();
 }

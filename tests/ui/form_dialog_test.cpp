@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <memory>
 
+#include "support/assistive.h"
 #include "support/qt_print.h"
 
 namespace orvane {
@@ -128,6 +129,73 @@ TEST_F(FormDialog, OkRefusesFaultsAndWritesInOrder) {
   EXPECT_EQ(Int("L2NS"), 3);
   EXPECT_EQ(Int("NREF"), 3);
   EXPECT_EQ(Int("COMBON"), 0);
+}
+
+TEST_F(FormDialog, WhateverSetsAWidgetSetsTheForm) {
+  testing::SetTextAssistively(Find<QLineEdit>("1"), " 3 ");
+  testing::SetTextAssistively(Find<QLineEdit>("2"), QStringLiteral("Z\u00fcrich"));
+  Find<QComboBox>("4")->setCurrentIndex(1);
+  testing::ToggleAssistively(Find<QAbstractButton>("5"));
+  testing::ToggleAssistively(Find<QAbstractButton>("22"));
+  EXPECT_EQ(dialog_->edited, (std::vector<int>{1, 2, 4, 5, 21}));
+  dialog_->accept();
+  EXPECT_EQ(Int("L2NS"), 3);
+  std::array<char, 16> serial{};
+  EXPECT_EQ(table_.GetParam("HXSN", StrPT, serial.data()), kOk);
+  EXPECT_STREQ(serial.data(), "Z\xfcrich");
+  EXPECT_EQ(Int("NREF"), 3);
+  EXPECT_EQ(Int("COMBON"), 0);
+  EXPECT_EQ(Int("TECH"), 1) << "the rule unchecks what was chosen";
+}
+
+TEST_F(FormDialog, WhatCannotBeStoredIsNotShown) {
+  auto* serial = Find<QLineEdit>("2");
+  testing::SetTextAssistively(serial, QStringLiteral("\u03a9"));
+  EXPECT_EQ(serial->text(), QStringLiteral("much too long"));
+  testing::SetTextAssistively(Find<QLineEdit>("1"), "x");
+  dialog_->accept();
+  EXPECT_EQ(prompts_.shown, "Orvane|Enter an integer.");
+  EXPECT_TRUE(dialog_->isVisible());
+  model_.Enable(1, false);
+  EXPECT_EQ(Find<QLineEdit>("1")->text(), "2") << "nobody could mend it";
+  testing::SetTextAssistively(Find<QLineEdit>("1"), "4");
+  EXPECT_EQ(Find<QLineEdit>("1")->text(), "2") << "disabled for assistive tools too";
+  EXPECT_TRUE(dialog_->edited == std::vector<int>{1});
+}
+
+TEST_F(FormDialog, TabEntersAGroupAtItsCheckedButtonAndArrowsChoose) {
+  auto* first = Find<QAbstractButton>("21");
+  auto* second = Find<QAbstractButton>("22");
+  model_.SetIndex(21, 1);
+  dialog_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+  Find<QLineEdit>("2")->setFocus();
+  QTest::keyClick(Find<QLineEdit>("2"), Qt::Key_Tab);
+  EXPECT_TRUE(second->hasFocus());
+  QTest::keyClick(second, Qt::Key_Tab);
+  EXPECT_TRUE(Find<QComboBox>("4")->hasFocus()) << "one stop for the group";
+  QTest::keyClick(Find<QComboBox>("4"), Qt::Key_Backtab);
+  EXPECT_TRUE(second->hasFocus());
+  QTest::keyClick(second, Qt::Key_Up);
+  EXPECT_TRUE(first->hasFocus());
+  EXPECT_EQ(dialog_->edited, std::vector<int>{21}) << "chosen, once";
+}
+
+TEST_F(FormDialog, ACautionStandsBelowItsFieldAndKeepsNothingBack) {
+  model_.SetCautionRule([](FormModel* form) {
+    form->SetCaution(1, form->Text(1) == "4" ? "as much as there is" : "");
+  });
+  auto* amount = Find<QLineEdit>("1");
+  amount->selectAll();
+  QTest::keyClicks(amount, "4");
+  ASSERT_NE(Find<QLabel>("caution1"), nullptr);
+  EXPECT_TRUE(Find<QLabel>("caution1")->isVisible());
+  EXPECT_EQ(amount->accessibleDescription(), "as much as there is");
+  QTest::keyClick(amount, Qt::Key_Backspace);
+  EXPECT_FALSE(Find<QLabel>("caution1")->isVisible());
+  QTest::keyClicks(amount, "4");
+  dialog_->accept();
+  EXPECT_EQ(Int("L2NS"), 4);
 }
 
 TEST_F(FormDialog, RulesShowInTheWidgetsAndCancelWritesNothing) {

@@ -94,7 +94,7 @@ TEST_F(GridTest, VetoDecidesWhatCanBeEdited) {
     EXPECT_EQ(index.flags().testFlag(Qt::ItemIsEditable), c.editable) << c.row << ',' << c.col;
     EXPECT_EQ(grid->model()->setData(index, "7"), c.editable) << c.row << ',' << c.col;
     grid->setCurrentIndex(index);
-    grid->edit(index);
+    Key(Qt::Key_F2);
     EXPECT_EQ(grid->IsEditing(), c.editable) << c.row << ',' << c.col;
     grid->CommitEdit();
   }
@@ -119,12 +119,12 @@ TEST_F(GridTest, EditsEndAsTheKeyboardSays) {
     Cell focus;
   };
   const std::vector<Case> cases = {
-      {"F2", Qt::Key_F2, "12", Qt::Key_Return, "12", 1, {1, 1}},
-      {"Return", Qt::Key_Return, "12", Qt::Key_Enter, "12", 1, {1, 1}},
-      {"typing replaces", Qt::Key_4, "2", Qt::Key_Return, "42", 1, {1, 1}},
-      {"blanks are kept", Qt::Key_F2, " 1 ", Qt::Key_Return, " 1 ", 1, {1, 1}},
+      {"F2", Qt::Key_F2, "12", Qt::Key_Return, "12", 1, {2, 1}},
+      {"Return", Qt::Key_Return, "12", Qt::Key_Enter, "12", 1, {2, 1}},
+      {"typing replaces", Qt::Key_4, "2", Qt::Key_Return, "42", 1, {2, 1}},
+      {"blanks are kept", Qt::Key_F2, " 1 ", Qt::Key_Return, " 1 ", 1, {2, 1}},
       {"Escape", Qt::Key_F2, "12", Qt::Key_Escape, "10", 0, {1, 1}},
-      {"unchanged", Qt::Key_F2, "10", Qt::Key_Return, "10", 0, {1, 1}},
+      {"unchanged", Qt::Key_F2, "10", Qt::Key_Return, "10", 0, {2, 1}},
       {"down", Qt::Key_F2, "12", Qt::Key_Down, "12", 1, {2, 1}},
       {"Tab", Qt::Key_F2, "12", Qt::Key_Tab, "12", 1, {1, 1}}};
   for (const auto& c : cases) {
@@ -151,6 +151,34 @@ TEST_F(GridTest, EditsEndAsTheKeyboardSays) {
   grid->setFocus();
   Key(Qt::Key_Escape);
   EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(GridTest, TabVisitsEditableCellsWhereItIsAsked) {
+  grid->SetTabVisitsCells(true);
+  grid->setFocus();
+  grid->SetFocusCell(1, 0);
+  std::vector<Cell> visited;
+  for (int i = 0; i < 4; ++i) {
+    Key(Qt::Key_Tab);
+    visited.push_back(grid->GetFocusCell());
+  }
+  EXPECT_EQ(visited, (std::vector<Cell>{{1, 1}, {2, 1}, {4, 1}, {5, 1}})) << "3 is forbidden";
+  Key(Qt::Key_Tab);
+  EXPECT_TRUE(button->hasFocus()) << "out behind the last one";
+  grid->setFocus();
+  Key(Qt::Key_Backtab);
+  EXPECT_EQ(grid->GetFocusCell(), Cell(4, 1));
+  Key(Qt::Key_4);
+  Key(Qt::Key_Tab);
+  EXPECT_EQ(grid->GetFocusCell(), Cell(5, 1));
+  EXPECT_EQ(grid->GetItemText(4, 1), "4");
+  QObject::connect(grid, &CGridCtrl::EndEdit, grid, &CGridCtrl::StayOnCell);
+  grid->SetFocusCell(1, 1);
+  Key(Qt::Key_7);
+  Key(Qt::Key_Return);
+  EXPECT_EQ(grid->GetFocusCell(), Cell(1, 1)) << "a refused cell is not left";
+  Key(Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_TRUE(button->hasFocus());
 }
 
 TEST_F(GridTest, CommitEditIsSynchronousAndNotifiesOnce) {

@@ -12,6 +12,7 @@
 #include "calibration/widgets/fit_report_dlg.h"
 #include "core/number_text.h"
 #include "ui/file_dialogs.h"
+#include "ui/list_item.h"
 #include "ui/plot_theme.h"
 #include "ui/qt_path.h"
 
@@ -153,7 +154,7 @@ void CCalibrationDisplay::FillList() {
   const QSignalBlocker blocker(list_);
   list_->clear();
   for (std::size_t c = 0; c < view_.Count(); ++c) {
-    auto* item = new QListWidgetItem(QStringLiteral("Channel %1").arg(c + 1), list_);
+    auto* item = OnlyShown(new QListWidgetItem(QStringLiteral("Channel %1").arg(c + 1), list_));
     QPixmap color(12, 12);
     color.fill(TraceColor(static_cast<int>(c), palette()));
     item->setIcon(color);

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "calibration/fit_report.h"
+#include "ui/list_item.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -57,8 +58,8 @@ void CFitReportDlg::Fill(const CalData& cal) {
     const auto& texts = rows[static_cast<std::size_t>(row)];
     names << QString::fromStdString(texts.front());
     for (int column = 0; column < table_->columnCount(); ++column) {
-      auto* item =
-          new QTableWidgetItem(QString::fromStdString(texts[static_cast<std::size_t>(column) + 1]));
+      auto* item = OnlyShown(new QTableWidgetItem(
+          QString::fromStdString(texts[static_cast<std::size_t>(column) + 1])));
       item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
       if (cal.model.fits[static_cast<std::size_t>(column)].IsDoubtful()) {
         QFont bold = font();

@@ -5,6 +5,7 @@
 #include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "core/number_text.h"
 #include "ui/byte_text.h"
@@ -22,7 +23,9 @@ QLabel* NewLabel(const QString& text, QWidget* buddy, QWidget* parent) {
 
 }  // namespace
 
-CParamTableDlg::CParamTableDlg(ParamTable* table, QWidget* parent) : QDialog(parent), rows_(table) {
+CParamTableDlg::CParamTableDlg(ParamTable* table, QWidget* parent,
+                               std::vector<ParamKey> not_in_file)
+    : QDialog(parent), rows_(table, std::move(not_in_file)) {
   setWindowTitle(QStringLiteral("Parameter Table"));
   setObjectName(QStringLiteral("134"));
   ResizeWithinScreen(this, QSize(860, 600));
@@ -48,9 +51,7 @@ void CParamTableDlg::CreateControls() {
   lookup_button_ = new QPushButton(QStringLiteral("Lookup"), this);
   lookup_button_->setObjectName(QStringLiteral("1084"));
   lookup_button_->setAutoDefault(false);
-  // Return looks up or goes to what the filter leaves; it does not close.
   connect(lookup_, &QLineEdit::returnPressed, this, &CParamTableDlg::OnLookup);
-  connect(filter_, &QLineEdit::returnPressed, grid_, qOverload<>(&QWidget::setFocus));
   filter_ = new QLineEdit(this);
   filter_->setObjectName(QStringLiteral("filter"));
   filter_->setPlaceholderText(QStringLiteral("part of a code or value"));
@@ -65,6 +66,8 @@ void CParamTableDlg::CreateControls() {
   grid_ = new CGridCtrl(this);
   grid_->setObjectName(QStringLiteral("1079"));
   grid_->setAccessibleName(QStringLiteral("Parameters"));
+  // Return goes to what the filter leaves; it does not close.
+  connect(filter_, &QLineEdit::returnPressed, grid_, qOverload<>(&QWidget::setFocus));
   detail_ = new QLabel(this);
   detail_->setObjectName(QStringLiteral("detail"));
   detail_->setTextFormat(Qt::PlainText);

@@ -20,7 +20,9 @@ class CParamTableDlg : public QDialog {
   Q_OBJECT
 
  public:
-  explicit CParamTableDlg(ParamTable* table, QWidget* parent = nullptr);
+  /// `not_in_file`: as for `RawTable`.
+  explicit CParamTableDlg(ParamTable* table, QWidget* parent = nullptr,
+                          std::vector<ParamKey> not_in_file = {});
 
   /// Whether a value was edited.
   bool IsModified() const { return rows_.IsModified(); }

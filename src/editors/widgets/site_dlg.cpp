@@ -150,7 +150,7 @@ void CSiteDlg::Commit() {
   if (spread_ != nullptr) {
     spread_->Save();
   }
-  form_->CommitTransmitterType();
+  form_->CommitAfterGrids();
 }
 
 std::array<std::string, 4> TransmitterModels() {

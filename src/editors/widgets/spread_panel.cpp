@@ -35,6 +35,7 @@ void SpreadPanel::CreateGrids() {
   boxes_->setObjectName(QStringLiteral("1151"));
   boxes_->setAccessibleName(QStringLiteral("Boxes"));
   boxes_->SetEditValidator(new ByteTextValidator(this));
+  boxes_->SetTabVisitsCells(true);
   boxes_->SetBeginEdit([this](int row, int column) {
     return row - kHeaderRows < spread_->BoxCount() &&
            spread_->CanEditBox(row - kHeaderRows, static_cast<BoxColumn>(column));
@@ -43,6 +44,7 @@ void SpreadPanel::CreateGrids() {
   channels_->setObjectName(QStringLiteral("1152"));
   channels_->setAccessibleName(QStringLiteral("Channels"));
   channels_->SetEditValidator(new ByteTextValidator(this));
+  channels_->SetTabVisitsCells(true);
   channels_->SetBeginEdit([this](int, int column) {
     return column > 0 && CurrentBox() >= 0 &&
            spread_->CanEditChannel(CurrentBox(), ColumnAt(column));
@@ -176,14 +178,19 @@ void SpreadPanel::UpdateButtons() {
   delete_channel_->setEnabled(box >= 0 && spread_->CanDeleteChannel(box));
 }
 
+void SpreadPanel::Refuse(CGridCtrl* grid, const std::string& reason) {
+  is_refused_ = true;
+  grid->StayOnCell();
+  prompts_->ShowWarning("Orvane", reason);
+}
+
 void SpreadPanel::OnBoxEdited(int row, int column) {
   const int box = row - kHeaderRows;
   const auto cell = static_cast<BoxColumn>(column);
   const std::string reason =
       spread_->EditBox(box, cell, BytesFromText(boxes_->GetItemText(row, column)));
   if (!reason.empty()) {
-    is_refused_ = true;
-    prompts_->ShowWarning("Orvane", reason);
+    Refuse(boxes_, reason);
   }
   boxes_->SetItemText(row, column, TextFromBytes(spread_->BoxCell(box, cell)));
   ShowChannels();
@@ -194,8 +201,7 @@ void SpreadPanel::OnChannelEdited(int row, int column) {
   const std::string reason = spread_->EditChannel(
       CurrentBox(), channel, ColumnAt(column), BytesFromText(channels_->GetItemText(row, column)));
   if (!reason.empty()) {
-    is_refused_ = true;
-    prompts_->ShowWarning("Orvane", reason);
+    Refuse(channels_, reason);
   }
   channels_->SetItemText(
       row, column, TextFromBytes(spread_->ChannelCell(CurrentBox(), channel, ColumnAt(column))));

@@ -130,6 +130,7 @@ void CStartupDlg::OnGainEdited(int row, int column) {
       form_->EditGain(channel, BytesFromText(channels_->GetItemText(row, column)));
   if (!reason.empty()) {
     is_refused_ = true;
+    channels_->StayOnCell();
     prompts_->ShowWarning("Orvane", reason);
     channels_->SetItemText(
         row, column, TextFromBytes(form_->Channels()[static_cast<std::size_t>(channel)].gain));

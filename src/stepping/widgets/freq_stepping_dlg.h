@@ -78,6 +78,8 @@ class CFreqSteppingDlg : public CFormDialog {
   QPushButton* default_ = nullptr;
   QLabel* note_ = nullptr;
   std::map<std::tuple<CGridCtrl*, int, int>, QString> refused_;  // cells, and why
+  bool is_committing_ = false;                                   // for a button
+  bool stops_button_ = false;  // the one whose press made a cell refuse
 };
 
 }  // namespace orvane

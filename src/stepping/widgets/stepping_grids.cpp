@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The grids of the stepping dialog.
+#include <QAbstractButton>
+#include <QApplication>
+#include <QScopedValueRollback>
 #include <array>
+#include <utility>
 
 #include "core/number_text.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
@@ -34,6 +38,7 @@ CGridCtrl* CFreqSteppingDlg::NewGrid(const char* name, const char* label) {
   grid->setObjectName(QString::fromLatin1(name));
   grid->setAccessibleName(QString::fromLatin1(label));
   grid->SetEditValidator(new ByteTextValidator(grid));
+  grid->SetTabVisitsCells(true);
   return grid;
 }
 
@@ -119,6 +124,9 @@ void CFreqSteppingDlg::AfterEdit(CGridCtrl* grid, int row, int column, const std
     refused_.erase({grid, row, column});
   } else {
     refused_[{grid, row, column}] = TextFromBytes(reason);
+    stops_button_ =
+        is_committing_ || qobject_cast<QAbstractButton*>(QApplication::focusWidget()) != nullptr;
+    grid->StayOnCell();
   }
   if (grid == frequencies_) {
     ShowFrequencies();
@@ -151,13 +159,16 @@ void CFreqSteppingDlg::OnStepEdited(int row, int column) {
                             BytesFromText(schedule_->GetItemText(row, column))));
 }
 
-// A press on a button ends an edit before the button hears of it: what was refused then counts too.
-// Once it has stopped a button, the user has seen it.
+// A press on a button ends an edit before the button hears of it: what was refused then stops that
+// button. What was refused before the user has seen.
 bool CFreqSteppingDlg::CommitGrids() {
+  const QScopedValueRollback<bool> guard(is_committing_, true);
   frequencies_->CommitEdit();
   schedule_->CommitEdit();
-  const bool is_right = refused_.empty();
-  refused_.clear();
+  const bool is_right = !std::exchange(stops_button_, false);
+  if (is_right) {
+    refused_.clear();
+  }
   return is_right;
 }
 

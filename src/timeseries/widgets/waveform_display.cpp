@@ -13,6 +13,7 @@
 #include "core/number_text.h"
 #include "timeseries/widgets/waveform_dlg.h"
 #include "ui/byte_text.h"
+#include "ui/list_item.h"
 #include "ui/plot_theme.h"
 #include "ui/qt_path.h"
 
@@ -167,7 +168,7 @@ void CWaveformDisplay::ShowReadings() {
         second ? Number(value(second, row)) : QString(),
         first && second ? Number(value(second, row) - value(first, row)) : QString()};
     for (int column = 0; column < 4; ++column) {
-      auto* item = new QTableWidgetItem(texts[static_cast<std::size_t>(column)]);
+      auto* item = OnlyShown(new QTableWidgetItem(texts[static_cast<std::size_t>(column)]));
       item->setTextAlignment(column == 0 ? Qt::AlignLeft | Qt::AlignVCenter
                                          : Qt::AlignRight | Qt::AlignVCenter);
       readings_->setItem(row, column, item);
