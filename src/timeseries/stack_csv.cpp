@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "core/number_text.h"
 #include "core/param_time.h"
 #include "core/path_names.h"
 
@@ -28,6 +29,20 @@ char* PutItem(char* to, float value) {
   return to;
 }
 
+constexpr std::size_t ItemSize(StackDomain domain) { return domain == StackDomain::kTime ? 8 : 4; }
+
+// How many records have the items of the other domain, which were printed as this one's.
+std::string OtherDomainNote(std::uint64_t others, std::uint64_t records, StackDomain domain) {
+  if (others == 0) {
+    return {};
+  }
+  const bool is_time = domain == StackDomain::kTime;
+  return FormatInt(static_cast<std::int64_t>(others)) + " of " +
+         FormatInt(static_cast<std::int64_t>(records)) + " records have items of " +
+         (is_time ? "4 bytes, as frequency-domain results have, but were converted as time domain"
+                  : "8 bytes, as time-domain results have, but were converted as frequency domain");
+}
+
 BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
   StackReader in;
   if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
@@ -39,8 +54,14 @@ BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
     return BatchFailed(FileMessage(path, reason));
   }
   StackRecord record;
+  std::uint64_t records = 0;
+  std::uint64_t others = 0;
+  const std::size_t other_size =
+      ItemSize(domain == StackDomain::kTime ? StackDomain::kFrequency : StackDomain::kTime);
   while (!task.Stopped() && !out.HasFailed() && in.Next(&record)) {
     WriteStackLine(record, domain, &out);
+    ++records;
+    others += record.header.item_size == other_size ? 1 : 0;
     task.Advance(record.header.RecordBytes());
   }
   if (task.Stopped()) {
@@ -52,7 +73,7 @@ BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
   if (const std::string reason = out.Commit(); !reason.empty()) {
     return BatchFailed(FileMessage(path, reason));
   }
-  std::string note = in.Offset() == 0 ? "no whole record" : "";
+  std::string note = records == 0 ? "no whole record" : OtherDomainNote(others, records, domain);
   if (in.IsCut()) {
     note.append(note.empty() ? "" : ", ").append(CutRecordNote(in.Offset()));
   }

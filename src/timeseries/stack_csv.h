@@ -15,7 +15,8 @@ enum class StackDomain { kTime, kFrequency };
 /// The line of a record, with its line end.
 void WriteStackLine(const StackRecord& record, StackDomain domain, TextFile* out);
 
-/// NAME.trs becomes NAME.csv, a line for each record. A cut last record is noted.
+/// NAME.trs becomes NAME.csv, a line for each record. A cut last record is noted, and
+/// records whose items are of the other domain's size.
 Conversion StackCsv(StackDomain domain);
 
 }  // namespace orvane

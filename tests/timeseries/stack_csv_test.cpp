@@ -58,6 +58,17 @@ TEST(StackCsv, KeepsTheStrideWhateverTheItemSize) {
             std::string("       a, ") + kHead + "   0.00,    7.18866e-43,    2.27795e-41, \n");
   EXPECT_EQ(Csv(StackDomain::kFrequency, Record("a", Extension(0), 0, 1, "")),
             std::string("       a, ") + kHead + "   0.00,    0.00000e+00, \n");
+  // Items of the other domain's size are told.
+  BatchResult result;
+  const std::string record = Record("a", Extension(0), 3, 1, "abc");
+  Csv(StackDomain::kTime, Record("a", Extension(0), 4, 1, one) + record, &result);
+  EXPECT_EQ(result.text,
+            "1 of 2 records have items of 4 bytes, as frequency-domain results have, but were "
+            "converted as time domain");
+  Csv(StackDomain::kFrequency, Record("a", Extension(0), 8, 0, "") + record, &result);
+  EXPECT_TRUE(result.text.starts_with("1 of 2 records have items of 8 bytes, as time-domain"));
+  Csv(StackDomain::kFrequency, Record("a", Extension(0), 4, 1, one) + record, &result);
+  EXPECT_EQ(result.status, BatchStatus::kDone);
   const std::string most(std::size_t{255} * 255, '\0');
   const std::string lines = Csv(StackDomain::kTime, Record("a", Extension(0), 255, 255, most) +
                                                         Record("b", Extension(0), 255, 255, most));
