@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/ts_file.h"
 
+#include <system_error>
+
 #include "core/ascii.h"
 #include "core/file_io.h"
 #include "core/find_file.h"
 #include "core/number_text.h"
+#include "core/path_names.h"
 #include "core/path_text.h"
 
 namespace orvane {
@@ -12,7 +15,21 @@ namespace {
 
 std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
 
+bool FillsTheFile(const RandomFile& file, TsHeaderSize header_size) {
+  TsWalker walker(&file, header_size, file.Size());
+  TsPlace place;
+  while (walker.Next(&place)) {
+  }
+  return walker.Error().empty() && place.next == file.Size();
+}
+
 }  // namespace
+
+TsHeaderSize FittingHeaders(const RandomFile& file) {
+  return !FillsTheFile(file, TsHeaderSize::kFull) && FillsTheFile(file, TsHeaderSize::kOld)
+             ? TsHeaderSize::kOld
+             : TsHeaderSize::kFull;
+}
 
 std::string OpenFailureText(const std::filesystem::path& path) {
   return std::string("Failed to open file ").append(PathText(path)).append("!");
@@ -26,41 +43,70 @@ bool TsFile::Fail(const std::filesystem::path& path, const std::string& reason) 
   return false;
 }
 
-bool TsFile::LoadCompanion(bool is_needed) {
-  companion_ = TsCompanion();
-  companion_path_ = PathOf(CompanionName(PathText(path_)));
+// False, with the reason, where there is none that can be read.
+bool TsFile::LoadCompanion(std::string* reason) {
+  const std::string text = PathText(path_);
+  // A band has one or two digits; other names are those of waveforms, of three characters.
+  companion_path_ = PathOf(BandNumber(text) > 0 && HasExtension(text) ? WithExtension(text, ".TBL")
+                                                                      : CompanionName(text));
   if (companion_path_.empty()) {
-    return !is_needed || Fail(path_, FileMessage(path_, "too short a name for a companion table"));
+    companion_path_ = path_;
+    *reason = FileMessage(path_, "too short a name for a companion table");
+    return false;
   }
   companion_path_ = FindInAnyCase(companion_path_);
   TblReport report;
-  if (companion_.Load(companion_path_, &report) == kOk) {
-    return true;
-  }
-  // A companion that is there but could not be read to its end is not the same as none.
-  return (!is_needed && report.read_error.empty()) || Fail(companion_path_, report.message);
+  const bool is_loaded = companion_.Load(companion_path_, &report) == kOk;
+  *reason = report.message;
+  return is_loaded;
 }
 
-bool TsFile::Open(const std::filesystem::path& path, const Options& options) {
-  path_ = path;
+void TsFile::NoteMissing(const std::string& reason, bool guesses_headers) {
+  std::error_code error;
+  const bool is_there = companion_path_ != path_ && std::filesystem::exists(companion_path_, error);
+  companion_note_ =
+      "raw counts, " +
+      (is_there ? "table not used: " + reason : "no table " + PathText(companion_path_.filename()));
+  if (guesses_headers) {
+    companion_note_ += ", headers taken to have " + Number(BytesIn(header_size_)) + " bytes";
+  }
+}
+
+void TsFile::Reset() {
   message_.clear();
   reason_.clear();
+  lacks_companion_ = false;
+  companion_note_.clear();
   read_error_.clear();
   index_ = {};
   companion_ = TsCompanion();
   companion_path_.clear();
+}
+
+bool TsFile::Open(const std::filesystem::path& path, const Options& options) {
+  Reset();
+  path_ = path;
   if (const std::string reason = file_.Open(path); !reason.empty()) {
     return Fail(path, FileMessage(path, reason));
   }
+  std::optional<TsHeaderSize> headers = options.header_size;
   const std::string text = PathText(path);
   if (BandNumber(text) > 0) {
-    header_size_ = TsHeaderSize::kBand;
-  } else {
-    if (!LoadCompanion(!options.header_size.has_value())) {
-      return false;
+    headers = TsHeaderSize::kBand;
+  } else if (EndsWithoutCase(text, ".TSK") && !headers) {
+    headers = TsHeaderSize::kFull;
+  }
+  std::string reason;
+  if (!LoadCompanion(&reason)) {
+    if (!headers && options.needs_companion) {
+      lacks_companion_ = true;
+      return Fail(companion_path_, reason);
     }
-    const bool is_old = companion_.IsOldVersion() && !EndsWithoutCase(text, ".TSK");
-    header_size_ = options.header_size.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
+    header_size_ = headers ? *headers : FittingHeaders(file_);
+    NoteMissing(reason, !headers);
+  } else {
+    const bool is_old = companion_.IsOldVersion();
+    header_size_ = headers.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   }
   if (const std::string error = index_.Build(file_, header_size_); !error.empty()) {
     read_error_ = FileMessage(path, error + "; only the records before it are known");

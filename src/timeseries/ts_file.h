@@ -21,20 +21,25 @@ std::string OpenFailureText(const std::filesystem::path& path);
 class TsFile {
  public:
   struct Options {
-    /// Given: no companion is needed and "VER" does not count. One that exists is loaded all the
-    /// same, except for a band file.
+    /// Given: no companion is needed and "VER" does not count. A band file has its own all the
+    /// same.
     std::optional<TsHeaderSize> header_size;
+    /// False: a waveform opens without its companion too, its headers taken as `FittingHeaders()`.
+    bool needs_companion = true;
   };
 
-  /// Band files (by the digit that ends the path) have 32-byte headers and no companion. A stacked
-  /// file (*.TSK) has full headers; any other is told by its companion's "VER". False where the
-  /// file or the companion cannot be opened: `Message()` and `Reason()` tell.
+  /// Band files (by the digit that ends the path) have 32-byte headers, stacked files (*.TSK) full
+  /// ones; both need no companion, but use one. Any other is told by its companion's "VER". False
+  /// where the file, or a companion that it needs, cannot be opened: `Message()` and `Reason()`
+  /// tell.
   [[nodiscard]] bool Open(const std::filesystem::path& path, const Options& options);
   [[nodiscard]] bool Open(const std::filesystem::path& path) { return Open(path, Options()); }
 
   /// Of a failure: the text for the user, and what the system said with the file's name.
   const std::string& Message() const { return message_; }
   const std::string& Reason() const { return reason_; }
+  /// Of a failure: with `Options::needs_companion` false the file may open.
+  bool LacksCompanion() const { return lacks_companion_; }
 
   /// A file that opened: what kept its records from being found to the end, with the file's name;
   /// mostly empty.
@@ -45,6 +50,8 @@ class TsFile {
   bool IsBandFile() const { return header_size_ == TsHeaderSize::kBand; }
   const TsCompanion& Companion() const { return companion_; }
   const std::filesystem::path& CompanionPath() const { return companion_path_; }
+  /// What is not known of a file that opened without its companion, and why; else empty.
+  const std::string& CompanionNote() const { return companion_note_; }
 
   std::uint64_t Count() const { return index_.Count(); }
   std::uint64_t BadCount() const { return index_.BadCount(); }
@@ -67,7 +74,9 @@ class TsFile {
   const RandomFile& Bytes() const { return file_; }
 
  private:
-  bool LoadCompanion(bool is_needed);
+  void Reset();
+  bool LoadCompanion(std::string* reason);
+  void NoteMissing(const std::string& reason, bool guesses_headers);
   bool Fail(const std::filesystem::path& path, const std::string& reason);
 
   std::filesystem::path path_;
@@ -78,8 +87,14 @@ class TsFile {
   TsIndex index_;
   std::string message_;
   std::string reason_;
+  bool lacks_companion_ = false;
+  std::string companion_note_;
   std::string read_error_;
 };
+
+/// The headers that a waveform of unknown version is taken to have: full ones, or older ones where
+/// only with these the records fill the file to its very end.
+TsHeaderSize FittingHeaders(const RandomFile& file);
 
 }  // namespace orvane
 

@@ -86,8 +86,8 @@ bool WaveformView::HasSameChannels(const std::vector<WaveformChannel>& before) c
 }
 
 void WaveformView::UpdateChannels() {
-  channels_ =
-      WaveformChannels(record_.Header(), file_.IsBandFile() ? nullptr : &file_.Companion(), units_);
+  const TsCompanion* companion = file_.Companion().IsLoaded() ? &file_.Companion() : nullptr;
+  channels_ = WaveformChannels(record_.Header(), companion, units_);
   channels_.resize(std::min(channels_.size(), kMaxTraces));
 }
 
@@ -131,6 +131,7 @@ std::string WaveformView::StatusBarText() const {
   if (file_.BadCount() > 0) {
     text.append(", first bad at ").append(NumberText(file_.FirstBad()));
   }
+  text.append(file_.CompanionNote().empty() ? "" : ", ").append(file_.CompanionNote());
   return text;
 }
 

@@ -86,7 +86,8 @@ class WaveformView {
   void SetRecordGain(RecordGain record_gain);
 
   std::string TitleText() const;
-  /// "3 / 300", and where there are bad records "first bad at 3".
+  /// "3 / 300", where there are bad records "first bad at 3", and what is missing without a
+  /// companion table.
   std::string StatusBarText() const;
   std::size_t TraceCount() const { return channels_.size(); }
   const WaveformChannel& Channel(std::size_t trace) const { return channels_[trace]; }

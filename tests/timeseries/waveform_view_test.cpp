@@ -65,6 +65,16 @@ TEST_F(WaveformViews, NamesUnitsAndScales) {
       EXPECT_DOUBLE_EQ(view_.Channel(i).scale * 256, shown[i]) << labels[i];
     }
   }
+  // A band has them from the table beside it; without one there are numbers and counts.
+  WriteAll(dir_ / "A.TS1", TsBytes{.samples = {1}, .header_size = 32}.Bytes());
+  ASSERT_TRUE(Open(bytes, gains + Real("FSCV", 8388607)) && view_.Open(dir_ / "A.TS1"));
+  EXPECT_EQ(view_.Channel(0).Label(), "Ex1 (mV)");
+  EXPECT_DOUBLE_EQ(view_.Channel(0).scale * 256, 4e3);
+  std::filesystem::remove(dir_ / "A.TBL");
+  ASSERT_TRUE(view_.Open(dir_ / "A.TS1"));
+  EXPECT_EQ(view_.Channel(0).Label(), "Ch 1");
+  EXPECT_EQ(view_.Channel(0).scale * 256, 1);
+  EXPECT_EQ(view_.StatusBarText(), "1 / 1, raw counts, no table A.TBL");
 }
 
 TEST_F(WaveformViews, TextsAndPaging) {

@@ -11,6 +11,7 @@
 #include <limits>
 
 #include "core/number_text.h"
+#include "core/path_text.h"
 #include "timeseries/widgets/waveform_dlg.h"
 #include "ui/byte_text.h"
 #include "ui/list_item.h"
@@ -120,11 +121,28 @@ void CWaveformDisplay::AddSaving() {
   });
 }
 
+bool CWaveformDisplay::OpenOrTell(const std::filesystem::path& path,
+                                  const TsFile::Options& options) {
+  if (view_.Open(path, options)) {
+    return true;
+  }
+  prompts_->ShowWarning("File Open Error", view_.File().Message());
+  emit Told(QString::fromStdString(view_.File().Reason()));
+  return false;
+}
+
+bool CWaveformDisplay::OffersRawCounts() {
+  return view_.File().LacksCompanion() &&
+         prompts_->AskYesNo("Orvane", "Without its table the channels of " +
+                                          PathText(view_.File().Path().filename()) +
+                                          " have no names and no units.\n\nShow raw counts?") ==
+             Answer::kYes;
+}
+
 bool CWaveformDisplay::Open(const QString& path) {
-  const bool is_open = view_.Open(PathFromText(path));
-  if (!is_open) {
-    prompts_->ShowWarning("File Open Error", view_.File().Message());
-    emit Told(QString::fromStdString(view_.File().Reason()));
+  const std::filesystem::path file = PathFromText(path);
+  if (!OpenOrTell(file, {}) &&
+      (!OffersRawCounts() || !OpenOrTell(file, {.header_size = {}, .needs_companion = false}))) {
     return false;
   }
   number_->setRange(

@@ -22,7 +22,8 @@ class CWaveformDisplay : public CDisplay {
  public:
   explicit CWaveformDisplay(Prompts* prompts, QWidget* parent = nullptr);
 
-  /// Opens a file. False where that fails; the messages are shown.
+  /// Opens a file, where only its companion table is missing as raw counts if the user wants that.
+  /// False where that fails; the messages are shown.
   bool Open(const QString& path);
   WaveformView& View() { return view_; }
   /// Takes over how another file was shown, but for auto play.
@@ -41,6 +42,8 @@ class CWaveformDisplay : public CDisplay {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool OpenOrTell(const std::filesystem::path& path, const TsFile::Options& options);
+  bool OffersRawCounts();
   void AddPaging();
   void AddViewing();
   void AddSaving();
