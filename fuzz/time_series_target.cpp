@@ -95,7 +95,7 @@ void FuzzTimeSeriesText(Bytes input) {
 void FuzzRestack(Bytes input) {
   const std::uint64_t memory = TakeByte(&input) % 2 == 0 ? 1 << 20 : 1;
   const auto stack = PathOf("B.TSK");
-  Require(Convert(Restack(memory), PutFile("B.TSS", input), stack).IsDone(),
+  Require(Convert(Restack({.most_memory = memory}), PutFile("B.TSS", input), stack).IsDone(),
           "any bytes are restacked");
   TsFile stacked;
   Require(stacked.Open(stack, {TsHeaderSize::kFull}), "a stack can be opened");

@@ -67,9 +67,25 @@ void UtilityCommands::ConvertFrequencyDomainStacks() {
   Run(kFrequencyDomainStacks, StackCsv(StackDomain::kFrequency), folders_.Data());
 }
 void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TsText(), folders_.Data()); }
-void UtilityCommands::Restack() { Run(kRestacking, orvane::Restack(), folders_.Data()); }
+void UtilityCommands::Restack() {
+  RestackOptions options;
+  options.ask_about_bad = AskForWorkers();
+  Run(kRestacking, orvane::Restack(std::move(options)), folders_.Data());
+}
 void UtilityCommands::ConvertToVersion1() {
   Run(kVersion1, TblToVersion1(doc_->Table()), folders_.Document());
+}
+
+// Workers ask and wait for this thread, which shows the question over the progress.
+UtilityCommands::Question UtilityCommands::AskForWorkers() {
+  return [this](const std::string& question, const BatchTask& task) {
+    bool is_yes = false;
+    const auto show = [&] {
+      is_yes = !task.Stopped() && prompts_->AskYesNo("Orvane", question) == Answer::kYes;
+    };
+    QMetaObject::invokeMethod(QCoreApplication::instance(), show, Qt::BlockingQueuedConnection);
+    return is_yes;
+  };
 }
 
 void UtilityCommands::ConvertToSpectra() {
@@ -85,15 +101,7 @@ void UtilityCommands::ConvertToSpectra() {
   }
   SpectraOptions options = form.Options();
   QSettings().setValue(key, QString::fromStdString(PathText(options.calibration_folder)));
-  // Workers ask and wait for this thread, which shows the question over the progress.
-  options.ask = [this](const std::string& question, const BatchTask& task) {
-    bool is_yes = false;
-    const auto show = [&] {
-      is_yes = !task.Stopped() && prompts_->AskYesNo("Orvane", question) == Answer::kYes;
-    };
-    QMetaObject::invokeMethod(QCoreApplication::instance(), show, Qt::BlockingQueuedConnection);
-    return is_yes;
-  };
+  options.ask = AskForWorkers();
   Run(kSpectra, CalibratedSpectra(std::move(options)), folders_.Data());
 }
 

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QWidget>
 #include <filesystem>
+#include <functional>
+#include <string>
 #include <vector>
 
 #include "app/field_folders.h"
@@ -50,6 +52,9 @@ class UtilityCommands {
                std::vector<std::filesystem::path> files);
 
  private:
+  using Question = std::function<bool(const std::string& question, const BatchTask& task)>;
+
+  Question AskForWorkers();
   void Run(const Utility& utility, Conversion conversion, const QString& folder);
   void ShowTexts(const Batch& batch);
 

@@ -35,7 +35,9 @@ bool OpenOrTell(const WaveformArguments& arguments, TsFile* file) {
   if (file->Open(arguments.file, arguments.Options())) {
     return true;
   }
-  PrintMessage(file->Message() + " " + file->Reason());
+  PrintMessage(
+      file->Message() + " " + file->Reason() +
+      (file->LacksCompanion() ? "; --header 252 or 196 reads the waveform without it" : ""));
   return false;
 }
 
@@ -111,6 +113,17 @@ void AddHeaderOption(CLI::App* verb, WaveformArguments* arguments) {
       ->check(CLI::IsMember({196, 252}));
 }
 
+void AddRestackCommand(CLI::App* waveform, ExitCode* exit_code) {
+  const auto left_out = std::make_shared<std::string>();
+  CLI::App* restack = AddBatchVerb(
+      waveform, "restack", "Average the records of each frequency (NAME.TSK)",
+      [=] { return Restack({.leave_out = {.bad = !left_out->empty()}}); }, exit_code);
+  restack
+      ->add_option("--leave-out", *left_out,
+                   "bad: stack without the records that their box marked bad (default: with them)")
+      ->check(CLI::IsMember({"bad"}));
+}
+
 }  // namespace
 
 void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
@@ -130,9 +143,7 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
       waveform, "text", "Write time series as text (NAME.txt, NAME_TS3.txt)",
       [=] { return TsText(arguments->HeaderSize()); }, exit_code);
   AddHeaderOption(text, arguments.get());
-  AddBatchVerb(
-      waveform, "restack", "Average the records of each frequency (NAME.TSK)",
-      [] { return Restack(); }, exit_code);
+  AddRestackCommand(waveform, exit_code);
   AddHarmonicsCommand(waveform, exit_code);
 }
 

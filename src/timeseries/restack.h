@@ -2,10 +2,12 @@
 #ifndef ORVANE_TIMESERIES_RESTACK_H_
 #define ORVANE_TIMESERIES_RESTACK_H_
 
+#include <functional>
 #include <string>
 #include <string_view>
 
 #include "core/batch.h"
+#include "timeseries/restack_plan.h"
 
 namespace orvane {
 
@@ -13,21 +15,30 @@ namespace orvane {
 /// component replaced by ".TSK".
 std::string RestackName(std::string_view path);
 
+struct RestackOptions {
+  LeaveOut leave_out = {};
+  /// Asked by a worker at the first file with bad records that would be added, for all files of the
+  /// batch: whether to leave such records out. Null: they are added.
+  std::function<bool(const std::string& question, const BatchTask& task)> ask_about_bad = nullptr;
+  /// Sums held at a time; the sums of one frequency in any case.
+  std::uint64_t most_memory = std::uint64_t{256} << 20U;
+};
+
 /// The records of each frequency averaged into one, in a stacked file of full headers and 3-byte
-/// samples. Held values are added with wrapping and the sum divided toward zero; the result takes
-/// the header, scans and channels of the frequency's first record. Frequencies keep the file's own
-/// direction, ascending or descending.
+/// samples. Sums are exact; the result takes the header, scans and channels of the frequency's
+/// first record. Frequencies keep the file's own direction, ascending or descending.
 ///
 /// - Equal means equal as doubles; a frequency that is no number yields nothing.
 /// - A record with fewer scans or channels than the first of its frequency is left out of sum and
-///   divisor, and noted; of a larger one the surplus counts for nothing. Bad records are included.
+///   divisor, and noted; of a larger one the surplus counts for nothing.
+/// - Bad records are added or left out, and noted; a file of which nothing is left fails.
 /// - A cut last record is dropped.
+/// - In a folder of its own the stack gets a copy of the companion table beside it.
 /// - kept: headers are always taken as full ones, as boxes do; a companion table of an older
-/// version
-///   is noted.
+///   version is noted.
 ///
 /// Memory: one record for each frequency, in several passes where these exceed `most_memory` bytes.
-Conversion Restack(std::uint64_t most_memory = std::uint64_t{256} << 20U);
+Conversion Restack(RestackOptions options = {});
 
 }  // namespace orvane
 

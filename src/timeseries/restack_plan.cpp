@@ -3,53 +3,75 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 #include "core/number_text.h"
 
 namespace orvane {
 namespace {
 
-constexpr std::size_t kMostNamed = 20;
-
 std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
 
 void AppendNote(const std::string& note, std::string* notes) {
-  notes->append(notes->empty() ? "" : "; ").append(note);
+  notes->append(notes->empty() || note.empty() ? "" : "; ").append(note);
 }
 
 }  // namespace
 
-RestackPlan::RestackPlan(TsWalker walker) {
+void NamedFew::Add(const std::string& name) {
+  if (++count_ <= kMostNamed) {
+    names_.append(names_.empty() ? "" : ", ").append(name);
+  }
+}
+
+std::string NamedFew::Text() const {
+  return count_ <= kMostNamed ? names_ : names_ + " and " + Number(count_ - kMostNamed) + " more";
+}
+
+RestackPlan::RestackPlan(TsWalker walker, LeaveOut leave_out) : leave_out_(leave_out) {
   TsPlace place;
-  double first_met = 0;
-  double last_new = 0;
+  std::set<double> left_out;
   while (walker.Next(&place)) {
     if (place.is_cut) {
       cut_record_ = place.number;
       break;
     }
     ++records_;
-    const double frequency = place.header.frequency;
-    if (std::isnan(frequency)) {
+    if (std::isnan(place.header.frequency)) {
       ++without_frequency_;
-      continue;
-    }
-    const auto [found, is_new] = groups_.try_emplace(frequency);
-    RestackGroup& group = found->second;
-    if (is_new) {
-      first_met = groups_.size() == 1 ? frequency : first_met;
-      last_new = frequency;
-      group.first_record = place.number;
-      group.header = place.header;
-    }
-    if (group.Takes(place.header)) {
-      ++group.count;
-    } else if (++too_small_ <= kMostNamed) {
-      first_too_small_.push_back(place.number);
+    } else if (leave_out_.Has(place)) {
+      bad_.Add(Number(place.number));
+      left_out.insert(place.header.frequency);
+    } else {
+      Take(place);
     }
   }
-  is_ascending_ = first_met <= last_new;
+  for (const double frequency : left_out) {
+    if (!groups_.contains(frequency)) {
+      without_stack_.Add(FormatReal(frequency));
+    }
+  }
   error_ = walker.Error();
+}
+
+void RestackPlan::Take(const TsPlace& place) {
+  const double frequency = place.header.frequency;
+  const auto [found, is_new] = groups_.try_emplace(frequency);
+  RestackGroup& group = found->second;
+  if (is_new) {
+    first_met_ = groups_.size() == 1 ? frequency : first_met_;
+    last_new_ = frequency;
+    group.first_record = place.number;
+    group.header = place.header;
+  }
+  if (!group.Takes(place.header)) {
+    too_small_.Add(Number(place.number));
+    return;
+  }
+  ++group.count;
+  if (place.header.IsBad()) {
+    bad_.Add(Number(place.number));
+  }
 }
 
 std::vector<RestackGroup*> RestackPlan::InOrder() {
@@ -57,15 +79,28 @@ std::vector<RestackGroup*> RestackPlan::InOrder() {
   for (auto& [frequency, group] : groups_) {
     groups.push_back(&group);
   }
-  if (!is_ascending_) {
+  if (first_met_ > last_new_) {
     std::reverse(groups.begin(), groups.end());
   }
   return groups;
 }
 
-RestackGroup* RestackPlan::GroupOf(const TsHeader& header) {
-  const auto found = std::isnan(header.frequency) ? groups_.end() : groups_.find(header.frequency);
-  return found == groups_.end() ? nullptr : &found->second;
+RestackGroup* RestackPlan::GroupOf(const TsPlace& place) {
+  if (std::isnan(place.header.frequency) || leave_out_.Has(place)) {
+    return nullptr;
+  }
+  const auto found = groups_.find(place.header.frequency);
+  return found != groups_.end() && found->second.Takes(place.header) ? &found->second : nullptr;
+}
+
+std::string RestackPlan::BadNote() const {
+  if (bad_.Count() == 0) {
+    return {};
+  }
+  const bool is_one = bad_.Count() == 1;
+  return std::string(is_one ? "record " : "records ") + bad_.Text() +
+         (is_one ? " is marked bad and was " : " are marked bad and were ") +
+         (leave_out_.bad ? "left out" : "added");
 }
 
 std::string RestackPlan::Note() const {
@@ -73,15 +108,14 @@ std::string RestackPlan::Note() const {
   if (records_ == 0) {
     AppendNote("no whole record", &notes);
   }
-  if (too_small_ > 0) {
-    std::string note = "left out, smaller than the first of their frequency: record";
-    for (const std::uint64_t number : first_too_small_) {
-      note.append(" ").append(Number(number));
-    }
-    if (too_small_ > first_too_small_.size()) {
-      note.append(" and ").append(Number(too_small_ - first_too_small_.size())).append(" more");
-    }
-    AppendNote(note, &notes);
+  AppendNote(BadNote(), &notes);
+  if (without_stack_.Count() > 0) {
+    AppendNote("no stack at " + without_stack_.Text() + " Hz, where every record is marked bad",
+               &notes);
+  }
+  if (too_small_.Count() > 0) {
+    AppendNote("left out, smaller than the first of their frequency: record " + too_small_.Text(),
+               &notes);
   }
   if (without_frequency_ > 0) {
     AppendNote("records whose frequency is no number: " + Number(without_frequency_), &notes);

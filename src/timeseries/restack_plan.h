@@ -11,6 +11,13 @@
 
 namespace orvane {
 
+/// Which records a stack leaves out.
+struct LeaveOut {
+  bool bad = false;  ///< those that their box marked bad
+
+  bool Has(const TsPlace& place) const { return bad && place.header.IsBad(); }
+};
+
 /// The records of one frequency.
 struct RestackGroup {
   std::uint64_t first_record = 0;
@@ -24,29 +31,54 @@ struct RestackGroup {
   }
 };
 
-/// What a file's headers tell of its stack.
+/// Some of many things, for a note: how many there are and the first of them by name.
+class NamedFew {
+ public:
+  static constexpr std::size_t kMostNamed = 20;
+
+  void Add(const std::string& name);
+  std::uint64_t Count() const { return count_; }
+  /// "3", "3, 4", "3, 4, ... and 5 more"
+  std::string Text() const;
+
+ private:
+  std::uint64_t count_ = 0;
+  std::string names_;
+};
+
+/// What a file's headers tell of its stack. A record that is left out counts as if the file had
+/// it not.
 class RestackPlan {
  public:
-  explicit RestackPlan(TsWalker walker);
+  RestackPlan(TsWalker walker, LeaveOut leave_out);
 
   /// The groups in the order of writing.
   std::vector<RestackGroup*> InOrder();
-  /// The group of a record; null where it has none.
-  RestackGroup* GroupOf(const TsHeader& header);
+  /// The group that a record is added to; null: it is not added.
+  RestackGroup* GroupOf(const TsPlace& place);
 
   std::uint64_t Records() const { return records_; }
+  const NamedFew& BadRecords() const { return bad_; }
+  /// Whether nothing can be stacked, for what there was is left out.
+  bool LeavesNothing() const { return groups_.empty() && leave_out_.bad && bad_.Count() > 0; }
   /// What the user should know, empty if nothing.
   std::string Note() const;
   const std::string& Error() const { return error_; }
 
  private:
+  void Take(const TsPlace& place);
+  std::string BadNote() const;
+
+  LeaveOut leave_out_;
   // By frequency; -0 and 0 are one.
   std::map<double, RestackGroup> groups_;
-  bool is_ascending_ = true;
+  double first_met_ = 0;
+  double last_new_ = 0;
   std::uint64_t records_ = 0;
   std::uint64_t cut_record_ = 0;
-  std::uint64_t too_small_ = 0;
-  std::vector<std::uint64_t> first_too_small_;
+  NamedFew bad_;  // added or left out
+  NamedFew without_stack_;
+  NamedFew too_small_;
   std::uint64_t without_frequency_ = 0;
   std::string error_;
 };

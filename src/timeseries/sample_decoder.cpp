@@ -30,7 +30,8 @@ std::uint32_t LoadFew(const std::byte* from, int width) {
 
 void Store(std::uint32_t held, std::int32_t* to) { *to = static_cast<std::int32_t>(held); }
 void Add(std::uint32_t held, std::int32_t* to) {
-  *to = static_cast<std::int32_t>(static_cast<std::uint32_t>(*to) + held);
+  const auto sample = static_cast<std::uint32_t>(SampleOf(static_cast<std::int32_t>(held)));
+  *to = static_cast<std::int32_t>(static_cast<std::uint32_t>(*to) + sample);
 }
 
 // The shift drops the byte that the four-byte load takes from the next sample.
@@ -70,7 +71,7 @@ __attribute__((target("avx2"))) void DecodeWithAvx2(const std::byte* from, int w
     __m256i held = _mm256_shuffle_epi8(_mm256_set_m128i(high, low), spread);
     auto* place = reinterpret_cast<__m256i*>(&to[i]);  // NOLINT: as the intrinsics want it
     if constexpr (kAdds) {
-      held = _mm256_add_epi32(held, _mm256_loadu_si256(place));
+      held = _mm256_add_epi32(_mm256_srai_epi32(held, 8), _mm256_loadu_si256(place));
     }
     _mm256_storeu_si256(place, held);
   }

@@ -23,7 +23,7 @@ constexpr std::int32_t SampleOf(std::int32_t held) { return held >> 8; }
 /// One way of decoding: `count` samples of `width` bytes each.
 struct SampleDecoder {
   void (*put)(const std::byte* from, int width, std::span<std::int32_t> to);
-  /// Adds with wrapping.
+  /// Adds the samples themselves, not their held values, with wrapping.
   void (*add)(const std::byte* from, int width, std::span<std::int32_t> to);
 };
 

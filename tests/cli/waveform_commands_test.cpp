@@ -35,13 +35,46 @@ TEST(WaveformCommands, ReadAndConvert) {
 
   const Outcome stack = RunCli(dir, "waveform restack a.TSS --out o");
   EXPECT_EQ(stack.exit_code, 0);
-  EXPECT_EQ(Slashed(stack.out), "o/A.TSK\n");
+  EXPECT_EQ(Slashed(stack.out), "o/A.TSK\no/A.TBL\n");
+  EXPECT_EQ(ReadAll(dir / "o/A.TBL"), ReadAll(dir / "A.tbl"));
   EXPECT_NE(stack.err.find("\"VER\" 5A"), std::string::npos) << stack.err;
   EXPECT_NE(stack.err.find("record 2"), std::string::npos) << stack.err;
   EXPECT_EQ(ReadAll(dir / "o/A.TSK").substr(252), Little(1, 3) + Little(2, 3));
+  EXPECT_EQ(Slashed(RunCli(dir, "waveform restack a.TSS --out o").out), "o/A.TSK\n")
+      << "the same table";
   EXPECT_EQ(RunCli(dir, "waveform text a.TSS none.TSS").exit_code, 1);
   EXPECT_EQ(ReadAll(dir / "a.txt").substr(0, 22), " Time:                ");
   EXPECT_EQ(RunCli(dir, "waveform text --header 100 a.TSS").exit_code, 2);
+}
+
+TEST(WaveformCommands, RestackLeavesOutBadRecordsAndOtherTables) {
+  const TempDir dir;
+  const std::string good = TsBytes{.samples = {1, 2}}.Bytes();
+  const std::string bad = TsBytes{.samples = {9, 9}, .status = 6}.Bytes();
+  WriteAll(dir / "A.TSS", good + bad);
+  WriteAll(dir / "B.TSS", bad);
+  WriteAll(dir / "B.TSK", "older");
+  const Outcome added = RunCli(dir, "waveform restack A.TSS");
+  EXPECT_EQ(added.err, "orvane-cli: A.TSS: record 2 is marked bad and was added\n");
+  EXPECT_EQ(ReadAll(dir / "A.TSK").substr(252), Little(5, 3) + Little(5, 3));
+  const Outcome left_out = RunCli(dir, "waveform restack --leave-out bad A.TSS B.TSS");
+  EXPECT_EQ(left_out.exit_code, 1);
+  EXPECT_EQ(left_out.out, "A.TSK\n");
+  EXPECT_NE(left_out.err.find("A.TSS: record 2 is marked bad and was left out\n"),
+            std::string::npos);
+  EXPECT_NE(left_out.err.find("B.TSS: nothing is left to stack: "), std::string::npos);
+  EXPECT_EQ(ReadAll(dir / "A.TSK").substr(252), Little(1, 3) + Little(2, 3));
+  EXPECT_EQ(ReadAll(dir / "B.TSK"), "older");
+  EXPECT_EQ(RunCli(dir, "waveform restack --leave-out worse A.TSS").exit_code, 2);
+
+  WriteAll(dir / "A.TBL", HeaderV2() + RecordV2("TECH", 0, IntPT, IntBytes(3)));
+  std::filesystem::create_directory(dir / "o");
+  WriteAll(dir / "o/a.tbl", "another");
+  const Outcome kept = RunCli(dir, "waveform restack A.TSS --out o");
+  EXPECT_EQ(kept.exit_code, 0);
+  EXPECT_EQ(Slashed(kept.out), "o/A.TSK\n");
+  EXPECT_NE(Slashed(kept.err).find("o/a.tbl: is another table"), std::string::npos) << kept.err;
+  EXPECT_EQ(ReadAll(dir / "o/a.tbl"), "another");
 }
 
 }  // namespace

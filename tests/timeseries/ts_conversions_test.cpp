@@ -39,7 +39,7 @@ Outcome Convert(const Conversion& conversion, const char* name, const std::strin
 
 std::string Restacked(const std::string& bytes, std::string* note = nullptr) {
   // Room for two sums at a time: the other frequencies take further passes.
-  const Outcome outcome = Convert(Restack(16), "A.TSS", bytes);
+  const Outcome outcome = Convert(Restack({.most_memory = 16}), "A.TSS", bytes);
   EXPECT_TRUE(outcome.result.IsDone()) << outcome.result.text;
   if (note != nullptr) {
     *note = outcome.result.text;
@@ -79,9 +79,69 @@ TEST(Restack, MeansOfEachFrequencyInTheFilesDirection) {
                       one(4, {3}).Bytes() + one(kNone, {9}).Bytes() + one(2, {4}).Bytes()),
             Result(one(8, {1})) + Result(one(4, {3})) + Result(one(2, {3})));
   EXPECT_EQ(Restacked(one(-0.0, {2}).Bytes() + one(0.0, {4}).Bytes()), Result(one(-0.0, {3})));
-  // Sums wrap at 32 bits: 2 x 0x7FFFFF00 is -512.
-  EXPECT_EQ(Restacked(one(1, {0x7FFFFF}).Bytes() + one(1, {0x7FFFFF}).Bytes()),
-            Result(one(1, {-1})));
+}
+
+// Means worked out by hand: 256 x sum / records toward zero, its low byte dropped.
+TEST(Restack, SumsAreExactHoweverManyRecords) {
+  struct Case {
+    int records;  // of the first sample, then one of the last
+    int sample;
+    int last;
+    int mean;
+  };
+  for (const auto& [records, sample, last, mean] :
+       {Case{1, 8388607, 8388607, 8388607}, Case{15, 900000, 900000, 900000},
+        Case{15, -900000, -900000, -900000}, Case{255, -8388608, -8388608, -8388608},
+        Case{255, 8388607, 8388607, 8388607}, Case{256, -8388608, -8388608, -8388608},
+        Case{299, 8388607, -8388608, 8332682},  // 2508193485 - 8388608 by 300 is 8332682.92
+        Case{255, 0, -1, -1},                   // -256 by 256 is -1, its low byte dropped -1
+        Case{256, 0, -1, 0},                    // -256 by 257 is 0
+        Case{256, -1, 0, -1}}) {
+    std::string bytes;
+    for (int i = 0; i < records; ++i) {
+      bytes += TsBytes{.samples = {sample, 5}}.Bytes();
+    }
+    // One channel more, so that its scans are added one by one.
+    bytes += TsBytes{.channels = 2, .samples = {last, 9, 5, 9}}.Bytes();
+    EXPECT_EQ(Restacked(bytes), Result({.samples = {mean, 5}})) << records << " " << sample;
+  }
+}
+
+TEST(Restack, BadRecordsAreNamedAndAddedOrLeftOut) {
+  const auto record = [](double frequency, int sample, int status) {
+    return TsBytes{.frequency = frequency, .samples = {sample}, .status = status}.Bytes();
+  };
+  const std::string bytes =
+      record(1, 90, 6) + record(1, 2, 0) + record(1, 4, 0) + record(2, 7, 6) + record(4, 8, 5);
+  const std::string four = Result({.frequency = 4, .samples = {8}, .status = 5});
+  std::string note;
+  EXPECT_EQ(Restacked(bytes, &note), Result({.frequency = 1, .samples = {32}, .status = 6}) +
+                                         Result({.frequency = 2, .samples = {7}, .status = 6}) +
+                                         four);
+  EXPECT_EQ(note, "records 1, 4 are marked bad and were added");
+  const Conversion without = Restack({.leave_out = {.bad = true}});
+  Outcome outcome = Convert(without, "A.TSS", bytes);
+  EXPECT_EQ(outcome.bytes, Result({.frequency = 1, .samples = {3}}) + four);
+  EXPECT_EQ(outcome.result.text,
+            "records 1, 4 are marked bad and were left out; no stack at 2 Hz, where every record "
+            "is marked bad");
+  outcome = Convert(without, "A.TSS", record(2, 7, 6));
+  EXPECT_EQ(outcome.result.status, BatchStatus::kFailed);
+  EXPECT_EQ(outcome.result.text,
+            "nothing is left to stack: record 1 is marked bad and was left out; no stack at 2 Hz, "
+            "where every record is marked bad");
+  // Who is asked is asked once, and not for files without any.
+  int asked = 0;
+  const Conversion asking =
+      Restack({.ask_about_bad = [&asked](const std::string& question, const BatchTask& /*task*/) {
+        EXPECT_TRUE(
+            question.starts_with("A.TSS has records that the box marked as bad: records 1, 4."));
+        return ++asked == 1;
+      }});
+  Convert(asking, "A.TSS", four);
+  EXPECT_EQ(asked, 0);
+  EXPECT_EQ(Convert(asking, "A.TSS", bytes).bytes, Result({.frequency = 1, .samples = {3}}) + four);
+  EXPECT_EQ(asked, 1);
 }
 
 TEST(Restack, RecordsOfOtherShapes) {
@@ -96,8 +156,8 @@ TEST(Restack, RecordsOfOtherShapes) {
                       &note),
             Result({.channels = 2, .samples = {2, 3, 4, 5}, .status = 6}));
   EXPECT_EQ(note,
-            "left out, smaller than the first of their frequency: record 3 4; dropped, the file "
-            "ends within it: record 5");
+            "record 1 is marked bad and was added; left out, smaller than the first of their "
+            "frequency: record 3, 4; dropped, the file ends within it: record 5");
   EXPECT_EQ(Restacked(TsBytes{.width = 0, .scans = 5}.Bytes(), &note), "");
   EXPECT_EQ(Restacked(TsBytes{.channels = 0, .scans = 5}.Bytes()),
             Result({.channels = 0, .scans = 5}));

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/restack_companion.h"
+
+#include <system_error>
+
+#include "core/file_io.h"
+#include "core/find_file.h"
+#include "core/path_text.h"
+#include "timeseries/ts_companion.h"
+
+namespace orvane {
+namespace {
+
+// A link that leads nowhere takes a name as well.
+bool IsTaken(const std::filesystem::path& path) {
+  std::error_code error;
+  return std::filesystem::symlink_status(path, error).type() !=
+         std::filesystem::file_type::not_found;
+}
+
+// Where the table stands, or would stand. Empty for too short a name.
+std::filesystem::path TableOf(const std::filesystem::path& waveform) {
+  const std::string name = CompanionName(PathText(waveform));
+  return name.empty() ? std::filesystem::path() : FindInAnyCase(PathOf(name));
+}
+
+}  // namespace
+
+std::string CompanionNote(const std::filesystem::path& waveform) {
+  TsCompanion companion;
+  TblReport report;
+  const auto table = TableOf(waveform);
+  if (table.empty() || companion.Load(table, &report) != kOk || !companion.IsOldVersion()) {
+    return report.read_error.empty() ? report.read_error : report.message;
+  }
+  return "its companion table tells an older version (\"VER\" " + companion.Version() +
+         ") with 196-byte headers, but stacking takes all headers as 252 bytes";
+}
+
+CompanionCopy CopyCompanion(const std::filesystem::path& waveform,
+                            const std::filesystem::path& stack) {
+  CompanionCopy copy;
+  const auto from = TableOf(waveform);
+  const auto to = TableOf(stack);
+  if (from.empty() || to.empty() || !IsTaken(from)) {
+    return copy;
+  }
+  if (IsTaken(to)) {
+    if (!HaveSameBytes(from, to)) {
+      copy.note = FileMessage(to,
+                              "is another table than the waveform's and stays: names and units "
+                              "of the stack come from it");
+    }
+    return copy;
+  }
+  if (const std::string reason = CopyBytes(from, to); reason.empty()) {
+    copy.written = to;
+  } else {
+    copy.error = FileMessage(to, "the waveform's table is not copied: " + reason);
+  }
+  return copy;
+}
+
+}  // namespace orvane

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_TIMESERIES_RESTACK_COMPANION_H_
+#define ORVANE_TIMESERIES_RESTACK_COMPANION_H_
+
+#include <filesystem>
+#include <string>
+
+namespace orvane {
+
+/// What the user should know of the parameter table beside a waveform that was stacked; mostly
+/// empty.
+std::string CompanionNote(const std::filesystem::path& waveform);
+
+struct CompanionCopy {
+  std::filesystem::path written;  ///< empty: nothing was
+  std::string note;               ///< the stack has another table beside it
+  std::string error;              ///< with the file's name
+};
+/// Puts a copy of a waveform's parameter table beside its stack, where it has one and none of that
+/// name, in whatever case, is there yet: never over a file.
+CompanionCopy CopyCompanion(const std::filesystem::path& waveform,
+                            const std::filesystem::path& stack);
+
+}  // namespace orvane
+
+#endif  // ORVANE_TIMESERIES_RESTACK_COMPANION_H_
