@@ -17,6 +17,7 @@
 #include <QTreeWidget>
 #include <functional>
 #include <thread>
+#include <tuple>
 
 #include "app/qt_prompts.h"
 #include "core/tbl_listing.h"
@@ -68,6 +69,10 @@ class UtilityCommandsTest : public ::testing::Test {
           answer->click();
           return;
         }
+        if (key_ != Qt::Key_unknown) {
+          QTest::keyClick(window, key_);
+          return;
+        }
       } else if (auto* files = qobject_cast<QFileDialog*>(window)) {
         files->setDirectory(TextFromPath(dir_.Path()));
         files->selectFile(chosen_);
@@ -104,6 +109,7 @@ class UtilityCommandsTest : public ::testing::Test {
   bool has_editor_ = true;
   QString chosen_;
   QMessageBox::StandardButton answer_ = QMessageBox::NoButton;
+  Qt::Key key_ = Qt::Key_unknown;
   QStringList shown_;
   QString said_;
   QStringList rows_;
@@ -160,6 +166,25 @@ TEST_F(UtilityCommandsTest, SpectraAskForTheFolderAndAboutAMissingSensor) {
     ASSERT_EQ(rows_.size(), 1);
     EXPECT_TRUE(rows_[0].startsWith(state)) << rows_[0].toStdString();
     EXPECT_EQ(std::filesystem::exists(dir_ / "a_cal.txt"), answer == QMessageBox::Yes);
+  }
+}
+
+TEST_F(UtilityCommandsTest, RestackingAsksWhetherBadRecordsAreLeftOut) {
+  using testing::TsBytes;
+  WriteAll(dir_ / "a.TSS",
+           TsBytes{.samples = {1}}.Bytes() + TsBytes{.samples = {5}, .status = 6}.Bytes());
+  chosen_ = QStringLiteral("a.TSS");
+  for (const auto& [key, mean, told] :
+       {std::tuple(Qt::Key_Return, 1U, "left out"), std::tuple(Qt::Key_Escape, 3U, "added")}) {
+    said_.clear();
+    rows_.clear();
+    key_ = key;
+    Answer([this] { utilities_.Restack(); });
+    EXPECT_TRUE(said_.startsWith(QStringLiteral("a.TSS has records"))) << said_.toStdString();
+    EXPECT_TRUE(said_.endsWith(QStringLiteral("1 files have been restacked!")));
+    EXPECT_EQ(rows_, QStringList(QStringLiteral("done: record 2 is marked bad and was ") +
+                                 QLatin1String(told)));
+    EXPECT_EQ(ReadAll(dir_ / "A.TSK").substr(252), testing::Little(mean, 3));
   }
 }
 

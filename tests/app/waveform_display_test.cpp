@@ -56,10 +56,10 @@ class WaveformDisplay : public ::testing::Test {
   QString Open(const QString& path) {
     QString said;
     QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&said] {
+    QObject::connect(&timer, &QTimer::timeout, [this, &said] {
       if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
         said += box->windowTitle() + QLatin1Char(':') + box->text();
-        box->accept();
+        QTest::keyClick(box, key_);
       }
     });
     timer.start(5);
@@ -71,6 +71,7 @@ class WaveformDisplay : public ::testing::Test {
   QAction* Action(const char* name) { return Display()->findChild<QAction*>(QLatin1String(name)); }
 
   TempDir dir_;
+  Qt::Key key_ = Qt::Key_Return;  // that answers boxes
   ParamTable table_;
   QtPrompts prompts_;
   StatusNotices notices_;
@@ -129,6 +130,23 @@ TEST_F(WaveformDisplay, WhatIsToldOfATableIsNotLostWithTheDisplay) {
   frame_.Command(kFileNew)->trigger();
   EXPECT_EQ(Display(), nullptr);
   EXPECT_EQ(notice->text(), QStringLiteral("New table; the parameters keep their previous values"));
+}
+
+TEST_F(WaveformDisplay, OffersRawCountsOfAWaveformWithoutItsTable) {
+  std::filesystem::remove(dir_ / "A.TBL");
+  const QString told =
+      QStringLiteral("File Open Error:Failed to open file %1!Orvane:Without its table")
+          .arg(TextFromPath(dir_ / "A.TBL"));
+  key_ = Qt::Key_Escape;
+  EXPECT_TRUE(Open(TextFromPath(dir_ / "A.TSS")).startsWith(told));
+  EXPECT_EQ(Display(), nullptr);
+  key_ = Qt::Key_Return;
+  EXPECT_TRUE(Open(TextFromPath(dir_ / "A.TSS")).startsWith(told));
+  ASSERT_NE(Display(), nullptr);
+  EXPECT_EQ(View().Channel(1).Label(), "Ch 2");
+  EXPECT_EQ(frame_.findChild<NoticeLabel*>()->text(),
+            QStringLiteral("1 / 3, first bad at 3, raw counts, no table A.TBL, headers taken to "
+                           "have 252 bytes"));
 }
 
 TEST_F(WaveformDisplay, TellsWhatCannotBeOpenedAndSavesPictures) {
