@@ -15,6 +15,7 @@ TEST(WaveformCommands, ReadAndConvert) {
   const Outcome missing = RunCli(dir, "waveform info a.TSS");
   EXPECT_EQ(missing.exit_code, 1);
   EXPECT_NE(missing.err.find("Failed to open file a.TBL!"), std::string::npos) << missing.err;
+  EXPECT_NE(missing.err.find("--header 252 or 196"), std::string::npos) << missing.err;
 
   const std::string info =
       "header\t252\nrecords\t2\nbad records\t1\nbad at\t2\n"
