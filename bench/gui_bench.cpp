@@ -100,26 +100,57 @@ void TimeCalibration(const QString& path, bool shows_all, orvane::Prompts* promp
       shows_all ? "all" : "the first", time);
 }
 
-QString WriteCalibration(const QString& folder) {
+// A calibration of so many channels, its records in passes of `pass_length`.
+QString WriteCalibration(const QString& path, int channels, int records, int pass_length) {
   orvane::CalHeader header;
   header.ctyp = orvane::kBoxCal;
-  header.nchn = orvane::kMaxCalChannels;
+  header.nchn = static_cast<std::int16_t>(channels);
   const auto head = orvane::BytesOf(header);
   std::vector<std::byte> bytes(head.begin(), head.end());
-  for (int i = 0; i < 500; ++i) {
+  for (int i = 0; i < records; ++i) {
     orvane::CalFileRecord record;
-    record.frequency = static_cast<float>(std::pow(10, 4 - i / 100.0));
-    record.step = static_cast<std::int16_t>(i + 1);
+    const int step = i % pass_length;
+    record.frequency = static_cast<float>(std::pow(10, 4 - 5.0 * step / pass_length));
+    record.step = static_cast<std::int16_t>(step + 1);
     for (std::size_t c = 0; c < record.channels.size(); ++c) {
       record.channels[c].real = static_cast<float>(1 + 0.1 * static_cast<double>(c));
       record.channels[c].imaginary = static_cast<float>(i) / 500;
     }
-    const auto more = orvane::BytesOf(record);
+    const auto more =
+        orvane::BytesOf(record).first(orvane::CalFileRecord::BytesFor(header.Channels()));
     bytes.insert(bytes.end(), more.begin(), more.end());
   }
-  QString path = folder + QStringLiteral("/box.clb");
   static_cast<void>(orvane::WriteFile(orvane::PathFromText(path), bytes));
   return path;
+}
+
+// Steps the cursor over a box of 15 passes with all channels shown.
+void TimeCursor(const QString& folder, int channels, bool shows_model, orvane::Prompts* prompts) {
+  constexpr int kPasses = 15;
+  constexpr int kPassLength = 33;
+  const QString path = WriteCalibration(folder + QStringLiteral("/passes.clb"), channels,
+                                        kPasses * kPassLength, kPassLength);
+  orvane::CalDisplay ranges;
+  orvane::CCalibrationDisplay display(&ranges, prompts);
+  display.Open(path);
+  display.View().ShowAll();
+  display.View().SetModel(shows_model);
+  display.ShowView();
+  display.resize(960, 600);
+  ShowAndPaint(&display);
+  auto* right = display.findChild<QAction*>(QStringLiteral("cursor-right"));
+  right->trigger();  // the first shows the table
+  QApplication::processEvents();
+  const double step = MedianMilliseconds([right] {
+    right->trigger();
+    QApplication::processEvents();
+  });
+  const double key = MedianMilliseconds([right] { right->trigger(); });
+  std::printf(
+      "calibration of %d channels and %d passes%s, a step of the cursor: %.1f ms, with paint %.1f "
+      "ms"
+      " (aim: under 16)\n",
+      channels, kPasses, shows_model ? " with model" : "", key, step);
 }
 
 }  // namespace
@@ -192,8 +223,13 @@ int main(int argc, char** argv) {
   });
   std::printf("raw editor, filter and paint: %.1f ms (aim: under 16)\n", filtering);
 
-  const QString calibration = WriteCalibration(settings.path());
+  const QString calibration = WriteCalibration(settings.path() + QStringLiteral("/box.clb"),
+                                               orvane::kMaxCalChannels, 500, 500);
   TimeCalibration(calibration, false, &prompts);
   TimeCalibration(calibration, true, &prompts);
+  for (const int channels : {1, 6, 12}) {
+    TimeCursor(settings.path(), channels, false, &prompts);
+  }
+  TimeCursor(settings.path(), 12, true, &prompts);
   return 0;
 }

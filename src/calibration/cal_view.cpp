@@ -79,6 +79,7 @@ std::string CalTrace::Label() const {
 std::string CalView::Open(const std::filesystem::path& path) {
   curves_ = {};
   cursor_.reset();
+  traces_.reset();
   std::string message = LoadCalCurves(path, &curves_);
   shown_.assign(curves_.channels.empty() ? 0 : 1, 0);
   LoadModel();
@@ -107,10 +108,12 @@ void CalView::Show(std::vector<std::size_t> channels) {
   channels.erase(std::unique(channels.begin(), channels.end()), channels.end());
   if (!channels.empty()) {
     shown_ = std::move(channels);
+    traces_.reset();
   }
 }
 
 void CalView::ShowAll() {
+  traces_.reset();
   shown_.resize(Count());
   std::iota(shown_.begin(), shown_.end(), std::size_t{0});
 }
@@ -124,6 +127,7 @@ bool CalView::Step(int by) {
     return false;
   }
   shown_ = {by < 0 ? from - 1 : from + 1};
+  traces_.reset();
   return true;
 }
 
@@ -132,6 +136,7 @@ std::string CalView::OpenReference(const std::filesystem::path& path) {
   std::string message = LoadCalCurves(path, &reference);
   if (message.empty()) {
     reference_ = std::move(reference);
+    traces_.reset();
   }
   return message;
 }
@@ -139,6 +144,7 @@ std::string CalView::OpenReference(const std::filesystem::path& path) {
 void CalView::RemoveReference() {
   reference_.reset();
   is_ratio_ = false;
+  traces_.reset();
 }
 
 // A file of one channel, as of a sensor, serves every channel.
@@ -167,7 +173,14 @@ std::string CalView::Title() const {
   return title;
 }
 
-std::vector<CalTrace> CalView::Traces() const {
+const std::vector<CalTrace>& CalView::Traces() const {
+  if (!traces_) {
+    traces_ = MakeTraces();
+  }
+  return *traces_;
+}
+
+std::vector<CalTrace> CalView::MakeTraces() const {
   std::vector<CalTrace> traces;
   for (const std::size_t channel : shown_) {
     const CalCurve& curve = curves_.channels[channel];
@@ -221,7 +234,7 @@ void CalView::SetCursor(std::optional<double> frequency) {
   if (!frequency || !(*frequency > 0) || shown_.empty()) {
     return;
   }
-  const CalCurve curve = Traces().front().curve;
+  const CalCurve& curve = Traces().front().curve;
   if (const std::size_t at = NearestPoint(curve, *frequency); at != kNone) {
     cursor_ = curve.frequency[at];
   }

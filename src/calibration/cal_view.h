@@ -67,13 +67,19 @@ class CalView {
   void RemoveReference();
   bool HasReference() const { return reference_.has_value(); }
   /// The ratio to the reference in place of both.
-  void SetRatio(bool is_ratio) { is_ratio_ = is_ratio && HasReference(); }
+  void SetRatio(bool is_ratio) {
+    is_ratio_ = is_ratio && HasReference();
+    traces_.reset();
+  }
   bool ShowsRatio() const { return is_ratio_; }
 
   /// The model of the box instead of lines between its points. Only a file that could be computed
   /// with has one; the ratio to a reference goes before it.
   bool HasModel() const { return model_ != nullptr; }
-  void SetModel(bool is_shown) { shows_model_ = is_shown; }
+  void SetModel(bool is_shown) {
+    shows_model_ = is_shown;
+    traces_.reset();
+  }
   bool ShowsModel() const { return shows_model_ && HasModel() && !is_ratio_; }
   /// The calibration with its model; null without one.
   const CalData* Model() const { return model_.get(); }
@@ -84,7 +90,8 @@ class CalView {
   std::string PhaseLabel() const {
     return is_ratio_ ? "Phase difference (degree)" : "Phase (degree)";
   }
-  std::vector<CalTrace> Traces() const;
+  /// Worked out once for all that the cursor reads of them; valid until something else is shown.
+  const std::vector<CalTrace>& Traces() const;
 
   const CalDisplay& Display() const { return *display_; }
   void SetDisplay(const CalDisplay& display) { *display_ = display; }
@@ -103,6 +110,7 @@ class CalView {
  private:
   void LoadModel();
   const CalCurve* ReferenceOf(std::size_t channel) const;
+  std::vector<CalTrace> MakeTraces() const;
 
   CalDisplay* display_;
   CalCurves curves_;
@@ -113,6 +121,7 @@ class CalView {
   std::string why_no_model_;
   bool shows_model_ = false;
   std::optional<double> cursor_;
+  mutable std::optional<std::vector<CalTrace>> traces_;  // of what is shown; none: not made yet
 };
 
 }  // namespace orvane

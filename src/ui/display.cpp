@@ -47,7 +47,6 @@ QTableWidget* CDisplay::MakeReadings() {
   readings->setEditTriggers(QAbstractItemView::NoEditTriggers);
   readings->verticalHeader()->hide();
   readings->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-  readings->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   readings->hide();
   return readings;
 }

@@ -7,6 +7,7 @@
 #include <QSettings>
 #include <QSignalBlocker>
 #include <algorithm>
+#include <array>
 
 #include "calibration/fit_report.h"
 #include "calibration/widgets/fit_report_dlg.h"
@@ -26,6 +27,27 @@ void Warn(Prompts* prompts, const std::string& message) {
 }
 
 QString Number(double value) { return QString::fromStdString(FormatReal(value, 6)); }
+
+constexpr int kColumns = 5;
+constexpr int kPassColumn = 1;
+
+std::array<QString, kColumns> CellsOf(const CalReading& reading) {
+  return {QString::fromStdString(reading.label).section(QLatin1Char(' '), 1),
+          QString::number(reading.sweep + 1), Number(reading.frequency), Number(reading.amplitude),
+          Number(reading.phase)};
+}
+
+// What is there already stays: a step of the cursor changes numbers only.
+void SetCell(QTableWidget* table, int row, int column, const QString& text) {
+  QTableWidgetItem* item = table->item(row, column);
+  if (item == nullptr) {
+    item = new QTableWidgetItem(text);
+    item->setTextAlignment((column == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+    table->setItem(row, column, item);
+  } else if (item->text() != text) {
+    item->setText(text);
+  }
+}
 
 }  // namespace
 
@@ -57,6 +79,8 @@ CCalibrationDisplay::CCalibrationDisplay(CalDisplay* ranges, Prompts* prompts, Q
   }
   parts_->setStretchFactor(1, 1);
   parts_->setChildrenCollapsible(false);
+  readings_->horizontalHeader()->setDefaultSectionSize(
+      readings_->horizontalHeader()->minimumSectionSize());
   layout()->addWidget(warning_);
   layout()->addWidget(parts_);
   parts_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -208,13 +232,12 @@ void CCalibrationDisplay::ShowView() {
   fit_report_->setEnabled(view_.HasModel());
   view_.SetCursor(view_.Cursor());  // the curves may have other points
   plot_->ShowView();
+  readings_->setColumnCount(0);  // and none of the widths
   ShowReadings();
 }
 
-void CCalibrationDisplay::ShowReadings() {
-  const auto readings = view_.Readings();
-  readings_->setVisible(!readings.empty());
-  readings_->setColumnCount(5);
+void CCalibrationDisplay::FillReadings(const std::vector<CalReading>& readings) {
+  readings_->setColumnCount(kColumns);
   readings_->setHorizontalHeaderLabels(
       {QStringLiteral("Channel"), QStringLiteral("Pass"), QStringLiteral("Hz"),
        QString::fromStdString(view_.AmplitudeLabel()), QString::fromStdString(view_.PhaseLabel())});
@@ -222,18 +245,44 @@ void CCalibrationDisplay::ShowReadings() {
   int row = 0;
   for (const CalReading& reading : readings) {
     int column = 0;
-    for (const QString& text : {QString::fromStdString(reading.label).section(QLatin1Char(' '), 1),
-                                QString::number(reading.sweep + 1), Number(reading.frequency),
-                                Number(reading.amplitude), Number(reading.phase)}) {
-      auto* item = new QTableWidgetItem(text);
-      item->setTextAlignment((column == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
-      readings_->setItem(row, column++, item);
+    for (const QString& text : CellsOf(reading)) {
+      SetCell(readings_, row, column++, text);
     }
     ++row;
   }
-  readings_->setColumnHidden(
-      1, std::all_of(readings.begin(), readings.end(), [](const auto& r) { return r.sweep == 0; }));
-  DivideWidth();
+  readings_->setColumnHidden(kPassColumn, std::all_of(readings.begin(), readings.end(),
+                                                      [](const auto& r) { return r.sweep == 0; }));
+}
+
+// As wide as their texts need, never narrower than before, so that neither table nor plot jumps at
+// a step of the cursor. The view's own fitting asks each cell for its size, which takes too long.
+// Whether any has grown.
+bool CCalibrationDisplay::GrowColumns() {
+  constexpr int kMargins = 12;
+  const QFontMetrics metrics = readings_->fontMetrics();
+  bool has_grown = false;
+  for (int column = 0; column < readings_->columnCount(); ++column) {
+    int width = readings_->horizontalHeader()->sectionSizeHint(column);
+    for (int row = 0; row < readings_->rowCount(); ++row) {
+      width = std::max(width,
+                       metrics.horizontalAdvance(readings_->item(row, column)->text()) + kMargins);
+    }
+    if (width > readings_->columnWidth(column) && !readings_->isColumnHidden(column)) {
+      readings_->setColumnWidth(column, width);
+      has_grown = true;
+    }
+  }
+  return has_grown;
+}
+
+void CCalibrationDisplay::ShowReadings() {
+  const auto readings = view_.Readings();
+  const bool was_hidden = readings_->isHidden();
+  readings_->setVisible(!readings.empty());
+  FillReadings(readings);
+  if (GrowColumns() || was_hidden != readings_->isHidden()) {
+    DivideWidth();
+  }
   std::string told = view_.Title();
   if (!readings.empty()) {
     const CalReading& first = readings.front();
@@ -249,7 +298,6 @@ void CCalibrationDisplay::ShowReadings() {
 // The list as narrow as its texts, the readings too while the plot keeps half.
 void CCalibrationDisplay::DivideWidth() {
   const int list = list_->maximumWidth();
-  readings_->resizeColumnsToContents();
   const int wanted = readings_->isHidden() ? 0 : readings_->horizontalHeader()->length() + 24;
   const int readings = std::min(wanted, parts_->width() / 2 - list);
   parts_->setSizes({list, parts_->width() - list - readings, readings});

@@ -60,6 +60,8 @@ class CCalibrationDisplay : public CDisplay {
   void ShowFitReport();
   void MoveCursor(int by);
   void ShowReadings();
+  void FillReadings(const std::vector<CalReading>& readings);
+  bool GrowColumns();
   void DivideWidth();
   void Save();
 

@@ -131,6 +131,10 @@ CalibrationPlot::CalibrationPlot(CalView* view, QWidget* parent)
   amplitude_->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
   phase_->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
   AddTexts();
+  plot_->addLayer(QStringLiteral("cursors"));
+  cursors_ = plot_->layer(QStringLiteral("cursors"));
+  cursors_->setMode(QCPLayer::lmBuffered);
+  connect(plot_, &QCustomPlot::afterReplot, this, [this] { is_drawn_ = true; });
   amplitude_cursor_ = MakeCursor(amplitude_);
   phase_cursor_ = MakeCursor(phase_);
 }
@@ -154,6 +158,7 @@ QCPAxisRect* CalibrationPlot::MakeAxes(int row) {
 
 QCPItemStraightLine* CalibrationPlot::MakeCursor(QCPAxisRect* axes) {
   auto* cursor = new QCPItemStraightLine(plot_);
+  cursor->setLayer(cursors_);
   cursor->setClipAxisRect(axes);
   for (QCPItemPosition* position : {cursor->point1, cursor->point2}) {
     position->setAxisRect(axes);
@@ -253,24 +258,32 @@ void CalibrationPlot::ShowView() {
   setAccessibleName(plot_->accessibleName());
   SetRanges();
   if (WhyEmpty(view_->Display()).empty()) {
-    const auto traces = view_->Traces();
+    const auto& traces = view_->Traces();
     for (const CalTrace& trace : traces) {
       AddTrace(trace, traces.size() == 1);
     }
   }
   FitHeight();
   FollowTheme();
-  ShowCursor();
+  MoveCursorLines();
+  plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-void CalibrationPlot::ShowCursor() {
+void CalibrationPlot::MoveCursorLines() {
   const auto cursor = view_->Cursor();
   for (QCPItemStraightLine* line : {amplitude_cursor_, phase_cursor_}) {
     line->setVisible(cursor.has_value() && !nothing_->visible());
     line->point1->setCoords(cursor.value_or(1), 0);
     line->point2->setCoords(cursor.value_or(1), 1);
   }
-  plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+// The curves of 12 channels and 15 passes take longer to draw than a step of the cursor may.
+void CalibrationPlot::ShowCursor() {
+  MoveCursorLines();
+  if (is_drawn_) {
+    cursors_->replot();
+  }
 }
 
 void CalibrationPlot::FollowTheme() {

@@ -9,6 +9,7 @@
 class QCPAxisRect;
 class QCPItemStraightLine;
 class QCPItemText;
+class QCPLayer;
 class QCPLegend;
 class QCPTextElement;
 class QCustomPlot;
@@ -42,6 +43,7 @@ class CalibrationPlot : public QWidget {
  private:
   QCPAxisRect* MakeAxes(int row);
   QCPItemStraightLine* MakeCursor(QCPAxisRect* axes);
+  void MoveCursorLines();
   void AddTexts();
   void AddTrace(const CalTrace& trace, bool is_single);
   void SetRanges();
@@ -57,6 +59,8 @@ class CalibrationPlot : public QWidget {
   QCPItemText* nothing_ = nullptr;
   QCPItemStraightLine* amplitude_cursor_ = nullptr;
   QCPItemStraightLine* phase_cursor_ = nullptr;
+  QCPLayer* cursors_ = nullptr;  // a picture of its own over that of the curves
+  bool is_drawn_ = false;
 };
 
 }  // namespace orvane
