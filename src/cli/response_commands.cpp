@@ -19,6 +19,7 @@ struct ResponseArguments {
   int channels = 0;  // 0: as the calibration has
   std::optional<int> band;
   std::vector<std::string> frequencies;
+  bool takes_nominal = false;
 };
 
 std::string Line(const std::vector<double>& numbers) {
@@ -48,6 +49,29 @@ ExitCode PrintWithStatus(const std::filesystem::path& file, const std::string& t
   return is_printed && status == kOk ? kAllDone : kSomeFailed;
 }
 
+// Channels whose parts are those on paper because no model fits them.
+std::string ChannelsWithoutFit(const CalData& cal) {
+  std::string channels;
+  for (std::size_t c = 0; c < cal.Channels() && cal.model.parameter_count > 0; ++c) {
+    if (!cal.model.fits[c].is_kept) {
+      channels.append(" ").append(FormatInt(static_cast<std::int64_t>(c) + 1));
+    }
+  }
+  return channels;
+}
+
+// Whether the response may be taken for the box's own.
+bool TellOfRejectedFit(const ResponseArguments& arguments, const CalData& cal) {
+  const std::string channels = ChannelsWithoutFit(cal);
+  if (!channels.empty()) {
+    PrintMessage(FileMessage(arguments.file,
+                             "no model fits, the parts' nominal values are used "
+                             "(--nominal accepts them); channels" +
+                                 channels));
+  }
+  return channels.empty() || arguments.takes_nominal;
+}
+
 ExitCode PrintBox(const ResponseArguments& arguments, const CalData& cal,
                   const RecordingHeader& header) {
   BoxResponse box;
@@ -64,7 +88,8 @@ ExitCode PrintBox(const ResponseArguments& arguments, const CalData& cal,
                     validities[c]});
     }
   }
-  return PrintWithStatus(arguments.file, text, status);
+  const ExitCode printed = PrintWithStatus(arguments.file, text, status);
+  return status == kChannelsDiffer || TellOfRejectedFit(arguments, cal) ? printed : kSomeFailed;
 }
 
 ExitCode PrintSensor(const ResponseArguments& arguments, const CalData& cal,
@@ -147,6 +172,8 @@ void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code) {
       ->check(CLI::Range(1, 255));
   response->add_option("--band", arguments->band, "sample-rate band, for a box");
   response->add_option("--frequency", arguments->frequencies, "Hz")->required()->check(Amount());
+  response->add_flag("--nominal", arguments->takes_nominal,
+                     "exit with 0 where no model fits a box, whose parts are those on paper");
   response->callback([=] { *exit_code = RunResponse(*arguments); });
   CLI::App* fit = calibration->add_subcommand(
       "fit", "Print channel, 20 parameters, points, rejected, iterations, rms, max, kept");

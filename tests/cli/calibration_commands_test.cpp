@@ -62,6 +62,10 @@ TEST_F(CalibrationCommands, FitAndResponses) {
       << fit;
   EXPECT_EQ(Run("response b.CLB --table t.TBL --band 0 --frequency 0 1").substr(0, 28),
             "1 1\t0\t0\t0\t-1\n1\t1\t0.998173582");
+  EXPECT_EQ(Run("response b.CLB --table t.TBL --band 0 --frequency 1").substr(0, 5), "1 1\t1");
+  const std::string nominal = Run("response --nominal b.CLB --table t.TBL --band 0 --frequency 1");
+  EXPECT_EQ(nominal.substr(0, 5), "0 1\t1");
+  EXPECT_NE(nominal.find("|orvane-cli: b.CLB: no model fits"), std::string::npos) << nominal;
   EXPECT_EQ(Run("response b.CLB --table t.TBL --band 0 --channels 2 --frequency 1"),
             "1 |orvane-cli: b.CLB: the calibration has another number of channels than the "
             "recording (1246)\n");
