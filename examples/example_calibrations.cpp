@@ -163,6 +163,7 @@ bool WriteCalibrations(const std::filesystem::path& folder) {
   return WriteBox(folder / "2417.CLB", 0) && WriteBox(folder / "2417-2024.CLB", 2) &&
          WriteCoil(folder / "2041.CLC", 2041, 0.4, 14000) &&
          WriteCoil(folder / "2042.CLC", 2042, 0.52, 12500) &&
+         WriteCoil(folder / "2057.CLC", 2057, 0.45, 13200) &&
          WriteCurrentSensor(folder / "1043.CLC");
 }
 

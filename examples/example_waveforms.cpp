@@ -14,6 +14,7 @@
 #include "core/file_io.h"
 #include "core/number_text.h"
 #include "core/param_access.h"
+#include "core/param_text.h"
 #include "core/param_time.h"
 #include "core/tbl_file.h"
 #include "timeseries/ts_header.h"
@@ -24,6 +25,12 @@ namespace {
 constexpr double kFullScale = 2.5;  // volts
 constexpr double kNominal = 1000;   // sensitivity of the magnetic sensors
 constexpr double kCounts = 8388607;
+
+// Of the bands of an MT recording; in 600 scans each but the first holds whole periods of 4 Hz.
+constexpr std::array kBandRates = {24000.0, 2400.0, 150.0, 15.0};
+constexpr double kBandFrequency = 4;
+// Of the recording of an older version, whose headers have no room for it.
+constexpr double kOlderFrequency = 8;
 
 using Volts = std::function<double(std::size_t channel, double frequency, double seconds)>;
 
@@ -57,16 +64,17 @@ double SwitchedOff(double frequency, double seconds, double decay) {
 double Mains(double seconds) { return 2e-5 * Sine(50, seconds); }
 
 Recording RecordingOf(int tech) {
+  // The box has six inputs and records all of them.
   const std::vector<std::string> electric = {"Ex1", "Ex2", "Ex3", "Ex4", "Ex5", "Ex6"};
+  const std::vector<std::string> mixed = {"Ex1", "Ex2", "Ex3", "Hx", "Hy", "Hz"};
   const auto less = [](std::size_t channel) { return 1.0 / static_cast<double>(channel + 1); };
   switch (tech) {
     case 1:
-      return {{"Ex1", "Ex2", "Ex3", "Ex4", "Ex5", "Ex6", "Ex7", "Ex8", "", "", "", ""},
-              {8, 2, 0.5, 0.125},
-              [=](std::size_t channel, double frequency, double seconds) {
-                const double lag = 0.01 * static_cast<double>(channel) / frequency;
-                return 0.04 * less(channel) * Sine(frequency, seconds - lag) + Mains(seconds);
-              }};
+      return {
+          electric, {8, 2, 0.5, 0.125}, [=](std::size_t channel, double frequency, double seconds) {
+            const double lag = 0.01 * static_cast<double>(channel) / frequency;
+            return 0.04 * less(channel) * Sine(frequency, seconds - lag) + Mains(seconds);
+          }};
     case 2:
       return {electric,
               {0.125, 0.125, 0.125, 0.125},
@@ -78,10 +86,11 @@ Recording RecordingOf(int tech) {
               1024,
               3};
     case 3:
-      return {{"Hx", "Hy", "Hz"},
+      return {mixed,
               {25, 25, 25},
               [=](std::size_t channel, double frequency, double seconds) {
-                return 0.3 * static_cast<double>(channel + 1) *
+                const double size = channel < 3 ? 0.01 : 0.3;
+                return size * static_cast<double>(channel % 3 + 1) *
                        SwitchedOff(frequency, seconds, 0.3);
               },
               256,
@@ -94,17 +103,22 @@ Recording RecordingOf(int tech) {
                        Mains(seconds);
               }};
     case 5:
-      return {
-          {"Ex", "Ey", "Hx", "Hy", "Hz"}, {0, 0}, [](std::size_t channel, double, double seconds) {
-            const double slow = Sine(7.8, seconds) + 0.6 * Sine(14.3, seconds + 0.01) +
-                                2 * Sine(0.9, seconds + 0.1 * static_cast<double>(channel));
-            return (channel < 2 ? 2e-4 : 4e-3) * slow + Mains(seconds);
-          }};
+      return {{"Ex", "Ey", "", "Hx", "Hy", "Hz"},
+              {0, 0},
+              [](std::size_t channel, double, double seconds) {
+                const double slow = Sine(7.8, seconds) + 0.6 * Sine(14.3, seconds + 0.01) +
+                                    2 * Sine(0.9, seconds + 0.1 * static_cast<double>(channel));
+                const double size = channel < 2 ? 2e-4 : channel < 3 ? 0 : 4e-3;
+                return size * slow + Mains(seconds);
+              },
+              128,
+              600};
     default:
-      return {{"Hx", "Hy", "Hz"},
+      return {mixed,
               {128, 512, 2048, 8192},
               [=](std::size_t channel, double frequency, double seconds) {
-                return 0.5 * less(channel) * Sine(frequency, seconds);
+                const double size = channel < 3 ? 0.02 : 0.5;
+                return size * less(channel % 3) * Sine(frequency, seconds);
               }};
   }
 }
@@ -181,8 +195,9 @@ class Writer {
   std::mt19937 random_{2417};
 };
 
+// `frequency`: Hz, for records that name none; 0: each does.
 ParamTable CompanionOf(const ParamTable& day, const std::vector<std::string>& names,
-                       std::string_view version) {
+                       std::string_view version, double frequency) {
   ParamTable table = day;
   const auto set = [&table](const std::string& key, ValueType type, const ParamValue& value) {
     static_cast<void>(table.SetParam(key, type, value.data()));  // all of them are known
@@ -192,15 +207,29 @@ ParamTable CompanionOf(const ParamTable& day, const std::vector<std::string>& na
     std::copy(text.begin(), text.end(), value.begin());
     set(key, StrPT, value);
   };
+  ParamValue value{};
   for (std::size_t i = 0; i < 8; ++i) {
-    set_text("CHDEF" + FormatInt(static_cast<int>(i) + 1), i < names.size() ? names[i] : "");
+    const std::string number = FormatInt(static_cast<int>(i) + 1);
+    const std::string name = i < names.size() ? names[i] : "";
+    set_text("CHDEF" + number, name);
+    PutReal(name.starts_with('E') ? 900 + 130.0 * static_cast<double>(i) : 0, &value);
+    set("RES" + number, FltPT, value);
   }
   set_text("VER", version);
-  ParamValue value{};
   PutReal(kFullScale, &value);
   set("FSCV", FltPT, value);
   PutReal(kNominal, &value);
   set("HNOM", FltPT, value);
+  if (frequency > 0) {
+    PutReal(frequency, &value);
+    set("FREQ", FltPT, value);
+  }
+  if (IntParam(day, "TECH") == 5) {
+    for (std::size_t band = 0; band < kBandRates.size(); ++band) {
+      PutInt(static_cast<int>(kBandRates[band]), &value);
+      set("SRL" + FormatInt(static_cast<int>(band) + 1), IntPT, value);
+    }
+  }
   return table;
 }
 
@@ -228,15 +257,19 @@ bool WriteBytes(const std::filesystem::path& path, const std::vector<std::byte>&
 bool WriteWaveforms(const std::filesystem::path& folder, const ParamTable& day) {
   const int tech = IntParam(day, "TECH");
   const Recording recording = RecordingOf(tech);
-  const ParamTable table = CompanionOf(day, recording.channels, "5.0");
+  const ParamTable table =
+      CompanionOf(day, recording.channels, "5.0", tech == 5 ? kBandFrequency : 0);
   bool done = WriteTable(folder / "2417.TBL", table) &&
               WriteBytes(folder / "2417.TSS", Writer(recording, table).File(TsHeaderSize::kFull));
   if (tech == 1) {
-    done = done && WriteTable(folder / "0912.TBL", CompanionOf(day, recording.channels, "3.2B")) &&
-           WriteBytes(folder / "0912.TSS", Writer(recording, table).File(TsHeaderSize::kOld));
+    Recording older = recording;
+    older.frequencies.assign(older.frequencies.size(), kOlderFrequency);
+    done = done &&
+           WriteTable(folder / "0912.TBL",
+                      CompanionOf(day, older.channels, "3.2B", kOlderFrequency)) &&
+           WriteBytes(folder / "0912.TSS", Writer(older, table).File(TsHeaderSize::kOld));
   }
   if (tech == 5) {
-    constexpr std::array kBandRates = {24000.0, 2400.0, 150.0, 15.0};
     for (std::size_t band = 0; band < kBandRates.size(); ++band) {
       const auto path = folder / ("2417.TS" + FormatInt(static_cast<int>(band) + 1));
       done = done &&
