@@ -84,7 +84,7 @@ void MakeWaveform(const std::filesystem::path& path, std::uint8_t channels, std:
 
 void Convert(const orvane::Conversion& conversion, const std::filesystem::path& in,
              const std::filesystem::path& out, unsigned threads) {
-  const std::atomic<bool> stop = false;
+  std::atomic<bool> stop = false;
   std::atomic<std::uint64_t> bytes = 0;
   orvane::BatchTask task(in, {out}, false, &stop, &bytes);
   task.AllowThreads(threads);

@@ -43,7 +43,7 @@ void FuzzSpectra(Bytes input) {
   PutFile("7.CLB", TakePart(&input));
   PutFile("7.CLC", TakePart(&input));
   SpectraOptions options;
-  options.ask = [](const std::string&, const BatchTask&) { return true; };
+  options.ask = [](const std::string&, const BatchTask&) { return Answer::kYes; };
   const BatchResult result =
       Convert(CalibratedSpectra(options), PutFile("C.TSS", input), PathOf("C_cal.txt"));
   Require(result.IsDone() || !result.text.empty() || !result.box.empty(), "a failure has a reason");

@@ -77,7 +77,7 @@ std::string FileText(const std::filesystem::path& path) {
 
 BatchResult Convert(const Conversion& conversion, const std::filesystem::path& input,
                     const std::filesystem::path& output) {
-  const std::atomic<bool> stop = false;
+  std::atomic<bool> stop = false;
   std::atomic<std::uint64_t> bytes_done = 0;
   BatchTask task(input, {output}, true, &stop, &bytes_done);
   return conversion.job(task);

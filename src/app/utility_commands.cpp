@@ -69,23 +69,22 @@ void UtilityCommands::ConvertFrequencyDomainStacks() {
 void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TsText(), folders_.Data()); }
 void UtilityCommands::Restack() {
   RestackOptions options;
-  options.ask_about_bad = AskForWorkers();
+  options.ask_about_bad = [this](const std::string& question, const BatchTask& task) {
+    const auto ask = [&] { return prompts_->AskYesNo("Orvane", question); };
+    return AskForWorker(task, ask) == Answer::kYes;
+  };
   Run(kRestacking, orvane::Restack(std::move(options)), folders_.Data());
 }
 void UtilityCommands::ConvertToVersion1() {
   Run(kVersion1, TblToVersion1(doc_->Table()), folders_.Document());
 }
 
-// Workers ask and wait for this thread, which shows the question over the progress.
-UtilityCommands::Question UtilityCommands::AskForWorkers() {
-  return [this](const std::string& question, const BatchTask& task) {
-    bool is_yes = false;
-    const auto show = [&] {
-      is_yes = !task.Stopped() && prompts_->AskYesNo("Orvane", question) == Answer::kYes;
-    };
-    QMetaObject::invokeMethod(QCoreApplication::instance(), show, Qt::BlockingQueuedConnection);
-    return is_yes;
-  };
+// A worker asks and waits for this thread, which shows the question over the progress.
+Answer UtilityCommands::AskForWorker(const BatchTask& task, const std::function<Answer()>& ask) {
+  Answer answer = Answer::kCancel;
+  const auto show = [&] { answer = task.Stopped() ? Answer::kCancel : ask(); };
+  QMetaObject::invokeMethod(QCoreApplication::instance(), show, Qt::BlockingQueuedConnection);
+  return answer;
 }
 
 void UtilityCommands::ConvertToSpectra() {
@@ -101,7 +100,9 @@ void UtilityCommands::ConvertToSpectra() {
   }
   SpectraOptions options = form.Options();
   QSettings().setValue(key, QString::fromStdString(PathText(options.calibration_folder)));
-  options.ask = AskForWorkers();
+  options.ask = [this](const std::string& question, const BatchTask& task) {
+    return AskForWorker(task, [&] { return prompts_->AskYesNoCancel("Orvane", question); });
+  };
   Run(kSpectra, CalibratedSpectra(std::move(options)), folders_.Data());
 }
 

@@ -52,9 +52,7 @@ class UtilityCommands {
                std::vector<std::filesystem::path> files);
 
  private:
-  using Question = std::function<bool(const std::string& question, const BatchTask& task)>;
-
-  Question AskForWorkers();
+  static Answer AskForWorker(const BatchTask& task, const std::function<Answer()>& ask);
   void Run(const Utility& utility, Conversion conversion, const QString& folder);
   void ShowTexts(const Batch& batch);
 

@@ -89,7 +89,7 @@ Status BoxResponse::At(double frequency, std::span<Complex> responses,
   if (rate_status_ != kOk) {
     return curve_status_ != kOk ? curve_status_ : rate_status_;
   }
-  const Complex filter = has_filter_ ? filter_.Response(frequency) : 1;
+  const Complex filter = filter_.Response(frequency);
   for (std::size_t c = 0; c < channels_.size(); ++c) {
     if (validities[c] >= 0) {
       responses[c] = Times(responses[c], filter);

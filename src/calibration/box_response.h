@@ -26,10 +26,14 @@ class BoxResponse {
   Status At(double frequency, std::span<Complex> responses, std::span<double> validities) const;
 
   std::size_t Channels() const { return channels_.size(); }
-  /// Of the band, as looked up.
+  /// Of the band in Hz, as looked up, and what the look-up came to.
   double SampleRate() const { return filter_.sample_rate; }
-  /// Leaves the digital filters out of the response.
-  void LeaveOutFilter() { has_filter_ = false; }
+  Status RateStatus() const { return rate_status_; }
+  /// The digital filters are those of this rate instead.
+  void TakeRate(double rate) {
+    filter_.sample_rate = rate;
+    rate_status_ = kOk;
+  }
 
  private:
   struct Channel {
@@ -45,7 +49,6 @@ class BoxResponse {
 
   std::vector<Channel> channels_;
   DecimationFilter filter_;
-  bool has_filter_ = true;
   Status rate_status_ = kOk;
   Status curve_status_ = kOk;
 };

@@ -14,10 +14,6 @@ namespace {
 constexpr double kFullScale = 2147483392.0;  // the largest held value
 constexpr double kNothing = 1e-9;
 
-char KindLetter(const std::string& definition) {
-  return definition.empty() ? '\0' : UpperCased(definition[0]);
-}
-
 // By the serial number that ends a sensor's text; without one the text itself.
 SensorNeed NeedOf(CalKind kind, const std::string& text) {
   std::size_t digits = text.size();
@@ -77,7 +73,7 @@ std::string CalBasePath(const std::filesystem::path& folder, const std::string& 
 }
 
 std::string_view CalibratedChannel::Unit() const {
-  switch (KindLetter(definition)) {
+  switch (definition.empty() ? '\0' : UpperCased(definition[0])) {
     case 'B':
       return "V/m^2";
     case 'H':
@@ -91,7 +87,7 @@ std::string_view CalibratedChannel::Unit() const {
 
 SensorNeed SensorNeedOf(const RecordingHeader& header, int channel) {
   const std::string definition = SettingText(header, "CHDEF" + FormatInt(channel));
-  switch (KindLetter(definition)) {
+  switch (DefinitionLetter(header, channel)) {
     case 'H': {
       const char axis = AxisOf(header, definition, channel);
       const std::string key = std::string("H") + axis + "SN";
@@ -109,9 +105,8 @@ Status MakeCalibratedChannel(const RecordingHeader& header, const ChannelSetting
                              CalibratedChannel* channel) {
   constexpr int kMostCode = 100;
   channel->definition = SettingText(header, "CHDEF" + FormatInt(number));
-  const char letter = KindLetter(channel->definition);
-  const int code =
-      settings.is_mapped ? settings.gain : SettingInt(header, letter == 'E' ? "EGNC" : "HGNC");
+  const char letter = DefinitionLetter(header, number);
+  const int code = settings.is_mapped ? settings.gain : SettingInt(header, "HGNC");
   channel->gain = std::ldexp(1.0, 2 * std::clamp(code, -kMostCode, kMostCode));
   const double factor = SensorFactor(header, number, letter, sensor.get());
   const double scale = SettingReal(header, "FSCV") / channel->gain / factor / kFullScale;

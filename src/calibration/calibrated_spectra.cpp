@@ -2,9 +2,11 @@
 #include "calibration/calibrated_spectra.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <system_error>
+#include <utility>
 
 #include "calibration/spectra_file.h"
 #include "core/ascii.h"
@@ -30,10 +32,34 @@ BatchResult FailedWithBox(const std::string& text, const std::string& reason) {
 struct Shared {
   explicit Shared(SpectraOptions given) : options(std::move(given)) {}
 
+  // The user's answer about a sensor, the same for all files of the batch.
+  Answer Ask(const SensorNeed& need, const std::string& question, BatchTask* task) {
+    const std::lock_guard lock(asking_);
+    if (task->Stopped()) {
+      return Answer::kCancel;
+    }
+    const auto [place, is_new] = answers_.try_emplace({need.kind, need.unit}, Answer::kNo);
+    if (is_new && options.ask) {
+      place->second = options.ask(question, *task);
+    }
+    if (place->second == Answer::kCancel) {
+      task->StopAll();
+    }
+    return task->Stopped() ? Answer::kCancel : place->second;
+  }
+
   SpectraOptions options;
   CalLibrary library;
-  std::mutex asking;
+
+ private:
+  std::mutex asking_;
+  std::map<std::pair<int, std::string>, Answer> answers_;  // by kind and unit
 };
+
+// What is asked counts for the whole batch.
+std::string AskedFor(std::size_t files) {
+  return files > 1 ? " (for all " + FormatInt(static_cast<std::int64_t>(files)) + " files)" : "";
+}
 
 // One file from beginning to end.
 class SpectraJob {
@@ -157,14 +183,17 @@ class SpectraJob {
     // kept: misspelled, as users know it
     const std::string question = "Failed to open coil calibration file of " + path +
                                  ".CLC for channel " + FormatInt(channel) +
-                                 ", Do you want to continue wothout it?";
-    const std::lock_guard lock(shared_.asking);
-    if (!task_.Stopped() && shared_.options.ask && shared_.options.ask(question, task_)) {
-      return true;
+                                 ", Do you want to continue wothout it?" +
+                                 AskedFor(task_.FilesInBatch());
+    switch (shared_.Ask(need, question, &task_)) {
+      case Answer::kYes:
+        return true;
+      case Answer::kNo:
+        return Stop(BatchLeftAlone("the calibration of channel " + FormatInt(channel) +
+                                   " is missing: " + reason));
+      default:
+        return Stop(BatchCancelled());
     }
-    return Stop(task_.Stopped() ? BatchCancelled()
-                                : BatchLeftAlone("the calibration of channel " +
-                                                 FormatInt(channel) + " is missing: " + reason));
   }
 
   BatchTask& task_;
@@ -186,6 +215,20 @@ int SpectraBand(std::string_view path) {
       !digits.empty() && digits.size() <= 2 && std::all_of(digits.begin(), digits.end(), IsDigit);
   const int band = is_number ? ParseIntPrefix(digits) : 0;
   return band <= kLastBand ? band : 0;
+}
+
+std::optional<std::set<int>> ChannelsIn(std::string_view text) {
+  std::set<int> channels;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(','), text.size());
+    const int channel = ParseInt(text.substr(0, end)).value_or(0);
+    if (channel < 1 || channel > kMostChannels) {
+      return std::nullopt;
+    }
+    channels.insert(channel);
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return channels;
 }
 
 std::filesystem::path UsualCalFolder() {

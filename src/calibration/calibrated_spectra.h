@@ -4,11 +4,13 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 
 #include "core/batch.h"
+#include "forms/prompts.h"
 
 namespace orvane {
 
@@ -20,10 +22,14 @@ struct SpectraOptions {
   double base_frequency = 0;                      ///< Hz, where a record has none; 0: "FREQ"
   int most_harmonics = 64;                        ///< of each record
   std::set<int> reversed = {};  ///< channels, from 1, that are wired the other way
-  /// Asked where a sensor's calibration is missing; true: the channel is converted without it, its
-  /// outputs are 0. Called from several threads, one at a time. Empty: no.
-  std::function<bool(const std::string& question, const BatchTask& task)> ask = {};
+  /// Asked where a sensor's calibration is missing, once for each sensor of a batch. Yes: its
+  /// channels are converted without it, their outputs are 0; No: the files that need it are left
+  /// alone; Cancel ends the batch. Called from several threads, one at a time. Empty: No.
+  std::function<Answer(const std::string& question, const BatchTask& task)> ask = {};
 };
+
+/// Channels 1 to 12 with commas between them, such as "3,5"; none where one is no channel.
+std::optional<std::set<int>> ChannelsIn(std::string_view text);
 
 /// The band of a file "*.TS1" to "*.TS19"; 0 for all others.
 int SpectraBand(std::string_view path);

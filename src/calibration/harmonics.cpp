@@ -104,6 +104,14 @@ std::vector<Harmonic> OddHarmonics(double base_frequency, double sample_rate, st
   return harmonics;
 }
 
+BinError BinErrorOf(double frequency, double sample_rate, std::size_t samples, std::size_t bin) {
+  const auto count = static_cast<double>(samples);
+  const double bins = frequency * count / sample_rate - static_cast<double>(bin);
+  const double turn = std::numbers::pi * bins;
+  const double sine = count * std::sin(turn / count);
+  return {bins, sine == 0 ? 1 : std::sin(turn) / sine, 180 * bins * (count - 1) / count};
+}
+
 HarmonicPlan::HarmonicPlan(std::size_t samples, const std::vector<std::size_t>& bins)
     : samples_(samples) {
   std::size_t divisor = samples;

@@ -23,6 +23,18 @@ struct Harmonic {
 std::vector<Harmonic> OddHarmonics(double base_frequency, double sample_rate, std::size_t samples,
                                    int most);
 
+/// What a sine between two bins comes out as at the nearest one.
+struct BinError {
+  double bins = 0;       ///< d = f N / fs - m
+  double amplitude = 1;  ///< is multiplied by sin(pi d) / (N sin(pi d / N))
+  double phase = 0;      ///< is moved by 180 d (N - 1) / N degrees
+
+  /// Less than 0.02 % and 2 degrees are not worth a word.
+  bool IsWorthANote() const { return bins > 0.01 || bins < -0.01; }
+};
+/// `samples` is not 0.
+BinError BinErrorOf(double frequency, double sample_rate, std::size_t samples, std::size_t bin);
+
 /// Pointers of several harmonics, or sums along them.
 inline constexpr std::size_t kHarmonicLanes = 4;
 struct HarmonicPointers {

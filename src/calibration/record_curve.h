@@ -26,6 +26,9 @@ class RecordCurve {
   explicit RecordCurve(std::vector<CurvePoint> points);
 
   bool IsEmpty() const { return points_.empty(); }
+  /// Hz, of the points; 0 for an empty curve.
+  double Lowest() const { return points_.empty() ? 0 : points_.front().frequency; }
+  double Highest() const { return points_.empty() ? 0 : points_.back().frequency; }
   /// 0 for an empty curve.
   Complex At(double frequency) const;
 

@@ -34,12 +34,59 @@ bool HasDampedCoils(const RecordingHeader& header) {
   return EqualsWithoutCase(hardware, "7452C0") || EqualsWithoutCase(hardware, "7452C1");
 }
 
+struct Component {
+  std::string_view channel;
+  std::string_view resistance;
+};
+constexpr auto kElectric =
+    std::to_array<Component>({{"CHEX", "EXR"}, {"CHEY", "EYR"}, {"CHEZ", "EZR"}});
+constexpr auto kMagnetic = std::to_array<std::string_view>({"CHHX", "CHHY", "CHHZ"});
+
 ChannelSettings* Named(const RecordingHeader& header, std::string_view key,
                        AllChannelSettings* settings) {
   const std::int32_t channel = SettingInt(header, key);
   return channel >= 1 && channel <= kMostChannels
              ? &(*settings)[static_cast<std::size_t>(channel - 1)]
              : nullptr;
+}
+
+ChannelSettings ElectricSettings(const RecordingHeader& header, double resistance) {
+  return {SettingInt(header, "EGNC"),
+          SettingInt(header, "LPFR"),
+          SettingInt(header, "ACDC"),
+          0.5 * resistance,
+          0,
+          0,
+          true};
+}
+
+ChannelSettings MagneticSettings(const RecordingHeader& header) {
+  const bool is_damped = HasDampedCoils(header);
+  return {SettingInt(header, "HGNC"),
+          is_damped ? SettingInt(header, "LPFR") : 0,
+          SettingInt(header, "ACDH"),
+          0,
+          is_damped ? kDampingResistor : 0,
+          0,
+          true};
+}
+
+ChannelSettings SettingsByDefinition(const RecordingHeader& header, int channel) {
+  constexpr int kMostResistances = 8;
+  switch (DefinitionLetter(header, channel)) {
+    case 'E': {
+      const std::string key = "RES" + FormatInt(channel);
+      return ElectricSettings(header,
+                              channel <= kMostResistances ? ContactResistance(header, key) : 0);
+    }
+    case 'H':
+    case 'B':
+      return MagneticSettings(header);
+    case 'T':
+      return {SettingInt(header, "HGNC"), 0, SettingInt(header, "ACDH"), 0, 0, 0, true};
+    default:
+      return {};
+  }
 }
 
 Status RateByTable(const RecordingHeader& header, int band, double* rate) {
@@ -94,38 +141,59 @@ std::string SettingText(const RecordingHeader& header, std::string_view key) {
   return FieldOr0<std::array<char, kMaxTextLength + 1>>(header, key, StrPT).data();
 }
 
+char DefinitionLetter(const RecordingHeader& header, int channel) {
+  const std::string definition = SettingText(header, "CHDEF" + FormatInt(channel));
+  return definition.empty() ? '\0' : UpperCased(definition[0]);
+}
+
 AllChannelSettings FillChannelSettings(const RecordingHeader& header) {
-  struct Component {
-    std::string_view channel;
-    std::string_view resistance;
-  };
   AllChannelSettings settings{};
-  const int low_pass = SettingInt(header, "LPFR");
-  for (const auto& [key, resistance] :
-       {Component{"CHEX", "EXR"}, Component{"CHEY", "EYR"}, Component{"CHEZ", "EZR"}}) {
+  for (int channel = 1; channel <= kMostChannels; ++channel) {
+    settings[static_cast<std::size_t>(channel - 1)] = SettingsByDefinition(header, channel);
+  }
+  for (const auto& [key, resistance] : kElectric) {
     if (ChannelSettings* channel = Named(header, key, &settings); channel != nullptr) {
-      *channel = {SettingInt(header, "EGNC"),
-                  low_pass,
-                  SettingInt(header, "ACDC"),
-                  0.5 * ContactResistance(header, resistance),
-                  0,
-                  0,
-                  true};
+      *channel = ElectricSettings(header, ContactResistance(header, resistance));
     }
   }
-  const bool is_damped = HasDampedCoils(header);
-  for (const std::string_view key : {"CHHX", "CHHY", "CHHZ"}) {
+  for (const std::string_view key : kMagnetic) {
     if (ChannelSettings* channel = Named(header, key, &settings); channel != nullptr) {
-      *channel = {SettingInt(header, "HGNC"),
-                  is_damped ? low_pass : 0,
-                  SettingInt(header, "ACDH"),
-                  0,
-                  is_damped ? kDampingResistor : 0,
-                  0,
-                  true};
+      *channel = MagneticSettings(header);
     }
   }
   return settings;
+}
+
+bool HasOwnResistance(const RecordingHeader& header, int channel) {
+  const auto is_this = [&](std::string_view key) { return SettingInt(header, key) == channel; };
+  return DefinitionLetter(header, channel) == 'E' &&
+         std::none_of(kMagnetic.begin(), kMagnetic.end(), is_this) &&
+         std::none_of(kElectric.begin(), kElectric.end(),
+                      [&](const Component& component) { return is_this(component.channel); });
+}
+
+bool IsOfAuxiliaryBox(const RecordingHeader& header, int box) {
+  constexpr int kBoxes = 5;
+  constexpr int kChannels = 3;
+  const int serial = SettingInt(header, "SNUM");
+  bool lists_boxes = false;
+  bool has_definitions = false;
+  for (int i = 1; i <= kBoxes; ++i) {
+    const int listed = SettingInt(header, "SN0" + FormatInt(i));
+    if (listed != 0 && (listed == serial || listed == box)) {
+      return true;
+    }
+    lists_boxes = lists_boxes || listed != 0;
+    for (int channel = 1; channel <= kChannels; ++channel) {
+      const std::string key = std::string("DEF").append(FormatInt(i)).append("R");
+      has_definitions = has_definitions || !SettingText(header, key + FormatInt(channel)).empty();
+    }
+  }
+  return has_definitions && !lists_boxes;
+}
+
+bool HasRateTable(const RecordingHeader& header) {
+  return ContainsWithoutCase(SettingText(header, "VER"), "7420");
 }
 
 Status LookupSampleRate(const RecordingHeader* header, int band, double* rate) {
@@ -134,7 +202,7 @@ Status LookupSampleRate(const RecordingHeader* header, int band, double* rate) {
   if (header == nullptr) {
     return kNoRecordingHeader;
   }
-  if (ContainsWithoutCase(SettingText(*header, "VER"), "7420")) {
+  if (HasRateTable(*header)) {
     return RateByTable(*header, band, rate);
   }
   if (band == 0) {

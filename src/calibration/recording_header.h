@@ -38,16 +38,31 @@ struct ChannelSettings {
   double half_value = 0;   ///< half of a dipole's contact resistance, ohms: that of one leg
   double extra_value = 0;  ///< ohms in front of the calibrated path
   Complex extra_complex;   ///< ohms; reserved for inductive sources
-  bool is_mapped = false;  ///< the recording names a component for the channel
+  bool is_mapped = false;  ///< the recording tells what the channel measures
 
   Complex Source() const { return half_value + extra_value + extra_complex; }
 };
 inline constexpr int kMostChannels = 12;
 using AllChannelSettings = std::array<ChannelSettings, kMostChannels>;
 
-/// The settings of each channel that "CHEX" to "CHHZ" name; all others stay zero. A channel named
-/// twice has those of the later component.
+/// The first letter of a channel's "CHDEF%d" as a capital, NUL where that is empty. Channels count
+/// from 1.
+char DefinitionLetter(const RecordingHeader& header, int channel);
+
+/// The settings of each channel: those of the component that "CHEX" to "CHHZ" name it for, of two
+/// the later; else those that its definition's letter stands for (E, H, B, T); else zero.
 AllChannelSettings FillChannelSettings(const RecordingHeader& header);
+
+/// Whether a channel's contact resistance is its own "RES%d" because no component names it.
+bool HasOwnResistance(const RecordingHeader& header, int channel);
+
+/// Whether an auxiliary box made the recording. Its table is a copy of the main box's: with its own
+/// serial number, without the list of auxiliary boxes, and with the definitions of their channels.
+/// `box`: the serial number in the records.
+bool IsOfAuxiliaryBox(const RecordingHeader& header, int box);
+
+/// Boxes that know a few sample rates only, and store which of them.
+bool HasRateTable(const RecordingHeader& header);
 
 /// The sample rate of a band in Hz, 0 where the recording stores none. 0, 1222, 1223 or 1233.
 Status LookupSampleRate(const RecordingHeader* header, int band, double* rate);

@@ -21,6 +21,8 @@ class SensorResponse {
   /// 0, 1222, 1228, 1229 or 1230.
   Status Prepare(const CalData* cal, const RecordingHeader* header);
   Complex At(double frequency) const;
+  /// The measured points between which there is no guess.
+  const RecordCurve& Curve() const { return curve_; }
 
  private:
   RecordCurve curve_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calibration/spectra_notes.h"
 #include "core/number_text.h"
 #include "core/param_time.h"
 #include "core/path_text.h"
@@ -18,8 +19,8 @@ std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int
 // "%g"
 std::string Short(double value) { return FormatReal(value, 6); }
 
-std::string LeftOutText(int band, double rate) {
-  return "not divided out (rate of band " + FormatInt(band) + " is " + Short(rate) + " Hz)";
+void WriteNote(const std::string& note, TextFile* out) {
+  out->Text(" Note:                ").Text(note).Text("\n");
 }
 
 // The smallest band of this rate, else 0.
@@ -76,6 +77,37 @@ void SpectraFile::WriteHead(TextFile* out) const {
     out->Text(" gain x").TextLeft(Short(channel.gain), 6).Text(" ");
     out->Text(channel.sensor_name).Text("\n");
   }
+  for (const std::string& note : RecordingNotes(source_)) {
+    WriteNote(note, out);
+  }
+}
+
+void SpectraFile::WriteRecordNotes(TextFile* out) const {
+  if (plan_.has_own_rate) {
+    out->Text(" ").Text(OwnRateNote({plan_.sample_rate})).Text("\n");
+  }
+  if (!plan_.bin_note.empty()) {
+    WriteNote(plan_.bin_note, out);
+  }
+  for (std::size_t c = 0; c < plan_.beyond.size(); ++c) {
+    if (plan_.beyond[c] > 0) {
+      WriteNote(BeyondNote(static_cast<int>(c) + 1, source_.channels[c], plan_.beyond[c]), out);
+    }
+  }
+}
+
+void SpectraFile::CountNotes(std::uint64_t record) {
+  ++written_;
+  without_harmonics_ += plan_.frequencies.empty() ? 1 : 0;
+  if (plan_.has_own_rate) {
+    own_rates_.insert(plan_.sample_rate);
+  }
+  if (!plan_.bin_note.empty() && ++off_bin_ == 1) {
+    bin_note_ = "record " + Number(record) + ": " + plan_.bin_note;
+  }
+  for (std::size_t c = 0; c < beyond_.size(); ++c) {
+    beyond_[c] += plan_.beyond[c];
+  }
 }
 
 bool SpectraFile::WriteRecord(const CTsRec& record, TextFile* out) {
@@ -88,10 +120,7 @@ bool SpectraFile::WriteRecord(const CTsRec& record, TextFile* out) {
   out->Text("\n Base frequency (Hz): ").TextLeft(FormatFixed(plan_.base_frequency, 6), 16);
   out->Text("\n Sample rate (Hz):    ").TextLeft(FormatFixed(plan_.sample_rate, 2), 12);
   out->Text("\n Number of Scans:     ").TextLeft(Number(header.scans), 8).Text("\n");
-  if (!plan_.has_filter) {
-    out->Text(" Decimation filter:   ");
-    out->Text(LeftOutText(plan_.band, plan_.looked_up_rate)).Text("\n");
-  }
+  WriteRecordNotes(out);
   out->Text(" Harm.  Frequency (Hz)");
   for (std::size_t c = 1; c <= source_.channels.size(); ++c) {
     out->Text("   Amplitude Ch").TextLeft(Number(c), 2);
@@ -112,8 +141,7 @@ bool SpectraFile::WriteRecord(const CTsRec& record, TextFile* out) {
     out->Text("\n");
   }
   out->Text("\n");
-  ++written_;
-  without_harmonics_ += plan_.frequencies.empty() ? 1 : 0;
+  CountNotes(record.Place().number);
   return true;
 }
 
@@ -144,31 +172,33 @@ bool SpectraFile::UpdatePlan(const CTsRec& record) {
   plan_.base_frequency = base;
   plan_.sample_rate = rate;
   std::vector<std::size_t> bins;
-  for (const auto& [number, bin] :
-       OddHarmonics(base, rate, record.Scans(), source_.most_harmonics)) {
+  const auto harmonics = OddHarmonics(base, rate, record.Scans(), source_.most_harmonics);
+  for (const auto& [number, bin] : harmonics) {
     plan_.numbers.push_back(number);
     plan_.frequencies.push_back(number * base);
     bins.push_back(bin);
   }
+  plan_.bin_note = BinNote(base, rate, record.Scans(), harmonics);
   if (record.Scans() > 0) {
     plan_.harmonics.emplace(record.Scans(), bins);
   }
   return UpdateBox(rate) && AddResponses();
 }
 
+// A box that has a table of rates can store no other: there its look-up has the last word.
 bool SpectraFile::UpdateBox(double sample_rate) {
-  plan_.band = source_.band > 0 ? source_.band : BandOfRate(source_.header, sample_rate);
-  const Status status = box_.Prepare(source_.box.get(), &source_.header, plan_.band);
+  const int band = source_.band > 0 ? source_.band : BandOfRate(source_.header, sample_rate);
+  const Status status = box_.Prepare(source_.box.get(), &source_.header, band);
   if (status != kOk) {
     result_.error = StatusText(status);
     result_.status = status;
     return false;
   }
-  plan_.looked_up_rate = box_.SampleRate();
-  plan_.has_filter = plan_.looked_up_rate != 0 && plan_.looked_up_rate == sample_rate;
-  if (!plan_.has_filter) {
-    box_.LeaveOutFilter();
-    rates_left_out_[plan_.band] = plan_.looked_up_rate;
+  const bool is_known = box_.RateStatus() == kOk;
+  plan_.has_own_rate = sample_rate > 0 && box_.SampleRate() != sample_rate &&
+                       (is_known || !HasRateTable(source_.header));
+  if (plan_.has_own_rate) {
+    box_.TakeRate(sample_rate);
   }
   return true;
 }
@@ -176,6 +206,7 @@ bool SpectraFile::UpdateBox(double sample_rate) {
 bool SpectraFile::AddResponses() {
   const std::size_t channels = source_.channels.size();
   std::vector<double> validities(channels);
+  plan_.beyond.assign(channels, 0);
   for (const double frequency : plan_.frequencies) {
     auto& box = plan_.box.emplace_back(channels);
     auto& sensor = plan_.sensor.emplace_back(channels, 1);
@@ -189,6 +220,7 @@ bool SpectraFile::AddResponses() {
       const CalibratedChannel& channel = source_.channels[c];
       box[c] = channel.is_reversed ? -box[c] : box[c];
       sensor[c] = channel.sensor_cal == nullptr ? 1 : channel.sensor.At(frequency);
+      plan_.beyond[c] += channel.scale != 0 && IsBeyondRecords(channel, frequency) ? 1 : 0;
     }
   }
   return true;
@@ -234,21 +266,22 @@ std::string SpectraFile::Note() const {
   if (without_harmonics_ > 0) {
     add(Number(without_harmonics_) + " records have no harmonic within their length and rate");
   }
-  for (const auto& [band, rate] : rates_left_out_) {
-    add("the decimation filter is " + LeftOutText(band, rate));
+  if (!own_rates_.empty()) {
+    add(OwnRateNote(own_rates_));
+  }
+  for (std::size_t c = 0; c < beyond_.size(); ++c) {
+    if (beyond_[c] > 0) {
+      add(BeyondNote(static_cast<int>(c) + 1, source_.channels[c], beyond_[c]));
+    }
+  }
+  if (off_bin_ > 0) {
+    add(bin_note_ + (off_bin_ > 1 ? ", and so in " + Number(off_bin_ - 1) + " more records" : ""));
   }
   if (cut_) {
     add(CutRecordNote(*cut_));
   }
-  std::string doubtful;
-  for (std::size_t c = 0; c < source_.channels.size(); ++c) {
-    const BoxModel& model = source_.box->model;
-    if (model.parameter_count > 0 && model.fits[c].IsDoubtful()) {
-      doubtful.append(" ").append(Number(c + 1));
-    }
-  }
-  if (!doubtful.empty()) {
-    add("the box's model does not describe the calibration of these channels well:" + doubtful);
+  for (const std::string& of_all : RecordingNotes(source_)) {
+    add(of_all);
   }
   return note;
 }

@@ -2,38 +2,24 @@
 #ifndef ORVANE_CALIBRATION_SPECTRA_FILE_H_
 #define ORVANE_CALIBRATION_SPECTRA_FILE_H_
 
-#include <map>
-#include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "calibration/box_response.h"
-#include "calibration/calibrated_channel.h"
 #include "calibration/harmonics.h"
+#include "calibration/spectra_source.h"
 #include "core/batch.h"
 #include "core/text_file.h"
-#include "timeseries/ts_file.h"
 
 namespace orvane {
-
-/// A recording with everything that its calibration needs.
-struct SpectraSource {
-  TsFile file;
-  int band = 0;  ///< of a band file; 0: each record's rate tells
-  RecordingHeader header;
-  TsHeader first;  ///< header of the first record
-  std::string box_path;
-  std::shared_ptr<const CalData> box;
-  std::vector<CalibratedChannel> channels;
-  double base_frequency = 0;
-  int most_harmonics = 0;
-};
 
 /// Writes the spectra of a recording's records as text.
 class SpectraFile {
  public:
-  SpectraFile(const SpectraSource* source, BatchTask* task) : source_(*source), task_(*task) {}
+  SpectraFile(const SpectraSource* source, BatchTask* task)
+      : source_(*source), task_(*task), beyond_(source->channels.size()) {}
 
   struct Result {
     std::string error;  ///< empty: all is written
@@ -47,11 +33,11 @@ class SpectraFile {
   struct Plan {
     double base_frequency = 0;
     double sample_rate = 0;
-    int band = 0;
-    double looked_up_rate = 0;
-    bool has_filter = true;
-    std::vector<int> numbers;  // of the harmonics
+    bool has_own_rate = false;  // no band has it
+    std::vector<int> numbers;   // of the harmonics
     std::vector<double> frequencies;
+    std::string bin_note;
+    std::vector<std::uint64_t> beyond;  // for each channel: lines beyond its sensor's records
     std::optional<HarmonicPlan> harmonics;
     std::vector<std::vector<Complex>> box;     // for each frequency, each channel
     std::vector<std::vector<Complex>> sensor;  // likewise
@@ -65,6 +51,8 @@ class SpectraFile {
   double BaseFrequency(const TsHeader& header) const;
   double SecondsFromOrigin(const TsHeader& header) const;
   std::vector<std::vector<Complex>> Transform(const CTsRec& record) const;
+  void WriteRecordNotes(TextFile* out) const;
+  void CountNotes(std::uint64_t record);
   std::string Note() const;
 
   const SpectraSource& source_;
@@ -72,7 +60,10 @@ class SpectraFile {
   Plan plan_;
   BoxResponse box_;
   Result result_;
-  std::map<int, double> rates_left_out_;  // of bands whose filter is not divided out
+  std::set<double> own_rates_;         // that no band has
+  std::vector<std::uint64_t> beyond_;  // as in the plan, of all records
+  std::string bin_note_;               // of the first record that has one
+  std::uint64_t off_bin_ = 0;          // records that have one
   std::uint64_t written_ = 0;
   std::uint64_t without_harmonics_ = 0;
   std::uint64_t bad_ = 0;

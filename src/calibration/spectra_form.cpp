@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calibration/spectra_form.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/number_text.h"
@@ -28,6 +29,18 @@ constexpr auto kFields = std::to_array<Field>({
      IntPT,
      Unbound(),
      {1, kMostHarmonics}},
+    {SpectraForm::kReversed, Widget::kText, "Reversed channels", {}, StrPT, Unbound()},
+});
+
+struct Hint {
+  int control;
+  std::string_view text;
+};
+constexpr auto kHints = std::to_array<Hint>({
+    {SpectraForm::kFolder, "empty: the folder of each recording"},
+    {SpectraForm::kBaseFrequency, "for records that name none; 0: FREQ of their table"},
+    {SpectraForm::kHarmonics, "odd ones of each record, at most"},
+    {SpectraForm::kReversed, "wired the other way, such as 3,5; empty: none"},
 });
 
 }  // namespace
@@ -39,11 +52,29 @@ SpectraForm::SpectraForm(const std::string& folder) : model_(&none_, kFields) {
   model_.SetText(kHarmonics, FormatInt(usual.most_harmonics));
 }
 
+std::string_view SpectraForm::HintOf(int control) {
+  const auto hint = std::find_if(kHints.begin(), kHints.end(),
+                                 [control](const Hint& of) { return of.control == control; });
+  return hint == kHints.end() ? std::string_view() : hint->text;
+}
+
+std::optional<FormModel::Fault> SpectraForm::Fault() const {
+  if (auto fault = model_.Validate()) {
+    return fault;
+  }
+  if (!ChannelsIn(model_.Text(kReversed))) {
+    return FormModel::Fault{kReversed,
+                            "Reversed channels: numbers from 1 to 12 with commas between them"};
+  }
+  return std::nullopt;
+}
+
 SpectraOptions SpectraForm::Options() const {
   SpectraOptions options;
   options.calibration_folder = PathOf(model_.Text(kFolder));
   options.base_frequency = ParseReal(model_.Text(kBaseFrequency)).value_or(0);
   options.most_harmonics = ParseInt(model_.Text(kHarmonics)).value_or(options.most_harmonics);
+  options.reversed = ChannelsIn(model_.Text(kReversed)).value_or(options.reversed);
   return options;
 }
 

@@ -2,7 +2,6 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "calibration/cal_header.h"
 #include "calibration/calibrated_spectra.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
@@ -19,21 +18,6 @@ CLI::Validator Frequency() {
                                                    : "\"" + text + "\" is not a frequency";
           },
           "", "frequency"};
-}
-
-// Numbers with commas between them; none where one is no channel.
-std::optional<std::set<int>> ChannelsIn(std::string_view text) {
-  std::set<int> channels;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find(','), text.size());
-    const int channel = ParseInt(text.substr(0, end)).value_or(0);
-    if (channel < 1 || channel > kMaxCalChannels) {
-      return std::nullopt;
-    }
-    channels.insert(channel);
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
-  return channels;
 }
 
 CLI::Validator Channels() {
@@ -60,9 +44,11 @@ struct HarmonicsArguments {
     options.most_harmonics = harmonics;
     options.reversed = ChannelsIn(reversed).value_or(std::set<int>());
     if (says_yes) {
-      options.ask = [](const std::string&, const BatchTask&) { return true; };
+      options.ask = [](const std::string&, const BatchTask&) { return Answer::kYes; };
     } else if (!says_no) {
-      options.ask = AskOnTerminal;
+      options.ask = [](const std::string& question, const BatchTask& task) {
+        return AskOnTerminal(question, task) ? Answer::kYes : Answer::kNo;
+      };
     }
     return options;
   }

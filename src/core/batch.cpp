@@ -113,6 +113,7 @@ void Batch::Do(std::size_t index) {
   current_ = index;
   BatchTask task(item.input, item.outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
   task.AllowThreads(threads_per_file_);
+  task.SetFilesInBatch(items_.size());
   BatchResult result;
   try {
     result = plan_.conversion.job(task);

@@ -54,7 +54,7 @@ std::string CutRecordNote(std::uint64_t offset);
 class BatchTask {
  public:
   BatchTask(std::filesystem::path input, std::vector<std::filesystem::path> outputs, bool beside,
-            const std::atomic<bool>* stop, std::atomic<std::uint64_t>* bytes_done)
+            std::atomic<bool>* stop, std::atomic<std::uint64_t>* bytes_done)
       : input_(std::move(input)),
         outputs_(std::move(outputs)),
         beside_(beside),
@@ -70,6 +70,8 @@ class BatchTask {
   /// Asked between pieces of work of a few milliseconds; once true the job returns
   /// `BatchCancelled()` without committing any file.
   bool Stopped() const { return stop_->load(std::memory_order_relaxed); }
+  /// Ends the whole batch, as `Batch::Stop()` does.
+  void StopAll() { *stop_ = true; }
   /// Bytes of the input that have been worked through since the last call.
   void Advance(std::uint64_t bytes) {
     advanced_ += bytes;
@@ -82,14 +84,19 @@ class BatchTask {
   unsigned Threads() const { return threads_; }
   void AllowThreads(unsigned threads) { threads_ = threads; }
 
+  /// Files of the batch, this one included.
+  std::size_t FilesInBatch() const { return files_; }
+  void SetFilesInBatch(std::size_t files) { files_ = files; }
+
  private:
   std::filesystem::path input_;
   std::vector<std::filesystem::path> outputs_;
   bool beside_;
-  const std::atomic<bool>* stop_;
+  std::atomic<bool>* stop_;
   std::atomic<std::uint64_t>* bytes_done_;
   std::uint64_t advanced_ = 0;
   unsigned threads_ = 1;
+  std::size_t files_ = 1;
 };
 
 /// One kind of conversion, as a command offers it.

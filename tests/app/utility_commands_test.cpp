@@ -154,6 +154,7 @@ TEST_F(UtilityCommandsTest, SpectraAskForTheFolderAndAboutAMissingSensor) {
            TsBytes{.frequency = 100, .samples = std::vector<int>(240, 1000)}.Bytes());
   chosen_ = QStringLiteral("a.TSS");
   for (const auto& [answer, state] : {std::pair(QMessageBox::No, QStringLiteral("left alone")),
+                                      std::pair(QMessageBox::Cancel, QStringLiteral("cancelled")),
                                       std::pair(QMessageBox::Yes, QStringLiteral("done"))}) {
     said_.clear();
     rows_.clear();

@@ -8,6 +8,7 @@
 #include "calibration/calibrated_channel.h"
 #include "calibration/decimation_filter.h"
 #include "calibration/harmonics.h"
+#include "calibration/spectra_form.h"
 #include "support/batch_help.h"
 #include "support/cal_bytes.h"
 #include "support/recording_help.h"
@@ -83,14 +84,33 @@ TEST(Harmonics, AgreeWithTheirDefinition) {
   EXPECT_EQ(BinsOf(of_short), (std::vector<std::size_t>{1, 2}));
 }
 
+TEST(Harmonics, WhatLiesBetweenTwoBinsIsToldByHowMuch) {
+  struct Case {
+    double frequency;
+    std::size_t bin;
+    double amplitude;
+    double phase;
+  };
+  for (const Case& test :
+       {Case{4.3, 4, 0.858393713397, 53.9775}, {12.9, 13, 0.983631616, -17.9925}, {4, 4, 1, 0}}) {
+    const BinError error = BinErrorOf(test.frequency, 2400, 2400, test.bin);
+    EXPECT_NEAR(error.amplitude, test.amplitude, 1e-6);
+    EXPECT_NEAR(error.phase, test.phase, 1e-9);
+    EXPECT_EQ(error.IsWorthANote(), test.phase != 0);
+  }
+  EXPECT_FALSE(BinErrorOf(4.0099, 2400, 2400, 4).IsWorthANote());
+}
+
 Complex Coil(double frequency) { return Complex(0, frequency / 2) / Complex(1, frequency / 2); }
 
 // Box 2417 of two channels with its parts as they should be, and a coil.
 void WriteCalibrations(const TempDir& dir) {
   testing::Sweeps sweeps;
   sweeps.parts = NominalParameters(0);
-  WriteAll(dir / "2417.CLB", testing::BoxBytes(sweeps, 2));
-  std::string coil = testing::CalHeaderBytes(2, 1).replace(92, 8, testing::RealBytes(0));
+  WriteAll(dir / "2417.CLB", testing::BoxBytes(sweeps, 2).replace(8, 2, testing::Little(2417, 2)));
+  std::string coil = testing::CalHeaderBytes(2, 1)
+                         .replace(8, 2, testing::Little(123, 2))
+                         .replace(92, 8, testing::RealBytes(0));
   for (int i = 0; i < 40; ++i) {
     const double frequency = 0.01 * std::pow(10, i / 10.0);
     coil += testing::CalRecordBytes(2, static_cast<float>(frequency), i + 1,
@@ -178,6 +198,10 @@ class SpectraTest : public ::testing::Test {
     return RunOne(CalibratedSpectra(std::move(options)), dir_ / name);
   }
   std::string Written(const std::string& name) { return ReadAll(dir_ / name); }
+  void ExpectTold(const BatchResult& result, const std::string& name, const std::string& note) {
+    EXPECT_NE(result.text.find(note), std::string::npos) << note << " is not in " << result.text;
+    EXPECT_NE(Written(name).find(" " + note), std::string::npos) << note;
+  }
 
   const std::vector<Signal> electric_ = {{1, 0.02, 30}, {3, 0.004, -120}};
   const std::vector<Signal> magnetic_ = {{1, 3e-10, 75}, {5, 1e-10, 170}};
@@ -195,16 +219,6 @@ void ExpectSignals(const std::vector<Line>& lines, std::size_t channel,
     EXPECT_NEAR(lines[k].amplitude[channel], signal.amplitude / 2, signal.amplitude * 1e-4);
     EXPECT_NEAR(std::remainder(lines[k].phase[channel] - signal.phase - turn, 360), 0, 0.02);
   }
-}
-
-// As they come out of the digital filters.
-std::vector<Signal> Filtered(std::vector<Signal> signals) {
-  for (Signal& signal : signals) {
-    const Complex h = DecimationFilter{240, 6, 4, 60, 0}.Response(0.3 * signal.harmonic);
-    signal.amplitude *= std::abs(h);
-    signal.phase += std::arg(h) * 180 / kPi;
-  }
-  return signals;
 }
 
 TEST_F(SpectraTest, FilesWithoutARecordToConvertFailAndKeepWhatWasThere) {
@@ -260,14 +274,43 @@ TEST_F(SpectraTest, CombZerosReversedChannelsAndOtherRates) {
   record_.samples[0] -= 1000;
   Write("b", Whole("SRL3", 30));
   const BatchResult result = Convert("b.TSS", {.most_harmonics = 3, .reversed = {2}});
-  const std::string message = "not divided out (rate of band 0 is 24000 Hz)";
-  EXPECT_NE(result.text.find(message), std::string::npos) << result.text;
-  EXPECT_NE(Written("b_cal.txt").find("\n Decimation filter:   " + message + "\n"),
-            std::string::npos);
+  ExpectTold(result, "b_cal.txt", "Decimation filter: at the record's own rate, 240 Hz");
   const auto turned = LinesOf(Written("b_cal.txt"));
   EXPECT_EQ(turned.size(), 3U);
-  ExpectSignals(turned, 0, Filtered(electric_), 0);
-  ExpectSignals(turned, 1, Filtered({magnetic_[0]}), 180);
+  ExpectSignals(turned, 0, electric_, 0);
+  ExpectSignals(turned, 1, {magnetic_[0]}, 180);
+}
+
+// As the auxiliary box 2417 would write them.
+TEST_F(SpectraTest, ChannelsThatNoComponentNamesAreCorrectedTheSame) {
+  Write("a", Whole("CHEX", 0) + Whole("CHHX", 0) + Whole("EXR", 9000) + Real("RES1", 200) +
+                 Whole("SN02", 2417));
+  ExpectTold(Convert("a.TSS"), "a_cal.txt", "are those of the main box's dipoles");
+  ExpectSignals(LinesOf(Written("a_cal.txt")), 0, electric_, 0);
+  ExpectSignals(LinesOf(Written("a_cal.txt")), 1, magnetic_, 0);
+  Write("b", Whole("CHEX", 0) + Text("DEF2R1", "Ex") + Whole("SN02", 99));
+  EXPECT_EQ(Convert("b.TSS").text, "1 bad records are left out") << "the main box";
+}
+
+TEST_F(SpectraTest, SayWhatTheyRestOn) {
+  WriteAll(dir_ / "99.CLB", ReadAll(dir_ / "2417.CLB"));
+  struct Case {
+    double base;
+    std::string settings;
+    const char* note;
+  };
+  for (const Case& test :
+       {Case{0.3, Real("FSCV", 0), "FSCV is 0: all columns are 0"},
+        {0.3, Text("CHDEF1", "Bz"), "channel 1: SENSIZ1 is 0: its columns are 0"},
+        {0.3, Whole("SNUM", 99), "the header of 99.CLB names another serial number, 2417"},
+        {30, "", "channel 2: 1 lines lie beyond the records of 123.CLC (0.01 to 79.4328 Hz)"},
+        {0.33, "",
+         "the base frequency is off its bin: harmonic 1 by 0.3 (amplitude x 0.86, phase moved by "
+         "54 degrees), farthest harmonic "}}) {
+    record_.frequency = test.base;
+    Write("a", test.settings);
+    ExpectTold(Convert("a.TSS"), "a_cal.txt", test.note);
+  }
 }
 
 TEST(CalibratedChannels, EachKindHasItsUnitSensorAndScale) {
@@ -298,7 +341,9 @@ TEST(CalibratedChannels, EachKindHasItsUnitSensorAndScale) {
     EXPECT_EQ(need.has_number, *expected.sensor != '\0');
     CalibratedChannel channel;
     // The sensor has no records, which the scale does not need.
-    static_cast<void>(MakeCalibratedChannel(header, {}, number, sensor, &channel));
+    static_cast<void>(MakeCalibratedChannel(
+        header, FillChannelSettings(header)[static_cast<std::size_t>(number - 1)], number, sensor,
+        &channel));
     EXPECT_EQ(channel.Unit(), expected.unit);
     EXPECT_NEAR(channel.scale * 2147483392.0, expected.volts, 1e-12 * expected.volts);
   }
@@ -308,9 +353,12 @@ TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
   Write("a", Text("HXSN", "COIL77"));
   std::string question;
   SpectraOptions options;
-  options.ask = [&question](const std::string& text, const BatchTask&) {
+  int asked = 0;
+  Answer answer = Answer::kNo;
+  options.ask = [&](const std::string& text, const BatchTask&) {
     question = text;
-    return question.empty();
+    ++asked;
+    return answer;
   };
   EXPECT_EQ(Convert("a.TSS", options).status, BatchStatus::kLeftAlone);
   EXPECT_EQ(question, "Failed to open coil calibration file of " + (dir_ / "77").string() +
@@ -321,8 +369,9 @@ TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
   EXPECT_EQ(Convert("c.TSS", options).status, BatchStatus::kLeftAlone) << "no number, no file";
   EXPECT_EQ(question, "Failed to open coil calibration file of " + (dir_ / "COIL").string() +
                           ".CLC for channel 2, Do you want to continue wothout it?");
-  options.ask = [](const std::string&, const BatchTask&) { return true; };
-  EXPECT_TRUE(Convert("a.TSS", options).IsDone());
+  answer = Answer::kYes;
+  ExpectTold(Convert("a.TSS", options), "a_cal.txt",
+             "channel 2: the calibration of its sensor is missing: its columns are 0");
   const auto lines = LinesOf(Written("a_cal.txt"));
   ExpectSignals(lines, 0, electric_, 0);
   EXPECT_EQ(lines[0].amplitude[1], 0);
@@ -343,6 +392,44 @@ TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
   EXPECT_FALSE(std::filesystem::exists(dir_ / "c_cal.txt"));
 }
 
+// Of four files two need coil 77 and two coil 78.
+TEST_F(SpectraTest, AskOnceForEachMissingSensorAndCancelEndsTheBatch) {
+  std::vector<std::filesystem::path> files;
+  for (const char* name : {"a", "b", "c", "d"}) {
+    Write(name, Text("HXSN", files.size() < 2 ? "COIL77" : "COIL78"));
+    files.push_back(dir_ / (std::string(name) + ".TSS"));
+  }
+  for (const Answer answer : {Answer::kYes, Answer::kNo, Answer::kCancel}) {
+    std::vector<std::string> questions;
+    SpectraOptions options;
+    options.ask = [&](const std::string& text, const BatchTask&) {
+      questions.push_back(text);
+      return answer;
+    };
+    Batch batch({CalibratedSpectra(options), files, {}, 2});
+    batch.Start();
+    batch.Wait();
+    EXPECT_EQ(questions.size(), answer == Answer::kCancel ? 1U : 2U);
+    EXPECT_TRUE(questions.front().ends_with("wothout it? (for all 4 files)")) << questions.front();
+    constexpr std::array kExpected = {BatchStatus::kDoneWithNote, BatchStatus::kLeftAlone,
+                                      BatchStatus::kCancelled};
+    for (std::size_t i = 0; i < files.size(); ++i) {
+      EXPECT_EQ(batch.Result(i)->status, kExpected[static_cast<std::size_t>(answer)]) << i;
+    }
+  }
+}
+
+TEST(SpectraForm, TakesReversedChannels) {
+  SpectraForm form("");
+  form.Model().SetText(SpectraForm::kReversed, "3,12");
+  EXPECT_FALSE(form.Fault());
+  EXPECT_EQ(form.Options().reversed, (std::set<int>{3, 12}));
+  for (const char* text : {"0", "13", "3;5", "3,,5", "x"}) {
+    form.Model().SetText(SpectraForm::kReversed, text);
+    EXPECT_EQ(form.Fault().value_or(FormModel::Fault{}).control, SpectraForm::kReversed) << text;
+  }
+}
+
 TEST_F(SpectraTest, BandFilesTakeTheirRateByTheirNumber) {
   Write("s", Whole("SRL12", 240));
   record_.header_size = 32;
@@ -350,7 +437,7 @@ TEST_F(SpectraTest, BandFilesTakeTheirRateByTheirNumber) {
   EXPECT_EQ(Convert("s.TS12").status, BatchStatus::kFailed);  // no base frequency
   EXPECT_TRUE(Convert("s.TS12", {.base_frequency = 0.3}).IsDone());
   const std::string text = Written("s_TS12_cal.txt");
-  EXPECT_EQ(text.find("not divided out"), std::string::npos);
+  EXPECT_EQ(text.find("own rate"), std::string::npos);
   ExpectSignals(LinesOf(text), 0, electric_, 0);
   EXPECT_EQ(SpectraName("/d.TS3/SITE.TSK"), "/d.TS3/SITE_TSK_cal.txt");
   for (const char* name : {"a.TS20", "a.TS0", "a.TS", "a.TS00", "a.TSS", "a.TS1x", "TS1"}) {

@@ -199,6 +199,48 @@ TEST(ResponseReference, OlderFamily) {
   }
 }
 
+TEST(ResponseReference, DefinitionsTellWhatNoComponentNames) {
+  const RecordingHeader header =
+      Recording(Text("CHDEF1", "Ex") + Text("CHDEF2", "Hy") + Text("CHDEF3", "tx") +
+                    Text("CHDEF4", "e4") + Text("CHDEF6", "Bz") + Text("CHDEF9", "E9") +
+                    Text("CHDEF7", "Ez") + Whole("CHEX", 1) + Whole("EXR", 200) + Real("RES1", 9) +
+                    Whole("CHHZ", 7) + Real("RES4", 200) + Real("RES9", 500) + Whole("EGNC", 1) +
+                    Whole("HGNC", 2) + Whole("LPFR", 20) + Whole("ACDC", 0) + Whole("ACDH", 1) +
+                    Whole("TALS", 0) + Whole("TCMB", 0) + Text("HW", "7452c0"),
+                9);
+  struct Expected {
+    int gain;
+    int low_pass;
+    int coupling;
+    double source;
+    bool is_mapped;
+  };
+  constexpr Expected kElectric = {1, 20, 0, 100, true};
+  constexpr Expected kMagnetic = {2, 20, 1, 767, true};
+  constexpr Expected kNothing = {0, 0, 0, 0, false};
+  const AllChannelSettings all = FillChannelSettings(header);
+  std::size_t c = 0;
+  for (const Expected& expected :
+       {kElectric, kMagnetic, Expected{2, 0, 1, 0, true}, kElectric, kNothing, kMagnetic, kMagnetic,
+        kNothing, Expected{1, 20, 0, 0, true}}) {
+    SCOPED_TRACE(c + 1);
+    EXPECT_EQ(all[c].gain, expected.gain);
+    EXPECT_EQ(all[c].low_pass, expected.low_pass);
+    EXPECT_EQ(all[c].coupling, expected.coupling);
+    EXPECT_EQ(all[c].Source(), expected.source);
+    EXPECT_EQ(all[c++].is_mapped, expected.is_mapped);
+  }
+  CalData cal;
+  cal.header.nchn = std::int16_t{9};
+  cal.pass_table = {0};
+  FitBoxModel(&cal);
+  std::array<Complex, 9> values;
+  std::array<double, 9> validities{};
+  ASSERT_EQ(ComputeBoxResponse(&cal, &header, 0, 1000, values, validities), kOk);
+  // Parts on paper, 330 nF, 100 ohms of the dipole: 39 % and 54 degrees from all-zero settings.
+  EXPECT_LE(std::abs(values[3] - Complex(0.352331259777, -0.496365177033)), 1e-10) << values[3];
+}
+
 TEST(ResponseReference, SampleRates) {
   for (Row& row : Rows("rate")) {
     std::string settings = Text("VER", row.Word());

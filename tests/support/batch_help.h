@@ -19,7 +19,7 @@ inline BatchResult RunOne(const Conversion& conversion, const std::filesystem::p
 /// Does the job alone, in this thread.
 inline BatchResult RunJob(const Conversion& conversion, const std::filesystem::path& input,
                           const std::filesystem::path& output) {
-  const std::atomic<bool> stop = false;
+  std::atomic<bool> stop = false;
   std::atomic<std::uint64_t> bytes_done = 0;
   BatchTask task(input, {output}, true, &stop, &bytes_done);
   return conversion.job(task);

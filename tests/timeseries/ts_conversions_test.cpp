@@ -25,7 +25,7 @@ Outcome Convert(const Conversion& conversion, const char* name, const std::strin
   for (const unsigned threads : {3U, 1U}) {
     const TempDir dir;
     WriteAll(dir / name, bytes);
-    const std::atomic<bool> stop = false;
+    std::atomic<bool> stop = false;
     std::atomic<std::uint64_t> done = 0;
     BatchTask task(dir / name, {dir / "out"}, false, &stop, &done);
     task.AllowThreads(threads);

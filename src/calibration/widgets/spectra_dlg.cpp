@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calibration/widgets/spectra_dlg.h"
 
-#include <QHBoxLayout>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "ui/folder_dialog.h"
@@ -11,7 +9,7 @@
 namespace orvane {
 
 CSpectraDlg::CSpectraDlg(SpectraForm* form, Prompts* prompts, QWidget* parent)
-    : CFormDialog(&form->Model(), prompts, parent) {
+    : CFormDialog(&form->Model(), prompts, parent), form_(form) {
   setObjectName(QStringLiteral("spectra"));
   setWindowTitle(QStringLiteral("Calibrated Spectra"));
   auto* browse = new QPushButton(QStringLiteral("..."), this);
@@ -19,21 +17,32 @@ CSpectraDlg::CSpectraDlg(SpectraForm* form, Prompts* prompts, QWidget* parent)
   browse->setAccessibleName(QStringLiteral("Browse for the calibration folder"));
   browse->setAutoDefault(false);
   connect(browse, &QPushButton::clicked, this, &CSpectraDlg::OnBrowse);
-  auto* folder = new QHBoxLayout;
-  folder->addWidget(Control(SpectraForm::kFolder), 1);
-  folder->addWidget(browse);
-  Control(SpectraForm::kFolder)->setToolTip(QStringLiteral("Empty: the folder of each recording"));
-  Control(SpectraForm::kBaseFrequency)
-      ->setToolTip(QStringLiteral("For records that name none; 0: \"FREQ\" of their table"));
-  auto* rows = new QFormLayout;
-  rows->addRow(LabelOf(SpectraForm::kFolder), folder);
+  auto* rows = new QGridLayout;
+  AddRow(rows, SpectraForm::kFolder, browse);
   AddRow(rows, SpectraForm::kBaseFrequency);
   AddRow(rows, SpectraForm::kHarmonics);
+  AddRow(rows, SpectraForm::kReversed);
+  rows->setColumnStretch(1, 1);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(rows);
   layout->addStretch();
   layout->addWidget(OkAndCancel());
-  ResizeWithinScreen(this, sizeHint().expandedTo(QSize(560, 0)));
+  ResizeWithinScreen(this, sizeHint().expandedTo(QSize(720, 0)));
+}
+
+// Label, field, button, hint.
+void CSpectraDlg::AddRow(QGridLayout* rows, int control, QPushButton* behind) {
+  const std::string_view text = SpectraForm::HintOf(control);
+  const QString told = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  QWidget* field = Control(control);
+  field->setAccessibleDescription(told);
+  const int row = rows->rowCount();
+  rows->addWidget(LabelOf(control), row, 0);
+  rows->addWidget(field, row, 1);
+  if (behind != nullptr) {
+    rows->addWidget(behind, row, 2);
+  }
+  rows->addWidget(new QLabel(told, this), row, 3);
 }
 
 void CSpectraDlg::OnBrowse() {

@@ -2,6 +2,10 @@
 #ifndef ORVANE_CALIBRATION_WIDGETS_SPECTRA_DLG_H_
 #define ORVANE_CALIBRATION_WIDGETS_SPECTRA_DLG_H_
 
+#include <QGridLayout>
+#include <QPushButton>
+#include <optional>
+
 #include "calibration/spectra_form.h"
 #include "ui/form_dialog.h"
 
@@ -15,8 +19,12 @@ class CSpectraDlg : public CFormDialog {
   CSpectraDlg(SpectraForm* form, Prompts* prompts, QWidget* parent);
 
  private:
+  std::optional<FormModel::Fault> Fault() const override { return form_->Fault(); }
   void Commit() override {}
+  void AddRow(QGridLayout* rows, int control, QPushButton* behind = nullptr);
   void OnBrowse();
+
+  SpectraForm* form_;
 };
 
 }  // namespace orvane

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calibration/spectra_notes.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/number_text.h"
+#include "core/path_names.h"
+
+namespace orvane {
+namespace {
+
+// "%g"
+std::string Short(double value) { return FormatReal(value, 6); }
+std::string Rough(double value) { return FormatReal(value, 2); }
+std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
+
+std::string ChannelText(int number) { return "channel " + FormatInt(number) + ": "; }
+
+// The setting that makes all of a channel's lines 0.
+std::string WhyZero(const RecordingHeader& header, int number, const CalibratedChannel& channel) {
+  switch (DefinitionLetter(header, number)) {
+    case 'B': {
+      const std::string key = "SENSIZ" + FormatInt(number);
+      return key + " is " + Short(SettingReal(header, key));
+    }
+    case 'H':
+    case 'T':
+      return channel.sensor_cal == nullptr ? "the calibration of its sensor is missing"
+                                           : "HNOM of " + channel.sensor_name + " is " +
+                                                 Short(channel.sensor_cal->header.hnom);
+    default:
+      return "its scale is no number";
+  }
+}
+
+void AddZeroColumns(const SpectraSource& source, std::vector<std::string>* notes) {
+  const double full_scale = SettingReal(source.header, "FSCV");
+  if (full_scale == 0 || !std::isfinite(full_scale)) {
+    notes->push_back("FSCV is " + Short(full_scale) + ": all columns are 0");
+    return;
+  }
+  int number = 0;
+  for (const CalibratedChannel& channel : source.channels) {
+    if (++number; channel.scale == 0) {
+      notes->push_back(ChannelText(number) + WhyZero(source.header, number, channel) +
+                       ": its columns are 0");
+    }
+  }
+}
+
+// A calibration is named by the serial number of its unit, of which the header keeps 16 bits. A
+// header without a number says nothing.
+void AddOtherUnit(const CalData& cal, const std::string& name, std::vector<std::string>* notes) {
+  const std::int16_t told = cal.header.snum;
+  if (told == 0 || told == static_cast<std::int16_t>(ParseIntPrefix(name))) {
+    return;
+  }
+  const std::string note = "the header of " + name + " names another serial number, " +
+                           FormatInt(told) + ": is it the calibration of this unit?";
+  if (std::find(notes->begin(), notes->end(), note) == notes->end()) {
+    notes->push_back(note);
+  }
+}
+
+void AddOtherResistances(const SpectraSource& source, std::vector<std::string>* notes) {
+  constexpr int kResistances = 8;
+  const int channels = std::min(source.header.channels, kResistances);
+  bool takes_them = false;
+  for (int channel = 1; channel <= channels; ++channel) {
+    takes_them = takes_them || HasOwnResistance(source.header, channel);
+  }
+  if (takes_them && IsOfAuxiliaryBox(source.header, source.first.box)) {
+    notes->push_back(
+        "an auxiliary box made this recording: the contact resistances RES1 to RES8 of its table "
+        "are those of the main box's dipoles");
+  }
+}
+
+void AddDoubtfulModels(const SpectraSource& source, std::vector<std::string>* notes) {
+  const BoxModel& model = source.box->model;
+  std::string doubtful;
+  for (std::size_t c = 0; c < source.channels.size(); ++c) {
+    if (model.parameter_count > 0 && model.fits[c].IsDoubtful()) {
+      doubtful.append(" ").append(Number(c + 1));
+    }
+  }
+  if (!doubtful.empty()) {
+    notes->push_back("the box's model does not describe the calibration of these channels well:" +
+                     doubtful);
+  }
+}
+
+std::string BinText(const Harmonic& harmonic, const BinError& error) {
+  return "harmonic " + FormatInt(harmonic.number) + " by " + Rough(error.bins) + " (amplitude x " +
+         Rough(error.amplitude) + ", phase moved by " + Rough(error.phase) + " degrees)";
+}
+
+}  // namespace
+
+std::vector<std::string> RecordingNotes(const SpectraSource& source) {
+  std::vector<std::string> notes;
+  AddZeroColumns(source, &notes);
+  AddOtherUnit(*source.box, std::string(LastComponent(source.box_path)) + ".CLB", &notes);
+  for (const CalibratedChannel& channel : source.channels) {
+    if (channel.sensor_cal != nullptr) {
+      AddOtherUnit(*channel.sensor_cal, channel.sensor_name, &notes);
+    }
+  }
+  AddOtherResistances(source, &notes);
+  AddDoubtfulModels(source, &notes);
+  return notes;
+}
+
+std::string BinNote(double base_frequency, double sample_rate, std::size_t samples,
+                    std::span<const Harmonic> harmonics) {
+  std::string first;
+  std::string farthest;
+  double most = 0;
+  for (const Harmonic& harmonic : harmonics) {
+    const BinError error =
+        BinErrorOf(harmonic.number * base_frequency, sample_rate, samples, harmonic.bin);
+    if (!error.IsWorthANote()) {
+      continue;
+    }
+    const bool is_first = first.empty();
+    if (is_first) {
+      first = BinText(harmonic, error);
+    }
+    if (std::abs(error.bins) > most) {
+      most = std::abs(error.bins);
+      farthest = is_first ? "" : ", farthest " + BinText(harmonic, error);
+    }
+  }
+  return first.empty() ? "" : "the base frequency is off its bin: " + first + farthest;
+}
+
+std::string BeyondNote(int number, const CalibratedChannel& channel, std::uint64_t lines) {
+  const RecordCurve& curve = channel.sensor.Curve();
+  return ChannelText(number) + Number(lines) + " lines lie beyond the records of " +
+         channel.sensor_name + " (" + Short(curve.Lowest()) + " to " + Short(curve.Highest()) +
+         " Hz)";
+}
+
+bool IsBeyondRecords(const CalibratedChannel& channel, double frequency) {
+  constexpr double kRounding = 1e-6;  // of frequencies stored as singles
+  const RecordCurve& curve = channel.sensor.Curve();
+  return !curve.IsEmpty() && (frequency < curve.Lowest() * (1 - kRounding) ||
+                              frequency > curve.Highest() * (1 + kRounding));
+}
+
+std::string OwnRateNote(const std::set<double>& rates) {
+  constexpr std::size_t kMostNamed = 8;
+  std::string note = "Decimation filter: at the record's own rate, ";
+  std::size_t named = 0;
+  for (const double rate : rates) {
+    if (named == kMostNamed) {
+      return note + ", and " + Number(rates.size() - named) + " more";
+    }
+    note += (named++ == 0 ? "" : ", ") + Short(rate) + " Hz";
+  }
+  return note;
+}
+
+}  // namespace orvane

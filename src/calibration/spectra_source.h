@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CALIBRATION_SPECTRA_SOURCE_H_
+#define ORVANE_CALIBRATION_SPECTRA_SOURCE_H_
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "calibration/calibrated_channel.h"
+#include "timeseries/ts_file.h"
+
+namespace orvane {
+
+/// A recording with everything that its calibration needs.
+struct SpectraSource {
+  TsFile file;
+  int band = 0;  ///< of a band file; 0: each record's rate tells
+  RecordingHeader header;
+  TsHeader first;  ///< header of the first record
+  std::string box_path;
+  std::shared_ptr<const CalData> box;
+  std::vector<CalibratedChannel> channels;
+  double base_frequency = 0;
+  int most_harmonics = 0;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CALIBRATION_SPECTRA_SOURCE_H_
