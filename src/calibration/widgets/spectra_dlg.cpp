@@ -16,6 +16,7 @@ CSpectraDlg::CSpectraDlg(SpectraForm* form, Prompts* prompts, QWidget* parent)
   browse->setObjectName(QStringLiteral("browse"));
   browse->setAccessibleName(QStringLiteral("Browse for the calibration folder"));
   browse->setAutoDefault(false);
+  browse->setMaximumWidth(40);
   connect(browse, &QPushButton::clicked, this, &CSpectraDlg::OnBrowse);
   auto* rows = new QGridLayout;
   AddRow(rows, SpectraForm::kFolder, browse);
@@ -27,7 +28,7 @@ CSpectraDlg::CSpectraDlg(SpectraForm* form, Prompts* prompts, QWidget* parent)
   layout->addLayout(rows);
   layout->addStretch();
   layout->addWidget(OkAndCancel());
-  ResizeWithinScreen(this, sizeHint().expandedTo(QSize(720, 0)));
+  ResizeWithinScreen(this, sizeHint().expandedTo(QSize(880, 0)));
 }
 
 // Label, field, button, hint.
