@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -48,12 +49,19 @@ struct Shared {
     return task->Stopped() ? Answer::kCancel : place->second;
   }
 
+  // Whether nobody was told yet that a box's calibration is missing.
+  bool IsNewsOf(const std::string& box_path) {
+    const std::lock_guard lock(asking_);
+    return missing_boxes_.insert(box_path).second;
+  }
+
   SpectraOptions options;
   CalLibrary library;
 
  private:
   std::mutex asking_;
   std::map<std::pair<int, std::string>, Answer> answers_;  // by kind and unit
+  std::set<std::string> missing_boxes_;
 };
 
 // What is asked counts for the whole batch.
@@ -138,6 +146,9 @@ class SpectraJob {
                              ".CLB,  " + PathText(task_.Input()) + " cannot be converted";
     BatchResult failed = FailedWithBox(text, reason);
     failed.box_caption = "Warning";
+    if (!shared_.IsNewsOf(source_.box_path)) {
+      failed.box.clear();  // the list of results has them all
+    }
     return Stop(std::move(failed));
   }
 

@@ -393,7 +393,7 @@ TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
 }
 
 // Of four files two need coil 77 and two coil 78.
-TEST_F(SpectraTest, AskOnceForEachMissingSensorAndCancelEndsTheBatch) {
+TEST_F(SpectraTest, AskOnceForEachMissingCalibrationAndCancelEndsTheBatch) {
   std::vector<std::filesystem::path> files;
   for (const char* name : {"a", "b", "c", "d"}) {
     Write(name, Text("HXSN", files.size() < 2 ? "COIL77" : "COIL78"));
@@ -417,6 +417,16 @@ TEST_F(SpectraTest, AskOnceForEachMissingSensorAndCancelEndsTheBatch) {
       EXPECT_EQ(batch.Result(i)->status, kExpected[static_cast<std::size_t>(answer)]) << i;
     }
   }
+  std::filesystem::remove(dir_ / "2417.CLB");
+  Batch batch({CalibratedSpectra({}), files, {}, 2});
+  batch.Start();
+  batch.Wait();
+  std::size_t boxes = 0;
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    EXPECT_NE(batch.Result(i)->text.find("Failed to open box calibration file"), std::string::npos);
+    boxes += batch.Result(i)->box.empty() ? 0 : 1;
+  }
+  EXPECT_EQ(boxes, 1U) << "told once, listed for each";
 }
 
 TEST(SpectraForm, TakesReversedChannels) {
