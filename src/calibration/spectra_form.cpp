@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calibration/spectra_form.h"
 
-#include <algorithm>
 #include <array>
 
 #include "core/number_text.h"
@@ -53,9 +52,12 @@ SpectraForm::SpectraForm(const std::string& folder) : model_(&none_, kFields) {
 }
 
 std::string_view SpectraForm::HintOf(int control) {
-  const auto hint = std::find_if(kHints.begin(), kHints.end(),
-                                 [control](const Hint& of) { return of.control == control; });
-  return hint == kHints.end() ? std::string_view() : hint->text;
+  for (const Hint& hint : kHints) {
+    if (hint.control == control) {
+      return hint.text;
+    }
+  }
+  return {};
 }
 
 std::optional<FormModel::Fault> SpectraForm::Fault() const {
