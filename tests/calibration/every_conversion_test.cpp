@@ -187,6 +187,20 @@ TEST_F(EveryConversion, NoReaderTakesAReadThatFailsForTheEnd) {
   }
 }
 
+TEST_F(EveryConversion, EachRecordingHasItsCalibrations) {
+  const TempDir out;
+  int recordings = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(Survey(""))) {
+    if (entry.path().extension().string().starts_with(".TS")) {
+      const BatchResult result =
+          RunOne(CalibratedSpectra({Survey("Calibration")}), entry.path(), out.Path());
+      EXPECT_TRUE(result.IsDone()) << entry.path() << ": " << result.text;
+      ++recordings;
+    }
+  }
+  EXPECT_EQ(recordings, 11);
+}
+
 // Also the place where the thread sanitizer sees them all at work.
 TEST_F(EveryConversion, ManyWorkersWriteWhatOneWrites) {
   constexpr int kFiles = 6;
