@@ -41,7 +41,7 @@ std::array<QString, kColumns> CellsOf(const CalReading& reading) {
 void SetCell(QTableWidget* table, int row, int column, const QString& text) {
   QTableWidgetItem* item = table->item(row, column);
   if (item == nullptr) {
-    item = new QTableWidgetItem(text);
+    item = OnlyShown(new QTableWidgetItem(text));
     item->setTextAlignment((column == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
     table->setItem(row, column, item);
   } else if (item->text() != text) {
