@@ -87,6 +87,8 @@ bool EditorCommands::SetUpSite(int tech, QWidget* parent, std::vector<std::strin
     early->push_back(std::move(key));
   }
   CSiteDlg dialog(&form, &table, prompts_, parent);
+  QObject::connect(&dialog, &CSiteDlg::Told, doc_,
+                   [this](const QString& text) { notices_->ShowNotice(text.toStdString()); });
   TellRefusedPastes(dialog);
   if (dialog.exec() != QDialog::Accepted) {
     return false;

@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <chrono>
 
 #include "core/param_dictionary.h"
 #include "ui/byte_text.h"
@@ -34,6 +35,9 @@ COrvaneView::COrvaneView(COrvaneDoc* doc, QWidget* parent) : QScrollArea(parent)
   Build();
   OnUpdate();
   connect(doc_, &COrvaneDoc::Changed, this, &COrvaneView::OnUpdate);
+  connect(&minute_, &QTimer::timeout, this, &COrvaneView::OnUpdate);
+  constexpr std::chrono::minutes kMinute{1};
+  minute_.start(kMinute);
 }
 
 void COrvaneView::Build() {
@@ -51,7 +55,7 @@ void COrvaneView::Build() {
   // Two columns of groups, the survey's texts at the right, where they have room.
   auto* left = new QVBoxLayout;
   auto* right = new QVBoxLayout;
-  const auto summary = SummarizeTable(doc_->Table());
+  const auto summary = SummarizeTable(doc_->Table(), UtcClock());
   for (std::size_t i = 0; i < summary.size(); ++i) {
     auto* group = new QGroupBox(TextFromBytes(summary[i].title), page);
     auto* form = new QFormLayout(group);
@@ -109,7 +113,7 @@ void COrvaneView::OnUpdate() {
                                               .arg(doc_->FileVersion())
                                               .arg(NotInFileText()));
   std::size_t at = 0;
-  for (const SummaryGroup& group : SummarizeTable(doc_->Table())) {
+  for (const SummaryGroup& group : SummarizeTable(doc_->Table(), UtcClock())) {
     for (const SummaryLine& line : group.lines) {
       QLabel* label = values_[at++];
       QString value = line.value.empty() ? QStringLiteral("not set") : TextFromBytes(line.value);
@@ -117,10 +121,16 @@ void COrvaneView::OnUpdate() {
       if (is_not_in_file) {
         value += QStringLiteral(" (not in the file)");
       }
+      if (!line.caution.empty()) {
+        value += QStringLiteral(", ") + TextFromBytes(line.caution);
+      }
       label->setText(value);
       QPalette colors = palette();
       if (line.value.empty() || is_not_in_file) {
         colors.setColor(QPalette::WindowText, StandOut(Qt::gray, palette()));
+      }
+      if (!line.caution.empty()) {
+        colors.setColor(QPalette::WindowText, WarningColor(palette()));
       }
       label->setPalette(colors);
       label->setAccessibleName(TextFromBytes(group.title) + QStringLiteral(": ") +

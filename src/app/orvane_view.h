@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QString>
+#include <QTimer>
 #include <vector>
 
 #include "app/orvane_doc.h"
@@ -32,6 +33,7 @@ class COrvaneView : public QScrollArea {
   COrvaneDoc* doc_;
   QLabel* name_ = nullptr;
   QLabel* file_ = nullptr;
+  QTimer minute_;                // a start that was to come may be in the past now
   std::vector<QLabel*> values_;  // in the order of the summary's lines
 };
 

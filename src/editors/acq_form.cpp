@@ -2,11 +2,13 @@
 #include "editors/acq_form.h"
 
 #include <array>
+#include <utility>
 
 #include "core/number_text.h"
 #include "core/param_access.h"
 #include "core/param_text.h"
 #include "core/recording_size.h"
+#include "editors/schedule_cautions.h"
 #include "forms/codecs.h"
 
 namespace orvane {
@@ -30,7 +32,30 @@ int FilterIndex(int code, int first) {
 }  // namespace
 
 AcqForm::AcqForm(ParamTable* table, const Clock* now)
-    : table_(table), now_(now), model_(table, AcqFields()), early_(table) {}
+    : table_(table), now_(now), model_(table, AcqFields()), early_(table) {
+  model_.SetCautionRule([this](FormModel*) { CautionTimes(); });
+}
+
+// What OK would store; unset where that is no time.
+ParamTime AcqForm::TimeIn(int control) const {
+  const Field& field = model_.FieldOf(control);
+  const Shown shown{model_.Text(control), kNothingChosen};
+  if (model_.IsEdited(control) && !FaultOf(field, shown).empty()) {
+    return {};
+  }
+  const auto values = model_.IsEdited(control) ? StoredOf(field, shown, model_.HourOffset())
+                                               : model_.Stored(control);
+  return values.empty() ? ParamTime{} : TimeOf(values.front());
+}
+
+void AcqForm::CautionTimes() {
+  ScheduleCautions cautions;
+  if (HasSchedule()) {
+    cautions = CautionSchedule(TimeIn(acq::kStart), TimeIn(acq::kEnd), *now_);
+  }
+  model_.SetCaution(acq::kStart, std::move(cautions.start));
+  model_.SetCaution(acq::kEnd, std::move(cautions.end));
+}
 
 // A sampling that the list lacks counts as MT, as it does for the estimate.
 bool AcqForm::IsMtSampling() const {

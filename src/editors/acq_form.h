@@ -22,6 +22,8 @@ class AcqForm {
  public:
   /// `now` tells UTC. Both must outlive the form.
   AcqForm(ParamTable* table, const Clock* now);
+  AcqForm(const AcqForm&) = delete;
+  AcqForm& operator=(const AcqForm&) = delete;
 
   FormModel& Model() { return model_; }
   const FormModel& Model() const { return model_; }
@@ -66,6 +68,8 @@ class AcqForm {
   bool IsTimeDomain() const { return IsFunction(kTdip) || IsFunction(kTdem); }
   bool IsMtSampling() const;
 
+  ParamTime TimeIn(int control) const;
+  void CautionTimes();
   void ReadFilter();
   void WriteFilter();
   void ApplyFunctionRule();

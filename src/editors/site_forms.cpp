@@ -240,6 +240,12 @@ std::vector<std::string> SiteForm::Open() {
   return changed;
 }
 
+double SiteForm::Real(int control) const {
+  const auto& stored = model_.Stored(control);
+  return model_.IsEdited(control) || stored.empty() ? ParseRealPrefix(model_.Text(control))
+                                                    : RealOf(stored.front());
+}
+
 void SiteForm::OnEdited(int control) {
   if (control == kAzimuth) {
     UpdateHyAzimuth();

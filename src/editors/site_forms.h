@@ -63,6 +63,9 @@ class SiteForm {
   bool HasSpread() const { return tech_ != kMtAmt; }
 
   FormModel& Model() { return model_; }
+  const FormModel& Model() const { return model_; }
+  /// The number of a field: what is stored, with all its digits, or what was typed.
+  double Real(int control) const;
   /// Reads the fields. IP: a stored array type that is none of the list becomes "Dipole-Dipole" in
   /// the table at once; the key is told.
   std::vector<std::string> Open();

@@ -218,6 +218,9 @@ void Spread::InsertChannel(int box, int channel) {
   }
   channels[static_cast<std::size_t>(at)] = {};
   PutReal(1.0, &channels[static_cast<std::size_t>(at)][kGainFactor].stored);
+  if (Box(box).kind == kLocalBox) {
+    PutInt(1, &channels[static_cast<std::size_t>(at)][kFlagColumn].stored);  // to be recorded
+  }
   for (int i = at; i <= count; ++i) {
     for (Cell& cell : channels[static_cast<std::size_t>(i)]) {
       cell.is_edited = true;  // all of these have other keys now
@@ -245,21 +248,13 @@ void Spread::DeleteChannel(int box, int channel) {
   At(box).row.channels = static_cast<std::uint32_t>(count - 1);
 }
 
-void Spread::PlaceAlongLine(int box, double start_north, double start_east, double north,
-                            double east, double length) {
-  const auto place = [this, box](int channel, ChannelColumn column, double position) {
-    ParamValue value{};
-    PutReal(position, &value);
-    SetCell(box, channel, column, value);
-  };
-  for (int channel = 0; channel < ChannelCount(box); ++channel) {
-    const double near = channel * length;
-    const double far = (channel + 1) * length;
-    place(channel, kPositiveNorth, start_north + near * north);
-    place(channel, kPositiveEast, start_east + near * east);
-    place(channel, kNegativeNorth, start_north + far * north);
-    place(channel, kNegativeEast, start_east + far * east);
-  }
+void Spread::PlaceElectrode(int box, int channel, Electrode electrode, double north, double east) {
+  const bool is_positive = electrode == kPositive;
+  ParamValue value{};
+  PutReal(north, &value);
+  SetCell(box, channel, is_positive ? kPositiveNorth : kNegativeNorth, value);
+  PutReal(east, &value);
+  SetCell(box, channel, is_positive ? kPositiveEast : kNegativeEast, value);
 }
 
 void Spread::WriteChannels(const BoxState& box, int slot) {

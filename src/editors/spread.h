@@ -46,15 +46,14 @@ class Spread {
   bool CanEditChannel(int box, ChannelColumn column) const;
   std::string EditChannel(int box, int channel, ChannelColumn column, std::string_view text);
   bool CanInsertChannel(int box) const;
-  /// An empty channel before `channel`, or at the end.
+  /// An empty channel before `channel`, or at the end; the main box records it.
   void InsertChannel(int box, int channel);
   bool CanDeleteChannel(int box) const;
   void DeleteChannel(int box, int channel);
 
-  /// A line of electrodes: channel i of the box lies from (i-1) to i times `length` from the start
-  /// along a direction (north and east parts of length 1). Fills position cells only.
-  void PlaceAlongLine(int box, double start_north, double start_east, double north, double east,
-                      double length);
+  enum Electrode { kPositive, kNegative };
+  /// Fills the position cells of an electrode, in metres.
+  void PlaceElectrode(int box, int channel, Electrode electrode, double north, double east);
 
   /// Runs `SaveBoxList`, then writes the channels.
   void Save();

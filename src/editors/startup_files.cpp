@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/startup_files.h"
 
+#include <algorithm>
+
 #include "core/number_text.h"
 #include "core/param_access.h"
 #include "core/path_text.h"
+#include "editors/channel_keys.h"
 #include "editors/file_close.h"
 #include "editors/site_forms.h"
 
@@ -154,11 +157,21 @@ StartupForm::StartupForm(ParamTable* table, StartupBox box, const StartupChoices
     const ParamKey key(kAuxiliarySerials[static_cast<std::size_t>(box.number) - 1]);
     model_.SetText(kReceiverSerial, FormatInt(IntParam(*table, key)));
   }
-  for (std::size_t i = 0; i < channels_.size(); ++i) {
-    const std::string channel = FormatInt(static_cast<std::int64_t>(i) + 1);
+  ReadChannels();
+}
+
+void StartupForm::ReadChannels() {
+  const std::string number = FormatInt(box_.number);
+  const std::int32_t counted = IntParam(*table_, "TCHN");
+  const std::int32_t count = box_.IsAuxiliary() ? IntParam(*table_, "NCHN" + number + "R")
+                             : counted != 0     ? counted
+                                                : IntParam(*table_, "NCHN");
+  const int most = box_.IsAuxiliary() ? kAuxiliaryChannels : MaxChannels(kLocalBox);
+  for (int i = 1; i <= std::min(count, most); ++i) {
+    const std::string channel = FormatInt(i);
     const std::string definition =
-        box.IsAuxiliary() ? "DEF" + FormatInt(box.number) + "R" + channel : "CHDEF" + channel;
-    channels_[i] = {ParamAsText(*table, definition), ParamAsText(*table, "GFC" + channel)};
+        box_.IsAuxiliary() ? "DEF" + number + "R" + channel : "CHDEF" + channel;
+    channels_.push_back({ParamAsText(*table_, definition), ParamAsText(*table_, "GFC" + channel)});
   }
 }
 
@@ -193,6 +206,9 @@ std::string StartupForm::EditGain(int channel, const std::string& text) {
     return "Enter a number.";
   }
   const auto at = static_cast<std::size_t>(channel);
+  if (at >= channels_.size() || at >= gains_.size()) {
+    return "The box has no such channel.";
+  }
   gains_[at] = number;
   channels_[at].gain = entered;
   return {};

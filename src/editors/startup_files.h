@@ -53,7 +53,8 @@ class StartupForm {
     kCalibrationTime = 1016,
     kFileClose = 1044,
   };
-  static constexpr int kChannels = 3;
+  /// Most channels of an auxiliary box.
+  static constexpr int kAuxiliaryChannels = 3;
 
   StartupForm(ParamTable* table, StartupBox box, const StartupChoices& choices);
   StartupForm(const StartupForm&) = delete;
@@ -72,12 +73,12 @@ class StartupForm {
   /// Folder (that of the document where none is given) and file name.
   std::filesystem::path Path(const std::filesystem::path& document_folder) const;
 
-  /// The channels shown: definition and gain correction factor, editable for auxiliary boxes.
+  /// The channels of the box: definition and gain correction factor, editable for auxiliary boxes.
   struct Channel {
     std::string definition;
     std::string gain;
   };
-  const std::array<Channel, kChannels>& Channels() const { return channels_; }
+  const std::vector<Channel>& Channels() const { return channels_; }
   /// Why the text is refused; empty once it is taken.
   std::string EditGain(int channel, const std::string& text);
 
@@ -93,6 +94,7 @@ class StartupForm {
   bool ApplyLasting(ParamTable* table) const;
 
  private:
+  void ReadChannels();
   bool ApplyLastingBeforeFile(ParamTable* table) const;
   void OverrideForMonitor(ParamTable* table) const;
   void OverrideForReceiver(ParamTable* table) const;
@@ -104,8 +106,8 @@ class StartupForm {
   std::vector<Choice> request_choices_;
   std::vector<Field> fields_;
   FormModel model_;
-  std::array<Channel, kChannels> channels_;
-  std::array<std::optional<double>, kChannels> gains_;  // as edited
+  std::vector<Channel> channels_;
+  std::array<std::optional<double>, kAuxiliaryChannels> gains_;  // as edited
 };
 
 /// The boxes of the table that get a file, in order. Auxiliary boxes end at the first empty slot;

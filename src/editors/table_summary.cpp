@@ -7,7 +7,10 @@
 
 #include "core/number_text.h"
 #include "core/param_access.h"
+#include "core/param_time.h"
+#include "core/tech.h"
 #include "core/text_pieces.h"
+#include "editors/schedule_cautions.h"
 
 namespace orvane {
 namespace {
@@ -73,13 +76,29 @@ SummaryGroup Boxes(const ParamTable& table, int tech) {
            {"Reference box", Serial(reference), {"SNNR"}}}};
 }
 
+SummaryGroup Times(const ParamTable& table, int tech, const Clock& now) {
+  const auto text = [&table](ParamKey key) {
+    const ParamTime time = TimeParam(table, key);
+    return IsUnset(time) ? std::string() : FormatParamTime(time);
+  };
+  ScheduleCautions cautions;
+  if (tech == kMtAmt) {
+    cautions = CautionSchedule(TimeParam(table, "STIM"), TimeParam(table, "ETIM"), now);
+  }
+  return {"Times (as stored, UTC)",
+          {{"Record start", text("STIM"), {"STIM"}, cautions.start},
+           {"Record end", text("ETIM"), {"ETIM"}, cautions.end},
+           {"High frequency start", text("HTIM"), {"HTIM"}},
+           {"High frequency end", text("ETMH"), {"ETMH"}}}};
+}
+
 }  // namespace
 
 std::string_view MethodName(int tech) {
   return tech >= 1 && tech <= 6 ? kMethods[static_cast<std::size_t>(tech) - 1] : std::string_view();
 }
 
-std::vector<SummaryGroup> SummarizeTable(const ParamTable& table) {
+std::vector<SummaryGroup> SummarizeTable(const ParamTable& table, const Clock& now) {
   const auto number = [&table](ParamKey key) { return IntParam(table, key); };
   const auto text = [&table](ParamKey key) { return ParamAsText(table, key); };
   const int tech = number("TECH");
@@ -89,11 +108,7 @@ std::vector<SummaryGroup> SummarizeTable(const ParamTable& table) {
         {"Mode request", NameOf(kRequests, number("RQST")), {"RQST"}},
         {"Line frequency", text("LFRQ") + " Hz", {"LFRQ"}}}},
       Boxes(table, tech),
-      {"Times (as stored, UTC)",
-       {{"Record start", text("STIM"), {"STIM"}},
-        {"Record end", text("ETIM"), {"ETIM"}},
-        {"High frequency start", text("HTIM"), {"HTIM"}},
-        {"High frequency end", text("ETMH"), {"ETMH"}}}},
+      Times(table, tech, now),
       {"Gains and filters",
        {{"E gain", NameOf(kGains, number("EGNC"), kFirstGain), {"EGNC"}},
         {"H gain", NameOf(kGains, number("HGNC"), kFirstGain), {"HGNC"}},

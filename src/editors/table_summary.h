@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/clock.h"
 #include "core/param_table.h"
 
 namespace orvane {
@@ -15,6 +16,7 @@ struct SummaryLine {
   std::string_view label;
   std::string value;           ///< empty: not set
   std::vector<ParamKey> keys;  ///< that it tells of, of a long text the first
+  std::string caution = {};    ///< what is wrong with the value; empty: nothing
 };
 
 struct SummaryGroup {
@@ -26,7 +28,7 @@ struct SummaryGroup {
 std::string_view MethodName(int tech);
 
 /// Method, boxes, times, gains and survey texts: always the same groups and lines.
-std::vector<SummaryGroup> SummarizeTable(const ParamTable& table);
+std::vector<SummaryGroup> SummarizeTable(const ParamTable& table, const Clock& now);
 
 }  // namespace orvane
 

@@ -53,7 +53,8 @@ TEST(BatchVerbs, TellWhatHappenedToEachFile) {
   // Windows does not tell a file in the place of a folder from nothing there.
   const char* in_file = WindowsTool() != nullptr ? "No such file" : "Not a directory";
   for (const auto& [arguments, exit_code, out, named] : {
-           Case{"table text a.tbl", 0, "a.txt\n", "a.tbl: the record at offset 25 is cut"},
+           Case{"table text a.tbl", 0, "a.txt\n",
+                "holds 1 of 719 parameters, the record at offset 25 is cut"},
            Case{"table text a bad.tbl no.tbl", 1, "a.txt\n", "bad.tbl: not a TBL file (6)"},
            Case{"table text --out o/p a.tbl", 0, "o/p/a.txt\n", "offset 25"},
            Case{"table to-v1 --out v1 a.tbl bad.tbl", 1, "v1/a.tbl\n",

@@ -184,6 +184,30 @@ TEST_F(Acq, ClickingThroughTheMethods) {
   EXPECT_EQ(Text(acq::kBand4), "3") << "and what was typed for MT/AMT is back";
 }
 
+TEST_F(Acq, TimesThatCannotBeMeantAreCautioned) {
+  struct Case {
+    const char* start;
+    const char* end;
+    const char* cautions;  // at 2026/11/21 08:00:00 UTC, shown two hours later
+  };
+  for (const auto& [start, end, cautions] :
+       {Case{"2026/11/21 09:00:00", "2026/11/21 10:00:00", "|"},
+        Case{"2026/11/21 07:59:59", "2026/11/21 10:00:00",
+             "in the past: it is 2026/11/21 08:00:00 UTC|"},
+        Case{"07:00:00", "2026/11/21 06:00:00",
+             "in the past: it is 2026/11/21 08:00:00 UTC|before the start"},
+        Case{"19:00:00", "01:00:00", "|"}, Case{"00:00:00", "2020/01/01", "|"}}) {
+    Open({{"TECH", "5"}, {"TMZONE", "1"}, {"TMDIFF", "2"}, {"STIM", start}, {"ETIM", end}});
+    const FormModel& model = form_->Model();
+    EXPECT_EQ(model.Caution(acq::kStart) + "|" + model.Caution(acq::kEnd), cautions) << start;
+    EXPECT_FALSE(model.Validate().has_value());
+  }
+  Type(acq::kStart, "2026/11/21 09:59:00");
+  EXPECT_NE(form_->Model().Caution(acq::kStart), "") << "07:59 UTC";
+  Choose(acq::kFunction, 0);
+  EXPECT_EQ(form_->Model().Caution(acq::kStart), "") << "no schedule";
+}
+
 TEST_F(Acq, WhatADisabledFieldShowsIsStored) {
   Open({{"TECH", "1"}, {"COMBON", "1"}});
   form_->Model().SetIndex(acq::kCombFilter, 0);

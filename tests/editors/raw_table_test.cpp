@@ -129,7 +129,7 @@ TEST(TableSummary, TellsWhatIsSet) {
     ASSERT_EQ(table.SetParam(key, type, value.data()), kOk);
   };
   const auto line = [&table](std::string_view label) {
-    for (const SummaryGroup& group : SummarizeTable(table)) {
+    for (const SummaryGroup& group : SummarizeTable(table, UtcClock())) {
       for (const SummaryLine& candidate : group.lines) {
         if (candidate.label == label) {
           return candidate.value;

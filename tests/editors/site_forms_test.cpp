@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/number_text.h"
+#include "editors/line_layout.h"
 #include "editors/spread.h"
 #include "support/table_help.h"
 
@@ -210,7 +211,8 @@ TEST(Spread, InsertsAndDeletesWithinTheLimits) {
   Spread spread(&table);
   spread.InsertChannel(1, 1);
   EXPECT_EQ(spread.ChannelCell(1, 2, kDefinition), "Ey");
-  EXPECT_EQ(spread.ChannelCell(1, 1, kGainFactor), "1");
+  EXPECT_EQ(spread.ChannelCell(1, 1, kGainFactor) + spread.ChannelCell(1, 1, kFlagColumn), "11")
+      << "to be recorded";
   spread.DeleteChannel(1, 0);
   spread.Save();
   EXPECT_EQ(Get(table, "NCHN") + Get(table, "CHDEF1") + Get(table, "CHDEF2"), "2Ey");
@@ -222,11 +224,77 @@ TEST(Spread, InsertsAndDeletesWithinTheLimits) {
   EXPECT_FALSE(spread.CanInsert(kAuxiliaryBox));
   EXPECT_TRUE(spread.CanInsert(kReferenceBox));
   EXPECT_FALSE(spread.CanInsertChannel(0));
+}
 
-  spread.PlaceAlongLine(1, 100, 10, 0, 1, 25);
-  EXPECT_EQ(spread.ChannelCell(1, 1, kPositiveEast), "35");
-  EXPECT_EQ(spread.ChannelCell(1, 1, kNegativeEast), "60");
-  EXPECT_EQ(spread.ChannelCell(1, 1, kNegativeNorth), "100");
+// A line to the east from (100, 50), dipoles of 25 m, over three boxes; the transmitter is west of
+// it.
+TEST(LineLayout, RunsOverTheBoxesAndPlacesTheTransmitter) {
+  struct Case {
+    int tech;
+    const char* array_type;
+    const char* transmitter;  // its NPOS, EPOS, NNEG and ENEG, which were all 7
+    int count;
+  };
+  for (const auto& [tech, array_type, transmitter, count] :
+       {Case{kSip, "1", "100 -50 100 -90", 12}, Case{kTdip, "2", "100 -50 7 7", 11},
+        Case{kSip, "3", "100 -50 7 7", 11}, Case{kSip, "5", "7 7 7 7", 10},
+        Case{kCsamt, "9", "7 7 7 7", 10}}) {
+    SCOPED_TRACE(FormatInt(tech) + " " + array_type);
+    ParamTable table = NewTable();
+    for (const auto& [key, text] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"TECH", tech == kTdip  ? "2"
+                                                                             : tech == kSip ? "1"
+                                                                                            : "4"},
+                                                                    {"ARRYTYP", array_type},
+                                                                    {"NRXPOS", "100"},
+                                                                    {"ERXPOS", "50"},
+                                                                    {"NTXCSRX", "100"},
+                                                                    {"ETXCSRX", "-50"},
+                                                                    {"RXLEN", "25"},
+                                                                    {"TXLEN", "40"},
+                                                                    {"EAZM", "90"},
+                                                                    {"TCHN", "0"},
+                                                                    {"NCHN", "3"},
+                                                                    {"CHDEF1", "Ex1"},
+                                                                    {"CHDEF2", "Hy"},
+                                                                    {"CHDEF3", "e2"},
+                                                                    {"SN01", "11"},
+                                                                    {"NCHN1R", "2"},
+                                                                    {"DEF1R1", ""},
+                                                                    {"DEF1R2", "Ex"},
+                                                                    {"SN02", "22"},
+                                                                    {"NCHN2R", "1"},
+                                                                    {"DEF2R1", "Ex"},
+                                                                    {"SNNR", "99"},
+                                                                    {"EPOS2", "1"},
+                                                                    {"EPOSN1", "8"},
+                                                                    {"NPOSTX", "7"},
+                                                                    {"EPOSTX", "7"},
+                                                                    {"NNEGTX", "7"},
+                                                                    {"ENEGTX", "7"}}) {
+      Set(&table, key, text);
+    }
+    SiteForm form(&table, tech, kModels);
+    static_cast<void>(form.Open());
+    Spread spread(&table);
+    const std::string told = CalculateCoordinates(form, &spread);
+    EXPECT_EQ(told.find(FormatInt(count) + " electrode positions set"), 0U) << told;
+    spread.Save();
+    std::string east;
+    for (const char* key : {"EPOS1", "ENEG1", "EPOS2", "EPOS3", "ENEG3", "EPOS1R1", "ENEG1R1",
+                            "EPOS1R2", "EPOS2R1", "ENEG2R1", "EPOSN1"}) {
+      east += Get(table, key) + " ";
+    }
+    EXPECT_EQ(east, "50 75 1 75 100 100 125 125 150 175 8 ") << "the coil and the reference stay";
+    EXPECT_EQ(Get(table, "NPOSTX") + " " + Get(table, "EPOSTX") + " " + Get(table, "NNEGTX") + " " +
+                  Get(table, "ENEGTX"),
+              transmitter);
+  }
+  ParamTable table = NewTable();
+  SiteForm form(&table, kSip, kModels);
+  static_cast<void>(form.Open());
+  Spread spread(&table);
+  EXPECT_EQ(CalculateCoordinates(form, &spread).find("No positions set"), 0U);
 }
 
 }  // namespace

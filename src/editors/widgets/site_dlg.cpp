@@ -4,11 +4,8 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <cmath>
-#include <numbers>
 
-#include "core/number_text.h"
-#include "core/param_text.h"
+#include "editors/line_layout.h"
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
 #include "ui/settings_names.h"
@@ -97,45 +94,26 @@ QGroupBox* CSiteDlg::LayoutGroup() {
     calculate->setObjectName(QStringLiteral("1150"));
     calculate->setAutoDefault(false);
     calculate->setToolTip(
-        QStringLiteral("Fills the electrode positions of the box chosen, channel by channel"));
+        QStringLiteral("Fills the electrode positions of all boxes, along the line"));
     connect(calculate, &QPushButton::clicked, this, &CSiteDlg::OnCalcCoord);
-    rows->addRow(QString(), calculate);
+    coordinates_ = new QLabel(group);
+    coordinates_->setObjectName(QStringLiteral("coordinates"));
+    coordinates_->setTextFormat(Qt::PlainText);
+    coordinates_->setWordWrap(true);
+    auto* row = new QHBoxLayout;
+    row->addWidget(calculate);
+    row->addWidget(coordinates_, 1);
+    rows->addRow(QString(), row);
   }
   return group;
 }
 
-// What is stored, or what the user typed.
-double CSiteDlg::RealOfField(int control) {
-  const auto& stored = Model().Stored(control);
-  return Model().IsEdited(control) || stored.empty() ? ParseRealPrefix(Model().Text(control))
-                                                     : RealOf(stored.front());
-}
-
 void CSiteDlg::OnCalcCoord() {
-  if (!panel_->CommitEdits() || !IsAcceptable()) {
-    return;
-  }
-  double north = 0;
-  double east = 0;
-  if (form_->Tech() == kCsamt) {
-    const double azimuth = RealOfField(SiteForm::kAzimuth) * std::numbers::pi / 180;
-    north = std::cos(azimuth);
-    east = std::sin(azimuth);
-  } else {
-    north = RealOfField(SiteForm::kRxNorth) - RealOfField(SiteForm::kTxNorth);
-    east = RealOfField(SiteForm::kRxEast) - RealOfField(SiteForm::kTxEast);
-    const double distance = std::hypot(north, east);
-    if (distance == 0) {
-      return;  // no direction
-    }
-    north /= distance;
-    east /= distance;
-  }
-  if (panel_->CurrentBox() >= 0) {
-    spread_->PlaceAlongLine(panel_->CurrentBox(), RealOfField(SiteForm::kRxNorth),
-                            RealOfField(SiteForm::kRxEast), north, east,
-                            RealOfField(SiteForm::kRxLength));
+  if (panel_->CommitEdits() && IsAcceptable()) {
+    const QString told = TextFromBytes(CalculateCoordinates(*form_, spread_.get()));
     panel_->ShowChannels();
+    coordinates_->setText(told);
+    emit Told(told);
   }
 }
 

@@ -35,17 +35,21 @@ class CSiteDlg : public CFormDialog {
 
   void accept() override;
 
+ signals:
+  /// For the status bar.
+  void Told(const QString& text);
+
  private:
   void OnEdited(int control) override { form_->OnEdited(control); }
   void Commit() override;
   QGroupBox* SurveyGroup();
   QGroupBox* LayoutGroup();
   void OnCalcCoord();
-  double RealOfField(int control);
 
   SiteForm* form_;
   std::unique_ptr<Spread> spread_;  // none for MT/AMT
   SpreadPanel* panel_ = nullptr;
+  QLabel* coordinates_ = nullptr;  // what Calc. Coord. did
 };
 
 /// The four names of the transmitter type list, from the user's settings.
