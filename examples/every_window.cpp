@@ -114,7 +114,7 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
 class PictureClock : public Clock {
  public:
   ParamTime Now() const override {
-    return {.hour = 8, .day = 21, .month = 11, .year = 26, .weekday = 6, .century = 20};
+    return {.hour = 6, .day = 21, .month = 11, .year = 26, .weekday = 6, .century = 20};
   }
 };
 

@@ -2,7 +2,6 @@
 #include "editors/acq_form.h"
 
 #include <array>
-#include <utility>
 
 #include "core/number_text.h"
 #include "core/param_access.h"
@@ -53,8 +52,11 @@ void AcqForm::CautionTimes() {
   if (HasSchedule()) {
     cautions = CautionSchedule(TimeIn(acq::kStart), TimeIn(acq::kEnd), *now_);
   }
-  model_.SetCaution(acq::kStart, std::move(cautions.start));
-  model_.SetCaution(acq::kEnd, std::move(cautions.end));
+  const auto sentence = [](const std::string& what) {
+    return what.empty() ? what : "This is " + what;
+  };
+  model_.SetCaution(acq::kStart, sentence(cautions.start));
+  model_.SetCaution(acq::kEnd, sentence(cautions.end));
 }
 
 // A sampling that the list lacks counts as MT, as it does for the estimate.

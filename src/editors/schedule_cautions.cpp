@@ -14,7 +14,7 @@ ScheduleCautions CautionSchedule(ParamTime start, ParamTime end, const Clock& no
   }
   CompleteDateFromToday(&start, now);
   if (ParamTimeToSeconds(start) < ParamTimeToSeconds(now.Now())) {
-    cautions.start = "in the past: it is " + FormatParamTime(now.Now()) + " UTC";
+    cautions.start = "in the past (it is " + FormatParamTime(now.Now()) + " UTC)";
   }
   if (!IsUnset(end)) {
     CompleteEndDate(start, &end);

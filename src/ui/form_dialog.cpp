@@ -271,12 +271,12 @@ QLabel* CFormDialog::LabelOf(int control) {
 }
 
 void CFormDialog::AddRow(QFormLayout* form, int control) {
-  rows_[control] = form;
   if (model_->FieldOf(control).widget == Widget::kPassword) {
     form->addRow(LabelOf(control), WithShowButton(control));
   } else {
     form->addRow(LabelOf(control), Control(control));
   }
+  rows_[control] = form;
   ShowCaution(control);
 }
 

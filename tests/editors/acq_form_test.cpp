@@ -193,9 +193,9 @@ TEST_F(Acq, TimesThatCannotBeMeantAreCautioned) {
   for (const auto& [start, end, cautions] :
        {Case{"2026/11/21 09:00:00", "2026/11/21 10:00:00", "|"},
         Case{"2026/11/21 07:59:59", "2026/11/21 10:00:00",
-             "in the past: it is 2026/11/21 08:00:00 UTC|"},
+             "This is in the past (it is 2026/11/21 08:00:00 UTC)|"},
         Case{"07:00:00", "2026/11/21 06:00:00",
-             "in the past: it is 2026/11/21 08:00:00 UTC|before the start"},
+             "This is in the past (it is 2026/11/21 08:00:00 UTC)|This is before the start"},
         Case{"19:00:00", "01:00:00", "|"}, Case{"00:00:00", "2020/01/01", "|"}}) {
     Open({{"TECH", "5"}, {"TMZONE", "1"}, {"TMDIFF", "2"}, {"STIM", start}, {"ETIM", end}});
     const FormModel& model = form_->Model();

@@ -196,6 +196,9 @@ TEST_F(FormDialog, ACautionStandsBelowItsFieldAndKeepsNothingBack) {
   QTest::keyClicks(amount, "4");
   dialog_->accept();
   EXPECT_EQ(Int("L2NS"), 4);
+  Dialog next(&model_, &prompts_);  // where it is there from the beginning
+  next.show();
+  EXPECT_GT(next.findChild<QLabel*>("caution1")->y(), next.findChild<QLineEdit*>("1")->y());
 }
 
 TEST_F(FormDialog, RulesShowInTheWidgetsAndCancelWritesNothing) {
