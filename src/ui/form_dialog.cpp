@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -434,11 +435,33 @@ void CFormDialog::SetTabStop(QButtonGroup* group) {
   }
 }
 
+// Where nothing is chosen yet, arrow keys choose the next button, as they do by themselves from a
+// chosen one. False where the key is none of them.
+bool CFormDialog::ChooseByArrow(QRadioButton* button, int key) {
+  const bool is_back = key == Qt::Key_Up || key == Qt::Key_Left;
+  if ((!is_back && key != Qt::Key_Down && key != Qt::Key_Right) ||
+      button->group()->checkedButton() != nullptr) {
+    return false;
+  }
+  const auto buttons = button->group()->buttons();
+  const auto step = is_back ? buttons.size() - 1 : 1;
+  auto at = buttons.indexOf(button);
+  do {
+    at = (at + step) % buttons.size();
+  } while (!buttons[at]->isEnabled());
+  buttons[at]->setFocus(Qt::OtherFocusReason);
+  buttons[at]->click();
+  return true;
+}
+
 bool CFormDialog::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FocusOut) {
-    if (auto* button = qobject_cast<QRadioButton*>(watched); button != nullptr) {
-      SetTabStop(button->group());  // where it had the focus last tells nothing
-    }
+  auto* button = qobject_cast<QRadioButton*>(watched);
+  if (button != nullptr && event->type() == QEvent::FocusOut) {
+    SetTabStop(button->group());  // where it had the focus last tells nothing
+  }
+  if (button != nullptr && event->type() == QEvent::KeyPress &&
+      ChooseByArrow(button, static_cast<QKeyEvent*>(event)->key())) {
+    return true;
   }
   return QDialog::eventFilter(watched, event);
 }

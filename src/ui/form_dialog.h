@@ -9,6 +9,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <initializer_list>
 #include <map>
 #include <optional>
@@ -88,6 +89,7 @@ class CFormDialog : public QDialog {
   void OnChosen(int control, int index);
   void ConnectRadios(int control, QButtonGroup* group);
   static void SetTabStop(QButtonGroup* group);
+  static bool ChooseByArrow(QRadioButton* button, int key);
   void Refresh(int control);
   void RefreshRadios(const Field& field);
 

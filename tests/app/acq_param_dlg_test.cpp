@@ -113,6 +113,12 @@ TEST_F(AcqParamDlg, ArrowKeysPassFunctionsWithoutChoosing) {
   EXPECT_EQ(dialog_->focusWidget(), functions[5]);
   QTest::keyClick(dialog_->focusWidget(), Qt::Key_Space);
   EXPECT_TRUE(functions[5]->isChecked());
+  // FDEM leaves the couplings open; there, and everywhere else, arrow keys choose.
+  Find(1035)->setFocus();
+  QTest::keyClick(dialog_->focusWidget(), Qt::Key_Right);
+  EXPECT_TRUE(Find(1036)->isChecked() && Find(1036)->hasFocus());
+  QTest::keyClick(dialog_->focusWidget(), Qt::Key_Left);
+  EXPECT_TRUE(Find(1035)->isChecked() && Find(1035)->hasFocus());
 }
 
 TEST_F(AcqParamDlg, MorningOfAnMtCrew) {

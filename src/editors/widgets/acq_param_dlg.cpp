@@ -118,19 +118,17 @@ QWidget* CAcqParamDlg::NewFunctionButtons() {
 }
 
 bool CAcqParamDlg::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress) {
-    return CFormDialog::eventFilter(watched, event);
-  }
   static const std::map<int, int> steps = {{Qt::Key_Left, -1},
                                            {Qt::Key_Right, 1},
                                            {Qt::Key_Up, -kFunctionColumns},
                                            {Qt::Key_Down, kFunctionColumns}};
-  const auto step = steps.find(static_cast<QKeyEvent*>(event)->key());
-  if (step == steps.end()) {
-    return CFormDialog::eventFilter(watched, event);
-  }
+  const bool is_key = event->type() == QEvent::KeyPress;
+  const auto step = is_key ? steps.find(static_cast<QKeyEvent*>(event)->key()) : steps.end();
   const auto buttons = Control(acq::kFunction)->findChildren<QAbstractButton*>();
   const auto at = buttons.indexOf(qobject_cast<QAbstractButton*>(watched));
+  if (step == steps.end() || at < 0) {
+    return CFormDialog::eventFilter(watched, event);
+  }
   if (QAbstractButton* next = buttons.value(at + step->second); next != nullptr) {
     next->setFocus(Qt::OtherFocusReason);
   }
