@@ -125,6 +125,7 @@ class SpectraJob {
     source_.header.channels = first->header.channels;
     source_.base_frequency = shared_.options.base_frequency;
     source_.most_harmonics = shared_.options.most_harmonics;
+    source_.reversed = shared_.options.reversed;
     return true;
   }
 

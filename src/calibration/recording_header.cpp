@@ -172,7 +172,7 @@ bool HasOwnResistance(const RecordingHeader& header, int channel) {
                       [&](const Component& component) { return is_this(component.channel); });
 }
 
-bool IsOfAuxiliaryBox(const RecordingHeader& header, int box) {
+OfAuxiliaryBox IsOfAuxiliaryBox(const RecordingHeader& header, int box) {
   constexpr int kBoxes = 5;
   constexpr int kChannels = 3;
   const int serial = SettingInt(header, "SNUM");
@@ -181,7 +181,7 @@ bool IsOfAuxiliaryBox(const RecordingHeader& header, int box) {
   for (int i = 1; i <= kBoxes; ++i) {
     const int listed = SettingInt(header, "SN0" + FormatInt(i));
     if (listed != 0 && (listed == serial || listed == box)) {
-      return true;
+      return OfAuxiliaryBox::kYes;
     }
     lists_boxes = lists_boxes || listed != 0;
     for (int channel = 1; channel <= kChannels; ++channel) {
@@ -189,7 +189,7 @@ bool IsOfAuxiliaryBox(const RecordingHeader& header, int box) {
       has_definitions = has_definitions || !SettingText(header, key + FormatInt(channel)).empty();
     }
   }
-  return has_definitions && !lists_boxes;
+  return has_definitions && !lists_boxes ? OfAuxiliaryBox::kMaybe : OfAuxiliaryBox::kNo;
 }
 
 bool HasRateTable(const RecordingHeader& header) {

@@ -57,9 +57,11 @@ AllChannelSettings FillChannelSettings(const RecordingHeader& header);
 bool HasOwnResistance(const RecordingHeader& header, int channel);
 
 /// Whether an auxiliary box made the recording. Its table is a copy of the main box's: with its own
-/// serial number, without the list of auxiliary boxes, and with the definitions of their channels.
-/// `box`: the serial number in the records.
-bool IsOfAuxiliaryBox(const RecordingHeader& header, int box);
+/// serial number, without the list of auxiliary boxes, and with the definitions of their channels;
+/// so is that of a main box whose auxiliary boxes were deleted. `box`: the serial number in the
+/// records.
+enum class OfAuxiliaryBox { kNo, kMaybe, kYes };
+OfAuxiliaryBox IsOfAuxiliaryBox(const RecordingHeader& header, int box);
 
 /// Boxes that know a few sample rates only, and store which of them.
 bool HasRateTable(const RecordingHeader& header);

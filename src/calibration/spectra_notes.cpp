@@ -70,10 +70,39 @@ void AddOtherResistances(const SpectraSource& source, std::vector<std::string>* 
   for (int channel = 1; channel <= channels; ++channel) {
     takes_them = takes_them || HasOwnResistance(source.header, channel);
   }
-  if (takes_them && IsOfAuxiliaryBox(source.header, source.first.box)) {
+  const OfAuxiliaryBox made_by = IsOfAuxiliaryBox(source.header, source.first.box);
+  if (takes_them && made_by != OfAuxiliaryBox::kNo) {
+    const bool is_sure = made_by == OfAuxiliaryBox::kYes;
     notes->push_back(
-        "an auxiliary box made this recording: the contact resistances RES1 to RES8 of its table "
-        "are those of the main box's dipoles");
+        std::string(is_sure ? "an auxiliary box made" : "an auxiliary box may have made") +
+        " this recording: the contact resistances RES1 to RES8 of its table " +
+        (is_sure ? "are" : "would then be") + " those of the main box's dipoles");
+  }
+}
+
+// The calibration is looked up by the table's serial number; records tell the box that made them.
+void AddOtherBox(const SpectraSource& source, std::vector<std::string>* notes) {
+  const int told = SettingInt(source.header, "SNUM");
+  const int made_by = source.first.box;
+  if (told != 0 && made_by != 0 && static_cast<std::uint16_t>(told) != made_by) {
+    notes->push_back("box " + FormatInt(made_by) + " made the records, but the table names box " +
+                     FormatInt(told) + ", whose calibration is used");
+  }
+}
+
+// A nominal gain of the table that is none leaves the sensor's own in force.
+void AddNominalGain(const SpectraSource& source, std::vector<std::string>* notes) {
+  for (const char* key : {"HNOM", "CNOM"}) {
+    const int kind = std::string_view(key) == "HNOM" ? kSensorCal : kCurrentSensorCal;
+    const double used = SettingReal(source.header, key);
+    const bool counts =
+        std::any_of(source.channels.begin(), source.channels.end(), [kind](const auto& channel) {
+          return channel.sensor_cal != nullptr && channel.sensor_cal->header.ctyp == kind;
+        });
+    if (counts && !(used > 0 && std::isfinite(used))) {
+      notes->push_back(std::string(key) + " of the table is " + Short(used) +
+                       ": the nominal gains of the sensors' own calibrations are used");
+    }
   }
 }
 
@@ -101,6 +130,8 @@ std::string BinText(const Harmonic& harmonic, const BinError& error) {
 std::vector<std::string> RecordingNotes(const SpectraSource& source) {
   std::vector<std::string> notes;
   AddZeroColumns(source, &notes);
+  AddOtherBox(source, &notes);
+  AddNominalGain(source, &notes);
   AddOtherUnit(*source.box, std::string(LastComponent(source.box_path)) + ".CLB", &notes);
   for (const CalibratedChannel& channel : source.channels) {
     if (channel.sensor_cal != nullptr) {
@@ -109,6 +140,11 @@ std::vector<std::string> RecordingNotes(const SpectraSource& source) {
   }
   AddOtherResistances(source, &notes);
   AddDoubtfulModels(source, &notes);
+  for (const int channel : source.reversed) {
+    if (channel > source.header.channels) {
+      notes.push_back("there is no " + ChannelText(channel) + "it cannot be reversed");
+    }
+  }
   return notes;
 }
 

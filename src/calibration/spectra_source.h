@@ -3,6 +3,7 @@
 #define ORVANE_CALIBRATION_SPECTRA_SOURCE_H_
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,7 @@ struct SpectraSource {
   std::vector<CalibratedChannel> channels;
   double base_frequency = 0;
   int most_harmonics = 0;
+  std::set<int> reversed;  ///< channels from 1 that are to be reversed
 };
 
 }  // namespace orvane

@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "core/file_io.h"
@@ -83,10 +84,11 @@ class Restacking {
   OutFile* out_;
 };
 
-// The question about bad records, which one worker asks for all.
-class BadQuestion {
+// What the files of a batch have in common: the question about bad records, which one worker asks
+// for all, and the tables that were put beside stacks.
+class Shared {
  public:
-  explicit BadQuestion(RestackOptions options) : options_(std::move(options)) {}
+  explicit Shared(RestackOptions options) : options_(std::move(options)) {}
 
   const RestackOptions& Options() const { return options_; }
   // Whether the bad records of a file are to be left out; waits while another worker asks.
@@ -99,6 +101,16 @@ class BadQuestion {
       answer_ = options_.ask_about_bad(Text(plan, task), task);
     }
     return *answer_;
+  }
+  // Over a table only where this batch has made it, for a stack that this one replaces.
+  CompanionCopy CopyTable(const std::filesystem::path& waveform,
+                          const std::filesystem::path& stack) {
+    const std::lock_guard lock(mutex_);
+    CompanionCopy copy = CopyCompanion(waveform, stack, tables_);
+    if (!copy.written.empty()) {
+      tables_.insert(copy.written);
+    }
+    return copy;
   }
 
  private:
@@ -113,6 +125,7 @@ class BadQuestion {
   RestackOptions options_;
   std::mutex mutex_;
   std::optional<bool> answer_;
+  std::set<std::filesystem::path> tables_;
 };
 
 BatchResult OpenFailed(const std::filesystem::path& path, const std::string& reason) {
@@ -127,10 +140,11 @@ void Append(const std::string& note, std::string* notes) {
 
 // Puts the stack in its place, and in a folder of its own the table before it: without that nobody
 // could read volts from it.
-BatchResult Finish(const BatchTask& task, std::string note, OutFile* out) {
+BatchResult Finish(const BatchTask& task, std::string note, Shared* shared, OutFile* out) {
   Append(CompanionNote(task.Input()), &note);
   const auto& path = task.Outputs().front();
-  const CompanionCopy copy = task.IsBeside() ? CompanionCopy() : CopyCompanion(task.Input(), path);
+  const CompanionCopy copy =
+      task.IsBeside() ? CompanionCopy() : shared->CopyTable(task.Input(), path);
   if (!copy.error.empty()) {
     return BatchFailed(copy.error);
   }
@@ -145,16 +159,16 @@ BatchResult Finish(const BatchTask& task, std::string note, OutFile* out) {
   return result;
 }
 
-BatchResult RestackFile(BatchTask& task, BadQuestion* question) {
+BatchResult RestackFile(BatchTask& task, Shared* shared) {
   RandomFile in;
   if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
     return OpenFailed(task.Input(), reason);
   }
   const std::uint64_t end = in.Size();
   const TsWalker walker(&in, TsHeaderSize::kFull, end);
-  LeaveOut leave_out = question->Options().leave_out;
+  LeaveOut leave_out = shared->Options().leave_out;
   RestackPlan plan(walker, leave_out);
-  if (!leave_out.bad && question->LeavesOut(plan, task)) {
+  if (!leave_out.bad && shared->LeavesOut(plan, task)) {
     leave_out.bad = true;
     plan = RestackPlan(walker, leave_out);
   }
@@ -170,11 +184,11 @@ BatchResult RestackFile(BatchTask& task, BadQuestion* question) {
     return OpenFailed(path, reason);
   }
   const std::string error =
-      Restacking(&task, &in, end, &plan, &out).Run(question->Options().most_memory);
+      Restacking(&task, &in, end, &plan, &out).Run(shared->Options().most_memory);
   if (task.Stopped()) {
     return BatchCancelled();
   }
-  return error.empty() ? Finish(task, plan.Note(), &out) : BatchFailed(error);
+  return error.empty() ? Finish(task, plan.Note(), shared, &out) : BatchFailed(error);
 }
 
 }  // namespace
@@ -185,12 +199,12 @@ std::string RestackName(std::string_view path) {
 
 Conversion Restack(RestackOptions options) {
   Conversion conversion;
-  const auto question = std::make_shared<BadQuestion>(std::move(options));
+  const auto shared = std::make_shared<Shared>(std::move(options));
   conversion.outputs_of = [](const std::string& path) {
     return std::vector<std::string>{RestackName(path)};
   };
   conversion.refusal_box = OpenFailureText;
-  conversion.job = [question](BatchTask& task) { return RestackFile(task, question.get()); };
+  conversion.job = [shared](BatchTask& task) { return RestackFile(task, shared.get()); };
   return conversion;
 }
 

@@ -24,6 +24,14 @@ std::filesystem::path TableOf(const std::filesystem::path& waveform) {
   return name.empty() ? std::filesystem::path() : FindInAnyCase(PathOf(name));
 }
 
+std::string WhyUnreadable(const std::filesystem::path& table) {
+  FileInfo info;
+  if (ReadInfo(table, &info) && info.kind != FileKind::kRegular) {
+    return "it is no file";
+  }
+  return InFile().Open(table);
+}
+
 }  // namespace
 
 std::string CompanionNote(const std::filesystem::path& waveform) {
@@ -38,14 +46,19 @@ std::string CompanionNote(const std::filesystem::path& waveform) {
 }
 
 CompanionCopy CopyCompanion(const std::filesystem::path& waveform,
-                            const std::filesystem::path& stack) {
+                            const std::filesystem::path& stack,
+                            const std::set<std::filesystem::path>& replaceable) {
   CompanionCopy copy;
   const auto from = TableOf(waveform);
   const auto to = TableOf(stack);
   if (from.empty() || to.empty() || !IsTaken(from)) {
     return copy;
   }
-  if (IsTaken(to)) {
+  if (const std::string reason = WhyUnreadable(from); !reason.empty()) {
+    copy.note = FileMessage(from, "not copied beside the stack: " + reason);
+    return copy;
+  }
+  if (IsTaken(to) && !replaceable.contains(to)) {
     if (!HaveSameBytes(from, to)) {
       copy.note = FileMessage(to,
                               "is another table than the waveform's and stays: names and units "

@@ -3,6 +3,7 @@
 #define ORVANE_TIMESERIES_RESTACK_COMPANION_H_
 
 #include <filesystem>
+#include <set>
 #include <string>
 
 namespace orvane {
@@ -17,9 +18,11 @@ struct CompanionCopy {
   std::string error;              ///< with the file's name
 };
 /// Puts a copy of a waveform's parameter table beside its stack, where it has one and none of that
-/// name, in whatever case, is there yet: never over a file.
+/// name, in whatever case, is there yet: never over a file but one of `replaceable`. A table that
+/// cannot be read, or is no file, is noted: the stack opens without it.
 CompanionCopy CopyCompanion(const std::filesystem::path& waveform,
-                            const std::filesystem::path& stack);
+                            const std::filesystem::path& stack,
+                            const std::set<std::filesystem::path>& replaceable);
 
 }  // namespace orvane
 

@@ -59,8 +59,8 @@ class RestackPlan {
 
   std::uint64_t Records() const { return records_; }
   const NamedFew& BadRecords() const { return bad_; }
-  /// Whether nothing can be stacked, for what there was is left out.
-  bool LeavesNothing() const { return groups_.empty() && leave_out_.bad && bad_.Count() > 0; }
+  /// Whether nothing can be stacked: an empty file must not take the place of an older stack.
+  bool LeavesNothing() const { return groups_.empty(); }
   /// What the user should know, empty if nothing.
   std::string Note() const;
   const std::string& Error() const { return error_; }

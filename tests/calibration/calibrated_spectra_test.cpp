@@ -303,6 +303,8 @@ TEST_F(SpectraTest, SayWhatTheyRestOn) {
        {Case{0.3, Real("FSCV", 0), "FSCV is 0: all columns are 0"},
         {0.3, Text("CHDEF1", "Bz"), "channel 1: SENSIZ1 is 0: its columns are 0"},
         {0.3, Whole("SNUM", 99), "the header of 99.CLB names another serial number, 2417"},
+        {0.3, Whole("SNUM", 99), "box 2417 made the records, but the table names box 99"},
+        {0.3, Real("HNOM", 0), "HNOM of the table is 0: "},
         {30, "", "channel 2: 1 lines lie beyond the records of 123.CLC (0.01 to 79.4328 Hz)"},
         {0.33, "",
          "the base frequency is off its bin: harmonic 1 by 0.3 (amplitude x 0.86, phase moved by "

@@ -158,7 +158,8 @@ TEST(Restack, RecordsOfOtherShapes) {
   EXPECT_EQ(note,
             "record 1 is marked bad and was added; left out, smaller than the first of their "
             "frequency: record 3, 4; dropped, the file ends within it: record 5");
-  EXPECT_EQ(Restacked(TsBytes{.width = 0, .scans = 5}.Bytes(), &note), "");
+  const Outcome none = Convert(Restack(), "A.TSS", TsBytes{.width = 0, .scans = 5}.Bytes());
+  EXPECT_EQ(none.bytes + none.result.text.substr(0, 24), "nothingnothing is left to stack");
   EXPECT_EQ(Restacked(TsBytes{.channels = 0, .scans = 5}.Bytes()),
             Result({.channels = 0, .scans = 5}));
 }

@@ -100,6 +100,7 @@ QGroupBox* CSiteDlg::LayoutGroup() {
     coordinates_->setObjectName(QStringLiteral("coordinates"));
     coordinates_->setTextFormat(Qt::PlainText);
     coordinates_->setWordWrap(true);
+    coordinates_->setMinimumHeight(2 * coordinates_->fontMetrics().lineSpacing());  // no reflow
     auto* row = new QHBoxLayout;
     row->addWidget(calculate);
     row->addWidget(coordinates_, 1);
