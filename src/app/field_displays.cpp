@@ -102,10 +102,16 @@ bool FieldDisplays::OpenCalibration(const QString& path) {
 }
 
 void FieldDisplays::EditCalibrationRanges() {
-  CalDisplayForm form(calibration_ranges_);
-  CCalibrationDlg dialog(&form, &calibration_ranges_, prompts_, window_);
   auto* shown = qobject_cast<CCalibrationDisplay*>(current_);
-  if (dialog.exec() == QDialog::Accepted && shown != nullptr) {
+  CalDisplay ranges = shown == nullptr ? calibration_ranges_ : shown->View().Display();
+  CalDisplayForm form(ranges);
+  if (CCalibrationDlg(&form, &ranges, prompts_, window_).exec() != QDialog::Accepted) {
+    return;
+  }
+  if (shown == nullptr) {
+    calibration_ranges_ = ranges;
+  } else {
+    shown->View().SetDisplay(ranges);
     shown->ShowView();
   }
 }

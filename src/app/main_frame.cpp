@@ -14,10 +14,10 @@
 
 #include "app/about_dlg.h"
 #include "app/lock_keys.h"
-#include "app/theme_icon.h"
 #include "app/user_guide.h"
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
+#include "ui/theme_icon.h"
 #include "ui/window_size.h"
 
 namespace orvane {

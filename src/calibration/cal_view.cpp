@@ -14,6 +14,7 @@
 namespace orvane {
 namespace {
 
+constexpr double kPercent = 100;
 constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 std::string ChannelNumber(std::size_t channel) {
@@ -69,6 +70,70 @@ void FitLog(const Span& span, double* low, double* high) {
   }
 }
 
+// The least round step of which so many make a range around a span, which begins at a multiple.
+void FitTightly(Span span, int parts, double* low, double* high) {
+  constexpr int kFirst = -6;  // steps of 0.01
+  constexpr int kLast = 30;
+  if (span.low <= span.high) {
+    for (int number = kFirst; number < kLast; ++number) {
+      const double step = LogStep(number);
+      *low = step * std::floor(span.low / step);
+      *high = *low + step * parts;
+      if (*high >= span.high) {
+        return;
+      }
+    }
+  }
+}
+
+// The values that have a place in a plot.
+struct Spans {
+  Span frequency;
+  Span amplitude;
+  Span phase;
+
+  void Add(const CalCurve& curve) {
+    const auto add = [](double value, bool is_drawable, Span* span) {
+      if (is_drawable && std::isfinite(value)) {
+        span->Add(value);
+      }
+    };
+    for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
+      add(curve.frequency[i], curve.frequency[i] > 0, &frequency);
+      add(curve.amplitude[i], curve.amplitude[i] > 0, &amplitude);
+      add(curve.phase[i], true, &phase);
+    }
+  }
+};
+
+void Fit(const Spans& spans, bool is_tight, bool is_ratio, CalDisplay* display) {
+  constexpr CalDisplay kWidest = {1e10, 1e10, 360, 1e-10, 1e-10, -360};
+  constexpr int kRatioParts = 4;
+  FitLog(spans.frequency, &display->min_frequency, &display->max_frequency);
+  if (is_ratio) {
+    FitTightly(spans.amplitude, kRatioParts, &display->min_amplitude, &display->max_amplitude);
+  } else {
+    FitLog(spans.amplitude, &display->min_amplitude, &display->max_amplitude);
+  }
+  if (is_tight) {
+    FitTightly(spans.phase, display->phase_grid_lines, &display->min_phase, &display->max_phase);
+  } else if (spans.phase.low <= spans.phase.high) {
+    // So that the grid lines stand at whole numbers where there are not very many.
+    const double step = 5.0 * display->phase_grid_lines;
+    constexpr double kTen = 10;
+    display->min_phase = kTen * std::floor(spans.phase.low / kTen);
+    display->max_phase =
+        std::max(kWidest.min_phase, display->min_phase) +
+        std::max(std::ceil((spans.phase.high - display->min_phase) / step), 1.0) * step;
+  }
+  for (const auto member : {&CalDisplay::min_phase, &CalDisplay::min_amplitude}) {
+    display->*member = std::max(display->*member, kWidest.*member);
+  }
+  for (const auto member : {&CalDisplay::max_phase, &CalDisplay::max_amplitude}) {
+    display->*member = std::min(display->*member, kWidest.*member);
+  }
+}
+
 }  // namespace
 
 std::string CalTrace::Label() const {
@@ -83,7 +148,79 @@ std::string CalView::Open(const std::filesystem::path& path) {
   std::string message = LoadCalCurves(path, &curves_);
   shown_.assign(curves_.channels.empty() ? 0 : 1, 0);
   LoadModel();
+  FollowShown();
   return message;
+}
+
+std::string CalView::Reload() {
+  CalCurves curves;
+  std::optional<CalCurves> reference;
+  std::string message = LoadCalCurves(curves_.path, &curves);
+  if (message.empty() && reference_) {
+    message = LoadCalCurves(reference_->path, &reference.emplace());
+  }
+  if (!message.empty()) {
+    return message;
+  }
+  curves_ = std::move(curves);
+  reference_ = std::move(reference);
+  std::erase_if(shown_, [this](std::size_t channel) { return channel >= Count(); });
+  shown_.resize(std::max<std::size_t>(shown_.size(), 1));  // the first, where none is left
+  traces_.reset();
+  LoadModel();
+  SetCursor(cursor_);
+  return {};
+}
+
+bool CalView::FitsDisplay() const {
+  Spans spans;
+  for (const CalCurve& curve : curves_.channels) {
+    spans.Add(curve);
+  }
+  const auto fits = [](const Span& span, double low, double high) {
+    return span.low >= low && span.high <= high;
+  };
+  return fits(spans.frequency, display_->min_frequency, display_->max_frequency) &&
+         fits(spans.amplitude, display_->min_amplitude, display_->max_amplitude) &&
+         fits(spans.phase, display_->min_phase, display_->max_phase);
+}
+
+// The ranges for what is shown now. Of a file alone they are those of all its channels, so that
+// they stay from channel to channel.
+void CalView::FollowShown() {
+  own_.reset();
+  traces_.reset();
+  if (shown_.empty() || (!reference_ && (FitsDisplay() || !WhyEmpty(*display_).empty()))) {
+    return;
+  }
+  own_ = *display_;
+  Spans spans;
+  for (const CalTrace& trace : reference_ ? Traces() : std::vector<CalTrace>()) {
+    spans.Add(trace.curve);
+  }
+  for (const CalCurve& curve : reference_ ? std::vector<CalCurve>() : curves_.channels) {
+    spans.Add(curve);
+  }
+  Fit(spans, reference_.has_value(), is_ratio_, &*own_);
+}
+
+void CalView::SetRatio(bool is_ratio) {
+  is_ratio_ = is_ratio && HasReference();
+  FollowShown();
+}
+
+void CalView::SetDisplay(const CalDisplay& display) {
+  if (reference_) {
+    own_ = display;
+  } else {
+    own_.reset();
+    *display_ = display;
+  }
+}
+
+std::string CalView::RangesText() const {
+  return own_ && !reference_ ? "ranges fitted to the file, which goes beyond those that are set"
+                             : "";
 }
 
 void CalView::LoadModel() {
@@ -108,14 +245,14 @@ void CalView::Show(std::vector<std::size_t> channels) {
   channels.erase(std::unique(channels.begin(), channels.end()), channels.end());
   if (!channels.empty()) {
     shown_ = std::move(channels);
-    traces_.reset();
+    ShowOthers();
   }
 }
 
 void CalView::ShowAll() {
-  traces_.reset();
   shown_.resize(Count());
   std::iota(shown_.begin(), shown_.end(), std::size_t{0});
+  ShowOthers();
 }
 
 bool CalView::Step(int by) {
@@ -127,8 +264,15 @@ bool CalView::Step(int by) {
     return false;
   }
   shown_ = {by < 0 ? from - 1 : from + 1};
-  traces_.reset();
+  ShowOthers();
   return true;
+}
+
+void CalView::ShowOthers() {
+  traces_.reset();
+  if (reference_) {
+    FollowShown();
+  }
 }
 
 std::string CalView::OpenReference(const std::filesystem::path& path) {
@@ -136,7 +280,7 @@ std::string CalView::OpenReference(const std::filesystem::path& path) {
   std::string message = LoadCalCurves(path, &reference);
   if (message.empty()) {
     reference_ = std::move(reference);
-    traces_.reset();
+    FollowShown();
   }
   return message;
 }
@@ -144,7 +288,7 @@ std::string CalView::OpenReference(const std::filesystem::path& path) {
 void CalView::RemoveReference() {
   reference_.reset();
   is_ratio_ = false;
-  traces_.reset();
+  FollowShown();
 }
 
 // A file of one channel, as of a sensor, serves every channel.
@@ -188,6 +332,9 @@ std::vector<CalTrace> CalView::MakeTraces() const {
     if (is_ratio_) {
       traces.push_back({channel, CalTrace::kMeasured,
                         reference == nullptr ? CalCurve() : RatioOf(curve, *reference)});
+      for (double& amplitude : traces.back().curve.amplitude) {
+        amplitude *= kPercent;
+      }
       continue;
     }
     traces.push_back({channel, CalTrace::kMeasured, curve});
@@ -202,31 +349,13 @@ std::vector<CalTrace> CalView::MakeTraces() const {
 }
 
 void CalView::FitDisplay() {
-  Span frequency;
-  Span amplitude;
-  Span phase;
+  CalDisplay display = Display();
+  Spans spans;
   for (const CalTrace& trace : Traces()) {
-    for (std::size_t i = 0; i < trace.curve.frequency.size(); ++i) {
-      const auto add = [](double value, bool is_drawable, Span* span) {
-        if (is_drawable && std::isfinite(value)) {
-          span->Add(value);
-        }
-      };
-      add(trace.curve.frequency[i], trace.curve.frequency[i] > 0, &frequency);
-      add(trace.curve.amplitude[i], trace.curve.amplitude[i] > 0, &amplitude);
-      add(trace.curve.phase[i], true, &phase);
-    }
+    spans.Add(trace.curve);
   }
-  FitLog(frequency, &display_->min_frequency, &display_->max_frequency);
-  FitLog(amplitude, &display_->min_amplitude, &display_->max_amplitude);
-  if (phase.low <= phase.high) {
-    // So that the grid lines stand at whole numbers where there are not very many.
-    const double step = 5.0 * display_->phase_grid_lines;
-    constexpr double kTen = 10;
-    display_->min_phase = std::max(kTen * std::floor(phase.low / kTen), -360.0);
-    const double span = std::max(std::ceil((phase.high - display_->min_phase) / step), 1.0) * step;
-    display_->max_phase = std::min(display_->min_phase + span, 360.0);
-  }
+  Fit(spans, reference_.has_value(), is_ratio_, &display);
+  SetDisplay(display);
 }
 
 void CalView::SetCursor(std::optional<double> frequency) {

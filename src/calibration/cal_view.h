@@ -52,6 +52,9 @@ class CalView {
   /// Opens a file and shows its first channel. An empty string, or the message for the user; the
   /// view is then without curves.
   [[nodiscard]] std::string Open(const std::filesystem::path& path);
+  /// Reads file and reference anew and keeps how they are shown: channels as far as they still
+  /// exist, the cursor at the nearest point. An empty string, or the message; all then stays.
+  [[nodiscard]] std::string Reload();
   const CalCurves& Curves() const { return curves_; }
   std::size_t Count() const { return curves_.channels.size(); }
 
@@ -66,11 +69,8 @@ class CalView {
   [[nodiscard]] std::string OpenReference(const std::filesystem::path& path);
   void RemoveReference();
   bool HasReference() const { return reference_.has_value(); }
-  /// The ratio to the reference in place of both.
-  void SetRatio(bool is_ratio) {
-    is_ratio_ = is_ratio && HasReference();
-    traces_.reset();
-  }
+  /// The ratio to the reference in place of both: in percent, on an axis that is not logarithmic.
+  void SetRatio(bool is_ratio);
   bool ShowsRatio() const { return is_ratio_; }
 
   /// The model of the box instead of lines between its points. Only a file that could be computed
@@ -86,17 +86,22 @@ class CalView {
   const std::string& WhyNoModel() const { return why_no_model_; }
 
   std::string Title() const;
-  std::string AmplitudeLabel() const { return is_ratio_ ? "Amplitude ratio" : "Amplitude"; }
+  std::string AmplitudeLabel() const { return is_ratio_ ? "Amplitude ratio (%)" : "Amplitude"; }
   std::string PhaseLabel() const {
     return is_ratio_ ? "Phase difference (degree)" : "Phase (degree)";
   }
   /// Worked out once for all that the cursor reads of them; valid until something else is shown.
   const std::vector<CalTrace>& Traces() const;
 
-  const CalDisplay& Display() const { return *display_; }
-  void SetDisplay(const CalDisplay& display) { *display_ = display; }
+  /// What is shown of the curves. A file that does not fit the ranges opens in some of its own, and
+  /// what is compared with a reference has some of its own: fitted anew when something else is
+  /// shown. All others outlive the view.
+  const CalDisplay& Display() const { return own_ ? *own_ : *display_; }
+  void SetDisplay(const CalDisplay& display);
   /// Ranges around all that is shown, with ends that read well.
   void FitDisplay();
+  /// That the ranges are the file's own and why; empty where they are not.
+  std::string RangesText() const;
 
   /// The cursor goes to the measured point of the first curve that is nearest to a frequency; none
   /// takes it away.
@@ -109,10 +114,14 @@ class CalView {
 
  private:
   void LoadModel();
+  bool FitsDisplay() const;
+  void FollowShown();
+  void ShowOthers();
   const CalCurve* ReferenceOf(std::size_t channel) const;
   std::vector<CalTrace> MakeTraces() const;
 
   CalDisplay* display_;
+  std::optional<CalDisplay> own_;
   CalCurves curves_;
   std::optional<CalCurves> reference_;
   std::vector<std::size_t> shown_;

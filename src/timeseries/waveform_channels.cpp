@@ -15,7 +15,6 @@
 namespace orvane {
 namespace {
 
-constexpr double kFullScale = 2147483392.0;  // held value of the largest sample
 constexpr double kRawScale = 1.0 / 256;
 constexpr int kNamedChannels = 8;
 constexpr int kMaxTickDecimals = 20;
@@ -105,6 +104,22 @@ std::string WaveformTitle(const TsHeader& header, std::uint64_t number, std::uin
       .append(" )");
 }
 
+std::string BrokenTitle(std::string_view title, const std::function<bool(std::string_view)>& fits) {
+  std::string broken;
+  while (!title.empty() && !fits(title)) {
+    std::size_t end = 0;  // of what goes into this line
+    for (std::size_t at = title.find(", "); at < title.size(); at = title.find(", ", at + 1)) {
+      end = end == 0 || fits(title.substr(0, at + 1)) ? at + 1 : end;
+    }
+    if (end == 0) {
+      break;  // one piece: nothing to break
+    }
+    broken.append(title.substr(0, end)).append("\n");
+    title.remove_prefix(title.find_first_not_of(' ', end));
+  }
+  return broken.append(title);
+}
+
 std::string WaveformStatus(const TsHeader& header, bool has_status, double peak_to_peak) {
   if (has_status && header.IsBad()) {
     return std::string("\n (Sta: ").append(FormatInt(header.status)).append(" )");
@@ -138,6 +153,31 @@ AxisTicks TicksBetween(double low, double high, int most) {
     ticks.values.push_back(value == 0 ? 0.0 : value);  // no "-0"
   }
   return ticks;
+}
+
+AxisTicks StripTicks(double low, double high, double pixels, double line) {
+  constexpr int kMost = 6;
+  constexpr double kApart = 1.15;  // lines of text
+  constexpr double kNear = 0.5;    // to the middle, of the axis
+  const double span = high - low;
+  const double margin = span * line / 2 / pixels;
+  AxisTicks chosen;
+  for (int most = kMost; most > 0; --most) {
+    AxisTicks ticks = TicksBetween(low + margin, high - margin, most);
+    const bool is_apart = ticks.step / span * pixels >= kApart * line;
+    if (ticks.values.size() >= 2 && is_apart) {
+      return ticks;
+    }
+    if (!ticks.values.empty()) {
+      chosen = std::move(ticks);
+    }
+  }
+  // Room for one number only: that in the middle.
+  const double middle = low + kNear * span;
+  std::sort(chosen.values.begin(), chosen.values.end(),
+            [middle](double a, double b) { return std::abs(a - middle) < std::abs(b - middle); });
+  chosen.values.resize(std::min<std::size_t>(chosen.values.size(), 1));
+  return chosen;
 }
 
 std::string TickText(double value, int precision) { return FixedLeft(value, precision, 6); }

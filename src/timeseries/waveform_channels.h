@@ -5,14 +5,18 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "timeseries/ts_companion.h"
 #include "timeseries/ts_header.h"
 
 namespace orvane {
+
+inline constexpr double kFullScale = 2147483392.0;  ///< held value of the largest sample
 
 /// How a channel is shown.
 struct WaveformChannel {
@@ -43,6 +47,9 @@ std::vector<WaveformChannel> WaveformChannels(const TsHeader& header, const TsCo
 /// header's.
 std::string WaveformTitle(const TsHeader& header, std::uint64_t number, std::uint64_t count);
 
+/// The title in as few lines as let each of them fit, broken behind commas.
+std::string BrokenTitle(std::string_view title, const std::function<bool(std::string_view)>& fits);
+
 /// The line under a channel's label: "\n (Sta: %d )" for a bad record, else "\n ( %-8.2f  )" with
 /// the peak-to-peak value.
 std::string WaveformStatus(const TsHeader& header, bool has_status, double peak_to_peak);
@@ -55,6 +62,9 @@ struct AxisTicks {
 };
 /// About `most` ticks, never more; none for a range that is empty or not finite.
 AxisTicks TicksBetween(double low, double high, int most);
+/// The ticks of a value axis of so many pixels whose numbers are lines of text so high: none of
+/// them touches another, or reaches beyond the axis to that of the next strip.
+AxisTicks StripTicks(double low, double high, double pixels, double line);
 /// "%-6.*lf"
 std::string TickText(double value, int precision);
 

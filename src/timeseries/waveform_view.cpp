@@ -5,12 +5,15 @@
 #include <cmath>
 
 #include "core/number_text.h"
+#include "core/path_text.h"
 
 namespace orvane {
 namespace {
 
 constexpr double kMargin = 0.05;   // above and below a trace, of its span
 constexpr double kOneCount = 256;  // as held value
+constexpr int kUsualSampleWidth = 3;
+constexpr double kNearFullScale = 0.98 * kFullScale;
 
 std::string NumberText(std::uint64_t number) {
   return FormatInt(static_cast<std::int64_t>(number));
@@ -26,11 +29,33 @@ struct Peaks {
 
 bool WaveformView::Open(const std::filesystem::path& path, const TsFile::Options& options) {
   Close();
-  if (!file_.Open(path, options)) {
+  options_ = options;
+  if (!file_->Open(path, options)) {
     return false;
   }
   is_open_ = true;
   First();  // an empty file shows none
+  return true;
+}
+
+bool WaveformView::Reload(std::string* reason) {
+  auto fresh = std::make_unique<TsFile>();
+  if (!fresh->Open(file_->Path(), options_)) {
+    *reason = fresh->Reason();
+    return false;
+  }
+  file_ = std::move(fresh);
+  if (Count() == 0) {
+    Close();
+    is_open_ = true;
+    return true;
+  }
+  ShowRecord(std::clamp<std::uint64_t>(number_, 1, Count()));
+  for (std::optional<double>& cursor : cursors_) {
+    if (cursor > EndTime()) {
+      cursor.reset();
+    }
+  }
   return true;
 }
 
@@ -40,6 +65,8 @@ void WaveformView::Close() {
   record_ = {};
   problem_.clear();
   channels_.clear();
+  beyond_.clear();
+  pan_ = 0;
   whole_.clear();
   scales_.clear();
   visible_ = {};
@@ -50,14 +77,19 @@ bool WaveformView::GoTo(std::uint64_t number) {
   if (!is_open_ || number == 0 || number > Count()) {
     return false;
   }
+  ShowRecord(number);
+  return true;
+}
+
+void WaveformView::ShowRecord(std::uint64_t number) {
   const bool is_first = number_ == 0;
   const bool showed_all = visible_.low <= 0 && visible_.high >= EndTime();
   const ValueRange visible = visible_;
   const std::vector<WaveformChannel> before = channels_;
   number_ = number;
   CTsRec* record = &record_;
-  problem_ = file_.Read(number, record);
-  if (!file_.Find(number)) {
+  problem_ = file_->Read(number, record);
+  if (!file_->Find(number)) {
     record_ = {};
   }
   if (problem_.empty() && record_.Scans() < record_.Header().scans) {
@@ -76,7 +108,6 @@ bool WaveformView::GoTo(std::uint64_t number) {
   if (settings_.auto_scale || !HasSameChannels(before)) {
     UpdateScales();
   }
-  return true;
 }
 
 bool WaveformView::HasSameChannels(const std::vector<WaveformChannel>& before) const {
@@ -86,12 +117,25 @@ bool WaveformView::HasSameChannels(const std::vector<WaveformChannel>& before) c
 }
 
 void WaveformView::UpdateChannels() {
-  const TsCompanion* companion = file_.Companion().IsLoaded() ? &file_.Companion() : nullptr;
+  const TsCompanion* companion = file_->Companion().IsLoaded() ? &file_->Companion() : nullptr;
   channels_ = WaveformChannels(record_.Header(), companion, units_);
+  beyond_.clear();
+  for (std::size_t i = kMaxTraces; i < channels_.size(); ++i) {
+    beyond_.push_back(channels_[i].name);
+  }
   channels_.resize(std::min(channels_.size(), kMaxTraces));
 }
 
-void WaveformView::UpdateScales() { scales_ = ExtremesOf(VisibleScans()); }
+// A trace that comes near its limits is seen with them.
+void WaveformView::UpdateScales() {
+  scales_ = ExtremesOf(VisibleScans());
+  for (Extremes& scale : scales_) {
+    if (record_.Header().sample_width == kUsualSampleWidth) {
+      scale.low = scale.low <= -kNearFullScale ? std::min(scale.low, -kFullScale) : scale.low;
+      scale.high = scale.high >= kNearFullScale ? kFullScale : scale.high;
+    }
+  }
+}
 
 void WaveformView::SetSettings(const WaveformSettings& settings) {
   const auto within = [](double value, double low, double high) {
@@ -112,6 +156,17 @@ void WaveformView::ZoomValues(double factor) {
   SetSettings(settings);
 }
 
+void WaveformView::PanValues(double share) {
+  pan_ = std::clamp(pan_ + share / settings_.zoom, -1.0, 1.0);
+}
+
+void WaveformView::ResetViews() {
+  pan_ = 0;
+  settings_.zoom = 1;
+  ShowAllTimes();
+  UpdateScales();
+}
+
 void WaveformView::SetSmallUnit(bool has_small_unit) {
   units_.has_small_unit = has_small_unit;
   UpdateChannels();
@@ -128,17 +183,49 @@ std::string WaveformView::TitleText() const {
 
 std::string WaveformView::StatusBarText() const {
   std::string text = NumberText(number_).append(" / ").append(NumberText(Count()));
-  if (file_.BadCount() > 0) {
-    text.append(", first bad at ").append(NumberText(file_.FirstBad()));
+  if (file_->BadCount() > 0) {
+    text.append(", first bad at ").append(NumberText(file_->FirstBad()));
   }
-  text.append(file_.CompanionNote().empty() ? "" : ", ").append(file_.CompanionNote());
+  text.append(file_->CompanionNote().empty() ? "" : ", ").append(file_->CompanionNote());
   return text;
 }
 
 std::string WaveformView::StatusText(std::size_t trace) const {
   const Extremes& whole = whole_[trace];
-  return WaveformStatus(record_.Header(), !file_.IsBandFile(),
+  return WaveformStatus(record_.Header(), !file_->IsBandFile(),
                         (whole.high - whole.low) * std::abs(channels_[trace].scale));
+}
+
+std::string WaveformView::EmptyText() const {
+  if (!is_open_ || record_.Scans() > 0) {
+    return {};
+  }
+  return Count() == 0       ? PathText(file_->Path().filename()) + " has no segments"
+         : problem_.empty() ? "no scans"
+                            : problem_;
+}
+
+std::string WaveformView::NoteText() const {
+  const std::string why = EmptyText();
+  return std::string(IsBad() ? "bad record" : "")
+      .append(IsBad() && !why.empty() ? ", " : "")
+      .append(why);
+}
+
+std::string WaveformView::NotDrawnText(std::size_t drawn) const {
+  constexpr std::size_t kMostNames = 12;
+  std::vector<std::string> names;
+  for (std::size_t i = drawn; i < channels_.size(); ++i) {
+    names.push_back(channels_[i].name);
+  }
+  names.insert(names.end(), beyond_.begin(), beyond_.end());
+  std::string text;
+  for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i) {
+    text.append(i == 0 ? "No room for " : ", ").append(names[i]);
+  }
+  return names.size() <= kMostNames
+             ? text
+             : text.append(" and ").append(NumberText(names.size() - kMostNames)).append(" more");
 }
 
 std::string WaveformView::TimeLabel() const {
@@ -208,9 +295,32 @@ ValueRange WaveformView::ValuesOf(std::size_t trace) const {
       span = channels_[i].unit == channels_[trace].unit ? std::max(span, span_of(i)) : span;
     }
   }
-  const double middle = (scales_[trace].low / 2 + scales_[trace].high / 2) * channels_[trace].scale;
+  const double middle =
+      (scales_[trace].low / 2 + scales_[trace].high / 2) * channels_[trace].scale +
+      pan_ * span * (1 + 2 * kMargin);
   const double half = span * (0.5 + kMargin) / settings_.zoom;
   return {middle - half, middle + half};
+}
+
+std::vector<double> WaveformView::FullScaleLines(std::size_t trace) const {
+  std::vector<double> lines;
+  if (record_.Header().sample_width == kUsualSampleWidth) {
+    const double scale = channels_[trace].scale;
+    if (whole_[trace].low <= -kNearFullScale) {
+      lines.push_back(-kFullScale * scale);
+    }
+    if (whole_[trace].high >= kNearFullScale) {
+      lines.push_back(kFullScale * scale);
+    }
+  }
+  return lines;
+}
+
+bool WaveformView::HasDots(int pixels) const {
+  constexpr std::size_t kRoom = 6;
+  const ScanRange scans = VisibleScans();
+  return record_.Scans() > 1 &&
+         (scans.end - scans.begin) * kRoom <= static_cast<std::size_t>(pixels);
 }
 
 double WaveformView::Value(std::size_t scan, std::size_t trace) const {
@@ -253,6 +363,12 @@ std::vector<WaveformTrace> WaveformView::Traces(int pixels) const {
       if (last != first) {
         put(last, trace);
       }
+    }
+  }
+  for (WaveformTrace& trace : traces) {
+    if (record_.Scans() == 1) {
+      trace.times.push_back(EndTime());
+      trace.values.push_back(trace.values.front());
     }
   }
   return traces;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -58,9 +59,12 @@ class WaveformView {
   /// `File().Message()` and `File().Reason()` tell why. Settings stay.
   [[nodiscard]] bool Open(const std::filesystem::path& path, const TsFile::Options& options);
   [[nodiscard]] bool Open(const std::filesystem::path& path) { return Open(path, {}); }
+  /// Reads the file anew and keeps record, visible times and cursors as far as they still exist.
+  /// False, and all stays as it was, where it cannot be opened any more: `reason` tells why.
+  [[nodiscard]] bool Reload(std::string* reason);
   void Close();
   bool IsOpen() const { return is_open_; }
-  const TsFile& File() const { return file_; }
+  const TsFile& File() const { return *file_; }
 
   /// Paging goes through all records, bad ones included. False, and nothing changes, where there is
   /// no such record.
@@ -68,11 +72,11 @@ class WaveformView {
   bool Next() { return GoTo(number_ + 1); }
   bool Previous() { return number_ > 0 && GoTo(number_ - 1); }
   bool First() { return GoTo(1); }
-  bool Last() { return GoTo(file_.Count()); }
-  bool NextBad() { return GoTo(file_.NextBad(number_)); }
+  bool Last() { return GoTo(file_->Count()); }
+  bool NextBad() { return GoTo(file_->NextBad(number_)); }
   /// Number of the record shown, from 1; 0: none.
   std::uint64_t Number() const { return number_; }
-  std::uint64_t Count() const { return file_.Count(); }
+  std::uint64_t Count() const { return file_->Count(); }
   const CTsRec& Record() const { return record_; }
   /// Why the record shown could not be read, or not whole; empty if it could.
   const std::string& Problem() const { return problem_; }
@@ -81,6 +85,11 @@ class WaveformView {
   /// Values out of their limits are brought to the nearest allowed.
   void SetSettings(const WaveformSettings& settings);
   void ZoomValues(double factor);
+  /// Moves what is visible of all traces up by a share of their strips' height, by a negative one
+  /// down; at most so far that a trace is just out of sight.
+  void PanValues(double share);
+  /// As after opening: the whole record, zoom factor 1, no pan, scales that fit.
+  void ResetViews();
   bool HasSmallUnit() const { return units_.has_small_unit; }
   void SetSmallUnit(bool has_small_unit);
   void SetRecordGain(RecordGain record_gain);
@@ -93,7 +102,13 @@ class WaveformView {
   const WaveformChannel& Channel(std::size_t trace) const { return channels_[trace]; }
   /// The status line under the label; begins with a newline.
   std::string StatusText(std::size_t trace) const;
-  bool IsBad() const { return !file_.IsBandFile() && record_.Header().IsBad(); }
+  /// Beside the title: that the record is bad, or why there is nothing to draw.
+  std::string NoteText() const;
+  /// Why there is nothing to draw; empty where there is.
+  std::string EmptyText() const;
+  /// Names the channels that are not drawn where only so many traces have room; or empty.
+  std::string NotDrawnText(std::size_t drawn) const;
+  bool IsBad() const { return !file_->IsBandFile() && record_.Header().IsBad(); }
 
   /// "Time (s)", or "Scan" without a sample rate.
   std::string TimeLabel() const;
@@ -114,9 +129,16 @@ class WaveformView {
   /// factor narrows it around its middle.
   ValueRange ValuesOf(std::size_t trace) const;
 
+  /// Where the limits of the box's converter are, as shown values: those that some scan of the
+  /// record comes within 2 % of. None for samples of other than 3 bytes.
+  std::vector<double> FullScaleLines(std::size_t trace) const;
+
   /// The visible part of every trace as lines for so many pixels: every scan where there is room,
-  /// else least and greatest value of each pixel's scans, where they stand.
+  /// else least and greatest value of each pixel's scans, where they stand. A record of one scan is
+  /// a line that lasts for that scan's time.
   std::vector<WaveformTrace> Traces(int pixels) const;
+  /// Whether so few scans are visible that each can have a dot.
+  bool HasDots(int pixels) const;
 
   void SetCursor(Cursor cursor, std::optional<double> time) { cursors_[cursor] = time; }
   /// None without a cursor or without scans.
@@ -138,6 +160,7 @@ class WaveformView {
     std::size_t end = 0;
   };
 
+  void ShowRecord(std::uint64_t number);
   void UpdateChannels();
   void UpdateScales();
   bool HasSameChannels(const std::vector<WaveformChannel>& before) const;
@@ -145,7 +168,8 @@ class WaveformView {
   ScanRange VisibleScans() const;
   double Value(std::size_t scan, std::size_t trace) const;
 
-  TsFile file_;
+  TsFile::Options options_;
+  std::unique_ptr<TsFile> file_ = std::make_unique<TsFile>();
   bool is_open_ = false;
   std::uint64_t number_ = 0;
   CTsRec record_;
@@ -153,8 +177,10 @@ class WaveformView {
   WaveformSettings settings_;
   WaveformUnits units_;
   std::vector<WaveformChannel> channels_;
-  std::vector<Extremes> whole_;   // of the record
-  std::vector<Extremes> scales_;  // what the value axes fit
+  std::vector<std::string> beyond_;  // names of the channels behind the last that is drawn
+  std::vector<Extremes> whole_;      // of the record
+  std::vector<Extremes> scales_;     // what the value axes fit
+  double pan_ = 0;                   // of the values, in spans of a trace
   double seconds_per_scan_ = 1;
   ValueRange visible_;
   std::array<std::optional<double>, 2> cursors_;

@@ -6,13 +6,15 @@
 #include <QMenu>
 #include <QVBoxLayout>
 
+#include "ui/theme_icon.h"
+
 namespace orvane {
 
 CDisplay::CDisplay(const QString& name, QWidget* parent)
     : QWidget(parent), bar_(new QToolBar(this)) {
   setAccessibleName(name);
   bar_->setAccessibleName(name + QStringLiteral(" tools"));
-  bar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  bar_->setToolButtonStyle(Qt::ToolButtonIconOnly);  // those without an icon show their text
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
@@ -26,7 +28,9 @@ QAction* CDisplay::AddKey(const char* text, const char* name, const char* tip,
   action->setShortcut(key);
   action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
   const QString keys = key.toString(QKeySequence::NativeText);
-  action->setToolTip(QString::fromLatin1(tip) +
+  action->setIcon(ThemeIcon(action->objectName()));
+  const QString title = action->icon().isNull() ? QString() : action->text() + QStringLiteral(": ");
+  action->setToolTip(title + QString::fromLatin1(tip) +
                      (keys.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(keys)));
   connect(action, &QAction::triggered, this, std::move(act));
   addAction(action);
@@ -38,6 +42,10 @@ QAction* CDisplay::AddButton(const char* text, const char* name, const char* tip
   QAction* action = AddKey(text, name, tip, key, std::move(act));
   bar_->addAction(action);
   return action;
+}
+
+QAction* CDisplay::AddReload() {
+  return AddKey("Reload", "reload", "Read the file anew", Qt::Key_F5, [this] { Reload(); });
 }
 
 QTableWidget* CDisplay::MakeReadings() {

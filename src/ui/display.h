@@ -26,6 +26,8 @@ class CDisplay : public QWidget {
   /// The scroll buttons of the tool bar.
   virtual void ScrollBack() = 0;
   virtual void ScrollForward() = 0;
+  /// Reads the file anew and keeps how it is shown.
+  virtual void Reload() = 0;
 
  signals:
   /// The user wants the table back.
@@ -42,6 +44,8 @@ class CDisplay : public QWidget {
   /// The same without a button.
   QAction* AddKey(const char* text, const char* name, const char* tip, const QKeySequence& key,
                   Act act);
+  /// F5.
+  QAction* AddReload();
   QToolBar* Bar() { return bar_; }
   /// A hidden table, without a vertical header, for what cursors read.
   QTableWidget* MakeReadings();

@@ -13,6 +13,7 @@
 
 #include "core/file_io.h"
 #include "ui/file_dialogs.h"
+#include "ui/picture_size_dlg.h"
 #include "ui/qt_path.h"
 #include "ui/vector_drawing.h"
 
@@ -31,9 +32,8 @@ void DrawPlot(QCustomPlot* plot, QPaintDevice* device, const QSize& size, double
   painter.end();
 }
 
-void WritePdf(QCustomPlot* plot, QBuffer* buffer) {
+void WritePdf(QCustomPlot* plot, const QSize& size, QBuffer* buffer) {
   constexpr int kDotsPerInch = 1200;
-  const QSize size = plot->size();
   QPdfWriter writer(buffer);
   writer.setResolution(kDotsPerInch);
   const double pixels_per_inch = plot->logicalDpiX();
@@ -80,6 +80,7 @@ void ThemeAxis(QCPAxis* axis, const QPalette& palette, const QFont& font) {
 }
 
 void ThemePlot(QCustomPlot* plot, const QPalette& palette, const QFont& font) {
+  plot->setLocale(QLocale::c());  // decimal points
   plot->setBackground(palette.brush(QPalette::Window));
   for (QCPAxisRect* axes : plot->axisRects()) {
     axes->setBackground(palette.brush(QPalette::Base));
@@ -124,18 +125,24 @@ QColor TraceColor(int index, const QPalette& palette) {
                   palette);
 }
 
-QString SavePlot(QCustomPlot* plot, const QString& path) {
+QPen TracePen(const QColor& color, Qt::PenStyle style) {
+  constexpr double kWidth = 1.5;
+  return {color, kWidth, style};
+}
+
+QString SavePlot(QCustomPlot* plot, const QString& path, QSize size) {
+  size = size.isValid() ? size : plot->size();
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
   const QString extension = QFileInfo(path).suffix().toLower();
   if (extension == QLatin1String("pdf")) {
-    WritePdf(plot, &buffer);
+    WritePdf(plot, size, &buffer);
   } else if (extension == QLatin1String("svg") && CanWriteSvg()) {
-    WriteSvg(plot->size(), plot->accessibleName(), &buffer,
-             [plot](QPaintDevice* device) { DrawPlot(plot, device, plot->size(), 1); });
+    WriteSvg(size, plot->accessibleName(), &buffer,
+             [plot, size](QPaintDevice* device) { DrawPlot(plot, device, size, 1); });
   } else if (extension == QLatin1String("png")) {
-    plot->toPixmap().save(&buffer, "PNG");
+    plot->toPixmap(size.width(), size.height()).save(&buffer, "PNG");
   } else {
     return QStringLiteral("%1: pictures are saved as .png%2 or .pdf")
         .arg(QDir::toNativeSeparators(path), CanWriteSvg() ? QStringLiteral(", .svg") : QString());
@@ -149,7 +156,12 @@ QString SavePlot(QCustomPlot* plot, const QString& path) {
                              QString::fromStdString(fault);
 }
 
-bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
+bool AskAndSavePicture(const QSize& shown, const QString& name, QWidget* parent,
+                       const SavePicture& save) {
+  CPictureSizeDlg size(shown, parent);
+  if (size.exec() != QDialog::Accepted) {
+    return false;
+  }
   CFileDialog dialog(QStringLiteral("Save Picture"), PictureFilters(), QString(), parent);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   const auto choose_suffix = [&dialog](const QString& filter) {
@@ -172,7 +184,7 @@ bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent) {
       return false;
     }
   }
-  const QString fault = SavePlot(plot, path);
+  const QString fault = save(path, size.Chosen());
   if (!fault.isEmpty()) {
     QMessageBox::warning(parent, QStringLiteral("Orvane"), fault);
   }

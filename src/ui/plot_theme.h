@@ -6,8 +6,11 @@
 #include <QColor>
 #include <QFont>
 #include <QPalette>
+#include <QPen>
+#include <QSize>
 #include <QString>
 #include <QWidget>
+#include <functional>
 
 class QCPAxis;
 class QCustomPlot;
@@ -31,13 +34,20 @@ QColor BlackOrWhite(const QColor& ground);
 /// The colour of a line: 12 that differ on light and on dark grounds, then the same again.
 QColor TraceColor(int index, const QPalette& palette);
 
-/// Saves a picture of a plot, as its extension says: .png, .svg or .pdf. An empty string, or why it
-/// failed; the old file stays then.
-QString SavePlot(QCustomPlot* plot, const QString& path);
+/// The pen of a line that shows values: 1.5 logical pixels at every scale, thicker where the theme
+/// asks for it.
+QPen TracePen(const QColor& color, Qt::PenStyle style = Qt::SolidLine);
 
-/// Asks for a file in the folder last used and saves there. Adds the extension of the kind chosen
-/// where the name has none. True where a picture was written.
-bool AskAndSavePlot(QCustomPlot* plot, const QString& name, QWidget* parent);
+/// Saves a picture of a plot in its own size or another, as its extension says: .png, .svg or .pdf.
+/// An empty string, or why it failed; the old file stays then.
+QString SavePlot(QCustomPlot* plot, const QString& path, QSize size = {});
+
+/// Asks for size and file, the file in the folder last used, and lets `save` write it, which
+/// answers as `SavePlot()`. Adds the extension of the kind chosen where the name has none. True
+/// where a picture was written.
+using SavePicture = std::function<QString(const QString& path, const QSize& size)>;
+bool AskAndSavePicture(const QSize& shown, const QString& name, QWidget* parent,
+                       const SavePicture& save);
 
 }  // namespace orvane
 

@@ -137,7 +137,8 @@ TEST_F(CalibrationDisplayTest, TheModelIsShownAndDoubtIsTold) {
   auto* plot = Shown()->findChild<CalibrationPlot*>()->Plot();
   const int graphs = plot->graphCount();
   QTest::keyClick(list, Qt::Key_M, Qt::ControlModifier);
-  EXPECT_EQ(plot->graphCount(), graphs + 2 * 12) << "a line for each pass, above and below";
+  EXPECT_EQ(plot->graphCount(), graphs + 2 * 12 + 2)
+      << "a line for each pass, above and below, and two rows of the legend";
   const QString warning = Shown()->findChild<QLabel*>(QStringLiteral("warning"))->text();
   EXPECT_TRUE(warning.startsWith(QStringLiteral("Warning - Channel 2: "))) << warning.toStdString();
   QString told;
@@ -165,11 +166,11 @@ TEST_F(CalibrationDisplayTest, ARatioIsDrawnAndSaved) {
   ASSERT_TRUE(Shown()->OpenReference(Path("box.clb")));
   EXPECT_EQ(Shown()->View().Traces().size(), 2U);
   Shown()->findChild<QAction*>(QStringLiteral("ratio"))->trigger();
-  EXPECT_EQ(Shown()->View().Traces().front().curve.amplitude, (std::vector<double>(5, 1)));
-  auto* plot = Shown()->findChild<CalibrationPlot*>()->Plot();
+  EXPECT_EQ(Shown()->View().Traces().front().curve.amplitude, (std::vector<double>(5, 100)));
+  auto* plot = Shown()->findChild<CalibrationPlot*>();
   for (const auto& [name, start] :
        {std::pair("a.png", "\x89PNG"), std::pair("a.svg", "<?xml"), std::pair("a.pdf", "%PDF")}) {
-    EXPECT_EQ(SavePlot(plot, Path(name)), QString());
+    EXPECT_EQ(plot->Save(Path(name), QSize(600, 400)), QString());
     EXPECT_TRUE(ReadAll(dir_ / name).starts_with(start)) << name;
   }
   Shown()->findChild<QAction*>(QStringLiteral("no-reference"))->trigger();

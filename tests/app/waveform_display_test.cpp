@@ -2,6 +2,7 @@
 #include "timeseries/widgets/waveform_display.h"
 
 #include <gtest/gtest.h>
+#include <qcustomplot.h>
 
 #include <QApplication>
 #include <QClipboard>
@@ -116,6 +117,56 @@ TEST_F(WaveformDisplay, CursorsReadWhatTheFileHolds) {
   EXPECT_NE(frame_.Display(), nullptr) << "the first Escape removes the cursors";
 }
 
+TEST_F(WaveformDisplay, KeysOfTheReadingsTheBoxAndReloading) {
+  Open(TextFromPath(dir_ / "A.TSS"));
+  frame_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&frame_));
+  const auto* notice = frame_.findChild<NoticeLabel*>();
+  QApplication::clipboard()->setText(QStringLiteral("before"));
+  const auto copy = Qt::ControlModifier | Qt::ShiftModifier;
+  QTest::keyClick(Display(), Qt::Key_C, copy);
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("before"));
+  EXPECT_TRUE(notice->text().startsWith(QStringLiteral("There is no cursor")));
+  View().SetCursor(WaveformView::kFirstCursor, 0);
+  QTest::keyClick(Display(), Qt::Key_C, copy);
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Time (s)\t0\nCh 1\t1\nCh 2\t2\n"));
+
+  auto* box = Display()->findChild<QSpinBox*>();
+  box->setFocus();
+  box->selectAll();
+  QTest::keyClick(box, Qt::Key_3);
+  QTest::keyClick(box, Qt::Key_Escape);
+  EXPECT_FALSE(box->hasFocus());
+  EXPECT_TRUE(View().Reading(WaveformView::kFirstCursor)) << "Escape left the box only";
+  EXPECT_EQ(View().Number(), 1U);
+  EXPECT_EQ(box->value(), 1);
+
+  WriteAll(dir_ / "A.TSS", Record(31, 0));
+  QTest::keyClick(Display(), Qt::Key_F5);
+  EXPECT_EQ(View().Count(), 1U);
+  EXPECT_EQ(box->maximum(), 1);
+  EXPECT_EQ(View().Reading(WaveformView::kFirstCursor)->values[0], 31);
+}
+
+TEST_F(WaveformDisplay, NoToolHidesAndTheTitleIsWhole) {
+  Open(TextFromPath(dir_ / "A.TSS"));
+  View().SetCursor(WaveformView::kFirstCursor, 0);
+  frame_.resize(960, 640);
+  Display()->ShowView();
+  QApplication::processEvents();
+  for (const QToolButton* tool : Display()->findChildren<QToolButton*>()) {
+    EXPECT_EQ(tool->isVisible(), tool->objectName() != QStringLiteral("qt_toolbar_ext_button"))
+        << tool->text().toStdString();
+  }
+  const auto* plot = Display()->findChild<WaveformPlot*>()->Plot();
+  const auto* header = dynamic_cast<QCPLayoutGrid*>(plot->plotLayout()->element(0, 0));
+  const auto* title = dynamic_cast<QCPTextElement*>(header->element(0, 0));
+  for (const QString& line : title->text().split(QLatin1Char('\n'))) {
+    EXPECT_LE(QFontMetrics(title->font()).horizontalAdvance(line), plot->width());
+  }
+  EXPECT_EQ(title->text().simplified(), QString::fromStdString(View().TitleText()).simplified());
+}
+
 TEST_F(WaveformDisplay, WhatIsToldOfATableIsNotLostWithTheDisplay) {
   WriteAll(dir_ / "short.tbl", testing::ReadAll(dir_ / "A.TBL"));
   EXPECT_EQ(Open(TextFromPath(dir_ / "A.TSS")), QStringLiteral("Orvane:There are 1 bad records "
@@ -157,9 +208,10 @@ TEST_F(WaveformDisplay, TellsWhatCannotBeOpenedAndSavesPictures) {
   auto* picture = Display()->findChild<WaveformPlot*>();
   for (const auto& [name, begin] :
        {std::pair("p.png", "\x89PNG"), std::pair("p.svg", "<?xml"), std::pair("p.pdf", "%PDF")}) {
-    EXPECT_EQ(SavePlot(picture->Plot(), TextFromPath(dir_ / name)), QString());
+    EXPECT_EQ(picture->Save(TextFromPath(dir_ / name), QSize(700, 500)), QString());
     EXPECT_EQ(testing::ReadAll(dir_ / name).rfind(begin, 0), 0U) << name;
   }
+  EXPECT_EQ(QImage(TextFromPath(dir_ / "p.png")).size(), QSize(700, 500));
   EXPECT_NE(SavePlot(picture->Plot(), TextFromPath(dir_ / "none/p.png")), QString());
 }
 

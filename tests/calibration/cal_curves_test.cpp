@@ -10,8 +10,8 @@
 #include <limits>
 #include <random>
 
+#include "calibration/cal_lines.h"
 #include "calibration/cal_text.h"
-#include "calibration/cal_view.h"
 #include "calibration/fit_report.h"
 #include "calibration/short_fixed.h"
 #include "support/batch_help.h"
@@ -209,6 +209,83 @@ TEST_F(CalCurvesTest, TheCursorReadsEveryPassAtItsFrequency) {
   EXPECT_EQ(readings[1].sweep, 1);
   EXPECT_FALSE(view.HasModel()) << "two passes";
   EXPECT_NE(view.WhyNoModel(), "");
+}
+
+TEST_F(CalCurvesTest, RangesFitTheFileOrWhatIsCompared) {
+  const auto file = [this](const char* name, float amplitude, float imaginary) {
+    WriteAll(dir_ / name, CalHeaderBytes(2, 1) +
+                              CalRecordBytes(0, 10, 1, {0, 0, 0, 0, amplitude, imaginary}) +
+                              CalRecordBytes(0, 1, 2, {0, 0, 0, 0, amplitude, 0}));
+  };
+  file("fits", 4, 0.1F);
+  file("large", 40, 0);
+  file("near", 4.01F, 0.1F);
+  CalDisplay ranges;
+  CalView view(&ranges);
+  ASSERT_EQ(view.Open(dir_ / "fits"), "");
+  EXPECT_EQ(view.Display(), CalDisplay());
+  EXPECT_EQ(view.RangesText(), "");
+  ASSERT_EQ(view.Open(dir_ / "large"), "");
+  EXPECT_EQ(view.Display(), (CalDisplay{50, 10, 20, 20, 1, 0, 4}));
+  EXPECT_NE(view.RangesText(), "");
+  EXPECT_EQ(ranges, CalDisplay()) << "those that are set stay for the next file";
+  ASSERT_EQ(view.Open(dir_ / "near"), "");
+  ASSERT_EQ(view.OpenReference(dir_ / "fits"), "");
+  view.SetRatio(true);  // 100.25 %, a few thousandths of a degree
+  EXPECT_NEAR(view.Traces()[0].curve.amplitude[1], 100.25, 1e-5);
+  EXPECT_NEAR(view.Display().min_amplitude, 100.24, 1e-9);
+  EXPECT_NEAR(view.Display().max_amplitude, 100.28, 1e-9);
+  EXPECT_NEAR(view.Display().max_phase - view.Display().min_phase, 0.04, 1e-9);
+  CalDisplay own = view.Display();
+  own.max_phase = 7;
+  view.SetDisplay(own);
+  EXPECT_EQ(view.Display().max_phase, 7);
+  view.RemoveReference();
+  EXPECT_EQ(view.Display(), CalDisplay());
+
+  view.SetCursor(10);
+  file("near", 5, 0);
+  EXPECT_EQ(view.Reload(), "");
+  EXPECT_EQ(view.Readings()[0].amplitude, 5);
+  WriteAll(dir_ / "near", "short");
+  EXPECT_NE(view.Reload(), "");
+  EXPECT_EQ(view.Readings()[0].amplitude, 5);
+}
+
+TEST_F(CalCurvesTest, LinesBreakWhereThePhaseWrapsAndTheLegendTellsPasses) {
+  std::string bytes = CalHeaderBytes(1, 2);
+  for (int pass = 0; pass < 5; ++pass) {
+    bytes += CalRecordBytes(0, 10, 1, {0, 0, 0, 0, -1, 0.1F}, 2) +
+             CalRecordBytes(0, 1, 2, {0, 0, 0, 0, -1, -0.1F}, 2);
+  }
+  Load(bytes);
+  CalDisplay ranges;
+  CalView view(&ranges);
+  ASSERT_EQ(view.Open(dir_ / "a.clb"), "");
+  auto lines = LinesOf(view);
+  ASSERT_EQ(lines.size(), 5U);
+  ASSERT_EQ(lines[4].phases.size(), 3U);
+  EXPECT_NEAR(lines[4].phases[0], 174.29, 0.01);
+  EXPECT_TRUE(std::isnan(lines[4].phases[1]));
+  EXPECT_NEAR(lines[4].phases[2], -174.29, 0.01);
+  EXPECT_FALSE(std::isnan(lines[4].amplitudes[1])) << "amplitudes do not wrap";
+  EXPECT_EQ(lines[4].color, 4);
+  const auto texts = [&view] {
+    std::string all;
+    for (const CalLegendRow& row : LegendOf(view)) {
+      all += row.text + "; ";
+    }
+    return all;
+  };
+  const std::string passes =
+      "Pass 1; Pass 2; Pass 3; Pass 4: x 1, filter 0; Pass 5: x 0.25, filter 0; ";
+  EXPECT_EQ(texts(), passes);
+  view.ShowAll();
+  EXPECT_EQ(texts(), "Channel 1; Channel 2; " + passes);
+  lines = LinesOf(view);
+  ASSERT_EQ(lines.size(), 10U);
+  EXPECT_EQ(lines[9].color, 1);
+  EXPECT_EQ(lines[9].mark, 4);
 }
 
 TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {

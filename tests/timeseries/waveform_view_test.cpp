@@ -159,6 +159,110 @@ TEST_F(WaveformViews, TimesScalesCursorsAndCopying) {
   EXPECT_EQ(view_.CursorText(), "Time (s)\t0.1\t0.4\t0.3\nCh 1\t100\t400\t300\n");
 }
 
+TEST_F(WaveformViews, NearFullScaleIsShownWithItsLimit) {
+  struct Case {
+    std::vector<int> samples;
+    std::vector<double> lines;
+    double top;  // of the value axis: 5 % above the line, or above the trace
+  };
+  for (const auto& [samples, lines, top] :
+       {Case{{0, 8388607}, {8388607}, 8388607 * 1.05},
+        Case{{0, 8220835}, {8388607}, 8388607 * 1.05}, Case{{0, 8220834}, {}, 8220834 * 1.05},
+        Case{{-8388608, 0}, {-8388607}, 8388608 * 0.05},
+        Case{{-8300000, 8300000}, {-8388607, 8388607}, 8388607 * 1.1}}) {
+    ASSERT_TRUE(Open(TsBytes{.samples = samples}.Bytes(), ""));
+    EXPECT_EQ(view_.FullScaleLines(0), lines) << samples[0] << " " << samples[1];
+    EXPECT_NEAR(view_.ValuesOf(0).high, top, 1);
+  }
+}
+
+TEST_F(WaveformViews, PansAndResets) {
+  ASSERT_TRUE(Open(TsBytes{.samples = {0, 10, 20, 30, 40}, .rate = 10, .unit = 0}.Bytes(), ""));
+  view_.PanValues(0.5);  // 44 are visible
+  EXPECT_NEAR(view_.ValuesOf(0).low, 20, 1e-9);
+  view_.ZoomValues(2);
+  view_.PanValues(-0.5);
+  EXPECT_NEAR(view_.ValuesOf(0).low, 20, 1e-9) << "half of 22 down from 31";
+  view_.PanValues(99);
+  EXPECT_NEAR(view_.ValuesOf(0).high, 75, 1e-9);
+  view_.ZoomTimes(2, 0.2);
+  view_.ResetViews();
+  EXPECT_NEAR(view_.ValuesOf(0).low, -2, 1e-9);
+  EXPECT_NEAR(view_.ValuesOf(0).high, 42, 1e-9);
+  EXPECT_DOUBLE_EQ(view_.VisibleTimes().high, 0.4);
+  EXPECT_TRUE(view_.HasDots(30));
+  EXPECT_FALSE(view_.HasDots(29));
+}
+
+TEST_F(WaveformViews, SaysWhatIsNotDrawn) {
+  const TsBytes one{.channels = 14, .samples = std::vector<int>(14, 7), .rate = 10, .unit = 0};
+  const TsBytes none{.samples = {}, .status = 6};
+  ASSERT_TRUE(Open(one.Bytes() + none.Bytes(), Channel(2, "Ey")));
+  EXPECT_EQ(view_.NoteText(), "");
+  EXPECT_EQ(view_.Traces(100)[1].times, (std::vector<double>{0, 0.1})) << "a scan lasts";
+  EXPECT_EQ(view_.NotDrawnText(12), "No room for Ch 13, Ch 14");
+  EXPECT_EQ(view_.NotDrawnText(1),
+            "No room for Ey, Ch 3, Ch 4, Ch 5, Ch 6, Ch 7, Ch 8, Ch 9, Ch 10, Ch 11, Ch 12, Ch 13"
+            " and 1 more");
+  ASSERT_TRUE(view_.Next());
+  EXPECT_EQ(view_.NoteText(), "bad record, no scans");
+  EXPECT_EQ(view_.NotDrawnText(1), "");
+  ASSERT_TRUE(Open("", ""));
+  EXPECT_EQ(view_.EmptyText(), "A.TSS has no segments");
+}
+
+TEST_F(WaveformViews, ReloadKeepsWhatStillExists) {
+  const TsBytes record{.samples = {0, 10, 20, 30, 40}, .rate = 10, .unit = 0};
+  const TsBytes shorter{.samples = {5, 6, 7}, .rate = 10, .unit = 0};
+  std::string reason;
+  ASSERT_TRUE(Open(record.Bytes() + record.Bytes(), ""));
+  ASSERT_TRUE(view_.Next());
+  view_.SetCursor(WaveformView::kFirstCursor, 0.1);
+  view_.SetCursor(WaveformView::kSecondCursor, 0.3);
+  std::filesystem::remove(dir_ / "A.TSS");
+  EXPECT_FALSE(view_.Reload(&reason));
+  EXPECT_NE(reason, "");
+  EXPECT_EQ(view_.Number(), 2U);
+  WriteAll(dir_ / "A.TSS", shorter.Bytes() + shorter.Bytes() + shorter.Bytes());
+  ASSERT_TRUE(view_.Reload(&reason));
+  EXPECT_EQ(view_.Number(), 2U);
+  EXPECT_EQ(view_.Count(), 3U);
+  EXPECT_EQ(view_.CursorText(), "Time (s)\t0.1\nCh 1\t6\n") << "the second is behind the end";
+  WriteAll(dir_ / "A.TSS", record.Bytes());
+  ASSERT_TRUE(view_.Reload(&reason));
+  EXPECT_EQ(view_.Number(), 1U);
+  EXPECT_DOUBLE_EQ(view_.VisibleTimes().high, 0.4);
+  WriteAll(dir_ / "A.TSS", "");
+  ASSERT_TRUE(view_.Reload(&reason));
+  EXPECT_EQ(view_.Number(), 0U);
+}
+
+TEST(WaveformTitles, BreakBehindCommas) {
+  const auto broken = [](std::size_t most) {
+    return BrokenTitle("Freq: 1, Rate:  2,  Time: 3,  (1 / 2 )",
+                       [most](std::string_view line) { return line.size() <= most; });
+  };
+  EXPECT_EQ(broken(38), "Freq: 1, Rate:  2,  Time: 3,  (1 / 2 )");
+  EXPECT_EQ(broken(37), "Freq: 1, Rate:  2,  Time: 3,\n(1 / 2 )");
+  EXPECT_EQ(broken(20), "Freq: 1, Rate:  2,\nTime: 3,  (1 / 2 )");
+  EXPECT_EQ(broken(3), "Freq: 1,\nRate:  2,\nTime: 3,\n(1 / 2 )");
+}
+
+// A number that is 10 pixels high stays in its strip and clear of its neighbours.
+TEST(AxisTicks, OfStripsStandApart) {
+  struct Case {
+    double low;
+    double high;
+    double pixels;
+    std::vector<double> values;
+  };
+  for (const auto& [low, high, pixels, values] :
+       {Case{-11, 11, 100, {-5, 0, 5}}, Case{-11, 11, 52, {-5, 0, 5}}, Case{-11, 11, 50, {0}},
+        Case{2, 16, 20, {10}}, Case{0, 44, 8, {}}, Case{3, 3, 50, {}}}) {
+    EXPECT_EQ(StripTicks(low, high, pixels, 10).values, values) << low << " " << pixels;
+  }
+}
+
 TEST(AxisTicks, RoundValuesWithinTheRange) {
   struct Case {
     double low;

@@ -136,6 +136,7 @@ void CCalibrationDisplay::AddOthers() {
          [this] { MoveCursor(-1); });
   AddKey("Cursor right", "cursor-right", "Measured point behind", Qt::Key_Right,
          [this] { MoveCursor(1); });
+  AddReload();
   Bar()->addSeparator();
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
             Qt::CTRL | Qt::Key_P, [this] { Save(); });
@@ -152,16 +153,28 @@ void CCalibrationDisplay::AddOthers() {
 
 bool CCalibrationDisplay::Open(const QString& path) {
   const std::string message = view_.Open(PathFromText(path));
+  ShowFile();
+  if (!message.empty()) {
+    Warn(prompts_, message);
+  }
+  return message.empty();
+}
+
+void CCalibrationDisplay::Reload() {
+  const std::string message = view_.Reload();
+  ShowFile();
+  if (!message.empty()) {
+    Warn(prompts_, message);
+  }
+}
+
+void CCalibrationDisplay::ShowFile() {
   const QString warning =
       QString::fromStdString(view_.HasModel() ? FitWarning(*view_.Model()) : std::string());
   warning_->setText(QStringLiteral("Warning - ") + warning);
   warning_->setVisible(!warning.isEmpty());
   FillList();
   ShowView();
-  if (!message.empty()) {
-    Warn(prompts_, message);
-  }
-  return message.empty();
 }
 
 bool CCalibrationDisplay::OpenReference(const QString& path) {
@@ -178,16 +191,23 @@ void CCalibrationDisplay::FillList() {
   const QSignalBlocker blocker(list_);
   list_->clear();
   for (std::size_t c = 0; c < view_.Count(); ++c) {
-    auto* item = OnlyShown(new QListWidgetItem(QStringLiteral("Channel %1").arg(c + 1), list_));
+    OnlyShown(new QListWidgetItem(QStringLiteral("Channel %1").arg(c + 1), list_));
+  }
+}
+
+// Where there is one channel the lines have the colours of its passes.
+void CCalibrationDisplay::ColorChannels() {
+  for (int c = 0; c < list_->count(); ++c) {
     QPixmap color(12, 12);
-    color.fill(TraceColor(static_cast<int>(c), palette()));
-    item->setIcon(color);
+    color.fill(view_.Shown().size() > 1 ? TraceColor(c, palette()) : QColor(Qt::transparent));
+    list_->item(c)->setIcon(color);
   }
   list_->setMaximumWidth(list_->sizeHintForColumn(0) + 32);
 }
 
 void CCalibrationDisplay::SelectShown() {
   const QSignalBlocker blocker(list_);
+  ColorChannels();
   list_->clearSelection();
   for (const std::size_t channel : view_.Shown()) {
     list_->item(static_cast<int>(channel))->setSelected(true);
@@ -292,6 +312,9 @@ void CCalibrationDisplay::ShowReadings() {
   } else if (!view_.Curves().note.empty()) {
     told += " - " + view_.Curves().note;
   }
+  if (readings.empty() && !view_.RangesText().empty()) {
+    told += " - " + view_.RangesText();
+  }
   emit Told(QString::fromStdString(told));
 }
 
@@ -329,9 +352,9 @@ void CCalibrationDisplay::MoveCursor(int by) {
 void CCalibrationDisplay::Save() {
   const QString name = TextFromPath(view_.Curves().path.stem());
   const auto& shown = view_.Shown();
-  AskAndSavePlot(plot_->Plot(),
-                 shown.size() == 1 ? name + QStringLiteral("-%1").arg(shown.front() + 1) : name,
-                 this);
+  AskAndSavePicture(
+      plot_->size(), shown.size() == 1 ? name + QStringLiteral("-%1").arg(shown.front() + 1) : name,
+      this, [this](const QString& path, const QSize& size) { return plot_->Save(path, size); });
 }
 
 void CCalibrationDisplay::changeEvent(QEvent* event) {

@@ -32,6 +32,7 @@ class CCalibrationDisplay : public CDisplay {
   QString Title() const override { return QString::fromStdString(view_.Title()); }
   void ScrollBack() override { Step(-1); }
   void ScrollForward() override { Step(1); }
+  void Reload() override;
   /// Draws the view anew and tells the status bar where it stands.
   void ShowView();
 
@@ -52,7 +53,9 @@ class CCalibrationDisplay : public CDisplay {
   void AddReference();
   void AddModel();
   void AddOthers();
+  void ShowFile();
   void FillList();
+  void ColorChannels();
   void SelectShown();
   void OnSelected();
   void Step(int by);

@@ -8,15 +8,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
-#include <map>
 
+#include "calibration/cal_lines.h"
 #include "ui/plot_theme.h"
 
 namespace orvane {
 namespace {
 
-constexpr double kNothing = std::numeric_limits<double>::quiet_NaN();
 constexpr double kDecade = 10;
 
 // Grid lines that divide the axis into equal parts; numbers only at so many that they do not touch.
@@ -60,6 +58,15 @@ void SetLogRange(QCPAxis* axis, double low, double high) {
     decades->setSubTickCount(8);
     ticker.reset(decades);
   }
+  axis->setScaleType(QCPAxis::stLogarithmic);
+  axis->setTicker(ticker);
+  axis->setRange(low, high);
+}
+
+void SetLinearRange(QCPAxis* axis, double low, double high) {
+  QSharedPointer<QCPAxisTicker> ticker(new QCPAxisTicker);
+  ticker->setTickCount(4);
+  axis->setScaleType(QCPAxis::stLinear);
   axis->setTicker(ticker);
   axis->setRange(low, high);
 }
@@ -70,44 +77,33 @@ void SetUpLog(QCPAxis* axis) {
   axis->setNumberPrecision(6);
 }
 
-// A different mark for each of neighbouring colours.
-QCPScatterStyle MarkOf(const CalTrace& trace, const QColor& color, double size) {
+// A different mark for each of 13 passes; models have none.
+QCPScatterStyle MarkOf(CalTrace::Kind kind, int mark, const QColor& color) {
+  constexpr double kSize = 6;
   constexpr auto kShapes = std::to_array<QCPScatterStyle::ScatterShape>(
       {QCPScatterStyle::ssCircle, QCPScatterStyle::ssSquare, QCPScatterStyle::ssTriangle,
-       QCPScatterStyle::ssDiamond, QCPScatterStyle::ssCross, QCPScatterStyle::ssPlus});
-  if (trace.kind == CalTrace::kModel) {
+       QCPScatterStyle::ssDiamond, QCPScatterStyle::ssCross, QCPScatterStyle::ssPlus,
+       QCPScatterStyle::ssTriangleInverted, QCPScatterStyle::ssStar, QCPScatterStyle::ssCrossSquare,
+       QCPScatterStyle::ssPlusSquare, QCPScatterStyle::ssCrossCircle, QCPScatterStyle::ssPlusCircle,
+       QCPScatterStyle::ssPeace});
+  if (kind == CalTrace::kModel || mark < 0) {
     return QCPScatterStyle::ssNone;
   }
-  const bool is_reference = trace.kind == CalTrace::kReference;
-  const auto shape =
-      is_reference ? QCPScatterStyle::ssDisc : kShapes[trace.channel % kShapes.size()];
+  const bool is_reference = kind == CalTrace::kReference;
+  const auto shape = is_reference ? QCPScatterStyle::ssDisc
+                                  : kShapes[static_cast<std::size_t>(mark) % kShapes.size()];
   // A thin outline: a wider one is drawn as a filled shape, which takes many times as long.
   return {shape, QPen(color, 0), is_reference ? QBrush(color) : QBrush(Qt::NoBrush),
-          is_reference ? size / 2 : size};
+          is_reference ? kSize / 2 : kSize};
 }
 
-// The points of one pass that have a place on a logarithmic axis.
-struct Sweep {
-  QVector<double> frequencies;
-  QVector<double> amplitudes;
-  QVector<double> phases;
-};
-
-// A line joins the points of a pass: others are measured with another setting of the box.
-std::map<int, Sweep> SweepsOf(const CalCurve& curve) {
-  std::map<int, Sweep> sweeps;
-  for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
-    const double frequency = curve.frequency[i];
-    if (frequency > 0 && std::isfinite(frequency)) {
-      Sweep& sweep = sweeps[curve.sweep[i]];
-      const double amplitude = curve.amplitude[i];
-      sweep.frequencies.append(frequency);
-      sweep.amplitudes.append(amplitude > 0 ? amplitude : kNothing);
-      sweep.phases.append(curve.phase[i]);
-    }
-  }
-  return sweeps;
+QPen PenOf(CalTrace::Kind kind, const QColor& color) {
+  QPen pen = TracePen(color, kind == CalTrace::kReference ? Qt::DashLine : Qt::SolidLine);
+  pen.setWidthF(kind == CalTrace::kMeasured ? pen.widthF() : pen.widthF() / 1.5);
+  return pen;
 }
+
+QVector<double> Vector(const std::vector<double>& values) { return {values.begin(), values.end()}; }
 
 }  // namespace
 
@@ -177,10 +173,7 @@ void CalibrationPlot::AddTexts() {
   legend_ = new QCPLegend;
   plot_->plotLayout()->addElement(3, 0, legend_);
   plot_->plotLayout()->setRowStretchFactor(3, kNoMore);
-  constexpr int kInALine = 6;
   legend_->setLayer(QStringLiteral("legend"));
-  legend_->setFillOrder(QCPLayoutGrid::foColumnsFirst);
-  legend_->setWrap(kInALine);
   legend_->setBorderPen(Qt::NoPen);
   legend_->setBrush(Qt::NoBrush);
   constexpr int kAnySize = 100000;  // an empty legend would limit its column to no width
@@ -192,27 +185,49 @@ void CalibrationPlot::AddTexts() {
   nothing_->position->setCoords(0.5, 0.5);
 }
 
-void CalibrationPlot::AddTrace(const CalTrace& trace, bool is_single) {
-  constexpr double kMarkSize = 5;
-  const bool is_own = trace.kind == CalTrace::kMeasured;
-  QPen pen(TraceColor(static_cast<int>(trace.channel), palette()), is_own ? 1.5 : 1);
-  pen.setStyle(trace.kind == CalTrace::kReference ? Qt::DashLine : Qt::SolidLine);
-  bool is_named = is_single;
-  for (const auto& [number, sweep] : SweepsOf(trace.curve)) {
-    for (QCPAxisRect* axes : {amplitude_, phase_}) {
-      QCPGraph* graph = plot_->addGraph(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
-      graph->setData(sweep.frequencies, axes == amplitude_ ? sweep.amplitudes : sweep.phases);
-      graph->setName(QString::fromStdString(trace.Label()));
-      graph->setPen(pen);
-      graph->setScatterStyle(MarkOf(trace, pen.color(), kMarkSize));
-      if (is_own && view_->ShowsModel()) {
-        graph->setLineStyle(QCPGraph::lsNone);
-      }
-      if (!is_named) {
-        is_named = graph->addToLegend(legend_);
-      }
+QColor CalibrationPlot::ColorOf(int color) const {
+  return color < 0 ? palette().color(QPalette::WindowText) : TraceColor(color, palette());
+}
+
+void CalibrationPlot::AddLine(const CalLine& line) {
+  const QColor color = ColorOf(line.color);
+  for (QCPAxisRect* axes : {amplitude_, phase_}) {
+    QCPGraph* graph = plot_->addGraph(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
+    graph->setData(Vector(line.frequencies),
+                   Vector(axes == amplitude_ ? line.amplitudes : line.phases));
+    graph->setPen(PenOf(line.kind, color));
+    graph->setScatterStyle(MarkOf(line.kind, line.mark, color));
+    if (line.kind == CalTrace::kMeasured && view_->ShowsModel()) {
+      graph->setLineStyle(QCPGraph::lsNone);
     }
   }
+}
+
+// A graph without points for each row.
+void CalibrationPlot::FillLegend() {
+  for (const CalLegendRow& row : LegendOf(*view_)) {
+    const QColor color = ColorOf(row.color);
+    QCPGraph* sample =
+        plot_->addGraph(amplitude_->axis(QCPAxis::atBottom), amplitude_->axis(QCPAxis::atLeft));
+    sample->setName(QString::fromStdString(row.text));
+    sample->setPen(PenOf(row.kind, color));
+    sample->setLineStyle(row.color < 0 && row.mark >= 0 ? QCPGraph::lsNone : QCPGraph::lsLine);
+    sample->setScatterStyle(MarkOf(row.kind, row.mark, color));
+    sample->addToLegend(legend_);
+  }
+}
+
+// As many in a line as stand there with their whole names.
+void CalibrationPlot::FitLegend() {
+  constexpr int kBesideName = 52;  // the picture of the line, margins
+  int widest = 1;
+  for (int i = 0; i < legend_->itemCount(); ++i) {
+    if (auto* item = dynamic_cast<QCPPlottableLegendItem*>(legend_->item(i)); item != nullptr) {
+      widest = std::max(widest, fontMetrics().horizontalAdvance(item->plottable()->name()));
+    }
+  }
+  legend_->setWrap(std::max(plot_->width() / (widest + kBesideName), 1));
+  legend_->setFillOrder(QCPLayoutGrid::foColumnsFirst, true);
 }
 
 void CalibrationPlot::SetRanges() {
@@ -242,7 +257,8 @@ void CalibrationPlot::SetRanges() {
   for (QCPAxisRect* axes : {amplitude_, phase_}) {
     SetLogRange(axes->axis(QCPAxis::atBottom), display.min_frequency, display.max_frequency);
   }
-  SetLogRange(amplitude_->axis(QCPAxis::atLeft), display.min_amplitude, display.max_amplitude);
+  const auto set_range = view_->ShowsRatio() ? &SetLinearRange : &SetLogRange;
+  set_range(amplitude_->axis(QCPAxis::atLeft), display.min_amplitude, display.max_amplitude);
   QCPAxis* phase = phase_->axis(QCPAxis::atLeft);
   phase->setTicker(
       QSharedPointer<QCPAxisTicker>(new PartsTicker(display.phase_grid_lines, phase_)));
@@ -251,6 +267,7 @@ void CalibrationPlot::SetRanges() {
 
 void CalibrationPlot::ShowView() {
   legend_->clearItems();
+  legend_->simplify();
   plot_->clearGraphs();
   const QString title = QString::fromStdString(view_->Title());
   title_->setText(title);
@@ -258,15 +275,26 @@ void CalibrationPlot::ShowView() {
   setAccessibleName(plot_->accessibleName());
   SetRanges();
   if (WhyEmpty(view_->Display()).empty()) {
-    const auto& traces = view_->Traces();
-    for (const CalTrace& trace : traces) {
-      AddTrace(trace, traces.size() == 1);
+    for (const CalLine& line : LinesOf(*view_)) {
+      AddLine(line);
     }
+    FillLegend();
   }
   FitHeight();
   FollowTheme();
   MoveCursorLines();
   plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+QString CalibrationPlot::Save(const QString& path, const QSize& size) const {
+  CalibrationPlot picture(view_, nullptr);
+  picture.setPalette(palette());
+  picture.setFont(font());
+  picture.resize(size);
+  picture.plot_->resize(size);
+  picture.plot_->setViewport(QRect(QPoint(), size));
+  picture.ShowView();
+  return SavePlot(picture.plot_, path, size);
 }
 
 void CalibrationPlot::MoveCursorLines() {
@@ -296,8 +324,10 @@ void CalibrationPlot::FollowTheme() {
   legend_->setFont(font());
   legend_->setTextColor(text);
   for (int i = 0; i < legend_->itemCount(); ++i) {
-    legend_->item(i)->setFont(font());
-    legend_->item(i)->setTextColor(text);
+    if (QCPAbstractLegendItem* item = legend_->item(i); item != nullptr) {  // a cell may be empty
+      item->setFont(font());
+      item->setTextColor(text);
+    }
   }
   nothing_->setFont(font());
   nothing_->setColor(text);
@@ -332,6 +362,7 @@ void CalibrationPlot::FitHeight() {
   QCPAxis* upper = amplitude_->axis(QCPAxis::atBottom);
   upper->setLabel(is_low ? QString() : QStringLiteral("Frequency (Hz)"));
   upper->setTickLabels(!is_low && WhyEmpty(view_->Display()).empty());
+  FitLegend();
   legend_->setVisible(legend_->itemCount() > 0 && !is_low);
   const auto label = [is_low](const std::string& text) {
     const QString whole = QString::fromStdString(text);

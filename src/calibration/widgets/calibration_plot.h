@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "calibration/cal_view.h"
+#include "calibration/cal_lines.h"
 
 class QCPAxisRect;
 class QCPItemStraightLine;
@@ -30,6 +30,8 @@ class CalibrationPlot : public QWidget {
   /// Only the cursor has moved.
   void ShowCursor();
   QCustomPlot* Plot() { return plot_; }
+  /// Saves what the view shows, drawn anew for a size. As `SavePlot()`.
+  QString Save(const QString& path, const QSize& size) const;
 
  signals:
   /// The user set the cursor.
@@ -45,7 +47,10 @@ class CalibrationPlot : public QWidget {
   QCPItemStraightLine* MakeCursor(QCPAxisRect* axes);
   void MoveCursorLines();
   void AddTexts();
-  void AddTrace(const CalTrace& trace, bool is_single);
+  QColor ColorOf(int color) const;
+  void AddLine(const CalLine& line);
+  void FillLegend();
+  void FitLegend();
   void SetRanges();
   void FitHeight();
   void FollowTheme();

@@ -68,6 +68,7 @@ void CWaveformDisplay::AddPaging() {
   number_->setObjectName(QStringLiteral("segment"));
   number_->setAccessibleName(QStringLiteral("Segment"));
   number_->setToolTip(QStringLiteral("Number of the segment shown"));
+  number_->setLocale(QLocale::c());
   number_->setKeyboardTracking(false);
   connect(number_, &QSpinBox::valueChanged, this, [this](int number) {
     Page(number > 0 && view_.GoTo(static_cast<std::uint64_t>(number)));
@@ -97,6 +98,15 @@ void CWaveformDisplay::AddViewing() {
             [this] { ZoomValues(kZoomStep); });
   AddButton("Flatter", "flatter", "Smaller traces", Qt::Key_Down,
             [this] { ZoomValues(1 / kZoomStep); });
+  AddButton("Reset views", "reset", "The whole segment and all traces as they open", Qt::Key_R,
+            [this] {
+              view_.ResetViews();
+              ShowView();
+            });
+  AddKey("Pan up", "pan-up", "Traces up; by the mouse: drag with Ctrl", Qt::CTRL | Qt::Key_Up,
+         [this] { PanValues(kPanStep); });
+  AddKey("Pan down", "pan-down", "Traces down", Qt::CTRL | Qt::Key_Down,
+         [this] { PanValues(-kPanStep); });
   auto_scale_ = AddButton("Auto scale", "auto-scale", "Scale each trace to its place", Qt::Key_A,
                           [this] { ToggleAutoScale(); });
   auto_scale_->setCheckable(true);
@@ -112,6 +122,9 @@ void CWaveformDisplay::AddViewing() {
 
 void CWaveformDisplay::AddSaving() {
   AddButton("Copy", "copy", "Copy what is visible as text", QKeySequence::Copy, [this] { Copy(); });
+  AddButton("Copy readings", "copy-readings", "Copy what the cursors read as text",
+            Qt::CTRL | Qt::SHIFT | Qt::Key_C, [this] { CopyReadings(); });
+  AddReload();
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
             Qt::CTRL | Qt::Key_P, [this] { Save(); });
   AddButton("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
@@ -145,9 +158,7 @@ bool CWaveformDisplay::Open(const QString& path) {
       (!OffersRawCounts() || !OpenOrTell(file, {.header_size = {}, .needs_companion = false}))) {
     return false;
   }
-  number_->setRange(
-      view_.Count() == 0 ? 0 : 1,
-      static_cast<int>(std::min<std::uint64_t>(view_.Count(), std::numeric_limits<int>::max())));
+  LimitNumber();
   if (const std::string bad = view_.File().BadRecordText(); !bad.empty()) {
     prompts_->ShowWarning("Orvane", bad);
   }
@@ -156,6 +167,13 @@ bool CWaveformDisplay::Open(const QString& path) {
   }
   ShowView();
   return true;
+}
+
+void CWaveformDisplay::LimitNumber() {
+  const QSignalBlocker blocker(number_);
+  number_->setRange(
+      view_.Count() == 0 ? 0 : 1,
+      static_cast<int>(std::min<std::uint64_t>(view_.Count(), std::numeric_limits<int>::max())));
 }
 
 QString CWaveformDisplay::Title() const { return TextFromPath(view_.File().Path().filename()); }
@@ -223,6 +241,11 @@ void CWaveformDisplay::ZoomValues(double factor) {
   ShowView();
 }
 
+void CWaveformDisplay::PanValues(double share) {
+  view_.PanValues(share);
+  ShowView();
+}
+
 void CWaveformDisplay::Pan(double share) {
   const ValueRange times = view_.VisibleTimes();
   view_.PanTimes((times.high - times.low) * share);
@@ -282,10 +305,31 @@ void CWaveformDisplay::Copy() {
   emit Told(QStringLiteral("The visible scans were copied as text"));
 }
 
+void CWaveformDisplay::CopyReadings() {
+  const QString readings = TextFromBytes(view_.CursorText());
+  if (!readings.isEmpty()) {
+    QApplication::clipboard()->setText(readings);
+  }
+  emit Told(readings.isEmpty() ? QStringLiteral("There is no cursor whose readings could be copied")
+                               : QStringLiteral("The readings of the cursors were copied as text"));
+}
+
+void CWaveformDisplay::Reload() {
+  std::string reason;
+  const bool is_read = view_.Reload(&reason);
+  LimitNumber();
+  ShowView();
+  if (!is_read) {
+    emit Told(QStringLiteral("Not read anew: ") + QString::fromStdString(reason));
+  }
+}
+
 void CWaveformDisplay::Save() {
   const QString name =
       TextFromPath(view_.File().Path().stem()) + QStringLiteral("-%1").arg(view_.Number());
-  AskAndSavePlot(plot_->Plot(), name, this);
+  AskAndSavePicture(plot_->size(), name, this, [this](const QString& path, const QSize& size) {
+    return plot_->Save(path, size);
+  });
 }
 
 bool CWaveformDisplay::RemoveCursors() {
@@ -314,12 +358,21 @@ void CWaveformDisplay::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// The keys of the number of the segment are its own while it has the focus.
+// The keys of the number of the segment are its own while it has the focus; Escape leaves it.
 bool CWaveformDisplay::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == number_ && event->type() == QEvent::ShortcutOverride) {
+  const bool is_override = event->type() == QEvent::ShortcutOverride;
+  if (watched == number_ && (is_override || event->type() == QEvent::KeyPress)) {
     const int key = dynamic_cast<QKeyEvent*>(event)->key();
-    if (key == Qt::Key_Up || key == Qt::Key_Down || (key >= Qt::Key_0 && key <= Qt::Key_9)) {
+    const bool is_number =
+        key == Qt::Key_Up || key == Qt::Key_Down || (key >= Qt::Key_0 && key <= Qt::Key_9);
+    if (is_override && (is_number || key == Qt::Key_Escape)) {
       event->accept();
+      return true;
+    }
+    if (!is_override && key == Qt::Key_Escape) {
+      const QSignalBlocker blocker(number_);  // what was typed so far goes
+      number_->setValue(static_cast<int>(view_.Number()));
+      setFocus();
       return true;
     }
   }

@@ -32,6 +32,7 @@ class CWaveformDisplay : public CDisplay {
   QString Title() const override;
   void ScrollBack() override { Page(view_.Previous()); }
   void ScrollForward() override { Page(view_.Next()); }
+  void Reload() override;
   /// The dialog "Wavefrom Display Parameters".
   void EditSettings();
   /// Draws the view anew and tells the status bar where it stands.
@@ -44,12 +45,14 @@ class CWaveformDisplay : public CDisplay {
  private:
   bool OpenOrTell(const std::filesystem::path& path, const TsFile::Options& options);
   bool OffersRawCounts();
+  void LimitNumber();
   void AddPaging();
   void AddViewing();
   void AddSaving();
   void Page(bool is_other);
   void Zoom(double factor);
   void ZoomValues(double factor);
+  void PanValues(double share);
   void Pan(double share);
   void MoveCursor(WaveformView::Cursor cursor, int scans);
   void ToggleAutoScale();
@@ -57,6 +60,7 @@ class CWaveformDisplay : public CDisplay {
   void FollowSettings();
   void ShowReadings();
   void Copy();
+  void CopyReadings();
   void Save();
   bool RemoveCursors();
 

@@ -12,14 +12,17 @@
 
 #include "ui/byte_text.h"
 #include "ui/plot_theme.h"
+#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
 constexpr double kWheelStep = 1.25;
-constexpr int kDragStart = 4;  // pixels
+constexpr int kDragStart = 4;   // pixels
+constexpr int kTextMargin = 8;  // pixels
 constexpr int kMostTimeTicks = 10;
-constexpr double kEdge = 0.1;
+constexpr double kDot = 5;
+constexpr double kNoMore = 0.001;  // stretch of a row that is as high as its text
 
 QFont LabelFont(const QWidget& widget) {
   QFont font(QStringLiteral("Arial"));
@@ -33,29 +36,19 @@ QFont NumberFont(const QWidget& widget) {
   return font;
 }
 
-// Numbers at a value axis of so many pixels.
-int MostValues(int height) {
-  constexpr int kLow = 36;  // room for one number, or for two
-  return height < kLow ? 2 : std::clamp(height / 16, 4, 6);
-}
-
-// Ticks by the rule of the display: round steps, as many decimals as tell them apart. None stands
-// so near to an end of a value axis that its number would touch that of the next strip.
+// Ticks by the rule of the display: round steps, as many decimals as tell them apart.
 class RoundTicker : public QCPAxisTicker {
  public:
-  explicit RoundTicker(const QCPAxisRect* value_axes = nullptr) : value_axes_(value_axes) {}
+  explicit RoundTicker(const QCPAxis* axis) : axis_(axis) {}
 
   void generate(const QCPRange& range, const QLocale& /*locale*/, QChar /*format*/,
                 int /*precision*/, QVector<double>& ticks, QVector<double>* sub_ticks,
                 QVector<QString>* labels) override {
-    const bool is_value = value_axes_ != nullptr;
-    const int most = is_value ? MostValues(value_axes_->height()) : kMostTimeTicks;
-    const double margin = is_value ? kEdge * range.size() : 0;
-    AxisTicks round = TicksBetween(range.lower + margin, range.upper - margin, most);
-    // One number tells no scale.
-    for (int more = most + 1; round.values.size() < 2 && more <= kMostTimeTicks; ++more) {
-      round = TicksBetween(range.lower + margin, range.upper - margin, more);
-    }
+    const bool is_value = axis_->orientation() == Qt::Vertical;
+    const AxisTicks round =
+        is_value ? StripTicks(range.lower, range.upper, std::max(axis_->axisRect()->height(), 1),
+                              QFontMetrics(axis_->tickLabelFont()).ascent())
+                 : TimeTicks(range);
     ticks = QVector<double>(round.values.begin(), round.values.end());
     if (sub_ticks != nullptr) {
       sub_ticks->clear();
@@ -63,13 +56,34 @@ class RoundTicker : public QCPAxisTicker {
     if (labels != nullptr) {
       labels->clear();
       for (const double value : round.values) {
-        labels->append(TextFromBytes(TickText(value, round.precision)).trimmed());
+        labels->append(Label(value, round.precision));
       }
     }
   }
 
  private:
-  const QCPAxisRect* value_axes_;
+  static QString Label(double value, int precision) {
+    return TextFromBytes(TickText(value, precision)).trimmed();
+  }
+
+  // As many as stand apart.
+  AxisTicks TimeTicks(const QCPRange& range) const {
+    const QFontMetrics metrics(axis_->tickLabelFont());
+    const double pixels = axis_->axisRect()->width();
+    for (int most = kMostTimeTicks; most > 2; --most) {
+      AxisTicks round = TicksBetween(range.lower, range.upper, most);
+      int widest = 0;
+      for (const double value : round.values) {
+        widest = std::max(widest, metrics.horizontalAdvance(Label(value, round.precision) + "  "));
+      }
+      if (widest <= round.step / range.size() * pixels) {
+        return round;
+      }
+    }
+    return TicksBetween(range.lower, range.upper, 2);
+  }
+
+  const QCPAxis* axis_;
 };
 
 QVector<double> Vector(std::vector<double> values) { return {values.begin(), values.end()}; }
@@ -90,10 +104,7 @@ WaveformPlot::WaveformPlot(WaveformView* view, QWidget* parent)
   layout->addWidget(plot_);
   setMinimumSize(320, 200);
   plot_->plotLayout()->clear();
-  title_ = new QCPTextElement(plot_);
-  title_->setTextFlags(Qt::AlignLeft | Qt::AlignVCenter);
-  plot_->plotLayout()->addElement(0, 0, title_);
-  plot_->plotLayout()->setRowStretchFactor(0, 0.001);  // as high as its line, no more
+  MakeHeader();
   FollowTheme();
   // Ticks are chosen before the strips get their heights: a new height needs a second drawing.
   connect(plot_, &QCustomPlot::afterReplot, this, [this] {
@@ -103,6 +114,20 @@ WaveformPlot::WaveformPlot(WaveformView* view, QWidget* parent)
       plot_->replot(QCustomPlot::rpQueuedReplot);
     }
   });
+}
+
+// The note stands right behind the title.
+void WaveformPlot::MakeHeader() {
+  auto* header = new QCPLayoutGrid;
+  title_ = new QCPTextElement(plot_);
+  note_ = new QCPTextElement(plot_);
+  for (QCPTextElement* text : {title_, note_}) {
+    text->setTextFlags(Qt::AlignLeft | Qt::AlignVCenter);
+    header->addElement(0, text == title_ ? 0 : 1, text);
+  }
+  header->setColumnStretchFactor(0, kNoMore);
+  plot_->plotLayout()->addElement(0, 0, header);
+  plot_->plotLayout()->setRowStretchFactor(0, kNoMore);
 }
 
 WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
@@ -116,8 +141,11 @@ WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
   strip.axes->axis(QCPAxis::atTop)->setTicks(false);
   strip.axes->axis(QCPAxis::atRight)->setTicks(false);
   strip.axes->axis(QCPAxis::atLeft)
-      ->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(strip.axes)));
-  strip.axes->axis(QCPAxis::atBottom)->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker));
+      ->setTicker(
+          QSharedPointer<QCPAxisTicker>(new RoundTicker(strip.axes->axis(QCPAxis::atLeft))));
+  strip.axes->axis(QCPAxis::atBottom)
+      ->setTicker(
+          QSharedPointer<QCPAxisTicker>(new RoundTicker(strip.axes->axis(QCPAxis::atBottom))));
   for (QCPAxis* axis : strip.axes->axes()) {
     axis->setLayer(QStringLiteral("axes"));
     axis->grid()->setLayer(QStringLiteral("grid"));
@@ -128,18 +156,26 @@ WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
   strip.graph =
       plot_->addGraph(strip.axes->axis(QCPAxis::atBottom), strip.axes->axis(QCPAxis::atLeft));
   strip.graph->setAdaptiveSampling(false);  // the view has thinned the line already
-  for (QCPItemStraightLine*& cursor : strip.cursors) {
-    cursor = new QCPItemStraightLine(plot_);
-    cursor->setClipAxisRect(strip.axes);
-    for (QCPItemPosition* position : {cursor->point1, cursor->point2}) {
-      position->setAxisRect(strip.axes);
-      position->setAxes(strip.axes->axis(QCPAxis::atBottom), strip.axes->axis(QCPAxis::atLeft));
-    }
+  for (std::size_t i = 0; i < 2; ++i) {
+    strip.cursors[i] = MakeLine(strip);
+    strip.limits[i] = MakeLine(strip);
   }
   return strip;
 }
 
+QCPItemStraightLine* WaveformPlot::MakeLine(const Strip& strip) {
+  auto* line = new QCPItemStraightLine(plot_);
+  line->setClipAxisRect(strip.axes);
+  for (QCPItemPosition* position : {line->point1, line->point2}) {
+    position->setAxisRect(strip.axes);
+    position->setAxes(strip.axes->axis(QCPAxis::atBottom), strip.axes->axis(QCPAxis::atLeft));
+  }
+  return line;
+}
+
 void WaveformPlot::MakeStrips(std::size_t count) {
+  const std::string not_drawn = view_->NotDrawnText(count);
+  not_drawn_ = nullptr;
   plot_->clearItems();
   plot_->clearGraphs();
   strips_.clear();
@@ -157,7 +193,16 @@ void WaveformPlot::MakeStrips(std::size_t count) {
     axes->setAutoMargins(QCP::msLeft | QCP::msRight);
     axes->setMargins(QMargins(0, 0, 0, 0));
   }
-  MakeTimeAxis(static_cast<int>(count) + 1, margins);
+  if (count > 0) {
+    MakeTimeAxis(static_cast<int>(count) + 1, margins);
+    if (!not_drawn.empty()) {
+      const int row = static_cast<int>(count) + 2;
+      not_drawn_ = new QCPTextElement(plot_, TextFromBytes(not_drawn));
+      not_drawn_->setTextFlags(Qt::AlignLeft | Qt::AlignVCenter);
+      plot_->plotLayout()->addElement(row, 0, not_drawn_);
+      plot_->plotLayout()->setRowStretchFactor(row, kNoMore);
+    }
+  }
   plot_->plotLayout()->setRowSpacing(2);
   FollowTheme();
 }
@@ -173,7 +218,7 @@ void WaveformPlot::MakeTimeAxis(int row, QCPMarginGroup* margins) {
   time_axes_->setMinimumMargins(QMargins(0, 0, 12, 0));
   time_axes_->axis(QCPAxis::atLeft)->setVisible(false);
   QCPAxis* axis = time_axes_->axis(QCPAxis::atBottom);
-  axis->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker));
+  axis->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(axis)));
   axis->setLayer(QStringLiteral("axes"));
   axis->grid()->setVisible(false);
   line->addElement(0, 0, time_label_);
@@ -203,16 +248,29 @@ void WaveformPlot::SizeLabels() {
 
 void WaveformPlot::ShowStrip(std::size_t trace, WaveformTrace line) {
   const Strip& strip = strips_[trace];
-  QString text = TextFromBytes(view_->Channel(trace).Label()).simplified();
-  text += TextFromBytes(view_->StatusText(trace));
-  strip.label->setText(text);
   strip.label->setTextColor(TraceColor(static_cast<int>(trace), palette()));
+  strip.graph->setScatterStyle(view_->HasDots(PlotWidth())
+                                   ? QCPScatterStyle(QCPScatterStyle::ssDisc, kDot)
+                                   : QCPScatterStyle(QCPScatterStyle::ssNone));
   strip.graph->setData(Vector(std::move(line.times)), Vector(std::move(line.values)), true);
   const ValueRange times = view_->VisibleTimes();
   const ValueRange values = view_->ValuesOf(trace);
   strip.axes->axis(QCPAxis::atBottom)->setRange(times.low, times.high);
   strip.axes->axis(QCPAxis::atLeft)->setRange(values.low, values.high);
   ShowCursors(strip);
+  ShowLimits(trace);
+}
+
+void WaveformPlot::ShowLimits(std::size_t trace) {
+  const std::vector<double> values = view_->FullScaleLines(trace);
+  const Strip& strip = strips_[trace];
+  for (std::size_t i = 0; i < strip.limits.size(); ++i) {
+    strip.limits[i]->setVisible(i < values.size());
+    if (i < values.size()) {
+      strip.limits[i]->point1->setCoords(0, values[i]);
+      strip.limits[i]->point2->setCoords(1, values[i]);
+    }
+  }
 }
 
 void WaveformPlot::ShowCursors(const Strip& strip) {
@@ -227,32 +285,98 @@ void WaveformPlot::ShowCursors(const Strip& strip) {
   }
 }
 
-void WaveformPlot::ShowView() {
-  if (strips_.size() != view_->TraceCount()) {
-    MakeStrips(view_->TraceCount());
+// Of the traces those that have room for a line of text.
+std::size_t WaveformPlot::StripsWithRoom() const {
+  constexpr int kLeast = 24;
+  constexpr int kAxisLines = 4;
+  const int line = fontMetrics().height();
+  const int title_lines = static_cast<int>(title_->text().count(QLatin1Char('\n'))) + 1;
+  const int room = plot_->height() - (kAxisLines + title_lines) * line;
+  const auto most = static_cast<std::size_t>(std::max(room / std::max(kLeast, line + 4), 1));
+  return std::min(view_->TraceCount(), most);
+}
+
+void WaveformPlot::ShowHeader() {
+  const QString note = TextFromBytes(view_->NoteText());
+  note_->setText(view_->Number() == 0 ? QString() : note);
+  const QFontMetrics metrics(title_->font());
+  const int room = plot_->width() - metrics.horizontalAdvance(note_->text()) - 3 * kTextMargin;
+  const std::string title =
+      view_->Number() == 0
+          ? view_->EmptyText()
+          : BrokenTitle(view_->TitleText(), [&metrics, room](std::string_view text) {
+              return metrics.horizontalAdvance(TextFromBytes(text)) <= room;
+            });
+  const QString name = TextFromPath(view_->File().Path().filename()) + QLatin1Char('\n');
+  title_->setText((has_file_name_ ? name : QString()) + TextFromBytes(title));
+}
+
+// For those who cannot see it.
+void WaveformPlot::SayWhatIsShown() {
+  QStringList spoken{title_->text().simplified(), note_->text()};
+  for (const Strip& strip : strips_) {
+    spoken << strip.label->text().simplified();
   }
-  title_->setText(view_->Number() == 0 ? QString() : TextFromBytes(view_->TitleText()));
-  const QColor text = palette().color(view_->IsBad() ? QPalette::Link : QPalette::WindowText);
-  title_->setTextColor(StandOut(text, palette()));
+  spoken.removeAll(QString());
+  plot_->setAccessibleDescription(spoken.join(QStringLiteral("; ")));
+}
+
+void WaveformPlot::ShowView() {
+  ShowHeader();
+  const std::size_t count = StripsWithRoom();
+  const QString not_drawn = not_drawn_ == nullptr ? QString() : not_drawn_->text();
+  if (strips_.size() != count || not_drawn != TextFromBytes(view_->NotDrawnText(count))) {
+    MakeStrips(count);
+  }
   if (!strips_.empty()) {
-    std::vector<WaveformTrace> lines = view_->Traces(PlotWidth());
     for (std::size_t trace = 0; trace < strips_.size(); ++trace) {
-      ShowStrip(trace, std::move(lines[trace]));
+      ShowLabel(trace);
     }
     SizeLabels();
     const ValueRange times = view_->VisibleTimes();
     time_axes_->axis(QCPAxis::atBottom)->setRange(times.low, times.high);
     time_axes_->axis(QCPAxis::atBottom)->setLabel(TextFromBytes(view_->TimeLabel()));
+    GivePlaces();
+    std::vector<WaveformTrace> lines = view_->Traces(PlotWidth());
+    for (std::size_t trace = 0; trace < strips_.size(); ++trace) {
+      ShowLabel(trace);
+      ShowStrip(trace, std::move(lines[trace]));
+    }
   }
-  QStringList spoken(title_->text());
-  for (const Strip& strip : strips_) {
-    spoken << strip.label->text().simplified();
-  }
-  plot_->setAccessibleDescription(spoken.join(QStringLiteral("; ")));
-  if (view_->Record().Header().scans == 0 && !view_->Problem().empty()) {
-    title_->setText(QString::fromStdString(view_->Problem()));
-  }
+  SayWhatIsShown();
   plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+// Ticks, labels and lines depend on the places of the strips, which a drawing would give them only
+// after it has chosen the ticks.
+void WaveformPlot::GivePlaces() {
+  for (const auto phase :
+       {QCPLayoutElement::upPreparation, QCPLayoutElement::upMargins, QCPLayoutElement::upLayout}) {
+    plot_->plotLayout()->update(phase);
+  }
+}
+
+void WaveformPlot::ShowLabel(std::size_t trace) {
+  const Strip& strip = strips_[trace];
+  QString text = TextFromBytes(view_->Channel(trace).Label()).simplified();
+  text += TextFromBytes(view_->StatusText(trace));
+  const int height = strip.axes->height();
+  if (height > 0 && height < 2 * QFontMetrics(strip.label->font()).height()) {
+    text = text.simplified();  // one line
+  }
+  strip.label->setText(text);
+}
+
+QString WaveformPlot::Save(const QString& path, const QSize& size) const {
+  WaveformPlot picture(view_, nullptr);
+  picture.setPalette(palette());
+  picture.setFont(font());
+  picture.has_file_name_ = true;
+  picture.resize(size);
+  picture.plot_->resize(size);
+  picture.plot_->setViewport(QRect(QPoint(), size));
+  picture.ShowView();
+  return SavePlot(picture.plot_, path, size);
 }
 
 int WaveformPlot::PlotWidth() const {
@@ -266,12 +390,21 @@ void WaveformPlot::FollowTheme() {
   title.setPointSizeF(font().pointSizeF());
   title_->setFont(title);
   title_->setTextColor(palette().color(QPalette::WindowText));
+  note_->setFont(title);
+  note_->setTextColor(WarningColor(palette()));
+  if (not_drawn_ != nullptr) {
+    not_drawn_->setFont(LabelFont(*this));
+    not_drawn_->setTextColor(palette().color(QPalette::WindowText));
+  }
   for (std::size_t i = 0; i < strips_.size(); ++i) {
     strips_[i].label->setFont(LabelFont(*this));
-    strips_[i].graph->setPen(QPen(TraceColor(static_cast<int>(i), palette()), 0));
+    strips_[i].graph->setPen(TracePen(TraceColor(static_cast<int>(i), palette())));
+    for (QCPItemStraightLine* limit : strips_[i].limits) {
+      limit->setPen(QPen(WarningColor(palette()), 1, Qt::DashLine));
+    }
     const QColor line = palette().color(QPalette::WindowText);
-    strips_[i].cursors[0]->setPen(QPen(line, 0));
-    strips_[i].cursors[1]->setPen(QPen(line, 0, Qt::DashLine));
+    strips_[i].cursors[0]->setPen(QPen(line, 1));
+    strips_[i].cursors[1]->setPen(QPen(line, 1, Qt::DashLine));
   }
 }
 
@@ -288,7 +421,7 @@ double WaveformPlot::TimeAt(double pixel) const {
 }
 
 bool WaveformPlot::eventFilter(QObject* watched, QEvent* event) {
-  if (strips_.empty()) {
+  if (strips_.empty() && event->type() != QEvent::Resize) {
     return QWidget::eventFilter(watched, event);
   }
   switch (event->type()) {
@@ -330,7 +463,8 @@ bool WaveformPlot::OnPress(const QMouseEvent& event) {
   }
   is_pressed_ = true;
   is_dragging_ = false;
-  press_x_ = event.position().x();
+  press_ = event.position();
+  panned_ = 0;
   press_times_ = view_->VisibleTimes();
   return true;
 }
@@ -339,11 +473,17 @@ bool WaveformPlot::OnMove(const QMouseEvent& event) {
   if (!is_pressed_) {
     return false;
   }
-  const double moved = event.position().x() - press_x_;
-  is_dragging_ = is_dragging_ || std::fabs(moved) >= kDragStart;
+  const QPointF moved = event.position() - press_;
+  is_dragging_ = is_dragging_ || moved.manhattanLength() >= kDragStart;
   if (is_dragging_) {
-    const double seconds = (press_times_.high - press_times_.low) * moved / PlotWidth();
-    view_->ShowTimes(press_times_.low - seconds, press_times_.high - seconds);
+    if ((event.modifiers() & Qt::ControlModifier) != 0) {
+      const double share = moved.y() / std::max(strips_.front().axes->height(), 1);
+      view_->PanValues(share - panned_);
+      panned_ = share;
+    } else {
+      const double seconds = (press_times_.high - press_times_.low) * moved.x() / PlotWidth();
+      view_->ShowTimes(press_times_.low - seconds, press_times_.high - seconds);
+    }
     ShowView();
     emit Changed();
   }

@@ -17,10 +17,11 @@ class QCustomPlot;
 
 namespace orvane {
 
-/// Draws what a `WaveformView` shows: a title, below it one strip for each trace with its label and
-/// status at the left, one time axis at the bottom, and the cursors. Mouse: the wheel zooms the
-/// time where the mouse is, with Ctrl the values; dragging pans; a click sets the first cursor,
-/// with Shift the second.
+/// Draws what a `WaveformView` shows: a title with a note beside it, below it one strip for each
+/// trace that has room, with its label and status at the left, one time axis at the bottom, the
+/// names of channels without room, and the cursors. Mouse: the wheel zooms the time where the mouse
+/// is, with Ctrl the values; dragging pans the time, with Ctrl the values; a click sets the first
+/// cursor, with Shift the second.
 class WaveformPlot : public QWidget {
   Q_OBJECT
 
@@ -31,6 +32,8 @@ class WaveformPlot : public QWidget {
   /// Draws the view anew, whatever of it has changed.
   void ShowView();
   QCustomPlot* Plot() { return plot_; }
+  /// Saves what the view shows, drawn anew for a size, under the file's name. As `SavePlot()`.
+  QString Save(const QString& path, const QSize& size) const;
 
  signals:
   /// The user changed the visible times or a cursor of the view.
@@ -48,14 +51,23 @@ class WaveformPlot : public QWidget {
     QCPTextElement* label = nullptr;
     QCPGraph* graph = nullptr;
     std::array<QCPItemStraightLine*, 2> cursors{};
+    std::array<QCPItemStraightLine*, 2> limits{};  // of the box's converter
   };
 
+  void MakeHeader();
   void MakeStrips(std::size_t count);
   Strip MakeStrip(int row);
+  QCPItemStraightLine* MakeLine(const Strip& strip);
   void MakeTimeAxis(int row, QCPMarginGroup* margins);
+  std::size_t StripsWithRoom() const;
+  void ShowHeader();
+  void ShowLabel(std::size_t trace);
+  void GivePlaces();
+  void SayWhatIsShown();
   void SizeLabels();
   void ShowStrip(std::size_t trace, WaveformTrace line);
   void ShowCursors(const Strip& strip);
+  void ShowLimits(std::size_t trace);
   void FollowTheme();
   bool OnWheel(const QWheelEvent& event);
   bool OnPress(const QMouseEvent& event);
@@ -66,14 +78,18 @@ class WaveformPlot : public QWidget {
 
   WaveformView* view_;
   QCustomPlot* plot_;
+  bool has_file_name_ = false;
   QCPTextElement* title_ = nullptr;
+  QCPTextElement* note_ = nullptr;
+  QCPTextElement* not_drawn_ = nullptr;
   QCPTextElement* time_label_ = nullptr;
   QCPAxisRect* time_axes_ = nullptr;
   std::vector<Strip> strips_;
   int drawn_height_ = 0;  // of the first strip
   // While a button is held: where it went down, what was visible then, and whether it was a drag.
-  double press_x_ = 0;
+  QPointF press_;
   ValueRange press_times_;
+  double panned_ = 0;  // so far, in heights of a strip
   bool is_pressed_ = false;
   bool is_dragging_ = false;
 };

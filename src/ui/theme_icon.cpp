@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/theme_icon.h"
+#include "ui/theme_icon.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>

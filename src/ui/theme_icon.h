@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifndef ORVANE_APP_THEME_ICON_H_
-#define ORVANE_APP_THEME_ICON_H_
+#ifndef ORVANE_UI_THEME_ICON_H_
+#define ORVANE_UI_THEME_ICON_H_
 
 #include <QIcon>
 
@@ -12,4 +12,4 @@ QIcon ThemeIcon(const QString& name);
 
 }  // namespace orvane
 
-#endif  // ORVANE_APP_THEME_ICON_H_
+#endif  // ORVANE_UI_THEME_ICON_H_
