@@ -6,8 +6,6 @@
 #include <QFile>
 #include <QLabel>
 #include <QProgressBar>
-#include <QStyle>
-#include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <array>
@@ -40,6 +38,7 @@
 #include "timeseries/widgets/waveform_dlg.h"
 #include "ui/batch_progress.h"
 #include "ui/batch_results.h"
+#include "ui/picture_size_dlg.h"
 #include "ui/qt_path.h"
 
 namespace orvane::examples {
@@ -376,6 +375,8 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   done = visit(&frame, "waveform-cursors") && done;
   show(WriteTwelveChannels(folder.path(), app->Document().Table()));
   done = visit(&frame, "waveform-twelve") && done;
+  CPictureSizeDlg size({1180, 600}, nullptr);
+  done = visit(&size, "picture-size") && done;
   WaveformForm form(display->View());
   QtPrompts prompts;
   CWaveformDlg settings(&form, &display->View(), &prompts, nullptr);
@@ -443,21 +444,6 @@ bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visi
 }
 
 }  // namespace
-
-QPalette LightPalette() {
-  const std::unique_ptr<QStyle> style(QStyleFactory::create(QStringLiteral("Fusion")));
-  return style->standardPalette();
-}
-
-QPalette DarkPalette() {
-  QPalette palette(QColor(53, 53, 56), QColor(43, 43, 46));
-  palette.setColor(QPalette::Base, QColor(30, 30, 32));
-  palette.setColor(QPalette::AlternateBase, QColor(38, 38, 41));
-  palette.setColor(QPalette::Highlight, QColor(58, 122, 190));
-  palette.setColor(QPalette::ToolTipBase, QColor(60, 60, 64));
-  palette.setColor(QPalette::ToolTipText, Qt::white);
-  return palette;
-}
 
 bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit) {
   CMainFrame& frame = app->Frame();

@@ -2,7 +2,6 @@
 #ifndef ORVANE_EXAMPLES_EVERY_WINDOW_H_
 #define ORVANE_EXAMPLES_EVERY_WINDOW_H_
 
-#include <QPalette>
 #include <QString>
 #include <QWidget>
 #include <functional>
@@ -18,9 +17,6 @@ using Visit = std::function<bool(QWidget* window, const char* name)>;
 /// Brings up the main window with all that it shows, and every dialog, one after the other.
 /// `survey` is the folder of the example survey. False where a visit was.
 bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit);
-
-QPalette LightPalette();
-QPalette DarkPalette();
 
 }  // namespace orvane::examples
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Draws the main window and every dialog into PNG files, in a light and in a dark theme; on Windows
-// in that of the system.
+// Draws the main window and every dialog into PNG files, in themes light, dark and sunlight; on
+// Windows in that of the system.
 //
 //   orvane-gallery FOLDER TABLE SURVEY
 //
@@ -14,10 +14,14 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 #include "every_window.h"
 #include "modal_watch.h"
+#include "ui/themes.h"
+
+using orvane::Theme;
 
 namespace {
 
@@ -50,13 +54,13 @@ int main(int argc, char** argv) {
   qputenv("XDG_DATA_HOME", settings.path().toLocal8Bit());
   orvane::COrvaneApp app(argc, argv);
 #ifdef Q_OS_WIN
-  // There the pictures show what its users see: the system's own style, which has no dark theme.
+  // There the pictures show what its users see: the system's own style, which has no dark one.
   QApplication::setApplicationName(QStringLiteral("Orvane gallery"));
-  const std::vector<bool> themes = {false};
+  const std::vector<std::pair<Theme, const char*>> themes = {{Theme::kSystem, "light"}};
 #else
-  QApplication::setStyle(QStringLiteral("Fusion"));
   QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 10));  // nor on the machine's
-  const std::vector<bool> themes = {false, true};
+  const std::vector<std::pair<Theme, const char*>> themes = {
+      {Theme::kLight, "light"}, {Theme::kDark, "dark"}, {Theme::kSunlight, "sunlight"}};
 #endif
   orvane::examples::ModalWatch watch([&settings] { settings.remove(); });
   const QString folder = QApplication::arguments().value(1);
@@ -65,12 +69,9 @@ int main(int argc, char** argv) {
   QDir().mkpath(folder);
   app.InitInstance(table);
   bool done = true;
-  for (const bool is_dark : themes) {
-    if (themes.size() > 1) {
-      QApplication::setPalette(is_dark ? orvane::examples::DarkPalette()
-                                       : orvane::examples::LightPalette());
-    }
-    const QString theme = is_dark ? QStringLiteral("dark") : QStringLiteral("light");
+  for (const auto& [colors, name_of_theme] : themes) {
+    orvane::ApplyTheme(colors);
+    const QString theme = QLatin1String(name_of_theme);
     const auto draw = [&](QWidget* window, const char* name) {
       watch.Expect(window);
       window->show();

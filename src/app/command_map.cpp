@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Texts stand exactly as users know them, doubled blanks included.
+// Texts stand exactly as users know them, doubled blanks included; only the marks of access keys
+// are ours.
 #include "app/command_map.h"
 
 #include <array>
@@ -11,60 +12,68 @@ constexpr CommandRow kLine = {kSeparator, "", ""};
 
 // clang-format off
 constexpr auto kFile = std::to_array<CommandRow>({
+    {kFileNew, "&New\tCtrl+N", "New TBL file"},
     {kFileOpen, "&Open...\tCtrl+O", "Open TBL file\nOpen"},
     {kFileSave, "&Save\tCtrl+S", "Save TBL file\nSave"},
-    {kFileSaveAs, "Save &As...", "Save TBL file with a new name\nSave As"},
-    {kFileSaveAllBoxes, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes\nSave All"},
+    {kFileSaveAs, "Save &As...\tCtrl+Shift+S", "Save TBL file with a new name\nSave As"},
+    {kFileSaveAllBoxes, "Save *.TBL Files for All &Boxes...\tCtrl+Shift+B", "Save TBL files for all boxes\nSave All"},
     kLine,
-    {kOpenCalibration, "Open Calibration File...", ""},
-    {kOpenWaveform, "Open Waveform(*.tss) File to Display...", ""},
-    {kRestack, "Create Stack Result Files (*.trs ) from Waveform(*.tss) Files....", ""},
+    {kOpenCalibration, "Open &Calibration File...", ""},
+    {kOpenWaveform, "Open &Waveform(*.tss) File to Display...", ""},
+    {kRestack, "Create Stack &Result Files (*.trs ) from Waveform(*.tss) Files....", ""},
     kLine,
-    {kFileRecent, "Recent File", "Open this document"},
+    {kFileRecent, "Recent &File", "Open this document"},
     kLine,
     {kAppExit, "E&xit", "Quit the application; prompts to save TBL file\nExit"},
 });
 constexpr auto kEdit = std::to_array<CommandRow>({
-    {kEditAcquisition, "Acquisition Parameters...", "Set acquisition parameters\nAcquisition"},
-    {kEditStepping, "Frequency Stepping Parameters...",
+    {kEditAcquisition, "&Acquisition Parameters...\tCtrl+1", "Set acquisition parameters\nAcquisition"},
+    {kEditStepping, "&Frequency Stepping Parameters...\tCtrl+2",
      "Set frequency stepping parameters\nStepping"},
     kLine,
-    {kEditCoil, "Coil Calibration...", "Set coil calibration parameters\nCoil"},
-    {kEditCurrentSensor, "Current Sensor Settings...",
+    {kEditCoil, "&Coil Calibration...\tCtrl+3", "Set coil calibration parameters\nCoil"},
+    {kEditCurrentSensor, "Current &Sensor Settings...\tCtrl+4",
      "Set current sensor parameters\nCurrent Sensor"},
     kLine,
-    {kEditRadio, "MHX Wireless Network Settings...", "Set MHX Wireless Network\nMHX  Modern"},
-    {kEditGsm, "GSM Modem Settings...", ""},
-    {kEditFtp, "FTP Client Setup...", ""},
+    {kEditRadio, "&MHX Wireless Network Settings...\tCtrl+5", "Set MHX Wireless Network\nMHX  Modern"},
+    {kEditGsm, "&GSM Modem Settings...\tCtrl+6", ""},
+    {kEditFtp, "F&TP Client Setup...\tCtrl+7", ""},
     kLine,
-    {kEditRaw, "Raw Parameters...", "Display and edit parameters in raw table\nRaw Table"},
+    {kEditRaw, "&Raw Parameters...\tCtrl+8", "Display and edit parameters in raw table\nRaw Table"},
 });
 constexpr auto kUtilities = std::to_array<CommandRow>({
-    {kListTables, "Convert TBL File(s) to ASCII File(s)...", "Convert  TBL file(s)  into TXT file(s)"},
-    {kListCalibrations, "Convert Calibration File(s) to ASCII File(s)...",
+    {kListTables, "Convert &TBL File(s) to ASCII File(s)...", "Convert  TBL file(s)  into TXT file(s)"},
+    {kListCalibrations, "Convert &Calibration File(s) to ASCII File(s)...",
      "Convert  calibration file(s)  into TXT file(s)"},
-    {kConvertFrequencyDomainStacks, "Convert  FD Stack Result File(s) to ASCII File(s)...",
+    {kConvertFrequencyDomainStacks, "Convert  &FD Stack Result File(s) to ASCII File(s)...",
      "Convert  stack result (*.trs)  file(s)  into CSV file(s)"},
-    {kConvertTimeDomainStacks, "Convert  Time Domain Stack Result File(s) to ASCII File(s)...", ""},
-    {kListSchedules, "Convert  Frequency Stepping  File(s) to ASCII File(s)...",
+    {kConvertTimeDomainStacks, "Convert  Time &Domain Stack Result File(s) to ASCII File(s)...", ""},
+    {kListSchedules, "Convert  Frequency &Stepping  File(s) to ASCII File(s)...",
      "Convert  frequency stepping (*.tfs)  file(s)  into TXT file(s)"},
-    {kWaveformToText, "Convert Waveform(*.Tss) or Time Series(*.Ts1, *.Ts2...) File(s) to ASCII File(s)...",
+    {kWaveformToText, "Convert &Waveform(*.Tss) or Time Series(*.Ts1, *.Ts2...) File(s) to ASCII File(s)...",
      ""},
     kLine,
-    {kConvertToVersion1, "Convert Version 2 TBL File(s) to Version 1 TBL File(s)...",
+    {kConvertToVersion1, "Convert &Version 2 TBL File(s) to Version 1 TBL File(s)...",
      "Convert  TBL file(s)   into TBL  file(s) of version 1"},
     kLine,
-    {kCreateFdemSchedule, "Create TFS File For Dr. Halvo FDEM ...", ""},
-    {kConvertToSpectra, "Convert Waveform File(s) to Calibrated Spectra...", ""},
+    {kCreateFdemSchedule, "Create TFS File For Dr. &Halvo FDEM ...", ""},
+    {kConvertToSpectra, "Convert Waveform File(s) to Calibrated S&pectra...", ""},
 });
 constexpr auto kView = std::to_array<CommandRow>({
-    {kCalibrationSettings, "Set Calibration Display Parameters...", ""},
-    {kWaveformSettings, "Set Waveform Display Parameters...", ""},
+    {kCalibrationSettings, "Set &Calibration Display Parameters...", ""},
+    {kWaveformSettings, "Set &Waveform Display Parameters...", ""},
     kLine,
-    {kViewBoxStatus, "View Box Status...", "Display box status information"},
+    {kViewBoxStatus, "View &Box Status...", "Display box status information"},
     kLine,
+    {kViewTheme, "T&heme", ""},
     {kViewToolbar, "&Toolbar", ""},
     {kViewStatusBar, "&Status Bar", ""},
+});
+constexpr auto kThemes = std::to_array<CommandRow>({
+    {kThemeSystem, "S&ystem", "Style and colours of the desktop"},
+    {kThemeLight, "&Light", "Dark on light"},
+    {kThemeDark, "&Dark", "Light on dark"},
+    {kThemeSunlight, "&Sunlight", "Black on white, with thick lines"},
 });
 constexpr auto kHelp = std::to_array<CommandRow>({
     {kHelpGuide, "&User Guide\tF1", "Open the user guide\nUser Guide"},
@@ -85,6 +94,7 @@ constexpr std::array<MenuRows, 5> kMenus = {{{"&File", kFile},
 }  // namespace
 
 std::span<const MenuRows> Menus() { return kMenus; }
+std::span<const CommandRow> ThemeCommands() { return kThemes; }
 std::span<const CommandRow> ToolBarCommands() { return kToolBar; }
 
 }  // namespace orvane

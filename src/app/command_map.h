@@ -17,6 +17,11 @@ enum CommandId : int {
   kFileSaveAllBoxes = 32798,
   kFileRecent = 57616,  ///< the first of the recent files; the others follow
   kHelpGuide = 32901,
+  kViewTheme = 32902,
+  kThemeSystem = 32903,  ///< the others follow in the order of `Theme`
+  kThemeLight,
+  kThemeDark,
+  kThemeSunlight,
   kAppAbout = 57664,
   kAppExit = 57665,
   kViewToolbar = 59392,
@@ -61,6 +66,9 @@ struct MenuRows {
 
 /// The menus from left to right.
 std::span<const MenuRows> Menus();
+
+/// The rows of the menu "Theme", which is a row of "View".
+std::span<const CommandRow> ThemeCommands();
 
 /// Commands without a menu row: the scroll buttons of the tool bar.
 std::span<const CommandRow> ToolBarCommands();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/main_frame.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
@@ -18,6 +19,7 @@
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
 #include "ui/theme_icon.h"
+#include "ui/themes.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -121,6 +123,10 @@ void CMainFrame::CreateMenus() {
         menu->addSeparator();
         continue;
       }
+      if (row.id == kViewTheme) {
+        AddThemes(menu->addMenu(QString::fromLatin1(row.text)));
+        continue;
+      }
       menu->addAction(CreateCommand(row));
       if (row.id == kFileRecent) {
         recent_actions_[0] = commands_[row.id];
@@ -135,8 +141,25 @@ void CMainFrame::CreateMenus() {
   for (const CommandRow& row : ToolBarCommands()) {
     CreateCommand(row);
   }
-  // In no menu, but users of other programs expect the key.
-  addAction(CreateCommand({kFileNew, "New\tCtrl+N", "New TBL file"}));
+}
+
+void CMainFrame::AddThemes(QMenu* menu) {
+  auto* group = new QActionGroup(this);
+  for (const CommandRow& row : ThemeCommands()) {
+    QAction* theme = CreateCommand(row);
+    theme->setCheckable(true);
+    theme->setEnabled(true);
+    group->addAction(theme);
+    menu->addAction(theme);
+  }
+  const Theme saved = SavedTheme();
+  ApplyTheme(saved);
+  Command(kThemeSystem + static_cast<int>(saved))->setChecked(true);
+  connect(group, &QActionGroup::triggered, this, [](const QAction* chosen) {
+    const auto theme = static_cast<Theme>(chosen->objectName().toInt() - kThemeSystem);
+    SaveTheme(theme);
+    ApplyTheme(theme);
+  });
 }
 
 void CMainFrame::CreateToolBar() {
@@ -245,7 +268,7 @@ void CMainFrame::UpdateRecentFiles() {
       action->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(
           path.replace(QLatin1Char('&'), QLatin1String("&&"))));
     } else {
-      action->setText(QStringLiteral("Recent File"));
+      action->setText(QStringLiteral("Recent &File"));
     }
     action->setEnabled(is_used);
     action->setVisible(is_used || i == 0);

@@ -50,6 +50,7 @@ class CMainFrame : public QMainWindow {
 
  private:
   void CreateMenus();
+  void AddThemes(QMenu* menu);
   void CreateToolBar();
   void CreateStatusBar();
   QAction* CreateCommand(const CommandRow& row);

@@ -31,6 +31,27 @@ bool Settle(QLineEdit& editor) {
   return editor.hasAcceptableInput();
 }
 
+// Draws its own frame over its own ground, whatever the style draws in and around editors.
+class CellEditor : public QLineEdit {
+ public:
+  explicit CellEditor(QWidget* parent) : QLineEdit(parent) {
+    setFrame(false);
+    setTextMargins(1, 1, 1, 1);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QLineEdit::paintEvent(event);
+    constexpr int kWidth = 2;
+    QPainter painter(this);
+    const QColor color = StandOut(palette().color(QPalette::Highlight), palette());
+    const QRect inner = rect().adjusted(kWidth, kWidth, -kWidth, -kWidth);
+    for (const QRect& side : QRegion(rect()).subtracted(inner)) {
+      painter.fillRect(side, color);
+    }
+  }
+};
+
 }  // namespace
 
 QString PlainToolTip(const QString& text) {
@@ -53,12 +74,11 @@ QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
   if (!cell) {
     return nullptr;
   }
-  auto* editor = new QLineEdit(parent);
+  auto* editor = new CellEditor(parent);
   editor->setObjectName(QStringLiteral("cellEditor"));
   QString name = model->headerData(index.column(), Qt::Horizontal).toString();
   name.replace(QLatin1Char('\n'), QLatin1Char(' '));
   editor->setAccessibleName(name.isEmpty() ? tr("Column %1").arg(index.column() + 1) : name);
-  editor->setFrame(false);
   editor->setAlignment(cell->GetAlignment());
   // A text that is too long already must not be cut by merely opening the editor.
   editor->setMaxLength(std::max(cell->GetTextLimit(), static_cast<int>(cell->GetText().size())));
@@ -119,7 +139,7 @@ void GridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
 
 void GridDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                         const QModelIndex& /*index*/) const {
-  editor->setGeometry(option.rect.adjusted(1, 1, -1, -1));  // within the frame of the cell
+  editor->setGeometry(option.rect);
 }
 
 QString GridDelegate::displayText(const QVariant& value, const QLocale& /*locale*/) const {
@@ -139,10 +159,8 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const auto group = (option.state & QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
   const bool selected = option.state.testFlag(QStyle::State_Selected);
   const QColor highlight = option.palette.color(group, QPalette::Highlight);
-  // Around an open editor lies its own background.
-  const QColor color = open_editor_ ? StandOut(highlight, option.palette)
-                       : selected   ? BlackOrWhite(highlight)
-                                    : option.palette.color(group, QPalette::Text);
+  const QColor color =
+      selected ? BlackOrWhite(highlight) : option.palette.color(group, QPalette::Text);
   const int width = view->hasFocus() ? 2 : 1;
   const QRect& r = option.rect;
   painter->fillRect(r.left(), r.top(), r.width(), width, color);

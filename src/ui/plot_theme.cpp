@@ -15,6 +15,7 @@
 #include "ui/file_dialogs.h"
 #include "ui/picture_size_dlg.h"
 #include "ui/qt_path.h"
+#include "ui/themes.h"
 #include "ui/vector_drawing.h"
 
 namespace orvane {
@@ -65,7 +66,7 @@ double Contrast(const QColor& one, const QColor& other) {
 }  // namespace
 
 void ThemeAxis(QCPAxis* axis, const QPalette& palette, const QFont& font) {
-  const QPen line(palette.color(QPalette::WindowText));
+  const QPen line(palette.color(QPalette::WindowText), HasThickLines() ? 2 : 1);
   axis->setBasePen(line);
   axis->setTickPen(line);
   axis->setSubTickPen(line);
@@ -73,10 +74,10 @@ void ThemeAxis(QCPAxis* axis, const QPalette& palette, const QFont& font) {
   axis->setLabelColor(line.color());
   axis->setTickLabelFont(font);
   axis->setLabelFont(font);
-  QColor grid = line.color();
-  grid.setAlphaF(0.2F);
-  axis->grid()->setPen(QPen(grid, 0, Qt::DotLine));
-  axis->grid()->setZeroLinePen(QPen(grid, 0, Qt::DotLine));
+  const QPen grid(GridColor(palette), HasThickLines() ? 1 : 0,
+                  HasThickLines() ? Qt::SolidLine : Qt::DotLine);
+  axis->grid()->setPen(grid);
+  axis->grid()->setZeroLinePen(grid);
 }
 
 void ThemePlot(QCustomPlot* plot, const QPalette& palette, const QFont& font) {
@@ -111,6 +112,17 @@ QColor WarningColor(const QPalette& palette) {
   return StandOut(QColor(kOrange), palette);
 }
 
+QColor GridColor(const QPalette& palette) {
+  const QColor text = palette.color(QPalette::Text);
+  const QColor ground = palette.color(QPalette::Base);
+  const double share = HasThickLines() ? 0.5 : 0.4;  // of the text
+  const auto mix = [share](int one, int other) {
+    return static_cast<int>(std::lround(share * one + (1 - share) * other));
+  };
+  return {mix(text.red(), ground.red()), mix(text.green(), ground.green()),
+          mix(text.blue(), ground.blue())};
+}
+
 QColor BlackOrWhite(const QColor& ground) {
   return Contrast(Qt::black, ground) >= Contrast(Qt::white, ground) ? Qt::black : Qt::white;
 }
@@ -121,13 +133,15 @@ QColor TraceColor(int index, const QPalette& palette) {
       std::to_array<int>({214, 28, 158, 330, 48, 190, 268, 8, 96, 300, 234, 130});
   const bool is_dark = palette.color(QPalette::Base).lightness() < 128;
   const int hue = kHues[static_cast<std::size_t>(index) % kHues.size()];
-  return StandOut(is_dark ? QColor::fromHsl(hue, 200, 165) : QColor::fromHsl(hue, 220, 95),
+  const int light = HasThickLines() ? 60 : 95;  // near to black
+  return StandOut(is_dark ? QColor::fromHsl(hue, 200, 165) : QColor::fromHsl(hue, 220, light),
                   palette);
 }
 
 QPen TracePen(const QColor& color, Qt::PenStyle style) {
-  constexpr double kWidth = 1.5;
-  return {color, kWidth, style};
+  constexpr double kUsual = 1.5;
+  constexpr double kThick = 3;
+  return {color, HasThickLines() ? kThick : kUsual, style};
 }
 
 QString SavePlot(QCustomPlot* plot, const QString& path, QSize size) {

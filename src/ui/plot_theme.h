@@ -28,6 +28,8 @@ void ThemePlot(QCustomPlot* plot, const QPalette& palette, const QFont& font);
 QColor StandOut(const QColor& color, const QPalette& palette);
 /// The colour of texts that warn.
 QColor WarningColor(const QPalette& palette);
+/// The colour of the lines of grids: between that of texts and the ground.
+QColor GridColor(const QPalette& palette);
 /// Black or white, whichever stands out more.
 QColor BlackOrWhite(const QColor& ground);
 

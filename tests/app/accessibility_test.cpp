@@ -8,28 +8,40 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
+#include <QPainter>
 #include <QProcess>
 #include <QRadioButton>
+#include <QRegularExpression>
+#include <QStyleFactory>
+#include <QStyleOption>
 #include <QTabBar>
 #include <QTest>
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "calibration/widgets/calibration_display.h"
 #include "every_window.h"
 #include "support/assistive.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
+#include "timeseries/widgets/waveform_display.h"
 #include "ui/byte_text.h"
 #include "ui/form_dialog.h"
 #include "ui/grid_ctrl.h"
 #include "ui/plot_theme.h"
 #include "ui/qt_path.h"
+#include "ui/theme_style.h"
+#include "ui/themes.h"
 
 namespace orvane {
 namespace {
@@ -132,6 +144,53 @@ void ExpectMnemonics(QWidget* window) {
   }
 }
 
+// Every row of a menu has a letter, and no two the same.
+void ExpectMnemonics(const QMenu* menu) {
+  std::map<QChar, std::string> taken;
+  for (const QAction* action : menu->actions()) {
+    if (action->isSeparator() || !action->isVisible()) {
+      continue;
+    }
+    const QChar key = Mnemonic(action->text());
+    EXPECT_FALSE(key.isNull()) << action->text().toStdString();
+    EXPECT_EQ(taken[key], "") << action->text().toStdString();
+    taken[key] = action->text().toStdString();
+    if (action->menu() != nullptr) {
+      ExpectMnemonics(action->menu());
+    }
+  }
+}
+
+// What has a key of its own, as the guide's table tells it: "key | command".
+std::set<QString> KeysOf(const QList<QAction*>& actions) {
+  std::set<QString> keys;
+  for (const QAction* action : actions) {
+    if (!action->shortcut().isEmpty()) {
+      keys.insert(action->shortcut().toString() + QStringLiteral(" | ") +
+                  action->text().remove(QLatin1Char('&')));
+    }
+  }
+  return keys;
+}
+
+// The rows of the tables below the headings of the guide's chapter, by heading.
+std::map<QString, std::set<QString>> KeysOfTheGuide() {
+  QFile file(QStringLiteral(ORVANE_GUIDE "/keys.md"));
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+  std::map<QString, std::set<QString>> keys;
+  QString heading;
+  for (const QString& line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
+    if (line.startsWith(QStringLiteral("## "))) {
+      heading = line.mid(3);
+    } else if (line.startsWith(QStringLiteral("| `"))) {
+      const QStringList cells = line.split(QLatin1Char('|'));
+      keys[heading].insert(cells.value(1).remove(QLatin1Char('`')).trimmed() +
+                           QStringLiteral(" | ") + cells.value(2).trimmed());
+    }
+  }
+  return keys;
+}
+
 // Relative luminance and contrast as the web's accessibility guidelines define them.
 double Luminance(const QColor& color) {
   const auto linear = [](double part) {
@@ -217,12 +276,36 @@ TEST(Accessibility, EveryWindow) {
     return true;
   }));
   EXPECT_GT(count, 50);
+  for (const QAction* menu : app->Frame().menuBar()->actions()) {
+    ExpectMnemonics(menu->menu());
+  }
+  const auto keys = KeysOfTheGuide();
+  EXPECT_EQ(
+      KeysOf(app->Frame().findChildren<QAction*>(QRegularExpression(QStringLiteral("^\\d+$")))),
+      keys.at(QStringLiteral("Everywhere in the main window")));
+  EXPECT_EQ(KeysOf(CWaveformDisplay(nullptr).actions()),
+            keys.at(QStringLiteral("While a waveform is shown")));
+  CalDisplay ranges;
+  EXPECT_EQ(KeysOf(CCalibrationDisplay(&ranges, nullptr).actions()),
+            keys.at(QStringLiteral("While a calibration is shown")));
   app->Frame().hide();
 }
 
-TEST(Accessibility, TheCurrentCellStandsOutInBothThemes) {
-  for (const QPalette& palette : {examples::LightPalette(), examples::DarkPalette()}) {
+constexpr auto kThemes = {Theme::kLight, Theme::kDark, Theme::kSunlight};
+
+TEST(Accessibility, TheCurrentCellStandsOutInAllThemesAndStyles) {
+  std::vector<std::pair<QStyle*, QPalette>> looks;
+  for (const Theme theme : kThemes) {
+    looks.emplace_back(QApplication::style(), ThemePalette(theme));
+  }
+  std::vector<std::unique_ptr<QStyle>> styles;
+  for (const QString& name : QStyleFactory::keys()) {
+    styles.emplace_back(QStyleFactory::create(name));
+    looks.emplace_back(styles.back().get(), styles.back()->standardPalette());
+  }
+  for (const auto& [style, palette] : looks) {
     CGridCtrl grid;
+    grid.setStyle(style);
     grid.setPalette(palette);
     grid.SetTexts(std::vector<std::vector<QString>>(3, std::vector<QString>(3)));
     grid.SetBeginEdit([](int, int) { return true; });
@@ -242,13 +325,46 @@ TEST(Accessibility, TheCurrentCellStandsOutInBothThemes) {
       const QImage seen = grid.viewport()->grab().toImage();
       const QColor frame = seen.pixelColor(cell.left(), cell.center().y());
       const QColor ground = seen.pixelColor(cell.right() - 4, cell.center().y());
-      EXPECT_GE(Contrast(frame, ground), 4.5) << state << ", " << frame.name().toStdString();
+      EXPECT_GE(Contrast(frame, ground), 4.5)
+          << style->name().toStdString() << ", " << state << ", " << frame.name().toStdString();
     }
   }
 }
 
-TEST(Accessibility, LinesOfPlotsStandOutInBothThemes) {
-  for (const QPalette& palette : {examples::LightPalette(), examples::DarkPalette()}) {
+// The outline of what nobody has chosen yet, and the lines between cells.
+TEST(Accessibility, UncheckedButtonsAndGridLinesAreSeenInAllThemes) {
+  const ThemeStyle style;
+  for (const Theme theme : kThemes) {
+    ApplyTheme(theme);
+    const QPalette palette = QApplication::palette();
+    for (const auto primitive : {QStyle::PE_IndicatorRadioButton, QStyle::PE_IndicatorCheckBox}) {
+      QImage image(16, 16, QImage::Format_RGB32);
+      image.fill(palette.color(QPalette::Window));
+      QPainter painter(&image);
+      QStyleOptionButton option;
+      option.palette = palette;
+      option.rect = QRect(1, 1, 13, 13);
+      option.state = QStyle::State_Enabled;
+      style.drawPrimitive(primitive, &option, &painter, nullptr);
+      painter.end();
+      double most = 0;
+      for (int x = 0; x < 5; ++x) {
+        most = std::max(most, Contrast(image.pixelColor(x, 7), palette.color(QPalette::Window)));
+      }
+      EXPECT_GE(most, 3) << static_cast<int>(theme);
+    }
+    QStyleOption table;
+    table.palette = palette;
+    const QColor line = QColor::fromRgb(static_cast<QRgb>(
+        style.styleHint(QStyle::SH_Table_GridLineColor, &table, nullptr, nullptr)));
+    EXPECT_GE(Contrast(line, palette.color(QPalette::Base)), 2) << static_cast<int>(theme);
+  }
+  ApplyTheme(Theme::kSystem);
+}
+
+TEST(Accessibility, LinesOfPlotsStandOutInAllThemes) {
+  for (const Theme theme : kThemes) {
+    const QPalette palette = ThemePalette(theme);
     for (const auto role : {QPalette::Base, QPalette::Window}) {
       const QColor ground = palette.color(role);
       for (int i = 0; i < 12; ++i) {

@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -26,6 +27,7 @@
 #include "editors/widgets/param_table_dlg.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
+#include "ui/plot_theme.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -99,14 +101,14 @@ TEST_F(MainFrame, HasEveryCommand) {
       {57601, "&Open...", "Open TBL file", true},
       {57603, "&Save", "Save TBL file", true},
       {57604, "Save &As...", "Save TBL file with a new name", true},
-      {32798, "Save *.TBL Files for All Boxes...", "Save TBL files for all boxes", true},
-      {57616, "Recent File", "Open this document", false},
+      {32798, "Save *.TBL Files for All &Boxes...", "Save TBL files for all boxes", true},
+      {57616, "Recent &File", "Open this document", false},
       {57665, "E&xit", "Quit the application; prompts to save TBL file", true},
-      {32773, "MHX Wireless Network Settings...", "Set MHX Wireless Network", true},
-      {32775, "Raw Parameters...", "Display and edit parameters in raw table", true},
-      {32780, "Convert  FD Stack Result File(s) to ASCII File(s)...",
+      {32773, "&MHX Wireless Network Settings...", "Set MHX Wireless Network", true},
+      {32775, "&Raw Parameters...", "Display and edit parameters in raw table", true},
+      {32780, "Convert  &FD Stack Result File(s) to ASCII File(s)...",
        "Convert  stack result (*.trs)  file(s)  into CSV file(s)", true},
-      {32806, "Create TFS File For Dr. Halvo FDEM ...", "", true},
+      {32806, "Create TFS File For Dr. &Halvo FDEM ...", "", true},
       {59392, "&Toolbar", "", true},
       {32901, "&User Guide", "Open the user guide", true},
       {57664, "&About Orvane...", "", true},
@@ -127,7 +129,7 @@ TEST_F(MainFrame, HasEveryCommand) {
     }
     commands.push_back(count);
   }
-  EXPECT_EQ(commands, (std::vector<int>{9, 8, 9, 5, 2}));
+  EXPECT_EQ(commands, (std::vector<int>{10, 8, 9, 6, 2}));
   EXPECT_EQ(frame_->Command(kFileOpen)->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
   EXPECT_EQ(frame_->Command(kEditRadio)->toolTip(), QStringLiteral("MHX  Modern"));
   for (const QAction* action : frame_->findChild<QToolBar*>()->actions()) {
@@ -156,6 +158,25 @@ TEST_F(MainFrame, IconsAndBarsFollowTheUser) {
   EXPECT_NE(picture(), before);
   QApplication::setPalette(light);
   EXPECT_EQ(picture(), before);
+}
+
+TEST_F(MainFrame, ThemesAreChosenKeptAndGivenBack) {
+  const QPalette system = QApplication::palette();
+  const QString style = QApplication::style()->metaObject()->className();
+  for (const auto& [id, name, base] : {std::tuple(kThemeDark, "dark", "#1e1e20"),
+                                       std::tuple(kThemeSunlight, "sunlight", "#ffffff"),
+                                       std::tuple(kThemeLight, "light", "#ffffff")}) {
+    frame_->Command(id)->trigger();
+    EXPECT_EQ(QApplication::palette().color(QPalette::Base), QColor(base)) << name;
+    EXPECT_EQ(QSettings().value(QStringLiteral("Window/Theme")).toString(), QLatin1String(name));
+    EXPECT_EQ(TracePen(Qt::black).widthF(), id == kThemeSunlight ? 3 : 1.5);
+    EXPECT_FALSE(frame_->Command(kThemeSystem)->isChecked());
+    const CMainFrame next(&doc_, &prompts_, &notices_);
+    EXPECT_TRUE(next.Command(id)->isChecked()) << "at the next start";
+  }
+  frame_->Command(kThemeSystem)->trigger();
+  EXPECT_EQ(QApplication::palette(), system);
+  EXPECT_EQ(QApplication::style()->metaObject()->className(), style);
 }
 
 TEST_F(MainFrame, OpensEditsSavesAndReopensByKeyboard) {
