@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/theme_style.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QStyleOption>
 #include <algorithm>
@@ -11,21 +12,39 @@
 namespace orvane {
 namespace {
 
-// A step between text and ground, which stands out from both grounds all the same.
+// Between text and ground, and yet it stands out; in the sun the focus has a colour.
 QColor Outline(const QStyleOption& option) {
   const bool is_enabled = option.state.testFlag(QStyle::State_Enabled);
+  if (is_enabled && HasThickLines() && option.state.testFlag(QStyle::State_HasFocus)) {
+    return option.palette.color(QPalette::Highlight);
+  }
   return !is_enabled       ? option.palette.color(QPalette::Disabled, QPalette::Text)
          : HasThickLines() ? option.palette.color(QPalette::Text)
                            : StandOut(Qt::gray, option.palette);
 }
 
+// Fusion's frame of a group begins so far down, below the title.
+int TitleHeight(const QStyleOption& option) {
+  constexpr int kMargin = 3;
+  const int indicator = QApplication::style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight);
+  return std::max(indicator, option.fontMetrics.height()) + kMargin;
+}
+
 void DrawOutline(QStyle::PrimitiveElement element, const QStyleOption& option, QPainter* painter) {
   const bool is_round = element == QStyle::PE_IndicatorRadioButton;
-  const double width = HasThickLines() ? 2 : is_round ? 1.4 : 1;  // smoothing pales what is round
+  const bool is_thick = HasThickLines();
+  const bool has_focus = option.state.testFlag(QStyle::State_HasFocus);
+  const double width = is_thick && has_focus ? 3
+                       : is_thick            ? 2
+                       : is_round            ? 1.4
+                                             : 1;  // smoothing pales what is round
   painter->save();
   painter->setPen(QPen(Outline(option), width));
   painter->setBrush(Qt::NoBrush);
-  const QRectF rect = QRectF(option.rect).adjusted(width / 2, width / 2, -width / 2, -width / 2);
+  const int title = element == QStyle::PE_FrameGroupBox ? TitleHeight(option) : 0;
+  const QRectF rect = QRectF(option.rect)
+                          .adjusted(0, title, 0, 0)
+                          .adjusted(width / 2, width / 2, -width / 2, -width / 2);
   if (is_round) {
     painter->setRenderHint(QPainter::Antialiasing);
     const double side = std::min(rect.width(), rect.height());

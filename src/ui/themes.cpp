@@ -30,8 +30,8 @@ QPalette Dark() {
 
 QPalette Sunlight() {
   QPalette palette(Qt::white, Qt::white);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-                          QPalette::ToolTipText, QPalette::Highlight}) {
+  for (const auto role :
+       {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
     palette.setColor(role, Qt::black);
   }
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
@@ -41,6 +41,7 @@ QPalette Sunlight() {
                           QPalette::HighlightedText}) {
     palette.setColor(role, Qt::white);
   }
+  palette.setColor(QPalette::Highlight, QColor(0, 0, 140));
   palette.setColor(QPalette::PlaceholderText, QColor(64, 64, 64));
   palette.setColor(QPalette::Link, QColor(0, 0, 160));
   return palette;

@@ -211,8 +211,11 @@ void CalibrationPlot::FillLegend() {
         plot_->addGraph(amplitude_->axis(QCPAxis::atBottom), amplitude_->axis(QCPAxis::atLeft));
     sample->setName(QString::fromStdString(row.text));
     sample->setPen(PenOf(row.kind, color));
-    sample->setLineStyle(row.color < 0 && row.mark >= 0 ? QCPGraph::lsNone : QCPGraph::lsLine);
-    sample->setScatterStyle(MarkOf(row.kind, row.mark, color));
+    const bool has_points_only = view_->ShowsModel() && row.kind == CalTrace::kMeasured;
+    const bool has_line = !has_points_only && (row.color >= 0 || row.mark < 0);
+    sample->setLineStyle(has_line ? QCPGraph::lsLine : QCPGraph::lsNone);
+    sample->setScatterStyle(
+        MarkOf(row.kind, has_points_only ? std::max(row.mark, 0) : row.mark, color));
     sample->addToLegend(legend_);
   }
 }

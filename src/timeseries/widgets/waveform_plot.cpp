@@ -86,6 +86,34 @@ class RoundTicker : public QCPAxisTicker {
   const QCPAxis* axis_;
 };
 
+// A wide line with thousands of sharp turns takes seconds to be outlined, thin ones side by side
+// milliseconds. What is printed is a line as it is.
+class TraceGraph : public QCPGraph {
+ public:
+  using QCPGraph::QCPGraph;
+
+ protected:
+  void drawLinePlot(QCPPainter* painter, const QVector<QPointF>& lines) const override {
+    if (painter->modes().testFlag(QCPPainter::pmVectorized)) {
+      QCPGraph::drawLinePlot(painter, lines);
+      return;
+    }
+    const double pixel = 1 / painter->device()->devicePixelRatioF();
+    const int width = std::max(static_cast<int>(std::lround(pen().widthF() / pixel)), 1);
+    const bool is_steep = lines.size() > keyAxis()->axisRect()->width();  // all of it up and down
+    const QPolygonF line(lines);
+    painter->setPen(QPen(pen().color(), 0));
+    painter->drawPolyline(line);
+    for (int i = 1; i < width; ++i) {
+      const double beside = (i % 2 == 1 ? (i + 1) / 2 : -i / 2) * pixel;
+      painter->drawPolyline(line.translated(beside, 0));
+      if (!is_steep) {
+        painter->drawPolyline(line.translated(0, beside));
+      }
+    }
+  }
+};
+
 QVector<double> Vector(std::vector<double> values) { return {values.begin(), values.end()}; }
 
 }  // namespace
@@ -154,7 +182,7 @@ WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
   line->addElement(0, 1, strip.axes);
   plot_->plotLayout()->addElement(row, 0, line);
   strip.graph =
-      plot_->addGraph(strip.axes->axis(QCPAxis::atBottom), strip.axes->axis(QCPAxis::atLeft));
+      new TraceGraph(strip.axes->axis(QCPAxis::atBottom), strip.axes->axis(QCPAxis::atLeft));
   strip.graph->setAdaptiveSampling(false);  // the view has thinned the line already
   for (std::size_t i = 0; i < 2; ++i) {
     strip.cursors[i] = MakeLine(strip);
@@ -177,7 +205,7 @@ void WaveformPlot::MakeStrips(std::size_t count) {
   const std::string not_drawn = view_->NotDrawnText(count);
   not_drawn_ = nullptr;
   plot_->clearItems();
-  plot_->clearGraphs();
+  plot_->clearPlottables();
   strips_.clear();
   while (plot_->plotLayout()->rowCount() > 1) {
     plot_->plotLayout()->removeAt(plot_->plotLayout()->rowColToIndex(1, 0));
