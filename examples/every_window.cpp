@@ -375,6 +375,9 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   done = visit(&frame, "waveform-cursors") && done;
   show(WriteTwelveChannels(folder.path(), app->Document().Table()));
   done = visit(&frame, "waveform-twelve") && done;
+  frame.resize(660, 340);  // a field laptop at 200 %
+  done = visit(&frame, "waveform-twelve-small") && done;
+  frame.resize(1180, 690);
   CPictureSizeDlg size({1180, 600}, nullptr);
   done = visit(&size, "picture-size") && done;
   WaveformForm form(display->View());

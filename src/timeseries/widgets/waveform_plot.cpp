@@ -316,7 +316,7 @@ void WaveformPlot::ShowCursors(const Strip& strip) {
 // Of the traces those that have room for a line of text.
 std::size_t WaveformPlot::StripsWithRoom() const {
   constexpr int kLeast = 24;
-  constexpr int kAxisLines = 4;
+  constexpr int kAxisLines = 5;  // ticks, label, what is not drawn, margins
   const int line = fontMetrics().height();
   const int title_lines = static_cast<int>(title_->text().count(QLatin1Char('\n'))) + 1;
   const int room = plot_->height() - (kAxisLines + title_lines) * line;
@@ -365,9 +365,13 @@ void WaveformPlot::ShowView() {
     time_axes_->axis(QCPAxis::atBottom)->setRange(times.low, times.high);
     time_axes_->axis(QCPAxis::atBottom)->setLabel(TextFromBytes(view_->TimeLabel()));
     GivePlaces();
+    for (std::size_t trace = 0; trace < strips_.size(); ++trace) {
+      ShowLabel(trace);  // in as many lines as have room
+    }
+    SizeLabels();
+    GivePlaces();
     std::vector<WaveformTrace> lines = view_->Traces(PlotWidth());
     for (std::size_t trace = 0; trace < strips_.size(); ++trace) {
-      ShowLabel(trace);
       ShowStrip(trace, std::move(lines[trace]));
     }
   }
