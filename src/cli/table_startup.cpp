@@ -78,6 +78,9 @@ ExitCode RunTableStartup(const StartupOptions& options) {
       PrintMessage("no transmitter monitor (\"SNTX\" is 0): no file for it");
       continue;
     }
+    if (form.Serial() == 0) {
+      PrintMessage("the main box has the serial number 0 (\"SNUM\")");
+    }
     const std::filesystem::path path = PathFor(form, options);
     if (!paths.insert(path).second) {
       PrintMessage(PathText(path) + ": written for another box already, not written again");

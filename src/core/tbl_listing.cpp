@@ -39,6 +39,9 @@ class Listing {
   Listing(BatchTask* task, TextFile* out) : task_(*task), out_(*out) {}
 
   BatchResult Run() {
+    if (const Status status = dictionary_.BuildParamIndex(); status != kOk) {
+      return BatchFailed(std::string(StatusText(status)));
+    }
     if (const std::string reason = in_.Open(task_.Input()); !reason.empty()) {
       return BatchFailed(reason);
     }
@@ -78,7 +81,10 @@ class Listing {
       if (IsAlphanumeric(static_cast<char>(bytes[0]))) {
         const ParamEntry entry = convert(RecordFrom<Record>(bytes));
         ListRecord(entry, &out_);
-        brought_.Add(ParamKey(entry.key));
+        const ParamEntry* known = dictionary_.FindParam(ParamKey(entry.key));
+        if (known != nullptr && known->type == entry.type) {
+          brought_.Add(ParamKey(entry.key));
+        }
       }
       Take(sizeof(Record));
       ++records_;
@@ -96,7 +102,7 @@ class Listing {
       return BatchFailed(FileMessage(task_.Outputs()[0], reason));
     }
     std::string note = records_ == 0 ? "no whole record" : "";
-    if (const auto missing = brought_.MissingFrom(ParamTable()).size(); missing > 0) {
+    if (const auto missing = brought_.MissingFrom(dictionary_).size(); missing > 0) {
       note.append(note.empty() ? "" : ", ").append(HoldsText(kDictionarySize - missing, missing));
     }
     if (!in_.Peek(1).empty()) {
@@ -110,6 +116,7 @@ class Listing {
   InFile in_;
   std::uint64_t offset_ = 0;
   std::size_t records_ = 0;
+  ParamTable dictionary_;
   BroughtKeys brought_;
 };
 
