@@ -93,6 +93,7 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
   connect(notices, &StatusNotices::Shown, this, &CMainFrame::ShowNotice);
   connect(doc_, &COrvaneDoc::Changed, this, &CMainFrame::UpdateTitle);
   doc_->SetWaveformLoader([this](const QString& path) { return displays_->OpenWaveform(path); });
+  utilities_.SetOpener([this](const QString& path) { OpenAny(path); });
   connect(displays_, &FieldDisplays::Changed, this, &CMainFrame::FollowDisplay);
   connect(displays_, &FieldDisplays::Told, this, &CMainFrame::ShowNotice);
   UpdateRecentFiles();

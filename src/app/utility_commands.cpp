@@ -115,13 +115,14 @@ void UtilityCommands::Run(const Utility& utility, Conversion conversion, const Q
   if (!dialog.ExecRemembering(QStringLiteral("Folders/") + QString::fromLatin1(utility.title))) {
     return;
   }
-  Convert(utility, std::move(conversion), dialog.Paths());
+  Convert(utility, std::move(conversion), dialog.Paths(), PathFromText(dialog.OutFolder()));
 }
 
 void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
-                              std::vector<std::filesystem::path> files) {
+                              std::vector<std::filesystem::path> files,
+                              std::filesystem::path out_folder) {
   const std::size_t chosen = files.size();
-  Batch batch({std::move(conversion), std::move(files), {}, 0});
+  Batch batch({std::move(conversion), std::move(files), std::move(out_folder), 0});
   CBatchProgressDlg progress(&batch, QString::fromLatin1(utility.title), parent_);
   // The other files go on meanwhile.
   progress.Run([this](std::size_t /*index*/, const BatchResult& result) {
@@ -137,7 +138,11 @@ void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
   QString message = QString::fromLatin1(utility.message);
   message.replace(QStringLiteral("%d"),
                   QString::fromStdString(FormatInt(static_cast<std::int64_t>(count))));
-  CBatchResultDlg(batch, message, &editor_, parent_).exec();
+  CBatchResultDlg results(batch, message, &editor_, parent_);
+  results.exec();
+  if (!results.ToShow().isEmpty() && open_file_) {
+    open_file_(results.ToShow());
+  }
 }
 
 void UtilityCommands::ShowTexts(const Batch& batch) {

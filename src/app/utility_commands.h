@@ -47,9 +47,14 @@ class UtilityCommands {
 
   void SetEditor(TextEditor editor) { editor_ = std::move(editor); }
 
-  /// Converts files that are chosen already.
+  /// What shows an output that is no text.
+  void SetOpener(std::function<void(const QString& path)> open_file) {
+    open_file_ = std::move(open_file);
+  }
+
+  /// Converts files that are chosen already, into a folder or beside each of them.
   void Convert(const Utility& utility, Conversion conversion,
-               std::vector<std::filesystem::path> files);
+               std::vector<std::filesystem::path> files, std::filesystem::path out_folder = {});
 
  private:
   static Answer AskForWorker(const BatchTask& task, const std::function<Answer()>& ask);
@@ -62,6 +67,7 @@ class UtilityCommands {
   Notices* notices_;
   QWidget* parent_;
   TextEditor editor_;
+  std::function<void(const QString&)> open_file_;
 };
 
 }  // namespace orvane

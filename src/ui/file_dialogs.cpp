@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/file_dialogs.h"
 
+#include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSettings>
 #include <limits>
 
+#include "ui/folder_dialog.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -67,11 +71,55 @@ QString CFileDialog::Chosen() const {
 CFECFileDialog::CFECFileDialog(const QString& title, std::string_view filters,
                                const QString& folder, QWidget* parent)
     : CFileDialog(title, filters, folder, parent) {
+  setOption(DontUseNativeDialog);
   setFileMode(ExistingFiles);
+  AddOutFolder();
   // The line holds the names of all files chosen; its usual limit would cut them.
   for (QLineEdit* line : findChildren<QLineEdit*>()) {
     line->setMaxLength(std::numeric_limits<int>::max());
   }
+}
+
+void CFECFileDialog::AddOutFolder() {
+  out_folder_ = new QLineEdit(this);
+  out_folder_->setObjectName(QStringLiteral("out-folder"));
+  out_folder_->setAccessibleName(QStringLiteral("Folder for the new files"));
+  out_folder_->setPlaceholderText(QStringLiteral("beside each file"));
+  out_folder_->setClearButtonEnabled(true);
+  auto* label = new QLabel(QStringLiteral("New files:"), this);
+  label->setBuddy(out_folder_);
+  auto* choose = new QPushButton(QStringLiteral("Into folder..."), this);
+  choose->setObjectName(QStringLiteral("choose-out-folder"));
+  choose->setAutoDefault(false);
+  connect(choose, &QPushButton::clicked, this, [this] {
+    const QString start = OutFolder().isEmpty() ? directory().absolutePath() : OutFolder();
+    const QString folder =
+        CFolderDialog::AskForFolder(this, QStringLiteral("Folder for the new files"), start);
+    if (!folder.isEmpty()) {
+      out_folder_->setText(folder);
+    }
+  });
+  auto* grid = qobject_cast<QGridLayout*>(layout());
+  const int row = grid->rowCount();
+  grid->addWidget(label, row, 0);
+  grid->addWidget(out_folder_, row, 1);
+  grid->addWidget(choose, row, 2);
+}
+
+QString CFECFileDialog::OutFolder() const {
+  const QString typed = out_folder_->text().trimmed();
+  return typed.isEmpty() ? QString()
+                         : QDir::toNativeSeparators(QDir::cleanPath(directory().filePath(typed)));
+}
+
+void CFECFileDialog::accept() {
+  if (const QString folder = OutFolder(); !folder.isEmpty() && !QFileInfo(folder).isDir()) {
+    QMessageBox::warning(this, windowTitle(),
+                         QStringLiteral("The folder %1 does not exist.").arg(folder));
+    out_folder_->setFocus();
+    return;
+  }
+  CFileDialog::accept();
 }
 
 std::vector<std::filesystem::path> CFECFileDialog::Paths() const {

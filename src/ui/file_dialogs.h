@@ -3,6 +3,7 @@
 #define ORVANE_UI_FILE_DIALOGS_H_
 
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QStringList>
 #include <string_view>
 #include <vector>
@@ -34,7 +35,8 @@ class CFileDialog : public QFileDialog {
   void accept() override;
 };
 
-/// Asks for files that exist, any number of them.
+/// Asks for files that exist, any number of them, and for the folder that what is made of them goes
+/// into. Qt's own dialog on every system: others have no place for that folder.
 class CFECFileDialog : public CFileDialog {
   Q_OBJECT
 
@@ -44,6 +46,17 @@ class CFECFileDialog : public CFileDialog {
 
   /// In the order of the dialog; empty until accepted.
   std::vector<std::filesystem::path> Paths() const;
+  /// Where the new files go, whole; empty: beside each file.
+  QString OutFolder() const;
+
+ protected:
+  /// Refuses a folder that does not exist.
+  void accept() override;
+
+ private:
+  void AddOutFolder();
+
+  QLineEdit* out_folder_ = nullptr;
 };
 
 }  // namespace orvane

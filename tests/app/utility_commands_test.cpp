@@ -76,18 +76,20 @@ class UtilityCommandsTest : public ::testing::Test {
       } else if (auto* files = qobject_cast<QFileDialog*>(window)) {
         files->setDirectory(TextFromPath(dir_.Path()));
         files->selectFile(chosen_);
+        files->findChild<QLineEdit*>("out-folder")->setText(out_folder_);
       } else if (auto* folder = window->findChild<QLineEdit*>(QStringLiteral("1701"))) {
         folder->selectAll();
         QTest::keyClicks(folder, TextFromPath(dir_ / "cal"));
       } else if (auto* message = window->findChild<QLabel*>(QStringLiteral("message"))) {
         said_ += message->text();
+        counts_ = window->findChild<QLabel*>("counts")->text();
         auto* list = window->findChild<QTreeWidget*>();
         for (int row = 0; row < list->topLevelItemCount(); ++row) {
           rows_ << list->topLevelItem(row)->text(1);
         }
         list->setFocus();
-        list->setCurrentItem(list->topLevelItem(0));
-        QTest::keyClick(list, Qt::Key_Return);  // opens, and does not close
+        list->setCurrentItem(list->topLevelItem(list->topLevelItemCount() - 1));
+        QTest::keyClick(list, Qt::Key_Return);  // a text opens, and the list stays
       } else {
         return;  // the progress goes by itself
       }
@@ -108,6 +110,8 @@ class UtilityCommandsTest : public ::testing::Test {
   UtilityCommands utilities_{&doc_, &prompts_, &notices_, nullptr};
   bool has_editor_ = true;
   QString chosen_;
+  QString out_folder_;
+  QString counts_;
   QMessageBox::StandardButton answer_ = QMessageBox::NoButton;
   Qt::Key key_ = Qt::Key_unknown;
   QStringList shown_;
@@ -137,9 +141,10 @@ TEST_F(UtilityCommandsTest, SeveralFilesAreCountedAndListed) {
   Convert({Table("A.tbl"), dir_ / "B.tbl", Table("C.tbl")});
   EXPECT_EQ(said_, QStringLiteral("3 files are converted to ASCII file!"));
   ASSERT_EQ(rows_.size(), 3);
-  EXPECT_TRUE(rows_[0].startsWith(QStringLiteral("done")));
-  EXPECT_TRUE(rows_[1].startsWith(QStringLiteral("failed (3): ")));
-  EXPECT_EQ(shown_, QStringList{TextFromPath(dir_ / "A.txt")});
+  EXPECT_TRUE(rows_[0].startsWith(QStringLiteral("failed (3): "))) << "problems first";
+  EXPECT_TRUE(rows_[1].startsWith(QStringLiteral("done")));
+  EXPECT_TRUE(counts_.endsWith(QStringLiteral("1 failed"))) << counts_.toStdString();
+  EXPECT_EQ(shown_, QStringList{TextFromPath(dir_ / "C.txt")});
 }
 
 TEST_F(UtilityCommandsTest, SpectraAskForTheFolderAndAboutAMissingSensor) {
@@ -175,6 +180,10 @@ TEST_F(UtilityCommandsTest, RestackingAsksWhetherBadRecordsAreLeftOut) {
   WriteAll(dir_ / "a.TSS",
            TsBytes{.samples = {1}}.Bytes() + TsBytes{.samples = {5}, .status = 6}.Bytes());
   chosen_ = QStringLiteral("a.TSS");
+  std::filesystem::create_directory(dir_ / "out");
+  out_folder_ = QStringLiteral("out");  // in the folder of the files
+  QStringList opened;
+  utilities_.SetOpener([&opened](const QString& path) { opened << path; });
   for (const auto& [key, mean, told] :
        {std::tuple(Qt::Key_Return, 1U, "left out"), std::tuple(Qt::Key_Escape, 3U, "added")}) {
     said_.clear();
@@ -185,7 +194,9 @@ TEST_F(UtilityCommandsTest, RestackingAsksWhetherBadRecordsAreLeftOut) {
     EXPECT_TRUE(said_.endsWith(QStringLiteral("1 files have been restacked!")));
     EXPECT_EQ(rows_, QStringList(QStringLiteral("done: record 2 is marked bad and was ") +
                                  QLatin1String(told)));
-    EXPECT_EQ(ReadAll(dir_ / "A.TSK").substr(252), testing::Little(mean, 3));
+    EXPECT_EQ(ReadAll(dir_ / "out/A.TSK").substr(252), testing::Little(mean, 3));
+    EXPECT_EQ(opened, QStringList(TextFromPath(dir_ / "out/A.TSK")));
+    opened.clear();
   }
 }
 
