@@ -38,6 +38,7 @@
 #include "timeseries/widgets/waveform_dlg.h"
 #include "ui/batch_progress.h"
 #include "ui/batch_results.h"
+#include "ui/file_dialogs.h"
 #include "ui/picture_size_dlg.h"
 #include "ui/qt_path.h"
 
@@ -70,6 +71,24 @@ bool VisitOffer(COrvaneApp* app, const Visit& visit) {
   return !copy.Offer(&app->Document().Asking()) && done;
 }
 
+// Two boxes' files of one name in a folder of the pictures' own.
+bool VisitStartupResults(ParamTable* table, Prompts* prompts, CMainFrame* frame,
+                         const Visit& visit) {
+  const QTemporaryDir folder;
+  const std::filesystem::path survey = PathFromText(folder.path());
+  StartupRun run(table, survey / "Startup.tbl", prompts);
+  bool done = true;
+  for (std::size_t i = 1; i < 3; ++i) {
+    StartupForm form(table, run.Boxes()[i], run.Choices());
+    form.Model().SetIndex(StartupForm::kFixedName, 0);
+    CStartupDlg dialog(&form, &run, prompts, frame);
+    done = visit(&dialog, i == 1 ? "startup-in-order" : "startup-overwrites") && done;
+    run.Accept(form);
+  }
+  CStartupResultDlg results(run, frame);
+  return visit(&results, "startup-results") && done;
+}
+
 // The site setup of each method and the start-up file dialogs, none of which writes.
 bool VisitSetup(COrvaneApp* app, const Visit& visit) {
   ParamTable table = app->Document().Table();
@@ -92,7 +111,7 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
   }
   const int sip = 1;
   static_cast<void>(table.SetParam("TECH", IntPT, &sip));
-  StartupRun run(&table, "survey/Startup.tbl", &prompts);
+  StartupRun run(&table, PathFromText(app->Document().Path()), &prompts);
   for (const StartupBox& box : run.Boxes()) {
     if (box.number <= 1) {
       StartupForm form(&table, box, run.Choices());
@@ -106,7 +125,7 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
       }
     }
   }
-  return done;
+  return VisitStartupResults(&table, &prompts, frame, visit) && done;
 }
 
 // The pictures' day, so that they are the same on every day.
@@ -296,7 +315,10 @@ bool VisitBatch(const Visit& visit) {
   const TextEditor editor;
   CBatchResultDlg results(done_batch, QStringLiteral("2 files are converted to ASCII file!"),
                           &editor, nullptr);
-  const bool done = visit(&results, "batch-results");
+  bool done = visit(&results, "batch-results");
+  CFECFileDialog files(QStringLiteral("Restack Time Series File"),
+                       "Tss File (*.tss)|*.tss|All Files (*.*)|*.*||", QDir::rootPath(), nullptr);
+  done = visit(&files, "batch-files") && done;
 
   Batch batch({conversion, {"2417B01.trs", "2417B02.trs", "2417B03.trs"}, {}, 0});
   CBatchProgressDlg progress(

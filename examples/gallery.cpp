@@ -38,6 +38,7 @@ void ReplaceFolder(QWidget* window, const QString& folder) {
   }
   for (auto* line : window->findChildren<QLineEdit*>()) {
     replace(line);
+    line->setPlaceholderText(line->placeholderText().replace(folder, shown));
     line->deselect();
   }
 }

@@ -2,6 +2,8 @@
 #include "app/editor_commands.h"
 
 #include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <set>
 
 #include "app/field_folders.h"
@@ -26,6 +28,16 @@
 #include "ui/qt_path.h"
 
 namespace orvane {
+
+namespace {
+
+// Where a document without a file of its own has its files.
+QString UsersFolder() {
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+}  // namespace
 
 void EditorCommands::TellEarlyChanges(const std::vector<std::string>& keys) {
   if (keys.empty()) {
@@ -200,12 +212,14 @@ void EditorCommands::ViewBoxStatus() {
 
 void EditorCommands::SaveAllBoxes() {
   ParamTable& table = doc_->Table();
-  StartupRun run(&table, PathFromText(doc_->Path()), prompts_);
+  StartupRun run(&table, PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
   for (const StartupBox& box : run.Boxes()) {
     StartupForm form(&table, box, run.Choices());
     CStartupDlg dialog(&form, &run, prompts_, parent_);
     TellRefusedPastes(dialog);
-    dialog.exec();  // Cancel skips this box only
+    if (dialog.exec() == CStartupDlg::kStop) {  // Cancel skips this box only
+      break;
+    }
   }
   if (run.Document() == StartupRun::OwnFile::kWritten) {
     doc_->OnOwnFileWritten();
@@ -216,6 +230,7 @@ void EditorCommands::SaveAllBoxes() {
   }
   if (const std::string line = run.StatusLine(); !line.empty()) {
     notices_->ShowNotice(line);
+    CStartupResultDlg(run, parent_).exec();
   } else {
     TellEarlyChanges(run.EarlyChanges());
   }

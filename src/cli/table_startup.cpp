@@ -68,7 +68,7 @@ ExitCode RunTableStartup(const StartupOptions& options) {
     PrintMessage("\"TBVO\" is not 1: the files are written as version 2");
   }
   SetDefaultResistances(&table);
-  std::vector<std::int32_t> left_out;
+  std::vector<StartupBox> left_out;
   std::set<std::filesystem::path> paths;
   ExitCode result = kAllDone;
   std::string written;
@@ -98,8 +98,9 @@ ExitCode RunTableStartup(const StartupOptions& options) {
     }
     form.ApplyLasting(&table);
   }
-  for (const std::int32_t serial : left_out) {
-    PrintMessage("auxiliary box " + FormatInt(serial) + " stands behind an empty place: no file");
+  for (const StartupBox box : left_out) {
+    PrintMessage("auxiliary box " + FormatInt(StoredSerial(table, box)) +
+                 " stands behind an empty place: no file");
   }
   return PrintResult(written) ? result : kSomeFailed;
 }

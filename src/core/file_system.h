@@ -31,6 +31,10 @@ struct FileInfo {
 /// Of a symbolic link itself, where `path` names one.
 [[nodiscard]] bool ReadLinkInfo(const std::filesystem::path& path, FileInfo* info);
 
+/// Whether the user may make files in a folder, as far as the system tells without a trial: false
+/// also where it does not exist.
+[[nodiscard]] bool MayMakeFilesIn(const std::filesystem::path& folder);
+
 /// A text that is equal for names that this system takes for the same: in any case on Windows.
 std::string NameIdentity(const std::filesystem::path& name);
 

@@ -126,6 +126,10 @@ bool ReadInfo(int handle, FileInfo* info) {
   return Told(fstat(handle, &found), found, info);
 }
 
+bool MayMakeFilesIn(const std::filesystem::path& folder) {
+  return access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) == 0;
+}
+
 bool ReadLinkInfo(const std::filesystem::path& path, FileInfo* info) {
   struct stat found {};
   return Told(lstat(path.c_str(), &found), found, info);

@@ -203,6 +203,18 @@ bool ReadInfo(const std::filesystem::path& path, FileInfo* info) { return TellOf
 
 bool ReadInfo(int handle, FileInfo* info) { return Tell(SystemHandle(handle), info); }
 
+// A folder's attributes tell nothing of it; opening it so makes no file.
+bool MayMakeFilesIn(const std::filesystem::path& folder) {
+  const std::filesystem::path path = folder.empty() ? std::filesystem::path(L".") : folder;
+  HANDLE handle = CreateFileW(path.c_str(), FILE_ADD_FILE, kShareAll, nullptr, OPEN_EXISTING,
+                              FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) {
+    return false;
+  }
+  CloseHandle(handle);
+  return true;
+}
+
 bool ReadLinkInfo(const std::filesystem::path& path, FileInfo* info) {
   return TellOf(path, FILE_FLAG_OPEN_REPARSE_POINT, info);
 }

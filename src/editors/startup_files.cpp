@@ -196,7 +196,7 @@ std::int32_t StartupForm::Serial() const {
 std::filesystem::path StartupForm::Path(const std::filesystem::path& document_folder) const {
   const std::string folder = Folder();
   const std::string name = IsBySerial() ? FormatInt(Serial()) + ".tbl" : "StartUp.tbl";
-  return (folder.empty() ? document_folder : PathOf(folder)) / PathOf(name);
+  return document_folder / PathOf(folder) / PathOf(name);
 }
 
 std::string StartupForm::EditGain(int channel, const std::string& text) {
@@ -280,7 +280,7 @@ bool StartupForm::ApplyLasting(ParamTable* table) const {
   return is_changed;
 }
 
-std::vector<StartupBox> StartupBoxes(const ParamTable& table, std::vector<std::int32_t>* left_out) {
+std::vector<StartupBox> StartupBoxes(const ParamTable& table, std::vector<StartupBox>* left_out) {
   std::vector<StartupBox> boxes;
   if (IntParam(table, "TECH") != kMtAmt) {
     boxes.push_back({StartupBox::kTransmitter});
@@ -293,10 +293,17 @@ std::vector<StartupBox> StartupBoxes(const ParamTable& table, std::vector<std::i
     if (!has_ended) {
       boxes.push_back({static_cast<int>(i) + 1});
     } else if (serial != 0 && left_out != nullptr) {
-      left_out->push_back(serial);
+      left_out->push_back({static_cast<int>(i) + 1});
     }
   }
   return boxes;
+}
+
+std::int32_t StoredSerial(const ParamTable& table, StartupBox box) {
+  if (box.IsAuxiliary()) {
+    return IntParam(table, kAuxiliarySerials[static_cast<std::size_t>(box.number) - 1]);
+  }
+  return IntParam(table, box.IsTransmitter() ? "SNTX" : "SNUM");
 }
 
 bool SetDefaultResistances(ParamTable* table) {

@@ -70,7 +70,7 @@ class StartupForm {
   std::string Folder() const { return model_.Text(kLocation); }
   /// The serial number as typed.
   std::int32_t Serial() const;
-  /// Folder (that of the document where none is given) and file name.
+  /// Folder (that of the document where none is given; one without a root is in it) and file name.
   std::filesystem::path Path(const std::filesystem::path& document_folder) const;
 
   /// The channels of the box: definition and gain correction factor, editable for auxiliary boxes.
@@ -111,9 +111,12 @@ class StartupForm {
 };
 
 /// The boxes of the table that get a file, in order. Auxiliary boxes end at the first empty slot;
-/// the serial numbers behind it are told in `left_out`.
+/// those behind it are told in `left_out`.
 std::vector<StartupBox> StartupBoxes(const ParamTable& table,
-                                     std::vector<std::int32_t>* left_out = nullptr);
+                                     std::vector<StartupBox>* left_out = nullptr);
+
+/// The serial number that the table has for a box.
+std::int32_t StoredSerial(const ParamTable& table, StartupBox box);
 
 /// Contact resistances of 0 become 200 before files are made. Whether a value changed.
 bool SetDefaultResistances(ParamTable* table);

@@ -2,84 +2,154 @@
 #include "editors/startup_run.h"
 
 #include <algorithm>
+#include <array>
 #include <system_error>
 
 #include "core/number_text.h"
 #include "core/path_text.h"
+#include "editors/startup_cautions.h"
 
 namespace orvane {
 namespace {
 
-bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
-  std::error_code error;
-  return !b.empty() &&
-         (a.lexically_normal() == b.lexically_normal() || std::filesystem::equivalent(a, b, error));
+std::string Count(std::size_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
+
+std::string BoxName(StartupBox box) {
+  if (box.IsTransmitter()) {
+    return "transmitter monitor";
+  }
+  return box.IsAuxiliary() ? "auxiliary " + FormatInt(box.number) : "main receiver";
 }
 
-std::string Count(std::size_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
+std::filesystem::path Whole(const std::filesystem::path& path) {
+  std::error_code error;
+  const auto whole = std::filesystem::absolute(path, error);
+  return error ? path : whole.lexically_normal();
+}
 
 }  // namespace
 
-StartupRun::StartupRun(ParamTable* table, std::filesystem::path document, Prompts* prompts)
-    : table_(table), document_(std::move(document)), prompts_(prompts), early_(table) {
+std::string StartupOutcome::Name() const { return BoxName(box) + ", serial " + FormatInt(serial); }
+
+std::string StartupOutcome::Text() const {
+  switch (state) {
+    case kWritten:
+      return note.empty() ? "written" : "written over " + note;
+    case kOverwritten:
+      return "overwritten by " + note;
+    case kFailed:
+      return "failed (" + note + ")";
+    case kNoFile:
+      return "no file (" + note + ")";
+    case kSkipped:
+      break;
+  }
+  return "skipped";
+}
+
+StartupRun::StartupRun(ParamTable* table, std::filesystem::path document, Prompts* prompts,
+                       std::filesystem::path folder)
+    : table_(table),
+      document_(std::move(document)),
+      folder_(Whole(document_.empty() ? std::move(folder) : document_.parent_path())),
+      prompts_(prompts),
+      early_(table) {
   for (const ParamKey key : {"EXR", "EYR", "EZR"}) {
     early_.Remember(key);
   }
   SetDefaultResistances(table_);
-  boxes_ = StartupBoxes(*table_, &left_out_);
-}
-
-std::filesystem::path StartupRun::DocumentFolder() const {
-  const auto folder = document_.parent_path();
-  return folder.empty() ? std::filesystem::path(".") : folder;
+  std::vector<StartupBox> left_out;
+  boxes_ = StartupBoxes(*table_, &left_out);
+  for (const StartupBox box : boxes_) {
+    outcomes_.push_back({box, StoredSerial(*table_, box), {}, StartupOutcome::kSkipped, {}});
+  }
+  for (const StartupBox box : left_out) {
+    outcomes_.push_back({box,
+                         StoredSerial(*table_, box),
+                         {},
+                         StartupOutcome::kNoFile,
+                         "behind an empty place among the auxiliary boxes"});
+  }
 }
 
 std::filesystem::path StartupRun::PathOf(const StartupForm& form) const {
-  return form.Path(DocumentFolder());
+  return Whole(form.Path(folder_));
+}
+
+std::string StartupRun::Heading(const StartupForm& form) const {
+  const auto is_it = [&form](StartupBox box) { return box.number == form.Box().number; };
+  const auto at = std::find_if(boxes_.begin(), boxes_.end(), is_it) - boxes_.begin();
+  return "Box " + FormatInt(at + 1) + " of " + Count(boxes_.size()) + ": " +
+         StartupOutcome{form.Box(), form.Serial(), {}, {}, {}}.Name();
 }
 
 std::string StartupRun::WarningFor(const StartupForm& form) const {
-  const auto path = PathOf(form);
-  const auto is_this = [&path](const std::filesystem::path& other) {
-    return IsSameFile(path, other);
-  };
-  if (std::any_of(written_.begin(), written_.end(), is_this)) {
-    return PathText(path) + " was written for another box already and will be overwritten.";
+  if (!form.HasFile()) {
+    return "The transmitter monitor has the serial number 0: no file will be written for it.";
   }
-  if (is_this(document_)) {
+  const auto path = PathOf(form);
+  if (std::string fault = FolderFault(path.parent_path()); !fault.empty()) {
+    return fault;
+  }
+  for (const StartupOutcome& other : outcomes_) {
+    if (other.state == StartupOutcome::kWritten && IsSameFile(path, other.path)) {
+      return PathText(path) + " was written for another box already (" + other.Name() +
+             ") and will be overwritten.";
+    }
+  }
+  if (IsSameFile(path, document_)) {
     return PathText(path) + " is the open document's own file and will be overwritten.";
   }
-  return {};
+  const std::string foreign = ForeignFile(path, form.Serial());
+  return foreign.empty() ? std::string()
+                         : PathText(path) + " is " + foreign + " and will be overwritten.";
+}
+
+StartupOutcome& StartupRun::OutcomeOf(StartupBox box) {
+  return *std::find_if(outcomes_.begin(), outcomes_.end(), [box](const StartupOutcome& outcome) {
+    return outcome.box.number == box.number;
+  });
 }
 
 void StartupRun::Accept(const StartupForm& form) {
+  StartupOutcome& outcome = OutcomeOf(form.Box());
+  outcome.serial = form.Serial();
   if (form.HasFile()) {
-    Write(form);
+    Write(form, &outcome);
   } else {
-    has_no_monitor_ = true;
+    outcome.state = StartupOutcome::kNoFile;
+    outcome.note = "the serial number is 0";
   }
   form.ApplyLasting(table_);
   Remember(form);
 }
 
-void StartupRun::Write(const StartupForm& form) {
+void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
   std::int32_t stored = 0;
   const bool asks = table_->GetParam("TBVO", IntPT, &stored) == kOk && stored == 1;
   const bool is_yes =
       asks && prompts_->AskYesNo("Orvane", "Do you want save TBVO as 1!") == Answer::kYes;
   const std::uint32_t version = StartupVersion(*table_, is_yes);
-  const auto path = PathOf(form);
+  outcome->path = PathOf(form);
+  outcome->note = ForeignFile(outcome->path, form.Serial());
   ParamTable derived = form.Derive();
   TblReport report;
-  const Status status =
-      SaveParamFile(&derived, path, {version, false, static_cast<std::int32_t>(version)}, &report);
+  const Status status = SaveParamFile(
+      &derived, outcome->path, {version, false, static_cast<std::int32_t>(version)}, &report);
   if (status == kOk) {
-    written_.push_back(path);
+    for (StartupOutcome& other : outcomes_) {
+      if (other.state == StartupOutcome::kWritten && other.box.number != outcome->box.number &&
+          IsSameFile(outcome->path, other.path)) {
+        other.state = StartupOutcome::kOverwritten;
+        other.note = BoxName(outcome->box);
+      }
+    }
     has_version_1_ = has_version_1_ || version == 1;
   } else {
-    failed_.push_back(PathText(path) + " (" + report.reason + ")");
+    outcome->note = report.reason;
   }
-  if (IsSameFile(path, document_) && (status == kOk || report.has_touched)) {
+  outcome->state = status == kOk ? StartupOutcome::kWritten : StartupOutcome::kFailed;
+  if (IsSameFile(outcome->path, document_) && (status == kOk || report.has_touched)) {
     own_file_ = status == kOk ? OwnFile::kWritten : OwnFile::kTouched;
   }
 }
@@ -94,26 +164,47 @@ void StartupRun::Remember(const StartupForm& form) {
   }
 }
 
+bool StartupRun::HasBegun() const {
+  return std::any_of(outcomes_.begin(), outcomes_.end(), [](const StartupOutcome& outcome) {
+    return outcome.state != StartupOutcome::kSkipped &&
+           (outcome.state != StartupOutcome::kNoFile || outcome.box.IsTransmitter());
+  });
+}
+
+std::string StartupRun::Headline() const {
+  std::vector<std::filesystem::path> tried;
+  std::array<std::size_t, 5> count{};
+  for (const StartupOutcome& outcome : outcomes_) {
+    ++count[outcome.state];
+    const auto is_it = [&outcome](const auto& path) { return IsSameFile(path, outcome.path); };
+    if (!outcome.path.empty() && std::none_of(tried.begin(), tried.end(), is_it)) {
+      tried.push_back(outcome.path);
+    }
+  }
+  std::string line =
+      Count(count[StartupOutcome::kWritten]) + " of " + Count(tried.size()) + " files written";
+  for (const auto& [state, text] : {std::pair{StartupOutcome::kFailed, "failed"},
+                                    {StartupOutcome::kOverwritten, "overwritten"},
+                                    {StartupOutcome::kSkipped, "skipped"},
+                                    {StartupOutcome::kNoFile, "without a file"}}) {
+    if (count[state] > 0) {
+      line += ", " + Count(count[state]) + (count[state] == 1 ? " box " : " boxes ") + text;
+    }
+  }
+  return line;
+}
+
 std::string StartupRun::StatusLine() const {
-  const std::size_t all = written_.size() + failed_.size();
-  if (all == 0 && !has_no_monitor_) {
+  if (!HasBegun()) {
     return {};
   }
-  std::string line = Count(written_.size()) + " of " + Count(all) + " files written";
-  if (has_no_monitor_) {
-    line += "; no file for the transmitter monitor, whose serial number is 0";
-  }
+  std::string line = Headline();
   if (has_version_1_) {
     line += "; version 1: 285 of 719 records";
   }
-  for (const std::string& message : failed_) {
-    line += "; failed: " + message;
-  }
-  if (!left_out_.empty()) {
-    line += "; no file for the boxes behind an empty place:";
-    for (const std::int32_t serial : left_out_) {
-      line += ' ';
-      line += FormatInt(serial);
+  for (const StartupOutcome& outcome : outcomes_) {
+    if (outcome.state != StartupOutcome::kWritten && outcome.state != StartupOutcome::kSkipped) {
+      line += "; " + outcome.Name() + ": " + outcome.Text();
     }
   }
   return line;

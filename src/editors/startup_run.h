@@ -12,17 +12,45 @@
 
 namespace orvane {
 
+/// What came of one box.
+struct StartupOutcome {
+  enum State {
+    kSkipped,  ///< no OK: cancelled, or behind the stop
+    kWritten,
+    kOverwritten,  ///< written, and then a later box of the run wrote the same file
+    kFailed,
+    kNoFile,  ///< a box that gets none
+  };
+  StartupBox box;
+  std::int32_t serial = 0;
+  std::filesystem::path path;  ///< empty where nothing was tried
+  State state = kSkipped;
+  std::string note;  ///< why; of a written file what stood there before
+
+  /// "auxiliary 1, serial 1203".
+  std::string Name() const;
+  /// "written over the file of serial 1207", "failed (REASON)".
+  std::string Text() const;
+};
+
 /// Saving the start-up files of all boxes: what the dialogs hand on, what was written and what
 /// becomes of the document.
 class StartupRun {
  public:
-  /// `document`: the open document's file, empty for a new one. Sets the default resistances.
-  StartupRun(ParamTable* table, std::filesystem::path document, Prompts* prompts);
+  /// `document`: the open document's file, empty for a new one. `folder`: where files go without
+  /// either a document or a location. Sets the default resistances.
+  StartupRun(ParamTable* table, std::filesystem::path document, Prompts* prompts,
+             std::filesystem::path folder = {});
 
   const std::vector<StartupBox>& Boxes() const { return boxes_; }
   const StartupChoices& Choices() const { return choices_; }
+  /// Whole, from the root.
   std::filesystem::path PathOf(const StartupForm& form) const;
+  /// Where files go without a location, whole.
+  const std::filesystem::path& DefaultFolder() const { return folder_; }
 
+  /// "Box 2 of 6: auxiliary 1, serial 1203".
+  std::string Heading(const StartupForm& form) const;
   /// What the user should know of the file that the dialog would write; empty: nothing.
   std::string WarningFor(const StartupForm& form) const;
 
@@ -30,6 +58,12 @@ class StartupRun {
   /// the table and keeps what lasts. A transmitter monitor without a serial number gets no file.
   void Accept(const StartupForm& form);
 
+  /// Of every box, in their order, and of those behind an empty place.
+  const std::vector<StartupOutcome>& Outcomes() const { return outcomes_; }
+  /// Whether any dialog ended with OK.
+  bool HasBegun() const;
+  /// "2 of 3 files written, 1 box skipped": files that there are now of those that were tried.
+  std::string Headline() const;
   /// The whole run in one line; empty where nothing was accepted.
   std::string StatusLine() const;
 
@@ -41,21 +75,19 @@ class StartupRun {
   OwnFile Document() const { return own_file_; }
 
  private:
-  std::filesystem::path DocumentFolder() const;
+  StartupOutcome& OutcomeOf(StartupBox box);
   void Remember(const StartupForm& form);
-  void Write(const StartupForm& form);
+  void Write(const StartupForm& form, StartupOutcome* outcome);
 
   ParamTable* table_;
   std::filesystem::path document_;
+  std::filesystem::path folder_;
   Prompts* prompts_;
   std::vector<StartupBox> boxes_;
-  std::vector<std::int32_t> left_out_;
   StartupChoices choices_;
-  std::vector<std::filesystem::path> written_;
-  std::vector<std::string> failed_;
+  std::vector<StartupOutcome> outcomes_;
   EarlyWrites early_;
   bool has_version_1_ = false;
-  bool has_no_monitor_ = false;
   OwnFile own_file_ = OwnFile::kAsBefore;
 };
 

@@ -20,6 +20,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
+#include <QTreeWidget>
 #include <functional>
 
 #include "app/main_frame.h"
@@ -353,20 +354,39 @@ TEST_F(MainFrame, SavesAFileForEachBox) {
   ASSERT_EQ(table_.SetParam("SNTX", IntPT, &serials[0]), kOk);
   ASSERT_EQ(table_.SetParam("SNUM", IntPT, &serials[1]), kOk);
   ASSERT_EQ(table_.SetParam("SN01", IntPT, &serials[2]), kOk);
-  const QStringList titles = WithWindows(
-      {Accept, [](QWidget* window) { static_cast<QDialog*>(window)->reject(); },
-       [this](QWidget* window) {
-         EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("path"))->text(), Path("1203.tbl"));
-         EXPECT_EQ(window->findChild<CGridCtrl*>(QStringLiteral("1220"))->GetRowCount(), 4);
-         Accept(window);
-       }},
-      [this] { frame_->Command(kFileSaveAllBoxes)->trigger(); });
+  const auto reject = [](QWidget* window) { static_cast<QDialog*>(window)->reject(); };
+  const auto last = [this](QWidget* window) {
+    EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("path"))->text(), Path("1203.tbl"));
+    EXPECT_EQ(window->findChild<CGridCtrl*>(QStringLiteral("1220"))->GetRowCount(), 4);
+    Accept(window);
+  };
+  QString rows;
+  const auto list = [&rows](QWidget* window) {
+    const auto* tree = window->findChild<QTreeWidget*>();
+    for (int row = 0; row < tree->topLevelItemCount(); ++row) {
+      rows += tree->topLevelItem(row)->text(0) + '|' + tree->topLevelItem(row)->text(1) + '\n';
+    }
+    Accept(window);
+  };
+  const QStringList titles = WithWindows({Accept, reject, last, list},
+                                         [this] { frame_->Command(kFileSaveAllBoxes)->trigger(); });
   EXPECT_EQ(titles, (QStringList{QStringLiteral("Save DMUGVR  Startup File"),
                                  QStringLiteral("Save K3 Startup File ( SIP )"),
-                                 QStringLiteral("Save DMU Startup File ( SIP )")}));
+                                 QStringLiteral("Save DMU Startup File ( SIP )"), "Orvane"}));
+  EXPECT_EQ(rows,
+            "main receiver, serial 24|skipped\ntransmitter monitor, serial 31|written\n"
+            "auxiliary 1, serial 1203|written\n");
   EXPECT_EQ(dir_.Count(), 3U) << "a cancelled box has no file";
-  EXPECT_EQ(Notice(), QStringLiteral("2 of 2 files written"));
+  EXPECT_EQ(Notice(), QStringLiteral("2 of 2 files written, 1 box skipped"));
   EXPECT_TRUE(doc_.IsModified());
+  // Stop ends the run: no second dialog, and no list where nothing was written.
+  const auto stop = [](QWidget* window) {
+    EXPECT_EQ(window->findChild<QLabel*>("heading")->text(),
+              "Box 1 of 3: transmitter monitor, serial 31");
+    window->findChild<QPushButton*>("stop")->click();
+  };
+  EXPECT_EQ(WithWindows({stop}, [this] { frame_->Command(kFileSaveAllBoxes)->trigger(); }).size(),
+            1);
 }
 
 TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/path_text.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
 
@@ -14,6 +15,7 @@ using testing::Get;
 using testing::NewTable;
 using testing::Set;
 using testing::TempDir;
+using testing::WriteAll;
 
 class Answers : public Prompts {
  public:
@@ -73,8 +75,10 @@ TEST_F(StartupFiles, EachBoxGetsItsOwnValuesAndTheTableKeepsItsOwn) {
   EXPECT_EQ(Get(Loaded("31.tbl"), "FLAG1") + Get(Loaded("31.tbl"), "CHDEF1"), "1Tx");
   EXPECT_EQ(Changes(table_, Loaded("24.tbl")), Keys());
   EXPECT_EQ(Changes(table_, Loaded("1203.tbl")), (Keys{"SNUM", "SNNR", "SN01", "SN03"}));
-  EXPECT_EQ(run.StatusLine(),
-            "3 of 3 files written; no file for the boxes behind an empty place: 1207");
+  EXPECT_EQ(
+      run.StatusLine(),
+      "3 of 3 files written, 1 box without a file; auxiliary 3, serial 1207: no file (behind an "
+      "empty place among the auxiliary boxes)");
   EXPECT_EQ(run.Document(), StartupRun::OwnFile::kAsBefore);
   EXPECT_EQ(answers_.asked, 0);
 }
@@ -103,7 +107,54 @@ TEST_F(StartupFiles, EditsGoIntoTheFileOnly) {
                                   {"SNUM", "1203"}}) {
     EXPECT_EQ(Get(file, key), text) << key;
   }
-  EXPECT_NE(run.WarningFor(form), "") << "written for another box already";
+}
+
+TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
+  StartupRun run(&table_, {}, &answers_, dir_.Path());
+  const auto at = [this](std::string_view name) { return PathText(dir_ / name); };
+  WriteAll(dir_ / "plain", "text");
+  WriteAll(dir_ / "24.tbl", "no table");
+  ParamTable other = table_;
+  Set(&other, "SNUM", "7");
+  ASSERT_EQ(SaveParamFile(&other, dir_ / "1203.tbl", {}), kOk);
+  StartupForm monitor(&table_, run.Boxes()[0], run.Choices());
+  StartupForm main(&table_, run.Boxes()[1], run.Choices());
+  StartupForm auxiliary(&table_, run.Boxes()[2], run.Choices());
+  EXPECT_EQ(run.Heading(auxiliary), "Box 3 of 3: auxiliary 1, serial 1203");
+  EXPECT_EQ(PathText(run.PathOf(monitor)), at("31.tbl")) << "no document: the folder proposed";
+  EXPECT_EQ(run.WarningFor(monitor), "");
+  EXPECT_EQ(run.WarningFor(main),
+            at("24.tbl") + " is a file that is no table and will be overwritten.");
+  EXPECT_EQ(run.WarningFor(auxiliary),
+            at("1203.tbl") + " is the file of serial 7 and will be overwritten.");
+  auxiliary.Model().SetText(StartupForm::kReceiverSerial, "7");
+  auxiliary.Model().SetIndex(StartupForm::kFixedName, 0);
+  for (const auto& [folder, warning] :
+       {std::pair{"none", "The folder " + at("none") + " does not exist."},
+        {"plain", at("plain") + " is no folder."}}) {
+    auxiliary.Model().SetText(StartupForm::kLocation, folder);
+    EXPECT_EQ(run.WarningFor(auxiliary), warning);
+  }
+  monitor.Model().SetText(StartupForm::kMonitorSerial, "0");
+  EXPECT_NE(run.WarningFor(monitor).find("no file will be written"), std::string::npos);
+  // One name for two boxes: one file, and the first box has none.
+  auxiliary.Model().SetText(StartupForm::kLocation, "");
+  main.Model().SetIndex(StartupForm::kFixedName, 0);
+  run.Accept(main);
+  EXPECT_EQ(run.WarningFor(auxiliary),
+            at("StartUp.tbl") +
+                " was written for another box already (main receiver, serial 24) and will be "
+                "overwritten.");
+  run.Accept(auxiliary);
+  EXPECT_EQ(run.Headline(),
+            "1 of 1 files written, 1 box overwritten, 1 box skipped, 1 box without a file");
+  std::string texts;
+  for (const StartupOutcome& outcome : run.Outcomes()) {
+    texts += outcome.Text() + '|';
+  }
+  EXPECT_EQ(texts,
+            "skipped|overwritten by auxiliary 1|written over the file of serial 24|"
+            "no file (behind an empty place among the auxiliary boxes)|");
 }
 
 TEST_F(StartupFiles, VersionAndModifiedMarkFollowTheAnswers) {
@@ -146,8 +197,9 @@ TEST_F(StartupFiles, AFailedWriteIsToldAndClearsNothing) {
   const ParamTable before = table_;
   AcceptAll(&run);
   EXPECT_EQ(Changes(before, table_), std::set<std::string>());
-  EXPECT_EQ(run.StatusLine().find("0 of 2 files written; failed: "), 0U) << run.StatusLine();
-  EXPECT_NE(run.StatusLine().find("24.tbl (No such file or directory)"), std::string::npos);
+  EXPECT_EQ(run.StatusLine().find("0 of 2 files written, 2 boxes failed"), 0U) << run.StatusLine();
+  EXPECT_NE(run.StatusLine().find("serial 24: failed (No such file or directory)"),
+            std::string::npos);
 }
 
 TEST_F(StartupFiles, AMonitorsSerialGoesIntoTheOtherBoxesFilesAndNoneGetsNoFile) {
@@ -167,8 +219,9 @@ TEST_F(StartupFiles, AMonitorsSerialGoesIntoTheOtherBoxesFilesAndNoneGetsNoFile)
     const bool has_monitor = std::string_view(serial) != "0";
     EXPECT_EQ(std::filesystem::exists(dir_ / "77.tbl"), has_monitor);
     EXPECT_EQ(Changes(before, table_).empty(), !has_monitor);
-    EXPECT_EQ(run.StatusLine().find("no file for the transmitter monitor") == std::string::npos,
-              has_monitor);
+    EXPECT_EQ(
+        run.StatusLine().find("serial 0: no file (the serial number is 0)") == std::string::npos,
+        has_monitor);
   }
   EXPECT_FALSE(std::filesystem::exists(dir_ / "0.tbl"));
 }

@@ -11,6 +11,7 @@
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
 #include "ui/folder_dialog.h"
+#include "ui/plot_theme.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -20,6 +21,27 @@ constexpr int kGainColumn = 2;
 
 bool IsFileControl(int control) {
   return control == StartupForm::kFixedName || control == StartupForm::kLocation;
+}
+
+std::vector<ResultRow> RowsOf(const StartupRun& run) {
+  std::vector<ResultRow> rows;
+  for (const StartupOutcome& outcome : run.Outcomes()) {
+    const bool is_lost =
+        outcome.state == StartupOutcome::kFailed || outcome.state == StartupOutcome::kOverwritten;
+    const bool is_plain = outcome.state == StartupOutcome::kWritten && outcome.note.empty();
+    ResultRow row{QString::fromStdString(outcome.Name()),
+                  {},
+                  is_lost    ? ResultRow::kProblem
+                  : is_plain ? ResultRow::kGood
+                             : ResultRow::kNote,
+                  QString::fromStdString(outcome.Text()),
+                  {}};
+    if (!outcome.path.empty()) {
+      row.outputs << QString::fromStdString(PathText(outcome.path));
+    }
+    rows.push_back(std::move(row));
+  }
+  return rows;
 }
 
 }  // namespace
@@ -39,11 +61,44 @@ CStartupDlg::CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, Q
   groups->addLayout(upper, 1);
   groups->addWidget(FileGroup());
   auto* layout = new QVBoxLayout(this);
+  layout->addWidget(HeadingLabel());
   layout->addWidget(new ContentScrollArea(content, this), 1);
-  layout->addWidget(OkAndCancel());
+  layout->addWidget(WarningLabel());  // always in sight
+  layout->addWidget(ButtonRow());
   UpdateWarning();
   ResizeWithinScreen(this,
                      sizeHint().expandedTo(QSize(form->Box().IsTransmitter() ? 560 : 900, 0)));
+}
+
+QWidget* CStartupDlg::HeadingLabel() {
+  heading_ = new QLabel(this);
+  heading_->setObjectName(QStringLiteral("heading"));
+  heading_->setTextFormat(Qt::PlainText);
+  QFont bold = heading_->font();
+  bold.setBold(true);
+  heading_->setFont(bold);
+  return heading_;
+}
+
+QWidget* CStartupDlg::WarningLabel() {
+  warning_ = new QLabel(this);
+  warning_->setObjectName(QStringLiteral("warning"));
+  warning_->setTextFormat(Qt::PlainText);
+  warning_->setWordWrap(true);
+  return warning_;
+}
+
+QWidget* CStartupDlg::ButtonRow() {
+  QDialogButtonBox* buttons = OkAndCancel();
+  buttons->button(QDialogButtonBox::Ok)->setToolTip(QStringLiteral("Write the file of this box"));
+  buttons->button(QDialogButtonBox::Cancel)
+      ->setToolTip(QStringLiteral("Write no file for this box and go on to the next"));
+  auto* stop = buttons->addButton(QStringLiteral("Stop"), QDialogButtonBox::ActionRole);
+  stop->setObjectName(QStringLiteral("stop"));
+  stop->setToolTip(QStringLiteral("Write no file for this box and none for those behind it"));
+  stop->setAutoDefault(false);
+  connect(stop, &QPushButton::clicked, this, [this] { done(kStop); });
+  return buttons;
 }
 
 QWidget* CStartupDlg::SettingsGroup() {
@@ -72,19 +127,13 @@ QWidget* CStartupDlg::FileGroup() {
   location->addWidget(Control(StartupForm::kLocation), 1);
   location->addWidget(browse);
   rows->addRow(LabelOf(StartupForm::kLocation), location);
+  qobject_cast<QLineEdit*>(Control(StartupForm::kLocation))
+      ->setPlaceholderText(QString::fromStdString(PathText(run_->DefaultFolder())));
   path_ = new QLabel(group);
   path_->setObjectName(QStringLiteral("path"));
   path_->setTextFormat(Qt::PlainText);
   path_->setWordWrap(true);
   rows->addRow(QString(), path_);
-  warning_ = new QLabel(group);
-  warning_->setObjectName(QStringLiteral("warning"));
-  warning_->setTextFormat(Qt::PlainText);
-  warning_->setWordWrap(true);
-  QFont bold = warning_->font();
-  bold.setBold(true);
-  warning_->setFont(bold);
-  rows->addRow(QString(), warning_);
   return group;
 }
 
@@ -140,22 +189,31 @@ void CStartupDlg::OnGainEdited(int row, int column) {
 void CStartupDlg::OnEdited(int) { UpdateWarning(); }
 
 void CStartupDlg::UpdateWarning() {
-  path_->setText(QString::fromStdString(PathText(run_->PathOf(*form_))));
+  heading_->setText(QString::fromStdString(run_->Heading(*form_)));
+  path_->setText(form_->HasFile() ? QString::fromStdString(PathText(run_->PathOf(*form_)))
+                                  : QStringLiteral("no file"));
   const QString warning = QString::fromStdString(run_->WarningFor(*form_));
+  QPalette colors = palette();
+  colors.setColor(QPalette::WindowText, WarningColor(colors));
+  warning_->setPalette(colors);
   warning_->setText(warning);
   warning_->setVisible(!warning.isEmpty());
   Control(StartupForm::kLocation)->setAccessibleDescription(warning);
 }
 
 void CStartupDlg::OnBrowse() {
-  const QString folder =
-      CFolderDialog::AskForFolder(this, QStringLiteral("Select the folder to save TBL file:"),
-                                  QString::fromStdString(form_->Folder()));
+  const QString folder = CFolderDialog::AskForFolder(
+      this, QStringLiteral("Select the folder to save TBL file:"),
+      QString::fromStdString(PathText(run_->PathOf(*form_).parent_path())));
   if (!folder.isEmpty()) {
     Model().SetText(StartupForm::kLocation, folder.toStdString());
     UpdateWarning();
   }
 }
+
+CStartupResultDlg::CStartupResultDlg(const StartupRun& run, QWidget* parent)
+    : CResultListDlg({QString::fromStdString(run.Headline()), {}, QStringLiteral("Box")},
+                     RowsOf(run), nullptr, parent) {}
 
 void CStartupDlg::accept() {
   is_refused_ = false;

@@ -5,6 +5,7 @@
 #include "editors/startup_run.h"
 #include "ui/form_dialog.h"
 #include "ui/grid_ctrl.h"
+#include "ui/result_list.h"
 
 namespace orvane {
 
@@ -16,11 +17,17 @@ class CStartupDlg : public CFormDialog {
   /// All must outlive the dialog.
   CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, QWidget* parent);
 
+  /// What exec() answers where the whole run is to end.
+  static constexpr int kStop = 2;
+
   void accept() override;
 
  private:
   void OnEdited(int control) override;
   void Commit() override { run_->Accept(*form_); }
+  QWidget* HeadingLabel();
+  QWidget* WarningLabel();
+  QWidget* ButtonRow();
   QWidget* SettingsGroup();
   QWidget* FileGroup();
   QWidget* ChannelGroup();
@@ -33,8 +40,17 @@ class CStartupDlg : public CFormDialog {
   Prompts* prompts_;
   CGridCtrl* channels_ = nullptr;  // receivers only
   bool is_refused_ = false;        // a gain factor
+  QLabel* heading_ = nullptr;
   QLabel* path_ = nullptr;
   QLabel* warning_ = nullptr;
+};
+
+/// What came of each box of a run.
+class CStartupResultDlg : public CResultListDlg {
+  Q_OBJECT
+
+ public:
+  CStartupResultDlg(const StartupRun& run, QWidget* parent);
 };
 
 }  // namespace orvane
