@@ -201,8 +201,9 @@ bool VisitStepping(const ParamTable& opened, const Visit& visit) {
       done = visit(&cycle_dialog, method.cycle_name) && done;
     }
   }
-  FdemForm fdem(&prompts);
+  FdemForm fdem(&prompts, "/home/crew/survey");
   fdem.Open();
+  fdem.Model().SetText(FdemForm::kPath, "night 2");
   CFdemScheduleDlg fdem_dialog(&fdem, &prompts, {});
   return visit(&fdem_dialog, "fdem-schedule") && done;
 }

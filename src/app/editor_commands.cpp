@@ -153,7 +153,8 @@ void EditorCommands::EditStepping() {
 }
 
 void EditorCommands::CreateFdemSchedule() {
-  FdemForm form(prompts_);
+  const QString folder = FieldFolders(doc_).Document();
+  FdemForm form(prompts_, PathFromText(folder.isEmpty() ? UsersFolder() : folder));
   form.Open();
   CFdemScheduleDlg dialog(&form, prompts_, ScheduleFolder(kFdem), parent_);
   if (dialog.exec() == QDialog::Accepted) {

@@ -4,7 +4,9 @@
 #include <array>
 #include <filesystem>
 #include <limits>
+#include <system_error>
 
+#include "core/ascii.h"
 #include "core/file_io.h"
 #include "core/number_text.h"
 #include "core/path_text.h"
@@ -28,7 +30,8 @@ constexpr auto kFields = std::to_array<Field>({
 
 }  // namespace
 
-FdemForm::FdemForm(Prompts* prompts) : prompts_(prompts), model_(nullptr, kFields) {}
+FdemForm::FdemForm(Prompts* prompts, std::filesystem::path folder)
+    : prompts_(prompts), folder_(std::move(folder)), model_(nullptr, kFields) {}
 
 void FdemForm::Open() {
   model_.SetText(kSeconds, "60");
@@ -37,8 +40,33 @@ void FdemForm::Open() {
   model_.SetIndex(kSet, 0);
 }
 
+void FdemForm::Choose(const std::string& path) {
+  chosen_ = path;
+  model_.SetText(kPath, path);
+}
+
+std::filesystem::path FdemForm::Path() const {
+  const std::string typed(Trimmed(model_.Text(kPath)));
+  if (typed.empty()) {
+    return {};
+  }
+  std::filesystem::path path = (folder_ / PathOf(typed)).lexically_normal();
+  if (path.has_filename() && !path.has_extension()) {
+    path += ".TFS";
+  }
+  return path;
+}
+
+bool FdemForm::MayReplace(const std::filesystem::path& path) const {
+  std::error_code error;
+  return model_.Text(kPath) == chosen_ || !std::filesystem::exists(path, error) ||
+         prompts_->AskYesNo("Orvane", PathText(path) + " exists already. Replace it?") ==
+             Answer::kYes;
+}
+
 bool FdemForm::Save() {
-  const std::string& name = model_.Text(kPath);
+  const std::filesystem::path path = Path();
+  const std::string name = PathText(path);
   if (name.empty()) {
     prompts_->ShowWarning("Orvane", "Enter the file to be saved.");
     return false;
@@ -53,10 +81,13 @@ bool FdemForm::Save() {
                           "The schedule lasts longer than 32 bits can count; nothing was written.");
     return false;
   }
-  if (const std::string reason = WriteScheduleFile(PathOf(name), rows); !reason.empty()) {
+  if (!MayReplace(path)) {
+    return false;
+  }
+  if (const std::string reason = WriteScheduleFile(path, rows); !reason.empty()) {
     prompts_->ShowWarning("File Open Error",
                           "Failed to open file " + name + " to export schedule file!");
-    note_ = FileMessage(PathOf(name), reason);
+    note_ = FileMessage(path, reason);
     return false;
   }
   note_ = FormatInt(static_cast<std::int64_t>(rows.size())) + " steps, " +

@@ -10,6 +10,8 @@
 namespace orvane {
 namespace {
 
+constexpr int kCurrentDigits = 4;  // no transmitter is set more finely
+
 std::string Refusal(std::string_view text, std::string_view what) {
   std::string refusal = "\"";
   return refusal.append(text).append("\" is not ").append(what);
@@ -47,6 +49,9 @@ std::string SteppingForm::FrequencyText(int row) const {
 }
 
 std::string SteppingForm::EditFrequency(int row, std::string_view text) {
+  if (text == FrequencyText(row)) {
+    return {};
+  }
   const auto frequency = RealIn(text);
   if (!frequency) {
     return Refusal(text, "a frequency in Hz such as 85.3333");
@@ -65,7 +70,7 @@ std::string SteppingForm::StepText(int row, StepColumn column) const {
     case kFrequency:
       return FormatReal(step.frequency);
     case kCurrent:
-      return FormatReal(step.current);
+      return FormatReal(step.current, kCurrentDigits);
     case kEndTime:
       return FormatInt(step.end_time);
     case kWaveform:
@@ -75,6 +80,9 @@ std::string SteppingForm::StepText(int row, StepColumn column) const {
 }
 
 std::string SteppingForm::EditStep(int row, StepColumn column, std::string_view text) {
+  if (text == StepText(row, column)) {
+    return {};
+  }
   ScheduleRow& step = schedule_[static_cast<std::size_t>(row)];
   if (column == kWaveform) {
     const auto code = WaveformIn(text);
@@ -96,6 +104,7 @@ std::string SteppingForm::EditStep(int row, StepColumn column, std::string_view 
     }
     (column == kFrequency ? step.frequency : step.current) = *number;
   }
+  has_edited_steps_ = true;
   return {};
 }
 
@@ -106,6 +115,7 @@ std::string SteppingForm::InsertStep(int row) {
   }
   std::move_backward(schedule_.begin() + row, end - 1, end);
   schedule_[static_cast<std::size_t>(row)] = {};
+  has_edited_steps_ = true;
   return {};
 }
 
@@ -113,6 +123,7 @@ void SteppingForm::DeleteStep(int row) {
   auto* const end = schedule_.begin() + kMostSteps;
   std::move(schedule_.begin() + row + 1, end, schedule_.begin() + row);
   *(end - 1) = {};
+  has_edited_steps_ = true;
 }
 
 }  // namespace orvane

@@ -47,6 +47,7 @@ void SteppingForm::Read() {
   frequencies_ = StoredFrequencies(*table_);
   is_list_edited_ = false;
   schedule_.fill({});
+  has_edited_steps_ = false;
   note_.clear();
   EnableByStepping();
   SetWindows();
@@ -97,6 +98,13 @@ bool SteppingForm::CanCalculate() const {
 
 bool SteppingForm::CanOpenFile() const { return model_.Index(stepping::kAuto) > kAutoStep; }
 
+std::string_view SteppingForm::ScheduleName() const {
+  const int control = model_.Index(stepping::kAuto);
+  return control > kAutoStep
+             ? model_.FieldOf(stepping::kAuto).choices[static_cast<std::size_t>(control)].label
+             : std::string_view();
+}
+
 // What OK would store now.
 ParamValue SteppingForm::Value(int control) const {
   if (model_.IsEdited(control)) {
@@ -140,6 +148,7 @@ void SteppingForm::SetWindows() {
 void SteppingForm::SetSchedule() {
   const StepParameters parameters = Parameters();
   if (CalculateStepTable(parameters, frequencies_, &schedule_) == kStepsCalculated) {
+    has_edited_steps_ = false;
     note_ += Steps(schedule_);
   } else {
     note_ += "No schedule: " + StepFault(parameters, frequencies_);
@@ -154,6 +163,7 @@ void SteppingForm::Tell(std::string note) {
 void SteppingForm::OpenFile(const std::filesystem::path& path) {
   ScheduleReport report;
   const bool has_rows = ReadScheduleFile(path, &schedule_, &report);
+  has_edited_steps_ = false;
   if (!report.is_open) {
     // kept: the text as the users know it.
     prompts_->ShowWarning("File Read Error", "Cannot open schdele file!");
@@ -170,6 +180,7 @@ bool SteppingForm::ExportFile(const std::filesystem::path& path) {
     Tell(PathText(path) + ": " + reason);
     return false;
   }
+  has_edited_steps_ = false;
   Tell(Steps(schedule_) + " written to " + PathText(path));
   const auto* const behind = std::find_if_not(
       schedule_.begin() + static_cast<std::ptrdiff_t>(rows.size()), schedule_.end(), IsEmpty);

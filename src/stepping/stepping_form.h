@@ -21,8 +21,9 @@ namespace orvane {
 /// How a receiver steps through frequencies: parameters, requested frequencies, the schedule that
 /// follows from them or comes from a file, and for the time domain its windows.
 ///
-/// Numbers stand as they are stored; what a cell shows has ten digits. Rows count from 0. Edits
-/// return why a text is refused, and then nothing has changed.
+/// Numbers stand as they are stored; what a cell shows has ten digits, a current four. Rows count
+/// from 0. Edits return why a text is refused, and then nothing has changed; nor does anything
+/// where the text is the one shown.
 class SteppingForm {
  public:
   enum StepColumn : int { kFrequency, kCurrent, kEndTime, kWaveform };
@@ -68,6 +69,11 @@ class SteppingForm {
   std::string EditFrequency(int row, std::string_view text);
 
   const ScheduleTable& Schedule() const { return schedule_; }
+  /// Rows were changed by hand since they were calculated, read or exported: nothing else keeps
+  /// them.
+  bool HasEditedSteps() const { return has_edited_steps_; }
+  /// The file that the stepping control names; empty where it names none.
+  std::string_view ScheduleName() const;
   std::string StepText(int row, StepColumn column) const;
   /// A waveform by its name or its code.
   std::string EditStep(int row, StepColumn column, std::string_view text);
@@ -99,6 +105,7 @@ class SteppingForm {
   FrequencyList frequencies_{};
   bool is_list_edited_ = false;
   ScheduleTable schedule_{};
+  bool has_edited_steps_ = false;
   std::vector<WindowRow> windows_;
   std::string note_;
 };

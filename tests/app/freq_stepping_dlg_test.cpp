@@ -94,6 +94,11 @@ TEST_F(FreqSteppingDlg, OffersTheWaveformsAsAList) {
   EXPECT_EQ(schedule->GetItemText(1, 4), QStringLiteral("TD33"));
   QTest::keyClick(Edit(schedule, 2, 4, "9"), Qt::Key_Return);
   EXPECT_EQ(schedule->GetItemText(2, 4), QStringLiteral("TD50N"));
+  for (const Answer answer : {Answer::kCancel, Answer::kNo}) {  // nothing else keeps these rows
+    silent_.answer = answer;
+    Click("1");
+    EXPECT_EQ(dialog_->isVisible(), answer == Answer::kCancel);
+  }
 }
 
 TEST_F(FreqSteppingDlg, EscapeKeepsTheTableButForTheDefaults) {

@@ -107,6 +107,29 @@ TEST_F(Stepping, CalculatesFromWhatStandsInTheDialogAndExportsItsBytes) {
   EXPECT_EQ(Values({"FRQ0", "FRQ1", "FRQ2", "FEND", "TPFR"}), "10.12345679 3.5 0 9 0 ");
 }
 
+TEST_F(Stepping, ACellThatIsNotEditedKeepsItsNumberAndEditsAreKnown) {
+  Set(&table_, "FRQ0", "10.123456789012345");
+  Set(&table_, "FEND", "9");
+  Set(&table_, "TPFR", "30");
+  Set(&table_, "CRMX", "3.14159");
+  Open(kCsamt, 1);
+  EXPECT_EQ(form_.ScheduleName(), "");
+  EXPECT_EQ(form_.StepText(0, SteppingForm::kCurrent), "3.142");
+  EXPECT_EQ(form_.EditStep(0, SteppingForm::kCurrent, "3.142"), "");
+  EXPECT_EQ(form_.EditStep(0, SteppingForm::kFrequency, "10.12345679"), "");
+  EXPECT_FALSE(form_.HasEditedSteps());
+  ASSERT_TRUE(form_.ExportFile(dir_ / "a.TFS"));
+  EXPECT_EQ(ReadAll(dir_ / "a.TFS"), StepBytes(30, 4, 10.123456789012345, 3.14159));
+  EXPECT_EQ(form_.EditStep(0, SteppingForm::kCurrent, "3.1"), "");
+  EXPECT_TRUE(form_.HasEditedSteps());
+  EXPECT_FALSE(form_.ExportFile("/nowhere/a.TFS"));
+  EXPECT_TRUE(form_.HasEditedSteps()) << "no file has them";
+  ASSERT_TRUE(form_.ExportFile(dir_ / "a.TFS"));
+  EXPECT_FALSE(form_.HasEditedSteps());
+  form_.Model().SetIndex(stepping::kAuto, 2);
+  EXPECT_EQ(form_.ScheduleName(), "2.TFS");
+}
+
 TEST_F(Stepping, TellsOfFrequenciesThatAreNotShown) {
   for (const auto& [key, frequency] : {std::pair("FRQ0", "8"), std::pair("FRQ1", "0"),
                                        std::pair("FRQ2", "7"), std::pair("FR19", "1")}) {

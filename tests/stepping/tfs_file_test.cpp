@@ -5,10 +5,12 @@
 
 #include <cmath>
 
+#include "stepping/fdem_form.h"
 #include "stepping/fdem_schedule.h"
 #include "stepping/tfs_listing.h"
 #include "support/temp_dir.h"
 #include "support/tfs_bytes.h"
+#include "support/told.h"
 
 namespace orvane {
 namespace {
@@ -17,6 +19,7 @@ using testing::ManySteps;
 using testing::ReadAll;
 using testing::StepBytes;
 using testing::TempDir;
+using testing::Told;
 using testing::WriteAll;
 
 TEST(TfsFile, ReadsGoodFilesAndEmptiesTheTableForOthers) {
@@ -81,6 +84,23 @@ TEST(TfsListing, NamesTheBadRowAndGoesOn) {
             "   1,         60,       FD,    8533.33333000,     5.0000,\n"
             "   2,         60,   EXTCLK,       0.50000000,     0.0001, row 2: waveform 12\n"
             "   3,         -2,       77,       1.00000000,     1.0000,\n");
+}
+
+TEST(FdemSchedule, GoesIntoTheFolderAndReplacesOnlyWhatItMay) {
+  const TempDir dir;
+  Told no;
+  FdemForm form(&no, dir.Path());
+  form.Open();
+  form.Model().SetText(FdemForm::kPath, " night ");
+  EXPECT_EQ(form.Path(), dir / "night.TFS");
+  ASSERT_TRUE(form.Save());
+  EXPECT_EQ(ReadAll(dir / "night.TFS").size(), 143U * 22);
+  form.Model().SetIndex(FdemForm::kSet, 1);
+  EXPECT_FALSE(form.Save()) << "there is one, and the answer is no";
+  EXPECT_EQ(ReadAll(dir / "night.TFS").size(), 143U * 22);
+  form.Choose((dir / "night.TFS").string());  // the file dialog has asked
+  EXPECT_TRUE(form.Save());
+  EXPECT_EQ(ReadAll(dir / "night.TFS").size(), 78U * 22);
 }
 
 TEST(FdemSchedule, LastsLongEnoughForCyclesAndSeconds) {

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "core/path_text.h"
 #include "stepping/widgets/tfs_dialog.h"
 #include "ui/window_size.h"
 
@@ -42,19 +43,38 @@ CFdemScheduleDlg::CFdemScheduleDlg(FdemForm* form, Prompts* prompts, QString fol
   file->addWidget(Control(FdemForm::kPath), 1);
   file->addWidget(browse);
 
+  path_ = new QLabel(this);
+  path_->setObjectName(QStringLiteral("path"));
+  path_->setTextFormat(Qt::PlainText);
+  path_->setWordWrap(true);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(upper);
   layout->addLayout(file);
+  layout->addWidget(path_);
   layout->addStretch();
   layout->addWidget(OkAndCancel());
+  ShowPath();
   ResizeWithinScreen(this, sizeHint().expandedTo(QSize(520, 0)));
+}
+
+void CFdemScheduleDlg::OnEdited(int control) {
+  if (control == FdemForm::kPath) {
+    ShowPath();
+  }
+}
+
+void CFdemScheduleDlg::ShowPath() {
+  const std::string path = PathText(form_->Path());
+  path_->setText(path.empty() ? QString()
+                              : QStringLiteral("Will be written: ") + QString::fromStdString(path));
 }
 
 void CFdemScheduleDlg::OnBrowse() {
   const QString path =
       AskForSchedule(this, QFileDialog::AcceptSave, QStringLiteral("File To Be Save"), folder_);
   if (!path.isEmpty()) {
-    Model().SetText(FdemForm::kPath, path.toStdString());
+    form_->Choose(path.toStdString());
+    ShowPath();
   }
 }
 

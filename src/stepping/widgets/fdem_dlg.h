@@ -21,10 +21,13 @@ class CFdemScheduleDlg : public CFormDialog {
 
  private:
   void Commit() override {}  // the file is written before the dialog closes
+  void OnEdited(int control) override;
   void OnBrowse();
+  void ShowPath();
 
   FdemForm* form_;
   QString folder_;
+  QLabel* path_ = nullptr;
 };
 
 }  // namespace orvane

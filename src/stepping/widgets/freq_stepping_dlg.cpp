@@ -144,7 +144,8 @@ QWidget* CFreqSteppingDlg::NewPictureBox() {
   picture_ = new SchedulePlot(this);
   auto* layout = new QVBoxLayout;
   layout->addWidget(picture_);
-  return NewBox("Schedule", layout);
+  picture_box_ = NewBox("Schedule", layout);
+  return picture_box_;
 }
 
 QLayout* CFreqSteppingDlg::NewBottomRow() {
@@ -200,16 +201,36 @@ void CFreqSteppingDlg::OnOpenFile() {
   }
 }
 
-void CFreqSteppingDlg::OnExportFile() {
+bool CFreqSteppingDlg::Export() {
   if (!CommitGrids()) {
-    return;
+    return false;
   }
-  const QString path = AskForSchedule(this, QFileDialog::AcceptSave,
-                                      QStringLiteral("Export Schedule File"), folder_);
-  if (!path.isEmpty()) {
-    form_->ExportFile(PathFromText(path));
-    ShowAll();
+  const QString path =
+      AskForSchedule(this, QFileDialog::AcceptSave, QStringLiteral("Export Schedule File"), folder_,
+                     TextFromBytes(form_->ScheduleName()));
+  if (path.isEmpty()) {
+    return false;
   }
+  const bool is_written = form_->ExportFile(PathFromText(path));
+  ShowAll();
+  return is_written;
+}
+
+bool CFreqSteppingDlg::MayDropSteps() {
+  if (!form_->HasEditedSteps()) {
+    return true;
+  }
+  switch (prompts_->AskYesNoCancel("Orvane",
+                                   "Rows of the schedule were changed by hand. Only a schedule "
+                                   "file keeps them. Export it now?")) {
+    case Answer::kYes:
+      return Export();
+    case Answer::kNo:
+      return true;
+    case Answer::kCancel:
+      break;
+  }
+  return false;
 }
 
 void CFreqSteppingDlg::OnInsertRow() {
@@ -248,8 +269,14 @@ void CFreqSteppingDlg::OnDefault() {
 }
 
 void CFreqSteppingDlg::accept() {
-  if (CommitGrids()) {
+  if (CommitGrids() && IsAcceptable() && MayDropSteps()) {
     CFormDialog::accept();
+  }
+}
+
+void CFreqSteppingDlg::reject() {
+  if (MayDropSteps()) {
+    CFormDialog::reject();
   }
 }
 

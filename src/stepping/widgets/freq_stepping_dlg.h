@@ -26,6 +26,7 @@ class CFreqSteppingDlg : public CFormDialog {
   CFreqSteppingDlg(SteppingForm* form, Prompts* prompts, QString folder, QWidget* parent = nullptr);
 
   void accept() override;
+  void reject() override;
 
  private:
   void OnEdited(int control) override;
@@ -61,7 +62,12 @@ class CFreqSteppingDlg : public CFormDialog {
 
   void OnCalculate();
   void OnOpenFile();
-  void OnExportFile();
+  void OnExportFile() { static_cast<void>(Export()); }
+  /// Asks for the file; true once it is written.
+  bool Export();
+  /// Rows changed by hand are in no table: asks whether a file shall keep them. False where the
+  /// dialog is to stay.
+  bool MayDropSteps();
   void OnInsertRow();
   void OnDeleteRow();
   void OnDefault();
@@ -73,6 +79,7 @@ class CFreqSteppingDlg : public CFormDialog {
   CGridCtrl* schedule_ = nullptr;
   CGridCtrl* windows_ = nullptr;
   SchedulePlot* picture_ = nullptr;
+  QGroupBox* picture_box_ = nullptr;
   QPushButton* calculate_ = nullptr;
   QPushButton* open_file_ = nullptr;
   QPushButton* default_ = nullptr;

@@ -69,7 +69,6 @@ void SchedulePlot::AddAxes() {
   current_axes_->axis(QCPAxis::atBottom)->setLabel(QStringLiteral("Time (s)"));
   for (QCPAxisRect* axes : {frequency_axes_, current_axes_}) {
     axes->axis(QCPAxis::atBottom)->setNumberFormat(QStringLiteral("g"));
-    axes->axis(QCPAxis::atBottom)->ticker()->setTickCount(4);
   }
   frequency_axes_->axis(QCPAxis::atBottom)->setTickLabels(false);  // the same time as below
   current_axes_->axis(QCPAxis::atLeft)->ticker()->setTickCount(4);
@@ -125,6 +124,26 @@ void SchedulePlot::SetRanges(std::span<const ScheduleRow> rows) {
   for (QCPAxisRect* axes : {frequency_axes_, current_axes_}) {
     axes->axis(QCPAxis::atBottom)->setRange(0, end * kMargin);
   }
+  SpaceTicks();
+}
+
+// As many ticks of time as have their labels apart.
+void SchedulePlot::SpaceTicks() {
+  const double end = current_axes_->axis(QCPAxis::atBottom)->range().upper;
+  const int digits = QFontMetrics(font()).horizontalAdvance(QString::number(static_cast<int>(end)) +
+                                                            QStringLiteral("00"));
+  const int room = width() - QFontMetrics(font()).horizontalAdvance(QStringLiteral("0000000000"));
+  for (QCPAxisRect* axes : {frequency_axes_, current_axes_}) {
+    // The ticker takes a round step and so up to half as many again.
+    axes->axis(QCPAxis::atBottom)
+        ->ticker()
+        ->setTickCount(std::clamp(room * 2 / (3 * digits), 1, 6));
+  }
+}
+
+void SchedulePlot::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  SpaceTicks();
 }
 
 void SchedulePlot::FollowTheme() {

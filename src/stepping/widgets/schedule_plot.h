@@ -26,11 +26,13 @@ class SchedulePlot : public QWidget {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void AddAxes();
   void FollowTheme();
   void SetRanges(std::span<const ScheduleRow> rows);
+  void SpaceTicks();
 
   QCustomPlot* plot_;
   QCPAxisRect* frequency_axes_ = nullptr;

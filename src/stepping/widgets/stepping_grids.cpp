@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QScopedValueRollback>
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -17,11 +18,14 @@ using Texts = std::vector<std::vector<QString>>;
 
 constexpr int kDigits = 6;  // of a window: it is a rule of thumb
 
-// `more` is for the scroll bar, and for headers and numbers to be read.
+// Each header is whole; `more` is for the scroll bar and for numbers to be read.
 void SetWidths(CGridCtrl* grid, std::initializer_list<int> widths, int more) {
+  constexpr int kBesideText = 20;
   int column = 0;
   int all = 0;
-  for (const int width : widths) {
+  for (const int least : widths) {
+    const int header = grid->fontMetrics().horizontalAdvance(grid->GetItemText(0, column));
+    const int width = std::max(least, header + kBesideText);
     grid->SetColumnWidth(column++, width);
     all += width;
   }
@@ -59,13 +63,13 @@ void CFreqSteppingDlg::MakeGrids() {
        {QString(), QStringLiteral("Freq (Hz)"), QStringLiteral("Current (A)"),
         QStringLiteral("End Time"), QStringLiteral("WaveForm")},
        kMostSteps);
-  SetWidths(schedule_, {30, 80, 50, 80, 40}, 170);
+  SetWidths(schedule_, {30, 80, 50, 80, 40}, 85);
   fill(windows_,
        {QString(), QStringLiteral("Start Time (ms)"), QStringLiteral("Window Width (ms)"),
         QStringLiteral("Repeat Freq. (Hz)"), QStringLiteral("Sample Rate (Hz) "),
         QStringLiteral("Samples/cycle")},
        kMostSteps);
-  SetWidths(windows_, {30, 100, 100, 60, 60, 60}, 230);
+  SetWidths(windows_, {30, 100, 100, 60, 60, 60}, 20);
 
   QStringList names;
   for (const std::string_view waveform : kWaveforms) {
@@ -97,7 +101,10 @@ void CFreqSteppingDlg::ShowSchedule() {
       schedule_->SetItemText(row + 1, column + 1, TextFromBytes(form_->StepText(row, column)));
     }
   }
-  picture_->Show(WrittenRows(form_->Schedule()));
+  const auto rows = WrittenRows(form_->Schedule());
+  picture_->Show(rows);
+  // The time domain often has windows only, which need the room.
+  picture_box_->setVisible(!rows.empty() || !form_->IsTimeDomain());
 }
 
 void CFreqSteppingDlg::ShowWindows() {

@@ -7,10 +7,10 @@
 namespace orvane {
 
 /// The file dialog for schedule files. It opens in the folder used last, or in `folder` where there
-/// is none (any more). A name to be written gets ".TFS" where it has no extension. Empty:
-/// cancelled.
+/// is none (any more), with `name` proposed. A name to be written gets ".TFS" where it has no
+/// extension. Empty: cancelled.
 QString AskForSchedule(QWidget* parent, QFileDialog::AcceptMode mode, const QString& title,
-                       const QString& folder);
+                       const QString& folder, const QString& name = {});
 
 }  // namespace orvane
 
