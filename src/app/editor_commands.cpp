@@ -4,9 +4,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <set>
 
 #include "app/field_folders.h"
+#include "app/key_labels.h"
 #include "core/number_text.h"
 #include "core/param_access.h"
 #include "core/param_text.h"
@@ -43,13 +43,15 @@ void EditorCommands::TellEarlyChanges(const std::vector<std::string>& keys) {
   if (keys.empty()) {
     return;
   }
-  std::string line = "Cancelled; these were changed before and stay:";
-  // A key may have been changed by several dialogs.
-  for (const std::string& key : std::set<std::string>(keys.begin(), keys.end())) {
-    line += ' ';
-    line += key;
+  early_line_ = "Cancelled; these were changed before and stay: " + LabelledKeys(keys);
+  notices_->ShowNotice(early_line_);
+}
+
+void EditorCommands::EndEarlyLine() {
+  if (!early_line_.empty()) {
+    notices_->EndNotice(early_line_);
+    early_line_.clear();
   }
-  notices_->ShowNotice(line);
 }
 
 void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
@@ -106,6 +108,7 @@ bool EditorCommands::SetUpSite(int tech, QWidget* parent, std::vector<std::strin
     return false;
   }
   doc_->NoteChanges();
+  EndEarlyLine();
   return true;
 }
 
@@ -165,6 +168,9 @@ void EditorCommands::CreateFdemSchedule() {
 bool EditorCommands::Run(QDialog* dialog) {
   const bool is_accepted = dialog->exec() == QDialog::Accepted;
   doc_->NoteChanges();  // Cancel does not undo everything
+  if (is_accepted) {
+    EndEarlyLine();
+  }
   return is_accepted;
 }
 

@@ -43,11 +43,14 @@ class EditorCommands {
   /// Of the grids of a dialog, in the status bar.
   void TellRefusedPastes(const QDialog& dialog);
   void TellEarlyChanges(const std::vector<std::string>& keys);
+  /// The next OK: what the line told is no longer news.
+  void EndEarlyLine();
 
   COrvaneDoc* doc_;
   Prompts* prompts_;
   Notices* notices_;
   QWidget* parent_;
+  std::string early_line_;
 };
 
 }  // namespace orvane

@@ -71,6 +71,8 @@ QStringList DroppedFiles(const QMimeData* data) {
   return files;
 }
 
+constexpr const char* kIdle = "Ready";
+
 }  // namespace
 
 CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notices)
@@ -91,6 +93,11 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
   CreateStatusBar();
   ConnectCommands();
   connect(notices, &StatusNotices::Shown, this, &CMainFrame::ShowNotice);
+  connect(notices, &StatusNotices::Ended, this, [this](const QString& text) {
+    if (notice_->text() == text) {
+      ShowNotice(QString::fromLatin1(kIdle));
+    }
+  });
   connect(doc_, &COrvaneDoc::Changed, this, &CMainFrame::UpdateTitle);
   doc_->SetWaveformLoader([this](const QString& path) { return displays_->OpenWaveform(path); });
   utilities_.SetOpener([this](const QString& path) { OpenAny(path); });
@@ -185,7 +192,7 @@ void CMainFrame::CreateToolBar() {
 }
 
 void CMainFrame::CreateStatusBar() {
-  notice_ = new NoticeLabel(QStringLiteral("Ready"), this);
+  notice_ = new NoticeLabel(QString::fromLatin1(kIdle), this);
   notice_->setObjectName(QStringLiteral("notice"));
   statusBar()->addWidget(notice_, 1);
   new LockIndicators(statusBar());

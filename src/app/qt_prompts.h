@@ -33,9 +33,11 @@ class StatusNotices : public QObject, public Notices {
 
  public:
   void ShowNotice(const std::string& text) override { emit Shown(QString::fromStdString(text)); }
+  void EndNotice(const std::string& text) override { emit Ended(QString::fromStdString(text)); }
 
  signals:
   void Shown(const QString& text);
+  void Ended(const QString& text);
 };
 
 }  // namespace orvane

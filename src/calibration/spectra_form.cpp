@@ -65,8 +65,7 @@ std::optional<FormModel::Fault> SpectraForm::Fault() const {
     return fault;
   }
   if (!ChannelsIn(model_.Text(kReversed))) {
-    return FormModel::Fault{kReversed,
-                            "Reversed channels: numbers from 1 to 12 with commas between them"};
+    return FormModel::Fault{kReversed, "Enter numbers from 1 to 12 with commas between them."};
   }
   return std::nullopt;
 }

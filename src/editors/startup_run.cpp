@@ -204,7 +204,10 @@ std::string StartupRun::StatusLine() const {
   }
   for (const StartupOutcome& outcome : outcomes_) {
     if (outcome.state != StartupOutcome::kWritten && outcome.state != StartupOutcome::kSkipped) {
-      line += "; " + outcome.Name() + ": " + outcome.Text();
+      line += "; " + outcome.Name() + ": ";
+      line += outcome.state == StartupOutcome::kFailed
+                  ? "failed: " + PathText(outcome.path) + " (" + outcome.note + ")"
+                  : outcome.Text();
     }
   }
   return line;

@@ -190,7 +190,7 @@ std::string FaultOf(const Field& field, const Shown& shown) {
       ParamTime time;
       return shown.text.empty() || ParseParamTimeStrictly(shown.text, &time)
                  ? std::string()
-                 : std::string(kInvalidTime);
+                 : "Enter a date and time such as 2026/11/21 08:00:00.";
     }
     case Widget::kText:
     case Widget::kPassword:

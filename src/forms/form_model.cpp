@@ -62,6 +62,21 @@ bool FormModel::IsEnabled(int control) const {
   return found == states_.end() || found->second.is_enabled;
 }
 
+std::string FormModel::NameOf(int control) const {
+  const State& state = StateOf(control);
+  std::string_view caption = Trimmed(state.caption);
+  if (!caption.empty() && caption.back() == ':') {
+    caption.remove_suffix(1);
+  }
+  std::string name(state.field->group);
+  return name.append(name.empty() ? "" : ": ").append(caption);
+}
+
+std::string FormModel::FaultAt(int control) const {
+  const State& state = StateOf(control);
+  return state.is_enabled && state.is_edited ? FaultOf(*state.field, state.shown) : std::string();
+}
+
 std::string_view FormModel::Warning(int control) const {
   const State& state = StateOf(control);
   if (state.is_edited) {
@@ -271,11 +286,8 @@ void FormModel::ReadAll() {
 
 std::optional<FormModel::Fault> FormModel::Validate() const {
   for (const Field& field : fields_) {
-    const State& state = StateOf(field.control);
-    if (state.is_enabled && state.is_edited) {
-      if (std::string message = FaultOf(field, state.shown); !message.empty()) {
-        return Fault{field.control, std::move(message)};
-      }
+    if (std::string message = FaultAt(field.control); !message.empty()) {
+      return Fault{field.control, std::move(message)};
     }
   }
   return std::nullopt;

@@ -39,6 +39,10 @@ class FormModel {
   const std::string& Caption(int control) const { return StateOf(control).caption; }
   /// The values as last read, one for each key; none where a key is missing.
   const std::vector<ParamValue>& Stored(int control) const { return StateOf(control).stored; }
+  /// The caption as messages name it, without a colon at its end, and with the field's group.
+  std::string NameOf(int control) const;
+  /// Why OK would refuse what was entered; empty where it would not.
+  std::string FaultAt(int control) const;
   /// What is wrong with a stored value that nobody touched, else the caution that a rule has set;
   /// empty where there is neither.
   std::string_view Warning(int control) const;

@@ -33,6 +33,8 @@ class Notices {
   virtual ~Notices() = default;
 
   virtual void ShowNotice(const std::string& text) = 0;
+  /// Takes a notice away that is no longer true, where no other has taken its place.
+  virtual void EndNotice(const std::string& text) { static_cast<void>(text); }
 };
 
 }  // namespace orvane

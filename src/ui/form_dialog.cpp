@@ -9,8 +9,10 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QStyle>
@@ -37,6 +39,7 @@ void LimitTyping(QLineEdit* line, int max_length) {
 }
 
 const QString kWarningMark = QStringLiteral("warning");
+const QString kFaultFrame = QStringLiteral("fault");
 
 void MarkLine(QLineEdit* line, const QString& warning) {
   auto* mark = line->findChild<QAction*>(kWarningMark);
@@ -48,6 +51,41 @@ void MarkLine(QLineEdit* line, const QString& warning) {
   mark->setVisible(!warning.isEmpty());
   mark->setToolTip(warning);
   line->setAccessibleDescription(warning);
+}
+
+// Around a line whose text OK would refuse. A style sheet would change the whole line's look.
+class FaultFrame : public QWidget {
+ public:
+  explicit FaultFrame(QLineEdit* line) : QWidget(line) {
+    setObjectName(kFaultFrame);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    line->installEventFilter(this);
+    resize(line->size());
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    constexpr int kWidth = 2;
+    QPainter painter(this);
+    painter.setPen(QPen(WarningColor(palette()), kWidth));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Resize) {
+      resize(static_cast<QResizeEvent*>(event)->size());
+    }
+    return QWidget::eventFilter(watched, event);
+  }
+};
+
+void FrameLine(QLineEdit* line, bool is_wrong) {
+  auto* frame = line->findChild<QWidget*>(kFaultFrame);
+  if (frame == nullptr && is_wrong) {
+    frame = new FaultFrame(line);
+  }
+  if (frame != nullptr) {
+    frame->setVisible(is_wrong);
+  }
 }
 
 // Only moving by keys scrolls by itself.
@@ -155,6 +193,7 @@ void CFormDialog::OnLineChanged(int control, QLineEdit* line) {
   LimitTyping(line, field.limits.max_length);
   model_->SetText(control, StoredText(field, text));
   OnEdited(control);
+  ShowFaults();
 }
 
 // Of a check box, a list or a group: whatever changed it.
@@ -162,6 +201,7 @@ void CFormDialog::OnChosen(int control, int index) {
   if (!is_refreshing_) {
     model_->SetIndex(control, index);
     OnEdited(control);
+    ShowFaults();
   }
 }
 
@@ -278,15 +318,34 @@ void CFormDialog::AddRow(QFormLayout* form, int control) {
     form->addRow(LabelOf(control), Control(control));
   }
   rows_[control] = form;
-  ShowCaution(control);
+  Refresh(control);
+}
+
+QString CFormDialog::FaultText(int control, const std::optional<FormModel::Fault>& first) const {
+  const std::string own = model_->FaultAt(control);
+  return TextFromBytes(own.empty() && first && first->control == control ? first->message : own);
+}
+
+void CFormDialog::ShowFaults() {
+  const auto first = Fault();
+  for (const auto& [control, widget] : controls_) {
+    if (auto* line = qobject_cast<QLineEdit*>(widget); line != nullptr) {
+      const QString fault = FaultText(control, first);
+      FrameLine(line, !fault.isEmpty());
+      if (!fault.isEmpty()) {
+        MarkLine(line, fault);
+      }
+      ShowCaution(control, fault);
+    }
+  }
 }
 
 // Its line is made when there is something to say first.
-void CFormDialog::ShowCaution(int control) {
+void CFormDialog::ShowCaution(int control, const QString& fault) {
   const auto form = rows_.find(control);
-  const std::string& caution = model_->Caution(control);
+  const QString caution = fault.isEmpty() ? TextFromBytes(model_->Caution(control)) : fault;
   QLabel*& label = cautions_[control];
-  if (form == rows_.end() || (label == nullptr && caution.empty())) {
+  if (form == rows_.end() || (label == nullptr && caution.isEmpty())) {
     return;
   }
   if (label == nullptr) {
@@ -301,8 +360,8 @@ void CFormDialog::ShowCaution(int control) {
   QPalette colors = palette();
   colors.setColor(QPalette::WindowText, WarningColor(colors));
   label->setPalette(colors);
-  label->setText(TextFromBytes(caution));
-  label->setVisible(!caution.empty());
+  label->setText(caution);
+  label->setVisible(!caution.isEmpty());
 }
 
 QGroupBox* CFormDialog::Group(const char* title, std::initializer_list<int> controls) {
@@ -489,7 +548,10 @@ void CFormDialog::Refresh(int control) {
     if (counts_.contains(control) && UpdateCount(control)) {
       warning = QStringLiteral("The text is longer than the table's room for it and will be cut");
     }
-    MarkLine(line, warning);
+    const QString fault = TextFromBytes(model_->FaultAt(control));
+    MarkLine(line, fault.isEmpty() ? warning : fault);
+    FrameLine(line, !fault.isEmpty());
+    ShowCaution(control, fault);
   } else if (auto* check = qobject_cast<QCheckBox*>(widget)) {
     check->setChecked(model_->Index(control) == 1);
   } else if (auto* list = qobject_cast<QComboBox*>(widget)) {
@@ -497,7 +559,9 @@ void CFormDialog::Refresh(int control) {
   } else {
     RefreshRadios(field);
   }
-  ShowCaution(control);
+  if (qobject_cast<QLineEdit*>(widget) == nullptr) {
+    ShowCaution(control, {});
+  }
   if (const auto label = labels_.find(control); label != labels_.end() && label->second) {
     label->second->setText(MarkedText(model_->Caption(control)));
     label->second->setEnabled(widget->isEnabled());
@@ -529,7 +593,7 @@ bool CFormDialog::IsAcceptable() {
   if (!fault) {
     return true;
   }
-  prompts_->ShowWarning("Orvane", fault->message);
+  prompts_->ShowWarning("Orvane", model_->NameOf(fault->control) + ": " + fault->message);
   if (QWidget* widget = Control(fault->control); auto* line = qobject_cast<QLineEdit*>(widget)) {
     line->setFocus();
     line->selectAll();

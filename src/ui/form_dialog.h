@@ -46,7 +46,8 @@ class CFormDialog : public QDialog {
   QAbstractButton* Button(int control);
   /// A label with the field's caption that leads to its widget.
   QLabel* LabelOf(int control);
-  /// A password gets a button that shows it; a caution stands in a line below the field.
+  /// A password gets a button that shows it; what OK would refuse, or a caution, stands in a line
+  /// below the field.
   void AddRow(QFormLayout* form, int control);
   /// A row with a line below that counts how much of the text's room is used.
   void AddCountedRow(QFormLayout* form, int control);
@@ -77,7 +78,10 @@ class CFormDialog : public QDialog {
 
  private:
   QLayout* WithShowButton(int control);
-  void ShowCaution(int control);
+  void ShowCaution(int control, const QString& fault);
+  /// Of every line: an edit may put another one right or wrong.
+  void ShowFaults();
+  QString FaultText(int control, const std::optional<FormModel::Fault>& first) const;
   /// Whether the text will be cut.
   bool UpdateCount(int control);
   QWidget* MakeLine(const Field& field);

@@ -140,7 +140,7 @@ TEST_F(AcqParamDlg, MorningOfAnMtCrew) {
   EXPECT_EQ(Find<QLineEdit>(1097)->text(), QStringLiteral("2027/11/21 00:00:00"));
   Type(1105, "21");
   Find(1262)->click();
-  EXPECT_EQ(warnings_.shown, "Enter an integer between 1 and 20.");
+  EXPECT_EQ(warnings_.shown, "Channels: Enter an integer between 1 and 20.");
   EXPECT_EQ(form_.EarlyChanges(),
             (std::vector<std::string>{"CHHX", "CHHY", "CHHZ", "GFC1", "GFC2", "GFC3", "GFC4",
                                       "GFC5", "GFC6", "GFC7", "GFC8"}))
@@ -164,7 +164,7 @@ TEST_F(AcqParamDlg, FitsAFieldLaptop) {
   Find(1059)->click();
   Type(1101, "0");
   dialog_->accept();
-  EXPECT_EQ(warnings_.shown, "Enter an integer between 1 and 3600.");
+  EXPECT_EQ(warnings_.shown, "Time slot length (s): Enter an integer between 1 and 3600.");
   EXPECT_FALSE(Find<QWidget>(1101)->visibleRegion().isEmpty()) << "scrolled to";
 }
 

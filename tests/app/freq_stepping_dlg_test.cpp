@@ -76,7 +76,7 @@ TEST_F(FreqSteppingDlg, FitsALaptopAndClosesOnlyWithCellsItCanRead) {
   QTest::keyClicks(Find<QLineEdit>("1505"), QStringLiteral("x"));
   Click("1");
   EXPECT_TRUE(dialog_->isVisible());
-  EXPECT_EQ(silent_.warning, "Orvane: Enter a number.");
+  EXPECT_EQ(silent_.warning, "Orvane: Lowest frequency (Hz): Enter a number.");
   QTest::keyClicks(Find<QLineEdit>("1505"), QStringLiteral("16"));
   Click("1");
   EXPECT_FALSE(dialog_->isVisible());

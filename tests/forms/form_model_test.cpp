@@ -193,7 +193,7 @@ TEST_F(Form, RefusesTheFirstFaultAmongEnabledEdits) {
            Case{1, "x", "Enter an integer."},
            Case{2, "1,5", "Enter a number."},
            Case{3, "123456789", "Enter no more than 8 characters."},
-           Case{4, "2026/02/30", "Invalid Date and Time"},
+           Case{4, "2026/02/30", "Enter a date and time such as 2026/11/21 08:00:00."},
        }) {
     form_.SetText(control, text);
     const auto fault = form_.Validate();

@@ -173,7 +173,8 @@ QWidget* CAcqParamDlg::NewFilterBox() {
   line->addWidget(Buttons(acq::kLineFrequency, 2));
   line->addWidget(Control(acq::kCombFilter));
   auto* drift = new QFormLayout;
-  drift->addRow(LabelOf(acq::kDrift), Sized(Control(acq::kDrift), "0000.0000"));
+  Sized(Control(acq::kDrift), "0000.0000");
+  AddRow(drift, acq::kDrift);
   line->addLayout(drift);
   return NewColumn({NewBox("Low-pass filter", low_pass), NewBox("Line frequency", line)});
 }
