@@ -62,7 +62,7 @@ QString ShownPath(const std::string& bytes) {
 std::string Question(const UnsavedTable& unsaved, const fs::path& file) {
   const QString path = ShownPath(unsaved.path);
   const QString time =
-      QFileInfo(TextFromPath(file)).lastModified().toString(QStringLiteral("yyyy-MM-dd HH:mm"));
+      QFileInfo(TextFromPath(file)).lastModified().toString(QStringLiteral("yyyy/MM/dd HH:mm:ss"));
   return "Orvane ended without saving the changes to\n" +
          (path.isEmpty() ? "a table without a name"
                          : QDir::toNativeSeparators(path).toStdString()) +
@@ -135,7 +135,19 @@ bool EmergencyCopy::Offer(Prompts* prompts) {
 }
 
 bool EmergencyCopy::OpenIfWanted(Copy* copy, const UnsavedTable& unsaved, Prompts* prompts) {
-  if (prompts->AskYesNo("Orvane", Question(unsaved, copy->file)) != Answer::kYes) {
+  enum Choice : int { kOpen, kLater, kDiscard };
+  const int choice = prompts->AskChoice("Orvane", Question(unsaved, copy->file),
+                                        {"Open", "Later", "Discard..."}, kLater);
+  if (choice == kDiscard &&
+      prompts->AskYesNo("Orvane", "Delete these unsaved changes? Nothing brings them back.") ==
+          Answer::kYes) {
+    std::error_code error;
+    fs::remove(copy->file, error);
+    notices_->ShowNotice(error ? FileMessage(copy->file, "cannot be deleted: " + error.message())
+                               : std::string("The unsaved changes were discarded"));
+    return false;
+  }
+  if (choice != kOpen) {
     notices_->ShowNotice("The unsaved table is kept and will be offered at the next start");
     return false;
   }

@@ -18,6 +18,8 @@ class QtPrompts : public Prompts {
 
   Answer AskYesNo(const std::string& caption, const std::string& question) override;
   Answer AskYesNoCancel(const std::string& caption, const std::string& question) override;
+  int AskChoice(const std::string& caption, const std::string& question,
+                const std::vector<std::string>& buttons, int escape) override;
   void ShowWarning(const std::string& caption, const std::string& text) override;
 
  private:

@@ -10,7 +10,8 @@ namespace orvane {
 namespace {
 
 constexpr std::array kScheduleFields = {acq::kStart,   acq::kEnd,        acq::kHighStart,
-                                        acq::kHighEnd, acq::kSlotLength, acq::kChannels};
+                                        acq::kHighEnd, acq::kSlotLength, acq::kChannels,
+                                        acq::kSpace};
 constexpr std::array kScheduleEdits = {acq::kStart, acq::kEnd,   acq::kHighStart, acq::kHighEnd,
                                        acq::kBand2, acq::kBand3, acq::kBand4,     acq::kSlotLength};
 constexpr std::array kStackRequests = {acq::kRequestStandby, acq::kRequestPause,

@@ -4,6 +4,7 @@
 #define ORVANE_FORMS_PROMPTS_H_
 
 #include <string>
+#include <vector>
 
 namespace orvane {
 
@@ -21,6 +22,13 @@ class Prompts {
   virtual Answer AskYesNo(const std::string& caption, const std::string& question) = 0;
   /// Yes, No or Cancel; closing the box means Cancel.
   virtual Answer AskYesNoCancel(const std::string& caption, const std::string& question) = 0;
+  /// One of several buttons, by its index; closing the box means the one at `escape`. Where no box
+  /// can have them, Yes is the first and No that one.
+  virtual int AskChoice(const std::string& caption, const std::string& question,
+                        const std::vector<std::string>& buttons, int escape) {
+    static_cast<void>(buttons);
+    return AskYesNo(caption, question) == Answer::kYes ? 0 : escape;
+  }
   virtual void ShowWarning(const std::string& caption, const std::string& text) = 0;
 };
 

@@ -155,9 +155,7 @@ CFormDialog::~CFormDialog() { model_->SetListener({}); }
 
 void CFormDialog::Name(QWidget* widget, const Field& field) {
   widget->setObjectName(QString::number(field.control));
-  const QString label = LabelText(field.label);
-  widget->setAccessibleName(
-      field.group.empty() ? label : LabelText(field.group) + QStringLiteral(": ") + label);
+  widget->setAccessibleName(LabelText(model_->NameOf(field.control)));
 }
 
 QWidget* CFormDialog::MakeLine(const Field& field) {
@@ -168,7 +166,12 @@ QWidget* CFormDialog::MakeLine(const Field& field) {
   if (field.widget == Widget::kPassword) {
     line->setEchoMode(QLineEdit::Password);
   }
-  line->setReadOnly(field.widget == Widget::kShown);
+  if (field.widget == Widget::kShown) {
+    line->setReadOnly(true);
+    QPalette colors = line->palette();
+    colors.setColor(QPalette::Base, Qt::transparent);  // no place to type, in any theme
+    line->setPalette(colors);
+  }
   LimitTyping(line, field.limits.max_length);
   connect(line, &QLineEdit::textChanged, this,
           [this, line, control = field.control] { OnLineChanged(control, line); });
@@ -564,6 +567,9 @@ void CFormDialog::Refresh(int control) {
   }
   if (const auto label = labels_.find(control); label != labels_.end() && label->second) {
     label->second->setText(MarkedText(model_->Caption(control)));
+    if (field.widget != Widget::kRadios) {
+      Name(widget, field);  // captions change
+    }
     label->second->setEnabled(widget->isEnabled());
   }
 }

@@ -27,9 +27,14 @@ class User : public Prompts, public Notices {
     return answer;
   }
   Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
+  int AskChoice(const std::string& caption, const std::string& question,
+                const std::vector<std::string>& buttons, int escape) override {
+    return discards ? 2 : Prompts::AskChoice(caption, question, buttons, escape);
+  }
   void ShowWarning(const std::string&, const std::string&) override {}
   void ShowNotice(const std::string& text) override { notice = text; }
   Answer answer = Answer::kYes;
+  bool discards = false;  // the third button
   std::vector<std::string> asked;
   std::string notice;
 };
@@ -137,6 +142,18 @@ TEST_F(EmergencyCopies, DecliningTouchesNothing) {
     next.doc.OnCloseDocument();
     EXPECT_FALSE(std::filesystem::exists(File(2)));
     EXPECT_EQ(ReadAll(File(1)), kept);
+  }
+}
+
+TEST_F(EmergencyCopies, DiscardingAsksOnceMore) {
+  Crash("unsaved");
+  for (const Answer answer : {Answer::kNo, Answer::kYes}) {
+    Program next(dir_.Path());
+    next.user.discards = true;
+    next.user.answer = answer;
+    EXPECT_FALSE(next.copy.Offer(&next.user));
+    EXPECT_EQ(next.user.asked.size(), 1U);
+    EXPECT_EQ(std::filesystem::exists(File(1)), answer == Answer::kNo);
   }
 }
 
