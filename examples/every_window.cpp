@@ -205,7 +205,9 @@ bool VisitStepping(const ParamTable& opened, const Visit& visit) {
   fdem.Open();
   fdem.Model().SetText(FdemForm::kPath, "night 2");
   CFdemScheduleDlg fdem_dialog(&fdem, &prompts, {});
-  return visit(&fdem_dialog, "fdem-schedule") && done;
+  done = visit(&fdem_dialog, "fdem-schedule") && done;
+  fdem.Model().SetText(FdemForm::kSeconds, "1 minute");  // what OK would refuse
+  return visit(&fdem_dialog, "fdem-schedule-fault") && done;
 }
 
 void Put(ParamTable* table, ParamKey key, std::string_view text) {

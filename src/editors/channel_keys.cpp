@@ -15,7 +15,7 @@ constexpr std::array<ChannelColumnInfo, kChannelColumns> kColumns = {{
     {"Z+ (m)", FltPT, 1, 1},
     {"N- (m)", FltPT, 1, 1},
     {"E- (m)", FltPT, 1, 1},
-    {"Sensor size (m or m^2)", FltPT, 1, 1},
+    {"Sensor size (m, m^2)", FltPT, 1, 1},
     {"Resistance (ohm)", FltPT, 1, 1},
     {"DC (mv)", FltPT, 1000, 0.001},
     {"AC (mv)", FltPT, 1000, 0.001},

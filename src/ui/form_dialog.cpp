@@ -358,13 +358,18 @@ void CFormDialog::ShowCaution(int control, const QString& fault) {
     label->setObjectName(QStringLiteral("caution%1").arg(control));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
-    form->second->insertRow(row + 1, QString(), label);
+    form->second->insertRow(row + 1, label);  // as wide as the row: some fields are narrow
   }
   QPalette colors = palette();
   colors.setColor(QPalette::WindowText, WarningColor(colors));
   label->setPalette(colors);
   label->setText(caution);
   label->setVisible(!caution.isEmpty());
+  if (isVisible() && !caution.isEmpty()) {
+    layout()->activate();
+    const int needed = layout()->totalMinimumHeightForWidth(width());
+    resize(width(), std::max(height(), needed));  // a wrapped text is not cut
+  }
 }
 
 QGroupBox* CFormDialog::Group(const char* title, std::initializer_list<int> controls) {
