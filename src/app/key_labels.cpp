@@ -12,6 +12,7 @@
 #include "editors/acq_fields.h"
 #include "editors/site_forms.h"
 #include "forms/form_field.h"
+#include "stepping/step_table.h"
 #include "stepping/stepping_fields.h"
 
 namespace orvane {
@@ -58,6 +59,10 @@ Labels AllLabels() {
   for (int channel = 1; channel <= 8; ++channel) {
     const std::string number = std::to_string(channel);
     labels.emplace("GFC" + number, "Gain factor of channel " + number);
+  }
+  int row = 0;
+  for (const std::string_view key : kFrequencyKeys) {
+    labels.emplace(key, "FREQ" + std::to_string(++row));  // as the list names its rows
   }
   return labels;
 }

@@ -150,7 +150,9 @@ void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
   }
   outcome->state = status == kOk ? StartupOutcome::kWritten : StartupOutcome::kFailed;
   if (IsSameFile(outcome->path, document_) && (status == kOk || report.has_touched)) {
-    own_file_ = status == kOk ? OwnFile::kWritten : OwnFile::kTouched;
+    // Another box's file in its place names no spread: the document is still to be saved.
+    own_file_ = status == kOk && form.Box().number == StartupBox::kMain ? OwnFile::kWritten
+                                                                        : OwnFile::kTouched;
   }
 }
 

@@ -70,7 +70,7 @@ class StartupRun {
   /// Keys that the run's beginning changed; cancelling every dialog does not undo it.
   std::vector<std::string> EarlyChanges() const { return early_.Changes(); }
 
-  /// What the run made of the document's own file.
+  /// What the run made of the document's own file. Only the main box's counts as written.
   enum class OwnFile { kAsBefore, kWritten, kTouched };
   OwnFile Document() const { return own_file_; }
 

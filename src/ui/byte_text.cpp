@@ -1,9 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/byte_text.h"
 
+#include <QToolTip>
 #include <algorithm>
 
 namespace orvane {
+
+namespace {
+
+void Tell(QLineEdit* line, const QString& why) {
+  QToolTip::showText(line->mapToGlobal(QPoint(0, line->height() / 2)), why, line);
+}
+
+}  // namespace
+
+void TellNotLatin1(QLineEdit* line) {
+  Tell(line, QStringLiteral("Not taken: tables hold the characters of Latin-1"));
+}
+
+void TellWhyRejected(QLineEdit* line) {
+  if (line->text().size() >= line->maxLength()) {
+    Tell(line, QStringLiteral("No more than %1 characters").arg(line->maxLength()));
+  } else {
+    TellNotLatin1(line);
+  }
+}
 
 QValidator::State ByteTextValidator::validate(QString& text, int& /*position*/) const {
   while (text.endsWith(QLatin1Char('\n')) || text.endsWith(QLatin1Char('\r'))) {

@@ -3,6 +3,7 @@
 #ifndef ORVANE_UI_BYTE_TEXT_H_
 #define ORVANE_UI_BYTE_TEXT_H_
 
+#include <QLineEdit>
 #include <QString>
 #include <QValidator>
 #include <string>
@@ -15,6 +16,11 @@ inline QString TextFromBytes(std::string_view bytes) {
 }
 
 inline std::string BytesFromText(const QString& text) { return text.toLatin1().toStdString(); }
+
+/// Says in a tip below a line why what was typed or pasted into it is not taken: it has as many
+/// characters as it may, or a table cannot hold one of the new ones.
+void TellWhyRejected(QLineEdit* line);
+void TellNotLatin1(QLineEdit* line);
 
 /// Refuses characters that no byte stands for, and line breaks but for those at the end, which go.
 class ByteTextValidator : public QValidator {

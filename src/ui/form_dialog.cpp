@@ -173,6 +173,7 @@ QWidget* CFormDialog::MakeLine(const Field& field) {
     line->setPalette(colors);
   }
   LimitTyping(line, field.limits.max_length);
+  connect(line, &QLineEdit::inputRejected, this, [line] { TellWhyRejected(line); });
   connect(line, &QLineEdit::textChanged, this,
           [this, line, control = field.control] { OnLineChanged(control, line); });
   return line;
@@ -191,6 +192,9 @@ void CFormDialog::OnLineChanged(int control, QLineEdit* line) {
                            line->validator()->validate(text, position) == QValidator::Acceptable;
   if (line->isReadOnly() || !model_->IsEnabled(control) || !is_typeable) {
     Refresh(control);
+    if (!is_typeable) {
+      TellNotLatin1(line);
+    }
     return;
   }
   LimitTyping(line, field.limits.max_length);

@@ -10,6 +10,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "ui/byte_text.h"
 #include "ui/grid_model.h"
 #include "ui/plot_theme.h"
 
@@ -83,6 +84,7 @@ QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
   // A text that is too long already must not be cut by merely opening the editor.
   editor->setMaxLength(std::max(cell->GetTextLimit(), static_cast<int>(cell->GetText().size())));
   editor->setValidator(model->Validator());
+  connect(editor, &QLineEdit::inputRejected, editor, [editor] { TellWhyRejected(editor); });
   open_editor_ = editor;
   if (const QStringList choices = cell->GetChoices(); !choices.isEmpty()) {
     const_cast<GridDelegate*>(this)->OfferChoices(editor, choices);

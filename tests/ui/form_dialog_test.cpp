@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <memory>
 
@@ -152,6 +153,7 @@ TEST_F(FormDialog, WhatCannotBeStoredIsNotShown) {
   auto* serial = Find<QLineEdit>("2");
   testing::SetTextAssistively(serial, QStringLiteral("\u03a9"));
   EXPECT_EQ(serial->text(), QStringLiteral("much too long"));
+  EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("Latin-1"))) << "and why";
   testing::SetTextAssistively(Find<QLineEdit>("1"), "x");
   dialog_->accept();
   EXPECT_EQ(prompts_.shown, "Orvane|Amount: Enter an integer.");

@@ -178,10 +178,10 @@ void SpreadPanel::UpdateButtons() {
   delete_channel_->setEnabled(box >= 0 && spread_->CanDeleteChannel(box));
 }
 
-void SpreadPanel::Refuse(CGridCtrl* grid, const std::string& reason) {
+void SpreadPanel::Refuse(CGridCtrl* grid, int column, const std::string& reason) {
   is_refused_ = true;
   grid->StayOnCell();
-  prompts_->ShowWarning("Orvane", reason);
+  prompts_->ShowWarning("Orvane", BytesFromText(grid->GetItemText(0, column)) + ": " + reason);
 }
 
 void SpreadPanel::OnBoxEdited(int row, int column) {
@@ -190,7 +190,7 @@ void SpreadPanel::OnBoxEdited(int row, int column) {
   const std::string reason =
       spread_->EditBox(box, cell, BytesFromText(boxes_->GetItemText(row, column)));
   if (!reason.empty()) {
-    Refuse(boxes_, reason);
+    Refuse(boxes_, column, reason);
   }
   boxes_->SetItemText(row, column, TextFromBytes(spread_->BoxCell(box, cell)));
   ShowChannels();
@@ -201,7 +201,7 @@ void SpreadPanel::OnChannelEdited(int row, int column) {
   const std::string reason = spread_->EditChannel(
       CurrentBox(), channel, ColumnAt(column), BytesFromText(channels_->GetItemText(row, column)));
   if (!reason.empty()) {
-    Refuse(channels_, reason);
+    Refuse(channels_, column, reason);
   }
   channels_->SetItemText(
       row, column, TextFromBytes(spread_->ChannelCell(CurrentBox(), channel, ColumnAt(column))));

@@ -34,7 +34,7 @@ class SpreadPanel : public QWidget {
   QPushButton* NewButton(const QString& text, const char* name, void (SpreadPanel::*act)());
   void ShowBoxes(int focus_box);
   void UpdateButtons();
-  void Refuse(CGridCtrl* grid, const std::string& reason);
+  void Refuse(CGridCtrl* grid, int column, const std::string& reason);
   void OnBoxEdited(int row, int column);
   void OnChannelEdited(int row, int column);
   void OnInsertBox();

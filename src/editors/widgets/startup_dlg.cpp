@@ -180,7 +180,8 @@ void CStartupDlg::OnGainEdited(int row, int column) {
   if (!reason.empty()) {
     is_refused_ = true;
     channels_->StayOnCell();
-    prompts_->ShowWarning("Orvane", reason);
+    const QString title = channels_->GetItemText(0, column);
+    prompts_->ShowWarning("Orvane", BytesFromText(title) + ": " + reason);
     channels_->SetItemText(
         row, column, TextFromBytes(form_->Channels()[static_cast<std::size_t>(channel)].gain));
   }
