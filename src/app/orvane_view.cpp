@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QEvent>
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -107,6 +108,7 @@ QString COrvaneView::NotInFileText() const {
 
 void COrvaneView::OnUpdate() {
   name_->setText(doc_->Title() + (doc_->IsModified() ? QStringLiteral(" (changed)") : QString()));
+  name_->setToolTip(QDir::toNativeSeparators(QFileInfo(doc_->Path()).path()));
   file_->setText(doc_->Path().isEmpty() ? QStringLiteral("New table, not saved yet")
                                         : QStringLiteral("%1, TBL version %2%3")
                                               .arg(QDir::toNativeSeparators(doc_->Path()))
