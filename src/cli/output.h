@@ -22,7 +22,7 @@ enum ExitCode : int { kAllDone = 0, kSomeFailed = 1, kWrongUsage = 2 };
 void PrintMessage(std::string_view text);
 
 /// A text of the command line or a file's name: as it is, control bytes as \xNN.
-std::string Printable(std::string_view text);
+std::string Printable(std::string_view given);
 
 /// The value of an entry as text, in UTF-8 and printable.
 std::string PrintableValue(const ParamEntry& entry);
