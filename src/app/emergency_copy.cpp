@@ -139,7 +139,7 @@ bool EmergencyCopy::OpenIfWanted(Copy* copy, const UnsavedTable& unsaved, Prompt
   const int choice = prompts->AskChoice("Orvane", Question(unsaved, copy->file),
                                         {"Open", "Later", "Discard..."}, kLater);
   if (choice == kDiscard &&
-      prompts->AskYesNo("Orvane", "Delete these unsaved changes? Nothing brings them back.") ==
+      prompts->AskToLose("Orvane", "Delete these unsaved changes? Nothing brings them back.") ==
           Answer::kYes) {
     std::error_code error;
     fs::remove(copy->file, error);

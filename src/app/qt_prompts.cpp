@@ -8,14 +8,15 @@
 namespace orvane {
 
 Answer QtPrompts::Ask(const std::string& caption, const std::string& question,
-                      QMessageBox::StandardButtons buttons, QMessageBox::StandardButton escape) {
+                      QMessageBox::StandardButtons buttons, QMessageBox::StandardButton escape,
+                      QMessageBox::StandardButton enter) {
   QWidget* over = QApplication::activeModalWidget();
   QMessageBox box(QMessageBox::Question, QString::fromStdString(caption),
                   QString::fromStdString(question), buttons,
                   over != nullptr ? over : parent_.data());
   box.setTextFormat(Qt::PlainText);
   box.setEscapeButton(escape);
-  box.setDefaultButton(QMessageBox::Yes);
+  box.setDefaultButton(enter);
   switch (box.exec()) {
     case QMessageBox::Yes:
       return Answer::kYes;
@@ -28,6 +29,11 @@ Answer QtPrompts::Ask(const std::string& caption, const std::string& question,
 
 Answer QtPrompts::AskYesNo(const std::string& caption, const std::string& question) {
   return Ask(caption, question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+}
+
+Answer QtPrompts::AskToLose(const std::string& caption, const std::string& question) {
+  return Ask(caption, question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No,
+             QMessageBox::No);
 }
 
 Answer QtPrompts::AskYesNoCancel(const std::string& caption, const std::string& question) {

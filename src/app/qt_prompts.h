@@ -17,6 +17,7 @@ class QtPrompts : public Prompts {
   void SetParent(QWidget* parent) { parent_ = parent; }
 
   Answer AskYesNo(const std::string& caption, const std::string& question) override;
+  Answer AskToLose(const std::string& caption, const std::string& question) override;
   Answer AskYesNoCancel(const std::string& caption, const std::string& question) override;
   int AskChoice(const std::string& caption, const std::string& question,
                 const std::vector<std::string>& buttons, int escape) override;
@@ -24,7 +25,8 @@ class QtPrompts : public Prompts {
 
  private:
   Answer Ask(const std::string& caption, const std::string& question,
-             QMessageBox::StandardButtons buttons, QMessageBox::StandardButton escape);
+             QMessageBox::StandardButtons buttons, QMessageBox::StandardButton escape,
+             QMessageBox::StandardButton enter = QMessageBox::Yes);
 
   QPointer<QWidget> parent_;
 };

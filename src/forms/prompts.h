@@ -20,6 +20,10 @@ class Prompts {
 
   /// Yes or No; closing the box means No.
   virtual Answer AskYesNo(const std::string& caption, const std::string& question) = 0;
+  /// The same where Yes loses something for good: Enter means No.
+  virtual Answer AskToLose(const std::string& caption, const std::string& question) {
+    return AskYesNo(caption, question);
+  }
   /// Yes, No or Cancel; closing the box means Cancel.
   virtual Answer AskYesNoCancel(const std::string& caption, const std::string& question) = 0;
   /// One of several buttons, by its index; closing the box means the one at `escape`. Where no box

@@ -51,7 +51,7 @@ std::filesystem::path FdemForm::Path() const {
     return {};
   }
   std::filesystem::path path = (folder_ / PathOf(typed)).lexically_normal();
-  if (path.has_filename() && !path.has_extension()) {
+  if (path.has_filename() && !EndsWithoutCase(PathText(path), ".TFS")) {
     path += ".TFS";
   }
   return path;
@@ -60,7 +60,7 @@ std::filesystem::path FdemForm::Path() const {
 bool FdemForm::MayReplace(const std::filesystem::path& path) const {
   std::error_code error;
   return model_.Text(kPath) == chosen_ || !std::filesystem::exists(path, error) ||
-         prompts_->AskYesNo("Orvane", PathText(path) + " exists already. Replace it?") ==
+         prompts_->AskToLose("Orvane", PathText(path) + " exists already. Replace it?") ==
              Answer::kYes;
 }
 

@@ -84,6 +84,7 @@ class CFormDialog : public QDialog {
   QString FaultText(int control, const std::optional<FormModel::Fault>& first) const;
   /// Whether the text will be cut.
   bool UpdateCount(int control);
+  void GrowToFit();
   QWidget* MakeLine(const Field& field);
   QWidget* MakeCheck(const Field& field);
   QWidget* MakeList(const Field& field);

@@ -4,12 +4,14 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QScopedValueRollback>
+#include <QTimer>
 
 #include "ui/byte_text.h"
 #include "ui/form_dialog.h"
 #include "ui/form_texts.h"
 #include "ui/line_marks.h"
 #include "ui/plot_theme.h"
+#include "ui/window_size.h"
 
 namespace orvane {
 namespace {
@@ -37,6 +39,15 @@ void CFormDialog::ShowFaults() {
   }
 }
 
+// Once the layouts know of a new line. What has grown stays so: nothing moves under the pointer.
+void CFormDialog::GrowToFit() {
+  QTimer::singleShot(0, this, [this] {
+    if (isVisible()) {
+      ResizeWithinScreen(this, sizeHint().expandedTo(size()));
+    }
+  });
+}
+
 // Its line is made when there is something to say first.
 void CFormDialog::ShowCaution(int control, const QString& fault) {
   const auto form = rows_.find(control);
@@ -58,7 +69,10 @@ void CFormDialog::ShowCaution(int control, const QString& fault) {
   colors.setColor(QPalette::WindowText, WarningColor(colors));
   label->setPalette(colors);
   label->setText(caution);
-  label->setVisible(!caution.isEmpty());
+  if (label->isHidden() == !caution.isEmpty()) {
+    label->setVisible(!caution.isEmpty());
+    GrowToFit();
+  }
   if (isVisible() && !caution.isEmpty()) {
     layout()->activate();
     const int needed = layout()->totalMinimumHeightForWidth(width());

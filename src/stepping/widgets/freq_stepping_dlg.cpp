@@ -183,14 +183,14 @@ void CFreqSteppingDlg::OnEdited(int control) {
 }
 
 void CFreqSteppingDlg::OnCalculate() {
-  if (CommitGrids() && IsAcceptable()) {
+  if (CommitGrids() && IsAcceptable() && MayDropSteps()) {
     form_->Calculate();
     ShowAll();
   }
 }
 
 void CFreqSteppingDlg::OnOpenFile() {
-  if (!CommitGrids()) {
+  if (!CommitGrids() || !MayDropSteps()) {
     return;
   }
   const QString path =
@@ -250,7 +250,7 @@ void CFreqSteppingDlg::OnDeleteRow() {
 }
 
 void CFreqSteppingDlg::OnDefault() {
-  if (!CommitGrids()) {
+  if (!CommitGrids() || !MayDropSteps()) {
     return;
   }
   std::int32_t seconds = 0;
