@@ -66,8 +66,9 @@ CStartupDlg::CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, Q
   layout->addWidget(WarningLabel());  // always in sight
   layout->addWidget(ButtonRow());
   UpdateWarning();
-  ResizeWithinScreen(this,
-                     sizeHint().expandedTo(QSize(form->Box().IsTransmitter() ? 560 : 900, 0)));
+  // A path may take a second line, which the hint does not know of.
+  const QSize hint = sizeHint() + QSize(0, 2 * fontMetrics().lineSpacing());
+  ResizeWithinScreen(this, hint.expandedTo(QSize(form->Box().IsTransmitter() ? 560 : 900, 0)));
 }
 
 QWidget* CStartupDlg::HeadingLabel() {
