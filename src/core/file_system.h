@@ -20,6 +20,7 @@ struct FileInfo {
   std::uint64_t size = 0;    ///< of a regular file
   std::uint64_t device = 0;  ///< with `number`: which file it is, whatever its name
   std::uint64_t number = 0;
+  std::int64_t written = 0;  ///< when its bytes were last changed, in ns since 1970-01-01 UTC
 
   bool IsSameFileAs(const FileInfo& other) const {
     return device == other.device && number == other.number;

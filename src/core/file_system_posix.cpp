@@ -36,7 +36,7 @@ FileKind KindOf(mode_t mode) {
 bool Told(int result, const struct stat& from, FileInfo* info) {
   if (result == 0) {
     *info = {KindOf(from.st_mode), static_cast<std::uint64_t>(from.st_size), from.st_dev,
-             from.st_ino};
+             from.st_ino, from.st_mtim.tv_sec * std::int64_t{1'000'000'000} + from.st_mtim.tv_nsec};
   }
   return result == 0;
 }

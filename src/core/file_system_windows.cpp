@@ -106,9 +106,13 @@ bool Tell(HANDLE handle, FileInfo* info) {
   if (GetFileInformationByHandle(handle, &found) == 0) {
     return Fail() == 0;
   }
+  constexpr std::int64_t kEpoch = 116'444'736'000'000'000;  // 1970 in the system's ticks of 100 ns
   const auto joined = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32U | low; };
+  const auto written =
+      joined(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime);
   *info = {KindOf(handle, found), joined(found.nFileSizeHigh, found.nFileSizeLow),
-           found.dwVolumeSerialNumber, joined(found.nFileIndexHigh, found.nFileIndexLow)};
+           found.dwVolumeSerialNumber, joined(found.nFileIndexHigh, found.nFileIndexLow),
+           (static_cast<std::int64_t>(written) - kEpoch) * 100};
   return true;
 }
 
