@@ -103,7 +103,8 @@ void FuzzRestack(Bytes input) {
   }
   TsFile stacked;
   Require(stacked.Open(stack, {TsHeaderSize::kFull}), "a stack can be opened");
-  const std::uint64_t size = stacked.Bytes().Size();
+  std::string error;
+  const std::uint64_t size = stacked.Bytes().Size(&error);
   TsWalker walker = stacked.Walk();
   TsPlace place;
   std::uint64_t end = 0;

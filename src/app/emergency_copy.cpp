@@ -28,11 +28,6 @@ fs::path CopyPath(const fs::path& folder, int number) {
   return folder / ("unsaved-" + FormatInt(number) + ".orvane");
 }
 
-bool Exists(const fs::path& path) {
-  std::error_code ignored;
-  return fs::exists(path, ignored);
-}
-
 std::string ReadCopy(const fs::path& path, UnsavedTable* unsaved) {
   InFile file;
   if (std::string reason = file.Open(path); !reason.empty()) {
@@ -101,9 +96,9 @@ EmergencyCopy::Copy EmergencyCopy::Claimed(int number) const {
 std::vector<EmergencyCopy::Copy> EmergencyCopy::Abandoned() const {
   std::vector<Copy> found;
   for (int i = 1; i <= kMostCopies; ++i) {
-    if (Exists(CopyPath(folder_, i))) {
+    if (Exists(CopyPath(folder_, i)) != Existence::kNotThere) {
       Copy copy = Claimed(i);
-      if (copy.lock != nullptr && Exists(copy.file)) {
+      if (copy.lock != nullptr && Exists(copy.file) != Existence::kNotThere) {
         found.push_back(std::move(copy));
       }
     }
@@ -170,7 +165,7 @@ std::string EmergencyCopy::ClaimOwn() {
     return FileMessage(folder_, SystemReason(error.default_error_condition().value()));
   }
   for (int i = 1; i <= kMostCopies && own_.lock == nullptr; ++i) {
-    if (Copy copy = Claimed(i); copy.lock != nullptr && !Exists(copy.file)) {
+    if (Copy copy = Claimed(i); copy.lock != nullptr && Exists(copy.file) == Existence::kNotThere) {
       own_ = std::move(copy);
     }
   }

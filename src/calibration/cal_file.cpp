@@ -168,8 +168,13 @@ std::unique_ptr<CalData> ReadCalFile(int kind, const std::string& base_path, Cal
     }
     return nullptr;
   }
-  return ReadCalFileAt(kind, FindInAnyCase(PathOf(base_path + (kind == kBoxCal ? ".CLB" : ".CLC"))),
-                       report);
+  std::string error;
+  const auto path = FindInAnyCase(PathOf(base_path + (kind == kBoxCal ? ".CLB" : ".CLC")), &error);
+  auto cal = ReadCalFileAt(kind, path, report);
+  if (!error.empty() && report != nullptr && report->status == kCalNotOpened) {
+    report->message = error;
+  }
+  return cal;
 }
 
 std::optional<int> CalKindIn(const std::filesystem::path& path) {

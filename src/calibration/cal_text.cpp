@@ -58,20 +58,12 @@ void WriteBlock(const CalBlock& block, TextFile* out) {
 std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
 
 // What a user should know of the end of the file.
-std::string NoteOn(const CalReader& in, std::size_t records, bool is_more,
-                   const CalHeader& header) {
-  if (header.Channels() == 0) {
-    return "NCHN at offset 10 is " + FormatInt(header.nchn) + ", not 1 to 12: no records";
-  }
+std::string NoteOn(const CalReader& in, std::size_t records, bool is_more) {
   if (is_more) {
     return "more than 500 records; those from offset " + Number(in.OffsetOf(records)) +
            " on are left out";
   }
-  std::string note = records == 0 ? "no whole record" : "";
-  if (in.IsCut()) {
-    note.append(note.empty() ? "" : ", ").append(CutRecordNote(in.OffsetOf(records)));
-  }
-  return note;
+  return in.IsCut() ? CutRecordNote(in.OffsetOf(records)) : std::string();
 }
 
 BatchResult ExportFile(BatchTask& task) {
@@ -106,10 +98,17 @@ BatchResult ExportFile(BatchTask& task) {
   if (!in.Error().empty()) {
     return BatchFailed(in.Error());
   }
+  if (header.Channels() == 0) {
+    return BatchFailed("no record: NCHN at offset 10 is " + FormatInt(header.nchn) +
+                       ", not 1 to 12");
+  }
+  if (records == 0) {
+    return NoRecord(in.IsCut() ? in.OffsetOf(0) : 0);
+  }
   if (const std::string reason = out.Commit(); !reason.empty()) {
     return BatchFailed(FileMessage(path, reason));
   }
-  return BatchDone(task.Outputs(), NoteOn(in, records, is_more, header));
+  return BatchDone(task.Outputs(), NoteOn(in, records, is_more));
 }
 
 }  // namespace

@@ -111,12 +111,16 @@ class SpectraJob {
     if (!source_.file.Open(task_.Input(), options)) {
       return Stop(FailedWithBox(source_.file.Message(), source_.file.Reason()));
     }
-    const auto companion = FindInAnyCase(PathOf(WithExtension(path, ".TBL")));
+    std::string error;
+    const auto companion = FindInAnyCase(PathOf(WithExtension(path, ".TBL")), &error);
+    if (!error.empty()) {
+      return Stop(BatchFailed(error));
+    }
     TblReport report;
     if (source_.header.settings.Load(companion, &report) != kOk) {
       return Stop(FailedWithBox(OpenFailureText(companion), report.message));
     }
-    std::string error = source_.file.ReadError();
+    error = source_.file.ReadError();
     const auto first = source_.file.Find(1, &error);
     if (!first || !error.empty()) {
       return Stop(BatchFailed(error.empty() ? "no record" : error));
@@ -245,8 +249,9 @@ std::optional<std::set<int>> ChannelsIn(std::string_view text) {
 
 std::filesystem::path UsualCalFolder() {
   const std::filesystem::path usual = "C:\\K3\\CAL";
-  std::error_code error;
-  return std::filesystem::is_directory(usual, error) ? usual : std::filesystem::path();
+  FileInfo info;
+  const bool is_there = ReadInfo(usual, &info) && info.kind == FileKind::kFolder;
+  return is_there ? usual : std::filesystem::path();
 }
 
 std::string SpectraName(std::string_view path) {

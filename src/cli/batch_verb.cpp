@@ -6,7 +6,6 @@
 #include <atomic>
 #include <cstdio>
 #include <memory>
-#include <system_error>
 
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
@@ -68,7 +67,7 @@ ExitCode PrintResults(const Batch& batch) {
   for (std::size_t i = 0; i < batch.Count(); ++i) {
     const BatchResult& result = *batch.Result(i);
     for (const auto& path : result.outputs) {
-      written += PathText(path) + '\n';
+      written += PathLine(path);
     }
     exit_code = result.IsDone() ? exit_code : kSomeFailed;
     if (result.status == BatchStatus::kCancelled) {
@@ -91,9 +90,9 @@ ExitCode PrintResults(const Batch& batch) {
 }  // namespace
 
 ExitCode RunBatch(BatchPlan plan) {
-  if (!plan.out_folder.empty()) {
-    std::error_code error;  // a folder that cannot be made is told with each file
-    std::filesystem::create_directories(plan.out_folder, error);
+  if (const std::string reason = MakeFolders(plan.out_folder); !reason.empty()) {
+    PrintMessage(reason);
+    return kSomeFailed;
   }
   const InterruptWatch watch;
   const ProgressLine line;

@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include "cli/terminal.h"
+#include "core/file_system.h"
 
 namespace orvane {
 namespace {
@@ -15,7 +16,7 @@ void Interrupt(int signal) {
     std::signal(signal, SIG_DFL);
     std::raise(signal);
   }
-  interrupted = 1;
+  interrupted = signal;
 }
 
 void Handle(void (*handler)(int)) {
@@ -28,8 +29,16 @@ void Handle(void (*handler)(int)) {
 
 }  // namespace
 
-InterruptWatch::InterruptWatch() { Handle(Interrupt); }
+InterruptWatch::InterruptWatch() {
+  WriterCalls().gives_up = IsInterrupted;
+  Handle(Interrupt);
+}
 InterruptWatch::~InterruptWatch() { Handle(SIG_DFL); }
 bool InterruptWatch::IsInterrupted() { return interrupted != 0; }
+void InterruptWatch::EndIfInterrupted() {
+  if (interrupted != 0) {
+    EndBySignal(interrupted);
+  }
+}
 
 }  // namespace orvane

@@ -5,8 +5,8 @@
 namespace orvane {
 
 /// While it lives an interrupt is only taken note of, so that what is being written is finished or
-/// left out, but never left half done; a second one ends the program. Signals that were ignored
-/// stay so.
+/// left out, but never left half done; a second one ends the program, and so does the first while a
+/// pipe is waited for. Signals that were ignored stay so.
 class InterruptWatch {
  public:
   InterruptWatch();
@@ -15,6 +15,8 @@ class InterruptWatch {
   ~InterruptWatch();
 
   static bool IsInterrupted();
+  /// At the program's end: where it was interrupted, by that very signal.
+  static void EndIfInterrupted();
 };
 
 }  // namespace orvane

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <exception>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "cli/commands.h"
+#include "cli/interrupt_watch.h"
 #include "cli/terminal.h"
-#include "core/file_system.h"
+#include "core/file_io.h"
 
 namespace {
 
@@ -49,7 +51,9 @@ int Run(int argc, char** argv) {
     app.parse(Arguments(argc, argv));
   } catch (const CLI::ParseError& error) {
     // Help and version are no errors; the library's other exit codes all mean wrong usage.
-    if (app.exit(error) != 0) {
+    std::ostringstream message;  // has what was typed
+    if (app.exit(error, std::cout, message) != 0) {
+      orvane::PrintUsageFault(message.str());
       return orvane::kWrongUsage;
     }
     return std::cout.flush() ? orvane::kAllDone : orvane::kSomeFailed;
@@ -63,9 +67,11 @@ int main(int argc, char** argv) {
   orvane::ReportSizeLimits();
   orvane::SetUpTerminal();
   try {
-    return Run(argc, argv);
+    const int exit_code = Run(argc, argv);
+    orvane::InterruptWatch::EndIfInterrupted();
+    return exit_code;
   } catch (const std::exception& error) {
-    orvane::PrintMessage(error.what());
+    orvane::PrintMessage(orvane::ReasonOf(error));
     return orvane::kSomeFailed;
   }
 }

@@ -16,8 +16,7 @@ namespace {
 
 // True, with a message, where a result would take the place of the file it comes from.
 bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file) {
-  std::error_code ignored;
-  if (!std::filesystem::equivalent(to, file, ignored)) {
+  if (FileIdentity(to) != FileIdentity(file)) {
     return false;
   }
   PrintMessage(FileMessage(to, "is the file read, not written"));

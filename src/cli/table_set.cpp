@@ -40,6 +40,55 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
   }
 }
 
+bool AssignAll(const SetOptions& options, ParamTable* table) {
+  bool is_refused = false;
+  for (const std::string& assignment : options.assignments) {
+    if (const std::string reason = Assign(assignment, options.tbl_version, table);
+        !reason.empty()) {
+      PrintMessage(reason);
+      is_refused = true;
+    }
+  }
+  if (is_refused) {
+    PrintMessage("nothing was written");
+  }
+  return !is_refused;
+}
+
+bool SavesInput(const SetOptions& options) {
+  return Exists(options.file) == Existence::kThere &&
+         FileIdentity(options.file) == FileIdentity(options.to);
+}
+
+// False where another program has changed the file between reading and writing: to be done again.
+bool SetOnce(const SetOptions& options, ExitCode* result) {
+  *result = kSomeFailed;
+  OutFile file;
+  const bool is_update = SavesInput(options);
+  if (is_update) {
+    // Where that fails so does writing, after what reading has to tell.
+    static_cast<void>(file.OpenToUpdate(options.to));
+  }
+  ParamTable table;
+  TblReport report;
+  if (!LoadTable(options.file, &table, &report) || !AssignAll(options, &table)) {
+    return true;
+  }
+  std::int32_t output_version = 2;
+  const bool stays_1 = table.GetParam("TBVO", IntPT, &output_version) == kOk && output_version == 1;
+  const TblSaveOptions save{options.tbl_version, false, stays_1 ? 1 : 2};
+  if ((is_update ? SaveParamFile(&table, options.to, &file, save, &report)
+                 : SaveParamFile(&table, options.to, save, &report)) != kOk) {
+    if (!file.WasOvertaken()) {
+      PrintMessage(report.message);
+    }
+    return !file.WasOvertaken();
+  }
+  TellWhatChanges(options, report, table);
+  *result = kAllDone;
+  return true;
+}
+
 }  // namespace
 
 ExitCode RunTableSet(const SetOptions& options) {
@@ -49,33 +98,11 @@ ExitCode RunTableSet(const SetOptions& options) {
       return kWrongUsage;
     }
   }
-  ParamTable table;
-  TblReport report;
-  if (!LoadTable(options.file, &table, &report)) {
-    return kSomeFailed;
-  }
-  bool is_refused = false;
-  for (const std::string& assignment : options.assignments) {
-    if (const std::string reason = Assign(assignment, options.tbl_version, &table);
-        !reason.empty()) {
-      PrintMessage(reason);
-      is_refused = true;
-    }
-  }
-  if (is_refused) {
-    PrintMessage("nothing was written");
-    return kSomeFailed;
-  }
-  std::int32_t output_version = 2;
-  const bool stays_1 = table.GetParam("TBVO", IntPT, &output_version) == kOk && output_version == 1;
-  const TblSaveOptions save{options.tbl_version, false, stays_1 ? 1 : 2};
   const InterruptWatch watch;
-  if (SaveParamFile(&table, options.to, save, &report) != kOk) {
-    PrintMessage(report.message);
-    return kSomeFailed;
+  ExitCode result = kAllDone;
+  while (!SetOnce(options, &result)) {
   }
-  TellWhatChanges(options, report, table);
-  return kAllDone;
+  return result;
 }
 
 }  // namespace orvane

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <set>
-#include <system_error>
 
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
@@ -21,8 +20,10 @@ std::filesystem::path PathFor(const StartupForm& form, const StartupOptions& opt
 }
 
 bool WriteBox(const StartupForm& form, const std::filesystem::path& path, std::uint32_t version) {
-  std::error_code error;
-  std::filesystem::create_directories(path.parent_path(), error);
+  if (const std::string reason = MakeFolders(path.parent_path()); !reason.empty()) {
+    PrintMessage(reason);
+    return false;
+  }
   ParamTable derived = form.Derive();
   TblReport report;
   const TblSaveOptions save{version, false, static_cast<std::int32_t>(version)};
@@ -37,13 +38,11 @@ bool WriteBox(const StartupForm& form, const std::filesystem::path& path, std::u
 // True, with a message, where boxes would start with hardly anything but defaults: what is left of
 // a damaged file, or a part of a table made for other purposes.
 bool IsHardlyATable(const std::filesystem::path& path, const TblReport& report) {
-  constexpr std::size_t kRecordsOfVersion1 = 285;
-  const std::size_t whole =
-      report.version == 1 ? kRecordsOfVersion1 : report.held + report.missing.size();
   const auto serial = std::find(report.missing.begin(), report.missing.end(), ParamKey("SNUM"));
   std::string reason;
-  if (std::min(report.held, report.records) * 2 < whole) {
-    reason = "has fewer than half of the " + FormatInt(static_cast<std::int64_t>(whole)) +
+  if (report.IsMostlyMissing()) {
+    reason = "has fewer than half of the " +
+             FormatInt(static_cast<std::int64_t>(report.RecordsOfWhole())) +
              " records of a version-" + FormatInt(report.version) + " table";
   } else if (serial != report.missing.end()) {
     reason = "does not tell the main box's serial number (SNUM)";
@@ -87,12 +86,11 @@ ExitCode RunTableStartup(const StartupOptions& options) {
       result = kSomeFailed;
       continue;
     }
-    std::error_code error;
-    if (std::filesystem::equivalent(path, options.file, error)) {
+    if (FileIdentity(path) == FileIdentity(options.file)) {
       PrintMessage(PathText(path) + ": is the table read, not written");
       result = kSomeFailed;
     } else if (WriteBox(form, path, version)) {
-      written += PathText(path) + '\n';
+      written += PathLine(path);
     } else {
       result = kSomeFailed;
     }

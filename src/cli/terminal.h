@@ -18,6 +18,7 @@ std::vector<std::string> ProgramArguments(int argc, char** argv);
 
 bool IsInputATerminal();
 bool AreMessagesOnATerminal();
+bool AreResultsOnATerminal();
 
 enum class Typed { kNothing, kLine, kEnd };
 /// Waits at most so long for a line typed on the terminal.
@@ -25,6 +26,8 @@ Typed WaitForLine(std::chrono::milliseconds time, std::string* line);
 
 /// Signals that ask a program to end.
 const std::vector<int>& EndingSignals();
+/// Ends the program as the signal would have done, so that a script sees it and stops too.
+[[noreturn]] void EndBySignal(int signal);
 
 }  // namespace orvane
 

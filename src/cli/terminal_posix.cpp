@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <cstdlib>
 
 #include "cli/terminal.h"
 
@@ -18,6 +19,7 @@ std::vector<std::string> ProgramArguments(int argc, char** argv) {
 
 bool IsInputATerminal() { return isatty(STDIN_FILENO) != 0; }
 bool AreMessagesOnATerminal() { return isatty(STDERR_FILENO) != 0; }
+bool AreResultsOnATerminal() { return isatty(STDOUT_FILENO) != 0; }
 
 Typed WaitForLine(std::chrono::milliseconds time, std::string* line) {
   pollfd input{STDIN_FILENO, POLLIN, 0};
@@ -36,6 +38,12 @@ Typed WaitForLine(std::chrono::milliseconds time, std::string* line) {
 const std::vector<int>& EndingSignals() {
   static const std::vector<int> signals = {SIGINT, SIGTERM, SIGHUP};
   return signals;
+}
+
+void EndBySignal(int signal) {
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+  std::_Exit(128 + signal);  // as shells count it, should the signal be blocked
 }
 
 }  // namespace orvane

@@ -103,6 +103,7 @@ std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
 
 bool IsInputATerminal() { return _isatty(_fileno(stdin)) != 0; }
 bool AreMessagesOnATerminal() { return _isatty(_fileno(stderr)) != 0; }
+bool AreResultsOnATerminal() { return _isatty(_fileno(stdout)) != 0; }
 
 // The console wakes us for every key and click; only a whole line is read.
 Typed WaitForLine(std::chrono::milliseconds time, std::string* line) {
@@ -122,6 +123,11 @@ Typed WaitForLine(std::chrono::milliseconds time, std::string* line) {
 const std::vector<int>& EndingSignals() {
   static const std::vector<int> signals = {SIGINT, SIGTERM, SIGBREAK};
   return signals;
+}
+
+void EndBySignal(int /*signal*/) {
+  RestoreConsole();
+  ExitProcess(STATUS_CONTROL_C_EXIT);
 }
 
 }  // namespace orvane

@@ -2,8 +2,8 @@
 #include "core/batch.h"
 
 #include <algorithm>
+#include <cstring>
 #include <exception>
-#include <system_error>
 #include <utility>
 
 #include "core/file_io.h"
@@ -37,6 +37,10 @@ std::string CutRecordNote(std::uint64_t offset) {
          " is cut and left out";
 }
 
+BatchResult NoRecord(std::uint64_t cut_at) {
+  return BatchFailed("no record" + (cut_at > 0 ? "; " + CutRecordNote(cut_at) : std::string()));
+}
+
 std::optional<std::chrono::seconds> BatchProgress::TimeLeft() const {
   if (bytes_done == 0 || bytes_done > bytes_total) {
     return std::nullopt;
@@ -47,7 +51,12 @@ std::optional<std::chrono::seconds> BatchProgress::TimeLeft() const {
 }
 
 Batch::Batch(BatchPlan plan)
-    : plan_(std::move(plan)), items_(plan_.inputs.size()), current_(kNoFile) {}
+    : plan_(std::move(plan)), items_(plan_.inputs.size()), current_(kNoFile) {
+  constexpr std::size_t kRoomForReason = 80;
+  for (Item& item : items_) {
+    item.result.text.reserve(kRoomForReason);  // for when there is no memory
+  }
+}
 
 Batch::~Batch() { Stop(); }
 
@@ -57,22 +66,42 @@ void Batch::Start() {
 }
 
 void Batch::Run() {
+  try {
+    RunPlanned();
+  } catch (const std::exception& error) {
+    FailTheRest(ReasonOf(error));
+  }
+  const std::lock_guard lock(end_mutex_);
+  finished_ = true;
+  end_.notify_all();
+}
+
+void Batch::RunPlanned() {
   const std::vector<Unit> units = PlanUnits();
   const unsigned workers = WorkerCount(units.size());
   threads_per_file_ = std::max(1U, WorkersAsked() / std::max(1U, workers));
   std::vector<std::jthread> helpers;  // this thread is a worker too
   try {
+    helpers.reserve(workers);
     for (unsigned i = 1; i < workers; ++i) {
       helpers.emplace_back([this, &units] { WorkThrough(units); });
     }
-  } catch (const std::system_error&) {
-    // The system has no more threads to give: fewer do the work.
+  } catch (const std::exception&) {
+    // The system has no more threads or memory to give: fewer do the work.
   }
   WorkThrough(units);
-  helpers.clear();  // waits for them
-  const std::lock_guard lock(end_mutex_);
-  finished_ = true;
-  end_.notify_all();
+}
+
+// Nothing here asks for memory: there may be none.
+void Batch::FailTheRest(const char* reason) {
+  for (Item& item : items_) {
+    if (!item.done) {
+      item.result.status = BatchStatus::kFailed;
+      item.result.text.assign(reason, std::min(std::strlen(reason), item.result.text.capacity()));
+      item.done = true;
+      ++files_done_;
+    }
+  }
 }
 
 unsigned Batch::WorkersAsked() const {
@@ -98,41 +127,54 @@ void Batch::WorkThrough(const std::vector<Unit>& units) {
 
 void Batch::Do(std::size_t index) {
   Item& item = items_[index];
-  if (item.refused) {
-    BatchResult refused = BatchFailed(*item.refused, item.result.code);
-    if (plan_.conversion.refusal_box && !item.outputs.empty()) {
-      refused.box = plan_.conversion.refusal_box(item.outputs.front());
+  std::uint64_t advanced = 0;
+  try {
+    current_ = item.refused || stop_ ? current_.load() : index;
+    BatchResult result = ResultOf(&item, &advanced);
+    if (result.status == BatchStatus::kFailed && item.input != plan_.inputs[index]) {
+      result.text = FileMessage(item.input, result.text);  // what was really tried
     }
-    Finish(index, std::move(refused), 0);
-    return;
+    item.result = std::move(result);
+  } catch (const std::exception& error) {  // mostly no memory: none is asked for here
+    const char* reason = ReasonOf(error);
+    item.result.status = BatchStatus::kFailed;
+    item.result.text.assign(reason, std::min(std::strlen(reason), item.result.text.capacity()));
+  }
+  Finish(index, advanced);
+}
+
+BatchResult Batch::ResultOf(Item* item, std::uint64_t* advanced) {
+  if (item->refused) {
+    BatchResult refused = BatchFailed(*item->refused, item->result.code);
+    if (plan_.conversion.refusal_box && !item->outputs.empty()) {
+      refused.box = plan_.conversion.refusal_box(item->outputs.front());
+    }
+    return refused;
   }
   if (stop_) {
-    Finish(index, BatchCancelled(), 0);
-    return;
+    return BatchCancelled();
   }
-  current_ = index;
-  BatchTask task(item.input, item.outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
+  BatchTask task(item->input, item->outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
   task.AllowThreads(threads_per_file_);
   task.SetFilesInBatch(items_.size());
+  const auto tell = [&] { *advanced = task.Advanced(); };
   BatchResult result;
   try {
     result = plan_.conversion.job(task);
-  } catch (const std::exception& error) {  // no memory; nothing else is thrown
-    result = BatchFailed(error.what());
+  } catch (...) {
+    tell();
+    throw;
   }
-  if (result.IsDone() && !item.shared_note.empty()) {
+  tell();
+  if (result.IsDone() && !item->shared_note.empty()) {
     result.status = BatchStatus::kDoneWithNote;
-    result.text.append(result.text.empty() ? "" : "; ").append(item.shared_note);
+    result.text.append(result.text.empty() ? "" : "; ").append(item->shared_note);
   }
-  Finish(index, std::move(result), task.Advanced());
+  return result;
 }
 
-void Batch::Finish(std::size_t index, BatchResult result, std::uint64_t advanced) {
+void Batch::Finish(std::size_t index, std::uint64_t advanced) {
   Item& item = items_[index];
-  item.result = std::move(result);
-  if (item.result.status == BatchStatus::kFailed && item.input != plan_.inputs[index]) {
-    item.result.text = FileMessage(item.input, item.result.text);  // what was really tried
-  }
   if (advanced < item.size) {
     bytes_done_ += item.size - advanced;  // so that the end is reached in any case
   }

@@ -50,6 +50,10 @@ BatchResult BatchCancelled();
 /// The note on a file that ends within a record, which begins at `offset` and is not converted.
 std::string CutRecordNote(std::uint64_t offset);
 
+/// What comes of a file without a whole record: nothing is written, so that an earlier result
+/// stays. `cut_at` is where a record begins that is not whole; 0: there is none.
+BatchResult NoRecord(std::uint64_t cut_at = 0);
+
 /// What a job sees of the batch: one file and what to make of it.
 class BatchTask {
  public:
@@ -143,6 +147,7 @@ struct BatchProgress {
 /// while the workers work. The bytes written do not depend on the number of workers:
 /// - inputs that name the same output are done one after another in list order: the last one stays,
 ///   and a note of each names another;
+/// - whatever a job throws, and a plan that finds no memory, is a failure of the files concerned;
 /// - an output that is another input of the batch is refused, and so is one that is its own input
 ///   unless the conversion replaces inputs.
 class Batch {
@@ -175,6 +180,8 @@ class Batch {
   struct Item {
     std::filesystem::path input;  // the file really read
     std::vector<std::filesystem::path> outputs;
+    std::string identity;  // of the input
+    std::vector<std::string> output_identities;
     std::uint64_t size = 0;
     std::string shared_note;
     std::optional<std::string> refused;
@@ -185,6 +192,8 @@ class Batch {
   using Unit = std::vector<std::size_t>;
 
   void Run();
+  void RunPlanned();
+  void FailTheRest(const char* reason);
   std::vector<Unit> PlanUnits();
   void NameOutputs();
   void RefuseInputs();
@@ -193,7 +202,8 @@ class Batch {
   unsigned WorkerCount(std::size_t units) const;
   void WorkThrough(const std::vector<Unit>& units);
   void Do(std::size_t index);
-  void Finish(std::size_t index, BatchResult result, std::uint64_t advanced);
+  BatchResult ResultOf(Item* item, std::uint64_t* advanced);
+  void Finish(std::size_t index, std::uint64_t advanced);
 
   BatchPlan plan_;
   std::vector<Item> items_;

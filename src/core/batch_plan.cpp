@@ -2,8 +2,8 @@
 // What a batch settles before work begins: which files are written, which of them are refused, and
 // which inputs have to be done one after another.
 #include <algorithm>
+#include <cerrno>
 #include <numeric>
-#include <system_error>
 #include <unordered_map>
 #include <utility>
 
@@ -41,10 +41,20 @@ void Batch::NameOutputs() {
         item.outputs.push_back(std::move(path));
       }
     }
-    std::error_code error;
-    const auto size = std::filesystem::file_size(items_[i].input, error);
-    item.size = error ? 0 : size;
+    FileInfo info;
+    item.size = ReadInfo(item.input, &info) ? info.size : 0;
     total += item.size;
+    // One look at each file: another program may put others in their place at any time.
+    item.identity = FileIdentity(item.input);
+    if (item.identity.empty()) {
+      item.refused = SystemReason(errno);
+    }
+    for (const auto& output : item.outputs) {
+      item.output_identities.push_back(FileIdentity(output));
+      if (item.output_identities.back().empty()) {
+        item.refused = FileMessage(output, SystemReason(errno));
+      }
+    }
   }
   bytes_total_ = total;
 }
@@ -52,23 +62,26 @@ void Batch::NameOutputs() {
 void Batch::RefuseInputs() {
   std::unordered_map<std::string, std::size_t> inputs;  // the first item of each file
   for (std::size_t i = 0; i < items_.size(); ++i) {
-    inputs.try_emplace(FileIdentity(items_[i].input), i);
+    inputs.try_emplace(items_[i].identity, i);
   }
   const bool may_replace = plan_.conversion.replaces_inputs && plan_.out_folder.empty();
   for (std::size_t i = 0; i < items_.size(); ++i) {
     Item& item = items_[i];
-    const std::string own = FileIdentity(items_[i].input);
-    if (may_replace && inputs.at(own) != i) {
+    if (item.refused) {
+      continue;
+    }
+    if (may_replace && inputs.at(item.identity) != i) {
       item.refused = "is in the list already and is replaced by its conversion";
     }
-    for (const auto& output : item.outputs) {
-      const std::string identity = FileIdentity(output);
-      if (identity == own) {
+    for (std::size_t k = 0; k < item.outputs.size(); ++k) {
+      const auto& output = item.outputs[k];
+      const std::string& identity = item.output_identities[k];
+      if (identity == item.identity) {
         if (!may_replace) {
           item.refused = FileMessage(output, "is the input itself, not written over");
           item.result.code = plan_.conversion.same_file_code;
         }
-      } else if (const auto found = inputs.find(identity); found != inputs.end()) {
+      } else if (inputs.contains(identity)) {
         item.refused = FileMessage(output, "is another input of this batch, not written over");
       }
     }
@@ -91,8 +104,9 @@ std::vector<Batch::Unit> Batch::GroupBySharedOutputs() {
     if (items_[i].refused) {
       continue;
     }
-    for (const auto& output : items_[i].outputs) {
-      const auto [entry, is_new] = writers.try_emplace(FileIdentity(output), i);
+    for (std::size_t k = 0; k < items_[i].outputs.size(); ++k) {
+      const auto& output = items_[i].outputs[k];
+      const auto [entry, is_new] = writers.try_emplace(items_[i].output_identities[k], i);
       if (is_new) {
         continue;
       }

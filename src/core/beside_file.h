@@ -6,12 +6,13 @@
 
 namespace orvane {
 
-/// The file that a save fills beside its target before it takes the target's place. Its name is
-/// short whatever the target's is, and always the same for one target, so that the next save finds
-/// what a killed program left, and removes it. A lock, which ends with its program, tells such a
-/// leftover from a file that another program is filling just now: that one is left alone, and the
-/// next of `kNames` names is taken. Where a file system has no locks, what nobody has
-/// written to for an hour is a leftover.
+/// The file that a save fills beside its target before it takes the target's place. In a folder of
+/// the user's own its name is always the same for one target, so that the next save finds what a
+/// killed program left, and removes it. A lock, which ends with its program, tells such a leftover
+/// from a file that another program is filling just now: that one is left alone, and the next of
+/// `kNames` names is taken. Where a file system has no locks, what nobody has written to for an
+/// hour is a leftover. In a folder that others may write to the name is random, so that nobody can
+/// be there first; leftovers go the first time that a program saves there.
 class BesideFile {
  public:
   static constexpr int kNames = 8;
@@ -21,11 +22,16 @@ class BesideFile {
   BesideFile& operator=(const BesideFile&) = delete;
   ~BesideFile() { Remove(); }
 
+  /// In a folder of the user's own.
   static std::filesystem::path NameFor(const std::filesystem::path& target, int number);
 
   /// Each false, with errno set, on failure.
   [[nodiscard]] bool Create(const std::filesystem::path& target);
+  /// Takes the first name only: EBUSY while another program has it. With random names it is as
+  /// `Create()`: they keep nobody away.
+  [[nodiscard]] bool CreateAlone(const std::filesystem::path& target);
   [[nodiscard]] bool Close();  ///< it stays ours
+  /// ESTALE where another program has taken the file away.
   [[nodiscard]] bool MoveTo(const std::filesystem::path& target);
   /// Does nothing where there is none.
   void Remove();
@@ -35,6 +41,7 @@ class BesideFile {
 
  private:
   bool Make(const std::filesystem::path& path);
+  bool CreateRandom(const std::filesystem::path& target);
   void Release();
 
   std::filesystem::path path_;  // empty: there is none

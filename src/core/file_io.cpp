@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "core/checksum.h"
 #include "core/follow_links.h"
 #include "core/number_text.h"
 #include "core/path_names.h"
@@ -27,16 +28,47 @@ std::string FileIdentity(const std::filesystem::path& path) {
     return FormatInt(static_cast<std::int64_t>(info.device)) + ":" +
            FormatInt(static_cast<std::int64_t>(info.number));
   };
-  if (ReadInfo(path, &info)) {
-    return numbers();
+  if (const Existence found = ExistenceFrom(ReadInfo(path, &info)); found != Existence::kNotThere) {
+    return found == Existence::kThere ? numbers() : std::string();
   }
-  const auto target = FollowLinks(path);
+  auto target = path;
+  if (!FollowLinks(&target)) {
+    return {};
+  }
   const auto folder = target.parent_path();
-  if (ReadInfo(folder.empty() ? "." : folder, &info)) {
-    return numbers() + "/" + NameIdentity(target.filename());
+  switch (ExistenceFrom(ReadInfo(folder.empty() ? "." : folder, &info))) {
+    case Existence::kThere:
+      return numbers() + "/" + NameIdentity(target.filename());
+    case Existence::kCannotTell:
+      return {};
+    case Existence::kNotThere:
+      break;
   }
   std::error_code error;
   return NameIdentity(std::filesystem::absolute(target, error).lexically_normal());
+}
+
+std::string MakeFolders(const std::filesystem::path& folder) {
+  switch (folder.empty() ? Existence::kThere : Exists(folder)) {
+    case Existence::kThere:
+      return {};  // what is no folder is told by whoever makes a file in it
+    case Existence::kCannotTell:
+      return FileMessage(folder, SystemReason(errno));
+    case Existence::kNotThere:
+      break;
+  }
+  const auto parent =
+      folder.has_filename() ? folder.parent_path() : folder.parent_path().parent_path();
+  if (std::string reason = parent == folder ? std::string() : MakeFolders(parent);
+      !reason.empty()) {
+    return reason;
+  }
+  // Another program may make the same one.
+  const bool is_made = WriterCalls().make_folder(folder) == 0 || errno == EEXIST;
+  if (!is_made || WriterCalls().sync_folder(parent) != 0) {
+    return FileMessage(folder, SystemReason(errno));
+  }
+  return {};
 }
 
 InFile::~InFile() {
@@ -107,6 +139,24 @@ std::size_t InFile::Read(std::span<std::byte> bytes) {
   return done;
 }
 
+std::string ReadContent(const std::filesystem::path& path, FileContent* content) {
+  *content = {};
+  content->existence = Exists(path);
+  if (content->existence != Existence::kThere) {
+    return content->existence == Existence::kNotThere ? std::string() : SystemReason(errno);
+  }
+  InFile file;
+  if (std::string reason = file.Open(path); !reason.empty()) {
+    return reason;
+  }
+  std::vector<std::byte> piece(kPiece);
+  for (std::size_t size = 1; size > 0; content->size += size) {
+    size = file.Read(piece);
+    content->checksum = Checksum(std::span(piece).first(size), content->checksum);
+  }
+  return file.Error();
+}
+
 std::string WriteFile(const std::filesystem::path& path, std::span<const std::byte> bytes,
                       bool* has_touched) {
   OutFile file;
@@ -155,12 +205,14 @@ bool HaveSameBytes(const std::filesystem::path& a, const std::filesystem::path& 
 }
 
 std::string KeepBackup(const std::filesystem::path& path, std::filesystem::path* kept) {
-  const auto exists = [](const std::string& name) {
-    std::error_code error;
-    return std::filesystem::exists(std::filesystem::symlink_status(PathOf(name), error));
+  int error = 0;
+  const auto exists = [&error](const std::string& name) {
+    const Existence found = IsTaken(PathOf(name));
+    error = found == Existence::kCannotTell ? errno : 0;
+    return found == Existence::kThere;
   };
   *kept = PathOf(FirstFreeName(PathText(path), BackupName, exists));
-  std::string reason = CopyBytes(path, *kept);
+  std::string reason = error != 0 ? SystemReason(error) : CopyBytes(path, *kept);
   std::error_code ignored;  // the bytes count
   if (const auto status = std::filesystem::status(path, ignored); reason.empty() && !ignored) {
     std::filesystem::permissions(*kept, status.permissions(), ignored);

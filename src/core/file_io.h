@@ -4,9 +4,14 @@
 #ifndef ORVANE_CORE_FILE_IO_H_
 #define ORVANE_CORE_FILE_IO_H_
 
+#include <chrono>
 #include <cstddef>
+#include <cstdint>
+#include <exception>
 #include <filesystem>
 #include <memory>
+#include <new>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,8 +25,15 @@ namespace orvane {
 /// "PATH: reason", as every message about a file reads.
 std::string FileMessage(const std::filesystem::path& path, std::string_view reason);
 
+/// Why something threw, in the words of the system. Takes no memory.
+inline const char* ReasonOf(const std::exception& error) {
+  const bool is_memory = dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
+  return is_memory ? "Cannot allocate memory" : error.what();
+}
+
 /// A text that is equal for two paths where they lead to one file, through whatever links. A file
-/// that does not exist is known by its folder and name.
+/// that does not exist is known by its folder and name. Empty, with errno set, where it cannot be
+/// told.
 std::string FileIdentity(const std::filesystem::path& path);
 
 /// A file that is read from front to back.
@@ -61,6 +73,16 @@ class InFile {
   std::string error_;
 };
 
+/// What a file holds, as far as a comparison needs it.
+struct FileContent {
+  Existence existence = Existence::kNotThere;
+  std::uint64_t size = 0;
+  std::uint64_t checksum = 0;
+  bool operator==(const FileContent&) const = default;
+};
+/// An empty string, or why a file that is there cannot be read.
+[[nodiscard]] std::string ReadContent(const std::filesystem::path& path, FileContent* content);
+
 /// A file being written. The bytes go to a new file beside the target, which takes the target's
 /// place only in `Commit()`, after a flush to the disk: until then, and after any failure, the file
 /// has all its old bytes, or, where only the folder failed, all its new ones. Mode bits, access
@@ -76,8 +98,19 @@ class OutFile {
 
   /// Each an empty string, or why it failed; after a failure the later ones fail alike.
   [[nodiscard]] std::string Open(const std::filesystem::path& path);
+  /// As `Open()`, and keeps away others who save the same file so: waits for them at most
+  /// `kMostWait`, and lets them wait until this one is done. In a folder that others may write to,
+  /// and where there are no locks, nobody is kept away.
+  [[nodiscard]] std::string OpenAlone(const std::filesystem::path& path);
+  /// As `OpenAlone()`, for a file that is read after it, changed and written back: `Commit()`
+  /// fails, with `WasOvertaken()`, where the file is no longer what it was here.
+  [[nodiscard]] std::string OpenToUpdate(const std::filesystem::path& path);
   [[nodiscard]] std::string Write(std::span<const std::byte> bytes);
   [[nodiscard]] std::string Commit();
+  static constexpr std::chrono::seconds kMostWait{10};
+
+  /// After a failure: another program has changed the file since `OpenToUpdate()`.
+  bool WasOvertaken() const { return was_overtaken_; }
 
   /// Whether the target may hold other bytes than before: after a failure that it was in the way
   /// of.
@@ -86,7 +119,12 @@ class OutFile {
  private:
   enum class Way { kNone, kBeside, kInPlace, kDirect };
 
-  std::string OpenBeside();
+  std::string Start(const std::filesystem::path& path, bool is_alone);
+  std::string OpenBeside(bool is_alone);
+  template <typename Take>
+  bool WaitForTurn(Take take);
+  bool CreateAlone();
+  std::string Overtaken();
   std::string CommitBeside();
   std::string CommitByCopying(int error);
   std::string CommitInPlace();
@@ -105,6 +143,8 @@ class OutFile {
   std::vector<std::byte> pending_;  // in place: everything until Commit()
   std::string error_;
   bool has_touched_ = false;
+  std::optional<FileContent> expected_;
+  bool was_overtaken_ = false;
 };
 
 /// Writes a whole file through `OutFile`. An empty string, or why it failed; `has_touched`, which
@@ -116,6 +156,10 @@ class OutFile {
 /// failed.
 [[nodiscard]] std::string CopyBytes(const std::filesystem::path& from,
                                     const std::filesystem::path& to);
+
+/// Makes a folder and those above it, each on the disk before the next. An empty string, or the
+/// path that cannot be made and why.
+[[nodiscard]] std::string MakeFolders(const std::filesystem::path& folder);
 
 /// Whether two files can be read and hold the same.
 bool HaveSameBytes(const std::filesystem::path& a, const std::filesystem::path& b);

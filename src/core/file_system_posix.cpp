@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <dirent.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #ifdef __linux__
@@ -12,6 +14,7 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -50,8 +53,65 @@ auto Retried(Call call) {
   return result;
 }
 
+bool Info(const std::filesystem::path& path, FileInfo* info) {
+  struct stat found {};
+  return Told(stat(path.c_str(), &found), found, info);
+}
+
+bool InfoOf(int handle, FileInfo* info) {
+  struct stat found {};
+  return Told(fstat(handle, &found), found, info);
+}
+
+bool LinkInfo(const std::filesystem::path& path, FileInfo* info) {
+  struct stat found {};
+  return Told(lstat(path.c_str(), &found), found, info);
+}
+
+bool List(const std::filesystem::path& folder, std::vector<std::filesystem::path>* names) {
+  DIR* const entries = opendir(folder.empty() ? "." : folder.c_str());
+  if (entries == nullptr) {
+    return false;
+  }
+  errno = 0;
+  while (const dirent* entry = readdir(entries)) {
+    const std::string_view name(entry->d_name);
+    if (name != "." && name != "..") {
+      names->emplace_back(name);
+    }
+    errno = 0;
+  }
+  const int error = errno;
+  closedir(entries);
+  errno = error;
+  return error == 0;
+}
+
+constexpr int kWait = 50;  // milliseconds between two looks
+
+bool NeverGivesUp() { return false; }
+
+bool IsGivenUp() {
+  if (!WriterCalls().gives_up()) {
+    return false;
+  }
+  errno = EINTR;
+  return true;
+}
+
+// A pipe is opened without waiting, because a wait for its reader could not be ended.
 int OpenToWrite(const std::filesystem::path& path) {
-  return Retried([&] { return open(path.c_str(), O_WRONLY | O_CLOEXEC); });
+  for (;;) {
+    const int handle = open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK);
+    FileInfo info;
+    const bool waits =
+        handle < 0 &&
+        (errno == EINTR || (errno == ENXIO && Info(path, &info) && info.kind == FileKind::kPipe));
+    if (!waits || IsGivenUp()) {
+      return handle;
+    }
+    poll(nullptr, 0, kWait);
+  }
 }
 
 int Create(const std::filesystem::path& path) {
@@ -60,7 +120,20 @@ int Create(const std::filesystem::path& path) {
 
 int Resize(int handle, std::uint64_t size) { return ftruncate(handle, static_cast<off_t>(size)); }
 
-int Sync(int handle) { return fsync(handle); }
+int Sync(int handle) {
+  return Retried([handle] { return fsync(handle); });
+}
+
+int MakeFolder(const std::filesystem::path& folder) { return mkdir(folder.c_str(), 0777); }
+
+// The lock belongs to what was opened, not to the program: two writers of one program keep apart
+// too.
+Lock TakeLock(int handle) {
+  if (Retried([handle] { return flock(handle, LOCK_EX | LOCK_NB); }) == 0) {
+    return Lock::kTaken;
+  }
+  return errno == EWOULDBLOCK ? Lock::kBusy : Lock::kUnknown;
+}
 
 // An interrupted close has closed all the same.
 int Close(int handle) { return close(handle) == 0 || errno == EINTR ? 0 : -1; }
@@ -105,7 +178,7 @@ int SyncFolder(const std::filesystem::path& folder) {
   if (handle < 0) {
     return 0;
   }
-  const int error = fsync(handle) == 0 ? 0 : errno;
+  const int error = Sync(handle) == 0 ? 0 : errno;
   close(handle);
   if (error == 0 || error == EINVAL || error == ENOTSUP || error == EBADF || error == EROFS) {
     return 0;
@@ -116,23 +189,15 @@ int SyncFolder(const std::filesystem::path& folder) {
 
 }  // namespace
 
-bool ReadInfo(const std::filesystem::path& path, FileInfo* info) {
+bool IsOwnFolder(const std::filesystem::path& folder) {
   struct stat found {};
-  return Told(stat(path.c_str(), &found), found, info);
-}
-
-bool ReadInfo(int handle, FileInfo* info) {
-  struct stat found {};
-  return Told(fstat(handle, &found), found, info);
+  return stat(folder.empty() ? "." : folder.c_str(), &found) == 0 &&
+         (found.st_uid == geteuid() || found.st_uid == 0) &&
+         (found.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
 bool MayMakeFilesIn(const std::filesystem::path& folder) {
   return access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) == 0;
-}
-
-bool ReadLinkInfo(const std::filesystem::path& path, FileInfo* info) {
-  struct stat found {};
-  return Told(lstat(path.c_str(), &found), found, info);
 }
 
 std::string NameIdentity(const std::filesystem::path& name) { return name.native(); }
@@ -153,15 +218,26 @@ int OpenToRead(const std::filesystem::path& path) {
 void WaitForWriter(int handle) { fcntl(handle, F_SETFL, 0); }
 
 ReadCalls& ReaderCalls() {
-  static ReadCalls calls{ReadSome, ReadSomeAt};
+  static ReadCalls calls{Info, InfoOf, LinkInfo, List, ReadSome, ReadSomeAt};
   return calls;
 }
 
 void CloseRead(int handle) { close(handle); }
 
 FileCalls& WriterCalls() {
-  static FileCalls calls{OpenToWrite, Create, write, Resize, Sync, Close, Rename, SyncFolder};
+  static FileCalls calls{OpenToWrite, Create,     write,      Resize,   Sync,        Close,
+                         Rename,      SyncFolder, MakeFolder, TakeLock, NeverGivesUp};
   return calls;
+}
+
+bool WaitToWrite(int handle) {
+  pollfd taking{handle, POLLOUT, 0};
+  while (poll(&taking, 1, kWait) <= 0) {
+    if (IsGivenUp()) {
+      return false;
+    }
+  }
+  return true;  // what went wrong the next write tells
 }
 
 bool Rewind(int handle) { return lseek(handle, 0, SEEK_SET) == 0; }
@@ -176,15 +252,6 @@ bool TakeRights(int from, int to) {
   static_cast<void>(fchown(to, wanted.st_uid, wanted.st_gid) == 0);
   return TakeAccessList(from, to) && fstat(to, &made) == 0 &&
          (made.st_mode == wanted.st_mode || fchmod(to, wanted.st_mode & 07777U) == 0);
-}
-
-// The lock belongs to what was opened, not to the program: two writers of one program keep apart
-// too.
-Lock TryLock(int handle) {
-  if (Retried([handle] { return flock(handle, LOCK_EX | LOCK_NB); }) == 0) {
-    return Lock::kTaken;
-  }
-  return errno == EWOULDBLOCK ? Lock::kBusy : Lock::kUnknown;
 }
 
 int OpenToLock(const std::filesystem::path& path) {

@@ -201,11 +201,53 @@ std::ptrdiff_t ReadSomeAt(int handle, std::uint64_t offset, std::span<std::byte>
   return count;
 }
 
+bool Info(const std::filesystem::path& path, FileInfo* info) { return TellOf(path, 0, info); }
+
+bool InfoOf(int handle, FileInfo* info) { return Tell(SystemHandle(handle), info); }
+
+bool LinkInfo(const std::filesystem::path& path, FileInfo* info) {
+  return TellOf(path, FILE_FLAG_OPEN_REPARSE_POINT, info);
+}
+
+bool List(const std::filesystem::path& folder, std::vector<std::filesystem::path>* names) {
+  WIN32_FIND_DATAW entry{};
+  const std::filesystem::path place = folder.empty() ? std::filesystem::path(L".") : folder;
+  const HANDLE search = FindFirstFileW((place / L"*").c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) {
+    return Fail() == 0;
+  }
+  do {
+    const std::wstring_view name(entry.cFileName);
+    if (name != L"." && name != L"..") {
+      names->emplace_back(name);
+    }
+  } while (FindNextFileW(search, &entry) != 0);
+  const bool is_whole = GetLastError() == ERROR_NO_MORE_FILES || Fail() == 0;
+  FindClose(search);
+  return is_whole;
+}
+
+int MakeFolder(const std::filesystem::path& folder) {
+  return CreateDirectoryW(folder.c_str(), nullptr) != 0 ? 0 : Fail();
+}
+
+// Far behind the end of any file: a lock keeps others from reading what it covers.
+Lock TakeLock(int handle) {
+  OVERLAPPED place = At(std::uint64_t{0x7FFFFFFF} << 32U);
+  const DWORD flags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
+  if (LockFileEx(SystemHandle(handle), flags, 0, 1, 0, &place) != 0) {
+    return Lock::kTaken;
+  }
+  const DWORD error = GetLastError();
+  return error == ERROR_LOCK_VIOLATION || error == ERROR_IO_PENDING ? Lock::kBusy : Lock::kUnknown;
+}
+
+bool NeverGivesUp() { return false; }
+
 }  // namespace
 
-bool ReadInfo(const std::filesystem::path& path, FileInfo* info) { return TellOf(path, 0, info); }
-
-bool ReadInfo(int handle, FileInfo* info) { return Tell(SystemHandle(handle), info); }
+// A folder's rights are lists here; who may write is the user's own business on this system.
+bool IsOwnFolder(const std::filesystem::path& /*folder*/) { return true; }
 
 // A folder's attributes tell nothing of it; opening it so makes no file.
 bool MayMakeFilesIn(const std::filesystem::path& folder) {
@@ -217,10 +259,6 @@ bool MayMakeFilesIn(const std::filesystem::path& folder) {
   }
   CloseHandle(handle);
   return true;
-}
-
-bool ReadLinkInfo(const std::filesystem::path& path, FileInfo* info) {
-  return TellOf(path, FILE_FLAG_OPEN_REPARSE_POINT, info);
 }
 
 std::string NameIdentity(const std::filesystem::path& name) {
@@ -250,32 +288,25 @@ int OpenToRead(const std::filesystem::path& path) {
 void WaitForWriter(int /*handle*/) {}
 
 ReadCalls& ReaderCalls() {
-  static ReadCalls calls{ReadSome, ReadSomeAt};
+  static ReadCalls calls{Info, InfoOf, LinkInfo, List, ReadSome, ReadSomeAt};
   return calls;
 }
 
 void CloseRead(int handle) { _close(handle); }
 
 FileCalls& WriterCalls() {
-  static FileCalls calls{OpenToWrite, Create, Write, Resize, Sync, _close, Rename, SyncFolder};
+  static FileCalls calls{OpenToWrite, Create,     Write,      Resize,   Sync,        _close,
+                         Rename,      SyncFolder, MakeFolder, TakeLock, NeverGivesUp};
   return calls;
 }
+
+// Pipes here wait on their own.
+bool WaitToWrite(int /*handle*/) { return true; }
 
 bool Rewind(int handle) { return _lseeki64(handle, 0, SEEK_SET) == 0; }
 
 // A new file has the rights that its folder gives.
 bool TakeRights(int /*from*/, int /*to*/) { return true; }
-
-// Far behind the end of any file: a lock keeps others from reading what it covers.
-Lock TryLock(int handle) {
-  OVERLAPPED place = At(std::uint64_t{0x7FFFFFFF} << 32U);
-  const DWORD flags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
-  if (LockFileEx(SystemHandle(handle), flags, 0, 1, 0, &place) != 0) {
-    return Lock::kTaken;
-  }
-  const DWORD error = GetLastError();
-  return error == ERROR_LOCK_VIOLATION || error == ERROR_IO_PENDING ? Lock::kBusy : Lock::kUnknown;
-}
 
 int OpenToLock(const std::filesystem::path& path) {
   const int handle =

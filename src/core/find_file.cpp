@@ -1,25 +1,35 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/find_file.h"
 
+#include <cerrno>
 #include <string>
-#include <system_error>
+#include <vector>
 
 #include "core/ascii.h"
+#include "core/file_io.h"
 #include "core/path_text.h"
 
 namespace orvane {
 
-std::filesystem::path FindInAnyCase(const std::filesystem::path& path) {
-  std::error_code error;
-  if (std::filesystem::exists(path, error)) {
+std::filesystem::path FindInAnyCase(const std::filesystem::path& path, std::string* error) {
+  const auto fail = [&] {
+    if (error != nullptr) {
+      *error = FileMessage(path, SystemReason(errno));
+    }
     return path;
+  };
+  if (const Existence found = Exists(path); found != Existence::kNotThere) {
+    return found == Existence::kThere ? path : fail();
   }
   const std::string wanted = PathText(path.filename());
   const std::filesystem::path folder = path.parent_path();
+  std::vector<std::filesystem::path> names;
+  if (!ReaderCalls().list(folder, &names) && errno != ENOENT && errno != ENOTDIR) {
+    return fail();
+  }
   std::string found;
-  std::filesystem::directory_iterator entries(folder.empty() ? "." : folder, error);
-  for (; !error && entries != std::filesystem::directory_iterator(); entries.increment(error)) {
-    const std::string name = PathText(entries->path().filename());
+  for (const auto& entry : names) {
+    const std::string name = PathText(entry);
     if (EqualsWithoutCase(name, wanted) && (found.empty() || name < found)) {
       found = name;
     }

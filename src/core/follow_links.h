@@ -2,23 +2,34 @@
 #ifndef ORVANE_CORE_FOLLOW_LINKS_H_
 #define ORVANE_CORE_FOLLOW_LINKS_H_
 
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
+#include "core/file_system.h"
+
 namespace orvane {
 
-/// Where a path leads once its symbolic links are followed; the last one need not exist.
-inline std::filesystem::path FollowLinks(std::filesystem::path path) {
+/// Lets `path` be where it leads once its symbolic links are followed; the last one need not exist.
+/// False, with errno set, where that cannot be told.
+[[nodiscard]] inline bool FollowLinks(std::filesystem::path* path) {
   constexpr int kMaxLinks = 40;  // as many as systems themselves follow
-  std::error_code error;
-  for (int i = 0; i < kMaxLinks && std::filesystem::is_symlink(path, error); ++i) {
-    const auto next = std::filesystem::read_symlink(path, error);
-    if (error) {
-      break;
+  for (int i = 0; i < kMaxLinks; ++i) {
+    FileInfo info;
+    const Existence existence = ExistenceFrom(ReadLinkInfo(*path, &info));
+    if (existence != Existence::kThere || info.kind != FileKind::kLink) {
+      return existence != Existence::kCannotTell;
     }
-    path = next.is_absolute() ? next : path.parent_path() / next;
+    std::error_code error;
+    const auto next = std::filesystem::read_symlink(*path, error);
+    if (error) {
+      errno = error.value();
+      return false;
+    }
+    *path = next.is_absolute() ? next : path->parent_path() / next;
   }
-  return path;
+  errno = ELOOP;
+  return false;
 }
 
 }  // namespace orvane

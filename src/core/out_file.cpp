@@ -2,6 +2,8 @@
 // The safe writer's policy.
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 #include "core/file_io.h"
@@ -20,7 +22,7 @@ std::size_t WriteAll(int handle, std::span<const std::byte> bytes) {
     const auto left = bytes.subspan(done);
     const auto written =
         WriterCalls().write(handle, left.data(), std::min(left.size(), kMostAtOnce));
-    if (written < 0 && errno == EINTR) {
+    if (written < 0 && (errno == EINTR || (errno == EAGAIN && WaitToWrite(handle)))) {
       continue;
     }
     if (written <= 0) {
@@ -37,14 +39,19 @@ bool ForbidsNewFiles(int error) { return error == EACCES || error == EPERM || er
 
 bool ForbidsReplacing(int error) { return error == EACCES || error == EPERM || error == EBUSY; }
 
-bool ReadBack(const std::filesystem::path& path, std::vector<std::byte>* bytes) {
+// An empty string, or why not all of a file could be read.
+std::string ReadBack(const std::filesystem::path& path, std::vector<std::byte>* bytes) {
   FileInfo info;
   InFile file;
-  if (!ReadInfo(path, &info) || !file.Open(path).empty()) {
-    return false;
+  if (!ReadInfo(path, &info)) {
+    return SystemReason(errno);
+  }
+  if (std::string reason = file.Open(path); !reason.empty()) {
+    return reason;
   }
   bytes->resize(info.size);
-  return file.Read(*bytes) == info.size;
+  const bool is_whole = file.Read(*bytes) == info.size;
+  return is_whole || !file.Error().empty() ? file.Error() : SystemReason(EIO);
 }
 
 }  // namespace
@@ -67,14 +74,37 @@ std::string OutFile::Fail(std::string reason) {
   return error_;
 }
 
-std::string OutFile::Fail(int error) { return Fail(SystemReason(error)); }
+std::string OutFile::Fail(int error) {
+  switch (error) {
+    case EBUSY:
+      return Fail("is being changed by another program");
+    case ESTALE:
+      return Fail("another program has removed what was written for it");
+    default:
+      return Fail(SystemReason(error));
+  }
+}
 
 std::string OutFile::Done() {
   way_ = Way::kNone;
   return {};
 }
 
-std::string OutFile::Open(const std::filesystem::path& path) {
+std::string OutFile::Open(const std::filesystem::path& path) { return Start(path, false); }
+
+std::string OutFile::OpenAlone(const std::filesystem::path& path) { return Start(path, true); }
+
+std::string OutFile::OpenToUpdate(const std::filesystem::path& path) {
+  std::string reason = OpenAlone(path);
+  if (!reason.empty() || way_ == Way::kDirect) {
+    return reason;
+  }
+  expected_.emplace();
+  reason = ReadContent(target_, &*expected_);
+  return reason.empty() ? reason : Fail(std::move(reason));
+}
+
+std::string OutFile::Start(const std::filesystem::path& path, bool is_alone) {
   // Opened even where it is going to be replaced: a file that forbids writing stays.
   handle_ = WriterCalls().open(path);
   FileInfo info;
@@ -86,17 +116,54 @@ std::string OutFile::Open(const std::filesystem::path& path) {
     way_ = Way::kDirect;
     return {};
   }
-  target_ = FollowLinks(path);
-  return OpenBeside();
+  target_ = path;
+  return FollowLinks(&target_) ? OpenBeside(is_alone) : Fail(errno);
 }
 
-std::string OutFile::OpenBeside() {
-  if (!beside_.Create(target_)) {
+// `take` is asked until it answers true, or false with anything but EBUSY.
+template <typename Take>
+bool OutFile::WaitForTurn(Take take) {
+  constexpr std::chrono::milliseconds kPause{5};
+  const auto end = std::chrono::steady_clock::now() + kMostWait;
+  while (!take()) {
+    if (errno != EBUSY || WriterCalls().gives_up() || std::chrono::steady_clock::now() >= end) {
+      return false;
+    }
+    std::this_thread::sleep_for(kPause);
+  }
+  return true;
+}
+
+bool OutFile::CreateAlone() {
+  // Meanwhile the target is closed: not every system lets an open file be replaced.
+  const bool was_there = handle_ >= 0;
+  if (was_there) {
+    CloseRead(std::exchange(handle_, -1));  // nothing was written
+  }
+  const bool is_made = WaitForTurn([this] { return beside_.CreateAlone(target_); });
+  const int error = errno;
+  if (was_there) {
+    handle_ = WriterCalls().open(target_);
+    if (handle_ < 0 && errno != ENOENT) {
+      return false;
+    }
+  }
+  errno = error;
+  return is_made;
+}
+
+std::string OutFile::OpenBeside(bool is_alone) {
+  const auto lock = [this] {
+    const bool is_ours = TryLock(handle_) != Lock::kBusy;
+    errno = EBUSY;
+    return is_ours;
+  };
+  if (is_alone ? !CreateAlone() : !beside_.Create(target_)) {
     if (handle_ < 0 || !ForbidsNewFiles(errno)) {
       return Fail(errno);
     }
     way_ = Way::kInPlace;
-    return {};
+    return is_alone && !WaitForTurn(lock) ? Fail(errno) : std::string();
   }
   way_ = Way::kBeside;
   if (handle_ >= 0) {
@@ -144,13 +211,33 @@ std::string OutFile::CommitDirectly() {
   return CloseTarget() ? Done() : Fail(errno);
 }
 
+// Empty where the target still is what it was when it was opened to be updated.
+std::string OutFile::Overtaken() {
+  FileContent found;
+  if (!expected_) {
+    return {};
+  }
+  if (std::string reason = ReadContent(target_, &found); !reason.empty()) {
+    return reason;
+  }
+  was_overtaken_ = found != *expected_;
+  return was_overtaken_ ? "another program has changed it" : std::string();
+}
+
 std::string OutFile::CommitBeside() {
   if (WriterCalls().sync(beside_.Handle()) != 0 || !beside_.Close()) {
     return Fail(errno);
   }
   FileInfo there;  // a device, folder or link may have come there meanwhile
-  if (ReadLinkInfo(target_, &there) && there.kind != FileKind::kRegular) {
-    return Fail("something that is no file took its place meanwhile");
+  const Existence existence = ExistenceFrom(ReadLinkInfo(target_, &there));
+  if (existence == Existence::kCannotTell) {
+    return Fail(errno);
+  }
+  if (existence == Existence::kThere && there.kind != FileKind::kRegular) {
+    return Fail("it has become a folder, a device or a link while it was written");
+  }
+  if (const std::string reason = Overtaken(); !reason.empty()) {
+    return Fail(reason);
   }
   if (!beside_.MoveTo(target_)) {
     return ForbidsReplacing(errno) ? CommitByCopying(errno) : Fail(errno);
@@ -163,8 +250,8 @@ std::string OutFile::CommitBeside() {
 // Where the finished file may not take the target's place but the target may be written: a file of
 // somebody else in a shared folder, a mount of a single file. `error` is what forbade it.
 std::string OutFile::CommitByCopying(int error) {
-  if (!ReadBack(beside_.Path(), &pending_)) {
-    return Fail(error);
+  if (std::string unread = ReadBack(beside_.Path(), &pending_); !unread.empty()) {
+    return Fail(std::move(unread));
   }
   handle_ = WriterCalls().open(target_);
   if (handle_ < 0) {
@@ -185,16 +272,25 @@ bool OutFile::Rewrite(std::span<const std::byte> bytes, std::size_t size, std::s
 std::string OutFile::CommitInPlace() {
   FileInfo opened;
   FileInfo there;
-  if (!ReadInfo(handle_, &opened) || !ReadLinkInfo(target_, &there) ||
-      !opened.IsSameFileAs(there)) {
-    return Fail("another file took its place meanwhile");  // ours has no name any more
+  if (!ReadInfo(handle_, &opened)) {
+    return Fail(errno);
+  }
+  const Existence existence = ExistenceFrom(ReadLinkInfo(target_, &there));
+  if (existence == Existence::kCannotTell) {
+    return Fail(errno);
+  }
+  if (existence == Existence::kNotThere || !opened.IsSameFileAs(there)) {
+    return Fail("another file took its place while it was written");  // ours has no name any more
   }
   if (TryLock(handle_) == Lock::kBusy) {
-    return Fail("another program is saving it");
+    return Fail(EBUSY);
+  }
+  if (const std::string reason = Overtaken(); !reason.empty()) {
+    return Fail(reason);
   }
   std::vector<std::byte> old;
-  if (!ReadBack(target_, &old)) {
-    return Fail(EACCES);  // what cannot be put back is not overwritten
+  if (std::string unread = ReadBack(target_, &old); !unread.empty()) {
+    return Fail(std::move(unread));  // what cannot be put back is not overwritten
   }
   has_touched_ = true;
   std::size_t written = 0;

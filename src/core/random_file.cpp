@@ -36,9 +36,13 @@ std::string RandomFile::Open(const std::filesystem::path& path) {
   return {};
 }
 
-std::uint64_t RandomFile::Size() const {
+std::uint64_t RandomFile::Size(std::string* error) const {
   FileInfo info;
-  return handle_ >= 0 && ReadInfo(handle_, &info) ? info.size : 0;
+  if (handle_ >= 0 && !ReadInfo(handle_, &info)) {
+    *error = SystemReason(errno);
+    return 0;
+  }
+  return info.size;
 }
 
 std::size_t RandomFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes,

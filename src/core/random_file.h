@@ -26,8 +26,8 @@ class RandomFile {
   void Close();
   bool IsOpen() const { return handle_ >= 0; }
 
-  /// The bytes in the file at this moment; 0 where it cannot be told.
-  std::uint64_t Size() const;
+  /// The bytes in the file at this moment. Where it cannot be told 0, and `error` gets the reason.
+  std::uint64_t Size(std::string* error) const;
 
   /// Fills `bytes` from `offset` on as far as the file goes and returns how many there were. A read
   /// error counts as the end; with `error` given it gets the reason.

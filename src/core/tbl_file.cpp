@@ -122,6 +122,13 @@ std::filesystem::path StartupPath(const ParamTable& table) {
 
 }  // namespace
 
+std::size_t TblReport::RecordsOfWhole() const {
+  constexpr std::size_t kVersion1 = 285;
+  return version == 1 ? kVersion1 : held + missing.size();
+}
+
+bool TblReport::IsMostlyMissing() const { return std::min(held, records) * 2 < RecordsOfWhole(); }
+
 void BroughtKeys::Add(ParamKey key) {
   keys_.push_back(key.Word());
   if (keys_.size() > most_) {  // a damaged file may repeat a record for ever
@@ -263,18 +270,27 @@ bool LoadTblImage(ParamTable* table, std::span<const std::byte> image) {
 
 Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
                      const TblSaveOptions& options, TblReport* report) {
+  OutFile file;
+  // Alone, so that no program's change is lost which reads the same file, changes and writes it.
+  // Where that fails, so does writing.
+  static_cast<void>(file.OpenAlone(path));
+  return SaveParamFile(table, path, &file, options, report);
+}
+
+Status SaveParamFile(ParamTable* table, const std::filesystem::path& path, OutFile* file,
+                     const TblSaveOptions& options, TblReport* report) {
   const auto store_versions = [&options](ParamTable* target) {
     StoreInt(target, "TBVI", options.version == 1 ? 1 : 2);
     StoreInt(target, "TBVO", options.output_version);
   };
   ParamTable written = *table;
   store_versions(&written);
-  bool has_touched = false;
-  if (const std::string reason = WriteFile(path, TblImage(written, options), &has_touched);
-      !reason.empty()) {
+  std::string reason = file->Write(TblImage(written, options));
+  reason = reason.empty() ? file->Commit() : reason;
+  if (!reason.empty()) {
     if (report != nullptr) {
       report->reason = reason;
-      report->has_touched = has_touched;
+      report->has_touched = file->HasTouchedTarget();
       report->message = WithStatus(path, reason, kTblWriteFailed);
     }
     return kTblWriteFailed;

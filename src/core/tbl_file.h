@@ -28,6 +28,11 @@ struct TblReport {
   std::string reason;             ///< on a failed save: why
   bool has_touched = false;       ///< on a failed save: the file may hold other bytes than before
   std::string message;            ///< on failure "PATH: reason (status)"
+
+  /// Records of a whole table of its version.
+  std::size_t RecordsOfWhole() const;
+  /// The file holds less than half of a table: it is damaged, or made for other purposes.
+  bool IsMostlyMissing() const;
 };
 
 /// Which parameters the records of a file bring.
@@ -92,6 +97,9 @@ std::vector<std::byte> TblImage(const ParamTable& table, const TblSaveOptions& o
 /// Writes the table and stores the file's version in "TBVI" and the output version in "TBVO". 0, or
 /// 172: then the table is as before and so is an old file.
 Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
+                     const TblSaveOptions& options, TblReport* report = nullptr);
+/// The same into a file that `OutFile::OpenToUpdate()` has opened under that path.
+Status SaveParamFile(ParamTable* table, const std::filesystem::path& path, OutFile* file,
                      const TblSaveOptions& options, TblReport* report = nullptr);
 
 /// What a box does at power-up: loads "SNUM".tbl or Startup.tbl of the folder "DPTH", keeping what

@@ -98,10 +98,13 @@ class Listing {
     if (!in_.Error().empty()) {
       return BatchFailed(in_.Error());
     }
+    if (records_ == 0) {
+      return NoRecord(in_.Peek(1).empty() ? 0 : offset_);
+    }
     if (const std::string reason = out_.Commit(); !reason.empty()) {
       return BatchFailed(FileMessage(task_.Outputs()[0], reason));
     }
-    std::string note = records_ == 0 ? "no whole record" : "";
+    std::string note;
     if (const auto missing = brought_.MissingFrom(dictionary_).size(); missing > 0) {
       note.append(note.empty() ? "" : ", ").append(HoldsText(kDictionarySize - missing, missing));
     }
@@ -126,8 +129,7 @@ Conversion TblListing() {
   Conversion listing;
   listing.input_of = [](const std::string& path) {
     std::string with_extension = WithDefaultExtension(path, ".tbl");
-    std::error_code error;
-    return std::filesystem::exists(PathOf(with_extension), error) ? with_extension : path;
+    return Exists(PathOf(with_extension)) == Existence::kNotThere ? path : with_extension;
   };
   listing.outputs_of = [](const std::string& path) {
     return std::vector<std::string>{WithExtension(path, ".txt")};

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/tbl_to_v1.h"
 
+#include <cerrno>
 #include <memory>
+#include <set>
 #include <system_error>
 
 #include "core/file_io.h"
+#include "core/number_text.h"
 #include "core/path_names.h"
 #include "core/path_text.h"
 #include "core/tbl_file.h"
@@ -36,16 +39,39 @@ void CopyHeaderTexts(ParamTable* table) {
 // One file of a conversion.
 class FileToV1 {
  public:
-  FileToV1(BatchTask* task, ParamTable* table) : task_(*task), table_(*table) {}
+  // `made` has the files that an earlier start of the conversion wrote.
+  FileToV1(BatchTask* task, ParamTable* table, std::set<std::filesystem::path>* made)
+      : task_(*task), table_(*table), made_(*made) {}
 
+  bool WasOvertaken() const { return input_.WasOvertaken(); }
+
+  // Nothing is lost that another program changes meanwhile: from before it is read the input is
+  // held, where it is what version 1 is written over.
   BatchResult Run() {
+    const auto& version1 = task_.Outputs().back();
+    const std::string own = FileIdentity(task_.Input());
+    const std::string written = own.empty() ? own : FileIdentity(version1);
+    if (written.empty()) {
+      return BatchFailed(SystemReason(errno));
+    }
+    replaces_input_ = task_.IsBeside() && written == own;
+    if (replaces_input_) {
+      if (const std::string reason = input_.OpenToUpdate(version1); !reason.empty()) {
+        return BatchFailed(FileMessage(version1, reason), kTblWriteFailed);
+      }
+    }
     TblReport report;
     if (std::string reason = Load(&report); !reason.empty()) {
       return BatchLeftAlone(reason);
     }
-    if (task_.Stopped()) {
-      return BatchCancelled();
+    if (report.loaded == 0) {
+      return BatchFailed("no parameter is taken from it; it is left as it was");
     }
+    return task_.Stopped() ? BatchCancelled() : WriteBoth(report);
+  }
+
+ private:
+  BatchResult WriteBoth(const TblReport& report) {
     const auto& version2 = task_.Outputs().front();
     const auto& version1 = task_.Outputs().back();
     // Where both have one name, version 1 is what stays: the other need not be written.
@@ -55,10 +81,11 @@ class FileToV1 {
     } else {
       Note("already version 1: longer keys come from the table before it");
     }
-    if (report.records == 0) {
-      Note("no whole record: every value comes from the table before it");
-    }
-    if (!report.missing.empty()) {
+    if (report.IsMostlyMissing()) {
+      Note("only " + FormatInt(static_cast<std::int64_t>(report.loaded)) + " of " +
+           FormatInt(static_cast<std::int64_t>(report.RecordsOfWhole())) +
+           " records are taken from it, the other values from the table before it");
+    } else if (!report.missing.empty()) {
       Note(HoldsText(report.held, report.missing.size()));
     }
     if (report.cut_at > 0) {
@@ -75,7 +102,6 @@ class FileToV1 {
                 : BatchResult{BatchStatus::kFailed, written_, failure_, kTblWriteFailed};
   }
 
- private:
   // Into the scratch table, which a file that does not load leaves as it was.
   std::string Load(TblReport* report) {
     ParamTable loaded = table_;
@@ -97,15 +123,18 @@ class FileToV1 {
     }
     TblReport report;
     const TblSaveOptions options{version, false, static_cast<std::int32_t>(version)};
-    if (SaveParamFile(&table_, path, options, &report) != kOk) {
+    if ((version == 1 && replaces_input_ ? SaveParamFile(&table_, path, &input_, options, &report)
+                                         : SaveParamFile(&table_, path, options, &report)) != kOk) {
       failure_ = FileMessage(path, report.reason);
-      if (HaveSameBytes(path, kept)) {  // the old file stands: no need of a second one
+      // No need of a second file where the old one stands, or another program has replaced it.
+      if (input_.WasOvertaken() || HaveSameBytes(path, kept)) {
         std::error_code ignored;
         std::filesystem::remove(kept, ignored);
       }
       return false;
     }
     written_.push_back(path);
+    made_.insert(path);
     if (!kept.empty()) {
       Note("the old " + PathText(path.filename()) + " is kept as " + PathText(kept.filename()));
     }
@@ -114,9 +143,17 @@ class FileToV1 {
 
   // False where the old file could not be kept; then it is not written over either.
   bool KeepOld(const std::filesystem::path& path, std::filesystem::path* kept) {
-    std::error_code error;
-    if (!task_.IsBeside() || IsSafelyCopied(path) || !std::filesystem::exists(path, error)) {
+    if (!task_.IsBeside() || made_.contains(path) || IsSafelyCopied(path)) {
       return true;
+    }
+    switch (Exists(path)) {
+      case Existence::kThere:
+        break;
+      case Existence::kNotThere:
+        return true;
+      case Existence::kCannotTell:
+        failure_ = FileMessage(path, SystemReason(errno));
+        return false;
     }
     std::filesystem::path backup;
     if (const std::string reason = KeepBackup(path, &backup); !reason.empty()) {
@@ -130,17 +167,35 @@ class FileToV1 {
 
   // The input itself, once its version-2 copy has been written under another name.
   bool IsSafelyCopied(const std::filesystem::path& path) const {
-    return !written_.empty() && FileIdentity(path) == FileIdentity(task_.Input());
+    return !written_.empty() && replaces_input_ && path == task_.Outputs().back();
   }
 
   void Note(const std::string& note) { note_.append(note_.empty() ? "" : "; ").append(note); }
 
   BatchTask& task_;
   ParamTable& table_;
+  std::set<std::filesystem::path>& made_;
+  bool replaces_input_ = false;
+  OutFile input_;  // being written over
   std::vector<std::filesystem::path> written_;
   std::string note_;
   std::string failure_;
 };
+
+// Starts again where another program has changed the file meanwhile.
+BatchResult ConvertFile(BatchTask* task, ParamTable* table) {
+  constexpr int kMostStarts = 100;  // so often nobody saves the same file
+  const ParamTable before = *table;
+  std::set<std::filesystem::path> made;
+  for (int i = 1;; ++i) {
+    FileToV1 file(task, table, &made);
+    BatchResult result = file.Run();
+    if (!file.WasOvertaken() || i == kMostStarts) {
+      return result;
+    }
+    *table = before;
+  }
+}
 
 }  // namespace
 
@@ -150,7 +205,7 @@ Conversion TblToVersion1(const ParamTable& scratch) {
     return std::vector<std::string>{Version2Name(path), Version1Name(path)};
   };
   conversion.job = [table = std::make_shared<ParamTable>(scratch)](BatchTask& task) {
-    return FileToV1(&task, table.get()).Run();
+    return ConvertFile(&task, table.get());
   };
   conversion.in_order = true;
   conversion.replaces_inputs = true;

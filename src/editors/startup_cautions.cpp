@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/startup_cautions.h"
 
-#include <system_error>
+#include <cerrno>
 
-#include "core/file_system.h"
+#include "core/file_io.h"
 #include "core/number_text.h"
 #include "core/param_access.h"
 #include "core/param_table.h"
@@ -19,15 +19,18 @@ constexpr std::uint64_t kLargestTable = 1U << 20U;
 }  // namespace
 
 bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
-  std::error_code error;
-  return !b.empty() &&
-         (a.lexically_normal() == b.lexically_normal() || std::filesystem::equivalent(a, b, error));
+  return !b.empty() && FileIdentity(a) == FileIdentity(b);
 }
 
 std::string FolderFault(const std::filesystem::path& folder) {
   FileInfo info;
-  if (!ReadInfo(folder, &info)) {
-    return "The folder " + PathText(folder) + " does not exist.";
+  switch (ExistenceFrom(ReadInfo(folder, &info))) {
+    case Existence::kNotThere:
+      return "The folder " + PathText(folder) + " does not exist.";
+    case Existence::kCannotTell:
+      return FileMessage(folder, SystemReason(errno)) + ".";
+    case Existence::kThere:
+      break;
   }
   if (info.kind != FileKind::kFolder) {
     return PathText(folder) + " is no folder.";
@@ -38,8 +41,8 @@ std::string FolderFault(const std::filesystem::path& folder) {
 
 std::string ForeignFile(const std::filesystem::path& path, std::int32_t serial) {
   FileInfo info;
-  if (!ReadInfo(path, &info)) {
-    return {};
+  if (const auto found = ExistenceFrom(ReadInfo(path, &info)); found != Existence::kThere) {
+    return found == Existence::kNotThere ? std::string() : "a file that cannot be looked at";
   }
   if (info.kind == FileKind::kFolder) {
     return "a folder";

@@ -58,8 +58,7 @@ std::filesystem::path FdemForm::Path() const {
 }
 
 bool FdemForm::MayReplace(const std::filesystem::path& path) const {
-  std::error_code error;
-  return model_.Text(kPath) == chosen_ || !std::filesystem::exists(path, error) ||
+  return model_.Text(kPath) == chosen_ || IsTaken(path) == Existence::kNotThere ||
          prompts_->AskToLose("Orvane", PathText(path) + " exists already. Replace it?") ==
              Answer::kYes;
 }

@@ -19,6 +19,9 @@ BatchResult ListSchedule(BatchTask& task) {
   if (!read.error.empty()) {
     return BatchFailed(read.error);
   }
+  if (read.rows.empty()) {
+    return BatchFailed(read.refusal.empty() ? "no record" : "no record; " + read.refusal);
+  }
   const std::filesystem::path& to = task.Outputs()[0];
   TextFile out;
   if (const std::string reason = out.Open(to); !reason.empty()) {

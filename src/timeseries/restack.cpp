@@ -164,8 +164,8 @@ BatchResult RestackFile(BatchTask& task, Shared* shared) {
   if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
     return OpenFailed(task.Input(), reason);
   }
-  const std::uint64_t end = in.Size();
-  const TsWalker walker(&in, TsHeaderSize::kFull, end);
+  const TsWalker walker(&in, TsHeaderSize::kFull);
+  const std::uint64_t end = walker.End();
   LeaveOut leave_out = shared->Options().leave_out;
   RestackPlan plan(walker, leave_out);
   if (!leave_out.bad && shared->LeavesOut(plan, task)) {

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <exception>
-#include <system_error>
 #include <thread>
 #include <vector>
 
+#include "core/file_io.h"
 #include "timeseries/sample_decoder.h"
 
 namespace orvane {
@@ -100,7 +100,7 @@ std::string AddRecords(BatchTask* task, const RandomFile& in, std::uint64_t end,
             }
           });
     } catch (const std::exception& error) {  // no memory
-      errors[share] = error.what();
+      errors[share] = ReasonOf(error);
     }
   };
   std::vector<std::jthread> helpers;
@@ -109,8 +109,8 @@ std::string AddRecords(BatchTask* task, const RandomFile& in, std::uint64_t end,
     for (; share < shares; ++share) {
       helpers.emplace_back(add, share);
     }
-  } catch (const std::system_error&) {
-    // The system has no more threads to give: this one does what is left.
+  } catch (const std::exception&) {
+    // The system has no more threads or memory to give: this one does what is left.
   }
   for (add(0); share < shares; ++share) {
     add(share);

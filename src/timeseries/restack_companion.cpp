@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/restack_companion.h"
 
-#include <system_error>
+#include <cerrno>
 
 #include "core/file_io.h"
 #include "core/find_file.h"
@@ -11,25 +11,18 @@
 namespace orvane {
 namespace {
 
-// A link that leads nowhere takes a name as well.
-bool IsTaken(const std::filesystem::path& path) {
-  std::error_code error;
-  return std::filesystem::symlink_status(path, error).type() !=
-         std::filesystem::file_type::not_found;
-}
-
-// Where the table stands, or would stand. Empty for too short a name.
-std::filesystem::path TableOf(const std::filesystem::path& waveform) {
+// Where the table is, or would be. Empty for too short a name.
+std::filesystem::path TableOf(const std::filesystem::path& waveform, std::string* error) {
   const std::string name = CompanionName(PathText(waveform));
-  return name.empty() ? std::filesystem::path() : FindInAnyCase(PathOf(name));
+  return name.empty() ? std::filesystem::path() : FindInAnyCase(PathOf(name), error);
 }
 
 std::string WhyUnreadable(const std::filesystem::path& table) {
   FileInfo info;
-  if (ReadInfo(table, &info) && info.kind != FileKind::kRegular) {
-    return "it is no file";
+  if (!ReadInfo(table, &info)) {
+    return SystemReason(errno);
   }
-  return InFile().Open(table);
+  return info.kind == FileKind::kRegular ? InFile().Open(table) : "it is no file";
 }
 
 }  // namespace
@@ -37,7 +30,11 @@ std::string WhyUnreadable(const std::filesystem::path& table) {
 std::string CompanionNote(const std::filesystem::path& waveform) {
   TsCompanion companion;
   TblReport report;
-  const auto table = TableOf(waveform);
+  std::string error;
+  const auto table = TableOf(waveform, &error);
+  if (!error.empty()) {
+    return error;
+  }
   if (table.empty() || companion.Load(table, &report) != kOk || !companion.IsOldVersion()) {
     return report.read_error.empty() ? report.read_error : report.message;
   }
@@ -49,16 +46,21 @@ CompanionCopy CopyCompanion(const std::filesystem::path& waveform,
                             const std::filesystem::path& stack,
                             const std::set<std::filesystem::path>& replaceable) {
   CompanionCopy copy;
-  const auto from = TableOf(waveform);
-  const auto to = TableOf(stack);
-  if (from.empty() || to.empty() || !IsTaken(from)) {
+  const auto from = TableOf(waveform, &copy.error);
+  const auto to = TableOf(stack, &copy.error);
+  if (!copy.error.empty() || from.empty() || to.empty() || IsTaken(from) == Existence::kNotThere) {
     return copy;
   }
   if (const std::string reason = WhyUnreadable(from); !reason.empty()) {
     copy.note = FileMessage(from, "not copied beside the stack: " + reason);
     return copy;
   }
-  if (IsTaken(to) && !replaceable.contains(to)) {
+  const Existence found = IsTaken(to);
+  if (found == Existence::kCannotTell) {
+    copy.error = FileMessage(to, SystemReason(errno));
+    return copy;
+  }
+  if (found == Existence::kThere && !replaceable.contains(to)) {
     if (!HaveSameBytes(from, to)) {
       copy.note = FileMessage(to,
                               "is another table than the waveform's and stays: names and units "

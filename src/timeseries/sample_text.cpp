@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#include <system_error>
+#include <exception>
 
 #include "core/wire.h"
 #include "timeseries/sample_decoder.h"
@@ -47,6 +47,8 @@ void PutSample(std::int32_t sample, char* to) {
 
 SampleText::SampleText(OutFile* out, bool has_thread) : out_(out), piece_(pieces_.data()) {
   piece_->bytes.resize(kPiece);
+  free_.reserve(pieces_.size());
+  full_.reserve(pieces_.size());
   if (has_thread) {
     for (Piece* piece = piece_ + 1; piece != pieces_.data() + pieces_.size(); ++piece) {
       piece->bytes.resize(kPiece);
@@ -54,13 +56,13 @@ SampleText::SampleText(OutFile* out, bool has_thread) : out_(out), piece_(pieces
     }
     try {
       writer_ = std::jthread([this] { WritePieces(); });
-    } catch (const std::system_error&) {
-      // The system has no more threads to give: this one writes.
+    } catch (const std::exception&) {
+      // The system has no more threads or memory to give: this one writes.
     }
   }
 }
 
-SampleText::~SampleText() { static_cast<void>(Finish()); }
+SampleText::~SampleText() { EndWriter(); }
 
 bool SampleText::HasFailed() const {
   const std::lock_guard lock(mutex_);
@@ -80,13 +82,20 @@ void SampleText::WritePieces() {
       return;
     }
     Piece* piece = full_.front();
-    full_.pop_front();
+    full_.erase(full_.begin());
     const bool has_failed = !error_.empty();
     lock.unlock();
-    const std::string error =
-        has_failed ? "" : out_->Write(std::as_bytes(std::span(piece->bytes).first(piece->used)));
+    std::string error;
+    try {
+      error = has_failed ? error
+                         : out_->Write(std::as_bytes(std::span(piece->bytes).first(piece->used)));
+    } catch (const std::exception& thrown) {  // no memory
+      error = ReasonOf(thrown);
+    }
     lock.lock();
-    error_ = error_.empty() ? error : error_;
+    if (error_.empty()) {
+      error_.swap(error);
+    }
     free_.push_back(piece);
     changed_.notify_all();
   }
@@ -105,14 +114,19 @@ void SampleText::Flush() {
     full_.push_back(piece_);
     changed_.notify_all();
     changed_.wait(lock, [this] { return !free_.empty(); });
-    piece_ = free_.front();
-    free_.pop_front();
+    piece_ = free_.back();
+    free_.pop_back();
   }
   piece_->used = 0;
 }
 
 std::string SampleText::Finish() {
   Flush();
+  EndWriter();
+  return error_;
+}
+
+void SampleText::EndWriter() {
   if (writer_.joinable()) {
     {
       const std::lock_guard lock(mutex_);
@@ -121,7 +135,6 @@ std::string SampleText::Finish() {
     changed_.notify_all();
     writer_.join();
   }
-  return error_;
 }
 
 void SampleText::Text(std::string_view text) {

@@ -6,7 +6,6 @@
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -50,6 +49,7 @@ class SampleText {
   void LayOut(std::size_t channels, std::size_t scans);
   void Flush();
   void WritePieces();
+  void EndWriter();
   void Fail(const std::string& error);
 
   OutFile* out_;
@@ -59,8 +59,8 @@ class SampleText {
 
   mutable std::mutex mutex_;
   std::condition_variable changed_;
-  std::deque<Piece*> free_;
-  std::deque<Piece*> full_;
+  std::vector<Piece*> free_;  // with room for all pieces, so that the threads need no memory
+  std::vector<Piece*> full_;  // in order
   std::string error_;
   bool is_at_end_ = false;
   std::jthread writer_;  // last: ends before what it works on

@@ -70,10 +70,13 @@ BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
   if (!in.Error().empty()) {
     return BatchFailed(in.Error());
   }
+  if (records == 0) {
+    return NoRecord(in.IsCut() ? in.Offset() : 0);
+  }
   if (const std::string reason = out.Commit(); !reason.empty()) {
     return BatchFailed(FileMessage(path, reason));
   }
-  std::string note = records == 0 ? "no whole record" : OtherDomainNote(others, records, domain);
+  std::string note = OtherDomainNote(others, records, domain);
   if (in.IsCut()) {
     note.append(note.empty() ? "" : ", ").append(CutRecordNote(in.Offset()));
   }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/ts_file.h"
 
-#include <system_error>
-
 #include "core/ascii.h"
 #include "core/file_io.h"
 #include "core/find_file.h"
@@ -16,11 +14,11 @@ namespace {
 std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
 
 bool FillsTheFile(const RandomFile& file, TsHeaderSize header_size) {
-  TsWalker walker(&file, header_size, file.Size());
+  TsWalker walker(&file, header_size);
   TsPlace place;
   while (walker.Next(&place)) {
   }
-  return walker.Error().empty() && place.next == file.Size();
+  return walker.Error().empty() && place.next == walker.End();
 }
 
 }  // namespace
@@ -54,7 +52,12 @@ bool TsFile::LoadCompanion(std::string* reason) {
     *reason = FileMessage(path_, "too short a name for a companion table");
     return false;
   }
-  companion_path_ = FindInAnyCase(companion_path_);
+  std::string error;
+  companion_path_ = FindInAnyCase(companion_path_, &error);
+  if (!error.empty()) {
+    *reason = error;
+    return false;
+  }
   TblReport report;
   const bool is_loaded = companion_.Load(companion_path_, &report) == kOk;
   *reason = report.message;
@@ -62,8 +65,7 @@ bool TsFile::LoadCompanion(std::string* reason) {
 }
 
 void TsFile::NoteMissing(const std::string& reason, bool guesses_headers) {
-  std::error_code error;
-  const bool is_there = companion_path_ != path_ && std::filesystem::exists(companion_path_, error);
+  const bool is_there = companion_path_ != path_ && Exists(companion_path_) != Existence::kNotThere;
   companion_note_ =
       "raw counts, " +
       (is_there ? "table not used: " + reason : "no table " + PathText(companion_path_.filename()));

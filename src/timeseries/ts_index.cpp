@@ -15,7 +15,7 @@ void TsIndex::Thin() {
 std::string TsIndex::Build(const RandomFile& file, TsHeaderSize header_size) {
   *this = {};
   header_size_ = header_size;
-  TsWalker walker(&file, header_size, file.Size());
+  TsWalker walker(&file, header_size);
   TsPlace place;
   while (walker.Next(&place)) {
     if (count_ % stride_ == 0) {
@@ -36,10 +36,10 @@ std::string TsIndex::Build(const RandomFile& file, TsHeaderSize header_size) {
 
 TsWalker TsIndex::WalkFrom(const RandomFile& file, std::uint64_t number) const {
   if (count_ == 0) {
-    return {&file, header_size_, 0};
+    return {&file, header_size_, std::uint64_t{0}};
   }
   const std::size_t note = NoteOf(number);
-  return {&file, header_size_, file.Size(), notes_[note].offset, note * stride_ + 1};
+  return {&file, header_size_, TsStart{notes_[note].offset, note * stride_ + 1}};
 }
 
 std::optional<TsPlace> TsIndex::Find(const RandomFile& file, std::uint64_t number,

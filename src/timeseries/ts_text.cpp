@@ -58,9 +58,10 @@ class TextExport {
       : task_(task), header_size_(header_size), text_(out, task->Threads() > 1) {}
 
   BatchResult Run(const RandomFile& in) {
-    TsWalker walker(&in, header_size_, in.Size());
+    TsWalker walker(&in, header_size_);
     TsPlace place;
     std::uint64_t cut_record = 0;
+    std::uint64_t whole = 0;
     while (!task_->Stopped() && !text_.HasFailed() && error_.empty() && walker.Next(&place)) {
       text_.Text(HeaderText(place.header, header_size_ == TsHeaderSize::kBand));
       const bool is_whole = PutSamples(in, place);
@@ -69,6 +70,7 @@ class TextExport {
         cut_record = place.number;
         break;
       }
+      ++whole;
     }
     const std::string write_error = text_.Finish();
     error_ = error_.empty() ? walker.Error() : error_;
@@ -80,6 +82,10 @@ class TextExport {
     }
     if (!write_error.empty()) {
       return BatchFailed(FileMessage(task_->Outputs()[0], write_error));
+    }
+    if (whole == 0) {
+      return BatchFailed(cut_record == 0 ? "no record"
+                                         : "no record: the file ends within the first");
     }
     return BatchDone(task_->Outputs(), cut_record == 0 ? "" : CutNote(cut_record, place.offset));
   }

@@ -23,28 +23,39 @@ struct TsPlace {
   bool is_cut = false;           ///< the file ends within the samples
 };
 
+/// Where a walk begins: the header of record `number`.
+struct TsStart {
+  std::uint64_t offset = 0;
+  std::uint64_t number = 1;
+};
+
 /// Goes from header to header without reading what lies between. A record counts as soon as its
 /// header is whole; after one that is cut there is none.
 class TsWalker {
  public:
-  /// Starts at `offset`, where the header of record `number` stands. The file is taken to end at
-  /// `end`, so that one that grows is walked to an end.
-  TsWalker(const RandomFile* file, TsHeaderSize header_size, std::uint64_t end,
-           std::uint64_t offset = 0, std::uint64_t number = 1)
-      : file_(file), header_size_(header_size), end_(end), offset_(offset), number_(number) {}
+  /// The file is taken to end at `end`, so that one that grows is walked to an end.
+  TsWalker(const RandomFile* file, TsHeaderSize header_size, std::uint64_t end)
+      : file_(file), header_size_(header_size), end_(end) {}
+  /// To the end that the file has now. Where that cannot be told there is no record, but `Error()`.
+  TsWalker(const RandomFile* file, TsHeaderSize header_size, TsStart start = {})
+      : file_(file), header_size_(header_size), offset_(start.offset), number_(start.number) {
+    end_ = file->Size(&error_);
+  }
 
   bool Next(TsPlace* place);
   /// What kept the headers from being read to the end; mostly empty.
   const std::string& Error() const { return error_; }
+  /// Where the file is taken to end.
+  std::uint64_t End() const { return end_; }
 
  private:
   bool ReadHeader(TsHeader* header);
 
   const RandomFile* file_;
   TsHeaderSize header_size_;
-  std::uint64_t end_;
-  std::uint64_t offset_;
-  std::uint64_t number_;
+  std::uint64_t end_ = 0;
+  std::uint64_t offset_ = 0;
+  std::uint64_t number_ = 1;
   bool is_at_end_ = false;
   // Headers that stand close together are read many at a time.
   std::vector<std::byte> window_;

@@ -94,7 +94,9 @@ TEST_F(EveryConversion, ACallThatFailsIsToldAndLeavesWholeFiles) {
           break;
         }
         ++faults;
-        EXPECT_TRUE(TellsOfFault(result.text)) << result.text;
+        const bool may_not_matter = kind == Disk::kLock || kind == Disk::kLook;
+        EXPECT_TRUE(TellsOfFault(result.text) || (may_not_matter && result.IsDone()))
+            << result.text;
         // With what was made beside the outputs, and nothing that a good run does not make.
         for (const auto& output : fs::directory_iterator(out.Path())) {
           const std::string found = ReadAll(output);
@@ -108,7 +110,8 @@ TEST_F(EveryConversion, ACallThatFailsIsToldAndLeavesWholeFiles) {
           EXPECT_TRUE(fs::exists(output)) << output;
         }
       }
-      EXPECT_TRUE(faults > 0 || kind == Disk::kResize) << "call " << call << " of " << work.name;
+      EXPECT_TRUE(faults > 0 || kind == Disk::kResize || kind == Disk::kList)
+          << "call " << call << " of " << work.name;
     }
   }
 }
@@ -168,22 +171,25 @@ const std::vector<Reader>& Readers() {
   return readers;
 }
 
-TEST_F(EveryConversion, NoReaderTakesAReadThatFailsForTheEnd) {
+TEST_F(EveryConversion, NoReaderTakesACallThatFailsForTheEnd) {
   for (const Reader& reader : Readers()) {
-    int faults = 0;
-    for (int n = 1; n > faults; ++n) {
-      SCOPED_TRACE(std::string(reader.name) + ", read " + std::to_string(n));
-      Disk disk;
-      disk.Fail(Disk::kRead, EIO, n, n);
-      const std::string told = reader.read(Survey(reader.file));
-      if (Disk::Count(Disk::kRead) < n) {
-        EXPECT_EQ(told, "");
-        break;
+    for (const Disk::Call call : {Disk::kRead, Disk::kLook}) {
+      int faults = 0;
+      for (int n = 1; n > faults; ++n) {
+        SCOPED_TRACE(std::string(reader.name) + ", call " + std::to_string(call) + " number " +
+                     std::to_string(n));
+        Disk disk;
+        disk.Fail(call, EIO, n, n);
+        const std::string told = reader.read(Survey(reader.file));
+        if (Disk::Count(call) < n) {
+          EXPECT_EQ(told, "");
+          break;
+        }
+        ++faults;
+        EXPECT_TRUE(TellsOfFault(told) || told.starts_with("Failed to ")) << told;
       }
-      ++faults;
-      EXPECT_TRUE(TellsOfFault(told) || told.starts_with("Failed to read calbration")) << told;
+      EXPECT_GT(faults, 0) << reader.name;
     }
-    EXPECT_GT(faults, 0) << reader.name;
   }
 }
 

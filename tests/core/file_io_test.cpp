@@ -168,7 +168,7 @@ TEST_F(OutFileTest, RemovesWhatKilledProgramsLeftAndNothingElse) {
     others.push_back(std::make_unique<OutFile>());
     EXPECT_EQ(others.back()->Open(target), "");
   }
-  EXPECT_EQ(WriteFile(target, Bytes("one too many")), "Device or resource busy");
+  EXPECT_EQ(WriteFile(target, Bytes("one too many")), "is being changed by another program");
   others.clear();
   EXPECT_EQ(WriteFile(target, Bytes("again")), "");
   EXPECT_EQ(ReadAll(target), "again");
@@ -185,7 +185,7 @@ TEST_F(OutFileTest, WhatTookTheNewFilesPlaceIsNotTakenForIt) {
   EXPECT_EQ(file.Write(Bytes("new")), "");
   fs::remove(beside);
   WriteAll(beside, "another's, half");
-  EXPECT_EQ(file.Commit(), "Resource temporarily unavailable");
+  EXPECT_EQ(file.Commit(), "another program has removed what was written for it");
   EXPECT_EQ(ReadAll(dir_ / "a"), "old");
 }
 
@@ -195,7 +195,7 @@ TEST_F(OutFileTest, InPlaceOneProgramAtATime) {
   ASSERT_EQ(TryLock(other), Lock::kTaken);
   FailingDisk disk;
   disk.Fail(FailingDisk::kCreate, EACCES);
-  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "another program is saving it");
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "is being changed by another program");
   EXPECT_EQ(ReadAll(dir_ / "a"), "old");
   close(other);
   EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "");
@@ -243,7 +243,7 @@ TEST_F(OutFileTest, WhatTookTheTargetsPlaceMeanwhileIsNotLost) {
   EXPECT_EQ(save_when([this] { WriteAll(dir_ / "a", "another's"); }), "");
   EXPECT_EQ(ReadAll(dir_ / "a"), "new") << "a file is saved over";
 
-  const std::string refused = "something that is no file took its place meanwhile";
+  const std::string refused = "it has become a folder, a device or a link while it was written";
   EXPECT_EQ(save_when([this] { fs::create_directory(dir_ / "a"); }), refused);
   fs::remove(dir_ / "a");
   EXPECT_EQ(save_when([this] { fs::create_symlink("/dev/null", dir_ / "a"); }), refused);
@@ -252,7 +252,7 @@ TEST_F(OutFileTest, WhatTookTheTargetsPlaceMeanwhileIsNotLost) {
   FailingDisk disk;
   disk.Fail(FailingDisk::kCreate, EACCES);
   EXPECT_EQ(save_when([this] { WriteAll(dir_ / "a", "another's"); }),
-            "another file took its place meanwhile")
+            "another file took its place while it was written")
       << "in place the bytes would go to a file without a name";
   EXPECT_EQ(ReadAll(dir_ / "a"), "another's");
   EXPECT_EQ(dir_.Count(), 1U);

@@ -54,8 +54,8 @@ TEST(TblListing, WritesNothingForWhatIsNoTable) {
     EXPECT_EQ(ReadAll(dir / "a.txt"), "old");
   }
   WriteAll(dir / "a.tbl", HeaderV2());
-  EXPECT_EQ(RunOne(TblListing(), dir / "a.tbl").text, "no whole record, holds 0 of 719 parameters");
-  EXPECT_EQ(ReadAll(dir / "a.txt"), "");
+  EXPECT_EQ(RunOne(TblListing(), dir / "a.tbl").text, "no record");
+  EXPECT_EQ(ReadAll(dir / "a.txt"), "old");
 }
 
 class TblToV1 : public ::testing::Test {
@@ -80,7 +80,7 @@ class TblToV1 : public ::testing::Test {
 TEST_F(TblToV1, LeavesBothVersions) {
   WriteAll(dir_ / "BOX.TBL", file_);
   EXPECT_EQ(RunOne(TblToVersion1(ParamTable()), dir_ / "BOX.TBL").text,
-            "holds 5 of 719 parameters");
+            "only 5 of 719 records are taken from it, the other values from the table before it");
   EXPECT_EQ(Version("BOX.TB2") + Version("BOX.TBL"), "21");
   EXPECT_EQ(Value("BOX.TB2", "TBVO") + Value("BOX.TBL", "TBVO"), "21");
   EXPECT_EQ(Value("BOX.TB2", "CMPY"), "");
@@ -121,23 +121,25 @@ TEST_F(TblToV1, CarriesTheTableFromFileToFile) {
   const std::string record = RecordV1("SITN", 0, 2, "old box");
   WriteAll(dir_ / "A.TBL", file_);
   WriteAll(dir_ / "B.TBL", "no table");
+  WriteAll(dir_ / "Z.TBL", HeaderV2() + std::string(std::size_t{40} * 64, '\0'));
   WriteAll(dir_ / "C.TBL", record + EndV1(record));
   std::filesystem::create_directory(dir_ / "out");
   Batch batch({TblToVersion1(ParamTable()),
-               {dir_ / "A.TBL", dir_ / "B.TBL", dir_ / "C.TBL"},
+               {dir_ / "A.TBL", dir_ / "B.TBL", dir_ / "C.TBL", dir_ / "Z.TBL"},
                dir_ / "out",
                4});
   batch.Start();
   batch.Wait();
   EXPECT_EQ(batch.Result(1)->status, BatchStatus::kLeftAlone);
   EXPECT_EQ(batch.Result(1)->text, "too short for a TBL file (173)");
-  EXPECT_EQ(
-      batch.Result(2)->text,
-      "already version 1: longer keys come from the table before it; holds 1 of 719 parameters");
+  EXPECT_EQ(batch.Result(2)->text,
+            "already version 1: longer keys come from the table before it; only 1 of 285 records "
+            "are taken from it, the other values from the table before it");
+  EXPECT_EQ(batch.Result(3)->text, "no parameter is taken from it; it is left as it was");
   EXPECT_EQ(Value("out/C.TB2", "TECH") + Value("out/C.TB2", "CMPY1"), "3a company");
   EXPECT_EQ(Value("out/C.TBL", "SITN") + Value("out/C.TBL", "TBVI"), "old box1");
   EXPECT_EQ(ReadAll(dir_ / "A.TBL"), file_);
-  EXPECT_EQ(dir_.Count(), 4U);
+  EXPECT_EQ(dir_.Count(), 5U);
 }
 
 TEST_F(TblToV1, CarriesInTheOrderOfTheListWhateverSharesAnOutput) {

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "core/file_system.h"
 
@@ -17,8 +18,23 @@ namespace orvane::testing {
 /// reach the system, except that nothing waits for the disk.
 class FailingDisk {
  public:
-  enum Call { kOpen, kCreate, kWrite, kResize, kSync, kClose, kRename, kSyncFolder, kCalls };
-  static constexpr Call kRead = kCalls;  ///< of whatever reader
+  /// First those of the writer, then those of whoever looks at files or reads them.
+  enum Call {
+    kOpen,
+    kCreate,
+    kWrite,
+    kResize,
+    kSync,
+    kClose,
+    kRename,
+    kSyncFolder,
+    kLock,
+    kLook,
+    kList,
+    kRead,
+    kMakeFolder,
+    kCalls
+  };
 
   FailingDisk() : FailingDisk(WriterCalls()) {}
   FailingDisk(const FailingDisk&) = delete;
@@ -37,7 +53,8 @@ class FailingDisk {
   void WriteShort() { writes_short_ = true; }
 
   static int Count(Call call) { return counts_[call]; }
-  /// The writer's calls of one thread in their order, a letter of "ocwrsxmf" for each `Call`.
+  /// The writer's calls of one thread in their order, but for locks: a letter of "ocwrsxmf" for
+  /// each.
   static const std::string& Order() { return order_; }
 
  private:
@@ -57,27 +74,40 @@ class FailingDisk {
       count = 0;
     }
     writes_short_ = false;
-    WriterCalls() = {[](const Path& path) { return Fails(kOpen) ? -1 : system_.open(path); },
-                     [](const Path& path) { return Fails(kCreate) ? -1 : system_.create(path); },
-                     Write,
-                     [](int handle, std::uint64_t size) {
-                       return Fails(kResize) ? -1 : system_.resize(handle, size);
-                     },
-                     [](int) { return Fails(kSync) ? -1 : 0; },
-                     [](int handle) {
-                       const int result = system_.close(handle);
-                       return Fails(kClose) ? -1 : result;
-                     },
-                     [](const Path& from, const Path& to) {
-                       return Fails(kRename) ? -1 : system_.rename(from, to);
-                     },
-                     [](const Path&) { return Fails(kSyncFolder) ? -1 : 0; }};
-    ReaderCalls() = {[](int handle, std::span<std::byte> bytes) {
-                       return Fails(kRead) ? -1 : reads_.some(handle, bytes);
-                     },
-                     [](int handle, std::uint64_t offset, std::span<std::byte> bytes) {
-                       return Fails(kRead) ? -1 : reads_.some_at(handle, offset, bytes);
-                     }};
+    WriterCalls() = {
+        [](const Path& path) { return Fails(kOpen) ? -1 : system_.open(path); },
+        [](const Path& path) { return Fails(kCreate) ? -1 : system_.create(path); },
+        Write,
+        [](int handle, std::uint64_t size) {
+          return Fails(kResize) ? -1 : system_.resize(handle, size);
+        },
+        [](int) { return Fails(kSync) ? -1 : 0; },
+        [](int handle) {
+          const int result = system_.close(handle);
+          return Fails(kClose) ? -1 : result;
+        },
+        [](const Path& from, const Path& to) {
+          return Fails(kRename) ? -1 : system_.rename(from, to);
+        },
+        [](const Path&) { return Fails(kSyncFolder) ? -1 : 0; },
+        [](const Path& folder) { return Fails(kMakeFolder) ? -1 : system_.make_folder(folder); },
+        [](int handle) { return Fails(kLock) ? Lock::kUnknown : system_.lock(handle); },
+        system_.gives_up};
+    ReaderCalls() = {
+        [](const Path& path, FileInfo* info) { return !Fails(kLook) && reads_.info(path, info); },
+        [](int handle, FileInfo* info) { return !Fails(kLook) && reads_.info_of(handle, info); },
+        [](const Path& path, FileInfo* info) {
+          return !Fails(kLook) && reads_.link_info(path, info);
+        },
+        [](const Path& folder, std::vector<Path>* names) {
+          return !Fails(kList) && reads_.list(folder, names);
+        },
+        [](int handle, std::span<std::byte> bytes) {
+          return Fails(kRead) ? -1 : reads_.some(handle, bytes);
+        },
+        [](int handle, std::uint64_t offset, std::span<std::byte> bytes) {
+          return Fails(kRead) ? -1 : reads_.some_at(handle, offset, bytes);
+        }};
   }
 
   static std::ptrdiff_t Write(int handle, const void* bytes, std::size_t size) {
@@ -92,7 +122,7 @@ class FailingDisk {
 
   static bool Fails(Call call) {
     const int number = ++counts_[call];
-    if (call != kRead) {
+    if (call < kLock) {
       order_ += "ocwrsxmf"[call];
     }
     const Rule& rule = rules_[call];
@@ -106,8 +136,8 @@ class FailingDisk {
   // A batch writes from a thread of its own, and some readers read from several.
   static inline FileCalls system_{};
   static inline ReadCalls reads_{};
-  static inline std::array<Rule, kCalls + 1> rules_{};
-  static inline std::array<std::atomic<int>, kCalls + 1> counts_{};
+  static inline std::array<Rule, kCalls> rules_{};
+  static inline std::array<std::atomic<int>, kCalls> counts_{};
   static inline std::string order_;
   static inline bool writes_short_ = false;
 };

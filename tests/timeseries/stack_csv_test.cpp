@@ -96,7 +96,10 @@ TEST(StackCsv, ACutFileKeepsItsWholeRecords) {
   const std::string line = Csv(StackDomain::kTime, record);
   EXPECT_EQ(Csv(StackDomain::kTime, record + record.substr(1), &result), line);
   EXPECT_NE(result.text.find("offset 106 "), std::string::npos) << result.text;
-  EXPECT_EQ(Csv(StackDomain::kTime, "", &result) + result.text, "no whole record");
+  Csv(StackDomain::kTime, "", &result);
+  EXPECT_EQ(result.text, "no record");
+  Csv(StackDomain::kTime, record.substr(1), &result);
+  EXPECT_EQ(result.text, "no record");
 }
 
 }  // namespace

@@ -188,15 +188,22 @@ TEST(TsText, ByteForByte) {
   EXPECT_EQ(Convert(TsText(), "A.TS3", band.Bytes()).bytes,
             HeaderLines("2       ", "0       ", "") + "\n\n");
   // The cut record has the samples that are there, on a line that ends; nothing follows it.
-  const Outcome cut = Convert(TsText(), "A.TSS", record.Bytes().substr(0, 252 + 11));
-  EXPECT_EQ(cut.bytes, HeaderLines("2       ", "2       ", kFour) +
+  const std::string start = record.Bytes().substr(0, 252 + 11);
+  const Outcome cut = Convert(TsText(), "A.TSS", record.Bytes() + start);
+  EXPECT_EQ(cut.bytes, two + HeaderLines("2       ", "2       ", kFour) +
                            "                1          -8388608 \n"
                            "          8388607 \n");
   EXPECT_EQ(cut.result.status, BatchStatus::kDoneWithNote);
-  EXPECT_EQ(Convert(TsText(), "A.TSS", record.Header()).bytes,
-            HeaderLines("2       ", "2       ", kFour));
-  EXPECT_EQ(Convert(TsText(), "A.TSS", TsBytes{.width = 0, .scans = 1}.Bytes() + two).bytes,
-            HeaderLines("1       ", "1       ", kFour));
+  EXPECT_EQ(Convert(TsText(), "A.TSS", record.Bytes() + record.Header()).bytes,
+            two + HeaderLines("2       ", "2       ", kFour));
+  const std::string no_width = TsBytes{.width = 0, .scans = 1}.Bytes();
+  EXPECT_EQ(Convert(TsText(), "A.TSS", record.Bytes() + no_width + two).bytes,
+            two + HeaderLines("1       ", "1       ", kFour));
+  for (const std::string& bytes : {std::string(), record.Header().substr(1), start, no_width}) {
+    const Outcome none = Convert(TsText(), "A.TSS", bytes);
+    EXPECT_EQ(none.bytes, "nothing");
+    EXPECT_TRUE(none.result.text.starts_with("no record")) << none.result.text;
+  }
   EXPECT_EQ(Convert(TsText(TsHeaderSize::kOld), "A.TSS",
                     TsBytes{.samples = {70000}, .width = 2, .header_size = 196}.Bytes())
                 .bytes,
