@@ -89,7 +89,8 @@ void FuzzTimeSeriesText(Bytes input) {
   const std::size_t choice = TakeByte(&input);
   const auto path = PutFile(choice % 4 == 3 ? "B.TS3" : "B.TSS", input);
   const Conversion text = TsText(choice % 4 == 1 ? TsHeaderSize::kOld : TsHeaderSize::kFull);
-  Require(Convert(text, path, PathOf("b.txt")).IsDone(), "any bytes become text");
+  const BatchResult result = Convert(text, path, PathOf("b.txt"));
+  Require(result.IsDone() || result.text.starts_with("no record"), "any record becomes text");
 }
 
 void FuzzRestack(Bytes input) {

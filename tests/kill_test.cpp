@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Ends the command-line tool with SIGKILL in the middle of saves, runs for several boxes and
 // conversions. Every file under its final name must be whole, and the next run must leave nothing
-// but its results.
+// but its results. Then pairs of programs change the same table at once: both changes must be in
+// it.
 //
-//   orvane_kill_test [KILLS [SEED]]
+//   orvane_kill_test [KILLS [SEED [PAIRS]]]
 //
-// Without a number 500 kills, or as many as 35 seconds allow.
+// Without a number 500 kills, or as many as 35 seconds allow, and 100 pairs.
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/inotify.h>
@@ -262,6 +263,44 @@ std::vector<Work> AllWork(const TempDir& dir) {
   return all;
 }
 
+// Two programs that change different keys of a table, in a folder of the user's own and in one that
+// others may write to, where no lock keeps them apart.
+void ChangeAtOnce(const TempDir& dir, int pairs) {
+  for (int i = 0; i < pairs; ++i) {
+    const fs::path folder = dir / (i % 2 == 0 ? "own" : "shared");
+    fs::create_directory(folder);
+    fs::permissions(folder, i % 2 == 0 ? fs::perms::owner_all : fs::perms::all);
+    const fs::path table = folder / "a.tbl";
+    if (i < 2) {
+      fs::copy(dir / "1.tbl", table);
+    }
+    const std::string value = std::to_string(1000 + i);
+    const pid_t one = Start({"table", "set", table, "SITE=" + value});
+    const pid_t other = i % 5 == 4 ? Start({"table", "to-v1", table})
+                                   : Start({"table", "set", table, "LINE=" + value});
+    if (Wait(one) != 0 || Wait(other) != 0) {
+      Stop("a program beside another failed");
+    }
+    const std::string bytes = ReadAll(table);
+    const auto count = [&bytes, &value] {
+      std::size_t found = 0;
+      for (std::size_t at = bytes.find(value); at != std::string::npos;
+           at = bytes.find(value, at + 1)) {
+        ++found;
+      }
+      return found;
+    };
+    if (count() < (i % 5 == 4 ? 1U : 2U)) {
+      Stop("a change is lost in " + folder.string());
+    }
+    for (const auto& [name, content] : Snapshot(folder)) {
+      if (IsTemporary(name)) {
+        Stop("a temporary file is left in " + folder.string());
+      }
+    }
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -287,6 +326,9 @@ int main(int argc, char** argv) {
     std::printf("%s: %d kills, %d left a temporary file, %d came between two files\n", work.name,
                 work.kills, work.temporaries, work.mixed);
   }
+  const int pairs = argc > 3 ? std::atoi(argv[3]) : 100;
+  ChangeAtOnce(dir, pairs);
+  std::printf("%d pairs of changes at once: none lost\n", pairs);
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start);
   std::printf("%d kills in %d s: every file whole, every next run clean\n", done,
               static_cast<int>(seconds.count()));

@@ -122,9 +122,36 @@ bool BesideFile::CreateRandom(const std::filesystem::path& target) {
   return Make(target.parent_path() / PathOf(name));
 }
 
+// A target that is replaced takes its lock with it: only that of the file now there counts.
+bool BesideFile::LockTarget(const std::filesystem::path& target) {
+  const int handle = OpenToLock(target);
+  if (handle < 0) {
+    return true;  // nothing there to be changed, or nothing that could be locked
+  }
+  if (TryLock(handle) == Lock::kBusy || PlaceOf(handle, target) == Place::kElsewhere) {
+    CloseRead(handle);
+    errno = EBUSY;
+    return false;
+  }
+  target_lock_ = handle;
+  return true;
+}
+
+void BesideFile::FreeTarget() {
+  if (target_lock_ >= 0) {
+    const int error = errno;
+    CloseRead(std::exchange(target_lock_, -1));
+    errno = error;
+  }
+}
+
 bool BesideFile::CreateAlone(const std::filesystem::path& target) {
   if (!IsOwnFolder(target.parent_path())) {
-    return CreateRandom(target);
+    if (LockTarget(target) && CreateRandom(target)) {
+      return true;
+    }
+    FreeTarget();
+    return false;
   }
   const auto path = NameFor(target, 0);
   switch (RemoveLeftover(path)) {
@@ -219,6 +246,7 @@ void BesideFile::Release() {
   if (lock_ >= 0) {
     CloseRead(std::exchange(lock_, -1));
   }
+  FreeTarget();
   path_.clear();
 }
 

@@ -27,9 +27,11 @@ class BesideFile {
 
   /// Each false, with errno set, on failure.
   [[nodiscard]] bool Create(const std::filesystem::path& target);
-  /// Takes the first name only: EBUSY while another program has it. With random names it is as
-  /// `Create()`: they keep nobody away.
+  /// The same for one program at a time: EBUSY while another has the target so. The first of the
+  /// names stands for it; where names are random, a lock of the target itself.
   [[nodiscard]] bool CreateAlone(const std::filesystem::path& target);
+  /// Gives back the target's own lock, for those who are going to write it in place.
+  void FreeTarget();
   [[nodiscard]] bool Close();  ///< it stays ours
   /// ESTALE where another program has taken the file away.
   [[nodiscard]] bool MoveTo(const std::filesystem::path& target);
@@ -42,11 +44,13 @@ class BesideFile {
  private:
   bool Make(const std::filesystem::path& path);
   bool CreateRandom(const std::filesystem::path& target);
+  bool LockTarget(const std::filesystem::path& target);
   void Release();
 
   std::filesystem::path path_;  // empty: there is none
   int handle_ = -1;
   int lock_ = -1;
+  int target_lock_ = -1;
 };
 
 }  // namespace orvane

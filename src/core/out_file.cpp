@@ -253,6 +253,7 @@ std::string OutFile::CommitByCopying(int error) {
   if (std::string unread = ReadBack(beside_.Path(), &pending_); !unread.empty()) {
     return Fail(std::move(unread));
   }
+  beside_.FreeTarget();
   handle_ = WriterCalls().open(target_);
   if (handle_ < 0) {
     return Fail(error);
