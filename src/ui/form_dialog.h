@@ -49,6 +49,8 @@ class CFormDialog : public QDialog {
   /// A password gets a button that shows it; what OK would refuse, or a caution, stands in a line
   /// below the field.
   void AddRow(QFormLayout* form, int control);
+  /// The line of `AddRow()` for a layout of another kind: hidden while there is nothing to say.
+  QLabel* CautionOf(int control);
   /// A row with a line below that counts how much of the text's room is used.
   void AddCountedRow(QFormLayout* form, int control);
   /// A titled box with a row for each control; texts that may be typed longer than

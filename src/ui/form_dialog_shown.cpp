@@ -48,23 +48,31 @@ void CFormDialog::GrowToFit() {
   });
 }
 
-// Its line is made when there is something to say first.
-void CFormDialog::ShowCaution(int control, const QString& fault) {
-  const auto form = rows_.find(control);
-  const QString caution = fault.isEmpty() ? TextFromBytes(model_->Caution(control)) : fault;
+QLabel* CFormDialog::CautionOf(int control) {
   QLabel*& label = cautions_[control];
-  if (form == rows_.end() || (label == nullptr && caution.isEmpty())) {
-    return;
-  }
   if (label == nullptr) {
-    int row = 0;
-    form->second->getWidgetPosition(LabelOf(control), &row, nullptr);
     label = new QLabel(this);
     label->setObjectName(QStringLiteral("caution%1").arg(control));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
-    form->second->insertRow(row + 1, label);  // as wide as the row: some fields are narrow
+    label->hide();
   }
+  return label;
+}
+
+// Where a form has its row, its line is made when there is something to say first.
+void CFormDialog::ShowCaution(int control, const QString& fault) {
+  const QString caution = fault.isEmpty() ? TextFromBytes(model_->Caution(control)) : fault;
+  if (!cautions_.contains(control)) {
+    const auto form = rows_.find(control);
+    if (form == rows_.end() || caution.isEmpty()) {
+      return;
+    }
+    int row = 0;
+    form->second->getWidgetPosition(LabelOf(control), &row, nullptr);
+    form->second->insertRow(row + 1, CautionOf(control));  // as wide as the row: narrow fields
+  }
+  QLabel* label = CautionOf(control);
   QPalette colors = palette();
   colors.setColor(QPalette::WindowText, WarningColor(colors));
   label->setPalette(colors);

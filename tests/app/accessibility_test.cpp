@@ -294,15 +294,20 @@ TEST(Accessibility, EveryWindow) {
 constexpr auto kThemes = {Theme::kLight, Theme::kDark, Theme::kSunlight};
 
 TEST(Accessibility, TheCurrentCellStandsOutInAllThemesAndStyles) {
-  std::vector<std::pair<QStyle*, QPalette>> looks;
-  for (const Theme theme : kThemes) {
-    looks.emplace_back(QApplication::style(), ThemePalette(theme));
-  }
   std::vector<std::unique_ptr<QStyle>> styles;
+  std::vector<std::pair<QStyle*, QPalette>> looks;
+  const auto add = [&](std::unique_ptr<QStyle> style) {
+    looks.emplace_back(style.get(), style->standardPalette());
+    for (const Theme theme : kThemes) {
+      looks.emplace_back(style.get(), ThemePalette(theme));
+    }
+    styles.push_back(std::move(style));
+  };
+  add(std::make_unique<ThemeStyle>());
   for (const QString& name : QStyleFactory::keys()) {
-    styles.emplace_back(QStyleFactory::create(name));
-    looks.emplace_back(styles.back().get(), styles.back()->standardPalette());
+    add(std::unique_ptr<QStyle>(QStyleFactory::create(name)));
   }
+  ASSERT_GE(styles.size(), 3U) << "Fusion and Windows at least";
   for (const auto& [style, palette] : looks) {
     CGridCtrl grid;
     grid.setStyle(style);

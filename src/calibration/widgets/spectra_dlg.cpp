@@ -31,7 +31,7 @@ CSpectraDlg::CSpectraDlg(SpectraForm* form, Prompts* prompts, QWidget* parent)
   ResizeWithinScreen(this, sizeHint().expandedTo(QSize(880, 0)));
 }
 
-// Label, field, button, hint.
+// Label, field, button, hint; what is wrong below.
 void CSpectraDlg::AddRow(QGridLayout* rows, int control, QPushButton* behind) {
   const std::string_view text = SpectraForm::HintOf(control);
   const QString told = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -44,6 +44,7 @@ void CSpectraDlg::AddRow(QGridLayout* rows, int control, QPushButton* behind) {
     rows->addWidget(behind, row, 2);
   }
   rows->addWidget(new QLabel(told, this), row, 3);
+  rows->addWidget(CautionOf(control), row + 1, 1, 1, 3);
 }
 
 void CSpectraDlg::OnBrowse() {

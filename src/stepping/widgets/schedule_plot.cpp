@@ -150,10 +150,9 @@ void SchedulePlot::FollowTheme() {
   ThemePlot(plot_, palette(), font());
   nothing_->setColor(palette().color(QPalette::WindowText));
   nothing_->setFont(font());
-  constexpr double kWidth = 2;
-  const QColor line = StandOut(palette().color(QPalette::Highlight), palette());
-  frequency_->setPen(QPen(line, kWidth));
-  current_->setPen(QPen(line, kWidth));
+  const QPen line = TracePen(StandOut(palette().color(QPalette::Highlight), palette()));
+  frequency_->setPen(line);
+  current_->setPen(line);
 }
 
 void SchedulePlot::changeEvent(QEvent* event) {
