@@ -23,6 +23,7 @@
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
 #include "ui/qt_path.h"
+#include "waveform_drawing.h"
 
 namespace {
 
@@ -231,5 +232,6 @@ int main(int argc, char** argv) {
     TimeCursor(settings.path(), channels, false, &prompts);
   }
   TimeCursor(settings.path(), 12, true, &prompts);
+  orvane::bench::TimeWaveforms(orvane::PathFromText(settings.path()));
   return 0;
 }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "timeseries/widgets/trace_graph.h"
 #include "ui/byte_text.h"
 #include "ui/plot_theme.h"
 #include "ui/qt_path.h"
@@ -84,34 +85,6 @@ class RoundTicker : public QCPAxisTicker {
   }
 
   const QCPAxis* axis_;
-};
-
-// A wide line with thousands of sharp turns takes seconds to be outlined, thin ones side by side
-// milliseconds. What is printed is a line as it is.
-class TraceGraph : public QCPGraph {
- public:
-  using QCPGraph::QCPGraph;
-
- protected:
-  void drawLinePlot(QCPPainter* painter, const QVector<QPointF>& lines) const override {
-    if (painter->modes().testFlag(QCPPainter::pmVectorized)) {
-      QCPGraph::drawLinePlot(painter, lines);
-      return;
-    }
-    const double pixel = 1 / painter->device()->devicePixelRatioF();
-    const int width = std::max(static_cast<int>(std::lround(pen().widthF() / pixel)), 1);
-    const bool is_steep = lines.size() > keyAxis()->axisRect()->width();  // all of it up and down
-    const QPolygonF line(lines);
-    painter->setPen(QPen(pen().color(), 0));
-    painter->drawPolyline(line);
-    for (int i = 1; i < width; ++i) {
-      const double beside = (i % 2 == 1 ? (i + 1) / 2 : -i / 2) * pixel;
-      painter->drawPolyline(line.translated(beside, 0));
-      if (!is_steep) {
-        painter->drawPolyline(line.translated(0, beside));
-      }
-    }
-  }
 };
 
 QVector<double> Vector(std::vector<double> values) { return {values.begin(), values.end()}; }
