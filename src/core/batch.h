@@ -148,6 +148,8 @@ struct BatchProgress {
 /// - inputs that name the same output are done one after another in list order: the last one stays,
 ///   and a note of each names another;
 /// - whatever a job throws, and a plan that finds no memory, is a failure of the files concerned;
+/// - in an output folder the first stays instead, and every other input with such an output fails:
+///   what is beside each other in no folder must not replace each other there;
 /// - an output that is another input of the batch is refused, and so is one that is its own input
 ///   unless the conversion replaces inputs.
 class Batch {
@@ -197,6 +199,7 @@ class Batch {
   std::vector<Unit> PlanUnits();
   void NameOutputs();
   void RefuseInputs();
+  void RefuseTakenOutputs();
   std::vector<Unit> GroupBySharedOutputs();
   unsigned WorkersAsked() const;
   unsigned WorkerCount(std::size_t units) const;

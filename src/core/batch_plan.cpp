@@ -17,6 +17,7 @@ namespace orvane {
 std::vector<Batch::Unit> Batch::PlanUnits() {
   NameOutputs();
   RefuseInputs();
+  RefuseTakenOutputs();
   std::vector<Unit> units = GroupBySharedOutputs();
   if (plan_.conversion.in_order) {
     // A single worker does them: what shares an output comes one after another in any case.
@@ -84,6 +85,32 @@ void Batch::RefuseInputs() {
       } else if (inputs.contains(identity)) {
         item.refused = FileMessage(output, "is another input of this batch, not written over");
       }
+    }
+  }
+}
+
+// In a folder for all outputs. A file that is listed twice loses nothing.
+void Batch::RefuseTakenOutputs() {
+  std::unordered_map<std::string, std::size_t> writers;  // the first item of each output
+  for (std::size_t i = 0; i < items_.size() && !plan_.out_folder.empty(); ++i) {
+    Item& item = items_[i];
+    if (item.refused) {
+      continue;
+    }
+    for (std::size_t k = 0; k < item.outputs.size(); ++k) {
+      const auto found = writers.find(item.output_identities[k]);
+      if (found != writers.end() && items_[found->second].identity != item.identity) {
+        item.refused = FileMessage(item.outputs[k], "is the output of ")
+                           .append(PathText(plan_.inputs[found->second]))
+                           .append(", which came earlier in the list, not written over");
+      }
+    }
+    if (item.refused) {
+      item.outputs.clear();  // and no box of its own: there may be hundreds
+      item.output_identities.clear();
+    }
+    for (const std::string& identity : item.output_identities) {
+      writers.try_emplace(identity, i);
     }
   }
 }

@@ -102,6 +102,26 @@ TEST(Batch, RefusesToWriteOverItsInputs) {
   EXPECT_EQ(ReadAll(dir / "c.in"), "c.in");
 }
 
+TEST(Batch, InAFolderTheFirstOfANameStays) {
+  const TempDir dir;
+  for (const char* folder : {"a", "b", "out"}) {
+    std::filesystem::create_directory(dir / folder);
+    WriteAll(dir / folder / "x.in", folder);
+  }
+  const auto first = dir / "a/x.in";
+  for (const unsigned workers : {1U, 4U}) {
+    Batch batch({Copying(), {first, dir / "b/x.in", first}, dir / "out", workers});
+    batch.Start();
+    batch.Wait();
+    EXPECT_EQ(ReadAll(dir / "out/x.out"), "x.in=a");
+    EXPECT_EQ(batch.Result(1)->status, BatchStatus::kFailed);
+    EXPECT_EQ(batch.Result(1)->text, (dir / "out" / "x.out").string() + ": is the output of " +
+                                         first.string() +
+                                         ", which came earlier in the list, not written over");
+    EXPECT_TRUE(batch.Result(0)->IsDone() && batch.Result(2)->IsDone()) << "one file, listed twice";
+  }
+}
+
 TEST(Batch, StopAnswersAtOnceAndLeavesNoHalfFile) {
   const TempDir dir;
   BatchPlan plan{Copying(), {}, {}, 2};
