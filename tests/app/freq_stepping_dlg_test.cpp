@@ -94,7 +94,15 @@ TEST_F(FreqSteppingDlg, OffersTheWaveformsAsAList) {
   EXPECT_EQ(schedule->GetItemText(1, 4), QStringLiteral("TD33"));
   QTest::keyClick(Edit(schedule, 2, 4, "9"), Qt::Key_Return);
   EXPECT_EQ(schedule->GetItemText(2, 4), QStringLiteral("TD50N"));
-  for (const Answer answer : {Answer::kCancel, Answer::kNo}) {  // nothing else keeps these rows
+  // Nothing else keeps these rows: whatever replaces them asks.
+  for (const char* button : {"calculate", "default", "open-file", "1"}) {
+    const int asked = silent_.asked;
+    Find<QComboBox>("1501")->setCurrentIndex(button == std::string_view("open-file") ? 2 : 1);
+    Click(button);
+    EXPECT_EQ(silent_.asked, asked + 1) << button;
+    EXPECT_EQ(schedule->GetItemText(1, 4), QStringLiteral("TD33")) << button;
+  }
+  for (const Answer answer : {Answer::kCancel, Answer::kNo}) {
     silent_.answer = answer;
     Click("1");
     EXPECT_EQ(dialog_->isVisible(), answer == Answer::kCancel);

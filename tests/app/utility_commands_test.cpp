@@ -80,6 +80,12 @@ class UtilityCommandsTest : public ::testing::Test {
       } else if (auto* folder = window->findChild<QLineEdit*>(QStringLiteral("1701"))) {
         folder->selectAll();
         QTest::keyClicks(folder, TextFromPath(dir_ / "cal"));
+        auto* harmonics = window->findChild<QLineEdit*>(QStringLiteral("1703"));
+        auto* fault = window->findChild<QLabel*>(QStringLiteral("caution1703"));
+        harmonics->clear();
+        EXPECT_TRUE(fault->isVisible() && fault->y() > harmonics->y() && !fault->text().isEmpty());
+        QTest::keyClicks(harmonics, "20");
+        EXPECT_FALSE(fault->isVisible());
       } else if (auto* message = window->findChild<QLabel*>(QStringLiteral("message"))) {
         said_ += message->text();
         counts_ = window->findChild<QLabel*>("counts")->text();

@@ -12,12 +12,16 @@ namespace orvane::testing {
 class Told : public Prompts, public Notices {
  public:
   Answer AskYesNo(const std::string&, const std::string&) override { return Answer::kNo; }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return answer; }
+  Answer AskYesNoCancel(const std::string&, const std::string&) override {
+    ++asked;
+    return answer;
+  }
   void ShowWarning(const std::string& caption, const std::string& text) override {
     warning = caption + ": " + text;
   }
   void ShowNotice(const std::string& text) override { notice = text; }
   Answer answer = Answer::kCancel;  ///< where there are three
+  int asked = 0;                    ///< such questions
   std::string warning;
   std::string notice;
 };
