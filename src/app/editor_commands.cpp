@@ -235,8 +235,8 @@ void EditorCommands::SaveAllBoxes() {
   } else {
     doc_->NoteChanges();
   }
-  if (const std::string line = run.StatusLine(); !line.empty()) {
-    notices_->ShowNotice(line);
+  if (const std::string text = run.StatusText(); !text.empty()) {
+    notices_->ShowNotice(text);
     CStartupResultDlg(run, parent_).exec();
   } else {
     TellEarlyChanges(run.EarlyChanges());

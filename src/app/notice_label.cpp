@@ -18,7 +18,8 @@ void NoticeLabel::ShowNotice(const QString& text) {
 
 void NoticeLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
+  const QString line = text().section(QLatin1Char('\n'), 0, 0);
+  const QString shown = fontMetrics().elidedText(line, Qt::ElideMiddle, width());
   painter.drawText(rect(), static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), shown);
 }
 

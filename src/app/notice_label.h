@@ -7,7 +7,8 @@
 namespace orvane {
 
 /// A line that leaves out its middle where it is too long: of "PATH: reason" the reason stays to be
-/// seen. The tool tip and assistive tools have the whole text.
+/// seen. Of a text of several lines only the first is shown. The tool tip and assistive tools have
+/// the whole text.
 class NoticeLabel : public QLabel {
   Q_OBJECT
 
@@ -15,6 +16,8 @@ class NoticeLabel : public QLabel {
   explicit NoticeLabel(const QString& text, QWidget* parent);
 
   void ShowNotice(const QString& text);
+  QSize sizeHint() const override { return {QLabel::sizeHint().width(), fontMetrics().height()}; }
+  QSize minimumSizeHint() const override { return {0, fontMetrics().height()}; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -108,7 +108,9 @@ QString COrvaneView::NotInFileText() const {
 
 void COrvaneView::OnUpdate() {
   name_->setText(doc_->Title() + (doc_->IsModified() ? QStringLiteral(" (changed)") : QString()));
-  name_->setToolTip(QDir::toNativeSeparators(QFileInfo(doc_->Path()).path()));
+  name_->setToolTip(doc_->Path().isEmpty()
+                        ? QString()
+                        : QDir::toNativeSeparators(QFileInfo(doc_->Path()).path()));
   file_->setText(doc_->Path().isEmpty() ? QStringLiteral("New table, not saved yet")
                                         : QStringLiteral("%1, TBL version %2%3")
                                               .arg(QDir::toNativeSeparators(doc_->Path()))

@@ -196,7 +196,7 @@ std::string StartupRun::Headline() const {
   return line;
 }
 
-std::string StartupRun::StatusLine() const {
+std::string StartupRun::StatusText() const {
   if (!HasBegun()) {
     return {};
   }
@@ -206,7 +206,7 @@ std::string StartupRun::StatusLine() const {
   }
   for (const StartupOutcome& outcome : outcomes_) {
     if (outcome.state != StartupOutcome::kWritten && outcome.state != StartupOutcome::kSkipped) {
-      line += "; " + outcome.Name() + ": ";
+      line += "\n" + outcome.Name() + ": ";
       line += outcome.state == StartupOutcome::kFailed
                   ? "failed: " + PathText(outcome.path) + " (" + outcome.note + ")"
                   : outcome.Text();

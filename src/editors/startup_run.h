@@ -64,8 +64,9 @@ class StartupRun {
   bool HasBegun() const;
   /// "2 of 3 files written, 1 box skipped": files that there are now of those that were tried.
   std::string Headline() const;
-  /// The whole run in one line; empty where nothing was accepted.
-  std::string StatusLine() const;
+  /// The counts, and a line for each box that was neither written nor skipped; empty where nothing
+  /// was accepted.
+  std::string StatusText() const;
 
   /// Keys that the run's beginning changed; cancelling every dialog does not undo it.
   std::vector<std::string> EarlyChanges() const { return early_.Changes(); }

@@ -44,6 +44,7 @@ class Notices {
   Notices& operator=(const Notices&) = delete;
   virtual ~Notices() = default;
 
+  /// Only the first line has a place of its own; the rest is for those who look closer.
   virtual void ShowNotice(const std::string& text) = 0;
   /// Takes a notice away that is no longer true, where no other has taken its place.
   virtual void EndNotice(const std::string& text) { static_cast<void>(text); }

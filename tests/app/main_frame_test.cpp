@@ -392,6 +392,32 @@ TEST_F(MainFrame, SavesAFileForEachBox) {
             1);
 }
 
+TEST_F(MainFrame, ANoticeOfManyLinesTakesOne) {
+  auto* notice = frame_->findChild<QLabel*>(QStringLiteral("notice"));
+  const int height = notice->sizeHint().height();
+  notices_.ShowNotice("2 of 3 files written\nauxiliary 1: failed");
+  EXPECT_EQ(notice->sizeHint().height(), height);
+  EXPECT_EQ(notice->toolTip(), QStringLiteral("2 of 3 files written\nauxiliary 1: failed"));
+  const QImage two = notice->grab().toImage();
+  notices_.ShowNotice("2 of 3 files written");
+  EXPECT_EQ(notice->grab().toImage(), two);
+}
+
+TEST(QtPrompts, EnterAnswersYesButWhereThatLosesSomething) {
+  QtPrompts prompts;
+  const auto ask = [&prompts](auto question, Qt::Key key) {
+    QTimer::singleShot(0, [key] { QTest::keyClick(QApplication::activeModalWidget(), key); });
+    return (prompts.*question)("Orvane", "Replace it?");
+  };
+  EXPECT_EQ(ask(&Prompts::AskYesNo, Qt::Key_Return), Answer::kYes);
+  EXPECT_EQ(ask(&Prompts::AskYesNo, Qt::Key_Escape), Answer::kNo);
+  EXPECT_EQ(ask(&Prompts::AskToLose, Qt::Key_Return), Answer::kNo);
+  EXPECT_EQ(ask(&Prompts::AskToLose, Qt::Key_Enter), Answer::kNo);
+  EXPECT_EQ(ask(&Prompts::AskToLose, Qt::Key_Escape), Answer::kNo);
+  EXPECT_EQ(ask(&Prompts::AskToLose, Qt::Key_Y), Answer::kYes);
+  EXPECT_EQ(ask(&Prompts::AskYesNoCancel, Qt::Key_Escape), Answer::kCancel);
+}
+
 TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   ParamTable table;
   ASSERT_EQ(table.BuildParamIndex(), kOk);

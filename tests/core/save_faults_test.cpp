@@ -73,7 +73,7 @@ std::string RunBoxes(const fs::path& document) {
   for (const StartupBox& box : run.Boxes()) {
     run.Accept(StartupForm(&table, box, run.Choices()));
   }
-  const std::string line = run.StatusLine();
+  const std::string line = run.StatusText();
   return line == "3 of 3 files written" ? std::string() : line;
 }
 

@@ -76,8 +76,8 @@ TEST_F(StartupFiles, EachBoxGetsItsOwnValuesAndTheTableKeepsItsOwn) {
   EXPECT_EQ(Changes(table_, Loaded("24.tbl")), Keys());
   EXPECT_EQ(Changes(table_, Loaded("1203.tbl")), (Keys{"SNUM", "SNNR", "SN01", "SN03"}));
   EXPECT_EQ(
-      run.StatusLine(),
-      "3 of 3 files written, 1 box without a file; auxiliary 3, serial 1207: no file (behind an "
+      run.StatusText(),
+      "3 of 3 files written, 1 box without a file\nauxiliary 3, serial 1207: no file (behind an "
       "empty place among the auxiliary boxes)");
   EXPECT_EQ(run.Document(), StartupRun::OwnFile::kAsBefore);
   EXPECT_EQ(answers_.asked, 0);
@@ -170,7 +170,7 @@ TEST_F(StartupFiles, VersionAndModifiedMarkFollowTheAnswers) {
   EXPECT_EQ(answers_.asked, 2) << "once a file; no transmitter monitor for MT/AMT";
   EXPECT_EQ(std::filesystem::file_size(dir_ / "24.tbl"), 7150U);
   EXPECT_EQ(Changes(before, table_), std::set<std::string>());
-  EXPECT_NE(run.StatusLine().find("version 1: 285 of 719 records"), std::string::npos);
+  EXPECT_NE(run.StatusText().find("version 1: 285 of 719 records"), std::string::npos);
 }
 
 TEST_F(StartupFiles, OkWithoutAnEditChangesOnlyWhatLasts) {
@@ -197,8 +197,8 @@ TEST_F(StartupFiles, AFailedWriteIsToldAndClearsNothing) {
   const ParamTable before = table_;
   AcceptAll(&run);
   EXPECT_EQ(Changes(before, table_), std::set<std::string>());
-  EXPECT_EQ(run.StatusLine().find("0 of 2 files written, 2 boxes failed"), 0U) << run.StatusLine();
-  EXPECT_NE(run.StatusLine().find("24.tbl (No such file or directory)"), std::string::npos);
+  EXPECT_EQ(run.StatusText().find("0 of 2 files written, 2 boxes failed"), 0U) << run.StatusText();
+  EXPECT_NE(run.StatusText().find("24.tbl (No such file or directory)"), std::string::npos);
 }
 
 TEST_F(StartupFiles, AMonitorsSerialGoesIntoTheOtherBoxesFilesAndNoneGetsNoFile) {
@@ -219,7 +219,7 @@ TEST_F(StartupFiles, AMonitorsSerialGoesIntoTheOtherBoxesFilesAndNoneGetsNoFile)
     EXPECT_EQ(std::filesystem::exists(dir_ / "77.tbl"), has_monitor);
     EXPECT_EQ(Changes(before, table_).empty(), !has_monitor);
     EXPECT_EQ(
-        run.StatusLine().find("serial 0: no file (the serial number is 0)") == std::string::npos,
+        run.StatusText().find("serial 0: no file (the serial number is 0)") == std::string::npos,
         has_monitor);
   }
   EXPECT_FALSE(std::filesystem::exists(dir_ / "0.tbl"));
