@@ -467,6 +467,8 @@ bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visi
   SpectraForm spectra_form(folder.toStdString());
   CSpectraDlg spectra(&spectra_form, &prompts, nullptr);
   done = visit(&spectra, "calibrated-spectra") && done;
+  spectra_form.Model().SetText(SpectraForm::kHarmonics, "many");  // what OK would refuse
+  done = visit(&spectra, "calibrated-spectra-fault") && done;
   frame.Displays().Close();
   return done;
 }

@@ -76,6 +76,7 @@ int main(int argc, char** argv) {
     const auto draw = [&](QWidget* window, const char* name) {
       watch.Expect(window);
       window->show();
+      QApplication::processEvents();  // a new theme writes some texts anew
       ReplaceFolder(window, survey);
       ReplaceFolder(window, QFileInfo(table).absolutePath());
       QApplication::processEvents();

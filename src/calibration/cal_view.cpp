@@ -70,16 +70,19 @@ void FitLog(const Span& span, double* low, double* high) {
   }
 }
 
-// The least round step of which so many make a range around a span, which begins at a multiple.
+// The least round step of which so many make a range around a span, which begins at a multiple;
+// with room for half a mark.
 void FitTightly(Span span, int parts, double* low, double* high) {
   constexpr int kFirst = -6;  // steps of 0.01
   constexpr int kLast = 30;
+  constexpr double kMargin = 0.02;
+  const double margin = kMargin * (span.high - span.low);
   if (span.low <= span.high) {
     for (int number = kFirst; number < kLast; ++number) {
       const double step = LogStep(number);
-      *low = step * std::floor(span.low / step);
+      *low = step * std::floor((span.low - margin) / step);
       *high = *low + step * parts;
-      if (*high >= span.high) {
+      if (*high >= span.high + margin) {
         return;
       }
     }

@@ -11,6 +11,7 @@
 
 #include "calibration/cal_lines.h"
 #include "ui/plot_theme.h"
+#include "ui/themes.h"
 
 namespace orvane {
 namespace {
@@ -78,8 +79,9 @@ void SetUpLog(QCPAxis* axis) {
 }
 
 // A different mark for each of 13 passes; models have none.
-QCPScatterStyle MarkOf(CalTrace::Kind kind, int mark, const QColor& color) {
-  constexpr double kSize = 6;
+QCPScatterStyle MarkOf(CalTrace::Kind kind, int mark, const QColor& color,
+                       const QBrush& inside = Qt::NoBrush) {
+  const double size = HasThickLines() ? 9 : 6;
   constexpr auto kShapes = std::to_array<QCPScatterStyle::ScatterShape>(
       {QCPScatterStyle::ssCircle, QCPScatterStyle::ssSquare, QCPScatterStyle::ssTriangle,
        QCPScatterStyle::ssDiamond, QCPScatterStyle::ssCross, QCPScatterStyle::ssPlus,
@@ -93,8 +95,8 @@ QCPScatterStyle MarkOf(CalTrace::Kind kind, int mark, const QColor& color) {
   const auto shape = is_reference ? QCPScatterStyle::ssDisc
                                   : kShapes[static_cast<std::size_t>(mark) % kShapes.size()];
   // A thin outline: a wider one is drawn as a filled shape, which takes many times as long.
-  return {shape, QPen(color, 0), is_reference ? QBrush(color) : QBrush(Qt::NoBrush),
-          is_reference ? kSize / 2 : kSize};
+  return {shape, QPen(color, 0), is_reference ? QBrush(color) : inside,
+          is_reference ? size / 2 : size};
 }
 
 QPen PenOf(CalTrace::Kind kind, const QColor& color) {
@@ -189,14 +191,24 @@ QColor CalibrationPlot::ColorOf(int color) const {
   return color < 0 ? palette().color(QPalette::WindowText) : TraceColor(color, palette());
 }
 
-void CalibrationPlot::AddLine(const CalLine& line) {
+// What marks are filled with, so that their lines do not show through; thousands would take long.
+QBrush CalibrationPlot::InMarks(const std::vector<CalLine>& lines) const {
+  constexpr std::size_t kMostPoints = 12 * 15 * 33;  // channels, passes, frequencies
+  std::size_t points = 0;
+  for (const CalLine& line : lines) {
+    points += line.frequencies.size();
+  }
+  return points <= kMostPoints ? palette().color(QPalette::Base) : QBrush(Qt::NoBrush);
+}
+
+void CalibrationPlot::AddLine(const CalLine& line, const QBrush& in_marks) {
   const QColor color = ColorOf(line.color);
   for (QCPAxisRect* axes : {amplitude_, phase_}) {
     QCPGraph* graph = plot_->addGraph(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
     graph->setData(Vector(line.frequencies),
                    Vector(axes == amplitude_ ? line.amplitudes : line.phases));
     graph->setPen(PenOf(line.kind, color));
-    graph->setScatterStyle(MarkOf(line.kind, line.mark, color));
+    graph->setScatterStyle(MarkOf(line.kind, line.mark, color, in_marks));
     if (line.kind == CalTrace::kMeasured && view_->ShowsModel()) {
       graph->setLineStyle(QCPGraph::lsNone);
     }
@@ -278,8 +290,10 @@ void CalibrationPlot::ShowView() {
   setAccessibleName(plot_->accessibleName());
   SetRanges();
   if (WhyEmpty(view_->Display()).empty()) {
-    for (const CalLine& line : LinesOf(*view_)) {
-      AddLine(line);
+    const std::vector<CalLine> lines = LinesOf(*view_);
+    const QBrush in_marks = InMarks(lines);
+    for (const CalLine& line : lines) {
+      AddLine(line, in_marks);
     }
     FillLegend();
   }

@@ -48,7 +48,8 @@ class CalibrationPlot : public QWidget {
   void MoveCursorLines();
   void AddTexts();
   QColor ColorOf(int color) const;
-  void AddLine(const CalLine& line);
+  QBrush InMarks(const std::vector<CalLine>& lines) const;
+  void AddLine(const CalLine& line, const QBrush& in_marks);
   void FillLegend();
   void FitLegend();
   void SetRanges();

@@ -103,9 +103,12 @@ QWidget* CFreqSteppingDlg::NewParameterColumn() {
   auto* column = new QWidget;
   auto* layout = new QVBoxLayout(column);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(NewBox("Stepping", stepping));
-  layout->addWidget(NewBox("Transmitter", transmitter));
-  layout->addWidget(NewBox("Recording", recording));
+  QGroupBox* const boxes[] = {NewBox("Stepping", stepping), NewBox("Transmitter", transmitter),
+                              NewBox("Recording", recording)};
+  AlignLabels({boxes[0], boxes[1], boxes[2]});
+  for (QGroupBox* box : boxes) {
+    layout->addWidget(box);
+  }
   layout->addStretch();
   return column;
 }
