@@ -149,14 +149,16 @@ TEST_F(TblToV1, CarriesInTheOrderOfTheListWhateverSharesAnOutput) {
   WriteAll(dir_ / "a/BOX.TBL", HeaderV2() + RecordV2("SITE", 0, StrPT, "first"));
   WriteAll(dir_ / "X.TBL", HeaderV2() + RecordV2("LINE", 0, StrPT, "second"));
   WriteAll(dir_ / "b/BOX.TBL", HeaderV2() + RecordV2("SITE", 0, StrPT, "third"));
+  const auto first = dir_ / "a/BOX.TBL";
   Batch batch({TblToVersion1(ParamTable()),
-               {dir_ / "a/BOX.TBL", dir_ / "X.TBL", dir_ / "b/BOX.TBL"},
+               {first, dir_ / "X.TBL", first, dir_ / "b/BOX.TBL"},
                dir_ / "out",
                4});
   batch.Start();
   batch.Wait();
   EXPECT_EQ(Value("out/X.TB2", "SITE") + Value("out/X.TB2", "LINE"), "firstsecond");
-  EXPECT_EQ(Value("out/BOX.TB2", "SITE") + Value("out/BOX.TB2", "LINE"), "thirdsecond");
+  EXPECT_EQ(Value("out/BOX.TB2", "SITE") + Value("out/BOX.TB2", "LINE"), "firstsecond");
+  EXPECT_EQ(batch.Result(3)->status, BatchStatus::kFailed) << "another file of the same name";
 }
 
 }  // namespace
