@@ -144,6 +144,10 @@ QPen TracePen(const QColor& color, Qt::PenStyle style) {
   return {color, HasThickLines() ? kThick : kUsual, style};
 }
 
+QPen MarkerPen(const QColor& color, Qt::PenStyle style) {
+  return {color, HasThickLines() ? 2.0 : 1.0, style};
+}
+
 QString SavePlot(QCustomPlot* plot, const QString& path, QSize size) {
   size = size.isValid() ? size : plot->size();
   QByteArray bytes;

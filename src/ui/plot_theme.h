@@ -40,6 +40,9 @@ QColor TraceColor(int index, const QPalette& palette);
 /// asks for it.
 QPen TracePen(const QColor& color, Qt::PenStyle style = Qt::SolidLine);
 
+/// The pen of a line that marks a place, such as a cursor: thinner, and it follows the theme too.
+QPen MarkerPen(const QColor& color, Qt::PenStyle style = Qt::SolidLine);
+
 /// Saves a picture of a plot in its own size or another, as its extension says: .png, .svg or .pdf.
 /// An empty string, or why it failed; the old file stays then.
 QString SavePlot(QCustomPlot* plot, const QString& path, QSize size = {});

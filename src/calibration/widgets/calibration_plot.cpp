@@ -157,6 +157,7 @@ QCPAxisRect* CalibrationPlot::MakeAxes(int row) {
 QCPItemStraightLine* CalibrationPlot::MakeCursor(QCPAxisRect* axes) {
   auto* cursor = new QCPItemStraightLine(plot_);
   cursor->setLayer(cursors_);
+  cursor->setAntialiased(false);  // smoothed, an upright line is pale
   cursor->setClipAxisRect(axes);
   for (QCPItemPosition* position : {cursor->point1, cursor->point2}) {
     position->setAxisRect(axes);
@@ -348,7 +349,7 @@ void CalibrationPlot::FollowTheme() {
   }
   nothing_->setFont(font());
   nothing_->setColor(text);
-  QPen cursor(StandOut(palette().color(QPalette::Highlight), palette()), 1.5);
+  const QPen cursor = MarkerPen(StandOut(palette().color(QPalette::Highlight), palette()));
   amplitude_cursor_->setPen(cursor);
   phase_cursor_->setPen(cursor);
 }

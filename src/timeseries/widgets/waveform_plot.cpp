@@ -405,11 +405,11 @@ void WaveformPlot::FollowTheme() {
     strips_[i].label->setFont(LabelFont(*this));
     strips_[i].graph->setPen(TracePen(TraceColor(static_cast<int>(i), palette())));
     for (QCPItemStraightLine* limit : strips_[i].limits) {
-      limit->setPen(QPen(WarningColor(palette()), 1, Qt::DashLine));
+      limit->setPen(MarkerPen(WarningColor(palette()), Qt::DashLine));
     }
     const QColor line = palette().color(QPalette::WindowText);
-    strips_[i].cursors[0]->setPen(QPen(line, 1));
-    strips_[i].cursors[1]->setPen(QPen(line, 1, Qt::DashLine));
+    strips_[i].cursors[0]->setPen(MarkerPen(line));
+    strips_[i].cursors[1]->setPen(MarkerPen(line, Qt::DashLine));
   }
 }
 
