@@ -312,18 +312,21 @@ bool VisitBatch(const Visit& visit) {
                : BatchDone(task.Outputs(),
                            task.Input().filename() == "2417B03.trs" ? "cut at offset 4810" : "");
   };
-  Batch done_batch({conversion, {"2417B01.trs", "2417B02.trs", "2417B03.trs"}, {}, 0});
+  const std::filesystem::path folder = "/home/crew/survey/SIP";
+  const std::vector files = {folder / "2417B01.trs", folder / "2417B02.trs",
+                             folder / "2417B03.trs"};
+  Batch done_batch({conversion, files, {}, 0});
   done_batch.Start();
   done_batch.Wait();
   const TextEditor editor;
   CBatchResultDlg results(done_batch, QStringLiteral("2 files are converted to ASCII file!"),
                           &editor, nullptr);
   bool done = visit(&results, "batch-results");
-  CFECFileDialog files(QStringLiteral("Restack Time Series File"),
-                       "Tss File (*.tss)|*.tss|All Files (*.*)|*.*||", QDir::rootPath(), nullptr);
-  done = visit(&files, "batch-files") && done;
+  CFECFileDialog dialog(QStringLiteral("Restack Time Series File"),
+                        "Tss File (*.tss)|*.tss|All Files (*.*)|*.*||", QDir::rootPath(), nullptr);
+  done = visit(&dialog, "batch-files") && done;
 
-  Batch batch({conversion, {"2417B01.trs", "2417B02.trs", "2417B03.trs"}, {}, 0});
+  Batch batch({conversion, files, {}, 0});
   CBatchProgressDlg progress(
       &batch, QStringLiteral("Convert Frequency Stack Result File(s) to ASCII File(s)"), nullptr);
   progress.findChild<QLabel*>(QStringLiteral("file"))->setText(QStringLiteral("2417B02.trs"));
