@@ -182,6 +182,8 @@ TEST_F(MainFrame, ThemesAreChosenKeptAndGivenBack) {
 
 TEST_F(MainFrame, OpensEditsSavesAndReopensByKeyboard) {
   WriteTable("in.tbl", 3);
+  auto* heading = frame_->findChild<QLabel*>(QStringLiteral("name"));
+  EXPECT_EQ(heading->toolTip(), QString()) << "an untitled table has no folder";
   WithModal(
       [this](QWidget* window) {
         auto* name = window->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -191,6 +193,9 @@ TEST_F(MainFrame, OpensEditsSavesAndReopensByKeyboard) {
       },
       [this] { frame_->Command(kFileOpen)->trigger(); });
   EXPECT_EQ(frame_->windowTitle(), QStringLiteral("in.tbl[*] - Orvane"));
+  EXPECT_EQ(frame_->windowFilePath(), Path("in.tbl"));
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(heading)->text(QAccessible::Description),
+            QString::fromStdString(dir_.Path().string()));
 
   WithModal(
       [this](QWidget* window) {

@@ -194,7 +194,7 @@ QColor CalibrationPlot::ColorOf(int color) const {
 
 // What marks are filled with, so that their lines do not show through; thousands would take long.
 QBrush CalibrationPlot::InMarks(const std::vector<CalLine>& lines) const {
-  constexpr std::size_t kMostPoints = 12 * 15 * 33;  // channels, passes, frequencies
+  constexpr std::size_t kMostPoints = std::size_t{12} * 15 * 33;  // channels, passes, frequencies
   std::size_t points = 0;
   for (const CalLine& line : lines) {
     points += line.frequencies.size();

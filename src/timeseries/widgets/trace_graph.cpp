@@ -15,7 +15,7 @@ class Columns {
   // Everything is kept within `room` and a line's width around it.
   Columns(const QRectF& room, int width)
       : width_(width),
-        left_(std::floor(room.left()) - width),
+        left_(static_cast<int>(std::floor(room.left())) - width),
         top_(room.top() - width),
         bottom_(room.bottom() + width),
         spans_(static_cast<std::size_t>(std::ceil(room.width())) + 2 * std::size_t(width) + 1) {}
@@ -29,11 +29,12 @@ class Columns {
       return;
     }
     const double slope = (to.y() - from.y()) / (to.x() - from.x());  // unused where it is endless
-    const double last = std::min(to.x(), end - 1);
+    const auto first = static_cast<int>(std::floor(std::max<double>(from.x(), left_)));
+    const auto last = static_cast<int>(std::floor(std::min(to.x(), end - 1)));
     const auto at = [&](double x) {
       return x <= from.x() ? from.y() : x >= to.x() ? to.y() : from.y() + (x - from.x()) * slope;
     };
-    for (double x = std::floor(std::max(from.x(), left_)); x <= last; ++x) {
+    for (int x = first; x <= last; ++x) {
       Put(x, at(x));
       Put(x, at(x + 1));
     }
@@ -65,7 +66,7 @@ class Columns {
     double high = -std::numeric_limits<double>::infinity();
   };
 
-  void Put(double x, double y) {
+  void Put(int x, double y) {
     Span& span = spans_[static_cast<std::size_t>(x - left_)];
     const double kept = std::clamp(y, top_, bottom_);
     span.low = std::min(span.low, kept);
@@ -73,7 +74,7 @@ class Columns {
   }
 
   int width_;
-  double left_;  // whole
+  int left_;
   double top_;
   double bottom_;
   std::vector<Span> spans_;
