@@ -79,11 +79,9 @@ constexpr std::string_view kEnd = ".tmp";
 // Once in each folder: looking through a large one takes time.
 void RemoveAllLeftovers(const std::filesystem::path& folder) {
   static std::mutex mutex;
-  static std::set<std::pair<std::uint64_t, std::uint64_t>> done;
-  FileInfo info;
+  static std::set<std::filesystem::path> done;
   const std::lock_guard lock(mutex);
-  if (!ReadInfo(folder.empty() ? "." : folder, &info) ||
-      !done.emplace(info.device, info.number).second) {
+  if (!done.insert(folder).second) {
     return;
   }
   std::vector<std::filesystem::path> names;

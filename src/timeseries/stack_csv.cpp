@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "core/ascii.h"
 #include "core/number_text.h"
 #include "core/param_time.h"
 #include "core/path_names.h"
@@ -43,6 +44,28 @@ std::string OtherDomainNote(std::uint64_t others, std::uint64_t records, StackDo
                   : "8 bytes, as time-domain results have, but were converted as frequency domain");
 }
 
+// A cell that a spreadsheet would compute, or that is more than one line of it.
+bool IsRiskyLabel(std::string_view label) {
+  constexpr std::string_view kFormulaSigns = "=+-@";
+  const std::string_view text = Trimmed(label);
+  return (!text.empty() && kFormulaSigns.find(text.front()) != std::string_view::npos) ||
+         label.find_first_of("\r\n") != std::string_view::npos;
+}
+
+std::string LabelNote(std::uint64_t count, std::uint64_t first) {
+  if (count == 0) {
+    return {};
+  }
+  return FormatInt(static_cast<std::int64_t>(count)) +
+         (count == 1 ? " label looks" : " labels look") +
+         " like a formula to a spreadsheet or has a line break, the first in record " +
+         FormatInt(static_cast<std::int64_t>(first));
+}
+
+void Append(const std::string& more, std::string* note) {
+  note->append(note->empty() || more.empty() ? "" : ", ").append(more);
+}
+
 BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
   StackReader in;
   if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
@@ -56,11 +79,17 @@ BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
   StackRecord record;
   std::uint64_t records = 0;
   std::uint64_t others = 0;
+  std::uint64_t risky = 0;
+  std::uint64_t first_risky = 0;
   const std::size_t other_size =
       ItemSize(domain == StackDomain::kTime ? StackDomain::kFrequency : StackDomain::kTime);
   while (!task.Stopped() && !out.HasFailed() && in.Next(&record)) {
     WriteStackLine(record, domain, &out);
     ++records;
+    if (IsRiskyLabel(record.header.Label())) {
+      first_risky = first_risky == 0 ? records : first_risky;
+      ++risky;
+    }
     others += record.header.item_size == other_size ? 1 : 0;
     task.Advance(record.header.RecordBytes());
   }
@@ -77,9 +106,8 @@ BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
     return BatchFailed(FileMessage(path, reason));
   }
   std::string note = OtherDomainNote(others, records, domain);
-  if (in.IsCut()) {
-    note.append(note.empty() ? "" : ", ").append(CutRecordNote(in.Offset()));
-  }
+  Append(LabelNote(risky, first_risky), &note);
+  Append(in.IsCut() ? CutRecordNote(in.Offset()) : std::string(), &note);
   return BatchDone(task.Outputs(), note);
 }
 

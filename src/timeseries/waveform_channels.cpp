@@ -174,9 +174,12 @@ AxisTicks StripTicks(double low, double high, double pixels, double line) {
   }
   // Room for one number only: that in the middle.
   const double middle = low + kNear * span;
-  std::sort(chosen.values.begin(), chosen.values.end(),
-            [middle](double a, double b) { return std::abs(a - middle) < std::abs(b - middle); });
-  chosen.values.resize(std::min<std::size_t>(chosen.values.size(), 1));
+  const auto nearest = std::min_element(
+      chosen.values.begin(), chosen.values.end(),
+      [middle](double a, double b) { return std::abs(a - middle) < std::abs(b - middle); });
+  if (nearest != chosen.values.end()) {
+    chosen.values = {*nearest};
+  }
   return chosen;
 }
 

@@ -10,8 +10,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "support/failing_disk.h"
@@ -174,6 +176,73 @@ TEST_F(OutFileTest, RemovesWhatKilledProgramsLeftAndNothingElse) {
   EXPECT_EQ(ReadAll(target), "again");
   EXPECT_EQ(dir_.Count(), 5U);
   EXPECT_TRUE(fs::is_symlink(name(1)));
+}
+
+// In the user's own folder by the name of the new file, in one for others too by the target's lock.
+TEST_F(OutFileTest, UpdatesOfOneFileWaitForEachOther) {
+  for (const mode_t mode : {0700U, 0777U}) {
+    ASSERT_EQ(chmod(dir_.Path().c_str(), mode), 0);
+    WriteAll(dir_ / "a", "old");
+    OutFile first;
+    ASSERT_EQ(first.OpenToUpdate(dir_ / "a"), "");
+    std::string seen;
+    std::thread other([&] {
+      OutFile second;
+      EXPECT_EQ(second.OpenToUpdate(dir_ / "a"), "");
+      seen = ReadAll(dir_ / "a");
+      EXPECT_EQ(second.Write(Bytes("second")), "");
+      EXPECT_EQ(second.Commit(), "");
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    EXPECT_EQ(first.Write(Bytes("first")), "");
+    EXPECT_EQ(first.Commit(), "");
+    other.join();
+    EXPECT_EQ(seen, "first");
+    EXPECT_EQ(ReadAll(dir_ / "a"), "second");
+    EXPECT_EQ(dir_.Count(), 1U);
+  }
+}
+
+TEST_F(OutFileTest, AnUpdateNoticesThatOthersChangedTheFile) {
+  for (const bool in_place : {false, true}) {
+    FailingDisk disk;
+    if (in_place) {
+      disk.Fail(FailingDisk::kCreate, EACCES);
+    }
+    WriteAll(dir_ / "a", "old");
+    OutFile file;
+    ASSERT_EQ(file.OpenToUpdate(dir_ / "a"), "");
+    EXPECT_EQ(file.Write(Bytes("new")), "");
+    WriteAll(dir_ / "a", "2nd");
+    EXPECT_EQ(file.Commit(), "another program has changed it");
+    EXPECT_TRUE(file.WasOvertaken());
+    EXPECT_EQ(ReadAll(dir_ / "a"), "2nd");
+    EXPECT_EQ(dir_.Count(), 1U);
+  }
+}
+
+TEST_F(OutFileTest, InFoldersOfOthersNamesCannotBeForeseen) {
+  ASSERT_EQ(chmod(dir_.Path().c_str(), 0777), 0);
+  WriteAll(dir_ / ".orvane-0123456789ABCDEF.tmp", "left by a killed program");
+  OutFile file;
+  EXPECT_EQ(file.Open(dir_ / "a"), "");
+  EXPECT_FALSE(fs::exists(BesideFile::NameFor(dir_ / "a", 0)));
+  EXPECT_EQ(dir_.Count(), 1U) << "the other's is gone";
+}
+
+TEST_F(OutFileTest, MakesFoldersOrSaysWhyNot) {
+  EXPECT_EQ(MakeFolders(dir_ / "a/b/c/"), "");
+  EXPECT_TRUE(fs::is_directory(dir_ / "a/b/c"));
+  EXPECT_EQ(MakeFolders(""), "");
+  WriteAll(dir_ / "file", "");
+  EXPECT_EQ(MakeFolders(dir_ / "file/x"), FileMessage(dir_ / "file/x", "Not a directory"));
+  for (const auto& [call, reason] : {std::pair{FailingDisk::kMakeFolder, "Permission denied"},
+                                     {FailingDisk::kSyncFolder, "Permission denied"},
+                                     {FailingDisk::kLook, "Permission denied"}}) {
+    FailingDisk disk;
+    disk.Fail(call, EACCES);
+    EXPECT_EQ(MakeFolders(dir_ / "new"), FileMessage(dir_ / "new", reason)) << call;
+  }
 }
 
 // As where locks do not reach other computers.

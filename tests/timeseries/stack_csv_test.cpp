@@ -69,6 +69,13 @@ TEST(StackCsv, KeepsTheStrideWhateverTheItemSize) {
   EXPECT_TRUE(result.text.starts_with("1 of 2 records have items of 8 bytes, as time-domain"));
   Csv(StackDomain::kFrequency, Record("a", Extension(0), 4, 1, one) + record, &result);
   EXPECT_EQ(result.status, BatchStatus::kDone);
+  for (const char* label : {"=1+1", "  +a", "-", "@x", "a\nb"}) {
+    Csv(StackDomain::kFrequency,
+        Record("a", Extension(0), 4, 1, one) + Record(label, Extension(0), 4, 1, one), &result);
+    EXPECT_EQ(result.text,
+              "1 label looks like a formula to a spreadsheet or has a line break, the first in "
+              "record 2");
+  }
   const std::string most(std::size_t{255} * 255, '\0');
   const std::string lines = Csv(StackDomain::kTime, Record("a", Extension(0), 255, 255, most) +
                                                         Record("b", Extension(0), 255, 255, most));

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The tool on a terminal, and interrupted.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <vector>
+
+#include "support/cli_run.h"
+#include "support/tbl_bytes.h"
+
+namespace orvane::testing {
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+[[noreturn]] void Become(const TempDir& dir, Arguments arguments) {
+  arguments.insert(arguments.begin(), ToolPath());
+  std::vector<char*> texts;
+  for (std::string& argument : arguments) {
+    texts.push_back(argument.data());
+  }
+  texts.push_back(nullptr);
+  if (chdir(dir.Path().c_str()) == 0) {
+    execv(texts[0], texts.data());
+  }
+  _exit(127);
+}
+
+// Everything that the terminal shows.
+std::string OnTerminal(const TempDir& dir, const Arguments& arguments) {
+  int terminal = -1;
+  const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+  if (child == 0) {
+    Become(dir, arguments);
+  }
+  std::string shown;
+  std::array<char, 4096> piece{};
+  for (ssize_t size = 0; (size = read(terminal, piece.data(), piece.size())) > 0;) {
+    shown.append(piece.data(), static_cast<std::size_t>(size));
+  }
+  close(terminal);
+  waitpid(child, nullptr, 0);
+  return shown;
+}
+
+TEST(Terminal, GetsNoControlCharactersOfNamesAndValues) {
+  const TempDir dir;
+  const std::string evil = "a\x1B]0;x\a\xC2\x9B\xFFz";
+  const std::string shown = R"(a\x1B]0;x\x07\xC2\x9B\xFFz)";
+  WriteAll(dir / (evil + ".tbl"), HeaderV2() + RecordV2("SITN", 0, 2, "1\x1B[2J"));
+  WriteAll(dir / (evil + ".trs"), std::string(70, '\0'));
+  struct Case {
+    Arguments arguments;
+    std::string shown;
+  };
+  for (const auto& [arguments, expected] :
+       {Case{{"table", "get", "no" + evil, "SITN"}, "no" + shown + ": No such file"},
+        Case{{"table", "get", evil + ".tbl", "SITN"}, R"(SITN=1\x1B[2J)"},
+        Case{{"stack", "csv", "--time-domain", evil + ".trs"}, shown + ".csv\r\n"},
+        Case{{"stack", "csv", "--time-domain", "b", "--" + evil}, "--" + shown}}) {
+    const std::string text = OnTerminal(dir, arguments);
+    EXPECT_NE(text.find(expected), std::string::npos) << text;
+    EXPECT_EQ(text.find("\x1B]"), std::string::npos) << text;
+  }
+  // Elsewhere names are what they are: other programs read them.
+  EXPECT_EQ(RunCli(dir, "stack csv --time-domain '" + evil + ".trs'").out, evil + ".csv\n");
+}
+
+TEST(Interrupts, EndWaitingForAPipeAtOnceAndByTheSignal) {
+  const TempDir dir;
+  WriteAll(dir / "a.tbl", HeaderV2() + RecordV2("SITN", 0, 2, "1"));
+  ASSERT_EQ(mkfifo((dir / "pipe").c_str(), 0600), 0);
+  // Without a reader it waits for one; with one that does not read, for room.
+  for (const bool has_reader : {false, true}) {
+    const int reader =
+        has_reader ? open((dir / "pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC) : -1;
+    const pid_t child = fork();
+    if (child == 0) {
+      Become(dir, {"table", "set", "a.tbl", "SITN=2", "--to", "pipe"});
+    }
+    if (has_reader) {
+      fcntl(reader, F_SETPIPE_SZ, 4096);
+    }
+    poll(nullptr, 0, 300);
+    kill(child, SIGINT);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) << status;
+    if (reader >= 0) {
+      close(reader);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvane::testing
