@@ -220,6 +220,7 @@ void EditorCommands::ViewBoxStatus() {
 void EditorCommands::SaveAllBoxes() {
   ParamTable& table = doc_->Table();
   StartupRun run(&table, PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
+  run.SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
   for (const StartupBox& box : run.Boxes()) {
     StartupForm form(&table, box, run.Choices());
     CStartupDlg dialog(&form, &run, prompts_, parent_);
@@ -229,9 +230,9 @@ void EditorCommands::SaveAllBoxes() {
     }
   }
   if (run.Document() == StartupRun::OwnFile::kWritten) {
-    doc_->OnOwnFileWritten();
+    doc_->OnOwnFileWritten(run.DocumentMemory());
   } else if (run.Document() == StartupRun::OwnFile::kTouched) {
-    doc_->OnOwnFileTouched();
+    doc_->OnOwnFileTouched(run.DocumentMemory());
   } else {
     doc_->NoteChanges();
   }

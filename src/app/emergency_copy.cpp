@@ -54,14 +54,37 @@ QString ShownPath(const std::string& bytes) {
   return is_whole && QFileInfo(path).isAbsolute() ? path : QString();
 }
 
+std::string TimeText(const QDateTime& time) {
+  return time.toString(QStringLiteral("yyyy/MM/dd HH:mm:ss")).toStdString();
+}
+
+// What became of the file since the copy's table was read from it; empty: nothing is known of that.
+std::string FileStory(const RememberedFile& known, const QString& path) {
+  RememberedFile file = known;
+  std::string reason;
+  switch (file.Look(PathFromText(path), &reason)) {
+    case FileChange::kChanged:
+      return "\n\nThe file is newer: it was changed at " +
+             TimeText(QFileInfo(path).lastModified()) + ",\nand these changes were made to that of " +
+             TimeText(QDateTime::fromMSecsSinceEpoch(known.Written() / 1000000)) + ".";
+    case FileChange::kGone:
+      return "\n\nThe file is no longer on the disk.";
+    case FileChange::kUnknown:
+      return reason.empty() ? reason : "\n\nThe file cannot be read: " + reason + ".";
+    case FileChange::kUnchanged:
+      break;
+  }
+  return {};
+}
+
 std::string Question(const UnsavedTable& unsaved, const fs::path& file) {
   const QString path = ShownPath(unsaved.path);
-  const QString time =
-      QFileInfo(TextFromPath(file)).lastModified().toString(QStringLiteral("yyyy/MM/dd HH:mm:ss"));
   return "Orvane ended without saving the changes to\n" +
          (path.isEmpty() ? "a table without a name"
                          : QDir::toNativeSeparators(path).toStdString()) +
-         "\n\nThey are kept as of " + time.toStdString() + ".\nOpen the unsaved table?";
+         "\n\nThey are kept as of " + TimeText(QFileInfo(TextFromPath(file)).lastModified()) + "." +
+         (path.isEmpty() ? std::string() : FileStory(unsaved.file, path)) +
+         "\n\nOpen the unsaved table?";
 }
 
 }  // namespace
@@ -149,9 +172,11 @@ bool EmergencyCopy::OpenIfWanted(Copy* copy, const UnsavedTable& unsaved, Prompt
   Remove();
   own_ = std::move(*copy);  // ours from now on: it goes when the document is saved
   const QString path = ShownPath(unsaved.path);
-  doc_->OnOpenUnsaved(path, unsaved.table);
+  doc_->OnOpenUnsaved(path, unsaved.table, unsaved.file);
   notices_->ShowNotice(path.isEmpty() ? "Opened the unsaved table; it has no name yet"
-                                      : "Opened the unsaved table; the file is as it was");
+                       : doc_->LookAtFile() == FileChange::kUnchanged
+                           ? "Opened the unsaved table; the file is as it was"
+                           : "Opened the unsaved table; the file is no longer as it was");
   return true;
 }
 
@@ -188,7 +213,7 @@ void EmergencyCopy::Keep() {
   }
   // Without a path the next save asks for one.
   const QString path = LooksLikeNoText(doc_->Path()) ? QString() : doc_->Path();
-  UnsavedTable unsaved{path.toStdString(), TblImage(doc_->Table(), {})};
+  const UnsavedTable unsaved{path.toStdString(), TblImage(doc_->Table(), {}), doc_->File()};
   std::vector<std::byte> image = UnsavedImage(unsaved);
   if (image == kept_) {
     return;

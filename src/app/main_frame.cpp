@@ -12,6 +12,7 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 #include "app/about_dlg.h"
 #include "app/lock_keys.h"
@@ -81,13 +82,13 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
       editors_(doc, prompts, notices, this),
       utilities_(doc, prompts, notices, this),
       view_(new COrvaneView(doc, this)),
+      changed_file_(new ChangedFileBar(doc, this)),
       stack_(new QStackedWidget(this)),
       displays_(new FieldDisplays(doc, prompts, stack_, this)) {
   setObjectName(QStringLiteral("main"));
   prompts->SetParent(this);
   setAcceptDrops(true);
-  stack_->addWidget(view_);
-  setCentralWidget(stack_);
+  CreateCenter();
   CreateMenus();
   CreateToolBar();
   CreateStatusBar();
@@ -106,6 +107,32 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
   UpdateRecentFiles();
   UpdateTitle();
   RestoreLayout();
+}
+
+void CMainFrame::CreateCenter() {
+  auto* center = new QWidget(this);
+  auto* layout = new QVBoxLayout(center);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(changed_file_);
+  layout->addWidget(stack_, 1);
+  stack_->addWidget(view_);
+  setCentralWidget(center);
+  connect(changed_file_, &ChangedFileBar::FocusLeft, this,
+          [this] { stack_->currentWidget()->setFocus(); });
+  connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+    if (state == Qt::ApplicationActive) {
+      changed_file_->Look();
+    }
+  });
+}
+
+// Back from another program's window or from a dialog.
+void CMainFrame::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+    changed_file_->Look();
+  }
 }
 
 QAction* CMainFrame::CreateCommand(const CommandRow& row) {
@@ -347,20 +374,17 @@ bool CMainFrame::OpenAny(const QString& path) {
 }
 
 bool CMainFrame::OnFileSave() {
-  return doc_->Path().isEmpty() ? OnFileSaveAs() : SaveTo(doc_->Path());
+  return doc_->Path().isEmpty() ? OnFileSaveAs() : doc_->OnSave() && NoteSaved();
 }
 
 bool CMainFrame::OnFileSaveAs() {
   const QString start = doc_->Path().isEmpty() ? QStringLiteral("Startup.tbl") : doc_->Path();
   const QString path = AskForTable(this, QFileDialog::AcceptSave, start);
-  return !path.isEmpty() && SaveTo(path);
+  return !path.isEmpty() && doc_->OnSaveDocument(path) && NoteSaved();
 }
 
-bool CMainFrame::SaveTo(const QString& path) {
-  if (!doc_->OnSaveDocument(path)) {
-    return false;
-  }
-  recent_files_.Add(path);
+bool CMainFrame::NoteSaved() {
+  recent_files_.Add(doc_->Path());
   UpdateRecentFiles();
   return true;
 }

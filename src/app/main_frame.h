@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 
+#include "app/changed_file_bar.h"
 #include "app/command_map.h"
 #include "app/editor_commands.h"
 #include "app/field_displays.h"
@@ -44,11 +45,13 @@ class CMainFrame : public QMainWindow {
   CDisplay* Display() const { return displays_->Current(); }
 
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
  private:
+  void CreateCenter();
   void CreateMenus();
   void AddThemes(QMenu* menu);
   void CreateToolBar();
@@ -65,13 +68,14 @@ class CMainFrame : public QMainWindow {
   void OnFileOpen();
   bool OnFileSave();
   bool OnFileSaveAs();
-  bool SaveTo(const QString& path);
+  bool NoteSaved();
 
   COrvaneDoc* doc_;
   QtPrompts* prompts_;
   EditorCommands editors_;
   UtilityCommands utilities_;
   COrvaneView* view_;
+  ChangedFileBar* changed_file_;
   QStackedWidget* stack_;
   FieldDisplays* displays_;
   NoticeLabel* notice_ = nullptr;

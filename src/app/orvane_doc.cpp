@@ -54,7 +54,13 @@ void COrvaneDoc::TakeBaseline() {
   NoteChanges();
 }
 
-void COrvaneDoc::OnOwnFileTouched() {
+void COrvaneDoc::OnOwnFileWritten(const RememberedFile& file) {
+  file_.TakeFromDisk(file, PathFromText(path_), *table_, &file_version_);
+  TakeBaseline();
+}
+
+void COrvaneDoc::OnOwnFileTouched(const RememberedFile& file) {
+  file_.TakeFromDisk(file, PathFromText(path_), *table_);
   must_save_ = true;
   NoteChanges();
 }
@@ -70,6 +76,7 @@ bool COrvaneDoc::OnNewDocument() {
   kind_ = kTable;
   file_version_ = 0;
   not_in_file_.clear();
+  file_.Forget();
   BuildIndex();
   StoreInt(table_, "LPFR", 18);
   StoreInt(table_, "ACDC", 0);
@@ -88,21 +95,35 @@ bool COrvaneDoc::OnNewDocument() {
   return true;
 }
 
-bool COrvaneDoc::OnOpenDocument(const QString& path) {
+bool COrvaneDoc::OnOpenDocument(const QString& path) { return Load(path, *table_); }
+
+bool COrvaneDoc::OnReload() {
+  const bool may_lose =
+      !IsModified() ||
+      prompts_->AskToLose(kCaption, "Load " + Title().toStdString() +
+                                        " as it is on disk? The changes made here are lost.") ==
+          Answer::kYes;
+  return may_lose && Load(path_, baseline_);
+}
+
+// `before` has the values that the file may not bring.
+bool COrvaneDoc::Load(const QString& path, const ParamTable& before) {
   BuildIndex();
   const std::filesystem::path file_path = PathFromText(path);
   if (const std::string reason = InFile().Open(file_path); !reason.empty()) {
     prompts_->ShowWarning(kCaption, FileMessage(file_path, reason));
     return false;
   }
-  ParamTable loaded = *table_;
+  ParamTable loaded = before;
   StoreInt(&loaded, "TECH", 5);  // a file without the method is one of MT/AMT
   TblReport report;
-  if (LoadParamFile(&loaded, file_path, &report) != kOk) {
+  RememberedFile memory;
+  if (LoadParamFile(&loaded, file_path, &report, &memory) != kOk) {
     notices_->ShowNotice(report.message);
     return false;
   }
   *table_ = std::move(loaded);
+  file_.Take(memory, *table_);
   not_in_file_ = std::move(report.missing);
   path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = report.version;
@@ -115,7 +136,8 @@ bool COrvaneDoc::OnOpenDocument(const QString& path) {
   return true;
 }
 
-void COrvaneDoc::OnOpenUnsaved(const QString& path, std::span<const std::byte> image) {
+void COrvaneDoc::OnOpenUnsaved(const QString& path, std::span<const std::byte> image,
+                               const RememberedFile& file) {
   BuildIndex();
   static_cast<void>(LoadTblImage(table_, image));  // the caller has looked at it
   path_ = path;
@@ -124,20 +146,105 @@ void COrvaneDoc::OnOpenUnsaved(const QString& path, std::span<const std::byte> i
   has_document_ = true;
   not_in_file_.clear();
   baseline_ = *table_;
-  OnOwnFileTouched();  // whatever the file holds, it is not this
+  OnOwnFileTouched(file);  // whatever the file holds, it is not this
 }
 
-bool COrvaneDoc::OnSaveDocument(const QString& path) {
+bool COrvaneDoc::IsOwnFile(const QString& path) const {
+  return !path_.isEmpty() && FileIdentity(PathFromText(path)) == FileIdentity(PathFromText(path_));
+}
+
+FileChange COrvaneDoc::LookAtFile(std::string* reason) {
+  return path_.isEmpty() || !file_.Memory().IsKnown() ? FileChange::kUnchanged
+                                                      : file_.Look(PathFromText(path_), reason);
+}
+
+void COrvaneDoc::KeepMine() {
+  DocumentFile seen;
+  switch (LookAtFile()) {
+    case FileChange::kGone:
+      seen.Take(RememberedFile::Absent(), *table_);
+      break;
+    case FileChange::kChanged:
+      // The text is for a question that need not be asked.
+      static_cast<void>(file_.Question(PathFromText(path_), *table_, &seen));
+      break;
+    default:
+      return;
+  }
+  file_ = seen;
+  must_save_ = true;
+  NoteChanges();
+}
+
+bool COrvaneDoc::MayReplaceFile() {
+  enum Choice : int { kCancel, kSaveMine, kLoadIt };
+  const std::filesystem::path path = PathFromText(path_);
+  std::string reason;
+  // The file may change once more while the question stands.
+  for (FileChange change = LookAtFile(&reason); change != FileChange::kUnchanged;
+       change = LookAtFile(&reason)) {
+    if (change == FileChange::kGone) {
+      return true;
+    }
+    if (change == FileChange::kUnknown) {
+      return prompts_->AskToLose(
+                 kCaption, FileMessage(path, reason) +
+                               "\n\nThe file cannot be read, so it cannot be told whether another "
+                               "program has changed it. Save over it all the same?") ==
+             Answer::kYes;
+    }
+    DocumentFile seen;
+    const std::string question = file_.Question(path, *table_, &seen);
+    const int choice = prompts_->AskChoice(
+        kCaption, question + "\n\nCancel leaves file and table as they are.",
+        {"Cancel", "Save Mine over It", "Load It"}, kCancel);
+    if (choice == kLoadIt) {
+      OnReload();
+    }
+    if (choice != kSaveMine) {
+      return false;
+    }
+    file_ = seen;
+    must_save_ = true;
+  }
+  return true;
+}
+
+TblSaveOptions COrvaneDoc::AskForOptions() {
   // Start-up tables too are saved whole: only boxes write filtered tables.
   TblSaveOptions options;
   if (IntParam(*table_, "TBVO", 2) == 1 &&
       prompts_->AskYesNo(kCaption, "Do you want save TBVO as 1!") == Answer::kYes) {
     options.output_version = 1;
   }
+  return options;
+}
+
+bool COrvaneDoc::OnSave() {
+  const TblSaveOptions options = AskForOptions();
+  const bool keeps_output_version =
+      options.output_version == 1 || IntParam(*table_, "TBVO", 2) != 1;
+  if (!IsModified() && file_version_ == 2 && keeps_output_version && file_.Memory().IsKnown() &&
+      LookAtFile() == FileChange::kUnchanged) {
+    notices_->ShowNotice("Nothing to save: " + Title().toStdString() + " holds these values" +
+                         (not_in_file_.empty() ? "" : "; Save As writes all parameters"));
+    return true;
+  }
+  return Write(path_, options);
+}
+
+bool COrvaneDoc::OnSaveDocument(const QString& path) { return Write(path, AskForOptions()); }
+
+bool COrvaneDoc::Write(const QString& path, const TblSaveOptions& options) {
+  const bool is_own = IsOwnFile(path);
+  const bool was_gone = is_own && LookAtFile() == FileChange::kGone;
+  if (is_own && !MayReplaceFile()) {
+    return false;
+  }
   TblReport report;
-  if (SaveParamFile(table_, PathFromText(path), options, &report) != kOk) {
-    if (report.has_touched &&
-        FileIdentity(PathFromText(path)) == FileIdentity(PathFromText(path_))) {
+  RememberedFile memory;
+  if (SaveParamFile(table_, PathFromText(path), options, &report, &memory) != kOk) {
+    if (report.has_touched && is_own) {
       OnOwnFileTouched();
     }
     notices_->ShowNotice(report.message);
@@ -145,10 +252,12 @@ bool COrvaneDoc::OnSaveDocument(const QString& path) {
     return false;
   }
   notices_->ShowNotice(file_version_ == 1 ? "Saved as version 2; the file opened was version 1"
-                                          : "Saved " + path.toStdString());
+                                          : "Saved " + path.toStdString() +
+                                                (was_gone ? "; it was no longer on the disk" : ""));
   path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = 2;
   not_in_file_.clear();
+  file_.Take(memory, *table_);
   TakeBaseline();
   return true;
 }

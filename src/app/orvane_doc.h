@@ -8,7 +8,9 @@
 #include <span>
 #include <vector>
 
+#include "app/document_file.h"
 #include "core/param_table.h"
+#include "core/tbl_file.h"
 #include "forms/prompts.h"
 
 namespace orvane {
@@ -32,20 +34,35 @@ class COrvaneDoc : public QObject {
   /// parameter table in the status bar; either way document and table stay what they were.
   bool OnOpenDocument(const QString& path);
 
-  /// Writes the table, always as version 2. False where the user is told why not.
+  /// Writes the table, always as version 2; asks first where that is the document's own file and
+  /// others have changed it. False where the user wants to stay or is told why not.
   bool OnSaveDocument(const QString& path);
+  /// Saves under the document's path, but writes nothing where the file holds it all: it is of
+  /// version 2 and as it was read or written, and nothing was changed since.
+  bool OnSave();
+
+  /// Looks whether others have changed the document's file; `reason` may be null. A document
+  /// without a file is unchanged.
+  FileChange LookAtFile(std::string* reason = nullptr);
+  /// Loads its file anew; asks before changes are lost.
+  bool OnReload();
+  /// The table stays what it is, and is to be saved: over what the file holds now.
+  void KeepMine();
+  /// Whether the document's own file may be written: asks where others have changed it.
+  bool MayReplaceFile();
 
   /// Takes up a table that an ended program had not saved: a modified document of that path, which
-  /// may be empty. `image` is a whole version-2 file.
-  void OnOpenUnsaved(const QString& path, std::span<const std::byte> image);
+  /// may be empty. `image` is a whole version-2 file, `file` what it was made from.
+  void OnOpenUnsaved(const QString& path, std::span<const std::byte> image,
+                     const RememberedFile& file = {});
 
   /// The program ends, and the user has decided about the changes.
   void OnCloseDocument() { TakeBaseline(); }
 
   /// The document's own file was written by other means, from this table.
-  void OnOwnFileWritten() { TakeBaseline(); }
-  /// Its own file may hold anything after a write that failed.
-  void OnOwnFileTouched();
+  void OnOwnFileWritten(const RememberedFile& file);
+  /// Its own file may hold anything after a write that failed, or `file`.
+  void OnOwnFileTouched(const RememberedFile& file = {});
 
   /// Asks whether to save a modified document. False: the user wants to stay.
   bool SaveModified(const std::function<bool()>& save);
@@ -63,6 +80,8 @@ class COrvaneDoc : public QObject {
   /// File name, or "Untitled".
   QString Title() const;
   ContentKind Kind() const { return kind_; }
+  /// The file that the table stands for.
+  const RememberedFile& File() const { return file_.Memory(); }
   /// Version of the file as loaded or saved; 0 for a new document.
   int FileVersion() const { return file_version_; }
 
@@ -83,6 +102,10 @@ class COrvaneDoc : public QObject {
  private:
   void BuildIndex();
   void TakeBaseline();
+  bool Load(const QString& path, const ParamTable& before);
+  TblSaveOptions AskForOptions();
+  bool IsOwnFile(const QString& path) const;
+  bool Write(const QString& path, const TblSaveOptions& options);
 
   ParamTable* table_;
   Prompts* prompts_;
@@ -92,6 +115,7 @@ class COrvaneDoc : public QObject {
   ContentKind kind_ = kTable;
   int file_version_ = 0;
   ParamTable baseline_;  // what is not modified
+  DocumentFile file_;
   bool must_save_ = false;
   std::vector<ParamKey> not_in_file_;
   bool has_document_ = false;

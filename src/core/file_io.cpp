@@ -96,6 +96,7 @@ std::string InFile::Open(const std::filesystem::path& path) {
   const auto size = static_cast<std::size_t>(info.size);
   piece_ = info.kind == FileKind::kRegular ? std::clamp(size + 1, kMostPeeked, kPiece) : kPiece;
   buffer_ = std::make_unique_for_overwrite<std::byte[]>(piece_);  // NOLINT: as declared
+  info_ = info;
   return {};
 }
 

@@ -60,12 +60,15 @@ class InFile {
   static constexpr std::size_t kMostPeeked = 64;
 
   const std::string& Error() const { return error_; }
+  /// What was known of the file when it was opened.
+  const FileInfo& Info() const { return info_; }
 
  private:
   bool Refill();
   std::size_t ReadPiece(std::span<std::byte> bytes);
 
   int handle_ = -1;
+  FileInfo info_;
   std::unique_ptr<std::byte[]> buffer_;  // NOLINT(modernize-avoid-c-arrays): not to be zeroed
   std::size_t piece_ = 0;                // size of the buffer
   std::span<const std::byte> unread_;

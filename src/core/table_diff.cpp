@@ -19,4 +19,20 @@ std::vector<ParamKey> DifferingKeys(const ParamTable& a, const ParamTable& b) {
   return keys;
 }
 
+TwoChanges ChangesOfBoth(const ParamTable& base, const ParamTable& mine, const ParamTable& theirs) {
+  const std::vector<ParamKey> here = DifferingKeys(base, mine);
+  const std::vector<ParamKey> there = DifferingKeys(base, theirs);
+  const auto has = [](const std::vector<ParamKey>& keys, ParamKey key) {
+    return std::find(keys.begin(), keys.end(), key) != keys.end();
+  };
+  TwoChanges changes;
+  for (const ParamKey key : DifferingKeys(mine, theirs)) {
+    const bool is_here = has(here, key);
+    std::vector<ParamKey>& group =
+        !is_here ? changes.theirs : has(there, key) ? changes.both : changes.mine;
+    group.push_back(key);
+  }
+  return changes;
+}
+
 }  // namespace orvane

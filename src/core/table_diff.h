@@ -12,6 +12,14 @@ namespace orvane {
 /// dictionary. A key that stands twice is told once; what is never found by its key does not count.
 std::vector<ParamKey> DifferingKeys(const ParamTable& a, const ParamTable& b);
 
+/// What two made of one table, as `DifferingKeys()` tells it. What both changed alike is in none.
+struct TwoChanges {
+  std::vector<ParamKey> mine;
+  std::vector<ParamKey> theirs;
+  std::vector<ParamKey> both;
+};
+TwoChanges ChangesOfBoth(const ParamTable& base, const ParamTable& mine, const ParamTable& theirs);
+
 }  // namespace orvane
 
 #endif  // ORVANE_CORE_TABLE_DIFF_H_

@@ -175,10 +175,26 @@ Status TblReader::Open(const std::filesystem::path& path, TblReport* report) {
     return kTblNotRecognised;
   }
   if (version_ == 2) {
-    file_.Skip(sizeof(TblHeader));
+    Take(start.first(sizeof(TblHeader)));
     offset_ = sizeof(TblHeader);
   }
   return kOk;
+}
+
+void TblReader::Take(std::span<const std::byte> bytes) {
+  if (keeps_sum_) {
+    sum_ = Checksum(bytes, sum_);
+    size_ += bytes.size();
+  }
+  file_.Skip(bytes.size());
+}
+
+RememberedFile TblReader::Memory() {
+  for (auto rest = file_.Peek(InFile::kMostPeeked); !rest.empty();
+       rest = file_.Peek(InFile::kMostPeeked)) {
+    Take(rest);
+  }
+  return file_.Error().empty() ? RememberedFile(file_.Info(), size_, sum_) : RememberedFile();
 }
 
 template <typename Record>
@@ -189,7 +205,7 @@ bool TblReader::NextRecord(Record* record) {
     return false;
   }
   *record = RecordFrom<Record>(bytes);
-  file_.Skip(sizeof(Record));
+  Take(bytes.first(sizeof(Record)));
   offset_ += sizeof(Record);
   return true;
 }
@@ -223,11 +239,15 @@ Status TblReader::End(TblReport* report) {
   return kTblUnreadable;
 }
 
-Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblReport* report) {
+Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblReport* report,
+                     RememberedFile* memory) {
   TblReport own;
   report = report == nullptr ? &own : report;
   *report = {};
   TblReader reader;
+  if (memory != nullptr) {
+    reader.KeepSum();
+  }
   if (const Status status = reader.Open(path, report); status != kOk) {
     return status;
   }
@@ -248,6 +268,9 @@ Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblRe
   report->held = CountOf(loaded) - report->missing.size();
   StoreInt(&loaded, "TBVI", report->version);
   *table = std::move(loaded);
+  if (memory != nullptr) {
+    *memory = reader.Memory();
+  }
   return kOk;
 }
 
@@ -269,23 +292,24 @@ bool LoadTblImage(ParamTable* table, std::span<const std::byte> image) {
 }
 
 Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
-                     const TblSaveOptions& options, TblReport* report) {
+                     const TblSaveOptions& options, TblReport* report, RememberedFile* memory) {
   OutFile file;
   // Alone, so that no program's change is lost which reads the same file, changes and writes it.
   // Where that fails, so does writing.
   static_cast<void>(file.OpenAlone(path));
-  return SaveParamFile(table, path, &file, options, report);
+  return SaveParamFile(table, path, &file, options, report, memory);
 }
 
 Status SaveParamFile(ParamTable* table, const std::filesystem::path& path, OutFile* file,
-                     const TblSaveOptions& options, TblReport* report) {
+                     const TblSaveOptions& options, TblReport* report, RememberedFile* memory) {
   const auto store_versions = [&options](ParamTable* target) {
     StoreInt(target, "TBVI", options.version == 1 ? 1 : 2);
     StoreInt(target, "TBVO", options.output_version);
   };
   ParamTable written = *table;
   store_versions(&written);
-  std::string reason = file->Write(TblImage(written, options));
+  const std::vector<std::byte> image = TblImage(written, options);
+  std::string reason = file->Write(image);
   reason = reason.empty() ? file->Commit() : reason;
   if (!reason.empty()) {
     if (report != nullptr) {
@@ -296,6 +320,11 @@ Status SaveParamFile(ParamTable* table, const std::filesystem::path& path, OutFi
     return kTblWriteFailed;
   }
   store_versions(table);
+  if (memory != nullptr) {
+    FileInfo info;
+    *memory = ReadInfo(path, &info) ? RememberedFile(info, image.size(), Checksum(image))
+                                    : RememberedFile();
+  }
   return kOk;
 }
 

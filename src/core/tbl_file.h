@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "core/checksum.h"
 #include "core/file_io.h"
+#include "core/file_memory.h"
 #include "core/param_table.h"
 #include "core/status.h"
 
@@ -64,22 +66,32 @@ class TblReader {
   /// file that ended but a read that failed; the records before it are no whole table.
   Status End(TblReport* report);
 
+  /// Before `Open()`: the checksum of all bytes is to be known.
+  void KeepSum() { keeps_sum_ = true; }
+  /// After `End()`: the file whose bytes were read, also those behind the last record. Nothing
+  /// where they could not be read to the end.
+  RememberedFile Memory();
+
  private:
   template <typename Record>
   bool NextRecord(Record* record);
+  void Take(std::span<const std::byte> bytes);
 
   InFile file_;
   std::filesystem::path path_;
   int version_ = 0;
   std::uint64_t offset_ = 0;
   bool ended_ = false;  // by an end record
+  bool keeps_sum_ = false;
+  std::uint64_t size_ = 0;  // of what the sum is of
+  std::uint64_t sum_ = kEmptyChecksum;
 };
 
 /// Stores the values of all records in the table (types must match, masks in the file are ignored,
 /// nothing is protected) and the version in "TBVI". 0, or 173 or 174 and the table is as before;
-/// values without a record keep what they were.
+/// values without a record keep what they were. `memory` gets the file that was read.
 Status LoadParamFile(ParamTable* table, const std::filesystem::path& path,
-                     TblReport* report = nullptr);
+                     TblReport* report = nullptr, RememberedFile* memory = nullptr);
 
 struct TblSaveOptions {
   std::uint32_t version = 2;        ///< of the file, 1 or 2
@@ -95,12 +107,14 @@ std::vector<std::byte> TblImage(const ParamTable& table, const TblSaveOptions& o
 [[nodiscard]] bool LoadTblImage(ParamTable* table, std::span<const std::byte> image);
 
 /// Writes the table and stores the file's version in "TBVI" and the output version in "TBVO". 0, or
-/// 172: then the table is as before and so is an old file.
+/// 172: then the table is as before and so is an old file. `memory` gets the file that was written.
 Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
-                     const TblSaveOptions& options, TblReport* report = nullptr);
-/// The same into a file that `OutFile::OpenToUpdate()` has opened under that path.
+                     const TblSaveOptions& options, TblReport* report = nullptr,
+                     RememberedFile* memory = nullptr);
+/// The same into a file that `OutFile::OpenAlone()` or `OpenToUpdate()` has opened under that path.
 Status SaveParamFile(ParamTable* table, const std::filesystem::path& path, OutFile* file,
-                     const TblSaveOptions& options, TblReport* report = nullptr);
+                     const TblSaveOptions& options, TblReport* report = nullptr,
+                     RememberedFile* memory = nullptr);
 
 /// What a box does at power-up: loads "SNUM".tbl or Startup.tbl of the folder "DPTH", keeping what
 /// the current mode protects. The requested action "RQST" is stored last, unless it is 0 or 9. 0,

@@ -125,6 +125,11 @@ void StartupRun::Accept(const StartupForm& form) {
 }
 
 void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
+  // What the run itself wrote there is no question.
+  if (may_replace_document_ && own_file_ == OwnFile::kAsBefore &&
+      IsSameFile(PathOf(form), document_) && !may_replace_document_()) {
+    return;
+  }
   std::int32_t stored = 0;
   const bool asks = table_->GetParam("TBVO", IntPT, &stored) == kOk && stored == 1;
   const bool is_yes =
@@ -134,8 +139,10 @@ void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
   outcome->note = ForeignFile(outcome->path, form.Serial());
   ParamTable derived = form.Derive();
   TblReport report;
-  const Status status = SaveParamFile(
-      &derived, outcome->path, {version, false, static_cast<std::int32_t>(version)}, &report);
+  RememberedFile memory;
+  const Status status =
+      SaveParamFile(&derived, outcome->path, {version, false, static_cast<std::int32_t>(version)},
+                    &report, &memory);
   if (status == kOk) {
     for (StartupOutcome& other : outcomes_) {
       if (other.state == StartupOutcome::kWritten && other.box.number != outcome->box.number &&
@@ -150,6 +157,7 @@ void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
   }
   outcome->state = status == kOk ? StartupOutcome::kWritten : StartupOutcome::kFailed;
   if (IsSameFile(outcome->path, document_) && (status == kOk || report.has_touched)) {
+    document_memory_ = memory;
     // Another box's file in its place names no spread: the document is still to be saved.
     own_file_ = status == kOk && form.Box().number == StartupBox::kMain ? OwnFile::kWritten
                                                                         : OwnFile::kTouched;

@@ -3,9 +3,11 @@
 #define ORVANE_EDITORS_STARTUP_RUN_H_
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "core/file_memory.h"
 #include "editors/startup_files.h"
 #include "forms/early_writes.h"
 #include "forms/prompts.h"
@@ -42,6 +44,10 @@ class StartupRun {
   StartupRun(ParamTable* table, std::filesystem::path document, Prompts* prompts,
              std::filesystem::path folder = {});
 
+  /// Asked before the document's own file is written; false: that file stays and the box is
+  /// skipped.
+  void SetMayReplaceDocument(std::function<bool()> may) { may_replace_document_ = std::move(may); }
+
   const std::vector<StartupBox>& Boxes() const { return boxes_; }
   const StartupChoices& Choices() const { return choices_; }
   /// Whole, from the root.
@@ -74,6 +80,8 @@ class StartupRun {
   /// What the run made of the document's own file. Only the main box's counts as written.
   enum class OwnFile { kAsBefore, kWritten, kTouched };
   OwnFile Document() const { return own_file_; }
+  /// The document's own file as the run wrote it last; nothing where that failed.
+  const RememberedFile& DocumentMemory() const { return document_memory_; }
 
  private:
   StartupOutcome& OutcomeOf(StartupBox box);
@@ -90,6 +98,8 @@ class StartupRun {
   EarlyWrites early_;
   bool has_version_1_ = false;
   OwnFile own_file_ = OwnFile::kAsBefore;
+  RememberedFile document_memory_;
+  std::function<bool()> may_replace_document_;
 };
 
 }  // namespace orvane

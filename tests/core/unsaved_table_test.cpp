@@ -31,10 +31,15 @@ std::uint64_t Sum(const std::string& text) {
   return sum;
 }
 
-std::string Image(const std::string& path, const std::string& table, unsigned version = 1) {
+// A file of 7 bytes as the copy's document was read from.
+const std::string kMark = Little(7, 8) + Little(Sum("content"), 8) + Little(1234567890123456789, 8);
+
+std::string Image(const std::string& path, const std::string& table, unsigned version = 2,
+                  const std::string& mark = kMark) {
   const std::string start =
       "ORVUNSAV" + Little(version, 4) + Little(path.size(), 4) + Little(table.size(), 8);
-  return start + Little(Sum(start + path + table), 8) + path + table;
+  const std::string rest = (version == 1 ? std::string() : mark) + path + table;
+  return start + Little(Sum(start + rest), 8) + rest;
 }
 
 const std::string kTable = HeaderV2() + RecordV2("TECH", 0, 0, IntBytes(3));
@@ -42,11 +47,19 @@ const std::string kTable = HeaderV2() + RecordV2("TECH", 0, 0, IntBytes(3));
 TEST(UnsavedTable, IsLaidOutAsDescribed) {
   EXPECT_EQ(Sum("a"), 0xaf63dc4c8601ec8cU);
   for (const std::string path : {"/data/\xc3\xa4 \xff/Startup.tbl", ""}) {
-    EXPECT_EQ(UnsavedImage({path, Bytes(kTable)}), Bytes(Image(path, kTable)));
+    EXPECT_EQ(UnsavedImage({path, Bytes(kTable)}),
+              Bytes(Image(path, kTable, 2, std::string(24, '\0'))));
     UnsavedTable unsaved;
-    EXPECT_EQ(ReadUnsavedImage(Bytes(Image(path, kTable)), &unsaved), "");
-    EXPECT_EQ(unsaved.path, path);
-    EXPECT_EQ(unsaved.table, Bytes(kTable));
+    for (const unsigned version : {1U, 2U}) {
+      EXPECT_EQ(ReadUnsavedImage(Bytes(Image(path, kTable, version)), &unsaved), "");
+      EXPECT_EQ(unsaved.path, path);
+      EXPECT_EQ(unsaved.table, Bytes(kTable));
+      EXPECT_EQ(unsaved.file.IsKnown(), version == 2);
+    }
+    EXPECT_EQ(unsaved.file.Size(), 7U);
+    EXPECT_EQ(unsaved.file.Sum(), Sum("content"));
+    EXPECT_EQ(unsaved.file.Written(), 1234567890123456789);
+    EXPECT_EQ(UnsavedImage(unsaved), Bytes(Image(path, kTable)));
   }
 }
 
@@ -64,7 +77,7 @@ TEST(UnsavedTable, RefusesWhatIsCutChangedOrOther) {
       EXPECT_NE(Refusal(changed), "") << i;
     }
   }
-  EXPECT_EQ(Refusal(Image("/a.tbl", kTable, 2)), "it is of another version of Orvane");
+  EXPECT_EQ(Refusal(Image("/a.tbl", kTable, 3)), "it is of another version of Orvane");
   EXPECT_EQ(Refusal("x" + whole.substr(1)), "it is none");
   for (const std::string& table : {std::string(), kTable + "x", kTable.substr(1) + "x"}) {
     EXPECT_EQ(Refusal(Image("/a.tbl", table)), "it is damaged");

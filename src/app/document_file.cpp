@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/document_file.h"
+
+#include <algorithm>
+
+#include "app/key_labels.h"
+#include "core/number_text.h"
+#include "core/path_text.h"
+#include "core/table_diff.h"
+#include "core/tbl_file.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::size_t kMostNamed = 10;  // three groups of them fit on a small screen
+
+std::string Group(const std::string& title, const std::vector<ParamKey>& keys) {
+  std::vector<std::string> named;
+  for (const ParamKey key : keys) {
+    // The version of the file is no value of the user's.
+    if (key != ParamKey("TBVI")) {
+      named.push_back(key.Text());
+    }
+  }
+  if (named.empty()) {
+    return {};
+  }
+  const std::size_t shown = std::min(named.size(), kMostNamed);
+  const std::size_t rest = named.size() - shown;
+  named.resize(shown);
+  return "\n\n" + title + ": " + LabelledKeys(named) +
+         (rest == 0 ? "" : " and " + FormatInt(static_cast<std::int64_t>(rest)) + " more");
+}
+
+}  // namespace
+
+void DocumentFile::Take(const RememberedFile& memory, const ParamTable& table) {
+  memory_ = memory;
+  table_ = table;
+  knows_table_ = true;
+}
+
+void DocumentFile::TakeFromDisk(const RememberedFile& memory, const std::filesystem::path& path,
+                                const ParamTable& table, int* version) {
+  memory_ = memory;
+  table_ = table;
+  TblReport report;
+  RememberedFile read;
+  knows_table_ = LoadParamFile(&table_, path, &report, &read) == kOk && read.HasBytes() &&
+                 read.Size() == memory.Size() && read.Sum() == memory.Sum();
+  if (knows_table_ && version != nullptr) {
+    *version = report.version;
+  }
+}
+
+std::string DocumentFile::Differences(const ParamTable& mine, const ParamTable& theirs) const {
+  std::string text;
+  if (knows_table_) {
+    const TwoChanges changes = ChangesOfBoth(table_, mine, theirs);
+    text = Group("Changed here", changes.mine) + Group("Changed there", changes.theirs) +
+           Group("Changed here and there", changes.both);
+  } else {
+    text = Group("Different here and there", DifferingKeys(mine, theirs));
+  }
+  return text.empty() ? "\n\nIts values are the same as here." : text;
+}
+
+std::string DocumentFile::Question(const std::filesystem::path& path, const ParamTable& mine,
+                                   DocumentFile* seen) const {
+  ParamTable theirs = knows_table_ ? table_ : mine;
+  TblReport report;
+  RememberedFile memory;
+  std::string text = PathText(path.filename()) + " was changed on disk by another program.";
+  if (LoadParamFile(&theirs, path, &report, &memory) == kOk) {
+    seen->Take(memory, theirs);
+    return text + Differences(mine, theirs);
+  }
+  *seen = *this;
+  if (!seen->memory_.Read(path).empty()) {
+    seen->Forget();
+  }
+  return text + "\n\nWhat stands there is no table that can be read: " + report.message;
+}
+
+}  // namespace orvane
