@@ -37,7 +37,7 @@ class DocumentFile {
   std::string Differences(const ParamTable& mine, const ParamTable& theirs) const;
 
   RememberedFile memory_;
-  ParamTable table_;           // what it held
+  ParamTable table_;  // what it held
   bool knows_table_ = false;
 };
 

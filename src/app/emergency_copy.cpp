@@ -65,7 +65,8 @@ std::string FileStory(const RememberedFile& known, const QString& path) {
   switch (file.Look(PathFromText(path), &reason)) {
     case FileChange::kChanged:
       return "\n\nThe file is newer: it was changed at " +
-             TimeText(QFileInfo(path).lastModified()) + ",\nand these changes were made to that of " +
+             TimeText(QFileInfo(path).lastModified()) +
+             ",\nand these changes were made to that of " +
              TimeText(QDateTime::fromMSecsSinceEpoch(known.Written() / 1000000)) + ".";
     case FileChange::kGone:
       return "\n\nThe file is no longer on the disk.";

@@ -120,11 +120,12 @@ void CMainFrame::CreateCenter() {
   setCentralWidget(center);
   connect(changed_file_, &ChangedFileBar::FocusLeft, this,
           [this] { stack_->currentWidget()->setFocus(); });
-  connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-    if (state == Qt::ApplicationActive) {
-      changed_file_->Look();
-    }
-  });
+  connect(qApp, &QGuiApplication::applicationStateChanged, this,
+          [this](Qt::ApplicationState state) {
+            if (state == Qt::ApplicationActive) {
+              changed_file_->Look();
+            }
+          });
 }
 
 // Back from another program's window or from a dialog.

@@ -195,9 +195,9 @@ bool COrvaneDoc::MayReplaceFile() {
     }
     DocumentFile seen;
     const std::string question = file_.Question(path, *table_, &seen);
-    const int choice = prompts_->AskChoice(
-        kCaption, question + "\n\nCancel leaves file and table as they are.",
-        {"Cancel", "Save Mine over It", "Load It"}, kCancel);
+    const int choice =
+        prompts_->AskChoice(kCaption, question + "\n\nCancel leaves file and table as they are.",
+                            {"Cancel", "Save Mine over It", "Load It"}, kCancel);
     if (choice == kLoadIt) {
       OnReload();
     }

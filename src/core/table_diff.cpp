@@ -28,8 +28,9 @@ TwoChanges ChangesOfBoth(const ParamTable& base, const ParamTable& mine, const P
   TwoChanges changes;
   for (const ParamKey key : DifferingKeys(mine, theirs)) {
     const bool is_here = has(here, key);
-    std::vector<ParamKey>& group =
-        !is_here ? changes.theirs : has(there, key) ? changes.both : changes.mine;
+    std::vector<ParamKey>& group = !is_here          ? changes.theirs
+                                   : has(there, key) ? changes.both
+                                                     : changes.mine;
     group.push_back(key);
   }
   return changes;

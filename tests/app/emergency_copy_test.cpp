@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QDate>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTest>
+#include <chrono>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 
 #include "core/path_text.h"
@@ -113,6 +116,51 @@ TEST_F(EmergencyCopies, ACrashedProgramsEditsAreOfferedAndOpened) {
   EXPECT_EQ(dir_.Count(), 2U) << "the copy and its lock";
   EXPECT_TRUE(next.doc.OnSaveDocument(next.doc.Path()));
   EXPECT_FALSE(std::filesystem::exists(File(1)));
+}
+
+TEST_F(EmergencyCopies, TheOfferTellsOfAFileThatOthersChanged) {
+  const std::filesystem::path table = PathFromText(TablePath());
+  struct Case {
+    const char* name;
+    std::function<void()> others;
+    const char* told;
+    const char* notice;
+  };
+  const Case cases[] = {
+      {"as it was", [] {}, "", "the file is as it was"},
+      {"touched",
+       [&] {
+         std::filesystem::last_write_time(
+             table, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+       },
+       "", "the file is as it was"},
+      {"newer", [&] { WriteAll(table, HeaderV2() + RecordV2("SITE", 0, 2, "Eva")); },
+       "The file is newer: it was changed at ", "no longer as it was"},
+      {"gone", [&] { std::filesystem::remove(table); }, "The file is no longer on the disk.",
+       "no longer as it was"},
+  };
+  for (const Case& now : cases) {
+    SCOPED_TRACE(now.name);
+    Crash("unsaved");
+    now.others();
+    Program next(dir_.Path());
+    EXPECT_TRUE(next.copy.Offer(&next.user));
+    const std::string asked = next.user.asked.at(0);
+    EXPECT_EQ(asked.find("The file ") != std::string::npos, now.told[0] != 0) << asked;
+    EXPECT_NE(asked.find(now.told), std::string::npos) << asked;
+    EXPECT_NE(next.user.notice.find(now.notice), std::string::npos) << next.user.notice;
+    if (std::string(now.name) == "newer") {
+      const std::string year = std::to_string(QDate::currentDate().year()) + "/";
+      std::size_t times = 0;
+      for (std::size_t at = 0; (at = asked.find(year, at)) != std::string::npos; ++at) {
+        ++times;
+      }
+      EXPECT_EQ(times, 3U) << "of the copy, of the file and of the file before: " << asked;
+    }
+    // The first answer of the question is "Cancel".
+    EXPECT_EQ(next.doc.OnSave(), std::string(now.name) != "newer");
+    next.doc.OnCloseDocument();
+  }
 }
 
 // As a computer that goes off may leave it.

@@ -482,6 +482,52 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   EXPECT_FALSE(grid->IsEditing()) << "only values can be edited";
 }
 
+TEST_F(MainFrame, TellsInABarOfAFileThatOthersChanged) {
+  WriteTable("a.tbl", 3);
+  ASSERT_TRUE(frame_->OpenFile(Path("a.tbl")));
+  auto* bar = frame_->findChild<ChangedFileBar*>();
+  const auto come_back = [this] {
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    frame_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame_.get()));
+  };
+  come_back();
+  EXPECT_TRUE(bar->isHidden());
+  WriteTable("a.tbl", 4);
+  come_back();
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_EQ(bar->findChild<QLabel*>()->text(), QStringLiteral("a.tbl has changed on disk"));
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(bar)->text(QAccessible::Name),
+            QStringLiteral("File changed on disk"));
+  const QList<QPushButton*> buttons = bar->findChildren<QPushButton*>();
+  ASSERT_EQ(buttons.size(), 2);
+  const auto goes = [bar] { return QTest::qWaitFor([bar] { return bar->isHidden(); }); };
+  QAccessibleInterface* load = QAccessible::queryAccessibleInterface(buttons[0]);
+  EXPECT_EQ(load->text(QAccessible::Name), QStringLiteral("Load It"));
+  load->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_TRUE(goes());
+  EXPECT_FALSE(doc_.IsModified());
+  std::int32_t tech = 0;
+  EXPECT_EQ(table_.GetParam("TECH", IntPT, &tech), kOk);
+  EXPECT_EQ(tech, 4);
+
+  WriteTable("a.tbl", 5);
+  come_back();
+  QTest::keyClick(frame_.get(), Qt::Key_K, Qt::AltModifier);
+  EXPECT_TRUE(goes());
+  EXPECT_TRUE(doc_.IsModified());
+  std::filesystem::remove(dir_ / "a.tbl");
+  come_back();
+  EXPECT_TRUE(bar->findChild<QLabel*>()->text().startsWith(QStringLiteral("a.tbl is no longer")));
+  EXPECT_TRUE(buttons[0]->isHidden()) << "there is nothing to load";
+  frame_->Command(kFileSave)->trigger();
+  EXPECT_TRUE(bar->isHidden());
+  EXPECT_EQ(ReadAll(dir_ / "a.tbl").size(), 23040U);
+}
+
 TEST_F(MainFrame, ANameThatIsNoTextIsRefusedWithItsReason) {
 #ifdef Q_OS_WIN
   const std::filesystem::path name = L"a\xD800.tbl";  // half a pair

@@ -6,6 +6,9 @@
 #include <QFileInfo>
 
 #include <cerrno>
+#include <chrono>
+#include <functional>
+#include <utility>
 
 #include "core/file_io.h"
 #include "support/qt_print.h"
@@ -29,10 +32,26 @@ class FakePrompts : public Prompts {
     asked.push_back(caption + "|" + question);
     return answer;
   }
+  int AskChoice(const std::string&, const std::string& question,
+                const std::vector<std::string>& buttons, int escape) override {
+    EXPECT_EQ(escape, 0) << "Enter and Escape lose nothing";
+    asked.push_back(question);
+    if (when_asked) {
+      std::exchange(when_asked, nullptr)();
+    }
+    for (int i = 0; i < static_cast<int>(buttons.size()); ++i) {
+      if (buttons[static_cast<std::size_t>(i)] == button) {
+        return i;
+      }
+    }
+    return escape;
+  }
   void ShowWarning(const std::string& caption, const std::string& text) override {
     warned.push_back(caption + "|" + text);
   }
 
+  std::string button;                // that is pressed; none: Escape
+  std::function<void()> when_asked;  // what happens while the next question stands
   Answer answer = Answer::kNo;
   std::vector<std::string> asked;
   std::vector<std::string> warned;
@@ -226,6 +245,139 @@ TEST_F(OrvaneDoc, AVersion1FileIsSavedAsVersion2AndSaidSo) {
   EXPECT_NE(notices_.last.find("version 2"), std::string::npos);
   EXPECT_TRUE(doc_.OnSaveDocument(Path("one.tbl")));
   EXPECT_EQ(notices_.last.find("version 2"), std::string::npos) << "said once";
+}
+
+// What others do to a file of which TECH, LFRQ and SNUM were edited here.
+TEST_F(OrvaneDoc, AsksBeforeWhatOthersWroteIsLost) {
+  namespace fs = std::filesystem;
+  const fs::path file = dir_ / "a.tbl";
+  const auto table = [](const char* tech, const char* lfrq, const char* site) {
+    return Header() + Record("TECH", 0, tech) + Record("LFRQ", 0, lfrq) + Record("SITE", 2, site);
+  };
+  const auto write = [&](const std::string& bytes) { WriteAll(file, bytes); };
+  struct Case {
+    const char* name;
+    std::function<void()> others;
+    std::string asks;  // empty: nothing
+    const char* button;
+    bool is_saved;
+    std::int32_t tech;  // in the table afterwards
+  };
+  const std::string differences =
+      "a.tbl was changed on disk by another program.\n\n"
+      "Changed here: K3 serial number (SNUM)\n\nChanged there: Site (SITE)\n\n"
+      "Changed here and there: Line frequency (LFRQ)";
+  const Case cases[] = {
+      {"nothing", [] {}, "", "", true, 4},
+      {"touched",
+       [&] { fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::hours(1)); },
+       "", "", true, 4},
+      {"gone", [&] { fs::remove(file); }, "", "", true, 4},
+      {"cancelled", [&] { write(table("\4", "\x3d", "Eva")); }, differences, "", false, 4},
+      {"mine", [&] { write(table("\4", "\x3d", "Eva")); }, differences, "Save Mine over It", true,
+       4},
+      {"theirs", [&] { write(table("\5", "\x3d", "Eva")); }, "Changed there: Site (SITE)",
+       "Load It", false, 5},
+      {"same size and time",
+       [&] {
+         const auto time = fs::last_write_time(file);
+         write(table("\3", "\x32", "Adx"));
+         fs::last_write_time(file, time);
+       },
+       "Changed there: Site (SITE)", "", false, 4},
+      {"no table", [&] { write("junk that is no table at all: 40 bytes..."); },
+       "no table that can be read: " + file.string() + ": not a TBL file (174)", "", false, 4},
+      {"a folder",
+       [&] {
+         fs::remove(file);
+         fs::create_directory(file);
+       },
+       "Is a directory\n\nThe file cannot be read", "", false, 4},
+      {"twice",
+       [&] {
+         write(table("\4", "\x3d", "Eva"));
+         prompts_.when_asked = [&] { write(table("\4", "\x3d", "Max")); };
+       },
+       differences, "Save Mine over It", true, 4},
+  };
+  for (const Case& now : cases) {
+    SCOPED_TRACE(now.name);
+    fs::remove_all(file);
+    write(table("\3", "\x32", "Ada"));
+    Set("SNUM", 0);
+    doc_.OnNewDocument();
+    ASSERT_TRUE(doc_.OnOpenDocument(Path("a.tbl")));
+    Set("TECH", 4);
+    Set("LFRQ", 60);
+    Set("SNUM", 12);
+    now.others();
+    const std::string theirs = fs::is_regular_file(file) ? ReadAll(file) : "";
+    prompts_.asked.clear();
+    prompts_.button = now.button;
+    const bool loads = prompts_.button == "Load It";
+    prompts_.answer = loads ? Answer::kYes : Answer::kNo;
+    EXPECT_EQ(doc_.OnSave(), now.is_saved);
+    const bool is_asked_again = loads || std::string(now.name) == "twice";
+    ASSERT_EQ(prompts_.asked.size(), now.asks.empty() ? 0 : is_asked_again ? 2 : 1);
+    if (!now.asks.empty()) {
+      EXPECT_NE(prompts_.asked[0].find(now.asks), std::string::npos) << prompts_.asked[0];
+    }
+    EXPECT_EQ(Int("TECH"), now.tech);
+    EXPECT_EQ(doc_.IsModified(), !now.is_saved && !loads);
+    if (now.is_saved) {
+      EXPECT_EQ(ReadAll(file).size(), 23040U);
+    } else if (fs::is_regular_file(file)) {
+      EXPECT_EQ(ReadAll(file), theirs);
+    }
+  }
+}
+
+TEST_F(OrvaneDoc, LoadsTheirsKeepsMineAndWritesNothingForNothing) {
+  const std::filesystem::path file = dir_ / "a.tbl";
+  ASSERT_TRUE(doc_.OnSaveDocument(Path("a.tbl")));
+  const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+  std::filesystem::last_write_time(file, old);
+  EXPECT_TRUE(doc_.OnSave());
+  EXPECT_EQ(std::filesystem::last_write_time(file), old) << "nothing to save";
+  EXPECT_EQ(notices_.last, "Nothing to save: a.tbl holds these values");
+  EXPECT_TRUE(doc_.OnSaveDocument(Path("a.tbl")));
+  EXPECT_NE(std::filesystem::last_write_time(file), old) << "Save As writes";
+  Set("TBVO", 1);
+  prompts_.answer = Answer::kYes;
+  ASSERT_TRUE(doc_.OnSave());
+  prompts_.answer = Answer::kNo;
+  EXPECT_TRUE(doc_.OnSave());
+  EXPECT_EQ(SavedTbvo(ReadAll(file)), 2) << "the answer changed what is written";
+  std::filesystem::remove(file);
+  EXPECT_EQ(doc_.LookAtFile(), FileChange::kGone);
+  EXPECT_TRUE(doc_.OnSave());
+  EXPECT_EQ(ReadAll(file).size(), 23040U);
+
+  const std::string theirs = Header() + Record("TECH", 0, "\x03");
+  WriteAll(file, theirs);
+  Set("SNUM", 5);
+  EXPECT_FALSE(doc_.OnReload()) << "would lose a change";
+  EXPECT_EQ(Int("SNUM"), 5);
+  prompts_.answer = Answer::kYes;
+  EXPECT_TRUE(doc_.OnReload());
+  EXPECT_EQ(Int("TECH"), 3);
+  EXPECT_EQ(Int("SNUM"), 0) << "a change that the file does not hold went too";
+  EXPECT_FALSE(doc_.IsModified());
+
+  prompts_.asked.clear();
+  WriteAll(file, Header() + Record("TECH", 0, "\x05"));
+  doc_.KeepMine();
+  EXPECT_TRUE(doc_.IsModified());
+  EXPECT_EQ(doc_.LookAtFile(), FileChange::kUnchanged) << "decided";
+  WriteAll(file, theirs);
+  EXPECT_EQ(doc_.LookAtFile(), FileChange::kChanged) << "not about this";
+  doc_.KeepMine();
+  std::filesystem::remove(file);
+  doc_.KeepMine();
+  EXPECT_EQ(doc_.LookAtFile(), FileChange::kUnchanged);
+  EXPECT_TRUE(doc_.OnSave());
+  EXPECT_TRUE(prompts_.asked.empty());
+  EXPECT_EQ(ReadAll(file).size(), 23040U);
 }
 
 TEST_F(OrvaneDoc, OnlyWaveformNamesReachTheWaveformLoader) {
