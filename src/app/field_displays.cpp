@@ -6,9 +6,13 @@
 #include "app/field_folders.h"
 #include "calibration/widgets/calibration_display.h"
 #include "calibration/widgets/calibration_dlg.h"
+#include "core/file_io.h"
+#include "core/path_text.h"
+#include "timeseries/widgets/loading_display.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "timeseries/widgets/waveform_dlg.h"
 #include "ui/file_dialogs.h"
+#include "ui/qt_path.h"
 
 namespace orvane {
 
@@ -33,16 +37,19 @@ void FieldDisplays::Show(CDisplay* display) {
 }
 
 void FieldDisplays::Close() {
-  if (current_ == nullptr) {
-    return;
+  if (current_ != nullptr) {
+    Leave();
+    emit Told(QStringLiteral("Ready"));
+    emit Changed();
   }
+}
+
+void FieldDisplays::Leave() {
   KeepWaveformSettings();
   stack_->removeWidget(current_);
   current_->deleteLater();
   current_ = nullptr;
   stack_->setCurrentIndex(0);
-  emit Told(QStringLiteral("Ready"));
-  emit Changed();
 }
 
 QString FieldDisplays::Ask(const QString& title, std::string_view filters, const QString& folder,
@@ -72,14 +79,62 @@ void FieldDisplays::AskForCalibration() {
 }
 
 bool FieldDisplays::OpenWaveform(const QString& path) {
-  auto display = std::make_unique<CWaveformDisplay>(prompts_);
-  KeepWaveformSettings();
-  display->Adopt(waveform_settings_, has_small_unit_);
-  connect(display.get(), &CDisplay::Told, this, &FieldDisplays::Told);
-  if (!display->Open(path)) {
-    return false;
+  return Read(std::make_unique<TsLoading>(PathFromText(path), TsFile::Options()));
+}
+
+bool FieldDisplays::IsReading() const {
+  return qobject_cast<CLoadingDisplay*>(current_) != nullptr;
+}
+
+bool FieldDisplays::Read(std::unique_ptr<TsLoading> loading) {
+  if (loading->WaitFor(kLoadingPatience)) {
+    return ShowRead(std::move(loading));
   }
-  disconnect(display.get(), &CDisplay::Told, this, nullptr);
+  Follow(std::move(loading));
+  return true;
+}
+
+void FieldDisplays::Follow(std::unique_ptr<TsLoading> loading) {
+  auto* display = new CLoadingDisplay(std::move(loading));
+  connect(&display->Strip(), &LoadingStrip::Ended, this, [this, display] {
+    if (!ShowRead(display->Strip().Take()) && current_ == display) {
+      Leave();  // why is told already
+      emit Changed();
+    }
+  });
+  connect(&display->Strip(), &LoadingStrip::Cancelled, this, [this](const QString& text) {
+    Close();
+    emit Told(text);
+  });
+  Show(display);
+}
+
+bool FieldDisplays::TellFault(const std::string& message, const std::string& reason) {
+  prompts_->ShowWarning("File Open Error", message);
+  emit Told(QString::fromStdString(reason));
+  return false;
+}
+
+bool FieldDisplays::ShowRead(std::unique_ptr<TsLoading> loading) {
+  std::unique_ptr<TsFile> file = loading->Take();
+  if (!loading->Fault().empty()) {
+    return TellFault(OpenFailureText(loading->Path()),
+                     FileMessage(loading->Path(), loading->Fault()));
+  }
+  if (!loading->IsOpen()) {
+    TellFault(file->Message(), file->Reason());
+    const bool wants_raw_counts =
+        file->LacksCompanion() &&
+        prompts_->AskYesNo(
+            "Orvane", "Without its table the channels of " + PathText(loading->Path().filename()) +
+                          " have no names and no units.\n\nShow raw counts?") == Answer::kYes;
+    const TsFile::Options options{.header_size = {}, .needs_companion = false};
+    return wants_raw_counts && Read(std::make_unique<TsLoading>(loading->Path(), options));
+  }
+  KeepWaveformSettings();
+  auto display = std::make_unique<CWaveformDisplay>(prompts_);
+  display->Adopt(waveform_settings_, has_small_unit_);
+  display->Take(std::move(file), loading->Options());
   CWaveformDisplay* shown = display.release();
   Show(shown);
   shown->ShowView();

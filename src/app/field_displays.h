@@ -4,10 +4,12 @@
 
 #include <QObject>
 #include <QStackedWidget>
+#include <memory>
 
 #include "app/orvane_doc.h"
 #include "app/qt_prompts.h"
 #include "calibration/display_form.h"
+#include "timeseries/ts_loading.h"
 #include "timeseries/waveform_view.h"
 #include "ui/display.h"
 
@@ -30,8 +32,11 @@ class FieldDisplays : public QObject {
   /// Brings the table back.
   void Close();
 
-  /// False, and told, where the file cannot be shown.
+  /// False, and told, where the file cannot be shown. A waveform whose records take time is read
+  /// beside the window and shown later, if it can be.
   bool OpenWaveform(const QString& path);
+  /// Whether a waveform is being read, to be shown.
+  bool IsReading() const;
   bool OpenCalibration(const QString& path);
   void AskForWaveform();
   void AskForCalibration();
@@ -48,6 +53,11 @@ class FieldDisplays : public QObject {
   QString Ask(const QString& title, std::string_view filters, const QString& folder,
               const char* key);
   void KeepWaveformSettings();
+  void Leave();
+  bool Read(std::unique_ptr<TsLoading> loading);
+  void Follow(std::unique_ptr<TsLoading> loading);
+  bool ShowRead(std::unique_ptr<TsLoading> loading);
+  bool TellFault(const std::string& message, const std::string& reason);
 
   COrvaneDoc* doc_;
   QtPrompts* prompts_;

@@ -13,18 +13,22 @@ namespace {
 
 std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
 
-bool FillsTheFile(const RandomFile& file, TsHeaderSize header_size) {
+bool FillsTheFile(const RandomFile& file, TsHeaderSize header_size, TsProgress* progress) {
   TsWalker walker(&file, header_size);
   TsPlace place;
-  while (walker.Next(&place)) {
+  while (walker.Next(&place) && (progress == nullptr || progress->Note(place.next))) {
+  }
+  if (progress != nullptr) {
+    progress->NextWalk(walker.End());
   }
   return walker.Error().empty() && place.next == walker.End();
 }
 
 }  // namespace
 
-TsHeaderSize FittingHeaders(const RandomFile& file) {
-  return !FillsTheFile(file, TsHeaderSize::kFull) && FillsTheFile(file, TsHeaderSize::kOld)
+TsHeaderSize FittingHeaders(const RandomFile& file, TsProgress* progress) {
+  return !FillsTheFile(file, TsHeaderSize::kFull, progress) &&
+                 FillsTheFile(file, TsHeaderSize::kOld, progress)
              ? TsHeaderSize::kOld
              : TsHeaderSize::kFull;
 }
@@ -85,7 +89,7 @@ void TsFile::Reset() {
   companion_path_.clear();
 }
 
-bool TsFile::Open(const std::filesystem::path& path, const Options& options) {
+bool TsFile::Open(const std::filesystem::path& path, const Options& options, TsProgress* progress) {
   Reset();
   path_ = path;
   if (const std::string reason = file_.Open(path); !reason.empty()) {
@@ -104,13 +108,19 @@ bool TsFile::Open(const std::filesystem::path& path, const Options& options) {
       lacks_companion_ = true;
       return Fail(companion_path_, reason);
     }
-    header_size_ = headers ? *headers : FittingHeaders(file_);
+    if (progress != nullptr && !headers) {
+      progress->Begin(3, file_.Size());
+    }
+    header_size_ = headers ? *headers : FittingHeaders(file_, progress);
     NoteMissing(reason, !headers);
   } else {
     const bool is_old = companion_.IsOldVersion();
     header_size_ = headers.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   }
-  if (const std::string error = index_.Build(file_, header_size_); !error.empty()) {
+  if (progress != nullptr && progress->total == 0) {
+    progress->Begin(1, file_.Size());
+  }
+  if (const std::string error = index_.Build(file_, header_size_, progress); !error.empty()) {
     read_error_ = FileMessage(path, error + "; only the records before it are known");
   }
   return true;

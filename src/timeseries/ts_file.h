@@ -32,7 +32,10 @@ class TsFile {
   /// ones; both need no companion, but use one. Any other is told by its companion's "VER". False
   /// where the file, or a companion that it needs, cannot be opened: `Message()` and `Reason()`
   /// tell.
-  [[nodiscard]] bool Open(const std::filesystem::path& path, const Options& options);
+  /// `progress`, which may be null, follows the walks, which may be stopped by it: then the file
+  /// is of no use.
+  [[nodiscard]] bool Open(const std::filesystem::path& path, const Options& options,
+                          TsProgress* progress = nullptr);
   [[nodiscard]] bool Open(const std::filesystem::path& path) { return Open(path, Options()); }
 
   /// Of a failure: the text for the user, and what the system said with the file's name.
@@ -94,7 +97,7 @@ class TsFile {
 
 /// The headers that a waveform of unknown version is taken to have: full ones, or older ones where
 /// only with these the records fill the file to its very end.
-TsHeaderSize FittingHeaders(const RandomFile& file);
+TsHeaderSize FittingHeaders(const RandomFile& file, TsProgress* progress = nullptr);
 
 }  // namespace orvane
 

@@ -1,7 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/ts_index.h"
 
+#include <algorithm>
+
 namespace orvane {
+
+int TsProgress::Percent() const {
+  constexpr int kWhole = 100;
+  const double share = total == 0 ? 0 : static_cast<double>(done) / static_cast<double>(total);
+  return std::min(kWhole, static_cast<int>(kWhole * share));
+}
 
 // Keeps every second note.
 void TsIndex::Thin() {
@@ -12,7 +20,7 @@ void TsIndex::Thin() {
   stride_ *= 2;
 }
 
-std::string TsIndex::Build(const RandomFile& file, TsHeaderSize header_size) {
+std::string TsIndex::Build(const RandomFile& file, TsHeaderSize header_size, TsProgress* progress) {
   *this = {};
   header_size_ = header_size;
   TsWalker walker(&file, header_size);
@@ -29,6 +37,9 @@ std::string TsIndex::Build(const RandomFile& file, TsHeaderSize header_size) {
       notes_.back().has_bad = true;
       first_bad_ = first_bad_ == 0 ? place.number : first_bad_;
       ++bad_count_;
+    }
+    if (progress != nullptr && !progress->Note(place.next)) {
+      return "stopped";
     }
   }
   return walker.Error();

@@ -2,6 +2,7 @@
 #ifndef ORVANE_TIMESERIES_TS_INDEX_H_
 #define ORVANE_TIMESERIES_TS_INDEX_H_
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -10,13 +11,38 @@
 
 namespace orvane {
 
+/// How far walks over a file's headers are, for another thread, which may also stop them.
+struct TsProgress {
+  std::atomic<std::uint64_t> done = 0;   ///< bytes gone over, of all walks
+  std::atomic<std::uint64_t> total = 0;  ///< of them; 0: not known yet
+  std::atomic<bool> stop = false;
+
+  int Percent() const;
+  /// A walk has come to a byte of the file; false: it is to end.
+  bool Note(std::uint64_t byte) {
+    done = before_ + byte;
+    return !stop;
+  }
+  /// That many walks begin over a file of that size.
+  void Begin(std::uint64_t walks, std::uint64_t size) {
+    total = walks * size;
+    before_ = 0;
+  }
+  void NextWalk(std::uint64_t size) { before_ += size; }
+
+ private:
+  std::uint64_t before_ = 0;  // of the walks that ended
+};
+
 /// Where the records of a file are, made by one walk over their headers. Every record is noted, or
 /// in a file of very many every 2nd, 4th ..., so that the memory does not grow with the file; a
 /// record between two notes is found by a short walk.
 class TsIndex {
  public:
-  /// Walks the file as it is now. An empty string, or what ended the walk before the file's end.
-  [[nodiscard]] std::string Build(const RandomFile& file, TsHeaderSize header_size);
+  /// Walks the file as it is now. An empty string, or what ended the walk before the file's end;
+  /// `progress` may be null.
+  [[nodiscard]] std::string Build(const RandomFile& file, TsHeaderSize header_size,
+                                  TsProgress* progress = nullptr);
 
   std::uint64_t Count() const { return count_; }
   /// Records of status 6; none in a band file, whose headers tell no status.

@@ -38,17 +38,30 @@ bool WaveformView::Open(const std::filesystem::path& path, const TsFile::Options
   return true;
 }
 
+void WaveformView::Take(std::unique_ptr<TsFile> file, const TsFile::Options& options) {
+  Close();
+  options_ = options;
+  file_ = std::move(file);
+  is_open_ = true;
+  First();
+}
+
 bool WaveformView::Reload(std::string* reason) {
   auto fresh = std::make_unique<TsFile>();
   if (!fresh->Open(file_->Path(), options_)) {
     *reason = fresh->Reason();
     return false;
   }
+  TakeAnew(std::move(fresh));
+  return true;
+}
+
+void WaveformView::TakeAnew(std::unique_ptr<TsFile> fresh) {
   file_ = std::move(fresh);
   if (Count() == 0) {
     Close();
     is_open_ = true;
-    return true;
+    return;
   }
   ShowRecord(std::clamp<std::uint64_t>(number_, 1, Count()));
   for (std::optional<double>& cursor : cursors_) {
@@ -56,7 +69,6 @@ bool WaveformView::Reload(std::string* reason) {
       cursor.reset();
     }
   }
-  return true;
 }
 
 void WaveformView::Close() {

@@ -59,9 +59,14 @@ class WaveformView {
   /// `File().Message()` and `File().Reason()` tell why. Settings stay.
   [[nodiscard]] bool Open(const std::filesystem::path& path, const TsFile::Options& options);
   [[nodiscard]] bool Open(const std::filesystem::path& path) { return Open(path, {}); }
+  /// The same with a file that is open, by these options.
+  void Take(std::unique_ptr<TsFile> file, const TsFile::Options& options);
   /// Reads the file anew and keeps record, visible times and cursors as far as they still exist.
   /// False, and all stays as it was, where it cannot be opened any more: `reason` tells why.
   [[nodiscard]] bool Reload(std::string* reason);
+  /// The same with the file opened anew.
+  void TakeAnew(std::unique_ptr<TsFile> fresh);
+  const TsFile::Options& Options() const { return options_; }
   void Close();
   bool IsOpen() const { return is_open_; }
   const TsFile& File() const { return *file_; }

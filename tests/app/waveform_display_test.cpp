@@ -10,11 +10,17 @@
 #include <QSettings>
 #include <QTest>
 #include <QTimer>
+#include <atomic>
+#include <chrono>
+#include <new>
+#include <thread>
 
 #include "app/main_frame.h"
 #include "app/notice_label.h"
+#include "core/file_system.h"
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
+#include "timeseries/widgets/loading_strip.h"
 #include "ui/plot_theme.h"
 #include "ui/qt_path.h"
 
@@ -65,6 +71,7 @@ class WaveformDisplay : public ::testing::Test {
     });
     timer.start(5);
     frame_.OpenAny(path);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !frame_.Displays().IsReading(); }, 30000));
     return said;
   }
   WaveformView& View() { return Display()->View(); }
@@ -198,6 +205,84 @@ TEST_F(WaveformDisplay, OffersRawCountsOfAWaveformWithoutItsTable) {
   EXPECT_EQ(frame_.findChild<NoticeLabel*>()->text(),
             QStringLiteral("1 / 3, first bad at 3, raw counts, no table A.TBL, headers taken to "
                            "have 252 bytes"));
+}
+
+// A disk that takes its time, or has no memory left to read into.
+std::atomic<int> milliseconds_per_read = 0;
+std::atomic<bool> has_no_memory = false;
+
+class SlowDisk {
+ public:
+  SlowDisk() {
+    milliseconds_per_read = 250;
+    has_no_memory = false;
+    ReaderCalls().some_at = [](int handle, std::uint64_t offset, std::span<std::byte> bytes) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds_per_read));
+      if (has_no_memory) {
+        throw std::bad_alloc();
+      }
+      return Usual().some_at(handle, offset, bytes);
+    };
+  }
+  ~SlowDisk() { ReaderCalls() = Usual(); }
+
+ private:
+  static const ReadCalls& Usual() {
+    static const ReadCalls calls = ReaderCalls();
+    return calls;
+  }
+  const ReadCalls* usual_ = &Usual();  // before they are replaced
+};
+
+TEST_F(WaveformDisplay, ReadsBesideTheWindow) {
+  const QString file = TextFromPath(dir_ / "B.TSS");
+  WriteAll(dir_ / "B.TSS", Record(1, 0) + Record(11, 0));
+  std::filesystem::copy_file(dir_ / "A.TBL", dir_ / "B.TBL");
+  const auto* notice = frame_.findChild<NoticeLabel*>();
+  const auto is_read = [this] { return !frame_.Displays().IsReading(); };
+  const auto strip = [this] { return frame_.Display()->findChild<LoadingStrip*>(); };
+  const SlowDisk disk;
+
+  ASSERT_TRUE(frame_.OpenAny(file));
+  ASSERT_TRUE(frame_.Displays().IsReading());
+  EXPECT_TRUE(frame_.windowTitle().startsWith(QStringLiteral("B.TSS - ")));
+  EXPECT_EQ(strip()->findChild<QLabel*>()->text(),
+            QStringLiteral("Reading records of B.TSS ... 0 %"));
+  EXPECT_TRUE(frame_.Command(kEditRaw)->isEnabled()) << "the table is there to work on";
+  frame_.Display()->findChild<QAction*>(QStringLiteral("cancel"))->trigger();
+  EXPECT_EQ(frame_.Display(), nullptr);
+  EXPECT_EQ(notice->text(), QStringLiteral("Reading of B.TSS was cancelled"));
+
+  for (const char* other : {"A.TBL", "B.TSS"}) {  // in its place
+    ASSERT_TRUE(frame_.OpenAny(file));
+    ASSERT_TRUE(frame_.OpenAny(TextFromPath(dir_ / other)));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  ASSERT_TRUE(frame_.Displays().IsReading());
+  milliseconds_per_read = 0;
+  ASSERT_TRUE(QTest::qWaitFor(is_read));
+  ASSERT_NE(Display(), nullptr);
+  EXPECT_EQ(View().Count(), 2U);
+
+  WriteAll(dir_ / "B.TSS", Record(1, 0));
+  milliseconds_per_read = 250;
+  Display()->Reload();
+  EXPECT_TRUE(strip()->isVisible());
+  EXPECT_EQ(View().Count(), 2U) << "what is shown stays";
+  Action("close")->trigger();
+  EXPECT_FALSE(strip()->isVisible());
+  ASSERT_NE(Display(), nullptr) << "Escape ended the reading only";
+  EXPECT_EQ(View().Count(), 2U);
+  Display()->Reload();
+  milliseconds_per_read = 0;
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !strip()->isVisible(); }));
+  EXPECT_EQ(View().Count(), 1U);
+
+  milliseconds_per_read = 250;
+  has_no_memory = true;
+  EXPECT_EQ(Open(file), QStringLiteral("File Open Error:Failed to open file %1!").arg(file));
+  EXPECT_EQ(notice->text(), file + QStringLiteral(": not enough memory"));
+  EXPECT_EQ(frame_.Display(), nullptr);
 }
 
 TEST_F(WaveformDisplay, TellsWhatCannotBeOpenedAndSavesPictures) {

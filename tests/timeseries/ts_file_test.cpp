@@ -3,11 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <fstream>
+#include <new>
 #include <random>
+#include <thread>
 
 #include "core/param_text.h"
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
+#include "timeseries/ts_loading.h"
 
 namespace orvane::testing {
 namespace {
@@ -205,12 +210,54 @@ TEST_F(TsFiles, ManyRecordsAndExtremeCountsNeedLittleMemory) {
   }
   EXPECT_FALSE(file.Find(count + 1));
 
+  TsLoading beside(dir_ / "MANY.TS1", TsFile::Options());
+  ASSERT_TRUE(beside.WaitFor(std::chrono::minutes(1)));
+  EXPECT_EQ(beside.Progress().Percent(), 100);
+  EXPECT_EQ(beside.Take()->Count(), count);
+
   const TsBytes extreme{.channels = 255, .width = 255, .header_size = 32, .scans = 65535};
   ASSERT_TRUE(file.Open(Put("HUGE.TS1", extreme.Header() + std::string(255 * 255 + 9, 'x'))));
   CTsRec record;
   EXPECT_EQ(file.Read(1, &record), "");
   EXPECT_EQ(record.Scans(), 1U);
   EXPECT_EQ(record.Held().size(), 255U);
+}
+
+// A read for each record, and none of them quick: leaving does not wait for all.
+TEST_F(TsFiles, ReadingBesideEndsSoonWhenLeft) {
+  const std::string header = TsBytes{.channels = 12, .header_size = 32, .scans = 1000}.Header();
+  constexpr std::size_t kRecords = 1000;
+  const auto path = Put("FAR.TS1", header);
+  std::filesystem::resize_file(path, kRecords * (header.size() + 36000));
+  {
+    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+    for (std::size_t i = 0; i < kRecords; ++i) {
+      file.seekp(static_cast<std::streamoff>(i * (header.size() + 36000)));
+      file.write(header.data(), static_cast<std::streamsize>(header.size()));
+    }
+  }
+  static std::atomic<int> reads;
+  static const ReadCalls usual = ReaderCalls();
+  reads = 0;
+  ReaderCalls().some_at = [](int handle, std::uint64_t offset, std::span<std::byte> bytes) {
+    ++reads;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return usual.some_at(handle, offset, bytes);
+  };
+  {
+    TsLoading loading(path, TsFile::Options());
+    EXPECT_FALSE(loading.WaitFor(std::chrono::milliseconds(30)));
+    EXPECT_FALSE(loading.IsDone());
+  }
+  EXPECT_LT(reads, 500);
+  ReaderCalls().some_at = [](int, std::uint64_t, std::span<std::byte>) -> std::ptrdiff_t {
+    throw std::bad_alloc();
+  };
+  TsLoading poor(path, TsFile::Options());
+  EXPECT_TRUE(poor.WaitFor(std::chrono::minutes(1)));
+  EXPECT_FALSE(poor.IsOpen());
+  EXPECT_EQ(poor.Fault(), "not enough memory");
+  ReaderCalls() = usual;
 }
 
 }  // namespace

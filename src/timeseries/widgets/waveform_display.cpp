@@ -34,6 +34,7 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
       prompts_(prompts),
       plot_(new WaveformPlot(&view_, this)),
       readings_(MakeReadings()),
+      strip_(new LoadingStrip(this)),
       number_(new QSpinBox(this)) {
   setObjectName(QStringLiteral("waveform-display"));
   setFocusPolicy(Qt::StrongFocus);
@@ -50,7 +51,10 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   halves_->addWidget(readings_);
   halves_->setStretchFactor(0, 1);
   halves_->setChildrenCollapsible(false);
+  layout()->addWidget(strip_);
   layout()->addWidget(halves_);
+  connect(strip_, &LoadingStrip::Ended, this, [this] { TakeAnew(strip_->Take()); });
+  connect(strip_, &LoadingStrip::Cancelled, this, &CDisplay::Told);
   connect(plot_, &WaveformPlot::Changed, this, &CWaveformDisplay::ShowReadings);
   connect(plot_, &WaveformPlot::MenuAsked, this, &CWaveformDisplay::ShowMenu);
   connect(&timer_, &QTimer::timeout, this, [this] {
@@ -128,36 +132,16 @@ void CWaveformDisplay::AddSaving() {
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
             Qt::CTRL | Qt::Key_P, [this] { Save(); });
   AddButton("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
-    if (!RemoveCursors()) {
+    if (strip_->IsReading()) {
+      strip_->Cancel();
+    } else if (!RemoveCursors()) {
       emit CloseAsked();
     }
   });
 }
 
-bool CWaveformDisplay::OpenOrTell(const std::filesystem::path& path,
-                                  const TsFile::Options& options) {
-  if (view_.Open(path, options)) {
-    return true;
-  }
-  prompts_->ShowWarning("File Open Error", view_.File().Message());
-  emit Told(QString::fromStdString(view_.File().Reason()));
-  return false;
-}
-
-bool CWaveformDisplay::OffersRawCounts() {
-  return view_.File().LacksCompanion() &&
-         prompts_->AskYesNo("Orvane", "Without its table the channels of " +
-                                          PathText(view_.File().Path().filename()) +
-                                          " have no names and no units.\n\nShow raw counts?") ==
-             Answer::kYes;
-}
-
-bool CWaveformDisplay::Open(const QString& path) {
-  const std::filesystem::path file = PathFromText(path);
-  if (!OpenOrTell(file, {}) &&
-      (!OffersRawCounts() || !OpenOrTell(file, {.header_size = {}, .needs_companion = false}))) {
-    return false;
-  }
+void CWaveformDisplay::Take(std::unique_ptr<TsFile> file, const TsFile::Options& options) {
+  view_.Take(std::move(file), options);
   LimitNumber();
   if (const std::string bad = view_.File().BadRecordText(); !bad.empty()) {
     prompts_->ShowWarning("Orvane", bad);
@@ -166,7 +150,6 @@ bool CWaveformDisplay::Open(const QString& path) {
     prompts_->ShowWarning("Orvane", error);
   }
   ShowView();
-  return true;
 }
 
 void CWaveformDisplay::LimitNumber() {
@@ -314,12 +297,27 @@ void CWaveformDisplay::CopyReadings() {
                                : QStringLiteral("The readings of the cursors were copied as text"));
 }
 
+// What is shown stays until the file is read.
 void CWaveformDisplay::Reload() {
-  std::string reason;
-  const bool is_read = view_.Reload(&reason);
-  LimitNumber();
+  auto loading = std::make_unique<TsLoading>(view_.File().Path(), view_.Options());
+  if (loading->WaitFor(kLoadingPatience)) {
+    TakeAnew(std::move(loading));
+  } else {
+    strip_->Follow(std::move(loading));
+  }
+}
+
+void CWaveformDisplay::TakeAnew(std::unique_ptr<TsLoading> loading) {
+  std::unique_ptr<TsFile> fresh = loading->Take();
+  const std::string reason = loading->IsOpen()          ? ""
+                             : loading->Fault().empty() ? fresh->Reason()
+                                                        : loading->Fault();
+  if (loading->IsOpen()) {
+    view_.TakeAnew(std::move(fresh));
+    LimitNumber();
+  }
   ShowView();
-  if (!is_read) {
+  if (!reason.empty()) {
     emit Told(QStringLiteral("Not read anew: ") + QString::fromStdString(reason));
   }
 }

@@ -9,6 +9,7 @@
 
 #include "forms/prompts.h"
 #include "timeseries/waveform_view.h"
+#include "timeseries/widgets/loading_strip.h"
 #include "timeseries/widgets/waveform_plot.h"
 #include "ui/display.h"
 
@@ -22,9 +23,8 @@ class CWaveformDisplay : public CDisplay {
  public:
   explicit CWaveformDisplay(Prompts* prompts, QWidget* parent = nullptr);
 
-  /// Opens a file, where only its companion table is missing as raw counts if the user wants that.
-  /// False where that fails; the messages are shown.
-  bool Open(const QString& path);
+  /// Shows a file that is open, by these options; tells of bad records and faults.
+  void Take(std::unique_ptr<TsFile> file, const TsFile::Options& options);
   WaveformView& View() { return view_; }
   /// Takes over how another file was shown, but for auto play.
   void Adopt(const WaveformSettings& settings, bool has_small_unit);
@@ -43,8 +43,7 @@ class CWaveformDisplay : public CDisplay {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  bool OpenOrTell(const std::filesystem::path& path, const TsFile::Options& options);
-  bool OffersRawCounts();
+  void TakeAnew(std::unique_ptr<TsLoading> loading);
   void LimitNumber();
   void AddPaging();
   void AddViewing();
@@ -68,6 +67,7 @@ class CWaveformDisplay : public CDisplay {
   WaveformView view_;
   WaveformPlot* plot_;
   QTableWidget* readings_;
+  LoadingStrip* strip_;
   QSplitter* halves_ = nullptr;
   QSpinBox* number_;
   QAction* auto_play_ = nullptr;

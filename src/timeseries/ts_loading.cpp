@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/ts_loading.h"
+
+#include <exception>
+#include <new>
+#include <system_error>
+
+namespace orvane {
+
+TsLoading::TsLoading(const std::filesystem::path& path, const TsFile::Options& options)
+    : path_(path), options_(options) {
+  try {
+    thread_ = std::thread([this] { Run(); });
+  } catch (const std::system_error& error) {
+    fault_ = error.what();
+    is_done_ = true;
+  }
+}
+
+TsLoading::~TsLoading() {
+  progress_.stop = true;
+  if (thread_.joinable()) {
+    thread_.join();
+  }
+}
+
+void TsLoading::Run() {
+  try {
+    is_open_ = file_->Open(path_, options_, &progress_);
+  } catch (const std::bad_alloc&) {
+    fault_ = "not enough memory";
+  } catch (const std::exception& exception) {
+    fault_ = exception.what();
+  }
+  const std::lock_guard lock(mutex_);
+  is_done_ = true;
+  ended_.notify_all();
+}
+
+bool TsLoading::IsDone() const {
+  const std::lock_guard lock(mutex_);
+  return is_done_;
+}
+
+bool TsLoading::WaitFor(std::chrono::milliseconds time) const {
+  std::unique_lock lock(mutex_);
+  return ended_.wait_for(lock, time, [this] { return is_done_; });
+}
+
+}  // namespace orvane
