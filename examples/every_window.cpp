@@ -71,6 +71,37 @@ bool VisitOffer(COrvaneApp* app, const Visit& visit) {
   return !copy.Offer(&app->Document().Asking()) && done;
 }
 
+// The bar above the view and the question, after another program saved the file.
+bool VisitChangedFile(COrvaneApp* app, const Visit& visit) {
+  COrvaneDoc& doc = app->Document();
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("Startup.tbl"));
+  bool done = doc.OnSaveDocument(path);
+  ParamTable theirs = doc.Table();
+  const std::int32_t other = 60;
+  for (const ParamKey key : {"LFRQ", "SNUM", "LPFR"}) {
+    done = theirs.SetParam(key, IntPT, &other) == kOk && done;
+  }
+  const std::int32_t mine = 7;
+  for (const ParamKey key : {"LFRQ", "EGNC", "HGNC"}) {
+    done = doc.Table().SetParam(key, IntPT, &mine) == kOk && done;
+  }
+  done = SaveParamFile(&theirs, PathFromText(path), {}) == kOk && done;
+  doc.NoteChanges();
+  QApplication::processEvents();
+  done = visit(&app->Frame(), "changed-file") && done;
+  bool is_asked = false;
+  QTimer::singleShot(0, app, [&] {
+    QWidget* question = QApplication::activeModalWidget();
+    is_asked = visit(question, "changed-file-question");
+    question->close();
+  });
+  done = !doc.OnSave() && is_asked && done;
+  doc.OnCloseDocument();
+  doc.OnNewDocument();
+  return done;
+}
+
 // Two boxes' files of one name in a folder of the pictures' own.
 bool VisitStartupResults(ParamTable* table, Prompts* prompts, CMainFrame* frame,
                          const Visit& visit) {

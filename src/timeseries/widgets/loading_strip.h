@@ -15,7 +15,7 @@
 namespace orvane {
 
 /// What is read within this time is shown at once, without a strip.
-inline constexpr std::chrono::milliseconds kLoadingPatience{100};
+inline constexpr std::chrono::milliseconds kLoadingPatience{30};
 
 /// How far the reading of a file is, with a button that cancels it. Hidden while nothing is read;
 /// what is read when the strip goes is cancelled.
@@ -31,15 +31,14 @@ class LoadingStrip : public QFrame {
   /// Lets the reading end without a result.
   void Cancel();
   QPushButton* CancelButton() { return cancel_; }
+  /// The reading that is done.
+  std::unique_ptr<TsLoading> Take();
 
  signals:
   /// A reading is done; the slot that is called takes it by `Take()`.
   void Ended();
   /// "Reading of A.TSS was cancelled".
   void Cancelled(const QString& text);
-
- public:
-  std::unique_ptr<TsLoading> Take();
 
  private:
   void Look();
