@@ -531,6 +531,7 @@ bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit
   done = VisitCalibrations(app, survey + QStringLiteral("/Calibration"), visit) && done;
 
   done = VisitOffer(app, visit) && done;
+  done = VisitChangedFile(app, visit) && done;
   CAboutDlg about(&frame);
   return visit(&about, "about") && done;
 }
