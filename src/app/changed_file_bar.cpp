@@ -11,8 +11,8 @@ ChangedFileBar::ChangedFileBar(COrvaneDoc* doc, QWidget* parent)
     : QFrame(parent),
       doc_(doc),
       text_(new QLabel(this)),
-      load_(new QPushButton(QStringLiteral("&Load It"), this)),
-      keep_(new QPushButton(QStringLiteral("&Keep Mine"), this)) {
+      load_(new QPushButton(QStringLiteral("&Load it"), this)),
+      keep_(new QPushButton(QStringLiteral("&Keep mine"), this)) {
   setObjectName(QStringLiteral("changed-file"));
   setAccessibleName(QStringLiteral("File changed on disk"));
   setFrameShape(QFrame::Box);

@@ -176,7 +176,7 @@ void COrvaneDoc::KeepMine() {
   NoteChanges();
 }
 
-bool COrvaneDoc::MayReplaceFile() {
+bool COrvaneDoc::MayReplaceFile(bool can_load) {
   enum Choice : int { kCancel, kSaveMine, kLoadIt };
   const std::filesystem::path path = PathFromText(path_);
   std::string reason;
@@ -195,9 +195,12 @@ bool COrvaneDoc::MayReplaceFile() {
     }
     DocumentFile seen;
     const std::string question = file_.Question(path, *table_, &seen);
-    const int choice =
-        prompts_->AskChoice(kCaption, question + "\n\nCancel leaves file and table as they are.",
-                            {"Cancel", "Save Mine over It", "Load It"}, kCancel);
+    std::vector<std::string> buttons = {"Cancel", "Save mine over it"};
+    if (can_load) {
+      buttons.emplace_back("Load it");
+    }
+    const int choice = prompts_->AskChoice(
+        kCaption, question + "\n\nCancel leaves file and table as they are.", buttons, kCancel);
     if (choice == kLoadIt) {
       OnReload();
     }
@@ -238,7 +241,7 @@ bool COrvaneDoc::OnSaveDocument(const QString& path) { return Write(path, AskFor
 bool COrvaneDoc::Write(const QString& path, const TblSaveOptions& options) {
   const bool is_own = IsOwnFile(path);
   const bool was_gone = is_own && LookAtFile() == FileChange::kGone;
-  if (is_own && !MayReplaceFile()) {
+  if (is_own && !MayReplaceFile(true)) {
     return false;
   }
   TblReport report;

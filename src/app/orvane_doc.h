@@ -48,8 +48,9 @@ class COrvaneDoc : public QObject {
   bool OnReload();
   /// The table stays what it is, and is to be saved: over what the file holds now.
   void KeepMine();
-  /// Whether the document's own file may be written: asks where others have changed it.
-  bool MayReplaceFile();
+  /// Whether the document's own file may be written: asks where others have changed it. `can_load`
+  /// offers to load the file instead: not while something else works on the table.
+  bool MayReplaceFile(bool can_load = false);
 
   /// Takes up a table that an ended program had not saved: a modified document of that path, which
   /// may be empty. `image` is a whole version-2 file, `file` what it was made from.

@@ -506,7 +506,7 @@ TEST_F(MainFrame, TellsInABarOfAFileThatOthersChanged) {
   ASSERT_EQ(buttons.size(), 2);
   const auto goes = [bar] { return QTest::qWaitFor([bar] { return bar->isHidden(); }); };
   QAccessibleInterface* load = QAccessible::queryAccessibleInterface(buttons[0]);
-  EXPECT_EQ(load->text(QAccessible::Name), QStringLiteral("Load It"));
+  EXPECT_EQ(load->text(QAccessible::Name), QStringLiteral("Load it"));
   load->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_TRUE(goes());
   EXPECT_FALSE(doc_.IsModified());

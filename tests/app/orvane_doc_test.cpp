@@ -274,10 +274,10 @@ TEST_F(OrvaneDoc, AsksBeforeWhatOthersWroteIsLost) {
        "", "", true, 4},
       {"gone", [&] { fs::remove(file); }, "", "", true, 4},
       {"cancelled", [&] { write(table("\4", "\x3d", "Eva")); }, differences, "", false, 4},
-      {"mine", [&] { write(table("\4", "\x3d", "Eva")); }, differences, "Save Mine over It", true,
+      {"mine", [&] { write(table("\4", "\x3d", "Eva")); }, differences, "Save mine over it", true,
        4},
       {"theirs", [&] { write(table("\5", "\x3d", "Eva")); }, "Changed there: Site (SITE)",
-       "Load It", false, 5},
+       "Load it", false, 5},
       {"same size and time",
        [&] {
          const auto time = fs::last_write_time(file);
@@ -298,7 +298,7 @@ TEST_F(OrvaneDoc, AsksBeforeWhatOthersWroteIsLost) {
          write(table("\4", "\x3d", "Eva"));
          prompts_.when_asked = [&] { write(table("\4", "\x3d", "Max")); };
        },
-       differences, "Save Mine over It", true, 4},
+       differences, "Save mine over it", true, 4},
   };
   for (const Case& now : cases) {
     SCOPED_TRACE(now.name);
@@ -314,7 +314,7 @@ TEST_F(OrvaneDoc, AsksBeforeWhatOthersWroteIsLost) {
     const std::string theirs = fs::is_regular_file(file) ? ReadAll(file) : "";
     prompts_.asked.clear();
     prompts_.button = now.button;
-    const bool loads = prompts_.button == "Load It";
+    const bool loads = prompts_.button == "Load it";
     prompts_.answer = loads ? Answer::kYes : Answer::kNo;
     EXPECT_EQ(doc_.OnSave(), now.is_saved);
     const bool is_asked_again = loads || std::string(now.name) == "twice";

@@ -201,6 +201,21 @@ TEST_F(StartupFiles, AFailedWriteIsToldAndClearsNothing) {
   EXPECT_NE(run.StatusText().find("24.tbl (No such file or directory)"), std::string::npos);
 }
 
+TEST_F(StartupFiles, TheDocumentsFileIsNotWrittenAgainstTheUsersWill) {
+  testing::WriteAll(dir_ / "24.tbl", "by another program");
+  StartupRun run(&table_, dir_ / "24.tbl", &answers_);
+  run.SetMayReplaceDocument([] { return false; });
+  for (const StartupBox& box : run.Boxes()) {
+    run.Accept(StartupForm(&table_, box, run.Choices()));
+  }
+  EXPECT_EQ(testing::ReadAll(dir_ / "24.tbl"), "by another program");
+  EXPECT_EQ(run.Document(), StartupRun::OwnFile::kAsBefore);
+  for (const StartupOutcome& outcome : run.Outcomes()) {
+    EXPECT_EQ(outcome.state == StartupOutcome::kSkipped, outcome.box.number == StartupBox::kMain)
+        << outcome.Name();
+  }
+}
+
 TEST_F(StartupFiles, AMonitorsSerialGoesIntoTheOtherBoxesFilesAndNoneGetsNoFile) {
   Set(&table_, "SNTX", "0");
   for (const char* serial : {"0", "77"}) {
@@ -213,6 +228,7 @@ TEST_F(StartupFiles, AMonitorsSerialGoesIntoTheOtherBoxesFilesAndNoneGetsNoFile)
     EXPECT_EQ(run.Choices().folder, dir_.Path().string());
     run.Accept(StartupForm(&table_, run.Boxes()[1], run.Choices()));
     EXPECT_EQ(run.Document(), StartupRun::OwnFile::kWritten) << "the main box's is the document's";
+    EXPECT_EQ(run.DocumentMemory().Size(), std::filesystem::file_size(dir_ / "24.tbl"));
     EXPECT_EQ(Get(Loaded("24.tbl"), "SNTX"), serial);
     EXPECT_EQ(Get(table_, "SNTX"), "0");
     const bool has_monitor = std::string_view(serial) != "0";
