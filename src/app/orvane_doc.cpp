@@ -241,12 +241,22 @@ bool COrvaneDoc::OnSaveDocument(const QString& path) { return Write(path, AskFor
 bool COrvaneDoc::Write(const QString& path, const TblSaveOptions& options) {
   const bool is_own = IsOwnFile(path);
   const bool was_gone = is_own && LookAtFile() == FileChange::kGone;
-  if (is_own && !MayReplaceFile(true)) {
-    return false;
-  }
   TblReport report;
   RememberedFile memory;
-  if (SaveParamFile(table_, PathFromText(path), options, &report, &memory) != kOk) {
+  Status status = kOk;
+  for (bool is_overtaken = true; is_overtaken;) {
+    if (is_own && !MayReplaceFile(true)) {
+      return false;
+    }
+    OutFile file;
+    static_cast<void>(file.OpenAlone(PathFromText(path)));  // where that fails, so does saving
+    if (const FileChange change = LookAtFile(); is_own && change != FileChange::kUnknown) {
+      file.Expect(change == FileChange::kGone ? RememberedFile::Absent() : file_.Memory());
+    }
+    status = SaveParamFile(table_, PathFromText(path), &file, options, &report, &memory);
+    is_overtaken = file.WasOvertaken();  // since it was looked at: asked about again
+  }
+  if (status != kOk) {
     if (report.has_touched && is_own) {
       OnOwnFileTouched();
     }

@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <system_error>
 
-#include "core/checksum.h"
 #include "core/follow_links.h"
 #include "core/number_text.h"
 #include "core/path_names.h"
@@ -138,24 +137,6 @@ std::size_t InFile::Read(std::span<std::byte> bytes) {
     done += count;
   }
   return done;
-}
-
-std::string ReadContent(const std::filesystem::path& path, FileContent* content) {
-  *content = {};
-  content->existence = Exists(path);
-  if (content->existence != Existence::kThere) {
-    return content->existence == Existence::kNotThere ? std::string() : SystemReason(errno);
-  }
-  InFile file;
-  if (std::string reason = file.Open(path); !reason.empty()) {
-    return reason;
-  }
-  std::vector<std::byte> piece(kPiece);
-  for (std::size_t size = 1; size > 0; content->size += size) {
-    size = file.Read(piece);
-    content->checksum = Checksum(std::span(piece).first(size), content->checksum);
-  }
-  return file.Error();
 }
 
 std::string WriteFile(const std::filesystem::path& path, std::span<const std::byte> bytes,

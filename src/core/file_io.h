@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "core/beside_file.h"
+#include "core/file_memory.h"
 #include "core/file_system.h"
 
 namespace orvane {
@@ -76,16 +77,6 @@ class InFile {
   std::string error_;
 };
 
-/// What a file holds, as far as a comparison needs it.
-struct FileContent {
-  Existence existence = Existence::kNotThere;
-  std::uint64_t size = 0;
-  std::uint64_t checksum = 0;
-  bool operator==(const FileContent&) const = default;
-};
-/// An empty string, or why a file that is there cannot be read.
-[[nodiscard]] std::string ReadContent(const std::filesystem::path& path, FileContent* content);
-
 /// A file being written. The bytes go to a new file beside the target, which takes the target's
 /// place only in `Commit()`, after a flush to the disk: until then, and after any failure, the file
 /// has all its old bytes, or, where only the folder failed, all its new ones. Mode bits, access
@@ -108,11 +99,13 @@ class OutFile {
   /// As `OpenAlone()`, for a file that is read after it, changed and written back: `Commit()`
   /// fails, with `WasOvertaken()`, where the file is no longer what it was here.
   [[nodiscard]] std::string OpenToUpdate(const std::filesystem::path& path);
+  /// The same for what somebody remembers of the file, where anything is.
+  void Expect(const RememberedFile& memory);
   [[nodiscard]] std::string Write(std::span<const std::byte> bytes);
   [[nodiscard]] std::string Commit();
   static constexpr std::chrono::seconds kMostWait{10};
 
-  /// After a failure: another program has changed the file since `OpenToUpdate()`.
+  /// After a failure: another program has changed what was expected.
   bool WasOvertaken() const { return was_overtaken_; }
 
   /// Whether the target may hold other bytes than before: after a failure that it was in the way
@@ -146,7 +139,7 @@ class OutFile {
   std::vector<std::byte> pending_;  // in place: everything until Commit()
   std::string error_;
   bool has_touched_ = false;
-  std::optional<FileContent> expected_;
+  std::optional<RememberedFile> expected_;
   bool was_overtaken_ = false;
 };
 

@@ -100,8 +100,14 @@ std::string OutFile::OpenToUpdate(const std::filesystem::path& path) {
     return reason;
   }
   expected_.emplace();
-  reason = ReadContent(target_, &*expected_);
+  reason = expected_->Read(target_);
   return reason.empty() ? reason : Fail(std::move(reason));
+}
+
+void OutFile::Expect(const RememberedFile& memory) {
+  if (memory.IsKnown()) {
+    expected_ = memory;
+  }
 }
 
 std::string OutFile::Start(const std::filesystem::path& path, bool is_alone) {
@@ -213,15 +219,18 @@ std::string OutFile::CommitDirectly() {
 
 // Empty where the target still is what it was when it was opened to be updated.
 std::string OutFile::Overtaken() {
-  FileContent found;
-  if (!expected_) {
-    return {};
+  std::string reason;
+  switch (expected_ ? expected_->Look(target_, &reason) : FileChange::kUnchanged) {
+    case FileChange::kUnchanged:
+      return {};
+    case FileChange::kUnknown:
+      return reason;
+    case FileChange::kChanged:
+    case FileChange::kGone:
+      break;
   }
-  if (std::string reason = ReadContent(target_, &found); !reason.empty()) {
-    return reason;
-  }
-  was_overtaken_ = found != *expected_;
-  return was_overtaken_ ? "another program has changed it" : std::string();
+  was_overtaken_ = true;
+  return "another program has changed it";
 }
 
 std::string OutFile::CommitBeside() {

@@ -109,7 +109,7 @@ bool TsFile::Open(const std::filesystem::path& path, const Options& options, TsP
       return Fail(companion_path_, reason);
     }
     if (progress != nullptr && !headers) {
-      progress->Begin(3, file_.Size());
+      progress->Begin(3, file_.Size(&reason));
     }
     header_size_ = headers ? *headers : FittingHeaders(file_, progress);
     NoteMissing(reason, !headers);
@@ -118,7 +118,7 @@ bool TsFile::Open(const std::filesystem::path& path, const Options& options, TsP
     header_size_ = headers.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   }
   if (progress != nullptr && progress->total == 0) {
-    progress->Begin(1, file_.Size());
+    progress->Begin(1, file_.Size(&reason));  // where it cannot be told the index tells
   }
   if (const std::string error = index_.Build(file_, header_size_, progress); !error.empty()) {
     read_error_ = FileMessage(path, error + "; only the records before it are known");
