@@ -3,7 +3,10 @@
 
 #include <QFile>
 #include <QIcon>
+#include <QTimer>
 #include <clocale>
+
+#include "core/file_io.h"
 
 // Resources of a static library are linked only when asked for, and that from no namespace.
 static void InitResources() { Q_INIT_RESOURCE(icons); }
@@ -21,6 +24,19 @@ COrvaneApp::COrvaneApp(int& argc, char** argv) : QApplication(argc, argv) {
   const QString drawing = QStringLiteral(":/icons/orvane.svg");
   const QString picture = QStringLiteral(":/icons/orvane.png");  // of builds without SVG
   setWindowIcon(QIcon(QFile::exists(drawing) ? drawing : picture));
+}
+
+bool COrvaneApp::notify(QObject* receiver, QEvent* event) {
+  try {
+    return QApplication::notify(receiver, event);
+  } catch (const std::exception& error) {
+    const char* reason = ReasonOf(error);
+    // Later, where there is perhaps memory again, and no message box within another event.
+    QTimer::singleShot(0, this, [this, reason = QByteArray(reason)] {
+      prompts_.ShowWarning("Orvane", "The command failed: " + reason.toStdString());
+    });
+    return false;
+  }
 }
 
 void COrvaneApp::InitInstance(const QString& path) {

@@ -17,6 +17,9 @@ namespace {
 
 const std::string kCaption = "Orvane";
 
+// A table has 23 KB. What is far larger would hold the window up while it is read.
+constexpr std::uint64_t kLargestTable = std::uint64_t{64} << 20U;
+
 std::string OfAllParameters(std::size_t loaded) {
   return FormatInt(static_cast<std::int64_t>(loaded)) + " of " + FormatInt(kDictionarySize) +
          " parameters";
@@ -110,8 +113,13 @@ bool COrvaneDoc::OnReload() {
 bool COrvaneDoc::Load(const QString& path, const ParamTable& before) {
   BuildIndex();
   const std::filesystem::path file_path = PathFromText(path);
-  if (const std::string reason = InFile().Open(file_path); !reason.empty()) {
+  InFile file;
+  if (const std::string reason = file.Open(file_path); !reason.empty()) {
     prompts_->ShowWarning(kCaption, FileMessage(file_path, reason));
+    return false;
+  }
+  if (file.Info().size > kLargestTable) {
+    notices_->ShowNotice(FileMessage(file_path, "larger than 64 MB, which no parameter table is"));
     return false;
   }
   ParamTable loaded = before;
