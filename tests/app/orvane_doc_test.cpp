@@ -141,7 +141,7 @@ TEST_F(OrvaneDoc, AFailedOpenChangesNothing) {
   EXPECT_EQ(Int("TECH"), 3);
   EXPECT_EQ(notices_.last, (dir_ / "bad.tbl").string() + ": not a TBL file (174)");
   WriteAll(dir_ / "large.tbl", Header() + Record("TECH", 0, "\x04"));
-  fs::resize_file(dir_ / "large.tbl", (std::uintmax_t{64} << 20U) + 1);
+  std::filesystem::resize_file(dir_ / "large.tbl", (std::uintmax_t{64} << 20U) + 1);
   EXPECT_FALSE(doc_.OnOpenDocument(Path("large.tbl")));
   EXPECT_EQ(Int("TECH"), 3);
   EXPECT_NE(notices_.last.find("larger than 64 MB"), std::string::npos);
