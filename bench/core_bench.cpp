@@ -8,11 +8,11 @@
 #include <string>
 #include <unordered_map>
 
-#include "core/file_io.h"
-#include "core/param_dictionary.h"
-#include "core/param_table.h"
-#include "core/tbl_file.h"
+#include "files/file_io.h"
 #include "ratio_report.h"
+#include "table/param_dictionary.h"
+#include "table/param_table.h"
+#include "table/tbl_file.h"
 
 namespace {
 

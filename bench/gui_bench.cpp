@@ -16,12 +16,12 @@
 #include "app/orvane_app.h"
 #include "app/qt_prompts.h"
 #include "calibration/widgets/calibration_display.h"
-#include "core/file_io.h"
 #include "editors/raw_table.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
+#include "files/file_io.h"
 #include "ui/qt_path.h"
 #include "waveform_drawing.h"
 

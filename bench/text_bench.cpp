@@ -16,14 +16,14 @@
 #include <string>
 #include <vector>
 
+#include "base/number_format.h"
 #include "calibration/cal_reader.h"
 #include "calibration/cal_text.h"
-#include "core/file_io.h"
-#include "core/number_format.h"
-#include "core/param_time.h"
-#include "core/tbl_file.h"
-#include "core/tbl_listing.h"
+#include "files/file_io.h"
 #include "ratio_report.h"
+#include "table/param_time.h"
+#include "table/tbl_file.h"
+#include "table/tbl_listing.h"
 #include "timeseries/stack_csv.h"
 
 namespace {

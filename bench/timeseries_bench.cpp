@@ -25,8 +25,8 @@
 #include <string>
 #include <vector>
 
-#include "core/file_io.h"
-#include "core/tbl_file.h"
+#include "files/file_io.h"
+#include "table/tbl_file.h"
 #include "timeseries/restack.h"
 #include "timeseries/ts_text.h"
 #include "timeseries/waveform_view.h"

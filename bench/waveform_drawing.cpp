@@ -10,7 +10,7 @@
 #include <random>
 #include <vector>
 
-#include "core/file_io.h"
+#include "files/file_io.h"
 #include "timeseries/widgets/waveform_plot.h"
 #include "ui/themes.h"
 

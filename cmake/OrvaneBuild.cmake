@@ -48,11 +48,17 @@ if(ORVANE_FUZZ)
   target_compile_definitions(orvane_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
 
-# orvane_library(NAME FOLDER SOURCES... LINKS...): one static library per folder of src/, so that
-# what a folder may include is what it links.
+# orvane_library(NAME SOURCES... LINKS...): one library per folder of src/, so that what a folder may
+# include is what it links. Shared ones must find all that they call in the rooms below them: a static
+# library may call upward and still link.
 function(orvane_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
-  add_library(${name} STATIC ${ARG_SOURCES})
+  if(ORVANE_SHARED_ROOMS)
+    add_library(${name} SHARED ${ARG_SOURCES})
+    target_link_options(${name} PRIVATE LINKER:-z,defs)
+  else()
+    add_library(${name} STATIC ${ARG_SOURCES})
+  endif()
   target_link_libraries(${name} PUBLIC orvane_options ${ARG_LINKS})
 endfunction()
 

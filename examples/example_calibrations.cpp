@@ -9,10 +9,10 @@
 #include <system_error>
 #include <vector>
 
+#include "base/wire.h"
 #include "calibration/box_model.h"
 #include "calibration/cal_header.h"
-#include "core/file_io.h"
-#include "core/wire.h"
+#include "files/file_io.h"
 
 namespace orvane::examples {
 namespace {

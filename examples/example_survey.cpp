@@ -16,15 +16,15 @@
 #include <system_error>
 #include <vector>
 
-#include "core/param_access.h"
-#include "core/param_table.h"
-#include "core/param_text.h"
-#include "core/tbl_file.h"
 #include "example_calibrations.h"
 #include "example_waveforms.h"
 #include "stepping/fdem_schedule.h"
 #include "stepping/step_presets.h"
 #include "stepping/tfs_file.h"
+#include "table/param_access.h"
+#include "table/param_table.h"
+#include "table/param_text.h"
+#include "table/tbl_file.h"
 #include "timeseries/stack_result.h"
 
 namespace {

@@ -11,12 +11,12 @@
 #include <string>
 #include <vector>
 
-#include "core/file_io.h"
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/param_text.h"
-#include "core/param_time.h"
-#include "core/tbl_file.h"
+#include "base/number_text.h"
+#include "files/file_io.h"
+#include "table/param_access.h"
+#include "table/param_text.h"
+#include "table/param_time.h"
+#include "table/tbl_file.h"
 #include "timeseries/ts_header.h"
 
 namespace orvane::examples {

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "core/param_table.h"
+#include "table/param_table.h"
 
 namespace orvane::examples {
 

@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/ascii.h"
-#include "core/file_io.h"
-#include "core/param_table.h"
-#include "core/param_text.h"
+#include "base/ascii.h"
+#include "files/file_io.h"
 #include "support.h"
+#include "table/param_table.h"
+#include "table/param_text.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "calibration/calibrated_spectra.h"
-#include "core/param_entry.h"
 #include "support.h"
+#include "table/param_entry.h"
 
 namespace orvane::fuzz {
 namespace {

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "core/file_io.h"
+#include "files/file_io.h"
 
 namespace orvane::fuzz {
 namespace {

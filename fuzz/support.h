@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/batch.h"
+#include "files/batch.h"
 #include "targets.h"
 
 namespace orvane::fuzz {

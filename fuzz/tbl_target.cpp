@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/tbl_file.h"
-#include "core/tbl_listing.h"
 #include "support.h"
+#include "table/tbl_file.h"
+#include "table/tbl_listing.h"
 
 namespace orvane::fuzz {
 namespace {

@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "cli/assignment.h"
-#include "core/param_text.h"
-#include "core/param_time.h"
 #include "editors/raw_table.h"
 #include "support.h"
+#include "table/param_text.h"
+#include "table/param_time.h"
 
 namespace orvane::fuzz {
 namespace {

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "core/tbl_file.h"
-#include "core/unsaved_table.h"
 #include "support.h"
+#include "table/tbl_file.h"
+#include "table/unsaved_table.h"
 
 namespace orvane::fuzz {
 

@@ -6,15 +6,17 @@ set -u
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 declare -A allowed=(
-  [core]="core"
-  [forms]="core forms"
-  [editors]="core forms stepping editors"
-  [stepping]="core forms stepping"
-  [timeseries]="core forms timeseries"
-  [calibration]="core forms timeseries calibration"
-  [ui]="core forms ui"
-  [cli]="core forms stepping timeseries calibration editors cli"
-  [app]="core forms stepping timeseries calibration editors ui app"
+  [base]="base"
+  [files]="base files"
+  [table]="base files table"
+  [forms]="base files table forms"
+  [editors]="base files table forms stepping editors"
+  [stepping]="base files table forms stepping"
+  [timeseries]="base files table forms timeseries"
+  [calibration]="base files table forms timeseries calibration"
+  [ui]="base files table forms ui"
+  [cli]="base files table forms stepping timeseries calibration editors cli"
+  [app]="base files table forms stepping timeseries calibration editors ui app"
 )
 bad=0
 complain() { printf '%s\n' "$*"; bad=1; }
@@ -38,7 +40,7 @@ while IFS=: read -r file line _; do
   esac
 done < <(grep -rnE '^#include <(Q[A-Z]|qcustomplot)' src)
 
-# The standard's own conversion loses or refuses names on some systems: core/path_text.h has ours.
+# The standard's own conversion loses or refuses names on some systems: files/path_text.h has ours.
 while IFS=: read -r file line _; do
   complain "$file:$line: PathText() makes a text of a path"
 done < <(grep -rnE '\.(u8|generic_)?string\(\)' src)

@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "app/key_labels.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
-#include "core/table_diff.h"
-#include "core/tbl_file.h"
+#include "base/number_text.h"
+#include "files/path_text.h"
+#include "table/table_diff.h"
+#include "table/tbl_file.h"
 
 namespace orvane {
 namespace {

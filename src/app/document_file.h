@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/file_memory.h"
-#include "core/param_table.h"
+#include "files/file_memory.h"
+#include "table/param_table.h"
 
 namespace orvane {
 

@@ -7,11 +7,7 @@
 
 #include "app/field_folders.h"
 #include "app/key_labels.h"
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/param_text.h"
-#include "core/path_text.h"
-#include "core/tech.h"
+#include "base/number_text.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
@@ -22,9 +18,13 @@
 #include "editors/widgets/sensor_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
+#include "files/path_text.h"
 #include "forms/early_writes.h"
 #include "stepping/widgets/fdem_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
+#include "table/param_access.h"
+#include "table/param_text.h"
+#include "table/tech.h"
 #include "ui/qt_path.h"
 
 namespace orvane {

@@ -10,9 +10,9 @@
 #include <system_error>
 #include <utility>
 
-#include "core/file_io.h"
-#include "core/number_text.h"
-#include "core/tbl_file.h"
+#include "base/number_text.h"
+#include "files/file_io.h"
+#include "table/tbl_file.h"
 #include "ui/qt_path.h"
 
 namespace orvane {

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "app/orvane_doc.h"
-#include "core/unsaved_table.h"
+#include "table/unsaved_table.h"
 
 namespace orvane {
 

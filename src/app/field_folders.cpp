@@ -3,8 +3,8 @@
 
 #include <QFileInfo>
 
-#include "core/param_access.h"
 #include "editors/table_summary.h"
+#include "table/param_access.h"
 
 namespace orvane {
 

@@ -6,14 +6,14 @@
 #include <set>
 #include <span>
 
-#include "core/ascii.h"
-#include "core/param_table.h"
-#include "core/tech.h"
+#include "base/ascii.h"
 #include "editors/acq_fields.h"
 #include "editors/site_forms.h"
 #include "forms/form_field.h"
 #include "stepping/step_table.h"
 #include "stepping/stepping_fields.h"
+#include "table/param_table.h"
+#include "table/tech.h"
 
 namespace orvane {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "app/file_type.h"
 #include "app/orvane_app.h"
-#include "core/file_system.h"
+#include "files/file_system.h"
 
 namespace {
 

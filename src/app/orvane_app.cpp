@@ -6,7 +6,7 @@
 #include <QTimer>
 #include <clocale>
 
-#include "core/file_io.h"
+#include "files/file_io.h"
 
 // Resources of a static library are linked only when asked for, and that from no namespace.
 static void InitResources() { Q_INIT_RESOURCE(icons); }

@@ -3,13 +3,13 @@
 
 #include <QFileInfo>
 
-#include "core/ascii.h"
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/param_dictionary.h"
-#include "core/path_text.h"
-#include "core/table_diff.h"
-#include "core/tbl_file.h"
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "files/path_text.h"
+#include "table/param_access.h"
+#include "table/param_dictionary.h"
+#include "table/table_diff.h"
+#include "table/tbl_file.h"
 #include "ui/qt_path.h"
 
 namespace orvane {

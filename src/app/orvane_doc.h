@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "app/document_file.h"
-#include "core/param_table.h"
-#include "core/tbl_file.h"
 #include "forms/prompts.h"
+#include "table/param_table.h"
+#include "table/tbl_file.h"
 
 namespace orvane {
 

@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "core/param_dictionary.h"
+#include "table/param_dictionary.h"
 #include "ui/byte_text.h"
 #include "ui/plot_theme.h"
 

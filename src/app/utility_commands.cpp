@@ -4,13 +4,13 @@
 #include <QCoreApplication>
 #include <QSettings>
 
+#include "base/number_text.h"
 #include "calibration/cal_text.h"
 #include "calibration/widgets/spectra_dlg.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
-#include "core/tbl_listing.h"
-#include "core/tbl_to_v1.h"
+#include "files/path_text.h"
 #include "stepping/tfs_listing.h"
+#include "table/tbl_listing.h"
+#include "table/tbl_to_v1.h"
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
 #include "timeseries/ts_text.h"

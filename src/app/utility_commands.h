@@ -11,7 +11,7 @@
 
 #include "app/field_folders.h"
 #include "app/orvane_doc.h"
-#include "core/batch.h"
+#include "files/batch.h"
 #include "forms/prompts.h"
 #include "ui/text_editor.h"
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace orvane {
 namespace {

@@ -7,7 +7,7 @@
 #include <numeric>
 
 #include "calibration/cal_reader.h"
-#include "core/path_text.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

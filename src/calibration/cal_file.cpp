@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <new>
 
+#include "base/ascii.h"
+#include "base/number_text.h"
 #include "calibration/box_model.h"
 #include "calibration/cal_reader.h"
-#include "core/ascii.h"
-#include "core/find_file.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "files/find_file.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

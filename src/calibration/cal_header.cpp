@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace orvane {
 namespace {

@@ -10,9 +10,9 @@
 #include <span>
 #include <string_view>
 
-#include "core/param_entry.h"
-#include "core/status.h"
-#include "core/wire.h"
+#include "base/status.h"
+#include "base/wire.h"
+#include "table/param_entry.h"
 
 namespace orvane {
 

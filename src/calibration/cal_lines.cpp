@@ -6,8 +6,8 @@
 #include <map>
 #include <set>
 
+#include "base/number_text.h"
 #include "calibration/box_model.h"
-#include "core/number_text.h"
 
 namespace orvane {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "calibration/cal_header.h"
-#include "core/file_io.h"
+#include "files/file_io.h"
 
 namespace orvane {
 

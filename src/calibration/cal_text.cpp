@@ -5,11 +5,11 @@
 #include <array>
 #include <cmath>
 
+#include "base/number_text.h"
 #include "calibration/cal_reader.h"
 #include "calibration/short_fixed.h"
-#include "core/number_text.h"
-#include "core/param_time.h"
-#include "core/path_names.h"
+#include "files/path_names.h"
+#include "table/param_time.h"
 
 namespace orvane {
 namespace {

@@ -5,8 +5,8 @@
 #define ORVANE_CALIBRATION_CAL_TEXT_H_
 
 #include "calibration/cal_header.h"
-#include "core/batch.h"
-#include "core/text_file.h"
+#include "files/batch.h"
+#include "files/text_file.h"
 
 namespace orvane {
 

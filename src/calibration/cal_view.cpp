@@ -7,9 +7,9 @@
 #include <limits>
 #include <numeric>
 
+#include "base/number_text.h"
 #include "calibration/fit_report.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <numbers>
 
-#include "core/ascii.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

@@ -9,14 +9,14 @@
 #include <system_error>
 #include <utility>
 
+#include "base/ascii.h"
+#include "base/number_text.h"
 #include "calibration/spectra_file.h"
-#include "core/ascii.h"
-#include "core/file_io.h"
-#include "core/find_file.h"
-#include "core/number_text.h"
-#include "core/path_names.h"
-#include "core/path_text.h"
-#include "core/text_file.h"
+#include "files/file_io.h"
+#include "files/find_file.h"
+#include "files/path_names.h"
+#include "files/path_text.h"
+#include "files/text_file.h"
 
 namespace orvane {
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/batch.h"
+#include "files/batch.h"
 #include "forms/prompts.h"
 
 namespace orvane {

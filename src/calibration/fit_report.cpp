@@ -8,8 +8,8 @@
 #include <numbers>
 #include <string_view>
 
+#include "base/number_text.h"
 #include "calibration/box_model.h"
-#include "core/number_text.h"
 
 namespace orvane {
 namespace {

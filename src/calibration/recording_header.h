@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/status.h"
 #include "calibration/complex.h"
-#include "core/status.h"
 #include "timeseries/ts_companion.h"
 
 namespace orvane {

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "core/number_format.h"
+#include "base/number_format.h"
 
 namespace orvane {
 

@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/number_text.h"
 #include "calibration/spectra_notes.h"
-#include "core/number_text.h"
-#include "core/param_time.h"
-#include "core/path_text.h"
+#include "files/path_text.h"
+#include "table/param_time.h"
 
 namespace orvane {
 namespace {

@@ -10,8 +10,8 @@
 #include "calibration/box_response.h"
 #include "calibration/harmonics.h"
 #include "calibration/spectra_source.h"
-#include "core/batch.h"
-#include "core/text_file.h"
+#include "files/batch.h"
+#include "files/text_file.h"
 
 namespace orvane {
 

@@ -3,8 +3,8 @@
 
 #include <array>
 
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "base/number_text.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/number_text.h"
-#include "core/path_names.h"
+#include "base/number_text.h"
+#include "files/path_names.h"
 
 namespace orvane {
 namespace {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/assignment.h"
 
+#include "base/latin1.h"
 #include "cli/output.h"
-#include "core/latin1.h"
-#include "core/param_text.h"
-#include "core/tbl_record.h"
+#include "table/param_text.h"
+#include "table/tbl_record.h"
 
 namespace orvane {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/param_table.h"
+#include "table/param_table.h"
 
 namespace orvane {
 

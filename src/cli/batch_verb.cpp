@@ -7,11 +7,11 @@
 #include <cstdio>
 #include <memory>
 
+#include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
 #include "cli/terminal.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "cli/output.h"
-#include "core/batch.h"
+#include "files/batch.h"
 
 namespace CLI {
 class App;

@@ -3,15 +3,15 @@
 #include <filesystem>
 #include <memory>
 
+#include "base/latin1.h"
+#include "base/number_text.h"
 #include "calibration/cal_curves.h"
 #include "calibration/cal_file.h"
 #include "calibration/cal_text.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
-#include "core/latin1.h"
-#include "core/number_text.h"
-#include "core/param_text.h"
-#include "core/path_text.h"
+#include "files/path_text.h"
+#include "table/param_text.h"
 
 namespace orvane {
 namespace {

@@ -2,11 +2,11 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include "base/number_text.h"
 #include "calibration/calibrated_spectra.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <csignal>
 
 #include "cli/terminal.h"
-#include "core/file_system.h"
+#include "files/file_system.h"
 
 namespace orvane {
 namespace {

@@ -10,7 +10,7 @@
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
 #include "cli/terminal.h"
-#include "core/file_io.h"
+#include "files/file_io.h"
 
 namespace {
 

@@ -6,13 +6,13 @@
 #include <cstdio>
 #include <system_error>
 
+#include "base/ascii.h"
+#include "base/latin1.h"
+#include "base/number_text.h"
 #include "cli/terminal.h"
-#include "core/ascii.h"
-#include "core/latin1.h"
-#include "core/number_text.h"
-#include "core/param_text.h"
-#include "core/path_text.h"
-#include "core/tech.h"
+#include "files/path_text.h"
+#include "table/param_text.h"
+#include "table/tech.h"
 
 namespace orvane {
 namespace {

@@ -3,12 +3,12 @@
 #include <filesystem>
 #include <memory>
 
+#include "base/number_text.h"
 #include "calibration/box_response.h"
 #include "calibration/fit_report.h"
 #include "calibration/sensor_response.h"
 #include "cli/commands.h"
 #include "cli/validators.h"
-#include "core/number_text.h"
 
 namespace orvane {
 namespace {

@@ -7,8 +7,8 @@
 #include "cli/commands.h"
 #include "cli/schedule_run.h"
 #include "cli/validators.h"
-#include "core/tech.h"
 #include "stepping/tfs_listing.h"
+#include "table/tech.h"
 
 namespace orvane {
 namespace {

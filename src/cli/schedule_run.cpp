@@ -3,13 +3,13 @@
 
 #include <system_error>
 
+#include "base/number_text.h"
 #include "cli/interrupt_watch.h"
-#include "core/file_io.h"
-#include "core/number_text.h"
-#include "core/param_access.h"
+#include "files/file_io.h"
 #include "stepping/step_presets.h"
 #include "stepping/step_table.h"
 #include "stepping/tfs_file.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

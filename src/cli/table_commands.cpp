@@ -2,16 +2,16 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include "base/latin1.h"
+#include "base/number_text.h"
 #include "cli/commands.h"
-#include "core/latin1.h"
-#include "core/number_text.h"
-#include "core/param_text.h"
-#include "core/param_time.h"
-#include "core/path_text.h"
-#include "core/recording_size.h"
-#include "core/table_diff.h"
 #include "editors/box_list.h"
 #include "editors/raw_table.h"
+#include "files/path_text.h"
+#include "table/param_text.h"
+#include "table/param_time.h"
+#include "table/recording_size.h"
+#include "table/table_diff.h"
 
 namespace orvane {
 namespace {

@@ -3,8 +3,8 @@
 
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
-#include "core/tbl_listing.h"
-#include "core/tbl_to_v1.h"
+#include "table/tbl_listing.h"
+#include "table/tbl_to_v1.h"
 
 namespace orvane {
 

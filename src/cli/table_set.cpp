@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/number_text.h"
 #include "cli/assignment.h"
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
-#include "core/tbl_record.h"
+#include "files/path_text.h"
+#include "table/tbl_record.h"
 
 namespace orvane {
 namespace {

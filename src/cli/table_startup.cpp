@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <set>
 
+#include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
 #include "editors/startup_files.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

@@ -16,7 +16,7 @@
 #include <filesystem>
 
 #include "cli/terminal.h"
-#include "core/path_text.h"
+#include "files/path_text.h"
 
 namespace orvane {
 

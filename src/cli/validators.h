@@ -5,7 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 
 namespace orvane {
 

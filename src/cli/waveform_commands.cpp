@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <memory>
 
+#include "base/number_text.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
-#include "core/number_text.h"
-#include "core/param_time.h"
+#include "table/param_time.h"
 #include "timeseries/restack.h"
 #include "timeseries/ts_file.h"
 #include "timeseries/ts_text.h"

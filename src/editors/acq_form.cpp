@@ -3,12 +3,12 @@
 
 #include <array>
 
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/param_text.h"
-#include "core/recording_size.h"
+#include "base/number_text.h"
 #include "editors/schedule_cautions.h"
 #include "forms/codecs.h"
+#include "table/param_access.h"
+#include "table/param_text.h"
+#include "table/recording_size.h"
 
 namespace orvane {
 namespace {

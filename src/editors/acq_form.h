@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "core/clock.h"
-#include "core/param_table.h"
-#include "core/tech.h"
 #include "editors/acq_fields.h"
 #include "forms/early_writes.h"
 #include "forms/form_model.h"
+#include "table/clock.h"
+#include "table/param_table.h"
+#include "table/tech.h"
 
 namespace orvane {
 

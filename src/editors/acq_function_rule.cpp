@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "core/param_access.h"
 #include "editors/acq_form.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

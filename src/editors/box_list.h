@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-#include "core/param_table.h"
+#include "table/param_table.h"
 
 namespace orvane {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/box_status.h"
 
-#include "core/param_access.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

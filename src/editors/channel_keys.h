@@ -6,8 +6,8 @@
 #include <array>
 #include <string_view>
 
-#include "core/param_key.h"
 #include "editors/box_list.h"
+#include "table/param_key.h"
 
 namespace orvane {
 

@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <array>
 
-#include "core/ascii.h"
-#include "core/number_text.h"
-#include "core/param_text.h"
+#include "base/ascii.h"
+#include "base/number_text.h"
 #include "editors/serial_cautions.h"
+#include "table/param_text.h"
 
 namespace orvane {
 namespace {

@@ -5,7 +5,7 @@
 #include <numbers>
 #include <optional>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 
 namespace orvane {
 namespace {

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/ascii.h"
-#include "core/number_text.h"
-#include "core/param_text.h"
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "table/param_text.h"
 
 namespace orvane {
 namespace {

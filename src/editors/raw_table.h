@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/param_table.h"
+#include "table/param_table.h"
 
 namespace orvane {
 

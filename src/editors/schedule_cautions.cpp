@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/schedule_cautions.h"
 
-#include "core/param_time.h"
+#include "table/param_time.h"
 
 namespace orvane {
 

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "core/clock.h"
-#include "core/param_entry.h"
+#include "table/clock.h"
+#include "table/param_entry.h"
 
 namespace orvane {
 

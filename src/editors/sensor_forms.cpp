@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "core/param_access.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 
 namespace orvane {
 namespace {

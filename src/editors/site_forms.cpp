@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/number_text.h"
-#include "core/param_access.h"
+#include "base/number_text.h"
 #include "editors/serial_cautions.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/tech.h"
 #include "forms/plain_form.h"
+#include "table/tech.h"
 
 namespace orvane {
 

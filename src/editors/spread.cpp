@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "core/number_text.h"
-#include "core/param_access.h"
+#include "base/number_text.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

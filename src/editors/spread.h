@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/param_table.h"
 #include "editors/box_list.h"
 #include "editors/channel_keys.h"
+#include "table/param_table.h"
 
 namespace orvane {
 

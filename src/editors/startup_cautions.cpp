@@ -3,12 +3,12 @@
 
 #include <cerrno>
 
-#include "core/file_io.h"
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/param_table.h"
-#include "core/path_text.h"
-#include "core/tbl_file.h"
+#include "base/number_text.h"
+#include "files/file_io.h"
+#include "files/path_text.h"
+#include "table/param_access.h"
+#include "table/param_table.h"
+#include "table/tbl_file.h"
 
 namespace orvane {
 namespace {

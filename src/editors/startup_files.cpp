@@ -3,12 +3,12 @@
 
 #include <algorithm>
 
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/path_text.h"
+#include "base/number_text.h"
 #include "editors/channel_keys.h"
 #include "editors/file_close.h"
 #include "editors/site_forms.h"
+#include "files/path_text.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

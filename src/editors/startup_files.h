@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "core/param_table.h"
-#include "core/tbl_file.h"
 #include "forms/form_model.h"
+#include "table/param_table.h"
+#include "table/tbl_file.h"
 
 namespace orvane {
 

@@ -5,9 +5,9 @@
 #include <array>
 #include <system_error>
 
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "base/number_text.h"
 #include "editors/startup_cautions.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

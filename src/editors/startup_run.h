@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "core/file_memory.h"
 #include "editors/startup_files.h"
+#include "files/file_memory.h"
 #include "forms/early_writes.h"
 #include "forms/prompts.h"
 

@@ -5,12 +5,12 @@
 #include <cstddef>
 #include <span>
 
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/param_time.h"
-#include "core/tech.h"
-#include "core/text_pieces.h"
+#include "base/number_text.h"
 #include "editors/schedule_cautions.h"
+#include "table/param_access.h"
+#include "table/param_time.h"
+#include "table/tech.h"
+#include "table/text_pieces.h"
 
 namespace orvane {
 namespace {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/clock.h"
-#include "core/param_table.h"
+#include "table/clock.h"
+#include "table/param_table.h"
 
 namespace orvane {
 

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <optional>
 
-#include "core/number_text.h"
-#include "core/param_text.h"
-#include "core/param_time.h"
+#include "base/number_text.h"
+#include "table/param_text.h"
+#include "table/param_time.h"
 
 namespace orvane {
 namespace {

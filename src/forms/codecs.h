@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "core/param_key.h"
 #include "forms/form_field.h"
+#include "table/param_key.h"
 
 namespace orvane {
 

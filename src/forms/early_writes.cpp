@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "core/param_text.h"
+#include "table/param_text.h"
 
 namespace orvane {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/param_table.h"
+#include "table/param_table.h"
 
 namespace orvane {
 

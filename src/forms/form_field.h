@@ -6,7 +6,7 @@
 #include <span>
 #include <string_view>
 
-#include "core/param_entry.h"
+#include "table/param_entry.h"
 
 namespace orvane {
 

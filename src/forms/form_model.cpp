@@ -5,9 +5,9 @@
 #include <array>
 #include <cassert>
 
-#include "core/ascii.h"
-#include "core/param_text.h"
-#include "core/param_time.h"
+#include "base/ascii.h"
+#include "table/param_text.h"
+#include "table/param_time.h"
 
 namespace orvane {
 

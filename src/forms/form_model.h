@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "core/param_table.h"
 #include "forms/codecs.h"
 #include "forms/form_field.h"
+#include "table/param_table.h"
 
 namespace orvane {
 

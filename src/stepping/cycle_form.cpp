@@ -5,8 +5,8 @@
 #include <array>
 #include <limits>
 
-#include "core/number_text.h"
-#include "core/param_access.h"
+#include "base/number_text.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

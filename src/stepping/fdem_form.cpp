@@ -6,10 +6,10 @@
 #include <limits>
 #include <system_error>
 
-#include "core/ascii.h"
-#include "core/file_io.h"
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "files/file_io.h"
+#include "files/path_text.h"
 #include "stepping/fdem_schedule.h"
 #include "stepping/tfs_file.h"
 

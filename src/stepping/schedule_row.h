@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/number_text.h"
-#include "core/wire.h"
+#include "base/number_text.h"
+#include "base/wire.h"
 
 namespace orvane {
 

@@ -6,8 +6,8 @@
 #include <numbers>
 #include <span>
 
-#include "core/param_access.h"
 #include "stepping/step_table.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

@@ -6,8 +6,8 @@
 #include <array>
 #include <cstdint>
 
-#include "core/param_table.h"
-#include "core/tech.h"
+#include "table/param_table.h"
+#include "table/tech.h"
 
 namespace orvane {
 

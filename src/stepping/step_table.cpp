@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/tech.h"
+#include "base/number_text.h"
+#include "table/param_access.h"
+#include "table/tech.h"
 
 namespace orvane {
 namespace {

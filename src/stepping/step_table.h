@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/param_table.h"
 #include "stepping/schedule_row.h"
+#include "table/param_table.h"
 
 namespace orvane {
 

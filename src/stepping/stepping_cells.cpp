@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "core/ascii.h"
-#include "core/number_text.h"
+#include "base/ascii.h"
+#include "base/number_text.h"
 #include "stepping/stepping_form.h"
 
 namespace orvane {

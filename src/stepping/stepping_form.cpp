@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <array>
 
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/path_text.h"
+#include "base/number_text.h"
+#include "files/path_text.h"
 #include "stepping/tfs_file.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/file_io.h"
-#include "core/number_text.h"
+#include "base/number_text.h"
+#include "files/file_io.h"
 
 namespace orvane {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stepping/tfs_listing.h"
 
-#include "core/path_names.h"
-#include "core/text_file.h"
+#include "files/path_names.h"
+#include "files/text_file.h"
 #include "stepping/tfs_file.h"
 
 namespace orvane {

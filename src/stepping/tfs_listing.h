@@ -3,7 +3,7 @@
 #ifndef ORVANE_STEPPING_TFS_LISTING_H_
 #define ORVANE_STEPPING_TFS_LISTING_H_
 
-#include "core/batch.h"
+#include "files/batch.h"
 
 namespace orvane {
 

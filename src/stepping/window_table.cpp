@@ -5,8 +5,8 @@
 #include <array>
 #include <cmath>
 
-#include "core/tech.h"
 #include "stepping/schedule_row.h"
+#include "table/tech.h"
 
 namespace orvane {
 namespace {

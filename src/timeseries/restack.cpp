@@ -9,9 +9,9 @@
 #include <set>
 #include <vector>
 
-#include "core/file_io.h"
-#include "core/path_names.h"
-#include "core/path_text.h"
+#include "files/file_io.h"
+#include "files/path_names.h"
+#include "files/path_text.h"
 #include "timeseries/restack_adding.h"
 #include "timeseries/restack_companion.h"
 #include "timeseries/sample_decoder.h"

@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "core/file_io.h"
+#include "files/file_io.h"
 #include "timeseries/sample_decoder.h"
 
 namespace orvane {

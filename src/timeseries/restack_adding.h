@@ -6,7 +6,7 @@
 #include <map>
 #include <string>
 
-#include "core/batch.h"
+#include "files/batch.h"
 #include "timeseries/restack_plan.h"
 #include "timeseries/restack_sums.h"
 

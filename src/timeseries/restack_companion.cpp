@@ -3,9 +3,9 @@
 
 #include <cerrno>
 
-#include "core/file_io.h"
-#include "core/find_file.h"
-#include "core/path_text.h"
+#include "files/file_io.h"
+#include "files/find_file.h"
+#include "files/path_text.h"
 #include "timeseries/ts_companion.h"
 
 namespace orvane {

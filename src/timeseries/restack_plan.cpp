@@ -5,7 +5,7 @@
 #include <cmath>
 #include <set>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 
 namespace orvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "core/wire.h"
+#include "base/wire.h"
 
 #if defined(__x86_64__) && defined(__GNUC__)
 #define ORVANE_HAS_AVX2 1

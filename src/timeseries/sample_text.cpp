@@ -6,7 +6,7 @@
 #include <cstring>
 #include <exception>
 
-#include "core/wire.h"
+#include "base/wire.h"
 #include "timeseries/sample_decoder.h"
 
 namespace orvane {

@@ -13,7 +13,7 @@
 #include <thread>
 #include <vector>
 
-#include "core/file_io.h"
+#include "files/file_io.h"
 
 namespace orvane {
 

@@ -3,10 +3,10 @@
 
 #include <cstring>
 
-#include "core/ascii.h"
-#include "core/number_text.h"
-#include "core/param_time.h"
-#include "core/path_names.h"
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "files/path_names.h"
+#include "table/param_time.h"
 
 namespace orvane {
 namespace {

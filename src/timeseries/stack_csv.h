@@ -2,8 +2,8 @@
 #ifndef ORVANE_TIMESERIES_STACK_CSV_H_
 #define ORVANE_TIMESERIES_STACK_CSV_H_
 
-#include "core/batch.h"
-#include "core/text_file.h"
+#include "files/batch.h"
+#include "files/text_file.h"
 #include "timeseries/stack_result.h"
 
 namespace orvane {

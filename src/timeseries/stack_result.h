@@ -12,9 +12,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/file_io.h"
-#include "core/param_entry.h"
-#include "core/wire.h"
+#include "base/wire.h"
+#include "files/file_io.h"
+#include "table/param_entry.h"
 
 namespace orvane {
 

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "core/ascii.h"
-#include "core/param_text.h"
+#include "base/ascii.h"
+#include "table/param_text.h"
 
 namespace orvane {
 namespace {

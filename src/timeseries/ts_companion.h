@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/param_table.h"
-#include "core/tbl_file.h"
+#include "table/param_table.h"
+#include "table/tbl_file.h"
 
 namespace orvane {
 

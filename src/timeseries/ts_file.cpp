@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/ts_file.h"
 
-#include "core/ascii.h"
-#include "core/file_io.h"
-#include "core/find_file.h"
-#include "core/number_text.h"
-#include "core/path_names.h"
-#include "core/path_text.h"
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "files/file_io.h"
+#include "files/find_file.h"
+#include "files/path_names.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

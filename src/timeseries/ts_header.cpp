@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/ts_header.h"
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 
 namespace orvane {
 

@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/param_entry.h"
-#include "core/wire.h"
+#include "base/wire.h"
+#include "table/param_entry.h"
 
 namespace orvane {
 

@@ -5,12 +5,12 @@
 #include <array>
 #include <vector>
 
-#include "core/number_format.h"
-#include "core/number_text.h"
-#include "core/param_time.h"
-#include "core/path_names.h"
-#include "core/path_text.h"
-#include "core/random_file.h"
+#include "base/number_format.h"
+#include "base/number_text.h"
+#include "files/path_names.h"
+#include "files/path_text.h"
+#include "files/random_file.h"
+#include "table/param_time.h"
 #include "timeseries/sample_decoder.h"
 #include "timeseries/sample_text.h"
 #include "timeseries/ts_walker.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/batch.h"
+#include "files/batch.h"
 #include "timeseries/ts_header.h"
 
 namespace orvane {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "core/random_file.h"
+#include "files/random_file.h"
 #include "timeseries/ts_header.h"
 
 namespace orvane {

@@ -5,11 +5,11 @@
 #include <array>
 #include <cmath>
 
-#include "core/ascii.h"
-#include "core/number_format.h"
-#include "core/number_text.h"
-#include "core/param_access.h"
-#include "core/param_time.h"
+#include "base/ascii.h"
+#include "base/number_format.h"
+#include "base/number_text.h"
+#include "table/param_access.h"
+#include "table/param_time.h"
 #include "timeseries/sample_decoder.h"
 
 namespace orvane {

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 
 namespace orvane {
 namespace {

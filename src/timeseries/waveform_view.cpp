@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "base/number_text.h"
+#include "files/path_text.h"
 
 namespace orvane {
 namespace {

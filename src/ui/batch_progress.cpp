@@ -5,7 +5,7 @@
 #include <QGridLayout>
 #include <QVBoxLayout>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 #include "ui/qt_path.h"
 
 namespace orvane {

@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <functional>
 
-#include "core/batch.h"
+#include "files/batch.h"
 
 namespace orvane {
 

@@ -2,7 +2,7 @@
 #ifndef ORVANE_UI_BATCH_RESULTS_H_
 #define ORVANE_UI_BATCH_RESULTS_H_
 
-#include "core/batch.h"
+#include "files/batch.h"
 #include "ui/result_list.h"
 
 namespace orvane {

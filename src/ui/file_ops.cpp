@@ -4,9 +4,9 @@
 #include <QFile>
 #include <system_error>
 
-#include "core/file_io.h"
-#include "core/path_names.h"
-#include "core/path_text.h"
+#include "files/file_io.h"
+#include "files/path_names.h"
+#include "files/path_text.h"
 #include "ui/qt_path.h"
 
 namespace orvane {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/ascii.h"
+#include "base/ascii.h"
 #include "forms/form_field.h"
 #include "ui/byte_text.h"
 

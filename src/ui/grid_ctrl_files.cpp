@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <span>
 
-#include "core/file_io.h"
+#include "files/file_io.h"
 #include "ui/grid_ctrl.h"
 #include "ui/grid_printer.h"
 #include "ui/qt_path.h"

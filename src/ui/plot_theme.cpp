@@ -11,7 +11,7 @@
 #include <array>
 #include <cmath>
 
-#include "core/file_io.h"
+#include "files/file_io.h"
 #include "ui/file_dialogs.h"
 #include "ui/picture_size_dlg.h"
 #include "ui/qt_path.h"

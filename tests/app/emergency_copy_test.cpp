@@ -12,12 +12,12 @@
 #include <functional>
 #include <memory>
 
-#include "core/path_text.h"
-#include "core/tbl_file.h"
+#include "files/path_text.h"
 #include "support/qt_print.h"
 #include "support/table_help.h"
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
+#include "table/tbl_file.h"
 #include "ui/qt_path.h"
 
 namespace orvane::testing {

@@ -24,8 +24,8 @@
 #include <functional>
 
 #include "app/main_frame.h"
-#include "core/path_text.h"
 #include "editors/widgets/param_table_dlg.h"
+#include "files/path_text.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
 #include "ui/plot_theme.h"

@@ -10,7 +10,7 @@
 #include <functional>
 #include <utility>
 
-#include "core/file_io.h"
+#include "files/file_io.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
 

@@ -20,12 +20,12 @@
 #include <tuple>
 
 #include "app/qt_prompts.h"
-#include "core/tbl_listing.h"
 #include "support/recording_help.h"
 #include "support/sweeps.h"
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
+#include "table/tbl_listing.h"
 #include "ui/batch_progress.h"
 #include "ui/file_dialogs.h"
 #include "ui/file_ops.h"

@@ -17,7 +17,7 @@
 
 #include "app/main_frame.h"
 #include "app/notice_label.h"
-#include "core/file_system.h"
+#include "files/file_system.h"
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
 #include "timeseries/widgets/loading_strip.h"

@@ -9,8 +9,8 @@
 #include <random>
 #include <set>
 
-#include "core/param_text.h"
 #include "support/table_help.h"
+#include "table/param_text.h"
 
 namespace orvane {
 namespace {

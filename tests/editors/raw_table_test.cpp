@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/param_text.h"
 #include "editors/table_summary.h"
+#include "table/param_text.h"
 
 namespace orvane {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 #include "editors/line_layout.h"
 #include "editors/spread.h"
 #include "support/table_help.h"

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/path_text.h"
+#include "files/path_text.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
 

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/param_text.h"
-#include "core/param_time.h"
 #include "forms/early_writes.h"
+#include "table/param_text.h"
+#include "table/param_time.h"
 
 namespace orvane {
 namespace {

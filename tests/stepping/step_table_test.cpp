@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 #include "stepping/step_presets.h"
 #include "stepping/window_table.h"
 #include "support/table_help.h"

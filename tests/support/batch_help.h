@@ -2,7 +2,7 @@
 #ifndef ORVANE_TESTS_SUPPORT_BATCH_HELP_H_
 #define ORVANE_TESTS_SUPPORT_BATCH_HELP_H_
 
-#include "core/batch.h"
+#include "files/batch.h"
 #include "support/temp_dir.h"
 
 namespace orvane::testing {

@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/param_table.h"
-#include "core/param_text.h"
+#include "table/param_table.h"
+#include "table/param_text.h"
 
 namespace orvane::testing {
 

@@ -9,9 +9,9 @@
 #include <random>
 #include <thread>
 
-#include "core/param_text.h"
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
+#include "table/param_text.h"
 #include "timeseries/ts_loading.h"
 
 namespace orvane::testing {

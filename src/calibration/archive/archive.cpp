@@ -4,8 +4,8 @@
 #include <QIODevice>
 #include <map>
 
+#include "base/number_text.h"
 #include "calibration/archive/cal_objects.h"
-#include "core/number_text.h"
 
 namespace orvane::calobj {
 namespace {

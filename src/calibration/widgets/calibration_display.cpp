@@ -9,9 +9,9 @@
 #include <algorithm>
 #include <array>
 
+#include "base/number_text.h"
 #include "calibration/fit_report.h"
 #include "calibration/widgets/fit_report_dlg.h"
-#include "core/number_text.h"
 #include "ui/file_dialogs.h"
 #include "ui/list_item.h"
 #include "ui/plot_theme.h"

@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 #include "ui/byte_text.h"
 #include "ui/window_size.h"
 

@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "core/path_text.h"
+#include "files/path_text.h"
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
 #include "ui/folder_dialog.h"

@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "core/path_text.h"
+#include "files/path_text.h"
 #include "stepping/widgets/tfs_dialog.h"
 #include "ui/window_size.h"
 

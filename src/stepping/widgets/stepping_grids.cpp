@@ -7,7 +7,7 @@
 #include <array>
 #include <utility>
 
-#include "core/number_text.h"
+#include "base/number_text.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "ui/byte_text.h"
 

@@ -10,8 +10,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "core/number_text.h"
-#include "core/path_text.h"
+#include "base/number_text.h"
+#include "files/path_text.h"
 #include "timeseries/widgets/waveform_dlg.h"
 #include "ui/byte_text.h"
 #include "ui/list_item.h"

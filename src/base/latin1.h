@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The texts of tables are Latin-1, those of command lines and messages UTF-8.
+#ifndef ORVANE_BASE_LATIN1_H_
+#define ORVANE_BASE_LATIN1_H_
+
+#include <string>
+#include <string_view>
+
+namespace orvane {
+
+/// The bytes of a UTF-8 text in Latin-1. An empty string, or why the text has none: the character
+/// that Latin-1 lacks, or the place that is no UTF-8. `bytes` is written only with the former.
+[[nodiscard]] std::string Latin1FromUtf8(std::string_view text, std::string* bytes);
+
+/// The same bytes as UTF-8, where control bytes (0 to 0x1F, 0x7F to 0x9F) become \xNN. Nothing
+/// else is escaped, a backslash neither.
+std::string PrintableLatin1(std::string_view bytes);
+
+}  // namespace orvane
+
+#endif  // ORVANE_BASE_LATIN1_H_

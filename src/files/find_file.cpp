@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/find_file.h"
+
+#include <cerrno>
+#include <string>
+#include <vector>
+
+#include "base/ascii.h"
+#include "files/file_io.h"
+#include "files/path_text.h"
+
+namespace orvane {
+
+std::filesystem::path FindInAnyCase(const std::filesystem::path& path, std::string* error) {
+  const auto fail = [&] {
+    if (error != nullptr) {
+      *error = FileMessage(path, SystemReason(errno));
+    }
+    return path;
+  };
+  if (const Existence found = Exists(path); found != Existence::kNotThere) {
+    return found == Existence::kThere ? path : fail();
+  }
+  const std::string wanted = PathText(path.filename());
+  const std::filesystem::path folder = path.parent_path();
+  std::vector<std::filesystem::path> names;
+  if (!ReaderCalls().list(folder, &names) && errno != ENOENT && errno != ENOTDIR) {
+    return fail();
+  }
+  std::string found;
+  for (const auto& entry : names) {
+    const std::string name = PathText(entry);
+    if (EqualsWithoutCase(name, wanted) && (found.empty() || name < found)) {
+      found = name;
+    }
+  }
+  return found.empty() ? path : folder / PathOf(found);
+}
+
+}  // namespace orvane

@@ -1,0 +1,323 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The safe writer's policy.
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <thread>
+#include <utility>
+
+#include "files/file_io.h"
+#include "files/follow_links.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::size_t kMostAtOnce = std::size_t{256} * 1024;
+
+// Writes everything, in pieces. Returns how much was written: less than all, with errno set, on
+// failure.
+std::size_t WriteAll(int handle, std::span<const std::byte> bytes) {
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const auto left = bytes.subspan(done);
+    const auto written =
+        WriterCalls().write(handle, left.data(), std::min(left.size(), kMostAtOnce));
+    if (written < 0 && (errno == EINTR || (errno == EAGAIN && WaitToWrite(handle)))) {
+      continue;
+    }
+    if (written <= 0) {
+      errno = written == 0 ? ENOSPC : errno;
+      break;
+    }
+    done += static_cast<std::size_t>(written);
+  }
+  return done;
+}
+
+// A folder that takes no second file may still let the file itself be rewritten.
+bool ForbidsNewFiles(int error) { return error == EACCES || error == EPERM || error == EROFS; }
+
+bool ForbidsReplacing(int error) { return error == EACCES || error == EPERM || error == EBUSY; }
+
+// An empty string, or why not all of a file could be read.
+std::string ReadBack(const std::filesystem::path& path, std::vector<std::byte>* bytes) {
+  FileInfo info;
+  InFile file;
+  if (!ReadInfo(path, &info)) {
+    return SystemReason(errno);
+  }
+  if (std::string reason = file.Open(path); !reason.empty()) {
+    return reason;
+  }
+  bytes->resize(info.size);
+  const bool is_whole = file.Read(*bytes) == info.size;
+  return is_whole || !file.Error().empty() ? file.Error() : SystemReason(EIO);
+}
+
+}  // namespace
+
+bool OutFile::CloseTarget() {
+  const int handle = std::exchange(handle_, -1);
+  return handle < 0 || WriterCalls().close(handle) == 0;
+}
+
+void OutFile::Abandon() {
+  static_cast<void>(CloseTarget());  // what is given up has failed already
+  beside_.Remove();
+  pending_.clear();
+  way_ = Way::kNone;
+}
+
+std::string OutFile::Fail(std::string reason) {
+  error_ = std::move(reason);
+  Abandon();
+  return error_;
+}
+
+std::string OutFile::Fail(int error) {
+  switch (error) {
+    case EBUSY:
+      return Fail("is being changed by another program");
+    case ESTALE:
+      return Fail("another program has removed what was written for it");
+    default:
+      return Fail(SystemReason(error));
+  }
+}
+
+std::string OutFile::Done() {
+  way_ = Way::kNone;
+  return {};
+}
+
+std::string OutFile::Open(const std::filesystem::path& path) { return Start(path, false); }
+
+std::string OutFile::OpenAlone(const std::filesystem::path& path) { return Start(path, true); }
+
+std::string OutFile::OpenToUpdate(const std::filesystem::path& path) {
+  std::string reason = OpenAlone(path);
+  if (!reason.empty() || way_ == Way::kDirect) {
+    return reason;
+  }
+  expected_.emplace();
+  reason = expected_->Read(target_);
+  return reason.empty() ? reason : Fail(std::move(reason));
+}
+
+void OutFile::Expect(const RememberedFile& memory) {
+  if (memory.IsKnown()) {
+    expected_ = memory;
+  }
+}
+
+std::string OutFile::Start(const std::filesystem::path& path, bool is_alone) {
+  // Opened even where it is going to be replaced: a file that forbids writing stays.
+  handle_ = WriterCalls().open(path);
+  FileInfo info;
+  if (handle_ < 0 ? errno != ENOENT : !ReadInfo(handle_, &info)) {
+    return Fail(errno);
+  }
+  if (handle_ >= 0 && info.kind != FileKind::kRegular) {
+    has_touched_ = true;
+    way_ = Way::kDirect;
+    return {};
+  }
+  target_ = path;
+  return FollowLinks(&target_) ? OpenBeside(is_alone) : Fail(errno);
+}
+
+// `take` is asked until it answers true, or false with anything but EBUSY.
+template <typename Take>
+bool OutFile::WaitForTurn(Take take) {
+  constexpr std::chrono::milliseconds kPause{5};
+  const auto end = std::chrono::steady_clock::now() + kMostWait;
+  while (!take()) {
+    if (errno != EBUSY || WriterCalls().gives_up() || std::chrono::steady_clock::now() >= end) {
+      return false;
+    }
+    std::this_thread::sleep_for(kPause);
+  }
+  return true;
+}
+
+bool OutFile::CreateAlone() {
+  // Meanwhile the target is closed: not every system lets an open file be replaced.
+  const bool was_there = handle_ >= 0;
+  if (was_there) {
+    CloseRead(std::exchange(handle_, -1));  // nothing was written
+  }
+  const bool is_made = WaitForTurn([this] { return beside_.CreateAlone(target_); });
+  const int error = errno;
+  if (was_there) {
+    handle_ = WriterCalls().open(target_);
+    if (handle_ < 0 && errno != ENOENT) {
+      return false;
+    }
+  }
+  errno = error;
+  return is_made;
+}
+
+std::string OutFile::OpenBeside(bool is_alone) {
+  const auto lock = [this] {
+    const bool is_ours = TryLock(handle_) != Lock::kBusy;
+    errno = EBUSY;
+    return is_ours;
+  };
+  if (is_alone ? !CreateAlone() : !beside_.Create(target_)) {
+    if (handle_ < 0 || !ForbidsNewFiles(errno)) {
+      return Fail(errno);
+    }
+    way_ = Way::kInPlace;
+    return is_alone && !WaitForTurn(lock) ? Fail(errno) : std::string();
+  }
+  way_ = Way::kBeside;
+  if (handle_ >= 0) {
+    if (!TakeRights(handle_, beside_.Handle())) {
+      beside_.Remove();
+      way_ = Way::kInPlace;  // where its rights stay as they are
+      return {};
+    }
+    CloseRead(std::exchange(handle_, -1));  // nothing was written through it
+  }
+  return {};
+}
+
+std::string OutFile::Write(std::span<const std::byte> bytes) {
+  if (way_ == Way::kNone) {
+    return error_.empty() ? SystemReason(EBADF) : error_;
+  }
+  if (way_ == Way::kInPlace) {
+    pending_.insert(pending_.end(), bytes.begin(), bytes.end());
+    return {};
+  }
+  const int handle = way_ == Way::kDirect ? handle_ : beside_.Handle();
+  return WriteAll(handle, bytes) == bytes.size() ? std::string() : Fail(errno);
+}
+
+std::string OutFile::Commit() {
+  switch (way_) {
+    case Way::kNone:
+      break;
+    case Way::kBeside:
+      return CommitBeside();
+    case Way::kInPlace:
+      return CommitInPlace();
+    case Way::kDirect:
+      return CommitDirectly();
+  }
+  return error_.empty() ? SystemReason(EBADF) : error_;
+}
+
+std::string OutFile::CommitDirectly() {
+  // Pipes and most devices cannot be synced; only what a disk reports counts.
+  if (WriterCalls().sync(handle_) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS) {
+    return Fail(errno);
+  }
+  return CloseTarget() ? Done() : Fail(errno);
+}
+
+// Empty where the target still is what it was when it was opened to be updated.
+std::string OutFile::Overtaken() {
+  std::string reason;
+  switch (expected_ ? expected_->Look(target_, &reason) : FileChange::kUnchanged) {
+    case FileChange::kUnchanged:
+      return {};
+    case FileChange::kUnknown:
+      return reason;
+    case FileChange::kChanged:
+    case FileChange::kGone:
+      break;
+  }
+  was_overtaken_ = true;
+  return "another program has changed it";
+}
+
+std::string OutFile::CommitBeside() {
+  if (WriterCalls().sync(beside_.Handle()) != 0 || !beside_.Close()) {
+    return Fail(errno);
+  }
+  FileInfo there;  // a device, folder or link may have come there meanwhile
+  const Existence existence = ExistenceFrom(ReadLinkInfo(target_, &there));
+  if (existence == Existence::kCannotTell) {
+    return Fail(errno);
+  }
+  if (existence == Existence::kThere && there.kind != FileKind::kRegular) {
+    return Fail("it has become a folder, a device or a link while it was written");
+  }
+  if (const std::string reason = Overtaken(); !reason.empty()) {
+    return Fail(reason);
+  }
+  if (!beside_.MoveTo(target_)) {
+    return ForbidsReplacing(errno) ? CommitByCopying(errno) : Fail(errno);
+  }
+  has_touched_ = true;
+  const bool is_lasting = WriterCalls().sync_folder(target_.parent_path()) == 0;
+  return is_lasting ? Done() : Fail(errno);
+}
+
+// Where the finished file may not take the target's place but the target may be written: a file of
+// somebody else in a shared folder, a mount of a single file. `error` is what forbade it.
+std::string OutFile::CommitByCopying(int error) {
+  if (std::string unread = ReadBack(beside_.Path(), &pending_); !unread.empty()) {
+    return Fail(std::move(unread));
+  }
+  beside_.FreeTarget();
+  handle_ = WriterCalls().open(target_);
+  if (handle_ < 0) {
+    return Fail(error);
+  }
+  std::string reason = CommitInPlace();
+  beside_.Remove();
+  return reason;
+}
+
+// The open target gets `bytes` as its first bytes and `size` as its size, and is closed.
+bool OutFile::Rewrite(std::span<const std::byte> bytes, std::size_t size, std::size_t* written) {
+  *written = Rewind(handle_) ? WriteAll(handle_, bytes) : 0;
+  return *written == bytes.size() && WriterCalls().resize(handle_, size) == 0 &&
+         WriterCalls().sync(handle_) == 0 && CloseTarget();
+}
+
+std::string OutFile::CommitInPlace() {
+  FileInfo opened;
+  FileInfo there;
+  if (!ReadInfo(handle_, &opened)) {
+    return Fail(errno);
+  }
+  const Existence existence = ExistenceFrom(ReadLinkInfo(target_, &there));
+  if (existence == Existence::kCannotTell) {
+    return Fail(errno);
+  }
+  if (existence == Existence::kNotThere || !opened.IsSameFileAs(there)) {
+    return Fail("another file took its place while it was written");  // ours has no name any more
+  }
+  if (TryLock(handle_) == Lock::kBusy) {
+    return Fail(EBUSY);
+  }
+  if (const std::string reason = Overtaken(); !reason.empty()) {
+    return Fail(reason);
+  }
+  std::vector<std::byte> old;
+  if (std::string unread = ReadBack(target_, &old); !unread.empty()) {
+    return Fail(std::move(unread));  // what cannot be put back is not overwritten
+  }
+  has_touched_ = true;
+  std::size_t written = 0;
+  if (Rewrite(pending_, pending_.size(), &written)) {
+    return Done();
+  }
+  const int error = errno;
+  std::string reason = SystemReason(error);
+  if (handle_ < 0) {
+    handle_ = WriterCalls().open(target_);  // closing was what failed
+  }
+  // What lies beyond the size that the user may give a file is untouched, and stays so.
+  const std::size_t touched = error == EFBIG ? std::min(written, old.size()) : old.size();
+  if (!Rewrite(std::span(old).first(touched), old.size(), &written)) {
+    reason.append("; what the file held before could not be put back");
+  }
+  return Fail(std::move(reason));
+}
+
+}  // namespace orvane
