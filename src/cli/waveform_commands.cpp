@@ -55,10 +55,13 @@ ExitCode PrintRecords(const TsFile& file, std::string text, LineOf line_of) {
       text.clear();
     }
   }
-  if (!walker.Error().empty()) {
-    PrintMessage(FileMessage(file.Path(), walker.Error()));
+  // What failed when the records were counted may be read now; then the counts are wrong.
+  const std::string error =
+      walker.Error().empty() ? file.ReadError() : FileMessage(file.Path(), walker.Error());
+  if (!error.empty()) {
+    PrintMessage(error);
   }
-  return PrintResult(text) && walker.Error().empty() ? kAllDone : kSomeFailed;
+  return PrintResult(text) && error.empty() ? kAllDone : kSomeFailed;
 }
 
 std::string InfoLine(const TsPlace& place) {

@@ -188,19 +188,23 @@ bool BesideFile::Create(const std::filesystem::path& target) {
 }
 
 bool BesideFile::Make(const std::filesystem::path& path) {
+  path_ = path;  // which takes memory: before there is a file that could be left over
+  const auto fail = [this](int error) {
+    path_.clear();
+    errno = error;
+    return false;
+  };
   const int handle = WriterCalls().create(path);
   if (handle < 0) {
-    return false;
+    return fail(errno);
   }
   // Before it was locked another program may have taken it for a leftover: then it is gone.
   const Lock lock = TryLock(handle);
   const Place place = lock == Lock::kTaken ? PlaceOf(handle, path) : Place::kAtName;
   if (lock == Lock::kBusy || place == Place::kElsewhere) {
     CloseRead(handle);
-    errno = EEXIST;
-    return false;
+    return fail(EEXIST);
   }
-  path_ = path;
   handle_ = handle;
   lock_ = place == Place::kAtName ? KeepLock(handle) : -1;
   if (lock_ >= 0) {

@@ -1,0 +1,423 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Runs the command-line tool with the fault shim: one call of the system fails, the first of its
+// kind, then the second and so on until a run makes no more of them. After each run every file has
+// its old bytes or those of a good run and nothing is left over; the tool ends with 0 where all is
+// as after a good run, else with 1 and the reason.
+//
+//   orvane_fault_test [ALLOCATIONS [SEED]]
+//
+// Of the allocations of a command from its first file on so many fail (40), evenly spread from a
+// random one on, and a few of all. 0: all from the first file on.
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <mutex>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "support/temp_dir.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using orvane::testing::ReadAll;
+using orvane::testing::TempDir;
+using orvane::testing::WriteAll;
+using Clock = std::chrono::steady_clock;
+using Files = std::map<std::string, std::string>;  // bytes by path within a folder
+using Strings = std::vector<std::string>;
+
+constexpr const char* kStale = "what was there before";
+constexpr int kCounts = 9;           // the descriptor that the shim counts in
+constexpr unsigned kSeconds = 60;    // longer no run takes
+constexpr unsigned kMostFound = 20;  // findings that are told
+
+[[noreturn]] void Stop(const std::string& reason) {
+  std::fprintf(stderr, "fault test: %s\n", reason.c_str());
+  std::exit(1);
+}
+
+// A kind of call, how it fails, and whether that must not matter.
+struct Fault {
+  const char* kind;
+  int error;
+  bool is_retried = false;
+};
+
+constexpr auto kFaults = std::to_array<Fault>({
+    {"open", EIO},          {"read", EIO},   {"read", EINTR, true}, {"write", EIO},
+    {"write", EINTR, true}, {"sync", EIO},   {"sync", EINTR, true}, {"write", ENOSPC},
+    {"stat", EIO},          {"lock", EIO},   {"lock", EINTR, true}, {"mkdir", EIO},
+    {"list", EIO},          {"rename", EIO}, {"remove", EIO},       {"resize", EIO},
+    {"close", EIO},         {"dup", EMFILE}, {"rights", EIO},       {"late memory", ENOMEM},
+    {"memory", ENOMEM},
+});
+
+struct Work {
+  Strings command;
+  Strings inputs;  // files of the example survey
+  Strings stale;   // files that are there before, and made anew
+  enum Place {
+    kOwn,
+    kShared,   // a folder that others may write to, with what a killed program left
+    kInPlace,  // the files may not be replaced
+  } place = kOwn;
+};
+
+// All in the folder of the files.
+const std::vector<Work>& AllWork() {
+  static const std::vector<Work> all = {
+      {{"table", "set", "SIP/Startup.tbl", "SITE=S1"}, {"SIP/Startup.tbl"}, {}},
+      {{"table", "set", "SIP/Startup.tbl", "SITE=S1", "--to", "new.tbl"}, {"SIP/Startup.tbl"}, {}},
+      {{"table", "set", "SIP/Startup.tbl", "SITE=S1"}, {"SIP/Startup.tbl"}, {}, Work::kShared},
+      {{"table", "set", "SIP/Startup.tbl", "SITE=S1"}, {"SIP/Startup.tbl"}, {}, Work::kInPlace},
+      {{"table", "to-v1", "SIP/Startup.tbl", "MT/2417.TBL"},
+       {"SIP/Startup.tbl", "MT/2417.TBL"},
+       {"MT/2417.TB2"}},
+      {{"table", "text", "SIP/Startup.tbl", "MT/2417.TBL", "--out", "new/texts"},
+       {"SIP/Startup.tbl", "MT/2417.TBL"},
+       {}},
+      {{"table", "startup", "SIP/Startup.tbl", "--out", "boxes"},
+       {"SIP/Startup.tbl"},
+       {"boxes/1203.tbl"}},
+      {{"table", "size", "SIP/Startup.tbl"}, {"SIP/Startup.tbl"}, {}},
+      {{"schedule", "preset", "SIP/Startup.tbl", "SIP", "--to", "new.tbl"},
+       {"SIP/Startup.tbl"},
+       {"new.tbl"}},
+      {{"schedule", "make", "SIP/Startup.tbl", "--to", "2.TFS"}, {"SIP/Startup.tbl"}, {"2.TFS"}},
+      {{"schedule", "text", "FDEM/2.TFS"}, {"FDEM/2.TFS"}, {"FDEM/2.txt"}},
+      {{"stack", "csv", "--time-domain", "TDIP/2417.trs"}, {"TDIP/2417.trs"}, {"TDIP/2417.csv"}},
+      {{"stack", "csv", "--time-domain", "TDIP/2417.trs"},
+       {"TDIP/2417.trs"},
+       {"TDIP/2417.csv"},
+       Work::kInPlace},
+      {{"waveform", "info", "MT/2417.TS2"}, {"MT/2417.TS2", "MT/2417.TBL"}, {}},
+      {{"waveform", "text", "MT/2417.TS2"}, {"MT/2417.TS2", "MT/2417.TBL"}, {"MT/2417_TS2.txt"}},
+      {{"waveform", "restack", "SIP/2417.TSS", "--out", "new"},
+       {"SIP/2417.TSS", "SIP/2417.TBL"},
+       {"new/2417.TSK"}},
+      {{"waveform", "harmonics", "SIP/2417.TSS", "--calibration-folder", "Calibration", "--yes"},
+       {"SIP/2417.TSS", "SIP/2417.TBL", "Calibration/2417.CLB"},
+       {"SIP/2417_cal.txt"}},
+      {{"calibration", "text", "Calibration/2041.CLC", "Calibration/2417.CLB"},
+       {"Calibration/2041.CLC", "Calibration/2417.CLB"},
+       {"Calibration/2041.txt"}},
+      {{"calibration", "curves", "Calibration/2041.CLC"}, {"Calibration/2041.CLC"}, {}}};
+  return all;
+}
+
+Files Snapshot(const fs::path& folder) {
+  Files files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (!entry.is_directory()) {
+      files[entry.path().lexically_relative(folder).string()] = ReadAll(entry.path());
+    }
+  }
+  return files;
+}
+
+constexpr const char* kLeftover = ".orvane-0123456789ABCDEF.tmp";
+
+void Lay(const Files& files, const fs::path& folder) {
+  fs::remove_all(folder);
+  fs::create_directory(folder);
+  for (const auto& [name, bytes] : files) {
+    fs::create_directories((folder / name).parent_path());
+    WriteAll(folder / name, bytes);
+    if (fs::path(name).filename() == kLeftover) {
+      fs::permissions((folder / name).parent_path(), fs::perms::all);
+    }
+  }
+}
+
+/// A file in memory alone.
+class Memory {
+ public:
+  Memory() : handle_(memfd_create("fault test", MFD_CLOEXEC)) {}
+  Memory(const Memory&) = delete;
+  Memory& operator=(const Memory&) = delete;
+  ~Memory() { close(handle_); }
+
+  int Handle() const { return handle_; }
+  std::string Text() const {
+    std::string text(static_cast<std::size_t>(lseek(handle_, 0, SEEK_END)), '\0');
+    const ssize_t size = pread(handle_, text.data(), text.size(), 0);
+    return text.substr(0, static_cast<std::size_t>(size));
+  }
+
+ private:
+  int handle_;
+};
+
+struct Outcome {
+  int status = 0;
+  std::string out;
+  std::string told;
+  unsigned calls = 0;  // of the kind that fails
+};
+
+std::vector<char*> Pointers(Strings* texts) {
+  std::vector<char*> pointers;
+  for (std::string& text : *texts) {
+    pointers.push_back(text.data());
+  }
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+Strings Environment(const Work& work, const fs::path& folder, const Fault& fault, unsigned number) {
+  return {"LD_PRELOAD=" ORVANE_FAULT_SHIM,
+          std::string("ORVANE_FAULT_KIND=") + fault.kind,
+          "ORVANE_FAULT_NUMBER=" + std::to_string(number),
+          "ORVANE_FAULT_ERROR=" + std::to_string(fault.error),
+          "ORVANE_FAULT_FOLDER=" + folder.string(),
+          std::string("ORVANE_FAULT_RIGHTS=") + (work.place == Work::kInPlace ? "1" : ""),
+          "ORVANE_FAULT_COUNTS=" + std::to_string(kCounts)};
+}
+
+Outcome Run(const Work& work, const fs::path& folder, const Fault& fault, unsigned number) {
+  Strings arguments = work.command;
+  arguments.insert(arguments.begin(), ORVANE_CLI);
+  Strings environment = Environment(work, folder, fault, number);
+  const std::vector<char*> argv = Pointers(&arguments);
+  const std::vector<char*> envp = Pointers(&environment);
+  const std::string place = folder.string();
+  const Memory out;
+  const Memory told;
+  const Memory counts;
+  unsigned calls = 0;
+  if (pwrite(counts.Handle(), &calls, sizeof calls, 0) != sizeof calls) {
+    Stop("no memory for what the tool says");
+  }
+  const pid_t child = fork();
+  if (child == 0) {
+    alarm(kSeconds);
+    if (chdir(place.c_str()) == 0 && dup2(out.Handle(), STDOUT_FILENO) >= 0 &&
+        dup2(told.Handle(), STDERR_FILENO) >= 0 && dup2(counts.Handle(), kCounts) >= 0) {
+      execve(argv[0], argv.data(), envp.data());
+    }
+    _exit(127);
+  }
+  Outcome outcome;
+  waitpid(child, &outcome.status, 0);
+  std::memcpy(&calls, counts.Text().data(), sizeof calls);
+  outcome.out = out.Text();
+  outcome.told = told.Text();
+  outcome.calls = calls;
+  return outcome;
+}
+
+struct Good {
+  Files before;
+  Files after;
+  std::string out;
+};
+
+Good RunWhole(const Work& work, const fs::path& survey, const fs::path& folder) {
+  Good good;
+  for (const std::string& name : work.inputs) {
+    good.before[name] = ReadAll(survey / name);
+  }
+  for (const std::string& name : work.stale) {
+    good.before[name] = kStale;
+  }
+  if (work.place == Work::kShared) {
+    good.before[(fs::path(work.inputs[0]).parent_path() / kLeftover).string()] = kStale;
+  }
+  for (int i = 0; i < 2; ++i) {
+    Lay(good.before, folder);
+    const Outcome outcome = Run(work, folder, kFaults[0], 0);
+    const Files after = Snapshot(folder);
+    if (outcome.status != 0 || (i == 1 && (after != good.after || outcome.out != good.out))) {
+      Stop(work.command[0] + " " + work.command[1] +
+           " fails or gives something else each time: " + outcome.told);
+    }
+    good.after = after;
+    good.out = outcome.out;
+  }
+  for (const std::string& name : work.stale) {
+    if (good.after[name] == kStale) {
+      Stop(work.command[0] + " " + work.command[1] + " does not make " + name);
+    }
+  }
+  return good;
+}
+
+bool IsTemporary(const std::string& name) {
+  return fs::path(name).filename().string().starts_with(".orvane-");
+}
+
+// What is wrong with the files; empty: nothing. `is_done` tells whether all are as they should be.
+std::string FaultOfFiles(const Good& good, Files found, const Fault& fault, bool* is_done) {
+  const auto has = [](const Files& files, const std::string& name, const std::string& bytes) {
+    const auto at = files.find(name);
+    return at != files.end() && at->second == bytes;
+  };
+  // What may not be removed stays, and what was left before may stay: a later run removes it.
+  const bool may_stay = std::string_view(fault.kind) == "remove";
+  std::erase_if(found, [&](const auto& file) {
+    return IsTemporary(file.first) && (may_stay || has(good.before, file.first, file.second));
+  });
+  for (const auto& [name, bytes] : found) {
+    if (!has(good.before, name, bytes) && !has(good.after, name, bytes)) {
+      return name + " is neither old nor new: " + std::to_string(bytes.size()) + " bytes";
+    }
+  }
+  for (const auto& [name, bytes] : good.before) {
+    if (found.count(name) == 0 && good.after.count(name) != 0) {
+      return name + " is gone";
+    }
+  }
+  *is_done = found == good.after;
+  return {};
+}
+
+// In the system's words, or in those that a command has for it.
+bool TellsOf(const Fault& fault, const std::string& told) {
+  const auto has = [&told](const char* text) { return told.find(text) != std::string::npos; };
+  return has(strerror(fault.error)) || has("Failed to ") ||
+         (fault.error == ENOMEM && (has("no memory") || has("Memory allocation error")));
+}
+
+// What is wrong with a run; empty: nothing.
+std::string Judge(const Good& good, const Outcome& outcome, const Fault& fault, Files found) {
+  if (!WIFEXITED(outcome.status)) {
+    return "ended by signal " + std::to_string(WTERMSIG(outcome.status));
+  }
+  bool is_done = false;
+  if (std::string wrong = FaultOfFiles(good, std::move(found), fault, &is_done); !wrong.empty()) {
+    return wrong;
+  }
+  const int code = WEXITSTATUS(outcome.status);
+  const bool tells = TellsOf(fault, outcome.told);
+  if (code == 0) {  // what is left out beside the result is told
+    return tells || (is_done && outcome.out == good.out) ? "" : "exit code 0, but not all is done";
+  }
+  if (code != 1 || fault.is_retried) {
+    return "exit code " + std::to_string(code);
+  }
+  return tells ? "" : "another reason";
+}
+
+class Tester {
+ public:
+  Tester(unsigned allocations, unsigned seed) : allocations_(allocations), seed_(seed) {
+    if (std::system(("'" ORVANE_EXAMPLE_SURVEY "' '" + (dir_ / "survey").string() + "' >'" +
+                     (dir_ / "list").string() + "'")
+                        .c_str()) != 0) {
+      Stop("there is no example survey");
+    }
+    for (const Work& work : AllWork()) {
+      good_.push_back(RunWhole(work, dir_ / "survey", dir_ / "good"));
+    }
+  }
+
+  bool TestAll() {
+    std::vector<std::jthread> helpers;
+    for (unsigned i = 0; i < std::max(2U, std::thread::hardware_concurrency()); ++i) {
+      helpers.emplace_back([this, i] { Help(dir_ / ("work" + std::to_string(i))); });
+    }
+    helpers.clear();
+    for (std::size_t i = 0; i < kFaults.size(); ++i) {
+      std::printf("%s, %s: %u failed, %u of them did not matter\n", kFaults[i].kind,
+                  strerror(kFaults[i].error), failed_[i].load(), harmless_[i].load());
+      if (failed_[i] == 0) {
+        Stop(std::string("no call of the kind ") + kFaults[i].kind);
+      }
+    }
+    return found_ == 0;
+  }
+
+ private:
+  void Help(const fs::path& folder) {
+    const std::size_t all = AllWork().size() * kFaults.size();
+    for (std::size_t i = next_++; i < all; i = next_++) {
+      Sweep(i / kFaults.size(), i % kFaults.size(), folder);
+    }
+  }
+
+  // Each call in turn until there are no more, of allocations only some.
+  void Sweep(std::size_t which, std::size_t of_fault, const fs::path& folder) {
+    unsigned first = 1;
+    unsigned step = 1;
+    const bool is_late = std::string_view(kFaults[of_fault].kind) == "late memory";
+    const bool is_early = std::string_view(kFaults[of_fault].kind) == "memory";
+    if (is_early || (is_late && allocations_ > 0)) {
+      Lay(good_[which].before, folder);
+      const unsigned most = is_late ? allocations_ : 5;
+      step += Run(AllWork()[which], folder, kFaults[of_fault], 0).calls / most;
+      first += static_cast<unsigned>(std::mt19937(seed_ + static_cast<unsigned>(which))() % step);
+    }
+    for (unsigned number = first; FailOnce(which, of_fault, number, folder); number += step) {
+    }
+  }
+
+  // False where the run made fewer calls.
+  bool FailOnce(std::size_t which, std::size_t of_fault, unsigned number, const fs::path& folder) {
+    const Fault& fault = kFaults[of_fault];
+    const Good& good = good_[which];
+    Lay(good.before, folder);
+    const Outcome outcome = Run(AllWork()[which], folder, fault, number);
+    std::string wrong = Judge(good, outcome, fault, Snapshot(folder));
+    const bool has_failed = outcome.calls >= number;
+    if (!has_failed && wrong.empty() && outcome.status != 0) {
+      wrong = "fails without a fault";
+    }
+    if (!wrong.empty()) {
+      Tell(AllWork()[which], fault, number, wrong, outcome.told);
+    }
+    if (has_failed) {
+      ++failed_[of_fault];
+      harmless_[of_fault] += outcome.status == 0 ? 1U : 0U;
+    }
+    return has_failed;
+  }
+
+  void Tell(const Work& work, const Fault& fault, unsigned number, const std::string& wrong,
+            const std::string& told) {
+    const std::lock_guard lock(telling_);
+    if (++found_ > kMostFound) {
+      return;
+    }
+    std::string command;
+    for (const std::string& argument : work.command) {
+      command.append(" ").append(argument);
+    }
+    std::fprintf(stderr, "%s number %u (%s) of%s: %s; told: %s\n", fault.kind, number,
+                 strerror(fault.error), command.c_str(), wrong.c_str(), told.c_str());
+  }
+
+  const unsigned allocations_;
+  const unsigned seed_;
+  TempDir dir_;
+  std::vector<Good> good_;
+  std::atomic<std::size_t> next_ = 0;
+  std::array<std::atomic<unsigned>, kFaults.size()> failed_{};
+  std::array<std::atomic<unsigned>, kFaults.size()> harmless_{};
+  std::mutex telling_;
+  unsigned found_ = 0;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const auto start = Clock::now();
+  Tester tester(argc > 1 ? static_cast<unsigned>(std::atoi(argv[1])) : 40,
+                argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1);
+  const bool is_clean = tester.TestAll();
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start);
+  std::printf("%d s: %s\n", static_cast<int>(seconds.count()),
+              is_clean ? "every file whole, every reason told" : "FAULTS");
+  return is_clean ? 0 : 1;
+}
