@@ -14,6 +14,8 @@ namespace orvane {
 namespace {
 
 constexpr std::size_t kNoFile = static_cast<std::size_t>(-1);
+// The system tells one as the other.
+constexpr const char* kNoThread = "Cannot allocate memory for a thread, or no more are allowed";
 
 }  // namespace
 
@@ -62,7 +64,12 @@ Batch::~Batch() { Stop(); }
 
 void Batch::Start() {
   started_ = std::chrono::steady_clock::now();
-  runner_ = std::jthread([this] { Run(); });
+  try {
+    runner_ = std::jthread([this] { Run(); });
+  } catch (const std::exception&) {
+    FailTheRest(kNoThread);
+    End();
+  }
 }
 
 void Batch::Run() {
@@ -71,6 +78,10 @@ void Batch::Run() {
   } catch (const std::exception& error) {
     FailTheRest(ReasonOf(error));
   }
+  End();
+}
+
+void Batch::End() {
   const std::lock_guard lock(end_mutex_);
   finished_ = true;
   end_.notify_all();

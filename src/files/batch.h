@@ -194,6 +194,7 @@ class Batch {
   using Unit = std::vector<std::size_t>;
 
   void Run();
+  void End();
   void RunPlanned();
   void FailTheRest(const char* reason);
   std::vector<Unit> PlanUnits();
