@@ -173,8 +173,8 @@ class BrokenFiles : public ::testing::Test {
     EXPECT_GT(commands.size(), 8);
     auto* plot = frame_.Display()->findChild<QCustomPlot*>();
     ASSERT_NE(plot, nullptr);
-    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
-      QTest::mouseClick(plot, button);  // cursors where it points
+    for (const Qt::KeyboardModifier key : {Qt::NoModifier, Qt::ShiftModifier}) {
+      QTest::mouseClick(plot, Qt::LeftButton, key);  // a cursor each
     }
     for (QAction* command : commands) {
       if (!command->text().endsWith(QLatin1String("...")) && frame_.Display() != nullptr) {

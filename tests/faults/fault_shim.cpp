@@ -122,22 +122,15 @@ int ArmedMain(int count, char** arguments, char** environment) {
 
 }  // namespace
 
-// A function of this kind that fails with `failed` where `subject` is concerned.
-#define FAULTY(of_kind, failed, result, name, parameters, arguments, subject) \
-  result name parameters {                                                    \
-    static auto* const real = Real<result parameters>(#name);                 \
-    if (Concerns(subject) && Fails(of_kind)) {                                \
-      return failed;                                                          \
-    }                                                                         \
-    return real arguments;                                                    \
-  }
-#define FAULTY_NOTHROW(of_kind, failed, result, name, parameters, arguments, subject) \
-  result name parameters noexcept {                                                   \
-    static auto* const real = Real<result parameters>(#name);                         \
-    if (Concerns(subject) && Fails(of_kind)) {                                        \
-      return failed;                                                                  \
-    }                                                                                 \
-    return real arguments;                                                            \
+// A function of this kind that fails with `failed` where `subject` is concerned. `promise`:
+// noexcept where the headers have it.
+#define FAULTY(of_kind, failed, result, name, parameters, promise, arguments, subject) \
+  result name parameters promise {                                                     \
+    static auto* const real = Real<result parameters>(#name);                          \
+    if (Concerns(subject) && Fails(of_kind)) {                                         \
+      return failed;                                                                   \
+    }                                                                                  \
+    return real arguments;                                                             \
   }
 #define FAULTY_OPEN(name, parameters, arguments)           \
   int name parameters {                                    \
@@ -164,10 +157,10 @@ int creat64(const char* path, mode_t mode) { return creat(path, mode); }
 int __open_2(const char* path, int flags) { return open(path, flags, 0); }
 int __open64_2(const char* path, int flags) { return open64(path, flags, 0); }
 
-FAULTY("read", -1, ssize_t, read, (int handle, void* to, size_t size), (handle, to, size), handle)
-FAULTY("read", -1, ssize_t, pread, (int handle, void* to, size_t size, off_t at),
+FAULTY("read", -1, ssize_t, read, (int handle, void* to, size_t size), , (handle, to, size), handle)
+FAULTY("read", -1, ssize_t, pread, (int handle, void* to, size_t size, off_t at), ,
        (handle, to, size, at), handle)
-FAULTY("read", -1, ssize_t, pread64, (int handle, void* to, size_t size, off64_t at),
+FAULTY("read", -1, ssize_t, pread64, (int handle, void* to, size_t size, off64_t at), ,
        (handle, to, size, at), handle)
 ssize_t __read_chk(int handle, void* to, size_t size, size_t) { return read(handle, to, size); }
 ssize_t __pread_chk(int handle, void* to, size_t size, off_t at, size_t) {
@@ -176,54 +169,53 @@ ssize_t __pread_chk(int handle, void* to, size_t size, off_t at, size_t) {
 ssize_t __pread64_chk(int handle, void* to, size_t size, off64_t at, size_t) {
   return pread64(handle, to, size, at);
 }
-FAULTY("write", -1, ssize_t, write, (int handle, const void* from, size_t size),
+FAULTY("write", -1, ssize_t, write, (int handle, const void* from, size_t size), ,
        (handle, from, size), handle)
-FAULTY("write", -1, ssize_t, pwrite, (int handle, const void* from, size_t size, off_t at),
+FAULTY("write", -1, ssize_t, pwrite, (int handle, const void* from, size_t size, off_t at), ,
        (handle, from, size, at), handle)
-FAULTY("write", -1, ssize_t, pwrite64, (int handle, const void* from, size_t size, off64_t at),
+FAULTY("write", -1, ssize_t, pwrite64, (int handle, const void* from, size_t size, off64_t at), ,
        (handle, from, size, at), handle)
-FAULTY("sync", -1, int, fsync, (int handle), (handle), handle)
-FAULTY("sync", -1, int, fdatasync, (int handle), (handle), handle)
-FAULTY_NOTHROW("resize", -1, int, ftruncate, (int handle, off_t size), (handle, size), handle)
-FAULTY_NOTHROW("resize", -1, int, ftruncate64, (int handle, off64_t size), (handle, size), handle)
+FAULTY("sync", -1, int, fsync, (int handle), , (handle), handle)
+FAULTY("sync", -1, int, fdatasync, (int handle), , (handle), handle)
+FAULTY("resize", -1, int, ftruncate, (int handle, off_t size), noexcept, (handle, size), handle)
+FAULTY("resize", -1, int, ftruncate64, (int handle, off64_t size), noexcept, (handle, size), handle)
 
-FAULTY_NOTHROW("stat", -1, int, stat, (const char* path, struct stat* to), (path, to), path)
-FAULTY_NOTHROW("stat", -1, int, stat64, (const char* path, struct stat64* to), (path, to), path)
-FAULTY_NOTHROW("stat", -1, int, lstat, (const char* path, struct stat* to), (path, to), path)
-FAULTY_NOTHROW("stat", -1, int, lstat64, (const char* path, struct stat64* to), (path, to), path)
-FAULTY_NOTHROW("stat", -1, int, fstat, (int handle, struct stat* to), (handle, to), handle)
-FAULTY_NOTHROW("stat", -1, int, fstat64, (int handle, struct stat64* to), (handle, to), handle)
-FAULTY_NOTHROW("stat", -1, int, fstatat, (int at, const char* path, struct stat* to, int flags),
-               (at, path, to, flags), path)
-FAULTY_NOTHROW("stat", -1, int, fstatat64, (int at, const char* path, struct stat64* to, int flags),
-               (at, path, to, flags), path)
-FAULTY_NOTHROW("stat", -1, int, statx,
-               (int at, const char* path, int flags, unsigned mask, struct statx* to),
-               (at, path, flags, mask, to), path)
-FAULTY_NOTHROW("stat", -1, int, access, (const char* path, int mode), (path, mode), path)
-FAULTY_NOTHROW("stat", -1, int, faccessat, (int at, const char* path, int mode, int flags),
-               (at, path, mode, flags), path)
+FAULTY("stat", -1, int, stat, (const char* path, struct stat* to), noexcept, (path, to), path)
+FAULTY("stat", -1, int, stat64, (const char* path, struct stat64* to), noexcept, (path, to), path)
+FAULTY("stat", -1, int, lstat, (const char* path, struct stat* to), noexcept, (path, to), path)
+FAULTY("stat", -1, int, lstat64, (const char* path, struct stat64* to), noexcept, (path, to), path)
+FAULTY("stat", -1, int, fstat, (int handle, struct stat* to), noexcept, (handle, to), handle)
+FAULTY("stat", -1, int, fstat64, (int handle, struct stat64* to), noexcept, (handle, to), handle)
+FAULTY("stat", -1, int, fstatat, (int at, const char* path, struct stat* to, int flags), noexcept,
+       (at, path, to, flags), path)
+FAULTY("stat", -1, int, fstatat64, (int at, const char* path, struct stat64* to, int flags),
+       noexcept, (at, path, to, flags), path)
+FAULTY("stat", -1, int, statx,
+       (int at, const char* path, int flags, unsigned mask, struct statx* to), noexcept,
+       (at, path, flags, mask, to), path)
+FAULTY("stat", -1, int, access, (const char* path, int mode), noexcept, (path, mode), path)
+FAULTY("stat", -1, int, faccessat, (int at, const char* path, int mode, int flags), noexcept,
+       (at, path, mode, flags), path)
 
-FAULTY_NOTHROW("lock", -1, int, flock, (int handle, int operation), (handle, operation), handle)
-FAULTY_NOTHROW("mkdir", -1, int, mkdir, (const char* path, mode_t mode), (path, mode), path)
-FAULTY("list", nullptr, dirent*, readdir, (DIR * entries), (entries), entries)
-FAULTY("list", nullptr, dirent64*, readdir64, (DIR * entries), (entries), entries)
-FAULTY_NOTHROW("rename", -1, int, rename, (const char* from, const char* to), (from, to), to)
-FAULTY_NOTHROW("rename", -1, int, renameat, (int at, const char* from, int at_to, const char* to),
-               (at, from, at_to, to), to)
-FAULTY_NOTHROW("remove", -1, int, remove, (const char* path), (path), path)
-FAULTY_NOTHROW("remove", -1, int, unlink, (const char* path), (path), path)
-FAULTY_NOTHROW("remove", -1, int, unlinkat, (int at, const char* path, int flags),
-               (at, path, flags), path)
-FAULTY_NOTHROW("rights", -1, int, fchmod, (int handle, mode_t mode), (handle, mode), handle)
-FAULTY_NOTHROW("rights", -1, int, chmod, (const char* path, mode_t mode), (path, mode), path)
-FAULTY_NOTHROW("rights", -1, int, fchmodat, (int at, const char* path, mode_t mode, int flags),
-               (at, path, mode, flags), path)
-FAULTY_NOTHROW("rights", -1, int, fchown, (int handle, uid_t user, gid_t group),
-               (handle, user, group), handle)
-FAULTY_NOTHROW("rights", -1, ssize_t, fgetxattr,
-               (int handle, const char* name, void* to, size_t size), (handle, name, to, size),
-               handle)
+FAULTY("lock", -1, int, flock, (int handle, int operation), noexcept, (handle, operation), handle)
+FAULTY("mkdir", -1, int, mkdir, (const char* path, mode_t mode), noexcept, (path, mode), path)
+FAULTY("list", nullptr, dirent*, readdir, (DIR * entries), , (entries), entries)
+FAULTY("list", nullptr, dirent64*, readdir64, (DIR * entries), , (entries), entries)
+FAULTY("rename", -1, int, rename, (const char* from, const char* to), noexcept, (from, to), to)
+FAULTY("rename", -1, int, renameat, (int at, const char* from, int at_to, const char* to), noexcept,
+       (at, from, at_to, to), to)
+FAULTY("remove", -1, int, remove, (const char* path), noexcept, (path), path)
+FAULTY("remove", -1, int, unlink, (const char* path), noexcept, (path), path)
+FAULTY("remove", -1, int, unlinkat, (int at, const char* path, int flags), noexcept,
+       (at, path, flags), path)
+FAULTY("rights", -1, int, fchmod, (int handle, mode_t mode), noexcept, (handle, mode), handle)
+FAULTY("rights", -1, int, chmod, (const char* path, mode_t mode), noexcept, (path, mode), path)
+FAULTY("rights", -1, int, fchmodat, (int at, const char* path, mode_t mode, int flags), noexcept,
+       (at, path, mode, flags), path)
+FAULTY("rights", -1, int, fchown, (int handle, uid_t user, gid_t group), noexcept,
+       (handle, user, group), handle)
+FAULTY("rights", -1, ssize_t, fgetxattr, (int handle, const char* name, void* to, size_t size),
+       noexcept, (handle, name, to, size), handle)
 
 DIR* opendir(const char* path) {
   static auto* const real = Real<DIR*(const char*)>("opendir");
