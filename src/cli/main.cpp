@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdio>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -70,6 +72,9 @@ int main(int argc, char** argv) {
     const int exit_code = Run(argc, argv);
     orvane::InterruptWatch::EndIfInterrupted();
     return exit_code;
+  } catch (const std::bad_alloc& error) {
+    std::fprintf(stderr, "orvane-cli: %s\n", orvane::ReasonOf(error));  // which takes no memory
+    return orvane::kSomeFailed;
   } catch (const std::exception& error) {
     orvane::PrintMessage(orvane::ReasonOf(error));
     return orvane::kSomeFailed;

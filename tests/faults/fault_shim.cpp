@@ -7,6 +7,7 @@
 //                        close, dup, rights, memory, or late memory: of the allocations those
 //                        after the first call that concerns a file
 //   ORVANE_FAULT_NUMBER  which one fails; 0: none
+//   ORVANE_FAULT_LASTS   not empty: and all after it
 //   ORVANE_FAULT_ERROR   with which errno
 //   ORVANE_FAULT_FOLDER  the folder
 //   ORVANE_FAULT_RIGHTS  not empty: no file can be given another's rights, beside that
@@ -40,6 +41,7 @@ const char* kind = "";
 unsigned number = 0;
 int error = 0;
 const char* folder = "";
+bool lasts = false;
 bool forbids_rights = false;
 std::atomic<unsigned>* counts = nullptr;
 std::array<std::atomic<bool>, kMostHandles> concerned{};
@@ -55,6 +57,7 @@ void Arm() {
   number = static_cast<unsigned>(std::atoi(Setting("ORVANE_FAULT_NUMBER")));
   error = std::atoi(Setting("ORVANE_FAULT_ERROR"));
   folder = Setting("ORVANE_FAULT_FOLDER");
+  lasts = *Setting("ORVANE_FAULT_LASTS") != '\0';
   forbids_rights = *Setting("ORVANE_FAULT_RIGHTS") != '\0';
   void* const shared = mmap(nullptr, sizeof *counts, PROT_READ | PROT_WRITE, MAP_SHARED,
                             std::atoi(Setting("ORVANE_FAULT_COUNTS")), 0);
@@ -70,7 +73,11 @@ bool Fails(const char* of_kind) {
     errno = EIO;
     return true;
   }
-  if (!is_armed || std::strcmp(kind, of_kind) != 0 || counts->fetch_add(1) + 1 != number) {
+  if (!is_armed || std::strcmp(kind, of_kind) != 0) {
+    return false;
+  }
+  const unsigned count = counts->fetch_add(1) + 1;
+  if (number == 0 || (lasts ? count < number : count != number)) {
     return false;
   }
   errno = error;

@@ -6,8 +6,9 @@
 //
 //   orvane_fault_test [ALLOCATIONS [SEED]]
 //
-// Of the allocations of a command from its first file on so many fail (40), evenly spread from a
-// random one on, and a few of all. 0: all from the first file on.
+// Those of which the system gives no more once it has failed, memory and room on the disk, are
+// tried so too. Of the allocations of a command from its first file on so many fail (40), evenly
+// spread from a random one on, and a few of all. 0: all from the first file on.
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -52,16 +53,34 @@ constexpr unsigned kMostFound = 20;  // findings that are told
 struct Fault {
   const char* kind;
   int error;
-  bool is_retried = false;
+  enum Kind { kOnce, kRetried, kLasting } way = kOnce;  // retried: it must not matter
 };
 
 constexpr auto kFaults = std::to_array<Fault>({
-    {"open", EIO},          {"read", EIO},   {"read", EINTR, true}, {"write", EIO},
-    {"write", EINTR, true}, {"sync", EIO},   {"sync", EINTR, true}, {"write", ENOSPC},
-    {"stat", EIO},          {"lock", EIO},   {"lock", EINTR, true}, {"mkdir", EIO},
-    {"list", EIO},          {"rename", EIO}, {"remove", EIO},       {"resize", EIO},
-    {"close", EIO},         {"dup", EMFILE}, {"rights", EIO},       {"late memory", ENOMEM},
+    {"open", EIO},
+    {"read", EIO},
+    {"read", EINTR, Fault::kRetried},
+    {"write", EIO},
+    {"write", EINTR, Fault::kRetried},
+    {"sync", EIO},
+    {"sync", EINTR, Fault::kRetried},
+    {"write", ENOSPC},
+    {"stat", EIO},
+    {"lock", EIO},
+    {"lock", EINTR, Fault::kRetried},
+    {"mkdir", EIO},
+    {"list", EIO},
+    {"rename", EIO},
+    {"remove", EIO},
+    {"resize", EIO},
+    {"close", EIO},
+    {"dup", EMFILE},
+    {"rights", EIO},
+    {"late memory", ENOMEM},
+    {"write", ENOSPC, Fault::kLasting},
+    {"late memory", ENOMEM, Fault::kLasting},
     {"memory", ENOMEM},
+    {"memory", ENOMEM, Fault::kLasting},
 });
 
 struct Work {
@@ -180,6 +199,7 @@ Strings Environment(const Work& work, const fs::path& folder, const Fault& fault
   return {"LD_PRELOAD=" ORVANE_FAULT_SHIM,
           std::string("ORVANE_FAULT_KIND=") + fault.kind,
           "ORVANE_FAULT_NUMBER=" + std::to_string(number),
+          std::string("ORVANE_FAULT_LASTS=") + (fault.way == Fault::kLasting ? "1" : ""),
           "ORVANE_FAULT_ERROR=" + std::to_string(fault.error),
           "ORVANE_FAULT_FOLDER=" + folder.string(),
           std::string("ORVANE_FAULT_RIGHTS=") + (work.place == Work::kInPlace ? "1" : ""),
@@ -304,7 +324,7 @@ std::string Judge(const Good& good, const Outcome& outcome, const Fault& fault, 
   if (code == 0) {  // what is left out beside the result is told
     return tells || (is_done && outcome.out == good.out) ? "" : "exit code 0, but not all is done";
   }
-  if (code != 1 || fault.is_retried) {
+  if (code != 1 || fault.way == Fault::kRetried) {
     return "exit code " + std::to_string(code);
   }
   return tells ? "" : "another reason";
@@ -330,8 +350,9 @@ class Tester {
     }
     helpers.clear();
     for (std::size_t i = 0; i < kFaults.size(); ++i) {
-      std::printf("%s, %s: %u failed, %u of them did not matter\n", kFaults[i].kind,
-                  strerror(kFaults[i].error), failed_[i].load(), harmless_[i].load());
+      std::printf("%s, %s%s: %u failed, %u of them did not matter\n", kFaults[i].kind,
+                  strerror(kFaults[i].error), kFaults[i].way == Fault::kLasting ? ", lasting" : "",
+                  failed_[i].load(), harmless_[i].load());
       if (failed_[i] == 0) {
         Stop(std::string("no call of the kind ") + kFaults[i].kind);
       }
@@ -394,8 +415,9 @@ class Tester {
     for (const std::string& argument : work.command) {
       command.append(" ").append(argument);
     }
-    std::fprintf(stderr, "%s number %u (%s) of%s: %s; told: %s\n", fault.kind, number,
-                 strerror(fault.error), command.c_str(), wrong.c_str(), told.c_str());
+    std::fprintf(stderr, "%s number %u (%s%s) of%s: %s; told: %s\n", fault.kind, number,
+                 strerror(fault.error), fault.way == Fault::kLasting ? ", lasting" : "",
+                 command.c_str(), wrong.c_str(), told.c_str());
   }
 
   const unsigned allocations_;
