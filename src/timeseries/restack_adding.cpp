@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -13,6 +14,7 @@ namespace orvane {
 namespace {
 
 constexpr unsigned kMostShares = 64;
+constexpr std::size_t kRoomForReason = 80;
 
 // One share of the work: of each record the same part of its scans, so that no two shares ever
 // touch the same sum. Every share walks the headers itself.
@@ -91,6 +93,9 @@ std::string AddRecords(BatchTask* task, const RandomFile& in, std::uint64_t end,
                        GroupSums* sums, bool tells_progress) {
   const unsigned shares = std::clamp(task->Threads(), 1U, kMostShares);
   std::vector<std::string> errors(shares);
+  for (std::string& error : errors) {
+    error.reserve(kRoomForReason);  // for when there is no memory
+  }
   const auto add = [&](unsigned share) {
     try {
       errors[share] =
@@ -99,8 +104,8 @@ std::string AddRecords(BatchTask* task, const RandomFile& in, std::uint64_t end,
               task->Advance(bytes);
             }
           });
-    } catch (const std::exception& error) {  // no memory
-      errors[share] = ReasonOf(error);
+    } catch (const std::exception& error) {  // mostly no memory: none is asked for here
+      errors[share] = std::string_view(ReasonOf(error)).substr(0, kRoomForReason);
     }
   };
   std::vector<std::jthread> helpers;

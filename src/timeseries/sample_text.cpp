@@ -89,8 +89,8 @@ void SampleText::WritePieces() {
     try {
       error = has_failed ? error
                          : out_->Write(std::as_bytes(std::span(piece->bytes).first(piece->used)));
-    } catch (const std::exception& thrown) {  // no memory
-      error = ReasonOf(thrown);
+    } catch (const std::exception&) {  // no memory: none is asked for here
+      error.swap(no_memory_);
     }
     lock.lock();
     if (error_.empty()) {

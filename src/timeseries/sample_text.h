@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -62,6 +63,7 @@ class SampleText {
   std::vector<Piece*> free_;  // with room for all pieces, so that the threads need no memory
   std::vector<Piece*> full_;  // in order
   std::string error_;
+  std::string no_memory_ = ReasonOf(std::bad_alloc());
   bool is_at_end_ = false;
   std::jthread writer_;  // last: ends before what it works on
 };
