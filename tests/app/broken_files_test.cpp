@@ -39,11 +39,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Many once under the sanitizers, not in their runs in other languages.
+int FilesToTry() {
 #ifdef __SANITIZE_ADDRESS__
-constexpr int kFiles = 300;
+  return std::getenv("LOCPATH") == nullptr ? 300 : 60;
 #else
-constexpr int kFiles = 60;
+  return 60;
 #endif
+}
 constexpr unsigned kSeed = 22;
 
 constexpr const char* kNotRead = "";  // no file of the survey: made here
@@ -153,7 +156,9 @@ class BrokenFiles : public ::testing::Test {
 
   void Open(const fs::path& file) {
     said_.clear();
-    if (!frame_.OpenAny(TextFromPath(file))) {
+    const bool is_open = frame_.OpenAny(TextFromPath(file));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !frame_.Displays().IsReading(); }, 60000));
+    if (!is_open) {
       ++refused_;
       const QString told = said_ + Notice();
       // kept: one old text is told without a name.
@@ -226,8 +231,9 @@ class BrokenFiles : public ::testing::Test {
 };
 
 TEST_F(BrokenFiles, NoneEndsTheProgramAndEachRefusalNamesItsFile) {
+  const int count = FilesToTry();
   std::map<std::string_view, std::vector<fs::path>> files;
-  for (int i = 0; i < kFiles; ++i) {
+  for (int i = 0; i < count; ++i) {
     const Kind& kind = kKinds[static_cast<std::size_t>(i) % kKinds.size()];
     const fs::path file = dir_ / "broken" / ("broken" + std::to_string(i) + kind.extension);
     SCOPED_TRACE(file.string());
@@ -244,8 +250,8 @@ TEST_F(BrokenFiles, NoneEndsTheProgramAndEachRefusalNamesItsFile) {
       EXPECT_EQ(object == nullptr, !reason.empty());
     }
   }
-  EXPECT_GT(refused_, kFiles / 6);
-  EXPECT_GT(shown_, kFiles / 6);
+  EXPECT_GT(refused_, count / 6);
+  EXPECT_GT(shown_, count / 6);
   for (const char* waveforms : {".TSS", ".TS2", ".TSK"}) {
     Convert(TsText(), files[waveforms]);
     Convert(Restack(), files[waveforms]);
