@@ -61,10 +61,11 @@ void Arm() {
   forbids_rights = *Setting("ORVANE_FAULT_RIGHTS") != '\0';
   void* const shared = mmap(nullptr, sizeof *counts, PROT_READ | PROT_WRITE, MAP_SHARED,
                             std::atoi(Setting("ORVANE_FAULT_COUNTS")), 0);
-  if (shared != MAP_FAILED) {
-    counts = static_cast<std::atomic<unsigned>*>(shared);
-    is_armed = true;
+  if (shared == MAP_FAILED) {
+    _exit(126);  // rather than a run without faults
   }
+  counts = static_cast<std::atomic<unsigned>*>(shared);
+  is_armed = true;
 }
 
 // Whether this call is the one to fail; errno says why then.

@@ -40,7 +40,7 @@ using Files = std::map<std::string, std::string>;  // bytes by path within a fol
 using Strings = std::vector<std::string>;
 
 constexpr const char* kStale = "what was there before";
-constexpr int kCounts = 9;           // the descriptor that the shim counts in
+constexpr int kCounts = 500;         // the descriptor that the shim counts in, above all others
 constexpr unsigned kSeconds = 60;    // longer no run takes
 constexpr unsigned kMostFound = 20;  // findings that are told
 
