@@ -158,7 +158,8 @@ void COrvaneDoc::OnOpenUnsaved(const QString& path, std::span<const std::byte> i
 }
 
 bool COrvaneDoc::IsOwnFile(const QString& path) const {
-  return !path_.isEmpty() && FileIdentity(PathFromText(path)) == FileIdentity(PathFromText(path_));
+  return !path_.isEmpty() &&
+         CompareFiles(PathFromText(path), PathFromText(path_)) != Sameness::kDifferent;
 }
 
 FileChange COrvaneDoc::LookAtFile(std::string* reason) {

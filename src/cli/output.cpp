@@ -95,6 +95,21 @@ std::string Printable(std::string_view given) {
   return text;
 }
 
+bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file,
+             std::string_view refusal) {
+  switch (CompareFiles(to, file)) {
+    case Sameness::kSame:
+      PrintMessage(FileMessage(to, refusal));
+      return true;
+    case Sameness::kDifferent:
+      return false;
+    case Sameness::kCannotTell:
+      break;
+  }
+  PrintMessage(FileMessage(to, SystemReason(errno)));
+  return true;
+}
+
 std::string PrintableValue(const ParamEntry& entry) {
   std::string text;
   FormatParamValue(static_cast<ValueType>(entry.type), entry.value, &text);

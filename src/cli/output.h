@@ -31,6 +31,11 @@ std::string PathLine(const std::filesystem::path& path);
 /// not UTF-8 as \xNN, because a terminal would obey some of them.
 std::string Printable(std::string_view given);
 
+/// True, with a message, where a result would take the place of the file it comes from, or where
+/// that cannot be told.
+[[nodiscard]] bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file,
+                           std::string_view refusal);
+
 /// The value of an entry as text, in UTF-8 and printable.
 std::string PrintableValue(const ParamEntry& entry);
 

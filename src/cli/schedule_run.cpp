@@ -14,14 +14,7 @@
 namespace orvane {
 namespace {
 
-// True, with a message, where a result would take the place of the file it comes from.
-bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file) {
-  if (FileIdentity(to) != FileIdentity(file)) {
-    return false;
-  }
-  PrintMessage(FileMessage(to, "is the file read, not written"));
-  return true;
-}
+constexpr std::string_view kIsInput = "is the file read, not written";
 
 ExitCode WriteRows(const std::filesystem::path& to, std::span<const ScheduleRow> rows) {
   const InterruptWatch watch;
@@ -53,7 +46,8 @@ void TellCycle(const PresetOptions& options, std::int32_t stored, const ParamTab
 ExitCode RunSchedulePreset(const PresetOptions& options) {
   ParamTable table;
   TblReport report;
-  if (IsInput(options.to, options.file) || !LoadOntoDefaults(options.file, &table, &report)) {
+  if (IsInput(options.to, options.file, kIsInput) ||
+      !LoadOntoDefaults(options.file, &table, &report)) {
     return kSomeFailed;
   }
   const int tech = options.tech;
@@ -84,7 +78,7 @@ ExitCode RunSchedulePreset(const PresetOptions& options) {
 ExitCode RunScheduleMake(const std::filesystem::path& file, const std::filesystem::path& to) {
   ParamTable table;
   TblReport report;
-  if (IsInput(to, file) || !LoadOntoDefaults(file, &table, &report)) {
+  if (IsInput(to, file, kIsInput) || !LoadOntoDefaults(file, &table, &report)) {
     return kSomeFailed;
   }
   const StepParameters parameters = StoredStepParameters(table);

@@ -3,6 +3,7 @@
 #include "cli/assignment.h"
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
+#include "files/file_io.h"
 #include "files/path_text.h"
 #include "table/tbl_record.h"
 
@@ -55,16 +56,17 @@ bool AssignAll(const SetOptions& options, ParamTable* table) {
   return !is_refused;
 }
 
-bool SavesInput(const SetOptions& options) {
-  return Exists(options.file) == Existence::kThere &&
-         FileIdentity(options.file) == FileIdentity(options.to);
-}
-
 // False where another program has changed the file between reading and writing: to be done again.
 bool SetOnce(const SetOptions& options, ExitCode* result) {
   *result = kSomeFailed;
   OutFile file;
-  const bool is_update = SavesInput(options);
+  const Sameness sameness = CompareFiles(options.file, options.to);
+  if (sameness == Sameness::kCannotTell) {
+    PrintMessage(FileMessage(options.to, SystemReason(errno)));
+    return true;
+  }
+  const bool is_update =
+      sameness == Sameness::kSame && Exists(options.file) != Existence::kNotThere;
   if (is_update) {
     // Where that fails so does writing, after what reading has to tell.
     static_cast<void>(file.OpenToUpdate(options.to));

@@ -30,6 +30,7 @@ std::vector<Batch::Unit> Batch::PlanUnits() {
 }
 
 void Batch::NameOutputs() {
+  FileIdentities identities;
   std::uint64_t total = 0;
   for (std::size_t i = 0; i < items_.size(); ++i) {
     Item& item = items_[i];
@@ -45,13 +46,12 @@ void Batch::NameOutputs() {
     FileInfo info;
     item.size = ReadInfo(item.input, &info) ? info.size : 0;
     total += item.size;
-    // One look at each file: another program may put others in their place at any time.
-    item.identity = FileIdentity(item.input);
+    item.identity = identities.Of(item.input);
     if (item.identity.empty()) {
       item.refused = SystemReason(errno);
     }
     for (const auto& output : item.outputs) {
-      item.output_identities.push_back(FileIdentity(output));
+      item.output_identities.push_back(identities.Of(output));
       if (item.output_identities.back().empty()) {
         item.refused = FileMessage(output, SystemReason(errno));
       }

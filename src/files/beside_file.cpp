@@ -122,7 +122,7 @@ bool BesideFile::CreateRandom(const std::filesystem::path& target) {
 
 // A target that is replaced takes its lock with it: only that of the file now there counts.
 bool BesideFile::LockTarget(const std::filesystem::path& target) {
-  const int handle = OpenToLock(target);
+  const int handle = MayReplaceOpenFiles() ? OpenToLock(target) : -1;
   if (handle < 0) {
     return true;  // nothing there to be changed, or nothing that could be locked
   }
@@ -144,13 +144,15 @@ void BesideFile::FreeTarget() {
 }
 
 bool BesideFile::CreateAlone(const std::filesystem::path& target) {
-  if (!IsOwnFolder(target.parent_path())) {
-    if (LockTarget(target) && CreateRandom(target)) {
-      return true;
-    }
-    FreeTarget();
-    return false;
+  if (LockTarget(target) &&
+      (IsOwnFolder(target.parent_path()) ? CreateFirst(target) : CreateRandom(target))) {
+    return true;
   }
+  FreeTarget();
+  return false;
+}
+
+bool BesideFile::CreateFirst(const std::filesystem::path& target) {
   const auto path = NameFor(target, 0);
   switch (RemoveLeftover(path)) {
     case Lock::kTaken:

@@ -27,8 +27,9 @@ class BesideFile {
 
   /// Each false, with errno set, on failure.
   [[nodiscard]] bool Create(const std::filesystem::path& target);
-  /// The same for one program at a time: EBUSY while another has the target so. The first of the
-  /// names stands for it; where names are random, a lock of the target itself.
+  /// The same for one program at a time: EBUSY while another has the target so. The target itself
+  /// is locked, where open files can be replaced, and in a folder of the user's own the first of
+  /// the names stands for it.
   [[nodiscard]] bool CreateAlone(const std::filesystem::path& target);
   /// Gives back the target's own lock, for those who are going to write it in place.
   void FreeTarget();
@@ -44,6 +45,7 @@ class BesideFile {
  private:
   bool Make(const std::filesystem::path& path);
   bool CreateRandom(const std::filesystem::path& target);
+  bool CreateFirst(const std::filesystem::path& target);
   bool LockTarget(const std::filesystem::path& target);
   void Release();
 

@@ -15,36 +15,68 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{128} * 1024;
 
-}  // namespace
-
-std::string FileMessage(const std::filesystem::path& path, std::string_view reason) {
-  return PathText(path) + ": " + std::string(reason);
+std::string Numbers(const FileInfo& info) {
+  return FormatInt(static_cast<std::int64_t>(info.device)) + ":" +
+         FormatInt(static_cast<std::int64_t>(info.number));
 }
 
-std::string FileIdentity(const std::filesystem::path& path) {
-  FileInfo info;
-  const auto numbers = [&info] {
-    return FormatInt(static_cast<std::int64_t>(info.device)) + ":" +
-           FormatInt(static_cast<std::int64_t>(info.number));
-  };
-  if (const Existence found = ExistenceFrom(ReadInfo(path, &info)); found != Existence::kNotThere) {
-    return found == Existence::kThere ? numbers() : std::string();
-  }
-  auto target = path;
-  if (!FollowLinks(&target)) {
+// Folder and name, links followed: what stays when another file takes the name. Empty, with errno
+// set, where it cannot be told.
+std::string PlaceOf(std::filesystem::path path) {
+  if (!FollowLinks(&path)) {
     return {};
   }
-  const auto folder = target.parent_path();
+  const auto folder = path.parent_path();
+  FileInfo info;
   switch (ExistenceFrom(ReadInfo(folder.empty() ? "." : folder, &info))) {
     case Existence::kThere:
-      return numbers() + "/" + NameIdentity(target.filename());
+      return Numbers(info) + "/" + NameIdentity(path.filename());
     case Existence::kCannotTell:
       return {};
     case Existence::kNotThere:
       break;
   }
   std::error_code error;
-  return NameIdentity(std::filesystem::absolute(target, error).lexically_normal());
+  return NameIdentity(std::filesystem::absolute(path, error).lexically_normal());
+}
+
+}  // namespace
+
+std::string FileMessage(const std::filesystem::path& path, std::string_view reason) {
+  return PathText(path) + ": " + std::string(reason);
+}
+
+std::string FileIdentities::Of(const std::filesystem::path& path) {
+  const std::string place = PlaceOf(path);
+  if (place.empty()) {
+    return {};
+  }
+  const auto [entry, is_new] = known_.try_emplace(place);
+  FileInfo info;
+  if (is_new) {
+    switch (ExistenceFrom(ReadInfo(path, &info))) {
+      case Existence::kThere:
+        entry->second = Numbers(info);
+        break;
+      case Existence::kNotThere:
+        entry->second = place;
+        break;
+      case Existence::kCannotTell:
+        known_.erase(entry);
+        return {};
+    }
+  }
+  return entry->second;
+}
+
+Sameness CompareFiles(const std::filesystem::path& a, const std::filesystem::path& b) {
+  FileIdentities identities;
+  const std::string one = identities.Of(a);
+  const std::string other = one.empty() ? one : identities.Of(b);
+  if (other.empty()) {
+    return Sameness::kCannotTell;
+  }
+  return one == other ? Sameness::kSame : Sameness::kDifferent;
 }
 
 std::string MakeFolders(const std::filesystem::path& folder) {
@@ -82,9 +114,6 @@ std::string InFile::Open(const std::filesystem::path& path) {
   if (handle_ < 0 || !ReadInfo(handle_, &info)) {
     return SystemReason(errno);
   }
-  if (info.kind == FileKind::kPipe) {
-    WaitForWriter(handle_);  // one with a writer may take its time
-  }
   if (info.kind == FileKind::kFolder) {
     return SystemReason(EISDIR);
   }
@@ -105,7 +134,10 @@ std::size_t InFile::ReadPiece(std::span<std::byte> bytes) {
   if (is_at_end_) {
     return 0;
   }
-  const auto count = ReaderCalls().some(handle_, bytes);
+  auto count = ReaderCalls().some(handle_, bytes);
+  while (count < 0 && errno == EAGAIN && WaitToRead(handle_)) {  // a writer may take its time
+    count = ReaderCalls().some(handle_, bytes);
+  }
   if (count < 0) {
     error_ = SystemReason(errno);
   }

@@ -15,6 +15,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "files/beside_file.h"
@@ -32,10 +33,21 @@ inline const char* ReasonOf(const std::exception& error) {
   return is_memory ? "Cannot allocate memory" : error.what();
 }
 
-/// A text that is equal for two paths where they lead to one file, through whatever links. A file
-/// that does not exist is known by its folder and name. Empty, with errno set, where it cannot be
-/// told.
-std::string FileIdentity(const std::filesystem::path& path);
+/// Which paths lead to one file, through whatever links. Each file is looked at once, so that one
+/// which another program replaces meanwhile stays what it was.
+class FileIdentities {
+ public:
+  /// Equal for two paths of one file. A file that does not exist is known by its folder and name.
+  /// Empty, with errno set, where it cannot be told.
+  std::string Of(const std::filesystem::path& path);
+
+ private:
+  std::unordered_map<std::string, std::string> known_;  // by folder and name
+};
+
+enum class Sameness { kSame, kDifferent, kCannotTell };
+/// `kCannotTell` comes with errno set. Who would write over a file then refuses.
+[[nodiscard]] Sameness CompareFiles(const std::filesystem::path& a, const std::filesystem::path& b);
 
 /// A file that is read from front to back.
 class InFile {

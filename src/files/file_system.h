@@ -90,8 +90,9 @@ std::string SystemReason(int error);
 
 /// Opens a file of any kind. A pipe without a writer holds nobody up; it reads as empty.
 int OpenToRead(const std::filesystem::path& path);
-/// Lets reads from a pipe wait for its writer.
-void WaitForWriter(int handle);
+/// Waits until a pipe, opened so, has more to read. False, with errno set, where the waiting is
+/// given up.
+[[nodiscard]] bool WaitToRead(int handle);
 /// Closes what was only read.
 void CloseRead(int handle);
 
@@ -112,7 +113,7 @@ struct FileCalls {
       const std::filesystem::path& folder);  ///< what cannot be synced counts as done
   int (*make_folder)(const std::filesystem::path& folder);  ///< fails if the name is taken
   Lock (*lock)(int handle);
-  /// Asked while a writer waits for a pipe: true ends the waiting with EINTR.
+  /// Asked while a pipe or another writer is waited for: true ends the waiting with EINTR.
   bool (*gives_up)();
 };
 FileCalls& WriterCalls();
@@ -127,6 +128,8 @@ FileCalls& WriterCalls();
 [[nodiscard]] bool TakeRights(int from, int to);
 
 inline Lock TryLock(int handle) { return WriterCalls().lock(handle); }
+/// Whether a file can be replaced while this program holds it open, as a lock of its own needs.
+bool MayReplaceOpenFiles();
 /// An existing regular file, never through a symbolic link, to be asked for its lock.
 int OpenToLock(const std::filesystem::path& path);
 /// A second handle that keeps the lock when the first is closed.

@@ -99,6 +99,17 @@ bool IsGivenUp() {
   return true;
 }
 
+// What goes wrong the next read or write reports.
+bool WaitFor(int handle, short event) {
+  pollfd waiting{handle, event, 0};
+  while (poll(&waiting, 1, kWait) <= 0) {
+    if (IsGivenUp()) {
+      return false;
+    }
+  }
+  return true;
+}
+
 // A pipe is opened without waiting, because a wait for its reader could not be ended.
 int OpenToWrite(const std::filesystem::path& path) {
   for (;;) {
@@ -215,7 +226,7 @@ int OpenToRead(const std::filesystem::path& path) {
   return Retried([&] { return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); });
 }
 
-void WaitForWriter(int handle) { fcntl(handle, F_SETFL, 0); }
+bool WaitToRead(int handle) { return WaitFor(handle, POLLIN); }
 
 ReadCalls& ReaderCalls() {
   static ReadCalls calls{Info, InfoOf, LinkInfo, List, ReadSome, ReadSomeAt};
@@ -230,15 +241,7 @@ FileCalls& WriterCalls() {
   return calls;
 }
 
-bool WaitToWrite(int handle) {
-  pollfd taking{handle, POLLOUT, 0};
-  while (poll(&taking, 1, kWait) <= 0) {
-    if (IsGivenUp()) {
-      return false;
-    }
-  }
-  return true;  // what went wrong the next write tells
-}
+bool WaitToWrite(int handle) { return WaitFor(handle, POLLOUT); }
 
 bool Rewind(int handle) { return lseek(handle, 0, SEEK_SET) == 0; }
 
@@ -264,6 +267,8 @@ int OpenToLock(const std::filesystem::path& path) {
   }
   return handle;
 }
+
+bool MayReplaceOpenFiles() { return true; }
 
 int KeepLock(int handle) { return fcntl(handle, F_DUPFD_CLOEXEC, 0); }
 

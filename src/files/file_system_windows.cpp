@@ -285,7 +285,7 @@ int OpenToRead(const std::filesystem::path& path) {
                     _O_RDONLY);
 }
 
-void WaitForWriter(int /*handle*/) {}
+bool WaitToRead(int /*handle*/) { return true; }
 
 ReadCalls& ReaderCalls() {
   static ReadCalls calls{Info, InfoOf, LinkInfo, List, ReadSome, ReadSomeAt};
@@ -321,6 +321,8 @@ int OpenToLock(const std::filesystem::path& path) {
   }
   return handle;
 }
+
+bool MayReplaceOpenFiles() { return false; }
 
 int KeepLock(int handle) { return _dup(handle); }
 

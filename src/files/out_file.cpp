@@ -78,6 +78,8 @@ std::string OutFile::Fail(int error) {
   switch (error) {
     case EBUSY:
       return Fail("is being changed by another program");
+    case EINTR:
+      return Fail("interrupted");
     case ESTALE:
       return Fail("another program has removed what was written for it");
     default:
@@ -132,7 +134,12 @@ bool OutFile::WaitForTurn(Take take) {
   constexpr std::chrono::milliseconds kPause{5};
   const auto end = std::chrono::steady_clock::now() + kMostWait;
   while (!take()) {
-    if (errno != EBUSY || WriterCalls().gives_up() || std::chrono::steady_clock::now() >= end) {
+    const bool is_busy = errno == EBUSY;
+    if (is_busy && WriterCalls().gives_up()) {
+      errno = EINTR;
+      return false;
+    }
+    if (!is_busy || std::chrono::steady_clock::now() >= end) {
       return false;
     }
     std::this_thread::sleep_for(kPause);
@@ -159,10 +166,18 @@ bool OutFile::CreateAlone() {
 }
 
 std::string OutFile::OpenBeside(bool is_alone) {
+  // Who had the file before may have put another in its place.
   const auto lock = [this] {
-    const bool is_ours = TryLock(handle_) != Lock::kBusy;
-    errno = EBUSY;
-    return is_ours;
+    FileInfo opened;
+    FileInfo there;
+    if (TryLock(handle_) != Lock::kBusy && ReadInfo(handle_, &opened) &&
+        ReadInfo(target_, &there) && opened.IsSameFileAs(there)) {
+      return true;
+    }
+    CloseRead(handle_);
+    handle_ = WriterCalls().open(target_);
+    errno = handle_ >= 0 ? EBUSY : errno;
+    return false;
   };
   if (is_alone ? !CreateAlone() : !beside_.Create(target_)) {
     if (handle_ < 0 || !ForbidsNewFiles(errno)) {
@@ -290,6 +305,7 @@ std::string OutFile::CommitInPlace() {
     return Fail(errno);
   }
   if (existence == Existence::kNotThere || !opened.IsSameFileAs(there)) {
+    was_overtaken_ = expected_.has_value();
     return Fail("another file took its place while it was written");  // ours has no name any more
   }
   if (TryLock(handle_) == Lock::kBusy) {

@@ -49,15 +49,14 @@ class FileToV1 {
   // held, where it is what version 1 is written over.
   BatchResult Run() {
     const auto& version1 = task_.Outputs().back();
-    const std::string own = FileIdentity(task_.Input());
-    const std::string written = own.empty() ? own : FileIdentity(version1);
-    if (written.empty()) {
+    const Sameness sameness = CompareFiles(task_.Input(), version1);
+    if (sameness == Sameness::kCannotTell) {
       return BatchFailed(SystemReason(errno));
     }
-    replaces_input_ = task_.IsBeside() && written == own;
+    replaces_input_ = task_.IsBeside() && sameness == Sameness::kSame;
     if (replaces_input_) {
       if (const std::string reason = input_.OpenToUpdate(version1); !reason.empty()) {
-        return BatchFailed(FileMessage(version1, reason), kTblWriteFailed);
+        return BatchFailed(Named(version1, reason), kTblWriteFailed);
       }
     }
     TblReport report;
@@ -125,7 +124,7 @@ class FileToV1 {
     const TblSaveOptions options{version, false, static_cast<std::int32_t>(version)};
     if ((version == 1 && replaces_input_ ? SaveParamFile(&table_, path, &input_, options, &report)
                                          : SaveParamFile(&table_, path, options, &report)) != kOk) {
-      failure_ = FileMessage(path, report.reason);
+      failure_ = Named(path, report.reason);
       // No need of a second file where the old one stands, or another program has replaced it.
       if (input_.WasOvertaken() || HaveSameBytes(path, kept)) {
         std::error_code ignored;
@@ -168,6 +167,11 @@ class FileToV1 {
   // The input itself, once its version-2 copy has been written under another name.
   bool IsSafelyCopied(const std::filesystem::path& path) const {
     return !written_.empty() && replaces_input_ && path == task_.Outputs().back();
+  }
+
+  // The input has its name before it already.
+  std::string Named(const std::filesystem::path& path, const std::string& reason) const {
+    return path == task_.Input() ? reason : FileMessage(path, reason);
   }
 
   void Note(const std::string& note) { note_.append(note_.empty() ? "" : "; ").append(note); }

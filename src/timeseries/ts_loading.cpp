@@ -2,17 +2,21 @@
 #include "timeseries/ts_loading.h"
 
 #include <exception>
-#include <new>
+#include <string_view>
 #include <system_error>
+
+#include "files/file_io.h"
 
 namespace orvane {
 
 TsLoading::TsLoading(const std::filesystem::path& path, const TsFile::Options& options)
     : path_(path), options_(options) {
+  constexpr std::size_t kRoomForReason = 80;
+  fault_.reserve(kRoomForReason);  // for when there is no memory
   try {
     thread_ = std::thread([this] { Run(); });
-  } catch (const std::system_error& error) {
-    fault_ = error.what();
+  } catch (const std::system_error&) {
+    fault_ = "no thread to be had, or no memory for one";
     is_done_ = true;
   }
 }
@@ -27,10 +31,9 @@ TsLoading::~TsLoading() {
 void TsLoading::Run() {
   try {
     is_open_ = file_->Open(path_, options_, &progress_);
-  } catch (const std::bad_alloc&) {
-    fault_ = "not enough memory";
   } catch (const std::exception& exception) {
-    fault_ = exception.what();
+    const std::string_view reason = ReasonOf(exception);
+    fault_.assign(reason.substr(0, fault_.capacity()));
   }
   const std::lock_guard lock(mutex_);
   is_done_ = true;
