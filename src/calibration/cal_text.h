@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Calibration files as comma-separated text that people read; docs/formats/calibration-text.md
-// tells the form.
+// Calibration files as comma-separated text that people read; docs/formats/calibration.md
+// describes the form.
 #ifndef ORVANE_CALIBRATION_CAL_TEXT_H_
 #define ORVANE_CALIBRATION_CAL_TEXT_H_
 
@@ -21,7 +21,7 @@ enum CalTextCode : int {
 /// passes; at most 500 records. A cut last record is noted.
 Conversion ExportCalToText();
 
-/// The lines of the header, and those of one record with an empty line behind.
+/// The lines of the header, and those of one record with an empty line after it.
 void WriteCalHeader(const CalHeader& header, TextFile* out);
 void WriteCalRecord(const CalFileRecord& record, std::size_t channels, TextFile* out);
 
