@@ -49,10 +49,10 @@ void ChangedFileBar::Look() {
       ShowText(doc_->Title() + QStringLiteral(" has changed on disk"), true);
       return;
     case FileChange::kGone:
-      ShowText(doc_->Title() + QStringLiteral(" is no longer on the disk; Save writes it again"),
+      ShowText(doc_->Title() + QStringLiteral(" is no longer on disk; Save writes it again"),
                false);
       return;
-    case FileChange::kUnknown:  // a disk that is away for a moment is no news; saving tells of it
+    case FileChange::kUnknown:  // a disk may be away for a moment; saving reports it
     case FileChange::kUnchanged:
       HideBar();
   }

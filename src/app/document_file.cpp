@@ -17,7 +17,7 @@ constexpr std::size_t kMostNamed = 10;  // three groups of them fit on a small s
 std::string Group(const std::string& title, const std::vector<ParamKey>& keys) {
   std::vector<std::string> named;
   for (const ParamKey key : keys) {
-    // The version of the file is no value of the user's.
+    // The version of the file is not a value that the user set.
     if (key != ParamKey("TBVI")) {
       named.push_back(key.Text());
     }
@@ -79,7 +79,7 @@ std::string DocumentFile::Question(const std::filesystem::path& path, const Para
   if (!seen->memory_.Read(path).empty()) {
     seen->Forget();
   }
-  return text + "\n\nWhat stands there is no table that can be read: " + report.message;
+  return text + "\n\nThe file there is not a readable table: " + report.message;
 }
 
 }  // namespace orvane

@@ -43,7 +43,7 @@ void EditorCommands::TellEarlyChanges(const std::vector<std::string>& keys) {
   if (keys.empty()) {
     return;
   }
-  early_line_ = "Cancelled; these were changed before and stay: " + LabelledKeys(keys);
+  early_line_ = "Cancelled; already changed and kept: " + LabelledKeys(keys);
   notices_->ShowNotice(early_line_);
 }
 

@@ -38,7 +38,7 @@ std::string ReadCopy(const fs::path& path, UnsavedTable* unsaved) {
   return file.Error().empty() ? ReadUnsavedImage(bytes, unsaved) : file.Error();
 }
 
-// Whether a lock tells nothing of its owner: it was cut when the computer went off. One that a
+// Whether a lock does not name its owner: it was cut short when the computer went off. One that a
 // running program is just making cannot be removed.
 bool IsTorn(const QLockFile& lock) {
   qint64 process = 0;
@@ -58,7 +58,7 @@ std::string TimeText(const QDateTime& time) {
   return time.toString(QStringLiteral("yyyy/MM/dd HH:mm:ss")).toStdString();
 }
 
-// What became of the file since the copy's table was read from it; empty: nothing is known of that.
+// What happened to the file after the copy's table was read from it; empty: not known.
 std::string FileStory(const RememberedFile& known, const QString& path) {
   RememberedFile file = known;
   std::string reason;
@@ -66,10 +66,10 @@ std::string FileStory(const RememberedFile& known, const QString& path) {
     case FileChange::kChanged:
       return "\n\nThe file is newer: it was changed at " +
              TimeText(QFileInfo(path).lastModified()) +
-             ",\nand these changes were made to that of " +
+             ",\nbut these changes were made to the file of " +
              TimeText(QDateTime::fromMSecsSinceEpoch(known.Written() / 1000000)) + ".";
     case FileChange::kGone:
-      return "\n\nThe file is no longer on the disk.";
+      return "\n\nThe file is no longer on disk.";
     case FileChange::kUnknown:
       return reason.empty() ? reason : "\n\nThe file cannot be read: " + reason + ".";
     case FileChange::kUnchanged:
@@ -108,7 +108,7 @@ EmergencyCopy::Copy EmergencyCopy::Claimed(int number) const {
   fs::path file = CopyPath(folder_, number);
   fs::path lock_path = file;
   auto lock = std::make_unique<QLockFile>(TextFromPath(lock_path.replace_extension(".lock")));
-  // A program may run for days; one that is gone is noticed all the same.
+  // A program may run for days; one that is gone is still noticed.
   lock->setStaleLockTime(0);
   if (!lock->tryLock(0) && !(IsTorn(*lock) && lock->removeStaleLockFile() && lock->tryLock(0))) {
     lock.reset();
@@ -158,7 +158,7 @@ bool EmergencyCopy::OpenIfWanted(Copy* copy, const UnsavedTable& unsaved, Prompt
   const int choice = prompts->AskChoice("Orvane", Question(unsaved, copy->file),
                                         {"Open", "Later", "Discard..."}, kLater);
   if (choice == kDiscard &&
-      prompts->AskToLose("Orvane", "Delete these unsaved changes? Nothing brings them back.") ==
+      prompts->AskToLose("Orvane", "Delete these unsaved changes? This cannot be undone.") ==
           Answer::kYes) {
     std::error_code error;
     fs::remove(copy->file, error);
@@ -176,8 +176,8 @@ bool EmergencyCopy::OpenIfWanted(Copy* copy, const UnsavedTable& unsaved, Prompt
   doc_->OnOpenUnsaved(path, unsaved.table, unsaved.file);
   notices_->ShowNotice(path.isEmpty() ? "Opened the unsaved table; it has no name yet"
                        : doc_->LookAtFile() == FileChange::kUnchanged
-                           ? "Opened the unsaved table; the file is as it was"
-                           : "Opened the unsaved table; the file is no longer as it was");
+                           ? "Opened the unsaved table; the file has not changed"
+                           : "Opened the unsaved table; the file has changed since");
   return true;
 }
 
@@ -195,7 +195,8 @@ std::string EmergencyCopy::ClaimOwn() {
       own_ = std::move(copy);
     }
   }
-  return own_.lock == nullptr ? FileMessage(folder_, "no place for another") : std::string();
+  return own_.lock == nullptr ? FileMessage(folder_, "there are too many copies already")
+                              : std::string();
 }
 
 void EmergencyCopy::FollowMark(bool is_modified) {
@@ -209,7 +210,7 @@ void EmergencyCopy::FollowMark(bool is_modified) {
 void EmergencyCopy::Keep() {
   later_.stop();
   if (!doc_->IsModified()) {
-    Remove();  // what was changed is as it was
+    Remove();  // the values are those of the file again
     return;
   }
   // Without a path the next save asks for one.

@@ -189,7 +189,7 @@ bool COrvaneDoc::MayReplaceFile(bool can_load) {
   enum Choice : int { kCancel, kSaveMine, kLoadIt };
   const std::filesystem::path path = PathFromText(path_);
   std::string reason;
-  // The file may change once more while the question stands.
+  // The file may change again while the question is open.
   for (FileChange change = LookAtFile(&reason); change != FileChange::kUnchanged;
        change = LookAtFile(&reason)) {
     if (change == FileChange::kGone) {
@@ -198,9 +198,8 @@ bool COrvaneDoc::MayReplaceFile(bool can_load) {
     if (change == FileChange::kUnknown) {
       return prompts_->AskToLose(
                  kCaption, FileMessage(path, reason) +
-                               "\n\nThe file cannot be read, so it cannot be told whether another "
-                               "program has changed it. Save over it all the same?") ==
-             Answer::kYes;
+                               "\n\nThe file cannot be read, so Orvane cannot know whether another "
+                               "program has changed it. Save over it anyway?") == Answer::kYes;
     }
     DocumentFile seen;
     const std::string question = file_.Question(path, *table_, &seen);
@@ -209,7 +208,8 @@ bool COrvaneDoc::MayReplaceFile(bool can_load) {
       buttons.emplace_back("Load it");
     }
     const int choice = prompts_->AskChoice(
-        kCaption, question + "\n\nCancel leaves file and table as they are.", buttons, kCancel);
+        kCaption, question + "\n\nCancel changes neither the file nor the table.", buttons,
+        kCancel);
     if (choice == kLoadIt) {
       OnReload();
     }
@@ -238,7 +238,8 @@ bool COrvaneDoc::OnSave() {
       options.output_version == 1 || IntParam(*table_, "TBVO", 2) != 1;
   if (!IsModified() && file_version_ == 2 && keeps_output_version && file_.Memory().IsKnown() &&
       LookAtFile() == FileChange::kUnchanged) {
-    notices_->ShowNotice("Nothing to save: " + Title().toStdString() + " holds these values" +
+    notices_->ShowNotice("Nothing to save: " + Title().toStdString() +
+                         " already holds these values" +
                          (not_in_file_.empty() ? "" : "; Save As writes all parameters"));
     return true;
   }
@@ -275,7 +276,7 @@ bool COrvaneDoc::Write(const QString& path, const TblSaveOptions& options) {
   }
   notices_->ShowNotice(file_version_ == 1 ? "Saved as version 2; the file opened was version 1"
                                           : "Saved " + path.toStdString() +
-                                                (was_gone ? "; it was no longer on the disk" : ""));
+                                                (was_gone ? "; it was no longer on disk" : ""));
   path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = 2;
   not_in_file_.clear();

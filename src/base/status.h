@@ -75,11 +75,11 @@ constexpr std::string_view StatusText(Status status) {
     case kNoRecordOfKind:
       return "no calibration record for the settings in use";
     case kAmplitudeNegative:
-      return "the response of a channel is zero or no number";
+      return "the response of a channel is zero or not a number";
     case kRateIndexInvalid:
       return "the index of the sample rate is not 0 to 6";
     case kChannelsDiffer:
-      return "the calibration has another number of channels than the recording";
+      return "the calibration and the recording differ in their number of channels";
     case kCalKindMismatch:
       return "not a calibration of the kind asked for";
     case kCalPathTooLong:
@@ -89,7 +89,7 @@ constexpr std::string_view StatusText(Status status) {
     case kCalNotOpened:
       return "the calibration file cannot be read";
     case kCalHeaderUnreadable:
-      return "no whole calibration header of 1 to 12 channels";
+      return "no complete calibration header of 1 to 12 channels";
     case kCalRecordCount:
       return "the number of calibration records is not 1 to 500";
   }

@@ -35,13 +35,13 @@ std::string TakeRecords(CalReader* in, std::vector<CalFileRecord>* records) {
     return in->Error();
   }
   if (records->empty()) {
-    return "no whole record";
+    return "no complete record";
   }
-  return in->IsCut() ? "the last record is cut and left out" : "";
+  return in->IsCut() ? "the last record is cut short and left out" : "";
 }
 
 // Positions in falling order of frequency; equal ones keep theirs. The order of neighbours being
-// exchanged until none needs it: nothing passes a frequency that is no number.
+// exchanged until none needs it: nothing passes a frequency that is not a number.
 std::vector<std::size_t> FallingOrder(const std::vector<CalFileRecord>& records) {
   std::vector<std::size_t> order(records.size());
   std::iota(order.begin(), order.end(), std::size_t{0});

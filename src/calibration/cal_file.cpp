@@ -103,7 +103,7 @@ class Reading {
     }
     if (table.size() > kMaxCalPasses) {
       return Fail(kCalPassBounds, "pass 31 begins at offset " + Number(in_.OffsetOf(table.back())) +
-                                      ", there may be 30");
+                                      ", there may be at most 30");
     }
     table.push_back(static_cast<std::uint32_t>(at));
     return kOk;
@@ -131,7 +131,7 @@ std::unique_ptr<CalData> Read(int kind, const std::filesystem::path& path, bool 
   return cal;
 }
 
-// What has no room in memory is told like any other fault.
+// A lack of memory is reported like any other fault.
 std::unique_ptr<CalData> ReadSafely(int kind, const std::filesystem::path& path, bool with_model,
                                     CalReport* report) {
   CalReport own;

@@ -121,7 +121,7 @@ void Fit(const Spans& spans, bool is_tight, bool is_ratio, CalDisplay* display) 
   if (is_tight) {
     FitTightly(spans.phase, display->phase_grid_lines, &display->min_phase, &display->max_phase);
   } else if (spans.phase.low <= spans.phase.high) {
-    // So that the grid lines stand at whole numbers where there are not very many.
+    // So that the grid lines are at whole numbers unless there are very many.
     const double step = 5.0 * display->phase_grid_lines;
     constexpr double kTen = 10;
     display->min_phase = kTen * std::floor(spans.phase.low / kTen);
@@ -222,8 +222,7 @@ void CalView::SetDisplay(const CalDisplay& display) {
 }
 
 std::string CalView::RangesText() const {
-  return own_ && !reference_ ? "ranges fitted to the file, which goes beyond those that are set"
-                             : "";
+  return own_ && !reference_ ? "ranges fitted to the file, which goes beyond the ranges set" : "";
 }
 
 void CalView::LoadModel() {

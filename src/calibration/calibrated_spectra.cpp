@@ -49,7 +49,7 @@ struct Shared {
     return task->Stopped() ? Answer::kCancel : place->second;
   }
 
-  // Whether nobody was told yet that a box's calibration is missing.
+  // Whether a missing calibration of a box has not been reported yet.
   bool IsNewsOf(const std::string& box_path) {
     const std::lock_guard lock(asking_);
     return missing_boxes_.insert(box_path).second;
@@ -64,7 +64,7 @@ struct Shared {
   std::set<std::string> missing_boxes_;
 };
 
-// What is asked counts for the whole batch.
+// An answer counts for the whole batch.
 std::string AskedFor(std::size_t files) {
   return files > 1 ? " (for all " + FormatInt(static_cast<std::int64_t>(files)) + " files)" : "";
 }
@@ -188,7 +188,7 @@ class SpectraJob {
       return true;
     }
     const std::string path = CalBasePath(CalFolder(), need.unit);
-    std::string reason = "the recording tells no serial number";
+    std::string reason = "the recording has no serial number";
     if (need.has_number) {
       *sensor = shared_.library.Get(need.kind, path, &reason);
     }

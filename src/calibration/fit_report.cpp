@@ -95,9 +95,9 @@ std::vector<std::vector<std::string>> FitTable(const CalData& cal) {
 
 std::string FitDoubt(const BoxModel::FitReport& fit) {
   if (!fit.is_kept) {
-    return "no model fits, the parts' nominal values are used";
+    return "no model fits; the parts have their nominal values";
   }
-  return fit.IsDoubtful() ? "the model describes it poorly, rms " + FormatReal(fit.rms, 3) : "";
+  return fit.IsDoubtful() ? "the model fits poorly, rms " + FormatReal(fit.rms, 3) : "";
 }
 
 std::string FitWarning(const CalData& cal) {

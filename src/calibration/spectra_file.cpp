@@ -261,7 +261,7 @@ std::string SpectraFile::Note() const {
     add(Number(bad_) + " bad records are left out");
   }
   if (other_channels_ > 0) {
-    add(Number(other_channels_) + " records with another number of channels are left out");
+    add(Number(other_channels_) + " records with a different number of channels are left out");
   }
   if (without_harmonics_ > 0) {
     add(Number(without_harmonics_) + " records have no harmonic within their length and rate");

@@ -37,8 +37,8 @@ struct Hint {
 };
 constexpr auto kHints = std::to_array<Hint>({
     {SpectraForm::kFolder, "empty: the folder of each recording"},
-    {SpectraForm::kBaseFrequency, "for records that name none; 0: FREQ of their table"},
-    {SpectraForm::kHarmonics, "odd ones of each record, at most"},
+    {SpectraForm::kBaseFrequency, "for records without one; 0: FREQ of their table"},
+    {SpectraForm::kHarmonics, "odd harmonics of each record, at most"},
     {SpectraForm::kReversed, "wired the other way, such as 3,5; empty: none"},
 });
 

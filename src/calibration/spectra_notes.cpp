@@ -30,7 +30,7 @@ std::string WhyZero(const RecordingHeader& header, int number, const CalibratedC
                                            : "HNOM of " + channel.sensor_name + " is " +
                                                  Short(channel.sensor_cal->header.hnom);
     default:
-      return "its scale is no number";
+      return "its scale is not a number";
   }
 }
 
@@ -80,7 +80,7 @@ void AddOtherResistances(const SpectraSource& source, std::vector<std::string>* 
   }
 }
 
-// The calibration is looked up by the table's serial number; records tell the box that made them.
+// The calibration is looked up by the table's serial number; records name the box that made them.
 void AddOtherBox(const SpectraSource& source, std::vector<std::string>* notes) {
   const int told = SettingInt(source.header, "SNUM");
   const int made_by = source.first.box;
@@ -90,7 +90,7 @@ void AddOtherBox(const SpectraSource& source, std::vector<std::string>* notes) {
   }
 }
 
-// A nominal gain of the table that is none leaves the sensor's own in force.
+// If the table's nominal gain is not valid, the sensor's own is used.
 void AddNominalGain(const SpectraSource& source, std::vector<std::string>* notes) {
   for (const char* key : {"HNOM", "CNOM"}) {
     const int kind = std::string_view(key) == "HNOM" ? kSensorCal : kCurrentSensorCal;

@@ -15,13 +15,13 @@ std::string Assign(std::string_view assignment, std::uint32_t tbl_version, Param
   const std::string key(assignment.substr(0, equals));
   const std::string given(equals == std::string_view::npos ? std::string_view()
                                                            : assignment.substr(equals + 1));
-  // A key is looked up by its first eight characters; what is longer is no key.
+  // A key is looked up by its first eight characters; what is longer is not a key.
   const ParamEntry* entry = key.size() <= kKeySize ? table->FindParam(key) : nullptr;
   if (entry == nullptr) {
     return Printable(key) + ": " + std::string(StatusText(kKeyNotFound));
   }
   if (ParamKey(key) == "TBVI") {
-    return key + ": tells the version of the file and cannot be set";
+    return key + ": is the version of the file and cannot be set";
   }
   const auto refusal = [&key, &given](std::string_view reason) {
     return key + ": \"" + Printable(given) + "\" " + std::string(reason);
@@ -31,7 +31,7 @@ std::string Assign(std::string_view assignment, std::uint32_t tbl_version, Param
     return refusal(reason);
   }
   if (ParamKey(key) == "TBVO" && text != "1" && text != "2") {
-    return refusal("is no version: 1 or 2");
+    return refusal("is not a version: use 1 or 2");
   }
   ParamEntry changed = *entry;
   const auto type = static_cast<ValueType>(entry->type);

@@ -132,7 +132,7 @@ CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::strin
   const auto arguments = std::make_shared<Arguments>();
   CLI::App* verb = noun->add_subcommand(name, what);
   verb->add_option("FILE", arguments->files, "the files to convert")->required()->check(NotEmpty());
-  verb->add_option("--jobs", arguments->jobs, "files converted at a time (default: one a core)")
+  verb->add_option("--jobs", arguments->jobs, "files converted at a time (default: one per core)")
       ->check(CLI::Range(1, 1024));
   AddPath(verb, "--out", &arguments->out, "folder for the new files (default: beside each file)")
       ->check(NotEmpty());

@@ -23,7 +23,7 @@ CLI::Validator Frequency() {
 CLI::Validator Channels() {
   return {[](const std::string& text) {
             return ChannelsIn(text) ? std::string()
-                                    : "\"" + text + "\" is no list of channels 1 to 12";
+                                    : "\"" + text + "\" is not a list of channels from 1 to 12";
           },
           "", "channels"};
 }
@@ -66,11 +66,12 @@ void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code) {
                    "beside each file)")
       ->check(NotEmpty());
   verb->add_option("--base-frequency", arguments->base_frequency,
-                   "Hz, for records that name none (default: the table's FREQ)")
+                   "Hz, for records without a frequency (default: the table's FREQ)")
       ->check(Frequency());
-  verb->add_option("--harmonics", arguments->harmonics, "of each record, at most (default: 64)")
+  verb->add_option("--harmonics", arguments->harmonics,
+                   "odd harmonics of each record, at most (default: 64)")
       ->check(CLI::Range(1, 65535));
-  verb->add_option("--reverse", arguments->reversed, "channels that are wired the other way: 3,5")
+  verb->add_option("--reverse", arguments->reversed, "channels wired the other way, such as 3,5")
       ->check(Channels());
   CLI::Option* yes = verb->add_flag("--yes", arguments->says_yes,
                                     "convert channels without their sensor's calibration as 0");

@@ -49,7 +49,7 @@ ExitCode PrintWithStatus(const std::filesystem::path& file, const std::string& t
   return is_printed && status == kOk ? kAllDone : kSomeFailed;
 }
 
-// Channels whose parts are those on paper because no model fits them.
+// Channels whose parts have their nominal values because no model fits.
 std::string ChannelsWithoutFit(const CalData& cal) {
   std::string channels;
   for (std::size_t c = 0; c < cal.Channels() && cal.model.parameter_count > 0; ++c) {
@@ -65,7 +65,7 @@ bool TellOfRejectedFit(const ResponseArguments& arguments, const CalData& cal) {
   const std::string channels = ChannelsWithoutFit(cal);
   if (!channels.empty()) {
     PrintMessage(FileMessage(arguments.file,
-                             "no model fits, the parts' nominal values are used "
+                             "no model fits; the parts have their nominal values "
                              "(--nominal accepts them); channels" +
                                  channels));
   }
@@ -172,8 +172,9 @@ void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code) {
       ->check(CLI::Range(1, 255));
   response->add_option("--band", arguments->band, "sample-rate band, for a box");
   response->add_option("--frequency", arguments->frequencies, "Hz")->required()->check(Amount());
-  response->add_flag("--nominal", arguments->takes_nominal,
-                     "exit with 0 where no model fits a box, whose parts are those on paper");
+  response->add_flag(
+      "--nominal", arguments->takes_nominal,
+      "exit with 0 also where no model fits a box and its parts have their nominal values");
   response->callback([=] { *exit_code = RunResponse(*arguments); });
   CLI::App* fit = calibration->add_subcommand(
       "fit", "Print channel, 20 parameters, points, rejected, iterations, rms, max, kept");

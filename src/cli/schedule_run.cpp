@@ -14,7 +14,14 @@
 namespace orvane {
 namespace {
 
-constexpr std::string_view kIsInput = "is the file read, not written";
+// True, with a message, where a result would take the place of the file it comes from.
+bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file) {
+  if (FileIdentity(to) != FileIdentity(file)) {
+    return false;
+  }
+  PrintMessage(FileMessage(to, "is the input file and was not written"));
+  return true;
+}
 
 ExitCode WriteRows(const std::filesystem::path& to, std::span<const ScheduleRow> rows) {
   const InterruptWatch watch;
@@ -54,8 +61,8 @@ ExitCode RunSchedulePreset(const PresetOptions& options) {
   const std::int32_t stored = IntParam(table, "TTOT");
   static_cast<void>(table.SetParam("TECH", IntPT, &tech));
   if (const double current = RealParam(table, "CRMX"); HasCycles(tech) && !(current >= 0)) {
-    PrintMessage(FileMessage(
-        options.file, "the stored maximum current (CRMX) is no current: " + FormatReal(current)));
+    PrintMessage(FileMessage(options.file, "the stored maximum current (CRMX) is not a current: " +
+                                               FormatReal(current)));
     return kSomeFailed;
   }
   if (HasCycles(tech)) {
@@ -109,7 +116,7 @@ ExitCode RunScheduleShow(const std::filesystem::path& file) {
 ExitCode RunScheduleFdem(const FdemRequest& request, const std::filesystem::path& to) {
   std::vector<ScheduleRow> rows;
   if (!BuildFdemSchedule(request, &rows)) {
-    PrintMessage("the schedule lasts longer than 32 bits can count; nothing was written");
+    PrintMessage("the schedule lasts more seconds than 32 bits can hold; nothing was written");
     return kSomeFailed;
   }
   return WriteRows(to, rows);

@@ -57,7 +57,7 @@ ExitCode RunTableGet(const std::filesystem::path& file, const std::vector<std::s
   return PrintResult(text) ? result : kSomeFailed;
 }
 
-// Reals that differ but read alike in ten digits are told with all of theirs.
+// Reals that differ but are the same in ten digits are printed with all their digits.
 std::pair<std::string, std::string> DifferingValues(const ParamEntry& a, const ParamEntry& b) {
   std::pair<std::string, std::string> texts{PrintableValue(a), PrintableValue(b)};
   if (texts.first == texts.second && a.type == FltPT) {
@@ -103,7 +103,7 @@ ExitCode RunTableSize(const std::filesystem::path& file, int channels, const std
   }
   const RecordingSize size = EstimateRecordingSize(table, channels, GivenTime(time));
   if (size.exact != size.stated) {
-    PrintMessage("beyond 4096 megabytes the figure starts anew; in truth " +
+    PrintMessage("the figure starts again from 0 at 4096 megabytes; the true value is " +
                  FormatReal(size.exact, 17));
   }
   return PrintResult(FormatReal(size.stated, 17) + '\n') ? kAllDone : kSomeFailed;

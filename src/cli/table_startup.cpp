@@ -45,7 +45,7 @@ bool IsHardlyATable(const std::filesystem::path& path, const TblReport& report) 
              FormatInt(static_cast<std::int64_t>(report.RecordsOfWhole())) +
              " records of a version-" + FormatInt(report.version) + " table";
   } else if (serial != report.missing.end()) {
-    reason = "does not tell the main box's serial number (SNUM)";
+    reason = "lacks the main box's serial number (SNUM)";
   }
   if (!reason.empty()) {
     PrintMessage(FileMessage(path, reason + "; no files are made (--partial makes them)"));
@@ -74,7 +74,7 @@ ExitCode RunTableStartup(const StartupOptions& options) {
   for (const StartupBox& box : StartupBoxes(table, &left_out)) {
     const StartupForm form(&table, box, {});
     if (box.IsTransmitter() && form.Serial() == 0) {
-      PrintMessage("no transmitter monitor (\"SNTX\" is 0): no file for it");
+      PrintMessage("no file for the transmitter monitor: \"SNTX\" is 0");
       continue;
     }
     if (form.Serial() == 0) {
@@ -82,11 +82,12 @@ ExitCode RunTableStartup(const StartupOptions& options) {
     }
     const std::filesystem::path path = PathFor(form, options);
     if (!paths.insert(path).second) {
-      PrintMessage(PathText(path) + ": written for another box already, not written again");
+      PrintMessage(PathText(path) + ": already written for another box, not written again");
       result = kSomeFailed;
       continue;
     }
-    if (IsInput(path, options.file, "is the table read, not written")) {
+    if (FileIdentity(path) == FileIdentity(options.file)) {
+      PrintMessage(PathText(path) + ": is the input file and was not written");
       result = kSomeFailed;
     } else if (WriteBox(form, path, version)) {
       written += PathLine(path);
@@ -97,7 +98,7 @@ ExitCode RunTableStartup(const StartupOptions& options) {
   }
   for (const StartupBox box : left_out) {
     PrintMessage("auxiliary box " + FormatInt(StoredSerial(table, box)) +
-                 " stands behind an empty place: no file");
+                 " comes after an empty place: no file");
   }
   return PrintResult(written) ? result : kSomeFailed;
 }

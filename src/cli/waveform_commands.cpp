@@ -19,7 +19,7 @@ constexpr std::size_t kMuchText = std::size_t{64} * 1024;
 
 struct WaveformArguments {
   std::filesystem::path file;
-  int header = 0;  // 0: as the file's name and its companion table tell
+  int header = 0;  // 0: from the file's name and its companion table
 
   TsFile::Options Options() const {
     return {header == 0 ? std::nullopt : std::optional(HeaderSize())};
@@ -112,7 +112,7 @@ ExitCode RunTitles(const WaveformArguments& arguments) {
 
 void AddHeaderOption(CLI::App* verb, WaveformArguments* arguments) {
   verb->add_option("--header", arguments->header,
-                   "bytes of a record's header, whatever the companion table tells")
+                   "bytes of a record's header, whatever the companion table says")
       ->check(CLI::IsMember({196, 252}));
 }
 

@@ -9,7 +9,7 @@
 namespace orvane {
 namespace {
 
-// 0 for what is no number: its own fault is told by OK.
+// 0 for a text that is not a number: OK reports that fault.
 std::int32_t SerialIn(const FormModel& model, int control) {
   return ParseInt(model.Text(control)).value_or(0);
 }
@@ -33,7 +33,7 @@ void CautionSerials(std::span<const int, 5> auxiliaries, std::span<const int> ot
   for (auto field = auxiliaries.rbegin(); field != auxiliaries.rend(); ++field) {
     const bool is_empty = SerialIn(*model, *field) == 0;
     if (is_empty && is_followed) {
-      model->SetCaution(*field, "No box here: those behind it get no start-up file");
+      model->SetCaution(*field, "No box here: the boxes after it get no start-up file");
     }
     is_followed = is_followed || !is_empty;
   }

@@ -13,7 +13,7 @@
 namespace orvane {
 namespace {
 
-// A table of either version has a few kilobytes; nobody waits for the reading of what is none.
+// A table of either version has a few kilobytes; larger files are not read at all.
 constexpr std::uint64_t kLargestTable = 1U << 20U;
 
 }  // namespace
@@ -33,7 +33,7 @@ std::string FolderFault(const std::filesystem::path& folder) {
       break;
   }
   if (info.kind != FileKind::kFolder) {
-    return PathText(folder) + " is no folder.";
+    return PathText(folder) + " is not a folder.";
   }
   return MayMakeFilesIn(folder) ? std::string()
                                 : "You may not write into the folder " + PathText(folder) + ".";
@@ -42,7 +42,7 @@ std::string FolderFault(const std::filesystem::path& folder) {
 std::string ForeignFile(const std::filesystem::path& path, std::int32_t serial) {
   FileInfo info;
   if (const auto found = ExistenceFrom(ReadInfo(path, &info)); found != Existence::kThere) {
-    return found == Existence::kNotThere ? std::string() : "a file that cannot be looked at";
+    return found == Existence::kNotThere ? std::string() : "a file that cannot be examined";
   }
   if (info.kind == FileKind::kFolder) {
     return "a folder";
@@ -50,7 +50,7 @@ std::string ForeignFile(const std::filesystem::path& path, std::int32_t serial) 
   ParamTable table;
   if (info.kind != FileKind::kRegular || info.size > kLargestTable ||
       table.BuildParamIndex() != kOk || LoadParamFile(&table, path) != kOk) {
-    return "a file that is no table";
+    return "a file that is not a table";
   }
   const std::int32_t other = IntParam(table, "SNUM");
   return other == serial ? std::string() : "the file of serial " + FormatInt(other);

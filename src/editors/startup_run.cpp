@@ -68,7 +68,7 @@ StartupRun::StartupRun(ParamTable* table, std::filesystem::path document, Prompt
                          StoredSerial(*table_, box),
                          {},
                          StartupOutcome::kNoFile,
-                         "behind an empty place among the auxiliary boxes"});
+                         "after an empty place among the auxiliary boxes"});
   }
 }
 
@@ -93,7 +93,7 @@ std::string StartupRun::WarningFor(const StartupForm& form) const {
   }
   for (const StartupOutcome& other : outcomes_) {
     if (other.state == StartupOutcome::kWritten && IsSameFile(path, other.path)) {
-      return PathText(path) + " was written for another box already (" + other.Name() +
+      return PathText(path) + " was already written for another box (" + other.Name() +
              ") and will be overwritten.";
     }
   }
@@ -125,7 +125,7 @@ void StartupRun::Accept(const StartupForm& form) {
 }
 
 void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
-  // What the run itself wrote there is no question.
+  // A file that the run itself wrote is replaced without a question.
   if (may_replace_document_ && own_file_ == OwnFile::kAsBefore &&
       IsSameFile(PathOf(form), document_) && !may_replace_document_()) {
     return;

@@ -36,7 +36,7 @@ BatchResult BatchCancelled() { return {BatchStatus::kCancelled, {}, "cancelled",
 
 std::string CutRecordNote(std::uint64_t offset) {
   return "the record at offset " + FormatInt(static_cast<std::int64_t>(offset)) +
-         " is cut and left out";
+         " is cut short and left out";
 }
 
 BatchResult NoRecord(std::uint64_t cut_at) {

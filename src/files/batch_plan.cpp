@@ -72,18 +72,19 @@ void Batch::RefuseInputs() {
       continue;
     }
     if (may_replace && inputs.at(item.identity) != i) {
-      item.refused = "is in the list already and is replaced by its conversion";
+      item.refused = "is already in the list and is replaced by its conversion";
     }
     for (std::size_t k = 0; k < item.outputs.size(); ++k) {
       const auto& output = item.outputs[k];
       const std::string& identity = item.output_identities[k];
       if (identity == item.identity) {
         if (!may_replace) {
-          item.refused = FileMessage(output, "is the input itself, not written over");
+          item.refused = FileMessage(output, "is the input itself and was not overwritten");
           item.result.code = plan_.conversion.same_file_code;
         }
       } else if (inputs.contains(identity)) {
-        item.refused = FileMessage(output, "is another input of this batch, not written over");
+        item.refused =
+            FileMessage(output, "is another input of this batch and was not overwritten");
       }
     }
   }
@@ -102,11 +103,11 @@ void Batch::RefuseTakenOutputs() {
       if (found != writers.end() && items_[found->second].identity != item.identity) {
         item.refused = FileMessage(item.outputs[k], "is the output of ")
                            .append(PathText(plan_.inputs[found->second]))
-                           .append(", which came earlier in the list, not written over");
+                           .append(", which came earlier in the list; not overwritten");
       }
     }
     if (item.refused) {
-      item.outputs.clear();  // and no box of its own: there may be hundreds
+      item.outputs.clear();  // and no message box of its own: there may be hundreds
       item.output_identities.clear();
     }
     for (const std::string& identity : item.output_identities) {
@@ -115,7 +116,7 @@ void Batch::RefuseTakenOutputs() {
   }
 }
 
-// Inputs with an output in common form a unit, and so do all that hang together by such pairs.
+// Inputs with an output in common form a unit, and so do all that such pairs connect.
 std::vector<Batch::Unit> Batch::GroupBySharedOutputs() {
   std::vector<std::size_t> leader(items_.size());
   std::iota(leader.begin(), leader.end(), std::size_t{0});

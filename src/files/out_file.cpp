@@ -62,7 +62,7 @@ bool OutFile::CloseTarget() {
 }
 
 void OutFile::Abandon() {
-  static_cast<void>(CloseTarget());  // what is given up has failed already
+  static_cast<void>(CloseTarget());  // the write has already failed
   beside_.Remove();
   pending_.clear();
   way_ = Way::kNone;
@@ -81,7 +81,7 @@ std::string OutFile::Fail(int error) {
     case EINTR:
       return Fail("interrupted");
     case ESTALE:
-      return Fail("another program has removed what was written for it");
+      return Fail("another program has removed the temporary file");
     default:
       return Fail(SystemReason(error));
   }
@@ -128,7 +128,7 @@ std::string OutFile::Start(const std::filesystem::path& path, bool is_alone) {
   return FollowLinks(&target_) ? OpenBeside(is_alone) : Fail(errno);
 }
 
-// `take` is asked until it answers true, or false with anything but EBUSY.
+// Calls `take` until it returns true, or false with another error than EBUSY.
 template <typename Take>
 bool OutFile::WaitForTurn(Take take) {
   constexpr std::chrono::milliseconds kPause{5};
@@ -252,13 +252,13 @@ std::string OutFile::CommitBeside() {
   if (WriterCalls().sync(beside_.Handle()) != 0 || !beside_.Close()) {
     return Fail(errno);
   }
-  FileInfo there;  // a device, folder or link may have come there meanwhile
+  FileInfo there;  // a device, folder or link may be there by now
   const Existence existence = ExistenceFrom(ReadLinkInfo(target_, &there));
   if (existence == Existence::kCannotTell) {
     return Fail(errno);
   }
   if (existence == Existence::kThere && there.kind != FileKind::kRegular) {
-    return Fail("it has become a folder, a device or a link while it was written");
+    return Fail("it became a folder, a device or a link while it was written");
   }
   if (const std::string reason = Overtaken(); !reason.empty()) {
     return Fail(reason);

@@ -83,7 +83,7 @@ std::string_view FormModel::Warning(int control) const {
     return state.caution;
   }
   if (state.is_unreadable) {
-    return "The stored text has no end; it stays as it is unless a new one is entered";
+    return "The stored text is not terminated; it stays as it is until a new one is entered";
   }
   return state.stored.empty() || FaultOf(*state.field, state.shown).empty()
              ? std::string_view(state.caution)
@@ -299,7 +299,7 @@ void WriteLongText(ParamTable* table, ParamKey key, std::string_view text) {
   text = text.substr(0, kMaxLongText);
   if (table->SetLongParam(key, text) == kLongTextTooLong) {
     const std::size_t capacity = table->LongParamCapacity(key);
-    // What the chain cannot hold goes; a key that is no chain has nowhere to keep any of it.
+    // What the chain cannot hold is lost; a key that is not a chain keeps none of it.
     static_cast<void>(table->SetLongParam(key, text.substr(0, capacity == 0 ? 0 : capacity - 1)));
   }
 }

@@ -76,8 +76,8 @@ bool FdemForm::Save() {
                             .is_reduced = model_.Index(kSet) == 1};
   std::vector<ScheduleRow> rows;
   if (!BuildFdemSchedule(request, &rows)) {
-    prompts_->ShowWarning("Orvane",
-                          "The schedule lasts longer than 32 bits can count; nothing was written.");
+    prompts_->ShowWarning(
+        "Orvane", "The schedule lasts more seconds than 32 bits can hold; nothing was written.");
     return false;
   }
   if (!MayReplace(path)) {

@@ -56,7 +56,7 @@ void SteppingForm::Read() {
   }
   if (const int hidden = HiddenFrequencies(*table_); hidden > 0) {
     note_.append(note_.empty() ? "" : "; ").append(FormatInt(hidden));
-    note_.append(" frequencies stored behind an empty one are not shown");
+    note_.append(" frequencies stored after an empty one are not shown");
   }
 }
 
@@ -187,7 +187,7 @@ bool SteppingForm::ExportFile(const std::filesystem::path& path) {
   if (behind != schedule_.end()) {
     prompts_->ShowWarning("Orvane", PathText(path) + " ends before row " +
                                         FormatInt(static_cast<std::int64_t>(rows.size()) + 1) +
-                                        ", which is empty; the rows behind it are not written.");
+                                        ", which is empty; the rows after it are not written.");
   } else if (const std::string reason = WhyUnreadable(rows); !reason.empty()) {
     prompts_->ShowWarning("Orvane",
                           PathText(path) + " is written, but cannot be read back: " + reason);

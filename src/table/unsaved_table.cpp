@@ -56,28 +56,28 @@ std::vector<std::byte> UnsavedImage(const UnsavedTable& unsaved) {
 
 std::string ReadUnsavedImage(std::span<const std::byte> bytes, UnsavedTable* unsaved) {
   if (bytes.size() < sizeof(UnsavedHeader)) {
-    return "it is cut";
+    return "it is cut short";
   }
   const auto header = RecordFrom<UnsavedHeader>(bytes);
   if (header.magic != UnsavedHeader().magic) {
-    return "it is none";
+    return "it is not an emergency copy";
   }
   if (header.version == 0 || header.version > UnsavedHeader::kVersion) {
-    return "it is of another version of Orvane";
+    return "it is from another version of Orvane";
   }
   auto rest = bytes.subspan(sizeof header);
   const bool is_right = header.checksum == SumOf(bytes, rest);
   UnsavedFileMark mark;
   if (header.version > 1) {
     if (rest.size() < sizeof mark) {
-      return "it is cut";
+      return "it is cut short";
     }
     mark = RecordFrom<UnsavedFileMark>(rest);
     rest = rest.subspan(sizeof mark);
   }
   const std::uint64_t path_size = header.path_size;
   if (path_size > rest.size() || header.table_size > rest.size() - path_size) {
-    return "it is cut";
+    return "it is cut short";
   }
   const auto table = rest.subspan(path_size);
   if (header.table_size != table.size() || !is_right || !IsWholeTable(table)) {

@@ -11,7 +11,7 @@
 namespace orvane {
 namespace {
 
-// Where the table is, or would be. Empty for too short a name.
+// Where the table is, or would be. Empty if the name is too short.
 std::filesystem::path TableOf(const std::filesystem::path& waveform, std::string* error) {
   const std::string name = CompanionName(PathText(waveform));
   return name.empty() ? std::filesystem::path() : FindInAnyCase(PathOf(name), error);
@@ -22,7 +22,7 @@ std::string WhyUnreadable(const std::filesystem::path& table) {
   if (!ReadInfo(table, &info)) {
     return SystemReason(errno);
   }
-  return info.kind == FileKind::kRegular ? InFile().Open(table) : "it is no file";
+  return info.kind == FileKind::kRegular ? InFile().Open(table) : "it is not a file";
 }
 
 }  // namespace
@@ -38,7 +38,7 @@ std::string CompanionNote(const std::filesystem::path& waveform) {
   if (table.empty() || companion.Load(table, &report) != kOk || !companion.IsOldVersion()) {
     return report.read_error.empty() ? report.read_error : report.message;
   }
-  return "its companion table tells an older version (\"VER\" " + companion.Version() +
+  return "its companion table has an older version (\"VER\" " + companion.Version() +
          ") with 196-byte headers, but stacking takes all headers as 252 bytes";
 }
 
@@ -63,7 +63,7 @@ CompanionCopy CopyCompanion(const std::filesystem::path& waveform,
   if (found == Existence::kThere && !replaceable.contains(to)) {
     if (!HaveSameBytes(from, to)) {
       copy.note = FileMessage(to,
-                              "is another table than the waveform's and stays: names and units "
+                              "differs from the waveform's table and stays: names and units "
                               "of the stack come from it");
     }
     return copy;
@@ -71,7 +71,7 @@ CompanionCopy CopyCompanion(const std::filesystem::path& waveform,
   if (const std::string reason = CopyBytes(from, to); reason.empty()) {
     copy.written = to;
   } else {
-    copy.error = FileMessage(to, "the waveform's table is not copied: " + reason);
+    copy.error = FileMessage(to, "the waveform's table was not copied: " + reason);
   }
   return copy;
 }

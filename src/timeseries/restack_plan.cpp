@@ -106,7 +106,7 @@ std::string RestackPlan::BadNote() const {
 std::string RestackPlan::Note() const {
   std::string notes;
   if (records_ == 0) {
-    AppendNote("no record", &notes);
+    AppendNote("no complete record", &notes);
   }
   AppendNote(BadNote(), &notes);
   if (without_stack_.Count() > 0) {
@@ -118,7 +118,7 @@ std::string RestackPlan::Note() const {
                &notes);
   }
   if (without_frequency_ > 0) {
-    AppendNote("records whose frequency is no number: " + Number(without_frequency_), &notes);
+    AppendNote("records whose frequency is not a number: " + Number(without_frequency_), &notes);
   }
   if (cut_record_ > 0) {
     AppendNote("dropped, the file ends within it: record " + Number(cut_record_), &notes);

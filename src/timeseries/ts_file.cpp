@@ -45,7 +45,7 @@ bool TsFile::Fail(const std::filesystem::path& path, const std::string& reason) 
   return false;
 }
 
-// False, with the reason, where there is none that can be read.
+// False, with the reason, if there is no table that can be read.
 bool TsFile::LoadCompanion(std::string* reason) {
   const std::string text = PathText(path_);
   // A band has one or two digits; other names are those of waveforms, of three characters.
@@ -53,7 +53,7 @@ bool TsFile::LoadCompanion(std::string* reason) {
                                                                       : CompanionName(text));
   if (companion_path_.empty()) {
     companion_path_ = path_;
-    *reason = FileMessage(path_, "too short a name for a companion table");
+    *reason = FileMessage(path_, "the name is too short for a companion table");
     return false;
   }
   std::string error;
@@ -74,7 +74,7 @@ void TsFile::NoteMissing(const std::string& reason, bool guesses_headers) {
       "raw counts, " +
       (is_there ? "table not used: " + reason : "no table " + PathText(companion_path_.filename()));
   if (guesses_headers) {
-    companion_note_ += ", headers taken to have " + Number(BytesIn(header_size_)) + " bytes";
+    companion_note_ += ", headers assumed to have " + Number(BytesIn(header_size_)) + " bytes";
   }
 }
 
@@ -118,7 +118,7 @@ bool TsFile::Open(const std::filesystem::path& path, const Options& options, TsP
     header_size_ = headers.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   }
   if (progress != nullptr && progress->total == 0) {
-    progress->Begin(1, file_.Size(&reason));  // where it cannot be told the index tells
+    progress->Begin(1, file_.Size(&reason));  // if the size is not known, the index reports why
   }
   if (const std::string error = index_.Build(file_, header_size_, progress); !error.empty()) {
     read_error_ = FileMessage(path, error + "; only the records before it are known");
@@ -141,7 +141,7 @@ std::string TsFile::Read(std::uint64_t number, CTsRec* record) const {
   if (place) {
     error = record->Read(file_, *place);
   } else if (error.empty()) {
-    error = "no longer in the file, which has become shorter";
+    error = "no longer in the file, which became shorter";
   }
   return error.empty() ? error
                        : FileMessage(path_, std::string("record ")

@@ -45,7 +45,7 @@ QAction* CDisplay::AddButton(const char* text, const char* name, const char* tip
 }
 
 QAction* CDisplay::AddReload() {
-  return AddKey("Reload", "reload", "Read the file anew", Qt::Key_F5, [this] { Reload(); });
+  return AddKey("Reload", "reload", "Read the file again", Qt::Key_F5, [this] { Reload(); });
 }
 
 QTableWidget* CDisplay::MakeReadings() {

@@ -33,7 +33,7 @@ FileOpResult CopyFile(const fs::path& file, const fs::path& folder) {
 FileOpResult MoveFile(const fs::path& file, const fs::path& folder) {
   std::error_code error;
   if (!fs::is_regular_file(file, error)) {
-    return {file, {}, error ? error.message() : "no regular file"};
+    return {file, {}, error ? error.message() : "not a regular file"};
   }
   const fs::path from = file.has_parent_path() ? file.parent_path() : fs::path(".");
   if (fs::equivalent(from, folder, error)) {

@@ -98,14 +98,15 @@ std::optional<GridTexts> ReadGridTexts(const QByteArray& bytes, const GridTexts&
     for (QString& cell : rows[i]) {
       auto unescaped = Unescaped(cell);
       if (!unescaped) {
-        *reason = line + QStringLiteral("a backslash before neither t, n, r nor a backslash");
+        *reason =
+            line + QStringLiteral("a backslash that is not followed by t, n, r or a backslash");
         return std::nullopt;
       }
       cell = *std::move(unescaped);
     }
   }
   if (rows.size() < header.size() || !std::equal(header.begin(), header.end(), rows.begin())) {
-    *reason = QStringLiteral("the header is another one");
+    *reason = QStringLiteral("the header is a different one");
     return std::nullopt;
   }
   rows.erase(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(header.size()));

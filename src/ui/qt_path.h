@@ -24,14 +24,14 @@ inline QString TextFromPath(const std::filesystem::path& path) {
 inline std::filesystem::path PathFromText(const QString& text) {
   return QFile::encodeName(text).toStdString();
 }
-/// Bytes that are no text become a replacement character.
+/// Bytes that are not text become a replacement character.
 inline QString TextFromPath(const std::filesystem::path& path) {
   return QFile::decodeName(QByteArray::fromStdString(path.native()));
 }
 #endif
 
-/// Whether a path may stand for one whose bytes are no text, because there is one that looks alike.
-/// On Windows names are UTF-16, in which half a character may stand alone.
+/// Whether the bytes of a path may not be text: a file exists whose path looks the same.
+/// On Windows names are UTF-16, in which half a character may be alone.
 inline bool LooksLikeNoText(const QString& path) {
   if (!path.isValidUtf16()) {
     return true;
@@ -54,12 +54,12 @@ inline bool LooksLikeNoText(const QString& path) {
   return !QFileInfo::exists(path);
 }
 
-/// Why a file cannot be named here: its name has bytes that are no text, or another one's has that
+/// Why a file cannot be named here: its name has bytes that are not text, or another one's has that
 /// looks alike. Empty for all others.
 inline QString UnknownName(const QString& path) {
   return LooksLikeNoText(path)
-             ? path +
-                   QStringLiteral(": the name has bytes that are no text; please rename the file")
+             ? path + QStringLiteral(
+                          ": the name contains bytes that are not text; please rename the file")
              : QString();
 }
 

@@ -147,7 +147,7 @@ QWidget* CResultListDlg::Buttons() {
   buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("1"));
   auto* folder = buttons->addButton(QStringLiteral("Open folder"), QDialogButtonBox::ActionRole);
   folder->setObjectName(QStringLiteral("open-folder"));
-  folder->setToolTip(QStringLiteral("Show the folder of the row chosen"));
+  folder->setToolTip(QStringLiteral("Show the folder of the selected row"));
   connect(folder, &QPushButton::clicked, this, &CResultListDlg::OpenFolder);
   auto* copy = buttons->addButton(QStringLiteral("Copy list"), QDialogButtonBox::ActionRole);
   copy->setObjectName(QStringLiteral("copy"));

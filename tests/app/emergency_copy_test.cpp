@@ -127,17 +127,17 @@ TEST_F(EmergencyCopies, TheOfferTellsOfAFileThatOthersChanged) {
     const char* notice;
   };
   const Case cases[] = {
-      {"as it was", [] {}, "", "the file is as it was"},
+      {"as it was", [] {}, "", "the file has not changed"},
       {"touched",
        [&] {
          std::filesystem::last_write_time(
              table, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
        },
-       "", "the file is as it was"},
+       "", "the file has not changed"},
       {"newer", [&] { WriteAll(table, HeaderV2() + RecordV2("SITE", 0, 2, "Eva")); },
-       "The file is newer: it was changed at ", "no longer as it was"},
-      {"gone", [&] { std::filesystem::remove(table); }, "The file is no longer on the disk.",
-       "no longer as it was"},
+       "The file is newer: it was changed at ", "the file has changed since"},
+      {"gone", [&] { std::filesystem::remove(table); }, "The file is no longer on disk.",
+       "the file has changed since"},
   };
   for (const Case& now : cases) {
     SCOPED_TRACE(now.name);
@@ -245,8 +245,8 @@ TEST_F(EmergencyCopies, OnlyGoodCopiesAreOffered) {
   const auto bytes = std::as_bytes(std::span(table));
   const auto made = UnsavedImage({"/no utf-8 \xff.tbl", {bytes.begin(), bytes.end()}});
   std::string image(reinterpret_cast<const char*>(made.data()), made.size());
-  for (const auto& [copy, reason] : {std::pair{image.substr(0, 50), "it is cut"},
-                                     {std::string(2U << 20U, 'x'), "it is none"},
+  for (const auto& [copy, reason] : {std::pair{image.substr(0, 50), "it is cut short"},
+                                     {std::string(2U << 20U, 'x'), "it is not an emergency copy"},
                                      {Padded(image, 8) + '\3' + image.substr(9), "of another"}}) {
     WriteAll(File(1), copy);
     Program program(dir_.Path());

@@ -38,7 +38,7 @@ using testing::ReadAll;
 using testing::TempDir;
 using testing::WriteAll;
 
-// Runs `act` once a modal window stands; false where none came.
+// Runs `act` once a modal window is open; false if none opened.
 void WithModal(const std::function<void(QWidget*)>& act, const std::function<void()>& start) {
   bool is_done = false;
   QTimer timer;
@@ -285,7 +285,7 @@ TEST_F(MainFrame, AsksBeforeClosingAndTakesDroppedFiles) {
       [this] { EXPECT_TRUE(frame_->close()); });
 }
 
-// Answers the windows that come up, in order, each once; tells their titles.
+// Answers the windows that come up, in order, each once; returns their titles.
 QStringList WithWindows(const std::vector<std::function<void(QWidget*)>>& acts,
                         const std::function<void()>& start) {
   QStringList titles;
@@ -466,7 +466,7 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   lookup->setText(QStringLiteral("tbvo"));
   QTest::keyClick(lookup, Qt::Key_Return);
 
-  // "TBVO" stands at 1 and 27; the partner shows what was stored, the row itself what was typed.
+  // "TBVO" is at 1 and 27; the partner shows what was stored, the row itself what was typed.
   QTest::keyClick(grid, Qt::Key_Return);
   auto* editor = dialog.findChild<QLineEdit*>(QStringLiteral("cellEditor"));
   ASSERT_NE(editor, nullptr);
@@ -543,7 +543,7 @@ TEST_F(MainFrame, ANameThatIsNoTextIsRefusedWithItsReason) {
         window->close();
       },
       [&] { EXPECT_FALSE(frame_->OpenAny(TextFromPath(dir_.Path() / name))); });
-  EXPECT_TRUE(said.contains(QStringLiteral("bytes that are no text"))) << said.toStdString();
+  EXPECT_TRUE(said.contains(QStringLiteral("bytes that are not text"))) << said.toStdString();
 }
 
 }  // namespace

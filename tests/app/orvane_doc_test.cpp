@@ -51,7 +51,7 @@ class FakePrompts : public Prompts {
   }
 
   std::string button;                // that is pressed; none: Escape
-  std::function<void()> when_asked;  // what happens while the next question stands
+  std::function<void()> when_asked;  // what happens while the next question is open
   Answer answer = Answer::kNo;
   std::vector<std::string> asked;
   std::vector<std::string> warned;
@@ -91,7 +91,7 @@ class OrvaneDoc : public ::testing::Test {
   void Set(ParamKey key, std::int32_t number) {
     EXPECT_EQ(table_.SetParam(key, IntPT, &number), kOk);
   }
-  // "TBVO" as it stands in the first record of a version-2 file.
+  // "TBVO" as it is in the first record of a version-2 file.
   static int SavedTbvo(const std::string& bytes) { return bytes.at(32 + 16); }
 
   TempDir dir_;
@@ -210,7 +210,7 @@ TEST_F(OrvaneDoc, IsModifiedWhereAValueDiffersOrItsFileIsInDoubt) {
   EXPECT_FALSE(doc_.IsModified()) << "as it was";
   struct Case {
     const char* name;
-    bool is_in_place;  // written where it stands, and put back
+    bool is_in_place;  // written in place, and put back
     bool is_modified;
   };
   for (const auto& [name, is_in_place, is_modified] :
@@ -291,7 +291,7 @@ TEST_F(OrvaneDoc, AsksBeforeWhatOthersWroteIsLost) {
        },
        "Changed there: Site (SITE)", "", false, 4},
       {"no table", [&] { write("junk that is no table at all: 40 bytes..."); },
-       "no table that can be read: " + file.string() + ": not a TBL file (174)", "", false, 4},
+       "not a readable table: " + file.string() + ": not a TBL file (174)", "", false, 4},
       {"a folder",
        [&] {
          fs::remove(file);
@@ -344,7 +344,7 @@ TEST_F(OrvaneDoc, LoadsTheirsKeepsMineAndWritesNothingForNothing) {
   std::filesystem::last_write_time(file, old);
   EXPECT_TRUE(doc_.OnSave());
   EXPECT_EQ(std::filesystem::last_write_time(file), old) << "nothing to save";
-  EXPECT_EQ(notices_.last, "Nothing to save: a.tbl holds these values");
+  EXPECT_EQ(notices_.last, "Nothing to save: a.tbl already holds these values");
   EXPECT_TRUE(doc_.OnSaveDocument(Path("a.tbl")));
   EXPECT_NE(std::filesystem::last_write_time(file), old) << "Save As writes";
   Set("TBVO", 1);

@@ -203,7 +203,7 @@ TEST_F(WaveformDisplay, OffersRawCountsOfAWaveformWithoutItsTable) {
   ASSERT_NE(Display(), nullptr);
   EXPECT_EQ(View().Channel(1).Label(), "Ch 2");
   EXPECT_EQ(frame_.findChild<NoticeLabel*>()->text(),
-            QStringLiteral("1 / 3, first bad at 3, raw counts, no table A.TBL, headers taken to "
+            QStringLiteral("1 / 3, first bad at 3, raw counts, no table A.TBL, headers assumed to "
                            "have 252 bytes"));
 }
 

@@ -298,7 +298,7 @@ TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {
   ASSERT_EQ(view.Open(dir_ / "a.clb"), "");
   ASSERT_TRUE(view.HasModel()) << view.WhyNoModel();
   EXPECT_EQ(FitWarning(*view.Model()),
-            "Channel 2: no model fits, the parts' nominal values are used");
+            "Channel 2: no model fits; the parts have their nominal values");
   EXPECT_EQ(view.Traces().size(), 1U);
   view.SetModel(true);
   const auto traces = view.Traces();
@@ -359,7 +359,7 @@ TEST(ShortFixed, WritesWhatPrintfWrites) {
 
 TEST(CalDisplayFormTest, RefusesWhatIsOutOfRangeAndKeepsTheRest) {
   const CalDisplay odd{0.1 + 0.2, 1e-10, -360, 1e10, 5, 360, 10000};
-  EXPECT_EQ(CalDisplayForm(odd).Display(), odd);  // minimum above maximum is no fault
+  EXPECT_EQ(CalDisplayForm(odd).Display(), odd);  // minimum above maximum is not a fault
   for (const auto& [control, text, is_right] :
        {std::tuple(CalDisplayForm::kPhaseGridLines, "1", false),
         std::tuple(CalDisplayForm::kPhaseGridLines, "2", true),

@@ -205,7 +205,7 @@ TEST_F(TableCommands, StartupWritesAFileForEachBox) {
   const Outcome serial = Run("table startup a.tbl --out boxes");
   EXPECT_EQ(serial.exit_code, 0);
   EXPECT_EQ(Slashed(serial.out), "boxes/3105.tbl\nboxes/2417.tbl\nboxes/1203.tbl\n");
-  EXPECT_NE(serial.err.find("auxiliary box 1211 stands behind an empty place"), std::string::npos);
+  EXPECT_NE(serial.err.find("auxiliary box 1211 comes after an empty place"), std::string::npos);
   EXPECT_EQ(Run("table get boxes/1203.tbl SNUM").out, "SNUM=1203\n");
 
   const Outcome startup = Run("table startup a.tbl --out boxes --names startup --tbl-version 1");

@@ -149,7 +149,7 @@ TEST(SiteForm, SerialNumbersAreCautionedNotRefused) {
   FormModel& model = form.Model();
   EXPECT_EQ(model.Caution(1255), "") << "no auxiliary boxes at all";
   model.SetText(1258, "1203");
-  EXPECT_EQ(model.Caution(1255), "No box here: those behind it get no start-up file");
+  EXPECT_EQ(model.Caution(1255), "No box here: the boxes after it get no start-up file");
   EXPECT_EQ(model.Caution(1259), "");
   model.SetText(1255, " 1203");
   model.SetText(1256, "7");

@@ -77,7 +77,7 @@ TEST_F(StartupFiles, EachBoxGetsItsOwnValuesAndTheTableKeepsItsOwn) {
   EXPECT_EQ(Changes(table_, Loaded("1203.tbl")), (Keys{"SNUM", "SNNR", "SN01", "SN03"}));
   EXPECT_EQ(
       run.StatusText(),
-      "3 of 3 files written, 1 box without a file\nauxiliary 3, serial 1207: no file (behind an "
+      "3 of 3 files written, 1 box without a file\nauxiliary 3, serial 1207: no file (after an "
       "empty place among the auxiliary boxes)");
   EXPECT_EQ(run.Document(), StartupRun::OwnFile::kAsBefore);
   EXPECT_EQ(answers_.asked, 0);
@@ -124,14 +124,14 @@ TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
   EXPECT_EQ(PathText(run.PathOf(monitor)), at("31.tbl")) << "no document: the folder proposed";
   EXPECT_EQ(run.WarningFor(monitor), "");
   EXPECT_EQ(run.WarningFor(main),
-            at("24.tbl") + " is a file that is no table and will be overwritten.");
+            at("24.tbl") + " is a file that is not a table and will be overwritten.");
   EXPECT_EQ(run.WarningFor(auxiliary),
             at("1203.tbl") + " is the file of serial 7 and will be overwritten.");
   auxiliary.Model().SetText(StartupForm::kReceiverSerial, "7");
   auxiliary.Model().SetIndex(StartupForm::kFixedName, 0);
   for (const auto& [folder, warning] :
        {std::pair{"none", "The folder " + at("none") + " does not exist."},
-        {"plain", at("plain") + " is no folder."}}) {
+        {"plain", at("plain") + " is not a folder."}}) {
     auxiliary.Model().SetText(StartupForm::kLocation, folder);
     EXPECT_EQ(run.WarningFor(auxiliary), warning);
   }
@@ -143,7 +143,7 @@ TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
   run.Accept(main);
   EXPECT_EQ(run.WarningFor(auxiliary),
             at("StartUp.tbl") +
-                " was written for another box already (main receiver, serial 24) and will be "
+                " was already written for another box (main receiver, serial 24) and will be "
                 "overwritten.");
   run.Accept(auxiliary);
   EXPECT_EQ(run.Headline(),
@@ -154,7 +154,7 @@ TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
   }
   EXPECT_EQ(texts,
             "skipped|overwritten by auxiliary 1|written over the file of serial 24|"
-            "no file (behind an empty place among the auxiliary boxes)|");
+            "no file (after an empty place among the auxiliary boxes)|");
 }
 
 TEST_F(StartupFiles, VersionAndModifiedMarkFollowTheAnswers) {

@@ -52,7 +52,7 @@ TEST(Batch, HasTheSameBytesWithAnyNumberOfWorkers) {
       WriteAll(path, i % 8 == 5 ? "bad" : "text " + std::to_string(i));
       plan.inputs.push_back(path);
     }
-    // Two that make one output; the last in the list stays, wherever they stand.
+    // Two that make one output; the last in the list is kept, wherever they are.
     for (const char* name : {"twin.b", "twin.a"}) {
       WriteAll(dir / name, name);
       plan.inputs.insert(plan.inputs.begin() + (name[5] == 'b' ? 20 : 3), dir / name);
@@ -91,12 +91,12 @@ TEST(Batch, RefusesToWriteOverItsInputs) {
   batch.Wait();
   const auto text = [&batch](std::size_t i) { return batch.Result(i)->text; };
   EXPECT_EQ(text(0), "");
-  EXPECT_EQ(text(1), (dir / "b.out").string() + ": is the input itself, not written over");
+  EXPECT_EQ(text(1), (dir / "b.out").string() + ": is the input itself and was not overwritten");
   EXPECT_EQ(batch.Result(1)->code, 4);
   EXPECT_EQ(text(2),
-            (dir / "b.out").string() + ": is another input of this batch, not written over");
+            (dir / "b.out").string() + ": is another input of this batch and was not overwritten");
   if (has_link) {
-    EXPECT_EQ(text(3), (dir / "c.out").string() + ": is the input itself, not written over");
+    EXPECT_EQ(text(3), (dir / "c.out").string() + ": is the input itself and was not overwritten");
   }
   EXPECT_EQ(ReadAll(dir / "b.out"), "b.out");
   EXPECT_EQ(ReadAll(dir / "c.in"), "c.in");
@@ -117,7 +117,7 @@ TEST(Batch, InAFolderTheFirstOfANameStays) {
     EXPECT_EQ(batch.Result(1)->status, BatchStatus::kFailed);
     EXPECT_EQ(batch.Result(1)->text, (dir / "out" / "x.out").string() + ": is the output of " +
                                          first.string() +
-                                         ", which came earlier in the list, not written over");
+                                         ", which came earlier in the list; not overwritten");
     EXPECT_TRUE(batch.Result(0)->IsDone() && batch.Result(2)->IsDone()) << "one file, listed twice";
   }
 }

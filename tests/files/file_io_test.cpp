@@ -89,7 +89,7 @@ TEST_F(OutFileTest, RewritesInPlaceWhereTheFolderTakesNoSecondFile) {
   ASSERT_EQ(stat((dir_ / "a").c_str(), &after), 0);
   EXPECT_EQ(after.st_ino, before.st_ino);
 
-  // A full disk is no reason to risk the old file.
+  // A full disk must not put the old file at risk.
   FailingDisk disk;
   disk.Fail(FailingDisk::kCreate, ENOSPC);
   EXPECT_EQ(WriteFile(dir_ / "a", Bytes("x")), "No space left on device");
@@ -254,7 +254,7 @@ TEST_F(OutFileTest, WhatTookTheNewFilesPlaceIsNotTakenForIt) {
   EXPECT_EQ(file.Write(Bytes("new")), "");
   fs::remove(beside);
   WriteAll(beside, "another's, half");
-  EXPECT_EQ(file.Commit(), "another program has removed what was written for it");
+  EXPECT_EQ(file.Commit(), "another program has removed the temporary file");
   EXPECT_EQ(ReadAll(dir_ / "a"), "old");
 }
 
@@ -308,11 +308,11 @@ TEST_F(OutFileTest, WhatTookTheTargetsPlaceMeanwhileIsNotLost) {
     replace();
     return file.Commit();
   };
-  EXPECT_EQ(save_when([] {}), "") << "removed meanwhile: made anew";
+  EXPECT_EQ(save_when([] {}), "") << "removed meanwhile: made again";
   EXPECT_EQ(save_when([this] { WriteAll(dir_ / "a", "another's"); }), "");
   EXPECT_EQ(ReadAll(dir_ / "a"), "new") << "a file is saved over";
 
-  const std::string refused = "it has become a folder, a device or a link while it was written";
+  const std::string refused = "it became a folder, a device or a link while it was written";
   EXPECT_EQ(save_when([this] { fs::create_directory(dir_ / "a"); }), refused);
   fs::remove(dir_ / "a");
   EXPECT_EQ(save_when([this] { fs::create_symlink("/dev/null", dir_ / "a"); }), refused);

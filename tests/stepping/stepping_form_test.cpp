@@ -71,7 +71,7 @@ TEST_F(Stepping, UntouchedValuesKeepTheirBytes) {
 
 TEST_F(Stepping, CalculatesFromWhatStandsInTheDialogAndExportsItsBytes) {
   Set(&table_, "FRQ0", "10.123456789012345");
-  Set(&table_, "FRQ2", "7");  // behind the first zero: not shown
+  Set(&table_, "FRQ2", "7");  // after the first zero: not shown
   Set(&table_, "TPFR", "30");
   Set(&table_, "CRMX", "4");
   Open(kCsamt, 1);
@@ -136,7 +136,7 @@ TEST_F(Stepping, TellsOfFrequenciesThatAreNotShown) {
     Set(&table_, key, frequency);
   }
   Open(kCsamt, 2);
-  EXPECT_EQ(form_.Note(), "2 frequencies stored behind an empty one are not shown");
+  EXPECT_EQ(form_.Note(), "2 frequencies stored after an empty one are not shown");
 }
 
 TEST_F(Stepping, OpensFilesAndTellsOfThem) {

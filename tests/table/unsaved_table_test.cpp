@@ -67,7 +67,7 @@ TEST(UnsavedTable, RefusesWhatIsCutChangedOrOther) {
   const std::string whole = Image("/a.tbl", kTable);
   EXPECT_EQ(Refusal(whole), "");
   for (std::size_t size = 0; size < whole.size(); ++size) {
-    EXPECT_EQ(Refusal(whole.substr(0, size)), "it is cut") << size;
+    EXPECT_EQ(Refusal(whole.substr(0, size)), "it is cut short") << size;
   }
   EXPECT_EQ(Refusal(whole + "x"), "it is damaged");
   for (std::size_t i = 0; i < whole.size(); ++i) {
@@ -77,8 +77,8 @@ TEST(UnsavedTable, RefusesWhatIsCutChangedOrOther) {
       EXPECT_NE(Refusal(changed), "") << i;
     }
   }
-  EXPECT_EQ(Refusal(Image("/a.tbl", kTable, 3)), "it is of another version of Orvane");
-  EXPECT_EQ(Refusal("x" + whole.substr(1)), "it is none");
+  EXPECT_EQ(Refusal(Image("/a.tbl", kTable, 3)), "it is from another version of Orvane");
+  EXPECT_EQ(Refusal("x" + whole.substr(1)), "it is not an emergency copy");
   for (const std::string& table : {std::string(), kTable + "x", kTable.substr(1) + "x"}) {
     EXPECT_EQ(Refusal(Image("/a.tbl", table)), "it is damaged");
   }

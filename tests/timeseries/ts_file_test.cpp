@@ -148,10 +148,10 @@ TEST_F(TsFiles, OpensWithoutItsTable) {
   const std::string cut = full + full.substr(0, 100);
   for (const auto& [name, bytes, header_size, guess] :
        {Case{"A.TSK", old, 252, ""}, Case{"A.TS3", full, 32, ""},
-        Case{"A.TSS", full, 252, ", headers taken to have 252 bytes"},
-        Case{"A.TSS", old + old, 196, ", headers taken to have 196 bytes"},
-        Case{"A.TSS", old + "cut", 252, ", headers taken to have 252 bytes"},
-        Case{"A.TSS", cut, 252, ", headers taken to have 252 bytes"}}) {
+        Case{"A.TSS", full, 252, ", headers assumed to have 252 bytes"},
+        Case{"A.TSS", old + old, 196, ", headers assumed to have 196 bytes"},
+        Case{"A.TSS", old + "cut", 252, ", headers assumed to have 252 bytes"},
+        Case{"A.TSS", cut, 252, ", headers assumed to have 252 bytes"}}) {
     TsFile file;
     const auto path = Put(name, bytes);
     EXPECT_EQ(file.Open(path), *guess == '\0') << name;
@@ -169,7 +169,7 @@ TEST_F(TsFiles, ListsBadRecordsAndStopsWhereTheFileIsCut) {
   PutTable("A.TBL", "");
   const std::string good = TsBytes{.channels = 2, .samples = {1, 2, 3, 4}, .trailing = 2}.Bytes();
   const std::string bad = TsBytes{.samples = {-1}, .status = 6}.Bytes();
-  // Four bytes of two samples, one channel: one scan is whole, and no header fits behind it.
+  // Four bytes of two samples, one channel: one scan is whole, and no header fits after it.
   const std::string cut = TsBytes{.samples = {5}, .scans = 2}.Bytes() + "x";
   const auto path = Put("A.TSS", good + good + bad + good + bad + cut);
   TsFile file;

@@ -176,11 +176,11 @@ TEST_F(GridPaste, ForeignFilesChangeNothing) {
     const char* reason;
   };
   for (const auto& c :
-       std::vector<Case>{{"", "the header is another one"},
-                         {"A\tB\tD\na\t9\t9\n", "the header is another one"},
+       std::vector<Case>{{"", "the header is a different one"},
+                         {"A\tB\tD\na\t9\t9\n", "the header is a different one"},
                          {"A\tB\tC\na\t9\t9\nb\t9\n", "line 3: 2 cells instead of 3"},
                          {"A\tB\tC\na\t9\t9\nb\t9\t\\x\n",
-                          "line 3: a backslash before neither t, n, r nor a backslash"},
+                          "line 3: a backslash that is not followed by t, n, r or a backslash"},
                          {"A\tB\tC\na\t9\t9\nb\t9\t9\xC3", "the text is not UTF-8"}}) {
     WriteAll(dir / "cells", c.bytes);
     QString reason;

@@ -133,7 +133,7 @@ std::unique_ptr<Object> FromBytes(const QByteArray& bytes, std::string* reason) 
   archive& name& schema;
   auto object = MakeObject(name);
   if (archive.Error().empty() && object == nullptr) {
-    archive.Refuse("there is no class of the name in front");
+    archive.Refuse("the class named at the start is not known");
   } else if (archive.Error().empty() && schema != kSchema) {
     archive.Refuse("schema " + FormatInt(schema) + ", not 1");
   }
@@ -141,7 +141,7 @@ std::unique_ptr<Object> FromBytes(const QByteArray& bytes, std::string* reason) 
     object->Serialize(archive);
   }
   if (archive.Error().empty() && archive.Left() > 0) {
-    archive.Refuse("there are bytes behind the object");
+    archive.Refuse("there are bytes after the object");
   }
   *reason = archive.Error();
   return reason->empty() ? std::move(object) : nullptr;

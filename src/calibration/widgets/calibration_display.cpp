@@ -88,8 +88,8 @@ CCalibrationDisplay::CCalibrationDisplay(CalDisplay* ranges, Prompts* prompts, Q
 }
 
 void CCalibrationDisplay::AddChannels() {
-  AddButton("Previous", "previous", "Channel before", Qt::Key_PageUp, [this] { Step(-1); });
-  AddButton("Next", "next", "Channel behind", Qt::Key_PageDown, [this] { Step(1); });
+  AddButton("Previous", "previous", "Previous channel", Qt::Key_PageUp, [this] { Step(-1); });
+  AddButton("Next", "next", "Next channel", Qt::Key_PageDown, [this] { Step(1); });
   AddButton("All channels", "all", "All channels at once", Qt::CTRL | Qt::Key_A, [this] {
     view_.ShowAll();
     ShowView();
@@ -132,9 +132,9 @@ void CCalibrationDisplay::AddOthers() {
     view_.FitDisplay();
     ShowView();
   });
-  AddKey("Cursor left", "cursor-left", "Measured point before", Qt::Key_Left,
+  AddKey("Cursor left", "cursor-left", "Previous measured point", Qt::Key_Left,
          [this] { MoveCursor(-1); });
-  AddKey("Cursor right", "cursor-right", "Measured point behind", Qt::Key_Right,
+  AddKey("Cursor right", "cursor-right", "Next measured point", Qt::Key_Right,
          [this] { MoveCursor(1); });
   AddReload();
   Bar()->addSeparator();
@@ -195,7 +195,7 @@ void CCalibrationDisplay::FillList() {
   }
 }
 
-// Where there is one channel the lines have the colours of its passes.
+// If one channel is shown, the lines have the colours of its passes.
 void CCalibrationDisplay::ColorChannels() {
   for (int c = 0; c < list_->count(); ++c) {
     QPixmap color(12, 12);

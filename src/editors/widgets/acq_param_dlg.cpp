@@ -80,7 +80,8 @@ void CAcqParamDlg::CreateButtons() {
                      "hours of the time zone. OK stores them with the hours."));
   coupling_note_->setObjectName(QStringLiteral("coupling-note"));
   space_note_->setObjectName(QStringLiteral("space-note"));
-  space_note_->setToolTip(QStringLiteral("The space is counted in 32 bits; this is the true one"));
+  space_note_->setToolTip(
+      QStringLiteral("The space is counted in 32 bits; this is the true value"));
   connect(site_setup_button_, &QPushButton::clicked, this, &CAcqParamDlg::OnSiteSetup);
   connect(same_times_, &QPushButton::clicked, this, &CAcqParamDlg::OnSameTimes);
   connect(calc_space_, &QPushButton::clicked, this, &CAcqParamDlg::OnCalcSpace);
@@ -111,7 +112,7 @@ QWidget* CAcqParamDlg::NewMethodColumn() {
 QWidget* CAcqParamDlg::NewFunctionButtons() {
   QWidget* buttons = Buttons(acq::kFunction, kFunctionColumns);
   for (QAbstractButton* button : buttons->findChildren<QAbstractButton*>()) {
-    button->setToolTip(QStringLiteral("Space chooses; arrow keys only go there"));
+    button->setToolTip(QStringLiteral("Arrow keys go to a method, Space chooses it"));
     button->installEventFilter(this);
   }
   return buttons;

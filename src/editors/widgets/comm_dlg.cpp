@@ -45,7 +45,7 @@ CRadioDlg::CRadioDlg(RadioForm* form, Prompts* prompts, QWidget* parent)
   hardware->setWordWrap(true);
   const QString name = TextFromBytes(form->Hardware());
   hardware->setText(form->Model().Index(RadioForm::kFrequency) == kNothingChosen
-                        ? QStringLiteral("The hardware %1 names no known radio").arg(name)
+                        ? QStringLiteral("Hardware %1 is not a known radio").arg(name)
                         : QStringLiteral("Hardware %1").arg(name));
   qobject_cast<QFormLayout*>(modem->layout())->addRow(QString(), hardware);
   auto* network = Group("Network", {RadioForm::kNetworkAddress, RadioForm::kEncryptionKey});

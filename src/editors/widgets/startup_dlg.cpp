@@ -96,7 +96,7 @@ QWidget* CStartupDlg::ButtonRow() {
       ->setToolTip(QStringLiteral("Write no file for this box and go on to the next"));
   auto* stop = buttons->addButton(QStringLiteral("Stop"), QDialogButtonBox::ActionRole);
   stop->setObjectName(QStringLiteral("stop"));
-  stop->setToolTip(QStringLiteral("Write no file for this box and none for those behind it"));
+  stop->setToolTip(QStringLiteral("Write no file for this box and none for the boxes after it"));
   stop->setAutoDefault(false);
   connect(stop, &QPushButton::clicked, this, [this] { done(kStop); });
   return buttons;

@@ -68,7 +68,7 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
 void CWaveformDisplay::AddPaging() {
   AddButton("First", "first", "First segment", Qt::CTRL | Qt::Key_Home,
             [this] { Page(view_.First()); });
-  AddButton("Previous", "previous", "Segment before", Qt::Key_PageUp, [this] { ScrollBack(); });
+  AddButton("Previous", "previous", "Previous segment", Qt::Key_PageUp, [this] { ScrollBack(); });
   number_->setObjectName(QStringLiteral("segment"));
   number_->setAccessibleName(QStringLiteral("Segment"));
   number_->setToolTip(QStringLiteral("Number of the segment shown"));
@@ -80,7 +80,7 @@ void CWaveformDisplay::AddPaging() {
   connect(number_, &QSpinBox::editingFinished, this, [this] { setFocus(); });
   number_->installEventFilter(this);
   Bar()->addWidget(number_);
-  AddButton("Next", "next", "Segment behind", Qt::Key_PageDown, [this] { ScrollForward(); });
+  AddButton("Next", "next", "Next segment", Qt::Key_PageDown, [this] { ScrollForward(); });
   AddButton("Last", "last", "Last segment", Qt::CTRL | Qt::Key_End, [this] { Page(view_.Last()); });
   AddButton("Next bad", "next-bad", "Next segment that the box marked as bad", Qt::Key_B,
             [this] { Page(view_.NextBad()); });
@@ -91,14 +91,15 @@ void CWaveformDisplay::AddPaging() {
 }
 
 void CWaveformDisplay::AddViewing() {
-  AddButton("Zoom in", "zoom-in", "Less time; by the mouse: wheel", Qt::Key_Plus,
+  AddButton("Zoom in", "zoom-in", "Show less time; with the mouse: wheel", Qt::Key_Plus,
             [this] { Zoom(kZoomStep); });
-  AddButton("Zoom out", "zoom-out", "More time", Qt::Key_Minus, [this] { Zoom(1 / kZoomStep); });
+  AddButton("Zoom out", "zoom-out", "Show more time", Qt::Key_Minus,
+            [this] { Zoom(1 / kZoomStep); });
   AddButton("All", "all", "The whole segment", Qt::Key_0, [this] {
     view_.ShowAllTimes();
     ShowView();
   });
-  AddButton("Taller", "taller", "Larger traces; by the mouse: Ctrl and wheel", Qt::Key_Up,
+  AddButton("Taller", "taller", "Larger traces; with the mouse: Ctrl and wheel", Qt::Key_Up,
             [this] { ZoomValues(kZoomStep); });
   AddButton("Flatter", "flatter", "Smaller traces", Qt::Key_Down,
             [this] { ZoomValues(1 / kZoomStep); });
@@ -107,7 +108,7 @@ void CWaveformDisplay::AddViewing() {
               view_.ResetViews();
               ShowView();
             });
-  AddKey("Pan up", "pan-up", "Traces up; by the mouse: drag with Ctrl", Qt::CTRL | Qt::Key_Up,
+  AddKey("Pan up", "pan-up", "Traces up; with the mouse: drag with Ctrl", Qt::CTRL | Qt::Key_Up,
          [this] { PanValues(kPanStep); });
   AddKey("Pan down", "pan-down", "Traces down", Qt::CTRL | Qt::Key_Down,
          [this] { PanValues(-kPanStep); });
@@ -235,7 +236,7 @@ void CWaveformDisplay::Pan(double share) {
   ShowView();
 }
 
-// The first step puts the cursor into the middle; it takes what is visible along.
+// The first step puts the cursor into the middle; the visible part follows it.
 void CWaveformDisplay::MoveCursor(WaveformView::Cursor cursor, int scans) {
   const auto reading = view_.Reading(cursor);
   const ValueRange times = view_.VisibleTimes();
@@ -318,7 +319,7 @@ void CWaveformDisplay::TakeAnew(std::unique_ptr<TsLoading> loading) {
   }
   ShowView();
   if (!reason.empty()) {
-    emit Told(QStringLiteral("Not read anew: ") + QString::fromStdString(reason));
+    emit Told(QStringLiteral("Not read again: ") + QString::fromStdString(reason));
   }
 }
 
@@ -356,7 +357,7 @@ void CWaveformDisplay::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// The keys of the number of the segment are its own while it has the focus; Escape leaves it.
+// While the number of the segment has the focus it takes its own keys; Escape leaves it.
 bool CWaveformDisplay::eventFilter(QObject* watched, QEvent* event) {
   const bool is_override = event->type() == QEvent::ShortcutOverride;
   if (watched == number_ && (is_override || event->type() == QEvent::KeyPress)) {
@@ -368,7 +369,7 @@ bool CWaveformDisplay::eventFilter(QObject* watched, QEvent* event) {
       return true;
     }
     if (!is_override && key == Qt::Key_Escape) {
-      const QSignalBlocker blocker(number_);  // what was typed so far goes
+      const QSignalBlocker blocker(number_);  // drops what was typed so far
       number_->setValue(static_cast<int>(view_.Number()));
       setFocus();
       return true;
