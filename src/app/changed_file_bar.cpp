@@ -22,7 +22,7 @@ ChangedFileBar::ChangedFileBar(COrvaneDoc* doc, QWidget* parent)
   text_->setTextFormat(Qt::PlainText);
   text_->setWordWrap(true);
   load_->setToolTip(QStringLiteral("Take the table as it is on disk"));
-  keep_->setToolTip(QStringLiteral("Keep the table as it is here; Save writes it over the file"));
+  keep_->setToolTip(QStringLiteral("Keep the table as it is here; Save overwrites the file"));
   for (QPushButton* button : {load_, keep_}) {
     button->setAccessibleDescription(button->toolTip());
     button->setAutoDefault(true);  // Return presses it

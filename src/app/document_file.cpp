@@ -58,9 +58,9 @@ std::string DocumentFile::Differences(const ParamTable& mine, const ParamTable& 
   if (knows_table_) {
     const TwoChanges changes = ChangesOfBoth(table_, mine, theirs);
     text = Group("Changed here", changes.mine) + Group("Changed there", changes.theirs) +
-           Group("Changed here and there", changes.both);
+           Group("Changed in both", changes.both);
   } else {
-    text = Group("Different here and there", DifferingKeys(mine, theirs));
+    text = Group("Different", DifferingKeys(mine, theirs));
   }
   return text.empty() ? "\n\nIts values are the same as here." : text;
 }

@@ -81,9 +81,8 @@ std::string FileStory(const RememberedFile& known, const QString& path) {
 std::string Question(const UnsavedTable& unsaved, const fs::path& file) {
   const QString path = ShownPath(unsaved.path);
   return "Orvane ended without saving the changes to\n" +
-         (path.isEmpty() ? "a table without a name"
-                         : QDir::toNativeSeparators(path).toStdString()) +
-         "\n\nThey are kept as of " + TimeText(QFileInfo(TextFromPath(file)).lastModified()) + "." +
+         (path.isEmpty() ? "an untitled table" : QDir::toNativeSeparators(path).toStdString()) +
+         "\n\nThey were kept at " + TimeText(QFileInfo(TextFromPath(file)).lastModified()) + "." +
          (path.isEmpty() ? std::string() : FileStory(unsaved.file, path)) +
          "\n\nOpen the unsaved table?";
 }

@@ -217,7 +217,7 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
                    "version of the files where \"TBVO\" is 1 (default 2)")
       ->check(CLI::IsMember({"1", "2"}));
   startup->add_flag("--partial", arguments->startup.takes_partial,
-                    "take a table that lacks the box's serial number or most parameters");
+                    "accept a table that lacks the box's serial number or most parameters");
   startup->callback([=] {
     arguments->startup.by_serial = arguments->names == "serial";
     arguments->startup.tbl_version = arguments->tbl_version == "1" ? 1 : 2;

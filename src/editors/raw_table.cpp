@@ -37,8 +37,8 @@ std::string HexBytes(const ParamValue& value) {
 
 std::string PermissionDetail(std::uint32_t mask) {
   const std::string modes = ModesOf(mask);
-  std::string text =
-      modes.empty() ? "no mode of a box may change it" : "a box may change it in mode " + modes;
+  std::string text = modes.empty() ? "a box may not change it in any mode"
+                                   : "a box may change it in mode " + modes;
   if ((mask & kMaskNotFiltered) != 0) {
     text += ", boxes leave it out of their own files";
   }
@@ -175,7 +175,7 @@ std::string RawTable::Detail(int ordinal) const {
     text += "; was " + ValueText(*opened_.FindParam(Row(ordinal).key));
   }
   if (std::find(not_in_file_.begin(), not_in_file_.end(), Row(ordinal).key) != not_in_file_.end()) {
-    text += "; the file did not have it";
+    text += "; it was not in the file";
   }
   return text;
 }

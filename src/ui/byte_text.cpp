@@ -15,7 +15,7 @@ void Tell(QLineEdit* line, const QString& why) {
 }  // namespace
 
 void TellNotLatin1(QLineEdit* line) {
-  Tell(line, QStringLiteral("Not taken: tables hold the characters of Latin-1"));
+  Tell(line, QStringLiteral("Not accepted: tables hold only characters of Latin-1"));
 }
 
 void TellWhyRejected(QLineEdit* line) {

@@ -144,7 +144,7 @@ void CFormDialog::Refresh(int control) {
     }
     QString warning = TextFromBytes(model_->Warning(control));
     if (counts_.contains(control) && UpdateCount(control)) {
-      warning = QStringLiteral("The text is longer than the table's room for it and will be cut");
+      warning = QStringLiteral("The text is too long for the table and will be cut");
     }
     const QString fault = TextFromBytes(model_->FaultAt(control));
     MarkLine(line, fault.isEmpty() ? warning : fault);

@@ -110,7 +110,8 @@ TEST(RawTable, TellsDetailsAndFilters) {
   rows.EndEdit(2, "300x");
   EXPECT_EQ(rows.Detail(2),
             "NUM: IntPT, stored as 2C 01 00 00 (300); a box may change it in mode 0 to 18; was 0");
-  EXPECT_EQ(rows.Detail(4), "ADDR: IPAPT, stored as 00 00 00 00; no mode of a box may change it");
+  EXPECT_EQ(rows.Detail(4),
+            "ADDR: IPAPT, stored as 00 00 00 00; a box may not change it in any mode");
   EXPECT_EQ(rows.Detail(8), "");
   EXPECT_TRUE(rows.Matches(2, "nu"));
   EXPECT_TRUE(rows.Matches(2, "0X"));

@@ -74,7 +74,7 @@ void CAcqParamDlg::CreateButtons() {
   site_setup_button_->setToolTip(
       QStringLiteral("Describes the site and the spread; stores the function at once"));
   same_times_->setToolTip(
-      QStringLiteral("Makes the window of high frequencies that of the whole recording"));
+      QStringLiteral("Sets the high-frequency times to those of the whole recording"));
   calc_space_->setToolTip(
       QStringLiteral("Stores the schedule at once, with the times as they are shown: without the "
                      "hours of the time zone. OK stores them with the hours."));

@@ -55,7 +55,7 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
     std::int32_t counted = 0;
     if (table->GetParam("TCHN", IntPT, &counted) == kOk && counted != 0) {
       panel_->SetChannelCountTip(
-          QStringLiteral("From \"TCHN\", which the box counted; a change goes to \"NCHN\""));
+          QStringLiteral("From \"TCHN\", which the box counted; a change is stored in \"NCHN\""));
     }
     panel_->setMinimumHeight(260);
     page_layout->addWidget(panel_, 1);

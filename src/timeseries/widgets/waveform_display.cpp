@@ -112,8 +112,8 @@ void CWaveformDisplay::AddViewing() {
          [this] { PanValues(kPanStep); });
   AddKey("Pan down", "pan-down", "Traces down", Qt::CTRL | Qt::Key_Down,
          [this] { PanValues(-kPanStep); });
-  auto_scale_ = AddButton("Auto scale", "auto-scale", "Scale each trace to its place", Qt::Key_A,
-                          [this] { ToggleAutoScale(); });
+  auto_scale_ = AddButton("Auto scale", "auto-scale", "Scale each trace to fill its place",
+                          Qt::Key_A, [this] { ToggleAutoScale(); });
   auto_scale_->setCheckable(true);
   auto_scale_->setChecked(view_.Settings().auto_scale);
   small_unit_ =
@@ -127,7 +127,7 @@ void CWaveformDisplay::AddViewing() {
 
 void CWaveformDisplay::AddSaving() {
   AddButton("Copy", "copy", "Copy what is visible as text", QKeySequence::Copy, [this] { Copy(); });
-  AddButton("Copy readings", "copy-readings", "Copy what the cursors read as text",
+  AddButton("Copy readings", "copy-readings", "Copy the readings of the cursors as text",
             Qt::CTRL | Qt::SHIFT | Qt::Key_C, [this] { CopyReadings(); });
   AddReload();
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
