@@ -247,7 +247,7 @@ TEST_F(EmergencyCopies, OnlyGoodCopiesAreOffered) {
   std::string image(reinterpret_cast<const char*>(made.data()), made.size());
   for (const auto& [copy, reason] : {std::pair{image.substr(0, 50), "it is cut short"},
                                      {std::string(2U << 20U, 'x'), "it is not an emergency copy"},
-                                     {Padded(image, 8) + '\3' + image.substr(9), "of another"}}) {
+                                     {Padded(image, 8) + '\3' + image.substr(9), "from another"}}) {
     WriteAll(File(1), copy);
     Program program(dir_.Path());
     EXPECT_FALSE(program.copy.Offer(&program.user));

@@ -67,8 +67,8 @@ TEST_F(CalibrationCommands, FitAndResponses) {
   EXPECT_EQ(nominal.substr(0, 5), "0 1\t1");
   EXPECT_NE(nominal.find("|orvane-cli: b.CLB: no model fits"), std::string::npos) << nominal;
   EXPECT_EQ(Run("response b.CLB --table t.TBL --band 0 --channels 2 --frequency 1"),
-            "1 |orvane-cli: b.CLB: the calibration has another number of channels than the "
-            "recording (1246)\n");
+            "1 |orvane-cli: b.CLB: the calibration and the recording differ in their "
+            "number of channels (1246)\n");
   EXPECT_EQ(Run("response b.CLB --table t.TBL --frequency 1").substr(0, 3), "2 |");
   WriteAll(dir_ / "s.CLC", CalHeaderBytes(2, 1) + CalRecordBytes(2, 10, 1, {1, 2, 3, 4, -3, 0}));
   WriteAll(dir_ / "h.TBL", HeaderV2() + RecordV2("HNOM", 0, FltPT, RealBytes(2468.5)));
