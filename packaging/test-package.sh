@@ -109,6 +109,25 @@ check_type a.TS12 band ""
 check_type a.trs stack ""
 check_type 2.TFS schedule ""
 
+# A memory card of a box has neither links nor rights of files.
+on_card() {
+  local image=$FOLDER/card.img card=/media/card
+  mkdir -p "$ROOT$card"
+  rm -f "$image"
+  truncate -s 16M "$image"
+  mkfs.vfat "$image" >/dev/null
+  mount -o loop "$image" "$ROOT$card" 2>/dev/null || { say "No vfat here: not tested on a card."; return 0; }
+  cp "$SURVEY/SIP/Startup.tbl" "$ROOT$card"
+  inside orvane-cli table set "$card/Startup.tbl" SITE=CARD
+  [[ $(inside orvane-cli table get "$card/Startup.tbl" SITE) == SITE=CARD ]] || fail "not saved on the card"
+  inside orvane-cli table startup "$card/Startup.tbl" --out "$card/boxes" >/dev/null
+  inside sh -c "orvane-cli table to-v1 $card/boxes/*.tbl" >/dev/null
+  ! find "$ROOT$card" -name '.orvane-*' | grep . || fail "something is left on the card"
+  umount "$ROOT$card"
+  rm -f "$image"
+}
+on_card
+
 say "Removing it..."
 inside apt-get -y -qq purge orvane >>"$FOLDER/apt.log" 2>&1 || fail "removal: $FOLDER/apt.log"
 files >"$FOLDER/after.txt"

@@ -14,14 +14,7 @@
 namespace orvane {
 namespace {
 
-// True, with a message, where a result would take the place of the file it comes from.
-bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file) {
-  if (FileIdentity(to) != FileIdentity(file)) {
-    return false;
-  }
-  PrintMessage(FileMessage(to, "is the input file and was not written"));
-  return true;
-}
+constexpr std::string_view kIsInput = "is the input file and was not written";
 
 ExitCode WriteRows(const std::filesystem::path& to, std::span<const ScheduleRow> rows) {
   const InterruptWatch watch;

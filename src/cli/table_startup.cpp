@@ -86,8 +86,7 @@ ExitCode RunTableStartup(const StartupOptions& options) {
       result = kSomeFailed;
       continue;
     }
-    if (FileIdentity(path) == FileIdentity(options.file)) {
-      PrintMessage(PathText(path) + ": is the input file and was not written");
+    if (IsInput(path, options.file, "is the input file and was not written")) {
       result = kSomeFailed;
     } else if (WriteBox(form, path, version)) {
       written += PathLine(path);

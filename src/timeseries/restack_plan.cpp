@@ -106,7 +106,7 @@ std::string RestackPlan::BadNote() const {
 std::string RestackPlan::Note() const {
   std::string notes;
   if (records_ == 0) {
-    AppendNote("no complete record", &notes);
+    AppendNote("no record", &notes);
   }
   AppendNote(BadNote(), &notes);
   if (without_stack_.Count() > 0) {
