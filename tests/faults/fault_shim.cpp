@@ -158,33 +158,15 @@ extern "C" {
 
 FAULTY_OPEN(open, (const char* path, int flags, ...), (path, flags, mode))
 FAULTY_OPEN(open64, (const char* path, int flags, ...), (path, flags, mode))
-FAULTY_OPEN(openat, (int at, const char* path, int flags, ...), (at, path, flags, mode))
-FAULTY_OPEN(openat64, (int at, const char* path, int flags, ...), (at, path, flags, mode))
-int creat(const char* path, mode_t mode) { return open(path, O_CREAT | O_WRONLY | O_TRUNC, mode); }
-int creat64(const char* path, mode_t mode) { return creat(path, mode); }
-int __open_2(const char* path, int flags) { return open(path, flags, 0); }
-int __open64_2(const char* path, int flags) { return open64(path, flags, 0); }
 
 FAULTY("read", -1, ssize_t, read, (int handle, void* to, size_t size), , (handle, to, size), handle)
 FAULTY("read", -1, ssize_t, pread, (int handle, void* to, size_t size, off_t at), ,
        (handle, to, size, at), handle)
 FAULTY("read", -1, ssize_t, pread64, (int handle, void* to, size_t size, off64_t at), ,
        (handle, to, size, at), handle)
-ssize_t __read_chk(int handle, void* to, size_t size, size_t) { return read(handle, to, size); }
-ssize_t __pread_chk(int handle, void* to, size_t size, off_t at, size_t) {
-  return pread(handle, to, size, at);
-}
-ssize_t __pread64_chk(int handle, void* to, size_t size, off64_t at, size_t) {
-  return pread64(handle, to, size, at);
-}
 FAULTY("write", -1, ssize_t, write, (int handle, const void* from, size_t size), ,
        (handle, from, size), handle)
-FAULTY("write", -1, ssize_t, pwrite, (int handle, const void* from, size_t size, off_t at), ,
-       (handle, from, size, at), handle)
-FAULTY("write", -1, ssize_t, pwrite64, (int handle, const void* from, size_t size, off64_t at), ,
-       (handle, from, size, at), handle)
 FAULTY("sync", -1, int, fsync, (int handle), , (handle), handle)
-FAULTY("sync", -1, int, fdatasync, (int handle), , (handle), handle)
 FAULTY("resize", -1, int, ftruncate, (int handle, off_t size), noexcept, (handle, size), handle)
 FAULTY("resize", -1, int, ftruncate64, (int handle, off64_t size), noexcept, (handle, size), handle)
 
@@ -198,26 +180,16 @@ FAULTY("stat", -1, int, fstatat, (int at, const char* path, struct stat* to, int
        (at, path, to, flags), path)
 FAULTY("stat", -1, int, fstatat64, (int at, const char* path, struct stat64* to, int flags),
        noexcept, (at, path, to, flags), path)
-FAULTY("stat", -1, int, statx,
-       (int at, const char* path, int flags, unsigned mask, struct statx* to), noexcept,
-       (at, path, flags, mask, to), path)
 FAULTY("stat", -1, int, access, (const char* path, int mode), noexcept, (path, mode), path)
-FAULTY("stat", -1, int, faccessat, (int at, const char* path, int mode, int flags), noexcept,
-       (at, path, mode, flags), path)
 
 FAULTY("lock", -1, int, flock, (int handle, int operation), noexcept, (handle, operation), handle)
 FAULTY("mkdir", -1, int, mkdir, (const char* path, mode_t mode), noexcept, (path, mode), path)
 FAULTY("list", nullptr, dirent*, readdir, (DIR * entries), , (entries), entries)
 FAULTY("list", nullptr, dirent64*, readdir64, (DIR * entries), , (entries), entries)
 FAULTY("rename", -1, int, rename, (const char* from, const char* to), noexcept, (from, to), to)
-FAULTY("rename", -1, int, renameat, (int at, const char* from, int at_to, const char* to), noexcept,
-       (at, from, at_to, to), to)
 FAULTY("remove", -1, int, remove, (const char* path), noexcept, (path), path)
 FAULTY("remove", -1, int, unlink, (const char* path), noexcept, (path), path)
-FAULTY("remove", -1, int, unlinkat, (int at, const char* path, int flags), noexcept,
-       (at, path, flags), path)
 FAULTY("rights", -1, int, fchmod, (int handle, mode_t mode), noexcept, (handle, mode), handle)
-FAULTY("rights", -1, int, chmod, (const char* path, mode_t mode), noexcept, (path, mode), path)
 FAULTY("rights", -1, int, fchmodat, (int at, const char* path, mode_t mode, int flags), noexcept,
        (at, path, mode, flags), path)
 FAULTY("rights", -1, int, fchown, (int handle, uid_t user, gid_t group), noexcept,
