@@ -7,6 +7,7 @@
 
 #include "base/number_text.h"
 #include "editors/startup_cautions.h"
+#include "files/file_io.h"
 #include "files/path_text.h"
 
 namespace orvane {
@@ -156,7 +157,9 @@ void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
     outcome->note = report.reason;
   }
   outcome->state = status == kOk ? StartupOutcome::kWritten : StartupOutcome::kFailed;
-  if (IsSameFile(outcome->path, document_) && (status == kOk || report.has_touched)) {
+  const bool may_be_own =
+      !document_.empty() && CompareFiles(outcome->path, document_) != Sameness::kDifferent;
+  if (may_be_own && (status == kOk || report.has_touched)) {
     document_memory_ = memory;
     // Another box's file in its place names no spread: the document is still to be saved.
     own_file_ = status == kOk && form.Box().number == StartupBox::kMain ? OwnFile::kWritten

@@ -281,7 +281,7 @@ TEST_F(WaveformDisplay, ReadsBesideTheWindow) {
   milliseconds_per_read = 250;
   has_no_memory = true;
   EXPECT_EQ(Open(file), QStringLiteral("File Open Error:Failed to open file %1!").arg(file));
-  EXPECT_EQ(notice->text(), file + QStringLiteral(": not enough memory"));
+  EXPECT_EQ(notice->text(), file + QStringLiteral(": Cannot allocate memory"));
   EXPECT_EQ(frame_.Display(), nullptr);
 }
 

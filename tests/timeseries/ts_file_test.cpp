@@ -256,7 +256,7 @@ TEST_F(TsFiles, ReadingBesideEndsSoonWhenLeft) {
   TsLoading poor(path, TsFile::Options());
   EXPECT_TRUE(poor.WaitFor(std::chrono::minutes(1)));
   EXPECT_FALSE(poor.IsOpen());
-  EXPECT_EQ(poor.Fault(), "not enough memory");
+  EXPECT_EQ(poor.Fault(), "Cannot allocate memory");
   ReaderCalls() = usual;
 }
 
