@@ -227,7 +227,7 @@ bool BesideFile::MoveTo(const std::filesystem::path& target) {
   // On a shared disk whose locks do not reach other computers the name may be another's by now.
   const Place place = PlaceOf(lock_, path_);
   if (place != Place::kAtName) {
-    errno = place == Place::kElsewhere ? ESTALE : errno;
+    errno = place == Place::kElsewhere ? ECANCELED : errno;
     return false;
   }
   if (WriterCalls().rename(path_, target) != 0) {

@@ -34,7 +34,7 @@ class BesideFile {
   /// Gives back the target's own lock, for those who are going to write it in place.
   void FreeTarget();
   [[nodiscard]] bool Close();  ///< it stays ours
-  /// ESTALE where another program has taken the file away.
+  /// ECANCELED where another program has taken the file away.
   [[nodiscard]] bool MoveTo(const std::filesystem::path& target);
   /// Does nothing where there is none.
   void Remove();

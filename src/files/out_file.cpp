@@ -80,7 +80,7 @@ std::string OutFile::Fail(int error) {
       return Fail("is being changed by another program");
     case EINTR:
       return Fail("interrupted");
-    case ESTALE:
+    case ECANCELED:
       return Fail("another program has removed the temporary file");
     default:
       return Fail(SystemReason(error));
