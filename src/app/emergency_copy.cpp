@@ -182,8 +182,12 @@ bool EmergencyCopy::OpenIfWanted(Copy* copy, const UnsavedTable& unsaved, Prompt
 
 // An empty string, or why there is no place for a copy.
 std::string EmergencyCopy::ClaimOwn() {
+  const bool is_new = Exists(folder_) == Existence::kNotThere;
+  if (std::string reason = MakeFolders(folder_); !reason.empty()) {
+    return reason;
+  }
   std::error_code error;
-  if (fs::create_directories(folder_, error)) {
+  if (is_new) {
     fs::permissions(folder_, fs::perms::owner_all, error);  // tables may hold passwords
   }
   if (error) {
