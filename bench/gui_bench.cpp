@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How fast the windows are, offscreen: medians of several runs in one process.
 #include <QAbstractTableModel>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QTableView>
@@ -22,24 +21,13 @@
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
 #include "files/file_io.h"
+#include "median_time.h"
 #include "ui/qt_path.h"
 #include "waveform_drawing.h"
 
 namespace {
 
-constexpr int kRuns = 15;
-
-double MedianMilliseconds(const std::function<void()>& work) {
-  std::vector<double> times;
-  for (int i = 0; i < kRuns; ++i) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
-  }
-  std::nth_element(times.begin(), times.begin() + kRuns / 2, times.end());
-  return times[kRuns / 2];
-}
+using orvane::bench::MedianMilliseconds;
 
 void ShowAndPaint(QWidget* window) {
   window->show();

@@ -4,13 +4,13 @@
 #include <qcustomplot.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <algorithm>
 #include <cstdio>
 #include <random>
 #include <vector>
 
 #include "files/file_io.h"
+#include "median_time.h"
 #include "timeseries/widgets/waveform_plot.h"
 #include "ui/themes.h"
 
@@ -19,7 +19,6 @@ namespace {
 
 constexpr int kChannels = 12;
 constexpr int kScans = 65535;
-constexpr int kRuns = 9;
 constexpr double kScale = 2;  // of the screen
 constexpr QSize kSize(960, 600);
 
@@ -38,19 +37,6 @@ void WriteNoise(const std::filesystem::path& path) {
   std::generate(bytes.begin() + static_cast<std::ptrdiff_t>(head.size()), bytes.end(),
                 [&random] { return static_cast<std::byte>(random()); });
   static_cast<void>(WriteFile(path, bytes));
-}
-
-template <typename Work>
-double MedianMilliseconds(const Work& work) {
-  std::vector<double> times;
-  for (int i = 0; i < kRuns; ++i) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
-  }
-  std::nth_element(times.begin(), times.begin() + kRuns / 2, times.end());
-  return times[kRuns / 2];
 }
 
 double DrawingTime(QCustomPlot* plot) {

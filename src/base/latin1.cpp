@@ -69,6 +69,23 @@ std::string Latin1FromUtf8(std::string_view text, std::string* bytes) {
   return {};
 }
 
+std::string PrintableUtf8(std::string_view text) {
+  std::string printable;
+  while (!text.empty()) {
+    const auto [code, length] = FirstOf(text);
+    const bool is_control = code < 0x20U || (code >= 0x7FU && code < 0xA0U);
+    for (const char c : text.substr(0, length)) {
+      if (code == kNone || is_control) {
+        printable += "\\x" + Hex(static_cast<unsigned char>(c), 2);
+      } else {
+        printable += c;
+      }
+    }
+    text.remove_prefix(length);
+  }
+  return printable;
+}
+
 std::string PrintableLatin1(std::string_view bytes) {
   std::string text;
   for (const char c : bytes) {

@@ -18,13 +18,13 @@ std::string Assign(std::string_view assignment, std::uint32_t tbl_version, Param
   // A key is looked up by its first eight characters; what is longer is not a key.
   const ParamEntry* entry = key.size() <= kKeySize ? table->FindParam(key) : nullptr;
   if (entry == nullptr) {
-    return Printable(key) + ": " + std::string(StatusText(kKeyNotFound));
+    return PrintableUtf8(key) + ": " + std::string(StatusText(kKeyNotFound));
   }
   if (ParamKey(key) == "TBVI") {
     return key + ": is the version of the file and cannot be set";
   }
   const auto refusal = [&key, &given](std::string_view reason) {
-    return key + ": \"" + Printable(given) + "\" " + std::string(reason);
+    return key + ": \"" + PrintableUtf8(given) + "\" " + std::string(reason);
   };
   std::string text;
   if (const std::string reason = Latin1FromUtf8(given, &text); !reason.empty()) {

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "base/latin1.h"
 #include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
@@ -39,7 +40,7 @@ class ProgressLine {
     if (const auto left = progress.TimeLeft()) {
       line += ", " + FormatInt(left->count()) + " s left";
     }
-    line += ": " + Printable(PathText(progress.current.filename()));
+    line += ": " + PrintableUtf8(PathText(progress.current.filename()));
     Put(line.substr(0, kWidth));
   }
   void Clear() const {
@@ -113,7 +114,7 @@ bool AskOnTerminal(const std::string& question, const BatchTask& task) {
     return false;
   }
   is_asking = true;
-  const std::string text = "\r\x1B[K" + Printable(question) + " [y/N] ";
+  const std::string text = "\r\x1B[K" + PrintableUtf8(question) + " [y/N] ";
   std::fwrite(text.data(), 1, text.size(), stderr);
   std::string line;
   while (!task.Stopped() && WaitForLine(kLook, &line) == Typed::kNothing) {

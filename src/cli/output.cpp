@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <system_error>
 
-#include "base/ascii.h"
 #include "base/latin1.h"
 #include "base/number_text.h"
 #include "cli/terminal.h"
@@ -15,37 +14,6 @@
 #include "table/tech.h"
 
 namespace orvane {
-namespace {
-
-// Bytes of the character in UTF-8 that a text begins with; 0: they are none.
-std::size_t Utf8Size(std::string_view text) {
-  const auto byte = static_cast<unsigned char>(text[0]);
-  if (byte < 0x80U) {
-    return 1;
-  }
-  const std::size_t size = byte < 0xC2U   ? 0
-                           : byte < 0xE0U ? 2
-                           : byte < 0xF0U ? 3
-                           : byte < 0xF5U ? 4
-                                          : 0;
-  if (size == 0 || text.size() < size) {
-    return 0;
-  }
-  const auto goes_on = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
-  return std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(size), goes_on)
-             ? size
-             : 0;
-}
-
-// Those of ASCII, and U+0080 to U+009F, which begin commands to a terminal as well.
-bool IsControlCharacter(std::string_view character) {
-  return character.size() == 1
-             ? IsControl(character[0])
-             : character[0] == '\xC2' && static_cast<unsigned char>(character[1]) < 0xA0U;
-}
-
-}  // namespace
-
 bool PrintResult(std::string_view text) {
   const bool done =
       std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
@@ -57,14 +25,14 @@ bool PrintResult(std::string_view text) {
 
 void PrintMessage(std::string_view text) {
   const std::string line =
-      "orvane-cli: " + (AreMessagesOnATerminal() ? Printable(text) : std::string(text)) + "\n";
+      "orvane-cli: " + (AreMessagesOnATerminal() ? PrintableUtf8(text) : std::string(text)) + "\n";
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 void PrintUsageFault(std::string_view text) {
   while (AreMessagesOnATerminal() && !text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());
-    const std::string line = Printable(text.substr(0, end)) + '\n';
+    const std::string line = PrintableUtf8(text.substr(0, end)) + '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
     text.remove_prefix(std::min(end + 1, text.size()));
   }
@@ -73,26 +41,7 @@ void PrintUsageFault(std::string_view text) {
 
 std::string PathLine(const std::filesystem::path& path) {
   const std::string text = PathText(path);
-  return (AreResultsOnATerminal() ? Printable(text) : text) + '\n';
-}
-
-std::string Printable(std::string_view given) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string text;
-  while (!given.empty()) {
-    const std::size_t size = Utf8Size(given);
-    const bool is_shown = size > 0 && !IsControlCharacter(given.substr(0, size));
-    if (is_shown) {
-      text += given.substr(0, size);
-    } else {
-      const auto byte = static_cast<unsigned char>(given[0]);
-      text += "\\x";
-      text += kDigits[byte / 16U];
-      text += kDigits[byte % 16U];
-    }
-    given.remove_prefix(is_shown ? size : 1);
-  }
-  return text;
+  return (AreResultsOnATerminal() ? PrintableUtf8(text) : text) + '\n';
 }
 
 bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file,

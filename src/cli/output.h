@@ -18,18 +18,14 @@ enum ExitCode : int { kAllDone = 0, kSomeFailed = 1, kWrongUsage = 2 };
 /// Writes a result to stdout. False, with a message, where it cannot take it.
 [[nodiscard]] bool PrintResult(std::string_view text);
 
-/// A line on stderr that begins with the tool's name. On a terminal it is `Printable()`.
+/// A line on stderr that begins with the tool's name. On a terminal it is `PrintableUtf8()`.
 void PrintMessage(std::string_view text);
 
 /// What the parser says of a wrong command line, in lines of its own.
 void PrintUsageFault(std::string_view text);
 
-/// A line of stdout that is a path: on a terminal `Printable()`, elsewhere byte for byte.
+/// A line of stdout that is a path: on a terminal `PrintableUtf8()`, elsewhere byte for byte.
 std::string PathLine(const std::filesystem::path& path);
-
-/// A text of the command line or a file's name: as it is, but control characters and bytes that are
-/// not UTF-8 as \xNN, because a terminal would obey some of them.
-std::string Printable(std::string_view given);
 
 /// True, with a message, where a result would take the place of the file it comes from, or where
 /// that cannot be told.

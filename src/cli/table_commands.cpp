@@ -48,7 +48,7 @@ ExitCode RunTableGet(const std::filesystem::path& file, const std::vector<std::s
   for (const std::string& key : keys) {
     const ParamEntry* entry = key.size() <= kKeySize ? table.FindParam(key) : nullptr;
     if (entry == nullptr) {
-      PrintMessage(Printable(key) + ": " + std::string(StatusText(kKeyNotFound)));
+      PrintMessage(PrintableUtf8(key) + ": " + std::string(StatusText(kKeyNotFound)));
       result = kSomeFailed;
       continue;
     }

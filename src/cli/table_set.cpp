@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/latin1.h"
 #include "base/number_text.h"
 #include "cli/assignment.h"
 #include "cli/commands.h"
@@ -96,7 +97,7 @@ bool SetOnce(const SetOptions& options, ExitCode* result) {
 ExitCode RunTableSet(const SetOptions& options) {
   for (const std::string& assignment : options.assignments) {
     if (!IsAssignment(assignment)) {
-      PrintMessage(Printable(assignment) + ": is not of the form KEY=VALUE");
+      PrintMessage(PrintableUtf8(assignment) + ": is not of the form KEY=VALUE");
       return kWrongUsage;
     }
   }

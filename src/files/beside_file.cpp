@@ -19,6 +19,7 @@
 #include "base/number_format.h"
 #include "base/number_text.h"
 #include "files/file_system.h"
+#include "files/handle_place.h"
 #include "files/path_text.h"
 
 namespace orvane {
@@ -27,25 +28,6 @@ namespace {
 void RemoveFile(const std::filesystem::path& path) {
   std::error_code ignored;  // what cannot be removed stays
   std::filesystem::remove(path, ignored);
-}
-
-// Whether the open file is still, or already, the one of that name. What cannot be told has errno.
-enum class Place { kAtName, kElsewhere, kCannotTell };
-Place PlaceOf(int handle, const std::filesystem::path& path) {
-  FileInfo opened;
-  FileInfo found;
-  if (!ReadInfo(handle, &opened)) {
-    return Place::kCannotTell;
-  }
-  switch (ExistenceFrom(ReadLinkInfo(path, &found))) {
-    case Existence::kThere:
-      return opened.IsSameFileAs(found) ? Place::kAtName : Place::kElsewhere;
-    case Existence::kNotThere:
-      return Place::kElsewhere;
-    case Existence::kCannotTell:
-      break;
-  }
-  return Place::kCannotTell;
 }
 
 // Without locks only its age tells. Who is robbed of a file by a clock that is wrong notices it
@@ -66,7 +48,7 @@ Lock RemoveLeftover(const std::filesystem::path& path) {
   }
   const Lock lock = TryLock(handle);
   if ((lock == Lock::kTaken || (lock == Lock::kUnknown && IsOld(path))) &&
-      PlaceOf(handle, path) == Place::kAtName) {
+      PlaceOf(handle, path) == HandlePlace::kAtName) {
     RemoveFile(path);
   }
   CloseRead(handle);
@@ -126,7 +108,7 @@ bool BesideFile::LockTarget(const std::filesystem::path& target) {
   if (handle < 0) {
     return true;  // nothing there to be changed, or nothing that could be locked
   }
-  if (TryLock(handle) == Lock::kBusy || PlaceOf(handle, target) == Place::kElsewhere) {
+  if (TryLock(handle) == Lock::kBusy || PlaceOf(handle, target) == HandlePlace::kElsewhere) {
     CloseRead(handle);
     errno = EBUSY;
     return false;
@@ -202,13 +184,13 @@ bool BesideFile::Make(const std::filesystem::path& path) {
   }
   // Before it was locked another program may have taken it for a leftover: then it is gone.
   const Lock lock = TryLock(handle);
-  const Place place = lock == Lock::kTaken ? PlaceOf(handle, path) : Place::kAtName;
-  if (lock == Lock::kBusy || place == Place::kElsewhere) {
+  const HandlePlace place = lock == Lock::kTaken ? PlaceOf(handle, path) : HandlePlace::kAtName;
+  if (lock == Lock::kBusy || place == HandlePlace::kElsewhere) {
     CloseRead(handle);
     return fail(EEXIST);
   }
   handle_ = handle;
-  lock_ = place == Place::kAtName ? KeepLock(handle) : -1;
+  lock_ = place == HandlePlace::kAtName ? KeepLock(handle) : -1;
   if (lock_ >= 0) {
     return true;
   }
@@ -225,9 +207,9 @@ bool BesideFile::Close() {
 
 bool BesideFile::MoveTo(const std::filesystem::path& target) {
   // On a shared disk whose locks do not reach other computers the name may be another's by now.
-  const Place place = PlaceOf(lock_, path_);
-  if (place != Place::kAtName) {
-    errno = place == Place::kElsewhere ? ECANCELED : errno;
+  const HandlePlace place = PlaceOf(lock_, path_);
+  if (place != HandlePlace::kAtName) {
+    errno = place == HandlePlace::kElsewhere ? ECANCELED : errno;
     return false;
   }
   if (WriterCalls().rename(path_, target) != 0) {
@@ -239,7 +221,7 @@ bool BesideFile::MoveTo(const std::filesystem::path& target) {
 
 void BesideFile::Remove() {
   const int held = lock_ >= 0 ? lock_ : handle_;
-  if (!path_.empty() && PlaceOf(held, path_) != Place::kElsewhere) {  // else it is another's
+  if (!path_.empty() && PlaceOf(held, path_) != HandlePlace::kElsewhere) {  // else it is another's
     RemoveFile(path_);
   }
   Release();

@@ -22,7 +22,7 @@ std::string Numbers(const FileInfo& info) {
 
 // Folder and name, links followed: what stays when another file takes the name. Empty, with errno
 // set, where it cannot be told.
-std::string PlaceOf(std::filesystem::path path) {
+std::string PlaceText(std::filesystem::path path) {
   if (!FollowLinks(&path)) {
     return {};
   }
@@ -47,7 +47,7 @@ std::string FileMessage(const std::filesystem::path& path, std::string_view reas
 }
 
 std::string FileIdentities::Of(const std::filesystem::path& path) {
-  const std::string place = PlaceOf(path);
+  const std::string place = PlaceText(path);
   if (place.empty()) {
     return {};
   }

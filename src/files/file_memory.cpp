@@ -14,8 +14,6 @@ constexpr std::size_t kPiece = std::size_t{64} * 1024;
 // Tables have 23 KB. What is far larger is not read at every look where its time is the same.
 constexpr std::uint64_t kMostRead = std::uint64_t{1} << 20U;
 
-bool MeansNoFile(int error) { return error == ENOENT || error == ENOTDIR; }
-
 }  // namespace
 
 RememberedFile::RememberedFile(const FileInfo& info, std::uint64_t size, std::uint64_t sum)
@@ -32,12 +30,14 @@ RememberedFile RememberedFile::Absent() {
 
 std::string RememberedFile::Read(const std::filesystem::path& path) {
   FileInfo info;
-  if (!ReadInfo(path, &info)) {
-    if (!MeansNoFile(errno)) {
+  switch (ExistenceFrom(ReadInfo(path, &info))) {
+    case Existence::kThere:
+      break;
+    case Existence::kNotThere:
+      *this = Absent();
+      return {};
+    case Existence::kCannotTell:
       return SystemReason(errno);
-    }
-    *this = Absent();
-    return {};
   }
   if (info.kind != FileKind::kRegular) {
     return info.kind == FileKind::kFolder ? SystemReason(EISDIR)

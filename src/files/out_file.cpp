@@ -8,6 +8,7 @@
 
 #include "files/file_io.h"
 #include "files/follow_links.h"
+#include "files/handle_place.h"
 
 namespace orvane {
 namespace {
@@ -38,6 +39,11 @@ std::size_t WriteAll(int handle, std::span<const std::byte> bytes) {
 bool ForbidsNewFiles(int error) { return error == EACCES || error == EPERM || error == EROFS; }
 
 bool ForbidsReplacing(int error) { return error == EACCES || error == EPERM || error == EBUSY; }
+
+bool IsOpened(const std::filesystem::path& path, int* handle) {
+  *handle = *handle < 0 ? WriterCalls().open(path) : *handle;
+  return *handle >= 0;
+}
 
 // An empty string, or why not all of a file could be read.
 std::string ReadBack(const std::filesystem::path& path, std::vector<std::byte>* bytes) {
@@ -113,9 +119,15 @@ void OutFile::Expect(const RememberedFile& memory) {
 }
 
 std::string OutFile::Start(const std::filesystem::path& path, bool is_alone) {
+  FileInfo info;
+  if (ReadInfo(path, &info) && info.kind == FileKind::kPipe) {
+    target_ = path;  // opened by the first write: it may be what is read before
+    has_touched_ = true;
+    way_ = Way::kDirect;
+    return {};
+  }
   // Opened even where it is going to be replaced: a file that forbids writing stays.
   handle_ = WriterCalls().open(path);
-  FileInfo info;
   if (handle_ < 0 ? errno != ENOENT : !ReadInfo(handle_, &info)) {
     return Fail(errno);
   }
@@ -168,31 +180,27 @@ bool OutFile::CreateAlone() {
 std::string OutFile::OpenBeside(bool is_alone) {
   // Who had the file before may have put another in its place.
   const auto lock = [this] {
-    FileInfo opened;
-    FileInfo there;
-    if (TryLock(handle_) != Lock::kBusy && ReadInfo(handle_, &opened) &&
-        ReadInfo(target_, &there) && opened.IsSameFileAs(there)) {
-      return true;
+    const bool is_busy = TryLock(handle_) == Lock::kBusy;
+    const HandlePlace place = is_busy ? HandlePlace::kElsewhere : PlaceOf(handle_, target_);
+    if (place != HandlePlace::kElsewhere) {
+      return place == HandlePlace::kAtName;
     }
     CloseRead(handle_);
     handle_ = WriterCalls().open(target_);
     errno = handle_ >= 0 ? EBUSY : errno;
     return false;
   };
-  if (is_alone ? !CreateAlone() : !beside_.Create(target_)) {
-    if (handle_ < 0 || !ForbidsNewFiles(errno)) {
-      return Fail(errno);
-    }
-    way_ = Way::kInPlace;
+  const bool is_made = is_alone ? CreateAlone() : beside_.Create(target_);
+  if (!is_made && (handle_ < 0 || !ForbidsNewFiles(errno))) {
+    return Fail(errno);
+  }
+  if (!is_made || (handle_ >= 0 && !TakeRights(handle_, beside_.Handle()))) {
+    beside_.Remove();
+    way_ = Way::kInPlace;  // where its rights stay as they are
     return is_alone && !WaitForTurn(lock) ? Fail(errno) : std::string();
   }
   way_ = Way::kBeside;
   if (handle_ >= 0) {
-    if (!TakeRights(handle_, beside_.Handle())) {
-      beside_.Remove();
-      way_ = Way::kInPlace;  // where its rights stay as they are
-      return {};
-    }
     CloseRead(std::exchange(handle_, -1));  // nothing was written through it
   }
   return {};
@@ -205,6 +213,9 @@ std::string OutFile::Write(std::span<const std::byte> bytes) {
   if (way_ == Way::kInPlace) {
     pending_.insert(pending_.end(), bytes.begin(), bytes.end());
     return {};
+  }
+  if (way_ == Way::kDirect && !IsOpened(target_, &handle_)) {
+    return Fail(errno);
   }
   const int handle = way_ == Way::kDirect ? handle_ : beside_.Handle();
   return WriteAll(handle, bytes) == bytes.size() ? std::string() : Fail(errno);
@@ -225,6 +236,9 @@ std::string OutFile::Commit() {
 }
 
 std::string OutFile::CommitDirectly() {
+  if (!IsOpened(target_, &handle_)) {  // a reader waits also for what is empty
+    return Fail(errno);
+  }
   // Pipes and most devices cannot be synced; only what a disk reports counts.
   if (WriterCalls().sync(handle_) != 0 && errno != EINVAL && errno != ENOTSUP && errno != EROFS) {
     return Fail(errno);
@@ -295,18 +309,14 @@ bool OutFile::Rewrite(std::span<const std::byte> bytes, std::size_t size, std::s
 }
 
 std::string OutFile::CommitInPlace() {
-  FileInfo opened;
-  FileInfo there;
-  if (!ReadInfo(handle_, &opened)) {
-    return Fail(errno);
-  }
-  const Existence existence = ExistenceFrom(ReadLinkInfo(target_, &there));
-  if (existence == Existence::kCannotTell) {
-    return Fail(errno);
-  }
-  if (existence == Existence::kNotThere || !opened.IsSameFileAs(there)) {
-    was_overtaken_ = expected_.has_value();
-    return Fail("another file took its place while it was written");  // ours has no name any more
+  switch (PlaceOf(handle_, target_)) {
+    case HandlePlace::kAtName:
+      break;
+    case HandlePlace::kElsewhere:  // ours has no name any more
+      was_overtaken_ = expected_.has_value();
+      return Fail("another file took its place while it was written");
+    case HandlePlace::kCannotTell:
+      return Fail(errno);
   }
   if (TryLock(handle_) == Lock::kBusy) {
     return Fail(EBUSY);

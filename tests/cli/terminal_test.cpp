@@ -97,5 +97,16 @@ TEST(Interrupts, EndWaitingForAPipeAtOnceAndByTheSignal) {
   }
 }
 
+// What comes through a pipe is read before the pipe is opened for writing.
+TEST(Pipes, CarryATableInAndOut) {
+  const TempDir dir;
+  WriteAll(dir / "a.tbl", HeaderV2() + RecordV2("SITN", 0, 2, "1"));
+  ASSERT_EQ(mkfifo((dir / "pipe").c_str(), 0600), 0);
+  const std::string tool = "cd '" + dir.Path().string() + "' && ('" + ToolPath() + "' table set ";
+  const std::string others = "cat a.tbl >pipe; timeout 5 cat pipe >copy)";
+  EXPECT_EQ(std::system((tool + "pipe SITN=2 2>err & " + others).c_str()), 0);
+  EXPECT_EQ(ReadAll(dir / "copy").size(), 32U + 719 * 32);
+}
+
 }  // namespace
 }  // namespace orvane::testing

@@ -162,13 +162,10 @@ FAULTY_OPEN(open64, (const char* path, int flags, ...), (path, flags, mode))
 FAULTY("read", -1, ssize_t, read, (int handle, void* to, size_t size), , (handle, to, size), handle)
 FAULTY("read", -1, ssize_t, pread, (int handle, void* to, size_t size, off_t at), ,
        (handle, to, size, at), handle)
-FAULTY("read", -1, ssize_t, pread64, (int handle, void* to, size_t size, off64_t at), ,
-       (handle, to, size, at), handle)
 FAULTY("write", -1, ssize_t, write, (int handle, const void* from, size_t size), ,
        (handle, from, size), handle)
 FAULTY("sync", -1, int, fsync, (int handle), , (handle), handle)
 FAULTY("resize", -1, int, ftruncate, (int handle, off_t size), noexcept, (handle, size), handle)
-FAULTY("resize", -1, int, ftruncate64, (int handle, off64_t size), noexcept, (handle, size), handle)
 
 FAULTY("stat", -1, int, stat, (const char* path, struct stat* to), noexcept, (path, to), path)
 FAULTY("stat", -1, int, stat64, (const char* path, struct stat64* to), noexcept, (path, to), path)
@@ -176,10 +173,6 @@ FAULTY("stat", -1, int, lstat, (const char* path, struct stat* to), noexcept, (p
 FAULTY("stat", -1, int, lstat64, (const char* path, struct stat64* to), noexcept, (path, to), path)
 FAULTY("stat", -1, int, fstat, (int handle, struct stat* to), noexcept, (handle, to), handle)
 FAULTY("stat", -1, int, fstat64, (int handle, struct stat64* to), noexcept, (handle, to), handle)
-FAULTY("stat", -1, int, fstatat, (int at, const char* path, struct stat* to, int flags), noexcept,
-       (at, path, to, flags), path)
-FAULTY("stat", -1, int, fstatat64, (int at, const char* path, struct stat64* to, int flags),
-       noexcept, (at, path, to, flags), path)
 FAULTY("stat", -1, int, access, (const char* path, int mode), noexcept, (path, mode), path)
 
 FAULTY("lock", -1, int, flock, (int handle, int operation), noexcept, (handle, operation), handle)
@@ -188,7 +181,6 @@ FAULTY("list", nullptr, dirent*, readdir, (DIR * entries), , (entries), entries)
 FAULTY("list", nullptr, dirent64*, readdir64, (DIR * entries), , (entries), entries)
 FAULTY("rename", -1, int, rename, (const char* from, const char* to), noexcept, (from, to), to)
 FAULTY("remove", -1, int, remove, (const char* path), noexcept, (path), path)
-FAULTY("remove", -1, int, unlink, (const char* path), noexcept, (path), path)
 FAULTY("rights", -1, int, fchmod, (int handle, mode_t mode), noexcept, (handle, mode), handle)
 FAULTY("rights", -1, int, fchmodat, (int at, const char* path, mode_t mode, int flags), noexcept,
        (at, path, mode, flags), path)
@@ -251,7 +243,6 @@ int fcntl64(int handle, int command, ...) {
 void* __libc_malloc(size_t size);
 void* __libc_calloc(size_t count, size_t size);
 void* __libc_realloc(void* old, size_t size);
-void* __libc_memalign(size_t alignment, size_t size);
 
 void* malloc(size_t size) noexcept { return NoMemory(size) ? nullptr : __libc_malloc(size); }
 void* calloc(size_t count, size_t size) noexcept {
@@ -259,14 +250,6 @@ void* calloc(size_t count, size_t size) noexcept {
 }
 void* realloc(void* old, size_t size) noexcept {
   return NoMemory(size) ? nullptr : __libc_realloc(old, size);
-}
-void* aligned_alloc(size_t alignment, size_t size) noexcept {
-  return NoMemory(size) ? nullptr : __libc_memalign(alignment, size);
-}
-int posix_memalign(void** to, size_t alignment, size_t size) noexcept {
-  void* const found = aligned_alloc(alignment, size);
-  *to = found == nullptr ? *to : found;
-  return found == nullptr ? ENOMEM : 0;
 }
 
 int __libc_start_main(Main* program, int count, char** arguments, void (*start)(), void (*end)(),
