@@ -14,7 +14,6 @@
 #include "app/command_map.h"
 #include "app/orvane_app.h"
 #include "app/qt_prompts.h"
-#include "calibration/widgets/calibration_display.h"
 #include "editors/raw_table.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
@@ -22,6 +21,7 @@
 #include "editors/widgets/startup_dlg.h"
 #include "files/file_io.h"
 #include "median_time.h"
+#include "response/widgets/calibration_display.h"
 #include "ui/qt_path.h"
 #include "waveform_drawing.h"
 

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "base/wire.h"
-#include "calibration/box_model.h"
 #include "calibration/cal_header.h"
 #include "files/file_io.h"
+#include "response/box_model.h"
 
 namespace orvane::examples {
 namespace {

@@ -3,16 +3,16 @@
 #include <cmath>
 #include <vector>
 
-#include "calibration/box_model.h"
-#include "calibration/cal_file.h"
 #include "calibration/cal_text.h"
-#include "calibration/cal_view.h"
+#include "response/box_model.h"
+#include "response/cal_file.h"
+#include "response/cal_view.h"
 #include "support.h"
 
 namespace orvane::fuzz {
 namespace {
 
-void RequireWhole(const CalData& cal) {
+void RequireWhole(const CalRecords& cal) {
   Require(!cal.records.empty() && cal.records.size() <= kMaxCalRecords, "1 to 500 records");
   Require(cal.PassCount() >= 1 && cal.PassCount() <= kMaxCalPasses, "1 to 30 passes");
   std::size_t records = 0;

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "calibration/calibrated_spectra.h"
+#include "spectra/calibrated_spectra.h"
 #include "support.h"
 #include "table/param_entry.h"
 

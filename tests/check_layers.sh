@@ -13,10 +13,12 @@ declare -A allowed=(
   [editors]="base files table forms stepping editors"
   [stepping]="base files table forms stepping"
   [timeseries]="base files table forms timeseries"
-  [calibration]="base files table forms timeseries calibration"
+  [calibration]="base files table calibration"
+  [response]="base files table forms timeseries calibration response"
+  [spectra]="base files table forms timeseries calibration response spectra"
   [ui]="base files table forms ui"
-  [cli]="base files table forms stepping timeseries calibration editors cli"
-  [app]="base files table forms stepping timeseries calibration editors ui app"
+  [cli]="base files table forms stepping timeseries calibration response spectra editors cli"
+  [app]="base files table forms stepping timeseries calibration response spectra editors ui app"
 )
 bad=0
 complain() { printf '%s\n' "$*"; bad=1; }

@@ -4,10 +4,10 @@
 #include <memory>
 
 #include "app/field_folders.h"
-#include "calibration/widgets/calibration_display.h"
-#include "calibration/widgets/calibration_dlg.h"
 #include "files/file_io.h"
 #include "files/path_text.h"
+#include "response/widgets/calibration_display.h"
+#include "response/widgets/calibration_dlg.h"
 #include "timeseries/widgets/loading_display.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "timeseries/widgets/waveform_dlg.h"

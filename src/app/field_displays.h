@@ -8,7 +8,7 @@
 
 #include "app/orvane_doc.h"
 #include "app/qt_prompts.h"
-#include "calibration/display_form.h"
+#include "response/display_form.h"
 #include "timeseries/ts_loading.h"
 #include "timeseries/waveform_view.h"
 #include "ui/display.h"

@@ -6,8 +6,8 @@
 
 #include "base/number_text.h"
 #include "calibration/cal_text.h"
-#include "calibration/widgets/spectra_dlg.h"
 #include "files/path_text.h"
+#include "spectra/widgets/spectra_dlg.h"
 #include "stepping/tfs_listing.h"
 #include "table/tbl_listing.h"
 #include "table/tbl_to_v1.h"

@@ -6,11 +6,11 @@
 #include "base/latin1.h"
 #include "base/number_text.h"
 #include "calibration/cal_curves.h"
-#include "calibration/cal_file.h"
 #include "calibration/cal_text.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
 #include "files/path_text.h"
+#include "response/cal_file.h"
 #include "table/param_text.h"
 
 namespace orvane {
@@ -36,7 +36,8 @@ std::string ValueText(const CalHeader& header, const CalFieldDef& field) {
   return PrintableLatin1(text);
 }
 
-std::string InfoText(const CalData& cal) {
+std::string InfoText(const CalRecords& cal) {
+  const ChannelModelFlags flags = ModelFlagsOf(cal);
   std::string text = "kind\t" + FormatInt(cal.header.ctyp) + "\nstatus\t0\n";
   for (const CalFieldDef& field : CalFields(cal.header.ctyp)) {
     text.append(field.Key()).append("\t").append(ValueText(cal.header, field)).append("\n");
@@ -49,15 +50,15 @@ std::string InfoText(const CalData& cal) {
   }
   text += "channel\tflags\n";
   for (std::size_t c = 0; c < cal.Channels(); ++c) {
-    text += Number(c + 1) + '\t' + Number(cal.channel_flags[c]) + '\n';
+    text += Number(c + 1) + '\t' + Number(flags[c]) + '\n';
   }
   return text;
 }
 
 ExitCode RunInfo(const CalibrationArguments& arguments) {
   CalReport report;
-  const auto cal = ReadCalFileAt(arguments.kind != 0 ? arguments.kind : CalKindOf(arguments.file),
-                                 arguments.file, &report);
+  const auto cal = ReadCalRecordsAt(
+      arguments.kind != 0 ? arguments.kind : CalKindOf(arguments.file), arguments.file, &report);
   if (cal == nullptr) {
     PrintMessage(report.message + " (" + FormatInt(report.status) + ")");
     return kSomeFailed;

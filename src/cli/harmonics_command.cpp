@@ -3,10 +3,10 @@
 #include <memory>
 
 #include "base/number_text.h"
-#include "calibration/calibrated_spectra.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
 #include "files/path_text.h"
+#include "spectra/calibrated_spectra.h"
 
 namespace orvane {
 namespace {

@@ -4,11 +4,11 @@
 #include <memory>
 
 #include "base/number_text.h"
-#include "calibration/box_response.h"
-#include "calibration/fit_report.h"
-#include "calibration/sensor_response.h"
 #include "cli/commands.h"
 #include "cli/validators.h"
+#include "response/box_response.h"
+#include "response/fit_report.h"
+#include "response/sensor_response.h"
 
 namespace orvane {
 namespace {

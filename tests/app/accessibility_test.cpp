@@ -29,8 +29,8 @@
 #include <string>
 #include <vector>
 
-#include "calibration/widgets/calibration_display.h"
 #include "every_window.h"
+#include "response/widgets/calibration_display.h"
 #include "support/assistive.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"

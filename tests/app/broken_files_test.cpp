@@ -23,7 +23,7 @@
 #include "app/main_frame.h"
 #include "calibration/archive/archive.h"
 #include "calibration/cal_text.h"
-#include "calibration/calibrated_spectra.h"
+#include "spectra/calibrated_spectra.h"
 #include "stepping/tfs_listing.h"
 #include "support/archive_bytes.h"
 #include "support/temp_dir.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "calibration/widgets/calibration_display.h"
+#include "response/widgets/calibration_display.h"
 
 #include <gtest/gtest.h>
 #include <qcustomplot.h>

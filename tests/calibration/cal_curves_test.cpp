@@ -10,10 +10,10 @@
 #include <limits>
 #include <random>
 
-#include "calibration/cal_lines.h"
 #include "calibration/cal_text.h"
-#include "calibration/fit_report.h"
 #include "calibration/short_fixed.h"
+#include "response/cal_lines.h"
+#include "response/fit_report.h"
 #include "support/batch_help.h"
 #include "support/cal_bytes.h"
 #include "support/sweeps.h"

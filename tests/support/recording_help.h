@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "calibration/recording_header.h"
+#include "response/recording_header.h"
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "calibration/box_model.h"
+#include "response/cal_file.h"
 #include "support/cal_bytes.h"
 
 namespace orvane::testing {
@@ -72,7 +72,7 @@ struct Sweeps {
       }
     }
     cal.pass_table.push_back(static_cast<std::uint32_t>(cal.records.size()));
-    FitBoxModel(&cal);
+    cal.model = FitBoxModel(cal, cal.channel_flags);
     return cal;
   }
 };

@@ -2,8 +2,8 @@
 #include <cmath>
 
 #include "calibration/cal_curves.h"
-#include "calibration/cal_file.h"
 #include "calibration/cal_text.h"
+#include "response/cal_file.h"
 #include "stepping/tfs_file.h"
 #include "stepping/tfs_listing.h"
 #include "support/batch_help.h"

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "response/fit_report.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+#include <numbers>
+#include <string_view>
+
+#include "base/number_text.h"
+#include "response/box_model.h"
+
+namespace orvane {
+namespace {
+
+constexpr auto kPartNames = std::to_array<std::string_view>({"Error of every gain",
+                                                             "Error of stage x4",
+                                                             "Error of stage x16",
+                                                             "Low-pass capacitor 1 (F)",
+                                                             "Low-pass capacitor 2 (F)",
+                                                             "Low-pass capacitor 3 (F)",
+                                                             "Low-pass capacitor 4 (F)",
+                                                             "Low-pass capacitor 5 (F)",
+                                                             "Choke A (H)",
+                                                             "Choke A, wire (ohm)",
+                                                             "Choke B (H)",
+                                                             "Choke B, wire (ohm)",
+                                                             "Series resistor (ohm)",
+                                                             "Coupling capacitor (F)",
+                                                             "Input capacitance (F)",
+                                                             "Trap capacitor (F)",
+                                                             "Trap switch (ohm)",
+                                                             "Delay (us)",
+                                                             "Drive resistors (ohm)",
+                                                             "Bias resistor (kohm)"});
+static_assert(kPartNames.size() == kFrontEndParts);
+
+std::string Number(double value) {
+  constexpr int kDigits = 6;
+  return FormatReal(value, kDigits);
+}
+
+std::string Count(std::size_t count) { return FormatInt(static_cast<std::int64_t>(count)); }
+
+// The frequencies of a pass and a logarithmic grid between them, falling.
+std::vector<double> FrequenciesFor(std::span<const CalFileRecord> records) {
+  std::vector<double> frequencies;
+  for (const CalFileRecord& record : records) {
+    const double frequency = record.frequency;
+    if (frequency > 0 && std::isfinite(frequency)) {
+      frequencies.push_back(frequency);
+    }
+  }
+  if (frequencies.empty()) {
+    return frequencies;
+  }
+  constexpr int kSteps = 120;
+  const auto [low, high] = std::minmax_element(frequencies.begin(), frequencies.end());
+  const double first = *low;
+  const double step = std::log(*high / first) / kSteps;
+  for (int i = 1; i < kSteps; ++i) {
+    frequencies.push_back(first * std::exp(step * i));
+  }
+  std::sort(frequencies.begin(), frequencies.end(), std::greater<>());
+  frequencies.erase(std::unique(frequencies.begin(), frequencies.end()), frequencies.end());
+  return frequencies;
+}
+
+}  // namespace
+
+std::vector<std::vector<std::string>> FitTable(const CalData& cal) {
+  std::vector<std::vector<std::string>> rows;
+  const auto add = [&](std::string_view name, const auto& text) {
+    std::vector<std::string> row = {std::string(name)};
+    for (std::size_t c = 0; c < cal.Channels(); ++c) {
+      row.push_back(text(c));
+    }
+    rows.push_back(std::move(row));
+  };
+  const auto fit = [&cal](std::size_t c) -> const BoxModel::FitReport& {
+    return cal.model.fits[c];
+  };
+  add("Model", [&](std::size_t c) { return fit(c).is_kept ? "fitted" : "nominal"; });
+  add("Error, rms", [&](std::size_t c) { return Number(fit(c).rms); });
+  add("Error, largest", [&](std::size_t c) { return Number(fit(c).max); });
+  add("Points", [&](std::size_t c) { return Count(fit(c).points); });
+  add("Points left out", [&](std::size_t c) { return Count(fit(c).rejected); });
+  add("Iterations", [&](std::size_t c) { return FormatInt(fit(c).iterations); });
+  for (std::size_t k = 0; k < kPartNames.size(); ++k) {
+    add(kPartNames[k], [&](std::size_t c) { return Number(ParametersOf(cal, c)[k]); });
+  }
+  return rows;
+}
+
+std::string FitDoubt(const BoxModel::FitReport& fit) {
+  if (!fit.is_kept) {
+    return "no model fits; the parts have their nominal values";
+  }
+  return fit.IsDoubtful() ? "the model fits poorly, rms " + FormatReal(fit.rms, 3) : "";
+}
+
+std::string FitWarning(const CalData& cal) {
+  std::string warning;
+  for (std::size_t c = 0; c < cal.Channels(); ++c) {
+    if (const std::string doubt = FitDoubt(cal.model.fits[c]); !doubt.empty()) {
+      warning.append(warning.empty() ? "Channel " : "; channel ");
+      warning.append(Count(c + 1)).append(": ").append(doubt);
+    }
+  }
+  return warning;
+}
+
+CalCurve ModelCurve(const CalData& cal, std::size_t channel, double turn) {
+  constexpr double kDegrees = 180 / std::numbers::pi;
+  const FrontEndParameters parameters = ParametersOf(cal, channel);
+  CalCurve curve;
+  curve.turn = turn;
+  for (std::size_t pass = 0; pass < cal.PassCount(); ++pass) {
+    if (!IsModelPass(pass)) {
+      continue;
+    }
+    const FrontEnd front_end(parameters, PassSetting(pass, parameters[kDrive]));
+    for (const double frequency : FrequenciesFor(cal.Pass(pass))) {
+      const Complex response = front_end.Response(frequency);
+      curve.frequency.push_back(frequency);
+      curve.amplitude.push_back(std::abs(response));
+      curve.phase.push_back(std::arg(response) * kDegrees + turn);
+      curve.sweep.push_back(static_cast<int>(pass));
+    }
+  }
+  return curve;
+}
+
+}  // namespace orvane

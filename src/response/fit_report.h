@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What people see of the model that was fitted to a box calibration.
+#ifndef ORVANE_RESPONSE_FIT_REPORT_H_
+#define ORVANE_RESPONSE_FIT_REPORT_H_
+
+#include <string>
+#include <vector>
+
+#include "calibration/cal_curves.h"
+#include "response/cal_file.h"
+
+namespace orvane {
+
+/// A row for each quantity, the first cell its name, then a cell for each channel: how well the
+/// model fits, then the parts of the circuit.
+std::vector<std::vector<std::string>> FitTable(const CalData& cal);
+
+/// What is doubtful about one channel's model; empty where nothing is.
+std::string FitDoubt(const BoxModel::FitReport& fit);
+/// The same of all channels, each with its number.
+std::string FitWarning(const CalData& cal);
+
+/// The model of a channel in the settings of the passes that it has records of: at their
+/// frequencies, and so many between that lines look smooth. Phases are turned like the measured
+/// ones.
+CalCurve ModelCurve(const CalData& cal, std::size_t channel, double turn);
+
+}  // namespace orvane
+
+#endif  // ORVANE_RESPONSE_FIT_REPORT_H_

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_RESPONSE_FIT_STEP_H_
+#define ORVANE_RESPONSE_FIT_STEP_H_
+
+#include <span>
+#include <vector>
+
+#include "response/front_end.h"
+#include "response/least_squares.h"
+
+namespace orvane {
+
+/// One measured point. Its error is |model - measured| / (|measured| + 0.01).
+struct FitPoint {
+  double frequency = 0;
+  Complex measured;
+  double weight = 0;  ///< 0: it does not take part
+};
+
+/// The points of one slot and the setting that they were measured in.
+struct FitSlot {
+  std::span<FitPoint> points;
+  FrontEndSetting setting;
+};
+
+/// What a step of a channel's fit starts from.
+struct FitStart {
+  const FrontEndParameters& nominal;  ///< what the adjusted parameters are drawn to
+  const FrontEndParameters& parameters;
+  double polarity;
+  double prior_weight;  ///< of a deviation by a part's tolerance, in units of a point's error
+  double highest_frequency;
+};
+
+/// Adjusts some parameters of the circuit to the points of some slots. Values of parts are searched
+/// by their logarithms, at most a factor of 3 from the nominal ones. What the points do not tell
+/// stays near nominal, by the tolerance of the part.
+class FitStep final : public LeastSquaresProblem {
+ public:
+  FitStep(std::span<const FitSlot> slots, std::span<const std::size_t> parts,
+          const FitStart& start);
+
+  bool HasPoints() const;
+  /// Returns the number of iterations.
+  int Run(int most_iterations, FrontEndParameters* parameters);
+
+  double Cost(const Variables& at) override;
+  NormalEquations Linearize(const Variables& at) override;
+
+ private:
+  struct Unknown {
+    std::size_t part = 0;
+    double nominal = 0;
+    double centre = 0;
+    double prior = 0;  // weight of the distance from the centre
+  };
+
+  bool TakesPart(const FitPoint& point) const {
+    return point.weight > 0 && point.frequency <= highest_frequency_;
+  }
+  /// The parameters at a place, and how fast each one moves with its variable.
+  FrontEndParameters ParametersAt(const Variables& at, Variables* slopes) const;
+  void AddSlot(const FitSlot& slot, const FrontEndParameters& parameters, const Variables& slopes,
+               NormalEquations* eq) const;
+
+  std::span<const FitSlot> slots_;
+  std::vector<Unknown> unknowns_;
+  FrontEndParameters fixed_;
+  double highest_frequency_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_RESPONSE_FIT_STEP_H_

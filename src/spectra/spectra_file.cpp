@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "spectra/spectra_file.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/number_text.h"
+#include "files/path_text.h"
+#include "spectra/spectra_notes.h"
+#include "table/param_time.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kLastBand = 19;
+
+std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
+
+// "%g"
+std::string Short(double value) { return FormatReal(value, 6); }
+
+void WriteNote(const std::string& note, TextFile* out) {
+  out->Text(" Note:                ").Text(note).Text("\n");
+}
+
+// The smallest band of this rate, else 0.
+int BandOfRate(const RecordingHeader& header, double rate) {
+  for (int band = 1; band <= kLastBand; ++band) {
+    double looked_up = 0;
+    if (LookupSampleRate(&header, band, &looked_up) == kOk && looked_up == rate) {
+      return band;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
+SpectraFile::Result SpectraFile::Write(TextFile* out) {
+  WriteHead(out);
+  CTsRec record;
+  TsWalker walker = source_.file.Walk();
+  TsPlace place;
+  while (!task_.Stopped() && !out->HasFailed() && walker.Next(&place)) {
+    if (place.is_cut) {
+      cut_ = place.offset;
+      break;
+    }
+    if (place.header.IsBad() && !source_.file.IsBandFile()) {
+      ++bad_;
+    } else if (place.header.channels != source_.header.channels) {
+      ++other_channels_;
+    } else {
+      result_.error = record.Read(source_.file.Bytes(), place);
+      if (!result_.error.empty() || !WriteRecord(record, out)) {
+        return result_;
+      }
+    }
+    task_.Advance(place.next - place.offset);
+  }
+  result_.error = walker.Error();
+  result_.note = Note();
+  if (result_.error.empty() && written_ == 0) {
+    result_.error = "no record to convert" + (result_.note.empty() ? "" : ": " + result_.note);
+  }
+  return result_;
+}
+
+void SpectraFile::WriteHead(TextFile* out) const {
+  out->Text(" Calibrated spectra of ").Text(PathText(task_.Input())).Text("\n");
+  out->Text(" Box calibration:     ").Text(source_.box_path).Text(".CLB\n");
+  out->Text(" Channels:            ").TextLeft(FormatInt(source_.header.channels), 8).Text("\n");
+  int number = 0;
+  for (const CalibratedChannel& channel : source_.channels) {
+    out->Text(" Channel ").Int(++number, 2).Text(":          ");
+    out->TextLeft(channel.definition, 8).Text(" ").TextLeft(channel.Unit(), 8);
+    out->Text(" gain x").TextLeft(Short(channel.gain), 6).Text(" ");
+    out->Text(channel.sensor_name).Text("\n");
+  }
+  for (const std::string& note : RecordingNotes(source_)) {
+    WriteNote(note, out);
+  }
+}
+
+void SpectraFile::WriteRecordNotes(TextFile* out) const {
+  if (plan_.has_own_rate) {
+    out->Text(" ").Text(OwnRateNote({plan_.sample_rate})).Text("\n");
+  }
+  if (!plan_.bin_note.empty()) {
+    WriteNote(plan_.bin_note, out);
+  }
+  for (std::size_t c = 0; c < plan_.beyond.size(); ++c) {
+    if (plan_.beyond[c] > 0) {
+      WriteNote(BeyondNote(static_cast<int>(c) + 1, source_.channels[c], plan_.beyond[c]), out);
+    }
+  }
+}
+
+void SpectraFile::CountNotes(std::uint64_t record) {
+  ++written_;
+  without_harmonics_ += plan_.frequencies.empty() ? 1 : 0;
+  if (plan_.has_own_rate) {
+    own_rates_.insert(plan_.sample_rate);
+  }
+  if (!plan_.bin_note.empty() && ++off_bin_ == 1) {
+    bin_note_ = "record " + Number(record) + ": " + plan_.bin_note;
+  }
+  for (std::size_t c = 0; c < beyond_.size(); ++c) {
+    beyond_[c] += plan_.beyond[c];
+  }
+}
+
+bool SpectraFile::WriteRecord(const CTsRec& record, TextFile* out) {
+  const TsHeader& header = record.Header();
+  if (!UpdatePlan(record)) {
+    return false;
+  }
+  out->Text(" Record:              ").TextLeft(Number(record.Place().number), 8);
+  out->Text("\n Time:                ").TextLeft(FormatParamTime(header.time), 27);
+  out->Text("\n Base frequency (Hz): ").TextLeft(FormatFixed(plan_.base_frequency, 6), 16);
+  out->Text("\n Sample rate (Hz):    ").TextLeft(FormatFixed(plan_.sample_rate, 2), 12);
+  out->Text("\n Number of Scans:     ").TextLeft(Number(header.scans), 8).Text("\n");
+  WriteRecordNotes(out);
+  out->Text(" Harm.  Frequency (Hz)");
+  for (std::size_t c = 1; c <= source_.channels.size(); ++c) {
+    out->Text("   Amplitude Ch").TextLeft(Number(c), 2);
+    out->Text("    Phase Ch").TextLeft(Number(c), 2);
+  }
+  out->Text("\n");
+  const double seconds = SecondsFromOrigin(header);
+  const auto values = Transform(record);
+  for (std::size_t k = 0; k < plan_.frequencies.size(); ++k) {
+    const double frequency = plan_.frequencies[k];
+    out->Int(plan_.numbers[k], 6).Text(" ").Fixed(frequency, 6, 16);
+    for (std::size_t c = 0; c < source_.channels.size(); ++c) {
+      const SpectralLine line =
+          CalibrateHarmonic(values[c][k], source_.channels[c].scale, plan_.box[k][c],
+                            plan_.sensor[k][c], frequency, seconds);
+      out->Text(" ").Exponent(line.amplitude, 8, 17).Text(" ").Fixed(line.phase, 4, 11);
+    }
+    out->Text("\n");
+  }
+  out->Text("\n");
+  CountNotes(record.Place().number);
+  return true;
+}
+
+// The record's own, else the user's, else the companion table's.
+double SpectraFile::BaseFrequency(const TsHeader& header) const {
+  for (const double frequency :
+       {double{header.frequency}, source_.base_frequency, SettingReal(source_.header, "FREQ")}) {
+    if (std::isfinite(frequency) && frequency > 0) {
+      return frequency;
+    }
+  }
+  return 0;
+}
+
+bool SpectraFile::UpdatePlan(const CTsRec& record) {
+  const double base = BaseFrequency(record.Header());
+  const double rate = SampleRate(record.Header());
+  if (base == 0) {
+    result_.error = "record " + Number(record.Place().number) +
+                    " has no base frequency, nor has the parameter table";
+    return false;
+  }
+  if (plan_.harmonics && plan_.base_frequency == base && plan_.sample_rate == rate &&
+      plan_.harmonics->Samples() == record.Scans()) {
+    return true;
+  }
+  plan_ = {};
+  plan_.base_frequency = base;
+  plan_.sample_rate = rate;
+  std::vector<std::size_t> bins;
+  const auto harmonics = OddHarmonics(base, rate, record.Scans(), source_.most_harmonics);
+  for (const auto& [number, bin] : harmonics) {
+    plan_.numbers.push_back(number);
+    plan_.frequencies.push_back(number * base);
+    bins.push_back(bin);
+  }
+  plan_.bin_note = BinNote(base, rate, record.Scans(), harmonics);
+  if (record.Scans() > 0) {
+    plan_.harmonics.emplace(record.Scans(), bins);
+  }
+  return UpdateBox(rate) && AddResponses();
+}
+
+// A box that has a table of rates can store no other: there its look-up has the last word.
+bool SpectraFile::UpdateBox(double sample_rate) {
+  const int band = source_.band > 0 ? source_.band : BandOfRate(source_.header, sample_rate);
+  const Status status = box_.Prepare(source_.box.get(), &source_.header, band);
+  if (status != kOk) {
+    result_.error = StatusText(status);
+    result_.status = status;
+    return false;
+  }
+  const bool is_known = box_.RateStatus() == kOk;
+  plan_.has_own_rate = sample_rate > 0 && box_.SampleRate() != sample_rate &&
+                       (is_known || !HasRateTable(source_.header));
+  if (plan_.has_own_rate) {
+    box_.TakeRate(sample_rate);
+  }
+  return true;
+}
+
+bool SpectraFile::AddResponses() {
+  const std::size_t channels = source_.channels.size();
+  std::vector<double> validities(channels);
+  plan_.beyond.assign(channels, 0);
+  for (const double frequency : plan_.frequencies) {
+    auto& box = plan_.box.emplace_back(channels);
+    auto& sensor = plan_.sensor.emplace_back(channels, 1);
+    const Status status = box_.At(frequency, box, validities);
+    if (status != kOk) {
+      result_.error = "at " + Short(frequency) + " Hz: " + std::string(StatusText(status));
+      result_.status = status;
+      return false;
+    }
+    for (std::size_t c = 0; c < channels; ++c) {
+      const CalibratedChannel& channel = source_.channels[c];
+      box[c] = channel.is_reversed ? -box[c] : box[c];
+      sensor[c] = channel.sensor_cal == nullptr ? 1 : channel.sensor.At(frequency);
+      plan_.beyond[c] += channel.scale != 0 && IsBeyondRecords(channel, frequency) ? 1 : 0;
+    }
+  }
+  return true;
+}
+
+// Modulo a period; the origin is midnight of the first record's day, the same for all boxes.
+double SpectraFile::SecondsFromOrigin(const TsHeader& header) const {
+  const std::uint32_t first = ParamTimeToSeconds(source_.first.time);
+  const double seconds = static_cast<double>(ParamTimeToSeconds(header.time)) -
+                         static_cast<double>(first - first % kSecondsPerDay);
+  const double period = 1 / plan_.base_frequency;
+  const double rest = std::fmod(seconds, period);
+  return rest < 0 ? rest + period : rest;
+}
+
+// For each channel the values of its harmonics.
+std::vector<std::vector<Complex>> SpectraFile::Transform(const CTsRec& record) const {
+  const std::size_t channels = source_.channels.size();
+  const std::size_t scans = record.Scans();
+  std::vector<std::vector<Complex>> values;
+  std::vector<std::int32_t> samples(scans);
+  for (std::size_t c = 0; c < channels && !plan_.frequencies.empty(); ++c) {
+    const std::int32_t* from = record.Held().data() + c;
+    for (std::size_t i = 0; i < scans; ++i) {
+      samples[i] = from[i * channels];
+    }
+    values.push_back(plan_.harmonics->Evaluate(samples));
+  }
+  return values;
+}
+
+std::string SpectraFile::Note() const {
+  std::string note;
+  const auto add = [&note](const std::string& text) {
+    note.append(note.empty() ? "" : "; ").append(text);
+  };
+  if (bad_ > 0) {
+    add(Number(bad_) + " bad records are left out");
+  }
+  if (other_channels_ > 0) {
+    add(Number(other_channels_) + " records with a different number of channels are left out");
+  }
+  if (without_harmonics_ > 0) {
+    add(Number(without_harmonics_) + " records have no harmonic within their length and rate");
+  }
+  if (!own_rates_.empty()) {
+    add(OwnRateNote(own_rates_));
+  }
+  for (std::size_t c = 0; c < beyond_.size(); ++c) {
+    if (beyond_[c] > 0) {
+      add(BeyondNote(static_cast<int>(c) + 1, source_.channels[c], beyond_[c]));
+    }
+  }
+  if (off_bin_ > 0) {
+    add(bin_note_ + (off_bin_ > 1 ? ", and so in " + Number(off_bin_ - 1) + " more records" : ""));
+  }
+  if (cut_) {
+    add(CutRecordNote(*cut_));
+  }
+  for (const std::string& of_all : RecordingNotes(source_)) {
+    add(of_all);
+  }
+  return note;
+}
+
+}  // namespace orvane

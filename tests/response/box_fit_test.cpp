@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+
+#include "response/box_response.h"
+#include "support/recording_help.h"
+#include "support/sweeps.h"
+
+namespace orvane {
+namespace {
+
+using testing::LargestError;
+using testing::Sweeps;
+
+const std::vector<std::size_t> kAllPasses = {3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14};
+
+// A box as the shop may have built it: every visible part off by up to its tolerance.
+Sweeps DrawBox(std::mt19937* random, double noise) {
+  constexpr FrontEndParameters kSpread = {0.01, 0.005, 0.005, 0.1, 0.1, 0.1, 0.1, 0.1, 0.15, 0,
+                                          0.1,  0.15,  0.1,   0.2, 0.3, 0.1, 0.3, 0,   0.01, 0.1};
+  const auto draw = [random](double reach) {
+    return std::uniform_real_distribution<double>(-reach, reach)(*random);
+  };
+  Sweeps box;
+  box.parts = NominalParameters(0);
+  for (std::size_t part = 0; part < box.parts.size(); ++part) {
+    box.parts[part] =
+        part < 3 ? draw(kSpread[part]) : box.parts[part] * std::exp(draw(kSpread[part]));
+  }
+  box.parts[kDelay] += draw(0.5);
+  box.drive = box.parts[kDrive];
+  box.passes = kAllPasses;
+  box.deviation = [random, noise](std::size_t, int) {
+    std::normal_distribution<double> normal(0, noise);
+    const double real = normal(*random);
+    return Complex(real, normal(*random));
+  };
+  return box;
+}
+
+TEST(BoxFit, RecoversBoxesFromNoisySweeps) {
+  struct Limit {
+    std::vector<int> filters;
+    double middle;  // 0.1 Hz to 12 kHz
+    double high;    // to 20 kHz
+  };
+  // Twice what the worst of 40 other boxes came to in an independent computation.
+  const std::vector<Limit> limits = {{{0}, 9.8e-4, 1.66e-3},  {{16}, 6.6e-4, 9.8e-4},
+                                     {{17}, 3.6e-3, 4.2e-3},  {{18, 19, 20}, 4.8e-3, 4.8e-3},
+                                     {{80}, 8.8e-4, 1.58e-3}, {{81, 82, 83, 84}, 6e-3, 6.6e-3}};
+  std::mt19937 random(20261121);
+  for (int i = 0; i < 40; ++i) {
+    SCOPED_TRACE(i);
+    const Sweeps box = DrawBox(&random, 1e-4);
+    const CalData cal = box.Fitted();
+    EXPECT_TRUE(cal.model.fits[0].is_kept);
+    const FrontEndParameters parts = ParametersOf(cal, 0);
+    for (const Limit& limit : limits) {
+      EXPECT_LE(LargestError(box.parts, parts, false, 0.1, 12000, limit.filters), limit.middle);
+      EXPECT_LE(LargestError(box.parts, parts, true, 12000, 20000, limit.filters), limit.high);
+    }
+    EXPECT_LE(LargestError(box.parts, parts, false, 0.001, 0.1), 2.8e-4);
+    EXPECT_LE(LargestError(box.parts, parts, true, 0.001, 0.1), 6.4e-3);
+  }
+}
+
+TEST(BoxFit, LeavesWildRecordsOut) {
+  std::mt19937 random(2);
+  Sweeps box = DrawBox(&random, 1e-4);
+  const auto noise = box.deviation;
+  box.deviation = [noise](std::size_t pass, int i) {
+    const int at = static_cast<int>(pass) + i;
+    return noise(pass, i) + (at == 20 ? 0.04 : at == 31 ? -0.03 : 0);
+  };
+  const CalData cal = box.Fitted();
+  EXPECT_GE(cal.model.fits[0].rejected, 18U);  // two in each of the slots 4 to 12
+  EXPECT_LE(LargestError(box.parts, ParametersOf(cal, 0), false, 0.1, 20000), 6.8e-3);
+}
+
+TEST(BoxFit, NeverFails) {
+  const double infinite = std::numeric_limits<double>::infinity();
+  for (const double response : {0.0, -1.0, std::nan(""), infinite, 1e30, 1e-30}) {
+    Sweeps box;
+    box.parts = NominalParameters(0);
+    box.passes = kAllPasses;
+    box.delay = response;
+    box.deviation = [response](std::size_t, int) { return response; };
+    const CalData cal = box.Fitted();
+    for (const double part : ParametersOf(cal, 0)) {
+      EXPECT_TRUE(std::isfinite(part) || !std::isfinite(response)) << response;
+    }
+    EXPECT_EQ(cal.model.fits[0].is_kept, std::abs(response) < 1) << response;
+  }
+  // A box that is no box: its start stays, with what was measured of delay and drive.
+  std::mt19937 random(3);
+  Sweeps box = DrawBox(&random, 1);
+  box.delay = 3;
+  const CalData cal = box.Fitted();
+  FrontEndParameters expected = NominalParameters(0);
+  expected[kDelay] = 3;
+  expected[kDrive] = static_cast<float>(box.drive);
+  EXPECT_FALSE(cal.model.fits[0].is_kept);
+  EXPECT_EQ(ParametersOf(cal, 0), expected);
+}
+
+CalData PlainBox(int channels) {
+  CalData cal;
+  cal.header.nchn = static_cast<std::int16_t>(channels);
+  cal.pass_table = {0};
+  cal.model = FitBoxModel(cal, cal.channel_flags);
+  return cal;
+}
+
+TEST(BoxResponse, TellsWhatKeepsItFromBeingComputed) {
+  using testing::Recording;
+  using testing::Text;
+  using testing::Whole;
+  struct Case {
+    const char* what;
+    std::string settings;
+    int channels;
+    int band;
+    double frequency;
+    int status;
+    std::vector<double> validities;
+  };
+  const std::string none = Whole("CHEX", 0) + Whole("CHEY", 13);
+  const std::vector<Case> cases = {
+      {"fine", Whole("CHEX", 1), 2, 0, 1, 0, {0, 0}},
+      {"channel counts", "", 3, 0, 1, 1246, {}},
+      {"coupled, at 0 Hz", Whole("CHEX", 2) + Whole("ACDC", 1), 2, 0, 0, 1232, {0, -1}},
+      {"direct by any code but 1", Whole("CHEX", 2) + Whole("ACDC", -1), 2, 0, 0, 0, {0, 0}},
+      {"keys that map no channel", none + Whole("ACDC", 1), 2, 0, 0, 0, {0, 0}},
+      {"the later component counts",
+       Whole("CHEX", 1) + Whole("CHHZ", 1) + Whole("ACDH", 0),
+       2,
+       0,
+       0,
+       0,
+       {0, 0}},
+      {"band", Whole("SRL19", 30), 2, 20, 1, 1223, {0, 0}},
+      {"table index", Text("VER", "k7420") + Whole("SRW1", 7), 2, 1, 1, 1233, {0, 0}},
+      {"older family without records",
+       Text("HW", "zla5") + Whole("CHEY", 2),
+       2,
+       0,
+       1,
+       1229,
+       {0, -1}},
+      {"not older: an A behind", Text("HW", "ZLA5A") + Whole("CHEY", 2), 2, 0, 1, 0, {0, 0}},
+      {"not older: QVN", Text("HW", "ZLAQVN") + Whole("CHEY", 2), 2, 0, 1, 0, {0, 0}},
+  };
+  const CalData cal = PlainBox(2);
+  std::array<Complex, 2> responses;
+  std::array<double, 2> validities{};
+  for (const Case& test : cases) {
+    const RecordingHeader header = Recording(test.settings, test.channels);
+    EXPECT_EQ(ComputeBoxResponse(&cal, &header, test.band, test.frequency, responses, validities),
+              test.status)
+        << test.what;
+    if (!test.validities.empty()) {
+      EXPECT_EQ(std::vector(validities.begin(), validities.end()), test.validities) << test.what;
+    }
+  }
+  const RecordingHeader header = Recording("", 2);
+  EXPECT_EQ(ComputeBoxResponse(nullptr, &header, 0, 1, responses, validities), 1228);
+  EXPECT_EQ(ComputeBoxResponse(&cal, nullptr, 0, 1, responses, validities), 1222);
+}
+
+TEST(BoxResponse, TakesMagneticSettingsFromDampedBoardsOnly) {
+  using testing::Recording;
+  using testing::Text;
+  using testing::Whole;
+  const std::string settings = Whole("CHHX", 1) + Whole("CHEY", 2) + Whole("EYR", 301) +
+                               Whole("LPFR", 18) + Whole("HGNC", 1) + Whole("ACDH", 1);
+  for (const std::string board : {"7452c0", "7452C1", "7452C0 ", "x7452C1", "7452C2"}) {
+    const bool is_damped = board == "7452c0" || board == "7452C1";
+    const auto all = FillChannelSettings(Recording(settings + Text("HW", board), 2));
+    EXPECT_EQ(all[0].Source(), is_damped ? 767.0 : 0.0) << board;
+    EXPECT_EQ(all[0].low_pass, is_damped ? 18 : 0) << board;
+    EXPECT_EQ(all[0].coupling, 1);
+    EXPECT_EQ(all[0].gain, 1);
+    EXPECT_EQ(all[1].Source(), 150.5);
+    EXPECT_EQ(all[1].low_pass, 18);
+    EXPECT_FALSE(all[2].is_mapped);
+  }
+}
+
+TEST(RecordCurve, TakesOneSeriesAndSkipsWhatItCannotJoin) {
+  CalData cal;
+  for (const auto& [kind, step, value] :
+       {std::array{2, 1, 1}, {3, 1, 9}, {2, 2, 2}, {2, 2, 3}, {2, 1, 4}, {2, 3, 5}}) {
+    testing::AddRecord(kind, value, {Complex(value)}, 0, &cal, step);
+  }
+  EXPECT_EQ(RecordsOfKind(cal, 2).size(), 3U);
+  EXPECT_TRUE(RecordsOfKind(cal, 4).empty());
+  // Without a value between 10 and 20 Hz the anchor's: the lower one up to 0.4 of the distance.
+  const RecordCurve gap({{10, 3}, {20, -7}, {20, 1}, {-1, 5}, {std::nan(""), 5}});
+  EXPECT_EQ(gap.At(13.9), 3.0);
+  EXPECT_EQ(gap.At(14), -7.0);
+  EXPECT_EQ(gap.At(20), -7.0);
+  EXPECT_EQ(RecordCurve({{10, 0}, {20, 0}}).At(15), 0.0);
+}
+
+}  // namespace
+}  // namespace orvane
