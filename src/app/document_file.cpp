@@ -29,7 +29,7 @@ std::string Group(const std::string& title, const std::vector<ParamKey>& keys) {
   const std::size_t rest = named.size() - shown;
   named.resize(shown);
   return "\n\n" + title + ": " + LabelledKeys(named) +
-         (rest == 0 ? "" : " and " + FormatInt(static_cast<std::int64_t>(rest)) + " more");
+         (rest == 0 ? "" : " and " + FormatInt(rest) + " more");
 }
 
 }  // namespace

@@ -136,8 +136,7 @@ void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
     return;
   }
   QString message = QString::fromLatin1(utility.message);
-  message.replace(QStringLiteral("%d"),
-                  QString::fromStdString(FormatInt(static_cast<std::int64_t>(count))));
+  message.replace(QStringLiteral("%d"), QString::fromStdString(FormatInt(count)));
   CBatchResultDlg results(batch, message, &editor_, parent_);
   results.exec();
   if (!results.ToShow().isEmpty() && open_file_) {

@@ -56,7 +56,7 @@ std::string Latin1FromUtf8(std::string_view text, std::string* bytes) {
   for (std::size_t at = 0; at < text.size();) {
     const Character character = FirstOf(text.substr(at));
     if (character.code == kNone) {
-      return "is not UTF-8 at byte " + FormatInt(static_cast<std::int64_t>(at) + 1);
+      return "is not UTF-8 at byte " + FormatInt(at + 1);
     }
     if (character.code > 0xFFU) {
       return "has the character \"" + std::string(text.substr(at, character.length)) + "\" (U+" +

@@ -79,13 +79,16 @@ Number ReadDecimal(std::string_view text) {
   return number;
 }
 
+template <typename Integer>
+std::string Digits(Integer value) {
+  std::array<char, 24> buffer{};
+  return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
+}
+
 }  // namespace
 
-std::string FormatInt(std::int64_t value) {
-  std::array<char, 24> buffer{};
-  char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
-  return {buffer.data(), end};
-}
+std::string FormatInt(std::int64_t value) { return Digits(value); }
+std::string FormatUnsigned(std::uint64_t value) { return Digits(value); }
 
 std::string FormatReal(double value, int digits) {
   std::array<char, kMaxNumberText> buffer;  // NOLINT: not to be zeroed

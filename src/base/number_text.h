@@ -3,6 +3,7 @@
 #ifndef ORVANE_BASE_NUMBER_TEXT_H_
 #define ORVANE_BASE_NUMBER_TEXT_H_
 
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -12,8 +13,13 @@
 
 namespace orvane {
 
-/// printf's "%d".
+/// printf's "%d" and "%u", of any width.
 std::string FormatInt(std::int64_t value);
+std::string FormatUnsigned(std::uint64_t value);
+template <std::unsigned_integral T>
+std::string FormatInt(T value) {
+  return FormatUnsigned(value);
+}
 
 /// printf's "%.{digits}g": `digits` significant digits in the shorter of fixed and exponent form.
 std::string FormatReal(double value, int digits = 10);

@@ -33,10 +33,9 @@ class ProgressLine {
     if (!is_terminal_ || is_asking) {
       return;
     }
-    std::string line = FormatInt(static_cast<std::int64_t>(progress.files_done)) + " of " +
-                       FormatInt(static_cast<std::int64_t>(progress.files_total)) + " files, " +
-                       Megabytes(progress.bytes_done) + " of " + Megabytes(progress.bytes_total) +
-                       " MB";
+    std::string line = FormatInt(progress.files_done) + " of " + FormatInt(progress.files_total) +
+                       " files, " + Megabytes(progress.bytes_done) + " of " +
+                       Megabytes(progress.bytes_total) + " MB";
     if (const auto left = progress.TimeLeft()) {
       line += ", " + FormatInt(left->count()) + " s left";
     }
@@ -82,8 +81,7 @@ ExitCode PrintResults(const Batch& batch) {
     }
   }
   if (cancelled > 0) {
-    PrintMessage("interrupted: " + FormatInt(static_cast<std::int64_t>(cancelled)) +
-                 " files are not converted");
+    PrintMessage("interrupted: " + FormatInt(cancelled) + " files are not converted");
   }
   return PrintResult(written) ? exit_code : kSomeFailed;
 }

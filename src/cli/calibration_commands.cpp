@@ -21,8 +21,6 @@ struct CalibrationArguments {
   int kind = 0;  // 0: as the file's name and its header tell
 };
 
-std::string Number(std::size_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
-
 // Whole numbers are signed although programs get them zero-extended.
 std::string ValueText(const CalHeader& header, const CalFieldDef& field) {
   if (field.Key() == "SNUM" || field.Key() == "NCHN" || field.Key() == "STAT") {
@@ -42,15 +40,15 @@ std::string InfoText(const CalRecords& cal) {
   for (const CalFieldDef& field : CalFields(cal.header.ctyp)) {
     text.append(field.Key()).append("\t").append(ValueText(cal.header, field)).append("\n");
   }
-  text += "records\t" + Number(cal.records.size()) + "\npasses\t" + Number(cal.PassCount()) +
+  text += "records\t" + FormatInt(cal.records.size()) + "\npasses\t" + FormatInt(cal.PassCount()) +
           "\npass\tfirst record\tlast record\n";
   for (std::size_t pass = 0; pass < cal.PassCount(); ++pass) {
-    text += Number(pass + 1) + '\t' + Number(cal.pass_table[pass] + 1) + '\t' +
-            Number(cal.pass_table[pass + 1]) + '\n';
+    text += FormatInt(pass + 1) + '\t' + FormatInt(cal.pass_table[pass] + 1) + '\t' +
+            FormatInt(cal.pass_table[pass + 1]) + '\n';
   }
   text += "channel\tflags\n";
   for (std::size_t c = 0; c < cal.Channels(); ++c) {
-    text += Number(c + 1) + '\t' + Number(flags[c]) + '\n';
+    text += FormatInt(c + 1) + '\t' + FormatInt(flags[c]) + '\n';
   }
   return text;
 }
@@ -81,7 +79,7 @@ ExitCode RunCurves(const CalibrationArguments& arguments) {
   for (std::size_t c = 0; c < curves.channels.size(); ++c) {
     const CalCurve& curve = curves.channels[c];
     for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
-      text += Number(c + 1);
+      text += FormatInt(c + 1);
       for (const double value : {curve.frequency[i], curve.amplitude[i], curve.phase[i]}) {
         text.append("\t").append(FormatReal(value, kDigits));
       }

@@ -54,7 +54,7 @@ std::string ChannelsWithoutFit(const CalData& cal) {
   std::string channels;
   for (std::size_t c = 0; c < cal.Channels() && cal.model.parameter_count > 0; ++c) {
     if (!cal.model.fits[c].is_kept) {
-      channels.append(" ").append(FormatInt(static_cast<std::int64_t>(c) + 1));
+      channels.append(" ").append(FormatInt(c + 1));
     }
   }
   return channels;
@@ -146,7 +146,7 @@ ExitCode RunFit(const std::filesystem::path& file) {
          static_cast<double>(fit.iterations), fit.rms, fit.max, fit.is_kept ? 1.0 : 0.0});
     text += Line(numbers);
     if (const std::string doubt = FitDoubt(fit); !doubt.empty()) {
-      const std::string number = FormatInt(static_cast<std::int64_t>(c) + 1);
+      const std::string number = FormatInt(c + 1);
       PrintMessage(
           FileMessage(file, std::string("channel ").append(number).append(": ").append(doubt)));
     }

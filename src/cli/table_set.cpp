@@ -12,8 +12,7 @@ namespace orvane {
 namespace {
 
 std::string OfAll(std::size_t count, std::size_t all) {
-  return FormatInt(static_cast<std::int64_t>(count)) + " of " +
-         FormatInt(static_cast<std::int64_t>(all));
+  return FormatInt(count) + " of " + FormatInt(all);
 }
 
 void TellWhatChanges(const SetOptions& options, const TblReport& report, const ParamTable& table) {

@@ -29,8 +29,6 @@ struct WaveformArguments {
   }
 };
 
-std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
-
 bool OpenOrTell(const WaveformArguments& arguments, TsFile* file) {
   if (file->Open(arguments.file, arguments.Options())) {
     return true;
@@ -66,12 +64,12 @@ ExitCode PrintRecords(const TsFile& file, std::string text, LineOf line_of) {
 
 std::string InfoLine(const TsPlace& place) {
   const TsHeader& header = place.header;
-  std::string line = Number(place.number);
+  std::string line = FormatInt(place.number);
   for (const std::string& value :
-       {Number(place.offset), FormatParamTime(header.time), Number(header.box),
-        Number(header.channels), Number(header.scans), Number(place.scans_held),
-        Number(header.sample_width), FormatReal(SampleRate(header)), Number(header.status),
-        Number(header.trailing_scans), FormatReal(header.frequency)}) {
+       {FormatInt(place.offset), FormatParamTime(header.time), FormatInt(header.box),
+        FormatInt(header.channels), FormatInt(header.scans), FormatInt(place.scans_held),
+        FormatInt(header.sample_width), FormatReal(SampleRate(header)), FormatInt(header.status),
+        FormatInt(header.trailing_scans), FormatReal(header.frequency)}) {
     line.append("\t").append(value);
   }
   return line;
@@ -82,13 +80,13 @@ ExitCode RunInfo(const WaveformArguments& arguments) {
   if (!OpenOrTell(arguments, &file)) {
     return kSomeFailed;
   }
-  std::string text = "header\t" + Number(BytesIn(file.HeaderSize())) + "\nrecords\t" +
-                     Number(file.Count()) + "\nbad records\t" + Number(file.BadCount()) +
+  std::string text = "header\t" + FormatInt(BytesIn(file.HeaderSize())) + "\nrecords\t" +
+                     FormatInt(file.Count()) + "\nbad records\t" + FormatInt(file.BadCount()) +
                      "\nbad at";
   TsWalker walker = file.Walk();
   for (TsPlace place; file.BadCount() > 0 && walker.Next(&place);) {
     if (!file.IsBandFile() && place.header.IsBad()) {
-      text.append("\t").append(Number(place.number));
+      text.append("\t").append(FormatInt(place.number));
     }
   }
   text +=

@@ -13,8 +13,6 @@
 namespace orvane {
 namespace {
 
-std::string Count(std::size_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
-
 std::string BoxName(StartupBox box) {
   if (box.IsTransmitter()) {
     return "transmitter monitor";
@@ -80,7 +78,7 @@ std::filesystem::path StartupRun::PathOf(const StartupForm& form) const {
 std::string StartupRun::Heading(const StartupForm& form) const {
   const auto is_it = [&form](StartupBox box) { return box.number == form.Box().number; };
   const auto at = std::find_if(boxes_.begin(), boxes_.end(), is_it) - boxes_.begin();
-  return "Box " + FormatInt(at + 1) + " of " + Count(boxes_.size()) + ": " +
+  return "Box " + FormatInt(at + 1) + " of " + FormatInt(boxes_.size()) + ": " +
          StartupOutcome{form.Box(), form.Serial(), {}, {}, {}}.Name();
 }
 
@@ -194,14 +192,14 @@ std::string StartupRun::Headline() const {
       tried.push_back(outcome.path);
     }
   }
-  std::string line =
-      Count(count[StartupOutcome::kWritten]) + " of " + Count(tried.size()) + " files written";
+  std::string line = FormatInt(count[StartupOutcome::kWritten]) + " of " + FormatInt(tried.size()) +
+                     " files written";
   for (const auto& [state, text] : {std::pair{StartupOutcome::kFailed, "failed"},
                                     {StartupOutcome::kOverwritten, "overwritten"},
                                     {StartupOutcome::kSkipped, "skipped"},
                                     {StartupOutcome::kNoFile, "without a file"}}) {
     if (count[state] > 0) {
-      line += ", " + Count(count[state]) + (count[state] == 1 ? " box " : " boxes ") + text;
+      line += ", " + FormatInt(count[state]) + (count[state] == 1 ? " box " : " boxes ") + text;
     }
   }
   return line;

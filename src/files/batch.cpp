@@ -35,8 +35,7 @@ BatchResult BatchLeftAlone(std::string reason) {
 BatchResult BatchCancelled() { return {BatchStatus::kCancelled, {}, "cancelled", 0}; }
 
 std::string CutRecordNote(std::uint64_t offset) {
-  return "the record at offset " + FormatInt(static_cast<std::int64_t>(offset)) +
-         " is cut short and left out";
+  return "the record at offset " + FormatInt(offset) + " is cut short and left out";
 }
 
 BatchResult NoRecord(std::uint64_t cut_at) {

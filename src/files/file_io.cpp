@@ -16,8 +16,7 @@ namespace {
 constexpr std::size_t kPiece = std::size_t{128} * 1024;
 
 std::string Numbers(const FileInfo& info) {
-  return FormatInt(static_cast<std::int64_t>(info.device)) + ":" +
-         FormatInt(static_cast<std::int64_t>(info.number));
+  return FormatInt(info.device) + ":" + FormatInt(info.number);
 }
 
 // Folder and name, links followed: what stays when another file takes the name. Empty, with errno

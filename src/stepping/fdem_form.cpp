@@ -89,8 +89,8 @@ bool FdemForm::Save() {
     note_ = FileMessage(path, reason);
     return false;
   }
-  note_ = FormatInt(static_cast<std::int64_t>(rows.size())) + " steps, " +
-          FormatInt(rows.back().end_time) + " s, written to " + name;
+  note_ = FormatInt(rows.size()) + " steps, " + FormatInt(rows.back().end_time) +
+          " s, written to " + name;
   if (const std::string reason = WhyUnreadable(rows); !reason.empty()) {
     prompts_->ShowWarning("Orvane", name + " is written, but cannot be read back: " + reason);
   }

@@ -156,7 +156,7 @@ StepParameters StoredStepParameters(const ParamTable& table) {
 std::string StepFault(const StepParameters& parameters, const FrequencyList& requested) {
   for (std::size_t i = 0; i < requested.size(); ++i) {
     if (!IsAmount(requested[i])) {
-      return "FREQ" + FormatInt(static_cast<int>(i) + 1) + " is not a frequency";
+      return "FREQ" + FormatInt(i + 1) + " is not a frequency";
     }
   }
   if (LastPositive(requested) < 0) {

@@ -23,8 +23,7 @@ std::string Steps(const ScheduleTable& schedule) {
   if (rows.empty()) {
     return "No steps";
   }
-  return FormatInt(static_cast<std::int64_t>(rows.size())) + " steps, " +
-         FormatInt(rows.back().end_time) + " s";
+  return FormatInt(rows.size()) + " steps, " + FormatInt(rows.back().end_time) + " s";
 }
 
 }  // namespace
@@ -138,7 +137,7 @@ void SteppingForm::SetWindows() {
   if (IsTimeDomain()) {
     windows_ = CalculateWindows(tech_, IntOf(Value(stepping::kWaveform)),
                                 RealOf(Value(stepping::kRepeat)), IntOf(Value(stepping::kItems)));
-    note_ = FormatInt(static_cast<std::int64_t>(windows_.size())) + " windows. ";
+    note_ = FormatInt(windows_.size()) + " windows. ";
     if (windows_.empty()) {
       note_ = "No windows: the repeat frequency and their number must be above 0. ";
     }
@@ -186,7 +185,7 @@ bool SteppingForm::ExportFile(const std::filesystem::path& path) {
       schedule_.begin() + static_cast<std::ptrdiff_t>(rows.size()), schedule_.end(), IsEmpty);
   if (behind != schedule_.end()) {
     prompts_->ShowWarning("Orvane", PathText(path) + " ends before row " +
-                                        FormatInt(static_cast<std::int64_t>(rows.size()) + 1) +
+                                        FormatInt(rows.size() + 1) +
                                         ", which is empty; the rows after it are not written.");
   } else if (const std::string reason = WhyUnreadable(rows); !reason.empty()) {
     prompts_->ShowWarning("Orvane",

@@ -39,7 +39,7 @@ std::string RowFault(const ScheduleRow& row, const ScheduleRow* before) {
 }
 
 std::string InRow(std::size_t number, const std::string& reason) {
-  return "row " + FormatInt(static_cast<std::int64_t>(number)) + ": " + reason;
+  return "row " + FormatInt(number) + ": " + reason;
 }
 
 // The first bad row, from 1, and why; 0 where all are good.

@@ -78,7 +78,7 @@ std::string FormatAddress(const ParamValue& value) {
 }
 
 std::string TextTooLong(std::size_t limit) {
-  return "is longer than " + FormatInt(static_cast<std::int64_t>(limit)) + " characters";
+  return "is longer than " + FormatInt(limit) + " characters";
 }
 
 }  // namespace

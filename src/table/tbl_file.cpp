@@ -151,8 +151,7 @@ std::vector<ParamKey> BroughtKeys::MissingFrom(const ParamTable& table) {
 }
 
 std::string HoldsText(std::size_t held, std::size_t missing) {
-  return "holds " + FormatInt(static_cast<std::int64_t>(held)) + " of " +
-         FormatInt(static_cast<std::int64_t>(held + missing)) + " parameters";
+  return "holds " + FormatInt(held) + " of " + FormatInt(held + missing) + " parameters";
 }
 
 Status TblReader::Open(const std::filesystem::path& path, TblReport* report) {
@@ -232,10 +231,8 @@ Status TblReader::End(TblReport* report) {
   if (report->read_error.empty()) {
     return kOk;
   }
-  report->message = WithStatus(
-      path_,
-      "at offset " + FormatInt(static_cast<std::int64_t>(offset_)) + ": " + report->read_error,
-      kTblUnreadable);
+  report->message = WithStatus(path_, "at offset " + FormatInt(offset_) + ": " + report->read_error,
+                               kTblUnreadable);
   return kTblUnreadable;
 }
 

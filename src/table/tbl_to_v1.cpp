@@ -81,8 +81,7 @@ class FileToV1 {
       Note("already version 1: longer keys come from the table before it");
     }
     if (report.IsMostlyMissing()) {
-      Note("only " + FormatInt(static_cast<std::int64_t>(report.loaded)) + " of " +
-           FormatInt(static_cast<std::int64_t>(report.RecordsOfWhole())) +
+      Note("only " + FormatInt(report.loaded) + " of " + FormatInt(report.RecordsOfWhole()) +
            " records are taken from it, the other values from the table before it");
     } else if (!report.missing.empty()) {
       Note(HoldsText(report.held, report.missing.size()));

@@ -10,8 +10,6 @@
 namespace orvane {
 namespace {
 
-std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
-
 void AppendNote(const std::string& note, std::string* notes) {
   notes->append(notes->empty() || note.empty() ? "" : "; ").append(note);
 }
@@ -25,7 +23,8 @@ void NamedFew::Add(const std::string& name) {
 }
 
 std::string NamedFew::Text() const {
-  return count_ <= kMostNamed ? names_ : names_ + " and " + Number(count_ - kMostNamed) + " more";
+  return count_ <= kMostNamed ? names_
+                              : names_ + " and " + FormatInt(count_ - kMostNamed) + " more";
 }
 
 RestackPlan::RestackPlan(TsWalker walker, LeaveOut leave_out) : leave_out_(leave_out) {
@@ -40,7 +39,7 @@ RestackPlan::RestackPlan(TsWalker walker, LeaveOut leave_out) : leave_out_(leave
     if (std::isnan(place.header.frequency)) {
       ++without_frequency_;
     } else if (leave_out_.Has(place)) {
-      bad_.Add(Number(place.number));
+      bad_.Add(FormatInt(place.number));
       left_out.insert(place.header.frequency);
     } else {
       Take(place);
@@ -65,12 +64,12 @@ void RestackPlan::Take(const TsPlace& place) {
     group.header = place.header;
   }
   if (!group.Takes(place.header)) {
-    too_small_.Add(Number(place.number));
+    too_small_.Add(FormatInt(place.number));
     return;
   }
   ++group.count;
   if (place.header.IsBad()) {
-    bad_.Add(Number(place.number));
+    bad_.Add(FormatInt(place.number));
   }
 }
 
@@ -118,10 +117,10 @@ std::string RestackPlan::Note() const {
                &notes);
   }
   if (without_frequency_ > 0) {
-    AppendNote("records whose frequency is not a number: " + Number(without_frequency_), &notes);
+    AppendNote("records whose frequency is not a number: " + FormatInt(without_frequency_), &notes);
   }
   if (cut_record_ > 0) {
-    AppendNote("dropped, the file ends within it: record " + Number(cut_record_), &notes);
+    AppendNote("dropped, the file ends within it: record " + FormatInt(cut_record_), &notes);
   }
   return notes;
 }

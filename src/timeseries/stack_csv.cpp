@@ -38,8 +38,7 @@ std::string OtherDomainNote(std::uint64_t others, std::uint64_t records, StackDo
     return {};
   }
   const bool is_time = domain == StackDomain::kTime;
-  return FormatInt(static_cast<std::int64_t>(others)) + " of " +
-         FormatInt(static_cast<std::int64_t>(records)) + " records have items of " +
+  return FormatInt(others) + " of " + FormatInt(records) + " records have items of " +
          (is_time ? "4 bytes, as frequency-domain results have, but were converted as time domain"
                   : "8 bytes, as time-domain results have, but were converted as frequency domain");
 }
@@ -56,10 +55,9 @@ std::string LabelNote(std::uint64_t count, std::uint64_t first) {
   if (count == 0) {
     return {};
   }
-  return FormatInt(static_cast<std::int64_t>(count)) +
-         (count == 1 ? " label looks" : " labels look") +
+  return FormatInt(count) + (count == 1 ? " label looks" : " labels look") +
          " like a formula to a spreadsheet or has a line break, the first in record " +
-         FormatInt(static_cast<std::int64_t>(first));
+         FormatInt(first);
 }
 
 void Append(const std::string& more, std::string* note) {

@@ -11,8 +11,6 @@
 namespace orvane {
 namespace {
 
-std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
-
 bool FillsTheFile(const RandomFile& file, TsHeaderSize header_size, TsProgress* progress) {
   TsWalker walker(&file, header_size);
   TsPlace place;
@@ -74,7 +72,7 @@ void TsFile::NoteMissing(const std::string& reason, bool guesses_headers) {
       "raw counts, " +
       (is_there ? "table not used: " + reason : "no table " + PathText(companion_path_.filename()));
   if (guesses_headers) {
-    companion_note_ += ", headers assumed to have " + Number(BytesIn(header_size_)) + " bytes";
+    companion_note_ += ", headers assumed to have " + FormatInt(BytesIn(header_size_)) + " bytes";
   }
 }
 
@@ -129,9 +127,9 @@ bool TsFile::Open(const std::filesystem::path& path, const Options& options, TsP
 std::string TsFile::BadRecordText() const {
   return BadCount() == 0 ? std::string()
                          : std::string("There are ")
-                               .append(Number(BadCount()))
+                               .append(FormatInt(BadCount()))
                                .append(" bad records starting at segment")
-                               .append(Number(FirstBad()))
+                               .append(FormatInt(FirstBad()))
                                .append("!");
 }
 
@@ -145,9 +143,9 @@ std::string TsFile::Read(std::uint64_t number, CTsRec* record) const {
   }
   return error.empty() ? error
                        : FileMessage(path_, std::string("record ")
-                                                .append(Number(number))
+                                                .append(FormatInt(number))
                                                 .append(place ? " at byte " : "")
-                                                .append(place ? Number(place->offset) : "")
+                                                .append(place ? FormatInt(place->offset) : "")
                                                 .append(": ")
                                                 .append(error));
 }

@@ -92,9 +92,8 @@ class TextExport {
 
  private:
   static std::string CutNote(std::uint64_t number, std::uint64_t offset) {
-    return "the file ends within the samples of record " +
-           FormatInt(static_cast<std::int64_t>(number)) + " at byte " +
-           FormatInt(static_cast<std::int64_t>(offset)) + "; the text has those that are there";
+    return "the file ends within the samples of record " + FormatInt(number) + " at byte " +
+           FormatInt(offset) + "; the text has those that are there";
   }
 
   // The scans of a record. False where the file ends within them: the samples that are there have

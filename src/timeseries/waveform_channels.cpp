@@ -98,9 +98,9 @@ std::string WaveformTitle(const TsHeader& header, std::uint64_t number, std::uin
       .append(",  Time: ")
       .append(FormatParamTime(header.time))
       .append(",  (")
-      .append(FormatInt(static_cast<std::int64_t>(number)))
+      .append(FormatInt(number))
       .append(" / ")
-      .append(FormatInt(static_cast<std::int64_t>(count)))
+      .append(FormatInt(count))
       .append(" )");
 }
 

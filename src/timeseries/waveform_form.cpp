@@ -39,7 +39,7 @@ WaveformForm::WaveformForm(const WaveformView& view)
   model_.SetText(kTimer, FormatReal(settings.timer_seconds));
   model_.SetText(kZoom, FormatReal(settings.zoom));
   model_.SetIndex(kAutoScale, settings.auto_scale ? 1 : 0);
-  model_.SetText(kSegment, FormatInt(static_cast<std::int64_t>(view.Number())));
+  model_.SetText(kSegment, FormatInt(view.Number()));
   model_.SetIndex(kAutoPlay, settings.auto_play ? 1 : 0);
   model_.Enable(kSegment, count_ > 0);
 }
@@ -54,8 +54,7 @@ std::optional<FormModel::Fault> WaveformForm::Validate() const {
   }
   const double segment = NumberIn(kSegment);
   if (count_ > 0 && (segment < 1 || segment > static_cast<double>(count_))) {
-    return FormModel::Fault{kSegment, "Enter an integer between 1 and " +
-                                          FormatInt(static_cast<std::int64_t>(count_)) + "."};
+    return FormModel::Fault{kSegment, "Enter an integer between 1 and " + FormatInt(count_) + "."};
   }
   return std::nullopt;
 }

@@ -15,10 +15,6 @@ constexpr double kOneCount = 256;  // as held value
 constexpr int kUsualSampleWidth = 3;
 constexpr double kNearFullScale = 0.98 * kFullScale;
 
-std::string NumberText(std::uint64_t number) {
-  return FormatInt(static_cast<std::int64_t>(number));
-}
-
 // Where the least and greatest value of some scans stand.
 struct Peaks {
   std::size_t low;
@@ -105,8 +101,8 @@ void WaveformView::ShowRecord(std::uint64_t number) {
     record_ = {};
   }
   if (problem_.empty() && record_.Scans() < record_.Header().scans) {
-    problem_ = "the file ends within this record: " + NumberText(record_.Scans()) + " of " +
-               NumberText(record_.Header().scans) + " scans";
+    problem_ = "the file ends within this record: " + FormatInt(record_.Scans()) + " of " +
+               FormatInt(record_.Header().scans) + " scans";
   }
   const double rate = SampleRate(record_.Header());
   seconds_per_scan_ = rate > 0 ? 1 / rate : 1;
@@ -194,9 +190,9 @@ std::string WaveformView::TitleText() const {
 }
 
 std::string WaveformView::StatusBarText() const {
-  std::string text = NumberText(number_).append(" / ").append(NumberText(Count()));
+  std::string text = FormatInt(number_).append(" / ").append(FormatInt(Count()));
   if (file_->BadCount() > 0) {
-    text.append(", first bad at ").append(NumberText(file_->FirstBad()));
+    text.append(", first bad at ").append(FormatInt(file_->FirstBad()));
   }
   text.append(file_->CompanionNote().empty() ? "" : ", ").append(file_->CompanionNote());
   return text;
@@ -237,7 +233,7 @@ std::string WaveformView::NotDrawnText(std::size_t drawn) const {
   }
   return names.size() <= kMostNames
              ? text
-             : text.append(" and ").append(NumberText(names.size() - kMostNames)).append(" more");
+             : text.append(" and ").append(FormatInt(names.size() - kMostNames)).append(" more");
 }
 
 std::string WaveformView::TimeLabel() const {

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "base/number_text.h"
 #include "support/temp_dir.h"
 
 namespace orvane::testing {
@@ -102,6 +103,8 @@ TEST(NumberFormat, IntegersAreThoseOfPrintf) {
   EXPECT_EQ(text(WriteInt(written, 99999, 4)), "99999");
   EXPECT_EQ(text(WriteInt(written, -7, 4, '0')), "-007");
   EXPECT_EQ(text(WriteInt(written, 0, 1)), "0");
+  EXPECT_EQ(FormatInt(std::uint64_t{0} - 1), "18446744073709551615");
+  EXPECT_EQ(FormatInt(std::uint8_t{65}), "65");
   EXPECT_EQ(text(WriteInt(written, INT64_MIN)), "-9223372036854775808");
   EXPECT_EQ(text(WriteInt(written, 9999999999999999, 20, '0')), "00009999999999999999");
   EXPECT_EQ(text(WriteHex(written, 0xA, 2)), "0A");
