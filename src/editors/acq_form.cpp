@@ -7,7 +7,7 @@
 #include "editors/schedule_cautions.h"
 #include "forms/codecs.h"
 #include "table/param_access.h"
-#include "table/param_text.h"
+#include "table/param_time.h"
 #include "table/recording_size.h"
 
 namespace orvane {

@@ -12,11 +12,6 @@
 namespace orvane {
 namespace {
 
-// The first year that seconds cannot tell, and the seconds of an hour.
-constexpr std::uint32_t kEndOfTime = 4102444800U;  // 2100-01-01
-constexpr std::int64_t kSecondsPerHour = 3600;
-constexpr std::string_view kInvalidTime = "Invalid Date and Time";
-
 int CountOf(const Field& field) {
   return field.widget == Widget::kCheck ? 2 : static_cast<int>(field.choices.size());
 }
@@ -202,25 +197,6 @@ std::string FaultOf(const Field& field, const Shown& shown) {
   return field.codec.kind != CodecKind::kLongText && limit > 0 && shown.text.size() > limit
              ? "Enter no more than " + FormatInt(field.limits.max_length) + " characters."
              : std::string();
-}
-
-ParamTime ShiftedByHours(const ParamTime& time, std::int64_t hours) {
-  if (hours == 0 || FormatParamTime(time) == kInvalidTime) {
-    return time;
-  }
-  ParamTime shifted = time;
-  if (HasNoDate(time) && time.weekday == 0) {
-    shifted.hour = static_cast<std::uint8_t>(((time.hour + hours) % 24 + 24) % 24);
-    return shifted;
-  }
-  const std::int64_t seconds = ParamTimeToSeconds(time);
-  const std::int64_t moved = seconds + hours * kSecondsPerHour;
-  const bool is_countable = time.century >= 19 && time.month > 0 && time.day > 0 &&
-                            (time.century > 19 || time.year >= 70) && seconds < kEndOfTime;
-  if (!is_countable || moved < 0 || moved >= kEndOfTime) {
-    return time;
-  }
-  return SecondsToParamTime(static_cast<std::uint32_t>(moved));
 }
 
 }  // namespace orvane

@@ -31,10 +31,6 @@ std::vector<ParamValue> StoredOf(const Field& field, const Shown& shown, int hou
 /// Why what the user entered cannot be accepted; empty where it can.
 std::string FaultOf(const Field& field, const Shown& shown);
 
-/// A time moved by whole hours: a time of day within its day, without a date as before; a dated one
-/// through the calendar. What is invalid or would leave the years 1970 to 2099 stays as it is.
-ParamTime ShiftedByHours(const ParamTime& time, std::int64_t hours);
-
 }  // namespace orvane
 
 #endif  // ORVANE_FORMS_CODECS_H_

@@ -41,9 +41,6 @@ inline constexpr int kMostSteps = 200;
 /// The steps and a row that ends the table.
 using ScheduleTable = std::array<ScheduleRow, kMostSteps + 1>;
 
-/// A cycle lasts no longer than a day.
-inline constexpr int kSecondsPerDay = 86400;
-
 /// Names of the waveform codes, of "WFRM" too.
 inline constexpr std::array<std::string_view, 13> kWaveforms = {
     "NONE",  "TD50",  "TD33",  "TD25",  "FD",    "FD9",   "TD50P",

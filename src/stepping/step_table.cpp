@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "table/param_access.h"
+#include "table/param_time.h"
 #include "table/tech.h"
 
 namespace orvane {

@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "files/file_io.h"
+#include "table/param_time.h"
 
 namespace orvane {
 namespace {

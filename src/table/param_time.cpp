@@ -13,7 +13,8 @@
 namespace orvane {
 namespace {
 
-constexpr std::uint32_t kDaysPerBlock = 1461;  // four years
+constexpr std::uint32_t kDaysPerBlock = 1461;      // four years
+constexpr std::uint32_t kEndOfTime = 4102444800U;  // 2100-01-01, the first that seconds cannot tell
 
 // Days before each month, January first.
 constexpr std::array<std::uint32_t, 12> kCommonYear = {0,   31,  59,  90,  120, 151,
@@ -104,16 +105,16 @@ std::string TwoDigits(std::uint8_t number) {
   return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
 }
 
-bool HasFieldOutOfRange(const ParamTime& time) {
-  return time.second > 59 || time.minute > 59 || time.hour > 23 || time.day > 31 ||
-         time.month > 12 || time.year > 99 || time.weekday > 7 || time.century > 99 ||
-         (time.century > 0 && time.century < 19);
-}
-
 }  // namespace
 
+bool IsValid(const ParamTime& time) {
+  return time.second <= 59 && time.minute <= 59 && time.hour <= 23 && time.day <= 31 &&
+         time.month <= 12 && time.year <= 99 && time.weekday <= 7 && time.century <= 99 &&
+         (time.century == 0 || time.century >= 19);
+}
+
 std::string FormatParamTime(const ParamTime& time) {
-  if (HasFieldOutOfRange(time)) {
+  if (!IsValid(time)) {
     return "Invalid Date and Time";
   }
   std::string text =
@@ -207,6 +208,25 @@ void TakeDate(const ParamTime& from, ParamTime* time) {
 
 }  // namespace
 
+ParamTime ShiftedByHours(const ParamTime& time, std::int64_t hours) {
+  if (hours == 0 || !IsValid(time)) {
+    return time;
+  }
+  ParamTime shifted = time;
+  if (HasNoDate(time) && time.weekday == 0) {
+    shifted.hour = static_cast<std::uint8_t>(((time.hour + hours) % 24 + 24) % 24);
+    return shifted;
+  }
+  const std::int64_t seconds = ParamTimeToSeconds(time);
+  const std::int64_t moved = seconds + hours * 3600;
+  const bool is_countable = time.century >= 19 && time.month > 0 && time.day > 0 &&
+                            (time.century > 19 || time.year >= 70) && seconds < kEndOfTime;
+  if (!is_countable || moved < 0 || moved >= kEndOfTime) {
+    return time;
+  }
+  return SecondsToParamTime(static_cast<std::uint32_t>(moved));
+}
+
 void CompleteDateFromToday(ParamTime* time, const Clock& clock) {
   if (!HasNoDate(*time)) {
     return;
@@ -217,7 +237,7 @@ void CompleteDateFromToday(ParamTime* time, const Clock& clock) {
   const auto behind = std::int64_t{ParamTimeToSeconds(now)} - std::int64_t{seconds};
   if (behind > kSecondsPerDay / 2) {
     *time = SecondsToParamTime(seconds + kSecondsPerDay);
-  } else if (behind < -std::int64_t{kSecondsPerDay / 2}) {
+  } else if (behind < -kSecondsPerDay / 2) {
     *time = SecondsToParamTime(seconds - kSecondsPerDay);
   }
 }

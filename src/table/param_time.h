@@ -13,10 +13,13 @@ namespace orvane {
 
 class Clock;
 
-inline constexpr std::uint32_t kSecondsPerDay = 86400;
+inline constexpr int kSecondsPerDay = 86400;
 
-/// "2009/06/30 14:05:00", without a date "14:05:00", "Invalid Date and Time" where a field exceeds
-/// its range.
+/// Whether every field is in its range; a date need not be in the calendar.
+bool IsValid(const ParamTime& time);
+
+/// "2009/06/30 14:05:00", without a date "14:05:00", "Invalid Date and Time" where it is not
+/// valid.
 std::string FormatParamTime(const ParamTime& time);
 
 /// Reads "year/month/day hour:minute:second" (blank, '-', '/' and ':' all divide) or, with neither
@@ -37,6 +40,10 @@ std::uint32_t ParamTimeToSeconds(const ParamTime& time);
 
 /// The inverse, with the true weekday. From 2100 on: 2100-01-01 00:00:00.
 ParamTime SecondsToParamTime(std::uint32_t seconds);
+
+/// A time moved by whole hours: a time of day within its day, without a date as before; a dated one
+/// through the calendar. What is invalid or would leave the years 1970 to 2099 stays as it is.
+ParamTime ShiftedByHours(const ParamTime& time, std::int64_t hours);
 
 /// Gives a time of day the date, of yesterday, today or tomorrow, that brings it closest to now.
 void CompleteDateFromToday(ParamTime* time, const Clock& clock);
