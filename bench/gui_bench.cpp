@@ -22,6 +22,7 @@
 #include "files/file_io.h"
 #include "median_time.h"
 #include "response/widgets/calibration_display.h"
+#include "table/param_access.h"
 #include "ui/qt_path.h"
 #include "waveform_drawing.h"
 
@@ -185,8 +186,7 @@ int main(int argc, char** argv) {
   std::printf("acquisition parameters, open and paint: %.1f ms (aim: under 50)\n",
               open_acquisition);
 
-  const int ip = 1;
-  static_cast<void>(table.SetParam("TECH", orvane::IntPT, &ip));  // a built-in key
+  orvane::PutInt(&table, "TECH", orvane::kSip);
   const double site = MedianMilliseconds([&app, &table] {
     orvane::SiteForm form(&table, orvane::kSip, orvane::TransmitterModels());
     static_cast<void>(form.Open());

@@ -31,7 +31,7 @@
 #include "stepping/widgets/fdem_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "stepping/widgets/stepping_cycle_dlg.h"
-#include "table/param_text.h"
+#include "table/param_access.h"
 #include "table/tbl_file.h"
 #include "table/unsaved_table.h"
 #include "timeseries/widgets/waveform_display.h"
@@ -140,8 +140,7 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
     CSiteDlg dialog(&form, &table, &prompts, frame);
     done = visit(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
   }
-  const int sip = 1;
-  static_cast<void>(table.SetParam("TECH", IntPT, &sip));
+  PutInt(&table, "TECH", kSip);
   StartupRun run(&table, PathFromText(app->Document().Path()), &prompts);
   for (const StartupBox& box : run.Boxes()) {
     if (box.number <= 1) {
@@ -176,7 +175,7 @@ bool VisitAcquisition(const ParamTable& opened, const Visit& visit) {
   bool done = true;
   for (std::int32_t tech = 1; tech <= static_cast<std::int32_t>(kNames.size()); ++tech) {
     ParamTable table = opened;
-    static_cast<void>(table.SetParam("TECH", IntPT, &tech));
+    PutInt(&table, "TECH", tech);
     AcqForm form(&table, &now);
     form.Open();
     CAcqParamDlg dialog(&form, &prompts);
@@ -211,7 +210,7 @@ bool VisitStepping(const ParamTable& opened, const Visit& visit) {
   bool done = true;
   for (const Method& method : kMethods) {
     ParamTable table = opened;
-    static_cast<void>(table.SetParam("TECH", IntPT, &method.tech));
+    PutInt(&table, "TECH", method.tech);
     if (HasCycles(method.tech)) {
       ApplyTransmitter(&table, method.tech, WithDefaults({}, method.tech), 16);
     }
@@ -245,7 +244,7 @@ void Put(ParamTable* table, ParamKey key, std::string_view text) {
   const auto type = static_cast<ValueType>(table->FindParam(key)->type);
   ParamValue value{};
   ParseParamValue(text, type, &value);
-  static_cast<void>(table->SetParam(key, type, value.data()));
+  PutValue(table, key, type, value);
 }
 
 template <typename Dialog, typename Form>

@@ -200,7 +200,7 @@ ParamTable CompanionOf(const ParamTable& day, const std::vector<std::string>& na
                        std::string_view version, double frequency) {
   ParamTable table = day;
   const auto set = [&table](const std::string& key, ValueType type, const ParamValue& value) {
-    static_cast<void>(table.SetParam(key, type, value.data()));  // all of them are known
+    PutValue(&table, key, type, value);
   };
   const auto set_text = [&set](const std::string& key, std::string_view text) {
     ParamValue value{};

@@ -4,7 +4,6 @@
 #include <QFileInfo>
 
 #include "editors/table_summary.h"
-#include "table/param_access.h"
 
 namespace orvane {
 

@@ -21,13 +21,7 @@ const std::string kCaption = "Orvane";
 constexpr std::uint64_t kLargestTable = std::uint64_t{64} << 20U;
 
 std::string OfAllParameters(std::size_t loaded) {
-  return FormatInt(static_cast<std::int64_t>(loaded)) + " of " + FormatInt(kDictionarySize) +
-         " parameters";
-}
-
-// The built-in dictionary has every key that the document sets.
-void StoreInt(ParamTable* table, ParamKey key, std::int32_t number) {
-  static_cast<void>(table->SetParam(key, IntPT, &number));
+  return FormatInt(loaded) + " of " + FormatInt(kDictionarySize) + " parameters";
 }
 
 }  // namespace
@@ -81,14 +75,13 @@ bool COrvaneDoc::OnNewDocument() {
   not_in_file_.clear();
   file_.Forget();
   BuildIndex();
-  StoreInt(table_, "LPFR", 18);
-  StoreInt(table_, "ACDC", 0);
-  StoreInt(table_, "ACDH", 0);
-  StoreInt(table_, "EGNC", 1);
-  StoreInt(table_, "HGNC", 1);
-  const double gain = 1.0;
+  PutInt(table_, "LPFR", 18);
+  PutInt(table_, "ACDC", 0);
+  PutInt(table_, "ACDH", 0);
+  PutInt(table_, "EGNC", 1);
+  PutInt(table_, "HGNC", 1);
   for (const ParamKey key : {"GFC1", "GFC2", "GFC3", "GFC4", "GFC5", "GFC6", "GFC7", "GFC8"}) {
-    static_cast<void>(table_->SetParam(key, FltPT, &gain));  // built in, as above
+    PutReal(table_, key, 1.0);
   }
   if (has_document_) {
     notices_->ShowNotice("New table; the parameters keep their previous values");
@@ -123,7 +116,7 @@ bool COrvaneDoc::Load(const QString& path, const ParamTable& before) {
     return false;
   }
   ParamTable loaded = before;
-  StoreInt(&loaded, "TECH", 5);  // a file without the method is one of MT/AMT
+  PutInt(&loaded, "TECH", kMtAmt);  // a file without the method is one of MT/AMT
   TblReport report;
   RememberedFile memory;
   if (LoadParamFile(&loaded, file_path, &report, &memory) != kOk) {

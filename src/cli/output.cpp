@@ -10,7 +10,7 @@
 #include "base/number_text.h"
 #include "cli/terminal.h"
 #include "files/path_text.h"
-#include "table/param_text.h"
+#include "table/param_access.h"
 #include "table/tech.h"
 
 namespace orvane {
@@ -72,9 +72,8 @@ bool LoadOntoDefaults(const std::filesystem::path& path, ParamTable* table, TblR
     PrintMessage(StatusText(status));
     return false;
   }
-  const std::int32_t tech = kMtAmt;
-  if (method == WithoutMethod::kMtAmt && table->SetParam("TECH", IntPT, &tech) != kOk) {
-    return false;
+  if (method == WithoutMethod::kMtAmt) {
+    PutInt(table, "TECH", kMtAmt);
   }
   if (LoadParamFile(table, path, report) != kOk) {
     PrintMessage(report->message);

@@ -52,7 +52,7 @@ ExitCode RunSchedulePreset(const PresetOptions& options) {
   }
   const int tech = options.tech;
   const std::int32_t stored = IntParam(table, "TTOT");
-  static_cast<void>(table.SetParam("TECH", IntPT, &tech));
+  PutInt(&table, "TECH", tech);
   if (const double current = RealParam(table, "CRMX"); HasCycles(tech) && !(current >= 0)) {
     PrintMessage(FileMessage(options.file, "the stored maximum current (CRMX) is not a current: " +
                                                FormatReal(current)));

@@ -6,6 +6,7 @@
 #include "cli/interrupt_watch.h"
 #include "files/file_io.h"
 #include "files/path_text.h"
+#include "table/param_access.h"
 #include "table/tbl_record.h"
 
 namespace orvane {
@@ -76,8 +77,7 @@ bool SetOnce(const SetOptions& options, ExitCode* result) {
   if (!LoadTable(options.file, &table, &report) || !AssignAll(options, &table)) {
     return true;
   }
-  std::int32_t output_version = 2;
-  const bool stays_1 = table.GetParam("TBVO", IntPT, &output_version) == kOk && output_version == 1;
+  const bool stays_1 = IntParam(table, "TBVO") == 1;
   const TblSaveOptions save{options.tbl_version, false, stays_1 ? 1 : 2};
   if ((is_update ? SaveParamFile(&table, options.to, &file, save, &report)
                  : SaveParamFile(&table, options.to, save, &report)) != kOk) {

@@ -108,7 +108,7 @@ void AcqForm::WriteFilter() {
   } else if (index > 0) {
     code = kFirstFilter + index - 1 + (model_.Index(acq::kVlfTrap) == 1 ? kTrapBit : 0);
   }
-  static_cast<void>(table_->SetParam("LPFR", IntPT, &code));
+  PutInt(table_, "LPFR", code);
 }
 
 void AcqForm::OnEdited(int control) {
@@ -182,10 +182,8 @@ void AcqForm::ShowSpace() {
 void AcqForm::WriteSchedule() {
   model_.Write(kSchedule);
   model_.Write(kTimes);
-  double gain = 0;
-  if (table_->GetParam("HNOM", FltPT, &gain) == kOk && gain == 0.0) {
-    gain = IsMtSampling() ? 1000.0 : 100.0;
-    static_cast<void>(table_->SetParam("HNOM", FltPT, &gain));
+  if (RealParam(*table_, "HNOM") == 0.0) {
+    PutReal(table_, "HNOM", IsMtSampling() ? 1000.0 : 100.0);
   }
 }
 
@@ -200,7 +198,7 @@ void AcqForm::Commit() {
                           acq::kHxSerial, acq::kHySerial, acq::kHzSerial, acq::kFileClose,
                           acq::kRequest});
   constexpr std::int32_t kSetupMode = 1;
-  static_cast<void>(table_->SetParam("MODE", IntPT, &kSetupMode));
+  PutInt(table_, "MODE", kSetupMode);
   model_.Write(std::array{acq::kDrift, acq::kCombFilter, acq::kPowerUpWindow});
 }
 

@@ -23,9 +23,7 @@ constexpr std::array<AuxiliaryKeys, kMaxAuxiliaryBoxes> kAuxiliary = {{
 
 // 0 where the key is missing or of another type.
 std::uint32_t Read(const ParamTable& table, ParamKey key) {
-  std::uint32_t number = 0;
-  static_cast<void>(table.GetParam(key, IntPT, &number));
-  return number;
+  return static_cast<std::uint32_t>(IntParam(table, key));
 }
 
 }  // namespace

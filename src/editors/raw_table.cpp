@@ -6,7 +6,7 @@
 
 #include "base/ascii.h"
 #include "base/number_text.h"
-#include "table/param_text.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {
@@ -129,7 +129,7 @@ std::vector<int> RawTable::EndEdit(int ordinal, std::string_view text) {
   ParamValue value{};
   ParseParamValue(text, TypeOf(*entry), &value);
   // Only a type beyond the known ones is refused; the row shows what was typed all the same.
-  static_cast<void>(table_->SetParam(key, TypeOf(*entry), value.data()));
+  PutValue(table_, key, TypeOf(*entry), value);
   is_modified_ = true;
 
   std::vector<int> partners;

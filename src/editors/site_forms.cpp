@@ -160,11 +160,6 @@ std::vector<Field> FieldsOf(int tech, std::span<const Choice> transmitters) {
   return fields;
 }
 
-void Store(ParamTable* table, ParamKey key, ValueType type, const void* value) {
-  // A table that lacks the key has nowhere to keep it.
-  static_cast<void>(table->SetParam(key, type, value));
-}
-
 // Degrees from 0 to below 360.
 double WithinCircle(double degrees) {
   const double rest = std::fmod(degrees, 360);
@@ -230,8 +225,7 @@ std::vector<std::string> SiteForm::Open() {
   const std::int32_t array_type = IntParam(*table_, "ARRYTYP");
   const bool is_ip = DialogNumber() == 161;
   if (is_ip && (array_type < 0 || array_type >= static_cast<int>(kIpArrays.size()))) {
-    const std::int32_t replaced = kDipoleDipole;
-    Store(table_, "ARRYTYP", IntPT, &replaced);
+    PutInt(table_, "ARRYTYP", kDipoleDipole);
     changed.emplace_back("ARRYTYP");
   }
   model_.ReadAll();
@@ -297,8 +291,8 @@ void SiteForm::CompleteLoopSize() {
     return;
   }
   const double side = std::sqrt(area / turns);
-  Store(table_, "LLENGTH", FltPT, &side);
-  Store(table_, "LWIDTH", FltPT, &side);
+  PutReal(table_, "LLENGTH", side);
+  PutReal(table_, "LWIDTH", side);
 }
 
 void SiteForm::CommitAfterGrids() {

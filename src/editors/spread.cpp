@@ -15,7 +15,7 @@ std::vector<int> OccupiedSlots(const ParamTable& table) {
   int slot = 0;
   for (const ParamKey key : {"SN01", "SN02", "SN03", "SN04", "SN05"}) {
     ++slot;
-    if (IntParam(table, key) != 0) {
+    if (IntParam(table, keys.serial) != 0) {
       occupied.push_back(slot);
     }
   }
@@ -265,9 +265,7 @@ void Spread::WriteChannels(const BoxState& box, int slot) {
       const auto key = ChannelKey(KindOf(box), slot, static_cast<int>(channel) + 1,
                                   static_cast<ChannelColumn>(column));
       if (!key.IsEmpty() && (cell.is_edited || has_moved)) {
-        // A key that the table lacks has nowhere to go.
-        static_cast<void>(table_->SetParam(key, InfoOf(static_cast<ChannelColumn>(column)).type,
-                                           cell.stored.data()));
+        PutValue(table_, key, InfoOf(static_cast<ChannelColumn>(column)).type, cell.stored);
       }
     }
   }

@@ -249,7 +249,7 @@ void StartupForm::OverrideForReceiver(ParamTable* table) const {
   NameNoOtherBoxes(table);
   for (std::size_t i = 0; i < gains_.size(); ++i) {
     if (gains_[i]) {
-      Put(table, kGainKeys[i], FltPT, &*gains_[i]);
+      PutReal(table, kGainKeys[i], *gains_[i]);
     }
   }
 }

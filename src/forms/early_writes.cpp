@@ -3,25 +3,23 @@
 
 #include <algorithm>
 
-#include "table/param_text.h"
+#include "table/param_access.h"
 
 namespace orvane {
 
 void EarlyWrites::PutInt(ParamKey key, std::int32_t number) {
-  ParamValue value{};
-  orvane::PutInt(number, &value);
-  Put(key, IntPT, value);
+  Remember(key);
+  orvane::PutInt(table_, key, number);
 }
 
 void EarlyWrites::PutReal(ParamKey key, double number) {
-  ParamValue value{};
-  orvane::PutReal(number, &value);
-  Put(key, FltPT, value);
+  Remember(key);
+  orvane::PutReal(table_, key, number);
 }
 
 void EarlyWrites::Put(ParamKey key, ValueType type, const ParamValue& value) {
   Remember(key);
-  static_cast<void>(table_->SetParam(key, type, value.data()));
+  PutValue(table_, key, type, value);
 }
 
 void EarlyWrites::Remember(ParamKey key) {

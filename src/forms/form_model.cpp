@@ -6,7 +6,7 @@
 #include <cassert>
 
 #include "base/ascii.h"
-#include "table/param_text.h"
+#include "table/param_access.h"
 #include "table/param_time.h"
 
 namespace orvane {
@@ -319,8 +319,7 @@ void FormModel::WriteTo(ParamTable* table, std::span<const int> controls) const 
     const auto values = is_as_read ? state.stored : StoredOf(*state.field, state.shown, hours_);
     const auto keys = KeysOf(*state.field);
     for (std::size_t i = 0; i < values.size(); ++i) {
-      // A key that the table lacks has nowhere to go; dialogs go on with the others.
-      static_cast<void>(table->SetParam(keys[i], state.field->type, values[i].data()));
+      PutValue(table, keys[i], state.field->type, values[i]);
     }
   }
 }

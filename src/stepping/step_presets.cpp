@@ -70,23 +70,15 @@ const StepPreset* FindPreset(int tech, std::int32_t cycle) {
   return found == kPresets.end() ? nullptr : found;
 }
 
-// A key that the table lacks has nowhere to go; the others are written all the same.
-void Put(ParamTable* table, ParamKey key, std::int32_t number) {
-  static_cast<void>(table->SetParam(key, IntPT, &number));
-}
-void PutReal(ParamTable* table, ParamKey key, double number) {
-  static_cast<void>(table->SetParam(key, FltPT, &number));
-}
-
 void Write(ParamTable* table, const StepPreset& preset) {
-  Put(table, "WFRM", 4);
-  Put(table, "NUMITEM", 1);
-  Put(table, "AUTO", 1);
-  Put(table, "FPOC", 0);
-  Put(table, "TTOT", preset.cycle);
+  PutInt(table, "WFRM", 4);
+  PutInt(table, "NUMITEM", 1);
+  PutInt(table, "AUTO", 1);
+  PutInt(table, "FPOC", 0);
+  PutInt(table, "TTOT", preset.cycle);
   PutReal(table, "FEND", preset.lowest);
-  Put(table, "TPFR", preset.seconds);
-  Put(table, "CPFR", preset.cycles);
+  PutInt(table, "TPFR", preset.seconds);
+  PutInt(table, "CPFR", preset.cycles);
   for (std::size_t i = 0; i < kFrequencyKeys.size(); ++i) {
     PutReal(table, kFrequencyKeys[i], preset.frequencies[i]);
   }
@@ -113,15 +105,15 @@ void ApplyDefaultWindows(ParamTable* table, int tech) {
     return;
   }
   PutReal(table, "FDRIFT", 0);
-  Put(table, "AUTO", 0);
+  PutInt(table, "AUTO", 0);
   PutReal(table, "CREQ", 5.0);
   if (tech == kTdip) {
-    Put(table, "WFRM", 1);
-    Put(table, "NUMITEM", 16);
+    PutInt(table, "WFRM", 1);
+    PutInt(table, "NUMITEM", 16);
     PutReal(table, "FREQ", 0.125);
     return;
   }
-  Put(table, "NUMITEM", 21);
+  PutInt(table, "NUMITEM", 21);
   const double by_line = IntParam(*table, "LFRQ") == 50 ? 25.0 : 30.0;
   PutReal(table, "FREQ", IntParam(*table, "ARRYTYP") == kSlowArray ? 0.0625 : by_line);
 }

@@ -214,8 +214,7 @@ void SteppingForm::Commit() {
     model_.Write(std::array{field.control});
   }
   for (std::size_t i = 0; is_list_edited_ && i < kFrequencyKeys.size(); ++i) {
-    // A key that the table lacks has nowhere to go.
-    static_cast<void>(table_->SetParam(kFrequencyKeys[i], FltPT, &frequencies_[i]));
+    PutReal(table_, kFrequencyKeys[i], frequencies_[i]);
   }
 }
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Values of a table for rules that take a missing key as an empty one.
+// Values of a table for rules that take a missing key as an empty one and write around it.
 #ifndef ORVANE_TABLE_PARAM_ACCESS_H_
 #define ORVANE_TABLE_PARAM_ACCESS_H_
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "table/param_table.h"
 #include "table/param_text.h"
@@ -35,6 +36,15 @@ inline std::string ParamAsText(const ParamTable& table, ParamKey key) {
   }
   return text;
 }
+
+/// The writers skip a key that is missing or of another type: it has nowhere to keep the value.
+/// Each tells whether the stored bytes changed.
+bool PutValue(ParamTable* table, ParamKey key, ValueType type, const ParamValue& value);
+bool PutInt(ParamTable* table, ParamKey key, std::int32_t number);
+bool PutReal(ParamTable* table, ParamKey key, double number);
+/// For a `StrPT` or a `PosPT` key; the text is cut to 15 characters.
+bool PutText(ParamTable* table, ParamKey key, std::string_view text);
+bool PutTime(ParamTable* table, ParamKey key, const ParamTime& time);
 
 }  // namespace orvane
 

@@ -8,7 +8,7 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "files/path_text.h"
-#include "table/param_text.h"
+#include "table/param_access.h"
 #include "table/tbl_record.h"
 
 namespace orvane {
@@ -22,17 +22,6 @@ ValueType TypeOf(const ParamEntry& entry) { return static_cast<ValueType>(entry.
 
 Status StoreRecord(ParamTable* table, const ParamEntry& entry, bool check_permission) {
   return table->SetParam(ParamKey(entry.key), TypeOf(entry), entry.value.data(), check_permission);
-}
-
-void StoreInt(ParamTable* table, ParamKey key, std::int32_t number, bool check_permission = false) {
-  const Le<std::int32_t> bytes(number);
-  // A table of a caller's own may lack the key; there is nothing to tell it then.
-  static_cast<void>(table->SetParam(key, IntPT, &bytes, check_permission));
-}
-
-std::string TextParam(const ParamTable& table, ParamKey key, ValueType type) {
-  std::array<char, kValueSize> text{};
-  return table.GetParam(key, type, text.data()) == kOk ? text.data() : std::string();
 }
 
 void Append(std::span<const std::byte> bytes, std::vector<std::byte>* image) {
@@ -99,15 +88,14 @@ std::vector<std::byte> ImageV2(const ParamTable& table, bool filtered) {
 }
 
 bool IsClockUnit(const ParamTable& table) {
-  const std::string hardware = TextParam(table, "HW", StrPT);
+  const std::string hardware = ParamAsText(table, "HW");
   return EqualsWithoutCase(hardware, "zlaclk") || EqualsWithoutCase(hardware, "zlacl4");
 }
 
 // The file that a box starts with; empty where there is none.
 std::filesystem::path StartupPath(const ParamTable& table) {
-  const std::string folder = TextParam(table, "DPTH", PosPT);
-  Le<std::int32_t> serial;
-  if (table.GetParam("SNUM", IntPT, &serial) == kOk && serial != 0) {
+  const std::string folder = ParamAsText(table, "DPTH");
+  if (const std::int32_t serial = IntParam(table, "SNUM"); serial != 0) {
     std::filesystem::path path = PathOf(folder + FormatInt(serial) + ".tbl");
     if (InFile().Open(path).empty()) {
       return path;
@@ -263,7 +251,7 @@ Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblRe
   }
   report->missing = brought.MissingFrom(loaded);
   report->held = CountOf(loaded) - report->missing.size();
-  StoreInt(&loaded, "TBVI", report->version);
+  PutInt(&loaded, "TBVI", report->version);
   *table = std::move(loaded);
   if (memory != nullptr) {
     *memory = reader.Memory();
@@ -300,8 +288,8 @@ Status SaveParamFile(ParamTable* table, const std::filesystem::path& path,
 Status SaveParamFile(ParamTable* table, const std::filesystem::path& path, OutFile* file,
                      const TblSaveOptions& options, TblReport* report, RememberedFile* memory) {
   const auto store_versions = [&options](ParamTable* target) {
-    StoreInt(target, "TBVI", options.version == 1 ? 1 : 2);
-    StoreInt(target, "TBVO", options.output_version);
+    PutInt(target, "TBVI", options.version == 1 ? 1 : 2);
+    PutInt(target, "TBVO", options.output_version);
   };
   ParamTable written = *table;
   store_versions(&written);
@@ -359,10 +347,10 @@ Status LoadStartupTable(ParamTable* table, const LogSink& log) {
     say("\nError loading startup.tbl");
     return status;
   }
-  if (request != 0 && request != 9) {
-    StoreInt(&loaded, "RQST", request, true);
+  if (request != 0 && request != 9 && loaded.CheckParamWritable("RQST") == kOk) {
+    PutInt(&loaded, "RQST", request);
   }
-  StoreInt(&loaded, "TBVI", report.version);
+  PutInt(&loaded, "TBVI", report.version);
   *table = std::move(loaded);
   return kOk;
 }

@@ -10,6 +10,7 @@
 #include "files/file_io.h"
 #include "files/path_names.h"
 #include "files/path_text.h"
+#include "table/param_access.h"
 #include "table/tbl_file.h"
 
 namespace orvane {
@@ -28,10 +29,9 @@ void CopyHeaderTexts(ParamTable* table) {
   };
   for (const auto& [from, to] : {Pair{"CMPY1", "CMPY"}, Pair{"LOUT1", "LOUT"},
                                  Pair{"CLIENT1", "PMIT"}, Pair{"SRVY1", "SRVY"}}) {
-    std::array<char, kValueSize> text{};
-    if (table->GetParam(from, StrPT, text.data()) == kOk) {
-      // A table that lacks the single field has no use for the text.
-      static_cast<void>(table->SetParam(to, PosPT, text.data()));
+    if (const ParamEntry* entry = table->FindParam(from);
+        entry != nullptr && entry->type == StrPT) {
+      PutText(table, to, CharactersOf(entry->value, kMaxTextLength));
     }
   }
 }

@@ -2,6 +2,8 @@
 #ifndef ORVANE_TABLE_TECH_H_
 #define ORVANE_TABLE_TECH_H_
 
+#include "table/param_access.h"
+
 namespace orvane {
 
 /// Survey methods as "TECH" stores them.

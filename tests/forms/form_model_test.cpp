@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "forms/early_writes.h"
-#include "table/param_text.h"
+#include "table/param_access.h"
 #include "table/param_time.h"
 
 namespace orvane {
@@ -100,18 +100,17 @@ TEST_F(Form, ChoicesAreMappedAsTheirCodecsSay) {
 
 TEST_F(Form, UntouchedFieldsWriteTheirBytesBack) {
   // A double that ten digits do not tell, a weekday, an invalid time, a text beyond its limit.
-  const double voltage = 0.1 + 0.2;
-  ASSERT_EQ(table_.SetParam("DXDC", FltPT, &voltage), kOk);
+  PutReal(&table_, "DXDC", 0.1 + 0.2);
   Set("HXSN", "longer than 8");
   Set("L2NS", "99");
   for (const ParamTime& time :
        {ParamTime{5, 4, 3, 21, 11, 26, 6, 20}, ParamTime{99, 0, 0, 1, 1, 1, 1, 1}}) {
-    ASSERT_EQ(table_.SetParam("STIM", AmxPT, &time), kOk);
+    PutTime(&table_, "STIM", time);
     form_.SetHourOffset(7);
     ReadAndWrite();
     EXPECT_EQ(TimeOf(table_.FindParam("STIM")->value), time);
   }
-  EXPECT_EQ(RealOf(table_.FindParam("DXDC")->value), voltage);
+  EXPECT_EQ(RealOf(table_.FindParam("DXDC")->value), 0.1 + 0.2);
   EXPECT_EQ(Get("HXSN"), "longer than 8");
   EXPECT_EQ(Get("L2NS"), "99");
   EXPECT_FALSE(form_.Warning(1).empty() || form_.Warning(3).empty());

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "table/param_access.h"
 #include "table/param_time.h"
 
 namespace orvane {
@@ -76,12 +77,11 @@ TEST(RecordingSize, FollowsTheSchedule) {
     ASSERT_EQ(table.BuildParamIndex(), kOk);
     const std::array keys = {"MTSR", "HSMP", "L2NS", "L3NS", "L4NS"};
     for (std::size_t i = 0; i < keys.size(); ++i) {
-      ASSERT_EQ(table.SetParam(keys[i], IntPT, &schedule.numbers[i]), kOk);
+      PutInt(&table, keys[i], schedule.numbers[i]);
     }
     const std::array time_keys = {"STIM", "ETIM", "HTIM", "ETMH"};
     for (std::size_t i = 0; i < time_keys.size(); ++i) {
-      const ParamTime time = ParseParamTime(schedule.times[i]);
-      ASSERT_EQ(table.SetParam(time_keys[i], AmxPT, &time), kOk);
+      PutTime(&table, time_keys[i], ParseParamTime(schedule.times[i]));
     }
     const RecordingSize size = EstimateRecordingSize(table, schedule.channels, FixedClock());
     EXPECT_EQ(size.stated, schedule.stated / 1048576.0);
