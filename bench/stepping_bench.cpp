@@ -10,7 +10,7 @@ namespace {
 
 // 200 frequencies to the octave, with a power, a root and a rounding in each row.
 constexpr orvane::FrequencyList kRequested = {9600};
-constexpr orvane::StepParameters kParameters = {4, 200, 1, 60, 1000000, 0, 16, 3673};
+constexpr orvane::StepParameters kParameters = {orvane::kCsamt, 200, 1, 60, 1000000, 0, 16, 3673};
 
 void StepTable(benchmark::State& state) {
   orvane::ScheduleTable table{};

@@ -131,10 +131,8 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
   bool done = visit(&serials_dialog, "box-serials");
   constexpr std::array<const char*, 6> kNames = {"site-sip",   "site-tdip", "site-tdem",
                                                  "site-csamt", "site-mt",   "site-fdem"};
-  for (int tech = 1; tech <= 6; ++tech) {
-    if (table.SetParam("TECH", IntPT, &tech) != kOk) {
-      return false;
-    }
+  for (const Tech tech : {kSip, kTdip, kTdem, kCsamt, kMtAmt, kFdem}) {
+    PutInt(&table, "TECH", tech);
     SiteForm form(&table, tech, TransmitterModels());
     static_cast<void>(form.Open());
     CSiteDlg dialog(&form, &table, &prompts, frame);
@@ -182,7 +180,7 @@ bool VisitAcquisition(const ParamTable& opened, const Visit& visit) {
     dialog.SetSiteSetup([] {});
     dialog.resize(dialog.sizeHint());  // also where this screen is smaller
     done = visit(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
-    if (tech == 5) {
+    if (tech == kMtAmt) {
       dialog.resize(660, 360);  // a field laptop at 200 %
       done = visit(&dialog, "acquisition-mt-small") && done;
     }
@@ -193,7 +191,7 @@ bool VisitAcquisition(const ParamTable& opened, const Visit& visit) {
 // The stepping of each method with its default values, the cycles to choose from, the FDEM file.
 bool VisitStepping(const ParamTable& opened, const Visit& visit) {
   struct Method {
-    int tech;
+    Tech tech;
     std::int32_t cycle;
     const char* name;
     const char* cycle_name;

@@ -25,6 +25,7 @@
 #include "table/param_table.h"
 #include "table/param_text.h"
 #include "table/tbl_file.h"
+#include "table/tech.h"
 #include "timeseries/stack_result.h"
 
 namespace {
@@ -274,7 +275,7 @@ bool Apply(std::span<const Setting> settings, ParamTable* table) {
 
 // The methods that step through frequencies begin with their usual cycle.
 void SetStepping(ParamTable* table) {
-  const int tech = orvane::IntParam(*table, "TECH");
+  const orvane::Tech tech = orvane::TechOf(*table);
   if (tech == orvane::kSip || tech == orvane::kCsamt) {
     orvane::ApplyTransmitter(table, tech, orvane::WithDefaults({}, tech),
                              orvane::CycleCurrent(tech, 0));

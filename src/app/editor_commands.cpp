@@ -22,6 +22,7 @@
 #include "forms/early_writes.h"
 #include "stepping/widgets/fdem_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
+#include "table/box_keys.h"
 #include "table/param_access.h"
 #include "table/param_text.h"
 #include "table/tech.h"
@@ -75,8 +76,10 @@ void EditorCommands::EditRaw() {
 
 bool EditorCommands::AskForSerials(QWidget* parent, std::vector<std::string>* early) {
   EarlyWrites writes(&doc_->Table());
-  for (const ParamKey key : {"SNTX", "SNUM", "SN01", "SN02", "SN03", "SN04", "SN05"}) {
-    writes.Remember(key);
+  writes.Remember("SNTX");
+  writes.Remember("SNUM");
+  for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
+    writes.Remember(keys.serial);
   }
   BoxSerialForm form(&doc_->Table());
   form.Open();
@@ -91,7 +94,7 @@ bool EditorCommands::AskForSerials(QWidget* parent, std::vector<std::string>* ea
   return true;
 }
 
-bool EditorCommands::SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early) {
+bool EditorCommands::SetUpSite(Tech tech, QWidget* parent, std::vector<std::string>* early) {
   if (tech != kMtAmt && !AskForSerials(parent, early)) {
     return false;
   }
@@ -120,13 +123,10 @@ void EditorCommands::EditAcquisition() {
   CAcqParamDlg dialog(&form, prompts_, parent_);
   std::vector<std::string> early;
   dialog.SetSiteSetup([&] {
-    const int tech = form.BeginSiteSetup();
+    const Tech tech = form.BeginSiteSetup();
     // The coils of an MT/AMT site are those of the acquisition: its own OK writes the same.
-    if (tech != 0 && SetUpSite(tech, &dialog, &early) && tech == kMtAmt) {
-      const auto text = [&table](ParamKey key) {
-        std::array<char, kValueSize> bytes{};
-        return table.GetParam(key, StrPT, bytes.data()) == kOk ? bytes.data() : std::string();
-      };
+    if (tech != kNoTech && SetUpSite(tech, &dialog, &early) && tech == kMtAmt) {
+      const auto text = [&table](ParamKey key) { return ParamAsText(table, key); };
       form.SetCoilSerials(text("HXSN"), text("HYSN"), text("HZSN"));
     }
     doc_->UpdateAllViews();
@@ -139,7 +139,7 @@ void EditorCommands::EditAcquisition() {
   }
 }
 
-QString EditorCommands::ScheduleFolder(int method) const {
+QString EditorCommands::ScheduleFolder(Tech method) const {
   const QString folder = FieldFolders(doc_).Data(method);
   return folder.isEmpty() ? QDir::homePath() : folder;
 }
@@ -147,7 +147,7 @@ QString EditorCommands::ScheduleFolder(int method) const {
 void EditorCommands::EditStepping() {
   SteppingForm form(&doc_->Table(), prompts_, notices_);
   form.Open();
-  const QString folder = ScheduleFolder(IntParam(doc_->Table(), "TECH"));
+  const QString folder = ScheduleFolder(TechOf(doc_->Table()));
   CFreqSteppingDlg dialog(&form, prompts_, folder, parent_);
   TellRefusedPastes(dialog);
   if (!Run(&dialog)) {

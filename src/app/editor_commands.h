@@ -9,6 +9,7 @@
 
 #include "app/orvane_doc.h"
 #include "forms/prompts.h"
+#include "table/tech.h"
 
 namespace orvane {
 
@@ -34,10 +35,10 @@ class EditorCommands {
  private:
   /// The site setup of a method, over `parent`. True when it ended with OK. Adds the keys that were
   /// changed before it.
-  bool SetUpSite(int tech, QWidget* parent, std::vector<std::string>* early);
+  bool SetUpSite(Tech tech, QWidget* parent, std::vector<std::string>* early);
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   /// The document's folder.
-  QString ScheduleFolder(int method) const;
+  QString ScheduleFolder(Tech method) const;
   /// Runs a dialog. True when it ended with OK.
   bool Run(QDialog* dialog);
   /// Of the grids of a dialog, in the status bar.

@@ -7,7 +7,7 @@
 
 namespace orvane {
 
-QString FieldFolders::Data(int method) const {
+QString FieldFolders::Data(Tech method) const {
   const std::string_view name = MethodName(method);
   // "MT/AMT" is in the folder "MT".
   const std::string_view folder = name.substr(0, name.find('/'));
@@ -15,7 +15,7 @@ QString FieldFolders::Data(int method) const {
                QString::fromLatin1(folder.data(), static_cast<qsizetype>(folder.size())));
 }
 
-QString FieldFolders::Data() const { return Data(IntParam(doc_->Table(), "TECH")); }
+QString FieldFolders::Data() const { return Data(TechOf(doc_->Table())); }
 
 QString FieldFolders::Document() const {
   return doc_->Path().isEmpty() ? QString() : QFileInfo(doc_->Path()).absolutePath();

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "app/orvane_doc.h"
+#include "table/tech.h"
 
 namespace orvane {
 
@@ -17,7 +18,7 @@ class FieldFolders {
 
   /// Each is the usual folder where that exists, else that of the document; empty without either.
   QString Calibrations() const { return Usual(QStringLiteral("CAL")); }
-  QString Data(int method) const;
+  QString Data(Tech method) const;
   /// For the method of the document.
   QString Data() const;
   QString Document() const;

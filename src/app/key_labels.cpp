@@ -49,7 +49,7 @@ Labels AllLabels() {
   ParamTable table;
   BoxSerialForm serials(&table);
   Add(serials.Model().Fields(), &labels);
-  for (const int tech : {kSip, kTdem, kCsamt, kMtAmt}) {
+  for (const Tech tech : {kSip, kTdem, kCsamt, kMtAmt}) {
     SiteForm site(&table, tech, {});
     Add(site.Model().Fields(), &labels);
   }

@@ -10,6 +10,7 @@
 #include "table/param_dictionary.h"
 #include "table/table_diff.h"
 #include "table/tbl_file.h"
+#include "table/tech.h"
 #include "ui/qt_path.h"
 
 namespace orvane {

@@ -12,11 +12,12 @@
 
 #include "base/status.h"
 #include "base/wire.h"
+#include "table/box_keys.h"
 #include "table/param_entry.h"
 
 namespace orvane {
 
-inline constexpr int kMaxCalChannels = 12;
+inline constexpr int kMaxCalChannels = kMostBoxChannels;
 inline constexpr std::size_t kMaxCalRecords = 500;
 
 /// What a file calibrates, as its header says.

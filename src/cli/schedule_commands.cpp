@@ -38,7 +38,7 @@ void AddPreset(CLI::App* schedule, const std::shared_ptr<Arguments>& arguments,
       ->check(WholeAmount());
   AddPath(preset, "--to", &options.to, "the table to write")->required()->check(NotEmpty());
   preset->callback([=] {
-    static const std::map<std::string, int> kMethods = {
+    static const std::map<std::string, Tech> kMethods = {
         {"SIP", kSip}, {"CSAMT", kCsamt}, {"FDEM", kFdem}, {"TDIP", kTdip}, {"TDEM", kTdem}};
     arguments->preset.tech = kMethods.at(arguments->method);
     *exit_code = RunSchedulePreset(arguments->preset);

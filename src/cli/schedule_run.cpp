@@ -50,7 +50,7 @@ ExitCode RunSchedulePreset(const PresetOptions& options) {
       !LoadOntoDefaults(options.file, &table, &report)) {
     return kSomeFailed;
   }
-  const int tech = options.tech;
+  const Tech tech = options.tech;
   const std::int32_t stored = IntParam(table, "TTOT");
   PutInt(&table, "TECH", tech);
   if (const double current = RealParam(table, "CRMX"); HasCycles(tech) && !(current >= 0)) {

@@ -7,12 +7,13 @@
 
 #include "cli/output.h"
 #include "stepping/fdem_schedule.h"
+#include "table/tech.h"
 
 namespace orvane {
 
 struct PresetOptions {
   std::filesystem::path file;
-  int tech = 0;
+  Tech tech = kNoTech;
   std::int32_t cycle = 0;  ///< 0: the stored "TTOT" decides
   std::filesystem::path to;
 };

@@ -78,7 +78,7 @@ void AcqForm::Open() {
 }
 
 void AcqForm::ReadFilter() {
-  if (ChosenTech() == 0) {
+  if (ChosenTech() == kNoTech) {
     return;
   }
   const std::int32_t code = IntParam(*table_, "LPFR");
@@ -209,9 +209,9 @@ std::string AcqForm::CouplingNote() const {
   return which.empty() ? which : which + " coupling not set";
 }
 
-int AcqForm::BeginSiteSetup() {
-  const int tech = ChosenTech();
-  if (tech != 0) {
+Tech AcqForm::BeginSiteSetup() {
+  const Tech tech = ChosenTech();
+  if (tech != kNoTech) {
     early_.PutInt("TECH", tech);
   }
   return tech;

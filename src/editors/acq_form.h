@@ -51,10 +51,11 @@ class AcqForm {
   /// "E/H coupling not set" and the like where a coupling group has nothing checked; else empty.
   std::string CouplingNote() const;
 
-  /// The code of the chosen method as in "TECH"; 0 where none is chosen.
-  int ChosenTech() const { return model_.Index(acq::kFunction) + 1; }
-  /// Writes "TECH" at once, for the site editors, and tells it. 0: nothing is chosen nor written.
-  int BeginSiteSetup();
+  /// The chosen method; `kNoTech` where none is.
+  Tech ChosenTech() const { return static_cast<Tech>(model_.Index(acq::kFunction) + 1); }
+  /// Writes "TECH" at once, for the site editors, and tells it. `kNoTech`: nothing is chosen nor
+  /// written.
+  Tech BeginSiteSetup();
   /// Takes serial numbers over from another editor; those that differ count as edited.
   void SetCoilSerials(const std::string& hx, const std::string& hy, const std::string& hz);
 

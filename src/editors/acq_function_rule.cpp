@@ -126,7 +126,7 @@ void AcqForm::SetByFunction() {
 
 // After a choice, never on opening.
 void AcqForm::ResetGainFactors() {
-  if (ChosenTech() == 0 || HasSchedule()) {
+  if (ChosenTech() == kNoTech || HasSchedule()) {
     return;
   }
   for (const ParamKey key :

@@ -1,25 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/box_list.h"
 
-#include <string>
-
-#include "base/number_text.h"
+#include "table/box_keys.h"
+#include "table/tech.h"
 
 namespace orvane {
 namespace {
-
-struct AuxiliaryKeys {
-  ParamKey serial;
-  ParamKey channels;
-  ParamKey control;
-};
-constexpr std::array<AuxiliaryKeys, kMaxAuxiliaryBoxes> kAuxiliary = {{
-    {"SN01", "NCHN1R", "1RCTL"},
-    {"SN02", "NCHN2R", "2RCTL"},
-    {"SN03", "NCHN3R", "3RCTL"},
-    {"SN04", "NCHN4R", "4RCTL"},
-    {"SN05", "NCHN5R", "5RCTL"},
-}};
 
 // 0 where the key is missing or of another type.
 std::uint32_t Read(const ParamTable& table, ParamKey key) {
@@ -27,11 +13,6 @@ std::uint32_t Read(const ParamTable& table, ParamKey key) {
 }
 
 }  // namespace
-
-bool HasReferenceBox(const ParamTable& table) {
-  const std::uint32_t tech = Read(table, "TECH");
-  return tech == 1 || tech == 2;
-}
 
 int LoadBoxList(const ParamTable& table, BoxRows* rows) {
   *rows = {};
@@ -41,9 +22,8 @@ int LoadBoxList(const ParamTable& table, BoxRows* rows) {
     (*rows)[static_cast<std::size_t>(count++)] = {kind, serial, channels, {}, control};
   };
   add(kTransmitterBox, Read(table, "SNTX"), 1, Read(table, "TXCTL"));
-  const std::uint32_t counted = Read(table, "TCHN");
-  add(kLocalBox, Read(table, "SNUM"), counted != 0 ? counted : Read(table, "NCHN"), 0);
-  for (const AuxiliaryKeys& keys : kAuxiliary) {
+  add(kLocalBox, Read(table, "SNUM"), static_cast<std::uint32_t>(MainBoxChannels(table)), 0);
+  for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
     std::uint32_t serial = 0;
     if (table.GetParam(keys.serial, IntPT, &serial) != kOk) {
       break;
@@ -53,7 +33,7 @@ int LoadBoxList(const ParamTable& table, BoxRows* rows) {
     }
   }
   const std::uint32_t reference = Read(table, "SNNR");
-  if (reference != 0 && HasReferenceBox(table)) {
+  if (reference != 0 && HasReferenceBox(TechOf(table))) {
     add(kReferenceBox, reference, 2, Read(table, "REFCTL"));
   }
   return count;
@@ -64,16 +44,16 @@ Status SaveBoxList(std::span<const BoxRow> rows, ParamTable* table) {
   const auto write = [table, &status](ParamKey key, std::uint32_t number) {
     status = table->SetParam(key, IntPT, &number);
   };
-  const bool has_reference = HasReferenceBox(*table);
+  const bool has_reference = HasReferenceBox(TechOf(*table));
   bool wrote_reference = false;
   std::size_t auxiliary = 0;
   for (const BoxRow& row : rows) {
     switch (row.kind) {
       case kAuxiliaryBox:
-        if (auxiliary < kAuxiliary.size()) {
-          write(kAuxiliary[auxiliary].serial, row.serial);
-          write(kAuxiliary[auxiliary].channels, row.channels);
-          write(kAuxiliary[auxiliary].control, row.control);
+        if (auxiliary < kAuxiliaryKeys.size()) {
+          write(kAuxiliaryKeys[auxiliary].serial, row.serial);
+          write(kAuxiliaryKeys[auxiliary].channels, row.channels);
+          write(kAuxiliaryKeys[auxiliary].control, row.control);
           ++auxiliary;
         }
         break;
@@ -86,7 +66,7 @@ Status SaveBoxList(std::span<const BoxRow> rows, ParamTable* table) {
         break;
       case kLocalBox:
         write("SNUM", row.serial);
-        write("NCHN", row.channels);
+        write(kSetChannels, row.channels);
         break;
       case kTransmitterBox:
         write("SNTX", row.serial);
@@ -96,8 +76,8 @@ Status SaveBoxList(std::span<const BoxRow> rows, ParamTable* table) {
         break;
     }
   }
-  for (; auxiliary < kAuxiliary.size(); ++auxiliary) {
-    write(kAuxiliary[auxiliary].serial, 0);
+  for (; auxiliary < kAuxiliaryKeys.size(); ++auxiliary) {
+    write(kAuxiliaryKeys[auxiliary].serial, 0);
   }
   if (has_reference && !wrote_reference) {
     write("SNNR", 0);

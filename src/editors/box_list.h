@@ -28,12 +28,8 @@ struct BoxRow {
 static_assert(sizeof(BoxRow) == 32);
 
 inline constexpr int kMaxBoxes = 8;
-inline constexpr int kMaxAuxiliaryBoxes = 5;
 
 using BoxRows = std::array<BoxRow, kMaxBoxes>;
-
-/// Whether the method ("TECH") knows a reference box: SIP and TDIP do.
-bool HasReferenceBox(const ParamTable& table);
 
 /// Fills `rows` from the table and returns how many there are: transmitter, local box, the
 /// auxiliary boxes with a serial number and, for SIP and TDIP, a reference box with one.

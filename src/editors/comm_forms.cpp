@@ -7,6 +7,7 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "editors/serial_cautions.h"
+#include "table/box_keys.h"
 #include "table/param_text.h"
 
 namespace orvane {
@@ -61,11 +62,11 @@ constexpr auto kRadioFields = std::to_array<Field>({
     Ranged(RadioForm::kEncryptionKey, "Encryption key", "EKEY", kLargestWord),
     IntegerField(RadioForm::kLocalSerial, "Local Box S/N", "SNUM"),
     Ranged(RadioForm::kRefSerial, "Ref. box S/N", "SNNR", kLargestSerial),
-    Ranged(RadioForm::kAux1Serial, "Aux1 Box S/N", "SN01", kLargestSerial),
-    Ranged(1012, "Aux2 Box S/N", "SN02", kLargestSerial),
-    Ranged(1013, "Aux3 Box S/N", "SN03", kLargestSerial),
-    Ranged(1014, "Aux4 Box S/N", "SN04", kLargestSerial),
-    Ranged(RadioForm::kAux5Serial, "Aux5 Box S/N", "SN05", kLargestSerial),
+    Ranged(RadioForm::kAux1Serial, "Aux1 Box S/N", kAuxiliaryKeys[0].serial, kLargestSerial),
+    Ranged(1012, "Aux2 Box S/N", kAuxiliaryKeys[1].serial, kLargestSerial),
+    Ranged(1013, "Aux3 Box S/N", kAuxiliaryKeys[2].serial, kLargestSerial),
+    Ranged(1014, "Aux4 Box S/N", kAuxiliaryKeys[3].serial, kLargestSerial),
+    Ranged(RadioForm::kAux5Serial, "Aux5 Box S/N", kAuxiliaryKeys[4].serial, kLargestSerial),
     Ranged(RadioForm::kTxSerial, "Tx box S/N", "SNTX", kLargestSerial),
 });
 

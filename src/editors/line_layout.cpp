@@ -30,7 +30,7 @@ Place TxStation(const SiteForm& form) {
 
 // None where both stations are one place.
 std::optional<Place> DirectionOf(const SiteForm& form) {
-  if (form.Tech() == kCsamt) {
+  if (form.Method() == kCsamt) {
     const double azimuth = form.Real(SiteForm::kAzimuth) * std::numbers::pi / 180;
     return Place{std::cos(azimuth), std::sin(azimuth)};
   }
@@ -69,7 +69,7 @@ int PlaceDipoles(const Place& start, const Place& direction, double length, Spre
 int PlaceTransmitter(const SiteForm& form, const Place& direction, Spread* spread) {
   enum Array : int { kDipoleDipole = 1, kPoleDipole, kPolePole };
   const int array = form.Model().Index(SiteForm::kArrayType);
-  if (form.Tech() == kCsamt || array < kDipoleDipole || array > kPolePole) {
+  if (form.Method() == kCsamt || array < kDipoleDipole || array > kPolePole) {
     return 0;
   }
   constexpr int kTransmitterRow = 0;

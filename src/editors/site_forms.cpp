@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "editors/serial_cautions.h"
+#include "table/box_keys.h"
 #include "table/param_access.h"
 
 namespace orvane {
@@ -52,11 +53,11 @@ constexpr Field List(int control, std::string_view label, std::string_view key, 
 constexpr auto kBoxSerials = std::to_array<Field>({
     IntegerField(1234, "GVR serial number", "SNTX"),
     IntegerField(1235, "K3 serial number", "SNUM"),
-    IntegerField(1255, "Aux1 Box SN", "SN01"),
-    IntegerField(1256, "Aux2 Box SN", "SN02"),
-    IntegerField(1258, "Aux3 Box SN", "SN03"),
-    IntegerField(1259, "Aux4 Box SN", "SN04"),
-    IntegerField(1257, "Aux5 Box SN", "SN05"),
+    IntegerField(1255, "Aux1 Box SN", kAuxiliaryKeys[0].serial),
+    IntegerField(1256, "Aux2 Box SN", kAuxiliaryKeys[1].serial),
+    IntegerField(1258, "Aux3 Box SN", kAuxiliaryKeys[2].serial),
+    IntegerField(1259, "Aux4 Box SN", kAuxiliaryKeys[3].serial),
+    IntegerField(1257, "Aux5 Box SN", kAuxiliaryKeys[4].serial),
 });
 
 constexpr auto kSurvey = std::to_array<Field>({
@@ -133,7 +134,7 @@ void Append(std::span<const Field> more, std::vector<Field>* fields) {
   fields->insert(fields->end(), more.begin(), more.end());
 }
 
-std::vector<Field> FieldsOf(int tech, std::span<const Choice> transmitters) {
+std::vector<Field> FieldsOf(Tech tech, std::span<const Choice> transmitters) {
   std::vector<Field> fields;
   Append(kSurvey, &fields);
   switch (tech) {
@@ -182,7 +183,7 @@ BoxSerialForm::BoxSerialForm(ParamTable* table) : PlainForm(table, kBoxSerials) 
   });
 }
 
-SiteForm::SiteForm(ParamTable* table, int tech,
+SiteForm::SiteForm(ParamTable* table, Tech tech,
                    const std::array<std::string, 4>& transmitter_models)
     : table_(table),
       tech_(tech),
@@ -191,17 +192,17 @@ SiteForm::SiteForm(ParamTable* table, int tech,
       fields_(FieldsOf(tech, transmitter_choices_)),
       model_(table, fields_) {}
 
-int SiteForm::DialogNumber() const {
+SiteForm::Kind SiteForm::Dialog() const {
   switch (tech_) {
     case kCsamt:
-      return 159;
+      return kCsamtSite;
     case kTdem:
     case kFdem:
-      return 162;
+      return kLoopSite;
     case kMtAmt:
-      return 163;
+      return kMtSite;
     default:
-      return 161;
+      return kIpSite;
   }
 }
 
@@ -223,7 +224,7 @@ std::string_view SiteForm::Title() const {
 std::vector<std::string> SiteForm::Open() {
   std::vector<std::string> changed;
   const std::int32_t array_type = IntParam(*table_, "ARRYTYP");
-  const bool is_ip = DialogNumber() == 161;
+  const bool is_ip = Dialog() == kIpSite;
   if (is_ip && (array_type < 0 || array_type >= static_cast<int>(kIpArrays.size()))) {
     PutInt(table_, "ARRYTYP", kDipoleDipole);
     changed.emplace_back("ARRYTYP");
@@ -259,7 +260,7 @@ void SiteForm::UpdateHyAzimuth() {
 bool SiteForm::IsGroundedDipole() const { return model_.Index(kArrayType) == kGroundedDipoleIndex; }
 
 void SiteForm::UpdateLoopFields() {
-  if (DialogNumber() != 162) {
+  if (Dialog() != kLoopSite) {
     return;
   }
   const bool is_loop = !IsGroundedDipole();
@@ -296,7 +297,7 @@ void SiteForm::CompleteLoopSize() {
 }
 
 void SiteForm::CommitAfterGrids() {
-  if (DialogNumber() != 162) {
+  if (Dialog() != kLoopSite) {
     return;
   }
   if (!IsGroundedDipole()) {

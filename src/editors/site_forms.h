@@ -53,13 +53,18 @@ class SiteForm {
     kHzSerial = 1092,
   };
 
-  /// `transmitter_models`: the four names of the transmitter type list behind "Unknown".
-  SiteForm(ParamTable* table, int tech, const std::array<std::string, 4>& transmitter_models);
+  /// SIP and TDIP share a dialog, TDEM and FDEM another.
+  enum Kind : int { kCsamtSite = 159, kIpSite = 161, kLoopSite = 162, kMtSite = 163 };
 
-  int Tech() const { return tech_; }
-  /// Number of the dialog, 159, 161, 162 or 163, and its title.
-  int DialogNumber() const;
+  /// `transmitter_models`: the four names of the transmitter type list behind "Unknown".
+  SiteForm(ParamTable* table, Tech tech, const std::array<std::string, 4>& transmitter_models);
+
+  Tech Method() const { return tech_; }
+  /// The dialog, whose number it is, and its title.
+  Kind Dialog() const;
   std::string_view Title() const;
+  /// The electrodes follow one another along a line.
+  bool HasLine() const { return Dialog() == kCsamtSite || Dialog() == kIpSite; }
   bool HasSpread() const { return tech_ != kMtAmt; }
 
   FormModel& Model() { return model_; }
@@ -85,7 +90,7 @@ class SiteForm {
   void CompleteLoopSize();
 
   ParamTable* table_;
-  int tech_;
+  Tech tech_;
   std::vector<std::string> transmitter_models_;
   std::vector<Choice> transmitter_choices_;
   std::vector<Field> fields_;

@@ -4,7 +4,9 @@
 #include <algorithm>
 
 #include "base/number_text.h"
+#include "table/box_keys.h"
 #include "table/param_access.h"
+#include "table/tech.h"
 
 namespace orvane {
 namespace {
@@ -13,7 +15,7 @@ namespace {
 std::vector<int> OccupiedSlots(const ParamTable& table) {
   std::vector<int> occupied;
   int slot = 0;
-  for (const ParamKey key : {"SN01", "SN02", "SN03", "SN04", "SN05"}) {
+  for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
     ++slot;
     if (IntParam(table, keys.serial) != 0) {
       occupied.push_back(slot);
@@ -135,8 +137,8 @@ std::string Spread::EditBox(int box, BoxColumn column, std::string_view text) {
 bool Spread::CanInsert(BoxKind kind) const {
   const auto count = std::count_if(boxes_.begin(), boxes_.end(),
                                    [kind](const BoxState& box) { return box.row.kind == kind; });
-  return (kind == kAuxiliaryBox && count < kMaxAuxiliaryBoxes) ||
-         (kind == kReferenceBox && count == 0 && HasReferenceBox(*table_));
+  return (kind == kAuxiliaryBox && count < static_cast<int>(kAuxiliaryKeys.size())) ||
+         (kind == kReferenceBox && count == 0 && HasReferenceBox(TechOf(*table_)));
 }
 
 int Spread::InsertBox(BoxKind kind) {

@@ -8,6 +8,7 @@
 #include "editors/file_close.h"
 #include "editors/site_forms.h"
 #include "files/path_text.h"
+#include "table/box_keys.h"
 #include "table/param_access.h"
 
 namespace orvane {
@@ -83,35 +84,22 @@ constexpr auto kMonitorLasting =
     std::to_array<int>({StartupForm::kCurrentSensorAmplitude, StartupForm::kCurrentSensorGain,
                         StartupForm::kCurrentSensorSerial, StartupForm::kCalibrationTime});
 
-constexpr std::array<const char*, 5> kAuxiliarySerials = {"SN01", "SN02", "SN03", "SN04", "SN05"};
 constexpr std::array<const char*, 8> kFlags = {"FLAG1", "FLAG2", "FLAG3", "FLAG4",
                                                "FLAG5", "FLAG6", "FLAG7", "FLAG8"};
 constexpr std::array<const char*, 3> kGainKeys = {"GFC1", "GFC2", "GFC3"};
 
-// Whether the stored bytes changed. A key that the table lacks is skipped, as everywhere here.
-bool Put(ParamTable* table, ParamKey key, ValueType type, const void* value) {
-  const ParamEntry* entry = table->FindParam(key);
-  if (entry == nullptr) {
-    return false;
-  }
-  const ParamValue before = entry->value;
-  return table->SetParam(key, type, value) == kOk && entry->value != before;
-}
-bool PutInt(ParamTable* table, ParamKey key, std::int32_t number) {
-  return Put(table, key, IntPT, &number);
-}
-bool PutText(ParamTable* table, ParamKey key, const char* text) {
-  return Put(table, key, StrPT, text);
+const AuxiliaryKeys& KeysOfAuxiliary(StartupBox box) {
+  return kAuxiliaryKeys[static_cast<std::size_t>(box.number) - 1];
 }
 
 void NameNoOtherBoxes(ParamTable* table) {
   PutInt(table, "SNNR", 0);
-  for (const char* key : kAuxiliarySerials) {
-    PutInt(table, key, 0);
+  for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
+    PutInt(table, keys.serial, 0);
   }
 }
 
-std::vector<Choice> RequestChoices(int tech) {
+std::vector<Choice> RequestChoices(Tech tech) {
   return {{"Setup", StartupForm::kSetup},
           {tech == kMtAmt ? "Record" : "CS_Record", StartupForm::kRecord}};
 }
@@ -143,7 +131,7 @@ StartupForm::StartupForm(ParamTable* table, StartupBox box, const StartupChoices
     : table_(table),
       box_(box),
       monitor_serial_(choices.monitor_serial),
-      tech_(IntParam(*table, "TECH")),
+      tech_(TechOf(*table)),
       request_choices_(RequestChoices(tech_)),
       fields_(FieldsOf(box, request_choices_)),
       model_(table, fields_) {
@@ -154,18 +142,15 @@ StartupForm::StartupForm(ParamTable* table, StartupBox box, const StartupChoices
   model_.SetIndex(kFixedName, choices.by_serial.value_or(true) ? 1 : 0);
   model_.SetText(kLocation, choices.folder);
   if (box.IsAuxiliary()) {
-    const ParamKey key(kAuxiliarySerials[static_cast<std::size_t>(box.number) - 1]);
-    model_.SetText(kReceiverSerial, FormatInt(IntParam(*table, key)));
+    model_.SetText(kReceiverSerial, FormatInt(StoredSerial(*table, box)));
   }
   ReadChannels();
 }
 
 void StartupForm::ReadChannels() {
   const std::string number = FormatInt(box_.number);
-  const std::int32_t counted = IntParam(*table_, "TCHN");
-  const std::int32_t count = box_.IsAuxiliary() ? IntParam(*table_, "NCHN" + number + "R")
-                             : counted != 0     ? counted
-                                                : IntParam(*table_, "NCHN");
+  const std::int32_t count = box_.IsAuxiliary() ? IntParam(*table_, KeysOfAuxiliary(box_).channels)
+                                                : MainBoxChannels(*table_);
   const int most = box_.IsAuxiliary() ? kAuxiliaryChannels : MaxChannels(kLocalBox);
   for (int i = 1; i <= std::min(count, most); ++i) {
     const std::string channel = FormatInt(i);
@@ -182,9 +167,8 @@ std::string StartupForm::Title() const {
   constexpr std::array<std::string_view, 6> kMethods = {" ( SIP )",   " ( TDIP )", " ( TDEM )",
                                                         " ( CSAMT )", " ( MT )",   " ( FDEM )"};
   const std::string title = box_.IsAuxiliary() ? "Save DMU Startup File" : "Save K3 Startup File";
-  return tech_ >= 1 && tech_ <= 6
-             ? title + std::string(kMethods[static_cast<std::size_t>(tech_) - 1])
-             : title;
+  return IsKnown(tech_) ? title + std::string(kMethods[static_cast<std::size_t>(tech_) - 1])
+                        : title;
 }
 
 bool StartupForm::IsBySerial() const { return model_.Index(kFixedName) == 1; }
@@ -282,13 +266,13 @@ bool StartupForm::ApplyLasting(ParamTable* table) const {
 
 std::vector<StartupBox> StartupBoxes(const ParamTable& table, std::vector<StartupBox>* left_out) {
   std::vector<StartupBox> boxes;
-  if (IntParam(table, "TECH") != kMtAmt) {
+  if (TechOf(table) != kMtAmt) {
     boxes.push_back({StartupBox::kTransmitter});
   }
   boxes.push_back({StartupBox::kMain});
   bool has_ended = false;
-  for (std::size_t i = 0; i < kAuxiliarySerials.size(); ++i) {
-    const std::int32_t serial = IntParam(table, kAuxiliarySerials[i]);
+  for (std::size_t i = 0; i < kAuxiliaryKeys.size(); ++i) {
+    const std::int32_t serial = IntParam(table, kAuxiliaryKeys[i].serial);
     has_ended = has_ended || serial == 0;
     if (!has_ended) {
       boxes.push_back({static_cast<int>(i) + 1});
@@ -301,7 +285,7 @@ std::vector<StartupBox> StartupBoxes(const ParamTable& table, std::vector<Startu
 
 std::int32_t StoredSerial(const ParamTable& table, StartupBox box) {
   if (box.IsAuxiliary()) {
-    return IntParam(table, kAuxiliarySerials[static_cast<std::size_t>(box.number) - 1]);
+    return IntParam(table, KeysOfAuxiliary(box).serial);
   }
   return IntParam(table, box.IsTransmitter() ? "SNTX" : "SNUM");
 }

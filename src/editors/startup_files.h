@@ -12,6 +12,7 @@
 #include "forms/form_model.h"
 #include "table/param_table.h"
 #include "table/tbl_file.h"
+#include "table/tech.h"
 
 namespace orvane {
 
@@ -102,7 +103,7 @@ class StartupForm {
   ParamTable* table_;
   StartupBox box_;
   std::optional<std::int32_t> monitor_serial_;
-  int tech_;
+  Tech tech_;
   std::vector<Choice> request_choices_;
   std::vector<Field> fields_;
   FormModel model_;

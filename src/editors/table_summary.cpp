@@ -7,9 +7,9 @@
 
 #include "base/number_text.h"
 #include "editors/schedule_cautions.h"
+#include "table/box_keys.h"
 #include "table/param_access.h"
 #include "table/param_time.h"
-#include "table/tech.h"
 #include "table/text_pieces.h"
 
 namespace orvane {
@@ -52,31 +52,33 @@ std::string Serial(std::int32_t serial) {
 
 std::string AuxiliaryBoxes(const ParamTable& table) {
   std::string text;
-  for (const ParamKey key : {"SN01", "SN02", "SN03", "SN04", "SN05"}) {
-    if (const std::string serial = Serial(IntParam(table, key)); !serial.empty()) {
+  for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
+    if (const std::string serial = Serial(IntParam(table, keys.serial)); !serial.empty()) {
       text += (text.empty() ? "" : ", ") + serial;
     }
   }
   return text;
 }
 
-std::string Channels(const ParamTable& table) {
-  const std::int32_t counted = IntParam(table, "TCHN");
-  return FormatInt(counted != 0 ? counted : IntParam(table, "NCHN"));
+std::vector<ParamKey> AuxiliarySerials() {
+  std::vector<ParamKey> serials;
+  for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
+    serials.emplace_back(keys.serial);
+  }
+  return serials;
 }
 
-SummaryGroup Boxes(const ParamTable& table, int tech) {
-  // Only the IP methods know a reference box.
-  const std::int32_t reference = tech == 1 || tech == 2 ? IntParam(table, "SNNR") : 0;
+SummaryGroup Boxes(const ParamTable& table, Tech tech) {
+  const std::int32_t reference = HasReferenceBox(tech) ? IntParam(table, "SNNR") : 0;
   return {"Boxes",
           {{"Main box", Serial(IntParam(table, "SNUM")), {"SNUM"}},
-           {"Channels", Channels(table), {"TCHN", "NCHN"}},
+           {"Channels", FormatInt(MainBoxChannels(table)), {kCountedChannels, kSetChannels}},
            {"Transmitter box", Serial(IntParam(table, "SNTX")), {"SNTX"}},
-           {"Auxiliary boxes", AuxiliaryBoxes(table), {"SN01", "SN02", "SN03", "SN04", "SN05"}},
+           {"Auxiliary boxes", AuxiliaryBoxes(table), AuxiliarySerials()},
            {"Reference box", Serial(reference), {"SNNR"}}}};
 }
 
-SummaryGroup Times(const ParamTable& table, int tech, const Clock& now) {
+SummaryGroup Times(const ParamTable& table, Tech tech, const Clock& now) {
   const auto text = [&table](ParamKey key) {
     const ParamTime time = TimeParam(table, key);
     return IsUnset(time) ? std::string() : FormatParamTime(time);
@@ -94,14 +96,14 @@ SummaryGroup Times(const ParamTable& table, int tech, const Clock& now) {
 
 }  // namespace
 
-std::string_view MethodName(int tech) {
-  return tech >= 1 && tech <= 6 ? kMethods[static_cast<std::size_t>(tech) - 1] : std::string_view();
+std::string_view MethodName(Tech tech) {
+  return IsKnown(tech) ? kMethods[static_cast<std::size_t>(tech) - 1] : std::string_view();
 }
 
 std::vector<SummaryGroup> SummarizeTable(const ParamTable& table, const Clock& now) {
   const auto number = [&table](ParamKey key) { return IntParam(table, key); };
   const auto text = [&table](ParamKey key) { return ParamAsText(table, key); };
-  const int tech = number("TECH");
+  const Tech tech = TechOf(table);
   return {
       {"Method",
        {{"Survey method", NameOf(kMethods, tech, 1), {"TECH"}},

@@ -9,6 +9,7 @@
 
 #include "table/clock.h"
 #include "table/param_table.h"
+#include "table/tech.h"
 
 namespace orvane {
 
@@ -25,7 +26,7 @@ struct SummaryGroup {
 };
 
 /// The survey method of a "TECH" code, 1 to 6; empty for any other.
-std::string_view MethodName(int tech);
+std::string_view MethodName(Tech tech);
 
 /// Method, boxes, times, gains and survey texts: always the same groups and lines.
 std::vector<SummaryGroup> SummarizeTable(const ParamTable& table, const Clock& now);

@@ -173,13 +173,12 @@ bool HasOwnResistance(const RecordingHeader& header, int channel) {
 }
 
 OfAuxiliaryBox IsOfAuxiliaryBox(const RecordingHeader& header, int box) {
-  constexpr int kBoxes = 5;
   constexpr int kChannels = 3;
   const int serial = SettingInt(header, "SNUM");
   bool lists_boxes = false;
   bool has_definitions = false;
-  for (int i = 1; i <= kBoxes; ++i) {
-    const int listed = SettingInt(header, "SN0" + FormatInt(i));
+  for (std::size_t i = 1; i <= kAuxiliaryKeys.size(); ++i) {
+    const int listed = SettingInt(header, kAuxiliaryKeys[i - 1].serial);
     if (listed != 0 && (listed == serial || listed == box)) {
       return OfAuxiliaryBox::kYes;
     }
@@ -198,7 +197,6 @@ bool HasRateTable(const RecordingHeader& header) {
 
 Status LookupSampleRate(const RecordingHeader* header, int band, double* rate) {
   constexpr double kFullRate = 24000;
-  constexpr int kLastBand = 19;
   if (header == nullptr) {
     return kNoRecordingHeader;
   }

@@ -10,6 +10,7 @@
 
 #include "base/status.h"
 #include "response/complex.h"
+#include "table/box_keys.h"
 #include "timeseries/ts_companion.h"
 
 namespace orvane {
@@ -42,7 +43,7 @@ struct ChannelSettings {
 
   Complex Source() const { return half_value + extra_value + extra_complex; }
 };
-inline constexpr int kMostChannels = 12;
+inline constexpr int kMostChannels = kMostBoxChannels;
 using AllChannelSettings = std::array<ChannelSettings, kMostChannels>;
 
 /// The first letter of a channel's "CHDEF%d" as a capital, NUL where that is empty. Channels count

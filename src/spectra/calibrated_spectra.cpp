@@ -21,8 +21,6 @@
 namespace orvane {
 namespace {
 
-constexpr int kLastBand = 19;
-
 BatchResult FailedWithBox(const std::string& text, const std::string& reason) {
   BatchResult result = BatchFailed(text + " " + reason);
   result.box = text;

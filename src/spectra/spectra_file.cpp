@@ -12,8 +12,6 @@
 namespace orvane {
 namespace {
 
-constexpr int kLastBand = 19;
-
 std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
 
 // "%g"

@@ -41,7 +41,7 @@ constexpr int kUsualCsamtButton = 2;
 
 }  // namespace
 
-CycleForm::CycleForm(ParamTable* table, EarlyWrites* early, int tech,
+CycleForm::CycleForm(ParamTable* table, EarlyWrites* early, Tech tech,
                      const TransmitterLimits& limits)
     : table_(table),
       early_(early),

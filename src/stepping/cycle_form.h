@@ -9,6 +9,7 @@
 #include "forms/early_writes.h"
 #include "forms/form_model.h"
 #include "stepping/step_presets.h"
+#include "table/tech.h"
 
 namespace orvane {
 
@@ -18,7 +19,7 @@ class CycleForm {
   enum Control : int { kCycle = 1521, kVoltage = 1525, kResistance, kWireLength, kCurrent };
 
   /// `table` and `early` must outlive the form; OK writes through `early`.
-  CycleForm(ParamTable* table, EarlyWrites* early, int tech, const TransmitterLimits& limits);
+  CycleForm(ParamTable* table, EarlyWrites* early, Tech tech, const TransmitterLimits& limits);
 
   FormModel& Model() { return model_; }
   std::string_view Title() const;
@@ -36,7 +37,7 @@ class CycleForm {
 
   ParamTable* table_;
   EarlyWrites* early_;
-  int tech_;
+  Tech tech_;
   TransmitterLimits limits_;
   double current_ = 0;
   FormModel model_;

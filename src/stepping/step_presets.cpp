@@ -13,7 +13,7 @@ namespace orvane {
 namespace {
 
 struct StepPreset {
-  int tech;
+  Tech tech;
   std::int32_t cycle;    // "TTOT", s
   double lowest;         // "FEND", Hz
   std::int32_t seconds;  // "TPFR"
@@ -62,7 +62,7 @@ constexpr std::int32_t kUsualCycle = 900;
 constexpr std::int32_t kUsualCsamtCycle = 2700;
 constexpr int kSlowArray = 13;  // "ARRYTYP" of TDEM with a slow base frequency
 
-const StepPreset* FindPreset(int tech, std::int32_t cycle) {
+const StepPreset* FindPreset(Tech tech, std::int32_t cycle) {
   const auto* found =
       std::find_if(kPresets.begin(), kPresets.end(), [tech, cycle](const StepPreset& preset) {
         return preset.tech == tech && preset.cycle == cycle;
@@ -86,7 +86,7 @@ void Write(ParamTable* table, const StepPreset& preset) {
 
 }  // namespace
 
-void ApplyDefaultStepping(ParamTable* table, int tech, std::int32_t cycle_seconds) {
+void ApplyDefaultStepping(ParamTable* table, Tech tech, std::int32_t cycle_seconds) {
   if (!HasCycles(tech)) {
     return;
   }
@@ -100,7 +100,7 @@ void ApplyDefaultStepping(ParamTable* table, int tech, std::int32_t cycle_second
   }
 }
 
-void ApplyDefaultWindows(ParamTable* table, int tech) {
+void ApplyDefaultWindows(ParamTable* table, Tech tech) {
   if (tech != kTdip && tech != kTdem) {
     return;
   }
@@ -118,11 +118,11 @@ void ApplyDefaultWindows(ParamTable* table, int tech) {
   PutReal(table, "FREQ", IntParam(*table, "ARRYTYP") == kSlowArray ? 0.0625 : by_line);
 }
 
-std::array<std::int32_t, 4> CycleChoices(int tech) {
+std::array<std::int32_t, 4> CycleChoices(Tech tech) {
   return tech == kCsamt ? std::array{1800, 2400, 2700, 3600} : std::array{480, 900, 2400, 3600};
 }
 
-TransmitterLimits WithDefaults(TransmitterLimits limits, int tech) {
+TransmitterLimits WithDefaults(TransmitterLimits limits, Tech tech) {
   const bool is_grounded = tech == kSip || tech == kTdip;
   if (!is_grounded && tech != kCsamt && tech != kFdem) {
     return limits;
@@ -134,7 +134,7 @@ TransmitterLimits WithDefaults(TransmitterLimits limits, int tech) {
   return limits;
 }
 
-double CycleCurrent(int tech, double stored) {
+double CycleCurrent(Tech tech, double stored) {
   if (stored != 0) {
     return stored;
   }
@@ -152,7 +152,7 @@ double CornerFrequency(const TransmitterLimits& limits, double current) {
   return q > 100 && std::isfinite(corner) ? corner : kFallback;
 }
 
-void ApplyTransmitter(ParamTable* table, int tech, const TransmitterLimits& limits,
+void ApplyTransmitter(ParamTable* table, Tech tech, const TransmitterLimits& limits,
                       double current) {
   if (tech == kSip) {
     PutReal(table, "CRMX", current);

@@ -12,17 +12,17 @@
 namespace orvane {
 
 /// SIP, CSAMT and FDEM step through frequencies in cycles that have presets.
-constexpr bool HasCycles(int tech) { return tech == kSip || tech == kCsamt || tech == kFdem; }
+constexpr bool HasCycles(Tech tech) { return tech == kSip || tech == kCsamt || tech == kFdem; }
 
 /// Writes the preset of a method with cycles. `cycle_seconds` 0: the stored "TTOT" decides. A cycle
 /// without a preset becomes the method's usual one. Nothing for the other methods.
-void ApplyDefaultStepping(ParamTable* table, int tech, std::int32_t cycle_seconds);
+void ApplyDefaultStepping(ParamTable* table, Tech tech, std::int32_t cycle_seconds);
 
 /// Writes the starting values of TDIP and TDEM. Nothing for the other methods.
-void ApplyDefaultWindows(ParamTable* table, int tech);
+void ApplyDefaultWindows(ParamTable* table, Tech tech);
 
 /// What a user may choose from, in seconds: SIP and FDEM, CSAMT.
-std::array<std::int32_t, 4> CycleChoices(int tech);
+std::array<std::int32_t, 4> CycleChoices(Tech tech);
 
 /// What the transmitter and its wire can take; not stored in a table.
 struct TransmitterLimits {
@@ -31,10 +31,10 @@ struct TransmitterLimits {
   double wire_length = 0;  ///< m
 };
 /// `limits` with the method's usual values in place of zeros; TDEM and MT/AMT have none.
-TransmitterLimits WithDefaults(TransmitterLimits limits, int tech);
+TransmitterLimits WithDefaults(TransmitterLimits limits, Tech tech);
 
 /// The current to begin with, A: the stored one, or the method's usual one where that is 0.
-double CycleCurrent(int tech, double stored);
+double CycleCurrent(Tech tech, double stored);
 
 /// The frequency in Hz above which the wire's inductance (3 uH/m) limits the current, with a margin
 /// of 5 %; 1000 where there is no such frequency or it is not to be told.
@@ -42,7 +42,8 @@ double CornerFrequency(const TransmitterLimits& limits, double current);
 
 /// Writes "CRMX" and "FCMX": for SIP the current as it is and no corner, else what the limits
 /// leave of it.
-void ApplyTransmitter(ParamTable* table, int tech, const TransmitterLimits& limits, double current);
+void ApplyTransmitter(ParamTable* table, Tech tech, const TransmitterLimits& limits,
+                      double current);
 
 }  // namespace orvane
 

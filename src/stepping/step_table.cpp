@@ -144,7 +144,7 @@ FrequencyList StoredFrequencies(const ParamTable& table) {
 }
 
 StepParameters StoredStepParameters(const ParamTable& table) {
-  return {.tech = IntParam(table, "TECH"),
+  return {.tech = TechOf(table),
           .per_octave = IntParam(table, "FPOC"),
           .lowest = RealParam(table, "FEND"),
           .seconds = IntParam(table, "TPFR"),

@@ -10,6 +10,7 @@
 
 #include "stepping/schedule_row.h"
 #include "table/param_table.h"
+#include "table/tech.h"
 
 namespace orvane {
 
@@ -26,7 +27,7 @@ FrequencyList StoredFrequencies(const ParamTable& table);
 int HiddenFrequencies(const ParamTable& table);
 
 struct StepParameters {
-  std::int32_t tech = 0;        ///< "TECH"
+  Tech tech = kNoTech;          ///< "TECH"
   std::int32_t per_octave = 0;  ///< "FPOC"; 0: the pattern of the list's last octave goes on
   double lowest = 0;            ///< "FEND", Hz
   std::int32_t seconds = 0;     ///< "TPFR", for each frequency

@@ -36,7 +36,7 @@ SteppingForm::SteppingForm(ParamTable* table, Prompts* prompts, Notices* notices
       early_(table) {}
 
 void SteppingForm::Open() {
-  tech_ = IntParam(*table_, "TECH");
+  tech_ = TechOf(*table_);
   limits_ = WithDefaults(limits_, tech_);
   Read();
 }

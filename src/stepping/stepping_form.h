@@ -15,6 +15,7 @@
 #include "stepping/step_table.h"
 #include "stepping/stepping_fields.h"
 #include "stepping/window_table.h"
+#include "table/tech.h"
 
 namespace orvane {
 
@@ -41,7 +42,7 @@ class SteppingForm {
   /// Writes everything; the requested frequencies only where one was edited, then all of them.
   void Commit();
 
-  int Tech() const { return tech_; }
+  Tech Method() const { return tech_; }
   std::string_view Title() const;
   bool IsTimeDomain() const { return tech_ == kTdip || tech_ == kTdem; }
   bool HasDefaults() const { return HasCycles(tech_) || IsTimeDomain(); }
@@ -101,7 +102,7 @@ class SteppingForm {
   FormModel model_;
   EarlyWrites early_;
   TransmitterLimits limits_;
-  int tech_ = 0;
+  Tech tech_ = kNoTech;
   FrequencyList frequencies_{};
   bool is_list_edited_ = false;
   ScheduleTable schedule_{};

@@ -35,7 +35,7 @@ double SampleRate(double repeat) {
 
 }  // namespace
 
-std::vector<WindowRow> CalculateWindows(int tech, int waveform, double repeat, int count) {
+std::vector<WindowRow> CalculateWindows(Tech tech, int waveform, double repeat, int count) {
   if (!std::isfinite(repeat) || repeat <= 0 || count <= 0) {
     return {};
   }

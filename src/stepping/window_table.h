@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#include "table/tech.h"
+
 namespace orvane {
 
 struct WindowRow {
@@ -20,7 +22,7 @@ struct WindowRow {
 /// `kWaveforms` and decides how long the current is off: of a half period a half ("TD50" and all
 /// others), two thirds ("TD33") or three quarters ("TD25"). None where `repeat` (Hz) or `count` is
 /// not above 0, or where no sample rate fits.
-std::vector<WindowRow> CalculateWindows(int tech, int waveform, double repeat, int count);
+std::vector<WindowRow> CalculateWindows(Tech tech, int waveform, double repeat, int count);
 
 }  // namespace orvane
 

@@ -73,9 +73,6 @@ static_assert(offsetof(TsHeader, trailing_scans) == 27 && offsetof(TsHeader, fre
 static_assert(offsetof(TsHeader, byte51) == 51 && offsetof(TsHeader, text52) == 52);
 static_assert(offsetof(TsHeader, text68) == 68 && offsetof(TsHeader, arrays84) == 84);
 
-/// Channels for which a full header has places.
-inline constexpr int kMaxTsChannels = 12;
-
 /// Samples per second; 0 for an unknown unit.
 double SampleRate(const TsHeader& header);
 

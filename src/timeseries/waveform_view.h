@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "table/box_keys.h"
 #include "timeseries/ts_file.h"
 #include "timeseries/waveform_channels.h"
 
@@ -52,7 +53,7 @@ struct WaveformReading {
 /// scan counts as one. At most 12 channels are drawn.
 class WaveformView {
  public:
-  static constexpr std::size_t kMaxTraces = kMaxTsChannels;
+  static constexpr std::size_t kMaxTraces = kMostBoxChannels;
   enum Cursor { kFirstCursor, kSecondCursor };
 
   /// Opens a file and shows its first record. Where that fails the view is empty, and

@@ -47,7 +47,7 @@ TEST(FieldFolders, AreUsedWhereTheyExist) {
     ASSERT_TRUE(QDir().mkpath(folder));
     EXPECT_EQ(folders.Data(), folder);
   }
-  EXPECT_EQ(folders.Data(1), QDir::fromNativeSeparators(root) + "/DATA/SIP");
+  EXPECT_EQ(folders.Data(kSip), QDir::fromNativeSeparators(root) + "/DATA/SIP");
   ASSERT_TRUE(QDir(root).mkdir("CAL"));
   EXPECT_EQ(folders.Calibrations(), QDir::fromNativeSeparators(root) + "/CAL");
 }

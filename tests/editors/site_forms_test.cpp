@@ -21,7 +21,7 @@ const std::array<std::string, 4> kModels = {"A", "B", "C", "D"};
 
 TEST(SiteForm, ListsMapAsTheMethodSays) {
   struct Case {
-    int tech;
+    Tech tech;
     const char* key;
     const char* stored;
     int control;
@@ -118,7 +118,7 @@ TEST(SiteForm, WhatAGroundedDipoleDisablesIsShownAndWrittenAlike) {
 }
 
 TEST(SiteForm, OkWithoutAnEditChangesOnlyWhatItMust) {
-  for (const int tech : {kSip, kTdip, kTdem, kCsamt, kMtAmt, kFdem}) {
+  for (const Tech tech : {kSip, kTdip, kTdem, kCsamt, kMtAmt, kFdem}) {
     std::set<std::string> allowed = {"ARRYTYP"};
     if (tech == kMtAmt) {
       allowed = {"NREF"};
@@ -230,7 +230,7 @@ TEST(Spread, InsertsAndDeletesWithinTheLimits) {
 // it.
 TEST(LineLayout, RunsOverTheBoxesAndPlacesTheTransmitter) {
   struct Case {
-    int tech;
+    Tech tech;
     const char* array_type;
     const char* transmitter;  // its NPOS, EPOS, NNEG and ENEG, which were all 7
     int count;

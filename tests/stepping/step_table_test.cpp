@@ -37,7 +37,7 @@ std::string Rows(const ScheduleTable& table) {
 }
 
 // FPOC, FEND, TTOT, CPFR, TECH; of the others what usually is.
-StepParameters With(int per_octave, double lowest, int total, int cycles = 0, int tech = kCsamt) {
+StepParameters With(int per_octave, double lowest, int total, int cycles = 0, Tech tech = kCsamt) {
   return {tech, per_octave, lowest, 60, cycles, total, 10, 0};
 }
 
@@ -74,13 +74,20 @@ TEST(StepTable, FollowsItsParameters) {
 
 TEST(StepTable, RefusesWhatMakesNoScheduleAndLeavesTheTable) {
   const std::pair<StepParameters, FrequencyList> kCases[] = {
-      {With(0, 1, 0), {}},           {With(0, 1, 0), {8, -1}},
-      {With(0, 1, 0), {8, NAN}},     {With(0, HUGE_VAL, 0), {8}},
-      {With(0, -1, 0), {8}},         {With(201, 1, 0), {8}},
-      {With(-1, 1, 0), {8}},         {With(0, 1, 86401), {8}},
-      {With(0, 1, -1), {8}},         {With(0, 1, 0, -1), {8}},
-      {{4, 0, 1, 0, 0, 0, 1}, {8}},  {{4, 0, 1, 86401, 0, 0, 1}, {8}},
-      {{4, 0, 1, 9, 0, 0, -1}, {8}}, {{4, 0, 1, 9, 0, 0, 1, -1}, {8}},
+      {With(0, 1, 0), {}},
+      {With(0, 1, 0), {8, -1}},
+      {With(0, 1, 0), {8, NAN}},
+      {With(0, HUGE_VAL, 0), {8}},
+      {With(0, -1, 0), {8}},
+      {With(201, 1, 0), {8}},
+      {With(-1, 1, 0), {8}},
+      {With(0, 1, 86401), {8}},
+      {With(0, 1, -1), {8}},
+      {With(0, 1, 0, -1), {8}},
+      {{kCsamt, 0, 1, 0, 0, 0, 1}, {8}},
+      {{4, 0, 1, 86401, 0, 0, 1}, {8}},
+      {{kCsamt, 0, 1, 9, 0, 0, -1}, {8}},
+      {{4, 0, 1, 9, 0, 0, 1, -1}, {8}},
   };
   for (const auto& [parameters, requested] : kCases) {
     ScheduleTable table{};
@@ -92,7 +99,7 @@ TEST(StepTable, RefusesWhatMakesNoScheduleAndLeavesTheTable) {
 
 TEST(StepPresets, EndAtTheirTotalWithTheirLowestFrequency) {
   struct Preset {
-    int tech;
+    Tech tech;
     int stored, cycle;
     const char* settings;  // FEND, TPFR, CPFR, the second and the last frequency of the list
     int rows;
@@ -131,7 +138,7 @@ TEST(StepPresets, EndAtTheirTotalWithTheirLowestFrequency) {
 }
 
 TEST(StepPresets, TransmitterLimitsCurrentAndCorner) {
-  const std::tuple<int, TransmitterLimits, double, const char*> kLimits[] = {
+  const std::tuple<Tech, TransmitterLimits, double, const char*> kLimits[] = {
       {kCsamt, WithDefaults({}, kCsamt), 16, "16 3673"},
       {kSip, WithDefaults({}, kSip), 20, "20 0"},
       {kFdem, {100, 400, 0}, 10, "4 1000"},

@@ -171,7 +171,7 @@ TEST_F(Stepping, DefaultsOfTheTimeDomain) {
 }
 
 TEST_F(Stepping, CyclesBeginWhereTheTableStandsAndAreWrittenAtOnce) {
-  const std::tuple<int, const char*, int, const char*> kCases[] = {
+  const std::tuple<Tech, const char*, int, const char*> kCases[] = {
       {kSip, "480", 0, "5"},    {kSip, "2700", 1, "5"},    {kFdem, "2400", 2, "16"},
       {kFdem, "3600", 3, "16"}, {kCsamt, "1800", 0, "16"}, {kCsamt, "2400", 1, "16"},
       {kCsamt, "0", 2, "16"},   {kCsamt, "3600", 3, "16"}};

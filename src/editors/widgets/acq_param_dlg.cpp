@@ -242,7 +242,7 @@ void CAcqParamDlg::OnCalcSpace() {
 void CAcqParamDlg::OnSameTimes() { form_->CopyTimesToHighRates(); }
 
 void CAcqParamDlg::OnSiteSetup() {
-  if (form_->ChosenTech() != 0) {
+  if (form_->ChosenTech() != kNoTech) {
     site_setup_();
   }
 }

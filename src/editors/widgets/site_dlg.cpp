@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "editors/line_layout.h"
+#include "table/box_keys.h"
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
 #include "ui/settings_names.h"
@@ -40,7 +41,7 @@ CBoxSerialDlg::CBoxSerialDlg(BoxSerialForm* form, Prompts* prompts, QWidget* par
 
 CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget* parent)
     : CFormDialog(&form->Model(), prompts, parent), form_(form) {
-  setObjectName(QString::number(form->DialogNumber()));
+  setObjectName(QString::number(form->Dialog()));
   setWindowTitle(TextFromBytes(form->Title()));
   // On a small screen the groups scroll, the buttons stay.
   auto* page = new QWidget(this);
@@ -52,8 +53,7 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
   if (form->HasSpread()) {
     spread_ = std::make_unique<Spread>(table);
     panel_ = new SpreadPanel(spread_.get(), prompts, page);
-    std::int32_t counted = 0;
-    if (table->GetParam("TCHN", IntPT, &counted) == kOk && counted != 0) {
+    if (HasCountedChannels(*table)) {
       panel_->SetChannelCountTip(
           QStringLiteral("From \"TCHN\", which the box counted; a change is stored in \"NCHN\""));
     }
@@ -89,7 +89,7 @@ QGroupBox* CSiteDlg::LayoutGroup() {
       AddRow(rows, field.control);
     }
   }
-  if (form_->DialogNumber() == 159 || form_->DialogNumber() == 161) {
+  if (form_->HasLine()) {
     auto* calculate = new QPushButton(QStringLiteral("Calc. Coord."), group);
     calculate->setObjectName(QStringLiteral("1150"));
     calculate->setAutoDefault(false);

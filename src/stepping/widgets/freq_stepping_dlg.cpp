@@ -257,8 +257,8 @@ void CFreqSteppingDlg::OnDefault() {
     return;
   }
   std::int32_t seconds = 0;
-  if (HasCycles(form_->Tech())) {
-    CycleForm cycle(&Model().Table(), &form_->Early(), form_->Tech(), form_->Limits());
+  if (HasCycles(form_->Method())) {
+    CycleForm cycle(&Model().Table(), &form_->Early(), form_->Method(), form_->Limits());
     cycle.Open();
     CSteppingCycleDlg dialog(&cycle, prompts_, this);
     if (dialog.exec() != QDialog::Accepted) {
