@@ -221,14 +221,11 @@ void EditorCommands::SaveAllBoxes() {
   ParamTable& table = doc_->Table();
   StartupRun run(&table, PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
   run.SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
-  for (const StartupBox& box : run.Boxes()) {
-    StartupForm form(&table, box, run.Choices());
-    CStartupDlg dialog(&form, &run, prompts_, parent_);
+  run.ForEachBox([this, &run](StartupForm* form) {
+    CStartupDlg dialog(form, &run, prompts_, parent_);
     TellRefusedPastes(dialog);
-    if (dialog.exec() == CStartupDlg::kStop) {  // Cancel skips this box only
-      break;
-    }
-  }
+    return dialog.exec() != CStartupDlg::kStop;  // Cancel skips this box only
+  });
   if (run.Document() == StartupRun::OwnFile::kWritten) {
     doc_->OnOwnFileWritten(run.DocumentMemory());
   } else if (run.Document() == StartupRun::OwnFile::kTouched) {

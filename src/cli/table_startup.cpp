@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
-#include <set>
+#include <vector>
 
 #include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/interrupt_watch.h"
-#include "editors/startup_files.h"
+#include "editors/startup_cautions.h"
+#include "editors/startup_run.h"
 #include "files/path_text.h"
 
 namespace orvane {
@@ -19,20 +20,49 @@ std::filesystem::path PathFor(const StartupForm& form, const StartupOptions& opt
                            : folder / PathOf(serial) / "StartUp.tbl";
 }
 
-bool WriteBox(const StartupForm& form, const std::filesystem::path& path, std::uint32_t version) {
-  if (const std::string reason = MakeFolders(path.parent_path()); !reason.empty()) {
+// The only question, in which version the files are to be, has its answer in the options.
+class VersionPrompts : public Prompts {
+ public:
+  explicit VersionPrompts(std::uint32_t version) : version_(version) {}
+  Answer AskYesNo(const std::string& /*caption*/, const std::string& /*question*/) override {
+    return version_ == 1 ? Answer::kYes : Answer::kNo;
+  }
+  Answer AskYesNoCancel(const std::string& caption, const std::string& question) override {
+    return AskYesNo(caption, question);
+  }
+  void ShowWarning(const std::string& /*caption*/, const std::string& text) override {
+    PrintMessage(text);
+  }
+
+ private:
+  std::uint32_t version_;
+};
+
+// False, with a message, where the file is not to be written or has no folder.
+bool MakeReady(const std::filesystem::path& path, const std::filesystem::path& input,
+               std::vector<std::filesystem::path>* tried) {
+  if (std::any_of(tried->begin(), tried->end(),
+                  [&path](const auto& other) { return IsSameFile(path, other); })) {
+    PrintMessage(PathText(path) + ": already written for another box, not written again");
+    return false;
+  }
+  tried->push_back(path);
+  if (IsInput(path, input, "is the input file and was not written")) {
+    return false;
+  }
+  const std::string reason = MakeFolders(path.parent_path());
+  if (!reason.empty()) {
     PrintMessage(reason);
-    return false;
   }
-  ParamTable derived = form.Derive();
-  TblReport report;
-  const TblSaveOptions save{version, false, static_cast<std::int32_t>(version)};
-  const InterruptWatch watch;
-  if (SaveParamFile(&derived, path, save, &report) != kOk) {
-    PrintMessage(report.message);
-    return false;
+  return reason.empty();
+}
+
+void TellSerial(const StartupForm& form) {
+  if (!form.HasFile()) {
+    PrintMessage("no file for the transmitter monitor: \"SNTX\" is 0");
+  } else if (form.Serial() == 0) {
+    PrintMessage("the main box has the serial number 0 (\"SNUM\")");
   }
-  return true;
 }
 
 // True, with a message, where boxes would start with hardly anything but defaults: what is left of
@@ -41,8 +71,7 @@ bool IsHardlyATable(const std::filesystem::path& path, const TblReport& report) 
   const auto serial = std::find(report.missing.begin(), report.missing.end(), ParamKey("SNUM"));
   std::string reason;
   if (report.IsMostlyMissing()) {
-    reason = "has fewer than half of the " +
-             FormatInt(static_cast<std::int64_t>(report.RecordsOfWhole())) +
+    reason = "has fewer than half of the " + FormatInt(report.RecordsOfWhole()) +
              " records of a version-" + FormatInt(report.version) + " table";
   } else if (serial != report.missing.end()) {
     reason = "lacks the main box's serial number (SNUM)";
@@ -66,38 +95,31 @@ ExitCode RunTableStartup(const StartupOptions& options) {
   if (version != options.tbl_version) {
     PrintMessage("\"TBVO\" is not 1: the files are written as version 2");
   }
-  SetDefaultResistances(&table);
-  std::vector<StartupBox> left_out;
-  std::set<std::filesystem::path> paths;
+  VersionPrompts prompts(options.tbl_version);
+  StartupRun run(&table, {}, &prompts);
+  std::vector<std::filesystem::path> tried;
+  run.SetPlace([&options](const StartupForm& form) { return PathFor(form, options); });
+  run.SetMayWrite([&](const auto& path) { return MakeReady(path, options.file, &tried); });
+  run.ForEachBox([&run](StartupForm* form) {
+    TellSerial(*form);
+    const InterruptWatch watch;
+    const StartupOutcome& outcome = run.Accept(*form);
+    if (outcome.state == StartupOutcome::kFailed) {
+      PrintMessage(outcome.message);
+    }
+    return true;
+  });
   ExitCode result = kAllDone;
   std::string written;
-  for (const StartupBox& box : StartupBoxes(table, &left_out)) {
-    const StartupForm form(&table, box, {});
-    if (box.IsTransmitter() && form.Serial() == 0) {
-      PrintMessage("no file for the transmitter monitor: \"SNTX\" is 0");
-      continue;
-    }
-    if (form.Serial() == 0) {
-      PrintMessage("the main box has the serial number 0 (\"SNUM\")");
-    }
-    const std::filesystem::path path = PathFor(form, options);
-    if (!paths.insert(path).second) {
-      PrintMessage(PathText(path) + ": already written for another box, not written again");
+  for (const StartupOutcome& outcome : run.Outcomes()) {
+    if (outcome.state == StartupOutcome::kWritten) {
+      written += PathLine(outcome.path);
+    } else if (outcome.state != StartupOutcome::kNoFile) {
       result = kSomeFailed;
-      continue;
+    } else if (outcome.box.IsAuxiliary()) {
+      PrintMessage("auxiliary box " + FormatInt(outcome.serial) +
+                   " comes after an empty place: no file");
     }
-    if (IsInput(path, options.file, "is the input file and was not written")) {
-      result = kSomeFailed;
-    } else if (WriteBox(form, path, version)) {
-      written += PathLine(path);
-    } else {
-      result = kSomeFailed;
-    }
-    form.ApplyLasting(&table);
-  }
-  for (const StartupBox box : left_out) {
-    PrintMessage("auxiliary box " + FormatInt(StoredSerial(table, box)) +
-                 " comes after an empty place: no file");
   }
   return PrintResult(written) ? result : kSomeFailed;
 }

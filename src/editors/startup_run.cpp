@@ -9,6 +9,7 @@
 #include "editors/startup_cautions.h"
 #include "files/file_io.h"
 #include "files/path_text.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {
@@ -72,7 +73,16 @@ StartupRun::StartupRun(ParamTable* table, std::filesystem::path document, Prompt
 }
 
 std::filesystem::path StartupRun::PathOf(const StartupForm& form) const {
-  return Whole(form.Path(folder_));
+  return place_ ? place_(form) : Whole(form.Path(folder_));
+}
+
+void StartupRun::ForEachBox(const std::function<bool(StartupForm*)>& show) {
+  for (const StartupBox box : boxes_) {
+    StartupForm form(table_, box, choices_);
+    if (!show(&form)) {
+      return;
+    }
+  }
 }
 
 std::string StartupRun::Heading(const StartupForm& form) const {
@@ -110,7 +120,7 @@ StartupOutcome& StartupRun::OutcomeOf(StartupBox box) {
   });
 }
 
-void StartupRun::Accept(const StartupForm& form) {
+const StartupOutcome& StartupRun::Accept(const StartupForm& form) {
   StartupOutcome& outcome = OutcomeOf(form.Box());
   outcome.serial = form.Serial();
   if (form.HasFile()) {
@@ -121,20 +131,26 @@ void StartupRun::Accept(const StartupForm& form) {
   }
   form.ApplyLasting(table_);
   Remember(form);
+  return outcome;
+}
+
+bool StartupRun::MayWrite(const std::filesystem::path& path) const {
+  // A file that the run itself wrote is replaced without a question.
+  const bool is_asked =
+      may_replace_document_ && own_file_ == OwnFile::kAsBefore && IsSameFile(path, document_);
+  return (!is_asked || may_replace_document_()) && (!may_write_ || may_write_(path));
 }
 
 void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
-  // A file that the run itself wrote is replaced without a question.
-  if (may_replace_document_ && own_file_ == OwnFile::kAsBefore &&
-      IsSameFile(PathOf(form), document_) && !may_replace_document_()) {
+  const std::filesystem::path path = PathOf(form);
+  if (!MayWrite(path)) {
     return;
   }
-  std::int32_t stored = 0;
-  const bool asks = table_->GetParam("TBVO", IntPT, &stored) == kOk && stored == 1;
+  const bool asks = IntParam(*table_, "TBVO") == 1;
   const bool is_yes =
       asks && prompts_->AskYesNo("Orvane", "Do you want save TBVO as 1!") == Answer::kYes;
   const std::uint32_t version = StartupVersion(*table_, is_yes);
-  outcome->path = PathOf(form);
+  outcome->path = path;
   outcome->note = ForeignFile(outcome->path, form.Serial());
   ParamTable derived = form.Derive();
   TblReport report;
@@ -153,6 +169,7 @@ void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
     has_version_1_ = has_version_1_ || version == 1;
   } else {
     outcome->note = report.reason;
+    outcome->message = report.message;
   }
   outcome->state = status == kOk ? StartupOutcome::kWritten : StartupOutcome::kFailed;
   const bool may_be_own =

@@ -27,7 +27,8 @@ struct StartupOutcome {
   std::int32_t serial = 0;
   std::filesystem::path path;  ///< empty where nothing was tried
   State state = kSkipped;
-  std::string note;  ///< why; of a written file what stood there before
+  std::string note;          ///< why; of a written file what stood there before
+  std::string message = {};  ///< of a failed one: path, reason and status
 
   /// "auxiliary 1, serial 1203".
   std::string Name() const;
@@ -35,8 +36,8 @@ struct StartupOutcome {
   std::string Text() const;
 };
 
-/// Saving the start-up files of all boxes: what the dialogs hand on, what was written and what
-/// becomes of the document.
+/// Saving the start-up files of all boxes, by dialogs or without: what one box hands on to the
+/// next, what was written and what becomes of the document.
 class StartupRun {
  public:
   /// `document`: the open document's file, empty for a new one. `folder`: where files go without
@@ -47,10 +48,20 @@ class StartupRun {
   /// Asked before the document's own file is written; false: that file stays and the box is
   /// skipped.
   void SetMayReplaceDocument(std::function<bool()> may) { may_replace_document_ = std::move(may); }
+  /// Where a box's file goes, other than its dialog says.
+  void SetPlace(std::function<std::filesystem::path(const StartupForm&)> place) {
+    place_ = std::move(place);
+  }
+  /// Asked before any file is written, and may make it ready; false: the box is skipped.
+  void SetMayWrite(std::function<bool(const std::filesystem::path&)> may) {
+    may_write_ = std::move(may);
+  }
 
   const std::vector<StartupBox>& Boxes() const { return boxes_; }
   const StartupChoices& Choices() const { return choices_; }
-  /// Whole, from the root.
+  /// Gives each box's form, in order, to `show`, which accepts it or not; false ends the run.
+  void ForEachBox(const std::function<bool(StartupForm*)>& show);
+  /// Whole, from the root; a place that was set stays as it is.
   std::filesystem::path PathOf(const StartupForm& form) const;
   /// Where files go without a location, whole.
   const std::filesystem::path& DefaultFolder() const { return folder_; }
@@ -60,9 +71,10 @@ class StartupRun {
   /// What the user should know of the file that the dialog would write; empty: nothing.
   std::string WarningFor(const StartupForm& form) const;
 
-  /// OK of a dialog: asks for the version where that is a question, writes the file from a copy of
-  /// the table and keeps what lasts. A transmitter monitor without a serial number gets no file.
-  void Accept(const StartupForm& form);
+  /// OK of a dialog, or none to ask: asks for the version where that is a question, writes the file
+  /// from a copy of the table and keeps what lasts. A transmitter monitor without a serial number
+  /// gets no file.
+  const StartupOutcome& Accept(const StartupForm& form);
 
   /// Of every box, in their order, and of those behind an empty place.
   const std::vector<StartupOutcome>& Outcomes() const { return outcomes_; }
@@ -86,6 +98,7 @@ class StartupRun {
  private:
   StartupOutcome& OutcomeOf(StartupBox box);
   void Remember(const StartupForm& form);
+  bool MayWrite(const std::filesystem::path& path) const;
   void Write(const StartupForm& form, StartupOutcome* outcome);
 
   ParamTable* table_;
@@ -100,6 +113,8 @@ class StartupRun {
   OwnFile own_file_ = OwnFile::kAsBefore;
   RememberedFile document_memory_;
   std::function<bool()> may_replace_document_;
+  std::function<std::filesystem::path(const StartupForm&)> place_;
+  std::function<bool(const std::filesystem::path&)> may_write_;
 };
 
 }  // namespace orvane

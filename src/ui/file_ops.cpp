@@ -36,7 +36,7 @@ FileOpResult MoveFile(const fs::path& file, const fs::path& folder) {
     return {file, {}, error ? error.message() : "not a regular file"};
   }
   const fs::path from = file.has_parent_path() ? file.parent_path() : fs::path(".");
-  if (fs::equivalent(from, folder, error)) {
+  if (CompareFiles(from, folder) == Sameness::kSame) {
     return {file, file, {}};
   }
   const fs::path place = FreePlace(file, folder);

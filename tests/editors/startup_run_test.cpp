@@ -205,9 +205,10 @@ TEST_F(StartupFiles, TheDocumentsFileIsNotWrittenAgainstTheUsersWill) {
   testing::WriteAll(dir_ / "24.tbl", "by another program");
   StartupRun run(&table_, dir_ / "24.tbl", &answers_);
   run.SetMayReplaceDocument([] { return false; });
-  for (const StartupBox& box : run.Boxes()) {
-    run.Accept(StartupForm(&table_, box, run.Choices()));
-  }
+  run.ForEachBox([&run](StartupForm* form) {
+    run.Accept(*form);
+    return true;
+  });
   EXPECT_EQ(testing::ReadAll(dir_ / "24.tbl"), "by another program");
   EXPECT_EQ(run.Document(), StartupRun::OwnFile::kAsBefore);
   for (const StartupOutcome& outcome : run.Outcomes()) {

@@ -70,9 +70,10 @@ std::string RunBoxes(const fs::path& document) {
   }
   Told told;
   StartupRun run(&table, document, &told);
-  for (const StartupBox& box : run.Boxes()) {
-    run.Accept(StartupForm(&table, box, run.Choices()));
-  }
+  run.ForEachBox([&run](StartupForm* form) {
+    run.Accept(*form);
+    return true;
+  });
   const std::string line = run.StatusText();
   return line == "3 of 3 files written" ? std::string() : line;
 }
