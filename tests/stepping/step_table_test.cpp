@@ -85,9 +85,9 @@ TEST(StepTable, RefusesWhatMakesNoScheduleAndLeavesTheTable) {
       {With(0, 1, -1), {8}},
       {With(0, 1, 0, -1), {8}},
       {{kCsamt, 0, 1, 0, 0, 0, 1}, {8}},
-      {{4, 0, 1, 86401, 0, 0, 1}, {8}},
+      {{kCsamt, 0, 1, 86401, 0, 0, 1}, {8}},
       {{kCsamt, 0, 1, 9, 0, 0, -1}, {8}},
-      {{4, 0, 1, 9, 0, 0, 1, -1}, {8}},
+      {{kCsamt, 0, 1, 9, 0, 0, 1, -1}, {8}},
   };
   for (const auto& [parameters, requested] : kCases) {
     ScheduleTable table{};
