@@ -12,8 +12,6 @@
 namespace orvane {
 namespace {
 
-std::string Number(std::size_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
-
 bool IsKind(int kind) { return !CalFields(kind).empty(); }
 
 // Reads one file; the first fault ends it.
@@ -57,7 +55,7 @@ class Reading {
     CalHeader& header = cal_.header;
     if (header.ctyp != kind_) {
       return Fail(kCalKindMismatch,
-                  "CTYP at offset 16 is " + Number(header.ctyp) + ", not " + FormatInt(kind_));
+                  "CTYP at offset 16 is " + FormatInt(header.ctyp) + ", not " + FormatInt(kind_));
     }
     if (header.Channels() == 0) {
       return Fail(kCalHeaderUnreadable,
@@ -92,12 +90,13 @@ class Reading {
   Status AddBoundary(std::size_t at) {
     auto& table = cal_.pass_table;
     if (!table.empty() && at - table.back() > kMaxPassRecords) {
-      return Fail(kCalPassBounds, "pass " + Number(table.size()) + " from offset " +
-                                      Number(in_.OffsetOf(table.back())) + " has " +
-                                      Number(at - table.back()) + " records, more than 100");
+      return Fail(kCalPassBounds, "pass " + FormatInt(table.size()) + " from offset " +
+                                      FormatInt(in_.OffsetOf(table.back())) + " has " +
+                                      FormatInt(at - table.back()) + " records, more than 100");
     }
     if (table.size() > kMaxCalPasses) {
-      return Fail(kCalPassBounds, "pass 31 begins at offset " + Number(in_.OffsetOf(table.back())) +
+      return Fail(kCalPassBounds, "pass 31 begins at offset " +
+                                      FormatInt(in_.OffsetOf(table.back())) +
                                       ", there may be at most 30");
     }
     table.push_back(static_cast<std::uint32_t>(at));
