@@ -50,13 +50,13 @@ constexpr Field List(int control, std::string_view label, std::string_view key, 
 }
 
 constexpr auto kBoxSerials = std::to_array<Field>({
-    IntegerField(1234, "GVR serial number", "SNTX"),
-    IntegerField(1235, "K3 serial number", "SNUM"),
-    IntegerField(1255, "Aux1 Box SN", "SN01"),
-    IntegerField(1256, "Aux2 Box SN", "SN02"),
-    IntegerField(1258, "Aux3 Box SN", "SN03"),
-    IntegerField(1259, "Aux4 Box SN", "SN04"),
-    IntegerField(1257, "Aux5 Box SN", "SN05"),
+    IntegerField(BoxSerialForm::kTransmitter, "GVR serial number", "SNTX"),
+    IntegerField(BoxSerialForm::kMain, "K3 serial number", "SNUM"),
+    IntegerField(BoxSerialForm::kAux1, "Aux1 Box SN", "SN01"),
+    IntegerField(BoxSerialForm::kAux2, "Aux2 Box SN", "SN02"),
+    IntegerField(BoxSerialForm::kAux3, "Aux3 Box SN", "SN03"),
+    IntegerField(BoxSerialForm::kAux4, "Aux4 Box SN", "SN04"),
+    IntegerField(BoxSerialForm::kAux5, "Aux5 Box SN", "SN05"),
 });
 
 constexpr auto kSurvey = std::to_array<Field>({
@@ -183,7 +183,8 @@ std::vector<Choice> WithUnknown(const std::vector<std::string>& names) {
 
 BoxSerialForm::BoxSerialForm(ParamTable* table) : PlainForm(table, kBoxSerials) {
   Model().SetCautionRule([](FormModel* model) {
-    CautionSerials(std::array{1255, 1256, 1258, 1259, 1257}, std::array{1235, 1234}, model);
+    CautionSerials(std::array<int, 5>{kAux1, kAux2, kAux3, kAux4, kAux5},
+                   std::array<int, 2>{kMain, kTransmitter}, model);
   });
 }
 
@@ -195,6 +196,8 @@ SiteForm::SiteForm(ParamTable* table, int tech,
       transmitter_choices_(WithUnknown(transmitter_models_)),
       fields_(FieldsOf(tech, transmitter_choices_)),
       model_(table, fields_) {}
+
+bool SiteForm::HasLine() const { return HasSpread() && tech_ != kTdem && tech_ != kFdem; }
 
 int SiteForm::DialogNumber() const {
   switch (tech_) {

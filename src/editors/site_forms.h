@@ -17,6 +17,16 @@ namespace orvane {
 /// The serial numbers of the boxes, asked before the site of every method but MT/AMT.
 class BoxSerialForm : public PlainForm {
  public:
+  enum Control : int {
+    kTransmitter = 1234,
+    kMain = 1235,
+    kAux1 = 1255,
+    kAux2 = 1256,
+    kAux3 = 1258,
+    kAux4 = 1259,
+    kAux5 = 1257,
+  };
+
   explicit BoxSerialForm(ParamTable* table);
 };
 
@@ -61,6 +71,8 @@ class SiteForm {
   int DialogNumber() const;
   std::string_view Title() const;
   bool HasSpread() const { return tech_ != kMtAmt; }
+  /// Whether the electrodes are on a line, so that their places can be calculated.
+  bool HasLine() const;
 
   FormModel& Model() { return model_; }
   const FormModel& Model() const { return model_; }
