@@ -16,19 +16,24 @@
 #include "app/emergency_copy.h"
 #include "app/qt_prompts.h"
 #include "editors/widgets/acq_param_dlg.h"
+#include "editors/widgets/box_serial_dlg.h"
 #include "editors/widgets/box_status_dlg.h"
-#include "editors/widgets/comm_dlg.h"
+#include "editors/widgets/coil_dlg.h"
+#include "editors/widgets/current_sensor_dlg.h"
+#include "editors/widgets/ftp_dlg.h"
+#include "editors/widgets/gsm_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
-#include "editors/widgets/sensor_dlg.h"
+#include "editors/widgets/radio_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
+#include "editors/widgets/startup_result_dlg.h"
 #include "files/file_io.h"
 #include "files/path_names.h"
 #include "response/widgets/calibration_display.h"
 #include "response/widgets/calibration_dlg.h"
 #include "response/widgets/fit_report_dlg.h"
 #include "spectra/widgets/spectra_dlg.h"
-#include "stepping/widgets/fdem_dlg.h"
+#include "stepping/widgets/fdem_schedule_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "stepping/widgets/stepping_cycle_dlg.h"
 #include "table/param_access.h"
@@ -36,8 +41,9 @@
 #include "table/unsaved_table.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "timeseries/widgets/waveform_dlg.h"
-#include "ui/batch_progress.h"
-#include "ui/batch_results.h"
+#include "timeseries/widgets/waveform_gain_dlg.h"
+#include "ui/batch_progress_dlg.h"
+#include "ui/batch_result_dlg.h"
 #include "ui/file_dialogs.h"
 #include "ui/picture_size_dlg.h"
 #include "ui/qt_path.h"
@@ -440,6 +446,9 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   QtPrompts prompts;
   CWaveformDlg settings(&form, &display->View(), &prompts, nullptr);
   done = visit(&settings, "waveform-parameters") && done;
+  WaveformGainForm gain_form(display->View());
+  CWaveformGainDlg gains(&gain_form, &display->View(), &prompts, nullptr);
+  done = visit(&gains, "waveform-gains") && done;
   frame.Displays().Close();
   return done;
 }

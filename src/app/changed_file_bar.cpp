@@ -40,7 +40,7 @@ ChangedFileBar::ChangedFileBar(COrvaneDoc* doc, QWidget* parent)
     doc_->KeepMine();
     Look();
   });
-  connect(doc_, &COrvaneDoc::Marked, this, &ChangedFileBar::Look);
+  connect(doc_, &COrvaneDoc::modifiedChanged, this, &ChangedFileBar::Look);
 }
 
 void ChangedFileBar::Look() {
@@ -75,7 +75,7 @@ void ChangedFileBar::HideBar() {
   const bool had_focus = focused != nullptr && isAncestorOf(focused);
   hide();
   if (had_focus) {
-    emit FocusLeft();
+    emit focusLeft();
   }
 }
 

@@ -24,7 +24,7 @@ class ChangedFileBar : public QFrame {
 
  signals:
   /// The bar went while it had the focus.
-  void FocusLeft();
+  void focusLeft();
 
  private:
   void ShowText(const QString& text, bool can_load);

@@ -12,15 +12,20 @@
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
 #include "editors/widgets/acq_param_dlg.h"
+#include "editors/widgets/box_serial_dlg.h"
 #include "editors/widgets/box_status_dlg.h"
-#include "editors/widgets/comm_dlg.h"
+#include "editors/widgets/coil_dlg.h"
+#include "editors/widgets/current_sensor_dlg.h"
+#include "editors/widgets/ftp_dlg.h"
+#include "editors/widgets/gsm_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
-#include "editors/widgets/sensor_dlg.h"
+#include "editors/widgets/radio_dlg.h"
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
+#include "editors/widgets/startup_result_dlg.h"
 #include "files/path_text.h"
 #include "forms/early_writes.h"
-#include "stepping/widgets/fdem_dlg.h"
+#include "stepping/widgets/fdem_schedule_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "table/box_keys.h"
 #include "table/param_access.h"
@@ -57,7 +62,7 @@ void EditorCommands::EndEarlyLine() {
 
 void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
   for (const CGridCtrl* grid : dialog.findChildren<CGridCtrl*>()) {
-    QObject::connect(grid, &CGridCtrl::Pasted, doc_, [this](int set, int refused) {
+    QObject::connect(grid, &CGridCtrl::pasted, doc_, [this](int set, int refused) {
       if (refused > 0) {
         notices_->ShowNotice(FormatInt(refused) + " of " + FormatInt(set + refused) +
                              " pasted cells were refused");
@@ -69,7 +74,7 @@ void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
 void EditorCommands::EditRaw() {
   CParamTableDlg dialog(&doc_->Table(), parent_, doc_->NotInFile());
   TellRefusedPastes(dialog);
-  QObject::connect(&dialog, &CParamTableDlg::Edited, doc_, &COrvaneDoc::UpdateAllViews);
+  QObject::connect(&dialog, &CParamTableDlg::edited, doc_, &COrvaneDoc::UpdateAllViews);
   dialog.exec();
   doc_->NoteChanges();
 }
@@ -104,7 +109,7 @@ bool EditorCommands::SetUpSite(Tech tech, QWidget* parent, std::vector<std::stri
     early->push_back(std::move(key));
   }
   CSiteDlg dialog(&form, &table, prompts_, parent);
-  QObject::connect(&dialog, &CSiteDlg::Told, doc_,
+  QObject::connect(&dialog, &CSiteDlg::told, doc_,
                    [this](const QString& text) { notices_->ShowNotice(text.toStdString()); });
   TellRefusedPastes(dialog);
   if (dialog.exec() != QDialog::Accepted) {

@@ -94,8 +94,8 @@ EmergencyCopy::EmergencyCopy(fs::path folder, COrvaneDoc* doc, Notices* notices)
   later_.setSingleShot(true);
   later_.setInterval(kPause);
   connect(&later_, &QTimer::timeout, this, &EmergencyCopy::Keep);
-  connect(doc_, &COrvaneDoc::Marked, this, &EmergencyCopy::FollowMark);
-  connect(doc_, &COrvaneDoc::Changed, &later_, qOverload<>(&QTimer::start));
+  connect(doc_, &COrvaneDoc::modifiedChanged, this, &EmergencyCopy::FollowMark);
+  connect(doc_, &COrvaneDoc::changed, &later_, qOverload<>(&QTimer::start));
 }
 
 fs::path EmergencyCopy::UsersFolder() {

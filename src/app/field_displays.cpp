@@ -30,17 +30,17 @@ void FieldDisplays::Show(CDisplay* display) {
   stack_->addWidget(display);
   stack_->setCurrentWidget(display);
   connect(display, &CDisplay::CloseAsked, this, &FieldDisplays::Close);
-  connect(display, &CDisplay::Told, this, &FieldDisplays::Told);
-  connect(display, &CDisplay::Told, this, &FieldDisplays::Changed);
+  connect(display, &CDisplay::Told, this, &FieldDisplays::told);
+  connect(display, &CDisplay::Told, this, &FieldDisplays::changed);
   display->setFocus();
-  emit Changed();
+  emit changed();
 }
 
 void FieldDisplays::Close() {
   if (current_ != nullptr) {
     Leave();
-    emit Told(QStringLiteral("Ready"));
-    emit Changed();
+    emit told(QStringLiteral("Ready"));
+    emit changed();
   }
 }
 
@@ -96,22 +96,22 @@ bool FieldDisplays::Read(std::unique_ptr<TsLoading> loading) {
 
 void FieldDisplays::Follow(std::unique_ptr<TsLoading> loading) {
   auto* display = new CLoadingDisplay(std::move(loading));
-  connect(&display->Strip(), &LoadingStrip::Ended, this, [this, display] {
+  connect(&display->Strip(), &LoadingStrip::ended, this, [this, display] {
     if (!ShowRead(display->Strip().Take()) && current_ == display) {
       Leave();  // why is told already
-      emit Changed();
+      emit changed();
     }
   });
-  connect(&display->Strip(), &LoadingStrip::Cancelled, this, [this](const QString& text) {
+  connect(&display->Strip(), &LoadingStrip::cancelled, this, [this](const QString& text) {
     Close();
-    emit Told(text);
+    emit told(text);
   });
   Show(display);
 }
 
 bool FieldDisplays::TellFault(const std::string& message, const std::string& reason) {
   prompts_->ShowWarning("File Open Error", message);
-  emit Told(QString::fromStdString(reason));
+  emit told(QString::fromStdString(reason));
   return false;
 }
 

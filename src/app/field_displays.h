@@ -45,9 +45,9 @@ class FieldDisplays : public QObject {
 
  signals:
   /// Another display, or none, or another of its parts is shown.
-  void Changed();
+  void changed();
   /// For the status bar.
-  void Told(const QString& text);
+  void told(const QString& text);
 
  private:
   QString Ask(const QString& title, std::string_view filters, const QString& folder,

@@ -93,17 +93,17 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
   CreateToolBar();
   CreateStatusBar();
   ConnectCommands();
-  connect(notices, &StatusNotices::Shown, this, &CMainFrame::ShowNotice);
-  connect(notices, &StatusNotices::Ended, this, [this](const QString& text) {
+  connect(notices, &StatusNotices::shown, this, &CMainFrame::ShowNotice);
+  connect(notices, &StatusNotices::ended, this, [this](const QString& text) {
     if (notice_->text() == text) {
       ShowNotice(QString::fromLatin1(kIdle));
     }
   });
-  connect(doc_, &COrvaneDoc::Changed, this, &CMainFrame::UpdateTitle);
+  connect(doc_, &COrvaneDoc::changed, this, &CMainFrame::UpdateTitle);
   doc_->SetWaveformLoader([this](const QString& path) { return displays_->OpenWaveform(path); });
   utilities_.SetOpener([this](const QString& path) { OpenAny(path); });
-  connect(displays_, &FieldDisplays::Changed, this, &CMainFrame::FollowDisplay);
-  connect(displays_, &FieldDisplays::Told, this, &CMainFrame::ShowNotice);
+  connect(displays_, &FieldDisplays::changed, this, &CMainFrame::FollowDisplay);
+  connect(displays_, &FieldDisplays::told, this, &CMainFrame::ShowNotice);
   UpdateRecentFiles();
   UpdateTitle();
   RestoreLayout();
@@ -118,7 +118,7 @@ void CMainFrame::CreateCenter() {
   layout->addWidget(stack_, 1);
   stack_->addWidget(view_);
   setCentralWidget(center);
-  connect(changed_file_, &ChangedFileBar::FocusLeft, this,
+  connect(changed_file_, &ChangedFileBar::focusLeft, this,
           [this] { stack_->currentWidget()->setFocus(); });
   connect(qApp, &QGuiApplication::applicationStateChanged, this,
           [this](Qt::ApplicationState state) {

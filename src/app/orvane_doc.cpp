@@ -42,8 +42,8 @@ bool COrvaneDoc::IsModified() const {
 }
 
 void COrvaneDoc::NoteChanges() {
-  emit Changed();
-  emit Marked(IsModified());
+  emit changed();
+  emit modifiedChanged(IsModified());
 }
 
 void COrvaneDoc::TakeBaseline() {

@@ -91,14 +91,14 @@ class COrvaneDoc : public QObject {
   const std::vector<ParamKey>& NotInFile() const { return not_in_file_; }
   /// To be called after every change of the table, so that the views follow: while a dialog may
   /// change more of it, and when it is done.
-  void UpdateAllViews() { emit Changed(); }
+  void UpdateAllViews() { emit changed(); }
   void NoteChanges();
 
  signals:
   /// Path, modified mark or a value of the table changed.
-  void Changed();
+  void changed();
   /// After `Changed()`: a command is done, and the document is modified or not, as before or not.
-  void Marked(bool is_modified);
+  void modifiedChanged(bool is_modified);
 
  private:
   void BuildIndex();

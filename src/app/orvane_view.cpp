@@ -35,7 +35,7 @@ COrvaneView::COrvaneView(COrvaneDoc* doc, QWidget* parent) : QScrollArea(parent)
   setFrameShape(QFrame::NoFrame);
   Build();
   OnUpdate();
-  connect(doc_, &COrvaneDoc::Changed, this, &COrvaneView::OnUpdate);
+  connect(doc_, &COrvaneDoc::changed, this, &COrvaneView::OnUpdate);
   connect(&minute_, &QTimer::timeout, this, &COrvaneView::OnUpdate);
   constexpr std::chrono::minutes kMinute{1};
   minute_.start(kMinute);

@@ -36,12 +36,12 @@ class StatusNotices : public QObject, public Notices {
   Q_OBJECT
 
  public:
-  void ShowNotice(const std::string& text) override { emit Shown(QString::fromStdString(text)); }
-  void EndNotice(const std::string& text) override { emit Ended(QString::fromStdString(text)); }
+  void ShowNotice(const std::string& text) override { emit shown(QString::fromStdString(text)); }
+  void EndNotice(const std::string& text) override { emit ended(QString::fromStdString(text)); }
 
  signals:
-  void Shown(const QString& text);
-  void Ended(const QString& text);
+  void shown(const QString& text);
+  void ended(const QString& text);
 };
 
 }  // namespace orvane

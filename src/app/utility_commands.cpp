@@ -14,8 +14,8 @@
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
 #include "timeseries/ts_text.h"
-#include "ui/batch_progress.h"
-#include "ui/batch_results.h"
+#include "ui/batch_progress_dlg.h"
+#include "ui/batch_result_dlg.h"
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <CLI/CLI.hpp>
+#include <functional>
 #include <memory>
 
 #include "base/latin1.h"
@@ -11,10 +12,31 @@
 #include "table/param_text.h"
 #include "table/param_time.h"
 #include "table/recording_size.h"
+#include "table/startup_table.h"
 #include "table/table_diff.h"
 
 namespace orvane {
 namespace {
+
+// The rows of a table as text, all of them or those of some keys.
+std::string RowsOf(ParamTable* table, const std::function<bool(ParamKey)>& is_wanted) {
+  std::string text;
+  for (std::size_t column = 0; column < kRawColumnNames.size(); ++column) {
+    text += (column > 0 ? "\t" : "") + std::string(kRawColumnNames[column]);
+  }
+  text += '\n';
+  const RawTable rows(table);
+  for (int ordinal = 1; ordinal <= rows.Count(); ++ordinal) {
+    if (!is_wanted(rows.Cell(ordinal, kCodeColumn))) {
+      continue;
+    }
+    for (const RawColumn column : {kNumberColumn, kCodeColumn, kTypeColumn, kPermissionColumn}) {
+      text += rows.Cell(ordinal, column) + '\t';
+    }
+    text += PrintableLatin1(rows.Cell(ordinal, kValueColumn)) + '\n';
+  }
+  return text;
+}
 
 ExitCode RunTableShow(const std::filesystem::path& file) {
   ParamTable table;
@@ -22,18 +44,34 @@ ExitCode RunTableShow(const std::filesystem::path& file) {
   if (!LoadTable(file, &table, &report)) {
     return kSomeFailed;
   }
-  std::string text;
-  for (std::size_t column = 0; column < kRawColumnNames.size(); ++column) {
-    text += (column > 0 ? "\t" : "") + std::string(kRawColumnNames[column]);
+  const std::string text = RowsOf(&table, [](ParamKey) { return true; });
+  return PrintResult(text) ? kAllDone : kSomeFailed;
+}
+
+ExitCode RunTableShowAsBox(const std::filesystem::path& file) {
+  ParamTable table;
+  TblReport report;
+  StartupTaken taken;
+  if (const Status status = table.BuildParamIndex(); status != kOk) {
+    PrintMessage(StatusText(status));
+    return kSomeFailed;
   }
-  text += '\n';
-  const RawTable rows(&table);
-  for (int ordinal = 1; ordinal <= rows.Count(); ++ordinal) {
-    for (const RawColumn column : {kNumberColumn, kCodeColumn, kTypeColumn, kPermissionColumn}) {
-      text += rows.Cell(ordinal, column) + '\t';
-    }
-    text += PrintableLatin1(rows.Cell(ordinal, kValueColumn)) + '\n';
+  if (LoadAsBox(&table, file, &report, &taken) != kOk) {
+    PrintMessage(report.message);
+    return kSomeFailed;
   }
+  const auto say = [&file](const std::string& line) { PrintMessage(FileMessage(file, line)); };
+  for (const LeftOutRecord& record : taken.left_out) {
+    say(PrintableLatin1(record.key) + " is left out: " + record.reason);
+  }
+  if (const std::size_t more = taken.left_out_count - taken.left_out.size(); more > 0) {
+    say(FormatInt(static_cast<std::int64_t>(more)) + " more records are left out");
+  }
+  if (report.cut_at > 0) {
+    say("the record at offset " + FormatInt(static_cast<std::int64_t>(report.cut_at)) +
+        " is cut and left out");
+  }
+  const std::string text = RowsOf(&table, [&taken](ParamKey key) { return taken.Has(key); });
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
 
@@ -151,6 +189,7 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     std::string names = "serial";
     std::string tbl_version = "2";
     int channels = 6;
+    bool is_as_box = false;
     std::string now;
   };
   const auto arguments = std::make_shared<Arguments>();
@@ -159,7 +198,12 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
 
   CLI::App* show = table->add_subcommand("show", "Print every parameter, tab-separated");
   AddPath(show, "FILE", &arguments->file, "a parameter table")->required();
-  show->callback([=] { *exit_code = RunTableShow(arguments->file); });
+  show->add_flag("--as-box", arguments->is_as_box,
+                 "print what a box takes of it at power-up, and say what it leaves out");
+  show->callback([=] {
+    *exit_code =
+        arguments->is_as_box ? RunTableShowAsBox(arguments->file) : RunTableShow(arguments->file);
+  });
 
   CLI::App* get = table->add_subcommand("get", "Print parameters as KEY=VALUE");
   AddPath(get, "FILE", &arguments->file, "a parameter table")->required();

@@ -13,8 +13,8 @@ constexpr auto kFunctions = std::to_array<Choice>({{"SIP", 1055},
                                                    {"TDIP", 1056},
                                                    {"TDEM", 1057},
                                                    {"CSAMT", 1058},
-                                                   {"MT/AMT", 1059},
-                                                   {"FDEM", 1269}});
+                                                   {"MT/AMT", acq::kMtAmtFunction},
+                                                   {"FDEM", acq::kFdemFunction}});
 constexpr auto kRequests = std::to_array<Choice>({{"Setup", 1049},
                                                   {"Record", 1106},
                                                   {"GPS reset", 1051},
@@ -25,14 +25,15 @@ constexpr auto kRequests = std::to_array<Choice>({{"Setup", 1049},
                                                   {"CS_Record", 1054}});
 constexpr auto kECouplings = std::to_array<Choice>({{"DC coupling", 1035}, {"AC coupling", 1036}});
 constexpr auto kHCouplings = std::to_array<Choice>({{"DC coupling", 1047}, {"AC coupling", 1048}});
-constexpr auto kEGains =
-    std::to_array<Choice>({{"x 0.25 ", 1060}, {"x 1", 1061}, {"x 4", 1062}, {"x 16 ", 1063}});
+constexpr auto kEGains = std::to_array<Choice>(
+    {{"x 0.25 ", 1060}, {"x 1", 1061}, {"x 4", 1062}, {"x 16 ", acq::kEGainOf16}});
 constexpr auto kHGains =
     std::to_array<Choice>({{"x 0.25", 1067}, {"x 1", 1068}, {"x 4", 1069}, {"x 16", 1070}});
 constexpr auto kFilters = std::to_array<Choice>(
     {{"Off", 1127}, {"0 (Weakest)", 1037}, {"1", 1038}, {"2", 1039}, {"3", 1040}, {"4", 1041}});
 constexpr auto kLineFrequencies = std::to_array<Choice>({{"50 Hz", 1045}, {"60 Hz", 1046}});
-constexpr auto kSamplings = std::to_array<Choice>({{"AMT", 1103}, {"MT", 1102}, {"DAMT", 1204}});
+constexpr auto kSamplings =
+    std::to_array<Choice>({{"AMT", 1103}, {"MT", 1102}, {"DAMT", acq::kDamtSampling}});
 constexpr auto kZoneKinds = std::to_array<Choice>({{"UTC", 1265}, {"Local", 1264}});
 constexpr auto kZones = std::to_array<Choice>({
     {"(GMT-12) Internation Date Line West"},

@@ -41,7 +41,7 @@ inline constexpr int kHzSerial = 1092;
 inline constexpr int kFileClose = 1044;
 inline constexpr int kPowerUpWindow = 1254;
 
-// Single buttons that rules enable and disable.
+// Single buttons, most of which rules enable and disable.
 inline constexpr int kRequestRecord = 1106;
 inline constexpr int kRequestStandby = 1107;
 inline constexpr int kRequestPause = 1108;
@@ -49,6 +49,10 @@ inline constexpr int kRequestCsRecord = 1054;
 inline constexpr int kEAcCoupling = 1036;
 inline constexpr int kHAcCoupling = 1048;
 inline constexpr int kFilterOff = 1127;
+inline constexpr int kMtAmtFunction = 1059;
+inline constexpr int kFdemFunction = 1269;
+inline constexpr int kEGainOf16 = 1063;
+inline constexpr int kDamtSampling = 1204;
 
 // Buttons that are no fields.
 inline constexpr int kSameTimes = 1273;

@@ -63,21 +63,21 @@ constexpr auto kRadioFields = std::to_array<Field>({
     IntegerField(RadioForm::kLocalSerial, "Local Box S/N", "SNUM"),
     Ranged(RadioForm::kRefSerial, "Ref. box S/N", "SNNR", kLargestSerial),
     Ranged(RadioForm::kAux1Serial, "Aux1 Box S/N", kAuxiliaryKeys[0].serial, kLargestSerial),
-    Ranged(1012, "Aux2 Box S/N", kAuxiliaryKeys[1].serial, kLargestSerial),
-    Ranged(1013, "Aux3 Box S/N", kAuxiliaryKeys[2].serial, kLargestSerial),
-    Ranged(1014, "Aux4 Box S/N", kAuxiliaryKeys[3].serial, kLargestSerial),
+    Ranged(RadioForm::kAux2Serial, "Aux2 Box S/N", kAuxiliaryKeys[1].serial, kLargestSerial),
+    Ranged(RadioForm::kAux3Serial, "Aux3 Box S/N", kAuxiliaryKeys[2].serial, kLargestSerial),
+    Ranged(RadioForm::kAux4Serial, "Aux4 Box S/N", kAuxiliaryKeys[3].serial, kLargestSerial),
     Ranged(RadioForm::kAux5Serial, "Aux5 Box S/N", kAuxiliaryKeys[4].serial, kLargestSerial),
     Ranged(RadioForm::kTxSerial, "Tx box S/N", "SNTX", kLargestSerial),
 });
 
 constexpr auto kGsmFields = std::to_array<Field>({
-    BoxText(1239, "GSM Access Number", "PHNE"),
-    BoxText(1240, "GSM User Name", "PPPNAME"),
-    BoxText(1241, "GSM Password", "PPPPSWD", Widget::kPassword),
-    LongTextField(1242, "GSM Access Point Name", "GNETAP0"),
-    LongTextField(1243, "IP Address Server", "IPSRV0"),
-    BoxText(1289, "FTP Server User Name", "FTPSUSR"),
-    BoxText(1290, "FTP Server Password", "FTPSPWD", Widget::kPassword),
+    BoxText(gsm::kAccessNumber, "GSM Access Number", "PHNE"),
+    BoxText(gsm::kUser, "GSM User Name", "PPPNAME"),
+    BoxText(gsm::kPassword, "GSM Password", "PPPPSWD", Widget::kPassword),
+    LongTextField(gsm::kAccessPoint, "GSM Access Point Name", "GNETAP0"),
+    LongTextField(gsm::kServer, "IP Address Server", "IPSRV0"),
+    BoxText(gsm::kFtpUser, "FTP Server User Name", "FTPSUSR"),
+    BoxText(gsm::kFtpPassword, "FTP Server Password", "FTPSPWD", Widget::kPassword),
 });
 
 constexpr auto kFtpFields = std::to_array<Field>({
@@ -152,6 +152,11 @@ void RadioForm::Open() {
   model_.SetIndex(kFrequency, band_);
   model_.EnableGroup(kFrequency, false);
   model_.Enable(kPower, band_ != kNothingChosen);
+}
+
+std::string RadioForm::HardwareText() const {
+  const bool is_known = model_.Index(kFrequency) != kNothingChosen;
+  return "Hardware " + hardware_ + (is_known ? "" : " is not a known radio");
 }
 
 void RadioForm::Commit() {

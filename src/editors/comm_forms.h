@@ -25,6 +25,9 @@ class RadioForm {
     kTxSerial = 1009,
     kRefSerial = 1010,
     kAux1Serial = 1011,
+    kAux2Serial = 1012,
+    kAux3Serial = 1013,
+    kAux4Serial = 1014,
     kAux5Serial = 1015,
     kLocalSerial = 1266,
   };
@@ -39,6 +42,8 @@ class RadioForm {
 
   /// The hardware text as read, in upper case.
   const std::string& Hardware() const { return hardware_; }
+  /// "Hardware K36W2", and where that is so that it is no known radio.
+  std::string HardwareText() const;
   /// Keys written before OK whose values really changed; Cancel does not undo them.
   std::vector<std::string> EarlyChanges() const { return early_.Changes(); }
 
@@ -52,6 +57,19 @@ class RadioForm {
   std::vector<Field> fields_;
   FormModel model_;
 };
+
+/// The controls of the dial-up connection's dialog.
+namespace gsm {
+enum Control : int {
+  kAccessNumber = 1239,
+  kUser,
+  kPassword,
+  kAccessPoint,
+  kServer,
+  kFtpUser = 1289,
+  kFtpPassword,
+};
+}  // namespace gsm
 
 /// The dial-up data connection.
 std::span<const Field> GsmFields();

@@ -51,13 +51,13 @@ constexpr Field List(int control, std::string_view label, std::string_view key, 
 }
 
 constexpr auto kBoxSerials = std::to_array<Field>({
-    IntegerField(1234, "GVR serial number", "SNTX"),
-    IntegerField(1235, "K3 serial number", "SNUM"),
-    IntegerField(1255, "Aux1 Box SN", kAuxiliaryKeys[0].serial),
-    IntegerField(1256, "Aux2 Box SN", kAuxiliaryKeys[1].serial),
-    IntegerField(1258, "Aux3 Box SN", kAuxiliaryKeys[2].serial),
-    IntegerField(1259, "Aux4 Box SN", kAuxiliaryKeys[3].serial),
-    IntegerField(1257, "Aux5 Box SN", kAuxiliaryKeys[4].serial),
+    IntegerField(BoxSerialForm::kTransmitter, "GVR serial number", "SNTX"),
+    IntegerField(BoxSerialForm::kMain, "K3 serial number", "SNUM"),
+    IntegerField(BoxSerialForm::kAux1, "Aux1 Box SN", kAuxiliaryKeys[0].serial),
+    IntegerField(BoxSerialForm::kAux2, "Aux2 Box SN", kAuxiliaryKeys[1].serial),
+    IntegerField(BoxSerialForm::kAux3, "Aux3 Box SN", kAuxiliaryKeys[2].serial),
+    IntegerField(BoxSerialForm::kAux4, "Aux4 Box SN", kAuxiliaryKeys[3].serial),
+    IntegerField(BoxSerialForm::kAux5, "Aux5 Box SN", kAuxiliaryKeys[4].serial),
 });
 
 constexpr auto kSurvey = std::to_array<Field>({
@@ -179,7 +179,8 @@ std::vector<Choice> WithUnknown(const std::vector<std::string>& names) {
 
 BoxSerialForm::BoxSerialForm(ParamTable* table) : PlainForm(table, kBoxSerials) {
   Model().SetCautionRule([](FormModel* model) {
-    CautionSerials(std::array{1255, 1256, 1258, 1259, 1257}, std::array{1235, 1234}, model);
+    CautionSerials(std::array<int, 5>{kAux1, kAux2, kAux3, kAux4, kAux5},
+                   std::array<int, 2>{kMain, kTransmitter}, model);
   });
 }
 

@@ -17,6 +17,16 @@ namespace orvane {
 /// The serial numbers of the boxes, asked before the site of every method but MT/AMT.
 class BoxSerialForm : public PlainForm {
  public:
+  enum Control : int {
+    kTransmitter = 1234,
+    kMain = 1235,
+    kAux1 = 1255,
+    kAux2 = 1256,
+    kAux3 = 1258,
+    kAux4 = 1259,
+    kAux5 = 1257,
+  };
+
   explicit BoxSerialForm(ParamTable* table);
 };
 
@@ -63,7 +73,7 @@ class SiteForm {
   /// The dialog, whose number it is, and its title.
   Kind Dialog() const;
   std::string_view Title() const;
-  /// The electrodes follow one another along a line.
+  /// The electrodes follow one another along a line, so that their places can be calculated.
   bool HasLine() const { return Dialog() == kCsamtSite || Dialog() == kIpSite; }
   bool HasSpread() const { return tech_ != kMtAmt; }
 

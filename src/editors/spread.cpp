@@ -55,6 +55,20 @@ Spread::Spread(ParamTable* table) : table_(table) {
   }
 }
 
+std::string Spread::ChannelsTitle(int box) const {
+  if (box < 0) {
+    return "Channels";
+  }
+  return "Channels of the box in row " + FormatInt(box + 1) + " (" +
+         std::string(Trimmed(LabelOf(KindOf(At(box))))) + ")";
+}
+
+std::string Spread::ChannelCountNote() const {
+  return !HasCountedChannels(*table_)
+             ? ""
+             : "From \"TCHN\", which the box counted; a change is stored in \"NCHN\"";
+}
+
 std::string_view Spread::LabelOf(BoxKind kind) {
   switch (kind) {
     case kTransmitterBox:

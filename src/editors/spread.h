@@ -30,6 +30,12 @@ class Spread {
   const BoxRow& Box(int box) const { return At(box).row; }
   /// " Aux. Box" and the like.
   static std::string_view LabelOf(BoxKind kind);
+  /// The title above the channels of a box: "Channels of the box in row 2 (Local Box)"; without a
+  /// box "Channels".
+  std::string ChannelsTitle(int box) const;
+  /// Where the local box's channel count comes from, if not from the key that a change is stored
+  /// in.
+  std::string ChannelCountNote() const;
   std::string BoxCell(int box, BoxColumn column) const;
   bool CanEditBox(int box, BoxColumn column) const;
   /// Why the text is refused; empty once it is taken.

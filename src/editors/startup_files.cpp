@@ -6,6 +6,7 @@
 #include "base/number_text.h"
 #include "editors/channel_keys.h"
 #include "editors/file_close.h"
+#include "editors/sensor_forms.h"
 #include "editors/site_forms.h"
 #include "files/path_text.h"
 #include "table/box_keys.h"
@@ -54,15 +55,15 @@ constexpr Field kFolder = {StartupForm::kLocation, Widget::kPath, "Location", {}
 
 constexpr auto kReceiver = std::to_array<Field>({
     IntegerField(StartupForm::kReceiverSerial, "Box serial number", "SNUM"),
-    Coil(1090, "Hx serial number", "HXSN"),
-    Coil(1091, "Hy serial number", "HYSN"),
-    Coil(1092, "Hz serial number", "HZSN"),
-    RealField(1113, "Coil nominal gain (mV/nT)", "HNOM"),
-    RealField(1112, "Coil test waveform amplitude (nT)", "HAMP"),
+    Coil(CoilForm::kHxSerial, "Hx serial number", "HXSN"),
+    Coil(CoilForm::kHySerial, "Hy serial number", "HYSN"),
+    Coil(CoilForm::kHzSerial, "Hz serial number", "HZSN"),
+    RealField(CoilForm::kNominalGain, "Coil nominal gain (mV/nT)", "HNOM"),
+    RealField(CoilForm::kTestAmplitude, "Coil test waveform amplitude (nT)", "HAMP"),
     IntegerField(StartupForm::kCalibrationTime, "Calibration time (x20 min)", "CCLT"),
-    RealField(1109, "Coil cal. min. acceptable corner frequency (Hz)", "CCMN"),
-    RealField(1110, "Coil cal. max. acceptable corner frequency (Hz)", "CCMX"),
-    RealField(1111, "Coil pre-amplifier highpass corner frequency (Hz)", "CPHC"),
+    RealField(CoilForm::kMinCorner, "Coil cal. min. acceptable corner frequency (Hz)", "CCMN"),
+    RealField(CoilForm::kMaxCorner, "Coil cal. max. acceptable corner frequency (Hz)", "CCMX"),
+    RealField(CoilForm::kHighPass, "Coil pre-amplifier highpass corner frequency (Hz)", "CPHC"),
 });
 constexpr auto kMonitor = std::to_array<Field>({
     {StartupForm::kMonitorGain, Widget::kRadios, "Gain", "HGNC", IntPT, Offset(-1), {}, kGains},
@@ -74,9 +75,10 @@ constexpr auto kMonitor = std::to_array<Field>({
 });
 
 // In the file, not in the edited table.
-constexpr auto kReceiverOverrides =
-    std::to_array<int>({1090, 1091, 1092, 1109, 1110, 1111, 1112, 1113, StartupForm::kFileClose,
-                        StartupForm::kSlave, StartupForm::kCalibrationTime});
+constexpr auto kReceiverOverrides = std::to_array<int>(
+    {CoilForm::kHxSerial, CoilForm::kHySerial, CoilForm::kHzSerial, CoilForm::kMinCorner,
+     CoilForm::kMaxCorner, CoilForm::kHighPass, CoilForm::kTestAmplitude, CoilForm::kNominalGain,
+     StartupForm::kFileClose, StartupForm::kSlave, StartupForm::kCalibrationTime});
 constexpr auto kMonitorOverrides =
     std::to_array<int>({StartupForm::kFileClose, StartupForm::kMonitorGain, StartupForm::kSlave,
                         StartupForm::kMonitorSerial});

@@ -80,6 +80,7 @@ class StartupForm {
     std::string gain;
   };
   const std::vector<Channel>& Channels() const { return channels_; }
+  bool CanEditGains() const { return box_.IsAuxiliary(); }
   /// Why the text is refused; empty once it is taken.
   std::string EditGain(int channel, const std::string& text);
 

@@ -91,6 +91,16 @@ std::string_view SteppingForm::Title() const {
   }
 }
 
+Answer SteppingForm::AskToExportSteps() const {
+  return has_edited_steps_ ? prompts_->AskYesNoCancel(
+                                 "Orvane",
+                                 "Rows of the schedule were changed by hand. Only a schedule "
+                                 "file keeps them. Export it now?")
+                           : Answer::kNo;
+}
+
+bool SteppingForm::HasPicture() const { return !IsTimeDomain() || !WrittenRows(schedule_).empty(); }
+
 bool SteppingForm::CanCalculate() const {
   return IsTimeDomain() || model_.Index(stepping::kAuto) == kAutoStep;
 }

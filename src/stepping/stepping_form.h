@@ -73,6 +73,11 @@ class SteppingForm {
   /// Rows were changed by hand since they were calculated, read or exported: nothing else keeps
   /// them.
   bool HasEditedSteps() const { return has_edited_steps_; }
+  /// Whether a file shall keep rows changed by hand before they are lost: Yes, No (nor where there
+  /// are none) or, where all is to stay, Cancel.
+  Answer AskToExportSteps() const;
+  /// The time domain often has windows only, which need the room of the schedule's picture.
+  bool HasPicture() const;
   /// The file that the stepping control names; empty where it names none.
   std::string_view ScheduleName() const;
   std::string StepText(int row, StepColumn column) const;

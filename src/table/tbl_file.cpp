@@ -5,7 +5,6 @@
 #include <array>
 #include <optional>
 
-#include "base/ascii.h"
 #include "base/number_text.h"
 #include "files/path_text.h"
 #include "table/param_access.h"
@@ -85,27 +84,6 @@ std::vector<std::byte> ImageV2(const ParamTable& table, bool filtered) {
     Append(BytesOf(entry), &image);
   });
   return image;
-}
-
-bool IsClockUnit(const ParamTable& table) {
-  const std::string hardware = ParamAsText(table, "HW");
-  return EqualsWithoutCase(hardware, "zlaclk") || EqualsWithoutCase(hardware, "zlacl4");
-}
-
-// The file that a box starts with; empty where there is none.
-std::filesystem::path StartupPath(const ParamTable& table) {
-  const std::string folder = ParamAsText(table, "DPTH");
-  if (const std::int32_t serial = IntParam(table, "SNUM"); serial != 0) {
-    std::filesystem::path path = PathOf(folder + FormatInt(serial) + ".tbl");
-    if (InFile().Open(path).empty()) {
-      return path;
-    }
-  }
-  std::filesystem::path path = PathOf(folder + "Startup.tbl");
-  if (!InFile().Open(path).empty()) {
-    path.clear();
-  }
-  return path;
 }
 
 }  // namespace
@@ -310,48 +288,6 @@ Status SaveParamFile(ParamTable* table, const std::filesystem::path& path, OutFi
     *memory = ReadInfo(path, &info) ? RememberedFile(info, image.size(), Checksum(image))
                                     : RememberedFile();
   }
-  return kOk;
-}
-
-Status LoadStartupTable(ParamTable* table, const LogSink& log) {
-  const auto say = [&log](std::string_view line) {
-    if (log) {
-      log(line);
-    }
-  };
-  const std::filesystem::path path =
-      IsClockUnit(*table) ? std::filesystem::path() : StartupPath(*table);
-  if (path.empty()) {
-    say("\nNo startup.tbl");
-    return kTblUnreadable;
-  }
-  say("\nReading startup.tbl...");
-  TblReport report;
-  TblReader reader;
-  if (const Status status = reader.Open(path, &report); status != kOk) {
-    say("\nError loading startup.tbl");
-    return status;
-  }
-  ParamTable loaded = *table;
-  std::int32_t request = 0;
-  ParamEntry entry;
-  while (reader.Next(&entry)) {
-    if (ParamKey(entry.key) == "RQST") {
-      request = entry.type == IntPT ? IntOf(entry.value) : request;
-    } else {
-      // What the current mode protects keeps its value.
-      static_cast<void>(StoreRecord(&loaded, entry, true));
-    }
-  }
-  if (const Status status = reader.End(&report); status != kOk) {
-    say("\nError loading startup.tbl");
-    return status;
-  }
-  if (request != 0 && request != 9 && loaded.CheckParamWritable("RQST") == kOk) {
-    PutInt(&loaded, "RQST", request);
-  }
-  PutInt(&loaded, "TBVI", report.version);
-  *table = std::move(loaded);
   return kOk;
 }
 

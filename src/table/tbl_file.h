@@ -116,11 +116,6 @@ Status SaveParamFile(ParamTable* table, const std::filesystem::path& path, OutFi
                      const TblSaveOptions& options, TblReport* report = nullptr,
                      RememberedFile* memory = nullptr);
 
-/// What a box does at power-up: loads "SNUM".tbl or Startup.tbl of the folder "DPTH", keeping what
-/// the current mode protects. The requested action "RQST" is stored last, unless it is 0 or 9. 0,
-/// 173 or 174; a clock unit (by "HW") has no start-up table.
-Status LoadStartupTable(ParamTable* table, const LogSink& log = {});
-
 }  // namespace orvane
 
 #endif  // ORVANE_TABLE_TBL_FILE_H_

@@ -52,7 +52,6 @@ class TsFile {
   TsHeaderSize HeaderSize() const { return header_size_; }
   bool IsBandFile() const { return header_size_ == TsHeaderSize::kBand; }
   const TsCompanion& Companion() const { return companion_; }
-  const std::filesystem::path& CompanionPath() const { return companion_path_; }
   /// What is not known of a file that opened without its companion, and why; else empty.
   const std::string& CompanionNote() const { return companion_note_; }
 

@@ -60,6 +60,10 @@ Unit UnitOf(char kind, bool has_small_unit, double nominal) {
 
 }  // namespace
 
+WaveformGains GainsOf(const ParamTable& table) {
+  return {std::pow(4.0, IntParam(table, "EGNC")), std::pow(4.0, IntParam(table, "HGNC"))};
+}
+
 std::vector<WaveformChannel> WaveformChannels(const TsHeader& header, const TsCompanion* companion,
                                               const WaveformUnits& units) {
   std::vector<WaveformChannel> channels(header.channels);
@@ -72,9 +76,8 @@ std::vector<WaveformChannel> WaveformChannels(const TsHeader& header, const TsCo
     }
     const ParamTable& table = companion->Table();
     const char kind = UpperCased(channel.name.front());
-    const int exponent = IntParam(table, kind == 'E' ? "EGNC" : "HGNC");
-    const auto own = units.record_gain != nullptr ? units.record_gain(header, i) : std::nullopt;
-    const double gain = own.value_or(std::pow(4.0, exponent));
+    const WaveformGains gains = units.gains.value_or(GainsOf(table));
+    const double gain = kind == 'E' ? gains.electric : gains.other;
     const double full_scale = RealParam(table, "FSCV");
     const double nominal = RealParam(table, "HNOM");
     const Unit unit = UnitOf(kind, units.has_small_unit, nominal);

@@ -27,19 +27,27 @@ struct WaveformChannel {
   std::string Label() const { return name + unit; }
 };
 
-/// The gain of a channel in one record, which goes before the companion table's.
-using RecordGain = std::optional<double> (*)(const TsHeader& header, std::size_t channel);
+/// What the volts at the input were multiplied by, for channels named E... and for all others.
+struct WaveformGains {
+  double electric = 1;
+  double other = 1;
+
+  bool operator==(const WaveformGains&) const = default;
+};
+
+/// 4 to the power of "EGNC", of "HGNC".
+WaveformGains GainsOf(const ParamTable& table);
 
 struct WaveformUnits {
-  bool has_small_unit = false;       ///< electric channels in microvolts instead of millivolts
-  RecordGain record_gain = nullptr;  ///< null: no record tells a gain of its own
+  bool has_small_unit = false;         ///< electric channels in microvolts instead of millivolts
+  std::optional<WaveformGains> gains;  ///< of the record, in place of the companion table's
 };
 
 /// The channels of a record by the companion table; null: "Ch %d" and raw counts. Volts are held
-/// value x "FSCV" / 2147483392 / gain, the gain 4 to the power of "EGNC" for channels named E...,
-/// of "HGNC" for all others; magnetic channels, H..., also go through "HNOM" x 1e6. Raw counts
-/// without a unit are shown where "FSCV" is 0, where "HNOM" of a magnetic channel is not above 0,
-/// and where the scale would not be a finite number.
+/// value x "FSCV" / 2147483392 / gain, the gain that of `units`, else of `GainsOf()`; magnetic
+/// channels, H..., also go through "HNOM" x 1e6. Raw counts without a unit are shown where "FSCV"
+/// is 0, where "HNOM" of a magnetic channel is not above 0, and where the scale would not be a
+/// finite number.
 std::vector<WaveformChannel> WaveformChannels(const TsHeader& header, const TsCompanion* companion,
                                               const WaveformUnits& units = {});
 

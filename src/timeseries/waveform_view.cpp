@@ -13,6 +13,7 @@ namespace {
 constexpr double kMargin = 0.05;   // above and below a trace, of its span
 constexpr double kOneCount = 256;  // as held value
 constexpr int kUsualSampleWidth = 3;
+constexpr int kGainDigits = 6;
 constexpr double kNearFullScale = 0.98 * kFullScale;
 
 // Where the least and greatest value of some scans stand.
@@ -74,6 +75,8 @@ void WaveformView::Close() {
   problem_.clear();
   channels_.clear();
   beyond_.clear();
+  gains_.clear();
+  gains_of_all_.reset();
   pan_ = 0;
   whole_.clear();
   scales_.clear();
@@ -126,6 +129,7 @@ bool WaveformView::HasSameChannels(const std::vector<WaveformChannel>& before) c
 
 void WaveformView::UpdateChannels() {
   const TsCompanion* companion = file_->Companion().IsLoaded() ? &file_->Companion() : nullptr;
+  units_.gains = OwnGains();
   channels_ = WaveformChannels(record_.Header(), companion, units_);
   beyond_.clear();
   for (std::size_t i = kMaxTraces; i < channels_.size(); ++i) {
@@ -180,8 +184,22 @@ void WaveformView::SetSmallUnit(bool has_small_unit) {
   UpdateChannels();
 }
 
-void WaveformView::SetRecordGain(RecordGain record_gain) {
-  units_.record_gain = record_gain;
+std::optional<WaveformGains> WaveformView::OwnGains() const {
+  const auto own = gains_.find(number_);
+  return own != gains_.end() ? own->second : gains_of_all_;
+}
+
+WaveformGains WaveformView::Gains() const {
+  return OwnGains().value_or(GainsOf(file_->Companion().Table()));
+}
+
+void WaveformView::SetGains(const WaveformGains& gains, bool for_all) {
+  if (for_all) {
+    gains_.clear();
+    gains_of_all_ = gains;
+  } else {
+    gains_[number_] = gains;
+  }
   UpdateChannels();
 }
 
@@ -214,10 +232,17 @@ std::string WaveformView::EmptyText() const {
 }
 
 std::string WaveformView::NoteText() const {
-  const std::string why = EmptyText();
-  return std::string(IsBad() ? "bad record" : "")
-      .append(IsBad() && !why.empty() ? ", " : "")
-      .append(why);
+  std::string text = IsBad() ? "bad record" : "";
+  const auto append = [&text](std::string_view more) {
+    text.append(text.empty() || more.empty() ? "" : ", ").append(more);
+  };
+  append(EmptyText());
+  if (const WaveformGains gains = Gains();
+      HasGains() && gains != GainsOf(file_->Companion().Table())) {
+    append("gains as entered: E x " + FormatReal(gains.electric, kGainDigits) + ", others x " +
+           FormatReal(gains.other, kGainDigits));
+  }
+  return text;
 }
 
 std::string WaveformView::NotDrawnText(std::size_t drawn) const {

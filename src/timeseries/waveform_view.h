@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -98,7 +99,12 @@ class WaveformView {
   void ResetViews();
   bool HasSmallUnit() const { return units_.has_small_unit; }
   void SetSmallUnit(bool has_small_unit);
-  void SetRecordGain(RecordGain record_gain);
+  /// Whether there are gains to divide by: without a companion table counts are shown as they are.
+  bool HasGains() const { return number_ > 0 && file_->Companion().IsLoaded(); }
+  /// Of the record shown: its own, else the companion table's.
+  WaveformGains Gains() const;
+  /// Gives the record shown, or all of them, gains of their own until another file is opened.
+  void SetGains(const WaveformGains& gains, bool for_all);
 
   std::string TitleText() const;
   /// "3 / 300", where there are bad records "first bad at 3", and what is missing without a
@@ -108,7 +114,8 @@ class WaveformView {
   const WaveformChannel& Channel(std::size_t trace) const { return channels_[trace]; }
   /// The status line under the label; begins with a newline.
   std::string StatusText(std::size_t trace) const;
-  /// Beside the title: that the record is bad, or why there is nothing to draw.
+  /// Beside the title: that the record is bad, why there is nothing to draw, and gains that are not
+  /// the companion table's.
   std::string NoteText() const;
   /// Why there is nothing to draw; empty where there is.
   std::string EmptyText() const;
@@ -168,6 +175,7 @@ class WaveformView {
 
   void ShowRecord(std::uint64_t number);
   void UpdateChannels();
+  std::optional<WaveformGains> OwnGains() const;
   void UpdateScales();
   bool HasSameChannels(const std::vector<WaveformChannel>& before) const;
   std::vector<Extremes> ExtremesOf(ScanRange scans) const;
@@ -182,6 +190,8 @@ class WaveformView {
   std::string problem_;
   WaveformSettings settings_;
   WaveformUnits units_;
+  std::map<std::uint64_t, WaveformGains> gains_;  // of single records, which go before
+  std::optional<WaveformGains> gains_of_all_;
   std::vector<WaveformChannel> channels_;
   std::vector<std::string> beyond_;  // names of the channels behind the last that is drawn
   std::vector<Extremes> whole_;      // of the record

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// CGridCtrl as a whole: what it is made of, the number and the texts of its cells, editing in place
+// and sorting.
 #include "ui/grid_ctrl.h"
 
 #include <QHeaderView>
@@ -31,8 +33,8 @@ CGridCtrl::CGridCtrl(QWidget* parent) : QTableView(parent), columns_(Attach(*thi
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setTextElideMode(Qt::ElideRight);
   horizontalHeader()->viewport()->installEventFilter(this);
-  connect(&model_, &GridModel::TextEdited, this, &CGridCtrl::OnTextEdited);
-  connect(&delegate_, &GridDelegate::EditorLeft, this, &CGridCtrl::OnEditorLeft);
+  connect(&model_, &GridModel::textEdited, this, &CGridCtrl::OnTextEdited);
+  connect(&delegate_, &GridDelegate::editorLeft, this, &CGridCtrl::OnEditorLeft);
   UpdateRowHeight();
   HideFixedRows();
 }
@@ -80,20 +82,6 @@ void CGridCtrl::SetTexts(const std::vector<std::vector<QString>>& rows) {
 
 void CGridCtrl::SetItemMarked(int row, int col, bool marked) { model_.SetMarked(row, col, marked); }
 
-void CGridCtrl::HideFixedRows() {
-  const int fixed = GetFixedRowCount();
-  for (int row = fixed; row < hidden_fixed_rows_; ++row) {
-    showRow(row);
-  }
-  for (int row = 0; row < fixed; ++row) {
-    hideRow(row);
-  }
-  hidden_fixed_rows_ = fixed;
-  horizontalHeader()->setVisible(fixed > 0);
-  KeepFocusVisible();
-  NotifyFocus();
-}
-
 void CGridCtrl::CommitEdit() {
   QLineEdit* editor = delegate_.OpenEditor();
   if (!editor) {
@@ -107,7 +95,7 @@ void CGridCtrl::OnTextEdited(int row, int col) {
   if (committing_) {
     edited_ = model_.index(row, col);
   } else {
-    emit EndEdit(row, col);
+    emit cellEdited(row, col);
   }
 }
 
@@ -122,7 +110,7 @@ void CGridCtrl::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint 
   // Only now: whoever hears of the edit may sort, refill or open dialogs.
   const auto edited = std::exchange(edited_, std::nullopt);
   if (edited && edited->isValid()) {
-    emit EndEdit(edited->row(), edited->column());
+    emit cellEdited(edited->row(), edited->column());
   }
 }
 

@@ -15,10 +15,14 @@
 #include "ui/grid_texts.h"
 
 class QPrinter;
+class QContextMenuEvent;
 
 namespace orvane {
 
 // A grid of texts with fixed header rows, in-place editing, sorting and hiding of rows.
+//
+// Its context menu copies, saves and prints cells, and where some of them can be edited it pastes
+// and loads them.
 //
 // Row numbers count the fixed rows: with one fixed row the first data row is row 1. Calls with
 // a row or column that does not exist do nothing; getters then return nothing, setters false.
@@ -82,10 +86,12 @@ class CGridCtrl : public QTableView {
   // can be edited, from the last one out of the grid. Ctrl+Tab always leaves.
   void SetTabVisitsCells(bool visits) { tab_visits_cells_ = visits; }
 
-  // For whoever hears of an edit and refuses it: the key that ended it does not leave the cell.
-  void StayOnCell() { stays_ = true; }
+  // For whoever hears of an edit and refuses it: the key that ended it does not leave the cell. Of
+  // a cell that is pasted or loaded the refusal is counted, and true says that the grid itself will
+  // tell the reason, once for all cells.
+  bool RefuseEdit(const QString& reason = {});
 
-  // Takes over and closes an open editor; afterwards the cell is set and EndEdit was emitted.
+  // Takes over and closes an open editor; afterwards the cell is set and cellEdited() was emitted.
   void CommitEdit();
 
   // Stable sorting of the rows below the fixed ones; descending keeps equal rows in order too.
@@ -107,11 +113,11 @@ class CGridCtrl : public QTableView {
   // The selected cells within their bounding rectangle, without hidden rows: fields separated by
   // tabs, rows by newlines. Copying nothing leaves the clipboard alone.
   QString SelectionAsText() const;
-  void CopySelection() const;
+  void CopySelection();
 
   // Sets the cells from the focus cell on, to the right and down the visible rows; what lies past
   // the last row or column is dropped, and so is an empty text. Each cell is set as if it were
-  // edited in place: it may refuse, and EndEdit follows a change at once. An open editor is
+  // edited in place: it may refuse, and cellEdited() follows a change at once. An open editor is
   // committed first. PasteText() returns how many cells now hold their text.
   void Paste();  // the text of the clipboard
   int PasteText(const QString& text);
@@ -122,16 +128,17 @@ class CGridCtrl : public QTableView {
   void SetDragEnabled(bool enabled);
 
   // Prints the header and the visible rows as GridPrinter says; the title stands above the header
-  // of each page, unless it is empty. False if it was cancelled or the printer failed.
+  // of each page. The context menu prints a grid without one under the name of window and grid.
+  // False if the printer failed.
   void SetPrintTitle(const QString& title) { print_title_ = title; }
   int PageCount(const QPrinter& printer) const;
   bool Print(QPrinter* printer) const;
-  bool PrintDialog();  // asks for the printer and the pages
 
   // All cells, header and hidden rows included, as UTF-8 text: see grid_texts.h. An open editor is
   // committed first. Loading sets the rows in their present order as pasting does, from the first
-  // data row on; it refuses a file that is not of this header. On failure nothing has changed, and
-  // `reason`, which may be null, becomes "PATH: reason".
+  // data row on; it refuses a file that is not of this header, and tells the user what of a file
+  // the cells refuse. On failure nothing has changed, and `reason`, which may be null, becomes
+  // "PATH: reason".
   bool SaveCells(const QString& path, QString* reason);
   bool LoadCells(const QString& path, QString* reason);
 
@@ -140,16 +147,17 @@ class CGridCtrl : public QTableView {
 
  signals:
   // An in-place edit or a paste has changed the text of a cell; the editor is closed already.
-  void EndEdit(int row, int col);
+  void cellEdited(int row, int col);
 
   // A paste, drop or load is over: how many cells hold the text meant for them, even if they held
   // it before, and how many refused it.
-  void Pasted(int set, int refused);
+  void pasted(int set, int refused);
 
   // GetFocusCell() has changed, also because its row was sorted to another place.
-  void FocusCellChanged(int row, int col);
+  void focusCellChanged(int row, int col);
 
  protected:
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool focusNextPrevChild(bool next) override;
   void mousePressEvent(QMouseEvent* event) override;
@@ -166,6 +174,13 @@ class CGridCtrl : public QTableView {
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
+  // The cell that is being pasted or loaded, and what was refused so far.
+  struct Entering {
+    int row = 0;  // from 1, without the fixed rows
+    bool is_refused = false;
+    QStringList reasons;
+  };
+
   void HideFixedRows();
   void KeepFocusVisible();
   void NotifyFocus();
@@ -174,7 +189,14 @@ class CGridCtrl : public QTableView {
   void OnEditorLeft(QKeyEvent* event);
   void GoDown();
   bool GoToEditableCell(bool next);
-  int EnterTexts(const QModelIndex& first, const GridTexts& texts, bool hidden_too);
+  int EnterTexts(const QModelIndex& first, const GridTexts& texts, bool is_load);
+  void TellRefused(int set, int refused, QStringList reasons);
+  bool HasEditableCells() const;
+  QPoint PlaceOfMenu() const;
+  void ShowMenu(const QPoint& at);
+  void AskAndSave();
+  void AskAndLoad();
+  void AskAndPrint();
   bool ShowHeaderTip(const QPoint& pos, const QPoint& global_pos);
 
   GridModel model_;
@@ -186,6 +208,7 @@ class CGridCtrl : public QTableView {
   bool stays_ = false;
   bool tab_visits_cells_ = false;
   bool drags_ = false;
+  Entering* entering_ = nullptr;
   QString print_title_;
   std::optional<QPersistentModelIndex> edited_;  // to be announced when its editor has closed
 };

@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The files and the prints of CGridCtrl.
+// The cells of CGridCtrl in files: what is saved, and what of a file is loaded.
 #include <QPointer>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <array>
 #include <filesystem>
 #include <span>
 
 #include "files/file_io.h"
 #include "ui/grid_ctrl.h"
-#include "ui/grid_printer.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -82,23 +79,6 @@ bool CGridCtrl::LoadCells(const QString& path, QString* reason) {
     EnterTexts(model_.index(GetFixedRowCount(), 0), *texts, true);
   }
   return true;
-}
-
-int CGridCtrl::PageCount(const QPrinter& printer) const {
-  return GridPrinter(*this, print_title_, printer).PageCount();
-}
-
-bool CGridCtrl::Print(QPrinter* printer) const {
-  return GridPrinter(*this, print_title_, *printer).Print(printer);
-}
-
-bool CGridCtrl::PrintDialog() {
-  CommitEdit();
-  QPrinter printer(QPrinter::HighResolution);
-  QPrintDialog dialog(&printer, this);
-  dialog.setOption(QAbstractPrintDialog::PrintPageRange);
-  dialog.setMinMax(1, PageCount(printer));
-  return dialog.exec() == QDialog::Accepted && Print(&printer);
 }
 
 }  // namespace orvane

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The keys and the clipboard of CGridCtrl.
-#include <QClipboard>
-#include <QGuiApplication>
+// The keys of CGridCtrl, in an open editor too: where they lead, and which are its own even in a
+// window that has menu items of those keys.
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <algorithm>
@@ -21,6 +21,10 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
   } else if (event == QKeySequence::Paste) {
     event->accept();
     Paste();  // last: who hears of the edits may even delete the grid
+    return;
+  } else if (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+    event->accept();
+    ShowMenu(PlaceOfMenu());  // not every system has this key for the menu
     return;
   } else if (key == Qt::Key_Return || key == Qt::Key_Enter) {
     if (current.isValid()) {
@@ -94,35 +98,6 @@ bool CGridCtrl::event(QEvent* event) {
     }
   }
   return QTableView::event(event);
-}
-
-QString CGridCtrl::SelectionAsText() const {
-  QRect bounds;  // columns across, rows down
-  for (const QModelIndex& index : selectedIndexes()) {
-    if (!isRowHidden(index.row())) {
-      bounds |= QRect(index.column(), index.row(), 1, 1);
-    }
-  }
-  QStringList lines;
-  for (int row = bounds.top(); row <= bounds.bottom(); ++row) {
-    if (isRowHidden(row)) {
-      continue;
-    }
-    QStringList fields;
-    for (int col = bounds.left(); col <= bounds.right(); ++col) {
-      const QModelIndex index = model_.index(row, col);
-      fields << (selectionModel()->isSelected(index) ? delegate_.displayText(index.data(), locale())
-                                                     : QString());
-    }
-    lines << fields.join(QLatin1Char('\t'));
-  }
-  return lines.join(QLatin1Char('\n'));
-}
-
-void CGridCtrl::CopySelection() const {
-  if (selectionModel()->hasSelection()) {
-    QGuiApplication::clipboard()->setText(SelectionAsText());
-  }
 }
 
 }  // namespace orvane

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The focus, the visible rows, the header tips and the sizes of CGridCtrl.
+// What is seen of CGridCtrl: the focus cell, which rows are hidden, the tips of the header, the
+// sizes of rows and columns.
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QToolTip>
@@ -37,7 +38,7 @@ void CGridCtrl::currentChanged(const QModelIndex& current, const QModelIndex& pr
 void CGridCtrl::NotifyFocus() {
   const auto focus = GetFocusCell();
   if (std::exchange(focus_, focus) != focus) {
-    emit FocusCellChanged(focus.first, focus.second);
+    emit focusCellChanged(focus.first, focus.second);
   }
 }
 
@@ -61,6 +62,20 @@ void CGridCtrl::KeepFocusVisible() {
   } else {
     selectionModel()->clear();
   }
+}
+
+void CGridCtrl::HideFixedRows() {
+  const int fixed = GetFixedRowCount();
+  for (int row = fixed; row < hidden_fixed_rows_; ++row) {
+    showRow(row);
+  }
+  for (int row = 0; row < fixed; ++row) {
+    hideRow(row);
+  }
+  hidden_fixed_rows_ = fixed;
+  horizontalHeader()->setVisible(fixed > 0);
+  KeepFocusVisible();
+  NotifyFocus();
 }
 
 void CGridCtrl::SetRowVisible(int row, bool visible) {

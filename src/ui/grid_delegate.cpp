@@ -204,7 +204,7 @@ bool GridDelegate::eventFilter(QObject* object, QEvent* event) {
   emit commitData(editor);
   emit closeEditor(editor, NoHint);
   if (view) {
-    emit EditorLeft(static_cast<QKeyEvent*>(event));
+    emit editorLeft(static_cast<QKeyEvent*>(event));
   }
   event->accept();
   return true;

@@ -42,7 +42,7 @@ class GridDelegate final : public QStyledItemDelegate {
 
  signals:
   // Return or the tab key has closed the editor.
-  void EditorLeft(QKeyEvent* event);
+  void editorLeft(QKeyEvent* event);
 
  private:
   void OfferChoices(QLineEdit* editor, const QStringList& choices);

@@ -97,17 +97,20 @@ bool GridModel::setData(const QModelIndex& index, const QVariant& value, int rol
   }
   cell->SetText(text);
   NotifyChanged(index.row(), index.column());
-  emit TextEdited(index.row(), index.column());
+  emit textEdited(index.row(), index.column());
   return true;
 }
 
 bool GridModel::EnterText(const QModelIndex& index, QString text) {
   const CGridCellBase* cell = GetCell(index.row(), index.column());
-  if (!cell || !(flags(index) & Qt::ItemIsEditable)) {
+  if (!cell) {
     return false;
   }
   if (text == cell->GetText()) {
     return true;
+  }
+  if (!(flags(index) & Qt::ItemIsEditable)) {
+    return false;
   }
   if (validator_ && !IsTypeable(*cell, text)) {
     validator_->fixup(text);

@@ -67,7 +67,7 @@ class GridModel final : public QAbstractTableModel {
 
  signals:
   // setData() has changed the text of a cell.
-  void TextEdited(int row, int col);
+  void textEdited(int row, int col);
 
  private:
   using Row = std::vector<std::unique_ptr<CGridCellBase>>;

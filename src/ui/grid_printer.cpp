@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// How a grid is laid out on paper, and the prints of CGridCtrl.
 #include "ui/grid_printer.h"
 
 #include <QFontInfo>
@@ -131,6 +132,14 @@ void GridPrinter::PaintRow(QPainter* painter, int row, qreal top) const {
                              .elidedText(OneLine(cell->GetText()), Qt::ElideRight, inner.width());
     painter->drawText(inner, static_cast<int>(cell->GetAlignment()) | Qt::TextSingleLine, text);
   }
+}
+
+int CGridCtrl::PageCount(const QPrinter& printer) const {
+  return GridPrinter(*this, print_title_, printer).PageCount();
+}
+
+bool CGridCtrl::Print(QPrinter* printer) const {
+  return GridPrinter(*this, print_title_, *printer).Print(printer);
 }
 
 }  // namespace orvane

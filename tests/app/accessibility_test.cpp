@@ -8,6 +8,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QFile>
 #include <QGroupBox>
 #include <QLabel>
@@ -21,6 +22,7 @@
 #include <QStyleOption>
 #include <QTabBar>
 #include <QTest>
+#include <QTimer>
 #include <algorithm>
 #include <cmath>
 #include <map>
@@ -29,6 +31,7 @@
 #include <string>
 #include <vector>
 
+#include "editors/widgets/startup_dlg.h"
 #include "every_window.h"
 #include "response/widgets/calibration_display.h"
 #include "support/assistive.h"
@@ -254,6 +257,63 @@ void ExpectNoEmptyToggles(QWidget* window) {
   }
 }
 
+// What the context menu of a grid offers, by the way in; "none" where no menu comes.
+QString MenuOf(CGridCtrl* grid, int way) {
+  QString entries = QStringLiteral("none");
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&entries] {
+    if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+      QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(menu);
+      entries = interface->text(QAccessible::Name);
+      for (int i = 0; i < interface->childCount(); ++i) {
+        const QAccessibleInterface* child = interface->child(i);
+        entries += child->role() == QAccessible::MenuItem
+                       ? QStringLiteral(" | ") + child->text(QAccessible::Name)
+                       : QString();
+      }
+      ExpectMnemonics(menu);
+      menu->close();
+    }
+  });
+  timer.start(0);
+  const QPoint at = grid->visualRect(grid->currentIndex()).center();
+  if (way == 0) {
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, at, grid->mapToGlobal(at));
+    QApplication::sendEvent(grid, &key);
+  } else if (way == 1) {
+    QTest::keyClick(grid, Qt::Key_F10, Qt::ShiftModifier);
+  } else {
+    QContextMenuEvent mouse(QContextMenuEvent::Mouse, at, grid->viewport()->mapToGlobal(at));
+    QApplication::sendEvent(grid->viewport(), &mouse);
+  }
+  return entries;
+}
+
+// Grids whose cells are edited have more in their menu, and take what is dropped.
+void ExpectGridMenus(QWidget* window, std::set<QString>* seen) {
+  for (auto* grid : window->findChildren<CGridCtrl*>()) {
+    if (!grid->isVisible() || grid->window() != window) {
+      continue;
+    }
+    SCOPED_TRACE(NameOf(grid));
+    const auto* heading = window->findChild<QLabel*>(QStringLiteral("heading"));
+    const bool is_auxiliary =
+        heading != nullptr && heading->text().contains(QStringLiteral("auxiliary"));
+    const bool is_edited = grid->objectName() == QString::number(CStartupDlg::kChannelGrid)
+                               ? is_auxiliary
+                               : grid->objectName() != QStringLiteral("windows");
+    const QString expected =
+        is_edited
+            ? QStringLiteral("Cells | Copy | Paste | Save cells... | Load cells... | Print...")
+            : QStringLiteral("Cells | Copy | Save cells... | Print...");
+    for (const int way : {0, 1, 2}) {
+      EXPECT_EQ(MenuOf(grid, way), expected) << way;
+    }
+    EXPECT_EQ(grid->acceptDrops(), is_edited);
+    seen->insert(grid->objectName() + (is_edited ? QString() : QStringLiteral(" shown")));
+  }
+}
+
 TEST(Accessibility, EveryWindow) {
   const testing::TempDir dir;
   const QString survey = TextFromPath(dir / "survey");
@@ -262,7 +322,8 @@ TEST(Accessibility, EveryWindow) {
   ASSERT_NE(app, nullptr);
   app->InitInstance(survey + QStringLiteral("/SIP/Startup.tbl"));
   int count = 0;
-  EXPECT_TRUE(examples::VisitEveryWindow(app, survey, [&count](QWidget* window, const char* name) {
+  std::set<QString> grids;
+  EXPECT_TRUE(examples::VisitEveryWindow(app, survey, [&](QWidget* window, const char* name) {
     SCOPED_TRACE(name);
     window->show();
     QApplication::processEvents();
@@ -270,12 +331,14 @@ TEST(Accessibility, EveryWindow) {
     ExpectOrder(window);
     ExpectMnemonics(window);
     ExpectNoEmptyToggles(window);
+    ExpectGridMenus(window, &grids);
     ExpectFieldsFollow(window);
     EXPECT_FALSE(window->windowTitle().isEmpty());
     ++count;
     return true;
   }));
   EXPECT_GT(count, 50);
+  EXPECT_EQ(grids.size(), 8U) << "of 7 grids one is edited for some boxes only";
   for (const QAction* menu : app->Frame().menuBar()->actions()) {
     ExpectMnemonics(menu->menu());
   }

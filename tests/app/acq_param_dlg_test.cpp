@@ -76,16 +76,16 @@ TEST_F(AcqParamDlg, HasEveryControlWithANameOfItsOwn) {
     names << widget->accessibleName();
   }
   EXPECT_EQ(names.removeDuplicates(), 0);
-  EXPECT_EQ(Find(1063)->text(), QStringLiteral("x 16 "));
-  EXPECT_EQ(Find<QComboBox>(1263)->itemText(14),
+  EXPECT_EQ(Find(acq::kEGainOf16)->text(), QStringLiteral("x 16 "));
+  EXPECT_EQ(Find<QComboBox>(acq::kZone)->itemText(14),
             QStringLiteral("(GMT+02) Athens, Istambal, Cario"));
-  EXPECT_EQ(Find<QComboBox>(1263)->count(), 26);
+  EXPECT_EQ(Find<QComboBox>(acq::kZone)->count(), 26);
 }
 
 TEST_F(AcqParamDlg, TabGoesColumnByColumn) {
   dialog_->SetSiteSetup([] {});
-  Find(1059)->click();
-  Find(1059)->setFocus();
+  Find(acq::kMtAmtFunction)->click();
+  Find(acq::kMtAmtFunction)->setFocus();
   std::string order;
   dialog_->activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
@@ -100,7 +100,8 @@ TEST_F(AcqParamDlg, TabGoesColumnByColumn) {
 
 // Each function sets others anew: who only passes by with the arrow keys must not lose anything.
 TEST_F(AcqParamDlg, ArrowKeysPassFunctionsWithoutChoosing) {
-  const auto functions = Find<QRadioButton>(1059)->parentWidget()->findChildren<QRadioButton*>();
+  const auto functions =
+      Find<QRadioButton>(acq::kMtAmtFunction)->parentWidget()->findChildren<QRadioButton*>();
   ASSERT_EQ(functions.size(), 6);
   dialog_->activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
@@ -114,40 +115,41 @@ TEST_F(AcqParamDlg, ArrowKeysPassFunctionsWithoutChoosing) {
   QTest::keyClick(dialog_->focusWidget(), Qt::Key_Space);
   EXPECT_TRUE(functions[5]->isChecked());
   // FDEM leaves the couplings open; there, and everywhere else, arrow keys choose.
-  Find(1035)->setFocus();
+  Find(acq::kECoupling)->setFocus();
   QTest::keyClick(dialog_->focusWidget(), Qt::Key_Right);
-  EXPECT_TRUE(Find(1036)->isChecked() && Find(1036)->hasFocus());
+  EXPECT_TRUE(Find(acq::kEAcCoupling)->isChecked() && Find(acq::kEAcCoupling)->hasFocus());
   QTest::keyClick(dialog_->focusWidget(), Qt::Key_Left);
-  EXPECT_TRUE(Find(1035)->isChecked() && Find(1035)->hasFocus());
+  EXPECT_TRUE(Find(acq::kECoupling)->isChecked() && Find(acq::kECoupling)->hasFocus());
 }
 
 TEST_F(AcqParamDlg, MorningOfAnMtCrew) {
-  EXPECT_FALSE(Find(1131)->isEnabled());
+  EXPECT_FALSE(Find(acq::kSiteSetup)->isEnabled());
   int sites = 0;
   dialog_->SetSiteSetup([&sites] { ++sites; });
-  Find(1131)->click();
+  Find(acq::kSiteSetup)->click();
   EXPECT_EQ(sites, 1);
-  Find(1269)->click();
+  Find(acq::kFdemFunction)->click();
   EXPECT_EQ(Note("coupling-note"), QStringLiteral("E/H coupling not set"));
-  EXPECT_FALSE(Find(1047)->isChecked() || Find(1048)->isChecked());
-  EXPECT_FALSE(Find(1262)->isEnabled() || Find(1273)->isEnabled() || Find(1204)->isEnabled());
-  Find(1059)->click();
-  Find(1035)->click();
+  EXPECT_FALSE(Find(acq::kHCoupling)->isChecked() || Find(acq::kHAcCoupling)->isChecked());
+  EXPECT_FALSE(Find(acq::kCalcSpace)->isEnabled() || Find(acq::kSameTimes)->isEnabled() ||
+               Find(acq::kDamtSampling)->isEnabled());
+  Find(acq::kMtAmtFunction)->click();
+  Find(acq::kECoupling)->click();
   EXPECT_EQ(Note("coupling-note"), QStringLiteral("H coupling not set"));
-  Type(1094, "2026/11/21 00:00:00");
-  Type(1095, "2027/11/21 00:00:00");
-  Find(1273)->click();
-  EXPECT_EQ(Find<QLineEdit>(1097)->text(), QStringLiteral("2027/11/21 00:00:00"));
-  Type(1105, "21");
-  Find(1262)->click();
+  Type(acq::kStart, "2026/11/21 00:00:00");
+  Type(acq::kEnd, "2027/11/21 00:00:00");
+  Find(acq::kSameTimes)->click();
+  EXPECT_EQ(Find<QLineEdit>(acq::kHighEnd)->text(), QStringLiteral("2027/11/21 00:00:00"));
+  Type(acq::kChannels, "21");
+  Find(acq::kCalcSpace)->click();
   EXPECT_EQ(warnings_.shown, "Channels: Enter an integer between 1 and 20.");
   EXPECT_EQ(form_.EarlyChanges(),
             (std::vector<std::string>{"CHHX", "CHHY", "CHHZ", "GFC1", "GFC2", "GFC3", "GFC4",
                                       "GFC5", "GFC6", "GFC7", "GFC8"}))
       << "nothing of the schedule";
-  Type(1105, "20");
-  Find(1204)->click();
-  Find(1262)->click();
+  Type(acq::kChannels, "20");
+  Find(acq::kDamtSampling)->click();
+  Find(acq::kCalcSpace)->click();
   EXPECT_TRUE(Note("space-note").startsWith(QStringLiteral("(> 4096 Mb: ")));
   dialog_->accept();
   EXPECT_EQ(Int("TECH"), 5);
@@ -161,11 +163,11 @@ TEST_F(AcqParamDlg, FitsAFieldLaptop) {
   EXPECT_LE(dialog_->sizeHint().height(), 700);
   dialog_->resize(640, 350);
   QTest::qWait(0);
-  Find(1059)->click();
-  Type(1101, "0");
+  Find(acq::kMtAmtFunction)->click();
+  Type(acq::kSlotLength, "0");
   dialog_->accept();
   EXPECT_EQ(warnings_.shown, "Time slot length (s): Enter an integer between 1 and 3600.");
-  EXPECT_FALSE(Find<QWidget>(1101)->visibleRegion().isEmpty()) << "scrolled to";
+  EXPECT_FALSE(Find<QWidget>(acq::kSlotLength)->visibleRegion().isEmpty()) << "scrolled to";
 }
 
 }  // namespace

@@ -24,7 +24,11 @@
 #include <functional>
 
 #include "app/main_frame.h"
+#include "editors/acq_fields.h"
+#include "editors/site_forms.h"
 #include "editors/widgets/param_table_dlg.h"
+#include "editors/widgets/spread_panel.h"
+#include "editors/widgets/startup_dlg.h"
 #include "files/path_text.h"
 #include "support/qt_print.h"
 #include "support/temp_dir.h"
@@ -200,10 +204,10 @@ TEST_F(MainFrame, OpensEditsSavesAndReopensByKeyboard) {
   WithModal(
       [this](QWidget* window) {
         EXPECT_EQ(window->windowTitle(), QStringLiteral("Parameter Table"));
-        auto* lookup = window->findChild<QLineEdit*>(QStringLiteral("1083"));
+        auto* lookup = window->findChild<QLineEdit*>(QString::number(CParamTableDlg::kLookup));
         QTest::keyClicks(lookup, "site");
         QTest::keyClick(lookup, Qt::Key_Return);
-        auto* grid = window->findChild<CGridCtrl*>(QStringLiteral("1079"));
+        auto* grid = window->findChild<CGridCtrl*>(QString::number(CParamTableDlg::kGrid));
         EXPECT_EQ(grid->GetItemText(grid->GetFocusCell().first, 1), QStringLiteral("SITE"));
         QTest::keyClick(grid, Qt::Key_F2);
         auto* editor = window->findChild<QLineEdit*>(QStringLiteral("cellEditor"));
@@ -233,7 +237,7 @@ TEST_F(MainFrame, OpensEditsSavesAndReopensByKeyboard) {
 TEST_F(MainFrame, ClosingTheRawEditorWithoutAnEditChangesNothing) {
   WithModal(
       [](QWidget* window) {
-        auto* grid = window->findChild<CGridCtrl*>(QStringLiteral("1079"));
+        auto* grid = window->findChild<CGridCtrl*>(QString::number(CParamTableDlg::kGrid));
         QTest::keyClick(grid, Qt::Key_F2);
         auto* editor = window->findChild<QLineEdit*>(QStringLiteral("cellEditor"));
         QTest::keyClicks(editor, "5");
@@ -315,28 +319,28 @@ TEST_F(MainFrame, SetsUpASiteFromTheAcquisitionParameters) {
   doc_.OnNewDocument();
   const QStringList titles = WithWindows(
       {[](QWidget* window) {
-         window->findChild<QPushButton*>(QStringLiteral("1131"))->click();
+         window->findChild<QPushButton*>(QString::number(acq::kSiteSetup))->click();
          static_cast<QDialog*>(window)->reject();
        },
        [](QWidget* window) {
-         auto* serial = window->findChild<QLineEdit*>(QStringLiteral("1255"));
+         auto* serial = window->findChild<QLineEdit*>(QString::number(BoxSerialForm::kAux1));
          serial->selectAll();
          QTest::keyClicks(serial, "1203");
          Accept(window);
        },
        [](QWidget* window) {
-         auto* boxes = window->findChild<CGridCtrl*>(QStringLiteral("1151"));
+         auto* boxes = window->findChild<CGridCtrl*>(QString::number(SpreadPanel::kBoxes));
          EXPECT_EQ(boxes->accessibleName(), QStringLiteral("Boxes"));
          EXPECT_EQ(boxes->GetItemText(3, 0), QStringLiteral(" Aux. Box"));
          EXPECT_EQ(boxes->GetItemText(3, 1), QStringLiteral("1203"));
          boxes->SetFocusCell(3, 1);
-         auto* channels = window->findChild<CGridCtrl*>(QStringLiteral("1152"));
+         auto* channels = window->findChild<CGridCtrl*>(QString::number(SpreadPanel::kChannels));
          EXPECT_EQ(channels->GetRowCount(), 4);
          channels->SetFocusCell(1, 1);
          channels->setFocus();
          QTest::keyClick(channels, Qt::Key_F2);
          QTest::keyClicks(window->findChild<QLineEdit*>(QStringLiteral("cellEditor")), "Ex4");
-         auto* project = window->findChild<QLineEdit*>(QStringLiteral("1132"));
+         auto* project = window->findChild<QLineEdit*>(QString::number(SiteForm::kProject));
          QTest::keyClicks(project, QString(61, QLatin1Char('p')));
          EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("count1132"))->text(),
                    QStringLiteral("61 of 60, will be cut"));
@@ -365,7 +369,9 @@ TEST_F(MainFrame, SavesAFileForEachBox) {
   const auto reject = [](QWidget* window) { static_cast<QDialog*>(window)->reject(); };
   const auto last = [this](QWidget* window) {
     EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("path"))->text(), Path("1203.tbl"));
-    EXPECT_EQ(window->findChild<CGridCtrl*>(QStringLiteral("1220"))->GetRowCount(), 4);
+    EXPECT_EQ(
+        window->findChild<CGridCtrl*>(QString::number(CStartupDlg::kChannelGrid))->GetRowCount(),
+        4);
     Accept(window);
   };
   QString rows;
@@ -428,9 +434,9 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   ASSERT_EQ(table.BuildParamIndex(), kOk);
   CParamTableDlg dialog(&table);
   dialog.show();
-  auto* grid = dialog.findChild<CGridCtrl*>(QStringLiteral("1079"));
-  auto* sort = dialog.findChild<QCheckBox*>(QStringLiteral("1085"));
-  auto* lookup = dialog.findChild<QLineEdit*>(QStringLiteral("1083"));
+  auto* grid = dialog.findChild<CGridCtrl*>(QString::number(CParamTableDlg::kGrid));
+  auto* sort = dialog.findChild<QCheckBox*>(QString::number(CParamTableDlg::kSortByCode));
+  auto* lookup = dialog.findChild<QLineEdit*>(QString::number(CParamTableDlg::kLookup));
   auto* filter = dialog.findChild<QLineEdit*>(QStringLiteral("filter"));
   ASSERT_EQ(grid->GetRowCount(), 720);
   QAccessibleTableInterface* cells = QAccessible::queryAccessibleInterface(grid)->tableInterface();

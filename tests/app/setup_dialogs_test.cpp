@@ -8,8 +8,11 @@
 #include <QToolButton>
 
 #include "app/qt_prompts.h"
-#include "editors/widgets/comm_dlg.h"
-#include "editors/widgets/sensor_dlg.h"
+#include "editors/widgets/coil_dlg.h"
+#include "editors/widgets/current_sensor_dlg.h"
+#include "editors/widgets/ftp_dlg.h"
+#include "editors/widgets/gsm_dlg.h"
+#include "editors/widgets/radio_dlg.h"
 #include "support/table_help.h"
 
 namespace orvane {

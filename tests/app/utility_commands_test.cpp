@@ -26,7 +26,7 @@
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
 #include "table/tbl_listing.h"
-#include "ui/batch_progress.h"
+#include "ui/batch_progress_dlg.h"
 #include "ui/file_dialogs.h"
 #include "ui/file_ops.h"
 #include "ui/qt_path.h"

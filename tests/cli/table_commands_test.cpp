@@ -43,6 +43,27 @@ TEST_F(TableCommands, ShowPrintsAHeaderAndEveryParameter) {
             "orvane-cli: two.tbl: holds 2 of 719 parameters; the others have their defaults\n");
 }
 
+TEST_F(TableCommands, ShowAsABoxTakesIt) {
+  WriteAll(dir_ / "start.tbl", ReadAll(dir_ / "two.tbl") + Record("SNUM", 0, "\x18") +
+                                   Record("NONE", 0, "") + Record("LINE", 0, "") +
+                                   Record("RQST", 2, "") +
+                                   Record("RQST", 0, std::string("\x9\0\0\0", 4)) + "cut");
+  const Outcome shown = Run("table show start.tbl --as-box");
+  EXPECT_EQ(shown.exit_code, 0);
+  const std::string rows = shown.out.substr(shown.out.find('\n') + 1);
+  EXPECT_EQ(std::count(rows.begin(), rows.end(), '\n'), 2) << rows;
+  EXPECT_NE(rows.find("\tTECH\tIntPT\tSetup Only\t1\n"), std::string::npos) << rows;
+  EXPECT_NE(rows.find("\tSITN\tStrPT\tAny Mode\ta\\x09b\n"), std::string::npos) << rows;
+  const std::string named = "orvane-cli: start.tbl: ";
+  EXPECT_EQ(shown.err, named + "SNUM is left out: writing is not permitted in the current mode\n" +
+                           named + "NONE is left out: no such parameter\n" + named +
+                           "LINE is left out: the parameter has another type\n" + named +
+                           "RQST is left out: the parameter has another type\n" + named +
+                           "RQST is left out: the action 9 is no request\n" + named +
+                           "the record at offset 256 is cut and left out\n");
+  EXPECT_EQ(Run("table show --as-box nowhere.tbl").exit_code, 1);
+}
+
 // Tables hold Latin-1; what is typed and read is UTF-8, whatever the locale.
 TEST_F(TableCommands, TextsAreLatin1InTablesAndUtf8Outside) {
   for (const char* locale : {"LC_ALL=C ", "LC_ALL=de_DE "}) {

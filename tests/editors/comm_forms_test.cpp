@@ -36,6 +36,7 @@ TEST_F(CommForms, TheHardwareTextDecidesWhatPowersThereAre) {
     RadioForm form(&table_);
     form.Open();
     EXPECT_EQ(form.Model().Index(RadioForm::kFrequency), test.band);
+    EXPECT_EQ(form.HardwareText().find("is not a known radio") != std::string::npos, test.band < 0);
     EXPECT_EQ(form.Model().FieldOf(RadioForm::kPower).choices.size(), test.choices);
     EXPECT_EQ(form.Model().Index(RadioForm::kPower), test.index);
     form.Commit();

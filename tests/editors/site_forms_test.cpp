@@ -49,6 +49,7 @@ TEST(SiteForm, ListsMapAsTheMethodSays) {
     SiteForm form(&table, test.tech, kModels);
     const bool is_replaced = !form.Open().empty();
     EXPECT_EQ(is_replaced, test.tech == kTdip);
+    EXPECT_EQ(form.HasLine(), test.tech == kCsamt || test.tech == kSip || test.tech == kTdip);
     EXPECT_EQ(form.Model().Index(test.control), test.index);
     form.Commit();
     form.CommitAfterGrids();
@@ -182,6 +183,12 @@ TEST(Spread, ChannelsGoWithTheirBox) {
   Set(&table, "DEF2R3", "Ex");
   Set(&table, "DCV2R1", "0.5");
   Spread spread(&table);
+  EXPECT_EQ(spread.ChannelsTitle(-1), "Channels");
+  EXPECT_EQ(spread.ChannelsTitle(1), "Channels of the box in row 2 (Local Box)");
+  EXPECT_EQ(spread.ChannelCountNote(), "");
+  Set(&table, "TCHN", "4");
+  EXPECT_NE(spread.ChannelCountNote(), "");
+  Set(&table, "TCHN", "0");
   ASSERT_EQ(spread.BoxCount(), 4);
   EXPECT_FALSE(spread.CanDeleteBox(0) || spread.CanDeleteBox(1));
   EXPECT_EQ(spread.ChannelCell(2, 0, kDcVoltage), "500");

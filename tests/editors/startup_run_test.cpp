@@ -91,6 +91,7 @@ TEST_F(StartupFiles, EditsGoIntoTheFileOnly) {
   form.Model().SetIndex(StartupForm::kSlave, 1);
   form.Model().SetIndex(StartupForm::kFileClose, 5);
   form.Model().SetText(1113, "0.5");
+  EXPECT_TRUE(form.CanEditGains() && !StartupForm(&table_, {0}, run.Choices()).CanEditGains());
   EXPECT_EQ(form.EditGain(2, "x"), "Enter a number.");
   EXPECT_EQ(form.EditGain(2, "1.25"), "");
   form.Model().SetIndex(StartupForm::kFixedName, 0);

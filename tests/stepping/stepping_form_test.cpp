@@ -40,17 +40,17 @@ class Stepping : public ::testing::Test {
 };
 
 TEST_F(Stepping, EnablesByMethodAndControl) {
-  // CREQ, FEND, FDRIFT, calculate, open, default
+  // CREQ, FEND, FDRIFT, calculate, open, default, picture
   const std::tuple<int, int, const char*> kCases[] = {
-      {kSip, 0, "100001"},   {kCsamt, 1, "010101"}, {kFdem, 2, "000011"}, {kTdip, 0, "101101"},
-      {kTdem, 10, "001111"}, {kMtAmt, 1, "010100"}, {9, 11, "000000"}};
+      {kSip, 0, "1000011"},   {kCsamt, 1, "0101011"}, {kFdem, 2, "0000111"}, {kTdip, 0, "1011010"},
+      {kTdem, 10, "0011110"}, {kMtAmt, 1, "0101001"}, {9, 11, "0000001"}};
   for (const auto& [tech, stepping, expected] : kCases) {
     Open(tech, stepping);
     std::string enabled;
     for (const bool is_on :
          {form_.Model().IsEnabled(stepping::kRequested), form_.Model().IsEnabled(stepping::kLowest),
           form_.Model().IsEnabled(stepping::kDrift), form_.CanCalculate(), form_.CanOpenFile(),
-          form_.HasDefaults()}) {
+          form_.HasDefaults(), form_.HasPicture()}) {
       enabled += is_on ? '1' : '0';
     }
     EXPECT_EQ(enabled, expected) << tech;
@@ -117,11 +117,12 @@ TEST_F(Stepping, ACellThatIsNotEditedKeepsItsNumberAndEditsAreKnown) {
   EXPECT_EQ(form_.StepText(0, SteppingForm::kCurrent), "3.142");
   EXPECT_EQ(form_.EditStep(0, SteppingForm::kCurrent, "3.142"), "");
   EXPECT_EQ(form_.EditStep(0, SteppingForm::kFrequency, "10.12345679"), "");
-  EXPECT_FALSE(form_.HasEditedSteps());
+  EXPECT_EQ(form_.AskToExportSteps(), Answer::kNo);
+  EXPECT_EQ(told_.asked, 0);
   ASSERT_TRUE(form_.ExportFile(dir_ / "a.TFS"));
   EXPECT_EQ(ReadAll(dir_ / "a.TFS"), StepBytes(30, 4, 10.123456789012345, 3.14159));
   EXPECT_EQ(form_.EditStep(0, SteppingForm::kCurrent, "3.1"), "");
-  EXPECT_TRUE(form_.HasEditedSteps());
+  EXPECT_EQ(form_.AskToExportSteps(), Answer::kCancel);
   EXPECT_FALSE(form_.ExportFile("/nowhere/a.TFS"));
   EXPECT_TRUE(form_.HasEditedSteps()) << "no file has them";
   ASSERT_TRUE(form_.ExportFile(dir_ / "a.TFS"));

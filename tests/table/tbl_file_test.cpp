@@ -12,6 +12,7 @@
 #include "support/temp_dir.h"
 #include "table/param_dictionary.h"
 #include "table/param_text.h"
+#include "table/startup_table.h"
 #include "table/tbl_record.h"
 
 namespace orvane {

@@ -10,6 +10,7 @@
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
 #include "timeseries/waveform_form.h"
+#include "timeseries/waveform_gain_form.h"
 
 namespace orvane::testing {
 namespace {
@@ -65,6 +66,33 @@ TEST_F(WaveformViews, NamesUnitsAndScales) {
       EXPECT_DOUBLE_EQ(view_.Channel(i).scale * 256, shown[i]) << labels[i];
     }
   }
+  // Gains of a record go before the table's, those of single ones before those of all.
+  ASSERT_TRUE(Open(bytes + bytes, gains + Real("FSCV", 8388607)));
+  const auto show = [this](const char* electric, const char* other, bool for_all) {
+    WaveformGainForm form(view_);
+    form.Model().SetText(WaveformGainForm::kElectric, electric);
+    form.Model().SetText(WaveformGainForm::kOther, other);
+    form.Model().SetIndex(WaveformGainForm::kForAll, for_all ? 1 : 0);
+    form.Commit(&view_);
+    EXPECT_EQ(form.Hint(), "The parameter table: E x 0.25, others x 16");
+  };
+  const auto shown_by = [this](std::uint64_t record, double electric, double other) {
+    EXPECT_TRUE(view_.GoTo(record));
+    EXPECT_DOUBLE_EQ(view_.Channel(0).scale * 256 * electric, 1e3) << record;
+    EXPECT_DOUBLE_EQ(view_.Channel(2).scale * 256 * other, 1e6) << record;
+  };
+  show("8", "2", false);
+  EXPECT_EQ(view_.NoteText(), "gains as entered: E x 8, others x 2");
+  shown_by(2, 0.25, 16);
+  EXPECT_EQ(view_.NoteText(), "");
+  shown_by(1, 8, 2);
+  show("0.5", "4", true);
+  shown_by(2, 0.5, 4);
+  show("0.25", "16", false);
+  shown_by(2, 0.25, 16);
+  shown_by(1, 0.5, 4);
+  ASSERT_TRUE(Open(bytes, gains + Real("FSCV", 8388607)));
+  shown_by(1, 0.25, 16);
   // A band has them from the table beside it; without one there are numbers and counts.
   WriteAll(dir_ / "A.TS1", TsBytes{.samples = {1}, .header_size = 32}.Bytes());
   ASSERT_TRUE(Open(bytes, gains + Real("FSCV", 8388607)) && view_.Open(dir_ / "A.TS1"));

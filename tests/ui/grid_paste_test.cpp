@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
 #include <QDrag>
 #include <QDropEvent>
+#include <QFileDialog>
 #include <QIntValidator>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
@@ -87,8 +90,8 @@ TEST_F(GridPaste, KeepsToTheRulesOfEditing) {
     SCOPED_TRACE(c.text);
     Fill();
     grid_.SetFocusCell(c.row, c.col);
-    const QSignalSpy notices(&grid_, &CGridCtrl::EndEdit);
-    const QSignalSpy pasted(&grid_, &CGridCtrl::Pasted);
+    const QSignalSpy notices(&grid_, &CGridCtrl::cellEdited);
+    const QSignalSpy pasted(&grid_, &CGridCtrl::pasted);
     QGuiApplication::clipboard()->setText(c.text);
     QTest::keyClick(&grid_, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(Data(), c.data);
@@ -98,7 +101,7 @@ TEST_F(GridPaste, KeepsToTheRulesOfEditing) {
 }
 
 TEST_F(GridPaste, FindsItsCellsWhenAListenerSorts) {
-  QObject::connect(&grid_, &CGridCtrl::EndEdit, [&] { grid_.SortTextItems(0, false); });
+  QObject::connect(&grid_, &CGridCtrl::cellEdited, [&] { grid_.SortTextItems(0, false); });
   grid_.SetFocusCell(1, 1);
   EXPECT_EQ(grid_.PasteText("11\n12\n13"), 3);
   EXPECT_EQ(Data(), "d138 c56 b124 a112");
@@ -146,6 +149,73 @@ TEST_F(GridPaste, DragsSelectedCellsOut) {
   EXPECT_EQ(drag(2), "") << "not selected";
   EXPECT_EQ(grid_.SelectionAsText(), "3\t4\n7\t8");
   EXPECT_EQ(drag(2), "3\t4\n7\t8");
+}
+
+// Each window that opens is answered in its turn; what is pressed in a menu is pressed as assistive
+// tools do, which leaves it open.
+class Answers : public QTimer {
+ public:
+  explicit Answers(const QStringList& answers) {
+    QObject::connect(this, &QTimer::timeout, [this, left = answers]() mutable {
+      QWidget* menu = QApplication::activePopupWidget();
+      QWidget* window = menu != nullptr ? menu : QApplication::activeModalWidget();
+      if (window == nullptr || !window->isVisible() || left.isEmpty()) {
+        return;
+      }
+      const QString answer = left.takeFirst();
+      if (menu != nullptr) {
+        QAccessible::queryAccessibleInterface(menu)
+            ->child(answer.toInt())
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
+      } else if (auto* files = qobject_cast<QFileDialog*>(window)) {
+        files->selectFile(answer);
+        QMetaObject::invokeMethod(files, "accept");
+      } else {
+        auto* box = qobject_cast<QMessageBox*>(window);
+        told << (box == nullptr ? window->metaObject()->className() : box->text());
+        window->close();
+      }
+    });
+    start(0);
+  }
+  QStringList told;
+};
+
+TEST_F(GridPaste, TheMenuSavesLoadsAndTellsWhatIsRefused) {
+  const TempDir dir;
+  const auto path = QString::fromStdString((dir / "cells.txt").string());
+  QObject::connect(&grid_, &CGridCtrl::cellEdited, [&](int row, int col) {
+    if (grid_.GetItemText(row, col) == "66") {
+      grid_.SetItemText(row, col, "6");
+      EXPECT_TRUE(grid_.RefuseEdit("C: no 66"));
+    }
+  });
+  const auto choose = [&](const QStringList& answers) {
+    Answers answered(answers);
+    QTest::keyClick(&grid_, Qt::Key_F10, Qt::ShiftModifier);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    return answered.told;
+  };
+  const char* header = "A\tB\tC\n";
+  EXPECT_EQ(choose({"3", path}), QStringList());
+  EXPECT_EQ(ReadAll(dir / "cells.txt"),
+            std::string(header) + "a\t1\t2\nb\t3\t4\nc\t5\t6\nd\t7\t8\n");
+  EXPECT_EQ(choose({"4", path}), QStringList()) << "as they are: nothing is refused";
+  WriteAll(dir / "cells.txt",
+           std::string(header) + "x\t11\t2\nb\t3\t100\nc\t5\t66\nd\t7\t9\ne\t1\t1\n");
+  EXPECT_EQ(choose({"4", path, ""}),
+            QStringList("6 of 15 cells were refused and stay as they were.\n\nRow 3, C: no 66"));
+  EXPECT_EQ(Data(), "a112 b34 c56 d79");
+  WriteAll(dir / "cells.txt", "other\n");
+  EXPECT_EQ(choose({"4", path, ""}), QStringList(path + ": line 1: 1 cells instead of 3"));
+  EXPECT_EQ(choose({"5", ""}), QStringList("QPrintDialog"));
+  grid_.SetFocusCell(1, 2);
+  Answers answered({""});
+  EXPECT_EQ(grid_.PasteText("66\n12"), 1);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(answered.told.value(0).section('\n', 2), "Row 1, C: no 66");
 }
 
 TEST_F(GridPaste, CellsSurviveAFile) {

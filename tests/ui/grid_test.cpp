@@ -132,7 +132,7 @@ TEST_F(GridTest, EditsEndAsTheKeyboardSays) {
     grid->setFocus();
     grid->SetItemText(1, 1, "10");
     grid->SetFocusCell(1, 1);
-    QSignalSpy notices(grid, &CGridCtrl::EndEdit);
+    QSignalSpy notices(grid, &CGridCtrl::cellEdited);
     Key(c.begin);
     ASSERT_TRUE(grid->IsEditing() && Editor());
     EXPECT_EQ(Editor()->objectName(), "cellEditor");
@@ -172,7 +172,7 @@ TEST_F(GridTest, TabVisitsEditableCellsWhereItIsAsked) {
   Key(Qt::Key_Tab);
   EXPECT_EQ(grid->GetFocusCell(), Cell(5, 1));
   EXPECT_EQ(grid->GetItemText(4, 1), "4");
-  QObject::connect(grid, &CGridCtrl::EndEdit, grid, &CGridCtrl::StayOnCell);
+  QObject::connect(grid, &CGridCtrl::cellEdited, grid, [this] { grid->RefuseEdit(); });
   grid->SetFocusCell(1, 1);
   Key(Qt::Key_7);
   Key(Qt::Key_Return);
@@ -184,7 +184,7 @@ TEST_F(GridTest, TabVisitsEditableCellsWhereItIsAsked) {
 TEST_F(GridTest, CommitEditIsSynchronousAndNotifiesOnce) {
   // A listener that puts another text in place and sorts must not provoke a second notice.
   int notices = 0;
-  QObject::connect(grid, &CGridCtrl::EndEdit, [&](int row, int col) {
+  QObject::connect(grid, &CGridCtrl::cellEdited, [&](int row, int col) {
     ++notices;
     EXPECT_EQ(grid->GetItemText(row, col), "077");
     EXPECT_FALSE(grid->IsEditing());
@@ -254,7 +254,7 @@ TEST_F(GridTest, SortingCarriesRowsAlong) {
     grid->SetItemMarked(2, 0, true);
     grid->SetVisibleRows({true, true, false, true, true, false});  // without n2 and n5
     grid->SetFocusCell(3, 2);
-    QSignalSpy moved(grid, &CGridCtrl::FocusCellChanged);
+    QSignalSpy moved(grid, &CGridCtrl::focusCellChanged);
     c.number ? grid->SortItems(by_number, c.col, c.ascending)
              : grid->SortTextItems(c.col, c.ascending);
     EXPECT_EQ(Column(0), c.order);
@@ -359,7 +359,7 @@ TEST_F(GridTest, AssistiveToolsCountTheFixedRows) {
     EXPECT_EQ(cell->tableCellInterface()->rowIndex(), row);
     EXPECT_EQ(cell->text(QAccessible::Description), row == 719 ? "changed" : "");
   }
-  QSignalSpy notices(grid, &CGridCtrl::EndEdit);
+  QSignalSpy notices(grid, &CGridCtrl::cellEdited);
   for (const int col : {0, 1}) {
     table->cellAt(1, col)->setText(QAccessible::Value, "5");
   }

@@ -18,10 +18,18 @@ CBoxStatusDlg::CBoxStatusDlg(BoxStatusForm* form, Prompts* prompts, QWidget* par
   auto* content = new QWidget(this);
   auto* columns = new QHBoxLayout(content);
   columns->setContentsMargins(0, 0, 0, 0);
-  auto* clock = Group("Position and clock", {1263, 1264, 1266, 1262, 1269, 1270, 1268});
-  auto* radio = Group("Radio", {1267, 1265, 1272, 1271});
-  auto* records = Group("Records", {1273, 1260, 1259, 1261, 1277, 1278});
-  auto* power = Group("Power and disk", {1276, 1275, 1274, 1257, 1256, 1258});
+  auto* clock = Group("Position and clock",
+                      {BoxStatusForm::kLatitude, BoxStatusForm::kLongitude,
+                       BoxStatusForm::kElevation, BoxStatusForm::kSatellites, BoxStatusForm::kClock,
+                       BoxStatusForm::kTimeError, BoxStatusForm::kLastFix});
+  auto* radio = Group("Radio", {BoxStatusForm::kMasterLatitude, BoxStatusForm::kMasterLongitude,
+                                BoxStatusForm::kMasterDistance, BoxStatusForm::kMasterBearing});
+  auto* records = Group("Records", {BoxStatusForm::kRecords, BoxStatusForm::kSaturated,
+                                    BoxStatusForm::kBad, BoxStatusForm::kBadStacks,
+                                    BoxStatusForm::kFirstRecord, BoxStatusForm::kLastRecord});
+  auto* power = Group("Power and disk",
+                      {BoxStatusForm::kBattery, BoxStatusForm::kTemperature, BoxStatusForm::kDisk,
+                       BoxStatusForm::kFrontEnd, BoxStatusForm::kGps, BoxStatusForm::kLoader});
   AlignLabels({clock, radio});
   AlignLabels({records, power});
   auto* left = new QVBoxLayout;

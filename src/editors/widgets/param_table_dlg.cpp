@@ -35,8 +35,8 @@ CParamTableDlg::CParamTableDlg(ParamTable* table, QWidget* parent,
   connect(lookup_button_, &QPushButton::clicked, this, &CParamTableDlg::OnLookup);
   connect(sort_, &QCheckBox::toggled, this, &CParamTableDlg::OnSortByCode);
   connect(filter_, &QLineEdit::textChanged, this, &CParamTableDlg::OnFilter);
-  connect(grid_, &CGridCtrl::EndEdit, this, &CParamTableDlg::OnEndEdit);
-  connect(grid_, &CGridCtrl::FocusCellChanged, this, &CParamTableDlg::ShowDetail);
+  connect(grid_, &CGridCtrl::cellEdited, this, &CParamTableDlg::OnEndEdit);
+  connect(grid_, &CGridCtrl::focusCellChanged, this, &CParamTableDlg::ShowDetail);
   connect(close_, &QPushButton::clicked, this, &QDialog::accept);
   grid_->SetFocusCell(1, kValueColumn);
   grid_->setFocus();
@@ -44,12 +44,12 @@ CParamTableDlg::CParamTableDlg(ParamTable* table, QWidget* parent,
 
 void CParamTableDlg::CreateControls() {
   lookup_ = new QLineEdit(this);
-  lookup_->setObjectName(QStringLiteral("1083"));
+  lookup_->setObjectName(QString::number(kLookup));
   lookup_->setMaxLength(static_cast<int>(kKeySize));
   lookup_->setValidator(new ByteTextValidator(lookup_));
   lookup_->setToolTip(QStringLiteral("Ctrl+L"));
   lookup_button_ = new QPushButton(QStringLiteral("Lookup"), this);
-  lookup_button_->setObjectName(QStringLiteral("1084"));
+  lookup_button_->setObjectName(QString::number(kLookupButton));
   lookup_button_->setAutoDefault(false);
   connect(lookup_, &QLineEdit::returnPressed, this, &CParamTableDlg::OnLookup);
   filter_ = new QLineEdit(this);
@@ -62,9 +62,9 @@ void CParamTableDlg::CreateControls() {
     button->setAccessibleName(QStringLiteral("Clear the filter"));
   }
   sort_ = new QCheckBox(QStringLiteral("Sort by code"), this);
-  sort_->setObjectName(QStringLiteral("1085"));
+  sort_->setObjectName(QString::number(kSortByCode));
   grid_ = new CGridCtrl(this);
-  grid_->setObjectName(QStringLiteral("1079"));
+  grid_->setObjectName(QString::number(kGrid));
   grid_->setAccessibleName(QStringLiteral("Parameters"));
   // Return goes to what the filter leaves; it does not close.
   connect(filter_, &QLineEdit::returnPressed, grid_, qOverload<>(&QWidget::setFocus));
@@ -107,6 +107,7 @@ void CParamTableDlg::FillGrid() {
   grid_->SetBeginEdit([this](int row, int column) {
     return column == kValueColumn && rows_.CanEdit(OrdinalAt(row));
   });
+  grid_->SetDragEnabled(true);
 }
 
 void CParamTableDlg::LayOut() {
@@ -156,7 +157,7 @@ void CParamTableDlg::OnEndEdit(int row) {
     }
   }
   ShowDetail(row);
-  emit Edited();
+  emit edited();
 }
 
 void CParamTableDlg::OnLookup() {

@@ -20,6 +20,8 @@ class CParamTableDlg : public QDialog {
   Q_OBJECT
 
  public:
+  enum Control : int { kGrid = 1079, kLookup = 1083, kLookupButton = 1084, kSortByCode = 1085 };
+
   /// `not_in_file`: as for `RawTable`.
   explicit CParamTableDlg(ParamTable* table, QWidget* parent = nullptr,
                           std::vector<ParamKey> not_in_file = {});
@@ -31,7 +33,7 @@ class CParamTableDlg : public QDialog {
 
  signals:
   /// A value of the table changed.
-  void Edited();
+  void edited();
 
  private:
   void CreateControls();

@@ -15,29 +15,15 @@
 namespace orvane {
 namespace {
 
-constexpr int kFirstSurveyText = 1132;
-constexpr int kLastSurveyText = 1137;
-
-bool IsSurveyText(int control) { return control >= kFirstSurveyText && control <= kLastSurveyText; }
+bool IsSurveyText(int control) {
+  return control >= SiteForm::kProject && control <= SiteForm::kComment;
+}
 
 bool IsSurvey(int control) {
   return IsSurveyText(control) || control == SiteForm::kLine || control == SiteForm::kSite;
 }
 
 }  // namespace
-
-CBoxSerialDlg::CBoxSerialDlg(BoxSerialForm* form, Prompts* prompts, QWidget* parent)
-    : CFormDialog(&form->Model(), prompts, parent), form_(form) {
-  setObjectName(QStringLiteral("169"));
-  setWindowTitle(QStringLiteral("Input K3 and GVR Box Serial Number"));
-  auto* rows = new QFormLayout;
-  for (const int control : {1235, 1234, 1255, 1256, 1258, 1259, 1257}) {
-    AddRow(rows, control);
-  }
-  auto* layout = new QVBoxLayout(this);
-  layout->addLayout(rows);
-  layout->addWidget(OkAndCancel());
-}
 
 CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget* parent)
     : CFormDialog(&form->Model(), prompts, parent), form_(form) {
@@ -53,10 +39,6 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
   if (form->HasSpread()) {
     spread_ = std::make_unique<Spread>(table);
     panel_ = new SpreadPanel(spread_.get(), prompts, page);
-    if (HasCountedChannels(*table)) {
-      panel_->SetChannelCountTip(
-          QStringLiteral("From \"TCHN\", which the box counted; a change is stored in \"NCHN\""));
-    }
     panel_->setMinimumHeight(260);
     page_layout->addWidget(panel_, 1);
   }
@@ -91,7 +73,7 @@ QGroupBox* CSiteDlg::LayoutGroup() {
   }
   if (form_->HasLine()) {
     auto* calculate = new QPushButton(QStringLiteral("Calc. Coord."), group);
-    calculate->setObjectName(QStringLiteral("1150"));
+    calculate->setObjectName(QString::number(kCalcCoord));
     calculate->setAutoDefault(false);
     calculate->setToolTip(
         QStringLiteral("Fills the electrode positions of all boxes, along the line"));
@@ -111,10 +93,10 @@ QGroupBox* CSiteDlg::LayoutGroup() {
 
 void CSiteDlg::OnCalcCoord() {
   if (panel_->CommitEdits() && IsAcceptable()) {
-    const QString told = TextFromBytes(CalculateCoordinates(*form_, spread_.get()));
+    const QString text = TextFromBytes(CalculateCoordinates(*form_, spread_.get()));
     panel_->ShowChannels();
-    coordinates_->setText(told);
-    emit Told(told);
+    coordinates_->setText(text);
+    emit told(text);
   }
 }
 

@@ -12,24 +12,13 @@
 
 namespace orvane {
 
-/// Dialog 169: the serial numbers of the boxes.
-class CBoxSerialDlg : public CFormDialog {
-  Q_OBJECT
-
- public:
-  CBoxSerialDlg(BoxSerialForm* form, Prompts* prompts, QWidget* parent);
-
- private:
-  void Commit() override { form_->Commit(); }
-
-  BoxSerialForm* form_;
-};
-
 /// Dialogs 159, 161, 162 and 163: the site setup of a method.
 class CSiteDlg : public CFormDialog {
   Q_OBJECT
 
  public:
+  enum : int { kCalcCoord = 1150 };
+
   /// The form must be open and outlive the dialog.
   CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget* parent);
 
@@ -37,7 +26,7 @@ class CSiteDlg : public CFormDialog {
 
  signals:
   /// For the status bar.
-  void Told(const QString& text);
+  void told(const QString& text);
 
  private:
   void OnEdited(int control) override { form_->OnEdited(control); }

@@ -24,27 +24,29 @@ SpreadPanel::SpreadPanel(Spread* spread, Prompts* prompts, QWidget* parent)
   CreateGrids();
   LayOut();
   ShowBoxes(1);  // the local box
-  connect(boxes_, &CGridCtrl::EndEdit, this, &SpreadPanel::OnBoxEdited);
-  connect(channels_, &CGridCtrl::EndEdit, this, &SpreadPanel::OnChannelEdited);
-  connect(boxes_, &CGridCtrl::FocusCellChanged, this, &SpreadPanel::ShowChannels);
-  connect(channels_, &CGridCtrl::FocusCellChanged, this, &SpreadPanel::UpdateButtons);
+  connect(boxes_, &CGridCtrl::cellEdited, this, &SpreadPanel::OnBoxEdited);
+  connect(channels_, &CGridCtrl::cellEdited, this, &SpreadPanel::OnChannelEdited);
+  connect(boxes_, &CGridCtrl::focusCellChanged, this, &SpreadPanel::ShowChannels);
+  connect(channels_, &CGridCtrl::focusCellChanged, this, &SpreadPanel::UpdateButtons);
 }
 
 void SpreadPanel::CreateGrids() {
   boxes_ = new CGridCtrl(this);
-  boxes_->setObjectName(QStringLiteral("1151"));
+  boxes_->setObjectName(QString::number(kBoxes));
   boxes_->setAccessibleName(QStringLiteral("Boxes"));
   boxes_->SetEditValidator(new ByteTextValidator(this));
   boxes_->SetTabVisitsCells(true);
+  boxes_->SetDragEnabled(true);
   boxes_->SetBeginEdit([this](int row, int column) {
     return row - kHeaderRows < spread_->BoxCount() &&
            spread_->CanEditBox(row - kHeaderRows, static_cast<BoxColumn>(column));
   });
   channels_ = new CGridCtrl(this);
-  channels_->setObjectName(QStringLiteral("1152"));
+  channels_->setObjectName(QString::number(kChannels));
   channels_->setAccessibleName(QStringLiteral("Channels"));
   channels_->SetEditValidator(new ByteTextValidator(this));
   channels_->SetTabVisitsCells(true);
+  channels_->SetDragEnabled(true);
   channels_->SetBeginEdit([this](int, int column) {
     return column > 0 && CurrentBox() >= 0 &&
            spread_->CanEditChannel(CurrentBox(), ColumnAt(column));
@@ -102,11 +104,6 @@ bool SpreadPanel::CommitEdits() {
   return !is_refused_;
 }
 
-void SpreadPanel::SetChannelCountTip(const QString& tip) {
-  channel_count_tip_ = tip;
-  ShowBoxes(CurrentBox());
-}
-
 void SpreadPanel::ShowBoxes(int focus_box) {
   std::vector<std::vector<QString>> texts(1);
   for (const std::string_view name : kBoxColumnNames) {
@@ -124,7 +121,7 @@ void SpreadPanel::ShowBoxes(int focus_box) {
   for (int box = 0; box < spread_->BoxCount(); ++box) {
     if (spread_->Box(box).kind == kLocalBox) {
       static_cast<CGridCell*>(boxes_->GetCell(box + kHeaderRows, kBoxChannels))
-          ->SetTipText(channel_count_tip_);
+          ->SetTipText(TextFromBytes(spread_->ChannelCountNote()));
     }
   }
   boxes_->SetFocusCell(std::min(focus_box, spread_->BoxCount() - 1) + kHeaderRows, kBoxSerial);
@@ -160,13 +157,7 @@ void SpreadPanel::ShowChannels() {
   }
   channels_->ExpandColumnsToFit();
   channels_->SetFocusCell(std::clamp(focus, 0, std::max(count - 1, 0)) + kHeaderRows, 1);
-  channels_title_->setText(
-      box < 0
-          ? QStringLiteral("Channels")
-          : QStringLiteral("Channels of the box in row %1 (%2)")
-                .arg(box + 1)
-                .arg(TextFromBytes(Spread::LabelOf(static_cast<BoxKind>(spread_->Box(box).kind)))
-                         .trimmed()));
+  channels_title_->setText(TextFromBytes(spread_->ChannelsTitle(box)));
   UpdateButtons();
 }
 
@@ -180,8 +171,10 @@ void SpreadPanel::UpdateButtons() {
 
 void SpreadPanel::Refuse(CGridCtrl* grid, int column, const std::string& reason) {
   is_refused_ = true;
-  grid->StayOnCell();
-  prompts_->ShowWarning("Orvane", BytesFromText(grid->GetItemText(0, column)) + ": " + reason);
+  const QString text = grid->GetItemText(0, column) + QStringLiteral(": ") + TextFromBytes(reason);
+  if (!grid->RefuseEdit(text)) {
+    prompts_->ShowWarning("Orvane", BytesFromText(text));
+  }
 }
 
 void SpreadPanel::OnBoxEdited(int row, int column) {

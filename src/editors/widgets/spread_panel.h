@@ -17,6 +17,8 @@ class SpreadPanel : public QWidget {
   Q_OBJECT
 
  public:
+  enum Control : int { kBoxes = 1151, kChannels = 1152 };
+
   /// Both must outlive the panel.
   SpreadPanel(Spread* spread, Prompts* prompts, QWidget* parent);
 
@@ -25,8 +27,6 @@ class SpreadPanel : public QWidget {
   /// Takes over a cell that is being edited. False where its text was refused.
   bool CommitEdits();
   void ShowChannels();
-  /// Where the local box's channel count comes from, as its cell's tool tip tells.
-  void SetChannelCountTip(const QString& tip);
 
  private:
   void CreateGrids();
@@ -53,7 +53,6 @@ class SpreadPanel : public QWidget {
   QPushButton* delete_box_ = nullptr;
   QPushButton* insert_channel_ = nullptr;
   QPushButton* delete_channel_ = nullptr;
-  QString channel_count_tip_;
   bool is_refused_ = false;
 };
 

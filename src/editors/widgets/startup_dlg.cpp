@@ -23,27 +23,6 @@ bool IsFileControl(int control) {
   return control == StartupForm::kFixedName || control == StartupForm::kLocation;
 }
 
-std::vector<ResultRow> RowsOf(const StartupRun& run) {
-  std::vector<ResultRow> rows;
-  for (const StartupOutcome& outcome : run.Outcomes()) {
-    const bool is_lost =
-        outcome.state == StartupOutcome::kFailed || outcome.state == StartupOutcome::kOverwritten;
-    const bool is_plain = outcome.state == StartupOutcome::kWritten && outcome.note.empty();
-    ResultRow row{QString::fromStdString(outcome.Name()),
-                  {},
-                  is_lost    ? ResultRow::kProblem
-                  : is_plain ? ResultRow::kGood
-                             : ResultRow::kNote,
-                  QString::fromStdString(outcome.Text()),
-                  {}};
-    if (!outcome.path.empty()) {
-      row.outputs << QString::fromStdString(PathText(outcome.path));
-    }
-    rows.push_back(std::move(row));
-  }
-  return rows;
-}
-
 }  // namespace
 
 CStartupDlg::CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, QWidget* parent)
@@ -120,7 +99,7 @@ QWidget* CStartupDlg::FileGroup() {
   group->setLayout(rows);
   AddRow(rows, StartupForm::kFixedName);
   auto* browse = new QPushButton(QStringLiteral("..."), group);
-  browse->setObjectName(QStringLiteral("1230"));
+  browse->setObjectName(QString::number(kBrowse));
   browse->setAccessibleName(QStringLiteral("Browse for the location"));
   browse->setAutoDefault(false);
   connect(browse, &QPushButton::clicked, this, &CStartupDlg::OnBrowse);
@@ -141,7 +120,7 @@ QWidget* CStartupDlg::FileGroup() {
 QWidget* CStartupDlg::ChannelGroup() {
   auto* group = new QGroupBox(QStringLiteral("Channel Definition"), this);
   channels_ = new CGridCtrl(group);
-  channels_->setObjectName(QStringLiteral("1220"));
+  channels_->setObjectName(QString::number(kChannelGrid));
   channels_->setAccessibleName(QStringLiteral("Channel Definition"));
   std::vector<std::vector<QString>> texts = {{QStringLiteral("Channel"),
                                               QStringLiteral("Channel Definition"),
@@ -165,10 +144,10 @@ QWidget* CStartupDlg::ChannelGroup() {
   channels_->ExpandColumnsToFit();
   channels_->SetFocusCell(1, kGainColumn);
   channels_->SetEditValidator(new ByteTextValidator(this));
-  const bool is_auxiliary = form_->Box().IsAuxiliary();
   channels_->SetBeginEdit(
-      [is_auxiliary](int, int column) { return is_auxiliary && column == kGainColumn; });
-  connect(channels_, &CGridCtrl::EndEdit, this, &CStartupDlg::OnGainEdited);
+      [this](int, int column) { return form_->CanEditGains() && column == kGainColumn; });
+  channels_->SetDragEnabled(form_->CanEditGains());
+  connect(channels_, &CGridCtrl::cellEdited, this, &CStartupDlg::OnGainEdited);
   auto* layout = new QVBoxLayout(group);
   layout->addWidget(channels_);
   return group;
@@ -180,9 +159,11 @@ void CStartupDlg::OnGainEdited(int row, int column) {
       form_->EditGain(channel, BytesFromText(channels_->GetItemText(row, column)));
   if (!reason.empty()) {
     is_refused_ = true;
-    channels_->StayOnCell();
-    const QString title = channels_->GetItemText(0, column);
-    prompts_->ShowWarning("Orvane", BytesFromText(title) + ": " + reason);
+    const QString text =
+        channels_->GetItemText(0, column) + QStringLiteral(": ") + TextFromBytes(reason);
+    if (!channels_->RefuseEdit(text)) {
+      prompts_->ShowWarning("Orvane", BytesFromText(text));
+    }
     channels_->SetItemText(
         row, column, TextFromBytes(form_->Channels()[static_cast<std::size_t>(channel)].gain));
   }
@@ -212,10 +193,6 @@ void CStartupDlg::OnBrowse() {
     UpdateWarning();
   }
 }
-
-CStartupResultDlg::CStartupResultDlg(const StartupRun& run, QWidget* parent)
-    : CResultListDlg({QString::fromStdString(run.Headline()), {}, QStringLiteral("Box")},
-                     RowsOf(run), nullptr, parent) {}
 
 void CStartupDlg::accept() {
   is_refused_ = false;

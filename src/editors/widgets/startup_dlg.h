@@ -5,7 +5,6 @@
 #include "editors/startup_run.h"
 #include "ui/form_dialog.h"
 #include "ui/grid_ctrl.h"
-#include "ui/result_list.h"
 
 namespace orvane {
 
@@ -14,6 +13,8 @@ class CStartupDlg : public CFormDialog {
   Q_OBJECT
 
  public:
+  enum : int { kChannelGrid = 1220, kBrowse = 1230 };
+
   /// All must outlive the dialog.
   CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, QWidget* parent);
 
@@ -43,14 +44,6 @@ class CStartupDlg : public CFormDialog {
   QLabel* heading_ = nullptr;
   QLabel* path_ = nullptr;
   QLabel* warning_ = nullptr;
-};
-
-/// What came of each box of a run.
-class CStartupResultDlg : public CResultListDlg {
-  Q_OBJECT
-
- public:
-  CStartupResultDlg(const StartupRun& run, QWidget* parent);
 };
 
 }  // namespace orvane

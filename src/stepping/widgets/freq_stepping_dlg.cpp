@@ -220,20 +220,8 @@ bool CFreqSteppingDlg::Export() {
 }
 
 bool CFreqSteppingDlg::MayDropSteps() {
-  if (!form_->HasEditedSteps()) {
-    return true;
-  }
-  switch (prompts_->AskYesNoCancel("Orvane",
-                                   "Rows of the schedule were changed by hand. Only a schedule "
-                                   "file keeps them. Export it now?")) {
-    case Answer::kYes:
-      return Export();
-    case Answer::kNo:
-      return true;
-    case Answer::kCancel:
-      break;
-  }
-  return false;
+  const Answer answer = form_->AskToExportSteps();
+  return answer == Answer::kYes ? Export() : answer == Answer::kNo;
 }
 
 void CFreqSteppingDlg::OnInsertRow() {

@@ -82,8 +82,10 @@ void CFreqSteppingDlg::MakeGrids() {
   const auto but_first = [](int, int column) { return column > 0; };
   frequencies_->SetBeginEdit(but_first);
   schedule_->SetBeginEdit(but_first);
-  connect(frequencies_, &CGridCtrl::EndEdit, this, &CFreqSteppingDlg::OnFrequencyEdited);
-  connect(schedule_, &CGridCtrl::EndEdit, this, &CFreqSteppingDlg::OnStepEdited);
+  frequencies_->SetDragEnabled(true);
+  schedule_->SetDragEnabled(true);
+  connect(frequencies_, &CGridCtrl::cellEdited, this, &CFreqSteppingDlg::OnFrequencyEdited);
+  connect(schedule_, &CGridCtrl::cellEdited, this, &CFreqSteppingDlg::OnStepEdited);
 }
 
 void CFreqSteppingDlg::ShowFrequencies() {
@@ -101,10 +103,8 @@ void CFreqSteppingDlg::ShowSchedule() {
       schedule_->SetItemText(row + 1, column + 1, TextFromBytes(form_->StepText(row, column)));
     }
   }
-  const auto rows = WrittenRows(form_->Schedule());
-  picture_->Show(rows);
-  // The time domain often has windows only, which need the room.
-  picture_box_->setVisible(!rows.empty() || !form_->IsTimeDomain());
+  picture_->Show(WrittenRows(form_->Schedule()));
+  picture_box_->setVisible(form_->HasPicture());
 }
 
 void CFreqSteppingDlg::ShowWindows() {
@@ -133,7 +133,7 @@ void CFreqSteppingDlg::AfterEdit(CGridCtrl* grid, int row, int column, const std
     refused_[{grid, row, column}] = TextFromBytes(reason);
     stops_button_ =
         is_committing_ || qobject_cast<QAbstractButton*>(QApplication::focusWidget()) != nullptr;
-    grid->StayOnCell();
+    grid->RefuseEdit();  // the note tells why
   }
   if (grid == frequencies_) {
     ShowFrequencies();

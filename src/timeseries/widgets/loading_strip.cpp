@@ -48,7 +48,7 @@ void LoadingStrip::Follow(std::unique_ptr<TsLoading> loading) {
 
 void LoadingStrip::Look() {
   if (loading_->IsDone()) {
-    emit Ended();
+    emit ended();
     return;
   }
   const int percent = loading_->Progress().Percent();
@@ -66,7 +66,7 @@ void LoadingStrip::Cancel() {
   if (IsReading()) {
     const QString text = QStringLiteral("Reading of %1 was cancelled").arg(Name());
     Take().reset();
-    emit Cancelled(text);
+    emit cancelled(text);
   }
 }
 

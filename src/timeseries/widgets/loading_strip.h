@@ -36,9 +36,9 @@ class LoadingStrip : public QFrame {
 
  signals:
   /// A reading is done; the slot that is called takes it by `Take()`.
-  void Ended();
+  void ended();
   /// "Reading of A.TSS was cancelled".
-  void Cancelled(const QString& text);
+  void cancelled(const QString& text);
 
  private:
   void Look();

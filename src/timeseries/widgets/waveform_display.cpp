@@ -13,6 +13,7 @@
 #include "base/number_text.h"
 #include "files/path_text.h"
 #include "timeseries/widgets/waveform_dlg.h"
+#include "timeseries/widgets/waveform_gain_dlg.h"
 #include "ui/byte_text.h"
 #include "ui/list_item.h"
 #include "ui/plot_theme.h"
@@ -53,10 +54,10 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   halves_->setChildrenCollapsible(false);
   layout()->addWidget(strip_);
   layout()->addWidget(halves_);
-  connect(strip_, &LoadingStrip::Ended, this, [this] { TakeAnew(strip_->Take()); });
-  connect(strip_, &LoadingStrip::Cancelled, this, &CDisplay::Told);
-  connect(plot_, &WaveformPlot::Changed, this, &CWaveformDisplay::ShowReadings);
-  connect(plot_, &WaveformPlot::MenuAsked, this, &CWaveformDisplay::ShowMenu);
+  connect(strip_, &LoadingStrip::ended, this, [this] { TakeAnew(strip_->Take()); });
+  connect(strip_, &LoadingStrip::cancelled, this, &CDisplay::Told);
+  connect(plot_, &WaveformPlot::changed, this, &CWaveformDisplay::ShowReadings);
+  connect(plot_, &WaveformPlot::menuRequested, this, &CWaveformDisplay::ShowMenu);
   connect(&timer_, &QTimer::timeout, this, [this] {
     if (!view_.Next()) {
       TogglePlay();  // the end
@@ -122,6 +123,8 @@ void CWaveformDisplay::AddViewing() {
         ShowView();
       });
   small_unit_->setCheckable(true);
+  AddKey("Gains...", "gains", "Gains that a segment was recorded with", Qt::Key_G,
+         [this] { EditGains(); });
   Bar()->addSeparator();
 }
 
@@ -282,6 +285,19 @@ void CWaveformDisplay::EditSettings() {
   timer_.stop();
   CWaveformDlg(&form, &view_, prompts_, this).exec();
   FollowSettings();
+}
+
+void CWaveformDisplay::EditGains() {
+  if (!view_.HasGains()) {
+    emit Told(QStringLiteral("Without its parameter table a waveform is shown in counts"));
+    return;
+  }
+  if (view_.Settings().auto_play) {
+    TogglePlay();  // the gains are those of the segment that is seen
+  }
+  WaveformGainForm form(view_);
+  CWaveformGainDlg(&form, &view_, prompts_, this).exec();
+  ShowView();
 }
 
 void CWaveformDisplay::Copy() {

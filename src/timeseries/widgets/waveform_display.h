@@ -35,6 +35,8 @@ class CWaveformDisplay : public CDisplay {
   void Reload() override;
   /// The dialog "Wavefrom Display Parameters".
   void EditSettings();
+  /// The dialog of the gains that the record is shown by.
+  void EditGains();
   /// Draws the view anew and tells the status bar where it stands.
   void ShowView();
 

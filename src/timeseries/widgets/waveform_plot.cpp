@@ -434,7 +434,7 @@ bool WaveformPlot::eventFilter(QObject* watched, QEvent* event) {
       QMetaObject::invokeMethod(this, &WaveformPlot::ShowView, Qt::QueuedConnection);
       return false;
     case QEvent::ContextMenu:
-      emit MenuAsked(dynamic_cast<QContextMenuEvent*>(event)->globalPos());
+      emit menuRequested(dynamic_cast<QContextMenuEvent*>(event)->globalPos());
       return true;
     case QEvent::Wheel:
       return OnWheel(*dynamic_cast<QWheelEvent*>(event));
@@ -458,7 +458,7 @@ bool WaveformPlot::OnWheel(const QWheelEvent& event) {
     view_->ZoomTimes(factor, TimeAt(event.position().x()));
   }
   ShowView();
-  emit Changed();
+  emit changed();
   return true;
 }
 
@@ -490,7 +490,7 @@ bool WaveformPlot::OnMove(const QMouseEvent& event) {
       view_->ShowTimes(press_times_.low - seconds, press_times_.high - seconds);
     }
     ShowView();
-    emit Changed();
+    emit changed();
   }
   return true;
 }
@@ -505,7 +505,7 @@ bool WaveformPlot::OnRelease(const QMouseEvent& event) {
     view_->SetCursor(is_second ? WaveformView::kSecondCursor : WaveformView::kFirstCursor,
                      TimeAt(event.position().x()));
     ShowView();
-    emit Changed();
+    emit changed();
   }
   return true;
 }

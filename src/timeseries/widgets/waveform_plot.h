@@ -37,9 +37,9 @@ class WaveformPlot : public QWidget {
 
  signals:
   /// The user changed the visible times or a cursor of the view.
-  void Changed();
+  void changed();
   /// The right button of the mouse.
-  void MenuAsked(const QPoint& at);
+  void menuRequested(const QPoint& at);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

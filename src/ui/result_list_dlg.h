@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifndef ORVANE_UI_RESULT_LIST_H_
-#define ORVANE_UI_RESULT_LIST_H_
+#ifndef ORVANE_UI_RESULT_LIST_DLG_H_
+#define ORVANE_UI_RESULT_LIST_DLG_H_
 
 #include <QDesktopServices>
 #include <QDialog>
@@ -68,4 +68,4 @@ class CResultListDlg : public QDialog {
 
 }  // namespace orvane
 
-#endif  // ORVANE_UI_RESULT_LIST_H_
+#endif  // ORVANE_UI_RESULT_LIST_DLG_H_

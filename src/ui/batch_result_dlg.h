@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifndef ORVANE_UI_BATCH_RESULTS_H_
-#define ORVANE_UI_BATCH_RESULTS_H_
+#ifndef ORVANE_UI_BATCH_RESULT_DLG_H_
+#define ORVANE_UI_BATCH_RESULT_DLG_H_
 
 #include "files/batch.h"
-#include "ui/result_list.h"
+#include "ui/result_list_dlg.h"
 
 namespace orvane {
 
@@ -26,4 +26,4 @@ QString CountsText(const Batch& batch);
 
 }  // namespace orvane
 
-#endif  // ORVANE_UI_BATCH_RESULTS_H_
+#endif  // ORVANE_UI_BATCH_RESULT_DLG_H_

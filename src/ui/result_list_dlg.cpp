@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/result_list.h"
+#include "ui/result_list_dlg.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifndef ORVANE_EDITORS_WIDGETS_SENSOR_DLG_H_
-#define ORVANE_EDITORS_WIDGETS_SENSOR_DLG_H_
+#ifndef ORVANE_EDITORS_WIDGETS_CURRENT_SENSOR_DLG_H_
+#define ORVANE_EDITORS_WIDGETS_CURRENT_SENSOR_DLG_H_
 
 #include "editors/sensor_forms.h"
 #include "ui/form_dialog.h"
@@ -26,23 +26,6 @@ class CCurrentSensorDlg : public CFormDialog {
   QLabel* missing_;
 };
 
-/// Dialog 135: the coils.
-class CCoilDlg : public CFormDialog {
-  Q_OBJECT
-
- public:
-  CCoilDlg(CoilForm* form, Prompts* prompts, QWidget* parent);
-
- private:
-  void OnEdited(int control) override { form_->OnEdited(control); }
-  void Commit() override { form_->Commit(); }
-
-  CoilForm* form_;
-};
-
-/// The names of the coil models, from the user's settings.
-CoilForm::Names CoilModels();
-
 }  // namespace orvane
 
-#endif  // ORVANE_EDITORS_WIDGETS_SENSOR_DLG_H_
+#endif  // ORVANE_EDITORS_WIDGETS_CURRENT_SENSOR_DLG_H_

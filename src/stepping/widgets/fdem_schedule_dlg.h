@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifndef ORVANE_STEPPING_WIDGETS_FDEM_DLG_H_
-#define ORVANE_STEPPING_WIDGETS_FDEM_DLG_H_
+#ifndef ORVANE_STEPPING_WIDGETS_FDEM_SCHEDULE_DLG_H_
+#define ORVANE_STEPPING_WIDGETS_FDEM_SCHEDULE_DLG_H_
 
 #include <QString>
 
@@ -32,4 +32,4 @@ class CFdemScheduleDlg : public CFormDialog {
 
 }  // namespace orvane
 
-#endif  // ORVANE_STEPPING_WIDGETS_FDEM_DLG_H_
+#endif  // ORVANE_STEPPING_WIDGETS_FDEM_SCHEDULE_DLG_H_

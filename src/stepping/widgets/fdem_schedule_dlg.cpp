@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "stepping/widgets/fdem_dlg.h"
+#include "stepping/widgets/fdem_schedule_dlg.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>

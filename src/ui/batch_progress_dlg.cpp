@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/batch_progress.h"
+#include "ui/batch_progress_dlg.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/batch_results.h"
+#include "ui/batch_result_dlg.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifndef ORVANE_UI_BATCH_PROGRESS_H_
-#define ORVANE_UI_BATCH_PROGRESS_H_
+#ifndef ORVANE_UI_BATCH_PROGRESS_DLG_H_
+#define ORVANE_UI_BATCH_PROGRESS_DLG_H_
 
 #include <QDialog>
 #include <QLabel>
@@ -52,4 +52,4 @@ QString BytesText(std::uint64_t bytes);
 
 }  // namespace orvane
 
-#endif  // ORVANE_UI_BATCH_PROGRESS_H_
+#endif  // ORVANE_UI_BATCH_PROGRESS_DLG_H_
