@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Texts stand exactly as users know them, doubled blanks included; only the marks of access keys
+// Texts are exactly as users know them, doubled blanks included; only the marks of access keys
 // are ours.
 #include "app/command_map.h"
 

@@ -55,8 +55,8 @@ enum CommandId : int {
 
 struct CommandRow {
   int id;
-  const char* text;    ///< as in the menu, the shortcut behind a tab
-  const char* prompt;  ///< status bar text, behind a newline the tool tip; may be empty
+  const char* text;    ///< as in the menu, the shortcut after a tab
+  const char* prompt;  ///< status bar text, after a newline the tool tip; may be empty
 };
 
 struct MenuRows {

@@ -29,7 +29,7 @@ class DocumentFile {
   }
 
   /// What to ask before `mine` takes the place of a file that others have changed: whose keys
-  /// differ, or why that cannot be told. `seen` becomes the content that the text tells of.
+  /// differ, or why that cannot be known. `seen` becomes the content that the text is about.
   std::string Question(const std::filesystem::path& path, const ParamTable& mine,
                        DocumentFile* seen) const;
 

@@ -13,10 +13,10 @@
 
 namespace orvane {
 
-/// What the commands of the setup editors do: run the dialogs and tell the document.
+/// What the commands of the setup editors do: run the dialogs and inform the document.
 class EditorCommands {
  public:
-  /// All must outlive the commands; `parent` is what the dialogs stand over.
+  /// All must outlive the commands; `parent` is the window of the dialogs.
   EditorCommands(COrvaneDoc* doc, Prompts* prompts, Notices* notices, QWidget* parent)
       : doc_(doc), prompts_(prompts), notices_(notices), parent_(parent) {}
 
@@ -44,7 +44,7 @@ class EditorCommands {
   /// Of the grids of a dialog, in the status bar.
   void TellRefusedPastes(const QDialog& dialog);
   void TellEarlyChanges(const std::vector<std::string>& keys);
-  /// The next OK: what the line told is no longer news.
+  /// The next OK: what the line said is no longer news.
   void EndEarlyLine();
 
   COrvaneDoc* doc_;

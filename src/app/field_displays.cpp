@@ -98,7 +98,7 @@ void FieldDisplays::Follow(std::unique_ptr<TsLoading> loading) {
   auto* display = new CLoadingDisplay(std::move(loading));
   connect(&display->Strip(), &LoadingStrip::ended, this, [this, display] {
     if (!ShowRead(display->Strip().Take()) && current_ == display) {
-      Leave();  // why is told already
+      Leave();  // the reason was shown already
       emit changed();
     }
   });

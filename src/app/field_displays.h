@@ -15,7 +15,7 @@
 
 namespace orvane {
 
-/// The field files on display: one at a time stands in the window in place of the table. How one
+/// The field files on display: one at a time is in the window in place of the table. How one
 /// was shown is how the next one is.
 class FieldDisplays : public QObject {
   Q_OBJECT
@@ -27,13 +27,13 @@ class FieldDisplays : public QObject {
   /// Null where the table is shown.
   CDisplay* Current() const { return current_; }
   bool ShowsWaveform() const;
-  /// Shows a field file in place of what stood there. Takes the display over.
+  /// Shows a field file in place of what was there. Takes the display over.
   void Show(CDisplay* display);
   /// Brings the table back.
   void Close();
 
-  /// False, and told, where the file cannot be shown. A waveform whose records take time is read
-  /// beside the window and shown later, if it can be.
+  /// False, after a message, where the file cannot be shown. A waveform whose records take time is
+  /// read beside the window and shown later, if it can be.
   bool OpenWaveform(const QString& path);
   /// Whether a waveform is being read, to be shown.
   bool IsReading() const;

@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// Where the files of the field stand on the crews' computers below `root`, which tests set: the
+/// Where the files of the field are on the crews' computers below `root`, which tests set: the
 /// data of each method in a folder of its own, calibrations in another.
 class FieldFolders {
  public:

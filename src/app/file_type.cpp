@@ -19,7 +19,7 @@ constexpr QLatin1String kExtension(".tbl/Default");
 constexpr QLatin1String kCommand("Orvane.Document/shell/open/command/Default");
 constexpr QLatin1String kDocument("Orvane.Document");
 
-// Whether the program that opens the documents is where the command says: its path stands between
+// Whether the program that opens the documents is where the command says: its path is between
 // the first quotation marks.
 bool HasProgram(const QSettings& classes) {
   const QString path = classes.value(kCommand).toString().section(QLatin1Char('"'), 1, 1);

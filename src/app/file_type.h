@@ -8,7 +8,7 @@
 namespace orvane {
 
 /// Writes into the user's classes of Windows' registry that ".tbl" files are documents of
-/// `program`. Leaves all as it is, and tells so, where the user or the machine has given the type
+/// `program`. Leaves all as it is, and says so, where the user or the machine has given the type
 /// to another program, or to this one in a place where it still is.
 bool DescribeFileType(QSettings* users_classes, const QSettings& machines_classes,
                       const QString& program);

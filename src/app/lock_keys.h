@@ -13,7 +13,7 @@ namespace orvane {
 
 enum class LockKey { kCaps, kNum, kScroll };
 
-/// Whether a lock key is on; nothing where the platform does not tell.
+/// Whether a lock key is on; nothing where the platform does not say.
 std::optional<bool> LockKeyState(LockKey key);
 
 /// The indicators "CAP", "NUM" and "SCRL" at the right of the status bar. They follow the keys

@@ -38,7 +38,7 @@ bool IsOneOf(const std::array<std::string_view, count>& names, std::string_view 
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-// Looked at before there is a window: to be told of wrong usage needs no display.
+// Looked at before there is a window: a message of wrong usage needs no display.
 bool IsUsageRight(int argc, char** argv) {
   int files = 0;
   for (int i = 1; i < argc; ++i) {

@@ -30,7 +30,7 @@ const QString kGeometry = QStringLiteral("Window/Geometry");
 const QString kState = QStringLiteral("Window/State");
 const QString kStatusBar = QStringLiteral("Window/StatusBar");
 
-// Commands with a picture; those in the tool bar stand in its order.
+// Commands with a picture; those in the tool bar are in its order.
 struct Picture {
   int id;
   const char* icon;

@@ -39,7 +39,7 @@ class CMainFrame : public QMainWindow {
   bool OpenAny(const QString& path);
   void ShowNotice(const QString& text);
   FieldDisplays& Displays() { return *displays_; }
-  /// The table instead of a field file; what was told of it stays in the status bar.
+  /// The table instead of a field file; what was said of it stays in the status bar.
   void ShowTable();
   /// The field file on display; null where the table is.
   CDisplay* Display() const { return displays_->Current(); }

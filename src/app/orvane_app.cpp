@@ -45,7 +45,7 @@ void COrvaneApp::InitInstance(const QString& path) {
   emergency_copy_ =
       std::make_unique<EmergencyCopy>(EmergencyCopy::UsersFolder(), doc_.get(), &notices_);
   frame_->show();
-  // Behind a field file that is shown stands a new document.
+  // A field file that is shown covers a new document.
   if (path.isEmpty() || !frame_->OpenAny(path) || frame_->Display() != nullptr) {
     doc_->OnNewDocument();
   }

@@ -23,7 +23,8 @@ class COrvaneApp : public QApplication {
   /// document. Then offers what a program that is gone had not saved.
   void InitInstance(const QString& path);
 
-  /// What a command throws is told, and the program goes on: the table is as the command left it.
+  /// What a command throws is reported, and the program goes on: the table is as the command left
+  /// it.
   bool notify(QObject* receiver, QEvent* event) override;
 
   COrvaneDoc& Document() { return *doc_; }

@@ -30,12 +30,12 @@ class COrvaneDoc : public QObject {
   /// A new document keeps the values that are in the table, but for a few starting values.
   bool OnNewDocument();
 
-  /// Loads a file into the table. A file that cannot be opened is told in a box, one that is no
+  /// Loads a file into the table. A file that cannot be opened is reported in a box, one that is no
   /// parameter table in the status bar; either way document and table stay what they were.
   bool OnOpenDocument(const QString& path);
 
   /// Writes the table, always as version 2; asks first where that is the document's own file and
-  /// others have changed it. False where the user wants to stay or is told why not.
+  /// others have changed it. False where the user wants to stay or has seen why not.
   bool OnSaveDocument(const QString& path);
   /// Saves under the document's path, but writes nothing where the file holds it all: it is of
   /// version 2 and as it was read or written, and nothing was changed since.
@@ -44,7 +44,7 @@ class COrvaneDoc : public QObject {
   /// Looks whether others have changed the document's file; `reason` may be null. A document
   /// without a file is unchanged.
   FileChange LookAtFile(std::string* reason = nullptr);
-  /// Loads its file anew; asks before changes are lost.
+  /// Loads its file again; asks before changes are lost.
   bool OnReload();
   /// The table stays what it is, and is to be saved: over what the file holds now.
   void KeepMine();
@@ -81,7 +81,7 @@ class COrvaneDoc : public QObject {
   /// File name, or "Untitled".
   QString Title() const;
   ContentKind Kind() const { return kind_; }
-  /// The file that the table stands for.
+  /// The file that the table belongs to.
   const RememberedFile& File() const { return file_.Memory(); }
   /// Version of the file as loaded or saved; 0 for a new document.
   int FileVersion() const { return file_version_; }

@@ -124,7 +124,7 @@ void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
   const std::size_t chosen = files.size();
   Batch batch({std::move(conversion), std::move(files), std::move(out_folder), 0});
   CBatchProgressDlg progress(&batch, QString::fromLatin1(utility.title), parent_);
-  // The other files go on meanwhile.
+  // The other files go on.
   progress.Run([this](std::size_t /*index*/, const BatchResult& result) {
     if (!result.box.empty()) {
       prompts_->ShowWarning(result.box_caption, result.box);

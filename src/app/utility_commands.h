@@ -31,7 +31,7 @@ struct Utility {
 /// The commands that turn files into others. They never touch the document.
 class UtilityCommands {
  public:
-  /// All must outlive the commands; `parent` is what the dialogs stand over.
+  /// All must outlive the commands; `parent` is the window of the dialogs.
   UtilityCommands(const COrvaneDoc* doc, Prompts* prompts, Notices* notices, QWidget* parent)
       : doc_(doc), folders_(doc), prompts_(prompts), notices_(notices), parent_(parent) {}
 
@@ -47,7 +47,7 @@ class UtilityCommands {
 
   void SetEditor(TextEditor editor) { editor_ = std::move(editor); }
 
-  /// What shows an output that is no text.
+  /// What shows an output that is not a text.
   void SetOpener(std::function<void(const QString& path)> open_file) {
     open_file_ = std::move(open_file);
   }

@@ -54,16 +54,16 @@ inline constexpr int kFdemFunction = 1269;
 inline constexpr int kEGainOf16 = 1063;
 inline constexpr int kDamtSampling = 1204;
 
-// Buttons that are no fields.
+// Buttons without a field.
 inline constexpr int kSameTimes = 1273;
 inline constexpr int kCalcSpace = 1262;
 inline constexpr int kSiteSetup = 1131;
 }  // namespace acq
 
-/// Entry i of the time zone list stands for i - 12 hours from GMT.
+/// Entry i of the time zone list means i - 12 hours from GMT.
 inline constexpr int kFirstZone = -12;
 
-/// In the order in which faults are told.
+/// In the order in which faults are reported.
 std::span<const Field> AcqFields();
 
 }  // namespace orvane

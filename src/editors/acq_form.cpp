@@ -35,7 +35,7 @@ AcqForm::AcqForm(ParamTable* table, const Clock* now)
   model_.SetCautionRule([this](FormModel*) { CautionTimes(); });
 }
 
-// What OK would store; unset where that is no time.
+// What OK would store; unset where that is not a time.
 ParamTime AcqForm::TimeIn(int control) const {
   const Field& field = model_.FieldOf(control);
   const Shown shown{model_.Text(control), kNothingChosen};
@@ -71,7 +71,7 @@ void AcqForm::Open() {
   model_.SetText(acq::kChannels, "6");
   ShowSpace();
   ReadFilter();
-  // Before the method rules: "Off" enabled would tell it that the method was a time-domain one, and
+  // Before the method rules: "Off" enabled would mean that the method was a time-domain one, and
   // the stored filter would be lost.
   model_.Enable(acq::kFilterOff, false);
   ApplyFunctionRule();

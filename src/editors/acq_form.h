@@ -20,7 +20,7 @@ namespace orvane {
 /// method decides what else can be set, and some keys follow it in the table at once.
 class AcqForm {
  public:
-  /// `now` tells UTC. Both must outlive the form.
+  /// `now` returns UTC. Both must outlive the form.
   AcqForm(ParamTable* table, const Clock* now);
   AcqForm(const AcqForm&) = delete;
   AcqForm& operator=(const AcqForm&) = delete;
@@ -40,7 +40,7 @@ class AcqForm {
 
   /// Writes the schedule at once, its times as shown, and estimates what it fills. Validate first.
   void CalculateSpace();
-  /// What stands beside the estimate where 32 bits could not count it: "(> 4096 Mb: 5632.5)".
+  /// What is shown beside the estimate where 32 bits could not count it: "(> 4096 Mb: 5632.5)".
   const std::string& SpaceNote() const { return space_note_; }
 
   /// OK: writes everything. Validate first.
@@ -53,7 +53,7 @@ class AcqForm {
 
   /// The chosen method; `kNoTech` where none is.
   Tech ChosenTech() const { return static_cast<Tech>(model_.Index(acq::kFunction) + 1); }
-  /// Writes "TECH" at once, for the site editors, and tells it. `kNoTech`: nothing is chosen nor
+  /// Writes "TECH" at once, for the site editors, and returns it. `kNoTech`: nothing is chosen nor
   /// written.
   Tech BeginSiteSetup();
   /// Takes serial numbers over from another editor; those that differ count as edited.

@@ -6,7 +6,7 @@
 
 namespace orvane {
 
-/// What a box told of its state in the table: only shown, never written.
+/// What a box reported of its state in the table: only shown, never written.
 class BoxStatusForm {
  public:
   enum Control : int {

@@ -23,7 +23,7 @@ constexpr std::array<ChannelColumnInfo, kChannelColumns> kColumns = {{
     {"Gain factor", FltPT, 1, 1},
 }};
 
-// The families: a prefix for each column, behind it what numbers the channel. "" is no key.
+// The families: a prefix for each column, after it what numbers the channel. "" is no key.
 using Prefixes = std::array<std::string_view, kChannelColumns>;
 constexpr Prefixes kMain = {"CHDEF",  "NPOS", "EPOS", "ZPOS", "NNEG", "ENEG",
                             "SENSIZ", "RES",  "DCV",  "ACV",  "FLAG", "GFC"};

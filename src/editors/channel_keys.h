@@ -11,7 +11,7 @@
 
 namespace orvane {
 
-/// What a channel has, in the order of the channel grid's columns behind "Channel".
+/// What a channel has, in the order of the channel grid's columns after "Channel".
 enum ChannelColumn : int {
   kDefinition,
   kPositiveNorth,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Where the electrodes of a survey line stand.
+// Where the electrodes of a survey line are.
 #ifndef ORVANE_EDITORS_LINE_LAYOUT_H_
 #define ORVANE_EDITORS_LINE_LAYOUT_H_
 
@@ -10,7 +10,7 @@
 
 namespace orvane {
 
-/// Fills the electrode positions of a spread from what stands in the form of an IP or CSAMT site,
+/// Fills the electrode positions of a spread from what the form shows of an IP or CSAMT site,
 /// in metres, and returns what was done, in words.
 ///
 /// The line of receiver electrodes begins at the receiver station and runs on over the boxes in the
@@ -18,7 +18,7 @@ namespace orvane {
 /// whose definition begins with E or is empty. Coils have no electrodes and take no length. The
 /// line leads along the profile's azimuth (CSAMT), else away from the transmitter station.
 ///
-/// IP: the transmitter's near electrode stands at its station and, with a dipole, the other one a
+/// IP: the transmitter's near electrode is at its station and, with a dipole, the other one a
 /// dipole length further from the receivers: for Dipole-Dipole, Pole-Dipole and Pole-Pole arrays.
 /// Other arrays and the reference box keep what they have.
 std::string CalculateCoordinates(const SiteForm& form, Spread* spread);

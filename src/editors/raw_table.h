@@ -36,7 +36,7 @@ struct RawRow {
 /// its first entry in both rows.
 class RawTable {
  public:
-  /// `not_in_file`: keys whose values the open file did not bring, told with their rows.
+  /// `not_in_file`: keys whose values the open file did not bring, said with their rows.
   explicit RawTable(ParamTable* table, std::vector<ParamKey> not_in_file = {});
 
   /// Number of rows. Reading stops at the first key that cannot be fetched.
@@ -62,7 +62,7 @@ class RawTable {
   /// Whether code or value contain the text, ignoring case.
   bool Matches(int ordinal, std::string_view filter) const;
 
-  /// A line that tells an entry's type, stored bytes and who may change it in which mode.
+  /// A line that says an entry's type, stored bytes and who may change it in which mode.
   std::string Detail(int ordinal) const;
 
  private:

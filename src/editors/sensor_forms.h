@@ -26,7 +26,7 @@ class CurrentSensorForm {
   explicit CurrentSensorForm(ParamTable* table);
 
   FormModel& Model() { return model_; }
-  /// Reads the table; nominal gain and test amplitude tell the type.
+  /// Reads the table; nominal gain and test amplitude give the type.
   void Open();
   /// Choosing a type, again too, fills in its defaults.
   void OnEdited(int control);

@@ -10,7 +10,7 @@
 namespace orvane {
 
 /// Cautions beside the fields of serial numbers, none of which keeps OK from storing them: two
-/// boxes of one number, and an empty place amid the auxiliary boxes, behind which no box gets a
+/// boxes of one number, and an empty place among the auxiliary boxes, after which no box gets a
 /// start-up file. `auxiliaries`: the fields of auxiliary boxes 1 to 5; `others`: of all other
 /// boxes.
 void CautionSerials(std::span<const int, 5> auxiliaries, std::span<const int> others,

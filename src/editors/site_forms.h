@@ -66,7 +66,7 @@ class SiteForm {
   /// SIP and TDIP share a dialog, TDEM and FDEM another.
   enum Kind : int { kCsamtSite = 159, kIpSite = 161, kLoopSite = 162, kMtSite = 163 };
 
-  /// `transmitter_models`: the four names of the transmitter type list behind "Unknown".
+  /// `transmitter_models`: the four names of the transmitter type list after "Unknown".
   SiteForm(ParamTable* table, Tech tech, const std::array<std::string, 4>& transmitter_models);
 
   Tech Method() const { return tech_; }
@@ -82,7 +82,7 @@ class SiteForm {
   /// The number of a field: what is stored, with all its digits, or what was typed.
   double Real(int control) const;
   /// Reads the fields. IP: a stored array type that is none of the list becomes "Dipole-Dipole" in
-  /// the table at once; the key is told.
+  /// the table at once; the key is returned.
   std::vector<std::string> Open();
   /// To be called after the user changed a control.
   void OnEdited(int control);

@@ -292,7 +292,7 @@ void Spread::Save() {
   for (const BoxState& box : boxes_) {
     rows.push_back(box.row);
   }
-  // The list tells only of its last write, and nothing can be done about that one alone.
+  // The list reports only its last write, and nothing can be done about that one alone.
   static_cast<void>(SaveBoxList(rows, table_));
   int slot = 0;
   for (BoxState& box : boxes_) {

@@ -42,7 +42,7 @@ class Spread {
   std::string EditBox(int box, BoxColumn column, std::string_view text);
 
   bool CanInsert(BoxKind kind) const;
-  /// Adds an auxiliary box behind the others, or the reference box at the end. The new row.
+  /// Adds an auxiliary box after the others, or the reference box at the end. The new row.
   int InsertBox(BoxKind kind);
   bool CanDeleteBox(int box) const;
   void DeleteBox(int box);

@@ -14,8 +14,8 @@ bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b);
 /// Why no file can be made there: the folder is missing, none, or not the user's; else empty.
 std::string FolderFault(const std::filesystem::path& folder);
 
-/// What stands at the path where that is not a file of the same box: "the file of serial 1207", "a
-/// file that is no table"; empty where nothing stands there or the box's own file.
+/// What is at the path where that is not a file of the same box: "the file of serial 1207", "a
+/// file that is no table"; empty where nothing is there or the box's own file.
 std::string ForeignFile(const std::filesystem::path& path, std::int32_t serial);
 
 }  // namespace orvane

@@ -113,7 +113,7 @@ class StartupForm {
 };
 
 /// The boxes of the table that get a file, in order. Auxiliary boxes end at the first empty slot;
-/// those behind it are told in `left_out`.
+/// those after it are named in `left_out`.
 std::vector<StartupBox> StartupBoxes(const ParamTable& table,
                                      std::vector<StartupBox>* left_out = nullptr);
 

@@ -17,7 +17,7 @@ namespace orvane {
 /// What came of one box.
 struct StartupOutcome {
   enum State {
-    kSkipped,  ///< no OK: cancelled, or behind the stop
+    kSkipped,  ///< no OK: cancelled, or after the stop
     kWritten,
     kOverwritten,  ///< written, and then a later box of the run wrote the same file
     kFailed,
@@ -27,7 +27,7 @@ struct StartupOutcome {
   std::int32_t serial = 0;
   std::filesystem::path path;  ///< empty where nothing was tried
   State state = kSkipped;
-  std::string note;          ///< why; of a written file what stood there before
+  std::string note;          ///< why; of a written file what was there before
   std::string message = {};  ///< of a failed one: path, reason and status
 
   /// "auxiliary 1, serial 1203".
@@ -76,7 +76,7 @@ class StartupRun {
   /// gets no file.
   const StartupOutcome& Accept(const StartupForm& form);
 
-  /// Of every box, in their order, and of those behind an empty place.
+  /// Of every box, in their order, and of those after an empty place.
   const std::vector<StartupOutcome>& Outcomes() const { return outcomes_; }
   /// Whether any dialog ended with OK.
   bool HasBegun() const;

@@ -16,7 +16,7 @@ namespace orvane {
 struct SummaryLine {
   std::string_view label;
   std::string value;           ///< empty: not set
-  std::vector<ParamKey> keys;  ///< that it tells of, of a long text the first
+  std::vector<ParamKey> keys;  ///< that it shows, of a long text the first
   std::string caution = {};    ///< what is wrong with the value; empty: nothing
 };
 

@@ -12,7 +12,7 @@
 namespace orvane {
 
 /// What a dialog writes into the table before its OK. Cancel does not undo it, so that the user has
-/// to be told which keys have other values than before.
+/// to know which keys have other values than before.
 class EarlyWrites {
  public:
   explicit EarlyWrites(ParamTable* table) : table_(table) {}

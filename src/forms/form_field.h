@@ -58,7 +58,7 @@ struct Codec {
   Unlisted unlisted = Unlisted::kNothing;
   double to_shown = 1;
   double to_stored = 1;
-  int decimals = -1;  ///< of `kScale`: this many behind the point; below 0 the shorter form
+  int decimals = -1;  ///< of `kScale`: this many after the point; below 0 the shorter form
   /// Written by the choice shown even where nobody touched it, so that a value that shows as
   /// another becomes that one.
   bool normalizes = false;

@@ -76,12 +76,12 @@ class FormModel {
   void SetAside(int control);
   void BringBack(int control);
 
-  /// Hours added to stored times for display. Fields that are not edited are shown anew; an edited
+  /// Hours added to stored times for display. Fields that are not edited are shown again; an edited
   /// time that parses moves along, one that does not stays as typed.
   void SetHourOffset(int hours);
   int HourOffset() const { return hours_; }
 
-  /// Reads one field, or all in order, anew from the table: none of them is edited then.
+  /// Reads one field, or all in order, from the table again: none of them is edited then.
   void Read(int control);
   void ReadAll();
 

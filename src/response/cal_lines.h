@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How the curves of a calibration are drawn: which points a line joins, what tells the lines apart.
+// How the curves of a calibration are drawn: which points a line joins, what makes the lines
+// differ.
 #ifndef ORVANE_RESPONSE_CAL_LINES_H_
 #define ORVANE_RESPONSE_CAL_LINES_H_
 

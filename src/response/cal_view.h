@@ -52,7 +52,7 @@ class CalView {
   /// Opens a file and shows its first channel. An empty string, or the message for the user; the
   /// view is then without curves.
   [[nodiscard]] std::string Open(const std::filesystem::path& path);
-  /// Reads file and reference anew and keeps how they are shown: channels as far as they still
+  /// Reads file and reference again and keeps how they are shown: channels as far as they still
   /// exist, the cursor at the nearest point. An empty string, or the message; all then stays.
   [[nodiscard]] std::string Reload();
   const CalCurves& Curves() const { return curves_; }
@@ -94,7 +94,7 @@ class CalView {
   const std::vector<CalTrace>& Traces() const;
 
   /// What is shown of the curves. A file that does not fit the ranges opens in some of its own, and
-  /// what is compared with a reference has some of its own: fitted anew when something else is
+  /// what is compared with a reference has some of its own: fitted again when something else is
   /// shown. All others outlive the view.
   const CalDisplay& Display() const { return own_ ? *own_ : *display_; }
   void SetDisplay(const CalDisplay& display);

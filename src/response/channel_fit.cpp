@@ -19,8 +19,8 @@ constexpr int kRounds = 2;
 constexpr double kAnyFrequency = 1e300;
 
 constexpr auto kGains = std::to_array<std::size_t>({kBaseGain, kStageA, kStageB});
-// Only the sum of both windings and the series resistor is visible: choke A's stays on paper. So do
-// the stages, which one gain alone cannot tell from the base gain.
+// Only the sum of both windings and the series resistor is visible: choke A's stays nominal. So do
+// the stages, which one gain alone cannot separate from the base gain.
 constexpr auto kCircuit =
     std::to_array<std::size_t>({kBaseGain, 3, 4, 5, 6, 7, kChokeA, kChokeB, kChokeBWire, kSeries,
                                 kCoupling, kInput, kTank, kTrapSwitch, kDelay, kBias});
@@ -61,7 +61,7 @@ void ChannelFit::TakePoints(const BoxModel& model, std::size_t channel) {
     slots_[slot] = {std::span(points_).subspan(begin, end - begin),
                     PassSetting(kSlotPasses[slot], parameters_[kDrive])};
     for (std::size_t i = begin; i < end; ++i) {
-      // What stands at 0 Hz is the first record's, as good as that one is close to it.
+      // The value at 0 Hz is the first record's, as good as that one is close to it.
       const double frequency = model.frequencies[i == begin ? i + 1 : i];
       const bool is_usable =
           frequency > 0 && std::isfinite(frequency) && IsFinite(measured[i]) &&

@@ -19,7 +19,7 @@ struct Rule {
   const ChannelModelFlags& flags;
 };
 
-// Of several tags that a text holds the first counts. kept: a digit counts wherever it stands, also
+// Of several tags that a text holds the first counts. kept: a digit counts wherever it is, also
 // in a version number.
 constexpr auto kZlaRules = std::to_array<Rule>({{"E", kNone}, {"H", kZlaH}, {"5", kFive}});
 constexpr auto kOtherRules = std::to_array<Rule>(

@@ -33,7 +33,7 @@ struct FitStart {
 };
 
 /// Adjusts some parameters of the circuit to the points of some slots. Values of parts are searched
-/// by their logarithms, at most a factor of 3 from the nominal ones. What the points do not tell
+/// by their logarithms, at most a factor of 3 from the nominal ones. What the points do not show
 /// stays near nominal, by the tolerance of the part.
 class FitStep final : public LeastSquaresProblem {
  public:

@@ -12,7 +12,7 @@
 namespace orvane {
 
 /// The parameters of a channel's circuit by their numbers. Farads, henries and ohms except where
-/// another unit stands.
+/// another unit is named.
 enum FrontEndPart : std::size_t {
   kBaseGain = 0,     ///< relative error of every gain; near -2 where the polarity is reversed
   kStageA = 1,       ///< relative error of the switched stage x4

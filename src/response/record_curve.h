@@ -40,11 +40,11 @@ class RecordCurve {
   double polarity_ = 1;
 };
 
-/// The records of a kind in the order of the file, up to a second series: one whose steps begin
-/// anew.
+/// The records of a kind in the order of the file, up to a second series: one whose steps start
+/// again.
 std::vector<const CalFileRecord*> RecordsOfKind(const CalRecords& cal, int kind);
 
-/// What they tell of a channel.
+/// What they hold of a channel.
 std::vector<CurvePoint> CurvePoints(const std::vector<const CalFileRecord*>& records,
                                     std::size_t channel);
 

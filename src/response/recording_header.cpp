@@ -28,7 +28,7 @@ double ContactResistance(const RecordingHeader& header, std::string_view key) {
   return GetTsField(&header, key, IntPT, &whole) == kOk ? whole : SettingReal(header, key);
 }
 
-// A whole-text comparison: a version behind the board's name makes it another board.
+// A whole-text comparison: a version after the board's name makes it another board.
 bool HasDampedCoils(const RecordingHeader& header) {
   const std::string hardware = SettingText(header, "HW");
   return EqualsWithoutCase(hardware, "7452C0") || EqualsWithoutCase(hardware, "7452C1");

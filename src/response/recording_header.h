@@ -15,7 +15,7 @@
 
 namespace orvane {
 
-/// What a recording tells of itself: the settings in its companion table and the number of its
+/// What a recording says of itself: the settings in its companion table and the number of its
 /// channels.
 struct RecordingHeader {
   TsCompanion settings;
@@ -39,7 +39,7 @@ struct ChannelSettings {
   double half_value = 0;   ///< half of a dipole's contact resistance, ohms: that of one leg
   double extra_value = 0;  ///< ohms in front of the calibrated path
   Complex extra_complex;   ///< ohms; reserved for inductive sources
-  bool is_mapped = false;  ///< the recording tells what the channel measures
+  bool is_mapped = false;  ///< the recording says what the channel measures
 
   Complex Source() const { return half_value + extra_value + extra_complex; }
 };
@@ -51,7 +51,7 @@ using AllChannelSettings = std::array<ChannelSettings, kMostChannels>;
 char DefinitionLetter(const RecordingHeader& header, int channel);
 
 /// The settings of each channel: those of the component that "CHEX" to "CHHZ" name it for, of two
-/// the later; else those that its definition's letter stands for (E, H, B, T); else zero.
+/// the later; else those that its definition's letter means (E, H, B, T); else zero.
 AllChannelSettings FillChannelSettings(const RecordingHeader& header);
 
 /// Whether a channel's contact resistance is its own "RES%d" because no component names it.

@@ -17,7 +17,7 @@ namespace orvane {
 /// Calibrations by kind and path without extension, each read once. May be used by several threads.
 class CalLibrary {
  public:
-  /// Null where it cannot be read; `message` then tells why.
+  /// Null where it cannot be read; `message` then says why.
   std::shared_ptr<const CalData> Get(int kind, const std::string& base_path, std::string* message);
 
  private:
@@ -33,7 +33,7 @@ class CalLibrary {
 std::string CalBasePath(const std::filesystem::path& folder, const std::string& unit);
 
 struct CalibratedChannel {
-  std::string definition;  ///< "CHDEF%d"; its first letter tells what is measured
+  std::string definition;  ///< "CHDEF%d"; its first letter says what is measured
   double gain = 1;
   std::shared_ptr<const CalData> sensor_cal;
   std::string sensor_name;  ///< its file's name, else "none"
@@ -48,7 +48,7 @@ struct CalibratedChannel {
 struct SensorNeed {
   int kind = 0;
   std::string unit;
-  bool has_number = false;  ///< else `unit` is all that stands there, and no file is meant
+  bool has_number = false;  ///< else `unit` is all there is, and no file is meant
 };
 /// Channels count from 1.
 SensorNeed SensorNeedOf(const RecordingHeader& header, int channel);

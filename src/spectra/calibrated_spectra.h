@@ -39,7 +39,7 @@ int SpectraBand(std::string_view path);
 std::string SpectraName(std::string_view path);
 
 /// Recordings as amplitudes and phases of the odd harmonics of their base frequency, in physical
-/// units: divided by the responses of box and sensors. docs/formats/calibrated-spectra.md tells
+/// units: divided by the responses of box and sensors. docs/formats/calibrated-spectra.md says
 /// the text, docs/response.md the computation.
 Conversion CalibratedSpectra(SpectraOptions options);
 

@@ -51,7 +51,7 @@ struct HarmonicPointers {
 /// The kernels of all bins repeat after L = N / gcd(N, bins): the samples are first added up over
 /// these periods, in integers. Where all bins are odd multiples of N / L, the second half of a
 /// period is the negative of the first, and the second quarter its mirror. The few sums that are
-/// left go against rotating pointers, which begin anew from a table before they drift.
+/// left go against rotating pointers, which start from a table again before they drift.
 class HarmonicPlan {
  public:
   /// The bins must be less than `samples`, which is not 0.

@@ -20,7 +20,7 @@ class SpectraForm {
   explicit SpectraForm(const std::string& folder);
 
   FormModel& Model() { return model_; }
-  /// What a field's usual or empty content stands for, as it is shown beside it.
+  /// What a field's usual or empty content means, as it is shown beside it.
   static std::string_view HintOf(int control);
   /// What keeps the entries from being accepted, in the order of the fields.
   std::optional<FormModel::Fault> Fault() const;

@@ -15,7 +15,7 @@ namespace orvane {
 /// A recording with everything that its calibration needs.
 struct SpectraSource {
   TsFile file;
-  int band = 0;  ///< of a band file; 0: each record's rate tells
+  int band = 0;  ///< of a band file; 0: each record's rate decides
   RecordingHeader header;
   TsHeader first;  ///< header of the first record
   std::string box_path;

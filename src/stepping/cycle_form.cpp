@@ -35,7 +35,7 @@ constexpr std::array<Field, 5> FieldsWith(std::span<const Choice> cycles) {
 constexpr auto kFields = FieldsWith(kShortCycles);
 constexpr auto kCsamtFields = FieldsWith(kCsamtCycles);
 
-// The button that a stored cycle without a button of its own stands for.
+// The button that a stored cycle without a button of its own means.
 constexpr int kUsualButton = 1;
 constexpr int kUsualCsamtButton = 2;
 
@@ -75,7 +75,7 @@ void CycleForm::Open() {
   model_.SetText(kCurrent, FormatReal(current_));
 }
 
-// A text that still shows the number there was stands for all its digits.
+// A text that still shows the number there was means all its digits.
 double CycleForm::Entered(Control control, double before) const {
   const std::string& text = model_.Text(control);
   return text == FormatReal(before) ? before : ParseReal(text).value_or(before);

@@ -27,8 +27,8 @@ class FdemForm {
   void Choose(const std::string& path);
   /// The file that will be written, whole, with its extension; empty where none is named.
   std::filesystem::path Path() const;
-  /// Writes the file, after a question where one stands there that was not chosen in a dialog.
-  /// False where the user said no or was told why not. Validate first.
+  /// Writes the file, after a question where there is one that was not chosen in a dialog.
+  /// False where the user said no or has seen why not. Validate first.
   bool Save();
   /// What was written, in words.
   const std::string& Note() const { return note_; }

@@ -37,7 +37,7 @@ TransmitterLimits WithDefaults(TransmitterLimits limits, Tech tech);
 double CycleCurrent(Tech tech, double stored);
 
 /// The frequency in Hz above which the wire's inductance (3 uH/m) limits the current, with a margin
-/// of 5 %; 1000 where there is no such frequency or it is not to be told.
+/// of 5 %; 1000 where there is no such frequency or it cannot be known.
 double CornerFrequency(const TransmitterLimits& limits, double current);
 
 /// Writes "CRMX" and "FCMX": for SIP the current as it is and no corner, else what the limits

@@ -23,7 +23,7 @@ using FrequencyList = std::array<double, kFrequencyKeys.size()>;
 
 /// The stored list as far as its first zero.
 FrequencyList StoredFrequencies(const ParamTable& table);
-/// How many frequencies are stored behind that zero.
+/// How many frequencies are stored after that zero.
 int HiddenFrequencies(const ParamTable& table);
 
 struct StepParameters {

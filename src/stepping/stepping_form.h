@@ -22,9 +22,9 @@ namespace orvane {
 /// How a receiver steps through frequencies: parameters, requested frequencies, the schedule that
 /// follows from them or comes from a file, and for the time domain its windows.
 ///
-/// Numbers stand as they are stored; what a cell shows has ten digits, a current four. Rows count
-/// from 0. Edits return why a text is refused, and then nothing has changed; nor does anything
-/// where the text is the one shown.
+/// Numbers are kept as they are stored; what a cell shows has ten digits, a current four. Rows
+/// count from 0. Edits return why a text is refused, and then nothing has changed; nor does
+/// anything where the text is the one shown.
 class SteppingForm {
  public:
   enum StepColumn : int { kFrequency, kCurrent, kEndTime, kWaveform };
@@ -49,7 +49,7 @@ class SteppingForm {
   bool CanCalculate() const;
   bool CanOpenFile() const;
 
-  /// Calculates schedule and windows from what stands in the dialog; the table keeps its values.
+  /// Calculates schedule and windows from what the dialog shows; the table keeps its values.
   /// What is rejected leaves the schedule as it is. Validate first.
   void Calculate();
   /// The schedule of a file, or none.
@@ -58,7 +58,7 @@ class SteppingForm {
   bool ExportFile(const std::filesystem::path& path);
 
   /// Writes the method's default values at once (after a dialog for the cycle, where it has one)
-  /// and reads everything anew. `cycle_seconds` as for `ApplyDefaultStepping`.
+  /// and reads everything again. `cycle_seconds` as for `ApplyDefaultStepping`.
   void ApplyDefaults(std::int32_t cycle_seconds);
   EarlyWrites& Early() { return early_; }
   /// Not stored in the table: they live as long as the form.

@@ -8,7 +8,7 @@
 namespace orvane {
 
 /// NAME.TFS becomes NAME.txt: one line for each row with number, end time, waveform, frequency and
-/// current. A file that a reader would refuse is listed all the same, the reason behind the first
+/// current. A file that a reader would refuse is listed all the same, the reason after the first
 /// bad row and noted.
 Conversion TfsListing();
 

@@ -22,7 +22,7 @@ inline std::string BytesFromText(const QString& text) { return text.toLatin1().t
 void TellWhyRejected(QLineEdit* line);
 void TellNotLatin1(QLineEdit* line);
 
-/// Refuses characters that no byte stands for, and line breaks but for those at the end, which go.
+/// Refuses characters without a byte, and line breaks but for those at the end, which go.
 class ByteTextValidator : public QValidator {
   Q_OBJECT
 

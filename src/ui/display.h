@@ -12,7 +12,7 @@
 
 namespace orvane {
 
-/// What stands in the main window in place of the table at a glance while a field file is looked
+/// What is in the main window in place of the table at a glance while a field file is looked
 /// at: a tool bar above, the file below. It never changes the open document.
 class CDisplay : public QWidget {
   Q_OBJECT
@@ -26,7 +26,7 @@ class CDisplay : public QWidget {
   /// The scroll buttons of the tool bar.
   virtual void ScrollBack() = 0;
   virtual void ScrollForward() = 0;
-  /// Reads the file anew and keeps how it is shown.
+  /// Reads the file again and keeps how it is shown.
   virtual void Reload() = 0;
 
  signals:
@@ -37,7 +37,7 @@ class CDisplay : public QWidget {
 
  protected:
   using Act = std::function<void()>;
-  /// A command of the tool bar, which also has a key and stands in the context menu. The key works
+  /// A command of the tool bar, which also has a key and is in the context menu. The key works
   /// while the focus is in the display.
   QAction* AddButton(const char* text, const char* name, const char* tip, const QKeySequence& key,
                      Act act);

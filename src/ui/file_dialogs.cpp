@@ -35,7 +35,7 @@ CFileDialog::CFileDialog(const QString& title, std::string_view filters, const Q
 #ifndef Q_OS_WIN
   setOption(DontUseNativeDialog);
 #endif
-  setOption(HideNameFilterDetails);  // the labels tell them
+  setOption(HideNameFilterDetails);  // the labels name them
   setNameFilters(NameFilters(filters));
   if (!folder.isEmpty() && QFileInfo(folder).isDir()) {
     setDirectory(folder);

@@ -31,7 +31,7 @@ class CFileDialog : public QFileDialog {
   QString Chosen() const;
 
  protected:
-  /// Refuses names that are no text.
+  /// Refuses names with bytes that are not UTF-8.
   void accept() override;
 };
 

@@ -23,7 +23,7 @@ class CFolderDialog : public QFileDialog {
   static QString AskForFolder(QWidget* parent, const QString& prompt, const QString& start);
 
  protected:
-  void accept() override;  // refuses a name that is no text
+  void accept() override;  // refuses a name with bytes that are not UTF-8
 };
 
 }  // namespace orvane

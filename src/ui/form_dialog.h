@@ -35,7 +35,7 @@ class CFormDialog : public QDialog {
   /// What the dialog shows.
   const FormModel& Form() const { return *model_; }
 
-  /// OK: validates, and on the first fault tells it and puts the focus there; else commits.
+  /// OK: validates, and on the first fault reports it and puts the focus there; else commits.
   void accept() override;
 
  protected:
@@ -46,7 +46,7 @@ class CFormDialog : public QDialog {
   QAbstractButton* Button(int control);
   /// A label with the field's caption that leads to its widget.
   QLabel* LabelOf(int control);
-  /// A password gets a button that shows it; what OK would refuse, or a caution, stands in a line
+  /// A password gets a button that shows it; what OK would refuse, or a caution, is shown in a line
   /// below the field.
   void AddRow(QFormLayout* form, int control);
   /// The line of `AddRow()` for a layout of another kind: hidden while there is nothing to say.
@@ -56,13 +56,13 @@ class CFormDialog : public QDialog {
   /// A titled box with a row for each control; texts that may be typed longer than
   /// their keys hold are counted.
   QGroupBox* Group(const char* title, std::initializer_list<int> controls);
-  /// Gives the labels of boxes that stand below each other one width.
+  /// Gives the labels of boxes below each other one width.
   static void AlignLabels(std::initializer_list<const QGroupBox*> boxes);
   /// A group with its buttons in so many columns, read row by row.
   QWidget* Buttons(int control, int columns);
   QDialogButtonBox* OkAndCancel();
 
-  /// Whether everything entered can be accepted; tells the first fault and puts the focus there.
+  /// Whether everything entered can be accepted; reports the first fault and puts the focus there.
   bool IsAcceptable();
 
   /// The user changed a control; the model has it already.

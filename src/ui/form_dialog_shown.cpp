@@ -139,7 +139,7 @@ void CFormDialog::Refresh(int control) {
       line->setText(text);             // not while typing: the cursor would jump
       LimitTyping(line, field.limits.max_length);
       if (line->isReadOnly()) {
-        line->setCursorPosition(0);  // the beginning of what is too long tells most
+        line->setCursorPosition(0);  // the beginning of what is too long says most
       }
     }
     QString warning = TextFromBytes(model_->Warning(control));

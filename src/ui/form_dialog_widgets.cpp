@@ -164,7 +164,7 @@ bool CFormDialog::ChooseByArrow(QRadioButton* button, int key) {
 bool CFormDialog::eventFilter(QObject* watched, QEvent* event) {
   auto* button = qobject_cast<QRadioButton*>(watched);
   if (button != nullptr && event->type() == QEvent::FocusOut) {
-    SetTabStop(button->group());  // where it had the focus last tells nothing
+    SetTabStop(button->group());  // where it had the focus last says nothing
   }
   if (button != nullptr && event->type() == QEvent::KeyPress &&
       ChooseByArrow(button, static_cast<QKeyEvent*>(event)->key())) {

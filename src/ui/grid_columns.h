@@ -21,7 +21,7 @@ class GridColumns final : public QObject {
   bool SetWidth(int col, int px);
   void ExpandToFit();
 
-  // For a view that was resized: widens anew, unless a column was dragged since ExpandToFit().
+  // For a view that was resized: widens again, unless a column was dragged since ExpandToFit().
   void Refit();
 
  private:

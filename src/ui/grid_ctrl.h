@@ -88,7 +88,7 @@ class CGridCtrl : public QTableView {
 
   // For whoever hears of an edit and refuses it: the key that ended it does not leave the cell. Of
   // a cell that is pasted or loaded the refusal is counted, and true says that the grid itself will
-  // tell the reason, once for all cells.
+  // report the reason, once for all cells.
   bool RefuseEdit(const QString& reason = {});
 
   // Takes over and closes an open editor; afterwards the cell is set and cellEdited() was emitted.
@@ -127,7 +127,7 @@ class CGridCtrl : public QTableView {
   // always copies. Dropped files are left to the window. In place of Qt's setDragEnabled().
   void SetDragEnabled(bool enabled);
 
-  // Prints the header and the visible rows as GridPrinter says; the title stands above the header
+  // Prints the header and the visible rows as GridPrinter says; the title is above the header
   // of each page. The context menu prints a grid without one under the name of window and grid.
   // False if the printer failed.
   void SetPrintTitle(const QString& title) { print_title_ = title; }
@@ -136,8 +136,8 @@ class CGridCtrl : public QTableView {
 
   // All cells, header and hidden rows included, as UTF-8 text: see grid_texts.h. An open editor is
   // committed first. Loading sets the rows in their present order as pasting does, from the first
-  // data row on; it refuses a file that is not of this header, and tells the user what of a file
-  // the cells refuse. On failure nothing has changed, and `reason`, which may be null, becomes
+  // data row on; it refuses a file that is not of this header, and reports to the user what of a
+  // file the cells refuse. On failure nothing has changed, and `reason`, which may be null, becomes
   // "PATH: reason".
   bool SaveCells(const QString& path, QString* reason);
   bool LoadCells(const QString& path, QString* reason);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
-// False, as every failure; the reason is told where it is wanted.
+// False, as every failure; the reason is reported where it is wanted.
 bool Fail(const std::filesystem::path& path, const std::string& why, QString* reason) {
   if (reason) {
     *reason = QString::fromStdString(FileMessage(path, why));

@@ -75,7 +75,7 @@ int CGridCtrl::PasteText(const QString& text) {
 
 int CGridCtrl::EnterTexts(const QModelIndex& first, const GridTexts& texts, bool is_load) {
   // All cells are found before the first is set: who hears of an edit may sort or hide rows. Of a
-  // cell that vanishes meanwhile the text is refused.
+  // cell that has gone by then the text is refused.
   struct Target {
     QPersistentModelIndex index;
     QString text;

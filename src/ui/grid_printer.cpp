@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How a grid is laid out on paper, and the prints of CGridCtrl.
+// How a printed grid is laid out, and the prints of CGridCtrl.
 #include "ui/grid_printer.h"
 
 #include <QFontInfo>

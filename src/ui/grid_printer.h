@@ -12,7 +12,7 @@
 
 namespace orvane {
 
-// A grid on paper, laid out for one printer: on each page the title if there is one, the fixed
+// A printed grid, laid out for one printer: on each page the title if there is one, the fixed
 // rows, as many visible rows as fit whole, and "Page %d of %d" at the foot. Columns are as wide as
 // on screen; columns wider than the page together are made to fit, with smaller letters. A text
 // too long for its column is cut with an ellipsis. An empty grid has one page.

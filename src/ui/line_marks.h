@@ -12,7 +12,7 @@ namespace orvane {
 /// shortened.
 void LimitTyping(QLineEdit* line, int max_length);
 
-/// A sign of warning at the end of the line, which tells the text in its tip and to assistive
+/// A sign of warning at the end of the line, which gives the text in its tip and to assistive
 /// tools; none where the text is empty.
 void MarkLine(QLineEdit* line, const QString& warning);
 

@@ -6,8 +6,8 @@
 
 namespace orvane {
 
-/// An item of a list or table of Qt's own that is only looked at. By itself it would tell assistive
-/// tools that it can be edited, dragged and ticked.
+/// An item of a list or table of Qt's own that is only looked at. By itself it would report to
+/// assistive tools that it can be edited, dragged and ticked.
 template <typename Item>
 Item* OnlyShown(Item* item) {
   item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);

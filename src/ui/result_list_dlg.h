@@ -41,8 +41,8 @@ class CResultListDlg : public QDialog {
   CResultListDlg(const Texts& texts, const std::vector<ResultRow>& rows, const TextEditor* editor,
                  QWidget* parent);
 
-  /// The output that the user wants to see and that is no text: the caller shows it once the dialog
-  /// is closed, because it would stand behind.
+  /// The output that the user wants to see and that is not a text: the caller shows it once the
+  /// dialog is closed, because it would be covered.
   const QString& ToShow() const { return to_show_; }
 
   /// What shows a folder, replaceable for tests.

@@ -17,7 +17,7 @@ class CAcqParamDlg : public CFormDialog {
   Q_OBJECT
 
  public:
-  /// `form` is open already; after Cancel it tells what changed all the same.
+  /// `form` is open already; it reports what changed even after Cancel.
   CAcqParamDlg(AcqForm* form, Prompts* prompts, QWidget* parent = nullptr);
 
   /// What "Site Setup..." does; without it the button is disabled. Not called while no function is

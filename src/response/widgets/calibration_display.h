@@ -33,7 +33,7 @@ class CCalibrationDisplay : public CDisplay {
   void ScrollBack() override { Step(-1); }
   void ScrollForward() override { Step(1); }
   void Reload() override;
-  /// Draws the view anew and tells the status bar where it stands.
+  /// Draws the view again and shows its place in the status bar.
   void ShowView();
 
   /// For the file dialogs.

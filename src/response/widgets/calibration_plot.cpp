@@ -233,7 +233,7 @@ void CalibrationPlot::FillLegend() {
   }
 }
 
-// As many in a line as stand there with their whole names.
+// As many in a line as fit there with their whole names.
 void CalibrationPlot::FitLegend() {
   constexpr int kBesideName = 52;  // the picture of the line, margins
   int widest = 1;

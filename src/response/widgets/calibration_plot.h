@@ -25,12 +25,12 @@ class CalibrationPlot : public QWidget {
   /// The view must outlive the plot.
   CalibrationPlot(CalView* view, QWidget* parent);
 
-  /// Draws the view anew, whatever of it has changed.
+  /// Draws the view again, whatever of it has changed.
   void ShowView();
   /// Only the cursor has moved.
   void ShowCursor();
   QCustomPlot* Plot() { return plot_; }
-  /// Saves what the view shows, drawn anew for a size. As `SavePlot()`.
+  /// Saves what the view shows, drawn again for a size. As `SavePlot()`.
   QString Save(const QString& path, const QSize& size) const;
 
  signals:

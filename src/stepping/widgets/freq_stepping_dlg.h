@@ -21,7 +21,7 @@ class CFreqSteppingDlg : public CFormDialog {
   Q_OBJECT
 
  public:
-  /// `form` is open already; after Escape it tells what changed all the same. `folder` is where the
+  /// `form` is open already; it reports what changed even after Escape. `folder` is where the
   /// file dialogs begin.
   CFreqSteppingDlg(SteppingForm* form, Prompts* prompts, QString folder, QWidget* parent = nullptr);
 

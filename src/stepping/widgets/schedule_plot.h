@@ -39,7 +39,7 @@ class SchedulePlot : public QWidget {
   QCPAxisRect* current_axes_ = nullptr;
   QCPGraph* frequency_ = nullptr;
   QCPGraph* current_ = nullptr;
-  QCPItemText* nothing_ = nullptr;  // told where there are no steps
+  QCPItemText* nothing_ = nullptr;  // shown where there are no steps
 };
 
 }  // namespace orvane

@@ -133,7 +133,7 @@ void CFreqSteppingDlg::AfterEdit(CGridCtrl* grid, int row, int column, const std
     refused_[{grid, row, column}] = TextFromBytes(reason);
     stops_button_ =
         is_committing_ || qobject_cast<QAbstractButton*>(QApplication::focusWidget()) != nullptr;
-    grid->RefuseEdit();  // the note tells why
+    grid->RefuseEdit();  // the note says why
   }
   if (grid == frequencies_) {
     ShowFrequencies();
