@@ -29,9 +29,9 @@ void FieldDisplays::Show(CDisplay* display) {
   current_ = display;
   stack_->addWidget(display);
   stack_->setCurrentWidget(display);
-  connect(display, &CDisplay::CloseAsked, this, &FieldDisplays::Close);
-  connect(display, &CDisplay::Told, this, &FieldDisplays::told);
-  connect(display, &CDisplay::Told, this, &FieldDisplays::changed);
+  connect(display, &CDisplay::closeRequested, this, &FieldDisplays::Close);
+  connect(display, &CDisplay::told, this, &FieldDisplays::told);
+  connect(display, &CDisplay::told, this, &FieldDisplays::changed);
   display->setFocus();
   emit changed();
 }
@@ -151,7 +151,7 @@ bool FieldDisplays::OpenCalibration(const QString& path) {
   }
   CCalibrationDisplay* shown = display.release();
   Show(shown);
-  connect(shown, &CCalibrationDisplay::RangesAsked, this, &FieldDisplays::EditCalibrationRanges);
+  connect(shown, &CCalibrationDisplay::rangesRequested, this, &FieldDisplays::EditCalibrationRanges);
   shown->ShowView();
   return true;
 }

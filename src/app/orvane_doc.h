@@ -30,8 +30,8 @@ class COrvaneDoc : public QObject {
   /// A new document keeps the values that are in the table, but for a few starting values.
   bool OnNewDocument();
 
-  /// Loads a file into the table. A file that cannot be opened is reported in a box, one that is no
-  /// parameter table in the status bar; either way document and table stay what they were.
+  /// Loads a file into the table. A file that cannot be opened is reported in a message, one that
+  /// is no parameter table in the status bar; either way document and table stay what they were.
   bool OnOpenDocument(const QString& path);
 
   /// Writes the table, always as version 2; asks first where that is the document's own file and

@@ -124,8 +124,9 @@ RadioForm::RadioForm(ParamTable* table)
       fields_(RadioFieldsOf(band_)),
       model_(table, fields_) {
   model_.SetCautionRule([](FormModel* model) {
-    CautionSerials(std::array<int, 5>{kAux1Serial, 1012, 1013, 1014, kAux5Serial},
-                   std::array<int, 3>{kLocalSerial, kRefSerial, kTxSerial}, model);
+    CautionSerials(
+        std::array<int, 5>{kAux1Serial, kAux2Serial, kAux3Serial, kAux4Serial, kAux5Serial},
+        std::array<int, 3>{kLocalSerial, kRefSerial, kTxSerial}, model);
   });
 }
 
@@ -160,8 +161,9 @@ std::string RadioForm::HardwareText() const {
 }
 
 void RadioForm::Commit() {
-  model_.Write(std::array<int, 12>{kPower, kLocalSerial, kAux1Serial, 1012, 1013, 1014, kAux5Serial,
-                                   kTxSerial, kRefSerial, kType, kEncryptionKey, kNetworkAddress});
+  model_.Write(std::array<int, 12>{kPower, kLocalSerial, kAux1Serial, kAux2Serial, kAux3Serial,
+                                   kAux4Serial, kAux5Serial, kTxSerial, kRefSerial, kType,
+                                   kEncryptionKey, kNetworkAddress});
 }
 
 std::span<const Field> GsmFields() { return kGsmFields; }

@@ -18,16 +18,16 @@ class Prompts {
   Prompts& operator=(const Prompts&) = delete;
   virtual ~Prompts() = default;
 
-  /// Yes or No; closing the box means No.
+  /// Yes or No; closing the question means No.
   virtual Answer AskYesNo(const std::string& caption, const std::string& question) = 0;
   /// The same where Yes loses something for good: Enter means No.
   virtual Answer AskToLose(const std::string& caption, const std::string& question) {
     return AskYesNo(caption, question);
   }
-  /// Yes, No or Cancel; closing the box means Cancel.
+  /// Yes, No or Cancel; closing the question means Cancel.
   virtual Answer AskYesNoCancel(const std::string& caption, const std::string& question) = 0;
-  /// One of several buttons, by its index; closing the box means the one at `escape`. Where no box
-  /// can have them, Yes is the first and No that one.
+  /// One of several buttons, by its index; closing the question means the one at `escape`. Where no
+  /// box can have them, Yes is the first and No that one.
   virtual int AskChoice(const std::string& caption, const std::string& question,
                         const std::vector<std::string>& buttons, int escape) {
     static_cast<void>(buttons);

@@ -94,7 +94,7 @@ void CBatchProgressDlg::reject() {
 
 void CBatchProgressDlg::Tick() {
   if (is_telling_) {
-    return;  // a box of an earlier file is still open
+    return;  // the message of an earlier file is still open
   }
   is_telling_ = true;
   for (; told_ < batch_->Count() && batch_->Result(told_) != nullptr; ++told_) {

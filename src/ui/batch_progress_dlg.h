@@ -21,8 +21,8 @@ class CBatchProgressDlg : public QDialog {
   /// The batch must outlive the dialog.
   CBatchProgressDlg(Batch* batch, const QString& title, QWidget* parent);
 
-  /// Called on this thread for each file that is done with, in the order of the list; boxes that it
-  /// shows do not stop the workers.
+  /// Called on this thread for each file that is done with, in the order of the list; messages that
+  /// it shows do not stop the workers.
   using Finished = std::function<void(std::size_t index, const BatchResult& result)>;
 
   /// Starts the batch and returns when it is finished. What takes a moment only is never shown.

@@ -31,9 +31,9 @@ class CDisplay : public QWidget {
 
  signals:
   /// The user wants the table back.
-  void CloseAsked();
+  void closeRequested();
   /// For the status bar.
-  void Told(const QString& text);
+  void told(const QString& text);
 
  protected:
   using Act = std::function<void()>;

@@ -53,10 +53,10 @@ class CFormDialog : public QDialog {
   QLabel* CautionOf(int control);
   /// A row with a line below that counts how much of the text's room is used.
   void AddCountedRow(QFormLayout* form, int control);
-  /// A titled box with a row for each control; texts that may be typed longer than
+  /// A titled group with a row for each control; texts that may be typed longer than
   /// their keys hold are counted.
   QGroupBox* Group(const char* title, std::initializer_list<int> controls);
-  /// Gives the labels of boxes below each other one width.
+  /// Gives the labels of groups below each other one width.
   static void AlignLabels(std::initializer_list<const QGroupBox*> boxes);
   /// A group with its buttons in so many columns, read row by row.
   QWidget* Buttons(int control, int columns);

@@ -84,7 +84,7 @@ CCalibrationDisplay::CCalibrationDisplay(CalDisplay* ranges, Prompts* prompts, Q
   layout()->addWidget(warning_);
   layout()->addWidget(parts_);
   parts_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  connect(plot_, &CalibrationPlot::CursorMoved, this, &CCalibrationDisplay::ShowReadings);
+  connect(plot_, &CalibrationPlot::cursorMoved, this, &CCalibrationDisplay::ShowReadings);
 }
 
 void CCalibrationDisplay::AddChannels() {
@@ -127,7 +127,7 @@ void CCalibrationDisplay::AddModel() {
 
 void CCalibrationDisplay::AddOthers() {
   AddButton("Ranges...", "ranges", "Ranges of the axes", Qt::CTRL | Qt::Key_G,
-            [this] { emit RangesAsked(); });
+            [this] { emit rangesRequested(); });
   AddButton("Fit ranges", "fit", "Ranges around all that is shown", Qt::CTRL | Qt::Key_F, [this] {
     view_.FitDisplay();
     ShowView();
@@ -146,7 +146,7 @@ void CCalibrationDisplay::AddOthers() {
       plot_->ShowCursor();
       ShowReadings();
     } else {
-      emit CloseAsked();
+      emit closeRequested();
     }
   });
 }
@@ -303,19 +303,19 @@ void CCalibrationDisplay::ShowReadings() {
   if (GrowColumns() || was_hidden != readings_->isHidden()) {
     DivideWidth();
   }
-  std::string told = view_.Title();
+  std::string line = view_.Title();
   if (!readings.empty()) {
     const CalReading& first = readings.front();
-    told += "   " + first.label + ", pass " + FormatInt(std::int64_t{first.sweep} + 1) + ": " +
+    line += "   " + first.label + ", pass " + FormatInt(std::int64_t{first.sweep} + 1) + ": " +
             FormatReal(first.frequency, 6) + " Hz, " + FormatReal(first.amplitude, 6) + ", " +
             FormatReal(first.phase, 6) + " degrees";
   } else if (!view_.Curves().note.empty()) {
-    told += " - " + view_.Curves().note;
+    line += " - " + view_.Curves().note;
   }
   if (readings.empty() && !view_.RangesText().empty()) {
-    told += " - " + view_.RangesText();
+    line += " - " + view_.RangesText();
   }
-  emit Told(QString::fromStdString(told));
+  emit told(QString::fromStdString(line));
 }
 
 // The list as narrow as its texts, the readings too while the plot keeps half.

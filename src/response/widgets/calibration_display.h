@@ -42,7 +42,7 @@ class CCalibrationDisplay : public CDisplay {
 
  signals:
   /// The user wants to change the ranges.
-  void RangesAsked();
+  void rangesRequested();
 
  protected:
   void changeEvent(QEvent* event) override;

@@ -362,7 +362,7 @@ bool CalibrationPlot::eventFilter(QObject* watched, QEvent* event) {
     if (press.button() == Qt::LeftButton && is_inside && !nothing_->visible()) {
       view_->SetCursor(amplitude_->axis(QCPAxis::atBottom)->pixelToCoord(press.position().x()));
       ShowCursor();
-      emit CursorMoved();
+      emit cursorMoved();
     }
   }
   return QWidget::eventFilter(watched, event);

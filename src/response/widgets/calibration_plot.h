@@ -35,7 +35,7 @@ class CalibrationPlot : public QWidget {
 
  signals:
   /// The user set the cursor.
-  void CursorMoved();
+  void cursorMoved();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -55,7 +55,7 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   layout()->addWidget(strip_);
   layout()->addWidget(halves_);
   connect(strip_, &LoadingStrip::ended, this, [this] { TakeAnew(strip_->Take()); });
-  connect(strip_, &LoadingStrip::cancelled, this, &CDisplay::Told);
+  connect(strip_, &LoadingStrip::cancelled, this, &CDisplay::told);
   connect(plot_, &WaveformPlot::changed, this, &CWaveformDisplay::ShowReadings);
   connect(plot_, &WaveformPlot::menuRequested, this, &CWaveformDisplay::ShowMenu);
   connect(&timer_, &QTimer::timeout, this, [this] {
@@ -139,7 +139,7 @@ void CWaveformDisplay::AddSaving() {
     if (strip_->IsReading()) {
       strip_->Cancel();
     } else if (!RemoveCursors()) {
-      emit CloseAsked();
+      emit closeRequested();
     }
   });
 }
@@ -205,7 +205,7 @@ void CWaveformDisplay::ShowReadings() {
     }
   }
   const QString problem = QString::fromStdString(view_.Problem());
-  emit Told(TextFromBytes(view_.StatusBarText()) +
+  emit told(TextFromBytes(view_.StatusBarText()) +
             (problem.isEmpty() ? QString() : QStringLiteral(" - ") + problem));
 }
 
@@ -289,7 +289,7 @@ void CWaveformDisplay::EditSettings() {
 
 void CWaveformDisplay::EditGains() {
   if (!view_.HasGains()) {
-    emit Told(QStringLiteral("Without its parameter table a waveform is shown in counts"));
+    emit told(QStringLiteral("Without its parameter table a waveform is shown in counts"));
     return;
   }
   if (view_.Settings().auto_play) {
@@ -302,7 +302,7 @@ void CWaveformDisplay::EditGains() {
 
 void CWaveformDisplay::Copy() {
   QApplication::clipboard()->setText(TextFromBytes(view_.VisibleText()));
-  emit Told(QStringLiteral("The visible scans were copied as text"));
+  emit told(QStringLiteral("The visible scans were copied as text"));
 }
 
 void CWaveformDisplay::CopyReadings() {
@@ -310,7 +310,7 @@ void CWaveformDisplay::CopyReadings() {
   if (!readings.isEmpty()) {
     QApplication::clipboard()->setText(readings);
   }
-  emit Told(readings.isEmpty() ? QStringLiteral("There is no cursor whose readings could be copied")
+  emit told(readings.isEmpty() ? QStringLiteral("There is no cursor whose readings could be copied")
                                : QStringLiteral("The readings of the cursors were copied as text"));
 }
 
@@ -335,7 +335,7 @@ void CWaveformDisplay::TakeAnew(std::unique_ptr<TsLoading> loading) {
   }
   ShowView();
   if (!reason.empty()) {
-    emit Told(QStringLiteral("Not read again: ") + QString::fromStdString(reason));
+    emit told(QStringLiteral("Not read again: ") + QString::fromStdString(reason));
   }
 }
 
