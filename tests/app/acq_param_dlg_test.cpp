@@ -10,23 +10,11 @@
 #include <QTest>
 
 #include "support/qt_print.h"
+#include "support/told.h"
 #include "ui/content_scroll_area.h"
 
 namespace orvane {
 namespace {
-
-class FixedClock : public Clock {
- public:
-  ParamTime Now() const override { return {0, 0, 8, 21, 11, 26, 6, 20}; }
-};
-
-class Warnings : public Prompts {
- public:
-  Answer AskYesNo(const std::string&, const std::string&) override { return Answer::kNo; }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
-  void ShowWarning(const std::string&, const std::string& text) override { shown = text; }
-  std::string shown;
-};
 
 class AcqParamDlg : public ::testing::Test {
  protected:
@@ -54,10 +42,10 @@ class AcqParamDlg : public ::testing::Test {
     return number;
   }
 
-  FixedClock now_;
+  testing::FixedClock now_;
   ParamTable table_;
   AcqForm form_{&table_, &now_};
-  Warnings warnings_;
+  testing::Told warnings_;
   std::unique_ptr<CAcqParamDlg> dialog_;
 };
 
@@ -140,7 +128,7 @@ TEST_F(AcqParamDlg, MorningOfAnMtCrew) {
   EXPECT_EQ(Find<QLineEdit>(1097)->text(), QStringLiteral("2027/11/21 00:00:00"));
   Type(1105, "21");
   Find(1262)->click();
-  EXPECT_EQ(warnings_.shown, "Channels: Enter an integer between 1 and 20.");
+  EXPECT_EQ(warnings_.warning, "Orvane: Channels: Enter an integer between 1 and 20.");
   EXPECT_EQ(form_.EarlyChanges(),
             (std::vector<std::string>{"CHHX", "CHHY", "CHHZ", "GFC1", "GFC2", "GFC3", "GFC4",
                                       "GFC5", "GFC6", "GFC7", "GFC8"}))
@@ -164,7 +152,8 @@ TEST_F(AcqParamDlg, FitsAFieldLaptop) {
   Find(1059)->click();
   Type(1101, "0");
   dialog_->accept();
-  EXPECT_EQ(warnings_.shown, "Time slot length (s): Enter an integer between 1 and 3600.");
+  EXPECT_EQ(warnings_.warning,
+            "Orvane: Time slot length (s): Enter an integer between 1 and 3600.");
   EXPECT_FALSE(Find<QWidget>(1101)->visibleRegion().isEmpty()) << "scrolled to";
 }
 

@@ -11,22 +11,15 @@
 #include "support/qt_print.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
+#include "support/told.h"
 #include "ui/qt_path.h"
 
 namespace orvane::testing {
 namespace {
 
-class Silent : public Prompts, public Notices {
- public:
-  Answer AskYesNo(const std::string&, const std::string&) override { return Answer::kYes; }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kYes; }
-  void ShowWarning(const std::string&, const std::string&) override {}
-  void ShowNotice(const std::string&) override {}
-};
-
 TEST(FieldFolders, AreUsedWhereTheyExist) {
   const TempDir dir;
-  Silent user;
+  Told user;
   ParamTable table = NewTable();
   COrvaneDoc doc(&table, &user, &user);
   const QString root = TextFromPath(dir / "K3");
@@ -54,7 +47,7 @@ TEST(FieldFolders, AreUsedWhereTheyExist) {
 
 TEST(FieldFolders, ARelativeRootIsNone) {
   const TempDir dir;
-  Silent user;
+  Told user;
   ParamTable table = NewTable();
   const COrvaneDoc doc(&table, &user, &user);
   const QString before = QDir::currentPath();

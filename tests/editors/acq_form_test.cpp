@@ -10,15 +10,11 @@
 #include <set>
 
 #include "support/table_help.h"
+#include "support/told.h"
 #include "table/param_text.h"
 
 namespace orvane {
 namespace {
-
-class FixedClock : public Clock {
- public:
-  ParamTime Now() const override { return {0, 0, 8, 21, 11, 26, 6, 20}; }
-};
 
 using Settings = std::vector<std::pair<const char*, const char*>>;
 using Keys = std::vector<std::string>;
@@ -58,7 +54,7 @@ class Acq : public ::testing::Test {
     return texts;
   }
 
-  FixedClock now_;
+  testing::FixedClock now_;
   ParamTable table_;
   std::unique_ptr<AcqForm> form_;
 };

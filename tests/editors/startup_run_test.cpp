@@ -6,6 +6,7 @@
 #include "files/path_text.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
+#include "support/told.h"
 
 namespace orvane {
 namespace {
@@ -17,32 +18,11 @@ using testing::Set;
 using testing::TempDir;
 using testing::WriteAll;
 
-class Answers : public Prompts {
- public:
-  Answer AskYesNo(const std::string&, const std::string&) override {
-    ++asked;
-    return answer;
-  }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
-  void ShowWarning(const std::string&, const std::string&) override {}
-  int asked = 0;
-  Answer answer = Answer::kNo;
-};
-
 class StartupFiles : public ::testing::Test {
  protected:
   void SetUp() override {
-    for (const auto& [key, text] : {std::pair{"TECH", "1"},
-                                    {"SNTX", "31"},
-                                    {"SNUM", "24"},
-                                    {"SN01", "1203"},
-                                    {"SN03", "1207"},
-                                    {"SNNR", "9"},
-                                    {"LIFESTN", "5"},
-                                    {"FLEN", "12"},
-                                    {"EXR", "10"}}) {
-      Set(&table_, key, text);
-    }
+    testing::SetAll(&table_,
+                    "TECH=1 SNTX=31 SNUM=24 SN01=1203 SN03=1207 SNNR=9 LIFESTN=5 FLEN=12 EXR=10");
   }
   ParamTable Loaded(const char* name) const {
     ParamTable table = NewTable();
@@ -59,7 +39,7 @@ class StartupFiles : public ::testing::Test {
 
   TempDir dir_;
   ParamTable table_ = NewTable();
-  Answers answers_;
+  testing::Told answers_;
 };
 
 TEST_F(StartupFiles, EachBoxGetsItsOwnValuesAndTheTableKeepsItsOwn) {
@@ -98,15 +78,8 @@ TEST_F(StartupFiles, EditsGoIntoTheFileOnly) {
   const ParamTable before = table_;
   run.Accept(form);
   EXPECT_EQ(Changes(before, table_), std::set<std::string>());
-  const ParamTable file = Loaded("StartUp.tbl");
-  for (const auto& [key, text] : {std::pair{"RQST", "13"},
-                                  {"MSTR", "1"},
-                                  {"FLEN", "6"},
-                                  {"HNOM", "0.5"},
-                                  {"GFC3", "1.25"},
-                                  {"SNUM", "1203"}}) {
-    EXPECT_EQ(Get(file, key), text) << key;
-  }
+  EXPECT_EQ(testing::Values(Loaded("StartUp.tbl"), "RQST MSTR FLEN HNOM GFC3 SNUM"),
+            "13 1 6 0.5 1.25 1203");
 }
 
 TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
@@ -158,12 +131,8 @@ TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
 }
 
 TEST_F(StartupFiles, VersionAndModifiedMarkFollowTheAnswers) {
-  Set(&table_, "TECH", "5");
-  Set(&table_, "TBVO", "1");
-  for (const char* key : {"EXR", "EYR", "EZR"}) {
-    Set(&table_, key, "100");
-  }
-  answers_.answer = Answer::kYes;
+  testing::SetAll(&table_, "TECH=5 TBVO=1 EXR=100 EYR=100 EZR=100");
+  answers_.yes_no = Answer::kYes;
   const ParamTable before = table_;
   StartupRun run(&table_, dir_ / "open.tbl", &answers_);
   AcceptAll(&run);

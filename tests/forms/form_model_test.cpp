@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "forms/early_writes.h"
-#include "table/param_text.h"
+#include "support/table_help.h"
 #include "table/param_time.h"
 
 namespace orvane {
@@ -38,26 +38,14 @@ constexpr int kAll[] = {1, 2, 3, 4, 5, 11, 7, 8, 9, 10, 20};
 
 class Form : public ::testing::Test {
  protected:
-  void SetUp() override { ASSERT_EQ(table_.BuildParamIndex(), kOk); }
-
-  void Set(ParamKey key, std::string_view text) {
-    ParamValue value{};
-    const auto type = static_cast<ValueType>(table_.FindParam(key)->type);
-    ASSERT_EQ(ParseParamValueStrictly(text, type, &value), "");
-    ASSERT_EQ(table_.SetParam(key, type, value.data()), kOk);
-  }
-  std::string Get(ParamKey key) const {
-    std::string text;
-    const ParamEntry* entry = table_.FindParam(key);
-    FormatParamValue(static_cast<ValueType>(entry->type), entry->value, &text);
-    return text;
-  }
+  void Set(ParamKey key, std::string_view text) { testing::Set(&table_, key, text); }
+  std::string Get(ParamKey key) const { return testing::Get(table_, key); }
   void ReadAndWrite() {
     form_.ReadAll();
     form_.Write(kAll);
   }
 
-  ParamTable table_;
+  ParamTable table_ = testing::NewTable();
   FormModel form_{&table_, kFields};
 };
 
