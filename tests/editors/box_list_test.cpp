@@ -42,6 +42,7 @@ TEST(BoxList, SavingClosesGapsAndDropsASixthAuxiliaryBox) {
   for (std::uint32_t i = 0; i < rows.size(); ++i) {
     rows[i].serial = i + 1;
   }
+  SetAll(&table, "TECH=4");
   ASSERT_EQ(SaveBoxList(rows, &table), kOk);
   EXPECT_EQ(Values(table, "SN05 SNUM"), "5 0") << "no row for the local box";
 }

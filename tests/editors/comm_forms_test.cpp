@@ -47,34 +47,6 @@ TEST_F(CommForms, TheHardwareTextDecidesWhatPowersThereAre) {
   EXPECT_EQ(Get("HW"), "K36W2");
 }
 
-TEST_F(CommForms, RangesEndWhereTheyShould) {
-  RadioForm radio(&table_);
-  FtpForm ftp(&table_);
-  CoilForm coil(&table_, {"A", "B", "C", "D"});
-  struct Case {
-    FormModel* model;
-    int control;
-    const char* first;
-    const char* last;
-    const char* below;
-    const char* above;
-  };
-  for (const Case& test : {Case{&radio.Model(), 1007, "0", "65535", "-1", "65536"},
-                           Case{&radio.Model(), 1008, "0", "65535", "-1", "65536"},
-                           Case{&radio.Model(), 1015, "0", "9999", "-1", "10000"},
-                           Case{&ftp.Model(), 1283, "0", "10000000", "-1", "10000001"},
-                           Case{&coil.Model(), 1016, "1", "1000", "0", "1001"}}) {
-    SCOPED_TRACE(test.control);
-    for (const auto& [text, is_right] :
-         {std::pair(test.first, true), std::pair(test.last, true), std::pair(test.below, false),
-          std::pair(test.above, false)}) {
-      test.model->SetText(test.control, text);
-      EXPECT_EQ(!test.model->Validate(), is_right) << text;
-    }
-    test.model->ReadAll();
-  }
-}
-
 TEST_F(CommForms, TextsAreCutToWhatTheirKeysHold) {
   PlainForm form(&table_, GsmFields());
   form.Open();

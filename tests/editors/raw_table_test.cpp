@@ -25,6 +25,8 @@ TEST(RawTable, ShowsEveryEntryInTableOrder) {
   ASSERT_EQ(table.BuildParamIndex(), kOk);
   const RawTable rows(&table);
   ASSERT_EQ(rows.Count(), 719);
+  EXPECT_TRUE(rows.CanEdit(1) && rows.CanEdit(719));
+  EXPECT_FALSE(rows.CanEdit(0) || rows.CanEdit(720));
   const std::array<std::array<std::string_view, 5>, 5> expected = {{
       {"1", "TBVO", "IntPT", "Any Mode", "2"},
       {"4", "EGNC", "IntPT", "Setup, Pause and Standby", "2"},

@@ -93,6 +93,8 @@ TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
   StartupForm monitor(&table_, run.Boxes()[0], run.Choices());
   StartupForm main(&table_, run.Boxes()[1], run.Choices());
   StartupForm auxiliary(&table_, run.Boxes()[2], run.Choices());
+  EXPECT_EQ(run.Heading(monitor), "Box 1 of 3: transmitter monitor, serial 31");
+  EXPECT_EQ(run.Heading(main), "Box 2 of 3: main receiver, serial 24");
   EXPECT_EQ(run.Heading(auxiliary), "Box 3 of 3: auxiliary 1, serial 1203");
   EXPECT_EQ(PathText(run.PathOf(monitor)), at("31.tbl")) << "no document: the folder proposed";
   EXPECT_EQ(run.WarningFor(monitor), "");

@@ -4,9 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <map>
 #include <memory>
+#include <sstream>
+
+#include "base/number_text.h"
 
 #include "calibration/display_form.h"
 #include "calibration/spectra_form.h"
@@ -319,6 +323,79 @@ TEST(EveryForm, HasFieldsThatFitTheirKeysAndChoices) {
       for (const Choice& choice : field.choices) {
         EXPECT_TRUE(numbers.insert(choice.control).second) << choice.control;
       }
+    }
+  }
+}
+
+// "CONTROL LEAST MOST" of numbers that have a range, "CONTROL MOST" of texts.
+const std::map<std::string, std::string> kRanges = {
+    {"radio",
+     "1007 0 65535; 1008 0 65535; 1010 0 9999; 1011 0 9999; 1012 0 9999; 1013 0 9999; 1014 0 9999; "
+     "1015 0 9999; 1009 0 9999"},
+    {"FTP", "1283 0 10000000"},
+    {"current sensor", "1016 1 1000; 1012 8"},
+    {"coils", "1016 1 1000; 1090 8; 1091 8; 1092 8"},
+    {"acquisition",
+     "1203 0 100; 1098 0 4; 1099 0 2; 1100 0 16; 1101 1 3600; 1105 1 20; 1090 8; 1091 8; 1092 8"},
+    {"MT/AMT site", "1147 15; 1148 15; 1090 8; 1091 8; 1092 8"},
+    {"CSAMT site", "1147 15; 1148 15"},
+    {"IP site", "1147 15; 1148 15"},
+    {"TDEM site", "1147 15; 1148 15"},
+    {"FDEM site", "1147 15; 1148 15"},
+    {"start-up of a receiver", "1090 8; 1091 8; 1092 8"},
+    {"start-up of a monitor", "1012 8"},
+    {"cycle", "1525 0 -; 1526 0 -; 1527 0 -; 1528 0 -"},
+    {"FDEM schedule", "1531 0 -; 1532 0 -; 1533 0 -"},
+    {"waveform", "1001 0.1 3600; 1002 0.01 1000000"},
+    {"calibration plot",
+     "1001 1e-10 1e10; 1002 1e-10 1e10; 1004 1e-10 1e10; 1005 1e-10 1e10; 1003 -360 360; "
+     "1006 -360 360; 1007 2 10000"},
+    {"spectra", "1702 0 1000000; 1703 1 65535"},
+};
+
+bool Takes(const Field& field, const std::string& text) {
+  return FaultOf(field, {text, kNothingChosen}).empty();
+}
+
+// That a field takes its end and nothing beyond: texts one character, numbers the least step.
+void ExpectEnd(const Field& field, const std::string& end, int direction) {
+  SCOPED_TRACE(std::to_string(field.control) + " " + end);
+  if (field.widget == Widget::kText) {
+    const auto length = static_cast<std::size_t>(std::stoi(end));
+    EXPECT_TRUE(Takes(field, std::string(length, 'x')));
+    EXPECT_FALSE(Takes(field, std::string(length + 1, 'x')));
+  } else if (end != "-") {
+    const double number = std::stod(end);
+    const double beyond = field.widget == Widget::kInteger
+                              ? number + direction
+                              : std::nextafter(number, direction * HUGE_VAL);
+    EXPECT_TRUE(Takes(field, end));
+    EXPECT_FALSE(Takes(field, FormatRealExactly(beyond)));
+  }
+}
+
+TEST(EveryForm, TakesWhatIsInItsRanges) {
+  for (const Case& test : Cases()) {
+    SCOPED_TRACE(test.name);
+    ParamTable table = TableOf(test);
+    const Opened opened = test.open(&table);
+    std::set<int> listed;
+    const auto ranges = kRanges.find(test.name);
+    std::istringstream lines(ranges == kRanges.end() ? "" : ranges->second);
+    for (std::string line; std::getline(lines, line, ';');) {
+      std::istringstream words(line);
+      int control = 0;
+      std::string least, most;
+      words >> control >> least >> most;
+      ExpectEnd(opened.model->FieldOf(control), least, -1);
+      ExpectEnd(opened.model->FieldOf(control), most.empty() ? least : most, 1);
+      listed.insert(control);
+    }
+    for (const Field& field : opened.model->Fields()) {
+      const bool has_length = field.widget == Widget::kText && field.limits.max_length > 0 &&
+                              field.codec.kind != CodecKind::kLongText;
+      const bool has_range = field.limits.min < field.limits.max;
+      EXPECT_EQ(listed.count(field.control) > 0, has_length || has_range) << field.control;
     }
   }
 }

@@ -233,7 +233,17 @@ TEST_F(Form, TellsItsListenerAndSkipsMissingKeys) {
   form_.Enable(12, false);
   form_.SetCaption(3, "Coil");
   form_.SetText(3, "7");
-  EXPECT_EQ(told, (std::vector<int>{11, 3, 3}));
+  form_.SetButtonCaption(13, "see");
+  form_.SetCaution(4, "odd");
+  form_.SetCaution(4, "odd");
+  form_.SetIndex(8, 1);
+  form_.SetAside(8);
+  form_.SetAside(8);
+  form_.BringBack(8);
+  form_.SetHourOffset(1);
+  form_.Read(10);
+  EXPECT_EQ(told, (std::vector<int>{11, 3, 3, 11, 4, 8, 8, 8, 4, 10}));
+  EXPECT_EQ(std::string(form_.ButtonCaption(13)) + std::string(form_.ButtonCaption(11)), "seea");
   EXPECT_FALSE(form_.IsEnabled(12));
   EXPECT_TRUE(form_.IsEnabled(11));
 

@@ -130,7 +130,26 @@ TEST(StepPresets, EndAtTheirTotalWithTheirLowestFrequency) {
   }
 }
 
+TEST(StepTable, EndsWithItsLastRow) {
+  struct {
+    ScheduleTable rows{};
+    ScheduleRow behind{};
+  } table;
+  EXPECT_EQ(CalculateStepTable(With(0, 1e-80, 86400), {8}, &table.rows), 0);
+  EXPECT_EQ(WrittenRows(table.rows).size(), 200U);
+  EXPECT_TRUE(IsEmpty(table.behind));
+}
+
 TEST(StepPresets, TransmitterLimitsCurrentAndCorner) {
+  for (const auto& [tech, resistance, voltage, wire] :
+       {std::tuple(kSip, 100, 1000, 100), std::tuple(kTdip, 100, 1000, 100),
+        std::tuple(kCsamt, 50, 1000, 1000), std::tuple(kFdem, 50, 1000, 1000),
+        std::tuple(kTdem, 0, 0, 0)}) {
+    const TransmitterLimits usual = WithDefaults({}, tech);
+    EXPECT_EQ((std::array{usual.resistance, usual.voltage, usual.wire_length}),
+              (std::array<double, 3>{1. * resistance, 1. * voltage, 1. * wire}));
+    EXPECT_EQ(WithDefaults({7, 8, 9}, tech).voltage, 8);
+  }
   const std::tuple<int, TransmitterLimits, double, const char*> kLimits[] = {
       {kCsamt, WithDefaults({}, kCsamt), 16, "16 3673"},
       {kSip, WithDefaults({}, kSip), 20, "20 0"},

@@ -30,6 +30,8 @@ TEST(RecordingSize, FollowsTheSchedule) {
       // The window, clipped to its half hour in the recording: 0.5 x 1800 / 4 rounded, twice.
       {hour + "HSMP=4 L2NS=1 L3NS=1 HTIM=2026/11/21_07:30:00 ETMH=2026/11/21_09:00:00", 6,
        kLow + 450 * kHigh, kLow + 450 * kHigh},
+      {hour + "HSMP=4 L2NS=1 L3NS=1 HTIM=2026/11/21_06:00:00 ETMH=2026/11/21_07:30:00", 6,
+       kLow + 450 * kHigh, kLow + 450 * kHigh},
       {hour + "HSMP=4 L2NS=1 L3NS=1 HTIM=2026/11/21_09:00:00 ETMH=2026/11/21_09:30:00", 6, 0, 0},
       // MT, and a sampling that counts as MT.
       {hour + "MTSR=1 HSMP=8 L2NS=0 L3NS=1 L4NS=16", 4, kMt, kMt},
