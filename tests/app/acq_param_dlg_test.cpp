@@ -1,15 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/widgets/acq_param_dlg.h"
 
-#include <gtest/gtest.h>
-
-#include <QComboBox>
-#include <QLineEdit>
-#include <QRadioButton>
 #include <QScrollBar>
-#include <QTest>
 
-#include "support/qt_print.h"
+#include "support/gui.h"
 #include "support/told.h"
 #include "ui/content_scroll_area.h"
 

@@ -1,23 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Broken files of every kind in the real windows: opened, looked at, converted, taken up after a
 // crash. None ends the program or lets it wait, and what is refused is told with the file's name.
-#include <gtest/gtest.h>
 #include <qcustomplot.h>
 
 #include <QAction>
-#include <QApplication>
-#include <QLabel>
-#include <QMessageBox>
-#include <QSettings>
-#include <QTest>
-#include <QTimer>
-#include <QTreeWidget>
-#include <algorithm>
 #include <cstdlib>
-#include <map>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "app/emergency_copy.h"
 #include "app/main_frame.h"
@@ -26,13 +14,12 @@
 #include "calibration/calibrated_spectra.h"
 #include "stepping/tfs_listing.h"
 #include "support/archive_bytes.h"
-#include "support/temp_dir.h"
+#include "support/gui.h"
 #include "table/tbl_file.h"
 #include "table/tbl_listing.h"
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
 #include "timeseries/ts_text.h"
-#include "ui/qt_path.h"
 
 namespace orvane::testing {
 namespace {

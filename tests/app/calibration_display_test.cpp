@@ -1,23 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calibration/widgets/calibration_display.h"
 
-#include <gtest/gtest.h>
 #include <qcustomplot.h>
-
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QTest>
-#include <QTimer>
-#include <cmath>
-#include <functional>
 
 #include "app/main_frame.h"
 #include "support/cal_bytes.h"
-#include "support/qt_print.h"
+#include "support/gui.h"
 #include "support/sweeps.h"
-#include "support/temp_dir.h"
 #include "ui/plot_theme.h"
-#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <gtest/gtest.h>
 
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
 #include <QToolButton>
 
 #include "app/qt_prompts.h"
 #include "editors/widgets/comm_dlg.h"
 #include "editors/widgets/sensor_dlg.h"
+#include "support/gui.h"
 #include "support/table_help.h"
 
 namespace orvane {

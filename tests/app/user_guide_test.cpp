@@ -1,21 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/user_guide.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <filesystem>
 
-#include "support/qt_print.h"
-#include "support/temp_dir.h"
+#include "support/gui.h"
 #include "support/told.h"
-#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 TEST(UserGuide, IsTheInstalledPageElseTheMarkdownElseTold) {
   const TempDir root;

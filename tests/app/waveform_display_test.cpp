@@ -1,37 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/widgets/waveform_display.h"
 
-#include <gtest/gtest.h>
 #include <qcustomplot.h>
 
-#include <QApplication>
-#include <QClipboard>
-#include <QMessageBox>
-#include <QSettings>
-#include <QTest>
-#include <QTimer>
 #include <atomic>
-#include <chrono>
 #include <new>
 #include <thread>
 
 #include "app/main_frame.h"
 #include "app/notice_label.h"
 #include "files/file_system.h"
+#include "support/gui.h"
 #include "support/tbl_bytes.h"
-#include "support/temp_dir.h"
 #include "timeseries/widgets/loading_strip.h"
 #include "ui/plot_theme.h"
-#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
-using testing::Little;
-using testing::Padded;
-using testing::RealBytes;
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 // Two channels of four scans, two a second, with samples that count up from `first`.
 std::string Record(int first, int status) {
@@ -53,8 +40,7 @@ class WaveformDisplay : public ::testing::Test {
   void SetUp() override {
     QSettings().clear();
     WriteAll(dir_ / "A.TSS", Record(1, 0) + Record(11, 0) + Record(21, 6));
-    WriteAll(dir_ / "A.TBL", Padded(std::string("\x03\0.TBL2%", 8), 32) +
-                                 Padded(Padded("FSCV", 16) + RealBytes(0), 32));
+    WriteAll(dir_ / "A.TBL", HeaderV2() + Padded(Padded("FSCV", 16) + RealBytes(0), 32));
     doc_.OnNewDocument();
     frame_.resize(900, 600);
     frame_.show();

@@ -1,18 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What is done for the crews' computers: the folders where they keep field files, and the type of
 // the tables. Both in places of the test's own.
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
 
 #include "app/field_folders.h"
 #include "app/file_type.h"
-#include "support/qt_print.h"
+#include "support/gui.h"
 #include "support/table_help.h"
-#include "support/temp_dir.h"
 #include "support/told.h"
-#include "ui/qt_path.h"
 
 namespace orvane::testing {
 namespace {

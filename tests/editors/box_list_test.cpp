@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/box_list.h"
 
-#include <gtest/gtest.h>
-
 #include "support/table_help.h"
 
 namespace orvane {
 namespace {
 
-using testing::SetAll;
-using testing::Values;
+using namespace testing;  // NOLINT: the builders
 
 TEST(BoxList, ListsTheBoxesThatHaveASerialNumber) {
   ParamTable table = testing::NewTable();

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/comm_forms.h"
 
-#include <gtest/gtest.h>
-
 #include "editors/box_status.h"
 #include "editors/sensor_forms.h"
 #include "support/table_help.h"
@@ -45,6 +43,15 @@ TEST_F(CommForms, TheHardwareTextDecidesWhatPowersThereAre) {
   Set("HW", "");
   EXPECT_EQ(RadioForm(&table_).EarlyChanges(), std::vector<std::string>{"HW"});
   EXPECT_EQ(Get("HW"), "K36W2");
+}
+
+TEST_F(CommForms, PortsThatNoServerHasAreCautioned) {
+  FtpForm form(&table_);
+  for (const auto& [port, is_port] : {std::pair("-1", false), std::pair("0", true),
+                                      std::pair("65535", true), std::pair("65536", false)}) {
+    form.Model().SetText(FtpForm::kPort, port);
+    EXPECT_EQ(form.Model().Caution(FtpForm::kPort).empty(), is_port) << port;
+  }
 }
 
 TEST_F(CommForms, TextsAreCutToWhatTheirKeysHold) {

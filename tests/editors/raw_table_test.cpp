@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/raw_table.h"
 
-#include <gtest/gtest.h>
-
 #include "editors/table_summary.h"
 #include "support/table_help.h"
 #include "support/tbl_bytes.h"

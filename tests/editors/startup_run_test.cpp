@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/startup_run.h"
 
-#include <gtest/gtest.h>
-
 #include "files/path_text.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
@@ -11,12 +9,7 @@
 namespace orvane {
 namespace {
 
-using testing::Changes;
-using testing::Get;
-using testing::NewTable;
-using testing::Set;
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 class StartupFiles : public ::testing::Test {
  protected:
@@ -82,6 +75,21 @@ TEST_F(StartupFiles, EditsGoIntoTheFileOnly) {
             "13 1 6 0.5 1.25 1203");
 }
 
+TEST_F(StartupFiles, WhateverLastsCountsAsAChangeAndAllFiveBoxesCount) {
+  testing::SetAll(&table_, "CHDEFTX=Tx LIFESTN=0 SN01=1 SN02=2 SN03=3 SN04=4 SN05=5");
+  ASSERT_EQ(StartupBoxes(table_).size(), 7U);
+  EXPECT_EQ(StoredSerial(table_, StartupBoxes(table_).back()), 5);
+  EXPECT_EQ(Values(StartupForm(&table_, {5}, {}).Derive(), "SNUM SN01 SN05"), "5 0 0");
+  for (const int control : {0, 1012, 1114, 1115, 1016}) {
+    ParamTable table = table_;
+    StartupForm form(&table, {StartupBox::kTransmitter}, {});
+    if (control != 0) {
+      form.Model().SetText(control, "7");
+    }
+    EXPECT_EQ(form.ApplyLasting(&table), control != 0) << control;
+  }
+}
+
 TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
   StartupRun run(&table_, {}, &answers_, dir_.Path());
   const auto at = [this](std::string_view name) { return PathText(dir_ / name); };
@@ -125,11 +133,13 @@ TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
             "1 of 1 files written, 1 box overwritten, 1 box skipped, 1 box without a file");
   std::string texts;
   for (const StartupOutcome& outcome : run.Outcomes()) {
-    texts += outcome.Text() + '|';
+    texts += outcome.Name() + ": " + outcome.Text() + '|';
   }
   EXPECT_EQ(texts,
-            "skipped|overwritten by auxiliary 1|written over the file of serial 24|"
-            "no file (after an empty place among the auxiliary boxes)|");
+            "transmitter monitor, serial 31: skipped|"
+            "main receiver, serial 24: overwritten by auxiliary 1|"
+            "auxiliary 1, serial 7: written over the file of serial 24|"
+            "auxiliary 3, serial 1207: no file (after an empty place among the auxiliary boxes)|");
 }
 
 TEST_F(StartupFiles, VersionAndModifiedMarkFollowTheAnswers) {

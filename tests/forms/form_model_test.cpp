@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/form_model.h"
 
-#include <gtest/gtest.h>
-
 #include "forms/early_writes.h"
 #include "support/table_help.h"
 #include "table/param_time.h"

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stepping/stepping_form.h"
 
-#include <gtest/gtest.h>
-
 #include "stepping/cycle_form.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
@@ -12,10 +10,7 @@
 namespace orvane {
 namespace {
 
-using testing::Get;
-using testing::ReadAll;
-using testing::Set;
-using testing::StepBytes;
+using namespace testing;  // NOLINT: the builders
 
 class Stepping : public ::testing::Test {
  protected:
@@ -99,7 +94,7 @@ TEST_F(Stepping, CalculatesFromWhatStandsInTheDialogAndExportsItsBytes) {
   form_.Model().SetText(stepping::kSeconds, "0");
   form_.Calculate();
   EXPECT_EQ(form_.StepText(0, SteppingForm::kWaveform), "EXTCLK") << "rejected: it stays";
-  EXPECT_NE(form_.EditFrequency(1, "3,5"), "");
+  EXPECT_NE(form_.EditFrequency(1, "3,5").find("Hz"), std::string::npos);
   form_.Commit();
   EXPECT_EQ(Get(table_, "FRQ2"), "7");
   EXPECT_EQ(form_.EditFrequency(1, "3.5"), "");
@@ -123,6 +118,7 @@ TEST_F(Stepping, ACellThatIsNotEditedKeepsItsNumberAndEditsAreKnown) {
   EXPECT_EQ(form_.EditStep(0, SteppingForm::kCurrent, "3.1"), "");
   EXPECT_TRUE(form_.HasEditedSteps());
   EXPECT_FALSE(form_.ExportFile("/nowhere/a.TFS"));
+  EXPECT_EQ(told_.notice, "/nowhere/a.TFS: No such file or directory");
   EXPECT_TRUE(form_.HasEditedSteps()) << "no file has them";
   ASSERT_TRUE(form_.ExportFile(dir_ / "a.TFS"));
   EXPECT_FALSE(form_.HasEditedSteps());
@@ -191,6 +187,7 @@ TEST_F(Stepping, CyclesBeginWhereTheTableStandsAndAreWrittenAtOnce) {
   cycle.Commit();
   EXPECT_EQ(RealOf(table_.FindParam("CRMX")->value), 3.14159265358979) << "all its digits";
   EXPECT_EQ(cycle.Limits().resistance, 75);
+  EXPECT_EQ(form_.EarlyChanges(), (std::vector<std::string>{"TTOT", "FCMX"}));
   form_.ApplyDefaults(cycle.Seconds());
   EXPECT_EQ(Steps(), 40U);
   EXPECT_EQ(form_.EarlyChanges().front(), "TTOT");

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/recording_size.h"
 
-#include <gtest/gtest.h>
-
 #include "support/table_help.h"
 #include "support/told.h"
 #include "table/param_time.h"

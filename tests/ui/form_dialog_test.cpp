@@ -1,18 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/form_dialog.h"
 
-#include <gtest/gtest.h>
-
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QToolTip>
-#include <QVBoxLayout>
-#include <memory>
-
 #include "support/assistive.h"
-#include "support/qt_print.h"
+#include "support/gui.h"
 #include "support/told.h"
 
 namespace orvane {
