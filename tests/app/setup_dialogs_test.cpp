@@ -38,37 +38,6 @@ TEST(SetupDialogs, TheCurrentSensorNeedsATypeAndASerialNumber) {
   EXPECT_EQ(testing::Get(table, "CSSN"), "12345678");
 }
 
-// Object names from the first focus on, as the tab key goes; only control numbers and
-// buttons. Of a group of radio buttons the tab key reaches one once it has the focus.
-std::string TabOrder(QDialog* dialog) {
-  dialog->show();
-  std::string order;
-  QWidget* const first = dialog->focusWidget();
-  QWidget* widget = first;
-  do {
-    if ((widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->objectName().isEmpty()) {
-      order += widget->objectName().toStdString() + ' ';
-    }
-    widget = widget->nextInFocusChain();
-  } while (widget != first);
-  return order;
-}
-
-TEST(SetupDialogs, TheTabKeyFollowsTheLayout) {
-  ParamTable table = testing::NewTable();
-  QtPrompts prompts;
-  RadioForm radio(&table);
-  radio.Open();
-  CRadioDlg radio_dialog(&radio, &prompts, nullptr);
-  EXPECT_EQ(TabOrder(&radio_dialog),
-            "1002 1006 1007 1008 1266 1010 1011 1012 1013 1014 1015 1009 1 2 ");
-  FtpForm ftp(&table);
-  ftp.Open();
-  CFtpDlg ftp_dialog(&ftp, &prompts, nullptr);
-  EXPECT_EQ(TabOrder(&ftp_dialog),
-            "1281 1283 1284 1290 1291 1292 show1292 1285 1286 1287 1288 1289 1 2 ");
-}
-
 TEST(SetupDialogs, PasswordsShowOnDemandAndTextsAreCounted) {
   ParamTable table = testing::NewTable();
   QtPrompts prompts;
