@@ -8,13 +8,12 @@
 #include <random>
 
 #include "app/emergency_copy.h"
-#include "app/main_frame.h"
 #include "calibration/archive/archive.h"
 #include "calibration/cal_text.h"
 #include "calibration/calibrated_spectra.h"
 #include "stepping/tfs_listing.h"
 #include "support/archive_bytes.h"
-#include "support/gui.h"
+#include "support/frame_test.h"
 #include "table/tbl_file.h"
 #include "table/tbl_listing.h"
 #include "timeseries/restack.h"
@@ -88,7 +87,7 @@ class Breaker {
   std::mt19937 random_{kSeed};
 };
 
-class BrokenFiles : public ::testing::Test {
+class BrokenFiles : public testing::FrameTest {
  protected:
   void SetUp() override {
     QSettings().clear();
@@ -202,18 +201,12 @@ class BrokenFiles : public ::testing::Test {
     }
   }
 
-  TempDir dir_;
   Breaker breaker_;
   QTimer answers_;
   int refused_ = 0;
   int shown_ = 0;
   QString said_;
   QStringList rows_;
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
-  CMainFrame frame_{&doc_, &prompts_, &notices_};
   UtilityCommands utilities_{&doc_, &prompts_, &notices_, &frame_};
 };
 

@@ -3,9 +3,8 @@
 
 #include <qcustomplot.h>
 
-#include "app/main_frame.h"
 #include "support/cal_bytes.h"
-#include "support/gui.h"
+#include "support/frame_test.h"
 #include "support/sweeps.h"
 #include "ui/plot_theme.h"
 
@@ -14,7 +13,7 @@ namespace {
 
 using namespace testing;  // NOLINT: the builders
 
-class CalibrationDisplayTest : public ::testing::Test {
+class CalibrationDisplayTest : public testing::FrameTest {
  protected:
   CalibrationDisplayTest() {
     std::string bytes = CalHeaderBytes(1, 3);
@@ -42,13 +41,6 @@ class CalibrationDisplayTest : public ::testing::Test {
     });
     timer->start(5);
   }
-
-  TempDir dir_;
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
-  CMainFrame frame_{&doc_, &prompts_, &notices_};
 };
 
 TEST_F(CalibrationDisplayTest, StepsBySelectionKeysAndToolBarAndGoesWithEscape) {

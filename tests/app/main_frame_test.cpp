@@ -7,10 +7,9 @@
 #include <QStyle>
 #include <QToolBar>
 
-#include "app/main_frame.h"
 #include "editors/widgets/param_table_dlg.h"
 #include "files/path_text.h"
-#include "support/gui.h"
+#include "support/frame_test.h"
 #include "support/tbl_bytes.h"
 #include "ui/plot_theme.h"
 
@@ -54,7 +53,7 @@ void Type(QWidget* widget, const QString& text) {
   }
 }
 
-class MainFrame : public ::testing::Test {
+class MainFrame : public testing::DocTest {
  protected:
   void SetUp() override {
     QSettings().clear();
@@ -69,11 +68,6 @@ class MainFrame : public ::testing::Test {
     WriteAll(dir_ / name, HeaderV2() + RecordV2("TECH", 0, IntPT, std::string(1, tech)));
   }
 
-  TempDir dir_;
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
   std::unique_ptr<CMainFrame> frame_;
 };
 

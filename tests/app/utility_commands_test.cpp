@@ -6,7 +6,7 @@
 #include <tuple>
 
 #include "app/qt_prompts.h"
-#include "support/gui.h"
+#include "support/frame_test.h"
 #include "support/recording_help.h"
 #include "support/sweeps.h"
 #include "support/tbl_bytes.h"
@@ -24,7 +24,7 @@ using namespace testing;  // NOLINT: the builders
 constexpr Utility kListing = {"Convert", "Tbl Files (*.tbl)|*.tbl||", "",
                               "%d files are converted to ASCII file!", 1};
 
-class UtilityCommandsTest : public ::testing::Test {
+class UtilityCommandsTest : public testing::DocTest {
  protected:
   void SetUp() override {
     utilities_.SetEditor(TextEditor([this](const QString&, const QStringList& arguments) {
@@ -89,11 +89,6 @@ class UtilityCommandsTest : public ::testing::Test {
     Answer([&] { utilities_.Convert(kListing, TblListing(), std::move(files)); });
   }
 
-  TempDir dir_;
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
   UtilityCommands utilities_{&doc_, &prompts_, &notices_, nullptr};
   bool has_editor_ = true;
   QString chosen_;

@@ -7,10 +7,9 @@
 #include <new>
 #include <thread>
 
-#include "app/main_frame.h"
 #include "app/notice_label.h"
 #include "files/file_system.h"
-#include "support/gui.h"
+#include "support/frame_test.h"
 #include "support/tbl_bytes.h"
 #include "timeseries/widgets/loading_strip.h"
 #include "ui/plot_theme.h"
@@ -35,7 +34,7 @@ std::string Record(int first, int status) {
   return record;
 }
 
-class WaveformDisplay : public ::testing::Test {
+class WaveformDisplay : public testing::FrameTest {
  protected:
   void SetUp() override {
     QSettings().clear();
@@ -64,13 +63,7 @@ class WaveformDisplay : public ::testing::Test {
   CWaveformDisplay* Display() { return qobject_cast<CWaveformDisplay*>(frame_.Display()); }
   QAction* Action(const char* name) { return Display()->findChild<QAction*>(QLatin1String(name)); }
 
-  TempDir dir_;
   Qt::Key key_ = Qt::Key_Return;  // that answers boxes
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
-  CMainFrame frame_{&doc_, &prompts_, &notices_};
 };
 
 TEST_F(WaveformDisplay, StepsThroughTheRecordsAndGivesTheTableBack) {

@@ -306,9 +306,7 @@ TEST(EveryForm, HasFieldsThatFitTheirKeysAndChoices) {
       }
       EXPECT_EQ(std::string(field.key), ParamKey(field.key).Text()) << "as it is stored";
       EXPECT_FALSE(field.label.empty());
-      if (HasIndex(field.widget) && field.widget != Widget::kCheck) {
-        EXPECT_FALSE(field.choices.empty());
-      }
+      EXPECT_EQ(HasIndex(field.widget) && field.choices.empty(), field.widget == Widget::kCheck);
       if (field.codec.kind == CodecKind::kMap) {
         EXPECT_EQ(field.codec.map.size(), field.choices.size());
       }

@@ -19,13 +19,6 @@ class Stepping : public ::testing::Test {
     Set(&table_, "AUTO", FormatInt(stepping));
     form_.Open();
   }
-  std::string Values(std::initializer_list<const char*> keys) const {
-    std::string text;
-    for (const char* key : keys) {
-      text += Get(table_, key) + " ";
-    }
-    return text;
-  }
   std::size_t Steps() const { return WrittenRows(form_.Schedule()).size(); }
 
   ParamTable table_ = testing::NewTable();
@@ -99,7 +92,7 @@ TEST_F(Stepping, CalculatesFromWhatStandsInTheDialogAndExportsItsBytes) {
   EXPECT_EQ(Get(table_, "FRQ2"), "7");
   EXPECT_EQ(form_.EditFrequency(1, "3.5"), "");
   form_.Commit();
-  EXPECT_EQ(Values({"FRQ0", "FRQ1", "FRQ2", "FEND", "TPFR"}), "10.12345679 3.5 0 9 0 ");
+  EXPECT_EQ(Values(table_, "FRQ0 FRQ1 FRQ2 FEND TPFR"), "10.12345679 3.5 0 9 0");
 }
 
 TEST_F(Stepping, ACellThatIsNotEditedKeepsItsNumberAndEditsAreKnown) {
@@ -150,10 +143,10 @@ TEST_F(Stepping, OpensFilesAndTellsOfThem) {
 
 TEST_F(Stepping, DefaultsOfTheTimeDomain) {
   const std::tuple<int, const char*, const char*, const char*> kCases[] = {
-      {kTdip, "60", "13", "0 1 16 0 0.125 5 "},
-      {kTdem, "60", "13", "0 4 21 0 0.0625 5 "},
-      {kTdem, "50", "1", "0 4 21 0 25 5 "},
-      {kTdem, "60", "1", "0 4 21 0 30 5 "}};
+      {kTdip, "60", "13", "0 1 16 0 0.125 5"},
+      {kTdem, "60", "13", "0 4 21 0 0.0625 5"},
+      {kTdem, "50", "1", "0 4 21 0 25 5"},
+      {kTdem, "60", "1", "0 4 21 0 30 5"}};
   for (const auto& [tech, line, array, written] : kCases) {
     table_ = testing::NewTable();
     Set(&table_, "LFRQ", line);
@@ -161,7 +154,7 @@ TEST_F(Stepping, DefaultsOfTheTimeDomain) {
     Set(&table_, "FDRIFT", "3");
     Open(tech, 1);
     form_.ApplyDefaults(0);
-    EXPECT_EQ(Values({"FDRIFT", "WFRM", "NUMITEM", "AUTO", "FREQ", "CREQ"}), written);
+    EXPECT_EQ(Values(table_, "FDRIFT WFRM NUMITEM AUTO FREQ CREQ"), written);
     EXPECT_FALSE(form_.Windows().empty());
   }
 }
