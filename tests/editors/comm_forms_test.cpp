@@ -84,22 +84,17 @@ TEST_F(CommForms, AChainWithoutAnEndStaysUntilANewTextIsEntered) {
 }
 
 TEST_F(CommForms, NominalGainAndAmplitudeTellTheCurrentSensor) {
-  struct Case {
-    const char* gain;
-    const char* amplitude;
-    int type;
-    const char* caption;  // of button 1045
-  };
-  for (const Case& test : {Case{"100.0005", "-0.05", 0, "x16   ( 0 - 1.56A )"},
-                           Case{"5", "-0.1009", 1, "x16   ( 0 - 31.25A )"},
-                           Case{"100.01", "-0.05", -1, "x16"}, Case{"5", "-0.05", -1, "x16"}}) {
-    SCOPED_TRACE(test.gain);
-    Set("CNOM", test.gain);
-    Set("CAMP", test.amplitude);
+  for (const auto& [gain, amplitude, type, caption] :
+       {std::tuple("100.0005", "-0.05", 0, "x16   ( 0 - 1.56A )"),
+        std::tuple("5", "-0.1009", 1, "x16   ( 0 - 31.25A )"),
+        std::tuple("100.01", "-0.05", -1, "x16"), std::tuple("5", "-0.05", -1, "x16")}) {
+    SCOPED_TRACE(gain);
+    Set("CNOM", gain);
+    Set("CAMP", amplitude);
     CurrentSensorForm form(&table_);
     form.Open();
-    EXPECT_EQ(form.Model().Index(CurrentSensorForm::kType), test.type);
-    EXPECT_EQ(form.Model().ButtonCaption(1045), test.caption);
+    EXPECT_EQ(form.Model().Index(CurrentSensorForm::kType), type);
+    EXPECT_EQ(form.Model().ButtonCaption(1045), caption);
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include "forms/early_writes.h"
 #include "support/table_help.h"
+#include "support/tbl_bytes.h"
 #include "table/param_time.h"
 
 namespace orvane {
@@ -245,6 +246,10 @@ TEST_F(Form, TellsItsListenerAndSkipsMissingKeys) {
   EXPECT_FALSE(form_.IsEnabled(12));
   EXPECT_TRUE(form_.IsEnabled(11));
 
+  ParamTable part = testing::Built({testing::Entry("SRVY1", StrPT, 0, "piece")});
+  FormModel of_part(&part, kFields);
+  of_part.ReadAll();
+  EXPECT_EQ(of_part.Text(5), "") << "of four";
   ParamTable empty{std::span<const ParamEntry>()};
   ASSERT_EQ(empty.BuildParamIndex(), kOk);
   FormModel form(&empty, kFields);

@@ -71,7 +71,7 @@ TEST_F(Stepping, CalculatesFromWhatStandsInTheDialogAndExportsItsBytes) {
   EXPECT_EQ(ReadAll(dir_ / "a.TFS"), StepBytes(30, 4, 10.123456789012345, 4));
   EXPECT_EQ(Get(table_, "FEND"), "0");
 
-  EXPECT_NE(form_.EditStep(0, SteppingForm::kCurrent, "2,5"), "");
+  EXPECT_NE(form_.EditStep(0, SteppingForm::kCurrent, "2,5").find(" in A "), std::string::npos);
   EXPECT_NE(form_.EditStep(0, SteppingForm::kEndTime, "30.5"), "");
   EXPECT_NE(form_.EditStep(0, SteppingForm::kWaveform, "13"), "");
   EXPECT_EQ(form_.InsertStep(0), "");
