@@ -151,7 +151,8 @@ bool FieldDisplays::OpenCalibration(const QString& path) {
   }
   CCalibrationDisplay* shown = display.release();
   Show(shown);
-  connect(shown, &CCalibrationDisplay::rangesRequested, this, &FieldDisplays::EditCalibrationRanges);
+  connect(shown, &CCalibrationDisplay::rangesRequested, this,
+          &FieldDisplays::EditCalibrationRanges);
   shown->ShowView();
   return true;
 }

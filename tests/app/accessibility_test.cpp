@@ -1,48 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What people need who use keyboard, screen reader or a weak screen, in every window there is.
-#include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QApplication>
 #include <QButtonGroup>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QContextMenuEvent>
-#include <QFile>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenuBar>
 #include <QPainter>
-#include <QProcess>
-#include <QRadioButton>
 #include <QRegularExpression>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QTabBar>
-#include <QTest>
-#include <QTimer>
-#include <algorithm>
-#include <cmath>
-#include <map>
-#include <memory>
-#include <set>
-#include <string>
-#include <vector>
 
 #include "editors/widgets/startup_dlg.h"
 #include "every_window.h"
 #include "response/widgets/calibration_display.h"
 #include "support/assistive.h"
-#include "support/qt_print.h"
-#include "support/temp_dir.h"
+#include "support/gui.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "ui/byte_text.h"
 #include "ui/form_dialog.h"
 #include "ui/grid_ctrl.h"
 #include "ui/plot_theme.h"
-#include "ui/qt_path.h"
 #include "ui/theme_style.h"
 #include "ui/themes.h"
 

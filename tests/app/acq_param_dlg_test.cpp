@@ -1,32 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/widgets/acq_param_dlg.h"
 
-#include <gtest/gtest.h>
-
-#include <QComboBox>
-#include <QLineEdit>
-#include <QRadioButton>
 #include <QScrollBar>
-#include <QTest>
 
-#include "support/qt_print.h"
+#include "support/gui.h"
+#include "support/told.h"
 #include "ui/content_scroll_area.h"
 
 namespace orvane {
 namespace {
-
-class FixedClock : public Clock {
- public:
-  ParamTime Now() const override { return {0, 0, 8, 21, 11, 26, 6, 20}; }
-};
-
-class Warnings : public Prompts {
- public:
-  Answer AskYesNo(const std::string&, const std::string&) override { return Answer::kNo; }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
-  void ShowWarning(const std::string&, const std::string& text) override { shown = text; }
-  std::string shown;
-};
 
 class AcqParamDlg : public ::testing::Test {
  protected:
@@ -54,10 +36,10 @@ class AcqParamDlg : public ::testing::Test {
     return number;
   }
 
-  FixedClock now_;
+  testing::FixedClock now_;
   ParamTable table_;
   AcqForm form_{&table_, &now_};
-  Warnings warnings_;
+  testing::Told warnings_;
   std::unique_ptr<CAcqParamDlg> dialog_;
 };
 
@@ -142,7 +124,7 @@ TEST_F(AcqParamDlg, MorningOfAnMtCrew) {
   EXPECT_EQ(Find<QLineEdit>(acq::kHighEnd)->text(), QStringLiteral("2027/11/21 00:00:00"));
   Type(acq::kChannels, "21");
   Find(acq::kCalcSpace)->click();
-  EXPECT_EQ(warnings_.shown, "Channels: Enter an integer between 1 and 20.");
+  EXPECT_EQ(warnings_.warning, "Orvane: Channels: Enter an integer between 1 and 20.");
   EXPECT_EQ(form_.EarlyChanges(),
             (std::vector<std::string>{"CHHX", "CHHY", "CHHZ", "GFC1", "GFC2", "GFC3", "GFC4",
                                       "GFC5", "GFC6", "GFC7", "GFC8"}))
@@ -166,7 +148,8 @@ TEST_F(AcqParamDlg, FitsAFieldLaptop) {
   Find(acq::kMtAmtFunction)->click();
   Type(acq::kSlotLength, "0");
   dialog_->accept();
-  EXPECT_EQ(warnings_.shown, "Time slot length (s): Enter an integer between 1 and 3600.");
+  EXPECT_EQ(warnings_.warning,
+            "Orvane: Time slot length (s): Enter an integer between 1 and 3600.");
   EXPECT_FALSE(Find<QWidget>(acq::kSlotLength)->visibleRegion().isEmpty()) << "scrolled to";
 }
 

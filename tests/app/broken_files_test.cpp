@@ -1,38 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Broken files of every kind in the real windows: opened, looked at, converted, taken up after a
 // crash. None ends the program or lets it wait, and what is refused is told with the file's name.
-#include <gtest/gtest.h>
 #include <qcustomplot.h>
 
 #include <QAction>
-#include <QApplication>
-#include <QLabel>
-#include <QMessageBox>
-#include <QSettings>
-#include <QTest>
-#include <QTimer>
-#include <QTreeWidget>
-#include <algorithm>
 #include <cstdlib>
-#include <map>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "app/emergency_copy.h"
-#include "app/main_frame.h"
 #include "calibration/archive/archive.h"
 #include "calibration/cal_text.h"
 #include "spectra/calibrated_spectra.h"
 #include "stepping/tfs_listing.h"
 #include "support/archive_bytes.h"
-#include "support/temp_dir.h"
+#include "support/frame_test.h"
 #include "table/tbl_file.h"
 #include "table/tbl_listing.h"
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
 #include "timeseries/ts_text.h"
-#include "ui/qt_path.h"
 
 namespace orvane::testing {
 namespace {
@@ -101,7 +87,7 @@ class Breaker {
   std::mt19937 random_{kSeed};
 };
 
-class BrokenFiles : public ::testing::Test {
+class BrokenFiles : public testing::FrameTest {
  protected:
   void SetUp() override {
     QSettings().clear();
@@ -215,18 +201,12 @@ class BrokenFiles : public ::testing::Test {
     }
   }
 
-  TempDir dir_;
   Breaker breaker_;
   QTimer answers_;
   int refused_ = 0;
   int shown_ = 0;
   QString said_;
   QStringList rows_;
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
-  CMainFrame frame_{&doc_, &prompts_, &notices_};
   UtilityCommands utilities_{&doc_, &prompts_, &notices_, &frame_};
 };
 

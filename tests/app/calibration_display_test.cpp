@@ -1,30 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "response/widgets/calibration_display.h"
 
-#include <gtest/gtest.h>
 #include <qcustomplot.h>
 
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QTest>
-#include <QTimer>
-#include <cmath>
-#include <functional>
-
-#include "app/main_frame.h"
 #include "support/cal_bytes.h"
-#include "support/qt_print.h"
+#include "support/frame_test.h"
 #include "support/sweeps.h"
-#include "support/temp_dir.h"
 #include "ui/plot_theme.h"
-#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
 using namespace testing;  // NOLINT: the builders
 
-class CalibrationDisplayTest : public ::testing::Test {
+class CalibrationDisplayTest : public testing::FrameTest {
  protected:
   CalibrationDisplayTest() {
     std::string bytes = CalHeaderBytes(1, 3);
@@ -52,13 +41,6 @@ class CalibrationDisplayTest : public ::testing::Test {
     });
     timer->start(5);
   }
-
-  TempDir dir_;
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
-  CMainFrame frame_{&doc_, &prompts_, &notices_};
 };
 
 TEST_F(CalibrationDisplayTest, StepsBySelectionKeysAndToolBarAndGoesWithEscape) {

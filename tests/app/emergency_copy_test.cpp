@@ -1,24 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/emergency_copy.h"
 
-#include <gtest/gtest.h>
-
 #include <QDate>
-#include <QFileInfo>
-#include <QProcess>
-#include <QTest>
-#include <chrono>
 #include <cstdlib>
-#include <functional>
-#include <memory>
 
 #include "files/path_text.h"
-#include "support/qt_print.h"
+#include "support/gui.h"
 #include "support/table_help.h"
 #include "support/tbl_bytes.h"
-#include "support/temp_dir.h"
 #include "table/tbl_file.h"
-#include "ui/qt_path.h"
 
 namespace orvane::testing {
 namespace {

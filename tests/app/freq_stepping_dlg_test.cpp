@@ -1,24 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stepping/widgets/freq_stepping_dlg.h"
 
-#include <gtest/gtest.h>
-
-#include <QComboBox>
 #include <QCompleter>
-#include <QLineEdit>
-#include <QTest>
-#include <QTimer>
 
 #include "stepping/widgets/stepping_cycle_dlg.h"
-#include "support/qt_print.h"
+#include "support/gui.h"
 #include "support/table_help.h"
 #include "support/told.h"
 
 namespace orvane {
 namespace {
 
-using testing::Get;
-using testing::Set;
+using namespace testing;  // NOLINT: the builders
 
 class FreqSteppingDlg : public ::testing::Test {
  protected:

@@ -1,60 +1,52 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The windows as users meet them: by keyboard, by name and by assistive tools.
-#include <gtest/gtest.h>
 
-#include <QAccessible>
-#include <QApplication>
-#include <QCheckBox>
-#include <QClipboard>
-#include <QDropEvent>
-#include <QFileDialog>
 #include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QMimeData>
 #include <QPointer>
-#include <QPushButton>
-#include <QSettings>
 #include <QStatusBar>
 #include <QStyle>
-#include <QTest>
-#include <QTimer>
 #include <QToolBar>
-#include <QTreeWidget>
-#include <functional>
 
-#include "app/main_frame.h"
 #include "editors/acq_fields.h"
 #include "editors/site_forms.h"
 #include "editors/widgets/param_table_dlg.h"
 #include "editors/widgets/spread_panel.h"
 #include "editors/widgets/startup_dlg.h"
 #include "files/path_text.h"
-#include "support/qt_print.h"
-#include "support/temp_dir.h"
+#include "support/frame_test.h"
+#include "support/tbl_bytes.h"
 #include "ui/plot_theme.h"
-#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
-using testing::ReadAll;
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
-// Runs `act` once a modal window is open; false if none opened.
-void WithModal(const std::function<void(QWidget*)>& act, const std::function<void()>& start) {
-  bool is_done = false;
-  QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, [&] {
-    if (QWidget* window = QApplication::activeModalWidget(); window != nullptr && !is_done) {
-      is_done = true;
-      act(window);
+// Answers the windows that come up, in order, each once; returns their titles.
+QStringList WithWindows(const std::vector<std::function<void(QWidget*)>>& acts,
+                        const std::function<void()>& start) {
+  QStringList titles;
+  QPointer<QWidget> last;
+  QObject context;  // what is still to come ends with it
+  std::function<void()> look = [&] {
+    // Anew each time: a timer does not fire again while its own call opens a window.
+    QTimer::singleShot(5, &context, look);
+    QWidget* window = QApplication::activeModalWidget();
+    const auto at = static_cast<std::size_t>(titles.size());
+    if (window != nullptr && window != last && at < acts.size()) {
+      last = window;
+      titles << window->windowTitle();
+      acts[at](window);
     }
-  });
-  timer.start(5);
+  };
+  look();
   start();
-  EXPECT_TRUE(is_done) << "no window was shown";
+  return titles;
+}
+
+// Runs `act` on the window that opens.
+void WithModal(const std::function<void(QWidget*)>& act, const std::function<void()>& start) {
+  EXPECT_EQ(WithWindows({act}, start).size(), 1) << "no window was shown";
 }
 
 // Types characters that QTest has no key for.
@@ -65,7 +57,7 @@ void Type(QWidget* widget, const QString& text) {
   }
 }
 
-class MainFrame : public ::testing::Test {
+class MainFrame : public testing::DocTest {
  protected:
   void SetUp() override {
     QSettings().clear();
@@ -77,20 +69,9 @@ class MainFrame : public ::testing::Test {
   QString Path(const char* name) const { return QString::fromStdString((dir_ / name).string()); }
   QString Notice() const { return frame_->findChild<QLabel*>(QStringLiteral("notice"))->text(); }
   void WriteTable(const char* name, char tech) const {
-    std::string header("\x03\0.TBL2%", 8);
-    header.resize(32);
-    std::string record = "TECH";
-    record.resize(16);
-    record += tech;
-    record.resize(32);
-    WriteAll(dir_ / name, header + record);
+    WriteAll(dir_ / name, HeaderV2() + RecordV2("TECH", 0, IntPT, std::string(1, tech)));
   }
 
-  TempDir dir_;
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
   std::unique_ptr<CMainFrame> frame_;
 };
 
@@ -287,28 +268,6 @@ TEST_F(MainFrame, AsksBeforeClosingAndTakesDroppedFiles) {
   WithModal(
       [](QWidget* window) { static_cast<QMessageBox*>(window)->button(QMessageBox::No)->click(); },
       [this] { EXPECT_TRUE(frame_->close()); });
-}
-
-// Answers the windows that come up, in order, each once; returns their titles.
-QStringList WithWindows(const std::vector<std::function<void(QWidget*)>>& acts,
-                        const std::function<void()>& start) {
-  QStringList titles;
-  QPointer<QWidget> last;
-  QObject context;  // what is still to come ends with it
-  std::function<void()> look = [&] {
-    // Anew each time: a timer does not fire again while its own call opens a window.
-    QTimer::singleShot(5, &context, look);
-    QWidget* window = QApplication::activeModalWidget();
-    const auto at = static_cast<std::size_t>(titles.size());
-    if (window != nullptr && window != last && at < acts.size()) {
-      last = window;
-      titles << window->windowTitle();
-      acts[at](window);
-    }
-  };
-  look();
-  start();
-  return titles;
 }
 
 void Accept(QWidget* window) { static_cast<QDialog*>(window)->accept(); }

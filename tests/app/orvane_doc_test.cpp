@@ -1,25 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/orvane_doc.h"
 
-#include <gtest/gtest.h>
-
-#include <QFileInfo>
-
 #include <cerrno>
-#include <chrono>
-#include <functional>
 #include <utility>
 
 #include "files/file_io.h"
-#include "support/qt_print.h"
-#include "support/temp_dir.h"
+#include "support/gui.h"
+#include "support/tbl_bytes.h"
+#include "support/told.h"
 
 namespace orvane {
 namespace {
 
-using testing::ReadAll;
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 class FakePrompts : public Prompts {
  public:
@@ -59,22 +52,8 @@ class FakePrompts : public Prompts {
   bool exists_when_asked = false;
 };
 
-class FakeNotices : public Notices {
- public:
-  void ShowNotice(const std::string& text) override { last = text; }
-  std::string last;
-};
-
-std::string Record(std::string key, char type, std::string value) {
-  key.resize(15);
-  value.resize(16);
-  return key + type + value;
-}
-
-std::string Header() {
-  std::string header("\x03\0.TBL2%", 8);
-  header.resize(32);
-  return header;
+std::string Record(const std::string& key, char type, const std::string& value) {
+  return RecordV2(key, 0, static_cast<std::uint8_t>(type), value);
 }
 
 class OrvaneDoc : public ::testing::Test {
@@ -97,7 +76,7 @@ class OrvaneDoc : public ::testing::Test {
   TempDir dir_;
   ParamTable table_;
   FakePrompts prompts_;
-  FakeNotices notices_;
+  Told notices_;
   COrvaneDoc doc_{&table_, &prompts_, &notices_};
 };
 
@@ -110,41 +89,41 @@ TEST_F(OrvaneDoc, NewSetsStartingValuesAndKeepsTheRest) {
   double gain = 0;
   EXPECT_EQ(table_.GetParam("GFC8", FltPT, &gain), kOk);
   EXPECT_EQ(gain, 1.0);
-  EXPECT_EQ(notices_.last, "");
+  EXPECT_EQ(notices_.notice, "");
 
   Set("LPFR", 20);
   Set("SNUM", 1234);
   EXPECT_TRUE(doc_.OnNewDocument());
   EXPECT_EQ(Int("LPFR"), 18);
   EXPECT_EQ(Int("SNUM"), 1234);
-  EXPECT_NE(notices_.last.find("keep their previous values"), std::string::npos);
+  EXPECT_NE(notices_.notice.find("keep their previous values"), std::string::npos);
   EXPECT_FALSE(doc_.IsModified());
 }
 
 TEST_F(OrvaneDoc, OpenLoadsOntoWhatIsThere) {
   Set("SNUM", 77);
-  WriteAll(dir_ / "part.tbl", Header() + Record("LFRQ", 0, "\x32"));
+  WriteAll(dir_ / "part.tbl", HeaderV2() + Record("LFRQ", 0, "\x32"));
   EXPECT_TRUE(doc_.OnOpenDocument(Path("part.tbl")));
   EXPECT_EQ(Int("LFRQ"), 50);
   EXPECT_EQ(Int("SNUM"), 77);
   EXPECT_EQ(Int("TECH"), 5) << "a file without the method";
-  EXPECT_EQ(notices_.last, "Loaded 1 of 719 parameters; the others keep their previous values");
+  EXPECT_EQ(notices_.notice, "Loaded 1 of 719 parameters; the others keep their previous values");
   EXPECT_EQ(doc_.Title(), QStringLiteral("part.tbl"));
   EXPECT_FALSE(doc_.IsModified());
 }
 
 TEST_F(OrvaneDoc, AFailedOpenChangesNothing) {
-  WriteAll(dir_ / "good.tbl", Header() + Record("TECH", 0, "\x03"));
+  WriteAll(dir_ / "good.tbl", HeaderV2() + Record("TECH", 0, "\x03"));
   WriteAll(dir_ / "bad.tbl", std::string(100, 'x'));
   ASSERT_TRUE(doc_.OnOpenDocument(Path("good.tbl")));
   EXPECT_FALSE(doc_.OnOpenDocument(Path("bad.tbl")));
   EXPECT_EQ(Int("TECH"), 3);
-  EXPECT_EQ(notices_.last, (dir_ / "bad.tbl").string() + ": not a TBL file (174)");
-  WriteAll(dir_ / "large.tbl", Header() + Record("TECH", 0, "\x04"));
+  EXPECT_EQ(notices_.notice, (dir_ / "bad.tbl").string() + ": not a TBL file (174)");
+  WriteAll(dir_ / "large.tbl", HeaderV2() + Record("TECH", 0, "\x04"));
   std::filesystem::resize_file(dir_ / "large.tbl", (std::uintmax_t{64} << 20U) + 1);
   EXPECT_FALSE(doc_.OnOpenDocument(Path("large.tbl")));
   EXPECT_EQ(Int("TECH"), 3);
-  EXPECT_NE(notices_.last.find("larger than 64 MB"), std::string::npos);
+  EXPECT_NE(notices_.notice.find("larger than 64 MB"), std::string::npos);
   EXPECT_TRUE(prompts_.warned.empty()) << "told in the status bar, not in a box";
   EXPECT_FALSE(doc_.IsModified());
   EXPECT_EQ(QFileInfo(doc_.Path()), QFileInfo(Path("good.tbl")));
@@ -247,9 +226,9 @@ TEST_F(OrvaneDoc, AVersion1FileIsSavedAsVersion2AndSaidSo) {
   EXPECT_EQ(Int("TECH"), 4);
   EXPECT_TRUE(doc_.OnSaveDocument(Path("one.tbl")));
   EXPECT_EQ(ReadAll(dir_ / "one.tbl").size(), 23040U);
-  EXPECT_NE(notices_.last.find("version 2"), std::string::npos);
+  EXPECT_NE(notices_.notice.find("version 2"), std::string::npos);
   EXPECT_TRUE(doc_.OnSaveDocument(Path("one.tbl")));
-  EXPECT_EQ(notices_.last.find("version 2"), std::string::npos) << "said once";
+  EXPECT_EQ(notices_.notice.find("version 2"), std::string::npos) << "said once";
 }
 
 // What others do to a file of which TECH, LFRQ and SNUM were edited here.
@@ -257,7 +236,7 @@ TEST_F(OrvaneDoc, AsksBeforeWhatOthersWroteIsLost) {
   namespace fs = std::filesystem;
   const fs::path file = dir_ / "a.tbl";
   const auto table = [](const char* tech, const char* lfrq, const char* site) {
-    return Header() + Record("TECH", 0, tech) + Record("LFRQ", 0, lfrq) + Record("SITE", 2, site);
+    return HeaderV2() + Record("TECH", 0, tech) + Record("LFRQ", 0, lfrq) + Record("SITE", 2, site);
   };
   const auto write = [&](const std::string& bytes) { WriteAll(file, bytes); };
   struct Case {
@@ -344,7 +323,7 @@ TEST_F(OrvaneDoc, LoadsTheirsKeepsMineAndWritesNothingForNothing) {
   std::filesystem::last_write_time(file, old);
   EXPECT_TRUE(doc_.OnSave());
   EXPECT_EQ(std::filesystem::last_write_time(file), old) << "nothing to save";
-  EXPECT_EQ(notices_.last, "Nothing to save: a.tbl already holds these values");
+  EXPECT_EQ(notices_.notice, "Nothing to save: a.tbl already holds these values");
   EXPECT_TRUE(doc_.OnSaveDocument(Path("a.tbl")));
   EXPECT_NE(std::filesystem::last_write_time(file), old) << "Save As writes";
   Set("TBVO", 1);
@@ -358,7 +337,7 @@ TEST_F(OrvaneDoc, LoadsTheirsKeepsMineAndWritesNothingForNothing) {
   EXPECT_TRUE(doc_.OnSave());
   EXPECT_EQ(ReadAll(file).size(), 23040U);
 
-  const std::string theirs = Header() + Record("TECH", 0, "\x03");
+  const std::string theirs = HeaderV2() + Record("TECH", 0, "\x03");
   WriteAll(file, theirs);
   Set("SNUM", 5);
   EXPECT_FALSE(doc_.OnReload()) << "would lose a change";
@@ -370,7 +349,7 @@ TEST_F(OrvaneDoc, LoadsTheirsKeepsMineAndWritesNothingForNothing) {
   EXPECT_FALSE(doc_.IsModified());
 
   prompts_.asked.clear();
-  WriteAll(file, Header() + Record("TECH", 0, "\x05"));
+  WriteAll(file, HeaderV2() + Record("TECH", 0, "\x05"));
   doc_.KeepMine();
   EXPECT_TRUE(doc_.IsModified());
   EXPECT_EQ(doc_.LookAtFile(), FileChange::kUnchanged) << "decided";
@@ -392,7 +371,7 @@ TEST_F(OrvaneDoc, OnlyWaveformNamesReachTheWaveformLoader) {
     return true;
   });
   for (const char* name : {"a.tbl", "a.tss", "b.TSS", "c.ts1", "tss", "d.tss.tbl"}) {
-    WriteAll(dir_ / name, Header() + Record("TECH", 0, "\x03"));
+    WriteAll(dir_ / name, HeaderV2() + Record("TECH", 0, "\x03"));
     EXPECT_TRUE(doc_.OnOpenDocument(Path(name)));
     const bool is_waveform = std::string(name) == "a.tss" || std::string(name) == "b.TSS";
     EXPECT_EQ(doc_.Kind(), is_waveform ? COrvaneDoc::kTimeSeries : COrvaneDoc::kTable) << name;

@@ -1,10 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <gtest/gtest.h>
 
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
 #include <QToolButton>
 
 #include "app/qt_prompts.h"
@@ -13,6 +8,7 @@
 #include "editors/widgets/ftp_dlg.h"
 #include "editors/widgets/gsm_dlg.h"
 #include "editors/widgets/radio_dlg.h"
+#include "support/gui.h"
 #include "support/table_help.h"
 
 namespace orvane {
@@ -43,37 +39,6 @@ TEST(SetupDialogs, TheCurrentSensorNeedsATypeAndASerialNumber) {
   QTest::mouseClick(Find<QPushButton>(dialog, "1"), Qt::LeftButton);
   EXPECT_FALSE(dialog.isVisible());
   EXPECT_EQ(testing::Get(table, "CSSN"), "12345678");
-}
-
-// Object names from the first focus on, as the tab key goes; only control numbers and
-// buttons. Of a group of radio buttons the tab key reaches one once it has the focus.
-std::string TabOrder(QDialog* dialog) {
-  dialog->show();
-  std::string order;
-  QWidget* const first = dialog->focusWidget();
-  QWidget* widget = first;
-  do {
-    if ((widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->objectName().isEmpty()) {
-      order += widget->objectName().toStdString() + ' ';
-    }
-    widget = widget->nextInFocusChain();
-  } while (widget != first);
-  return order;
-}
-
-TEST(SetupDialogs, TheTabKeyFollowsTheLayout) {
-  ParamTable table = testing::NewTable();
-  QtPrompts prompts;
-  RadioForm radio(&table);
-  radio.Open();
-  CRadioDlg radio_dialog(&radio, &prompts, nullptr);
-  EXPECT_EQ(TabOrder(&radio_dialog),
-            "1002 1006 1007 1008 1266 1010 1011 1012 1013 1014 1015 1009 1 2 ");
-  FtpForm ftp(&table);
-  ftp.Open();
-  CFtpDlg ftp_dialog(&ftp, &prompts, nullptr);
-  EXPECT_EQ(TabOrder(&ftp_dialog),
-            "1281 1283 1284 1290 1291 1292 show1292 1285 1286 1287 1288 1289 1 2 ");
 }
 
 TEST(SetupDialogs, PasswordsShowOnDemandAndTextsAreCounted) {

@@ -1,59 +1,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/user_guide.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <filesystem>
 
-#include "support/qt_print.h"
-#include "support/temp_dir.h"
-#include "ui/qt_path.h"
+#include "support/gui.h"
+#include "support/told.h"
 
 namespace orvane {
 namespace {
 
-using testing::TempDir;
-using testing::WriteAll;
-
-class Warnings : public Prompts {
- public:
-  Answer AskYesNo(const std::string&, const std::string&) override { return Answer::kNo; }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kNo; }
-  void ShowWarning(const std::string&, const std::string& text) override { last = text; }
-
-  std::string last;
-};
+using namespace testing;  // NOLINT: the builders
 
 TEST(UserGuide, IsTheInstalledPageElseTheMarkdownElseTold) {
   const TempDir root;
   std::filesystem::create_directories(root / "bin");
   std::filesystem::create_directories(root / "share/orvane/guide");
   const QString programs = QString::fromStdString((root / "bin").string());
-  Warnings warnings;
+  testing::Told warnings;
   QString opened;
   bool has_browser = true;
   const auto show = [&] {
     opened.clear();
-    warnings.last.clear();
+    warnings.warning.clear();
     ShowUserGuide(FindUserGuide(programs), &warnings, [&](const QUrl& url) {
       opened = url.toLocalFile();
       return has_browser;
     });
   };
   show();
-  EXPECT_EQ(warnings.last, "The user guide is not installed.");
+  EXPECT_EQ(warnings.warning, "Orvane: The user guide is not installed.");
   EXPECT_EQ(opened, QString());
 
   for (const char* name : {"share/orvane/guide/README.md", "share/orvane/guide.html"}) {
     WriteAll(root / name, "guide");
     show();
     EXPECT_EQ(PathFromText(opened), std::filesystem::canonical(root / name));
-    EXPECT_EQ(warnings.last, "");
+    EXPECT_EQ(warnings.warning, "");
   }
   has_browser = false;
   show();
-  EXPECT_EQ(warnings.last, "No program was found to show the user guide: " + opened.toStdString());
+  EXPECT_EQ(warnings.warning,
+            "Orvane: No program was found to show the user guide: " + opened.toStdString());
 }
 
 #ifndef Q_OS_WIN  // whose builds are not run where they are built

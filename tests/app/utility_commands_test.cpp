@@ -1,48 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/utility_commands.h"
 
-#include <gtest/gtest.h>
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QComboBox>
-#include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListView>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-#include <QTreeWidget>
-#include <functional>
 #include <thread>
 #include <tuple>
 
 #include "app/qt_prompts.h"
+#include "support/frame_test.h"
 #include "support/recording_help.h"
 #include "support/sweeps.h"
 #include "support/tbl_bytes.h"
-#include "support/temp_dir.h"
 #include "support/ts_bytes.h"
 #include "table/tbl_listing.h"
 #include "ui/batch_progress_dlg.h"
 #include "ui/file_dialogs.h"
 #include "ui/file_ops.h"
-#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
-using testing::Padded;
-using testing::ReadAll;
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 constexpr Utility kListing = {"Convert", "Tbl Files (*.tbl)|*.tbl||", "",
                               "%d files are converted to ASCII file!", 1};
 
-class UtilityCommandsTest : public ::testing::Test {
+class UtilityCommandsTest : public testing::DocTest {
  protected:
   void SetUp() override {
     utilities_.SetEditor(TextEditor([this](const QString&, const QStringList& arguments) {
@@ -51,8 +33,7 @@ class UtilityCommandsTest : public ::testing::Test {
     }));
   }
   std::filesystem::path Table(const char* name) {
-    WriteAll(dir_ / name,
-             Padded(std::string("\x03\0.TBL2%", 8), 32) + Padded(Padded("TECH", 16) + "\x04", 32));
+    WriteAll(dir_ / name, HeaderV2() + RecordV2("TECH", 0, IntPT, "\x04"));
     return dir_ / name;
   }
   // What the windows that come up say; they are filled in and closed then.
@@ -108,11 +89,6 @@ class UtilityCommandsTest : public ::testing::Test {
     Answer([&] { utilities_.Convert(kListing, TblListing(), std::move(files)); });
   }
 
-  TempDir dir_;
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
   UtilityCommands utilities_{&doc_, &prompts_, &notices_, nullptr};
   bool has_editor_ = true;
   QString chosen_;

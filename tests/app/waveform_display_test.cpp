@@ -1,37 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/widgets/waveform_display.h"
 
-#include <gtest/gtest.h>
 #include <qcustomplot.h>
 
-#include <QApplication>
-#include <QClipboard>
-#include <QMessageBox>
-#include <QSettings>
-#include <QTest>
-#include <QTimer>
 #include <atomic>
-#include <chrono>
 #include <new>
 #include <thread>
 
-#include "app/main_frame.h"
 #include "app/notice_label.h"
 #include "files/file_system.h"
+#include "support/frame_test.h"
 #include "support/tbl_bytes.h"
-#include "support/temp_dir.h"
 #include "timeseries/widgets/loading_strip.h"
 #include "ui/plot_theme.h"
-#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
-using testing::Little;
-using testing::Padded;
-using testing::RealBytes;
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 // Two channels of four scans, two a second, with samples that count up from `first`.
 std::string Record(int first, int status) {
@@ -48,13 +34,12 @@ std::string Record(int first, int status) {
   return record;
 }
 
-class WaveformDisplay : public ::testing::Test {
+class WaveformDisplay : public testing::FrameTest {
  protected:
   void SetUp() override {
     QSettings().clear();
     WriteAll(dir_ / "A.TSS", Record(1, 0) + Record(11, 0) + Record(21, 6));
-    WriteAll(dir_ / "A.TBL", Padded(std::string("\x03\0.TBL2%", 8), 32) +
-                                 Padded(Padded("FSCV", 16) + RealBytes(0), 32));
+    WriteAll(dir_ / "A.TBL", HeaderV2() + Padded(Padded("FSCV", 16) + RealBytes(0), 32));
     doc_.OnNewDocument();
     frame_.resize(900, 600);
     frame_.show();
@@ -78,13 +63,7 @@ class WaveformDisplay : public ::testing::Test {
   CWaveformDisplay* Display() { return qobject_cast<CWaveformDisplay*>(frame_.Display()); }
   QAction* Action(const char* name) { return Display()->findChild<QAction*>(QLatin1String(name)); }
 
-  TempDir dir_;
   Qt::Key key_ = Qt::Key_Return;  // that answers boxes
-  ParamTable table_;
-  QtPrompts prompts_;
-  StatusNotices notices_;
-  COrvaneDoc doc_{&table_, &prompts_, &notices_};
-  CMainFrame frame_{&doc_, &prompts_, &notices_};
 };
 
 TEST_F(WaveformDisplay, StepsThroughTheRecordsAndGivesTheTableBack) {

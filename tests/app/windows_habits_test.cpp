@@ -1,32 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What is done for the crews' computers: the folders where they keep field files, and the type of
 // the tables. Both in places of the test's own.
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
 
 #include "app/field_folders.h"
 #include "app/file_type.h"
-#include "support/qt_print.h"
+#include "support/gui.h"
 #include "support/table_help.h"
-#include "support/temp_dir.h"
-#include "ui/qt_path.h"
+#include "support/told.h"
 
 namespace orvane::testing {
 namespace {
 
-class Silent : public Prompts, public Notices {
- public:
-  Answer AskYesNo(const std::string&, const std::string&) override { return Answer::kYes; }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kYes; }
-  void ShowWarning(const std::string&, const std::string&) override {}
-  void ShowNotice(const std::string&) override {}
-};
-
 TEST(FieldFolders, AreUsedWhereTheyExist) {
   const TempDir dir;
-  Silent user;
+  Told user;
   ParamTable table = NewTable();
   COrvaneDoc doc(&table, &user, &user);
   const QString root = TextFromPath(dir / "K3");
@@ -54,7 +41,7 @@ TEST(FieldFolders, AreUsedWhereTheyExist) {
 
 TEST(FieldFolders, ARelativeRootIsNone) {
   const TempDir dir;
-  Silent user;
+  Told user;
   ParamTable table = NewTable();
   const COrvaneDoc doc(&table, &user, &user);
   const QString before = QDir::currentPath();

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Files and folders keep their names, whatever bytes these are.
-#include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
 #include "support/cli_run.h"

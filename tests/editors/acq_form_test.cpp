@@ -1,24 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/acq_form.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <map>
 #include <memory>
 #include <random>
-#include <set>
 
 #include "support/table_help.h"
+#include "support/told.h"
 #include "table/param_text.h"
 
 namespace orvane {
 namespace {
-
-class FixedClock : public Clock {
- public:
-  ParamTime Now() const override { return {0, 0, 8, 21, 11, 26, 6, 20}; }
-};
 
 using Settings = std::vector<std::pair<const char*, const char*>>;
 using Keys = std::vector<std::string>;
@@ -58,7 +51,7 @@ class Acq : public ::testing::Test {
     return texts;
   }
 
-  FixedClock now_;
+  testing::FixedClock now_;
   ParamTable table_;
   std::unique_ptr<AcqForm> form_;
 };
@@ -277,35 +270,6 @@ TEST_F(Acq, CalcSpaceStoresTimesAsShownAndOkPutsThemRight) {
   EXPECT_EQ(form_->SpaceNote(), "(> 4096 Mb: 356036.1328)");
   EXPECT_EQ(Committed({"STIM", "ETIM", "HTIM", "MTSR"}),
             "2026/11/21 06:00:00|2026/12/21 06:00:00|06:00:00|2");
-}
-
-TEST_F(Acq, OkWritesByItsMaps) {
-  struct Case {
-    Settings stored;
-    Settings written;
-  };
-  for (const Case& test : std::vector<Case>{
-           {{{"RQST", "3"}, {"FLEN", "5"}, {"MODE", "2"}},
-            {{"RQST", "7"}, {"FLEN", "0"}, {"MODE", "1"}}},
-           {{{"RQST", "20"}, {"FLEN", "24"}, {"LFRQ", "1"}},
-            {{"RQST", "1"}, {"FLEN", "24"}, {"LFRQ", "60"}}},
-           {{{"TECH", "5"}, {"RQST", "13"}}, {{"RQST", "1"}}},
-           {{{"TECH", "5"}, {"RQST", "2"}}, {{"RQST", "2"}}},
-           {{{"TECH", "5"}, {"HNOM", "0"}, {"MTSR", "0"}}, {{"HNOM", "100"}}},
-           {{{"TECH", "5"}, {"HNOM", "0"}, {"MTSR", "1"}}, {{"HNOM", "1000"}}},
-           {{{"TECH", "5"}, {"HNOM", "0"}, {"MTSR", "2"}}, {{"HNOM", "100"}, {"MTSR", "2"}}},
-           {{{"TECH", "5"}, {"HNOM", "0"}, {"MTSR", "-4"}}, {{"HNOM", "1000"}, {"MTSR", "-4"}}},
-           {{{"TECH", "5"}, {"HNOM", "250"}, {"ACDC", "7"}}, {{"HNOM", "250"}, {"ACDC", "7"}}},
-           {{{"TECH", "4"}, {"HNOM", "0"}, {"MTSR", "1"}}, {{"HNOM", "0"}, {"MTSR", "1"}}},
-           {{{"EGNC", "-1"}, {"HGNC", "9"}, {"LFRQ", "55"}},
-            {{"EGNC", "-1"}, {"HGNC", "9"}, {"LFRQ", "55"}}},
-       }) {
-    Open(test.stored);
-    form_->Commit();
-    for (const auto& [key, text] : test.written) {
-      EXPECT_EQ(Get(key), text) << key;
-    }
-  }
 }
 
 TEST_F(Acq, ChecksWhatIsEnabledAndEdited) {

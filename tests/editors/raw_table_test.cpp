@@ -1,29 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/raw_table.h"
 
-#include <gtest/gtest.h>
-
 #include "editors/table_summary.h"
-#include "table/param_text.h"
+#include "support/table_help.h"
+#include "support/tbl_bytes.h"
+#include "support/told.h"
 
 namespace orvane {
 namespace {
 
-ParamEntry Entry(const char* key, std::uint8_t type, std::uint32_t mask = kMaskAnyMode) {
-  ParamEntry entry;
-  entry.key = ParamKey(key).Bytes();
-  entry.type = type;
-  entry.write_mask = mask;
-  return entry;
-}
+using testing::Entry;
 
 // A small table: no address or raw entry is built in.
 ParamTable SmallTable() {
-  ParamTable table(std::array{Entry("RAW0", RawPT), Entry("NUM", IntPT), Entry("RAW1", RawPT),
-                              Entry("ADDR", IPAPT, kMaskNever), Entry("NAME", StrPT, 0x7FFFE),
-                              Entry("MODE", IntPT, kMaskNever), Entry("NUM", IntPT)});
-  EXPECT_EQ(table.BuildParamIndex(), kOk);
-  return table;
+  return testing::Built({Entry("RAW0", RawPT), Entry("NUM", IntPT), Entry("RAW1", RawPT),
+                         Entry("ADDR", IPAPT, kMaskNever), Entry("NAME", StrPT, 0x7FFFE),
+                         Entry("MODE", IntPT, kMaskNever), Entry("NUM", IntPT)});
 }
 
 TEST(RawTable, ShowsEveryEntryInTableOrder) {
@@ -31,6 +23,8 @@ TEST(RawTable, ShowsEveryEntryInTableOrder) {
   ASSERT_EQ(table.BuildParamIndex(), kOk);
   const RawTable rows(&table);
   ASSERT_EQ(rows.Count(), 719);
+  EXPECT_TRUE(rows.CanEdit(1) && rows.CanEdit(719));
+  EXPECT_FALSE(rows.CanEdit(0) || rows.CanEdit(720));
   const std::array<std::array<std::string_view, 5>, 5> expected = {{
       {"1", "TBVO", "IntPT", "Any Mode", "2"},
       {"4", "EGNC", "IntPT", "Setup, Pause and Standby", "2"},
@@ -120,45 +114,73 @@ TEST(RawTable, TellsDetailsAndFilters) {
   EXPECT_TRUE(rows.Matches(5, ""));
 }
 
-TEST(TableSummary, TellsWhatIsSet) {
-  ParamTable table;
-  ASSERT_EQ(table.BuildParamIndex(), kOk);
-  const auto set = [&table](ParamKey key, const char* text) {
-    ParamValue value{};
-    const auto type = static_cast<ValueType>(table.FindParam(key)->type);
-    ASSERT_EQ(ParseParamValueStrictly(text, type, &value), "");
-    ASSERT_EQ(table.SetParam(key, type, value.data()), kOk);
-  };
-  const auto line = [&table](std::string_view label) {
-    for (const SummaryGroup& group : SummarizeTable(table, UtcClock())) {
-      for (const SummaryLine& candidate : group.lines) {
-        if (candidate.label == label) {
-          return candidate.value;
-        }
+// The lines that have a value, "label: value", and what is wrong with it.
+std::string Summary(const ParamTable& table) {
+  std::string lines;
+  for (const SummaryGroup& group : SummarizeTable(table, testing::FixedClock())) {
+    for (const auto& [label, value, keys, caution] : group.lines) {
+      if (!value.empty()) {
+        lines.append(label).append(": ").append(value);
+        lines.append(caution.empty() ? "" : " is ").append(caution).append("\n");
       }
     }
-    return std::string("no such line");
-  };
-  set("TECH", "5");
-  set("SN01", "11");
-  set("SN04", "44");
-  set("SNNR", "77");
-  set("EGNC", "-1");
-  set("HGNC", "9");
-  set("LPFR", "82");
-  set("SRVY1", "exactly fifteen");
-  set("SRVY2", " and more");
-  EXPECT_EQ(line("Survey method"), "MT/AMT");
-  EXPECT_EQ(line("Auxiliary boxes"), "11, 44");
-  EXPECT_EQ(line("Reference box"), "") << "only the IP methods have one";
-  EXPECT_EQ(line("E gain"), "x 0.25");
-  EXPECT_EQ(line("H gain"), "code 9");
-  EXPECT_EQ(line("Low-pass filter"), "2, VLF trap");
-  EXPECT_EQ(line("Project"), "exactly fifteen and more");
-  set("TECH", "2");
-  EXPECT_EQ(line("Reference box"), "77");
-  set("TECH", "0");
-  EXPECT_EQ(line("Survey method"), "code 0");
+  }
+  return lines;
+}
+
+TEST(TableSummary, TellsWhatIsSet) {
+  ParamTable table = testing::NewTable();
+  testing::SetAll(&table,
+                  "TECH=5 RQST=13 LFRQ=50 SNUM=7 TCHN=0 NCHN=6 SNTX=8 SN01=11 SN02=0 SN03=33 "
+                  "SN04=44 SN05=55 SNNR=77 STIM=2026/11/21_07:00:00 ETIM=2026/11/21_06:00:00 "
+                  "HTIM=09:00:00 ETMH=10:00:00 EGNC=-1 HGNC=2 ACDC=0 ACDH=1 LPFR=82 "
+                  "SRVY1=exactly_fifteen SRVY4=_end CMPY1=c CLIENT1=d AREA1=e LOUT1=f LINE=L7 "
+                  "SITE=S9 CMMNT1=g CMMNT8=h");
+  EXPECT_EQ(Summary(table),
+            "Survey method: MT/AMT\nMode request: CS_Record\nLine frequency: 50 Hz\n"
+            "Main box: 7\nChannels: 6\nTransmitter box: 8\nAuxiliary boxes: 11, 33, 44, 55\n"
+            "Record start: 2026/11/21 07:00:00 is in the past (it is 2026/11/21 08:00:00 UTC)\n"
+            "Record end: 2026/11/21 06:00:00 is before the start\n"
+            "High frequency start: 09:00:00\nHigh frequency end: 10:00:00\nE gain: x 0.25\n"
+            "H gain: x 16\nE coupling: DC coupling\nH coupling: AC coupling\n"
+            "Low-pass filter: 2, VLF trap\nProject: exactly fifteen end\nCompany: c\nClient: d\n"
+            "Survey area: e\nOperator: f\nLine: L7\nSite: S9\nComment: gh\n");
+  for (const auto& [setting, line] : {std::pair{"TECH=2", "Reference box: 77\n"},
+                                      {"TECH=1", "Survey method: SIP\n"},
+                                      {"TECH=6", "Survey method: FDEM\n"},
+                                      {"TECH=0", "Survey method: code 0\n"},
+                                      {"TECH=7", "Survey method: code 7\n"},
+                                      {"RQST=3", "Mode request: code 3\n"},
+                                      {"RQST=14", "Mode request: code 14\n"},
+                                      {"HGNC=3", "H gain: code 3\n"},
+                                      {"EGNC=-2", "E gain: code -2\n"},
+                                      {"LPFR=0", "filter: Off\n"},
+                                      {"LPFR=16", "filter: 0 (Weakest)\n"},
+                                      {"LPFR=164", "filter: 4\n"},
+                                      {"LPFR=165", "filter: code 165\n"},
+                                      {"LPFR=15", "filter: code 15\n"},
+                                      {"TCHN=5", "Channels: 5\n"}}) {
+    testing::SetAll(&table, setting);
+    EXPECT_NE(Summary(table).find(line), std::string::npos) << setting << "\n" << Summary(table);
+  }
+}
+
+TEST(TableSummary, NamesTheKeysOfEachLine) {
+  for (std::size_t group = 0; group < 5; ++group) {
+    const auto lines = [group](const ParamTable& table) {
+      return SummarizeTable(table, testing::FixedClock())[group].lines;
+    };
+    ParamTable table = testing::NewTable();
+    testing::SetAll(&table, "TECH=1");
+    const auto before = lines(table);
+    for (std::size_t line = 0; line < before.size(); ++line) {
+      for (const ParamKey key : before[line].keys) {
+        ParamTable changed = table;
+        testing::Set(&changed, key, table.FindParam(key)->type == AmxPT ? "09:00:00" : "3");
+        EXPECT_NE(lines(changed)[line].value, before[line].value) << key.Text();
+      }
+    }
+  }
 }
 
 }  // namespace

@@ -1,48 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/startup_run.h"
 
-#include <gtest/gtest.h>
-
 #include "files/path_text.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
+#include "support/told.h"
 
 namespace orvane {
 namespace {
 
-using testing::Changes;
-using testing::Get;
-using testing::NewTable;
-using testing::Set;
-using testing::TempDir;
-using testing::WriteAll;
-
-class Answers : public Prompts {
- public:
-  Answer AskYesNo(const std::string&, const std::string&) override {
-    ++asked;
-    return answer;
-  }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
-  void ShowWarning(const std::string&, const std::string&) override {}
-  int asked = 0;
-  Answer answer = Answer::kNo;
-};
+using namespace testing;  // NOLINT: the builders
 
 class StartupFiles : public ::testing::Test {
  protected:
   void SetUp() override {
-    for (const auto& [key, text] : {std::pair{"TECH", "1"},
-                                    {"SNTX", "31"},
-                                    {"SNUM", "24"},
-                                    {"SN01", "1203"},
-                                    {"SN03", "1207"},
-                                    {"SNNR", "9"},
-                                    {"LIFESTN", "5"},
-                                    {"FLEN", "12"},
-                                    {"EXR", "10"}}) {
-      Set(&table_, key, text);
-    }
+    testing::SetAll(&table_,
+                    "TECH=1 SNTX=31 SNUM=24 SN01=1203 SN03=1207 SNNR=9 LIFESTN=5 FLEN=12 EXR=10");
   }
   ParamTable Loaded(const char* name) const {
     ParamTable table = NewTable();
@@ -59,7 +32,7 @@ class StartupFiles : public ::testing::Test {
 
   TempDir dir_;
   ParamTable table_ = NewTable();
-  Answers answers_;
+  testing::Told answers_;
 };
 
 TEST_F(StartupFiles, EachBoxGetsItsOwnValuesAndTheTableKeepsItsOwn) {
@@ -99,14 +72,22 @@ TEST_F(StartupFiles, EditsGoIntoTheFileOnly) {
   const ParamTable before = table_;
   run.Accept(form);
   EXPECT_EQ(Changes(before, table_), std::set<std::string>());
-  const ParamTable file = Loaded("StartUp.tbl");
-  for (const auto& [key, text] : {std::pair{"RQST", "13"},
-                                  {"MSTR", "1"},
-                                  {"FLEN", "6"},
-                                  {"HNOM", "0.5"},
-                                  {"GFC3", "1.25"},
-                                  {"SNUM", "1203"}}) {
-    EXPECT_EQ(Get(file, key), text) << key;
+  EXPECT_EQ(testing::Values(Loaded("StartUp.tbl"), "RQST MSTR FLEN HNOM GFC3 SNUM"),
+            "13 1 6 0.5 1.25 1203");
+}
+
+TEST_F(StartupFiles, WhateverLastsCountsAsAChangeAndAllFiveBoxesCount) {
+  testing::SetAll(&table_, "CHDEFTX=Tx LIFESTN=0 SN01=1 SN02=2 SN03=3 SN04=4 SN05=5");
+  ASSERT_EQ(StartupBoxes(table_).size(), 7U);
+  EXPECT_EQ(StoredSerial(table_, StartupBoxes(table_).back()), 5);
+  EXPECT_EQ(Values(StartupForm(&table_, {5}, {}).Derive(), "SNUM SN01 SN05"), "5 0 0");
+  for (const int control : {0, 1012, 1114, 1115, 1016}) {
+    ParamTable table = table_;
+    StartupForm form(&table, {StartupBox::kTransmitter}, {});
+    if (control != 0) {
+      form.Model().SetText(control, "7");
+    }
+    EXPECT_EQ(form.ApplyLasting(&table), control != 0) << control;
   }
 }
 
@@ -121,6 +102,8 @@ TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
   StartupForm monitor(&table_, run.Boxes()[0], run.Choices());
   StartupForm main(&table_, run.Boxes()[1], run.Choices());
   StartupForm auxiliary(&table_, run.Boxes()[2], run.Choices());
+  EXPECT_EQ(run.Heading(monitor), "Box 1 of 3: transmitter monitor, serial 31");
+  EXPECT_EQ(run.Heading(main), "Box 2 of 3: main receiver, serial 24");
   EXPECT_EQ(run.Heading(auxiliary), "Box 3 of 3: auxiliary 1, serial 1203");
   EXPECT_EQ(PathText(run.PathOf(monitor)), at("31.tbl")) << "no document: the folder proposed";
   EXPECT_EQ(run.WarningFor(monitor), "");
@@ -151,20 +134,18 @@ TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
             "1 of 1 files written, 1 box overwritten, 1 box skipped, 1 box without a file");
   std::string texts;
   for (const StartupOutcome& outcome : run.Outcomes()) {
-    texts += outcome.Text() + '|';
+    texts += outcome.Name() + ": " + outcome.Text() + '|';
   }
   EXPECT_EQ(texts,
-            "skipped|overwritten by auxiliary 1|written over the file of serial 24|"
-            "no file (after an empty place among the auxiliary boxes)|");
+            "transmitter monitor, serial 31: skipped|"
+            "main receiver, serial 24: overwritten by auxiliary 1|"
+            "auxiliary 1, serial 7: written over the file of serial 24|"
+            "auxiliary 3, serial 1207: no file (after an empty place among the auxiliary boxes)|");
 }
 
 TEST_F(StartupFiles, VersionAndModifiedMarkFollowTheAnswers) {
-  Set(&table_, "TECH", "5");
-  Set(&table_, "TBVO", "1");
-  for (const char* key : {"EXR", "EYR", "EZR"}) {
-    Set(&table_, key, "100");
-  }
-  answers_.answer = Answer::kYes;
+  testing::SetAll(&table_, "TECH=5 TBVO=1 EXR=100 EYR=100 EZR=100");
+  answers_.yes_no = Answer::kYes;
   const ParamTable before = table_;
   StartupRun run(&table_, dir_ / "open.tbl", &answers_);
   AcceptAll(&run);

@@ -23,10 +23,7 @@ namespace orvane {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::FailingDisk;
-using testing::ReadAll;
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 std::span<const std::byte> Bytes(std::string_view text) { return std::as_bytes(std::span(text)); }
 

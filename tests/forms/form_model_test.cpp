@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/form_model.h"
 
-#include <gtest/gtest.h>
-
 #include "forms/early_writes.h"
+#include "support/table_help.h"
+#include "support/tbl_bytes.h"
 #include "table/param_access.h"
 #include "table/param_time.h"
 
@@ -38,26 +38,14 @@ constexpr int kAll[] = {1, 2, 3, 4, 5, 11, 7, 8, 9, 10, 20};
 
 class Form : public ::testing::Test {
  protected:
-  void SetUp() override { ASSERT_EQ(table_.BuildParamIndex(), kOk); }
-
-  void Set(ParamKey key, std::string_view text) {
-    ParamValue value{};
-    const auto type = static_cast<ValueType>(table_.FindParam(key)->type);
-    ASSERT_EQ(ParseParamValueStrictly(text, type, &value), "");
-    ASSERT_EQ(table_.SetParam(key, type, value.data()), kOk);
-  }
-  std::string Get(ParamKey key) const {
-    std::string text;
-    const ParamEntry* entry = table_.FindParam(key);
-    FormatParamValue(static_cast<ValueType>(entry->type), entry->value, &text);
-    return text;
-  }
+  void Set(ParamKey key, std::string_view text) { testing::Set(&table_, key, text); }
+  std::string Get(ParamKey key) const { return testing::Get(table_, key); }
   void ReadAndWrite() {
     form_.ReadAll();
     form_.Write(kAll);
   }
 
-  ParamTable table_;
+  ParamTable table_ = testing::NewTable();
   FormModel form_{&table_, kFields};
 };
 
@@ -244,10 +232,24 @@ TEST_F(Form, TellsItsListenerAndSkipsMissingKeys) {
   form_.Enable(12, false);
   form_.SetCaption(3, "Coil");
   form_.SetText(3, "7");
-  EXPECT_EQ(told, (std::vector<int>{11, 3, 3}));
+  form_.SetButtonCaption(13, "see");
+  form_.SetCaution(4, "odd");
+  form_.SetCaution(4, "odd");
+  form_.SetIndex(8, 1);
+  form_.SetAside(8);
+  form_.SetAside(8);
+  form_.BringBack(8);
+  form_.SetHourOffset(1);
+  form_.Read(10);
+  EXPECT_EQ(told, (std::vector<int>{11, 3, 3, 11, 4, 8, 8, 8, 4, 10}));
+  EXPECT_EQ(std::string(form_.ButtonCaption(13)) + std::string(form_.ButtonCaption(11)), "seea");
   EXPECT_FALSE(form_.IsEnabled(12));
   EXPECT_TRUE(form_.IsEnabled(11));
 
+  ParamTable part = testing::Built({testing::Entry("SRVY1", StrPT, 0, "piece")});
+  FormModel of_part(&part, kFields);
+  of_part.ReadAll();
+  EXPECT_EQ(of_part.Text(5), "") << "of four";
   ParamTable empty{std::span<const ParamEntry>()};
   ASSERT_EQ(empty.BuildParamIndex(), kOk);
   FormModel form(&empty, kFields);

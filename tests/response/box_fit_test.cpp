@@ -11,8 +11,7 @@
 namespace orvane {
 namespace {
 
-using testing::LargestError;
-using testing::Sweeps;
+using namespace testing;  // NOLINT: the builders
 
 const std::vector<std::size_t> kAllPasses = {3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14};
 

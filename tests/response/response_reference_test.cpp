@@ -16,11 +16,7 @@
 namespace orvane {
 namespace {
 
-using testing::Real;
-using testing::Recording;
-using testing::SweepFrequency;
-using testing::Text;
-using testing::Whole;
+using namespace testing;  // NOLINT: the builders
 
 // The words of a row behind its kind.
 class Row {

@@ -9,6 +9,7 @@
 #include "spectra/calibrated_channel.h"
 #include "spectra/harmonics.h"
 #include "spectra/spectra_form.h"
+#include "spectra/spectra_notes.h"
 #include "support/batch_help.h"
 #include "support/cal_bytes.h"
 #include "support/recording_help.h"
@@ -18,14 +19,7 @@
 namespace orvane {
 namespace {
 
-using testing::ReadAll;
-using testing::Real;
-using testing::RunOne;
-using testing::TempDir;
-using testing::Text;
-using testing::TsBytes;
-using testing::Whole;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 constexpr double kPi = 3.141592653589793;
 
@@ -313,6 +307,11 @@ TEST_F(SpectraTest, SayWhatTheyRestOn) {
     Write("a", test.settings);
     ExpectTold(Convert("a.TSS"), "a_cal.txt", test.note);
   }
+}
+
+TEST(SpectraNotes, NameEightRates) {
+  EXPECT_TRUE(OwnRateNote({1, 2, 3, 4, 5, 6, 7, 8}).ends_with(", 7 Hz, 8 Hz"));
+  EXPECT_TRUE(OwnRateNote({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}).ends_with(", 8 Hz, and 2 more"));
 }
 
 TEST(CalibratedChannels, EachKindHasItsUnitSensorAndScale) {

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What every conversion promises, on the files of the example survey.
-#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <functional>
 #include <map>
-#include <string>
 #include <vector>
 
 #include "calibration/cal_curves.h"

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stepping/step_table.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 
 #include "base/number_text.h"
@@ -13,9 +11,7 @@
 namespace orvane {
 namespace {
 
-using testing::Get;
-using testing::NewTable;
-using testing::Set;
+using namespace testing;  // NOLINT: the builders
 
 // "end:Hz" of each row, "!WAVEFORM!A" behind it where they are not 4 and 10; "-" for empty ones
 // between others.
@@ -60,6 +56,7 @@ TEST(StepTable, FollowsItsParameters) {
       // Enough cycles where the time is too short, a day at most.
       {With(0, 0.003, 0, 90), {0.7, 0.01}, "129:0.7 9129:0.01 27129:0.005 63129:0.0025 "},
       {With(0, 1e-9, 0, 90), {0.7, 0.001}, "129:0.7 86400:0.001 "},
+      {With(0, 8, 86400), {8}, "86400:8 "},
       {With(0, 8, 0, 0, kTdip), {8}, "60:8!1!10 "},
       {With(0, 4, 0), {8, 0, 4}, "60:8 120:0!4!0 180:4 "},
       {{kCsamt, 0, 3, 60, 0, 0, 10, 4}, {4, 3}, "60:4!4!7.07107 120:3!4!8 "},
@@ -111,6 +108,7 @@ TEST(StepPresets, EndAtTheirTotalWithTheirLowestFrequency) {
       {kSip, 2400, 2400, "0.03125 50 15 85.3333333 85.3333333", 25, 0.03125},
       {kSip, 3600, 3600, "0.0078125 60 6 170.666667 170.666667", 31, 1. / 128},
       {kSip, 2700, 900, "0.0625 50 15 64 64", 12, 0.0625},
+      {kFdem, 480, 480, "64 60 60 3840 512", 8, 64},
       {kFdem, 1, 900, "1 60 60 6400 512", 15, 1},
       {kFdem, 2700, 2700, "8 80 60 2 256", 34, 8},
       {kFdem, 3600, 3600, "0.7 60 115 8533.333333 512", 56, 711.1111111 / 1024},
@@ -138,6 +136,15 @@ TEST(StepPresets, EndAtTheirTotalWithTheirLowestFrequency) {
 }
 
 TEST(StepPresets, TransmitterLimitsCurrentAndCorner) {
+  for (const auto& [tech, resistance, voltage, wire] :
+       {std::tuple(kSip, 100, 1000, 100), std::tuple(kTdip, 100, 1000, 100),
+        std::tuple(kCsamt, 50, 1000, 1000), std::tuple(kFdem, 50, 1000, 1000),
+        std::tuple(kTdem, 0, 0, 0)}) {
+    const TransmitterLimits usual = WithDefaults({}, tech);
+    EXPECT_EQ((std::array{usual.resistance, usual.voltage, usual.wire_length}),
+              (std::array<double, 3>{1. * resistance, 1. * voltage, 1. * wire}));
+    EXPECT_EQ(WithDefaults({7, 8, 9}, tech).voltage, 8);
+  }
   const std::tuple<Tech, TransmitterLimits, double, const char*> kLimits[] = {
       {kCsamt, WithDefaults({}, kCsamt), 16, "16 3673"},
       {kSip, WithDefaults({}, kSip), 20, "20 0"},

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "stepping/stepping_form.h"
 
-#include <gtest/gtest.h>
-
 #include "stepping/cycle_form.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
@@ -12,10 +10,7 @@
 namespace orvane {
 namespace {
 
-using testing::Get;
-using testing::ReadAll;
-using testing::Set;
-using testing::StepBytes;
+using namespace testing;  // NOLINT: the builders
 
 class Stepping : public ::testing::Test {
  protected:
@@ -23,13 +18,6 @@ class Stepping : public ::testing::Test {
     Set(&table_, "TECH", FormatInt(tech));
     Set(&table_, "AUTO", FormatInt(stepping));
     form_.Open();
-  }
-  std::string Values(std::initializer_list<const char*> keys) const {
-    std::string text;
-    for (const char* key : keys) {
-      text += Get(table_, key) + " ";
-    }
-    return text;
   }
   std::size_t Steps() const { return WrittenRows(form_.Schedule()).size(); }
 
@@ -83,7 +71,7 @@ TEST_F(Stepping, CalculatesFromWhatStandsInTheDialogAndExportsItsBytes) {
   EXPECT_EQ(ReadAll(dir_ / "a.TFS"), StepBytes(30, 4, 10.123456789012345, 4));
   EXPECT_EQ(Get(table_, "FEND"), "0");
 
-  EXPECT_NE(form_.EditStep(0, SteppingForm::kCurrent, "2,5"), "");
+  EXPECT_NE(form_.EditStep(0, SteppingForm::kCurrent, "2,5").find(" in A "), std::string::npos);
   EXPECT_NE(form_.EditStep(0, SteppingForm::kEndTime, "30.5"), "");
   EXPECT_NE(form_.EditStep(0, SteppingForm::kWaveform, "13"), "");
   EXPECT_EQ(form_.InsertStep(0), "");
@@ -99,12 +87,12 @@ TEST_F(Stepping, CalculatesFromWhatStandsInTheDialogAndExportsItsBytes) {
   form_.Model().SetText(stepping::kSeconds, "0");
   form_.Calculate();
   EXPECT_EQ(form_.StepText(0, SteppingForm::kWaveform), "EXTCLK") << "rejected: it stays";
-  EXPECT_NE(form_.EditFrequency(1, "3,5"), "");
+  EXPECT_NE(form_.EditFrequency(1, "3,5").find("Hz"), std::string::npos);
   form_.Commit();
   EXPECT_EQ(Get(table_, "FRQ2"), "7");
   EXPECT_EQ(form_.EditFrequency(1, "3.5"), "");
   form_.Commit();
-  EXPECT_EQ(Values({"FRQ0", "FRQ1", "FRQ2", "FEND", "TPFR"}), "10.12345679 3.5 0 9 0 ");
+  EXPECT_EQ(Values(table_, "FRQ0 FRQ1 FRQ2 FEND TPFR"), "10.12345679 3.5 0 9 0");
 }
 
 TEST_F(Stepping, ACellThatIsNotEditedKeepsItsNumberAndEditsAreKnown) {
@@ -124,6 +112,7 @@ TEST_F(Stepping, ACellThatIsNotEditedKeepsItsNumberAndEditsAreKnown) {
   EXPECT_EQ(form_.EditStep(0, SteppingForm::kCurrent, "3.1"), "");
   EXPECT_EQ(form_.AskToExportSteps(), Answer::kCancel);
   EXPECT_FALSE(form_.ExportFile("/nowhere/a.TFS"));
+  EXPECT_EQ(told_.notice, "/nowhere/a.TFS: No such file or directory");
   EXPECT_TRUE(form_.HasEditedSteps()) << "no file has them";
   ASSERT_TRUE(form_.ExportFile(dir_ / "a.TFS"));
   EXPECT_FALSE(form_.HasEditedSteps());
@@ -155,10 +144,10 @@ TEST_F(Stepping, OpensFilesAndTellsOfThem) {
 
 TEST_F(Stepping, DefaultsOfTheTimeDomain) {
   const std::tuple<int, const char*, const char*, const char*> kCases[] = {
-      {kTdip, "60", "13", "0 1 16 0 0.125 5 "},
-      {kTdem, "60", "13", "0 4 21 0 0.0625 5 "},
-      {kTdem, "50", "1", "0 4 21 0 25 5 "},
-      {kTdem, "60", "1", "0 4 21 0 30 5 "}};
+      {kTdip, "60", "13", "0 1 16 0 0.125 5"},
+      {kTdem, "60", "13", "0 4 21 0 0.0625 5"},
+      {kTdem, "50", "1", "0 4 21 0 25 5"},
+      {kTdem, "60", "1", "0 4 21 0 30 5"}};
   for (const auto& [tech, line, array, written] : kCases) {
     table_ = testing::NewTable();
     Set(&table_, "LFRQ", line);
@@ -166,7 +155,7 @@ TEST_F(Stepping, DefaultsOfTheTimeDomain) {
     Set(&table_, "FDRIFT", "3");
     Open(tech, 1);
     form_.ApplyDefaults(0);
-    EXPECT_EQ(Values({"FDRIFT", "WFRM", "NUMITEM", "AUTO", "FREQ", "CREQ"}), written);
+    EXPECT_EQ(Values(table_, "FDRIFT WFRM NUMITEM AUTO FREQ CREQ"), written);
     EXPECT_FALSE(form_.Windows().empty());
   }
 }
@@ -192,6 +181,7 @@ TEST_F(Stepping, CyclesBeginWhereTheTableStandsAndAreWrittenAtOnce) {
   cycle.Commit();
   EXPECT_EQ(RealOf(table_.FindParam("CRMX")->value), 3.14159265358979) << "all its digits";
   EXPECT_EQ(cycle.Limits().resistance, 75);
+  EXPECT_EQ(form_.EarlyChanges(), (std::vector<std::string>{"TTOT", "FCMX"}));
   form_.ApplyDefaults(cycle.Seconds());
   EXPECT_EQ(Steps(), 40U);
   EXPECT_EQ(form_.EarlyChanges().front(), "TTOT");

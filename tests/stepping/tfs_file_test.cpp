@@ -15,12 +15,7 @@
 namespace orvane {
 namespace {
 
-using testing::ManySteps;
-using testing::ReadAll;
-using testing::StepBytes;
-using testing::TempDir;
-using testing::Told;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 TEST(TfsFile, ReadsGoodFilesAndEmptiesTheTableForOthers) {
   const std::string good = StepBytes(60, 4, 8, 5);

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 #include <set>
@@ -29,11 +30,34 @@ inline void Set(ParamTable* table, ParamKey key, std::string_view text) {
   ASSERT_EQ(table->SetParam(key, type, value.data()), kOk);
 }
 
+/// "KEY=text KEY=text"; "_" stands for a blank in a text.
+inline void SetAll(ParamTable* table, std::string_view settings) {
+  while (!settings.empty()) {
+    const std::string_view setting = settings.substr(0, settings.find(' '));
+    const std::size_t equals = setting.find('=');
+    std::string text(setting.substr(equals + 1));
+    std::replace(text.begin(), text.end(), '_', ' ');
+    Set(table, setting.substr(0, equals), text);
+    settings.remove_prefix(std::min(settings.size(), setting.size() + 1));
+  }
+}
+
 inline std::string Get(const ParamTable& table, ParamKey key) {
   std::string text;
   const ParamEntry* entry = table.FindParam(key);
   FormatParamValue(static_cast<ValueType>(entry->type), entry->value, &text);
   return text;
+}
+
+/// The values of several keys, with a blank between them.
+inline std::string Values(const ParamTable& table, std::string_view keys) {
+  std::string values;
+  for (std::size_t at = 0; at < keys.size();) {
+    const std::string_view key = keys.substr(at, keys.find(' ', at) - at);
+    values.append(at == 0 ? "" : " ").append(Get(table, key));
+    at += key.size() + 1;
+  }
+  return values;
 }
 
 /// Every value random: small and huge integers, doubles of any digits, texts of any bytes, times

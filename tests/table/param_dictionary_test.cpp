@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/param_dictionary.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
-#include <string>
 
 #include "support/tbl_bytes.h"
 #include "table/param_text.h"

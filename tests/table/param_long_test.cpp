@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <gtest/gtest.h>
 
 #include "support/tbl_bytes.h"
 #include "table/param_table.h"
@@ -7,10 +6,7 @@
 namespace orvane {
 namespace {
 
-using testing::Built;
-using testing::Entry;
-using testing::Padded;
-using testing::Stored;
+using namespace testing;  // NOLINT: the builders
 
 std::string Letters(std::size_t size) {
   std::string text;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/param_table.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
 #include <climits>
@@ -12,16 +10,12 @@
 #include "support/tbl_bytes.h"
 #include "table/param_dictionary.h"
 #include "table/param_text.h"
+#include "table/table_diff.h"
 
 namespace orvane {
 namespace {
 
-using testing::Built;
-using testing::Entry;
-using testing::IntBytes;
-using testing::Padded;
-using testing::Stored;
-using testing::ValueBytes;
+using namespace testing;  // NOLINT: the builders
 
 // A key in normal form, character by character.
 std::string NormalKey(const std::string& text) {
@@ -271,6 +265,16 @@ TEST(ParamTable, WithoutAUsableModeNothingIsPermitted) {
   EXPECT_EQ(early.CheckWritePermission(&entry), kKeyNotFound);
   EXPECT_EQ(early.BuildParamIndex(), kOk);
   EXPECT_EQ(early.CheckWritePermission(&entry), kOk);  // asking too early has spoilt nothing
+}
+
+TEST(TableDiff, TellsKeysWhoseValuesDiffer) {
+  const auto table = [](const char* b, const char* c) {
+    return Built({Entry("A", IntPT, 0, "1"), Entry("B", IntPT, 0, b), Entry("C", IntPT, 0, c)});
+  };
+  const ParamTable base = table("1", "1");
+  EXPECT_TRUE(DifferingKeys(base, base).empty());
+  EXPECT_EQ(DifferingKeys(base, table("2", "1")), std::vector<ParamKey>{"B"});
+  EXPECT_EQ(ChangesOfBoth(base, table("2", "2"), table("3", "1")).mine, std::vector<ParamKey>{"C"});
 }
 
 }  // namespace

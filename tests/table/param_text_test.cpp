@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/param_text.h"
 
-#include <gtest/gtest.h>
-
 #include <cfloat>
 #include <climits>
 #include <limits>
@@ -13,11 +11,7 @@
 namespace orvane {
 namespace {
 
-using testing::IntBytes;
-using testing::Padded;
-using testing::RealBytes;
-using testing::Value;
-using testing::ValueBytes;
+using namespace testing;  // NOLINT: the builders
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr auto kUnknown = static_cast<ValueType>(8);

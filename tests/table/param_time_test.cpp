@@ -7,6 +7,7 @@
 #include <ctime>
 #include <utility>
 
+#include "support/told.h"
 #include "table/clock.h"
 
 namespace orvane {
@@ -110,15 +111,6 @@ TEST(ParamTime, SecondsOutsideTheYearsThatCount) {
   EXPECT_EQ(ParamTimeToSeconds(At(2009, 0, 0, 0, 0, 1)), 1230768001U);
 }
 
-class FixedClock : public Clock {
- public:
-  explicit FixedClock(const ParamTime& now) : now_(now) {}
-  ParamTime Now() const override { return now_; }
-
- private:
-  ParamTime now_;
-};
-
 TEST(ParamTime, TimeOfDayGetsTheNearestDate) {
   const struct {
     ParamTime now, time, completed;
@@ -131,7 +123,7 @@ TEST(ParamTime, TimeOfDayGetsTheNearestDate) {
       {At(2009, 7, 1, 1, 0, 0, 3), At(2001, 1, 1, 5, 0, 0), At(2001, 1, 1, 5, 0, 0)}};
   for (const auto& c : cases) {
     ParamTime time = c.time;
-    CompleteDateFromToday(&time, FixedClock(c.now));
+    CompleteDateFromToday(&time, testing::FixedClock(c.now));
     EXPECT_EQ(time, c.completed) << FormatParamTime(c.completed);
   }
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Everything that writes files, with each call of the system failing in turn.
-#include <gtest/gtest.h>
 
 #include <array>
 #include <functional>
@@ -64,10 +63,7 @@ std::string SaveText(const fs::path& path) {
 
 std::string RunBoxes(const fs::path& document) {
   ParamTable table = NewTable();
-  for (const auto& [key, text] :
-       {std::pair{"TECH", "1"}, {"SNTX", "31"}, {"SNUM", "24"}, {"SN01", "1203"}}) {
-    Set(&table, key, text);
-  }
+  SetAll(&table, "TECH=1 SNTX=31 SNUM=24 SN01=1203");
   Told told;
   StartupRun run(&table, document, &told);
   run.ForEachBox([&run](StartupForm* form) {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/tbl_file.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <cstring>
 #include <map>
@@ -18,19 +16,7 @@
 namespace orvane {
 namespace {
 
-using testing::Built;
-using testing::EndV1;
-using testing::Entry;
-using testing::HeaderV2;
-using testing::IntBytes;
-using testing::Padded;
-using testing::ReadAll;
-using testing::RealBytes;
-using testing::RecordV1;
-using testing::RecordV2;
-using testing::Stored;
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 ParamTable Defaults() { return Built({kParamDictionary.begin(), kParamDictionary.end()}); }
 
@@ -195,7 +181,9 @@ TEST(TblFile, SavesEveryByteAndLoadsItBack) {
     EXPECT_TRUE(ReadAll(dir / "a.tbl") == expected);
 
     ParamTable loaded = Defaults();
-    EXPECT_EQ(LoadParamFile(&loaded, dir / "a.tbl"), kOk);
+    RememberedFile memory;
+    EXPECT_EQ(LoadParamFile(&loaded, dir / "a.tbl", nullptr, &memory), kOk);
+    EXPECT_EQ(memory.Size(), std::filesystem::file_size(dir / "a.tbl"));
     for (const ParamEntry& row : kParamDictionary) {
       const std::string key = row.key.data();
       std::string value = values[key];

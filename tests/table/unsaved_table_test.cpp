@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/unsaved_table.h"
 
-#include <gtest/gtest.h>
-
 #include "support/table_help.h"
 #include "support/tbl_bytes.h"
 #include "table/tbl_file.h"

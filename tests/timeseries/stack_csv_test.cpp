@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/stack_csv.h"
 
-#include <gtest/gtest.h>
-
 #include <bit>
 
 #include "support/batch_help.h"

@@ -132,16 +132,24 @@ TEST(Restack, BadRecordsAreNamedAndAddedOrLeftOut) {
             "where every record is marked bad");
   // Who is asked is asked once, and not for files without any.
   int asked = 0;
+  std::string told;
   const Conversion asking =
-      Restack({.ask_about_bad = [&asked](const std::string& question, const BatchTask& /*task*/) {
-        EXPECT_TRUE(
-            question.starts_with("A.TSS has records that the box marked as bad: records 1, 4."));
+      Restack({.ask_about_bad = [&](const std::string& question, const auto&) {
+        told = question.substr(0, question.find("\n"));
         return ++asked == 1;
       }});
   Convert(asking, "A.TSS", four);
   EXPECT_EQ(asked, 0);
   EXPECT_EQ(Convert(asking, "A.TSS", bytes).bytes, Result({.frequency = 1, .samples = {3}}) + four);
   EXPECT_EQ(asked, 1);
+  EXPECT_EQ(told, "A.TSS has records that the box marked as bad: records 1, 4.");
+  Convert(Restack({.ask_about_bad =
+                       [&told](const std::string& question, const auto&) {
+                         told = question.substr(0, question.find("\n"));
+                         return true;
+                       }}),
+          "A.TSS", record(1, 7, 6));
+  EXPECT_EQ(told, "A.TSS has records that the box marked as bad: record 1.");
 }
 
 TEST(Restack, RecordsOfOtherShapes) {

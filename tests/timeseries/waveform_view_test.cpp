@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/waveform_view.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 

@@ -1,18 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/form_dialog.h"
 
-#include <gtest/gtest.h>
-
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QToolTip>
-#include <QVBoxLayout>
-#include <memory>
-
 #include "support/assistive.h"
-#include "support/qt_print.h"
+#include "support/gui.h"
+#include "support/told.h"
 
 namespace orvane {
 namespace {
@@ -27,16 +18,6 @@ constexpr Field kFields[] = {
     {5, Widget::kCheck, "Comb filter", "COMBON", IntPT, Flag()},
 };
 constexpr int kOrder[] = {21, 1, 2, 4, 5};
-
-class Warnings : public Prompts {
- public:
-  Answer AskYesNo(const std::string&, const std::string&) override { return Answer::kNo; }
-  Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::kCancel; }
-  void ShowWarning(const std::string& caption, const std::string& text) override {
-    shown = caption + "|" + text;
-  }
-  std::string shown;
-};
 
 class Dialog : public CFormDialog {
  public:
@@ -86,7 +67,7 @@ class FormDialog : public ::testing::Test {
 
   ParamTable table_;
   FormModel model_{&table_, kFields};
-  Warnings prompts_;
+  testing::Told prompts_;
   std::unique_ptr<Dialog> dialog_;
 };
 
@@ -118,7 +99,7 @@ TEST_F(FormDialog, OkRefusesFaultsAndWritesInOrder) {
   amount->selectAll();
   QTest::keyClicks(amount, "9");
   dialog_->accept();
-  EXPECT_EQ(prompts_.shown, "Orvane|Amount: Enter an integer between 0 and 4.");
+  EXPECT_EQ(prompts_.warning, "Orvane: Amount: Enter an integer between 0 and 4.");
   EXPECT_TRUE(dialog_->isVisible());
   EXPECT_EQ(Int("L2NS"), 2) << "nothing is written";
   amount->selectAll();
@@ -156,7 +137,7 @@ TEST_F(FormDialog, WhatCannotBeStoredIsNotShown) {
   EXPECT_TRUE(QToolTip::text().contains(QStringLiteral("Latin-1"))) << "and why";
   testing::SetTextAssistively(Find<QLineEdit>("1"), "x");
   dialog_->accept();
-  EXPECT_EQ(prompts_.shown, "Orvane|Amount: Enter an integer.");
+  EXPECT_EQ(prompts_.warning, "Orvane: Amount: Enter an integer.");
   EXPECT_TRUE(dialog_->isVisible());
   model_.Enable(1, false);
   EXPECT_EQ(Find<QLineEdit>("1")->text(), "2") << "nobody could mend it";

@@ -1,31 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <gtest/gtest.h>
 
-#include <QAccessible>
-#include <QApplication>
-#include <QClipboard>
-#include <QDir>
 #include <QDrag>
-#include <QDropEvent>
-#include <QFileDialog>
-#include <QIntValidator>
-#include <QMessageBox>
-#include <QMimeData>
-#include <QSignalSpy>
-#include <QTest>
-#include <QTimer>
 #include <QUrl>
 
-#include "support/qt_print.h"
-#include "support/temp_dir.h"
+#include "support/gui.h"
 #include "ui/grid_ctrl.h"
 
 namespace orvane {
 namespace {
 
-using testing::ReadAll;
-using testing::TempDir;
-using testing::WriteAll;
+using namespace testing;  // NOLINT: the builders
 
 // Column A is never edited, row 3 is hidden; B and C take the numbers 0 to 99.
 class GridPaste : public ::testing::Test {

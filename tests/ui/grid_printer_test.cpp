@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/grid_printer.h"
 
-#include <gtest/gtest.h>
-
 #include <QPaintEngine>
 #include <QPrintEngine>
 
-#include "support/qt_print.h"
+#include "support/gui.h"
 #include "support/qt_warnings.h"
-#include "support/temp_dir.h"
 
 namespace orvane {
 namespace {

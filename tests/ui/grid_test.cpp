@@ -1,23 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/grid_ctrl.h"
 
-#include <gtest/gtest.h>
+#include "support/gui.h"
 
-#include <QAccessible>
-#include <QApplication>
-#include <QClipboard>
 #include <QDialog>
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QHelpEvent>
-#include <QIntValidator>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
-#include <QToolTip>
-#include <QVBoxLayout>
-#include <memory>
 
 namespace orvane {
 namespace {
@@ -26,7 +14,7 @@ using Cell = std::pair<int, int>;
 using Rows = std::vector<std::vector<QString>>;
 
 // A grid of three columns in a dialog; row r holds "n<r>", a number and a remark.
-class GridTest : public testing::Test {
+class GridTest : public ::testing::Test {
  protected:
   GridTest() {
     grid->SetTexts({{"Name", "Value", "Remark"},

@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/result_list_dlg.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QHeaderView>
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
-
-#include "support/qt_print.h"
+#include "support/gui.h"
 
 namespace orvane {
 namespace {
