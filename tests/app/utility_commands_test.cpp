@@ -25,7 +25,7 @@
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
-#include "table/tbl_listing.h"
+#include "table/table_text.h"
 #include "ui/batch_progress_dlg.h"
 #include "ui/file_dialogs.h"
 #include "ui/file_ops.h"
@@ -105,7 +105,7 @@ class UtilityCommandsTest : public ::testing::Test {
     command();
   }
   void Convert(std::vector<std::filesystem::path> files) {
-    Answer([&] { utilities_.Convert(kListing, TblListing(), std::move(files)); });
+    Answer([&] { utilities_.Convert(kListing, TableText(), std::move(files)); });
   }
 
   TempDir dir_;

@@ -124,10 +124,10 @@ TEST(TableSummary, TellsWhatIsSet) {
   ParamTable table;
   ASSERT_EQ(table.BuildParamIndex(), kOk);
   const auto set = [&table](ParamKey key, const char* text) {
-    ParamValue value{};
     const auto type = static_cast<ValueType>(table.FindParam(key)->type);
-    ASSERT_EQ(ParseParamValueStrictly(text, type, &value), "");
-    ASSERT_EQ(table.SetParam(key, type, value.data()), kOk);
+    const auto value = ParseParamValueStrictly(text, type);
+    ASSERT_EQ(value.Message(), "");
+    ASSERT_EQ(table.SetParam(key, type, value->data()), kOk);
   };
   const auto line = [&table](std::string_view label) {
     for (const SummaryGroup& group : SummarizeTable(table, UtcClock())) {

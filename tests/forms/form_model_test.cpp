@@ -41,10 +41,10 @@ class Form : public ::testing::Test {
   void SetUp() override { ASSERT_EQ(table_.BuildParamIndex(), kOk); }
 
   void Set(ParamKey key, std::string_view text) {
-    ParamValue value{};
     const auto type = static_cast<ValueType>(table_.FindParam(key)->type);
-    ASSERT_EQ(ParseParamValueStrictly(text, type, &value), "");
-    ASSERT_EQ(table_.SetParam(key, type, value.data()), kOk);
+    const auto value = ParseParamValueStrictly(text, type);
+    ASSERT_EQ(value.Message(), "");
+    ASSERT_EQ(table_.SetParam(key, type, value->data()), kOk);
   }
   std::string Get(ParamKey key) const {
     std::string text;
