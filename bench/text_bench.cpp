@@ -22,8 +22,8 @@
 #include "files/file_io.h"
 #include "ratio_report.h"
 #include "table/param_time.h"
+#include "table/table_text.h"
 #include "table/tbl_file.h"
-#include "table/tbl_listing.h"
 #include "timeseries/stack_csv.h"
 
 namespace {
@@ -270,7 +270,7 @@ void CalibrationText(benchmark::State& state) {
     for (const orvane::CalFileRecord& record : records) {
       orvane::WriteCalRecord(record, orvane::kMaxCalChannels, &out);
     }
-    if (!out.Commit().empty()) {
+    if (!out.Commit()) {
       std::abort();
     }
   }
@@ -340,7 +340,7 @@ void SmallFiles(benchmark::State& state, unsigned workers) {
     return paths;
   }();
   for (auto _ : state) {
-    RunBatch(orvane::TblListing(), files, workers);
+    RunBatch(orvane::TableText(), files, workers);
   }
 }
 void OneWorker(benchmark::State& state) { SmallFiles(state, 1); }

@@ -28,7 +28,7 @@
 #include "files/file_io.h"
 #include "table/tbl_file.h"
 #include "timeseries/restack.h"
-#include "timeseries/ts_text.h"
+#include "timeseries/time_series_text.h"
 #include "timeseries/waveform_view.h"
 
 namespace {
@@ -68,17 +68,17 @@ void MakeWaveform(const std::filesystem::path& path, std::uint8_t channels, std:
     }
   }
   orvane::OutFile out;
-  std::string error = out.Open(path);
-  for (std::size_t i = 0; i < records && error.empty(); ++i) {
-    error = out.Write(orvane::BytesOf(Header(channels, i % frequencies)));
-    error = error.empty() ? out.Write(samples) : error;
+  orvane::Result<> done = out.Open(path);
+  for (std::size_t i = 0; i < records && done; ++i) {
+    done = out.Write(orvane::BytesOf(Header(channels, i % frequencies)));
+    done = done ? out.Write(samples) : done;
   }
-  error = error.empty() ? out.Commit() : error;
+  done = done ? out.Commit() : done;
   orvane::ParamTable table;
   static_cast<void>(table.BuildParamIndex());
-  if (!error.empty() ||
+  if (!done ||
       orvane::SaveParamFile(&table, orvane::CompanionName(path.string()), {}) != orvane::kOk) {
-    Stop(error);
+    Stop(done.Message());
   }
 }
 
@@ -246,7 +246,7 @@ void Run(const std::filesystem::path& folder, std::size_t megabytes, bool is_on_
   orvane::WaveformView opened;
   orvane::WaveformView paged;
   if (!paged.Open(wide)) {
-    Stop(paged.File().Message());
+    Stop(paged.File().FailureText());
   }
   const auto draw = [](const orvane::WaveformView& view) {
     std::size_t points = 0;
@@ -272,7 +272,7 @@ void Run(const std::filesystem::path& folder, std::size_t megabytes, bool is_on_
   };
   Measure(&display, 15);
 
-  const auto text_of = orvane::TsText();
+  const auto text_of = orvane::TimeSeriesText();
   const auto restack = orvane::Restack();
   Convert(text_of, big, text, 1);
   const auto remove_out = [&] { std::filesystem::remove(out); };

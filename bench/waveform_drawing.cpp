@@ -86,8 +86,8 @@ void TimeWaveforms(const std::filesystem::path& folder) {
   WaveformView view;
   TsFile::Options options;
   options.needs_companion = false;
-  if (!view.Open(folder / "noise.TSS", options)) {
-    std::printf("noise.TSS: %s\n", view.File().Reason().c_str());
+  if (const Result<> opened = view.Open(folder / "noise.TSS", options); !opened) {
+    std::printf("noise.TSS: %s\n", opened.Message().c_str());
     return;
   }
   const double plain = PlainTime();

@@ -56,7 +56,7 @@ bool VisitOffer(COrvaneApp* app, const Visit& visit) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("unsaved-1.orvane"));
   const UnsavedTable unsaved{"/data/survey/SIP/Startup.tbl", TblImage(app->Document().Table(), {})};
-  if (!WriteFile(PathFromText(path), UnsavedImage(unsaved)).empty()) {
+  if (!WriteFile(PathFromText(path), UnsavedImage(unsaved))) {
     return false;
   }
   QFile file(path);

@@ -68,8 +68,8 @@ class File {
   }
 
   bool Write(const std::filesystem::path& path) const {
-    if (const std::string reason = WriteFile(path, bytes_); !reason.empty()) {
-      std::fprintf(stderr, "%s\n", FileMessage(path, reason).c_str());
+    if (const orvane::Result<> written = WriteFile(path, bytes_); !written) {
+      std::fprintf(stderr, "%s\n", FileMessage(path, written.Message()).c_str());
       return false;
     }
     std::printf("%s\n", path.string().c_str());

@@ -257,14 +257,14 @@ constexpr std::array<Day, 6> kDays = {{{"SIP", kSip},
 bool Apply(std::span<const Setting> settings, ParamTable* table) {
   for (const auto& [key, text] : settings) {
     const orvane::ParamEntry* entry = table->FindParam(key);
-    orvane::ParamValue value{};
     std::string reason = "no such parameter";
     if (entry != nullptr) {
       const auto type = static_cast<orvane::ValueType>(entry->type);
-      reason = orvane::ParseParamValueStrictly(text, type, &value);
-      if (reason.empty() && table->SetParam(key, type, value.data()) == orvane::kOk) {
+      const auto value = orvane::ParseParamValueStrictly(text, type);
+      if (value && table->SetParam(key, type, value->data()) == orvane::kOk) {
         continue;
       }
+      reason = value.Message();
     }
     std::fprintf(stderr, "%s=%s: %s\n", std::string(key).c_str(), std::string(text).c_str(),
                  reason.c_str());
@@ -290,8 +290,8 @@ bool WriteSchedule(const std::filesystem::path& path) {
   if (!orvane::BuildFdemSchedule(kRequest, &rows)) {
     return false;
   }
-  if (const std::string reason = orvane::WriteScheduleFile(path, rows); !reason.empty()) {
-    std::fprintf(stderr, "%s: %s\n", path.string().c_str(), reason.c_str());
+  if (const orvane::Result<> written = orvane::WriteScheduleFile(path, rows); !written) {
+    std::fprintf(stderr, "%s: %s\n", path.string().c_str(), written.Message().c_str());
     return false;
   }
   std::printf("%s\n", path.string().c_str());
@@ -407,8 +407,8 @@ std::vector<std::byte> FrequencyDomainStacks() {
 }
 
 bool WriteStacks(const std::filesystem::path& path, const std::vector<std::byte>& bytes) {
-  if (const std::string reason = orvane::WriteFile(path, bytes); !reason.empty()) {
-    std::fprintf(stderr, "%s\n", orvane::FileMessage(path, reason).c_str());
+  if (const orvane::Result<> written = orvane::WriteFile(path, bytes); !written) {
+    std::fprintf(stderr, "%s\n", orvane::FileMessage(path, written.Message()).c_str());
     return false;
   }
   std::printf("%s\n", path.string().c_str());

@@ -249,7 +249,7 @@ bool WriteTable(const std::filesystem::path& path, ParamTable table) {
 }
 
 bool WriteBytes(const std::filesystem::path& path, const std::vector<std::byte>& bytes) {
-  return Told(path, WriteFile(path, bytes));
+  return Told(path, WriteFile(path, bytes).Message());
 }
 
 }  // namespace

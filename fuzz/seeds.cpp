@@ -30,10 +30,10 @@ class Seeds {
     std::error_code error;  // told with the file
     std::filesystem::create_directories(folder, error);
     const auto path = folder / ("survey-" + std::to_string(++count_));
-    if (const std::string reason =
+    if (const orvane::Result<> written =
             orvane::WriteFile(path, std::as_bytes(std::span(bytes.substr(0, kLargest))));
-        !reason.empty()) {
-      std::fprintf(stderr, "%s\n", orvane::FileMessage(path, reason).c_str());
+        !written) {
+      std::fprintf(stderr, "%s\n", orvane::FileMessage(path, written.Message()).c_str());
       has_failed_ = true;
     }
   }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support.h"
+#include "table/table_text.h"
 #include "table/tbl_file.h"
-#include "table/tbl_listing.h"
 
 namespace orvane::fuzz {
 namespace {
@@ -35,7 +35,7 @@ void FuzzTbl(Bytes input) {
   Require(report.loaded <= report.records && report.records <= input.size() / 25 &&
               report.cut_at < input.size() + 1,
           "no more records than the file holds");
-  static_cast<void>(Convert(TblListing(), path, PathOf("a.txt")));
+  static_cast<void>(Convert(TableText(), path, PathOf("a.txt")));
 }
 
 void FuzzTblRoundTrip(Bytes input) {

@@ -42,14 +42,14 @@ void RequireComesBack(std::string_view text, ValueType type, const ParamValue& v
   ParamValue lenient{};
   ParseParamValue(text, type, &lenient);
   Require(lenient == value, "what is wholly right is read alike by boxes");
-  ParamValue told{};
   if (!IsTellable(type, value)) {
     return;
   }
   const std::string shown = Formatted(type, value);
-  Require(ParseParamValueStrictly(shown, type, &told).empty(), "what is told is wholly right");
+  const auto told = ParseParamValueStrictly(shown, type);
+  Require(static_cast<bool>(told), "what is told is wholly right");
   Require(type == FltPT || told == value, "a value is read as it is told");
-  Require(Formatted(type, told) == shown, "a value is told as it was read");
+  Require(Formatted(type, *told) == shown, "a value is told as it was read");
 }
 
 }  // namespace
@@ -77,9 +77,8 @@ void FuzzTimeText(Bytes input) {
 void FuzzValueText(Bytes input) {
   const auto type = static_cast<ValueType>(TakeByte(&input) % 10);
   const std::string_view text = TextOf(input);
-  ParamValue value{};
-  if (ParseParamValueStrictly(text, type, &value).empty()) {
-    RequireComesBack(text, type, value);
+  if (const auto value = ParseParamValueStrictly(text, type)) {
+    RequireComesBack(text, type, *value);
   }
   ParamTable table = SmallTable();
   RawTable rows(&table);
@@ -110,7 +109,7 @@ void FuzzAssignment(Bytes input) {
   ParamTable table = defaults;
   const std::string key(text.substr(0, text.find('=')));
   const ParamEntry* entry = table.FindParam(key);
-  if (!Assign(text, version, &table).empty()) {
+  if (!Assign(text, version, &table)) {
     Require(entry == nullptr || *entry == *defaults.FindParam(key),
             "what is refused changes nothing");
     return;
@@ -119,7 +118,8 @@ void FuzzAssignment(Bytes input) {
   const auto type = static_cast<ValueType>(entry->type);
   if (IsTellable(type, value)) {
     const std::string shown = Formatted(type, value);
-    Require(Assign(key + "=" + shown, version, &table).empty(), "what is told can be given");
+    Require(static_cast<bool>(Assign(key + "=" + shown, version, &table)),
+            "what is told can be given");
     Require(type == FltPT ? Formatted(type, entry->value) == shown : entry->value == value,
             "a value is read as it is told");
   }

@@ -5,7 +5,7 @@
 
 #include "support.h"
 #include "timeseries/restack.h"
-#include "timeseries/ts_text.h"
+#include "timeseries/time_series_text.h"
 #include "timeseries/waveform_view.h"
 
 namespace orvane::fuzz {
@@ -80,15 +80,15 @@ void FuzzTimeSeries(Bytes input) {
   if (view.Open(path, {kHeaders[choice / 4 % 4]})) {
     Show(&view, file);
   } else {
-    Require(!view.File().Message().empty() && !view.File().Reason().empty(),
-            "a failure has a message and a reason");
+    Require(!view.File().FailureText().empty(), "a failure has a text for the user");
   }
 }
 
 void FuzzTimeSeriesText(Bytes input) {
   const std::size_t choice = TakeByte(&input);
   const auto path = PutFile(choice % 4 == 3 ? "B.TS3" : "B.TSS", input);
-  const Conversion text = TsText(choice % 4 == 1 ? TsHeaderSize::kOld : TsHeaderSize::kFull);
+  const Conversion text =
+      TimeSeriesText(choice % 4 == 1 ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   const BatchResult result = Convert(text, path, PathOf("b.txt"));
   Require(result.IsDone() || result.text.starts_with("no record"), "any record becomes text");
 }
@@ -103,9 +103,8 @@ void FuzzRestack(Bytes input) {
     return;
   }
   TsFile stacked;
-  Require(stacked.Open(stack, {TsHeaderSize::kFull}), "a stack can be opened");
-  std::string error;
-  const std::uint64_t size = stacked.Bytes().Size(&error);
+  Require(static_cast<bool>(stacked.Open(stack, {TsHeaderSize::kFull})), "a stack can be opened");
+  const auto size = stacked.Bytes().Size();
   TsWalker walker = stacked.Walk();
   TsPlace place;
   std::uint64_t end = 0;

@@ -9,9 +9,8 @@
 namespace orvane::fuzz {
 
 void FuzzUnsaved(Bytes input) {
-  UnsavedTable unsaved;
-  if (ReadUnsavedImage(input, &unsaved).empty() && unsaved.file.IsKnown()) {
-    const std::vector<std::byte> again = UnsavedImage(unsaved);
+  if (const auto read = ReadUnsavedImage(input); read && read->file.IsKnown()) {
+    const std::vector<std::byte> again = UnsavedImage(*read);
     Require(std::equal(again.begin(), again.end(), input.begin(), input.end()),
             "a copy is written as it was read");
   }
@@ -20,15 +19,15 @@ void FuzzUnsaved(Bytes input) {
   const std::size_t path = std::min(length, input.size());
   const UnsavedTable kept{std::string(TextOf(input.first(path))),
                           {input.begin() + static_cast<std::ptrdiff_t>(path), input.end()}};
-  const std::string reason = ReadUnsavedImage(UnsavedImage(kept), &unsaved);
-  Require(!reason.empty() || (unsaved.path == kept.path && unsaved.table == kept.table),
+  const auto read = ReadUnsavedImage(UnsavedImage(kept));
+  Require(!read || (read->path == kept.path && read->table == kept.table),
           "a copy that is taken is whole");
   ParamTable table;
   Require(table.BuildParamIndex() == kOk, "the table has an index");
   const std::vector<std::byte> before = TblImage(table, {});
   Require(LoadTblImage(&table, kept.table) || TblImage(table, {}) == before,
           "what is no table changes nothing");
-  Require(!reason.empty() || LoadTblImage(&table, kept.table), "a copy that is taken is a table");
+  Require(!read || LoadTblImage(&table, kept.table), "a copy that is taken is a table");
 }
 
 }  // namespace orvane::fuzz

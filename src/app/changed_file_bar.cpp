@@ -44,17 +44,13 @@ ChangedFileBar::ChangedFileBar(COrvaneDoc* doc, QWidget* parent)
 }
 
 void ChangedFileBar::Look() {
-  switch (doc_->LookAtFile()) {
-    case FileChange::kChanged:
-      ShowText(doc_->Title() + QStringLiteral(" has changed on disk"), true);
-      return;
-    case FileChange::kGone:
-      ShowText(doc_->Title() + QStringLiteral(" is no longer on disk; Save writes it again"),
-               false);
-      return;
-    case FileChange::kUnknown:  // a disk may be away for a moment; saving reports it
-    case FileChange::kUnchanged:
-      HideBar();
+  const auto change = doc_->LookAtFile();
+  if (change == FileChange::kChanged) {
+    ShowText(doc_->Title() + QStringLiteral(" has changed on disk"), true);
+  } else if (change == FileChange::kGone) {
+    ShowText(doc_->Title() + QStringLiteral(" is no longer on disk; Save writes it again"), false);
+  } else {
+    HideBar();  // also where it cannot be read: a disk may be away for a moment; saving reports it
   }
 }
 

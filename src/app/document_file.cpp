@@ -76,7 +76,7 @@ std::string DocumentFile::Question(const std::filesystem::path& path, const Para
     return text + Differences(mine, theirs);
   }
   *seen = *this;
-  if (!seen->memory_.Read(path).empty()) {
+  if (!seen->memory_.Read(path)) {
     seen->Forget();
   }
   return text + "\n\nThe file there is not a readable table: " + report.message;

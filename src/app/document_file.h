@@ -24,9 +24,7 @@ class DocumentFile {
                     const ParamTable& table, int* version = nullptr);
 
   const RememberedFile& Memory() const { return memory_; }
-  FileChange Look(const std::filesystem::path& path, std::string* reason = nullptr) {
-    return memory_.Look(path, reason);
-  }
+  Result<FileChange> Look(const std::filesystem::path& path) { return memory_.Look(path); }
 
   /// What to ask before `mine` takes the place of a file that others have changed: whose keys
   /// differ, or why that cannot be known. `seen` becomes the content that the text is about.

@@ -28,14 +28,14 @@ fs::path CopyPath(const fs::path& folder, int number) {
   return folder / ("unsaved-" + FormatInt(number) + ".orvane");
 }
 
-std::string ReadCopy(const fs::path& path, UnsavedTable* unsaved) {
+Result<UnsavedTable> ReadCopy(const fs::path& path) {
   InFile file;
-  if (std::string reason = file.Open(path); !reason.empty()) {
-    return reason;
+  if (const Result<> opened = file.Open(path); !opened) {
+    return Failure(opened.Message());
   }
   std::vector<std::byte> bytes(kMostBytes);
   bytes.resize(file.Read(bytes));
-  return file.Error().empty() ? ReadUnsavedImage(bytes, unsaved) : file.Error();
+  return file.Outcome() ? ReadUnsavedImage(bytes) : Failure(file.Outcome().Message());
 }
 
 // Whether a lock does not name its owner: it was cut short when the computer went off. One that a
@@ -60,9 +60,15 @@ std::string TimeText(const QDateTime& time) {
 
 // What happened to the file after the copy's table was read from it; empty: not known.
 std::string FileStory(const RememberedFile& known, const QString& path) {
+  if (!known.IsKnown()) {
+    return {};
+  }
   RememberedFile file = known;
-  std::string reason;
-  switch (file.Look(PathFromText(path), &reason)) {
+  const auto change = file.Look(PathFromText(path));
+  if (!change) {
+    return "\n\nThe file cannot be read: " + change.Message() + ".";
+  }
+  switch (*change) {
     case FileChange::kChanged:
       return "\n\nThe file is newer: it was changed at " +
              TimeText(QFileInfo(path).lastModified()) +
@@ -70,8 +76,6 @@ std::string FileStory(const RememberedFile& known, const QString& path) {
              TimeText(QDateTime::fromMSecsSinceEpoch(known.Written() / 1000000)) + ".";
     case FileChange::kGone:
       return "\n\nThe file is no longer on disk.";
-    case FileChange::kUnknown:
-      return reason.empty() ? reason : "\n\nThe file cannot be read: " + reason + ".";
     case FileChange::kUnchanged:
       break;
   }
@@ -139,10 +143,10 @@ bool EmergencyCopy::Offer(Prompts* prompts) {
   std::string line;
   bool is_open = false;
   for (Copy& copy : Abandoned()) {
-    UnsavedTable unsaved;
-    if (const std::string reason = ReadCopy(copy.file, &unsaved); !reason.empty()) {
-      line = FileMessage(copy.file, "emergency copy ignored: " + reason);
-    } else if (!is_open && OpenIfWanted(&copy, unsaved, prompts)) {
+    const auto unsaved = ReadCopy(copy.file);
+    if (!unsaved) {
+      line = FileMessage(copy.file, "emergency copy ignored: " + unsaved.Message());
+    } else if (!is_open && OpenIfWanted(&copy, *unsaved, prompts)) {
       is_open = true;
     }
   }
@@ -180,26 +184,26 @@ bool EmergencyCopy::OpenIfWanted(Copy* copy, const UnsavedTable& unsaved, Prompt
   return true;
 }
 
-// An empty string, or why there is no place for a copy.
-std::string EmergencyCopy::ClaimOwn() {
+// Fails where there is no place for a copy.
+Result<> EmergencyCopy::ClaimOwn() {
   const bool is_new = Exists(folder_) == Existence::kNotThere;
-  if (std::string reason = MakeFolders(folder_); !reason.empty()) {
-    return reason;
+  if (const Result<> made = MakeFolders(folder_); !made) {
+    return made;
   }
   std::error_code error;
   if (is_new) {
     fs::permissions(folder_, fs::perms::owner_all, error);  // tables may hold passwords
   }
   if (error) {
-    return FileMessage(folder_, SystemReason(error.default_error_condition().value()));
+    return Failure(FileMessage(folder_, SystemReason(error.default_error_condition().value())));
   }
   for (int i = 1; i <= kMostCopies && own_.lock == nullptr; ++i) {
     if (Copy copy = Claimed(i); copy.lock != nullptr && Exists(copy.file) == Existence::kNotThere) {
       own_ = std::move(copy);
     }
   }
-  return own_.lock == nullptr ? FileMessage(folder_, "there are too many copies already")
-                              : std::string();
+  return own_.lock == nullptr ? Failure(FileMessage(folder_, "there are too many copies already"))
+                              : Result<>();
 }
 
 void EmergencyCopy::FollowMark(bool is_modified) {
@@ -223,13 +227,13 @@ void EmergencyCopy::Keep() {
   if (image == kept_) {
     return;
   }
-  std::string reason = own_.lock == nullptr ? ClaimOwn() : std::string();
-  if (reason.empty()) {
-    reason = WriteFile(own_.file, image);
-    reason = reason.empty() ? reason : FileMessage(own_.file, reason);
+  Result<> kept = own_.lock == nullptr ? ClaimOwn() : Result<>();
+  if (kept) {
+    const Result<> written = WriteFile(own_.file, image);
+    kept = written ? written : Failure(FileMessage(own_.file, written.Message()));
   }
-  if (!reason.empty()) {
-    notices_->ShowNotice("No emergency copy of the unsaved changes: " + reason);
+  if (!kept) {
+    notices_->ShowNotice("No emergency copy of the unsaved changes: " + kept.Message());
     return;
   }
   kept_ = std::move(image);

@@ -43,7 +43,7 @@ class EmergencyCopy : public QObject {
   std::vector<Copy> Abandoned() const;
   Copy Claimed(int number) const;
   bool OpenIfWanted(Copy* copy, const UnsavedTable& unsaved, Prompts* prompts);
-  std::string ClaimOwn();
+  Result<> ClaimOwn();
   void FollowMark(bool is_modified);
   void Keep();
   void Remove();

@@ -117,12 +117,13 @@ bool FieldDisplays::TellFault(const std::string& message, const std::string& rea
 
 bool FieldDisplays::ShowRead(std::unique_ptr<TsLoading> loading) {
   std::unique_ptr<TsFile> file = loading->Take();
-  if (!loading->Fault().empty()) {
+  const Result<>& opened = loading->Outcome();
+  if (!opened && file->FailureText().empty()) {
     return TellFault(OpenFailureText(loading->Path()),
-                     FileMessage(loading->Path(), loading->Fault()));
+                     FileMessage(loading->Path(), opened.Message()));
   }
-  if (!loading->IsOpen()) {
-    TellFault(file->Message(), file->Reason());
+  if (!opened) {
+    TellFault(file->FailureText(), opened.Message());
     const bool wants_raw_counts =
         file->LacksCompanion() &&
         prompts_->AskYesNo(

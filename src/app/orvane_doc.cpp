@@ -108,8 +108,8 @@ bool COrvaneDoc::Load(const QString& path, const ParamTable& before) {
   BuildIndex();
   const std::filesystem::path file_path = PathFromText(path);
   InFile file;
-  if (const std::string reason = file.Open(file_path); !reason.empty()) {
-    prompts_->ShowWarning(kCaption, FileMessage(file_path, reason));
+  if (const Result<> opened = file.Open(file_path); !opened) {
+    prompts_->ShowWarning(kCaption, FileMessage(file_path, opened.Message()));
     return false;
   }
   if (file.Info().size > kLargestTable) {
@@ -156,23 +156,22 @@ bool COrvaneDoc::IsOwnFile(const QString& path) const {
          CompareFiles(PathFromText(path), PathFromText(path_)) != Sameness::kDifferent;
 }
 
-FileChange COrvaneDoc::LookAtFile(std::string* reason) {
+Result<FileChange> COrvaneDoc::LookAtFile() {
   return path_.isEmpty() || !file_.Memory().IsKnown() ? FileChange::kUnchanged
-                                                      : file_.Look(PathFromText(path_), reason);
+                                                      : file_.Look(PathFromText(path_));
 }
 
 void COrvaneDoc::KeepMine() {
   DocumentFile seen;
-  switch (LookAtFile()) {
-    case FileChange::kGone:
-      seen.Take(RememberedFile::Absent(), *table_);
-      break;
-    case FileChange::kChanged:
-      // The text is for a question that need not be asked.
-      static_cast<void>(file_.Question(PathFromText(path_), *table_, &seen));
-      break;
-    default:
-      return;
+  const auto change = LookAtFile();
+  if (!change || change == FileChange::kUnchanged) {
+    return;
+  }
+  if (change == FileChange::kGone) {
+    seen.Take(RememberedFile::Absent(), *table_);
+  } else {
+    // The text is for a question that need not be asked.
+    static_cast<void>(file_.Question(PathFromText(path_), *table_, &seen));
   }
   file_ = seen;
   must_save_ = true;
@@ -182,16 +181,14 @@ void COrvaneDoc::KeepMine() {
 bool COrvaneDoc::MayReplaceFile(bool can_load) {
   enum Choice : int { kCancel, kSaveMine, kLoadIt };
   const std::filesystem::path path = PathFromText(path_);
-  std::string reason;
   // The file may change again while the question is open.
-  for (FileChange change = LookAtFile(&reason); change != FileChange::kUnchanged;
-       change = LookAtFile(&reason)) {
+  for (auto change = LookAtFile(); change != FileChange::kUnchanged; change = LookAtFile()) {
     if (change == FileChange::kGone) {
       return true;
     }
-    if (change == FileChange::kUnknown) {
+    if (!change) {
       return prompts_->AskToLose(
-                 kCaption, FileMessage(path, reason) +
+                 kCaption, FileMessage(path, change.Message()) +
                                "\n\nThe file cannot be read, so Orvane cannot know whether another "
                                "program has changed it. Save over it anyway?") == Answer::kYes;
     }
@@ -254,7 +251,7 @@ bool COrvaneDoc::Write(const QString& path, const TblSaveOptions& options) {
     }
     OutFile file;
     static_cast<void>(file.OpenAlone(PathFromText(path)));  // where that fails, so does saving
-    if (const FileChange change = LookAtFile(); is_own && change != FileChange::kUnknown) {
+    if (const auto change = LookAtFile(); is_own && change) {
       file.Expect(change == FileChange::kGone ? RememberedFile::Absent() : file_.Memory());
     }
     status = SaveParamFile(table_, PathFromText(path), &file, options, &report, &memory);

@@ -41,9 +41,9 @@ class COrvaneDoc : public QObject {
   /// version 2 and as it was read or written, and nothing was changed since.
   bool OnSave();
 
-  /// Looks whether others have changed the document's file; `reason` may be null. A document
-  /// without a file is unchanged.
-  FileChange LookAtFile(std::string* reason = nullptr);
+  /// Looks whether others have changed the document's file. A document without a file is
+  /// unchanged.
+  Result<FileChange> LookAtFile();
   /// Loads its file again; asks before changes are lost.
   bool OnReload();
   /// The table stays what it is, and is to be saved: over what the file holds now.

@@ -8,12 +8,12 @@
 #include "calibration/cal_text.h"
 #include "files/path_text.h"
 #include "spectra/widgets/spectra_dlg.h"
-#include "stepping/tfs_listing.h"
-#include "table/tbl_listing.h"
-#include "table/tbl_to_v1.h"
+#include "stepping/schedule_text.h"
+#include "table/table_text.h"
+#include "table/table_to_v1.h"
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
-#include "timeseries/ts_text.h"
+#include "timeseries/time_series_text.h"
 #include "ui/batch_progress_dlg.h"
 #include "ui/batch_result_dlg.h"
 #include "ui/file_dialogs.h"
@@ -55,18 +55,18 @@ constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL F
 
 }  // namespace
 
-void UtilityCommands::ListTables() { Run(kTableListing, TblListing(), folders_.Document()); }
+void UtilityCommands::ListTables() { Run(kTableListing, TableText(), folders_.Document()); }
 void UtilityCommands::ListCalibrations() {
   Run(kCalibrationListing, ExportCalToText(), folders_.Calibrations());
 }
-void UtilityCommands::ListSchedules() { Run(kScheduleListing, TfsListing(), folders_.Data()); }
+void UtilityCommands::ListSchedules() { Run(kScheduleListing, ScheduleText(), folders_.Data()); }
 void UtilityCommands::ConvertTimeDomainStacks() {
   Run(kTimeDomainStacks, StackCsv(StackDomain::kTime), folders_.Data());
 }
 void UtilityCommands::ConvertFrequencyDomainStacks() {
   Run(kFrequencyDomainStacks, StackCsv(StackDomain::kFrequency), folders_.Data());
 }
-void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TsText(), folders_.Data()); }
+void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TimeSeriesText(), folders_.Data()); }
 void UtilityCommands::Restack() {
   RestackOptions options;
   options.ask_about_bad = [this](const std::string& question, const BatchTask& task) {
@@ -76,7 +76,7 @@ void UtilityCommands::Restack() {
   Run(kRestacking, orvane::Restack(std::move(options)), folders_.Data());
 }
 void UtilityCommands::ConvertToVersion1() {
-  Run(kVersion1, TblToVersion1(doc_->Table()), folders_.Document());
+  Run(kVersion1, TableToV1(doc_->Table()), folders_.Document());
 }
 
 // A worker asks and waits for this thread, which shows the question over the progress.
@@ -146,7 +146,7 @@ void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
 
 void UtilityCommands::ShowTexts(const Batch& batch) {
   QString missing;
-  QString editor_fault;
+  Result<> shown;
   for (std::size_t i = 0; i < batch.Count(); ++i) {
     const BatchResult& result = *batch.Result(i);
     if (result.outputs.empty()) {
@@ -157,13 +157,13 @@ void UtilityCommands::ShowTexts(const Batch& batch) {
     if (!result.text.empty()) {
       notices_->ShowNotice(PathText(batch.Input(i)) + ": " + result.text);
     }
-    if (editor_fault.isEmpty()) {
-      editor_fault = editor_.Show(TextFromPath(result.outputs.front()));
+    if (shown) {
+      shown = editor_.Show(TextFromPath(result.outputs.front()));
     }
   }
   const QString told =
       (missing.isEmpty() ? QString() : QStringLiteral("No text was written for\n") + missing) +
-      editor_fault;
+      QString::fromStdString(shown.Message());
   if (!told.isEmpty()) {
     prompts_->ShowWarning("Orvane", told.trimmed().toStdString());
   }

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-// Code point and length of the character that the text begins with; kNone where it is no UTF-8:
+// Code point and length of the character that the text begins with; kNone where it is not UTF-8:
 // cut, overlong, half of a pair or beyond the last one.
 struct Character {
   std::uint32_t code = kNone;
@@ -51,22 +51,22 @@ std::string Hex(std::uint32_t number, int digits) {
 
 }  // namespace
 
-std::string Latin1FromUtf8(std::string_view text, std::string* bytes) {
+Result<std::string> Latin1FromUtf8(std::string_view text) {
   std::string result;
   for (std::size_t at = 0; at < text.size();) {
     const Character character = FirstOf(text.substr(at));
     if (character.code == kNone) {
-      return "is not UTF-8 at byte " + FormatInt(at + 1);
+      return Failure("is not UTF-8 at byte " + FormatInt(at + 1));
     }
     if (character.code > 0xFFU) {
-      return "has the character \"" + std::string(text.substr(at, character.length)) + "\" (U+" +
-             Hex(character.code, 4) + "), which a table cannot hold: its texts are Latin-1";
+      return Failure("has the character \"" + std::string(text.substr(at, character.length)) +
+                     "\" (U+" + Hex(character.code, 4) +
+                     "), which a table cannot hold: its texts are Latin-1");
     }
     result += static_cast<char>(static_cast<unsigned char>(character.code));
     at += character.length;
   }
-  *bytes = std::move(result);
-  return {};
+  return result;
 }
 
 std::string PrintableUtf8(std::string_view text) {

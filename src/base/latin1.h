@@ -6,11 +6,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/result.h"
+
 namespace orvane {
 
-/// The bytes of a UTF-8 text in Latin-1. An empty string, or why the text has none: the character
-/// that Latin-1 lacks, or the place that is no UTF-8. `bytes` is written only with the former.
-[[nodiscard]] std::string Latin1FromUtf8(std::string_view text, std::string* bytes);
+/// A UTF-8 text in Latin-1. A failure names the character that Latin-1 lacks, or the place that is
+/// not UTF-8.
+Result<std::string> Latin1FromUtf8(std::string_view text);
 
 /// The same bytes as UTF-8, where control bytes (0 to 0x1F, 0x7F to 0x9F) become \xNN. Nothing
 /// else is escaped, a backslash neither.

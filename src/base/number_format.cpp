@@ -88,7 +88,7 @@ class Digits {
     static_assert(std::endian::native == std::endian::little);
   }
 
-  // Those from the `from`-th on, and rubbish behind them.
+  // Those from the `from`-th on, and rubbish after them.
   void Put(char* to, int from = 0) const {
     // In two steps: all digits may go, and a word cannot be shifted by its whole width.
     const unsigned half = 4U * static_cast<unsigned>(from);
@@ -242,7 +242,7 @@ char* WriteSlowly(char* to, double value, std::chars_format format, int precisio
   return PadLeft(to, std::to_chars(to, to + kMaxNumberText, value, format, precision).ptr, width);
 }
 
-// Digits with a point behind the first `whole` of them.
+// Digits with a point after the first `whole` of them.
 template <typename Word>
 void PutWithPoint(char* to, const Digits<Word>& digits, int whole) {
   digits.Put(to);
@@ -250,7 +250,7 @@ void PutWithPoint(char* to, const Digits<Word>& digits, int whole) {
   digits.Put(to + whole + 1, whole);
 }
 
-// printf's "%g" drops the zeros at the end and a point without digits behind it.
+// printf's "%g" drops the zeros at the end and a point without digits after it.
 char* PutGeneral(char* to, const Decimal& decimal, int precision, bool negative, int width) {
   const Digits<Wide> digits(decimal.digits, precision);
   const int count = CountWithoutZeros(decimal.digits, precision);

@@ -2,7 +2,7 @@
 // Numbers in printf's formats, character for character as the C library writes them in the C
 // locale, but many times as fast and whatever the user's locale is. No memory is allocated: the
 // caller gives room for `kMaxNumberText` characters, all of which may be changed, and gets the end
-// of the number; no NUL stands behind it.
+// of the number; no NUL follows it.
 #ifndef ORVANE_BASE_NUMBER_FORMAT_H_
 #define ORVANE_BASE_NUMBER_FORMAT_H_
 
@@ -15,7 +15,7 @@ namespace orvane {
 inline constexpr int kMaxNumberWidth = 64;
 inline constexpr int kMaxPrecision = 40;
 /// Room for the longest text (sign and 309 digits of the largest double, point and decimals) and
-/// for what is written behind shorter ones, because whole words are quicker than single characters.
+/// for what is written after shorter ones, because whole words are quicker than single characters.
 inline constexpr std::size_t kMaxNumberText = 400;
 
 /// "%{width}.{precision}f"

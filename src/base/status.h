@@ -14,7 +14,7 @@ enum [[nodiscard]] Status : int{
     kTypeMismatch = 12,        ///< the entry has another type, or the key cannot serve the request
     kTblWriteFailed = 172,     ///< a parameter table file could not be written
     kTblUnreadable = 173,      ///< a parameter table file is missing, unreadable or too short
-    kTblNotRecognised = 174,   ///< the first record is no parameter table's
+    kTblNotRecognised = 174,   ///< the first record is not a parameter table's
     kWriteNotPermitted = 183,  ///< the current "MODE" protects the entry
     kValueTooLong = 187,       ///< the value does not fit a version-1 record
     kLongTextTooLong = 188,    ///< a long string does not fit its chain or the buffer

@@ -12,7 +12,7 @@
 
 namespace orvane {
 
-/// A number as it stands in a file: little-endian, of alignment 1, so that a struct of such
+/// A number as it is in a file: little-endian, of alignment 1, so that a struct of such
 /// members has the same bytes in memory and on disk and no padding.
 template <typename T>
 class Le {

@@ -31,8 +31,8 @@ std::string TakeRecords(CalReader* in, std::vector<CalFileRecord>* records) {
     }
     records->push_back(record);
   }
-  if (!in->Error().empty()) {
-    return in->Error();
+  if (!in->Outcome()) {
+    return in->Outcome().Message();
   }
   if (records->empty()) {
     return "no complete record";
@@ -81,15 +81,15 @@ CalCurve CurveOf(const std::vector<CalFileRecord>& records, const std::vector<st
   return curve;
 }
 
-std::string Load(const std::filesystem::path& path, CalCurves* curves) {
+Result<CalCurves> Load(const std::filesystem::path& path) {
   CalCurves loaded;
   loaded.path = path;
   CalReader in;
-  if (!in.Open(path).empty()) {
-    return "Failed to open file " + PathText(path) + "!";
+  if (!in.Open(path)) {
+    return Failure("Failed to open file " + PathText(path) + "!");
   }
   if (!in.TakeHeader(&loaded.header) || loaded.header.Channels() == 0) {
-    return "Failed to read calbration header!";  // kept: misspelled, as users know it
+    return Failure("Failed to read calbration header!");  // kept: misspelled, as users know it
   }
   std::vector<CalFileRecord> records;
   loaded.note = TakeRecords(&in, &records);
@@ -98,8 +98,7 @@ std::string Load(const std::filesystem::path& path, CalCurves* curves) {
   for (std::size_t c = 0; c < loaded.header.Channels(); ++c) {
     loaded.channels.push_back(CurveOf(records, order, sweeps, c));
   }
-  *curves = std::move(loaded);
-  return {};
+  return loaded;
 }
 
 }  // namespace
@@ -118,11 +117,11 @@ double FoldPhases(std::vector<double>* phases) {
   return turn;
 }
 
-std::string LoadCalCurves(const std::filesystem::path& path, CalCurves* curves) {
+Result<CalCurves> LoadCalCurves(const std::filesystem::path& path) {
   try {
-    return Load(path, curves);
+    return Load(path);
   } catch (const std::bad_alloc&) {
-    return "Memory allocation error!";
+    return Failure("Memory allocation error!");
   }
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "base/result.h"
 #include "calibration/cal_header.h"
 
 namespace orvane {
@@ -29,9 +30,9 @@ struct CalCurves {
   std::string note;
 };
 
-/// Loads at most 500 records; a second series of records of kind 2 ends the reading. An empty
-/// string, or the message for the user; `curves` is then as before.
-[[nodiscard]] std::string LoadCalCurves(const std::filesystem::path& path, CalCurves* curves);
+/// Loads at most 500 records; a second series of records of kind 2 ends the reading. A failure
+/// has the message for the user.
+Result<CalCurves> LoadCalCurves(const std::filesystem::path& path);
 
 /// Turns all phases by 180 degrees where their mean is beyond 150 or -150. Returns what it added.
 double FoldPhases(std::vector<double>* phases);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Header and records of calibration files (*.CLB, *.CLC); docs/formats/calibration.md tells the
-// format whole.
+// Header and records of calibration files (*.CLB, *.CLC); docs/formats/calibration.md describes the
+// format.
 #ifndef ORVANE_CALIBRATION_CAL_HEADER_H_
 #define ORVANE_CALIBRATION_CAL_HEADER_H_
 

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <string>
 
 #include "calibration/cal_header.h"
 #include "files/file_io.h"
@@ -14,8 +13,7 @@ namespace orvane {
 /// Takes a calibration file apart, record by record; what the records mean is for others.
 class CalReader {
  public:
-  /// An empty string, or why the file cannot be read.
-  [[nodiscard]] std::string Open(const std::filesystem::path& path) { return file_.Open(path); }
+  Result<> Open(const std::filesystem::path& path) { return file_.Open(path); }
 
   /// The header, which must be taken before the records; false where the file is too short.
   bool TakeHeader(CalHeader* header);
@@ -24,7 +22,7 @@ class CalReader {
   /// file does not have keep what they hold.
   bool TakeRecord(CalFileRecord* record);
 
-  const std::string& Error() const { return file_.Error(); }
+  const Result<>& Outcome() const { return file_.Outcome(); }
   std::size_t RecordBytes() const { return record_bytes_; }
   std::uint64_t OffsetOf(std::size_t record) const {
     return sizeof(CalHeader) + std::uint64_t{record} * record_bytes_;

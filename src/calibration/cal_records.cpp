@@ -20,8 +20,8 @@ class Reading {
   Reading(int kind, CalRecords* cal) : kind_(kind), cal_(*cal) {}
 
   Status Run(const std::filesystem::path& path) {
-    if (const std::string reason = in_.Open(path); !reason.empty()) {
-      return Fail(kCalNotOpened, reason);
+    if (const Result<> opened = in_.Open(path); !opened) {
+      return Fail(kCalNotOpened, opened.Message());
     }
     if (const Status status = TakeHeader(); status != kOk) {
       return status;
@@ -29,8 +29,8 @@ class Reading {
     if (const Status status = TakeRecords(); status != kOk) {
       return status;
     }
-    if (!in_.Error().empty()) {
-      return Fail(kCalNotOpened, in_.Error());
+    if (!in_.Outcome()) {
+      return Fail(kCalNotOpened, in_.Outcome().Message());
     }
     const std::size_t count = cal_.records.size();
     if (count < 1 || count > kMaxCalRecords) {
@@ -48,9 +48,9 @@ class Reading {
 
   Status TakeHeader() {
     if (!in_.TakeHeader(&cal_.header)) {
-      return Fail(kCalHeaderUnreadable, in_.Error().empty()
+      return Fail(kCalHeaderUnreadable, in_.Outcome()
                                             ? "the file ends within its header of 132 bytes"
-                                            : in_.Error());
+                                            : in_.Outcome().Message());
     }
     CalHeader& header = cal_.header;
     if (header.ctyp != kind_) {
@@ -146,7 +146,7 @@ CalReport NoMemoryForCal(const std::filesystem::path& path) {
 std::optional<int> CalKindIn(const std::filesystem::path& path) {
   CalReader in;
   CalHeader header;
-  if (!in.Open(path).empty() || !in.TakeHeader(&header)) {
+  if (!in.Open(path) || !in.TakeHeader(&header)) {
     return std::nullopt;
   }
   return header.ctyp;

@@ -16,7 +16,7 @@ namespace {
 
 constexpr double kPi = 3.141592653589793;
 
-// "%4s,   ,   ,  %3s,  " and the value behind it.
+// "%4s,   ,   ,  %3s,  " and the value after it.
 TextFile& Begin(std::string_view key, std::string_view type, TextFile* out) {
   return out->TextRight(key, 4).Text(",   ,   ,  ").TextRight(type, 3).Text(",  ");
 }
@@ -68,18 +68,18 @@ std::string NoteOn(const CalReader& in, std::size_t records, bool is_more) {
 
 BatchResult ExportFile(BatchTask& task) {
   CalReader in;
-  if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
-    return BatchFailed(reason, kCalTextNoInput);
+  if (const Result<> opened = in.Open(task.Input()); !opened) {
+    return BatchFailed(opened.Message(), kCalTextNoInput);
   }
   const auto& path = task.Outputs()[0];
   TextFile out;
-  if (const std::string reason = out.Open(path); !reason.empty()) {
-    return BatchFailed(FileMessage(path, reason), kCalTextNoOutput);
+  if (const Result<> opened = out.Open(path); !opened) {
+    return BatchFailed(FileMessage(path, opened.Message()), kCalTextNoOutput);
   }
   CalHeader header;
   if (!in.TakeHeader(&header)) {
     return BatchFailed(
-        in.Error().empty() ? "the file ends within its header of 132 bytes" : in.Error(),
+        in.Outcome() ? "the file ends within its header of 132 bytes" : in.Outcome().Message(),
         kCalTextNoHeader);
   }
   WriteCalHeader(header, &out);
@@ -95,8 +95,8 @@ BatchResult ExportFile(BatchTask& task) {
   if (task.Stopped()) {
     return BatchCancelled();
   }
-  if (!in.Error().empty()) {
-    return BatchFailed(in.Error());
+  if (!in.Outcome()) {
+    return BatchFailed(in.Outcome().Message());
   }
   if (header.Channels() == 0) {
     return BatchFailed("no record: NCHN at offset 10 is " + FormatInt(header.nchn) +
@@ -105,8 +105,8 @@ BatchResult ExportFile(BatchTask& task) {
   if (records == 0) {
     return NoRecord(in.IsCut() ? in.OffsetOf(0) : 0);
   }
-  if (const std::string reason = out.Commit(); !reason.empty()) {
-    return BatchFailed(FileMessage(path, reason));
+  if (const Result<> committed = out.Commit(); !committed) {
+    return BatchFailed(FileMessage(path, committed.Message()));
   }
   return BatchDone(task.Outputs(), NoteOn(in, records, is_more));
 }

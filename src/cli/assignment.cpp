@@ -10,7 +10,7 @@ namespace orvane {
 
 bool IsAssignment(std::string_view text) { return text.find('=') != std::string_view::npos; }
 
-std::string Assign(std::string_view assignment, std::uint32_t tbl_version, ParamTable* table) {
+Result<> Assign(std::string_view assignment, std::uint32_t tbl_version, ParamTable* table) {
   const std::size_t equals = assignment.find('=');
   const std::string key(assignment.substr(0, equals));
   const std::string given(equals == std::string_view::npos ? std::string_view()
@@ -18,36 +18,37 @@ std::string Assign(std::string_view assignment, std::uint32_t tbl_version, Param
   // A key is looked up by its first eight characters; what is longer is not a key.
   const ParamEntry* entry = key.size() <= kKeySize ? table->FindParam(key) : nullptr;
   if (entry == nullptr) {
-    return PrintableUtf8(key) + ": " + std::string(StatusText(kKeyNotFound));
+    return Failure(PrintableUtf8(key) + ": " + std::string(StatusText(kKeyNotFound)));
   }
   if (ParamKey(key) == "TBVI") {
-    return key + ": is the version of the file and cannot be set";
+    return Failure(key + ": is the version of the file and cannot be set");
   }
   const auto refusal = [&key, &given](std::string_view reason) {
-    return key + ": \"" + PrintableUtf8(given) + "\" " + std::string(reason);
+    return Failure(key + ": \"" + PrintableUtf8(given) + "\" " + std::string(reason));
   };
-  std::string text;
-  if (const std::string reason = Latin1FromUtf8(given, &text); !reason.empty()) {
-    return refusal(reason);
+  const auto text = Latin1FromUtf8(given);
+  if (!text) {
+    return refusal(text.Message());
   }
-  if (ParamKey(key) == "TBVO" && text != "1" && text != "2") {
+  if (ParamKey(key) == "TBVO" && *text != "1" && *text != "2") {
     return refusal("is not a version: use 1 or 2");
   }
   ParamEntry changed = *entry;
   const auto type = static_cast<ValueType>(entry->type);
-  if (const std::string reason = ParseParamValueStrictly(text, type, &changed.value);
-      !reason.empty()) {
-    return refusal(reason);
+  const auto value = ParseParamValueStrictly(*text, type);
+  if (!value) {
+    return refusal(value.Message());
   }
+  changed.value = *value;
   if (tbl_version == 1 && !FitsTblV1Key(changed)) {
-    return key + ": a version-1 file has no keys of more than four characters";
+    return Failure(key + ": a version-1 file has no keys of more than four characters");
   }
   TblRecordV1 record;
   if (tbl_version == 1 && MakeTblRecordV1(changed, &record) != kOk) {
     return refusal("does not fit a version-1 file");
   }
   const Status status = table->SetParam(key, type, changed.value.data());
-  return status == kOk ? std::string() : key + ": " + std::string(StatusText(status));
+  return status == kOk ? Result<>() : Failure(key + ": " + std::string(StatusText(status)));
 }
 
 }  // namespace orvane

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// KEY=VALUE, as it stands on a command line.
+// KEY=VALUE, as on a command line.
 #ifndef ORVANE_CLI_ASSIGNMENT_H_
 #define ORVANE_CLI_ASSIGNMENT_H_
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
+#include "base/result.h"
 #include "table/param_table.h"
 
 namespace orvane {
@@ -14,11 +14,9 @@ namespace orvane {
 /// Whether there is a '=' at all; the first one divides.
 bool IsAssignment(std::string_view text);
 
-/// Stores the value of an assignment, which is UTF-8, in the table as Latin-1. Why it is refused,
-/// with the key; empty once it is in the table. For version 1 it must also fit a file of that
-/// version.
-[[nodiscard]] std::string Assign(std::string_view assignment, std::uint32_t tbl_version,
-                                 ParamTable* table);
+/// Stores the value of an assignment, which is UTF-8, in the table as Latin-1. For version 1 it
+/// must also fit a file of that version. A refusal names the key.
+Result<> Assign(std::string_view assignment, std::uint32_t tbl_version, ParamTable* table);
 
 }  // namespace orvane
 

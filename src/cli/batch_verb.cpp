@@ -89,8 +89,8 @@ ExitCode PrintResults(const Batch& batch) {
 }  // namespace
 
 ExitCode RunBatch(BatchPlan plan) {
-  if (const std::string reason = MakeFolders(plan.out_folder); !reason.empty()) {
-    PrintMessage(reason);
+  if (const Result<> made = MakeFolders(plan.out_folder); !made) {
+    PrintMessage(made.Message());
     return kSomeFailed;
   }
   const InterruptWatch watch;

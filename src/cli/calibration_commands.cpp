@@ -18,7 +18,7 @@ namespace {
 
 struct CalibrationArguments {
   std::filesystem::path file;
-  int kind = 0;  // 0: as the file's name and its header tell
+  int kind = 0;  // 0: by the file's name and its header
 };
 
 // Whole numbers are signed although programs get them zero-extended.
@@ -66,18 +66,19 @@ ExitCode RunInfo(const CalibrationArguments& arguments) {
 
 ExitCode RunCurves(const CalibrationArguments& arguments) {
   constexpr int kDigits = 9;
-  CalCurves curves;
-  if (const std::string message = LoadCalCurves(arguments.file, &curves); !message.empty()) {
+  const auto curves = LoadCalCurves(arguments.file);
+  if (!curves) {
+    const std::string& message = curves.Message();
     const bool names_file = message.find(PathText(arguments.file)) != std::string::npos;
     PrintMessage(names_file ? message : FileMessage(arguments.file, message));
     return kSomeFailed;
   }
-  if (!curves.note.empty()) {
-    PrintMessage(FileMessage(arguments.file, curves.note));
+  if (!curves->note.empty()) {
+    PrintMessage(FileMessage(arguments.file, curves->note));
   }
   std::string text;
-  for (std::size_t c = 0; c < curves.channels.size(); ++c) {
-    const CalCurve& curve = curves.channels[c];
+  for (std::size_t c = 0; c < curves->channels.size(); ++c) {
+    const CalCurve& curve = curves->channels[c];
     for (std::size_t i = 0; i < curve.frequency.size(); ++i) {
       text += FormatInt(c + 1);
       for (const double value : {curve.frequency[i], curve.amplitude[i], curve.phase[i]}) {

@@ -17,7 +17,7 @@
 namespace {
 
 // The arguments, last first, as the parser takes them. It would split a file name such as [a,b]
-// into several; the same file's name behind "./" stays one.
+// into several; the same file's name after "./" stays one.
 std::vector<std::string> Arguments(int argc, char** argv) {
   auto arguments = orvane::ProgramArguments(argc, argv);
   for (std::string& argument : arguments) {

@@ -46,16 +46,11 @@ std::string PathLine(const std::filesystem::path& path) {
 
 bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file,
              std::string_view refusal) {
-  switch (CompareFiles(to, file)) {
-    case Sameness::kSame:
-      PrintMessage(FileMessage(to, refusal));
-      return true;
-    case Sameness::kDifferent:
-      return false;
-    case Sameness::kCannotTell:
-      break;
+  const auto sameness = CompareFiles(to, file);
+  if (sameness == Sameness::kDifferent) {
+    return false;
   }
-  PrintMessage(FileMessage(to, SystemReason(errno)));
+  PrintMessage(FileMessage(to, sameness ? refusal : sameness.Message()));
   return true;
 }
 

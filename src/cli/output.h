@@ -28,21 +28,21 @@ void PrintUsageFault(std::string_view text);
 std::string PathLine(const std::filesystem::path& path);
 
 /// True, with a message, where a result would take the place of the file it comes from, or where
-/// that cannot be told.
+/// the system does not say.
 [[nodiscard]] bool IsInput(const std::filesystem::path& to, const std::filesystem::path& file,
                            std::string_view refusal);
 
 /// The value of an entry as text, in UTF-8 and printable.
 std::string PrintableValue(const ParamEntry& entry);
 
-/// The method of a table whose file does not tell it.
+/// The method of a table whose file does not name it.
 enum class WithoutMethod {
   kDefault,  ///< that of the dictionary
   kMtAmt,    ///< 5, as the desktop program takes it
 };
 
 /// Loads a file onto the dictionary's defaults. False, with a message, where that fails. Of a file
-/// that does not hold all parameters a message tells how many it holds.
+/// that does not hold all parameters a message says how many it holds.
 [[nodiscard]] bool LoadOntoDefaults(const std::filesystem::path& path, ParamTable* table,
                                     TblReport* report,
                                     WithoutMethod method = WithoutMethod::kDefault);

@@ -7,7 +7,7 @@
 #include "cli/commands.h"
 #include "cli/schedule_run.h"
 #include "cli/validators.h"
-#include "stepping/tfs_listing.h"
+#include "stepping/schedule_text.h"
 #include "table/tech.h"
 
 namespace orvane {
@@ -86,7 +86,8 @@ void AddScheduleCommands(CLI::App* app, ExitCode* exit_code) {
   AddPath(show, "FILE", &arguments->file, "a schedule file")->required();
   show->callback([=] { *exit_code = RunScheduleShow(arguments->file); });
 
-  AddBatchVerb(schedule, "text", "Write each schedule as a text (NAME.txt)", TfsListing, exit_code);
+  AddBatchVerb(schedule, "text", "Write each schedule as a text (NAME.txt)", ScheduleText,
+               exit_code);
   AddFdem(schedule, arguments, exit_code);
 }
 

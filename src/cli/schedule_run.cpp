@@ -18,8 +18,8 @@ constexpr std::string_view kIsInput = "is the input file and was not written";
 
 ExitCode WriteRows(const std::filesystem::path& to, std::span<const ScheduleRow> rows) {
   const InterruptWatch watch;
-  if (const std::string reason = WriteScheduleFile(to, rows); !reason.empty()) {
-    PrintMessage(FileMessage(to, reason));
+  if (const Result<> written = WriteScheduleFile(to, rows); !written) {
+    PrintMessage(FileMessage(to, written.Message()));
     return kSomeFailed;
   }
   if (const std::string reason = WhyUnreadable(rows); !reason.empty()) {

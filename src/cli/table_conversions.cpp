@@ -3,18 +3,18 @@
 
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
-#include "table/tbl_listing.h"
-#include "table/tbl_to_v1.h"
+#include "table/table_text.h"
+#include "table/table_to_v1.h"
 
 namespace orvane {
 
 void AddTableConversions(CLI::App* table, ExitCode* exit_code) {
-  AddBatchVerb(table, "text", "Write each table as a text (NAME.txt)", TblListing, exit_code);
+  AddBatchVerb(table, "text", "Write each table as a text (NAME.txt)", TableText, exit_code);
   AddBatchVerb(
       table, "to-v1",
       "Write NAME.TBL as version 1 and keep it as version 2 in NAME.TB2; what a file lacks is "
       "taken from the file before it",
-      [] { return TblToVersion1(ParamTable()); }, exit_code);
+      [] { return TableToV1(ParamTable()); }, exit_code);
 }
 
 }  // namespace orvane

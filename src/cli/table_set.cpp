@@ -45,9 +45,8 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
 bool AssignAll(const SetOptions& options, ParamTable* table) {
   bool is_refused = false;
   for (const std::string& assignment : options.assignments) {
-    if (const std::string reason = Assign(assignment, options.tbl_version, table);
-        !reason.empty()) {
-      PrintMessage(reason);
+    if (const Result<> assigned = Assign(assignment, options.tbl_version, table); !assigned) {
+      PrintMessage(assigned.Message());
       is_refused = true;
     }
   }
@@ -61,15 +60,15 @@ bool AssignAll(const SetOptions& options, ParamTable* table) {
 bool SetOnce(const SetOptions& options, ExitCode* result) {
   *result = kSomeFailed;
   OutFile file;
-  const Sameness sameness = CompareFiles(options.file, options.to);
-  if (sameness == Sameness::kCannotTell) {
-    PrintMessage(FileMessage(options.to, SystemReason(errno)));
+  const auto sameness = CompareFiles(options.file, options.to);
+  if (!sameness) {
+    PrintMessage(FileMessage(options.to, sameness.Message()));
     return true;
   }
   const bool is_update =
       sameness == Sameness::kSame && Exists(options.file) != Existence::kNotThere;
   if (is_update) {
-    // Where that fails so does writing, after what reading has to tell.
+    // Where that fails so does writing, after what reading has to report.
     static_cast<void>(file.OpenToUpdate(options.to));
   }
   ParamTable table;

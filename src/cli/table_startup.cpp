@@ -50,11 +50,11 @@ bool MakeReady(const std::filesystem::path& path, const std::filesystem::path& i
   if (IsInput(path, input, "is the input file and was not written")) {
     return false;
   }
-  const std::string reason = MakeFolders(path.parent_path());
-  if (!reason.empty()) {
-    PrintMessage(reason);
+  const Result<> made = MakeFolders(path.parent_path());
+  if (!made) {
+    PrintMessage(made.Message());
   }
-  return reason.empty();
+  return static_cast<bool>(made);
 }
 
 void TellSerial(const StartupForm& form) {

@@ -8,8 +8,8 @@
 #include "cli/commands.h"
 #include "table/param_time.h"
 #include "timeseries/restack.h"
+#include "timeseries/time_series_text.h"
 #include "timeseries/ts_file.h"
-#include "timeseries/ts_text.h"
 #include "timeseries/waveform_channels.h"
 
 namespace orvane {
@@ -30,13 +30,13 @@ struct WaveformArguments {
 };
 
 bool OpenOrTell(const WaveformArguments& arguments, TsFile* file) {
-  if (file->Open(arguments.file, arguments.Options())) {
-    return true;
+  const Result<> opened = file->Open(arguments.file, arguments.Options());
+  if (!opened) {
+    PrintMessage(
+        file->FailureText() + " " + opened.Message() +
+        (file->LacksCompanion() ? "; --header 252 or 196 reads the waveform without it" : ""));
   }
-  PrintMessage(
-      file->Message() + " " + file->Reason() +
-      (file->LacksCompanion() ? "; --header 252 or 196 reads the waveform without it" : ""));
-  return false;
+  return static_cast<bool>(opened);
 }
 
 // Prints a line for each record, as they come: a file may have very many.
@@ -55,7 +55,7 @@ ExitCode PrintRecords(const TsFile& file, std::string text, LineOf line_of) {
   }
   // What failed when the records were counted may be read now; then the counts are wrong.
   const std::string error =
-      walker.Error().empty() ? file.ReadError() : FileMessage(file.Path(), walker.Error());
+      walker.Outcome() ? file.ReadError() : FileMessage(file.Path(), walker.Outcome().Message());
   if (!error.empty()) {
     PrintMessage(error);
   }
@@ -142,7 +142,7 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
   add_reading("titles", "Print the display's title line of each record", RunTitles);
   CLI::App* text = AddBatchVerb(
       waveform, "text", "Write time series as text (NAME.txt, NAME_TS3.txt)",
-      [=] { return TsText(arguments->HeaderSize()); }, exit_code);
+      [=] { return TimeSeriesText(arguments->HeaderSize()); }, exit_code);
   AddHeaderOption(text, arguments.get());
   AddRestackCommand(waveform, exit_code);
   AddHarmonicsCommand(waveform, exit_code);

@@ -204,16 +204,16 @@ void Spread::SetCell(int box, int channel, ChannelColumn column, const ParamValu
 
 std::string Spread::EditChannel(int box, int channel, ChannelColumn column, std::string_view text) {
   const ChannelColumnInfo& info = InfoOf(column);
-  ParamValue value{};
   const std::string_view entered = info.type == StrPT ? text : Trimmed(text);
-  if (std::string reason = ParseParamValueStrictly(entered, info.type, &value); !reason.empty()) {
+  auto value = ParseParamValueStrictly(entered, info.type);
+  if (!value) {
     return info.type == StrPT ? "Enter no more than 15 characters."
                               : NumberFault(info.type == IntPT);
   }
   if (info.to_stored != 1) {
-    PutReal(RealOf(value) * info.to_stored, &value);
+    PutReal(RealOf(*value) * info.to_stored, &*value);
   }
-  SetCell(box, channel, column, value);
+  SetCell(box, channel, column, *value);
   return {};
 }
 

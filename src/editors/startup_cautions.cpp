@@ -24,13 +24,12 @@ bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b) 
 
 std::string FolderFault(const std::filesystem::path& folder) {
   FileInfo info;
-  switch (ExistenceFrom(ReadInfo(folder, &info))) {
-    case Existence::kNotThere:
-      return "The folder " + PathText(folder) + " does not exist.";
-    case Existence::kCannotTell:
-      return FileMessage(folder, SystemReason(errno)) + ".";
-    case Existence::kThere:
-      break;
+  const auto found = ExistenceFrom(ReadInfo(folder, &info));
+  if (!found) {
+    return FileMessage(folder, found.Message()) + ".";
+  }
+  if (found == Existence::kNotThere) {
+    return "The folder " + PathText(folder) + " does not exist.";
   }
   if (info.kind != FileKind::kFolder) {
     return PathText(folder) + " is not a folder.";

@@ -14,7 +14,7 @@ namespace orvane {
 namespace {
 
 constexpr std::size_t kNoFile = static_cast<std::size_t>(-1);
-// The system tells one as the other.
+// The system reports both alike.
 constexpr const char* kNoThread = "Cannot allocate memory for a thread, or no more are allowed";
 
 }  // namespace
@@ -167,15 +167,15 @@ BatchResult Batch::ResultOf(Item* item, std::uint64_t* advanced) {
   BatchTask task(item->input, item->outputs, plan_.out_folder.empty(), &stop_, &bytes_done_);
   task.AllowThreads(threads_per_file_);
   task.SetFilesInBatch(items_.size());
-  const auto tell = [&] { *advanced = task.Advanced(); };
+  const auto note_advance = [&] { *advanced = task.Advanced(); };
   BatchResult result;
   try {
     result = plan_.conversion.job(task);
   } catch (...) {
-    tell();
+    note_advance();
     throw;
   }
-  tell();
+  note_advance();
   if (result.IsDone() && !item->shared_note.empty()) {
     result.status = BatchStatus::kDoneWithNote;
     result.text.append(result.text.empty() ? "" : "; ").append(item->shared_note);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Many files, each made into others by the same job, on several workers. A window or a progress
-// line only shows what stands here.
+// line only shows what is here.
 #ifndef ORVANE_FILES_BATCH_H_
 #define ORVANE_FILES_BATCH_H_
 
@@ -21,9 +21,9 @@ namespace orvane {
 
 enum class BatchStatus {
   kDone,
-  kDoneWithNote,  ///< all is written; `text` tells what a user should know
-  kFailed,        ///< `text` tells why
-  kLeftAlone,     ///< not converted on purpose; `text` tells why
+  kDoneWithNote,  ///< all is written; `text` has what a user should know
+  kFailed,        ///< `text` says why
+  kLeftAlone,     ///< not converted on purpose; `text` says why
   kCancelled,     ///< stopped, or never begun, because of `Batch::Stop()`
 };
 
@@ -68,7 +68,7 @@ class BatchTask {
   const std::filesystem::path& Input() const { return input_; }
   /// As `Conversion::outputs_of` named them, moved to the output folder where one is given.
   const std::vector<std::filesystem::path>& Outputs() const { return outputs_; }
-  /// The outputs stand beside the input, not in a folder chosen for them.
+  /// The outputs are beside the input, not in a folder chosen for them.
   bool IsBeside() const { return beside_; }
 
   /// Asked between pieces of work of a few milliseconds; once true the job returns

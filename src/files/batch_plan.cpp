@@ -2,7 +2,6 @@
 // What a batch settles before work begins: which files are written, which of them are refused, and
 // which inputs have to be done one after another.
 #include <algorithm>
-#include <cerrno>
 #include <numeric>
 #include <unordered_map>
 #include <utility>
@@ -46,14 +45,16 @@ void Batch::NameOutputs() {
     FileInfo info;
     item.size = ReadInfo(item.input, &info) ? info.size : 0;
     total += item.size;
-    item.identity = identities.Of(item.input);
-    if (item.identity.empty()) {
-      item.refused = SystemReason(errno);
+    if (const auto identity = identities.Of(item.input)) {
+      item.identity = *identity;
+    } else {
+      item.refused = identity.Message();
     }
     for (const auto& output : item.outputs) {
-      item.output_identities.push_back(identities.Of(output));
-      if (item.output_identities.back().empty()) {
-        item.refused = FileMessage(output, SystemReason(errno));
+      const auto identity = identities.Of(output);
+      item.output_identities.push_back(identity ? *identity : std::string());
+      if (!identity) {
+        item.refused = FileMessage(output, identity.Message());
       }
     }
   }

@@ -30,7 +30,7 @@ void RemoveFile(const std::filesystem::path& path) {
   std::filesystem::remove(path, ignored);
 }
 
-// Without locks only its age tells. Who is robbed of a file by a clock that is wrong notices it
+// Without locks only its age shows it. Who is robbed of a file by a clock that is wrong notices it
 // before the end, and has lost nothing.
 bool IsOld(const std::filesystem::path& path) {
   std::error_code error;
@@ -39,8 +39,8 @@ bool IsOld(const std::filesystem::path& path) {
 }
 
 // What nobody has locked was left by a program that is gone. It is removed under its lock, so that
-// no other program takes the name in between. Answers whose the name is: nobody's any more, another
-// program's, or that it cannot be told.
+// no other program takes the name in between. Returns whose the name is: nobody's any more, another
+// program's, or unknown.
 Lock RemoveLeftover(const std::filesystem::path& path) {
   const int handle = OpenToLock(path);
   if (handle < 0) {

@@ -8,8 +8,8 @@ namespace orvane {
 
 /// The file that a save fills beside its target before it takes the target's place. In a folder of
 /// the user's own its name is always the same for one target, so that the next save finds what a
-/// killed program left, and removes it. A lock, which ends with its program, tells such a leftover
-/// from a file that another program is filling just now: that one is left alone, and the next of
+/// killed program left, and removes it. A lock, which ends with its program, marks a file that
+/// another program is filling just now, and no leftover: that one is left alone, and the next of
 /// `kNames` names is taken. Where a file system has no locks, what nobody has written to for an
 /// hour is a leftover. In a folder that others may write to the name is random, so that nobody can
 /// be there first; leftovers go the first time that a program saves there.
@@ -29,7 +29,7 @@ class BesideFile {
   [[nodiscard]] bool Create(const std::filesystem::path& target);
   /// The same for one program at a time: EBUSY while another has the target so. The target itself
   /// is locked, where open files can be replaced, and in a folder of the user's own the first of
-  /// the names stands for it.
+  /// the names is its lock.
   [[nodiscard]] bool CreateAlone(const std::filesystem::path& target);
   /// Gives back the target's own lock, for those who are going to write it in place.
   void FreeTarget();

@@ -19,24 +19,23 @@ std::string Numbers(const FileInfo& info) {
   return FormatInt(info.device) + ":" + FormatInt(info.number);
 }
 
-// Folder and name, links followed: what stays when another file takes the name. Empty, with errno
-// set, where it cannot be told.
-std::string PlaceText(std::filesystem::path path) {
-  if (!FollowLinks(&path)) {
-    return {};
+// Folder and name, links followed: what stays when another file takes the name.
+Result<std::string> PlaceText(const std::filesystem::path& path) {
+  const auto end = FollowLinks(path);
+  if (!end) {
+    return Failure(end.Message());
   }
-  const auto folder = path.parent_path();
+  const auto folder = end->parent_path();
   FileInfo info;
-  switch (ExistenceFrom(ReadInfo(folder.empty() ? "." : folder, &info))) {
-    case Existence::kThere:
-      return Numbers(info) + "/" + NameIdentity(path.filename());
-    case Existence::kCannotTell:
-      return {};
-    case Existence::kNotThere:
-      break;
+  const auto found = ExistenceFrom(ReadInfo(folder.empty() ? "." : folder, &info));
+  if (!found) {
+    return Failure(found.Message());
+  }
+  if (found == Existence::kThere) {
+    return Numbers(info) + "/" + NameIdentity(end->filename());
   }
   std::error_code error;
-  return NameIdentity(std::filesystem::absolute(path, error).lexically_normal());
+  return NameIdentity(std::filesystem::absolute(*end, error).lexically_normal());
 }
 
 }  // namespace
@@ -45,58 +44,49 @@ std::string FileMessage(const std::filesystem::path& path, std::string_view reas
   return PathText(path) + ": " + std::string(reason);
 }
 
-std::string FileIdentities::Of(const std::filesystem::path& path) {
-  const std::string place = PlaceText(path);
-  if (place.empty()) {
-    return {};
+Result<std::string> FileIdentities::Of(const std::filesystem::path& path) {
+  auto place = PlaceText(path);
+  if (!place) {
+    return place;
   }
-  const auto [entry, is_new] = known_.try_emplace(place);
+  if (const auto known = known_.find(*place); known != known_.end()) {
+    return known->second;
+  }
   FileInfo info;
-  if (is_new) {
-    switch (ExistenceFrom(ReadInfo(path, &info))) {
-      case Existence::kThere:
-        entry->second = Numbers(info);
-        break;
-      case Existence::kNotThere:
-        entry->second = place;
-        break;
-      case Existence::kCannotTell:
-        known_.erase(entry);
-        return {};
-    }
+  const auto found = ExistenceFrom(ReadInfo(path, &info));
+  if (!found) {
+    return Failure(found.Message());
   }
-  return entry->second;
+  return known_[*place] = found == Existence::kThere ? Numbers(info) : *place;
 }
 
-Sameness CompareFiles(const std::filesystem::path& a, const std::filesystem::path& b) {
+Result<Sameness> CompareFiles(const std::filesystem::path& a, const std::filesystem::path& b) {
   FileIdentities identities;
-  const std::string one = identities.Of(a);
-  const std::string other = one.empty() ? one : identities.Of(b);
-  if (other.empty()) {
-    return Sameness::kCannotTell;
+  const auto one = identities.Of(a);
+  const auto other = one ? identities.Of(b) : one;
+  if (!other) {
+    return Failure(other.Message());
   }
-  return one == other ? Sameness::kSame : Sameness::kDifferent;
+  return *one == *other ? Sameness::kSame : Sameness::kDifferent;
 }
 
-std::string MakeFolders(const std::filesystem::path& folder) {
-  switch (folder.empty() ? Existence::kThere : Exists(folder)) {
-    case Existence::kThere:
-      return {};  // what is no folder is told by whoever makes a file in it
-    case Existence::kCannotTell:
-      return FileMessage(folder, SystemReason(errno));
-    case Existence::kNotThere:
-      break;
+Result<> MakeFolders(const std::filesystem::path& folder) {
+  const auto found = folder.empty() ? Existence::kThere : Exists(folder);
+  if (!found) {
+    return Failure(FileMessage(folder, found.Message()));
+  }
+  if (found == Existence::kThere) {
+    return {};  // whoever makes a file in it reports what is not a folder
   }
   const auto parent =
       folder.has_filename() ? folder.parent_path() : folder.parent_path().parent_path();
-  if (std::string reason = parent == folder ? std::string() : MakeFolders(parent);
-      !reason.empty()) {
-    return reason;
+  if (const Result<> made = parent == folder ? Result<>() : MakeFolders(parent); !made) {
+    return made;
   }
   // Another program may make the same one.
   const bool is_made = WriterCalls().make_folder(folder) == 0 || errno == EEXIST;
   if (!is_made || WriterCalls().sync_folder(parent) != 0) {
-    return FileMessage(folder, SystemReason(errno));
+    return Failure(FileMessage(folder, SystemReason(errno)));
   }
   return {};
 }
@@ -107,17 +97,17 @@ InFile::~InFile() {
   }
 }
 
-std::string InFile::Open(const std::filesystem::path& path) {
+Result<> InFile::Open(const std::filesystem::path& path) {
   handle_ = OpenToRead(path);
   FileInfo info;
   if (handle_ < 0 || !ReadInfo(handle_, &info)) {
-    return SystemReason(errno);
+    return Failure(SystemReason(errno));
   }
   if (info.kind == FileKind::kFolder) {
-    return SystemReason(EISDIR);
+    return Failure(SystemReason(EISDIR));
   }
   if (info.kind != FileKind::kRegular && info.kind != FileKind::kPipe) {
-    return "not a file but a device";
+    return Failure("not a file but a device");
   }
   // A byte more than a small file has, so that its end is seen at once.
   const auto size = static_cast<std::size_t>(info.size);
@@ -138,13 +128,13 @@ std::size_t InFile::ReadPiece(std::span<std::byte> bytes) {
     count = ReaderCalls().some(handle_, bytes);
   }
   if (count < 0) {
-    error_ = SystemReason(errno);
+    outcome_ = Failure(SystemReason(errno));
   }
   is_at_end_ = count <= 0;
   return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
-// Moves what is unread to the front and reads on behind it; false at the end.
+// Moves what is unread to the front and reads on after it; false at the end.
 bool InFile::Refill() {
   std::copy(unread_.begin(), unread_.end(), buffer_.get());
   const std::span buffer(buffer_.get(), piece_);
@@ -170,39 +160,35 @@ std::size_t InFile::Read(std::span<std::byte> bytes) {
   return done;
 }
 
-std::string WriteFile(const std::filesystem::path& path, std::span<const std::byte> bytes,
-                      bool* has_touched) {
+Result<> WriteFile(const std::filesystem::path& path, std::span<const std::byte> bytes,
+                   bool* has_touched) {
   OutFile file;
-  std::string error = file.Open(path);
-  if (error.empty()) {
-    error = file.Write(bytes);
-  }
-  if (error.empty()) {
-    error = file.Commit();
-  }
+  Result<> done = file.Open(path);
+  done = done ? file.Write(bytes) : done;
+  done = done ? file.Commit() : done;
   if (has_touched != nullptr) {
     *has_touched = file.HasTouchedTarget();
   }
-  return error;
+  return done;
 }
 
-std::string CopyBytes(const std::filesystem::path& from, const std::filesystem::path& to) {
+Result<> CopyBytes(const std::filesystem::path& from, const std::filesystem::path& to) {
   InFile in;
   OutFile out;
-  std::string reason = in.Open(from);
-  reason = reason.empty() ? out.Open(to) : reason;
+  Result<> done = in.Open(from);
+  done = done ? out.Open(to) : done;
   std::vector<std::byte> piece(kPiece);
-  for (std::size_t size = 1; reason.empty() && size > 0;) {
+  for (std::size_t size = 1; done && size > 0;) {
     size = in.Read(piece);
-    reason = in.Error().empty() ? out.Write(std::span(piece).first(size)) : in.Error();
+    done = in.Outcome() ? out.Write(std::span(piece).first(size)) : in.Outcome();
   }
-  return reason.empty() ? out.Commit() : reason;
+  return done ? out.Commit() : done;
 }
 
 bool HaveSameBytes(const std::filesystem::path& a, const std::filesystem::path& b) {
   InFile one;
   InFile other;
-  if (!one.Open(a).empty() || !other.Open(b).empty()) {
+  if (!one.Open(a) || !other.Open(b)) {
     return false;
   }
   std::vector<std::byte> piece(kPiece);
@@ -214,23 +200,26 @@ bool HaveSameBytes(const std::filesystem::path& a, const std::filesystem::path& 
       return false;
     }
   }
-  return one.Error().empty() && other.Error().empty();
+  return one.Outcome() && other.Outcome();
 }
 
-std::string KeepBackup(const std::filesystem::path& path, std::filesystem::path* kept) {
-  int error = 0;
-  const auto exists = [&error](const std::string& name) {
-    const Existence found = IsTaken(PathOf(name));
-    error = found == Existence::kCannotTell ? errno : 0;
+Result<std::filesystem::path> KeepBackup(const std::filesystem::path& path) {
+  Result<> done;
+  const auto exists = [&done](const std::string& name) {
+    const auto found = IsTaken(PathOf(name));
+    done = found ? Result<>() : Failure(found.Message());
     return found == Existence::kThere;
   };
-  *kept = PathOf(FirstFreeName(PathText(path), BackupName, exists));
-  std::string reason = error != 0 ? SystemReason(error) : CopyBytes(path, *kept);
-  std::error_code ignored;  // the bytes count
-  if (const auto status = std::filesystem::status(path, ignored); reason.empty() && !ignored) {
-    std::filesystem::permissions(*kept, status.permissions(), ignored);
+  const auto kept = PathOf(FirstFreeName(PathText(path), BackupName, exists));
+  done = done ? CopyBytes(path, kept) : done;
+  if (!done) {
+    return Failure(FileMessage(kept.filename(), done.Message()));
   }
-  return reason;
+  std::error_code ignored;  // the bytes count
+  if (const auto status = std::filesystem::status(path, ignored); !ignored) {
+    std::filesystem::permissions(kept, status.permissions(), ignored);
+  }
+  return kept;
 }
 
 }  // namespace orvane

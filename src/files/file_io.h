@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Files, read in pieces and written safely. Every reason names what the system said; the caller
-// adds the path. The system's calls are in file_system.h.
+// Files, read in pieces and written safely. The message of a failure is what the system said; the
+// caller adds the path. The system's calls are in file_system.h.
 #ifndef ORVANE_FILES_FILE_IO_H_
 #define ORVANE_FILES_FILE_IO_H_
 
@@ -38,16 +38,15 @@ inline const char* ReasonOf(const std::exception& error) {
 class FileIdentities {
  public:
   /// Equal for two paths of one file. A file that does not exist is known by its folder and name.
-  /// Empty, with errno set, where it cannot be told.
-  std::string Of(const std::filesystem::path& path);
+  Result<std::string> Of(const std::filesystem::path& path);
 
  private:
   std::unordered_map<std::string, std::string> known_;  // by folder and name
 };
 
-enum class Sameness { kSame, kDifferent, kCannotTell };
-/// `kCannotTell` comes with errno set. Who would write over a file then refuses.
-[[nodiscard]] Sameness CompareFiles(const std::filesystem::path& a, const std::filesystem::path& b);
+enum class Sameness { kSame, kDifferent };
+/// Who would write over a file refuses where this fails.
+Result<Sameness> CompareFiles(const std::filesystem::path& a, const std::filesystem::path& b);
 
 /// A file that is read from front to back.
 class InFile {
@@ -57,12 +56,11 @@ class InFile {
   InFile& operator=(const InFile&) = delete;
   ~InFile();
 
-  /// An empty string, or why the file cannot be read. Folders and devices are refused: a device
-  /// may never end.
-  [[nodiscard]] std::string Open(const std::filesystem::path& path);
+  /// Folders and devices are refused: a device may never end.
+  Result<> Open(const std::filesystem::path& path);
 
   /// Fills `bytes` as far as the file goes and returns how many there were. Less than asked for:
-  /// the end, or a read error, of which `Error()` tells.
+  /// the end, or a read error, which `Outcome()` then has.
   std::size_t Read(std::span<std::byte> bytes);
 
   /// The next `count` bytes, at most kMostPeeked, without taking them; fewer at the end. Valid
@@ -72,7 +70,8 @@ class InFile {
   void Skip(std::size_t count) { unread_ = unread_.subspan(count); }
   static constexpr std::size_t kMostPeeked = 64;
 
-  const std::string& Error() const { return error_; }
+  /// Of all reading so far.
+  const Result<>& Outcome() const { return outcome_; }
   /// What was known of the file when it was opened.
   const FileInfo& Info() const { return info_; }
 
@@ -86,7 +85,7 @@ class InFile {
   std::size_t piece_ = 0;                // size of the buffer
   std::span<const std::byte> unread_;
   bool is_at_end_ = false;
-  std::string error_;
+  Result<> outcome_;
 };
 
 /// A file being written. The bytes go to a new file beside the target, which takes the target's
@@ -102,19 +101,19 @@ class OutFile {
   OutFile& operator=(const OutFile&) = delete;
   ~OutFile() { Abandon(); }  ///< without `Commit()` nothing happened
 
-  /// Each an empty string, or why it failed; after a failure the later ones fail alike.
-  [[nodiscard]] std::string Open(const std::filesystem::path& path);
+  /// After a failure the later calls fail alike.
+  Result<> Open(const std::filesystem::path& path);
   /// As `Open()`, and keeps away others who save the same file so: waits for them at most
   /// `kMostWait`, and lets them wait until this one is done. In a folder that others may write to,
   /// and where there are no locks, nobody is kept away.
-  [[nodiscard]] std::string OpenAlone(const std::filesystem::path& path);
+  Result<> OpenAlone(const std::filesystem::path& path);
   /// As `OpenAlone()`, for a file that is read after it, changed and written back: `Commit()`
   /// fails, with `WasOvertaken()`, where the file is no longer what it was here.
-  [[nodiscard]] std::string OpenToUpdate(const std::filesystem::path& path);
+  Result<> OpenToUpdate(const std::filesystem::path& path);
   /// The same for what somebody remembers of the file, where anything is.
   void Expect(const RememberedFile& memory);
-  [[nodiscard]] std::string Write(std::span<const std::byte> bytes);
-  [[nodiscard]] std::string Commit();
+  Result<> Write(std::span<const std::byte> bytes);
+  Result<> Commit();
   static constexpr std::chrono::seconds kMostWait{10};
 
   /// After a failure: another program has changed what was expected.
@@ -127,20 +126,20 @@ class OutFile {
  private:
   enum class Way { kNone, kBeside, kInPlace, kDirect };
 
-  std::string Start(const std::filesystem::path& path, bool is_alone);
-  std::string OpenBeside(bool is_alone);
+  Result<> Start(const std::filesystem::path& path, bool is_alone);
+  Result<> OpenBeside(bool is_alone);
   template <typename Take>
   bool WaitForTurn(Take take);
   bool CreateAlone();
-  std::string Overtaken();
-  std::string CommitBeside();
-  std::string CommitByCopying(int error);
-  std::string CommitInPlace();
-  std::string CommitDirectly();
+  Result<> ComparedWithExpected();
+  Result<> CommitBeside();
+  Result<> CommitByCopying(int error);
+  Result<> CommitInPlace();
+  Result<> CommitDirectly();
   bool Rewrite(std::span<const std::byte> bytes, std::size_t size, std::size_t* written);
-  std::string Done();
-  std::string Fail(int error);
-  std::string Fail(std::string reason);
+  Result<> Done();
+  Result<> Fail(int error);
+  Result<> Fail(std::string reason);
   bool CloseTarget();
   void Abandon();
 
@@ -149,33 +148,30 @@ class OutFile {
   std::filesystem::path target_;
   BesideFile beside_;
   std::vector<std::byte> pending_;  // in place: everything until Commit()
-  std::string error_;
+  Result<> outcome_;
   bool has_touched_ = false;
   std::optional<RememberedFile> expected_;
   bool was_overtaken_ = false;
 };
 
-/// Writes a whole file through `OutFile`. An empty string, or why it failed; `has_touched`, which
-/// may be null, becomes true where the file may hold other bytes all the same.
-[[nodiscard]] std::string WriteFile(const std::filesystem::path& path,
-                                    std::span<const std::byte> bytes, bool* has_touched = nullptr);
+/// Writes a whole file through `OutFile`. `has_touched`, which may be null, becomes true where the
+/// file may hold other bytes than before, also after a failure.
+Result<> WriteFile(const std::filesystem::path& path, std::span<const std::byte> bytes,
+                   bool* has_touched = nullptr);
 
-/// Copies a file's bytes, in pieces, to another through `OutFile`. An empty string, or why it
-/// failed.
-[[nodiscard]] std::string CopyBytes(const std::filesystem::path& from,
-                                    const std::filesystem::path& to);
+/// Copies a file's bytes, in pieces, to another through `OutFile`.
+Result<> CopyBytes(const std::filesystem::path& from, const std::filesystem::path& to);
 
-/// Makes a folder and those above it, each on the disk before the next. An empty string, or the
-/// path that cannot be made and why.
-[[nodiscard]] std::string MakeFolders(const std::filesystem::path& folder);
+/// Makes a folder and those above it, each on the disk before the next. A failure names the folder
+/// too.
+Result<> MakeFolders(const std::filesystem::path& folder);
 
 /// Whether two files can be read and hold the same.
 bool HaveSameBytes(const std::filesystem::path& a, const std::filesystem::path& b);
 
 /// Copies a file, with its mode bits, to a name beside it that no file has yet: FILE.bak, FILE.bak1
-/// ... An empty string and the name, or why it failed.
-[[nodiscard]] std::string KeepBackup(const std::filesystem::path& path,
-                                     std::filesystem::path* kept);
+/// ... Returns the path of the copy, whose name a failure has too.
+Result<std::filesystem::path> KeepBackup(const std::filesystem::path& path);
 
 }  // namespace orvane
 

@@ -28,24 +28,23 @@ RememberedFile RememberedFile::Absent() {
   return none;
 }
 
-std::string RememberedFile::Read(const std::filesystem::path& path) {
+Result<> RememberedFile::Read(const std::filesystem::path& path) {
   FileInfo info;
-  switch (ExistenceFrom(ReadInfo(path, &info))) {
-    case Existence::kThere:
-      break;
-    case Existence::kNotThere:
-      *this = Absent();
-      return {};
-    case Existence::kCannotTell:
-      return SystemReason(errno);
+  const auto found = ExistenceFrom(ReadInfo(path, &info));
+  if (!found) {
+    return Failure(found.Message());
+  }
+  if (found == Existence::kNotThere) {
+    *this = Absent();
+    return {};
   }
   if (info.kind != FileKind::kRegular) {
-    return info.kind == FileKind::kFolder ? SystemReason(EISDIR)
-                                          : "not a file but a device or pipe";
+    return Failure(info.kind == FileKind::kFolder ? SystemReason(EISDIR)
+                                                  : "not a file but a device or pipe");
   }
   InFile file;
-  if (std::string reason = file.Open(path); !reason.empty()) {
-    return reason;
+  if (const Result<> opened = file.Open(path); !opened) {
+    return opened;
   }
   std::vector<std::byte> piece(kPiece);
   std::uint64_t total = 0;
@@ -54,15 +53,15 @@ std::string RememberedFile::Read(const std::filesystem::path& path) {
     size = file.Read(piece);
     sum = Checksum(std::span(piece).first(size), sum);
   }
-  if (file.Error().empty()) {
+  if (file.Outcome()) {
     *this = RememberedFile(info, total, sum);
   }
-  return file.Error();
+  return file.Outcome();
 }
 
-FileChange RememberedFile::Look(const std::filesystem::path& path, std::string* reason) {
+Result<FileChange> RememberedFile::Look(const std::filesystem::path& path) {
   if (!IsKnown()) {
-    return FileChange::kUnknown;
+    return Failure("nothing is remembered of it");
   }
   FileInfo info;
   const bool is_there = ReadInfo(path, &info);
@@ -75,11 +74,8 @@ FileChange RememberedFile::Look(const std::filesystem::path& path, std::string* 
     }
   }
   RememberedFile now;
-  if (const std::string fault = now.Read(path); !fault.empty()) {
-    if (reason != nullptr) {
-      *reason = fault;
-    }
-    return FileChange::kUnknown;
+  if (const Result<> read = now.Read(path); !read) {
+    return Failure(read.Message());
   }
   if (!now.HasBytes()) {
     return HasBytes() ? FileChange::kGone : FileChange::kUnchanged;

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <string>
 
 #include "files/file_system.h"
 
@@ -15,7 +14,6 @@ enum class FileChange {
   kUnchanged,
   kChanged,
   kGone,
-  kUnknown  ///< it cannot be read, or nothing is remembered
 };
 
 /// What somebody knows of a file that he has read or written, so that he notices when others change
@@ -31,15 +29,15 @@ class RememberedFile {
   /// That there is none.
   static RememberedFile Absent();
 
-  /// Remembers a file, or its absence, as it stands now. An empty string, or why it cannot be read.
-  [[nodiscard]] std::string Read(const std::filesystem::path& path);
+  /// Remembers a file, or its absence, as it is now.
+  Result<> Read(const std::filesystem::path& path);
 
-  /// Reads the file and compares; `reason`, which may be null, tells of `kUnknown` why. A file that
-  /// is unchanged is remembered with the time that it has now.
-  FileChange Look(const std::filesystem::path& path, std::string* reason = nullptr);
+  /// Reads the file and compares. Fails where it cannot be read, or nothing is remembered. A file
+  /// that is unchanged is remembered with the time that it has now.
+  Result<FileChange> Look(const std::filesystem::path& path);
 
   bool IsKnown() const { return state_ != State::kNothing; }
-  /// Whether bytes are remembered, of which the others tell.
+  /// Whether bytes are remembered, which the others describe.
   bool HasBytes() const { return state_ == State::kBytes; }
   std::uint64_t Size() const { return size_; }
   std::uint64_t Sum() const { return sum_; }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The calls of the operating system behind files, without any policy: all that differs from system
-// to system stands here and in file_system_SYSTEM.cpp. Handles are the C library's descriptors.
-// What fails answers -1 or false and sets errno.
+// The calls of the operating system for files, without any policy: all that differs from system to
+// system is here and in file_system_SYSTEM.cpp. Handles are the C library's descriptors. A call
+// that fails returns -1 or false and sets errno: the safe writer decides by that number. Everything
+// above returns a `Result`.
 #ifndef ORVANE_FILES_FILE_SYSTEM_H_
 #define ORVANE_FILES_FILE_SYSTEM_H_
 
@@ -12,6 +13,8 @@
 #include <span>
 #include <string>
 #include <vector>
+
+#include "base/result.h"
 
 namespace orvane {
 
@@ -54,39 +57,42 @@ ReadCalls& ReaderCalls();
   return ReaderCalls().link_info(path, info);
 }
 
-/// Whether a file is there. What cannot be told, with errno, is never taken for "no": a writer
-/// would destroy what it does not see.
-enum class Existence { kThere, kNotThere, kCannotTell };
-inline Existence ExistenceFrom(bool is_told) {
-  if (is_told) {
-    return Existence::kThere;
+/// What the system says of an `errno` number, in English whatever the user's locale.
+std::string SystemReason(int error);
+
+/// Whether the `errno` of a look at a file says that there is none.
+inline bool MeansNotThere(int error) { return error == ENOENT || error == ENOTDIR; }
+
+/// Whether a file is there. A look that fails is never taken for "no": a writer would destroy what
+/// it does not see.
+enum class Existence { kThere, kNotThere };
+inline Result<Existence> ExistenceFrom(bool is_seen) {
+  if (!is_seen && !MeansNotThere(errno)) {
+    return Failure(SystemReason(errno));
   }
-  return errno == ENOENT || errno == ENOTDIR ? Existence::kNotThere : Existence::kCannotTell;
+  return is_seen ? Existence::kThere : Existence::kNotThere;
 }
 /// Of what `path` leads to: a link that leads nowhere is not there.
-[[nodiscard]] inline Existence Exists(const std::filesystem::path& path) {
+inline Result<Existence> Exists(const std::filesystem::path& path) {
   FileInfo info;
   return ExistenceFrom(ReadInfo(path, &info));
 }
 /// Of the name itself, also where it is a link that leads nowhere.
-[[nodiscard]] inline Existence IsTaken(const std::filesystem::path& path) {
+inline Result<Existence> IsTaken(const std::filesystem::path& path) {
   FileInfo info;
   return ExistenceFrom(ReadLinkInfo(path, &info));
 }
 
 /// Whether nobody but the user, or the system's administrator, can make files in a folder. Where
-/// that cannot be told others can.
+/// the system does not say, others can.
 [[nodiscard]] bool IsOwnFolder(const std::filesystem::path& folder);
 
-/// Whether the user may make files in a folder, as far as the system tells without a trial: false
+/// Whether the user may make files in a folder, as far as the system says without a trial: false
 /// also where it does not exist.
 [[nodiscard]] bool MayMakeFilesIn(const std::filesystem::path& folder);
 
 /// A text that is equal for names that this system takes for the same: in any case on Windows.
 std::string NameIdentity(const std::filesystem::path& name);
-
-/// What the system says of an `errno` number, in English whatever the user's locale.
-std::string SystemReason(int error);
 
 /// Opens a file of any kind. A pipe without a writer holds nobody up; it reads as empty.
 int OpenToRead(const std::filesystem::path& path);

@@ -231,7 +231,7 @@ int MakeFolder(const std::filesystem::path& folder) {
   return CreateDirectoryW(folder.c_str(), nullptr) != 0 ? 0 : Fail();
 }
 
-// Far behind the end of any file: a lock keeps others from reading what it covers.
+// Far beyond the end of any file: a lock keeps others from reading what it covers.
 Lock TakeLock(int handle) {
   OVERLAPPED place = At(std::uint64_t{0x7FFFFFFF} << 32U);
   const DWORD flags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
@@ -249,7 +249,7 @@ bool NeverGivesUp() { return false; }
 // A folder's rights are lists here; who may write is the user's own business on this system.
 bool IsOwnFolder(const std::filesystem::path& /*folder*/) { return true; }
 
-// A folder's attributes tell nothing of it; opening it so makes no file.
+// A folder's attributes say nothing of it; opening it so makes no file.
 bool MayMakeFilesIn(const std::filesystem::path& folder) {
   const std::filesystem::path path = folder.empty() ? std::filesystem::path(L".") : folder;
   HANDLE handle = CreateFileW(path.c_str(), FILE_ADD_FILE, kShareAll, nullptr, OPEN_EXISTING,
@@ -267,7 +267,7 @@ std::string NameIdentity(const std::filesystem::path& name) {
   return PathText(folded);
 }
 
-// The C library's texts differ from those elsewhere, and its EBUSY tells nobody anything.
+// The C library's texts differ from those elsewhere, and its text of EBUSY explains nothing.
 std::string SystemReason(int error) {
   constexpr auto kReasons =
       std::to_array<std::pair<int, const char*>>({{EBUSY, "Open in another program"},

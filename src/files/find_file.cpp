@@ -11,21 +11,19 @@
 
 namespace orvane {
 
-std::filesystem::path FindInAnyCase(const std::filesystem::path& path, std::string* error) {
-  const auto fail = [&] {
-    if (error != nullptr) {
-      *error = FileMessage(path, SystemReason(errno));
-    }
+Result<std::filesystem::path> FindInAnyCase(const std::filesystem::path& path) {
+  const auto exists = Exists(path);
+  if (!exists) {
+    return Failure(FileMessage(path, exists.Message()));
+  }
+  if (exists == Existence::kThere) {
     return path;
-  };
-  if (const Existence found = Exists(path); found != Existence::kNotThere) {
-    return found == Existence::kThere ? path : fail();
   }
   const std::string wanted = PathText(path.filename());
   const std::filesystem::path folder = path.parent_path();
   std::vector<std::filesystem::path> names;
-  if (!ReaderCalls().list(folder, &names) && errno != ENOENT && errno != ENOTDIR) {
-    return fail();
+  if (!ReaderCalls().list(folder, &names) && !MeansNotThere(errno)) {
+    return Failure(FileMessage(path, SystemReason(errno)));
   }
   std::string found;
   for (const auto& entry : names) {

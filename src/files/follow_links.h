@@ -10,26 +10,26 @@
 
 namespace orvane {
 
-/// Lets `path` be where it leads once its symbolic links are followed; the last one need not exist.
-/// False, with errno set, where that cannot be told.
-[[nodiscard]] inline bool FollowLinks(std::filesystem::path* path) {
+/// Where a path leads once its symbolic links are followed; the last one need not exist.
+inline Result<std::filesystem::path> FollowLinks(std::filesystem::path path) {
   constexpr int kMaxLinks = 40;  // as many as systems themselves follow
   for (int i = 0; i < kMaxLinks; ++i) {
     FileInfo info;
-    const Existence existence = ExistenceFrom(ReadLinkInfo(*path, &info));
-    if (existence != Existence::kThere || info.kind != FileKind::kLink) {
-      return existence != Existence::kCannotTell;
+    const auto existence = ExistenceFrom(ReadLinkInfo(path, &info));
+    if (!existence) {
+      return Failure(existence.Message());
+    }
+    if (existence == Existence::kNotThere || info.kind != FileKind::kLink) {
+      return path;
     }
     std::error_code error;
-    const auto next = std::filesystem::read_symlink(*path, error);
+    const auto next = std::filesystem::read_symlink(path, error);
     if (error) {
-      errno = error.value();
-      return false;
+      return Failure(SystemReason(error.value()));
     }
-    *path = next.is_absolute() ? next : path->parent_path() / next;
+    path = next.is_absolute() ? next : path.parent_path() / next;
   }
-  errno = ELOOP;
-  return false;
+  return Failure(SystemReason(ELOOP));
 }
 
 }  // namespace orvane

@@ -17,15 +17,10 @@ enum class HandlePlace { kAtName, kElsewhere, kCannotTell };
   if (!ReadInfo(handle, &opened)) {
     return HandlePlace::kCannotTell;
   }
-  switch (ExistenceFrom(ReadLinkInfo(path, &found))) {
-    case Existence::kThere:
-      return opened.IsSameFileAs(found) ? HandlePlace::kAtName : HandlePlace::kElsewhere;
-    case Existence::kNotThere:
-      return HandlePlace::kElsewhere;
-    case Existence::kCannotTell:
-      break;
+  if (!ReadLinkInfo(path, &found)) {
+    return MeansNotThere(errno) ? HandlePlace::kElsewhere : HandlePlace::kCannotTell;
   }
-  return HandlePlace::kCannotTell;
+  return opened.IsSameFileAs(found) ? HandlePlace::kAtName : HandlePlace::kElsewhere;
 }
 
 }  // namespace orvane

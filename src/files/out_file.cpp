@@ -45,19 +45,19 @@ bool IsOpened(const std::filesystem::path& path, int* handle) {
   return *handle >= 0;
 }
 
-// An empty string, or why not all of a file could be read.
-std::string ReadBack(const std::filesystem::path& path, std::vector<std::byte>* bytes) {
+// All of a file.
+Result<> ReadBack(const std::filesystem::path& path, std::vector<std::byte>* bytes) {
   FileInfo info;
   InFile file;
   if (!ReadInfo(path, &info)) {
-    return SystemReason(errno);
+    return Failure(SystemReason(errno));
   }
-  if (std::string reason = file.Open(path); !reason.empty()) {
-    return reason;
+  if (const Result<> opened = file.Open(path); !opened) {
+    return opened;
   }
   bytes->resize(info.size);
   const bool is_whole = file.Read(*bytes) == info.size;
-  return is_whole || !file.Error().empty() ? file.Error() : SystemReason(EIO);
+  return is_whole || !file.Outcome() ? file.Outcome() : Failure(SystemReason(EIO));
 }
 
 }  // namespace
@@ -74,13 +74,13 @@ void OutFile::Abandon() {
   way_ = Way::kNone;
 }
 
-std::string OutFile::Fail(std::string reason) {
-  error_ = std::move(reason);
+Result<> OutFile::Fail(std::string reason) {
+  outcome_ = Failure(std::move(reason));
   Abandon();
-  return error_;
+  return outcome_;
 }
 
-std::string OutFile::Fail(int error) {
+Result<> OutFile::Fail(int error) {
   switch (error) {
     case EBUSY:
       return Fail("is being changed by another program");
@@ -93,23 +93,22 @@ std::string OutFile::Fail(int error) {
   }
 }
 
-std::string OutFile::Done() {
+Result<> OutFile::Done() {
   way_ = Way::kNone;
   return {};
 }
 
-std::string OutFile::Open(const std::filesystem::path& path) { return Start(path, false); }
+Result<> OutFile::Open(const std::filesystem::path& path) { return Start(path, false); }
 
-std::string OutFile::OpenAlone(const std::filesystem::path& path) { return Start(path, true); }
+Result<> OutFile::OpenAlone(const std::filesystem::path& path) { return Start(path, true); }
 
-std::string OutFile::OpenToUpdate(const std::filesystem::path& path) {
-  std::string reason = OpenAlone(path);
-  if (!reason.empty() || way_ == Way::kDirect) {
-    return reason;
+Result<> OutFile::OpenToUpdate(const std::filesystem::path& path) {
+  const Result<> opened = OpenAlone(path);
+  if (!opened || way_ == Way::kDirect) {
+    return opened;
   }
-  expected_.emplace();
-  reason = expected_->Read(target_);
-  return reason.empty() ? reason : Fail(std::move(reason));
+  const Result<> read = expected_.emplace().Read(target_);
+  return read ? read : Fail(read.Message());
 }
 
 void OutFile::Expect(const RememberedFile& memory) {
@@ -118,7 +117,7 @@ void OutFile::Expect(const RememberedFile& memory) {
   }
 }
 
-std::string OutFile::Start(const std::filesystem::path& path, bool is_alone) {
+Result<> OutFile::Start(const std::filesystem::path& path, bool is_alone) {
   FileInfo info;
   if (ReadInfo(path, &info) && info.kind == FileKind::kPipe) {
     target_ = path;  // opened by the first write: it may be what is read before
@@ -136,8 +135,12 @@ std::string OutFile::Start(const std::filesystem::path& path, bool is_alone) {
     way_ = Way::kDirect;
     return {};
   }
-  target_ = path;
-  return FollowLinks(&target_) ? OpenBeside(is_alone) : Fail(errno);
+  const auto target = FollowLinks(path);
+  if (!target) {
+    return Fail(target.Message());
+  }
+  target_ = *target;
+  return OpenBeside(is_alone);
 }
 
 // Calls `take` until it returns true, or false with another error than EBUSY.
@@ -177,7 +180,7 @@ bool OutFile::CreateAlone() {
   return is_made;
 }
 
-std::string OutFile::OpenBeside(bool is_alone) {
+Result<> OutFile::OpenBeside(bool is_alone) {
   // Who had the file before may have put another in its place.
   const auto lock = [this] {
     const bool is_busy = TryLock(handle_) == Lock::kBusy;
@@ -197,7 +200,7 @@ std::string OutFile::OpenBeside(bool is_alone) {
   if (!is_made || (handle_ >= 0 && !TakeRights(handle_, beside_.Handle()))) {
     beside_.Remove();
     way_ = Way::kInPlace;  // where its rights stay as they are
-    return is_alone && !WaitForTurn(lock) ? Fail(errno) : std::string();
+    return is_alone && !WaitForTurn(lock) ? Fail(errno) : Result<>();
   }
   way_ = Way::kBeside;
   if (handle_ >= 0) {
@@ -206,9 +209,9 @@ std::string OutFile::OpenBeside(bool is_alone) {
   return {};
 }
 
-std::string OutFile::Write(std::span<const std::byte> bytes) {
+Result<> OutFile::Write(std::span<const std::byte> bytes) {
   if (way_ == Way::kNone) {
-    return error_.empty() ? SystemReason(EBADF) : error_;
+    return outcome_ ? Failure(SystemReason(EBADF)) : outcome_;
   }
   if (way_ == Way::kInPlace) {
     pending_.insert(pending_.end(), bytes.begin(), bytes.end());
@@ -218,10 +221,10 @@ std::string OutFile::Write(std::span<const std::byte> bytes) {
     return Fail(errno);
   }
   const int handle = way_ == Way::kDirect ? handle_ : beside_.Handle();
-  return WriteAll(handle, bytes) == bytes.size() ? std::string() : Fail(errno);
+  return WriteAll(handle, bytes) == bytes.size() ? Result<>() : Fail(errno);
 }
 
-std::string OutFile::Commit() {
+Result<> OutFile::Commit() {
   switch (way_) {
     case Way::kNone:
       break;
@@ -232,10 +235,10 @@ std::string OutFile::Commit() {
     case Way::kDirect:
       return CommitDirectly();
   }
-  return error_.empty() ? SystemReason(EBADF) : error_;
+  return outcome_ ? Failure(SystemReason(EBADF)) : outcome_;
 }
 
-std::string OutFile::CommitDirectly() {
+Result<> OutFile::CommitDirectly() {
   if (!IsOpened(target_, &handle_)) {  // a reader waits also for what is empty
     return Fail(errno);
   }
@@ -246,36 +249,30 @@ std::string OutFile::CommitDirectly() {
   return CloseTarget() ? Done() : Fail(errno);
 }
 
-// Empty where the target still is what it was when it was opened to be updated.
-std::string OutFile::Overtaken() {
-  std::string reason;
-  switch (expected_ ? expected_->Look(target_, &reason) : FileChange::kUnchanged) {
-    case FileChange::kUnchanged:
-      return {};
-    case FileChange::kUnknown:
-      return reason;
-    case FileChange::kChanged:
-    case FileChange::kGone:
-      break;
+// Fails where the target is no longer what it was when it was opened to be updated.
+Result<> OutFile::ComparedWithExpected() {
+  const auto change = expected_ ? expected_->Look(target_) : FileChange::kUnchanged;
+  if (change == FileChange::kUnchanged) {
+    return {};
   }
-  was_overtaken_ = true;
-  return "another program has changed it";
+  was_overtaken_ = static_cast<bool>(change);
+  return Failure(change ? "another program has changed it" : change.Message());
 }
 
-std::string OutFile::CommitBeside() {
+Result<> OutFile::CommitBeside() {
   if (WriterCalls().sync(beside_.Handle()) != 0 || !beside_.Close()) {
     return Fail(errno);
   }
   FileInfo there;  // a device, folder or link may be there by now
-  const Existence existence = ExistenceFrom(ReadLinkInfo(target_, &there));
-  if (existence == Existence::kCannotTell) {
+  const bool is_there = ReadLinkInfo(target_, &there);
+  if (!is_there && !MeansNotThere(errno)) {
     return Fail(errno);
   }
-  if (existence == Existence::kThere && there.kind != FileKind::kRegular) {
+  if (is_there && there.kind != FileKind::kRegular) {
     return Fail("it became a folder, a device or a link while it was written");
   }
-  if (const std::string reason = Overtaken(); !reason.empty()) {
-    return Fail(reason);
+  if (const Result<> compared = ComparedWithExpected(); !compared) {
+    return Fail(compared.Message());
   }
   if (!beside_.MoveTo(target_)) {
     return ForbidsReplacing(errno) ? CommitByCopying(errno) : Fail(errno);
@@ -287,18 +284,18 @@ std::string OutFile::CommitBeside() {
 
 // Where the finished file may not take the target's place but the target may be written: a file of
 // somebody else in a shared folder, a mount of a single file. `error` is what forbade it.
-std::string OutFile::CommitByCopying(int error) {
-  if (std::string unread = ReadBack(beside_.Path(), &pending_); !unread.empty()) {
-    return Fail(std::move(unread));
+Result<> OutFile::CommitByCopying(int error) {
+  if (const Result<> read = ReadBack(beside_.Path(), &pending_); !read) {
+    return Fail(read.Message());
   }
   beside_.FreeTarget();
   handle_ = WriterCalls().open(target_);
   if (handle_ < 0) {
     return Fail(error);
   }
-  std::string reason = CommitInPlace();
+  const Result<> done = CommitInPlace();
   beside_.Remove();
-  return reason;
+  return done;
 }
 
 // The open target gets `bytes` as its first bytes and `size` as its size, and is closed.
@@ -308,7 +305,7 @@ bool OutFile::Rewrite(std::span<const std::byte> bytes, std::size_t size, std::s
          WriterCalls().sync(handle_) == 0 && CloseTarget();
 }
 
-std::string OutFile::CommitInPlace() {
+Result<> OutFile::CommitInPlace() {
   switch (PlaceOf(handle_, target_)) {
     case HandlePlace::kAtName:
       break;
@@ -321,12 +318,12 @@ std::string OutFile::CommitInPlace() {
   if (TryLock(handle_) == Lock::kBusy) {
     return Fail(EBUSY);
   }
-  if (const std::string reason = Overtaken(); !reason.empty()) {
-    return Fail(reason);
+  if (const Result<> compared = ComparedWithExpected(); !compared) {
+    return Fail(compared.Message());
   }
   std::vector<std::byte> old;
-  if (std::string unread = ReadBack(target_, &old); !unread.empty()) {
-    return Fail(std::move(unread));  // what cannot be put back is not overwritten
+  if (const Result<> read = ReadBack(target_, &old); !read) {
+    return Fail(read.Message());  // what cannot be put back is not overwritten
   }
   has_touched_ = true;
   std::size_t written = 0;

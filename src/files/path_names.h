@@ -11,13 +11,13 @@
 
 namespace orvane {
 
-/// What stands behind the last separator.
+/// What comes after the last separator.
 std::string_view LastComponent(std::string_view path);
 
 /// Whether the last component has a dot.
 bool HasExtension(std::string_view path);
 
-/// `path` cut at the last dot of its last component, if any, and `extension` (with its dot) behind.
+/// `path` cut at the last dot of its last component, if any, then `extension` (with its dot).
 std::string WithExtension(std::string_view path, std::string_view extension);
 
 /// `path`, with `extension` appended where its last component has no dot.

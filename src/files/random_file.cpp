@@ -16,49 +16,48 @@ void RandomFile::Close() {
   }
 }
 
-std::string RandomFile::Open(const std::filesystem::path& path) {
+Result<> RandomFile::Open(const std::filesystem::path& path) {
   Close();
   const int handle = OpenToRead(path);
   FileInfo info;
   if (handle < 0 || !ReadInfo(handle, &info)) {
-    std::string reason = SystemReason(errno);
+    Failure failure(SystemReason(errno));
     if (handle >= 0) {
       CloseRead(handle);
     }
-    return reason;
+    return failure;
   }
   if (info.kind != FileKind::kRegular) {
     CloseRead(handle);
-    return info.kind == FileKind::kFolder ? SystemReason(EISDIR)
-                                          : "not a file but a device or pipe";
+    return Failure(info.kind == FileKind::kFolder ? SystemReason(EISDIR)
+                                                  : "not a file but a device or pipe");
   }
   handle_ = handle;
   return {};
 }
 
-std::uint64_t RandomFile::Size(std::string* error) const {
+Result<std::uint64_t> RandomFile::Size() const {
   FileInfo info;
   if (handle_ >= 0 && !ReadInfo(handle_, &info)) {
-    *error = SystemReason(errno);
-    return 0;
+    return Failure(SystemReason(errno));
   }
   return info.size;
 }
 
-std::size_t RandomFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes,
-                               std::string* error) const {
-  std::size_t done = 0;
-  while (done < bytes.size()) {
-    const auto count = ReaderCalls().some_at(handle_, offset + done, bytes.subspan(done));
-    if (count < 0 && error != nullptr) {
-      *error = SystemReason(errno);
+BytesRead RandomFile::ReadAt(std::uint64_t offset, std::span<std::byte> bytes) const {
+  BytesRead read;
+  while (read.count < bytes.size()) {
+    const auto some =
+        ReaderCalls().some_at(handle_, offset + read.count, bytes.subspan(read.count));
+    if (some < 0) {
+      read.outcome = Failure(SystemReason(errno));
     }
-    if (count <= 0) {
+    if (some <= 0) {
       break;
     }
-    done += static_cast<std::size_t>(count);
+    read.count += static_cast<std::size_t>(some);
   }
-  return done;
+  return read;
 }
 
 }  // namespace orvane

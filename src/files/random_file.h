@@ -6,9 +6,15 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
-#include <string>
+#include "base/result.h"
 
 namespace orvane {
+
+/// How many bytes were read, and whether a read error ended them.
+struct BytesRead {
+  std::size_t count = 0;
+  Result<> outcome;
+};
 
 /// A file that is read by position, also from several threads at once. It may grow or shrink while
 /// it is open: reads then give what there is. It is not mapped, because a mapping ends the program
@@ -20,19 +26,17 @@ class RandomFile {
   RandomFile& operator=(const RandomFile&) = delete;
   ~RandomFile();
 
-  /// An empty string, or why the file cannot be read. Only a regular file has positions: folders,
-  /// devices and pipes are refused. Closes what was open before.
-  [[nodiscard]] std::string Open(const std::filesystem::path& path);
+  /// Only a regular file has positions: folders, devices and pipes are refused. Closes what was
+  /// open before.
+  Result<> Open(const std::filesystem::path& path);
   void Close();
   bool IsOpen() const { return handle_ >= 0; }
 
-  /// The bytes in the file at this moment. Where it cannot be told 0, and `error` gets the reason.
-  std::uint64_t Size(std::string* error) const;
+  /// The bytes in the file at this moment; 0 where none is open.
+  Result<std::uint64_t> Size() const;
 
-  /// Fills `bytes` from `offset` on as far as the file goes and returns how many there were. A read
-  /// error counts as the end; with `error` given it gets the reason.
-  std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> bytes,
-                     std::string* error = nullptr) const;
+  /// Fills `bytes` from `offset` on as far as the file goes, or to a read error.
+  BytesRead ReadAt(std::uint64_t offset, std::span<std::byte> bytes) const;
 
  private:
   int handle_ = -1;

@@ -7,19 +7,19 @@
 
 namespace orvane {
 
-std::string TextFile::Open(const std::filesystem::path& path) {
-  error_ = file_.Open(path);
-  return error_;
+Result<> TextFile::Open(const std::filesystem::path& path) {
+  outcome_ = file_.Open(path);
+  return outcome_;
 }
 
-std::string TextFile::Commit() {
+Result<> TextFile::Commit() {
   Flush();
-  return error_.empty() ? file_.Commit() : error_;
+  return outcome_ ? file_.Commit() : outcome_;
 }
 
 void TextFile::Flush() {
-  if (error_.empty()) {
-    error_ = file_.Write(std::as_bytes(std::span<const char>(buffer_.get(), at_)));
+  if (outcome_) {
+    outcome_ = file_.Write(std::as_bytes(std::span<const char>(buffer_.get(), at_)));
   }
   at_ = buffer_.get();
 }

@@ -14,17 +14,17 @@
 namespace orvane {
 
 /// A text file being written in pieces: texts and numbers in printf's formats. The first failure is
-/// kept; after it nothing more is written and `Commit()` tells it.
+/// kept; after it nothing more is written and `Commit()` reports it.
 class TextFile {
  public:
   TextFile()
       : buffer_(std::make_unique_for_overwrite<char[]>(kPiece + kRoom)),  // NOLINT: as declared
         at_(buffer_.get()) {}
 
-  [[nodiscard]] std::string Open(const std::filesystem::path& path);
-  /// Writes what is left and lets the file take its place. An empty string, or what failed first.
-  [[nodiscard]] std::string Commit();
-  bool HasFailed() const { return !error_.empty(); }
+  Result<> Open(const std::filesystem::path& path);
+  /// Writes what is left and lets the file take its place. Fails with what failed first.
+  Result<> Commit();
+  bool HasFailed() const { return !outcome_; }
 
   /// For loops over many numbers: where the next characters go, with room for `kRoom` of them.
   /// `Took()` gets the end of those that were written there.
@@ -63,7 +63,7 @@ class TextFile {
   OutFile file_;
   std::unique_ptr<char[]> buffer_;  // NOLINT(modernize-avoid-c-arrays): not to be zeroed
   char* at_;
-  std::string error_;
+  Result<> outcome_;
 };
 
 }  // namespace orvane

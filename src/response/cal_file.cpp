@@ -57,11 +57,11 @@ std::unique_ptr<CalData> ReadCalFile(int kind, const std::string& base_path, Cal
     }
     return nullptr;
   }
-  std::string error;
-  const auto path = FindInAnyCase(PathOf(base_path + (kind == kBoxCal ? ".CLB" : ".CLC")), &error);
-  auto cal = ReadCalFileAt(kind, path, report);
-  if (!error.empty() && report != nullptr && report->status == kCalNotOpened) {
-    report->message = error;
+  const auto path = PathOf(base_path + (kind == kBoxCal ? ".CLB" : ".CLC"));
+  const auto found = FindInAnyCase(path);
+  auto cal = ReadCalFileAt(kind, found ? *found : path, report);
+  if (!found && report != nullptr && report->status == kCalNotOpened) {
+    report->message = found.Message();
   }
   return cal;
 }

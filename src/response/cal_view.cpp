@@ -144,29 +144,30 @@ std::string CalTrace::Label() const {
   return kind == kReference ? label + ", reference" : kind == kModel ? label + ", model" : label;
 }
 
-std::string CalView::Open(const std::filesystem::path& path) {
-  curves_ = {};
+Result<> CalView::Open(const std::filesystem::path& path) {
+  auto curves = LoadCalCurves(path);
+  curves_ = curves ? std::move(*curves) : CalCurves();
   cursor_.reset();
   traces_.reset();
-  std::string message = LoadCalCurves(path, &curves_);
   shown_.assign(curves_.channels.empty() ? 0 : 1, 0);
   LoadModel();
   FollowShown();
-  return message;
+  return curves ? Result<>() : Failure(curves.Message());
 }
 
-std::string CalView::Reload() {
-  CalCurves curves;
-  std::optional<CalCurves> reference;
-  std::string message = LoadCalCurves(curves_.path, &curves);
-  if (message.empty() && reference_) {
-    message = LoadCalCurves(reference_->path, &reference.emplace());
+Result<> CalView::Reload() {
+  auto curves = LoadCalCurves(curves_.path);
+  if (!curves) {
+    return Failure(curves.Message());
   }
-  if (!message.empty()) {
-    return message;
+  if (reference_) {
+    auto reference = LoadCalCurves(reference_->path);
+    if (!reference) {
+      return Failure(reference.Message());
+    }
+    reference_ = std::move(*reference);
   }
-  curves_ = std::move(curves);
-  reference_ = std::move(reference);
+  curves_ = std::move(*curves);
   std::erase_if(shown_, [this](std::size_t channel) { return channel >= Count(); });
   shown_.resize(std::max<std::size_t>(shown_.size(), 1));  // the first, where none is left
   traces_.reset();
@@ -277,14 +278,14 @@ void CalView::ShowOthers() {
   }
 }
 
-std::string CalView::OpenReference(const std::filesystem::path& path) {
-  CalCurves reference;
-  std::string message = LoadCalCurves(path, &reference);
-  if (message.empty()) {
-    reference_ = std::move(reference);
-    FollowShown();
+Result<> CalView::OpenReference(const std::filesystem::path& path) {
+  auto reference = LoadCalCurves(path);
+  if (!reference) {
+    return Failure(reference.Message());
   }
-  return message;
+  reference_ = std::move(*reference);
+  FollowShown();
+  return {};
 }
 
 void CalView::RemoveReference() {

@@ -49,12 +49,12 @@ class CalView {
   /// `display` must outlive the view.
   explicit CalView(CalDisplay* display) : display_(display) {}
 
-  /// Opens a file and shows its first channel. An empty string, or the message for the user; the
-  /// view is then without curves.
-  [[nodiscard]] std::string Open(const std::filesystem::path& path);
+  /// Opens a file and shows its first channel. A failure has the message for the user; the view is
+  /// then without curves.
+  Result<> Open(const std::filesystem::path& path);
   /// Reads file and reference again and keeps how they are shown: channels as far as they still
-  /// exist, the cursor at the nearest point. An empty string, or the message; all then stays.
-  [[nodiscard]] std::string Reload();
+  /// exist, the cursor at the nearest point. After a failure all is as before.
+  Result<> Reload();
   const CalCurves& Curves() const { return curves_; }
   std::size_t Count() const { return curves_.channels.size(); }
 
@@ -65,8 +65,8 @@ class CalView {
   /// Shows the next channel alone, or with -1 the one before; false at the last.
   bool Step(int by);
 
-  /// Compares with another file. An empty string, or the message; the reference is then as before.
-  [[nodiscard]] std::string OpenReference(const std::filesystem::path& path);
+  /// Compares with another file. After a failure the reference is as before.
+  Result<> OpenReference(const std::filesystem::path& path);
   void RemoveReference();
   bool HasReference() const { return reference_.has_value(); }
   /// The ratio to the reference in place of both: in percent, on an axis that is not logarithmic.

@@ -54,18 +54,19 @@ double SensorFactor(const RecordingHeader& header, int number, char letter, cons
 
 }  // namespace
 
-std::shared_ptr<const CalData> CalLibrary::Get(int kind, const std::string& base_path,
-                                               std::string* message) {
+Result<std::shared_ptr<const CalData>> CalLibrary::Get(int kind, const std::string& base_path) {
   const std::lock_guard lock(mutex_);
-  const auto [place, is_new] = items_.try_emplace({kind, base_path});
-  Item& item = place->second;
+  const auto [place, is_new] =
+      items_.try_emplace({kind, base_path}, Failure(std::string(StatusText(kCalNoMemory))));
   if (is_new) {
     CalReport report;
-    item.cal = ReadCalFile(kind, base_path, &report);
-    item.message = report.message;
+    if (std::shared_ptr<const CalData> cal = ReadCalFile(kind, base_path, &report)) {
+      place->second = std::move(cal);
+    } else {
+      place->second = Failure(report.message);
+    }
   }
-  *message = item.message;
-  return item.cal;
+  return place->second;
 }
 
 std::string CalBasePath(const std::filesystem::path& folder, const std::string& unit) {

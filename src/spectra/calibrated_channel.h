@@ -17,16 +17,11 @@ namespace orvane {
 /// Calibrations by kind and path without extension, each read once. May be used by several threads.
 class CalLibrary {
  public:
-  /// Null where it cannot be read; `message` then says why.
-  std::shared_ptr<const CalData> Get(int kind, const std::string& base_path, std::string* message);
+  Result<std::shared_ptr<const CalData>> Get(int kind, const std::string& base_path);
 
  private:
-  struct Item {
-    std::shared_ptr<const CalData> cal;
-    std::string message;
-  };
   std::mutex mutex_;
-  std::map<std::pair<int, std::string>, Item> items_;
+  std::map<std::pair<int, std::string>, Result<std::shared_ptr<const CalData>>> items_;
 };
 
 /// The path of a unit's calibration without its extension.

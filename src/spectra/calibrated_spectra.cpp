@@ -78,19 +78,19 @@ class SpectraJob {
     }
     TextFile out;
     const auto& path = task_.Outputs()[0];
-    if (const std::string reason = out.Open(path); !reason.empty()) {
-      return FailedWithBox(OpenFailureText(path), reason);
+    if (const Result<> opened = out.Open(path); !opened) {
+      return FailedWithBox(OpenFailureText(path), opened.Message());
     }
     SpectraFile spectra(&source_, &task_);
-    const SpectraFile::Result written = spectra.Write(&out);
+    const SpectraFile::Written written = spectra.Write(&out);
     if (task_.Stopped()) {
       return BatchCancelled();
     }
-    if (!written.error.empty()) {
-      return BatchFailed(written.error, written.status);
+    if (!written.outcome) {
+      return BatchFailed(written.outcome.Message(), written.status);
     }
-    if (const std::string reason = out.Commit(); !reason.empty()) {
-      return BatchFailed(FileMessage(path, reason));
+    if (const Result<> committed = out.Commit(); !committed) {
+      return BatchFailed(FileMessage(path, committed.Message()));
     }
     return BatchDone(task_.Outputs(), written.note);
   }
@@ -106,22 +106,24 @@ class SpectraJob {
     source_.band = SpectraBand(path);
     const TsFile::Options options{source_.band > 0 ? std::optional(TsHeaderSize::kBand)
                                                    : std::nullopt};
-    if (!source_.file.Open(task_.Input(), options)) {
-      return Stop(FailedWithBox(source_.file.Message(), source_.file.Reason()));
+    if (const Result<> opened = source_.file.Open(task_.Input(), options); !opened) {
+      return Stop(FailedWithBox(source_.file.FailureText(), opened.Message()));
     }
-    std::string error;
-    const auto companion = FindInAnyCase(PathOf(WithExtension(path, ".TBL")), &error);
-    if (!error.empty()) {
-      return Stop(BatchFailed(error));
+    const auto companion = FindInAnyCase(PathOf(WithExtension(path, ".TBL")));
+    if (!companion) {
+      return Stop(BatchFailed(companion.Message()));
     }
     TblReport report;
-    if (source_.header.settings.Load(companion, &report) != kOk) {
-      return Stop(FailedWithBox(OpenFailureText(companion), report.message));
+    if (source_.header.settings.Load(*companion, &report) != kOk) {
+      return Stop(FailedWithBox(OpenFailureText(*companion), report.message));
     }
-    error = source_.file.ReadError();
-    const auto first = source_.file.Find(1, &error);
-    if (!first || !error.empty()) {
-      return Stop(BatchFailed(error.empty() ? "no record" : error));
+    const std::string& unread = source_.file.ReadError();
+    if (source_.file.Count() == 0) {
+      return Stop(BatchFailed(unread.empty() ? "no record" : unread));
+    }
+    const auto first = source_.file.Find(1);
+    if (!first || !unread.empty()) {
+      return Stop(BatchFailed(first ? unread : first.Message()));
     }
     source_.first = first->header;
     source_.header.channels = first->header.channels;
@@ -140,14 +142,14 @@ class SpectraJob {
     const int serial = SettingInt(source_.header, "SNUM");
     source_.box_path =
         CalBasePath(CalFolder(), FormatInt(serial != 0 ? serial : int{source_.first.box}));
-    std::string reason;
-    source_.box = shared_.library.Get(kBoxCal, source_.box_path, &reason);
-    if (source_.box != nullptr) {
+    const auto box = shared_.library.Get(kBoxCal, source_.box_path);
+    if (box) {
+      source_.box = *box;
       return true;
     }
     const std::string text = " Failed to open box calibration file of " + source_.box_path +
                              ".CLB,  " + PathText(task_.Input()) + " cannot be converted";
-    BatchResult failed = FailedWithBox(text, reason);
+    BatchResult failed = FailedWithBox(text, box.Message());
     failed.box_caption = "Warning";
     if (!shared_.IsNewsOf(source_.box_path)) {
       failed.box.clear();  // the list of results has them all
@@ -186,11 +188,10 @@ class SpectraJob {
       return true;
     }
     const std::string path = CalBasePath(CalFolder(), need.unit);
-    std::string reason = "the recording has no serial number";
-    if (need.has_number) {
-      *sensor = shared_.library.Get(need.kind, path, &reason);
-    }
-    if (*sensor != nullptr) {
+    const auto found = need.has_number ? shared_.library.Get(need.kind, path)
+                                       : Failure("the recording has no serial number");
+    if (found) {
+      *sensor = *found;
       *name = need.unit + ".CLC";
       return true;
     }
@@ -204,7 +205,7 @@ class SpectraJob {
         return true;
       case Answer::kNo:
         return Stop(BatchLeftAlone("the calibration of channel " + FormatInt(channel) +
-                                   " is missing: " + reason));
+                                   " is missing: " + found.Message()));
       default:
         return Stop(BatchCancelled());
     }

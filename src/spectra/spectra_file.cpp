@@ -34,7 +34,7 @@ int BandOfRate(const RecordingHeader& header, double rate) {
 
 }  // namespace
 
-SpectraFile::Result SpectraFile::Write(TextFile* out) {
+SpectraFile::Written SpectraFile::Write(TextFile* out) {
   WriteHead(out);
   CTsRec record;
   TsWalker walker = source_.file.Walk();
@@ -49,17 +49,18 @@ SpectraFile::Result SpectraFile::Write(TextFile* out) {
     } else if (place.header.channels != source_.header.channels) {
       ++other_channels_;
     } else {
-      result_.error = record.Read(source_.file.Bytes(), place);
-      if (!result_.error.empty() || !WriteRecord(record, out)) {
+      result_.outcome = record.Read(source_.file.Bytes(), place);
+      if (!result_.outcome || !WriteRecord(record, out)) {
         return result_;
       }
     }
     task_.Advance(place.next - place.offset);
   }
-  result_.error = walker.Error();
+  result_.outcome = walker.Outcome();
   result_.note = Note();
-  if (result_.error.empty() && written_ == 0) {
-    result_.error = "no record to convert" + (result_.note.empty() ? "" : ": " + result_.note);
+  if (result_.outcome && written_ == 0) {
+    result_.outcome =
+        Failure("no record to convert" + (result_.note.empty() ? "" : ": " + result_.note));
   }
   return result_;
 }
@@ -158,8 +159,8 @@ bool SpectraFile::UpdatePlan(const CTsRec& record) {
   const double base = BaseFrequency(record.Header());
   const double rate = SampleRate(record.Header());
   if (base == 0) {
-    result_.error = "record " + Number(record.Place().number) +
-                    " has no base frequency, nor has the parameter table";
+    result_.outcome = Failure("record " + Number(record.Place().number) +
+                              " has no base frequency, nor has the parameter table");
     return false;
   }
   if (plan_.harmonics && plan_.base_frequency == base && plan_.sample_rate == rate &&
@@ -188,7 +189,7 @@ bool SpectraFile::UpdateBox(double sample_rate) {
   const int band = source_.band > 0 ? source_.band : BandOfRate(source_.header, sample_rate);
   const Status status = box_.Prepare(source_.box.get(), &source_.header, band);
   if (status != kOk) {
-    result_.error = StatusText(status);
+    result_.outcome = Failure(std::string(StatusText(status)));
     result_.status = status;
     return false;
   }
@@ -210,7 +211,8 @@ bool SpectraFile::AddResponses() {
     auto& sensor = plan_.sensor.emplace_back(channels, 1);
     const Status status = box_.At(frequency, box, validities);
     if (status != kOk) {
-      result_.error = "at " + Short(frequency) + " Hz: " + std::string(StatusText(status));
+      result_.outcome =
+          Failure("at " + Short(frequency) + " Hz: " + std::string(StatusText(status)));
       result_.status = status;
       return false;
     }

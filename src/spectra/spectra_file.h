@@ -21,12 +21,12 @@ class SpectraFile {
   SpectraFile(const SpectraSource* source, BatchTask* task)
       : source_(*source), task_(*task), beyond_(source->channels.size()) {}
 
-  struct Result {
-    std::string error;  ///< empty: all is written
-    int status = 0;
+  struct Written {
+    Result<> outcome;
+    int status = 0;  ///< of a failure
     std::string note;
   };
-  Result Write(TextFile* out);
+  Written Write(TextFile* out);
 
  private:
   // What records of one rate, length and base frequency have in common.
@@ -59,7 +59,7 @@ class SpectraFile {
   BatchTask& task_;
   Plan plan_;
   BoxResponse box_;
-  Result result_;
+  Written result_;
   std::set<double> own_rates_;         // that no band has
   std::vector<std::uint64_t> beyond_;  // as in the plan, of all records
   std::string bin_note_;               // of the first record that has one

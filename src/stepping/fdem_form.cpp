@@ -83,10 +83,10 @@ bool FdemForm::Save() {
   if (!MayReplace(path)) {
     return false;
   }
-  if (const std::string reason = WriteScheduleFile(path, rows); !reason.empty()) {
+  if (const Result<> written = WriteScheduleFile(path, rows); !written) {
     prompts_->ShowWarning("File Open Error",
                           "Failed to open file " + name + " to export schedule file!");
-    note_ = FileMessage(path, reason);
+    note_ = FileMessage(path, written.Message());
     return false;
   }
   note_ = FormatInt(rows.size()) + " steps, " + FormatInt(rows.back().end_time) +

@@ -183,10 +183,10 @@ void SteppingForm::OpenFile(const std::filesystem::path& path) {
 
 bool SteppingForm::ExportFile(const std::filesystem::path& path) {
   const auto rows = WrittenRows(schedule_);
-  if (const std::string reason = WriteScheduleFile(path, rows); !reason.empty()) {
+  if (const Result<> written = WriteScheduleFile(path, rows); !written) {
     prompts_->ShowWarning("File Open Error",
                           "Failed to open file " + PathText(path) + " to export schedule file!");
-    Tell(PathText(path) + ": " + reason);
+    Tell(PathText(path) + ": " + written.Message());
     return false;
   }
   has_edited_steps_ = false;

@@ -43,15 +43,18 @@ std::string InRow(std::size_t number, const std::string& reason) {
   return "row " + FormatInt(number) + ": " + reason;
 }
 
-// The first bad row, from 1, and why; 0 where all are good.
-std::size_t FindBadRow(std::span<const ScheduleRow> rows, std::string* reason) {
+// The first bad row, from 1, and why; number 0 where all are good.
+struct BadRow {
+  std::size_t number = 0;
+  std::string fault;
+};
+BadRow FindBadRow(std::span<const ScheduleRow> rows) {
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    *reason = RowFault(rows[i], i > 0 ? &rows[i - 1] : nullptr);
-    if (!reason->empty()) {
-      return i + 1;
+    if (std::string fault = RowFault(rows[i], i > 0 ? &rows[i - 1] : nullptr); !fault.empty()) {
+      return {i + 1, std::move(fault)};
     }
   }
-  return 0;
+  return {};
 }
 
 }  // namespace
@@ -59,9 +62,9 @@ std::size_t FindBadRow(std::span<const ScheduleRow> rows, std::string* reason) {
 ScheduleRows ReadScheduleRows(const std::filesystem::path& path) {
   ScheduleRows result;
   InFile file;
-  result.error = file.Open(path);
+  result.outcome = file.Open(path);
   std::array<std::byte, sizeof(ScheduleRow)> bytes{};
-  while (result.error.empty() && result.rows.size() < static_cast<std::size_t>(kMostSteps) &&
+  while (result.outcome && result.rows.size() < static_cast<std::size_t>(kMostSteps) &&
          file.Read(bytes) == bytes.size()) {
     const auto row = RecordFrom<ScheduleRow>(bytes);
     if (row.end_time == 0) {
@@ -69,12 +72,11 @@ ScheduleRows ReadScheduleRows(const std::filesystem::path& path) {
     }
     result.rows.push_back(row);
   }
-  if (result.error.empty()) {
-    result.error = file.Error();
+  if (result.outcome) {
+    result.outcome = file.Outcome();
   }
-  if (result.error.empty()) {
-    std::string reason;
-    result.bad_row = static_cast<int>(FindBadRow(result.rows, &reason));
+  if (result.outcome) {
+    result.bad_row = static_cast<int>(FindBadRow(result.rows).number);
     result.refusal = WhyUnreadable(result.rows);
   }
   return result;
@@ -84,10 +86,11 @@ bool ReadScheduleFile(const std::filesystem::path& path, ScheduleTable* table,
                       ScheduleReport* report) {
   table->fill({});
   const ScheduleRows read = ReadScheduleRows(path);
-  report->is_open = read.error.empty();
+  report->is_open = static_cast<bool>(read.outcome);
   report->rows = static_cast<int>(read.rows.size());
   report->message.clear();
-  if (const std::string& reason = read.error.empty() ? read.refusal : read.error; !reason.empty()) {
+  if (const std::string& reason = read.outcome ? read.refusal : read.outcome.Message();
+      !reason.empty()) {
     report->message = FileMessage(path, reason);
     return false;
   }
@@ -99,9 +102,8 @@ std::string WhyUnreadable(std::span<const ScheduleRow> rows) {
   const auto end = std::find_if(rows.begin(), rows.end(),
                                 [](const ScheduleRow& row) { return row.end_time == 0; });
   const auto count = static_cast<std::size_t>(end - rows.begin());
-  std::string reason;
-  if (const std::size_t bad = FindBadRow(rows.first(count), &reason); bad > 0) {
-    return InRow(bad, reason);
+  if (const BadRow bad = FindBadRow(rows.first(count)); bad.number > 0) {
+    return InRow(bad.number, bad.fault);
   }
   if (count >= static_cast<std::size_t>(kMostSteps)) {
     return "200 rows and no end: a file of 200 rows cannot be read back";
@@ -112,8 +114,7 @@ std::string WhyUnreadable(std::span<const ScheduleRow> rows) {
   return count == 0 ? "no rows" : "";
 }
 
-std::string WriteScheduleFile(const std::filesystem::path& path,
-                              std::span<const ScheduleRow> rows) {
+Result<> WriteScheduleFile(const std::filesystem::path& path, std::span<const ScheduleRow> rows) {
   const auto end = std::find_if(rows.begin(), rows.end(), IsEmpty);
   return WriteFile(path, std::as_bytes(std::span(rows.begin(), end)));
 }

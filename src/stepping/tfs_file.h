@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "base/result.h"
 #include "stepping/schedule_row.h"
 
 namespace orvane {
@@ -18,7 +19,7 @@ struct ScheduleRows {
   std::vector<ScheduleRow> rows;  ///< up to the end of the file or a row with end time 0
   int bad_row = 0;                ///< number of the first row, from 1, that is refused; 0: none
   std::string refusal;            ///< why the file is refused, "row 3: ..."; empty: it is not
-  std::string error;              ///< why it could not be opened or read
+  Result<> outcome;               ///< of opening and reading it
 };
 ScheduleRows ReadScheduleRows(const std::filesystem::path& path);
 
@@ -35,9 +36,8 @@ bool ReadScheduleFile(const std::filesystem::path& path, ScheduleTable* table,
 /// Why `ReadScheduleFile` would refuse a file of these rows; empty where it would not.
 std::string WhyUnreadable(std::span<const ScheduleRow> rows);
 
-/// Writes the rows before the first empty one. An empty string, or why it failed.
-[[nodiscard]] std::string WriteScheduleFile(const std::filesystem::path& path,
-                                            std::span<const ScheduleRow> rows);
+/// Writes the rows before the first empty one.
+Result<> WriteScheduleFile(const std::filesystem::path& path, std::span<const ScheduleRow> rows);
 
 }  // namespace orvane
 

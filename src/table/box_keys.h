@@ -31,7 +31,7 @@ inline constexpr std::array<AuxiliaryKeys, 5> kAuxiliaryKeys = {{
     {"SN05", "NCHN5R", "5RCTL"},
 }};
 
-/// Where the main box's number of channels stands: as the box counted, else as the user set it.
+/// Where the main box's number of channels is: as the box counted, else as the user set it.
 inline constexpr std::string_view kCountedChannels = "TCHN";
 inline constexpr std::string_view kSetChannels = "NCHN";
 

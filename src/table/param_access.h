@@ -38,7 +38,7 @@ inline std::string ParamAsText(const ParamTable& table, ParamKey key) {
 }
 
 /// The writers skip a key that is missing or of another type: it has nowhere to keep the value.
-/// Each tells whether the stored bytes changed.
+/// Each returns whether the stored bytes changed.
 bool PutValue(ParamTable* table, ParamKey key, ValueType type, const ParamValue& value);
 bool PutInt(ParamTable* table, ParamKey key, std::int32_t number);
 bool PutReal(ParamTable* table, ParamKey key, double number);

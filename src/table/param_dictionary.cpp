@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The built-in parameters in file order. The order is significant: files are written in it. The
-// 19 keys that stand twice are kept: files of all boxes carry both records. So is the odd mask of
-// the FLAG keys of the remote boxes ("FLAG1R2", "FLAG3R3", "FLAG4R3", "FLAG5R3").
+// 19 keys that are there twice are kept: files of all boxes carry both records. So is the odd mask
+// of the FLAG keys of the remote boxes ("FLAG1R2", "FLAG3R3", "FLAG4R3", "FLAG5R3").
 #include "table/param_dictionary.h"
 
 #include <algorithm>

@@ -82,8 +82,8 @@ class IndexHash {
   std::uint64_t reciprocal_ = 0;
 };
 
-/// Puts every key, in order, at the first empty slot from its home slot on: a duplicate key lies
-/// behind its first occurrence.
+/// Puts every key, in order, at the first empty slot from its home slot on: a duplicate key is
+/// after its first occurrence.
 constexpr void FillSlots(std::span<const std::uint64_t> words, const IndexHash& hash,
                          std::span<std::uint16_t> positions) {
   std::fill(positions.begin(), positions.end(), kEmptySlot);
@@ -96,7 +96,7 @@ constexpr void FillSlots(std::span<const std::uint64_t> words, const IndexHash& 
   }
 }
 
-/// Longest run of occupied slots, counted once around from behind the first empty one.
+/// Longest run of occupied slots, counted once around from after the first empty one.
 constexpr std::uint32_t LongestRun(std::span<const std::uint16_t> positions) {
   const auto first_empty = std::find(positions.begin(), positions.end(), kEmptySlot);
   std::uint32_t longest = 0;

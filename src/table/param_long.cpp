@@ -132,7 +132,7 @@ Status ParamTable::SetLongParam(ParamKey key, std::string_view text, bool check_
     }
     entry->value[0] = 0;
   }
-  // kept: what stands behind the NUL in the last link stays.
+  // kept: what comes after the NUL in the last link stays.
   for (std::size_t i = 0; i <= text.size(); ++i) {
     entries_[links[i / kValueSize]].value[i % kValueSize] =
         i < text.size() ? static_cast<std::uint8_t>(text[i]) : 0;

@@ -32,7 +32,7 @@ inline constexpr std::size_t kMaxLongText = 320;
 /// types, masks and order never change, values do. The index must be built before any lookup;
 /// until then every key is unknown (11). A copy is a snapshot with an index of its own.
 ///
-/// A key that stands twice is found at its first position only; the second copy is reachable by
+/// A key that is there twice is found at its first position only; the second copy is reachable by
 /// position and is never read or written.
 class ParamTable {
  public:

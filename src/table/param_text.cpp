@@ -77,10 +77,6 @@ std::string FormatAddress(const ParamValue& value) {
   return text;
 }
 
-std::string TextTooLong(std::size_t limit) {
-  return "is longer than " + FormatInt(limit) + " characters";
-}
-
 }  // namespace
 
 std::int32_t IntOf(const ParamValue& value) { return Read<Le<std::int32_t>>(value); }
@@ -152,62 +148,59 @@ void ParseParamValue(std::string_view text, ValueType type, ParamValue* value) {
   value->fill(0);
 }
 
-std::string ParseParamValueStrictly(std::string_view text, ValueType type, ParamValue* value) {
+Result<ParamValue> ParseParamValueStrictly(std::string_view text, ValueType type) {
+  ParamValue value{};
   switch (type) {
     case IntPT: {
       const auto number = ParseInt(text);
       if (!number) {
-        return "is not an integer from -2147483648 to 2147483647";
+        return Failure("is not an integer from -2147483648 to 2147483647");
       }
-      value->fill(0);
-      PutInt(*number, value);
-      return {};
+      PutInt(*number, &value);
+      return value;
     }
     case FltPT: {
       const auto number = ParseReal(text);
       if (!number) {
-        return "is not a number that fits";
+        return Failure("is not a number that fits");
       }
-      value->fill(0);
-      PutReal(*number, value);
-      return {};
+      PutReal(*number, &value);
+      return value;
     }
     case StrPT:
     case PosPT:
     case LStPT: {
       const std::size_t limit = type == LStPT ? kValueSize : kMaxTextLength;
       if (text.size() > limit) {
-        return TextTooLong(limit);
+        return Failure("is longer than " + FormatInt(limit) + " characters");
       }
       if (text.find('\0') != std::string_view::npos) {
-        return "contains a NUL";
+        return Failure("contains a NUL");
       }
-      PutText(text, limit, value);
-      return {};
+      PutText(text, limit, &value);
+      return value;
     }
     case IPAPT: {
       const bool plain = text.find_first_not_of("0123456789.") == std::string_view::npos;
       const auto address = TakeAddress(&text);
       if (!plain || !address || !text.empty()) {
-        return "is not an address of four numbers from 0 to 255";
+        return Failure("is not an address of four numbers from 0 to 255");
       }
-      value->fill(0);
-      std::copy(address->begin(), address->end(), value->begin());
-      return {};
+      std::copy(address->begin(), address->end(), value.begin());
+      return value;
     }
     case AmxPT: {
       ParamTime time;
       if (!ParseParamTimeStrictly(text, &time)) {
-        return "is not a time such as 2009/06/30 14:05:00 or 14:05:00";
+        return Failure("is not a time such as 2009/06/30 14:05:00 or 14:05:00");
       }
-      value->fill(0);
-      PutTime(time, value);
-      return {};
+      PutTime(time, &value);
+      return value;
     }
     case RawPT:
       break;
   }
-  return "has a type that cannot be given as text";
+  return Failure("has a type that cannot be given as text");
 }
 
 std::string_view ValueTypeName(std::uint8_t type) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/result.h"
 #include "table/param_entry.h"
 
 namespace orvane {
@@ -31,10 +32,8 @@ void FormatParamValue(ValueType type, const ParamValue& value, std::string* text
 /// cut. A `RawPT` value is not written, an unknown type gives zeros.
 void ParseParamValue(std::string_view text, ValueType type, ParamValue* value);
 
-/// Reads a value that must be right: the whole text, and it must fit. An empty string when it does,
-/// else why not; `value` is written only then.
-[[nodiscard]] std::string ParseParamValueStrictly(std::string_view text, ValueType type,
-                                                  ParamValue* value);
+/// Reads a value that must be right: the whole text, and it must fit.
+Result<ParamValue> ParseParamValueStrictly(std::string_view text, ValueType type);
 
 /// The name of a value type as the users know it, "IntPT"; empty for `RawPT` and unknown codes.
 std::string_view ValueTypeName(std::uint8_t type);

@@ -13,8 +13,9 @@
 namespace orvane {
 namespace {
 
-constexpr std::uint32_t kDaysPerBlock = 1461;      // four years
-constexpr std::uint32_t kEndOfTime = 4102444800U;  // 2100-01-01, the first that seconds cannot tell
+constexpr std::uint32_t kDaysPerBlock = 1461;  // four years
+constexpr std::uint32_t kEndOfTime =
+    4102444800U;  // 2100-01-01, the first that seconds cannot express
 
 // Days before each month, January first.
 constexpr std::array<std::uint32_t, 12> kCommonYear = {0,   31,  59,  90,  120, 151,

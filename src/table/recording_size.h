@@ -9,7 +9,7 @@ namespace orvane {
 
 /// Megabytes of 2^20 bytes.
 struct RecordingSize {
-  double stated = 0;  ///< as the boxes count: bytes in 32 bits, so beyond 4096 it starts anew
+  double stated = 0;  ///< as the boxes count: bytes in 32 bits, so beyond 4096 it starts again
   double exact = 0;   ///< counted without that limit
 };
 

@@ -22,12 +22,12 @@ std::filesystem::path StartupPath(const ParamTable& table) {
   const std::string folder = ParamAsText(table, "DPTH");
   if (const std::int32_t serial = IntParam(table, "SNUM"); serial != 0) {
     std::filesystem::path path = PathOf(folder + FormatInt(serial) + ".tbl");
-    if (InFile().Open(path).empty()) {
+    if (InFile().Open(path)) {
       return path;
     }
   }
   std::filesystem::path path = PathOf(folder + "Startup.tbl");
-  if (!InFile().Open(path).empty()) {
+  if (!InFile().Open(path)) {
     path.clear();
   }
   return path;

@@ -9,10 +9,11 @@
 namespace orvane {
 
 /// The keys, in the order of `a`, whose stored bytes differ between two tables of the same
-/// dictionary. A key that stands twice is told once; what is never found by its key does not count.
+/// dictionary. A key that is there twice is named once; what is never found by its key does not
+/// count.
 std::vector<ParamKey> DifferingKeys(const ParamTable& a, const ParamTable& b);
 
-/// What two made of one table, as `DifferingKeys()` tells it. What both changed alike is in none.
+/// What two made of one table, as `DifferingKeys()` finds it. What both changed alike is in none.
 struct TwoChanges {
   std::vector<ParamKey> mine;
   std::vector<ParamKey> theirs;

@@ -122,15 +122,15 @@ std::string HoldsText(std::size_t held, std::size_t missing) {
 
 Status TblReader::Open(const std::filesystem::path& path, TblReport* report) {
   path_ = path;
-  if (const std::string reason = file_.Open(path); !reason.empty()) {
-    report->message = WithStatus(path, reason, kTblUnreadable);
+  if (const Result<> opened = file_.Open(path); !opened) {
+    report->message = WithStatus(path, opened.Message(), kTblUnreadable);
     return kTblUnreadable;
   }
   const auto start = file_.Peek(sizeof(TblHeader));
   if (start.size() < sizeof(TblHeader)) {
-    report->read_error = file_.Error();
+    report->read_error = file_.Outcome().Message();
     report->message = WithStatus(
-        path, file_.Error().empty() ? "too short for a TBL file" : file_.Error(), kTblUnreadable);
+        path, file_.Outcome() ? "too short for a TBL file" : report->read_error, kTblUnreadable);
     return kTblUnreadable;
   }
   version_ = RecogniseTblVersion(start.first<sizeof(TblHeader)>());
@@ -159,7 +159,7 @@ RememberedFile TblReader::Memory() {
        rest = file_.Peek(InFile::kMostPeeked)) {
     Take(rest);
   }
-  return file_.Error().empty() ? RememberedFile(file_.Info(), size_, sum_) : RememberedFile();
+  return file_.Outcome() ? RememberedFile(file_.Info(), size_, sum_) : RememberedFile();
 }
 
 template <typename Record>
@@ -193,7 +193,7 @@ bool TblReader::Next(ParamEntry* entry) {
 
 Status TblReader::End(TblReport* report) {
   report->cut_at = ended_ || file_.Peek(1).empty() ? 0 : offset_;
-  report->read_error = file_.Error();
+  report->read_error = file_.Outcome().Message();
   if (report->read_error.empty()) {
     return kOk;
   }
@@ -272,13 +272,13 @@ Status SaveParamFile(ParamTable* table, const std::filesystem::path& path, OutFi
   ParamTable written = *table;
   store_versions(&written);
   const std::vector<std::byte> image = TblImage(written, options);
-  std::string reason = file->Write(image);
-  reason = reason.empty() ? file->Commit() : reason;
-  if (!reason.empty()) {
+  Result<> done = file->Write(image);
+  done = done ? file->Commit() : done;
+  if (!done) {
     if (report != nullptr) {
-      report->reason = reason;
+      report->reason = done.Message();
       report->has_touched = file->HasTouchedTarget();
-      report->message = WithStatus(path, reason, kTblWriteFailed);
+      report->message = WithStatus(path, report->reason, kTblWriteFailed);
     }
     return kTblWriteFailed;
   }

@@ -62,13 +62,13 @@ class TblReader {
   /// record is cut: nothing of it is used.
   bool Next(ParamEntry* entry);
 
-  /// Once `Next()` has answered false: 0 and where a cut record begins, or 173 where it was not the
-  /// file that ended but a read that failed; the records before it are no whole table.
+  /// Once `Next()` has returned false: 0 and where a cut record begins, or 173 where it was not the
+  /// file that ended but a read that failed; the records before it are not a whole table.
   Status End(TblReport* report);
 
   /// Before `Open()`: the checksum of all bytes is to be known.
   void KeepSum() { keeps_sum_ = true; }
-  /// After `End()`: the file whose bytes were read, also those behind the last record. Nothing
+  /// After `End()`: the file whose bytes were read, also those after the last record. Nothing
   /// where they could not be read to the end.
   RememberedFile Memory();
 

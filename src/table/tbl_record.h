@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The records of parameter table files; docs/formats/tbl.md tells the formats whole.
+// The records of parameter table files; docs/formats/tbl.md describes the formats.
 #ifndef ORVANE_TABLE_TBL_RECORD_H_
 #define ORVANE_TABLE_TBL_RECORD_H_
 
@@ -14,7 +14,7 @@
 
 namespace orvane {
 
-/// First bytes of a version-2 file. The records behind it are `ParamEntry`, 32 bytes each.
+/// First bytes of a version-2 file. The records after it are `ParamEntry`, 32 bytes each.
 ///
 /// | offset | size | content |
 /// |---|---|---|
@@ -50,13 +50,13 @@ static_assert(sizeof(TblRecordV1) == 25 && alignof(TblRecordV1) == 1);
 static_assert(offsetof(TblRecordV1, write_mask) == 5 && offsetof(TblRecordV1, reserved) == 7);
 static_assert(offsetof(TblRecordV1, type) == 11 && offsetof(TblRecordV1, value) == 12);
 
-/// Version of a file by its first 32 bytes: 1, 2, or 0 where it is no parameter table.
+/// Version of a file by its first 32 bytes: 1, 2, or 0 where it is not a parameter table.
 int RecogniseTblVersion(std::span<const std::byte, 32> start);
 
 /// Whether a version-1 record ends the file: its first four bytes are the number 3.
 bool IsEndRecord(const TblRecordV1& record);
 
-/// The end record: number 3 where the mask stands, the other bytes those of the record before it.
+/// The end record: number 3 where the mask is, the other bytes those of the record before it.
 TblRecordV1 EndRecordAfter(const TblRecordV1& last);
 
 /// A key fits a version-1 record with fewer than five characters.

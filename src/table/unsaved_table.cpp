@@ -54,42 +54,43 @@ std::vector<std::byte> UnsavedImage(const UnsavedTable& unsaved) {
   return image;
 }
 
-std::string ReadUnsavedImage(std::span<const std::byte> bytes, UnsavedTable* unsaved) {
+Result<UnsavedTable> ReadUnsavedImage(std::span<const std::byte> bytes) {
   if (bytes.size() < sizeof(UnsavedHeader)) {
-    return "it is cut short";
+    return Failure("it is cut short");
   }
   const auto header = RecordFrom<UnsavedHeader>(bytes);
   if (header.magic != UnsavedHeader().magic) {
-    return "it is not an emergency copy";
+    return Failure("it is not an emergency copy");
   }
   if (header.version == 0 || header.version > UnsavedHeader::kVersion) {
-    return "it is from another version of Orvane";
+    return Failure("it is from another version of Orvane");
   }
   auto rest = bytes.subspan(sizeof header);
   const bool is_right = header.checksum == SumOf(bytes, rest);
   UnsavedFileMark mark;
   if (header.version > 1) {
     if (rest.size() < sizeof mark) {
-      return "it is cut short";
+      return Failure("it is cut short");
     }
     mark = RecordFrom<UnsavedFileMark>(rest);
     rest = rest.subspan(sizeof mark);
   }
   const std::uint64_t path_size = header.path_size;
   if (path_size > rest.size() || header.table_size > rest.size() - path_size) {
-    return "it is cut short";
+    return Failure("it is cut short");
   }
   const auto table = rest.subspan(path_size);
   if (header.table_size != table.size() || !is_right || !IsWholeTable(table)) {
-    return "it is damaged";
+    return Failure("it is damaged");
   }
   const auto path = rest.first(path_size);
-  unsaved->path.resize(path.size());
-  std::transform(path.begin(), path.end(), unsaved->path.begin(),
+  UnsavedTable unsaved;
+  unsaved.path.resize(path.size());
+  std::transform(path.begin(), path.end(), unsaved.path.begin(),
                  [](std::byte byte) { return static_cast<char>(byte); });
-  unsaved->table.assign(table.begin(), table.end());
-  unsaved->file = FileOf(mark);
-  return {};
+  unsaved.table.assign(table.begin(), table.end());
+  unsaved.file = FileOf(mark);
+  return unsaved;
 }
 
 }  // namespace orvane

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The file that keeps edits which are not saved yet; docs/formats/emergency-copy.md tells it whole.
+// The file that keeps edits which are not saved yet; docs/formats/emergency-copy.md describes it.
 #ifndef ORVANE_TABLE_UNSAVED_TABLE_H_
 #define ORVANE_TABLE_UNSAVED_TABLE_H_
 
@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/checksum.h"
+#include "base/result.h"
 #include "base/wire.h"
 #include "files/file_memory.h"
 
@@ -55,14 +56,14 @@ static_assert(sizeof(UnsavedFileMark) == 24 && alignof(UnsavedFileMark) == 1);
 struct UnsavedTable {
   std::string path;              ///< of the document, in UTF-8; empty for one without a file
   std::vector<std::byte> table;  ///< a whole version-2 parameter table file
-  RememberedFile file = {};      ///< what the table stands for; of version 1 nothing
+  RememberedFile file = {};      ///< the file that the table was read from; of version 1 nothing
 };
 
 /// Of the newest version.
 std::vector<std::byte> UnsavedImage(const UnsavedTable& unsaved);
 
-/// An empty string, or why the bytes are of no use; then `unsaved` is as before.
-std::string ReadUnsavedImage(std::span<const std::byte> bytes, UnsavedTable* unsaved);
+/// Fails where the bytes are of no use.
+Result<UnsavedTable> ReadUnsavedImage(std::span<const std::byte> bytes);
 
 }  // namespace orvane
 

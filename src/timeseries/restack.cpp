@@ -28,11 +28,11 @@ class Restacking {
              OutFile* out)
       : task_(task), in_(in), end_(end), plan_(plan), out_(out) {}
 
-  // An empty string, or why it failed; also where it was stopped.
-  std::string Run(std::uint64_t most_memory) {
+  // Also done where it was stopped.
+  Result<> Run(std::uint64_t most_memory) {
     const std::vector<RestackGroup*> groups = plan_->InOrder();
-    std::string error;
-    for (std::size_t first = 0; first < groups.size() && error.empty() && !task_->Stopped();) {
+    Result<> done;
+    for (std::size_t first = 0; first < groups.size() && done && !task_->Stopped();) {
       std::size_t last = first;
       std::uint64_t memory = 0;
       GroupSums sums;
@@ -44,26 +44,26 @@ class Restacking {
         }
         sums.try_emplace(&group, group.count, group.Samples());
       }
-      error = AddRecords(task_, *in_, end_, plan_, &sums, first == 0);
-      for (; first < last && error.empty() && !task_->Stopped(); ++first) {
-        error = Write(*groups[first], sums.at(groups[first]));
+      done = AddRecords(task_, *in_, end_, plan_, &sums, first == 0);
+      for (; first < last && done && !task_->Stopped(); ++first) {
+        done = Write(*groups[first], sums.at(groups[first]));
       }
     }
-    return error;
+    return done;
   }
 
  private:
-  std::string Write(const RestackGroup& group, const RestackSums& sums) {
+  Result<> Write(const RestackGroup& group, const RestackSums& sums) {
     TsHeader header = group.header;
     header.sample_width = kOutWidth;
     header.byte25 = 0;
     header.trailing_scans = 0;
     header.byte51 = 0;
-    std::string error = out_->Write(BytesOf(header));
+    Result<> written = out_->Write(BytesOf(header));
     const std::size_t samples = sums.Size();
     std::vector<std::byte> piece(std::min(kTsPiece, samples * kOutWidth + 1));
     std::vector<std::int32_t> means(std::min(samples, kTsPiece / kOutWidth));
-    for (std::size_t i = 0; i < samples && error.empty();) {
+    for (std::size_t i = 0; i < samples && written;) {
       const std::size_t count = std::min(samples - i, (kTsPiece - 1) / kOutWidth);
       sums.PutMeans(i, std::span(means).first(count));
       for (std::size_t k = 0; k < count; ++k) {
@@ -71,10 +71,10 @@ class Restacking {
         const Le<std::int32_t> mean = means[k];
         std::memcpy(&piece[k * kOutWidth], &mean, sizeof mean);
       }
-      error = out_->Write(std::span(piece).first(count * kOutWidth));
+      written = out_->Write(std::span(piece).first(count * kOutWidth));
       i += count;
     }
-    return error.empty() ? error : FileMessage(task_->Outputs()[0], error);
+    return written ? written : Failure(FileMessage(task_->Outputs()[0], written.Message()));
   }
 
   BatchTask* task_;
@@ -103,12 +103,12 @@ class Shared {
     return *answer_;
   }
   // Over a table only where this batch has made it, for a stack that this one replaces.
-  CompanionCopy CopyTable(const std::filesystem::path& waveform,
-                          const std::filesystem::path& stack) {
+  Result<CompanionCopy> CopyTable(const std::filesystem::path& waveform,
+                                  const std::filesystem::path& stack) {
     const std::lock_guard lock(mutex_);
-    CompanionCopy copy = CopyCompanion(waveform, stack, tables_);
-    if (!copy.written.empty()) {
-      tables_.insert(copy.written);
+    auto copy = CopyCompanion(waveform, stack, tables_);
+    if (copy && !copy->written.empty()) {
+      tables_.insert(copy->written);
     }
     return copy;
   }
@@ -143,26 +143,26 @@ void Append(const std::string& note, std::string* notes) {
 BatchResult Finish(const BatchTask& task, std::string note, Shared* shared, OutFile* out) {
   Append(CompanionNote(task.Input()), &note);
   const auto& path = task.Outputs().front();
-  const CompanionCopy copy =
+  const Result<CompanionCopy> copy =
       task.IsBeside() ? CompanionCopy() : shared->CopyTable(task.Input(), path);
-  if (!copy.error.empty()) {
-    return BatchFailed(copy.error);
+  if (!copy) {
+    return BatchFailed(copy.Message());
   }
-  Append(copy.note, &note);
+  Append(copy->note, &note);
   BatchResult result = BatchDone({path}, note);
-  if (const std::string reason = out->Commit(); !reason.empty()) {
-    result = BatchFailed(FileMessage(path, reason));
+  if (const Result<> committed = out->Commit(); !committed) {
+    result = BatchFailed(FileMessage(path, committed.Message()));
   }
-  if (!copy.written.empty()) {
-    result.outputs.push_back(copy.written);
+  if (!copy->written.empty()) {
+    result.outputs.push_back(copy->written);
   }
   return result;
 }
 
 BatchResult RestackFile(BatchTask& task, Shared* shared) {
   RandomFile in;
-  if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
-    return OpenFailed(task.Input(), reason);
+  if (const Result<> opened = in.Open(task.Input()); !opened) {
+    return OpenFailed(task.Input(), opened.Message());
   }
   const TsWalker walker(&in, TsHeaderSize::kFull);
   const std::uint64_t end = walker.End();
@@ -172,23 +172,23 @@ BatchResult RestackFile(BatchTask& task, Shared* shared) {
     leave_out.bad = true;
     plan = RestackPlan(walker, leave_out);
   }
-  if (!plan.Error().empty()) {
-    return BatchFailed(plan.Error());
+  if (!plan.Outcome()) {
+    return BatchFailed(plan.Outcome().Message());
   }
   if (plan.LeavesNothing()) {
     return BatchFailed("nothing is left to stack: " + plan.Note());
   }
   const auto& path = task.Outputs()[0];
   OutFile out;
-  if (const std::string reason = out.Open(path); !reason.empty()) {
-    return OpenFailed(path, reason);
+  if (const Result<> opened = out.Open(path); !opened) {
+    return OpenFailed(path, opened.Message());
   }
-  const std::string error =
+  const Result<> restacked =
       Restacking(&task, &in, end, &plan, &out).Run(shared->Options().most_memory);
   if (task.Stopped()) {
     return BatchCancelled();
   }
-  return error.empty() ? Finish(task, plan.Note(), shared, &out) : BatchFailed(error);
+  return restacked ? Finish(task, plan.Note(), shared, &out) : BatchFailed(restacked.Message());
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ struct RestackOptions {
 /// samples. Sums are exact; the result takes the header, scans and channels of the frequency's
 /// first record. Frequencies keep the file's own direction, ascending or descending.
 ///
-/// - Equal means equal as doubles; a frequency that is no number yields nothing.
+/// - Equal means equal as doubles; a frequency that is not a number is left out.
 /// - A record with fewer scans or channels than the first of its frequency is left out of sum and
 ///   divisor, and noted; of a larger one the surplus counts for nothing.
 /// - Bad records are added or left out, and noted; a file of which nothing is left fails.

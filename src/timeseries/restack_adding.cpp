@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <exception>
-#include <string_view>
+#include <new>
 #include <thread>
 #include <vector>
 
@@ -14,7 +14,6 @@ namespace orvane {
 namespace {
 
 constexpr unsigned kMostShares = 64;
-constexpr std::size_t kRoomForReason = 80;
 
 // One share of the work: of each record the same part of its scans, so that no two shares ever
 // touch the same sum. Every share walks the headers itself.
@@ -24,24 +23,24 @@ class RestackShare {
                unsigned shares)
       : task_(task), in_(in), end_(end), share_(share), shares_(shares) {}
 
-  // Tells the bytes of each record that is done. An empty string, or why reading failed.
-  template <typename Tell>
-  std::string Add(RestackPlan* plan, GroupSums* sums, Tell tell) {
+  // Calls `note` with the bytes of each record that is done.
+  template <typename Note>
+  Result<> Add(RestackPlan* plan, GroupSums* sums, Note note) {
     TsWalker walker(in_, TsHeaderSize::kFull, end_);
     TsPlace place;
-    std::string error;
-    while (error.empty() && !task_->Stopped() && walker.Next(&place) && !place.is_cut) {
+    Result<> added;
+    while (added && !task_->Stopped() && walker.Next(&place) && !place.is_cut) {
       const auto sum = sums->find(plan->GroupOf(place));
       if (sum != sums->end()) {
-        error = AddRecord(place, *sum->first, &sum->second);
+        added = AddRecord(place, *sum->first, &sum->second);
       }
-      tell(place.next - place.offset);
+      note(place.next - place.offset);
     }
-    return error.empty() ? walker.Error() : error;
+    return added ? walker.Outcome() : added;
   }
 
  private:
-  std::string AddRecord(const TsPlace& place, const RestackGroup& group, RestackSums* sums) {
+  Result<> AddRecord(const TsPlace& place, const RestackGroup& group, RestackSums* sums) {
     const std::size_t channels = group.header.channels;
     const auto scan_bytes = static_cast<std::size_t>(ScanBytes(place.header));
     if (scan_bytes == 0 || channels == 0) {
@@ -53,11 +52,10 @@ class RestackShare {
     for (std::size_t scan = first; scan < last && !task_->Stopped(); scan += scans_per_piece) {
       const std::size_t scans = std::min(scans_per_piece, last - scan);
       piece_.resize(std::max(piece_.size(), scans * scan_bytes + kDecoderSlack));
-      std::string error;
-      const std::size_t read = in_->ReadAt(place.data + std::uint64_t{scan} * scan_bytes,
-                                           std::span(piece_).first(scans * scan_bytes), &error);
-      if (read < scans * scan_bytes) {
-        return error.empty() ? "the file became shorter while it was read" : error;
+      const BytesRead read = in_->ReadAt(place.data + std::uint64_t{scan} * scan_bytes,
+                                         std::span(piece_).first(scans * scan_bytes));
+      if (read.count < scans * scan_bytes) {
+        return read.outcome ? Failure("the file became shorter while it was read") : read.outcome;
       }
       AddScans(place, scan, scans, channels, sums);
     }
@@ -89,23 +87,23 @@ class RestackShare {
 
 }  // namespace
 
-std::string AddRecords(BatchTask* task, const RandomFile& in, std::uint64_t end, RestackPlan* plan,
-                       GroupSums* sums, bool tells_progress) {
+Result<> AddRecords(BatchTask* task, const RandomFile& in, std::uint64_t end, RestackPlan* plan,
+                    GroupSums* sums, bool tells_progress) {
   const unsigned shares = std::clamp(task->Threads(), 1U, kMostShares);
-  std::vector<std::string> errors(shares);
-  for (std::string& error : errors) {
-    error.reserve(kRoomForReason);  // for when there is no memory
-  }
+  std::vector<Result<>> results(shares);
+  std::vector<Result<>> no_memory(shares, Failure(ReasonOf(std::bad_alloc())));
   const auto add = [&](unsigned share) {
     try {
-      errors[share] =
+      results[share] =
           RestackShare(task, &in, end, share, shares).Add(plan, sums, [&](std::uint64_t bytes) {
             if (share == 0 && tells_progress) {
               task->Advance(bytes);
             }
           });
-    } catch (const std::exception& error) {  // mostly no memory: none is asked for here
-      errors[share] = std::string_view(ReasonOf(error)).substr(0, kRoomForReason);
+    } catch (const std::bad_alloc&) {
+      results[share] = std::move(no_memory[share]);
+    } catch (const std::exception& error) {
+      results[share] = Failure(error.what());
     }
   };
   std::vector<std::jthread> helpers;
@@ -121,9 +119,9 @@ std::string AddRecords(BatchTask* task, const RandomFile& in, std::uint64_t end,
     add(share);
   }
   helpers.clear();  // waits for them
-  const auto failed = std::find_if(errors.begin(), errors.end(),
-                                   [](const std::string& error) { return !error.empty(); });
-  return failed == errors.end() ? std::string() : *failed;
+  const auto failed =
+      std::find_if(results.begin(), results.end(), [](const Result<>& result) { return !result; });
+  return failed == results.end() ? Result<>() : *failed;
 }
 
 }  // namespace orvane

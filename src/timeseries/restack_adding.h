@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <map>
-#include <string>
 
 #include "files/batch.h"
 #include "timeseries/restack_plan.h"
@@ -15,10 +14,9 @@ namespace orvane {
 using GroupSums = std::map<const RestackGroup*, RestackSums>;
 
 /// Adds the records of those groups that have sums, in one pass over a file that is taken to end at
-/// `end`, on as many threads as the task allows. An empty string, or why reading failed; a stopped
-/// task leaves it half done.
-std::string AddRecords(BatchTask* task, const RandomFile& in, std::uint64_t end, RestackPlan* plan,
-                       GroupSums* sums, bool tells_progress);
+/// `end`, on as many threads as the task allows. A stopped task leaves it half done.
+Result<> AddRecords(BatchTask* task, const RandomFile& in, std::uint64_t end, RestackPlan* plan,
+                    GroupSums* sums, bool tells_progress);
 
 }  // namespace orvane
 

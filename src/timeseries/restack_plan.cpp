@@ -50,7 +50,7 @@ RestackPlan::RestackPlan(TsWalker walker, LeaveOut leave_out) : leave_out_(leave
       without_stack_.Add(FormatReal(frequency));
     }
   }
-  error_ = walker.Error();
+  outcome_ = walker.Outcome();
 }
 
 void RestackPlan::Take(const TsPlace& place) {

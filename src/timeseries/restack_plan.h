@@ -46,7 +46,7 @@ class NamedFew {
   std::string names_;
 };
 
-/// What a file's headers tell of its stack. A record that is left out counts as if the file had
+/// What a file's headers say of its stack. A record that is left out counts as if the file had
 /// it not.
 class RestackPlan {
  public:
@@ -63,7 +63,8 @@ class RestackPlan {
   bool LeavesNothing() const { return groups_.empty(); }
   /// What the user should know, empty if nothing.
   std::string Note() const;
-  const std::string& Error() const { return error_; }
+  /// Of reading the headers.
+  const Result<>& Outcome() const { return outcome_; }
 
  private:
   void Take(const TsPlace& place);
@@ -80,7 +81,7 @@ class RestackPlan {
   NamedFew without_stack_;
   NamedFew too_small_;
   std::uint64_t without_frequency_ = 0;
-  std::string error_;
+  Result<> outcome_;
 };
 
 }  // namespace orvane

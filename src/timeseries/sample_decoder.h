@@ -12,7 +12,7 @@
 
 namespace orvane {
 
-/// Bytes that must be readable behind the samples given to a decoder.
+/// Bytes that must be readable after the samples given to a decoder.
 inline constexpr std::size_t kDecoderSlack = 32;
 /// Bulk work reads pieces of this size: they stay in the cache between reading and decoding.
 inline constexpr std::size_t kTsPiece = std::size_t{128} * 1024;

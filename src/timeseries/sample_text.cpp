@@ -35,7 +35,7 @@ void PutSample(std::int32_t sample, char* to) {
       sample < 0 ? 0U - static_cast<std::uint32_t>(sample) : static_cast<std::uint32_t>(sample);
   const std::uint32_t high = size / 10000;
   std::uint64_t text = kGroups[high] | std::uint64_t{kGroups[size - high * 10000]} << 32U;
-  // Leading zeros, but not the last digit, become blanks; before the first digit stands the sign. A
+  // Leading zeros, but not the last digit, become blanks; before the first digit is the sign. A
   // sample has at most seven digits, so there is room for it.
   const int leading = std::countr_zero((text ^ kZeros) | std::uint64_t{1} << 56U) & ~7;
   text ^= kZeroToBlank & ((std::uint64_t{1} << static_cast<unsigned>(leading)) - 1);
@@ -66,12 +66,12 @@ SampleText::~SampleText() { EndWriter(); }
 
 bool SampleText::HasFailed() const {
   const std::lock_guard lock(mutex_);
-  return !error_.empty();
+  return !outcome_;
 }
 
-void SampleText::Fail(const std::string& error) {
+void SampleText::Note(const Result<>& written) {
   const std::lock_guard lock(mutex_);
-  error_ = error_.empty() ? error : error_;
+  outcome_ = outcome_ ? written : outcome_;
 }
 
 void SampleText::WritePieces() {
@@ -83,18 +83,18 @@ void SampleText::WritePieces() {
     }
     Piece* piece = full_.front();
     full_.erase(full_.begin());
-    const bool has_failed = !error_.empty();
+    const bool has_failed = !outcome_;
     lock.unlock();
-    std::string error;
+    Result<> written;
     try {
-      error = has_failed ? error
-                         : out_->Write(std::as_bytes(std::span(piece->bytes).first(piece->used)));
+      written = has_failed ? written
+                           : out_->Write(std::as_bytes(std::span(piece->bytes).first(piece->used)));
     } catch (const std::exception&) {  // no memory: none is asked for here
-      error.swap(no_memory_);
+      written = std::move(no_memory_);
     }
     lock.lock();
-    if (error_.empty()) {
-      error_.swap(error);
+    if (outcome_) {
+      outcome_ = std::move(written);
     }
     free_.push_back(piece);
     changed_.notify_all();
@@ -107,7 +107,7 @@ void SampleText::Flush() {
   }
   if (!writer_.joinable()) {
     if (!HasFailed()) {
-      Fail(out_->Write(std::as_bytes(std::span(piece_->bytes).first(piece_->used))));
+      Note(out_->Write(std::as_bytes(std::span(piece_->bytes).first(piece_->used))));
     }
   } else {
     std::unique_lock lock(mutex_);
@@ -120,10 +120,10 @@ void SampleText::Flush() {
   piece_->used = 0;
 }
 
-std::string SampleText::Finish() {
+Result<> SampleText::Finish() {
   Flush();
   EndWriter();
-  return error_;
+  return outcome_;
 }
 
 void SampleText::EndWriter() {
@@ -145,13 +145,13 @@ void SampleText::Text(std::string_view text) {
     const std::size_t count = std::min(text.size(), kPiece - piece_->used);
     std::copy_n(text.begin(), count,
                 piece_->bytes.begin() + static_cast<std::ptrdiff_t>(piece_->used));
-    piece_->lines = 0;  // may stand where lines were laid out
+    piece_->lines = 0;  // may be where lines were laid out
     piece_->used += count;
     text.remove_prefix(count);
   }
 }
 
-// Makes sure that blanks and line ends for `scans` lines stand where the piece goes on.
+// Makes sure that blanks and line ends for `scans` lines are where the piece goes on.
 void SampleText::LayOut(std::size_t channels, std::size_t scans) {
   const std::size_t line = channels * kField + 1;
   Piece& piece = *piece_;

@@ -30,11 +30,11 @@ class SampleText {
   ~SampleText();
 
   void Text(std::string_view text);
-  /// `scans` lines out of samples of `width` bytes each. Behind them `kDecoderSlack` bytes must be
+  /// `scans` lines out of samples of `width` bytes each. After them `kDecoderSlack` bytes must be
   /// readable.
   void Scans(const std::byte* from, int width, std::size_t channels, std::size_t scans);
-  /// Writes what is left. An empty string, or why writing failed first.
-  [[nodiscard]] std::string Finish();
+  /// Writes what is left. Fails with what failed first.
+  Result<> Finish();
   bool HasFailed() const;
 
  private:
@@ -51,7 +51,7 @@ class SampleText {
   void Flush();
   void WritePieces();
   void EndWriter();
-  void Fail(const std::string& error);
+  void Note(const Result<>& written);
 
   OutFile* out_;
   std::array<Piece, 3> pieces_;
@@ -62,8 +62,8 @@ class SampleText {
   std::condition_variable changed_;
   std::vector<Piece*> free_;  // with room for all pieces, so that the threads need no memory
   std::vector<Piece*> full_;  // in order
-  std::string error_;
-  std::string no_memory_ = ReasonOf(std::bad_alloc());
+  Result<> outcome_;
+  Result<> no_memory_ = Failure(ReasonOf(std::bad_alloc()));
   bool is_at_end_ = false;
   std::jthread writer_;  // last: ends before what it works on
 };

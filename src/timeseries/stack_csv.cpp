@@ -11,7 +11,7 @@
 namespace orvane {
 namespace {
 
-// kept: items are printed at a fixed stride although the header tells their size. What they do not
+// kept: items are printed at a fixed stride although the header has their size. What they do not
 // hold counts as bytes 0.
 float FloatAt(std::span<const std::byte> items, std::size_t offset) {
   Le<float> value;
@@ -66,13 +66,13 @@ void Append(const std::string& more, std::string* note) {
 
 BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
   StackReader in;
-  if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
-    return BatchFailed(reason);
+  if (const Result<> opened = in.Open(task.Input()); !opened) {
+    return BatchFailed(opened.Message());
   }
   const auto& path = task.Outputs()[0];
   TextFile out;
-  if (const std::string reason = out.Open(path); !reason.empty()) {
-    return BatchFailed(FileMessage(path, reason));
+  if (const Result<> opened = out.Open(path); !opened) {
+    return BatchFailed(FileMessage(path, opened.Message()));
   }
   StackRecord record;
   std::uint64_t records = 0;
@@ -94,14 +94,14 @@ BatchResult ConvertFile(BatchTask& task, StackDomain domain) {
   if (task.Stopped()) {
     return BatchCancelled();
   }
-  if (!in.Error().empty()) {
-    return BatchFailed(in.Error());
+  if (!in.Outcome()) {
+    return BatchFailed(in.Outcome().Message());
   }
   if (records == 0) {
     return NoRecord(in.IsCut() ? in.Offset() : 0);
   }
-  if (const std::string reason = out.Commit(); !reason.empty()) {
-    return BatchFailed(FileMessage(path, reason));
+  if (const Result<> committed = out.Commit(); !committed) {
+    return BatchFailed(FileMessage(path, committed.Message()));
   }
   std::string note = OtherDomainNote(others, records, domain);
   Append(LabelNote(risky, first_risky), &note);

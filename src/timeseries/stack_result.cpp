@@ -28,7 +28,7 @@ float StackRecord::ExtensionValue() const {
 
 // Whether that many bytes are at hand, after reading on if need be.
 bool StackReader::Have(std::size_t size) {
-  if (unread_.size() < size && file_.Error().empty()) {
+  if (unread_.size() < size && file_.Outcome()) {
     if (buffer_ == nullptr) {
       buffer_ = std::make_unique_for_overwrite<std::byte[]>(kPiece);  // NOLINT: as declared
     }

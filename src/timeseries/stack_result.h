@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Stack result files (*.trs); docs/formats/stack-results.md tells the format whole.
+// Stack result files (*.trs); docs/formats/stack-results.md describes the format.
 #ifndef ORVANE_TIMESERIES_STACK_RESULT_H_
 #define ORVANE_TIMESERIES_STACK_RESULT_H_
 
@@ -18,7 +18,7 @@
 
 namespace orvane {
 
-/// The head of a record. Behind it stand `extension_size` bytes, then `item_count` items of
+/// The head of a record. After it come `extension_size` bytes, then `item_count` items of
 /// `item_size` bytes each. What `first` to `value` mean is not known; they are passed on.
 ///
 /// | offset | size | content |
@@ -71,16 +71,15 @@ struct StackRecord {
 /// Reads records one by one, in pieces of 128 KiB whatever the size of the file.
 class StackReader {
  public:
-  /// An empty string, or why the file cannot be read.
-  [[nodiscard]] std::string Open(const std::filesystem::path& path) { return file_.Open(path); }
+  Result<> Open(const std::filesystem::path& path) { return file_.Open(path); }
 
   /// The next whole record; false at the end, at a record that is cut, and after a read error.
   bool Next(StackRecord* record);
 
-  const std::string& Error() const { return file_.Error(); }
+  const Result<>& Outcome() const { return file_.Outcome(); }
   /// Where the next record begins. After the last: the size of the file, unless a record is cut.
   std::uint64_t Offset() const { return offset_; }
-  /// After `Next()` answered false: the file goes on behind the last whole record.
+  /// After `Next()` answered false: the file goes on after the last whole record.
   bool IsCut() const { return !unread_.empty(); }
 
  private:

@@ -24,7 +24,7 @@ class TsCompanion {
   /// The defaults alone.
   TsCompanion();
 
-  /// Starts anew from the defaults. 0, 173 or 174; then the defaults alone stay.
+  /// Starts again from the defaults. 0, 173 or 174; then the defaults alone stay.
   Status Load(const std::filesystem::path& path, TblReport* report);
   bool IsLoaded() const { return is_loaded_; }
 

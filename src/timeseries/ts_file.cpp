@@ -19,7 +19,7 @@ bool FillsTheFile(const RandomFile& file, TsHeaderSize header_size, TsProgress* 
   if (progress != nullptr) {
     progress->NextWalk(walker.End());
   }
-  return walker.Error().empty() && place.next == walker.End();
+  return walker.Outcome() && place.next == walker.End();
 }
 
 }  // namespace
@@ -35,35 +35,30 @@ std::string OpenFailureText(const std::filesystem::path& path) {
   return std::string("Failed to open file ").append(PathText(path)).append("!");
 }
 
-bool TsFile::Fail(const std::filesystem::path& path, const std::string& reason) {
-  message_ = OpenFailureText(path);
-  reason_ = reason;
+Failure TsFile::Fail(const std::filesystem::path& path, const std::string& reason) {
+  failure_text_ = OpenFailureText(path);
   file_.Close();
   index_ = {};
-  return false;
+  return Failure(reason);
 }
 
-// False, with the reason, if there is no table that can be read.
-bool TsFile::LoadCompanion(std::string* reason) {
+Result<> TsFile::LoadCompanion() {
   const std::string text = PathText(path_);
   // A band has one or two digits; other names are those of waveforms, of three characters.
   companion_path_ = PathOf(BandNumber(text) > 0 && HasExtension(text) ? WithExtension(text, ".TBL")
                                                                       : CompanionName(text));
   if (companion_path_.empty()) {
     companion_path_ = path_;
-    *reason = FileMessage(path_, "the name is too short for a companion table");
-    return false;
+    return Failure(FileMessage(path_, "the name is too short for a companion table"));
   }
-  std::string error;
-  companion_path_ = FindInAnyCase(companion_path_, &error);
-  if (!error.empty()) {
-    *reason = error;
-    return false;
+  const auto found = FindInAnyCase(companion_path_);
+  if (!found) {
+    return Failure(found.Message());
   }
+  companion_path_ = *found;
   TblReport report;
   const bool is_loaded = companion_.Load(companion_path_, &report) == kOk;
-  *reason = report.message;
-  return is_loaded;
+  return is_loaded ? Result<>() : Failure(report.message);
 }
 
 void TsFile::NoteMissing(const std::string& reason, bool guesses_headers) {
@@ -77,8 +72,7 @@ void TsFile::NoteMissing(const std::string& reason, bool guesses_headers) {
 }
 
 void TsFile::Reset() {
-  message_.clear();
-  reason_.clear();
+  failure_text_.clear();
   lacks_companion_ = false;
   companion_note_.clear();
   read_error_.clear();
@@ -87,11 +81,12 @@ void TsFile::Reset() {
   companion_path_.clear();
 }
 
-bool TsFile::Open(const std::filesystem::path& path, const Options& options, TsProgress* progress) {
+Result<> TsFile::Open(const std::filesystem::path& path, const Options& options,
+                      TsProgress* progress) {
   Reset();
   path_ = path;
-  if (const std::string reason = file_.Open(path); !reason.empty()) {
-    return Fail(path, FileMessage(path, reason));
+  if (const Result<> opened = file_.Open(path); !opened) {
+    return Fail(path, FileMessage(path, opened.Message()));
   }
   std::optional<TsHeaderSize> headers = options.header_size;
   const std::string text = PathText(path);
@@ -100,28 +95,28 @@ bool TsFile::Open(const std::filesystem::path& path, const Options& options, TsP
   } else if (EndsWithoutCase(text, ".TSK") && !headers) {
     headers = TsHeaderSize::kFull;
   }
-  std::string reason;
-  if (!LoadCompanion(&reason)) {
+  const auto size = file_.Size();  // where it is not known, the index reports why
+  if (const Result<> loaded = LoadCompanion(); !loaded) {
     if (!headers && options.needs_companion) {
       lacks_companion_ = true;
-      return Fail(companion_path_, reason);
+      return Fail(companion_path_, loaded.Message());
     }
     if (progress != nullptr && !headers) {
-      progress->Begin(3, file_.Size(&reason));
+      progress->Begin(3, size ? *size : 0);
     }
     header_size_ = headers ? *headers : FittingHeaders(file_, progress);
-    NoteMissing(reason, !headers);
+    NoteMissing(loaded.Message(), !headers);
   } else {
     const bool is_old = companion_.IsOldVersion();
     header_size_ = headers.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   }
   if (progress != nullptr && progress->total == 0) {
-    progress->Begin(1, file_.Size(&reason));  // if the size is not known, the index reports why
+    progress->Begin(1, size ? *size : 0);
   }
-  if (const std::string error = index_.Build(file_, header_size_, progress); !error.empty()) {
-    read_error_ = FileMessage(path, error + "; only the records before it are known");
+  if (const Result<> built = index_.Build(file_, header_size_, progress); !built) {
+    read_error_ = FileMessage(path, built.Message() + "; only the records before it are known");
   }
-  return true;
+  return {};
 }
 
 std::string TsFile::BadRecordText() const {
@@ -133,21 +128,16 @@ std::string TsFile::BadRecordText() const {
                                .append("!");
 }
 
-std::string TsFile::Read(std::uint64_t number, CTsRec* record) const {
-  std::string error;
-  const auto place = Find(number, &error);
-  if (place) {
-    error = record->Read(file_, *place);
-  } else if (error.empty()) {
-    error = "no longer in the file, which became shorter";
-  }
-  return error.empty() ? error
-                       : FileMessage(path_, std::string("record ")
-                                                .append(FormatInt(number))
-                                                .append(place ? " at byte " : "")
-                                                .append(place ? FormatInt(place->offset) : "")
-                                                .append(": ")
-                                                .append(error));
+Result<> TsFile::Read(std::uint64_t number, CTsRec* record) const {
+  const auto place = Find(number);
+  const Result<> read = place ? record->Read(file_, *place) : Failure(place.Message());
+  return read ? read
+              : Failure(FileMessage(path_, std::string("record ")
+                                               .append(FormatInt(number))
+                                               .append(place ? " at byte " : "")
+                                               .append(place ? FormatInt(place->offset) : "")
+                                               .append(": ")
+                                               .append(read.Message())));
 }
 
 }  // namespace orvane

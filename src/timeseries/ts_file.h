@@ -29,18 +29,16 @@ class TsFile {
   };
 
   /// Band files (by the digit that ends the path) have 32-byte headers, stacked files (*.TSK) full
-  /// ones; both need no companion, but use one. Any other is told by its companion's "VER". False
-  /// where the file, or a companion that it needs, cannot be opened: `Message()` and `Reason()`
-  /// tell.
+  /// ones; both need no companion, but use one. Any other is known by its companion's "VER". Fails
+  /// where the file, or a companion that it needs, cannot be opened: with the file's name and what
+  /// the system said, while `FailureText()` has the text for the user.
   /// `progress`, which may be null, follows the walks, which may be stopped by it: then the file
   /// is of no use.
-  [[nodiscard]] bool Open(const std::filesystem::path& path, const Options& options,
-                          TsProgress* progress = nullptr);
-  [[nodiscard]] bool Open(const std::filesystem::path& path) { return Open(path, Options()); }
+  Result<> Open(const std::filesystem::path& path, const Options& options,
+                TsProgress* progress = nullptr);
+  Result<> Open(const std::filesystem::path& path) { return Open(path, Options()); }
 
-  /// Of a failure: the text for the user, and what the system said with the file's name.
-  const std::string& Message() const { return message_; }
-  const std::string& Reason() const { return reason_; }
+  const std::string& FailureText() const { return failure_text_; }
   /// Of a failure: with `Options::needs_companion` false the file may open.
   bool LacksCompanion() const { return lacks_companion_; }
 
@@ -64,12 +62,10 @@ class TsFile {
   /// "There are %d bad records starting at segment%d!"; empty where there are none.
   std::string BadRecordText() const;
 
-  std::optional<TsPlace> Find(std::uint64_t number, std::string* error = nullptr) const {
-    return index_.Find(file_, number, error);
-  }
-  /// Reads a record from 1 on. An empty string, or why it cannot be read: the file may have become
-  /// shorter since it was opened.
-  [[nodiscard]] std::string Read(std::uint64_t number, CTsRec* record) const;
+  /// Fails without the file's name.
+  Result<TsPlace> Find(std::uint64_t number) const { return index_.Find(file_, number); }
+  /// Reads a record from 1 on. The file may have become shorter since it was opened.
+  Result<> Read(std::uint64_t number, CTsRec* record) const;
   /// Goes over all records as they are now.
   TsWalker Walk() const { return index_.WalkFrom(file_, 1); }
 
@@ -77,9 +73,9 @@ class TsFile {
 
  private:
   void Reset();
-  bool LoadCompanion(std::string* reason);
+  Result<> LoadCompanion();
   void NoteMissing(const std::string& reason, bool guesses_headers);
-  bool Fail(const std::filesystem::path& path, const std::string& reason);
+  Failure Fail(const std::filesystem::path& path, const std::string& reason);
 
   std::filesystem::path path_;
   std::filesystem::path companion_path_;
@@ -87,8 +83,7 @@ class TsFile {
   TsHeaderSize header_size_ = TsHeaderSize::kFull;
   TsCompanion companion_;
   TsIndex index_;
-  std::string message_;
-  std::string reason_;
+  std::string failure_text_;
   bool lacks_companion_ = false;
   std::string companion_note_;
   std::string read_error_;

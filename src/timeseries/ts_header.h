@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Headers of time series records; docs/formats/time-series.md tells the format whole.
+// Headers of time series records; docs/formats/time-series.md describes the format.
 #ifndef ORVANE_TIMESERIES_TS_HEADER_H_
 #define ORVANE_TIMESERIES_TS_HEADER_H_
 
@@ -31,7 +31,7 @@ constexpr std::size_t BytesIn(TsHeaderSize size) { return static_cast<std::size_
 /// | 17 | 1 | bytes per sample |
 /// | 18 | 2 | sample rate value |
 /// | 20 | 1 | sample rate unit, signed |
-/// | 27 | 1 | scans behind the data that do not count (not in band files) |
+/// | 27 | 1 | scans after the data that do not count (not in band files) |
 /// | 36 | 8 | frequency in Hz (full header only) |
 /// | 52, 68 | 16, 16 | texts |
 /// | 84, 132 | 48, 48 | 12 32-bit numbers each, one per channel |
@@ -76,7 +76,7 @@ static_assert(offsetof(TsHeader, text68) == 68 && offsetof(TsHeader, arrays84) =
 /// Samples per second; 0 for an unknown unit.
 double SampleRate(const TsHeader& header);
 
-/// Bytes of one scan, of all samples the header promises, and of the trailing scans behind them.
+/// Bytes of one scan, of all samples the header promises, and of the trailing scans after them.
 std::uint64_t ScanBytes(const TsHeader& header);
 std::uint64_t DataBytes(const TsHeader& header);
 std::uint64_t TrailingBytes(const TsHeader& header);

@@ -20,7 +20,7 @@ void TsIndex::Thin() {
   stride_ *= 2;
 }
 
-std::string TsIndex::Build(const RandomFile& file, TsHeaderSize header_size, TsProgress* progress) {
+Result<> TsIndex::Build(const RandomFile& file, TsHeaderSize header_size, TsProgress* progress) {
   *this = {};
   header_size_ = header_size;
   TsWalker walker(&file, header_size);
@@ -39,10 +39,10 @@ std::string TsIndex::Build(const RandomFile& file, TsHeaderSize header_size, TsP
       ++bad_count_;
     }
     if (progress != nullptr && !progress->Note(place.next)) {
-      return "stopped";
+      return Failure("stopped");
     }
   }
-  return walker.Error();
+  return walker.Outcome();
 }
 
 TsWalker TsIndex::WalkFrom(const RandomFile& file, std::uint64_t number) const {
@@ -53,10 +53,10 @@ TsWalker TsIndex::WalkFrom(const RandomFile& file, std::uint64_t number) const {
   return {&file, header_size_, TsStart{notes_[note].offset, note * stride_ + 1}};
 }
 
-std::optional<TsPlace> TsIndex::Find(const RandomFile& file, std::uint64_t number,
-                                     std::string* error) const {
+Result<TsPlace> TsIndex::Find(const RandomFile& file, std::uint64_t number) const {
+  const Failure gone("no longer in the file, which became shorter");
   if (number == 0 || number > count_) {
-    return std::nullopt;
+    return gone;
   }
   TsWalker walker = WalkFrom(file, number);
   TsPlace place;
@@ -65,10 +65,7 @@ std::optional<TsPlace> TsIndex::Find(const RandomFile& file, std::uint64_t numbe
       return place;
     }
   }
-  if (error != nullptr && !walker.Error().empty()) {
-    *error = walker.Error();
-  }
-  return std::nullopt;
+  return walker.Outcome() ? gone : Failure(walker.Outcome().Message());
 }
 
 std::uint64_t TsIndex::NextBad(const RandomFile& file, std::uint64_t number) const {

@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 #include "timeseries/ts_walker.h"
@@ -39,23 +38,21 @@ struct TsProgress {
 /// record between two notes is found by a short walk.
 class TsIndex {
  public:
-  /// Walks the file as it is now. An empty string, or what ended the walk before the file's end;
-  /// `progress` may be null.
-  [[nodiscard]] std::string Build(const RandomFile& file, TsHeaderSize header_size,
-                                  TsProgress* progress = nullptr);
+  /// Walks the file as it is now. Fails with what ended the walk before the file's end; the records
+  /// up to there are noted. `progress` may be null.
+  Result<> Build(const RandomFile& file, TsHeaderSize header_size, TsProgress* progress = nullptr);
 
   std::uint64_t Count() const { return count_; }
-  /// Records of status 6; none in a band file, whose headers tell no status.
+  /// Records of status 6; none in a band file, whose headers have no status.
   std::uint64_t BadCount() const { return bad_count_; }
   /// Number of the first bad record, 0: none.
   std::uint64_t FirstBad() const { return first_bad_; }
-  /// The first bad record behind record `number`, which may be 0; none: 0.
+  /// The first bad record after record `number`, which may be 0; none: 0.
   std::uint64_t NextBad(const RandomFile& file, std::uint64_t number) const;
 
-  /// The place of a record from 1 on, its header read anew; none where there is no such record, or
-  /// no longer, or where a read failed: then `error` tells, where it is given.
-  std::optional<TsPlace> Find(const RandomFile& file, std::uint64_t number,
-                              std::string* error = nullptr) const;
+  /// The place of a record from 1 on, its header read again. Fails where there is no such record
+  /// any more, and where a read failed.
+  Result<TsPlace> Find(const RandomFile& file, std::uint64_t number) const;
 
   /// Starts a walk at a record that is noted, at or before `number`.
   TsWalker WalkFrom(const RandomFile& file, std::uint64_t number) const;

@@ -2,7 +2,7 @@
 #include "timeseries/ts_loading.h"
 
 #include <exception>
-#include <string_view>
+#include <new>
 #include <system_error>
 
 #include "files/file_io.h"
@@ -10,13 +10,11 @@
 namespace orvane {
 
 TsLoading::TsLoading(const std::filesystem::path& path, const TsFile::Options& options)
-    : path_(path), options_(options) {
-  constexpr std::size_t kRoomForReason = 80;
-  fault_.reserve(kRoomForReason);  // for when there is no memory
+    : path_(path), options_(options), no_memory_(Failure(ReasonOf(std::bad_alloc()))) {
   try {
     thread_ = std::thread([this] { Run(); });
   } catch (const std::system_error&) {
-    fault_ = "no thread to be had, or no memory for one";
+    outcome_ = Failure("no thread to be had, or no memory for one");
     is_done_ = true;
   }
 }
@@ -30,10 +28,11 @@ TsLoading::~TsLoading() {
 
 void TsLoading::Run() {
   try {
-    is_open_ = file_->Open(path_, options_, &progress_);
+    outcome_ = file_->Open(path_, options_, &progress_);
+  } catch (const std::bad_alloc&) {
+    outcome_ = std::move(no_memory_);
   } catch (const std::exception& exception) {
-    const std::string_view reason = ReasonOf(exception);
-    fault_.assign(reason.substr(0, fault_.capacity()));
+    outcome_ = Failure(exception.what());
   }
   const std::lock_guard lock(mutex_);
   is_done_ = true;

@@ -6,7 +6,6 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
-#include <string>
 #include <thread>
 
 #include "timeseries/ts_file.h"
@@ -31,11 +30,10 @@ class TsLoading {
   /// Waits for the end, at most so long; whether it has come.
   bool WaitFor(std::chrono::milliseconds time) const;
 
-  /// Once it is done: whether the file is open.
-  bool IsOpen() const { return is_open_; }
-  /// Once it is done: what the program itself lacked, such as memory; mostly empty.
-  const std::string& Fault() const { return fault_; }
-  /// Once it is done: the file, which tells of a failure too.
+  /// Once it is done: whether the file is open. A failure is that of `TsFile::Open()`, or what the
+  /// program itself lacked, such as memory; then the file has no `FailureText()`.
+  const Result<>& Outcome() const { return outcome_; }
+  /// Once it is done: the file.
   std::unique_ptr<TsFile> Take() { return std::move(file_); }
 
  private:
@@ -45,8 +43,8 @@ class TsLoading {
   TsFile::Options options_;
   TsProgress progress_;
   std::unique_ptr<TsFile> file_ = std::make_unique<TsFile>();
-  bool is_open_ = false;
-  std::string fault_;
+  Result<> outcome_;
+  Result<> no_memory_;  // made while there is some
   mutable std::mutex mutex_;
   mutable std::condition_variable ended_;
   bool is_done_ = false;

@@ -5,7 +5,7 @@
 
 namespace orvane {
 
-std::string CTsRec::Read(const RandomFile& file, const TsPlace& place) {
+Result<> CTsRec::Read(const RandomFile& file, const TsPlace& place) {
   place_ = place;
   scans_ = 0;
   held_.clear();
@@ -20,12 +20,13 @@ std::string CTsRec::Read(const RandomFile& file, const TsPlace& place) {
   const std::size_t scans_per_piece =
       std::min<std::size_t>(kTsPiece / scan_bytes, std::max(place.scans_held, 1U));
   std::vector<std::byte> piece(scans_per_piece * scan_bytes + kDecoderSlack);
-  std::string error;
+  Result<> outcome;
   while (scans_ < place.scans_held) {
     const std::size_t wanted = std::min<std::size_t>(scans_per_piece, place.scans_held - scans_);
-    const std::size_t read = file.ReadAt(place.data + scans_ * std::uint64_t{scan_bytes},
-                                         std::span(piece).first(wanted * scan_bytes), &error) /
-                             scan_bytes;
+    const BytesRead bytes = file.ReadAt(place.data + scans_ * std::uint64_t{scan_bytes},
+                                        std::span(piece).first(wanted * scan_bytes));
+    outcome = bytes.outcome;
+    const std::size_t read = bytes.count / scan_bytes;
     const std::size_t before = held_.size();
     held_.resize(before + read * Channels());
     BestDecoder().put(piece.data(), static_cast<int>(width), std::span(held_).subspan(before));
@@ -34,7 +35,7 @@ std::string CTsRec::Read(const RandomFile& file, const TsPlace& place) {
       break;
     }
   }
-  return error;
+  return outcome;
 }
 
 }  // namespace orvane

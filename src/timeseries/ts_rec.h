@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "timeseries/sample_decoder.h"
@@ -42,8 +41,8 @@ class CTsRec {
   std::span<const std::int32_t> Held() const { return held_; }
 
   /// Reads the samples of the record at `place`; what it held before goes. Where the file has
-  /// become shorter there are fewer scans. An empty string, or why it could not be read.
-  [[nodiscard]] std::string Read(const RandomFile& file, const TsPlace& place);
+  /// become shorter there are fewer scans.
+  Result<> Read(const RandomFile& file, const TsPlace& place);
 
  private:
   TsPlace place_;

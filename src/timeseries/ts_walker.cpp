@@ -22,7 +22,9 @@ bool TsWalker::ReadHeader(TsHeader* header) {
     window_.resize(static_cast<std::size_t>(
         std::min<std::uint64_t>(are_close ? kWindow : size, end_ - offset_)));
     window_offset_ = offset_;
-    window_.resize(file_->ReadAt(offset_, window_, &error_));
+    const BytesRead read = file_->ReadAt(offset_, window_);
+    outcome_ = read.outcome ? outcome_ : read.outcome;
+    window_.resize(read.count);
     if (window_.size() < size) {
       return false;
     }
@@ -30,7 +32,7 @@ bool TsWalker::ReadHeader(TsHeader* header) {
   *header = {};
   std::memcpy(header, window_.data() + (offset_ - window_offset_), size);
   if (header_size_ != TsHeaderSize::kFull) {
-    header->frequency = {};  // only full headers have one; what stands there means something else
+    header->frequency = {};  // only full headers have one; what is there means something else
   }
   return true;
 }

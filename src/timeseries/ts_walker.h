@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "files/random_file.h"
@@ -12,12 +11,12 @@
 
 namespace orvane {
 
-/// A record as its header tells it and the file holds it.
+/// A record as its header describes it and the file holds it.
 struct TsPlace {
   std::uint64_t number = 0;  ///< from 1
   std::uint64_t offset = 0;  ///< of the header
   std::uint64_t data = 0;    ///< offset of the first sample
-  std::uint64_t next = 0;    ///< offset behind the trailing scans, perhaps behind the file
+  std::uint64_t next = 0;    ///< offset after the trailing scans, perhaps beyond the file
   TsHeader header;
   std::uint32_t scans_held = 0;  ///< whole scans in the file
   bool is_cut = false;           ///< the file ends within the samples
@@ -36,15 +35,18 @@ class TsWalker {
   /// The file is taken to end at `end`, so that one that grows is walked to an end.
   TsWalker(const RandomFile* file, TsHeaderSize header_size, std::uint64_t end)
       : file_(file), header_size_(header_size), end_(end) {}
-  /// To the end that the file has now. Where that cannot be told there is no record, but `Error()`.
+  /// To the end that the file has now. Where the system does not say it there is no record, and
+  /// `Outcome()` has the reason.
   TsWalker(const RandomFile* file, TsHeaderSize header_size, TsStart start = {})
       : file_(file), header_size_(header_size), offset_(start.offset), number_(start.number) {
-    end_ = file->Size(&error_);
+    const auto size = file->Size();
+    end_ = size ? *size : 0;
+    outcome_ = size ? Result<>() : Failure(size.Message());
   }
 
   bool Next(TsPlace* place);
-  /// What kept the headers from being read to the end; mostly empty.
-  const std::string& Error() const { return error_; }
+  /// Whether the headers could be read to the end.
+  const Result<>& Outcome() const { return outcome_; }
   /// Where the file is taken to end.
   std::uint64_t End() const { return end_; }
 
@@ -57,11 +59,11 @@ class TsWalker {
   std::uint64_t offset_ = 0;
   std::uint64_t number_ = 1;
   bool is_at_end_ = false;
-  // Headers that stand close together are read many at a time.
+  // Headers that are close together are read many at a time.
   std::vector<std::byte> window_;
   std::uint64_t window_offset_ = 0;
   std::uint64_t last_step_ = 0;
-  std::string error_;
+  Result<> outcome_;
 };
 
 }  // namespace orvane

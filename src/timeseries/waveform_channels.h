@@ -55,7 +55,7 @@ std::vector<WaveformChannel> WaveformChannels(const TsHeader& header, const TsCo
 /// header's.
 std::string WaveformTitle(const TsHeader& header, std::uint64_t number, std::uint64_t count);
 
-/// The title in as few lines as let each of them fit, broken behind commas.
+/// The title in as few lines as let each of them fit, broken after commas.
 std::string BrokenTitle(std::string_view title, const std::function<bool(std::string_view)>& fits);
 
 /// The line under a channel's label: "\n (Sta: %d )" for a bad record, else "\n ( %-8.2f  )" with
@@ -65,7 +65,7 @@ std::string WaveformStatus(const TsHeader& header, bool has_status, double peak_
 /// Round values between `low` and `high`, a step of 1, 2 or 5 times a power of ten apart.
 struct AxisTicks {
   double step = 1;
-  int precision = 0;  ///< decimals that tell neighbours apart
+  int precision = 0;  ///< decimals by which neighbours differ
   std::vector<double> values;
 };
 /// About `most` ticks, never more; none for a range that is empty or not finite.

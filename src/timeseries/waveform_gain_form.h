@@ -10,7 +10,7 @@
 namespace orvane {
 
 /// The dialog of the gains that a record, or all of a file, are shown by where the companion table
-/// tells others than they were recorded with. Its fields belong to no parameter.
+/// has others than they were recorded with. Its fields belong to no parameter.
 class WaveformGainForm {
  public:
   enum : int { kElectric = 1011, kOther, kForAll };
@@ -23,7 +23,7 @@ class WaveformGainForm {
   FormModel& Model() { return model_; }
   /// "Gains of Segment 3".
   std::string Title() const;
-  /// What the companion table tells: "The parameter table: E x 4, others x 1".
+  /// What the companion table has: "The parameter table: E x 4, others x 1".
   std::string Hint() const;
   /// Takes what is entered. Gains nobody changed stay as they are.
   void Commit(WaveformView* view) const;

@@ -16,7 +16,7 @@ constexpr int kUsualSampleWidth = 3;
 constexpr int kGainDigits = 6;
 constexpr double kNearFullScale = 0.98 * kFullScale;
 
-// Where the least and greatest value of some scans stand.
+// Where the least and greatest value of some scans are.
 struct Peaks {
   std::size_t low;
   std::size_t high;
@@ -24,15 +24,15 @@ struct Peaks {
 
 }  // namespace
 
-bool WaveformView::Open(const std::filesystem::path& path, const TsFile::Options& options) {
+Result<> WaveformView::Open(const std::filesystem::path& path, const TsFile::Options& options) {
   Close();
   options_ = options;
-  if (!file_->Open(path, options)) {
-    return false;
+  Result<> opened = file_->Open(path, options);
+  if (opened) {
+    is_open_ = true;
+    First();  // an empty file shows none
   }
-  is_open_ = true;
-  First();  // an empty file shows none
-  return true;
+  return opened;
 }
 
 void WaveformView::Take(std::unique_ptr<TsFile> file, const TsFile::Options& options) {
@@ -43,17 +43,16 @@ void WaveformView::Take(std::unique_ptr<TsFile> file, const TsFile::Options& opt
   First();
 }
 
-bool WaveformView::Reload(std::string* reason) {
+Result<> WaveformView::Reload() {
   auto fresh = std::make_unique<TsFile>();
-  if (!fresh->Open(file_->Path(), options_)) {
-    *reason = fresh->Reason();
-    return false;
+  Result<> opened = fresh->Open(file_->Path(), options_);
+  if (opened) {
+    TakeAgain(std::move(fresh));
   }
-  TakeAnew(std::move(fresh));
-  return true;
+  return opened;
 }
 
-void WaveformView::TakeAnew(std::unique_ptr<TsFile> fresh) {
+void WaveformView::TakeAgain(std::unique_ptr<TsFile> fresh) {
   file_ = std::move(fresh);
   if (Count() == 0) {
     Close();
@@ -99,7 +98,7 @@ void WaveformView::ShowRecord(std::uint64_t number) {
   const std::vector<WaveformChannel> before = channels_;
   number_ = number;
   CTsRec* record = &record_;
-  problem_ = file_->Read(number, record);
+  problem_ = file_->Read(number, record).Message();
   if (!file_->Find(number)) {
     record_ = {};
   }

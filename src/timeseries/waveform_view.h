@@ -57,17 +57,17 @@ class WaveformView {
   static constexpr std::size_t kMaxTraces = kMostBoxChannels;
   enum Cursor { kFirstCursor, kSecondCursor };
 
-  /// Opens a file and shows its first record. Where that fails the view is empty, and
-  /// `File().Message()` and `File().Reason()` tell why. Settings stay.
-  [[nodiscard]] bool Open(const std::filesystem::path& path, const TsFile::Options& options);
-  [[nodiscard]] bool Open(const std::filesystem::path& path) { return Open(path, {}); }
+  /// Opens a file and shows its first record. Fails as `TsFile::Open()`; then the view is
+  /// empty. Settings stay.
+  Result<> Open(const std::filesystem::path& path, const TsFile::Options& options);
+  Result<> Open(const std::filesystem::path& path) { return Open(path, {}); }
   /// The same with a file that is open, by these options.
   void Take(std::unique_ptr<TsFile> file, const TsFile::Options& options);
-  /// Reads the file anew and keeps record, visible times and cursors as far as they still exist.
-  /// False, and all stays as it was, where it cannot be opened any more: `reason` tells why.
-  [[nodiscard]] bool Reload(std::string* reason);
-  /// The same with the file opened anew.
-  void TakeAnew(std::unique_ptr<TsFile> fresh);
+  /// Reads the file again and keeps record, visible times and cursors as far as they still exist.
+  /// All stays as it was where the file cannot be opened any more.
+  Result<> Reload();
+  /// The same with the file already opened again.
+  void TakeAgain(std::unique_ptr<TsFile> fresh);
   const TsFile::Options& Options() const { return options_; }
   void Close();
   bool IsOpen() const { return is_open_; }
@@ -147,7 +147,7 @@ class WaveformView {
   std::vector<double> FullScaleLines(std::size_t trace) const;
 
   /// The visible part of every trace as lines for so many pixels: every scan where there is room,
-  /// else least and greatest value of each pixel's scans, where they stand. A record of one scan is
+  /// else least and greatest value of each pixel's scans, where they are. A record of one scan is
   /// a line that lasts for that scan's time.
   std::vector<WaveformTrace> Traces(int pixels) const;
   /// Whether so few scans are visible that each can have a dot.
@@ -193,7 +193,7 @@ class WaveformView {
   std::map<std::uint64_t, WaveformGains> gains_;  // of single records, which go before
   std::optional<WaveformGains> gains_of_all_;
   std::vector<WaveformChannel> channels_;
-  std::vector<std::string> beyond_;  // names of the channels behind the last that is drawn
+  std::vector<std::string> beyond_;  // names of the channels after the last that is drawn
   std::vector<Extremes> whole_;      // of the record
   std::vector<Extremes> scales_;     // what the value axes fit
   double pan_ = 0;                   // of the values, in spans of a trace

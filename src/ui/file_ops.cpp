@@ -26,8 +26,8 @@ fs::path FreePlace(const fs::path& file, const fs::path& folder) {
 
 FileOpResult CopyFile(const fs::path& file, const fs::path& folder) {
   const fs::path place = FreePlace(file, folder);
-  std::string fault = CopyBytes(file, place);
-  return {file, fault.empty() ? place : fs::path(), std::move(fault)};
+  const Result<> copied = CopyBytes(file, place);
+  return {file, copied ? place : fs::path(), copied.Message()};
 }
 
 FileOpResult MoveFile(const fs::path& file, const fs::path& folder) {

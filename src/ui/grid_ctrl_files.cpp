@@ -14,18 +14,10 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
-// False, as every failure; the reason is reported where it is wanted.
-bool Fail(const std::filesystem::path& path, const std::string& why, QString* reason) {
-  if (reason) {
-    *reason = QString::fromStdString(FileMessage(path, why));
-  }
-  return false;
-}
-
-std::string ReadAll(const std::filesystem::path& path, QByteArray* bytes) {
+Result<> ReadAll(const std::filesystem::path& path, QByteArray* bytes) {
   InFile file;
-  if (std::string why = file.Open(path); !why.empty()) {
-    return why;
+  if (const Result<> opened = file.Open(path); !opened) {
+    return opened;
   }
   std::vector<std::byte> piece(kPiece);
   std::size_t count = 0;
@@ -33,7 +25,7 @@ std::string ReadAll(const std::filesystem::path& path, QByteArray* bytes) {
     count = file.Read(piece);
     bytes->append(reinterpret_cast<const char*>(piece.data()), static_cast<qsizetype>(count));
   } while (count == piece.size());
-  return file.Error();
+  return file.Outcome();
 }
 
 GridTexts TextsOf(const CGridCtrl& grid, int row_count) {
@@ -49,36 +41,34 @@ GridTexts TextsOf(const CGridCtrl& grid, int row_count) {
 
 }  // namespace
 
-bool CGridCtrl::SaveCells(const QString& path, QString* reason) {
+Result<> CGridCtrl::SaveCells(const QString& path) {
   CommitEdit();
   const std::filesystem::path file_path = PathFromText(path);
   const auto bytes = WriteGridTexts(TextsOf(*this, GetRowCount()));
   if (!bytes) {
-    return Fail(file_path, "a cell holds no valid Unicode text", reason);
+    return Failure(FileMessage(file_path, "a cell holds no valid Unicode text"));
   }
   const std::span<const char> text(bytes->constData(), static_cast<std::size_t>(bytes->size()));
-  const std::string why = WriteFile(file_path, std::as_bytes(text));
-  return why.empty() || Fail(file_path, why, reason);
+  const Result<> written = WriteFile(file_path, std::as_bytes(text));
+  return written ? written : Failure(FileMessage(file_path, written.Message()));
 }
 
-bool CGridCtrl::LoadCells(const QString& path, QString* reason) {
+Result<> CGridCtrl::LoadCells(const QString& path) {
   const std::filesystem::path file_path = PathFromText(path);
   QByteArray bytes;
-  if (const std::string why = ReadAll(file_path, &bytes); !why.empty()) {
-    return Fail(file_path, why, reason);
+  if (const Result<> read = ReadAll(file_path, &bytes); !read) {
+    return Failure(FileMessage(file_path, read.Message()));
   }
-  QString why;
-  const auto texts =
-      ReadGridTexts(bytes, TextsOf(*this, GetFixedRowCount()), GetColumnCount(), &why);
+  const auto texts = ReadGridTexts(bytes, TextsOf(*this, GetFixedRowCount()), GetColumnCount());
   if (!texts) {
-    return Fail(file_path, why.toStdString(), reason);
+    return Failure(FileMessage(file_path, texts.Message()));
   }
   const QPointer<CGridCtrl> self(this);
   CommitEdit();
   if (self) {
     EnterTexts(model_.index(GetFixedRowCount(), 0), *texts, true);
   }
-  return true;
+  return {};
 }
 
 }  // namespace orvane

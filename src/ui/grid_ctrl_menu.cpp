@@ -105,15 +105,15 @@ void CGridCtrl::ShowMenu(const QPoint& at) {
 
 void CGridCtrl::AskAndSave() {
   const QString path = AskForFile(this, QFileDialog::AcceptSave, tr("Save Cells"));
-  if (QString reason; !path.isEmpty() && !SaveCells(path, &reason)) {
-    Warn(this, reason);
+  if (const auto saved = path.isEmpty() ? Result<>() : SaveCells(path); !saved) {
+    Warn(this, QString::fromStdString(saved.Message()));
   }
 }
 
 void CGridCtrl::AskAndLoad() {
   const QString path = AskForFile(this, QFileDialog::AcceptOpen, tr("Load Cells"));
-  if (QString reason; !path.isEmpty() && !LoadCells(path, &reason)) {
-    Warn(this, reason);
+  if (const auto loaded = path.isEmpty() ? Result<>() : LoadCells(path); !loaded) {
+    Warn(this, QString::fromStdString(loaded.Message()));
   }
 }
 

@@ -80,34 +80,31 @@ std::optional<QByteArray> WriteGridTexts(const GridTexts& texts) {
   return encoder.hasError() ? std::nullopt : std::optional(std::move(bytes));
 }
 
-std::optional<GridTexts> ReadGridTexts(const QByteArray& bytes, const GridTexts& header,
-                                       qsizetype columns, QString* reason) {
+Result<GridTexts> ReadGridTexts(const QByteArray& bytes, const GridTexts& header,
+                                qsizetype columns) {
+  const auto fail = [](const QString& why) { return Failure(why.toStdString()); };
   QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
   const QString text = decoder(bytes);
   if (decoder.hasError()) {
-    *reason = QStringLiteral("the text is not UTF-8");
-    return std::nullopt;
+    return fail(QStringLiteral("the text is not UTF-8"));
   }
   GridTexts rows = SplitPastedText(text);
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const QString line = QStringLiteral("line %1: ").arg(i + 1);
     if (rows[i].size() != columns) {
-      *reason = line + QStringLiteral("%1 cells instead of %2").arg(rows[i].size()).arg(columns);
-      return std::nullopt;
+      return fail(line + QStringLiteral("%1 cells instead of %2").arg(rows[i].size()).arg(columns));
     }
     for (QString& cell : rows[i]) {
       auto unescaped = Unescaped(cell);
       if (!unescaped) {
-        *reason =
-            line + QStringLiteral("a backslash that is not followed by t, n, r or a backslash");
-        return std::nullopt;
+        return fail(line +
+                    QStringLiteral("a backslash that is not followed by t, n, r or a backslash"));
       }
       cell = *std::move(unescaped);
     }
   }
   if (rows.size() < header.size() || !std::equal(header.begin(), header.end(), rows.begin())) {
-    *reason = QStringLiteral("the header is a different one");
-    return std::nullopt;
+    return fail(QStringLiteral("the header is a different one"));
   }
   rows.erase(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(header.size()));
   return rows;

@@ -9,6 +9,8 @@
 #include <optional>
 #include <vector>
 
+#include "base/result.h"
+
 namespace orvane {
 
 using GridTexts = std::vector<QStringList>;  // by row, then column
@@ -22,9 +24,8 @@ GridTexts SplitPastedText(QString text);
 std::optional<QByteArray> WriteGridTexts(const GridTexts& texts);
 
 // The rows of such a file, each of `columns` cells, after those of `header`, which must be equal.
-// Nothing if it is none, and `reason` says why.
-std::optional<GridTexts> ReadGridTexts(const QByteArray& bytes, const GridTexts& header,
-                                       qsizetype columns, QString* reason);
+Result<GridTexts> ReadGridTexts(const QByteArray& bytes, const GridTexts& header,
+                                qsizetype columns);
 
 }  // namespace orvane
 

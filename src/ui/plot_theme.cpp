@@ -148,7 +148,7 @@ QPen MarkerPen(const QColor& color, Qt::PenStyle style) {
   return {color, HasThickLines() ? 2.0 : 1.0, style};
 }
 
-QString SavePlot(QCustomPlot* plot, const QString& path, QSize size) {
+Result<> SavePlot(QCustomPlot* plot, const QString& path, QSize size) {
   size = size.isValid() ? size : plot->size();
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -162,16 +162,17 @@ QString SavePlot(QCustomPlot* plot, const QString& path, QSize size) {
   } else if (extension == QLatin1String("png")) {
     plot->toPixmap(size.width(), size.height()).save(&buffer, "PNG");
   } else {
-    return QStringLiteral("%1: pictures are saved as .png%2 or .pdf")
-        .arg(QDir::toNativeSeparators(path), CanWriteSvg() ? QStringLiteral(", .svg") : QString());
+    return Failure(QStringLiteral("%1: pictures are saved as .png%2 or .pdf")
+                       .arg(QDir::toNativeSeparators(path),
+                            CanWriteSvg() ? QStringLiteral(", .svg") : QString())
+                       .toStdString());
   }
   buffer.close();
-  const std::string fault = WriteFile(
+  const Result<> written = WriteFile(
       PathFromText(path),
       std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
-  return fault.empty() ? QString()
-                       : QDir::toNativeSeparators(path) + QStringLiteral(": ") +
-                             QString::fromStdString(fault);
+  return written ? written
+                 : Failure(QDir::toNativeSeparators(path).toStdString() + ": " + written.Message());
 }
 
 bool AskAndSavePicture(const QSize& shown, const QString& name, QWidget* parent,
@@ -202,11 +203,11 @@ bool AskAndSavePicture(const QSize& shown, const QString& name, QWidget* parent,
       return false;
     }
   }
-  const QString fault = save(path, size.Chosen());
-  if (!fault.isEmpty()) {
-    QMessageBox::warning(parent, QStringLiteral("Orvane"), fault);
+  const Result<> saved = save(path, size.Chosen());
+  if (!saved) {
+    QMessageBox::warning(parent, QStringLiteral("Orvane"), QString::fromStdString(saved.Message()));
   }
-  return fault.isEmpty();
+  return static_cast<bool>(saved);
 }
 
 }  // namespace orvane

@@ -12,6 +12,8 @@
 #include <QWidget>
 #include <functional>
 
+#include "base/result.h"
+
 class QCPAxis;
 class QCustomPlot;
 
@@ -44,13 +46,13 @@ QPen TracePen(const QColor& color, Qt::PenStyle style = Qt::SolidLine);
 QPen MarkerPen(const QColor& color, Qt::PenStyle style = Qt::SolidLine);
 
 /// Saves a picture of a plot in its own size or another, as its extension says: .png, .svg or .pdf.
-/// An empty string, or why it failed; the old file stays then.
-QString SavePlot(QCustomPlot* plot, const QString& path, QSize size = {});
+/// After a failure the old file stays.
+Result<> SavePlot(QCustomPlot* plot, const QString& path, QSize size = {});
 
 /// Asks for size and file, the file in the folder last used, and lets `save` write it, which
-/// answers as `SavePlot()`. Adds the extension of the kind chosen where the name has none. True
-/// where a picture was written.
-using SavePicture = std::function<QString(const QString& path, const QSize& size)>;
+/// returns what `SavePlot()` does. Adds the extension of the kind chosen where the name has none.
+/// True where a picture was written.
+using SavePicture = std::function<Result<>(const QString& path, const QSize& size)>;
 bool AskAndSavePicture(const QSize& shown, const QString& name, QWidget* parent,
                        const SavePicture& save);
 

@@ -213,8 +213,8 @@ void CResultListDlg::Open(const QTreeWidgetItem* item) {
   if (!IsText(path)) {
     to_show_ = path;
     accept();
-  } else if (const QString fault = editor_->Show(path); !fault.isEmpty()) {
-    QMessageBox::warning(this, QStringLiteral("Orvane"), fault);
+  } else if (const Result<> shown = editor_->Show(path); !shown) {
+    QMessageBox::warning(this, QStringLiteral("Orvane"), QString::fromStdString(shown.Message()));
   }
 }
 

@@ -24,11 +24,11 @@ QString TextEditor::Program() {
 #endif
 }
 
-QString TextEditor::Show(const QString& path) const {
+Result<> TextEditor::Show(const QString& path) const {
   const QString program = Program();
   return start_(program, {QDir::toNativeSeparators(path)})
-             ? QString()
-             : QStringLiteral("The text editor %1 could not be started.").arg(program);
+             ? Result<>()
+             : Failure("The text editor " + program.toStdString() + " could not be started.");
 }
 
 }  // namespace orvane

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <functional>
 
+#include "base/result.h"
+
 namespace orvane {
 
 /// The program that shows texts: the one in the user's settings ("Text Editor/Program"), else
@@ -20,8 +22,8 @@ class TextEditor {
 
   static QString Program();
 
-  /// An empty string, or why the text is not shown.
-  QString Show(const QString& path) const;
+  /// Fails where the program cannot be started.
+  Result<> Show(const QString& path) const;
 
  private:
   Starter start_;

@@ -152,7 +152,7 @@ TEST_F(CalibrationDisplayTest, ARatioIsDrawnAndSaved) {
   auto* plot = Shown()->findChild<CalibrationPlot*>();
   for (const auto& [name, start] :
        {std::pair("a.png", "\x89PNG"), std::pair("a.svg", "<?xml"), std::pair("a.pdf", "%PDF")}) {
-    EXPECT_EQ(plot->Save(Path(name), QSize(600, 400)), QString());
+    EXPECT_EQ(plot->Save(Path(name), QSize(600, 400)).Message(), "");
     EXPECT_TRUE(ReadAll(dir_ / name).starts_with(start)) << name;
   }
   Shown()->findChild<QAction*>(QStringLiteral("no-reference"))->trigger();

@@ -11,7 +11,7 @@
 #include "support/sweeps.h"
 #include "support/tbl_bytes.h"
 #include "support/ts_bytes.h"
-#include "table/tbl_listing.h"
+#include "table/table_text.h"
 #include "ui/batch_progress_dlg.h"
 #include "ui/file_dialogs.h"
 #include "ui/file_ops.h"
@@ -86,7 +86,7 @@ class UtilityCommandsTest : public testing::DocTest {
     command();
   }
   void Convert(std::vector<std::filesystem::path> files) {
-    Answer([&] { utilities_.Convert(kListing, TblListing(), std::move(files)); });
+    Answer([&] { utilities_.Convert(kListing, TableText(), std::move(files)); });
   }
 
   UtilityCommands utilities_{&doc_, &prompts_, &notices_, nullptr};

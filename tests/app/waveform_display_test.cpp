@@ -272,11 +272,11 @@ TEST_F(WaveformDisplay, TellsWhatCannotBeOpenedAndSavesPictures) {
   auto* picture = Display()->findChild<WaveformPlot*>();
   for (const auto& [name, begin] :
        {std::pair("p.png", "\x89PNG"), std::pair("p.svg", "<?xml"), std::pair("p.pdf", "%PDF")}) {
-    EXPECT_EQ(picture->Save(TextFromPath(dir_ / name), QSize(700, 500)), QString());
+    EXPECT_EQ(picture->Save(TextFromPath(dir_ / name), QSize(700, 500)).Message(), "");
     EXPECT_EQ(testing::ReadAll(dir_ / name).rfind(begin, 0), 0U) << name;
   }
   EXPECT_EQ(QImage(TextFromPath(dir_ / "p.png")).size(), QSize(700, 500));
-  EXPECT_NE(SavePlot(picture->Plot(), TextFromPath(dir_ / "none/p.png")), QString());
+  EXPECT_FALSE(SavePlot(picture->Plot(), TextFromPath(dir_ / "none/p.png")));
 }
 
 }  // namespace

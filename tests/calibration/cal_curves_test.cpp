@@ -29,9 +29,9 @@ class CalCurvesTest : public ::testing::Test {
  protected:
   CalCurves Load(const std::string& bytes) {
     WriteAll(dir_ / "a.clb", bytes);
-    CalCurves curves;
-    EXPECT_EQ(LoadCalCurves(dir_ / "a.clb", &curves), "");
-    return curves;
+    const auto curves = LoadCalCurves(dir_ / "a.clb");
+    EXPECT_EQ(curves.Message(), "");
+    return curves ? *curves : CalCurves();
   }
   TempDir dir_;
 };
@@ -93,13 +93,12 @@ TEST_F(CalCurvesTest, ReversedChannelsAreTurned) {
 }
 
 TEST_F(CalCurvesTest, WhatCannotBeLoadedIsTold) {
-  CalCurves curves;
   const std::string path = (dir_ / "none.clb").string();
-  EXPECT_EQ(LoadCalCurves(path, &curves), "Failed to open file " + path + "!");
+  EXPECT_EQ(LoadCalCurves(path).Message(), "Failed to open file " + path + "!");
   for (const std::string& bytes :
        {CalHeaderBytes(1, 1).substr(1), CalHeaderBytes(1, 13), CalHeaderBytes(1, 0)}) {
     WriteAll(path, bytes);
-    EXPECT_EQ(LoadCalCurves(path, &curves), "Failed to read calbration header!");
+    EXPECT_EQ(LoadCalCurves(path).Message(), "Failed to read calbration header!");
   }
 }
 
@@ -171,7 +170,7 @@ TEST_F(CalCurvesTest, TheViewStepsAndReads) {
        CalRecordBytes(0, 10, 2, {0, 0, 0, 0, 0, 3}, 2));
   CalDisplay ranges;
   CalView view(&ranges);
-  ASSERT_EQ(view.Open(dir_ / "a.clb"), "");
+  ASSERT_EQ(view.Open(dir_ / "a.clb").Message(), "");
   EXPECT_EQ(view.Title(), "a.clb Channel: 1");
   EXPECT_FALSE(view.Step(-1));
   EXPECT_TRUE(view.Step(1));
@@ -186,7 +185,7 @@ TEST_F(CalCurvesTest, TheViewStepsAndReads) {
   EXPECT_EQ(view.Cursor(), 1);
   view.FitDisplay();
   EXPECT_EQ(ranges, (CalDisplay{5, 10, 100, 2, 1, 0, 4}));
-  EXPECT_NE(view.Open(dir_ / "none"), "");
+  EXPECT_FALSE(view.Open(dir_ / "none"));
   EXPECT_EQ(view.Count(), 0U);
   EXPECT_FALSE(view.Step(1));
 }
@@ -200,7 +199,7 @@ TEST_F(CalCurvesTest, TheCursorReadsEveryPassAtItsFrequency) {
   Load(bytes);
   CalDisplay ranges;
   CalView view(&ranges);
-  ASSERT_EQ(view.Open(dir_ / "a.clb"), "");
+  ASSERT_EQ(view.Open(dir_ / "a.clb").Message(), "");
   view.SetCursor(8);
   const auto readings = view.Readings();
   ASSERT_EQ(readings.size(), 2U);
@@ -222,15 +221,15 @@ TEST_F(CalCurvesTest, RangesFitTheFileOrWhatIsCompared) {
   file("near", 4.01F, 0.1F);
   CalDisplay ranges;
   CalView view(&ranges);
-  ASSERT_EQ(view.Open(dir_ / "fits"), "");
+  ASSERT_EQ(view.Open(dir_ / "fits").Message(), "");
   EXPECT_EQ(view.Display(), CalDisplay());
   EXPECT_EQ(view.RangesText(), "");
-  ASSERT_EQ(view.Open(dir_ / "large"), "");
+  ASSERT_EQ(view.Open(dir_ / "large").Message(), "");
   EXPECT_EQ(view.Display(), (CalDisplay{50, 10, 20, 20, 1, 0, 4}));
   EXPECT_NE(view.RangesText(), "");
   EXPECT_EQ(ranges, CalDisplay()) << "those that are set stay for the next file";
-  ASSERT_EQ(view.Open(dir_ / "near"), "");
-  ASSERT_EQ(view.OpenReference(dir_ / "fits"), "");
+  ASSERT_EQ(view.Open(dir_ / "near").Message(), "");
+  ASSERT_EQ(view.OpenReference(dir_ / "fits").Message(), "");
   view.SetRatio(true);  // 100.25 %, a few thousandths of a degree
   EXPECT_NEAR(view.Traces()[0].curve.amplitude[1], 100.25, 1e-5);
   EXPECT_NEAR(view.Display().min_amplitude, 100.24, 1e-9);
@@ -245,10 +244,10 @@ TEST_F(CalCurvesTest, RangesFitTheFileOrWhatIsCompared) {
 
   view.SetCursor(10);
   file("near", 5, 0);
-  EXPECT_EQ(view.Reload(), "");
+  EXPECT_EQ(view.Reload().Message(), "");
   EXPECT_EQ(view.Readings()[0].amplitude, 5);
   WriteAll(dir_ / "near", "short");
-  EXPECT_NE(view.Reload(), "");
+  EXPECT_FALSE(view.Reload());
   EXPECT_EQ(view.Readings()[0].amplitude, 5);
 }
 
@@ -261,7 +260,7 @@ TEST_F(CalCurvesTest, LinesBreakWhereThePhaseWrapsAndTheLegendTellsPasses) {
   Load(bytes);
   CalDisplay ranges;
   CalView view(&ranges);
-  ASSERT_EQ(view.Open(dir_ / "a.clb"), "");
+  ASSERT_EQ(view.Open(dir_ / "a.clb").Message(), "");
   auto lines = LinesOf(view);
   ASSERT_EQ(lines.size(), 5U);
   ASSERT_EQ(lines[4].phases.size(), 3U);
@@ -295,7 +294,7 @@ TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {
   WriteAll(dir_ / "a.clb", BoxBytes(sweeps, 2, 1));
   CalDisplay ranges;
   CalView view(&ranges);
-  ASSERT_EQ(view.Open(dir_ / "a.clb"), "");
+  ASSERT_EQ(view.Open(dir_ / "a.clb").Message(), "");
   ASSERT_TRUE(view.HasModel()) << view.WhyNoModel();
   EXPECT_EQ(FitWarning(*view.Model()),
             "Channel 2: no model fits; the parts have their nominal values");

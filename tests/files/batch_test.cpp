@@ -20,9 +20,9 @@ BatchResult CopyJob(BatchTask& task) {
     return BatchFailed("it is bad", 7);
   }
   OutFile out;
-  std::string error = out.Open(task.Outputs()[0]);
+  Result<> done = out.Open(task.Outputs()[0]);
   const std::string written = task.Input().filename().string() + "=" + text;
-  error = error.empty() ? out.Write(std::as_bytes(std::span(written))) : error;
+  done = done ? out.Write(std::as_bytes(std::span(written))) : done;
   task.Advance(text.size());
   while (text == "slow") {
     if (task.Stopped()) {
@@ -30,8 +30,8 @@ BatchResult CopyJob(BatchTask& task) {
     }
     std::this_thread::sleep_for(milliseconds(1));
   }
-  error = error.empty() ? out.Commit() : error;
-  return error.empty() ? BatchDone(task.Outputs()) : BatchFailed(error);
+  done = done ? out.Commit() : done;
+  return done ? BatchDone(task.Outputs()) : BatchFailed(done.Message());
 }
 
 Conversion Copying() {

@@ -36,7 +36,7 @@ TEST_F(OutFileTest, ReplacesTheFileAndKeepsItsMode) {
   for (const mode_t mode : {0600U, 0644U, 0755U, 0666U}) {
     WriteAll(dir_ / "a", "the old text");
     ASSERT_EQ(chmod((dir_ / "a").c_str(), mode), 0);
-    EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "");
+    EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")).Message(), "");
     struct stat info {};
     ASSERT_EQ(stat((dir_ / "a").c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 07777U, mode);
@@ -44,8 +44,8 @@ TEST_F(OutFileTest, ReplacesTheFileAndKeepsItsMode) {
   }
   {
     OutFile file;
-    EXPECT_EQ(file.Open(dir_ / "a"), "");
-    EXPECT_EQ(file.Write(Bytes("never committed")), "");
+    EXPECT_EQ(file.Open(dir_ / "a").Message(), "");
+    EXPECT_EQ(file.Write(Bytes("never committed")).Message(), "");
   }
   EXPECT_EQ(ReadAll(dir_ / "a"), "new");
   EXPECT_EQ(dir_.Count(), 1U);
@@ -58,9 +58,9 @@ TEST_F(OutFileTest, FollowsSymbolicLinks) {
   fs::create_symlink("sub/link", dir_ / "chain");
   fs::create_symlink("sub/missing", dir_ / "dangling");
   fs::create_symlink("loop", dir_ / "loop");
-  EXPECT_EQ(WriteFile(dir_ / "chain", Bytes("new")), "");
-  EXPECT_EQ(WriteFile(dir_ / "dangling", Bytes("made")), "");
-  EXPECT_EQ(WriteFile(dir_ / "loop", Bytes("x")), "Too many levels of symbolic links");
+  EXPECT_EQ(WriteFile(dir_ / "chain", Bytes("new")).Message(), "");
+  EXPECT_EQ(WriteFile(dir_ / "dangling", Bytes("made")).Message(), "");
+  EXPECT_EQ(WriteFile(dir_ / "loop", Bytes("x")).Message(), "Too many levels of symbolic links");
   EXPECT_EQ(ReadAll(dir_ / "sub/file"), "new");
   EXPECT_EQ(ReadAll(dir_ / "sub/missing"), "made");
   for (const char* link : {"chain", "sub/link", "dangling", "loop"}) {
@@ -77,10 +77,10 @@ TEST_F(OutFileTest, RewritesInPlaceWhereTheFolderTakesNoSecondFile) {
     FailingDisk disk;
     disk.Fail(FailingDisk::kCreate, EACCES);
     for (const std::string_view text : {"new", "something longer than before"}) {
-      EXPECT_EQ(WriteFile(dir_ / "a", Bytes(text)), "");
+      EXPECT_EQ(WriteFile(dir_ / "a", Bytes(text)).Message(), "");
       EXPECT_EQ(ReadAll(dir_ / "a"), text);
     }
-    EXPECT_EQ(WriteFile(dir_ / "b", Bytes("x")), "Permission denied");
+    EXPECT_EQ(WriteFile(dir_ / "b", Bytes("x")).Message(), "Permission denied");
   }
   struct stat after {};
   ASSERT_EQ(stat((dir_ / "a").c_str(), &after), 0);
@@ -89,7 +89,7 @@ TEST_F(OutFileTest, RewritesInPlaceWhereTheFolderTakesNoSecondFile) {
   // A full disk must not put the old file at risk.
   FailingDisk disk;
   disk.Fail(FailingDisk::kCreate, ENOSPC);
-  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("x")), "No space left on device");
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("x")).Message(), "No space left on device");
   EXPECT_EQ(ReadAll(dir_ / "a"), "something longer than before");
   EXPECT_EQ(dir_.Count(), 1U);
 }
@@ -99,9 +99,9 @@ TEST_F(OutFileTest, RewritesWhatMayNotBeReplaced) {
   WriteAll(dir_ / "a", "the old text");
   FailingDisk disk;
   disk.Fail(FailingDisk::kRename, EPERM);
-  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "");
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")).Message(), "");
   EXPECT_EQ(ReadAll(dir_ / "a"), "new");
-  EXPECT_EQ(WriteFile(dir_ / "b", Bytes("new")), "Operation not permitted");
+  EXPECT_EQ(WriteFile(dir_ / "b", Bytes("new")).Message(), "Operation not permitted");
   EXPECT_EQ(dir_.Count(), 1U);
 }
 
@@ -110,7 +110,7 @@ TEST_F(OutFileTest, NeverReplacesPipesAndDevices) {
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   ASSERT_GE(reader, 0);
-  EXPECT_EQ(WriteFile(pipe, Bytes("through")), "");
+  EXPECT_EQ(WriteFile(pipe, Bytes("through")).Message(), "");
   char text[16] = {};
   EXPECT_EQ(read(reader, text, sizeof text), 7);
   EXPECT_STREQ(text, "through");
@@ -121,10 +121,10 @@ TEST_F(OutFileTest, NeverReplacesPipesAndDevices) {
   FailingDisk disk;
   disk.Fail(FailingDisk::kRename, EIO);
   fs::create_symlink("/dev/full", dir_ / "full");
-  EXPECT_EQ(WriteFile(dir_ / "full", Bytes("x")), "No space left on device");
+  EXPECT_EQ(WriteFile(dir_ / "full", Bytes("x")).Message(), "No space left on device");
   EXPECT_TRUE(fs::is_symlink(dir_ / "full"));
-  EXPECT_EQ(WriteFile("/dev/full", Bytes("x")), "No space left on device");
-  EXPECT_EQ(WriteFile("/dev/null", Bytes("x")), "");
+  EXPECT_EQ(WriteFile("/dev/full", Bytes("x")).Message(), "No space left on device");
+  EXPECT_EQ(WriteFile("/dev/null", Bytes("x")).Message(), "");
 }
 
 // The save that comes to its end last wins; neither takes the other's bytes for its own.
@@ -132,15 +132,16 @@ TEST_F(OutFileTest, TwoSavesOfOneFileKeepApart) {
   WriteAll(dir_ / "a", "old");
   OutFile first;
   OutFile second;
-  ASSERT_EQ(first.Open(dir_ / "a"), "");
-  ASSERT_EQ(second.Open(dir_ / "a"), "");
+  ASSERT_EQ(first.Open(dir_ / "a").Message(), "");
+  ASSERT_EQ(second.Open(dir_ / "a").Message(), "");
   EXPECT_EQ(dir_.Count(), 3U);
-  EXPECT_EQ(second.Write(Bytes("second")), "");
-  EXPECT_EQ(first.Write(Bytes("the first")), "");
-  EXPECT_EQ(second.Commit(), "");
+  EXPECT_EQ(second.Write(Bytes("second")).Message(), "");
+  EXPECT_EQ(first.Write(Bytes("the first")).Message(), "");
+  EXPECT_EQ(second.Commit().Message(), "");
   EXPECT_EQ(ReadAll(dir_ / "a"), "second");
-  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("third")), "") << "while the first is still at it";
-  EXPECT_EQ(first.Commit(), "");
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("third")).Message(), "")
+      << "while the first is still at it";
+  EXPECT_EQ(first.Commit().Message(), "");
   EXPECT_EQ(ReadAll(dir_ / "a"), "the first");
   EXPECT_EQ(dir_.Count(), 1U);
 }
@@ -154,7 +155,7 @@ TEST_F(OutFileTest, RemovesWhatKilledProgramsLeftAndNothingElse) {
     WriteAll(name(i), "half a");
   }
   WriteAll(dir_ / ".orvane-other.tmp", "another file's");
-  EXPECT_EQ(WriteFile(target, Bytes("whole")), "");
+  EXPECT_EQ(WriteFile(target, Bytes("whole")).Message(), "");
   EXPECT_EQ(ReadAll(target), "whole");
   EXPECT_EQ(dir_.Count(), 2U);
 
@@ -165,11 +166,12 @@ TEST_F(OutFileTest, RemovesWhatKilledProgramsLeftAndNothingElse) {
   std::vector<std::unique_ptr<OutFile>> others;
   for (int i = 3; i < BesideFile::kNames; ++i) {
     others.push_back(std::make_unique<OutFile>());
-    EXPECT_EQ(others.back()->Open(target), "");
+    EXPECT_EQ(others.back()->Open(target).Message(), "");
   }
-  EXPECT_EQ(WriteFile(target, Bytes("one too many")), "is being changed by another program");
+  EXPECT_EQ(WriteFile(target, Bytes("one too many")).Message(),
+            "is being changed by another program");
   others.clear();
-  EXPECT_EQ(WriteFile(target, Bytes("again")), "");
+  EXPECT_EQ(WriteFile(target, Bytes("again")).Message(), "");
   EXPECT_EQ(ReadAll(target), "again");
   EXPECT_EQ(dir_.Count(), 5U);
   EXPECT_TRUE(fs::is_symlink(name(1)));
@@ -181,18 +183,18 @@ TEST_F(OutFileTest, UpdatesOfOneFileWaitForEachOther) {
     ASSERT_EQ(chmod(dir_.Path().c_str(), mode), 0);
     WriteAll(dir_ / "a", "old");
     OutFile first;
-    ASSERT_EQ(first.OpenToUpdate(dir_ / "a"), "");
+    ASSERT_EQ(first.OpenToUpdate(dir_ / "a").Message(), "");
     std::string seen;
     std::thread other([&] {
       OutFile second;
-      EXPECT_EQ(second.OpenToUpdate(dir_ / "a"), "");
+      EXPECT_EQ(second.OpenToUpdate(dir_ / "a").Message(), "");
       seen = ReadAll(dir_ / "a");
-      EXPECT_EQ(second.Write(Bytes("second")), "");
-      EXPECT_EQ(second.Commit(), "");
+      EXPECT_EQ(second.Write(Bytes("second")).Message(), "");
+      EXPECT_EQ(second.Commit().Message(), "");
     });
     std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    EXPECT_EQ(first.Write(Bytes("first")), "");
-    EXPECT_EQ(first.Commit(), "");
+    EXPECT_EQ(first.Write(Bytes("first")).Message(), "");
+    EXPECT_EQ(first.Commit().Message(), "");
     other.join();
     EXPECT_EQ(seen, "first");
     EXPECT_EQ(ReadAll(dir_ / "a"), "second");
@@ -208,10 +210,10 @@ TEST_F(OutFileTest, AnUpdateNoticesThatOthersChangedTheFile) {
     }
     WriteAll(dir_ / "a", "old");
     OutFile file;
-    ASSERT_EQ(file.OpenToUpdate(dir_ / "a"), "");
-    EXPECT_EQ(file.Write(Bytes("new")), "");
+    ASSERT_EQ(file.OpenToUpdate(dir_ / "a").Message(), "");
+    EXPECT_EQ(file.Write(Bytes("new")).Message(), "");
     WriteAll(dir_ / "a", "2nd");
-    EXPECT_EQ(file.Commit(), "another program has changed it");
+    EXPECT_EQ(file.Commit().Message(), "another program has changed it");
     EXPECT_TRUE(file.WasOvertaken());
     EXPECT_EQ(ReadAll(dir_ / "a"), "2nd");
     EXPECT_EQ(dir_.Count(), 1U);
@@ -222,21 +224,23 @@ TEST_F(OutFileTest, InFoldersOfOthersNamesCannotBeForeseen) {
   ASSERT_EQ(chmod(dir_.Path().c_str(), 0777), 0);
   WriteAll(dir_ / ".orvane-0123456789ABCDEF.tmp", "left by a killed program");
   OutFile file;
-  EXPECT_EQ(file.Open(dir_ / "a"), "");
+  EXPECT_EQ(file.Open(dir_ / "a").Message(), "");
   EXPECT_FALSE(fs::exists(BesideFile::NameFor(dir_ / "a", 0)));
   EXPECT_EQ(dir_.Count(), 1U) << "the other's is gone";
 }
 
 TEST_F(OutFileTest, MakesFoldersOrSaysWhyNot) {
-  EXPECT_EQ(MakeFolders(dir_ / "a/b/c/"), "");
+  EXPECT_EQ(MakeFolders(dir_ / "a/b/c/").Message(), "");
   EXPECT_TRUE(fs::is_directory(dir_ / "a/b/c"));
-  EXPECT_EQ(MakeFolders(""), "");
+  EXPECT_EQ(MakeFolders("").Message(), "");
   WriteAll(dir_ / "file", "");
-  EXPECT_EQ(MakeFolders(dir_ / "file/x"), FileMessage(dir_ / "file/x", "Not a directory"));
+  EXPECT_EQ(MakeFolders(dir_ / "file/x").Message(),
+            FileMessage(dir_ / "file/x", "Not a directory"));
   for (const auto call : {FailingDisk::kMakeFolder, FailingDisk::kSyncFolder, FailingDisk::kLook}) {
     FailingDisk disk;
     disk.Fail(call, EACCES);
-    EXPECT_EQ(MakeFolders(dir_ / "new"), FileMessage(dir_ / "new", "Permission denied")) << call;
+    EXPECT_EQ(MakeFolders(dir_ / "new").Message(), FileMessage(dir_ / "new", "Permission denied"))
+        << call;
   }
 }
 
@@ -245,11 +249,11 @@ TEST_F(OutFileTest, WhatTookTheNewFilesPlaceIsNotTakenForIt) {
   const fs::path beside = BesideFile::NameFor(dir_ / "a", 0);
   WriteAll(dir_ / "a", "old");
   OutFile file;
-  EXPECT_EQ(file.Open(dir_ / "a"), "");
-  EXPECT_EQ(file.Write(Bytes("new")), "");
+  EXPECT_EQ(file.Open(dir_ / "a").Message(), "");
+  EXPECT_EQ(file.Write(Bytes("new")).Message(), "");
   fs::remove(beside);
   WriteAll(beside, "another's, half");
-  EXPECT_EQ(file.Commit(), "another program has removed the temporary file");
+  EXPECT_EQ(file.Commit().Message(), "another program has removed the temporary file");
   EXPECT_EQ(ReadAll(dir_ / "a"), "old");
 }
 
@@ -259,10 +263,10 @@ TEST_F(OutFileTest, InPlaceOneProgramAtATime) {
   ASSERT_EQ(TryLock(other), Lock::kTaken);
   FailingDisk disk;
   disk.Fail(FailingDisk::kCreate, EACCES);
-  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "is being changed by another program");
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")).Message(), "is being changed by another program");
   EXPECT_EQ(ReadAll(dir_ / "a"), "old");
   close(other);
-  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "");
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")).Message(), "");
 }
 
 // Somebody else may write it, its group may not even read it.
@@ -280,7 +284,7 @@ TEST_F(OutFileTest, KeepsAnAccessList) {
   if (setxattr((dir_ / "a").c_str(), kName, kList.data(), kList.size(), 0) != 0) {
     GTEST_SKIP() << "no access lists here";
   }
-  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")), "");
+  EXPECT_EQ(WriteFile(dir_ / "a", Bytes("new")).Message(), "");
   std::string list(64, '\0');
   const auto size = getxattr((dir_ / "a").c_str(), kName, list.data(), list.size());
   EXPECT_EQ(list.substr(0, size < 0 ? 0 : static_cast<std::size_t>(size)), kList);
@@ -289,7 +293,7 @@ TEST_F(OutFileTest, KeepsAnAccessList) {
   WriteAll(dir_ / "b", "old");
   ASSERT_EQ(
       setxattr(dir_.Path().c_str(), "system.posix_acl_default", kList.data(), kList.size(), 0), 0);
-  EXPECT_EQ(WriteFile(dir_ / "b", Bytes("new")), "");
+  EXPECT_EQ(WriteFile(dir_ / "b", Bytes("new")).Message(), "");
   EXPECT_LT(getxattr((dir_ / "b").c_str(), kName, nullptr, 0), 0);
 }
 
@@ -297,11 +301,11 @@ TEST_F(OutFileTest, WhatTookTheTargetsPlaceMeanwhileIsNotLost) {
   const auto save_when = [this](const std::function<void()>& replace) {
     WriteAll(dir_ / "a", "old");
     OutFile file;
-    EXPECT_EQ(file.Open(dir_ / "a"), "");
-    EXPECT_EQ(file.Write(Bytes("new")), "");
+    EXPECT_EQ(file.Open(dir_ / "a").Message(), "");
+    EXPECT_EQ(file.Write(Bytes("new")).Message(), "");
     fs::remove(dir_ / "a");
     replace();
-    return file.Commit();
+    return file.Commit().Message();
   };
   EXPECT_EQ(save_when([] {}), "") << "removed meanwhile: made again";
   EXPECT_EQ(save_when([this] { WriteAll(dir_ / "a", "another's"); }), "");
@@ -337,12 +341,13 @@ TEST_F(OutFileTest, ObeysRightsAndLimits) {
     const rlimit most{4096, 4096};
     const bool is_plain = geteuid() != 0 || (setgid(65534) == 0 && setuid(65534) == 0);
     const std::string long_text(5000, 'x');
-    const bool is_right = is_plain && WriteFile(dir_ / "writable", Bytes("new")).empty() &&
-                          WriteFile(dir_ / "not", Bytes("new")) == "Permission denied" &&
-                          WriteFile(dir_ / "none", Bytes("new")) == "Permission denied" &&
-                          setrlimit(RLIMIT_FSIZE, &most) == 0 &&
-                          WriteFile(dir_ / "writable", Bytes(long_text)) == "File too large" &&
-                          WriteFile(dir_ / "large", Bytes(long_text)) == "File too large";
+    const bool is_right =
+        is_plain && WriteFile(dir_ / "writable", Bytes("new")) &&
+        WriteFile(dir_ / "not", Bytes("new")).Message() == "Permission denied" &&
+        WriteFile(dir_ / "none", Bytes("new")).Message() == "Permission denied" &&
+        setrlimit(RLIMIT_FSIZE, &most) == 0 &&
+        WriteFile(dir_ / "writable", Bytes(long_text)).Message() == "File too large" &&
+        WriteFile(dir_ / "large", Bytes(long_text)).Message() == "File too large";
     _exit(is_right ? 0 : 1);
   }
   int status = -1;

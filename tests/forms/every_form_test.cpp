@@ -415,10 +415,10 @@ std::set<std::string> ReadBy(const Case& test) {
     const auto type = static_cast<ValueType>(usual.FindParam(key)->type);
     for (const char* text :
          {"0", "1", "3", "10", "13", "16", "18", "1800", "2026/11/30 01:02:03"}) {
-      ParamValue value{};
-      if (ParseParamValueStrictly(text, type, &value).empty() && read.count(key.Text()) == 0) {
+      const auto value = ParseParamValueStrictly(text, type);
+      if (value && read.count(key.Text()) == 0) {
         table = usual;
-        EXPECT_EQ(table.SetParam(key, type, value.data()), kOk);
+        EXPECT_EQ(table.SetParam(key, type, value->data()), kOk);
         if (Shown(test.open(&table)) != shown) {
           read.insert(key.Text());
         }

@@ -11,19 +11,19 @@
 #include "calibration/cal_text.h"
 #include "files/batch.h"
 #include "spectra/calibrated_spectra.h"
+#include "stepping/schedule_text.h"
 #include "stepping/tfs_file.h"
-#include "stepping/tfs_listing.h"
 #include "support/batch_help.h"
 #include "support/failing_disk.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
+#include "table/table_text.h"
+#include "table/table_to_v1.h"
 #include "table/tbl_file.h"
-#include "table/tbl_listing.h"
-#include "table/tbl_to_v1.h"
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
+#include "timeseries/time_series_text.h"
 #include "timeseries/ts_file.h"
-#include "timeseries/ts_text.h"
 
 namespace orvane::testing {
 namespace {
@@ -53,10 +53,10 @@ class EveryConversion : public ::testing::Test {
   std::vector<Work> AllWork() const {
     SpectraOptions options;
     options.calibration_folder = Survey("Calibration");
-    return {{"table text", TblListing(), "SIP/Startup.tbl"},
-            {"table to version 1", TblToVersion1(NewTable()), "SIP/Startup.tbl"},
-            {"schedule text", TfsListing(), "FDEM/2.TFS"},
-            {"waveform text", TsText(), "SIP/2417.TSS"},
+    return {{"table text", TableText(), "SIP/Startup.tbl"},
+            {"table to version 1", TableToV1(NewTable()), "SIP/Startup.tbl"},
+            {"schedule text", ScheduleText(), "FDEM/2.TFS"},
+            {"waveform text", TimeSeriesText(), "SIP/2417.TSS"},
             {"restacking", Restack(), "SIP/2417.TSS"},
             {"restacking in little memory", Restack({.most_memory = 1}), "SIP/2417.TSS"},
             {"stack results, time", StackCsv(StackDomain::kTime), "TDIP/2417.trs"},
@@ -122,7 +122,8 @@ struct Reader {
 
 std::string OpenWaveform(const fs::path& path) {
   TsFile file;
-  return file.Open(path) ? file.ReadError() + file.CompanionNote() : file.Reason();
+  const Result<> opened = file.Open(path);
+  return opened ? file.ReadError() + file.CompanionNote() : opened.Message();
 }
 
 // None of them takes a read that fails for the end of the file.
@@ -142,8 +143,8 @@ const std::vector<Reader>& Readers() {
       {"waveform whose header is known", "SIP/2417.TSS",
        [](const fs::path& path) {
          TsFile file;
-         return file.Open(path, {TsHeaderSize::kFull}) ? file.ReadError() + file.CompanionNote()
-                                                       : file.Reason();
+         const Result<> opened = file.Open(path, {TsHeaderSize::kFull});
+         return opened ? file.ReadError() + file.CompanionNote() : opened.Message();
        }},
       {"band file", "MT/2417.TS2", OpenWaveform},
       {"schedule", "FDEM/2.TFS",
@@ -162,9 +163,8 @@ const std::vector<Reader>& Readers() {
          return report.message;
        }},
       {"calibration curves", "Calibration/2041.CLC", [](const fs::path& path) {
-         CalCurves curves;
-         const std::string message = LoadCalCurves(path, &curves);
-         return message + curves.note;
+         const auto curves = LoadCalCurves(path);
+         return curves ? curves->note : curves.Message();
        }}};
   return readers;
 }

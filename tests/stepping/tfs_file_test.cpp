@@ -7,7 +7,7 @@
 
 #include "stepping/fdem_form.h"
 #include "stepping/fdem_schedule.h"
-#include "stepping/tfs_listing.h"
+#include "stepping/schedule_text.h"
 #include "support/temp_dir.h"
 #include "support/tfs_bytes.h"
 #include "support/told.h"
@@ -57,21 +57,21 @@ TEST(TfsFile, ReadsGoodFilesAndEmptiesTheTableForOthers) {
     EXPECT_EQ(WrittenRows(table).size(), static_cast<std::size_t>(has_rows ? c.rows : 0));
     EXPECT_TRUE(IsEmpty(table[200]));
     if (has_rows) {
-      ASSERT_EQ(WriteScheduleFile(dir / "b.TFS", table), "");
+      ASSERT_EQ(WriteScheduleFile(dir / "b.TFS", table).Message(), "");
       const auto kept = 22 * static_cast<std::size_t>(c.rows);
       EXPECT_EQ(ReadAll(dir / "b.TFS"), c.bytes.substr(0, kept));
     }
   }
   const std::vector<ScheduleRow> rows = {{0, 0, 0, 5}, {0, 1, 0, 0}, {}, {60, 4, 8, 5}};
-  ASSERT_EQ(WriteScheduleFile(dir / "a.TFS", rows), "");
+  ASSERT_EQ(WriteScheduleFile(dir / "a.TFS", rows).Message(), "");
   EXPECT_EQ(ReadAll(dir / "a.TFS"), StepBytes(0, 0, 0, 5) + StepBytes(0, 1, 0, 0));
 }
 
-TEST(TfsListing, NamesTheBadRowAndGoesOn) {
+TEST(ScheduleText, NamesTheBadRowAndGoesOn) {
   const TempDir dir;
   WriteAll(dir / "a.b.TFS", StepBytes(60, 4, 8533.33333, 5) + StepBytes(60, 12, 0.5, 0.00005) +
                                 StepBytes(-2, 77, 1, 1));
-  Batch batch({TfsListing(), {dir / "a.b.TFS"}, {}, 1});
+  Batch batch({ScheduleText(), {dir / "a.b.TFS"}, {}, 1});
   batch.Start();
   batch.Wait();
   EXPECT_EQ(batch.Result(0)->text, "row 2: waveform 12");

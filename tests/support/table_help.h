@@ -24,10 +24,10 @@ inline ParamTable NewTable() {
 }
 
 inline void Set(ParamTable* table, ParamKey key, std::string_view text) {
-  ParamValue value{};
   const auto type = static_cast<ValueType>(table->FindParam(key)->type);
-  ASSERT_EQ(ParseParamValueStrictly(text, type, &value), "") << key.Text();
-  ASSERT_EQ(table->SetParam(key, type, value.data()), kOk);
+  const auto value = ParseParamValueStrictly(text, type);
+  ASSERT_EQ(value.Message(), "") << key.Text();
+  ASSERT_EQ(table->SetParam(key, type, value->data()), kOk);
 }
 
 /// "KEY=text KEY=text"; "_" stands for a blank in a text.

@@ -4,19 +4,19 @@
 #include "calibration/cal_curves.h"
 #include "calibration/cal_text.h"
 #include "response/cal_file.h"
+#include "stepping/schedule_text.h"
 #include "stepping/tfs_file.h"
-#include "stepping/tfs_listing.h"
 #include "support/batch_help.h"
 #include "support/cal_bytes.h"
 #include "support/tfs_bytes.h"
 #include "support/ts_bytes.h"
 #include "sweeps/sweep.h"
+#include "table/table_text.h"
 #include "table/tbl_file.h"
-#include "table/tbl_listing.h"
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
+#include "timeseries/time_series_text.h"
 #include "timeseries/ts_file.h"
-#include "timeseries/ts_text.h"
 
 namespace orvane::testing {
 namespace {
@@ -35,7 +35,7 @@ std::string ReadTable(const path& file) {
   EXPECT_EQ(table.BuildParamIndex(), kOk);
   TblReport report;
   const Status status = LoadParamFile(&table, file, &report);
-  EXPECT_EQ(Done(TblListing(), file), status == kOk && report.records > 0);
+  EXPECT_EQ(Done(TableText(), file), status == kOk && report.records > 0);
   return std::to_string(status) + ", " + Text(report.records) + " records";
 }
 
@@ -72,7 +72,7 @@ std::string ReadSchedule(const path& file) {
   ScheduleTable table;
   ScheduleReport report;
   const bool is_read = ReadScheduleFile(file, &table, &report);
-  EXPECT_EQ(Done(TfsListing(), file), report.rows > 0);
+  EXPECT_EQ(Done(ScheduleText(), file), report.rows > 0);
   return (is_read ? "read, " : "refused, ") + Text(static_cast<std::size_t>(report.rows));
 }
 
@@ -113,7 +113,7 @@ std::string ReadWaveform(const path& file, const TsFile::Options& options) {
   bool can_be_stacked = false;
   CTsRec record;
   for (std::uint64_t number = 1; number <= waveform.Count(); ++number) {
-    EXPECT_EQ(waveform.Read(number, &record), "");
+    EXPECT_EQ(waveform.Read(number, &record).Message(), "");
     EXPECT_EQ(record.Scans(), record.Place().scans_held);
     EXPECT_EQ(record.Held().size(), record.Scans() * record.Channels());
     has_whole = has_whole || !record.Place().is_cut;
@@ -121,7 +121,7 @@ std::string ReadWaveform(const path& file, const TsFile::Options& options) {
         can_be_stacked || (!record.Place().is_cut && !std::isnan(record.Header().frequency));
     outcome += Text(record.Scans()) + " of " + Text(record.Header().scans) + ", ";
   }
-  EXPECT_EQ(Done(TsText(waveform.HeaderSize()), file), has_whole);
+  EXPECT_EQ(Done(TimeSeriesText(waveform.HeaderSize()), file), has_whole);
   if (waveform.HeaderSize() == TsHeaderSize::kFull && file.extension() == ".TSS") {
     EXPECT_EQ(Done(Restack(), file), can_be_stacked);
   }
@@ -182,8 +182,9 @@ TEST(Sweeps, Companions) {
   RunSweep({"companion", "A.TBL", HeaderV2() + RecordV2("VER", 0, StrPT, "5.0"), 64,
             [&dir](const path&) {
               TsFile file;
-              return file.Open(dir / "A.TSS") ? std::string("0")
-                                              : file.Reason().substr(file.Reason().size() - 4, 3);
+              const Result<> opened = file.Open(dir / "A.TSS");
+              const std::string& why = opened.Message();
+              return opened ? std::string("0") : why.substr(why.size() - 4, 3);
             },
             [](const std::string& bytes) {
               return TableRule(bytes).substr(0, TableRule(bytes).find(','));
@@ -193,7 +194,7 @@ TEST(Sweeps, Companions) {
 
 std::string ReadStacks(const path& file) {
   StackReader reader;
-  EXPECT_EQ(reader.Open(file), "");
+  EXPECT_EQ(reader.Open(file).Message(), "");
   StackRecord record;
   std::size_t records = 0;
   while (reader.Next(&record)) {
@@ -231,14 +232,13 @@ TEST(Sweeps, StackResults) {
 std::string ReadCalibration(int kind, const path& file) {
   CalReport report;
   const auto cal = ReadCalFileAt(kind, file, &report);
-  CalCurves curves;
-  const bool has_curves = LoadCalCurves(file, &curves).empty();
+  const auto curves = LoadCalCurves(file);
   const std::string bytes = ReadAll(file);
   const std::size_t channels = bytes.size() < 132 ? 0 : NumberAt(bytes, 10, 2);
   EXPECT_EQ(Done(ExportCalToText(), file),
             channels >= 1 && channels <= 12 && bytes.size() >= 132 + 8 + 24 * channels);
   return std::to_string(report.status) + ", " + Text(cal == nullptr ? 0 : cal->records.size()) +
-         (has_curves ? ", curves" : "");
+         (curves ? ", curves" : "");
 }
 
 std::string CalibrationRule(std::size_t kind, const std::string& bytes) {

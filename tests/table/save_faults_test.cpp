@@ -16,8 +16,8 @@
 #include "support/tbl_bytes.h"
 #include "support/temp_dir.h"
 #include "support/told.h"
-#include "table/tbl_listing.h"
-#include "table/tbl_to_v1.h"
+#include "table/table_text.h"
+#include "table/table_to_v1.h"
 
 namespace orvane::testing {
 namespace {
@@ -43,22 +43,22 @@ Files Snapshot(const TempDir& dir) {
 
 std::string SaveInPieces(const fs::path& path) {
   OutFile file;
-  std::string error = file.Open(path);
+  Result<> done = file.Open(path);
   for (const std::string piece : {"the new text, ", "in two pieces"}) {
-    error = error.empty() ? file.Write(std::as_bytes(std::span(piece))) : error;
+    done = done ? file.Write(std::as_bytes(std::span(piece))) : done;
   }
-  return error.empty() ? file.Commit() : error;
+  return (done ? file.Commit() : done).Message();
 }
 
 std::string SaveText(const fs::path& path) {
   TextFile file;
-  if (const std::string error = file.Open(path); !error.empty()) {
-    return error;
+  if (const Result<> opened = file.Open(path); !opened) {
+    return opened.Message();
   }
   for (int i = 0; i < 30000; ++i) {  // more than one piece
     file.Int(i, 9).Text("\n");
   }
-  return file.Commit();
+  return file.Commit().Message();
 }
 
 std::string RunBoxes(const fs::path& document) {
@@ -112,15 +112,10 @@ const std::vector<User>& Users() {
       {"a new file", "", [](const TempDir& dir) { return SaveInPieces(dir / "new"); }},
       {"through a link", "", [](const TempDir& dir) { return SaveInPieces(dir / "link"); }},
       {"text through a link", "", [](const TempDir& dir) { return SaveText(dir / "link"); }},
-      {"backup", "",
-       [](const TempDir& dir) {
-         fs::path kept;
-         return KeepBackup(dir / "old", &kept);
-       }},
+      {"backup", "", [](const TempDir& dir) { return KeepBackup(dir / "old").Message(); }},
       {"start-up files", ".tbl", [](const TempDir& dir) { return RunBoxes(dir / "doc.tbl"); }},
-      {"listings", "", [](const TempDir& dir) { return RunBatch(TblListing(), dir); }},
-      {"to version 1", "",
-       [](const TempDir& dir) { return RunBatch(TblToVersion1(NewTable()), dir); }},
+      {"listings", "", [](const TempDir& dir) { return RunBatch(TableText(), dir); }},
+      {"to version 1", "", [](const TempDir& dir) { return RunBatch(TableToV1(NewTable()), dir); }},
   };
   return users;
 }
@@ -258,7 +253,7 @@ TEST(SaveFaults, WhatCannotBePutBackIsTold) {
   Disk disk;
   disk.Fail(Disk::kRename, EPERM, 2);  // the copy arrives, its original cannot be replaced
   disk.Fail(Disk::kResize, EIO);
-  Batch batch({TblToVersion1(NewTable()), {dir / "b.tbl"}, {}, 1});
+  Batch batch({TableToV1(NewTable()), {dir / "b.tbl"}, {}, 1});
   batch.Start();
   batch.Wait();
   EXPECT_NE(batch.Result(0)->text.find("could not be put back"), std::string::npos);

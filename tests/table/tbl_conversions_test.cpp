@@ -3,14 +3,14 @@
 #include "support/batch_help.h"
 #include "support/table_help.h"
 #include "support/tbl_bytes.h"
+#include "table/table_text.h"
+#include "table/table_to_v1.h"
 #include "table/tbl_file.h"
-#include "table/tbl_listing.h"
-#include "table/tbl_to_v1.h"
 
 namespace orvane::testing {
 namespace {
 
-TEST(TblListing, ListsEveryTypeOfBothVersions) {
+TEST(TableText, ListsEveryTypeOfBothVersions) {
   const TempDir dir;
   const std::string time("\x05\x04\x03\x1E\x06\x09\x01\x14", 8);
   WriteAll(dir / "two.tbl",
@@ -20,7 +20,7 @@ TEST(TblListing, ListsEveryTypeOfBothVersions) {
                RecordV2("D", 0, 5, time) + RecordV2("E", 0, 6, "raw") +
                RecordV2("F", 0, 7, "0123456789abcdef") + RecordV2("G", 0, 8, "x") +
                RecordV2("\x03", 0, 0, "") + "cut");
-  const BatchResult result = RunOne(TblListing(), dir / "two");  // ".tbl" is added
+  const BatchResult result = RunOne(TableText(), dir / "two");  // ".tbl" is added
   EXPECT_EQ(result.status, BatchStatus::kDoneWithNote);
   EXPECT_NE(result.text.find("offset 352 "), std::string::npos) << result.text;
   EXPECT_EQ(ReadAll(dir / "two.txt"),
@@ -36,24 +36,24 @@ TEST(TblListing, ListsEveryTypeOfBothVersions) {
   // Records behind the end record count; the end record itself and padding do not.
   const std::string first = RecordV1("TECH", 2, 0, IntBytes(4));
   WriteAll(dir / "one.tbl", first + EndV1(first) + RecordV1("SITN", 2, 2, "x"));
-  EXPECT_EQ(RunOne(TblListing(), dir / "one.tbl").text, "holds 2 of 719 parameters")
+  EXPECT_EQ(RunOne(TableText(), dir / "one.tbl").text, "holds 2 of 719 parameters")
       << "TECH stands twice in a table";
   EXPECT_EQ(ReadAll(dir / "one.txt"),
             "TECH    ,     ,    ,    ,    ,  Int,  4,\n"
             "SITN    ,     ,    ,    ,    ,  Str,  x,\n");
 }
 
-TEST(TblListing, WritesNothingForWhatIsNoTable) {
+TEST(TableText, WritesNothingForWhatIsNoTable) {
   const TempDir dir;
   WriteAll(dir / "a.txt", "old");
   for (const auto& [bytes, code] :
        {std::pair<std::string, int>{"", 3}, {HeaderV2().substr(1), 3}, {std::string(32, '!'), 6}}) {
     WriteAll(dir / "a.tbl", bytes);
-    EXPECT_EQ(RunOne(TblListing(), dir / "a.tbl").code, code);
+    EXPECT_EQ(RunOne(TableText(), dir / "a.tbl").code, code);
     EXPECT_EQ(ReadAll(dir / "a.txt"), "old");
   }
   WriteAll(dir / "a.tbl", HeaderV2());
-  EXPECT_EQ(RunOne(TblListing(), dir / "a.tbl").text, "no record");
+  EXPECT_EQ(RunOne(TableText(), dir / "a.tbl").text, "no record");
   EXPECT_EQ(ReadAll(dir / "a.txt"), "old");
 }
 
@@ -78,7 +78,7 @@ class TblToV1 : public ::testing::Test {
 
 TEST_F(TblToV1, LeavesBothVersions) {
   WriteAll(dir_ / "BOX.TBL", file_);
-  EXPECT_EQ(RunOne(TblToVersion1(ParamTable()), dir_ / "BOX.TBL").text,
+  EXPECT_EQ(RunOne(TableToV1(ParamTable()), dir_ / "BOX.TBL").text,
             "only 5 of 719 records are taken from it, the other values from the table before it");
   EXPECT_EQ(Version("BOX.TB2") + Version("BOX.TBL"), "21");
   EXPECT_EQ(Value("BOX.TB2", "TBVO") + Value("BOX.TBL", "TBVO"), "21");
@@ -97,7 +97,7 @@ TEST_F(TblToV1, KeepsWhatItWouldWriteOver) {
     WriteAll(dir_ / name, name);
   }
   Batch batch(
-      {TblToVersion1(ParamTable()), {dir_ / "low.tbl", dir_ / "BOX.TBL", dir_ / "OLD.TB2"}, {}, 4});
+      {TableToV1(ParamTable()), {dir_ / "low.tbl", dir_ / "BOX.TBL", dir_ / "OLD.TB2"}, {}, 4});
   batch.Start();
   batch.Wait();
   EXPECT_EQ(batch.CountForMessage(), 3U);
@@ -123,7 +123,7 @@ TEST_F(TblToV1, CarriesTheTableFromFileToFile) {
   WriteAll(dir_ / "Z.TBL", HeaderV2() + std::string(std::size_t{40} * 64, '\0'));
   WriteAll(dir_ / "C.TBL", record + EndV1(record));
   std::filesystem::create_directory(dir_ / "out");
-  Batch batch({TblToVersion1(ParamTable()),
+  Batch batch({TableToV1(ParamTable()),
                {dir_ / "A.TBL", dir_ / "B.TBL", dir_ / "C.TBL", dir_ / "Z.TBL"},
                dir_ / "out",
                4});
@@ -149,7 +149,7 @@ TEST_F(TblToV1, CarriesInTheOrderOfTheListWhateverSharesAnOutput) {
   WriteAll(dir_ / "X.TBL", HeaderV2() + RecordV2("LINE", 0, StrPT, "second"));
   WriteAll(dir_ / "b/BOX.TBL", HeaderV2() + RecordV2("SITE", 0, StrPT, "third"));
   const auto first = dir_ / "a/BOX.TBL";
-  Batch batch({TblToVersion1(ParamTable()),
+  Batch batch({TableToV1(ParamTable()),
                {first, dir_ / "X.TBL", first, dir_ / "b/BOX.TBL"},
                dir_ / "out",
                4});

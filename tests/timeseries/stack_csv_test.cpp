@@ -86,7 +86,7 @@ TEST(StackCsv, ACutFileKeepsItsWholeRecords) {
   for (std::size_t size = 0; size <= 2 * record.size(); ++size) {
     WriteAll(dir / "cut.trs", (record + record).substr(0, size));
     StackReader reader;
-    ASSERT_EQ(reader.Open(dir / "cut.trs"), "");
+    ASSERT_EQ(reader.Open(dir / "cut.trs").Message(), "");
     StackRecord read;
     std::size_t count = 0;
     while (reader.Next(&read)) {

@@ -7,7 +7,7 @@
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
 #include "timeseries/restack.h"
-#include "timeseries/ts_text.h"
+#include "timeseries/time_series_text.h"
 
 namespace orvane::testing {
 namespace {
@@ -181,45 +181,46 @@ std::string HeaderLines(const char* scans, const char* channels, const char* fre
          frequency;
 }
 
-TEST(TsText, ByteForByte) {
+TEST(TimeSeriesText, ByteForByte) {
   constexpr const char* kFour = " Frequency (Hz):      4.000000        \n";
   const std::string two = HeaderLines("2       ", "2       ", kFour) +
                           "                1          -8388608 \n"
                           "          8388607               -10 \n";
   const TsBytes record{.channels = 2, .samples = {1, -8388608, 8388607, -10}, .trailing = 1};
-  EXPECT_EQ(Convert(TsText(), "A.TSS", record.Bytes() + record.Bytes() + "rest").bytes, two + two);
+  EXPECT_EQ(Convert(TimeSeriesText(), "A.TSS", record.Bytes() + record.Bytes() + "rest").bytes,
+            two + two);
   TsBytes band{.samples = {}, .header_size = 32};
-  EXPECT_EQ(Convert(TsText(), "A.TS3", band.Bytes()).bytes,
+  EXPECT_EQ(Convert(TimeSeriesText(), "A.TS3", band.Bytes()).bytes,
             HeaderLines("0       ", "1       ", ""));
   band.channels = 0;
   band.scans = 2;
-  EXPECT_EQ(Convert(TsText(), "A.TS3", band.Bytes()).bytes,
+  EXPECT_EQ(Convert(TimeSeriesText(), "A.TS3", band.Bytes()).bytes,
             HeaderLines("2       ", "0       ", "") + "\n\n");
   // The cut record has the samples that are there, on a line that ends; nothing follows it.
   const std::string start = record.Bytes().substr(0, 252 + 11);
-  const Outcome cut = Convert(TsText(), "A.TSS", record.Bytes() + start);
+  const Outcome cut = Convert(TimeSeriesText(), "A.TSS", record.Bytes() + start);
   EXPECT_EQ(cut.bytes, two + HeaderLines("2       ", "2       ", kFour) +
                            "                1          -8388608 \n"
                            "          8388607 \n");
   EXPECT_EQ(cut.result.status, BatchStatus::kDoneWithNote);
-  EXPECT_EQ(Convert(TsText(), "A.TSS", record.Bytes() + record.Header()).bytes,
+  EXPECT_EQ(Convert(TimeSeriesText(), "A.TSS", record.Bytes() + record.Header()).bytes,
             two + HeaderLines("2       ", "2       ", kFour));
   const std::string no_width = TsBytes{.width = 0, .scans = 1}.Bytes();
-  EXPECT_EQ(Convert(TsText(), "A.TSS", record.Bytes() + no_width + two).bytes,
+  EXPECT_EQ(Convert(TimeSeriesText(), "A.TSS", record.Bytes() + no_width + two).bytes,
             two + HeaderLines("1       ", "1       ", kFour));
   for (const std::string& bytes : {std::string(), record.Header().substr(1), start, no_width}) {
-    const Outcome none = Convert(TsText(), "A.TSS", bytes);
+    const Outcome none = Convert(TimeSeriesText(), "A.TSS", bytes);
     EXPECT_EQ(none.bytes, "nothing");
     EXPECT_TRUE(none.result.text.starts_with("no record")) << none.result.text;
   }
-  EXPECT_EQ(Convert(TsText(TsHeaderSize::kOld), "A.TSS",
+  EXPECT_EQ(Convert(TimeSeriesText(TsHeaderSize::kOld), "A.TSS",
                     TsBytes{.samples = {70000}, .width = 2, .header_size = 196}.Bytes())
                 .bytes,
             HeaderLines("1       ", "1       ", " Frequency (Hz):      0.000000        \n") +
                 "             4464 \n");
 }
 
-TEST(TsText, LongRecordsGoThroughManyPieces) {
+TEST(TimeSeriesText, LongRecordsGoThroughManyPieces) {
   TsBytes record{.channels = 3, .header_size = 32};
   std::string lines;
   for (int i = 0; i < 3 * 20000; ++i) {
@@ -231,7 +232,7 @@ TEST(TsText, LongRecordsGoThroughManyPieces) {
   const std::string one = HeaderLines("20000   ", "3       ", "") + lines;
   const std::string none = HeaderLines("0       ", "3       ", "");
   const std::string empty = TsBytes{.channels = 3, .header_size = 32}.Bytes();
-  EXPECT_TRUE(Convert(TsText(), "A.TS1", record.Bytes() + empty + record.Bytes()).bytes ==
+  EXPECT_TRUE(Convert(TimeSeriesText(), "A.TS1", record.Bytes() + empty + record.Bytes()).bytes ==
               one + none + one);
 }
 

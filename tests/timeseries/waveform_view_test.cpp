@@ -240,26 +240,24 @@ TEST_F(WaveformViews, SaysWhatIsNotDrawn) {
 TEST_F(WaveformViews, ReloadKeepsWhatStillExists) {
   const TsBytes record{.samples = {0, 10, 20, 30, 40}, .rate = 10, .unit = 0};
   const TsBytes shorter{.samples = {5, 6, 7}, .rate = 10, .unit = 0};
-  std::string reason;
   ASSERT_TRUE(Open(record.Bytes() + record.Bytes(), ""));
   ASSERT_TRUE(view_.Next());
   view_.SetCursor(WaveformView::kFirstCursor, 0.1);
   view_.SetCursor(WaveformView::kSecondCursor, 0.3);
   std::filesystem::remove(dir_ / "A.TSS");
-  EXPECT_FALSE(view_.Reload(&reason));
-  EXPECT_NE(reason, "");
+  EXPECT_FALSE(view_.Reload());
   EXPECT_EQ(view_.Number(), 2U);
   WriteAll(dir_ / "A.TSS", shorter.Bytes() + shorter.Bytes() + shorter.Bytes());
-  ASSERT_TRUE(view_.Reload(&reason));
+  ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 2U);
   EXPECT_EQ(view_.Count(), 3U);
   EXPECT_EQ(view_.CursorText(), "Time (s)\t0.1\nCh 1\t6\n") << "the second is behind the end";
   WriteAll(dir_ / "A.TSS", record.Bytes());
-  ASSERT_TRUE(view_.Reload(&reason));
+  ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 1U);
   EXPECT_DOUBLE_EQ(view_.VisibleTimes().high, 0.4);
   WriteAll(dir_ / "A.TSS", "");
-  ASSERT_TRUE(view_.Reload(&reason));
+  ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 0U);
 }
 

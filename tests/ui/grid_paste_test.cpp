@@ -205,21 +205,20 @@ TEST_F(GridPaste, TheMenuSavesLoadsAndTellsWhatIsRefused) {
 TEST_F(GridPaste, CellsSurviveAFile) {
   const TempDir dir;
   const auto path = QString::fromStdString((dir / "cells").string());
-  QString reason;
   const QString odd = QStringLiteral("\\t\t\r\n\u00e4\\");
   grid_.SetEditValidator(nullptr);
   grid_.SetItemText(3, 2, odd);
-  ASSERT_TRUE(grid_.SaveCells(path, &reason)) << reason.toStdString();
+  ASSERT_EQ(grid_.SaveCells(path).Message(), "");
   EXPECT_EQ(ReadAll(dir / "cells"),
             "A\tB\tC\na\t1\t2\nb\t3\t4\nc\t5\t\\\\t\\t\\r\\n\u00e4\\\\\nd\t7\t8\n");
   for (int row = 1; row < 5; ++row) {
     grid_.SetItemText(row, 0, "z");
     grid_.SetItemText(row, 2, "0");
   }
-  ASSERT_TRUE(grid_.LoadCells(path, &reason)) << reason.toStdString();
+  ASSERT_EQ(grid_.LoadCells(path).Message(), "");
   EXPECT_EQ(Data(), "z12 z34 z5" + odd + " z78");
-  EXPECT_FALSE(grid_.SaveCells(path + "/x", &reason));
-  EXPECT_TRUE(reason.startsWith(QDir::toNativeSeparators(path + "/x: "))) << reason.toStdString();
+  const std::string reason = grid_.SaveCells(path + "/x").Message();
+  EXPECT_TRUE(reason.starts_with(QDir::toNativeSeparators(path + "/x: ").toStdString())) << reason;
 }
 
 TEST_F(GridPaste, ForeignFilesChangeNothing) {
@@ -237,9 +236,7 @@ TEST_F(GridPaste, ForeignFilesChangeNothing) {
                           "line 3: a backslash that is not followed by t, n, r or a backslash"},
                          {"A\tB\tC\na\t9\t9\nb\t9\t9\xC3", "the text is not UTF-8"}}) {
     WriteAll(dir / "cells", c.bytes);
-    QString reason;
-    EXPECT_FALSE(grid_.LoadCells(path, &reason)) << c.bytes;
-    EXPECT_EQ(reason, path + ": " + c.reason);
+    EXPECT_EQ(grid_.LoadCells(path).Message(), path.toStdString() + ": " + c.reason);
     EXPECT_EQ(Data(), "a12 b34 c56 d78");
   }
 }

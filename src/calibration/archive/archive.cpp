@@ -52,24 +52,24 @@ Archive Archive::Loading(const QByteArray& bytes) {
 std::int64_t Archive::Left() const { return stream_->device()->bytesAvailable(); }
 
 void Archive::Refuse(std::string_view reason) {
-  if (error_.empty()) {
-    error_ = "at offset " + FormatInt(stream_->device()->pos()) + ": ";
-    error_ += reason;
+  if (outcome_) {
+    outcome_ =
+        Failure("at offset " + FormatInt(stream_->device()->pos()) + ": " + std::string(reason));
   }
 }
 
 bool Archive::IsPossible(std::int32_t count, std::int64_t least_bytes) {
-  if (error_.empty() && (count < 0 || count > Left() / least_bytes)) {
+  if (outcome_ && (count < 0 || count > Left() / least_bytes)) {
     Refuse("a count of " + FormatInt(count) + " with " + FormatInt(Left()) + " bytes left");
   }
-  return error_.empty();
+  return static_cast<bool>(outcome_);
 }
 
 template <typename Value>
 Archive& Archive::Number(Value& value) {
   if (is_storing_) {
     *stream_ << value;
-  } else if (error_.empty()) {
+  } else if (outcome_) {
     Value read{};
     *stream_ >> read;
     if (stream_->status() == QDataStream::Ok) {
@@ -88,7 +88,7 @@ Archive& Archive::operator&(std::complex<double>& value) {
   double real = value.real();
   double imaginary = value.imag();
   *this& real& imaginary;
-  if (error_.empty()) {
+  if (outcome_) {
     value = {real, imaginary};
   }
   return *this;
@@ -126,25 +126,27 @@ QByteArray ToBytes(const Object& object) {
   return bytes;
 }
 
-std::unique_ptr<Object> FromBytes(const QByteArray& bytes, std::string* reason) {
+Result<std::unique_ptr<Object>> FromBytes(const QByteArray& bytes) {
   Archive archive = Archive::Loading(bytes);
   std::string name;
   std::int32_t schema = 0;
   archive& name& schema;
   auto object = MakeObject(name);
-  if (archive.Error().empty() && object == nullptr) {
+  if (archive.Outcome() && object == nullptr) {
     archive.Refuse("the class named at the start is not known");
-  } else if (archive.Error().empty() && schema != kSchema) {
+  } else if (archive.Outcome() && schema != kSchema) {
     archive.Refuse("schema " + FormatInt(schema) + ", not 1");
   }
-  if (archive.Error().empty()) {
+  if (archive.Outcome()) {
     object->Serialize(archive);
   }
-  if (archive.Error().empty() && archive.Left() > 0) {
+  if (archive.Outcome() && archive.Left() > 0) {
     archive.Refuse("there are bytes after the object");
   }
-  *reason = archive.Error();
-  return reason->empty() ? std::move(object) : nullptr;
+  if (!archive.Outcome()) {
+    return Failure(archive.Outcome().Message());
+  }
+  return object;
 }
 
 }  // namespace orvane::calobj

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Objects that write themselves to bytes and are made anew from them by the name of their class.
+// Objects that write themselves to bytes and are made again from them by the name of their class.
 #ifndef ORVANE_CALIBRATION_ARCHIVE_ARCHIVE_H_
 #define ORVANE_CALIBRATION_ARCHIVE_ARCHIVE_H_
 
@@ -13,6 +13,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "base/result.h"
+
 namespace orvane::calobj {
 
 /// Fields on their way to or from bytes: little-endian, 32-bit integers, 64-bit doubles, texts as a
@@ -24,8 +26,8 @@ class Archive {
   static Archive Loading(const QByteArray& bytes);
 
   bool IsStoring() const { return is_storing_; }
-  /// Why the bytes are refused, with the place; empty while they are right.
-  const std::string& Error() const { return error_; }
+  /// Whether the bytes are right so far. A failure names the place too.
+  const Result<>& Outcome() const { return outcome_; }
   void Refuse(std::string_view reason);
 
   Archive& operator&(std::int32_t& value);
@@ -33,7 +35,7 @@ class Archive {
   Archive& operator&(std::complex<double>& value);
   Archive& operator&(std::string& text);
   /// A count, then the elements; each one that is read starts out as its class makes it. A class
-  /// tells with `kLeastBytes` how many bytes one of it takes without the elements of its own lists.
+  /// says with `kLeastBytes` how many bytes one of it takes without the elements of its own lists.
   template <typename Element>
   Archive& operator&(std::vector<Element>& list) {
     auto count = static_cast<std::int32_t>(list.size());
@@ -48,10 +50,10 @@ class Archive {
     if (IsPossible(count, LeastBytes<Element>())) {
       read.reserve(static_cast<std::size_t>(count));
     }
-    for (; count > 0 && error_.empty(); --count) {
+    for (; count > 0 && outcome_; --count) {
       Exchange(read.emplace_back());
     }
-    if (error_.empty()) {
+    if (outcome_) {
       list = std::move(read);
     }
     return *this;
@@ -83,7 +85,7 @@ class Archive {
 
   bool is_storing_;
   std::unique_ptr<QDataStream> stream_;
-  std::string error_;
+  Result<> outcome_;
 };
 
 /// What can be archived.
@@ -117,9 +119,8 @@ std::unique_ptr<Object> MakeObject(std::string_view name);
 /// The class name and the schema number as text and integer, then the object's fields.
 QByteArray ToBytes(const Object& object);
 
-/// The object that the bytes hold, and nothing behind it. Null, and why, where they are not wholly
-/// right.
-std::unique_ptr<Object> FromBytes(const QByteArray& bytes, std::string* reason);
+/// The object that the bytes hold, and nothing after it. Fails where they are not wholly right.
+Result<std::unique_ptr<Object>> FromBytes(const QByteArray& bytes);
 
 }  // namespace orvane::calobj
 

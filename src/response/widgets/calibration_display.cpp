@@ -152,19 +152,19 @@ void CCalibrationDisplay::AddOthers() {
 }
 
 bool CCalibrationDisplay::Open(const QString& path) {
-  const std::string message = view_.Open(PathFromText(path));
+  const Result<> opened = view_.Open(PathFromText(path));
   ShowFile();
-  if (!message.empty()) {
-    Warn(prompts_, message);
+  if (!opened) {
+    Warn(prompts_, opened.Message());
   }
-  return message.empty();
+  return static_cast<bool>(opened);
 }
 
 void CCalibrationDisplay::Reload() {
-  const std::string message = view_.Reload();
+  const Result<> reloaded = view_.Reload();
   ShowFile();
-  if (!message.empty()) {
-    Warn(prompts_, message);
+  if (!reloaded) {
+    Warn(prompts_, reloaded.Message());
   }
 }
 
@@ -178,9 +178,8 @@ void CCalibrationDisplay::ShowFile() {
 }
 
 bool CCalibrationDisplay::OpenReference(const QString& path) {
-  const std::string message = view_.OpenReference(PathFromText(path));
-  if (!message.empty()) {
-    Warn(prompts_, message);
+  if (const Result<> opened = view_.OpenReference(PathFromText(path)); !opened) {
+    Warn(prompts_, opened.Message());
     return false;
   }
   ShowView();

@@ -304,7 +304,7 @@ void CalibrationPlot::ShowView() {
   plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-QString CalibrationPlot::Save(const QString& path, const QSize& size) const {
+Result<> CalibrationPlot::Save(const QString& path, const QSize& size) const {
   CalibrationPlot picture(view_, nullptr);
   picture.setPalette(palette());
   picture.setFont(font());

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include "base/result.h"
 #include "response/cal_lines.h"
 
 class QCPAxisRect;
@@ -31,7 +32,7 @@ class CalibrationPlot : public QWidget {
   void ShowCursor();
   QCustomPlot* Plot() { return plot_; }
   /// Saves what the view shows, drawn again for a size. As `SavePlot()`.
-  QString Save(const QString& path, const QSize& size) const;
+  Result<> Save(const QString& path, const QSize& size) const;
 
  signals:
   /// The user set the cursor.

@@ -25,7 +25,7 @@ class Columns {
       std::swap(from, to);
     }
     const double end = left_ + static_cast<double>(spans_.size());
-    if (!(from.x() < end && to.x() >= left_)) {  // also where one is no number
+    if (!(from.x() < end && to.x() >= left_)) {  // also where one is not a number
       return;
     }
     const double slope = (to.y() - from.y()) / (to.x() - from.x());  // unused where it is endless

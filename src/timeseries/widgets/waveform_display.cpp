@@ -54,7 +54,7 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   halves_->setChildrenCollapsible(false);
   layout()->addWidget(strip_);
   layout()->addWidget(halves_);
-  connect(strip_, &LoadingStrip::ended, this, [this] { TakeAnew(strip_->Take()); });
+  connect(strip_, &LoadingStrip::ended, this, [this] { TakeAgain(strip_->Take()); });
   connect(strip_, &LoadingStrip::cancelled, this, &CDisplay::told);
   connect(plot_, &WaveformPlot::changed, this, &CWaveformDisplay::ShowReadings);
   connect(plot_, &WaveformPlot::menuRequested, this, &CWaveformDisplay::ShowMenu);
@@ -318,24 +318,22 @@ void CWaveformDisplay::CopyReadings() {
 void CWaveformDisplay::Reload() {
   auto loading = std::make_unique<TsLoading>(view_.File().Path(), view_.Options());
   if (loading->WaitFor(kLoadingPatience)) {
-    TakeAnew(std::move(loading));
+    TakeAgain(std::move(loading));
   } else {
     strip_->Follow(std::move(loading));
   }
 }
 
-void CWaveformDisplay::TakeAnew(std::unique_ptr<TsLoading> loading) {
+void CWaveformDisplay::TakeAgain(std::unique_ptr<TsLoading> loading) {
   std::unique_ptr<TsFile> fresh = loading->Take();
-  const std::string reason = loading->IsOpen()          ? ""
-                             : loading->Fault().empty() ? fresh->Reason()
-                                                        : loading->Fault();
-  if (loading->IsOpen()) {
-    view_.TakeAnew(std::move(fresh));
+  if (loading->Outcome()) {
+    view_.TakeAgain(std::move(fresh));
     LimitNumber();
   }
   ShowView();
-  if (!reason.empty()) {
-    emit told(QStringLiteral("Not read again: ") + QString::fromStdString(reason));
+  if (!loading->Outcome()) {
+    emit told(QStringLiteral("Not read again: ") +
+              QString::fromStdString(loading->Outcome().Message()));
   }
 }
 

@@ -23,7 +23,7 @@ class CWaveformDisplay : public CDisplay {
  public:
   explicit CWaveformDisplay(Prompts* prompts, QWidget* parent = nullptr);
 
-  /// Shows a file that is open, by these options; tells of bad records and faults.
+  /// Shows a file that is open, by these options; reports bad records and faults.
   void Take(std::unique_ptr<TsFile> file, const TsFile::Options& options);
   WaveformView& View() { return view_; }
   /// Takes over how another file was shown, but for auto play.
@@ -37,7 +37,7 @@ class CWaveformDisplay : public CDisplay {
   void EditSettings();
   /// The dialog of the gains that the record is shown by.
   void EditGains();
-  /// Draws the view anew and tells the status bar where it stands.
+  /// Draws the view again and shows its place in the status bar.
   void ShowView();
 
  protected:
@@ -45,7 +45,7 @@ class CWaveformDisplay : public CDisplay {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void TakeAnew(std::unique_ptr<TsLoading> loading);
+  void TakeAgain(std::unique_ptr<TsLoading> loading);
   void LimitNumber();
   void AddPaging();
   void AddViewing();

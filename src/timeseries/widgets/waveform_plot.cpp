@@ -37,7 +37,7 @@ QFont NumberFont(const QWidget& widget) {
   return font;
 }
 
-// Ticks by the rule of the display: round steps, as many decimals as tell them apart.
+// Ticks by the rule of the display: round steps, as many decimals as they differ by.
 class RoundTicker : public QCPAxisTicker {
  public:
   explicit RoundTicker(const QCPAxis* axis) : axis_(axis) {}
@@ -67,7 +67,7 @@ class RoundTicker : public QCPAxisTicker {
     return TextFromBytes(TickText(value, precision)).trimmed();
   }
 
-  // As many as stand apart.
+  // As many as do not touch.
   AxisTicks TimeTicks(const QCPRange& range) const {
     const QFontMetrics metrics(axis_->tickLabelFont());
     const double pixels = axis_->axisRect()->width();
@@ -117,7 +117,7 @@ WaveformPlot::WaveformPlot(WaveformView* view, QWidget* parent)
   });
 }
 
-// The note stands right behind the title.
+// The note comes right after the title.
 void WaveformPlot::MakeHeader() {
   auto* header = new QCPLayoutGrid;
   title_ = new QCPTextElement(plot_);
@@ -372,7 +372,7 @@ void WaveformPlot::ShowLabel(std::size_t trace) {
   strip.label->setText(text);
 }
 
-QString WaveformPlot::Save(const QString& path, const QSize& size) const {
+Result<> WaveformPlot::Save(const QString& path, const QSize& size) const {
   WaveformPlot picture(view_, nullptr);
   picture.setPalette(palette());
   picture.setFont(font());

@@ -6,6 +6,7 @@
 #include <array>
 #include <vector>
 
+#include "base/result.h"
 #include "timeseries/waveform_view.h"
 
 class QCPAxisRect;
@@ -29,11 +30,11 @@ class WaveformPlot : public QWidget {
   /// The view must outlive the plot.
   WaveformPlot(WaveformView* view, QWidget* parent);
 
-  /// Draws the view anew, whatever of it has changed.
+  /// Draws the view again, whatever of it has changed.
   void ShowView();
   QCustomPlot* Plot() { return plot_; }
-  /// Saves what the view shows, drawn anew for a size, under the file's name. As `SavePlot()`.
-  QString Save(const QString& path, const QSize& size) const;
+  /// Saves what the view shows, drawn again for a size, under the file's name. As `SavePlot()`.
+  Result<> Save(const QString& path, const QSize& size) const;
 
  signals:
   /// The user changed the visible times or a cursor of the view.

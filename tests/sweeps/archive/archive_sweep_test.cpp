@@ -12,11 +12,8 @@ TEST(Sweeps, Archives) {
   const std::string whole = ArchiveBytes();
   RunSweep({"archive", "a.bin", whole, kFront,
             [](const std::filesystem::path& file) {
-              std::string reason;
-              const auto object =
-                  calobj::FromBytes(QByteArray::fromStdString(ReadAll(file)), &reason);
-              EXPECT_EQ(object == nullptr, !reason.empty());
-              return std::string(object == nullptr ? "refused" : "read");
+              const auto object = calobj::FromBytes(QByteArray::fromStdString(ReadAll(file)));
+              return std::string(object ? "read" : "refused");
             },
             [&whole](const std::string& bytes) {
               return std::string(bytes == whole ? "read" : "refused");
@@ -32,11 +29,10 @@ TEST(Sweeps, FieldsOfArchives) {
       std::string bytes = whole;
       bytes[at] = value;
       const auto archived = QByteArray::fromStdString(bytes);
-      std::string reason;
       const PeakMemory memory;
-      const auto object = calobj::FromBytes(archived, &reason);
+      const auto object = calobj::FromBytes(archived);
       EXPECT_LT(memory.Bytes(), 4 * bytes.size() + (std::size_t{16} << 20U));
-      EXPECT_TRUE(object == nullptr || calobj::ToBytes(*object) == archived) << at;
+      EXPECT_TRUE(!object || calobj::ToBytes(**object) == archived) << at;
     }
   }
 }
@@ -50,9 +46,8 @@ TEST(Sweeps, AnArchiveOfEmptyFunctions) {
   bytes += IntBytes(kFunctions);
   bytes.resize(bytes.size() + 8 * std::size_t{kFunctions});
   const auto archived = QByteArray::fromStdString(bytes);
-  std::string reason;
   const PeakMemory memory;
-  EXPECT_NE(calobj::FromBytes(archived, &reason), nullptr) << reason;
+  EXPECT_EQ(calobj::FromBytes(archived).Message(), "");
   EXPECT_LT(memory.Bytes(), 4 * bytes.size() + (std::size_t{16} << 20U));
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "timeseries/ts_text.h"
+#include "timeseries/time_series_text.h"
 
 #include <algorithm>
 #include <array>
@@ -62,7 +62,7 @@ class TextExport {
     TsPlace place;
     std::uint64_t cut_record = 0;
     std::uint64_t whole = 0;
-    while (!task_->Stopped() && !text_.HasFailed() && error_.empty() && walker.Next(&place)) {
+    while (!task_->Stopped() && !text_.HasFailed() && reading_ && walker.Next(&place)) {
       text_.Text(HeaderText(place.header, header_size_ == TsHeaderSize::kBand));
       const bool is_whole = PutSamples(in, place);
       task_->Advance(place.next - place.offset);
@@ -72,16 +72,16 @@ class TextExport {
       }
       ++whole;
     }
-    const std::string write_error = text_.Finish();
-    error_ = error_.empty() ? walker.Error() : error_;
+    const Result<> written = text_.Finish();
+    reading_ = reading_ ? walker.Outcome() : reading_;
     if (task_->Stopped()) {
       return BatchCancelled();
     }
-    if (!error_.empty()) {
-      return BatchFailed(error_);
+    if (!reading_) {
+      return BatchFailed(reading_.Message());
     }
-    if (!write_error.empty()) {
-      return BatchFailed(FileMessage(task_->Outputs()[0], write_error));
+    if (!written) {
+      return BatchFailed(FileMessage(task_->Outputs()[0], written.Message()));
     }
     if (whole == 0) {
       return BatchFailed(cut_record == 0 ? "no record"
@@ -114,8 +114,8 @@ class TextExport {
     for (std::uint64_t done = 0; done < total && !text_.HasFailed() && !task_->Stopped();) {
       const auto wanted =
           static_cast<std::size_t>(std::min<std::uint64_t>(piece_bytes, total - done));
-      const std::size_t read =
-          in.ReadAt(place.data + done, std::span(piece_).first(wanted), &error_);
+      const auto [read, outcome] = in.ReadAt(place.data + done, std::span(piece_).first(wanted));
+      reading_ = outcome;
       text_.Scans(piece_.data(), width, channels, read / scan_bytes);
       if (read < wanted) {
         const std::size_t samples = read % scan_bytes / static_cast<std::size_t>(width);
@@ -133,24 +133,24 @@ class TextExport {
   TsHeaderSize header_size_;
   SampleText text_;
   std::vector<std::byte> piece_;
-  std::string error_;  // of reading
+  Result<> reading_;
 };
 
 BatchResult ConvertFile(BatchTask& task, TsHeaderSize header_size) {
   RandomFile in;
-  if (const std::string reason = in.Open(task.Input()); !reason.empty()) {
-    return BatchFailed(reason);
+  if (const Result<> opened = in.Open(task.Input()); !opened) {
+    return BatchFailed(opened.Message());
   }
   const auto& path = task.Outputs()[0];
   OutFile out;
-  if (const std::string reason = out.Open(path); !reason.empty()) {
-    return BatchFailed(FileMessage(path, reason));
+  if (const Result<> opened = out.Open(path); !opened) {
+    return BatchFailed(FileMessage(path, opened.Message()));
   }
   const bool is_band = BandNumber(PathText(task.Input())) > 0;
   BatchResult result = TextExport(&task, &out, is_band ? TsHeaderSize::kBand : header_size).Run(in);
   if (result.IsDone()) {
-    if (const std::string reason = out.Commit(); !reason.empty()) {
-      return BatchFailed(FileMessage(path, reason));
+    if (const Result<> committed = out.Commit(); !committed) {
+      return BatchFailed(FileMessage(path, committed.Message()));
     }
   }
   return result;
@@ -166,7 +166,7 @@ std::string TsTextName(std::string_view path) {
   return name.append(".txt");
 }
 
-Conversion TsText(TsHeaderSize header_size) {
+Conversion TimeSeriesText(TsHeaderSize header_size) {
   Conversion conversion;
   conversion.outputs_of = [](const std::string& path) {
     return std::vector<std::string>{TsTextName(path)};

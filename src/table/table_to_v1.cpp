@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "table/tbl_to_v1.h"
+#include "table/table_to_v1.h"
 
-#include <cerrno>
 #include <memory>
 #include <set>
 #include <system_error>
@@ -49,19 +48,19 @@ class FileToV1 {
   // held, where it is what version 1 is written over.
   BatchResult Run() {
     const auto& version1 = task_.Outputs().back();
-    const Sameness sameness = CompareFiles(task_.Input(), version1);
-    if (sameness == Sameness::kCannotTell) {
-      return BatchFailed(SystemReason(errno));
+    const auto sameness = CompareFiles(task_.Input(), version1);
+    if (!sameness) {
+      return BatchFailed(sameness.Message());
     }
     replaces_input_ = task_.IsBeside() && sameness == Sameness::kSame;
     if (replaces_input_) {
-      if (const std::string reason = input_.OpenToUpdate(version1); !reason.empty()) {
-        return BatchFailed(Named(version1, reason), kTblWriteFailed);
+      if (const Result<> opened = input_.OpenToUpdate(version1); !opened) {
+        return BatchFailed(Named(version1, opened.Message()), kTblWriteFailed);
       }
     }
     TblReport report;
-    if (std::string reason = Load(&report); !reason.empty()) {
-      return BatchLeftAlone(reason);
+    if (const Result<> loaded = Load(&report); !loaded) {
+      return BatchLeftAlone(loaded.Message());
     }
     if (report.loaded == 0) {
       return BatchFailed("no parameter is taken from it; it is left as it was");
@@ -101,14 +100,14 @@ class FileToV1 {
   }
 
   // Into the scratch table, which a file that does not load leaves as it was.
-  std::string Load(TblReport* report) {
+  Result<> Load(TblReport* report) {
     ParamTable loaded = table_;
     if (const Status status = loaded.BuildParamIndex(); status != kOk) {
-      return std::string(StatusText(status));
+      return Failure(std::string(StatusText(status)));
     }
     if (const Status status = LoadParamFile(&loaded, task_.Input(), report); status != kOk) {
       const std::string own = FileMessage(task_.Input(), "");
-      return report->message.substr(report->message.starts_with(own) ? own.size() : 0);
+      return Failure(report->message.substr(report->message.starts_with(own) ? own.size() : 0));
     }
     table_ = std::move(loaded);
     return {};
@@ -124,7 +123,8 @@ class FileToV1 {
     if ((version == 1 && replaces_input_ ? SaveParamFile(&table_, path, &input_, options, &report)
                                          : SaveParamFile(&table_, path, options, &report)) != kOk) {
       failure_ = Named(path, report.reason);
-      // No need of a second file where the old one stands, or another program has replaced it.
+      // No need of a second file where the old one is still there, or another program has replaced
+      // it.
       if (input_.WasOvertaken() || HaveSameBytes(path, kept)) {
         std::error_code ignored;
         std::filesystem::remove(kept, ignored);
@@ -144,22 +144,19 @@ class FileToV1 {
     if (!task_.IsBeside() || made_.contains(path) || IsSafelyCopied(path)) {
       return true;
     }
-    switch (Exists(path)) {
-      case Existence::kThere:
-        break;
-      case Existence::kNotThere:
-        return true;
-      case Existence::kCannotTell:
-        failure_ = FileMessage(path, SystemReason(errno));
-        return false;
+    const auto exists = Exists(path);
+    if (!exists) {
+      failure_ = FileMessage(path, exists.Message());
     }
-    std::filesystem::path backup;
-    if (const std::string reason = KeepBackup(path, &backup); !reason.empty()) {
-      failure_ = FileMessage(path, "cannot be kept as ");
-      failure_.append(FileMessage(backup.filename(), reason));
+    if (!exists || exists == Existence::kNotThere) {
+      return static_cast<bool>(exists);
+    }
+    const auto backup = KeepBackup(path);
+    if (!backup) {
+      failure_ = FileMessage(path, "cannot be kept as " + backup.Message());
       return false;
     }
-    *kept = backup;
+    *kept = *backup;
     return true;
   }
 
@@ -202,7 +199,7 @@ BatchResult ConvertFile(BatchTask* task, ParamTable* table) {
 
 }  // namespace
 
-Conversion TblToVersion1(const ParamTable& scratch) {
+Conversion TableToV1(const ParamTable& scratch) {
   Conversion conversion;
   conversion.outputs_of = [](const std::string& path) {
     return std::vector<std::string>{Version2Name(path), Version1Name(path)};

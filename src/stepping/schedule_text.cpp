@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "stepping/tfs_listing.h"
+#include "stepping/schedule_text.h"
 
 #include "files/path_names.h"
 #include "files/text_file.h"
@@ -16,16 +16,16 @@ void ListRow(int number, const ScheduleRow& row, TextFile* out) {
 
 BatchResult ListSchedule(BatchTask& task) {
   const ScheduleRows read = ReadScheduleRows(task.Input());
-  if (!read.error.empty()) {
-    return BatchFailed(read.error);
+  if (!read.outcome) {
+    return BatchFailed(read.outcome.Message());
   }
   if (read.rows.empty()) {
     return BatchFailed(read.refusal.empty() ? "no record" : "no record; " + read.refusal);
   }
   const std::filesystem::path& to = task.Outputs()[0];
   TextFile out;
-  if (const std::string reason = out.Open(to); !reason.empty()) {
-    return BatchFailed(FileMessage(to, reason));
+  if (const Result<> opened = out.Open(to); !opened) {
+    return BatchFailed(FileMessage(to, opened.Message()));
   }
   int number = 0;
   for (const ScheduleRow& row : read.rows) {
@@ -36,15 +36,15 @@ BatchResult ListSchedule(BatchTask& task) {
     out.Text(read.refusal).Text("\n");
   }
   task.Advance(read.rows.size() * sizeof(ScheduleRow));
-  if (const std::string reason = out.Commit(); !reason.empty()) {
-    return BatchFailed(FileMessage(to, reason));
+  if (const Result<> committed = out.Commit(); !committed) {
+    return BatchFailed(FileMessage(to, committed.Message()));
   }
   return BatchDone({to}, read.refusal);
 }
 
 }  // namespace
 
-Conversion TfsListing() {
+Conversion ScheduleText() {
   Conversion conversion;
   conversion.outputs_of = [](const std::string& input) {
     return std::vector<std::string>{WithExtension(input, ".txt")};

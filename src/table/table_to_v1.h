@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Parameter tables for older boxes: version 1, with a copy as version 2.
-#ifndef ORVANE_TABLE_TBL_TO_V1_H_
-#define ORVANE_TABLE_TBL_TO_V1_H_
+#ifndef ORVANE_TABLE_TABLE_TO_V1_H_
+#define ORVANE_TABLE_TABLE_TO_V1_H_
 
 #include "files/batch.h"
 #include "table/param_table.h"
@@ -17,8 +17,8 @@ namespace orvane {
 /// Beside the inputs, whatever would be written over is kept as FILE.bak first, except an input
 /// NAME.TBL, which NAME.TB2 holds by then. In an output folder no backups are made. A file that
 /// does not load is left alone.
-Conversion TblToVersion1(const ParamTable& scratch);
+Conversion TableToV1(const ParamTable& scratch);
 
 }  // namespace orvane
 
-#endif  // ORVANE_TABLE_TBL_TO_V1_H_
+#endif  // ORVANE_TABLE_TABLE_TO_V1_H_

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Schedule files as text.
-#ifndef ORVANE_STEPPING_TFS_LISTING_H_
-#define ORVANE_STEPPING_TFS_LISTING_H_
+#ifndef ORVANE_STEPPING_SCHEDULE_TEXT_H_
+#define ORVANE_STEPPING_SCHEDULE_TEXT_H_
 
 #include "files/batch.h"
 
@@ -10,8 +10,8 @@ namespace orvane {
 /// NAME.TFS becomes NAME.txt: one line for each row with number, end time, waveform, frequency and
 /// current. A file that a reader would refuse is listed all the same, the reason after the first
 /// bad row and noted.
-Conversion TfsListing();
+Conversion ScheduleText();
 
 }  // namespace orvane
 
-#endif  // ORVANE_STEPPING_TFS_LISTING_H_
+#endif  // ORVANE_STEPPING_SCHEDULE_TEXT_H_

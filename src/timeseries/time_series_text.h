@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#ifndef ORVANE_TIMESERIES_TS_TEXT_H_
-#define ORVANE_TIMESERIES_TS_TEXT_H_
+#ifndef ORVANE_TIMESERIES_TIME_SERIES_TEXT_H_
+#define ORVANE_TIMESERIES_TIME_SERIES_TEXT_H_
 
 #include <string>
 #include <string_view>
@@ -17,8 +17,8 @@ std::string TsTextName(std::string_view path);
 /// Time series as readable text. Band files, by the digit that ends the path, have 32-byte headers,
 /// all others `header_size`: no companion table is looked at. A shorter header than the full one
 /// has no frequency, which is then 0. A cut last record has the samples that are there, and a note.
-Conversion TsText(TsHeaderSize header_size = TsHeaderSize::kFull);
+Conversion TimeSeriesText(TsHeaderSize header_size = TsHeaderSize::kFull);
 
 }  // namespace orvane
 
-#endif  // ORVANE_TIMESERIES_TS_TEXT_H_
+#endif  // ORVANE_TIMESERIES_TIME_SERIES_TEXT_H_

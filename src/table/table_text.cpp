@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "table/tbl_listing.h"
+#include "table/table_text.h"
 
 #include <array>
 #include <cstring>
@@ -42,20 +42,20 @@ class Listing {
     if (const Status status = dictionary_.BuildParamIndex(); status != kOk) {
       return BatchFailed(std::string(StatusText(status)));
     }
-    if (const std::string reason = in_.Open(task_.Input()); !reason.empty()) {
-      return BatchFailed(reason);
+    if (const Result<> opened = in_.Open(task_.Input()); !opened) {
+      return BatchFailed(opened.Message());
     }
     const auto start = in_.Peek(sizeof(TblHeader));
     if (start.size() < sizeof(TblHeader)) {
-      return BatchFailed(in_.Error().empty() ? "too short for a TBL file" : in_.Error(),
+      return BatchFailed(in_.Outcome() ? "too short for a TBL file" : in_.Outcome().Message(),
                          kListingTooShort);
     }
     const int version = RecogniseTblVersion(start.first<sizeof(TblHeader)>());
     if (version == 0) {
       return BatchFailed("not a TBL file", kListingNotRecognised);
     }
-    if (const std::string reason = out_.Open(task_.Outputs()[0]); !reason.empty()) {
-      return BatchFailed(FileMessage(task_.Outputs()[0], reason));
+    if (const Result<> opened = out_.Open(task_.Outputs()[0]); !opened) {
+      return BatchFailed(FileMessage(task_.Outputs()[0], opened.Message()));
     }
     if (version == 2) {
       Take(sizeof(TblHeader));
@@ -95,14 +95,14 @@ class Listing {
     if (task_.Stopped()) {
       return BatchCancelled();
     }
-    if (!in_.Error().empty()) {
-      return BatchFailed(in_.Error());
+    if (!in_.Outcome()) {
+      return BatchFailed(in_.Outcome().Message());
     }
     if (records_ == 0) {
       return NoRecord(in_.Peek(1).empty() ? 0 : offset_);
     }
-    if (const std::string reason = out_.Commit(); !reason.empty()) {
-      return BatchFailed(FileMessage(task_.Outputs()[0], reason));
+    if (const Result<> committed = out_.Commit(); !committed) {
+      return BatchFailed(FileMessage(task_.Outputs()[0], committed.Message()));
     }
     std::string note;
     if (const auto missing = brought_.MissingFrom(dictionary_).size(); missing > 0) {
@@ -125,7 +125,7 @@ class Listing {
 
 }  // namespace
 
-Conversion TblListing() {
+Conversion TableText() {
   Conversion listing;
   listing.input_of = [](const std::string& path) {
     std::string with_extension = WithDefaultExtension(path, ".tbl");
