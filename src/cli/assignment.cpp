@@ -10,6 +10,24 @@ namespace orvane {
 
 bool IsAssignment(std::string_view text) { return text.find('=') != std::string_view::npos; }
 
+std::string RefusalOf(const ParamEntry& changed, std::string_view given,
+                      std::uint32_t tbl_version) {
+  const std::string key = ParamKey(changed.key).Text() + ": ";
+  const std::int32_t number = IntOf(changed.value);
+  if (ParamKey(changed.key) == "TBVO" && number != 1 && number != 2) {
+    return key + std::string(given) + " is not a version: use 1 or 2";
+  }
+  if (tbl_version != 1) {
+    return {};
+  }
+  if (!FitsTblV1Key(changed)) {
+    return key + "a version-1 file has no keys of more than four characters";
+  }
+  TblRecordV1 record;
+  const bool is_cut = MakeTblRecordV1(changed, &record) != kOk;
+  return is_cut ? key + std::string(given) + " does not fit a version-1 file" : std::string();
+}
+
 std::string Assign(std::string_view assignment, std::uint32_t tbl_version, ParamTable* table) {
   const std::size_t equals = assignment.find('=');
   const std::string key(assignment.substr(0, equals));
@@ -30,21 +48,15 @@ std::string Assign(std::string_view assignment, std::uint32_t tbl_version, Param
   if (const std::string reason = Latin1FromUtf8(given, &text); !reason.empty()) {
     return refusal(reason);
   }
-  if (ParamKey(key) == "TBVO" && text != "1" && text != "2") {
-    return refusal("is not a version: use 1 or 2");
-  }
   ParamEntry changed = *entry;
   const auto type = static_cast<ValueType>(entry->type);
   if (const std::string reason = ParseParamValueStrictly(text, type, &changed.value);
       !reason.empty()) {
     return refusal(reason);
   }
-  if (tbl_version == 1 && !FitsTblV1Key(changed)) {
-    return key + ": a version-1 file has no keys of more than four characters";
-  }
-  TblRecordV1 record;
-  if (tbl_version == 1 && MakeTblRecordV1(changed, &record) != kOk) {
-    return refusal("does not fit a version-1 file");
+  if (std::string reason = RefusalOf(changed, "\"" + PrintableUtf8(given) + "\"", tbl_version);
+      !reason.empty()) {
+    return reason;
   }
   const Status status = table->SetParam(key, type, changed.value.data());
   return status == kOk ? std::string() : key + ": " + std::string(StatusText(status));

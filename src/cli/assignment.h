@@ -14,6 +14,10 @@ namespace orvane {
 /// Whether there is a '=' at all; the first one divides.
 bool IsAssignment(std::string_view text);
 
+/// Why a value cannot be given to a file of that version; empty: it can. `given` is how it is told.
+[[nodiscard]] std::string RefusalOf(const ParamEntry& changed, std::string_view given,
+                                    std::uint32_t tbl_version);
+
 /// Stores the value of an assignment, which is UTF-8, in the table as Latin-1. Why it is refused,
 /// with the key; empty once it is in the table. For version 1 it must also fit a file of that
 /// version.

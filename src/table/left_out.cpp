@@ -2,6 +2,7 @@
 #include "table/left_out.h"
 
 #include <algorithm>
+#include <span>
 
 #include "base/latin1.h"
 #include "base/number_text.h"
@@ -41,12 +42,13 @@ std::string LeftOutRecords::Names(std::size_t most) const {
   return text + (has_more ? " and more" : "");
 }
 
+std::string LeftOutRecords::CountText() const {
+  return FormatInt(count) + (count == 1 ? " record" : " records");
+}
+
 std::string LeftOutRecords::Summary() const {
-  if (count == 0) {
-    return {};
-  }
-  return (count == 1 ? std::string("1 record is") : FormatInt(count) + " records are") +
-         " left out: " + Names();
+  return count == 0 ? std::string()
+                    : CountText() + (count == 1 ? " is" : " are") + " left out: " + Names();
 }
 
 std::string NameOf(const LeftOutRecord& record) {

@@ -27,6 +27,8 @@ struct LeftOutRecords {
   bool HoldsTheSameAs(const LeftOutRecords& other) const;
   /// "NEWKEY, OTHER and more": each key once, at most `most` of them; printable, UTF-8.
   std::string Names(std::size_t most = 5) const;
+  /// "1 record", "2 records".
+  std::string CountText() const;
   /// "2 records are left out: NEWKEY, OTHER"; empty where none is.
   std::string Summary() const;
 
