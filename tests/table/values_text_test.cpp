@@ -71,8 +71,7 @@ TEST(ValuesText, IsReadableAndKeepsSecrets) {
                   }});
   EXPECT_EQ(written.text,
             "# shown as 2026/11/21 07:00:00\n"
-            "STIM=hex:0000071"
-            "50b1a06140000000000000000\n"
+            "STIM=hex:000007150b1a06140000000000000000\n"
             "FDRIFT=0.1\n# Site\\x0Aname\nSITE=Z\xc3\xbcrich\n# left out: FTPCPWD EKEY\n");
   EXPECT_EQ(written.left_out.size(), 2U);
 }
