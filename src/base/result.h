@@ -22,8 +22,8 @@ template <typename T = std::monostate>
 class [[nodiscard]] Result {
  public:
   Result() requires std::same_as<T, std::monostate> : value_(T()) {}
-  Result(T value) : value_(std::move(value)) {}                              // NOLINT: implicit
-  Result(Failure failure) : message_(std::move(failure.message)) {}          // NOLINT: implicit
+  Result(T value) : value_(std::move(value)) {}                      // NOLINT: implicit
+  Result(Failure failure) : message_(std::move(failure.message)) {}  // NOLINT: implicit
 
   explicit operator bool() const { return value_.has_value(); }
   const T& operator*() const { return *value_; }

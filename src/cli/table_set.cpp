@@ -48,25 +48,29 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
   }
 }
 
-// Names each line that is bad, or whose value does not fit the file to be written.
+// Why a line cannot be applied to what is to be written; empty: it can.
+std::string RefusalOf(const ValueLine& line, const SetOptions& options, const ParamTable& table) {
+  if (line.IsBad()) {
+    return line.reason;
+  }
+  ParamEntry changed = *table.FindParam(line.key);
+  changed.value = line.value;
+  return RefusalOf(changed, "the value", options.tbl_version);
+}
+
+// Names each line that cannot be applied.
 bool AreWritable(const SetOptions& options, const ValueLines& read, const ParamTable& table) {
+  std::size_t unnamed = read.bad;
   bool is_refused = read.bad > 0;
-  std::size_t named = 0;
   for (const ValueLine& line : read.lines) {
-    std::string reason = line.reason;
-    named += line.IsBad() ? 1 : 0;
-    if (!line.IsBad()) {
-      ParamEntry changed = *table.FindParam(line.key);
-      changed.value = line.value;
-      reason = RefusalOf(changed, "the value", options.tbl_version);
-    }
-    if (!reason.empty()) {
+    unnamed -= line.IsBad() ? 1 : 0;
+    if (const std::string reason = RefusalOf(line, options, table); !reason.empty()) {
       PrintMessage(FileMessage(options.from, "line " + FormatInt(line.number) + ": " + reason));
       is_refused = true;
     }
   }
-  if (read.bad > named) {
-    PrintMessage(FileMessage(options.from, FormatInt(read.bad - named) + " more lines are bad"));
+  if (unnamed > 0) {
+    PrintMessage(FileMessage(options.from, FormatInt(unnamed) + " more lines are bad"));
   }
   return !is_refused;
 }
