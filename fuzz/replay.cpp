@@ -35,6 +35,7 @@ constexpr auto kTargets = std::to_array<Target>({
     {"time-text", FuzzTimeText, 64, 1000},
     {"value-text", FuzzValueText, 128, 1000},
     {"assignment", FuzzAssignment, 128, 1000},
+    {"value-lines", FuzzValueLines, 1024, 1000},
 #ifdef ORVANE_FUZZ_ARCHIVE
     {"archive", FuzzArchive, 4096, 1000},
     {"grid-text", FuzzGridText, 512, 1000},

@@ -13,6 +13,7 @@
 #include "support.h"
 #include "table/param_table.h"
 #include "table/param_text.h"
+#include "table/values_text.h"
 
 namespace {
 
@@ -108,6 +109,10 @@ void PutTexts(Seeds* seeds) {
     FormatParamValue(static_cast<orvane::ValueType>(entry->type), entry->value, &text);
     seeds->Put("assignment", '\1' + key.Text() + "=" + text);
     seeds->Put("value-text", static_cast<char>(entry->type) + text);
+  }
+  const std::string lines = WriteValues(table, AllKeys(table), {true, {}}).text;
+  for (std::size_t at = 0; at < lines.size(); at += 1000) {
+    seeds->Put("value-lines", '\0' + lines.substr(at, 1000));
   }
   for (const char* time : {"2026/11/21 07:00:00", "2009-06-30 14:5", "14:05:00"}) {
     seeds->Put("time-text", time);

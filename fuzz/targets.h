@@ -51,6 +51,9 @@ void FuzzTimeText(Bytes input);
 void FuzzValueText(Bytes input);
 /// KEY=VALUE; a first byte chooses the version of the table file.
 void FuzzAssignment(Bytes input);
+/// A file of KEY=VALUE lines: read, applied, written and read again. First how many values of 16
+/// bytes the table has beforehand, then these.
+void FuzzValueLines(Bytes input);
 
 struct Target {
   std::string_view name;

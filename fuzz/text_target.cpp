@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -8,6 +9,9 @@
 #include "support.h"
 #include "table/param_text.h"
 #include "table/param_time.h"
+#include "table/table_diff.h"
+#include "table/value_lines.h"
+#include "table/values_text.h"
 
 namespace orvane::fuzz {
 namespace {
@@ -50,6 +54,20 @@ void RequireComesBack(std::string_view text, ValueType type, const ParamValue& v
   Require(static_cast<bool>(told), "what is told is wholly right");
   Require(type == FltPT || told == value, "a value is read as it is told");
   Require(Formatted(type, *told) == shown, "a value is told as it was read");
+}
+
+// Any bytes in values of all types.
+void StoreSome(Bytes* input, ParamTable* table) {
+  constexpr std::array<const char*, 8> kKeys = {"TECH", "FDRIFT", "SITE",   "STIM",
+                                                "PHNE", "TBVO",   "IPSRV0", "EKEY"};
+  const std::size_t count = TakeByte(input) % (kKeys.size() + 1);
+  for (std::size_t i = 0; i < count; ++i) {
+    ParamValue value{};
+    for (std::uint8_t& byte : value) {
+      byte = static_cast<std::uint8_t>(TakeByte(input));
+    }
+    Require(table->SetStoredValue(kKeys[i], value) == kOk, "the dictionary has the key");
+  }
 }
 
 }  // namespace
@@ -123,6 +141,33 @@ void FuzzAssignment(Bytes input) {
     Require(type == FltPT ? Formatted(type, entry->value) == shown : entry->value == value,
             "a value is read as it is told");
   }
+}
+
+void FuzzValueLines(Bytes input) {
+  static const ParamTable defaults = [] {
+    ParamTable table;
+    Require(table.BuildParamIndex() == kOk, "the dictionary has an index");
+    return table;
+  }();
+  ParamTable table = defaults;
+  StoreSome(&input, &table);
+  const std::string_view text = TextOf(input);
+  const auto read = ReadValueLines(text, table);
+  Require(static_cast<bool>(read), "a short text is read");
+  const auto most = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+  Require(read->bad <= most && read->lines.size() <= most, "no lines from nowhere");
+  for (const ValueLine& line : read->lines) {
+    Require(line.IsBad() != line.reason.empty(), "a bad line has a reason, a good one none");
+    Require(line.number > 0 && line.number <= most, "a line has its number");
+  }
+  ApplyValueLines(read->lines, &table);
+  const auto keys = KeysNotDefault(table);
+  const auto again = ReadValueLines(WriteValues(table, keys, {true, {}}).text, defaults);
+  Require(again && again->bad == 0, "what is written can be read");
+  ParamTable copy = defaults;
+  ApplyValueLines(again->lines, &copy);
+  Require(copy.SetStoredValue("TBVI", table.FindParam("TBVI")->value) == kOk, "TBVI is there");
+  Require(DifferingKeys(copy, table).empty(), "the same bytes come back");
 }
 
 }  // namespace orvane::fuzz

@@ -34,10 +34,13 @@ std::string Group(const std::string& title, const std::vector<ParamKey>& keys) {
 
 }  // namespace
 
-void DocumentFile::Take(const RememberedFile& memory, const ParamTable& table) {
+void DocumentFile::Take(const RememberedFile& memory, const ParamTable& table,
+                        LeftOutRecords left_out) {
   memory_ = memory;
   table_ = table;
   knows_table_ = true;
+  left_out_ = std::move(left_out);
+  may_lose_left_out_ = false;
 }
 
 void DocumentFile::TakeFromDisk(const RememberedFile& memory, const std::filesystem::path& path,
@@ -48,6 +51,8 @@ void DocumentFile::TakeFromDisk(const RememberedFile& memory, const std::filesys
   RememberedFile read;
   knows_table_ = LoadParamFile(&table_, path, &report, &read) == kOk && read.HasBytes() &&
                  read.Size() == memory.Size() && read.Sum() == memory.Sum();
+  left_out_ = knows_table_ ? std::move(report.left_out) : LeftOutRecords();
+  may_lose_left_out_ = false;
   if (knows_table_ && version != nullptr) {
     *version = report.version;
   }
@@ -72,8 +77,12 @@ std::string DocumentFile::Question(const std::filesystem::path& path, const Para
   RememberedFile memory;
   std::string text = PathText(path.filename()) + " was changed on disk by another program.";
   if (LoadParamFile(&theirs, path, &report, &memory) == kOk) {
-    seen->Take(memory, theirs);
-    return text + Differences(mine, theirs);
+    text += Differences(mine, theirs);
+    if (report.left_out.count > 0) {
+      text += "\n\nRecords there that Orvane cannot keep: " + report.left_out.Names();
+    }
+    seen->Take(memory, theirs, std::move(report.left_out));
+    return text;
   }
   *seen = *this;
   if (!seen->memory_.Read(path)) {

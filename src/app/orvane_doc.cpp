@@ -125,7 +125,7 @@ bool COrvaneDoc::Load(const QString& path, const ParamTable& before) {
     return false;
   }
   *table_ = std::move(loaded);
-  file_.Take(memory, *table_);
+  file_.Take(memory, *table_, std::move(report.left_out));
   not_in_file_ = std::move(report.missing);
   path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = report.version;
@@ -133,7 +133,8 @@ bool COrvaneDoc::Load(const QString& path, const ParamTable& before) {
   const bool is_waveform = EndsWithoutCase(PathText(file_path), ".TSS");
   kind_ = is_waveform && waveform_loader_ && waveform_loader_(path) ? kTimeSeries : kTable;
   notices_->ShowNotice("Loaded " + OfAllParameters(report.held) +
-                       (not_in_file_.empty() ? "" : "; the others keep their previous values"));
+                       (not_in_file_.empty() ? "" : "; the others keep their previous values") +
+                       (LeftOut().count == 0 ? "" : "; " + LeftOut().Summary()));
   TakeBaseline();
   return true;
 }
@@ -208,9 +209,25 @@ bool COrvaneDoc::MayReplaceFile(bool can_load) {
       return false;
     }
     file_ = seen;
+    file_.AllowToLoseLeftOut();  // the question has named them
     must_save_ = true;
   }
-  return true;
+  return MayLoseLeftOut();
+}
+
+bool COrvaneDoc::MayLoseLeftOut() {
+  if (!file_.MustAskAboutLeftOut()) {
+    return true;
+  }
+  const bool may_lose =
+      prompts_->AskToLose(kCaption, Title().toStdString() + " has " + LeftOut().CountText() +
+                                        " that Orvane cannot keep: " + LeftOut().Names() +
+                                        ".\n\nSaving over the file loses them. Save?") ==
+      Answer::kYes;
+  if (may_lose) {
+    file_.AllowToLoseLeftOut();
+  }
+  return may_lose;
 }
 
 TblSaveOptions COrvaneDoc::AskForOptions() {
@@ -265,9 +282,12 @@ bool COrvaneDoc::Write(const QString& path, const TblSaveOptions& options) {
     prompts_->ShowWarning(kCaption, report.message);
     return false;
   }
-  notices_->ShowNotice(file_version_ == 1 ? "Saved as version 2; the file opened was version 1"
-                                          : "Saved " + path.toStdString() +
-                                                (was_gone ? "; it was no longer on disk" : ""));
+  const std::string lost =
+      LeftOut().count == 0 ? "" : "; without " + LeftOut().CountText() + ": " + LeftOut().Names();
+  notices_->ShowNotice((file_version_ == 1 ? "Saved as version 2; the file opened was version 1"
+                                           : "Saved " + path.toStdString() +
+                                                 (was_gone ? "; it was no longer on disk" : "")) +
+                       lost);
   path_ = QFileInfo(path).absoluteFilePath();
   file_version_ = 2;
   not_in_file_.clear();

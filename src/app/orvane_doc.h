@@ -51,6 +51,8 @@ class COrvaneDoc : public QObject {
   /// Whether the document's own file may be written: asks where others have changed it. `can_load`
   /// offers to load the file instead: not while something else works on the table.
   bool MayReplaceFile(bool can_load = false);
+  /// The records of its file that the table has no place for.
+  const LeftOutRecords& LeftOut() const { return file_.LeftOut(); }
 
   /// Takes up a table that an ended program had not saved: a modified document of that path, which
   /// may be empty. `image` is a whole version-2 file, `file` what it was made from.
@@ -105,6 +107,7 @@ class COrvaneDoc : public QObject {
   void TakeBaseline();
   bool Load(const QString& path, const ParamTable& before);
   TblSaveOptions AskForOptions();
+  bool MayLoseLeftOut();
   bool IsOwnFile(const QString& path) const;
   bool Write(const QString& path, const TblSaveOptions& options);
 

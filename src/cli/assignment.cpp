@@ -10,6 +10,22 @@ namespace orvane {
 
 bool IsAssignment(std::string_view text) { return text.find('=') != std::string_view::npos; }
 
+Result<> MayHold(const ParamEntry& changed, std::string_view given, std::uint32_t tbl_version) {
+  const std::string key = ParamKey(changed.key).Text() + ": ";
+  const std::int32_t number = IntOf(changed.value);
+  if (ParamKey(changed.key) == "TBVO" && number != 1 && number != 2) {
+    return Failure(key + std::string(given) + " is not a version: use 1 or 2");
+  }
+  if (tbl_version == 1 && !FitsTblV1Key(changed)) {
+    return Failure(key + "a version-1 file has no keys of more than four characters");
+  }
+  TblRecordV1 record;
+  if (tbl_version == 1 && MakeTblRecordV1(changed, &record) != kOk) {
+    return Failure(key + std::string(given) + " does not fit a version-1 file");
+  }
+  return {};
+}
+
 Result<> Assign(std::string_view assignment, std::uint32_t tbl_version, ParamTable* table) {
   const std::size_t equals = assignment.find('=');
   const std::string key(assignment.substr(0, equals));
@@ -30,9 +46,6 @@ Result<> Assign(std::string_view assignment, std::uint32_t tbl_version, ParamTab
   if (!text) {
     return refusal(text.Message());
   }
-  if (ParamKey(key) == "TBVO" && *text != "1" && *text != "2") {
-    return refusal("is not a version: use 1 or 2");
-  }
   ParamEntry changed = *entry;
   const auto type = static_cast<ValueType>(entry->type);
   const auto value = ParseParamValueStrictly(*text, type);
@@ -40,12 +53,8 @@ Result<> Assign(std::string_view assignment, std::uint32_t tbl_version, ParamTab
     return refusal(value.Message());
   }
   changed.value = *value;
-  if (tbl_version == 1 && !FitsTblV1Key(changed)) {
-    return Failure(key + ": a version-1 file has no keys of more than four characters");
-  }
-  TblRecordV1 record;
-  if (tbl_version == 1 && MakeTblRecordV1(changed, &record) != kOk) {
-    return refusal("does not fit a version-1 file");
+  if (auto may = MayHold(changed, "\"" + PrintableUtf8(given) + "\"", tbl_version); !may) {
+    return may;
   }
   const Status status = table->SetParam(key, type, changed.value.data());
   return status == kOk ? Result<>() : Failure(key + ": " + std::string(StatusText(status)));

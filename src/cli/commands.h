@@ -43,11 +43,21 @@ CLI::Option* AddPath(CLI::App* verb, const std::string& name, std::filesystem::p
 
 struct SetOptions {
   std::filesystem::path file;
+  std::filesystem::path from;            ///< KEY=VALUE lines, applied first; empty: none
   std::vector<std::string> assignments;  ///< KEY=VALUE
   std::filesystem::path to;
   std::uint32_t tbl_version = 2;
 };
 ExitCode RunTableSet(const SetOptions& options);
+
+struct DiffOptions {
+  std::filesystem::path a;
+  std::filesystem::path b;
+  bool as_values = false;     ///< lines that make b of a
+  bool with_secrets = false;  ///< of them also passwords and the like
+};
+/// Exit code 1 where the tables differ, also in records that are left out.
+ExitCode RunTableDiff(const DiffOptions& options);
 
 struct StartupOptions {
   std::filesystem::path file;

@@ -82,7 +82,13 @@ bool LoadOntoDefaults(const std::filesystem::path& path, ParamTable* table, TblR
 }
 
 bool LoadTable(const std::filesystem::path& path, ParamTable* table, TblReport* report) {
-  return LoadOntoDefaults(path, table, report, WithoutMethod::kMtAmt);
+  if (!LoadOntoDefaults(path, table, report, WithoutMethod::kMtAmt)) {
+    return false;
+  }
+  if (const std::string summary = report->left_out.Summary(); !summary.empty()) {
+    PrintMessage(FileMessage(path, summary));
+  }
+  return true;
 }
 
 }  // namespace orvane

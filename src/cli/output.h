@@ -47,7 +47,8 @@ enum class WithoutMethod {
                                     TblReport* report,
                                     WithoutMethod method = WithoutMethod::kDefault);
 
-/// The same for the verbs of `table`: without a method it is MT/AMT.
+/// The same for the verbs of `table`: without a method it is MT/AMT, and a message names records
+/// that the table has no place for.
 [[nodiscard]] bool LoadTable(const std::filesystem::path& path, ParamTable* table,
                              TblReport* report);
 

@@ -13,7 +13,6 @@
 #include "table/param_time.h"
 #include "table/recording_size.h"
 #include "table/startup_table.h"
-#include "table/table_diff.h"
 
 namespace orvane {
 namespace {
@@ -38,17 +37,40 @@ std::string RowsOf(ParamTable* table, const std::function<bool(ParamKey)>& is_wa
   return text;
 }
 
-ExitCode RunTableShow(const std::filesystem::path& file) {
+void TellLeftOut(const std::filesystem::path& file, const LeftOutRecords& left_out,
+                 bool with_offsets) {
+  const auto say = [&file](const std::string& line) { PrintMessage(FileMessage(file, line)); };
+  for (const LeftOutRecord& record : left_out.first) {
+    say((with_offsets ? "offset " + FormatInt(record.offset) + ": " : "") + NameOf(record) +
+        " is left out: " + record.reason);
+  }
+  if (const std::size_t more = left_out.count - left_out.first.size(); more > 0) {
+    say(FormatInt(more) + " more records are left out");
+  }
+}
+
+void TellCut(const std::filesystem::path& file, const TblReport& report) {
+  if (report.cut_at > 0) {
+    PrintMessage(FileMessage(
+        file, "the record at offset " + FormatInt(report.cut_at) + " is cut and left out"));
+  }
+}
+
+ExitCode RunTableShow(const std::filesystem::path& file, bool with_report) {
   ParamTable table;
   TblReport report;
   if (!LoadTable(file, &table, &report)) {
     return kSomeFailed;
   }
+  if (with_report) {
+    TellLeftOut(file, report.left_out, true);
+    TellCut(file, report);
+  }
   const std::string text = RowsOf(&table, [](ParamKey) { return true; });
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
 
-ExitCode RunTableShowAsBox(const std::filesystem::path& file) {
+ExitCode RunTableShowAsBox(const std::filesystem::path& file, bool with_report) {
   ParamTable table;
   TblReport report;
   StartupTaken taken;
@@ -60,17 +82,8 @@ ExitCode RunTableShowAsBox(const std::filesystem::path& file) {
     PrintMessage(report.message);
     return kSomeFailed;
   }
-  const auto say = [&file](const std::string& line) { PrintMessage(FileMessage(file, line)); };
-  for (const LeftOutRecord& record : taken.left_out) {
-    say(PrintableLatin1(record.key) + " is left out: " + record.reason);
-  }
-  if (const std::size_t more = taken.left_out_count - taken.left_out.size(); more > 0) {
-    say(FormatInt(static_cast<std::int64_t>(more)) + " more records are left out");
-  }
-  if (report.cut_at > 0) {
-    say("the record at offset " + FormatInt(static_cast<std::int64_t>(report.cut_at)) +
-        " is cut and left out");
-  }
+  TellLeftOut(file, taken.left_out, with_report);
+  TellCut(file, report);
   const std::string text = RowsOf(&table, [&taken](ParamKey key) { return taken.Has(key); });
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
@@ -93,30 +106,6 @@ ExitCode RunTableGet(const std::filesystem::path& file, const std::vector<std::s
     text += ParamKey(key).Text() + "=" + PrintableValue(*entry) + '\n';
   }
   return PrintResult(text) ? result : kSomeFailed;
-}
-
-// Reals that differ but are the same in ten digits are printed with all their digits.
-std::pair<std::string, std::string> DifferingValues(const ParamEntry& a, const ParamEntry& b) {
-  std::pair<std::string, std::string> texts{PrintableValue(a), PrintableValue(b)};
-  if (texts.first == texts.second && a.type == FltPT) {
-    texts = {FormatRealExactly(RealOf(a.value)), FormatRealExactly(RealOf(b.value))};
-  }
-  return texts;
-}
-
-ExitCode RunTableDiff(const std::filesystem::path& file_a, const std::filesystem::path& file_b) {
-  ParamTable a;
-  ParamTable b;
-  TblReport report;
-  if (!LoadTable(file_a, &a, &report) || !LoadTable(file_b, &b, &report)) {
-    return kSomeFailed;
-  }
-  std::string text;
-  for (const ParamKey key : DifferingKeys(a, b)) {
-    const auto [value_a, value_b] = DifferingValues(*a.FindParam(key), *b.FindParam(key));
-    text.append(key.Text()).append("\t").append(value_a).append("\t").append(value_b).append("\n");
-  }
-  return PrintResult(text) && text.empty() ? kAllDone : kSomeFailed;
 }
 
 class GivenTime : public Clock {
@@ -182,7 +171,6 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   // The options live as long as the callbacks that the parser keeps.
   struct Arguments {
     std::filesystem::path file;
-    std::filesystem::path other;
     std::vector<std::string> keys;
     SetOptions set;
     StartupOptions startup;
@@ -190,6 +178,8 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     std::string tbl_version = "2";
     int channels = 6;
     bool is_as_box = false;
+    bool with_report = false;
+    DiffOptions diff;
     std::string now;
   };
   const auto arguments = std::make_shared<Arguments>();
@@ -200,9 +190,11 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   AddPath(show, "FILE", &arguments->file, "a parameter table")->required();
   show->add_flag("--as-box", arguments->is_as_box,
                  "print what a box takes of it at power-up, and say what it leaves out");
+  show->add_flag("--report", arguments->with_report,
+                 "name each record of FILE that is left out, with its offset and the reason");
   show->callback([=] {
-    *exit_code =
-        arguments->is_as_box ? RunTableShowAsBox(arguments->file) : RunTableShow(arguments->file);
+    const auto run = arguments->is_as_box ? RunTableShowAsBox : RunTableShow;
+    *exit_code = run(arguments->file, arguments->with_report);
   });
 
   CLI::App* get = table->add_subcommand("get", "Print parameters as KEY=VALUE");
@@ -213,7 +205,10 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   CLI::App* set = table->add_subcommand("set", "Change parameters and write the table");
   SetOptions& options = arguments->set;
   AddPath(set, "FILE", &options.file, "a parameter table")->required();
-  set->add_option("KEY=VALUE", options.assignments, "what to change")->required();
+  set->add_option("KEY=VALUE", options.assignments, "what to change");
+  const CLI::Option* from =
+      AddPath(set, "--from", &options.from, "a file of KEY=VALUE lines to apply before")
+          ->check(NotEmpty());
   const CLI::Option* to =
       AddPath(set, "--to", &options.to, "write this file instead of FILE")->check(NotEmpty());
   set->add_option("--tbl-version", arguments->tbl_version,
@@ -221,6 +216,9 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
       ->check(CLI::IsMember({"1", "2"}));
   set->callback([=] {
     SetOptions& given = arguments->set;
+    if (given.assignments.empty() && from->empty()) {
+      throw CLI::RequiredError("KEY=VALUE or --from");
+    }
     given.to = to->empty() ? given.file : given.to;
     given.tbl_version = arguments->tbl_version == "1" ? 1 : 2;
     *exit_code = RunTableSet(given);
@@ -228,9 +226,15 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
 
   CLI::App* diff = table->add_subcommand(
       "diff", "Print the parameters in which two tables differ; exit code 1 where there are any");
-  AddPath(diff, "A", &arguments->file, "a parameter table")->required();
-  AddPath(diff, "B", &arguments->other, "the table to compare it with")->required();
-  diff->callback([=] { *exit_code = RunTableDiff(arguments->file, arguments->other); });
+  AddPath(diff, "A", &arguments->diff.a, "a parameter table")->required();
+  AddPath(diff, "B", &arguments->diff.b, "the table to compare it with")->required();
+  CLI::Option* as_values =
+      diff->add_flag("--as-values", arguments->diff.as_values,
+                     "print the KEY=VALUE lines that make B of A (table set --from)");
+  diff->add_flag("--with-secrets", arguments->diff.with_secrets,
+                 "print passwords, encryption keys, user names and phone numbers as well")
+      ->needs(as_values);
+  diff->callback([=] { *exit_code = RunTableDiff(arguments->diff); });
 
   CLI::App* size = table->add_subcommand(
       "size", "Estimate the megabytes that a scheduled MT/AMT recording will fill");

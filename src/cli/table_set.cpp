@@ -8,6 +8,7 @@
 #include "files/path_text.h"
 #include "table/param_access.h"
 #include "table/tbl_record.h"
+#include "table/value_lines.h"
 
 namespace orvane {
 namespace {
@@ -31,6 +32,11 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
       cut += key.Text();
     }
   }
+  if (report.left_out.count > 0) {
+    PrintMessage(FileMessage(options.to, "is written without " + report.left_out.CountText() +
+                                             " of " + PathText(options.file) + ": " +
+                                             report.left_out.Names()));
+  }
   const std::string file = PathText(options.file);
   if (options.tbl_version == 1) {
     PrintMessage(OfAll(left_out, all) + " parameters do not fit a version-1 file and are left out");
@@ -42,8 +48,48 @@ void TellWhatChanges(const SetOptions& options, const TblReport& report, const P
   }
 }
 
-bool AssignAll(const SetOptions& options, ParamTable* table) {
-  bool is_refused = false;
+// Whether a line can be applied to what is to be written.
+Result<> MayHold(const ValueLine& line, const SetOptions& options, const ParamTable& table) {
+  if (line.IsBad()) {
+    return Failure(line.reason);
+  }
+  ParamEntry changed = *table.FindParam(line.key);
+  changed.value = line.value;
+  return MayHold(changed, "the value", options.tbl_version);
+}
+
+// Names each line that cannot be applied.
+bool AreWritable(const SetOptions& options, const ValueLines& read, const ParamTable& table) {
+  std::size_t unnamed = read.bad;
+  bool is_refused = read.bad > 0;
+  for (const ValueLine& line : read.lines) {
+    unnamed -= line.IsBad() ? 1 : 0;
+    if (const Result<> may = MayHold(line, options, table); !may) {
+      PrintMessage(
+          FileMessage(options.from, "line " + FormatInt(line.number) + ": " + may.Message()));
+      is_refused = true;
+    }
+  }
+  if (unnamed > 0) {
+    PrintMessage(FileMessage(options.from, FormatInt(unnamed) + " more lines are bad"));
+  }
+  return !is_refused;
+}
+
+bool ApplyFile(const SetOptions& options, const std::string& text, ParamTable* table) {
+  const auto read = ReadValueLines(text, *table);
+  if (!read) {
+    PrintMessage(FileMessage(options.from, read.Message()));
+  }
+  if (!read || !AreWritable(options, *read, *table)) {
+    return false;
+  }
+  ApplyValueLines(read->lines, table);
+  return true;
+}
+
+bool AssignAll(const SetOptions& options, const std::string& text, ParamTable* table) {
+  bool is_refused = !ApplyFile(options, text, table);
   for (const std::string& assignment : options.assignments) {
     if (const Result<> assigned = Assign(assignment, options.tbl_version, table); !assigned) {
       PrintMessage(assigned.Message());
@@ -57,7 +103,7 @@ bool AssignAll(const SetOptions& options, ParamTable* table) {
 }
 
 // False where another program has changed the file between reading and writing: to be done again.
-bool SetOnce(const SetOptions& options, ExitCode* result) {
+bool SetOnce(const SetOptions& options, const std::string& text, ExitCode* result) {
   *result = kSomeFailed;
   OutFile file;
   const auto sameness = CompareFiles(options.file, options.to);
@@ -73,7 +119,7 @@ bool SetOnce(const SetOptions& options, ExitCode* result) {
   }
   ParamTable table;
   TblReport report;
-  if (!LoadTable(options.file, &table, &report) || !AssignAll(options, &table)) {
+  if (!LoadTable(options.file, &table, &report) || !AssignAll(options, text, &table)) {
     return true;
   }
   const bool stays_1 = IntParam(table, "TBVO") == 1;
@@ -99,9 +145,18 @@ ExitCode RunTableSet(const SetOptions& options) {
       return kWrongUsage;
     }
   }
+  std::string text;
+  if (!options.from.empty()) {
+    auto loaded = LoadValuesText(options.from);
+    if (!loaded) {
+      PrintMessage(loaded.Message());
+      return kSomeFailed;
+    }
+    text = std::move(*loaded);
+  }
   const InterruptWatch watch;
   ExitCode result = kAllDone;
-  while (!SetOnce(options, &result)) {
+  while (!SetOnce(options, text, &result)) {
   }
   return result;
 }

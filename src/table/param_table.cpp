@@ -146,6 +146,15 @@ Status ParamTable::SetParam(ParamKey key, ValueType type, const void* value,
   return status;
 }
 
+Status ParamTable::SetStoredValue(ParamKey key, const ParamValue& value) {
+  ParamEntry* entry = FindMutable(key);
+  if (entry == nullptr) {
+    return kKeyNotFound;
+  }
+  entry->value = value;
+  return kOk;
+}
+
 Status ParamTable::GetParamEntry(ParamKey key, ParamEntry* out) const {
   const ParamEntry* entry = FindParam(key);
   if (entry == nullptr) {

@@ -60,6 +60,10 @@ class ParamTable {
   /// `LStPT`); `IPAPT` reads 16 bytes. 0, 11, 12, or with `check_permission` 183.
   Status SetParam(ParamKey key, ValueType type, const void* value, bool check_permission = false);
 
+  /// Stores the 16 bytes as they are, such as those of a snapshot: also what `SetParam` would cut,
+  /// because a shortened long text leaves characters behind its NULs. 0 or 11.
+  Status SetStoredValue(ParamKey key, const ParamValue& value);
+
   Status GetParamEntry(ParamKey key, ParamEntry* out) const;
   /// The key at a position from 0; 11 outside the table and at its terminator.
   Status GetParamKey(int position, ParamKey* out) const;

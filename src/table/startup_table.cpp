@@ -33,30 +33,30 @@ std::filesystem::path StartupPath(const ParamTable& table) {
   return path;
 }
 
-void LeaveOut(const ParamEntry& entry, std::string_view reason, StartupTaken* taken) {
-  if (taken->left_out_count++ < StartupTaken::kMostNamed) {
-    const std::string key(entry.key.begin(), std::find(entry.key.begin(), entry.key.end(), '\0'));
-    taken->left_out.push_back({key, std::string(reason)});
-  }
-}
+struct ReadRecord {
+  ParamEntry entry;
+  std::uint64_t offset = 0;
+};
 
 // What the current mode protects keeps its value.
-void Store(const ParamEntry& entry, ParamTable* table, StartupTaken* taken) {
+void Store(const ReadRecord& record, ParamTable* table, StartupTaken* taken) {
+  const ParamEntry& entry = record.entry;
   const ParamKey key(entry.key);
   const Status status =
       table->SetParam(key, static_cast<ValueType>(entry.type), entry.value.data(), true);
   if (status == kOk) {
     taken->keys.insert(key.Word());
   } else {
-    LeaveOut(entry, StatusText(status), taken);
+    taken->left_out.Add(entry, record.offset, StatusText(status));
   }
 }
 
-void StoreRequest(const ParamEntry& entry, ParamTable* table, StartupTaken* taken) {
-  if (const std::int32_t request = IntOf(entry.value); request == 0 || request == 9) {
-    LeaveOut(entry, "the action " + FormatInt(request) + " is no request", taken);
+void StoreRequest(const ReadRecord& record, ParamTable* table, StartupTaken* taken) {
+  if (const std::int32_t request = IntOf(record.entry.value); request == 0 || request == 9) {
+    taken->left_out.Add(record.entry, record.offset,
+                        "the action " + FormatInt(request) + " is no request");
   } else {
-    Store(entry, table, taken);
+    Store(record, table, taken);
   }
 }
 
@@ -70,14 +70,15 @@ Status LoadAsBox(ParamTable* table, const std::filesystem::path& path, TblReport
     return status;
   }
   ParamTable loaded = *table;
-  std::optional<ParamEntry> request;  // the last one
-  ParamEntry entry;
-  while (reader.Next(&entry)) {
+  std::optional<ReadRecord> request;  // the last one
+  ReadRecord record;
+  while (reader.Next(&record.entry)) {
     ++report->records;
-    if (ParamKey(entry.key) == "RQST" && entry.type == IntPT) {
-      request = entry;
+    record.offset = reader.RecordOffset();
+    if (ParamKey(record.entry.key) == "RQST" && record.entry.type == IntPT) {
+      request = record;
     } else {
-      Store(entry, &loaded, taken);
+      Store(record, &loaded, taken);
     }
   }
   if (const Status status = reader.End(report); status != kOk) {

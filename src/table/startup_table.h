@@ -15,20 +15,12 @@
 
 namespace orvane {
 
-/// A record of a start-up table that a box leaves out.
-struct LeftOutRecord {
-  std::string key;  ///< its bytes up to the first NUL
-  std::string reason;
-};
-
 /// What a box took of a start-up table.
 struct StartupTaken {
   bool Has(ParamKey key) const { return keys.count(key.Word()) > 0; }
 
-  std::set<std::uint64_t> keys;         ///< the words of those that the table has values for now
-  std::vector<LeftOutRecord> left_out;  ///< the first of them, in the order of the file
-  std::size_t left_out_count = 0;       ///< all of them
-  static constexpr std::size_t kMostNamed = 1000;
+  std::set<std::uint64_t> keys;  ///< the words of those that the table has values for now
+  LeftOutRecords left_out;
 };
 
 /// Takes a file as a box does at power-up: what the current mode protects is kept, and the

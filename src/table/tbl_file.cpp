@@ -171,6 +171,7 @@ bool TblReader::NextRecord(Record* record) {
   }
   *record = RecordFrom<Record>(bytes);
   Take(bytes.first(sizeof(Record)));
+  record_offset_ = offset_;
   offset_ += sizeof(Record);
   return true;
 }
@@ -219,10 +220,12 @@ Status LoadParamFile(ParamTable* table, const std::filesystem::path& path, TblRe
   BroughtKeys brought;
   while (reader.Next(&entry)) {
     ++report->records;
-    if (StoreRecord(&loaded, entry, false) == kOk) {
-      ++report->loaded;
-      brought.Add(ParamKey(entry.key));
+    if (const Status status = StoreRecord(&loaded, entry, false); status != kOk) {
+      report->left_out.Add(entry, reader.RecordOffset(), StatusText(status));
+      continue;
     }
+    ++report->loaded;
+    brought.Add(ParamKey(entry.key));
   }
   if (const Status status = reader.End(report); status != kOk) {
     return status;

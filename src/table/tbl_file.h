@@ -14,6 +14,7 @@
 #include "base/status.h"
 #include "files/file_io.h"
 #include "files/file_memory.h"
+#include "table/left_out.h"
 #include "table/param_table.h"
 
 namespace orvane {
@@ -22,7 +23,8 @@ namespace orvane {
 struct TblReport {
   int version = 0;                ///< 1 or 2 as recognised; 0: none
   std::size_t records = 0;        ///< whole records in the file
-  std::size_t loaded = 0;         ///< of them stored; the others have unknown keys or other types
+  std::size_t loaded = 0;         ///< of them stored
+  LeftOutRecords left_out;        ///< the others: unknown keys, other types
   std::size_t held = 0;           ///< parameters of the table that a record brought
   std::vector<ParamKey> missing;  ///< the keys of the others, in the order of the table
   std::uint64_t cut_at = 0;       ///< offset of a last record that is cut; 0: none is
@@ -62,6 +64,9 @@ class TblReader {
   /// record is cut: nothing of it is used.
   bool Next(ParamEntry* entry);
 
+  /// Where the record begins that `Next()` has brought.
+  std::uint64_t RecordOffset() const { return record_offset_; }
+
   /// Once `Next()` has returned false: 0 and where a cut record begins, or 173 where it was not the
   /// file that ended but a read that failed; the records before it are not a whole table.
   Status End(TblReport* report);
@@ -81,6 +86,7 @@ class TblReader {
   std::filesystem::path path_;
   int version_ = 0;
   std::uint64_t offset_ = 0;
+  std::uint64_t record_offset_ = 0;
   bool ended_ = false;  // by an end record
   bool keeps_sum_ = false;
   std::uint64_t size_ = 0;  // of what the sum is of

@@ -112,6 +112,33 @@ TEST_F(OrvaneDoc, OpenLoadsOntoWhatIsThere) {
   EXPECT_FALSE(doc_.IsModified());
 }
 
+TEST_F(OrvaneDoc, NamesRecordsThatASaveLosesAndAsksOnce) {
+  const std::string file = HeaderV2() + Record("TECH", 0, "\x03") + Record("NEWKEY", 0, "") +
+                           Record("SNUM", 2, "text") + Record("NEWKEY", 0, "\x01");
+  WriteAll(dir_ / "a.tbl", file);
+  ASSERT_TRUE(doc_.OnOpenDocument(Path("a.tbl")));
+  const std::string names = "left out: NEWKEY, SNUM";
+  EXPECT_NE(notices_.notice.find("; 3 records are " + names), std::string::npos) << notices_.notice;
+  Set("TECH", 4);
+  prompts_.answer = Answer::kNo;
+  EXPECT_FALSE(doc_.OnSave());
+  EXPECT_EQ(ReadAll(dir_ / "a.tbl"), file);
+  ASSERT_EQ(prompts_.asked.size(), 1U);
+  EXPECT_NE(prompts_.asked[0].find("a.tbl has 3 records that Orvane cannot keep: NEWKEY, SNUM."),
+            std::string::npos);
+  EXPECT_TRUE(doc_.OnSaveDocument(Path("b.tbl"))) << "loses nothing of the old file";
+  EXPECT_EQ(prompts_.asked.size(), 1U);
+  EXPECT_NE(notices_.notice.find("; without 3 records: NEWKEY, SNUM"), std::string::npos);
+
+  ASSERT_TRUE(doc_.OnOpenDocument(Path("a.tbl")));
+  prompts_.answer = Answer::kYes;
+  for (const int technique : {4, 6}) {
+    Set("TECH", technique);
+    EXPECT_TRUE(doc_.OnSave());
+  }
+  EXPECT_EQ(prompts_.asked.size(), 2U) << "once";
+}
+
 TEST_F(OrvaneDoc, AFailedOpenChangesNothing) {
   WriteAll(dir_ / "good.tbl", HeaderV2() + Record("TECH", 0, "\x03"));
   WriteAll(dir_ / "bad.tbl", std::string(100, 'x'));

@@ -129,6 +129,70 @@ TEST_F(TableCommands, GetSetAndDiff) {
   EXPECT_EQ(same.out + same.err, "");
 }
 
+// What one table has more than another is a file of lines, which makes the other the same.
+TEST_F(TableCommands, DifferencesAsValuesMakeOneTableTheOther) {
+  ASSERT_EQ(
+      Run("table set two.tbl FDRIFT=0.3333333333333333 'SITE= a' EKEY=77 --to b.tbl").exit_code, 0);
+  const std::string lines =
+      "FDRIFT=0.3333333333333333\n# shown as  a\nSITE=hex:2061" + std::string(28, '0') + "\n";
+  const Outcome some = Run("table diff two.tbl b.tbl --as-values");
+  EXPECT_EQ(some.exit_code, 1);
+  EXPECT_EQ(some.out, lines + "# left out: EKEY\n");
+  EXPECT_NE(some.err.find("(--with-secrets): 1"), std::string::npos) << some.err;
+  const Outcome all = Run("table diff two.tbl b.tbl --as-values --with-secrets");
+  EXPECT_NE(all.out.find("EKEY=77\n"), std::string::npos) << all.out;
+  WriteAll(dir_ / "v.txt", all.out);
+  ASSERT_EQ(Run("table set two.tbl --from v.txt --to c.tbl").exit_code, 0);
+  EXPECT_EQ(ReadAll(dir_ / "c.tbl"), ReadAll(dir_ / "b.tbl"));
+  const Outcome same = Run("table diff b.tbl c.tbl --as-values");
+  EXPECT_EQ(std::to_string(same.exit_code) + same.out + same.err, "0");
+  ASSERT_EQ(Run("table set b.tbl EKEY=5 --from v.txt").exit_code, 0);
+  EXPECT_EQ(Run("table get b.tbl EKEY").out, "EKEY=5\n") << "arguments come after the file";
+
+  WriteAll(dir_ / "bad.txt", "TECH=2\n\nNOKEY=1\nTBVO=7\nTECH=x\nCOMBON=1\nTBVI=1\nwhat\n");
+  const std::string before = ReadAll(dir_ / "b.tbl");
+  const Outcome refused = Run("table set b.tbl --tbl-version 1 --from bad.txt");
+  EXPECT_EQ(refused.exit_code, 1);
+  EXPECT_EQ(ReadAll(dir_ / "b.tbl"), before);
+  for (const char* named : {"bad.txt: line 3: NOKEY: no such", "line 4: TBVO: the value is not a",
+                            "line 5: TECH: \"x\" is", "line 6: COMBON: a version-1", "line 7: TBVI",
+                            "line 8: is not of the form", "nothing was written"}) {
+    EXPECT_NE(refused.err.find(named), std::string::npos) << refused.err;
+  }
+  EXPECT_EQ(std::count(refused.err.begin(), refused.err.end(), '\n'), 7);
+  WriteAll(dir_ / "large.txt", std::string((1 << 20) + 1, '\n'));
+  for (const char* file : {"large.txt", "nowhere.txt", "."}) {
+    const Outcome outcome = Run(std::string("table set b.tbl --from ") + file);
+    EXPECT_EQ(outcome.exit_code, 1);
+    EXPECT_NE(outcome.err.find(file), std::string::npos) << outcome.err;
+  }
+  EXPECT_EQ(Run("table diff b.tbl b.tbl --with-secrets").exit_code, 2);
+}
+
+TEST_F(TableCommands, RecordsWithoutAPlaceAreToldAndCompared) {
+  const std::string two = ReadAll(dir_ / "two.tbl");
+  WriteAll(dir_ / "a.tbl", two + Record("NEWKEY", 0, "\1") + Record("SNUM", 2, "x") + "cut");
+  WriteAll(dir_ / "b.tbl", two + Record("NEWKEY", 0, "\2") + Record("SNUM", 2, "x"));
+  const Outcome shown = Run("table show a.tbl --report");
+  EXPECT_EQ(shown.out, Run("table show two.tbl").out);
+  EXPECT_EQ(shown.err.substr(shown.err.find('\n') + 1),
+            "orvane-cli: a.tbl: 2 records are left out: NEWKEY, SNUM\n"
+            "orvane-cli: a.tbl: offset 96: NEWKEY is left out: no such parameter\n"
+            "orvane-cli: a.tbl: offset 128: SNUM is left out: the parameter has another type\n"
+            "orvane-cli: a.tbl: the record at offset 160 is cut and left out\n");
+  const Outcome differ = Run("table diff a.tbl b.tbl");
+  EXPECT_EQ(differ.exit_code, 1);
+  EXPECT_EQ(differ.out, "");
+  EXPECT_NE(differ.err.find("differ in records that are left out"), std::string::npos);
+  EXPECT_EQ(Run("table diff b.tbl b.tbl").exit_code, 0);
+  EXPECT_EQ(Run("table diff two.tbl b.tbl").exit_code, 1);
+  const Outcome set = Run("table set a.tbl TECH=2");
+  EXPECT_EQ(set.exit_code, 0);
+  EXPECT_NE(set.err.find("a.tbl: is written without 2 records of a.tbl: NEWKEY, SNUM\n"),
+            std::string::npos)
+      << set.err;
+}
+
 TEST_F(TableCommands, SetRefusesWhatIsNotWhollyRight) {
   const std::string before = ReadAll(dir_ / "two.tbl");
   struct Case {
