@@ -2,10 +2,12 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "base/latin1.h"
 #include "base/number_text.h"
 #include "cli/commands.h"
+#include "cli/table_explain.h"
 #include "editors/box_list.h"
 #include "editors/raw_table.h"
 #include "files/path_text.h"
@@ -18,13 +20,27 @@
 namespace orvane {
 namespace {
 
-// The rows of a table as text, all of them or those of some keys.
-std::string RowsOf(ParamTable* table, const std::function<bool(ParamKey)>& is_wanted) {
+// The cells that explain a value, each behind a tab.
+std::string ExplainingCells(const Meanings& meanings, const ParamEntry& entry) {
+  return '\t' + NameAndUnit(meanings, ParamKey(entry.key)) + '\t' + meanings.ValueText(entry);
+}
+
+std::string HeaderOf(bool is_explained) {
   std::string text;
   for (std::size_t column = 0; column < kRawColumnNames.size(); ++column) {
     text += (column > 0 ? "\t" : "") + std::string(kRawColumnNames[column]);
   }
-  text += '\n';
+  return text + (is_explained ? "\tName\tUnit\tStands For\n" : "\n");
+}
+
+// The rows of a table as text, all of them or those of some keys.
+std::string RowsOf(ParamTable* table, bool is_explained,
+                   const std::function<bool(ParamKey)>& is_wanted) {
+  std::optional<Meanings> meanings;
+  if (is_explained) {
+    meanings.emplace();
+  }
+  std::string text = HeaderOf(is_explained);
   const RawTable rows(table);
   for (int ordinal = 1; ordinal <= rows.Count(); ++ordinal) {
     if (!is_wanted(rows.Cell(ordinal, kCodeColumn))) {
@@ -33,22 +49,24 @@ std::string RowsOf(ParamTable* table, const std::function<bool(ParamKey)>& is_wa
     for (const RawColumn column : {kNumberColumn, kCodeColumn, kTypeColumn, kPermissionColumn}) {
       text += rows.Cell(ordinal, column) + '\t';
     }
-    text += PrintableLatin1(rows.Cell(ordinal, kValueColumn)) + '\n';
+    text += PrintableLatin1(rows.Cell(ordinal, kValueColumn));
+    text += meanings ? ExplainingCells(*meanings, *table->FindParam(rows.Row(ordinal).key)) : "";
+    text += '\n';
   }
   return text;
 }
 
-ExitCode RunTableShow(const std::filesystem::path& file) {
+ExitCode RunTableShow(const std::filesystem::path& file, bool is_explained) {
   ParamTable table;
   TblReport report;
   if (!LoadTable(file, &table, &report)) {
     return kSomeFailed;
   }
-  const std::string text = RowsOf(&table, [](ParamKey) { return true; });
+  const std::string text = RowsOf(&table, is_explained, [](ParamKey) { return true; });
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
 
-ExitCode RunTableShowAsBox(const std::filesystem::path& file) {
+ExitCode RunTableShowAsBox(const std::filesystem::path& file, bool is_explained) {
   ParamTable table;
   TblReport report;
   StartupTaken taken;
@@ -71,7 +89,8 @@ ExitCode RunTableShowAsBox(const std::filesystem::path& file) {
     say("the record at offset " + FormatInt(static_cast<std::int64_t>(report.cut_at)) +
         " is cut and left out");
   }
-  const std::string text = RowsOf(&table, [&taken](ParamKey key) { return taken.Has(key); });
+  const std::string text =
+      RowsOf(&table, is_explained, [&taken](ParamKey key) { return taken.Has(key); });
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
 
@@ -104,17 +123,32 @@ std::pair<std::string, std::string> DifferingValues(const ParamEntry& a, const P
   return texts;
 }
 
-ExitCode RunTableDiff(const std::filesystem::path& file_a, const std::filesystem::path& file_b) {
+// The cells that explain a difference, each behind a tab: name, unit and what both values stand
+// for.
+std::string ExplainedDifference(const Meanings& meanings, const ParamEntry& a,
+                                const ParamEntry& b) {
+  return ExplainingCells(meanings, a) + '\t' + meanings.ValueText(b);
+}
+
+ExitCode RunTableDiff(const std::filesystem::path& file_a, const std::filesystem::path& file_b,
+                      bool is_explained) {
   ParamTable a;
   ParamTable b;
   TblReport report;
   if (!LoadTable(file_a, &a, &report) || !LoadTable(file_b, &b, &report)) {
     return kSomeFailed;
   }
+  std::optional<Meanings> meanings;
+  if (is_explained) {
+    meanings.emplace();
+  }
   std::string text;
   for (const ParamKey key : DifferingKeys(a, b)) {
-    const auto [value_a, value_b] = DifferingValues(*a.FindParam(key), *b.FindParam(key));
-    text.append(key.Text()).append("\t").append(value_a).append("\t").append(value_b).append("\n");
+    const ParamEntry& entry_a = *a.FindParam(key);
+    const ParamEntry& entry_b = *b.FindParam(key);
+    const auto [value_a, value_b] = DifferingValues(entry_a, entry_b);
+    text.append(key.Text()).append("\t").append(value_a).append("\t").append(value_b);
+    text.append(meanings ? ExplainedDifference(*meanings, entry_a, entry_b) : "").append("\n");
   }
   return PrintResult(text) && text.empty() ? kAllDone : kSomeFailed;
 }
@@ -190,6 +224,7 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     std::string tbl_version = "2";
     int channels = 6;
     bool is_as_box = false;
+    bool is_explained = false;
     std::string now;
   };
   const auto arguments = std::make_shared<Arguments>();
@@ -200,9 +235,11 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   AddPath(show, "FILE", &arguments->file, "a parameter table")->required();
   show->add_flag("--as-box", arguments->is_as_box,
                  "print what a box takes of it at power-up, and say what it leaves out");
+  show->add_flag("--explain", arguments->is_explained,
+                 "add columns: name, unit and what a coded value stands for");
   show->callback([=] {
-    *exit_code =
-        arguments->is_as_box ? RunTableShowAsBox(arguments->file) : RunTableShow(arguments->file);
+    *exit_code = arguments->is_as_box ? RunTableShowAsBox(arguments->file, arguments->is_explained)
+                                      : RunTableShow(arguments->file, arguments->is_explained);
   });
 
   CLI::App* get = table->add_subcommand("get", "Print parameters as KEY=VALUE");
@@ -230,7 +267,16 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
       "diff", "Print the parameters in which two tables differ; exit code 1 where there are any");
   AddPath(diff, "A", &arguments->file, "a parameter table")->required();
   AddPath(diff, "B", &arguments->other, "the table to compare it with")->required();
-  diff->callback([=] { *exit_code = RunTableDiff(arguments->file, arguments->other); });
+  diff->add_flag("--explain", arguments->is_explained,
+                 "add columns: name, unit and what the coded values stand for");
+  diff->callback([=] {
+    *exit_code = RunTableDiff(arguments->file, arguments->other, arguments->is_explained);
+  });
+
+  CLI::App* explain = table->add_subcommand(
+      "explain", "Print what parameters are: type, who may change them, name, unit, range, values");
+  explain->add_option("KEY", arguments->keys, "parameters; all of them without any");
+  explain->callback([=] { *exit_code = RunTableExplain(arguments->keys); });
 
   CLI::App* size = table->add_subcommand(
       "size", "Estimate the megabytes that a scheduled MT/AMT recording will fill");
