@@ -29,6 +29,7 @@
 #include "editors/widgets/startup_result_dlg.h"
 #include "files/file_io.h"
 #include "files/path_names.h"
+#include "meaning/meanings.h"
 #include "response/widgets/calibration_display.h"
 #include "response/widgets/calibration_dlg.h"
 #include "response/widgets/fit_report_dlg.h"
@@ -519,7 +520,9 @@ bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit
   CMainFrame& frame = app->Frame();
   bool done = visit(&frame, "main-window");
 
-  CParamTableDlg raw(&app->Document().Table(), &frame);
+  const Meanings meanings(TransmitterModels());
+  CParamTableDlg raw(&app->Document().Table(), &frame, {},
+                     [&meanings](const ParamEntry& entry) { return meanings.Line(entry); });
   done = visit(&raw, "raw-parameters") && done;
   raw.findChild<QLineEdit*>(QStringLiteral("filter"))->setText(QStringLiteral("SRVY"));
   done = visit(&raw, "raw-parameters-filtered") && done;

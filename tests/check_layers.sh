@@ -16,9 +16,10 @@ declare -A allowed=(
   [calibration]="base files table calibration"
   [response]="base files table forms timeseries calibration response"
   [spectra]="base files table forms timeseries calibration response spectra"
+  [meaning]="base files table forms stepping timeseries editors meaning"
   [ui]="base files table forms ui"
-  [cli]="base files table forms stepping timeseries calibration response spectra editors cli"
-  [app]="base files table forms stepping timeseries calibration response spectra editors ui app"
+  [cli]="base files table forms stepping timeseries calibration response spectra editors meaning cli"
+  [app]="base files table forms stepping timeseries calibration response spectra editors meaning ui app"
 )
 bad=0
 complain() { printf '%s\n' "$*"; bad=1; }

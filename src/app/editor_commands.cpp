@@ -25,6 +25,7 @@
 #include "editors/widgets/startup_result_dlg.h"
 #include "files/path_text.h"
 #include "forms/early_writes.h"
+#include "meaning/meanings.h"
 #include "stepping/widgets/fdem_schedule_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "table/box_keys.h"
@@ -72,7 +73,9 @@ void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
 }
 
 void EditorCommands::EditRaw() {
-  CParamTableDlg dialog(&doc_->Table(), parent_, doc_->NotInFile());
+  const Meanings meanings(TransmitterModels());
+  CParamTableDlg dialog(&doc_->Table(), parent_, doc_->NotInFile(),
+                        [&meanings](const ParamEntry& entry) { return meanings.Line(entry); });
   TellRefusedPastes(dialog);
   QObject::connect(&dialog, &CParamTableDlg::edited, doc_, &COrvaneDoc::UpdateAllViews);
   dialog.exec();

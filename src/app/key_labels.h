@@ -7,7 +7,7 @@
 
 namespace orvane {
 
-/// Keys as users know them, by the labels of the dialogs: "Array type (ARRYTYP), FRQ0".
+/// Keys as users know them, by the names that the dialogs give them: "Array type (ARRYTYP), SITN".
 std::string LabelledKeys(const std::vector<std::string>& keys);
 
 }  // namespace orvane

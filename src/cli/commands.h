@@ -55,6 +55,7 @@ struct DiffOptions {
   std::filesystem::path b;
   bool as_values = false;     ///< lines that make b of a
   bool with_secrets = false;  ///< of them also passwords and the like
+  bool is_explained = false;  ///< with name, unit and what both values mean
 };
 /// Exit code 1 where the tables differ, also in records that are left out.
 ExitCode RunTableDiff(const DiffOptions& options);

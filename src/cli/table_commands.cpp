@@ -2,10 +2,12 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "base/latin1.h"
 #include "base/number_text.h"
 #include "cli/commands.h"
+#include "cli/table_explain.h"
 #include "editors/box_list.h"
 #include "editors/raw_table.h"
 #include "files/path_text.h"
@@ -17,13 +19,22 @@
 namespace orvane {
 namespace {
 
-// The rows of a table as text, all of them or those of some keys.
-std::string RowsOf(ParamTable* table, const std::function<bool(ParamKey)>& is_wanted) {
+std::string HeaderOf(bool is_explained) {
   std::string text;
   for (std::size_t column = 0; column < kRawColumnNames.size(); ++column) {
     text += (column > 0 ? "\t" : "") + std::string(kRawColumnNames[column]);
   }
-  text += '\n';
+  return text + (is_explained ? "\tName\tUnit\tMeans\n" : "\n");
+}
+
+// The rows of a table as text, all of them or those of some keys.
+std::string RowsOf(ParamTable* table, bool is_explained,
+                   const std::function<bool(ParamKey)>& is_wanted) {
+  std::optional<Meanings> meanings;
+  if (is_explained) {
+    meanings.emplace();
+  }
+  std::string text = HeaderOf(is_explained);
   const RawTable rows(table);
   for (int ordinal = 1; ordinal <= rows.Count(); ++ordinal) {
     if (!is_wanted(rows.Cell(ordinal, kCodeColumn))) {
@@ -32,7 +43,9 @@ std::string RowsOf(ParamTable* table, const std::function<bool(ParamKey)>& is_wa
     for (const RawColumn column : {kNumberColumn, kCodeColumn, kTypeColumn, kPermissionColumn}) {
       text += rows.Cell(ordinal, column) + '\t';
     }
-    text += PrintableLatin1(rows.Cell(ordinal, kValueColumn)) + '\n';
+    text += PrintableLatin1(rows.Cell(ordinal, kValueColumn));
+    text += meanings ? ExplainingCells(*meanings, *table->FindParam(rows.Row(ordinal).key)) : "";
+    text += '\n';
   }
   return text;
 }
@@ -56,7 +69,7 @@ void TellCut(const std::filesystem::path& file, const TblReport& report) {
   }
 }
 
-ExitCode RunTableShow(const std::filesystem::path& file, bool with_report) {
+ExitCode RunTableShow(const std::filesystem::path& file, bool with_report, bool is_explained) {
   ParamTable table;
   TblReport report;
   if (!LoadTable(file, &table, &report)) {
@@ -66,11 +79,11 @@ ExitCode RunTableShow(const std::filesystem::path& file, bool with_report) {
     TellLeftOut(file, report.left_out, true);
     TellCut(file, report);
   }
-  const std::string text = RowsOf(&table, [](ParamKey) { return true; });
+  const std::string text = RowsOf(&table, is_explained, [](ParamKey) { return true; });
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
 
-ExitCode RunTableShowAsBox(const std::filesystem::path& file, bool with_report) {
+ExitCode RunTableShowAsBox(const std::filesystem::path& file, bool with_report, bool is_explained) {
   ParamTable table;
   TblReport report;
   StartupTaken taken;
@@ -84,7 +97,8 @@ ExitCode RunTableShowAsBox(const std::filesystem::path& file, bool with_report) 
   }
   TellLeftOut(file, taken.left_out, with_report);
   TellCut(file, report);
-  const std::string text = RowsOf(&table, [&taken](ParamKey key) { return taken.Has(key); });
+  const std::string text =
+      RowsOf(&table, is_explained, [&taken](ParamKey key) { return taken.Has(key); });
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
 
@@ -180,6 +194,7 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     bool is_as_box = false;
     bool with_report = false;
     DiffOptions diff;
+    bool is_explained = false;
     std::string now;
   };
   const auto arguments = std::make_shared<Arguments>();
@@ -192,9 +207,11 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
                  "print what a box takes of it at power-up, and say what it leaves out");
   show->add_flag("--report", arguments->with_report,
                  "name each record of FILE that is left out, with its offset and the reason");
+  show->add_flag("--explain", arguments->is_explained,
+                 "add columns: name, unit and what a coded value means");
   show->callback([=] {
     const auto run = arguments->is_as_box ? RunTableShowAsBox : RunTableShow;
-    *exit_code = run(arguments->file, arguments->with_report);
+    *exit_code = run(arguments->file, arguments->with_report, arguments->is_explained);
   });
 
   CLI::App* get = table->add_subcommand("get", "Print parameters as KEY=VALUE");
@@ -234,7 +251,14 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
   diff->add_flag("--with-secrets", arguments->diff.with_secrets,
                  "print passwords, encryption keys, user names and phone numbers as well")
       ->needs(as_values);
+  diff->add_flag("--explain", arguments->diff.is_explained,
+                 "add columns: name, unit and what the coded values mean")
+      ->excludes(as_values);
   diff->callback([=] { *exit_code = RunTableDiff(arguments->diff); });
+  CLI::App* explain = table->add_subcommand(
+      "explain", "Print what parameters are: type, who may change them, name, unit, range, values");
+  explain->add_option("KEY", arguments->keys, "parameters; all of them without any");
+  explain->callback([=] { *exit_code = RunTableExplain(arguments->keys); });
 
   CLI::App* size = table->add_subcommand(
       "size", "Estimate the megabytes that a scheduled MT/AMT recording will fill");

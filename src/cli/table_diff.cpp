@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/table_diff.h"
 
+#include <optional>
+
 #include "base/number_text.h"
 #include "cli/commands.h"
+#include "cli/table_explain.h"
+#include "meaning/meanings.h"
 #include "table/param_text.h"
 #include "table/values_text.h"
 
@@ -18,11 +22,21 @@ std::pair<std::string, std::string> DifferingValues(const ParamEntry& a, const P
   return texts;
 }
 
-std::string DifferingRows(const ParamTable& a, const ParamTable& b) {
+std::string DifferingRows(const ParamTable& a, const ParamTable& b, bool is_explained) {
+  std::optional<Meanings> meanings;
+  if (is_explained) {
+    meanings.emplace();
+  }
   std::string text;
   for (const ParamKey key : DifferingKeys(a, b)) {
-    const auto [value_a, value_b] = DifferingValues(*a.FindParam(key), *b.FindParam(key));
-    text.append(key.Text()).append("\t").append(value_a).append("\t").append(value_b).append("\n");
+    const ParamEntry& entry_a = *a.FindParam(key);
+    const ParamEntry& entry_b = *b.FindParam(key);
+    const auto [value_a, value_b] = DifferingValues(entry_a, entry_b);
+    text.append(key.Text()).append("\t").append(value_a).append("\t").append(value_b);
+    if (meanings) {
+      text += ExplainingCells(*meanings, entry_a) + '\t' + meanings->ValueText(entry_b);
+    }
+    text += '\n';
   }
   return text;
 }
@@ -57,8 +71,8 @@ ExitCode RunTableDiff(const DiffOptions& options) {
   if (!are_others_same) {
     PrintMessage("the files differ in records that are left out (table show --report names them)");
   }
-  const std::string text =
-      options.as_values ? DifferingLines(a, b, options.with_secrets) : DifferingRows(a, b);
+  const std::string text = options.as_values ? DifferingLines(a, b, options.with_secrets)
+                                             : DifferingRows(a, b, options.is_explained);
   const bool is_equal = are_others_same && DifferingKeys(a, b).empty();
   return PrintResult(text) && is_equal ? kAllDone : kSomeFailed;
 }

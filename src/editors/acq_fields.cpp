@@ -74,7 +74,9 @@ constexpr Limits kTimeLimits = {0, 0, 19};
 constexpr Limits kSerialLimits = {0, 0, 8};
 
 constexpr auto kFields = std::to_array<Field>({
-    {acq::kFunction, Widget::kRadios, "Function", "TECH", IntPT, Offset(1), {}, kFunctions},
+    Meaning(
+        "Survey method",
+        {acq::kFunction, Widget::kRadios, "Function", "TECH", IntPT, Offset(1), {}, kFunctions}),
     {acq::kRequest,
      Widget::kRadios,
      "Mode request",

@@ -11,6 +11,7 @@ namespace orvane {
 
 /// Control numbers; of a group that of its first button.
 namespace acq {
+inline constexpr std::string_view kTitle = "Acquisition Parameters";
 inline constexpr int kFunction = 1055;
 inline constexpr int kRequest = 1049;
 inline constexpr int kECoupling = 1035;

@@ -9,6 +9,7 @@ namespace orvane {
 /// What a box reported of its state in the table: only shown, never written.
 class BoxStatusForm {
  public:
+  static constexpr std::string_view kTitle = "Box Status";
   enum Control : int {
     kLatitude = 1263,
     kLongitude = 1264,

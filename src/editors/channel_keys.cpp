@@ -9,18 +9,18 @@ namespace orvane {
 namespace {
 
 constexpr std::array<ChannelColumnInfo, kChannelColumns> kColumns = {{
-    {"Channel Definition", StrPT, 1, 1},
-    {"N+ (m)", FltPT, 1, 1},
-    {"E+ (m)", FltPT, 1, 1},
-    {"Z+ (m)", FltPT, 1, 1},
-    {"N- (m)", FltPT, 1, 1},
-    {"E- (m)", FltPT, 1, 1},
-    {"Sensor size (m, m^2)", FltPT, 1, 1},
-    {"Resistance (ohm)", FltPT, 1, 1},
-    {"DC (mv)", FltPT, 1000, 0.001},
-    {"AC (mv)", FltPT, 1000, 0.001},
-    {"Flag", IntPT, 1, 1},
-    {"Gain factor", FltPT, 1, 1},
+    {"Channel Definition", StrPT, 1, 1, "what it measures"},
+    {"N+ (m)", FltPT, 1, 1, "positive electrode North", "m"},
+    {"E+ (m)", FltPT, 1, 1, "positive electrode East", "m"},
+    {"Z+ (m)", FltPT, 1, 1, "positive electrode elevation", "m"},
+    {"N- (m)", FltPT, 1, 1, "negative electrode North", "m"},
+    {"E- (m)", FltPT, 1, 1, "negative electrode East", "m"},
+    {"Sensor size (m, m^2)", FltPT, 1, 1, "sensor size", "m or m^2"},
+    {"Resistance (ohm)", FltPT, 1, 1, "contact resistance", "ohm"},
+    {"DC (mv)", FltPT, 1000, 0.001, "DC voltage", "V"},
+    {"AC (mv)", FltPT, 1000, 0.001, "AC voltage", "V"},
+    {"Flag", IntPT, 1, 1, "flag"},
+    {"Gain factor", FltPT, 1, 1, "gain factor"},
 }};
 
 // The families: a prefix for each column, after it what numbers the channel. "" is no key.

@@ -33,6 +33,8 @@ struct ChannelColumnInfo {
   ValueType type;
   double to_shown;  ///< shown = stored x this; voltages are shown in millivolts
   double to_stored;
+  std::string_view meaning;    ///< of the key, after the channel
+  std::string_view unit = {};  ///< of the stored value
 };
 const ChannelColumnInfo& InfoOf(ChannelColumn column);
 

@@ -16,6 +16,7 @@ namespace orvane {
 /// The radio modems of the boxes, and who is who among them.
 class RadioForm {
  public:
+  static constexpr std::string_view kTitle = "MHX Wireless Network Settings";
   enum Control : int {
     kType = 1002,
     kFrequency = 1004,
@@ -60,6 +61,7 @@ class RadioForm {
 
 /// The controls of the dial-up connection's dialog.
 namespace gsm {
+inline constexpr std::string_view kTitle = "GSM Modem Settings";
 enum Control : int {
   kAccessNumber = 1239,
   kUser,
@@ -77,6 +79,7 @@ std::span<const Field> GsmFields();
 /// The upload of data and calibration files.
 class FtpForm : public PlainForm {
  public:
+  static constexpr std::string_view kTitle = "FTP Client Setup";
   enum Control : int {
     kSchedule = 1281,
     kMinutes = 1283,

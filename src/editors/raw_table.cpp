@@ -80,8 +80,11 @@ std::string ModesOf(std::uint32_t write_mask) {
   return text;
 }
 
-RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file)
-    : table_(table), opened_(*table), not_in_file_(std::move(not_in_file)) {
+RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain explain)
+    : table_(table),
+      opened_(*table),
+      not_in_file_(std::move(not_in_file)),
+      explain_(std::move(explain)) {
   ParamKey key;
   std::string_view type;
   for (int position = 0; table_->GetParamKey(position, &key) == kOk; ++position) {
@@ -91,8 +94,13 @@ RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file)
     }
     // kept: the one type without a name shows the name of the row before it.
     type = entry->type == RawPT ? type : ValueTypeName(entry->type);
-    rows_.push_back({key, type, PermissionName(entry->write_mask), ValueText(*entry)});
+    rows_.push_back(
+        {key, type, PermissionName(entry->write_mask), ValueText(*entry), MeaningOf(*entry)});
   }
+}
+
+std::string RawTable::MeaningOf(const ParamEntry& entry) const {
+  return explain_ ? explain_(entry) : std::string();
 }
 
 std::string RawTable::Cell(int ordinal, RawColumn column) const {
@@ -108,6 +116,8 @@ std::string RawTable::Cell(int ordinal, RawColumn column) const {
       return std::string(row.permission);
     case kValueColumn:
       return row.value;
+    case kMeaningColumn:
+      return row.meaning;
   }
   return {};
 }
@@ -135,8 +145,9 @@ std::vector<int> RawTable::EndEdit(int ordinal, std::string_view text) {
   std::vector<int> partners;
   for (int other = 1; other <= Count(); ++other) {
     if (Row(other).key == key) {
-      rows_[static_cast<std::size_t>(other) - 1].value =
-          other == ordinal ? std::string(text) : ValueText(*entry);
+      RawRow& row = rows_[static_cast<std::size_t>(other) - 1];
+      row.value = other == ordinal ? std::string(text) : ValueText(*entry);
+      row.meaning = MeaningOf(*entry);
       if (other != ordinal) {
         partners.push_back(other);
       }
@@ -153,7 +164,8 @@ bool RawTable::IsChanged(int ordinal) const {
 
 bool RawTable::Matches(int ordinal, std::string_view filter) const {
   const RawRow& row = Row(ordinal);
-  return ContainsWithoutCase(row.key.Text(), filter) || ContainsWithoutCase(row.value, filter);
+  return ContainsWithoutCase(row.key.Text(), filter) || ContainsWithoutCase(row.value, filter) ||
+         ContainsWithoutCase(row.meaning, filter);
 }
 
 std::string RawTable::Detail(int ordinal) const {

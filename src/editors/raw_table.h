@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,10 +14,22 @@
 
 namespace orvane {
 
-enum RawColumn : int { kNumberColumn, kCodeColumn, kTypeColumn, kPermissionColumn, kValueColumn };
+enum RawColumn : int {
+  kNumberColumn,
+  kCodeColumn,
+  kTypeColumn,
+  kPermissionColumn,
+  kValueColumn,
+  kMeaningColumn,
+};
 
 inline constexpr std::array<std::string_view, 5> kRawColumnNames = {"No.", "Code", "Type",
                                                                     "Write Permission", "Value"};
+/// Of the column after them, where meanings are known.
+inline constexpr std::string_view kMeaningName = "Meaning";
+
+/// What an entry's value means, in a line.
+using Explain = std::function<std::string(const ParamEntry&)>;
 
 /// The name of a write mask, compared whole; "Not Changable" for any but the three known ones.
 std::string_view PermissionName(std::uint32_t write_mask);
@@ -29,6 +42,7 @@ struct RawRow {
   std::string_view type;  ///< repeats the row before for `RawPT`, which has no name of its own
   std::string_view permission;
   std::string value;
+  std::string meaning;  ///< of the stored value
 };
 
 /// The rows in table order, read once when made; edits go straight into the table. Rows are told by
@@ -36,8 +50,11 @@ struct RawRow {
 /// its first entry in both rows.
 class RawTable {
  public:
-  /// `not_in_file`: keys whose values the open file did not bring, said with their rows.
-  explicit RawTable(ParamTable* table, std::vector<ParamKey> not_in_file = {});
+  /// `not_in_file`: keys whose values the open file did not bring, said with their rows. Without
+  /// `explain` no row has a meaning.
+  explicit RawTable(ParamTable* table, std::vector<ParamKey> not_in_file = {},
+                    Explain explain = {});
+  bool HasMeanings() const { return explain_ != nullptr; }
 
   /// Number of rows. Reading stops at the first key that cannot be fetched.
   int Count() const { return static_cast<int>(rows_.size()); }
@@ -59,16 +76,19 @@ class RawTable {
   /// Whether the stored bytes differ from those of the moment this was made.
   bool IsChanged(int ordinal) const;
 
-  /// Whether code or value contain the text, ignoring case.
+  /// Whether code, value or meaning contain the text, ignoring case.
   bool Matches(int ordinal, std::string_view filter) const;
 
   /// A line that says an entry's type, stored bytes and who may change it in which mode.
   std::string Detail(int ordinal) const;
 
  private:
+  std::string MeaningOf(const ParamEntry& entry) const;
+
   ParamTable* table_;
   ParamTable opened_;  // as the table was
   std::vector<ParamKey> not_in_file_;
+  Explain explain_;
   std::vector<RawRow> rows_;
   bool is_modified_ = false;
 };

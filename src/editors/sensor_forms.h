@@ -14,6 +14,7 @@ namespace orvane {
 /// The clamp-on sensor that measures the transmitted current.
 class CurrentSensorForm {
  public:
+  static constexpr std::string_view kTitle = "Current Sensor";
   enum Control : int {
     kType = 1021,
     kSerial = 1012,
@@ -45,6 +46,7 @@ class CurrentSensorForm {
 /// The induction coils of the magnetic channels.
 class CoilForm {
  public:
+  static constexpr std::string_view kTitle = "Coil Calibration";
   enum Control : int {
     kType = 1116,
     kTime = 1016,

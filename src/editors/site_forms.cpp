@@ -43,7 +43,7 @@ constexpr Field SurveyText(int control, std::string_view label, std::string_view
   return {control, Widget::kText, label, prefix, StrPT, Pieces(pieces)};
 }
 constexpr Field Millivolts(int control, std::string_view label, std::string_view key) {
-  return {control, Widget::kReal, label, key, FltPT, Scale(1000, kMilli)};
+  return StoredIn("V", {control, Widget::kReal, label, key, FltPT, Scale(1000, kMilli)});
 }
 constexpr Field List(int control, std::string_view label, std::string_view key, const Codec& codec,
                      std::span<const Choice> choices) {
@@ -51,13 +51,20 @@ constexpr Field List(int control, std::string_view label, std::string_view key, 
 }
 
 constexpr auto kBoxSerials = std::to_array<Field>({
-    IntegerField(BoxSerialForm::kTransmitter, "GVR serial number", "SNTX"),
-    IntegerField(BoxSerialForm::kMain, "K3 serial number", "SNUM"),
-    IntegerField(BoxSerialForm::kAux1, "Aux1 Box SN", kAuxiliaryKeys[0].serial),
-    IntegerField(BoxSerialForm::kAux2, "Aux2 Box SN", kAuxiliaryKeys[1].serial),
-    IntegerField(BoxSerialForm::kAux3, "Aux3 Box SN", kAuxiliaryKeys[2].serial),
-    IntegerField(BoxSerialForm::kAux4, "Aux4 Box SN", kAuxiliaryKeys[3].serial),
-    IntegerField(BoxSerialForm::kAux5, "Aux5 Box SN", kAuxiliaryKeys[4].serial),
+    Meaning("Serial number of the transmitter box",
+            IntegerField(BoxSerialForm::kTransmitter, "GVR serial number", "SNTX")),
+    Meaning("Serial number of the main box",
+            IntegerField(BoxSerialForm::kMain, "K3 serial number", "SNUM")),
+    Meaning("Serial number of auxiliary box 1",
+            IntegerField(BoxSerialForm::kAux1, "Aux1 Box SN", kAuxiliaryKeys[0].serial)),
+    Meaning("Serial number of auxiliary box 2",
+            IntegerField(BoxSerialForm::kAux2, "Aux2 Box SN", kAuxiliaryKeys[1].serial)),
+    Meaning("Serial number of auxiliary box 3",
+            IntegerField(BoxSerialForm::kAux3, "Aux3 Box SN", kAuxiliaryKeys[2].serial)),
+    Meaning("Serial number of auxiliary box 4",
+            IntegerField(BoxSerialForm::kAux4, "Aux4 Box SN", kAuxiliaryKeys[3].serial)),
+    Meaning("Serial number of auxiliary box 5",
+            IntegerField(BoxSerialForm::kAux5, "Aux5 Box SN", kAuxiliaryKeys[4].serial)),
 });
 
 constexpr auto kSurvey = std::to_array<Field>({
@@ -98,7 +105,7 @@ constexpr Field kNorth =
 constexpr auto kCsamtFields = std::to_array<Field>({
     RealField(SiteForm::kRxEast, "Start pot East (m)", "ERXPOS"),
     RealField(SiteForm::kRxNorth, "Start pot North (m)", "NRXPOS"),
-    RealField(SiteForm::kAzimuth, "Profile azimuth (degree)", "EAZM"),
+    Meaning("Ex dipole azimuth", RealField(SiteForm::kAzimuth, "Profile azimuth (degree)", "EAZM")),
     RealField(SiteForm::kRxLength, "Ex length (m)", "RXLEN"),
     IntegerField(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
     {SiteForm::kHyAzimuth, Widget::kShown, "Hy azimuth (degree)", {}, FltPT, Unbound()},
@@ -126,7 +133,8 @@ constexpr auto kLoopFields = std::to_array<Field>({
     RealField(SiteForm::kAzimuth, "Profile azimuth (degree)", "PAZM"),
     RealField(SiteForm::kRampTime, "Ramp time (micro-sec)", "RAMPLEN"),
     RealField(SiteForm::kRxLength, "Setup interval (m)", "RXLEN"),
-    RealField(SiteForm::kTxAzimuth, "Tx diag. azim. from BL to TR:", "TXAZIM"),
+    Meaning("Azimuth of the transmitter's diagonal or dipole",
+            RealField(SiteForm::kTxAzimuth, "Tx diag. azim. from BL to TR:", "TXAZIM")),
     kNorth,
 });
 

@@ -17,6 +17,7 @@ namespace orvane {
 /// The serial numbers of the boxes, asked before the site of every method but MT/AMT.
 class BoxSerialForm : public PlainForm {
  public:
+  static constexpr std::string_view kTitle = "Input K3 and GVR Box Serial Number";
   enum Control : int {
     kTransmitter = 1234,
     kMain = 1235,
@@ -29,6 +30,10 @@ class BoxSerialForm : public PlainForm {
 
   explicit BoxSerialForm(ParamTable* table);
 };
+
+/// The transmitter type list after "Unknown", where the user has set no other names.
+inline constexpr std::array<std::string_view, 4> kTransmitterModels = {
+    "Transmitter 1", "Transmitter 2", "Transmitter 3", "Transmitter 4"};
 
 /// The site setup dialog of one method.
 class SiteForm {

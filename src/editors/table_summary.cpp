@@ -32,20 +32,6 @@ std::string NameOf(std::span<const std::string_view> names, int code, int first 
   return is_known ? std::string(names[static_cast<std::size_t>(index)]) : "code " + FormatInt(code);
 }
 
-// Codes 16, 80 and 160 are each the weakest of five filters; from 80 on the VLF trap is on too.
-std::string FilterName(int code) {
-  if (code == 0) {
-    return "Off";
-  }
-  for (const int base : {16, 80, 160}) {
-    if (code >= base && code < base + 5) {
-      return FormatInt(code - base) + (code == base ? " (Weakest)" : "") +
-             (base == 80 ? ", VLF trap" : "");
-    }
-  }
-  return "code " + FormatInt(code);
-}
-
 std::string Serial(std::int32_t serial) {
   return serial == 0 ? std::string() : FormatInt(static_cast<std::uint32_t>(serial));
 }
@@ -98,6 +84,19 @@ SummaryGroup Times(const ParamTable& table, Tech tech, const Clock& now) {
 
 std::string_view MethodName(Tech tech) {
   return IsKnown(tech) ? kMethods[static_cast<std::size_t>(tech) - 1] : std::string_view();
+}
+
+std::string FilterName(int code) {
+  if (code == 0) {
+    return "Off";
+  }
+  for (const int base : {16, 80, 160}) {
+    if (code >= base && code < base + 5) {
+      return FormatInt(code - base) + (code == base ? " (Weakest)" : "") +
+             (base == 80 ? ", VLF trap" : "");
+    }
+  }
+  return "code " + FormatInt(code);
 }
 
 std::vector<SummaryGroup> SummarizeTable(const ParamTable& table, const Clock& now) {

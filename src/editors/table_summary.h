@@ -28,6 +28,10 @@ struct SummaryGroup {
 /// The survey method of a "TECH" code, 1 to 6; empty for any other.
 std::string_view MethodName(Tech tech);
 
+/// What an "LPFR" code means. 16, 80 and 160 are each the weakest of five filters; from 80 on the
+/// VLF trap is on too.
+std::string FilterName(int code);
+
 /// Method, boxes, times, gains and survey texts: always the same groups and lines.
 std::vector<SummaryGroup> SummarizeTable(const ParamTable& table, const Clock& now);
 

@@ -109,8 +109,21 @@ struct Field {
   Codec codec = {};
   Limits limits = {};
   std::span<const Choice> choices = {};
-  std::string_view group = {};  ///< names the control together with its label where labels repeat
+  std::string_view group = {};    ///< names the control together with its label where labels repeat
+  std::string_view meaning = {};  ///< names the key where the label alone would not
+  std::string_view unit = {};     ///< of the stored value, where the label tells none or that shown
 };
+
+/// A field whose key is named by more than its label.
+constexpr Field Meaning(std::string_view meaning, Field field) {
+  field.meaning = meaning;
+  return field;
+}
+/// A field whose stored value has a unit that its label does not tell.
+constexpr Field StoredIn(std::string_view unit, Field field) {
+  field.unit = unit;
+  return field;
+}
 
 /// The commonest fields.
 constexpr Field IntegerField(int control, std::string_view label, std::string_view key) {

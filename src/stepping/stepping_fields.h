@@ -10,6 +10,8 @@
 namespace orvane {
 
 namespace stepping {
+/// Of the dialog of a method that has no title of its own.
+inline constexpr std::string_view kTitle = "Frequency Stepping Parameters";
 enum Control : int {
   kAuto = 1501,
   kRequested,  // "CREQ"

@@ -87,7 +87,7 @@ std::string_view SteppingForm::Title() const {
     case kFdem:
       return "FDEM Frequency Stepping Parameters";
     default:
-      return "Frequency Stepping Parameters";
+      return stepping::kTitle;
   }
 }
 

@@ -190,6 +190,8 @@ TEST_F(MainFrame, OpensEditsSavesAndReopensByKeyboard) {
         QTest::keyClick(lookup, Qt::Key_Return);
         auto* grid = window->findChild<CGridCtrl*>(QString::number(CParamTableDlg::kGrid));
         EXPECT_EQ(grid->GetItemText(grid->GetFocusCell().first, 1), QStringLiteral("SITE"));
+        EXPECT_EQ(grid->GetItemText(grid->GetFocusCell().first, kMeaningColumn),
+                  QStringLiteral("Site"));
         QTest::keyClick(grid, Qt::Key_F2);
         auto* editor = window->findChild<QLineEdit*>(QStringLiteral("cellEditor"));
         ASSERT_NE(editor, nullptr);

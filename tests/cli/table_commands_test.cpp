@@ -124,6 +124,11 @@ TEST_F(TableCommands, GetSetAndDiff) {
   const Outcome diff = Run("table diff two.tbl new.tbl");
   EXPECT_EQ(diff.exit_code, 1);
   EXPECT_EQ(diff.out, "STIM\t00:00:00\t2026/02/28 05:06:00\nTECH\t1\t3\nFDRIFT\t0\t-0.0015\n");
+  const Outcome explained = Run("table diff two.tbl new.tbl --explain");
+  EXPECT_EQ(explained.exit_code, 1);
+  EXPECT_NE(explained.out.find("\nTECH\t1\t3\tSurvey method\t\tSIP\tTDEM\nFDRIFT\t0\t-0.0015\t"
+                               "Drift correction frequency\tHz\t\t\n"),
+            std::string::npos);
   const Outcome same = Run("table diff new.tbl new.tbl");
   EXPECT_EQ(same.exit_code, 0);
   EXPECT_EQ(same.out + same.err, "");
@@ -191,6 +196,26 @@ TEST_F(TableCommands, RecordsWithoutAPlaceAreToldAndCompared) {
   EXPECT_NE(set.err.find("a.tbl: is written without 2 records of a.tbl: NEWKEY, SNUM\n"),
             std::string::npos)
       << set.err;
+}
+
+TEST_F(TableCommands, ExplainsParameters) {
+  const std::string header =
+      "Code\tType\tWrite Permission\tName\tUnit\tRange\tCoded Values\tWhere\n";
+  const Outcome two = Run("table explain hsmp nowhere SITN");
+  EXPECT_EQ(two.exit_code, 1);
+  EXPECT_EQ(two.out, header +
+                         "HSMP\tIntPT\tSetup Only\tTime slot length\ts\t1 to 3600\t\t"
+                         "Acquisition Parameters: Time slot length (s)\n"
+                         "SITN\tStrPT\tAny Mode\tnot used by Orvane\t\t\t\t\n");
+  EXPECT_NE(two.err.find("nowhere: no such parameter"), std::string::npos);
+  const std::string all = Run("table explain").out;
+  EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 701) << "those that stand twice once";
+  for (const char* as_box : {"", "--as-box "}) {
+    const Outcome shown = Run(std::string("table show --explain ") + as_box + "two.tbl");
+    EXPECT_EQ(shown.out.find("No.\tCode\tType\tWrite Permission\tValue\tName\tUnit\tMeans\n"), 0U);
+    EXPECT_NE(shown.out.find("\tTECH\tIntPT\tSetup Only\t1\tSurvey method\t\tSIP\n"),
+              std::string::npos);
+  }
 }
 
 TEST_F(TableCommands, SetRefusesWhatIsNotWhollyRight) {

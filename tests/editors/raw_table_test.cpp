@@ -114,6 +114,20 @@ TEST(RawTable, TellsDetailsAndFilters) {
   EXPECT_TRUE(rows.Matches(5, ""));
 }
 
+TEST(RawTable, MeaningsFollowTheStoredValueAndAreSearched) {
+  ParamTable table = SmallTable();
+  RawTable rows(&table, {}, [](const ParamEntry& entry) {
+    return "Is " + std::to_string(static_cast<int>(entry.value[0]));
+  });
+  rows.EndEdit(7, "8x");
+  EXPECT_EQ(rows.Cell(2, kMeaningColumn), "Is 8");
+  EXPECT_EQ(rows.Cell(7, kMeaningColumn), "Is 8");
+  EXPECT_TRUE(rows.Matches(7, "is 8"));
+  EXPECT_FALSE(rows.Matches(4, "is 8"));
+  EXPECT_TRUE(rows.HasMeanings());
+  EXPECT_FALSE(RawTable(&table).HasMeanings());
+}
+
 // The lines that have a value, "label: value", and what is wrong with it.
 std::string Summary(const ParamTable& table) {
   std::string lines;

@@ -53,7 +53,7 @@ CAcqParamDlg::CAcqParamDlg(AcqForm* form, Prompts* prompts, QWidget* parent)
       calc_space_(NewButton(acq::kCalcSpace, "Calc. Space")),
       coupling_note_(new QLabel(this)),
       space_note_(new QLabel(this)) {
-  setWindowTitle(QStringLiteral("Acquisition Parameters"));
+  setWindowTitle(TextFromBytes(acq::kTitle));
   setObjectName(QStringLiteral("130"));
   CreateButtons();
   auto* layout = new QVBoxLayout(this);

@@ -3,12 +3,14 @@
 
 #include <QVBoxLayout>
 
+#include "ui/byte_text.h"
+
 namespace orvane {
 
 CBoxSerialDlg::CBoxSerialDlg(BoxSerialForm* form, Prompts* prompts, QWidget* parent)
     : CFormDialog(&form->Model(), prompts, parent), form_(form) {
   setObjectName(QStringLiteral("169"));
-  setWindowTitle(QStringLiteral("Input K3 and GVR Box Serial Number"));
+  setWindowTitle(TextFromBytes(BoxSerialForm::kTitle));
   auto* rows = new QFormLayout;
   for (const int control :
        {BoxSerialForm::kMain, BoxSerialForm::kTransmitter, BoxSerialForm::kAux1,

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
 #include "ui/window_size.h"
 
@@ -14,7 +15,7 @@ namespace orvane {
 CBoxStatusDlg::CBoxStatusDlg(BoxStatusForm* form, Prompts* prompts, QWidget* parent)
     : CFormDialog(&form->Model(), prompts, parent), form_(form) {
   setObjectName(QStringLiteral("173"));
-  setWindowTitle(QStringLiteral("Box Status"));
+  setWindowTitle(TextFromBytes(BoxStatusForm::kTitle));
   auto* content = new QWidget(this);
   auto* columns = new QHBoxLayout(content);
   columns->setContentsMargins(0, 0, 0, 0);

@@ -3,6 +3,7 @@
 
 #include <QVBoxLayout>
 
+#include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
 #include "ui/settings_names.h"
 #include "ui/window_size.h"
@@ -12,7 +13,7 @@ namespace orvane {
 CCoilDlg::CCoilDlg(CoilForm* form, Prompts* prompts, QWidget* parent)
     : CFormDialog(&form->Model(), prompts, parent), form_(form) {
   setObjectName(QStringLiteral("135"));
-  setWindowTitle(QStringLiteral("Coil Calibration"));
+  setWindowTitle(TextFromBytes(CoilForm::kTitle));
   auto* types = new QGroupBox(QStringLiteral("Coil type"), this);
   auto* buttons = new QVBoxLayout(types);
   buttons->addWidget(Buttons(CoilForm::kType, 5));

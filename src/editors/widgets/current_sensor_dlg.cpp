@@ -13,7 +13,7 @@ namespace orvane {
 CCurrentSensorDlg::CCurrentSensorDlg(CurrentSensorForm* form, Prompts* prompts, QWidget* parent)
     : CFormDialog(&form->Model(), prompts, parent), form_(form), missing_(new QLabel(this)) {
   setObjectName(QStringLiteral("132"));
-  setWindowTitle(QStringLiteral("Current Sensor"));
+  setWindowTitle(TextFromBytes(CurrentSensorForm::kTitle));
   missing_->setObjectName(QStringLiteral("missing"));
   auto* choices = new QHBoxLayout;
   for (const auto& [control, title] : {std::pair(CurrentSensorForm::kType, "Sensor Type"),

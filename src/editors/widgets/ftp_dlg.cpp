@@ -4,13 +4,14 @@
 #include <QVBoxLayout>
 
 #include "editors/widgets/scrolled_groups.h"
+#include "ui/byte_text.h"
 
 namespace orvane {
 
 CFtpDlg::CFtpDlg(FtpForm* form, Prompts* prompts, QWidget* parent)
     : CFormDialog(&form->Model(), prompts, parent), form_(form) {
   setObjectName(QStringLiteral("174"));
-  setWindowTitle(QStringLiteral("FTP Client Setup"));
+  setWindowTitle(TextFromBytes(FtpForm::kTitle));
   auto* server =
       Group("Server", {FtpForm::kServer, FtpForm::kPort, FtpForm::kUser, FtpForm::kPassword});
   auto* data_files = FilesGroup("Data files", {FtpForm::kUploadsData, FtpForm::kDeletesData},

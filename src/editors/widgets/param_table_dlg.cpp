@@ -24,11 +24,11 @@ QLabel* NewLabel(const QString& text, QWidget* buddy, QWidget* parent) {
 }  // namespace
 
 CParamTableDlg::CParamTableDlg(ParamTable* table, QWidget* parent,
-                               std::vector<ParamKey> not_in_file)
-    : QDialog(parent), rows_(table, std::move(not_in_file)) {
+                               std::vector<ParamKey> not_in_file, Explain explain)
+    : QDialog(parent), rows_(table, std::move(not_in_file), std::move(explain)) {
   setWindowTitle(QStringLiteral("Parameter Table"));
   setObjectName(QStringLiteral("134"));
-  ResizeWithinScreen(this, QSize(860, 600));
+  ResizeWithinScreen(this, QSize(rows_.HasMeanings() ? 1180 : 860, 600));
   CreateControls();
   FillGrid();
   LayOut();
@@ -54,7 +54,9 @@ void CParamTableDlg::CreateControls() {
   connect(lookup_, &QLineEdit::returnPressed, this, &CParamTableDlg::OnLookup);
   filter_ = new QLineEdit(this);
   filter_->setObjectName(QStringLiteral("filter"));
-  filter_->setPlaceholderText(QStringLiteral("part of a code or value"));
+  filter_->setPlaceholderText(rows_.HasMeanings()
+                                  ? QStringLiteral("part of a code, value or meaning")
+                                  : QStringLiteral("part of a code or value"));
   filter_->setToolTip(QStringLiteral("Ctrl+F"));
   filter_->setValidator(new ByteTextValidator(filter_));
   filter_->setClearButtonEnabled(true);
@@ -88,13 +90,17 @@ void CParamTableDlg::CreateControls() {
 void CParamTableDlg::FillGrid() {
   std::vector<std::vector<QString>> texts;
   texts.reserve(static_cast<std::size_t>(rows_.Count()) + 1);
-  auto& header = texts.emplace_back();
+  std::vector<QString> header;
   for (const std::string_view name : kRawColumnNames) {
     header.push_back(TextFromBytes(name));
   }
+  if (rows_.HasMeanings()) {
+    header.push_back(TextFromBytes(kMeaningName));
+  }
+  texts.push_back(header);
   for (int ordinal = 1; ordinal <= rows_.Count(); ++ordinal) {
     auto& row = texts.emplace_back();
-    for (int column = 0; column < static_cast<int>(kRawColumnNames.size()); ++column) {
+    for (int column = 0; column < static_cast<int>(header.size()); ++column) {
       row.push_back(TextFromBytes(rows_.Cell(ordinal, static_cast<RawColumn>(column))));
     }
   }
@@ -103,6 +109,9 @@ void CParamTableDlg::FillGrid() {
   grid_->SetColumnWidth(kNumberColumn, 70);
   grid_->SetColumnWidth(kPermissionColumn, 120);
   grid_->SetColumnWidth(kValueColumn, 120);
+  if (rows_.HasMeanings()) {
+    grid_->SetColumnWidth(kMeaningColumn, 400);
+  }
   grid_->ExpandColumnsToFit();
   grid_->SetBeginEdit([this](int row, int column) {
     return column == kValueColumn && rows_.CanEdit(OrdinalAt(row));
@@ -142,6 +151,7 @@ void CParamTableDlg::OnEndEdit(int row) {
   const int ordinal = OrdinalAt(row);
   const std::vector<int> partners =
       rows_.EndEdit(ordinal, BytesFromText(grid_->GetItemText(row, kValueColumn)));
+  ShowMeaning(row);
   const bool is_changed = rows_.IsChanged(ordinal);
   const auto mark = [this, is_changed](int changed_row) {
     for (const int column : {kCodeColumn, kValueColumn}) {
@@ -153,11 +163,19 @@ void CParamTableDlg::OnEndEdit(int row) {
     const int partner = OrdinalAt(other);
     if (std::find(partners.begin(), partners.end(), partner) != partners.end()) {
       grid_->SetItemText(other, kValueColumn, TextFromBytes(rows_.Row(partner).value));
+      ShowMeaning(other);
       mark(other);
     }
   }
   ShowDetail(row);
   emit edited();
+}
+
+void CParamTableDlg::ShowMeaning(int row) {
+  if (rows_.HasMeanings()) {
+    grid_->SetItemText(row, kMeaningColumn,
+                       TextFromBytes(rows_.Cell(OrdinalAt(row), kMeaningColumn)));
+  }
 }
 
 void CParamTableDlg::OnLookup() {

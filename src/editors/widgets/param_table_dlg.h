@@ -22,9 +22,9 @@ class CParamTableDlg : public QDialog {
  public:
   enum Control : int { kGrid = 1079, kLookup = 1083, kLookupButton = 1084, kSortByCode = 1085 };
 
-  /// `not_in_file`: as for `RawTable`.
+  /// `not_in_file` and `explain`: as for `RawTable`; with meanings there is a column for them.
   explicit CParamTableDlg(ParamTable* table, QWidget* parent = nullptr,
-                          std::vector<ParamKey> not_in_file = {});
+                          std::vector<ParamKey> not_in_file = {}, Explain explain = {});
 
   /// Whether a value was edited.
   bool IsModified() const { return rows_.IsModified(); }
@@ -40,6 +40,7 @@ class CParamTableDlg : public QDialog {
   void FillGrid();
   void LayOut();
   int OrdinalAt(int row) const;
+  void ShowMeaning(int row);
 
   void OnEndEdit(int row);
   void OnLookup();

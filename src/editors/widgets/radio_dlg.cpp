@@ -11,7 +11,7 @@ namespace orvane {
 CRadioDlg::CRadioDlg(RadioForm* form, Prompts* prompts, QWidget* parent)
     : CFormDialog(&form->Model(), prompts, parent), form_(form) {
   setObjectName(QStringLiteral("131"));
-  setWindowTitle(QStringLiteral("MHX Wireless Network Settings"));
+  setWindowTitle(TextFromBytes(RadioForm::kTitle));
   Buttons(RadioForm::kType, 2);
   Buttons(RadioForm::kFrequency, 2);
   auto* modem = Group("Radio", {RadioForm::kType, RadioForm::kFrequency, RadioForm::kPower});

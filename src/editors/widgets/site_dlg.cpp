@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "editors/line_layout.h"
 #include "table/box_keys.h"
@@ -115,8 +116,8 @@ void CSiteDlg::Commit() {
 }
 
 std::array<std::string, 4> TransmitterModels() {
-  std::array<std::string, 4> names = {"Transmitter 1", "Transmitter 2", "Transmitter 3",
-                                      "Transmitter 4"};
+  std::array<std::string, 4> names;
+  std::copy(kTransmitterModels.begin(), kTransmitterModels.end(), names.begin());
   ReadNames("Transmitter Models", names);
   return names;
 }

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_MEANING_KEY_MEANING_H_
+#define ORVANE_MEANING_KEY_MEANING_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// A number that a key may hold and what it stands for.
+struct CodedValue {
+  std::int32_t stored = 0;
+  std::string text;
+};
+
+/// A control that shows or edits a key.
+struct EditPlace {
+  std::string dialog;  ///< its title
+  std::string label;   ///< as the dialog shows it, without blanks around it
+  int control = 0;     ///< its number; 0 for a cell of a grid
+  bool is_only_shown = false;
+};
+
+/// What is known of a parameter. All texts are for people and plain ASCII.
+struct KeyMeaning {
+  std::string name;        ///< short, such as "Survey method"
+  std::string unit = {};   ///< of the stored value; "12 min or 20 min" where dialogs differ
+  std::string range = {};  ///< what dialogs accept, such as "0 to 100"; empty: anything
+  std::vector<CodedValue> values = {};  ///< in the order of the stored numbers
+  std::vector<EditPlace> places = {};   ///< none where no dialog has it
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_MEANING_KEY_MEANING_H_

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "meaning/meaning_list.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "forms/codecs.h"
+#include "meaning/explain.h"
+#include "meaning/label_parts.h"
+#include "table/param_table.h"
+#include "table/param_text.h"
+
+namespace orvane {
+namespace {
+
+// Dialogs write the same choice with and without blanks: "x 16 ", "x16".
+std::string WithoutBlanks(std::string_view text) {
+  std::string rest(text);
+  std::erase(rest, ' ');
+  return rest;
+}
+
+// "a or b" has "a" and "b".
+bool Has(std::string_view joined, std::string_view text) {
+  constexpr std::string_view kOr = " or ";
+  for (std::size_t end = 0; end != std::string_view::npos;) {
+    end = joined.find(kOr);
+    if (WithoutBlanks(joined.substr(0, end)) == WithoutBlanks(text)) {
+      return true;
+    }
+    joined.remove_prefix(end == std::string_view::npos ? joined.size() : end + kOr.size());
+  }
+  return false;
+}
+
+void Join(std::string_view text, std::string* joined) {
+  if (!text.empty() && !Has(*joined, text)) {
+    joined->append(joined->empty() ? "" : " or ").append(text);
+  }
+}
+
+std::string RangeOf(const Field& field) {
+  const auto& [min, max, max_length] = field.limits;
+  if (min < max) {
+    return std::isinf(max) ? "not below " + FormatReal(min)
+                           : FormatReal(min) + " to " + FormatReal(max);
+  }
+  const bool is_one_value = field.type == StrPT && field.codec.kind == CodecKind::kPlain;
+  return is_one_value && max_length > 0 ? "at most " + FormatInt(max_length) + " characters" : "";
+}
+
+// Links of the chain that holds a long text.
+std::size_t LinksOf(ParamKey head) {
+  static const ParamTable kBuiltIn = [] {
+    ParamTable table;
+    static_cast<void>(table.BuildParamIndex());  // without it no chain has links
+    return table;
+  }();
+  return kBuiltIn.LongParamCapacity(head) / kValueSize;
+}
+
+// The keys of a text of several parts: those of its pieces, or the links of its chain.
+std::vector<ParamKey> AllKeysOf(const Field& field) {
+  std::vector<ParamKey> keys = KeysOf(field);
+  if (field.codec.kind != CodecKind::kLongText) {
+    return keys;
+  }
+  std::string link(field.key);
+  for (std::size_t links = LinksOf(field.key); keys.size() < links;) {
+    static_cast<void>(NextParamKey(&link));
+    keys.emplace_back(link);
+  }
+  return keys;
+}
+
+}  // namespace
+
+void MeaningList::AddField(std::string_view dialog, const Field& field) {
+  const std::vector<ParamKey> keys = AllKeysOf(field);
+  const LabelParts parts = PartsOf(field.label);
+  std::string name(field.meaning);
+  if (name.empty()) {
+    name.append(field.group).append(field.group.empty() ? "" : ": ").append(parts.name);
+  }
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    AddTo(keys[i], dialog, field,
+          keys.size() == 1 ? name : name + ", part " + FormatInt(static_cast<int>(i) + 1));
+  }
+}
+
+void MeaningList::AddTo(ParamKey key, std::string_view dialog, const Field& field,
+                        const std::string& name) {
+  Name(key, name);
+  AddUnit(key, field.unit.empty() ? PartsOf(field.label).unit : field.unit);
+  KeyMeaning& meaning = meanings_[key.Word()];
+  meaning.range = meaning.range.empty() ? RangeOf(field) : meaning.range;
+  AddValues(key, field);
+  AddPlace(key, {std::string(dialog), std::string(Trimmed(field.label)), field.control,
+                 field.widget == Widget::kShown});
+}
+
+void MeaningList::AddValues(ParamKey key, const Field& field) {
+  if (field.widget == Widget::kCheck) {
+    AddValue(key, 0, kNo);
+    AddValue(key, 1, kYes);
+  }
+  Field choosing = field;
+  choosing.widget = Widget::kCombo;  // one that is only shown stores nothing
+  for (int i = 0; i < static_cast<int>(field.choices.size()); ++i) {
+    const std::vector<ParamValue> stored = StoredOf(choosing, {{}, i}, 0);
+    if (!stored.empty()) {
+      AddValue(key, IntOf(stored.front()), field.choices[static_cast<std::size_t>(i)].label);
+    }
+  }
+}
+
+void MeaningList::Name(ParamKey key, std::string_view name, std::string_view unit) {
+  KeyMeaning& meaning = meanings_[key.Word()];
+  if (meaning.name.empty()) {
+    meaning.name = name;
+  }
+  Join(unit, &meaning.unit);
+}
+
+void MeaningList::AddUnit(ParamKey key, std::string_view unit) {
+  Join(unit, &meanings_[key.Word()].unit);
+}
+
+void MeaningList::AddValue(ParamKey key, std::int32_t stored, std::string_view text) {
+  std::vector<CodedValue>& values = meanings_[key.Word()].values;
+  const auto place = std::find_if(values.begin(), values.end(), [stored](const CodedValue& value) {
+    return value.stored >= stored;
+  });
+  if (place != values.end() && place->stored == stored) {
+    Join(Trimmed(text), &place->text);
+  } else {
+    values.insert(place, {stored, std::string(Trimmed(text))});
+  }
+}
+
+void MeaningList::AddPlace(ParamKey key, EditPlace place) {
+  std::vector<EditPlace>& places = meanings_[key.Word()].places;
+  const auto is_same = [&place](const EditPlace& other) {
+    return other.dialog == place.dialog && other.label == place.label;
+  };
+  if (std::none_of(places.begin(), places.end(), is_same)) {
+    places.push_back(std::move(place));
+  }
+}
+
+const KeyMeaning* MeaningList::Find(ParamKey key) const {
+  const auto found = meanings_.find(key.Word());
+  return found == meanings_.end() ? nullptr : &found->second;
+}
+
+}  // namespace orvane

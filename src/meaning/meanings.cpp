@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "meaning/meanings.h"
+
+#include <algorithm>
+
+#include "editors/site_forms.h"
+#include "meaning/explain.h"
+#include "meaning/other_keys.h"
+#include "table/param_text.h"
+
+namespace orvane {
+namespace {
+
+TransmitterNames UsualTransmitters() {
+  TransmitterNames names;
+  std::copy(kTransmitterModels.begin(), kTransmitterModels.end(), names.begin());
+  return names;
+}
+
+bool IsYesOrNo(const std::vector<CodedValue>& values) {
+  return values.size() == 2 && values.back().text == kYes;
+}
+
+}  // namespace
+
+Meanings::Meanings() : Meanings(UsualTransmitters()) {}
+
+Meanings::Meanings(const TransmitterNames& transmitters) {
+  AddDialogs(transmitters, &list_);
+  AddGrids(&list_);
+  AddOtherKeys(&list_);
+}
+
+std::string Meanings::ValueText(const ParamEntry& entry) const {
+  const KeyMeaning* meaning = Find(ParamKey(entry.key));
+  if (meaning == nullptr || meaning->values.empty()) {
+    return {};
+  }
+  const std::int32_t stored = IntOf(entry.value);
+  const auto value = std::find_if(meaning->values.begin(), meaning->values.end(),
+                                  [stored](const CodedValue& one) { return one.stored == stored; });
+  if (value != meaning->values.end()) {
+    return value->text;
+  }
+  return IsYesOrNo(meaning->values) ? std::string(kYes) : "not a listed value";
+}
+
+std::string Meanings::Line(const ParamEntry& entry) const {
+  const KeyMeaning* meaning = Find(ParamKey(entry.key));
+  if (meaning == nullptr) {
+    return std::string(kNotUsed);
+  }
+  std::string line = meaning->name;
+  if (const std::string value = ValueText(entry); !value.empty()) {
+    line.append(": ").append(value);
+  }
+  return meaning->unit.empty() ? line : line + " (" + meaning->unit + ")";
+}
+
+}  // namespace orvane
