@@ -410,12 +410,12 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   const auto show = [&](const QString& path) {
     auto* display = new CWaveformDisplay(&app->Document().Asking());
     // Without the messages that the display's own way of opening shows.
-    const bool is_open = display->View().Open(PathFromText(path));
+    const Result<> opened = display->View().Open(PathFromText(path));
     frame.Displays().Show(display);
     frame.resize(1180, 690);
     QApplication::processEvents();
     display->ShowView();
-    done = is_open && done;
+    done = opened && done;
     return display;
   };
   for (const char* method : {"SIP", "TDIP", "TDEM", "CSAMT", "MT", "FDEM"}) {
