@@ -15,7 +15,7 @@ namespace {
 
 class WaveformViews : public ::testing::Test {
  protected:
-  bool Open(const std::string& bytes, const std::string& parameters) {
+  Result<> Open(const std::string& bytes, const std::string& parameters) {
     WriteAll(dir_ / "A.TBL", HeaderV2() + RecordV2("TECH", 0, IntPT, "") + parameters);
     WriteAll(dir_ / "A.TSS", bytes);
     return view_.Open(dir_ / "A.TSS");
