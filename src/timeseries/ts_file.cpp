@@ -95,14 +95,17 @@ Result<> TsFile::Open(const std::filesystem::path& path, const Options& options,
   } else if (EndsWithoutCase(text, ".TSK") && !headers) {
     headers = TsHeaderSize::kFull;
   }
-  const auto size = file_.Size();  // where it is not known, the index reports why
+  const auto begin = [this, progress](std::uint64_t walks) {
+    const auto size = file_.Size();  // where it is not known, the index reports why
+    progress->Begin(walks, size ? *size : 0);
+  };
   if (const Result<> loaded = LoadCompanion(); !loaded) {
     if (!headers && options.needs_companion) {
       lacks_companion_ = true;
       return Fail(companion_path_, loaded.Message());
     }
     if (progress != nullptr && !headers) {
-      progress->Begin(3, size ? *size : 0);
+      begin(3);
     }
     header_size_ = headers ? *headers : FittingHeaders(file_, progress);
     NoteMissing(loaded.Message(), !headers);
@@ -111,7 +114,7 @@ Result<> TsFile::Open(const std::filesystem::path& path, const Options& options,
     header_size_ = headers.value_or(is_old ? TsHeaderSize::kOld : TsHeaderSize::kFull);
   }
   if (progress != nullptr && progress->total == 0) {
-    progress->Begin(1, size ? *size : 0);
+    begin(1);
   }
   if (const Result<> built = index_.Build(file_, header_size_, progress); !built) {
     read_error_ = FileMessage(path, built.Message() + "; only the records before it are known");
