@@ -84,13 +84,17 @@ void AddRules(ParamTable* table, MeaningList* list) {
   add("FCMX", CycleForm::kWireLength);
 }
 
-void AddToSites(ParamKey key, std::string_view label, bool only_ip, MeaningList* list) {
+// The dialogs with a spread; only IP knows a reference box.
+std::vector<std::string> SpreadDialogs(bool with_reference) {
+  ParamTable none;
+  std::vector<std::string> titles;
   for (const Tech tech : kSiteMethods) {
-    if (tech != kMtAmt && (!only_ip || HasReferenceBox(tech))) {
-      ParamTable none;
-      list->AddPlace(key, {std::string(SiteForm(&none, tech, {}).Title()), std::string(label)});
+    const SiteForm site(&none, tech, {});
+    if (site.HasSpread() && (!with_reference || HasReferenceBox(tech))) {
+      titles.emplace_back(site.Title());
     }
   }
+  return titles;
 }
 
 struct SpreadBox {
@@ -109,6 +113,7 @@ std::vector<SpreadBox> SpreadBoxes() {
 }
 
 void AddChannels(const SpreadBox& box, MeaningList* list) {
+  const std::vector<std::string> dialogs = SpreadDialogs(box.kind == kReferenceBox);
   for (int channel = 1; channel <= MaxChannels(box.kind); ++channel) {
     for (int at = 0; at < kChannelColumns; ++at) {
       const auto column = static_cast<ChannelColumn>(at);
@@ -120,7 +125,9 @@ void AddChannels(const SpreadBox& box, MeaningList* list) {
       list->Name(key,
                  box.name + ", channel " + FormatInt(channel) + ": " + std::string(info.meaning));
       list->AddUnit(key, info.unit);
-      AddToSites(key, info.title, box.kind == kReferenceBox, list);
+      for (const std::string& dialog : dialogs) {
+        list->AddPlace(key, {dialog, std::string(info.title)});
+      }
     }
   }
 }

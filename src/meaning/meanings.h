@@ -13,7 +13,7 @@
 namespace orvane {
 
 /// The meanings of all keys that Orvane knows anything of. Making it goes through the fields of all
-/// dialogs and takes about a millisecond; keep it for a whole table.
+/// dialogs: one serves a whole table.
 class Meanings {
  public:
   /// The transmitter types with their usual names.

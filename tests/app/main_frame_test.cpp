@@ -393,7 +393,9 @@ TEST(QtPrompts, EnterAnswersYesButWhereThatLosesSomething) {
 TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   ParamTable table;
   ASSERT_EQ(table.BuildParamIndex(), kOk);
-  CParamTableDlg dialog(&table);
+  CParamTableDlg dialog(&table, nullptr, {}, [](const ParamEntry& entry) {
+    return "Value " + std::to_string(static_cast<int>(entry.value[0]));
+  });
   dialog.show();
   auto* grid = dialog.findChild<CGridCtrl*>(QString::number(CParamTableDlg::kGrid));
   auto* sort = dialog.findChild<QCheckBox*>(QString::number(CParamTableDlg::kSortByCode));
@@ -442,6 +444,9 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   ASSERT_TRUE(QTest::qWaitFor([grid] { return !grid->IsEditing(); }));
   EXPECT_EQ(grid->GetItemText(1, 4), QStringLiteral("1x"));
   EXPECT_EQ(grid->GetItemText(27, 4), QStringLiteral("1"));
+  for (const int row : {1, 27}) {
+    EXPECT_EQ(grid->GetItemText(row, kMeaningColumn), QStringLiteral("Value 1"));
+  }
   EXPECT_EQ(cells->cellAt(27, 4)->text(QAccessible::Description), QStringLiteral("changed"));
   EXPECT_TRUE(dialog.IsModified());
   QTest::keyClick(grid, Qt::Key_Left);

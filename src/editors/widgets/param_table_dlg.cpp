@@ -110,6 +110,7 @@ void CParamTableDlg::FillGrid() {
   grid_->SetColumnWidth(kPermissionColumn, 120);
   grid_->SetColumnWidth(kValueColumn, 120);
   if (rows_.HasMeanings()) {
+    grid_->SetColumnWidth(kPermissionColumn, 160);
     grid_->SetColumnWidth(kMeaningColumn, 400);
   }
   grid_->ExpandColumnsToFit();
