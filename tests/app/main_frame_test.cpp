@@ -312,7 +312,8 @@ TEST_F(MainFrame, SetsUpASiteFromTheAcquisitionParameters) {
                                  QStringLiteral("Input K3 and GVR Box Serial Number"),
                                  QStringLiteral("IP Site Setup")}));
   EXPECT_TRUE(doc_.IsModified()) << "although the acquisition parameters were cancelled";
-  EXPECT_TRUE(Notice().contains("Aux1 Box SN (SN01)")) << Notice().toStdString();
+  EXPECT_TRUE(Notice().contains("Serial number of auxiliary box 1 (SN01)"))
+      << Notice().toStdString();
   WithWindows({Accept}, [this] { frame_->Command(kEditAcquisition)->trigger(); });
   EXPECT_EQ(Notice(), QStringLiteral("Ready")) << "the line was no longer news";
   std::array<char, kValueSize> text{};

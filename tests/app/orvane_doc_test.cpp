@@ -276,7 +276,7 @@ TEST_F(OrvaneDoc, AsksBeforeWhatOthersWroteIsLost) {
   };
   const std::string differences =
       "a.tbl was changed on disk by another program.\n\n"
-      "Changed here: K3 serial number (SNUM)\n\nChanged there: Site (SITE)\n\n"
+      "Changed here: Serial number of the main box (SNUM)\n\nChanged there: Site (SITE)\n\n"
       "Changed in both: Line frequency (LFRQ)";
   const Case cases[] = {
       {"nothing", [] {}, "", "", true, 4},
