@@ -29,7 +29,7 @@ std::vector<ParamKey> KeysNotDefault(const ParamTable& table);
 struct ValuesOptions {
   bool with_secrets = false;
   /// What the comment above a line says of the value, in UTF-8; nothing where it is empty.
-  std::function<std::string(const ParamEntry& entry)> meaning;
+  std::function<std::string(const ParamEntry& entry)> meaning = {};
 };
 
 struct ValuesText {
