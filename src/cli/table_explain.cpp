@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/table_explain.h"
 
-#include <algorithm>
-
 #include "base/latin1.h"
 #include "editors/raw_table.h"
 #include "meaning/explain.h"
@@ -45,7 +43,12 @@ ExitCode RunTableExplain(const std::vector<std::string>& keys) {
   const Meanings meanings;
   ExitCode result = kAllDone;
   std::string text(kExplainHeader);
-  for (const std::string& key : keys.empty() ? AllKeys(table) : keys) {
+  if (keys.empty()) {
+    for (const ParamKey key : AllKeys(table)) {
+      text += ExplainedRow(meanings, *table.FindParam(key));
+    }
+  }
+  for (const std::string& key : keys) {
     const ParamEntry* entry = key.size() <= kKeySize ? table.FindParam(key) : nullptr;
     if (entry == nullptr) {
       PrintMessage(PrintableUtf8(key) + ": " + std::string(StatusText(kKeyNotFound)));

@@ -106,13 +106,13 @@ Result<ValueLines> ReadValueLines(std::string_view text, const ParamTable& table
 
 Result<std::string> LoadValuesText(const std::filesystem::path& path) {
   InFile file;
-  if (const std::string reason = file.Open(path); !reason.empty()) {
-    return Failure(FileMessage(path, reason));
+  if (const Result<> opened = file.Open(path); !opened) {
+    return Failure(FileMessage(path, opened.Message()));
   }
   std::string text(kMostValuesBytes + 1, '\0');
   text.resize(file.Read(std::as_writable_bytes(std::span(text))));
-  if (!file.Error().empty()) {
-    return Failure(FileMessage(path, file.Error()));
+  if (!file.Outcome()) {
+    return Failure(FileMessage(path, file.Outcome().Message()));
   }
   return text.size() > kMostValuesBytes ? Failure(FileMessage(path, kTooLarge))
                                         : Result<std::string>(std::move(text));

@@ -111,11 +111,8 @@ Result<ParamValue> ValueFromText(std::string_view text, ValueType type) {
   if (text.starts_with(kHexMark)) {
     return ValueFromHex(text.substr(kHexMark.size()));
   }
-  std::string bytes;
-  std::string reason = Latin1FromUtf8(text, &bytes);
-  ParamValue value{};
-  reason = reason.empty() ? ParseParamValueStrictly(bytes, type, &value) : reason;
-  return reason.empty() ? Result<ParamValue>(value) : Failure(reason);
+  const auto bytes = Latin1FromUtf8(text);
+  return bytes ? ParseParamValueStrictly(*bytes, type) : Failure(bytes.Message());
 }
 
 ValuesText WriteValues(const ParamTable& table, std::span<const ParamKey> keys,
