@@ -66,7 +66,7 @@ void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
     QObject::connect(grid, &CGridCtrl::pasted, doc_, [this](int set, int refused) {
       if (refused > 0) {
         notices_->ShowNotice(FormatInt(refused) + " of " + FormatInt(set + refused) +
-                             " pasted cells were refused");
+                             " cells were refused");
       }
     });
   }

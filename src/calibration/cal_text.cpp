@@ -55,12 +55,10 @@ void WriteBlock(const CalBlock& block, TextFile* out) {
   out->Text({line.data(), static_cast<std::size_t>(to - line.data())});
 }
 
-std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
-
 // What a user should know of the end of the file.
 std::string NoteOn(const CalReader& in, std::size_t records, bool is_more) {
   if (is_more) {
-    return "more than 500 records; those from offset " + Number(in.OffsetOf(records)) +
+    return "more than 500 records; those from offset " + FormatInt(in.OffsetOf(records)) +
            " on are left out";
   }
   return in.IsCut() ? CutRecordNote(in.OffsetOf(records)) : std::string();

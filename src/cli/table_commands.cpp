@@ -62,6 +62,23 @@ void TellLeftOut(const std::filesystem::path& file, const LeftOutRecords& left_o
   }
 }
 
+// Most of a whole table is protected from boxes, which buries what else is left out.
+LeftOutRecords WithoutProtected(const std::filesystem::path& file, LeftOutRecords left_out) {
+  constexpr std::size_t kMostNamed = 10;
+  const auto is_protected = [](const LeftOutRecord& record) {
+    return record.reason == StatusText(kWriteNotPermitted);
+  };
+  const auto count = static_cast<std::size_t>(
+      std::count_if(left_out.first.begin(), left_out.first.end(), is_protected));
+  if (count > kMostNamed) {
+    PrintMessage(FileMessage(file, FormatInt(count) + " records are left out: " +
+                                       std::string(StatusText(kWriteNotPermitted)) +
+                                       " (--report names them)"));
+    left_out.count -= std::erase_if(left_out.first, is_protected);
+  }
+  return left_out;
+}
+
 void TellCut(const std::filesystem::path& file, const TblReport& report) {
   if (report.cut_at > 0) {
     PrintMessage(FileMessage(
@@ -95,8 +112,11 @@ ExitCode RunTableShowAsBox(const std::filesystem::path& file, bool with_report, 
     PrintMessage(report.message);
     return kSomeFailed;
   }
-  TellLeftOut(file, taken.left_out, with_report);
+  TellLeftOut(file, with_report ? taken.left_out : WithoutProtected(file, taken.left_out),
+              with_report);
   TellCut(file, report);
+  PrintMessage(FileMessage(file, "a box takes " + FormatInt(taken.keys.size()) +
+                                     " parameters of it; the others keep their values"));
   const std::string text =
       RowsOf(&table, is_explained, [&taken](ParamKey key) { return taken.Has(key); });
   return PrintResult(text) ? kAllDone : kSomeFailed;

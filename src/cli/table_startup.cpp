@@ -43,7 +43,7 @@ bool MakeReady(const std::filesystem::path& path, const std::filesystem::path& i
                std::vector<std::filesystem::path>* tried) {
   if (std::any_of(tried->begin(), tried->end(),
                   [&path](const auto& other) { return IsSameFile(path, other); })) {
-    PrintMessage(PathText(path) + ": already written for another box, not written again");
+    PrintMessage(PathText(path) + ": is meant for another box before it, not written again");
     return false;
   }
   tried->push_back(path);

@@ -19,7 +19,7 @@ constexpr std::uint64_t kLargestTable = 1U << 20U;
 }  // namespace
 
 bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
-  return !b.empty() && CompareFiles(a, b) == Sameness::kSame;
+  return !b.empty() && (a == b || CompareFiles(a, b) == Sameness::kSame);
 }
 
 std::string FolderFault(const std::filesystem::path& folder) {

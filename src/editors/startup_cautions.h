@@ -9,6 +9,7 @@
 
 namespace orvane {
 
+/// Whether two paths are known to be one file.
 bool IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b);
 
 /// Why no file can be made there: the folder is missing, none, or not the user's; else empty.

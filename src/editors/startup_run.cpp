@@ -136,8 +136,9 @@ const StartupOutcome& StartupRun::Accept(const StartupForm& form) {
 
 bool StartupRun::MayWrite(const std::filesystem::path& path) const {
   // A file that the run itself wrote is replaced without a question.
-  const bool is_asked =
-      may_replace_document_ && own_file_ == OwnFile::kAsBefore && IsSameFile(path, document_);
+  // Asked also where it cannot be known whether they are one.
+  const bool is_asked = may_replace_document_ && own_file_ == OwnFile::kAsBefore &&
+                        !document_.empty() && CompareFiles(path, document_) != Sameness::kDifferent;
   return (!is_asked || may_replace_document_()) && (!may_write_ || may_write_(path));
 }
 

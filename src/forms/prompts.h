@@ -27,7 +27,7 @@ class Prompts {
   /// Yes, No or Cancel; closing the question means Cancel.
   virtual Answer AskYesNoCancel(const std::string& caption, const std::string& question) = 0;
   /// One of several buttons, by its index; closing the question means the one at `escape`. Where no
-  /// box can have them, Yes is the first and No that one.
+  /// window can have them, Yes is the first and No that one.
   virtual int AskChoice(const std::string& caption, const std::string& question,
                         const std::vector<std::string>& buttons, int escape) {
     static_cast<void>(buttons);

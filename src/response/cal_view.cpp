@@ -17,9 +17,7 @@ namespace {
 constexpr double kPercent = 100;
 constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
-std::string ChannelNumber(std::size_t channel) {
-  return FormatInt(static_cast<std::int64_t>(channel) + 1);
-}
+std::string ChannelNumber(std::size_t channel) { return FormatInt(channel + 1); }
 
 // The point nearest on a logarithmic axis; kNone where no point has a place there.
 std::size_t NearestPoint(const CalCurve& curve, double frequency) {

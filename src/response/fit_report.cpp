@@ -41,8 +41,6 @@ std::string Number(double value) {
   return FormatReal(value, kDigits);
 }
 
-std::string Count(std::size_t count) { return FormatInt(static_cast<std::int64_t>(count)); }
-
 // The frequencies of a pass and a logarithmic grid between them, falling.
 std::vector<double> FrequenciesFor(std::span<const CalFileRecord> records) {
   std::vector<double> frequencies;
@@ -84,8 +82,8 @@ std::vector<std::vector<std::string>> FitTable(const CalData& cal) {
   add("Model", [&](std::size_t c) { return fit(c).is_kept ? "fitted" : "nominal"; });
   add("Error, rms", [&](std::size_t c) { return Number(fit(c).rms); });
   add("Error, largest", [&](std::size_t c) { return Number(fit(c).max); });
-  add("Points", [&](std::size_t c) { return Count(fit(c).points); });
-  add("Points left out", [&](std::size_t c) { return Count(fit(c).rejected); });
+  add("Points", [&](std::size_t c) { return FormatInt(fit(c).points); });
+  add("Points left out", [&](std::size_t c) { return FormatInt(fit(c).rejected); });
   add("Iterations", [&](std::size_t c) { return FormatInt(fit(c).iterations); });
   for (std::size_t k = 0; k < kPartNames.size(); ++k) {
     add(kPartNames[k], [&](std::size_t c) { return Number(ParametersOf(cal, c)[k]); });
@@ -105,7 +103,7 @@ std::string FitWarning(const CalData& cal) {
   for (std::size_t c = 0; c < cal.Channels(); ++c) {
     if (const std::string doubt = FitDoubt(cal.model.fits[c]); !doubt.empty()) {
       warning.append(warning.empty() ? "Channel " : "; channel ");
-      warning.append(Count(c + 1)).append(": ").append(doubt);
+      warning.append(FormatInt(c + 1)).append(": ").append(doubt);
     }
   }
   return warning;

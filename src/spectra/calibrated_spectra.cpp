@@ -64,7 +64,7 @@ struct Shared {
 
 // An answer counts for the whole batch.
 std::string AskedFor(std::size_t files) {
-  return files > 1 ? " (for all " + FormatInt(static_cast<std::int64_t>(files)) + " files)" : "";
+  return files > 1 ? " (for all " + FormatInt(files) + " files)" : "";
 }
 
 // One file from beginning to end.

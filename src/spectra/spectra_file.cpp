@@ -12,8 +12,6 @@
 namespace orvane {
 namespace {
 
-std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
-
 // "%g"
 std::string Short(double value) { return FormatReal(value, 6); }
 
@@ -102,7 +100,7 @@ void SpectraFile::CountNotes(std::uint64_t record) {
     own_rates_.insert(plan_.sample_rate);
   }
   if (!plan_.bin_note.empty() && ++off_bin_ == 1) {
-    bin_note_ = "record " + Number(record) + ": " + plan_.bin_note;
+    bin_note_ = "record " + FormatInt(record) + ": " + plan_.bin_note;
   }
   for (std::size_t c = 0; c < beyond_.size(); ++c) {
     beyond_[c] += plan_.beyond[c];
@@ -114,16 +112,16 @@ bool SpectraFile::WriteRecord(const CTsRec& record, TextFile* out) {
   if (!UpdatePlan(record)) {
     return false;
   }
-  out->Text(" Record:              ").TextLeft(Number(record.Place().number), 8);
+  out->Text(" Record:              ").TextLeft(FormatInt(record.Place().number), 8);
   out->Text("\n Time:                ").TextLeft(FormatParamTime(header.time), 27);
   out->Text("\n Base frequency (Hz): ").TextLeft(FormatFixed(plan_.base_frequency, 6), 16);
   out->Text("\n Sample rate (Hz):    ").TextLeft(FormatFixed(plan_.sample_rate, 2), 12);
-  out->Text("\n Number of Scans:     ").TextLeft(Number(header.scans), 8).Text("\n");
+  out->Text("\n Number of Scans:     ").TextLeft(FormatInt(header.scans), 8).Text("\n");
   WriteRecordNotes(out);
   out->Text(" Harm.  Frequency (Hz)");
   for (std::size_t c = 1; c <= source_.channels.size(); ++c) {
-    out->Text("   Amplitude Ch").TextLeft(Number(c), 2);
-    out->Text("    Phase Ch").TextLeft(Number(c), 2);
+    out->Text("   Amplitude Ch").TextLeft(FormatInt(c), 2);
+    out->Text("    Phase Ch").TextLeft(FormatInt(c), 2);
   }
   out->Text("\n");
   const double seconds = SecondsFromOrigin(header);
@@ -159,7 +157,7 @@ bool SpectraFile::UpdatePlan(const CTsRec& record) {
   const double base = BaseFrequency(record.Header());
   const double rate = SampleRate(record.Header());
   if (base == 0) {
-    result_.outcome = Failure("record " + Number(record.Place().number) +
+    result_.outcome = Failure("record " + FormatInt(record.Place().number) +
                               " has no base frequency, nor has the parameter table");
     return false;
   }
@@ -258,13 +256,13 @@ std::string SpectraFile::Note() const {
     note.append(note.empty() ? "" : "; ").append(text);
   };
   if (bad_ > 0) {
-    add(Number(bad_) + " bad records are left out");
+    add(FormatInt(bad_) + " bad records are left out");
   }
   if (other_channels_ > 0) {
-    add(Number(other_channels_) + " records with a different number of channels are left out");
+    add(FormatInt(other_channels_) + " records with a different number of channels are left out");
   }
   if (without_harmonics_ > 0) {
-    add(Number(without_harmonics_) + " records have no harmonic within their length and rate");
+    add(FormatInt(without_harmonics_) + " records have no harmonic within their length and rate");
   }
   if (!own_rates_.empty()) {
     add(OwnRateNote(own_rates_));
@@ -275,7 +273,8 @@ std::string SpectraFile::Note() const {
     }
   }
   if (off_bin_ > 0) {
-    add(bin_note_ + (off_bin_ > 1 ? ", and so in " + Number(off_bin_ - 1) + " more records" : ""));
+    add(bin_note_ +
+        (off_bin_ > 1 ? ", and so in " + FormatInt(off_bin_ - 1) + " more records" : ""));
   }
   if (cut_) {
     add(CutRecordNote(*cut_));

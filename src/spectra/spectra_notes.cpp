@@ -13,7 +13,6 @@ namespace {
 // "%g"
 std::string Short(double value) { return FormatReal(value, 6); }
 std::string Rough(double value) { return FormatReal(value, 2); }
-std::string Number(std::uint64_t number) { return FormatInt(static_cast<std::int64_t>(number)); }
 
 std::string ChannelText(int number) { return "channel " + FormatInt(number) + ": "; }
 
@@ -111,7 +110,7 @@ void AddDoubtfulModels(const SpectraSource& source, std::vector<std::string>* no
   std::string doubtful;
   for (std::size_t c = 0; c < source.channels.size(); ++c) {
     if (model.parameter_count > 0 && model.fits[c].IsDoubtful()) {
-      doubtful.append(" ").append(Number(c + 1));
+      doubtful.append(" ").append(FormatInt(c + 1));
     }
   }
   if (!doubtful.empty()) {
@@ -173,7 +172,7 @@ std::string BinNote(double base_frequency, double sample_rate, std::size_t sampl
 
 std::string BeyondNote(int number, const CalibratedChannel& channel, std::uint64_t lines) {
   const RecordCurve& curve = channel.sensor.Curve();
-  return ChannelText(number) + Number(lines) + " lines lie beyond the records of " +
+  return ChannelText(number) + FormatInt(lines) + " lines lie beyond the records of " +
          channel.sensor_name + " (" + Short(curve.Lowest()) + " to " + Short(curve.Highest()) +
          " Hz)";
 }
@@ -191,7 +190,7 @@ std::string OwnRateNote(const std::set<double>& rates) {
   std::size_t named = 0;
   for (const double rate : rates) {
     if (named == kMostNamed) {
-      return note + ", and " + Number(rates.size() - named) + " more";
+      return note + ", and " + FormatInt(rates.size() - named) + " more";
     }
     note += (named++ == 0 ? "" : ", ") + Short(rate) + " Hz";
   }

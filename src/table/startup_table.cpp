@@ -75,6 +75,9 @@ Status LoadAsBox(ParamTable* table, const std::filesystem::path& path, TblReport
   while (reader.Next(&record.entry)) {
     ++report->records;
     record.offset = reader.RecordOffset();
+    if (ParamKey(record.entry.key) == "TBVI") {
+      continue;  // becomes the version of the file
+    }
     if (ParamKey(record.entry.key) == "RQST" && record.entry.type == IntPT) {
       request = record;
     } else {
@@ -88,6 +91,7 @@ Status LoadAsBox(ParamTable* table, const std::filesystem::path& path, TblReport
     StoreRequest(*request, &loaded, taken);
   }
   PutInt(&loaded, "TBVI", report->version);
+  taken->keys.insert(ParamKey("TBVI").Word());
   *table = std::move(loaded);
   return kOk;
 }

@@ -39,9 +39,7 @@ WaveformGainForm::WaveformGainForm(const WaveformView& view)
   model_.SetText(kOther, FormatReal(before_.other));
 }
 
-std::string WaveformGainForm::Title() const {
-  return "Gains of Segment " + FormatInt(static_cast<std::int64_t>(number_));
-}
+std::string WaveformGainForm::Title() const { return "Gains of Segment " + FormatInt(number_); }
 
 std::string WaveformGainForm::Hint() const {
   return "The parameter table: E x " + FormatReal(table_.electric) + ", others x " +
@@ -55,7 +53,7 @@ double WaveformGainForm::GainIn(int control, double before) const {
 }
 
 void WaveformGainForm::Commit(WaveformView* view) const {
-  view->SetGains({GainIn(kElectric, before_.electric), GainIn(kOther, before_.other)},
+  view->SetGains(number_, {GainIn(kElectric, before_.electric), GainIn(kOther, before_.other)},
                  model_.Index(kForAll) == 1);
 }
 

@@ -192,12 +192,12 @@ WaveformGains WaveformView::Gains() const {
   return OwnGains().value_or(GainsOf(file_->Companion().Table()));
 }
 
-void WaveformView::SetGains(const WaveformGains& gains, bool for_all) {
+void WaveformView::SetGains(std::uint64_t number, const WaveformGains& gains, bool for_all) {
   if (for_all) {
     gains_.clear();
     gains_of_all_ = gains;
   } else {
-    gains_[number_] = gains;
+    gains_[number] = gains;
   }
   UpdateChannels();
 }

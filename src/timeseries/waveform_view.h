@@ -104,7 +104,7 @@ class WaveformView {
   /// Of the record shown: its own, else the companion table's.
   WaveformGains Gains() const;
   /// Gives the record shown, or all of them, gains of their own until another file is opened.
-  void SetGains(const WaveformGains& gains, bool for_all);
+  void SetGains(std::uint64_t number, const WaveformGains& gains, bool for_all);
 
   std::string TitleText() const;
   /// "3 / 300", where there are bad records "first bad at 3", and what is missing without a

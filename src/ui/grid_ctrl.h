@@ -136,8 +136,9 @@ class CGridCtrl : public QTableView {
 
   // All cells, header and hidden rows included, as UTF-8 text: see grid_texts.h. An open editor is
   // committed first. Loading sets the rows in their present order as pasting does, from the first
-  // data row on; it refuses a file that is not of this header, and reports to the user what of a
-  // file the cells refuse. On failure nothing has changed; the message is "PATH: reason".
+  // data row on; it refuses a file of another header, of more or fewer rows, or whose rows have
+  // other names (what is read-only before the first edited column), and reports to the user what of
+  // a file the cells refuse. On failure nothing has changed; the message is "PATH: reason".
   Result<> SaveCells(const QString& path);
   Result<> LoadCells(const QString& path);
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The cells of CGridCtrl in files: what is saved, and what of a file is loaded.
 #include <QPointer>
-#include <array>
 #include <filesystem>
 #include <span>
 
+#include "base/number_text.h"
 #include "files/file_io.h"
 #include "ui/grid_ctrl.h"
 #include "ui/qt_path.h"
@@ -13,6 +13,8 @@ namespace orvane {
 namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} * 1024;
+// The cells of a whole table with its meanings take a tenth of it.
+constexpr qsizetype kLargestFile = qsizetype{4} << 20;
 
 Result<> ReadAll(const std::filesystem::path& path, QByteArray* bytes) {
   InFile file;
@@ -24,8 +26,43 @@ Result<> ReadAll(const std::filesystem::path& path, QByteArray* bytes) {
   do {
     count = file.Read(piece);
     bytes->append(reinterpret_cast<const char*>(piece.data()), static_cast<qsizetype>(count));
+    if (bytes->size() > kLargestFile) {
+      return Failure("is larger than 4 MB: these are no cells of a grid");
+    }
   } while (count == piece.size());
   return file.Outcome();
+}
+
+// The columns before the first that is edited anywhere: they name a row.
+int NamingColumns(const CGridCtrl& grid) {
+  for (int col = 0; col < grid.GetColumnCount(); ++col) {
+    for (int row = grid.GetFixedRowCount(); row < grid.GetRowCount(); ++row) {
+      if (grid.model()->flags(grid.model()->index(row, col)).testFlag(Qt::ItemIsEditable)) {
+        return col;
+      }
+    }
+  }
+  return grid.GetColumnCount();
+}
+
+// Whether the rows are those of the grid: a value must not reach the row of another.
+Result<> AreRowsOf(const CGridCtrl& grid, const GridTexts& texts) {
+  const int first = grid.GetFixedRowCount();
+  if (const auto rows = static_cast<std::size_t>(grid.GetRowCount() - first);
+      texts.size() != rows) {
+    return Failure("has " + FormatInt(texts.size()) + " rows of cells and not " + FormatInt(rows));
+  }
+  const int columns = NamingColumns(grid);
+  for (std::size_t row = 0; row < texts.size(); ++row) {
+    for (int col = 0; col < columns; ++col) {
+      const QString text = grid.GetItemText(first + static_cast<int>(row), col);
+      if (texts[row][col] != text) {
+        return Failure("row " + FormatInt(row + 1) + " is \"" + texts[row][col].toStdString() +
+                       "\" and not \"" + text.toStdString() + "\"; nothing was loaded");
+      }
+    }
+  }
+  return {};
 }
 
 GridTexts TextsOf(const CGridCtrl& grid, int row_count) {
@@ -65,6 +102,9 @@ Result<> CGridCtrl::LoadCells(const QString& path) {
   }
   const QPointer<CGridCtrl> self(this);
   CommitEdit();
+  if (const Result<> rows = self ? AreRowsOf(*this, *texts) : Result<>(); !rows) {
+    return Failure(FileMessage(file_path, rows.Message()));
+  }
   if (self) {
     EnterTexts(model_.index(GetFixedRowCount(), 0), *texts, true);
   }

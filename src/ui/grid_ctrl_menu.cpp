@@ -9,6 +9,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QRegularExpression>
+#include <QScopedValueRollback>
 #include <map>
 
 #include "ui/file_dialogs.h"
@@ -120,8 +121,10 @@ void CGridCtrl::AskAndLoad() {
 void CGridCtrl::AskAndPrint() {
   CommitEdit();
   QPrinter printer(QPrinter::HighResolution);
+  // For this print only: the window may be about something else the next time.
+  const QScopedValueRollback title(print_title_);
   if (print_title_.isEmpty()) {
-    SetPrintTitle(window()->windowTitle() + QStringLiteral(": ") + accessibleName());
+    print_title_ = window()->windowTitle() + QStringLiteral(": ") + accessibleName();
   }
   QPrintDialog dialog(&printer, this);
   dialog.setOption(QAbstractPrintDialog::PrintPageRange);

@@ -129,11 +129,10 @@ void CFreqSteppingDlg::ShowWindows() {
 void CFreqSteppingDlg::AfterEdit(CGridCtrl* grid, int row, int column, const std::string& reason) {
   if (reason.empty()) {
     refused_.erase({grid, row, column});
-  } else {
+  } else if (!grid->RefuseEdit(TextFromBytes(reason))) {  // else the grid says why, once for all
     refused_[{grid, row, column}] = TextFromBytes(reason);
     stops_button_ =
         is_committing_ || qobject_cast<QAbstractButton*>(QApplication::focusWidget()) != nullptr;
-    grid->RefuseEdit();  // the note says why
   }
   if (grid == frequencies_) {
     ShowFrequencies();
