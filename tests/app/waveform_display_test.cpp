@@ -162,7 +162,8 @@ TEST_F(WaveformDisplay, WhatIsToldOfATableIsNotLostWithTheDisplay) {
   EXPECT_EQ(Display(), nullptr);
   const auto* notice = frame_.findChild<NoticeLabel*>();
   EXPECT_EQ(notice->text(),
-            QStringLiteral("Loaded 0 of 719 parameters; the others keep their previous values"));
+            QStringLiteral("Loaded 0 of 719 parameters; the others keep their previous values; "
+                           "1 record is left out: FSCV"));
   Open(TextFromPath(dir_ / "A.TSS"));
   frame_.Command(kFileNew)->trigger();
   EXPECT_EQ(Display(), nullptr);
