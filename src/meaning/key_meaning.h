@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// A number that a key may hold and what it stands for.
+/// A number that a key may hold and what it means.
 struct CodedValue {
   std::int32_t stored = 0;
   std::string text;

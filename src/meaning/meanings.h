@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What every parameter stands for: names, units and coded values as the dialogs have them.
+// What every parameter means: names, units and coded values as the dialogs have them.
 #ifndef ORVANE_MEANING_MEANINGS_H_
 #define ORVANE_MEANING_MEANINGS_H_
 
@@ -24,11 +24,11 @@ class Meanings {
   const KeyMeaning* Find(ParamKey key) const { return list_.Find(key); }
   std::size_t Count() const { return list_.Count(); }
 
-  /// What a stored value stands for, "SIP" of "TECH" 1: empty where the key has no coded values,
+  /// What a stored value means, "SIP" of "TECH" 1: empty where the key has no coded values,
   /// "not a listed value" where this is none of them. A yes or no is yes for any number but 0.
   std::string ValueText(const ParamEntry& entry) const;
 
-  /// Name, what the value stands for and unit in a line: "Survey method: SIP", "Ex dipole length
+  /// Name, what the value means and unit in a line: "Survey method: SIP", "Ex dipole length
   /// (m)", "not used by Orvane".
   std::string Line(const ParamEntry& entry) const;
 

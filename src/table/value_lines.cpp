@@ -33,10 +33,13 @@ const ParamEntry* EntryOf(std::string_view key, const ParamTable& table) {
   return is_key ? table.FindParam(key) : nullptr;
 }
 
-// What stands in messages may be read by others.
+// Messages may be read by others.
 std::string Refusal(std::string_view key, std::string_view value, const std::string& reason) {
-  return Quoted(key) + ": " + (IsSecretKey(key) ? "the value" : "\"" + Quoted(value) + "\"") + " " +
-         reason;
+  std::string shown = "the value";
+  if (!IsSecretKey(key)) {
+    shown.assign(1, '"').append(Quoted(value)).append(1, '"');
+  }
+  return Quoted(key) + ": " + shown + " " + reason;
 }
 
 ValueLine BadLine(LineState state, std::string reason) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Values of a table as KEY=VALUE lines for people, mail and version control. What is written here
-// and read by value_lines.h gives the same stored bytes. docs/formats/values.md tells the format.
+// and read by value_lines.h gives the same stored bytes. docs/formats/values.md has the format.
 #ifndef ORVANE_TABLE_VALUES_TEXT_H_
 #define ORVANE_TABLE_VALUES_TEXT_H_
 
@@ -18,7 +18,7 @@ namespace orvane {
 /// Whether the value is a password, an encryption key, a user's name or a phone number.
 bool IsSecretKey(ParamKey key);
 
-/// Whether the key tells of the file and not of the survey, so that no line can set it.
+/// Whether the key is about the file and not of the survey, so that no line can set it.
 bool IsReadOnlyKey(ParamKey key);
 
 /// The keys of a table that are found, each once, in its order.
