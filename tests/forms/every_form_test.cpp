@@ -25,6 +25,7 @@
 #include "support/table_help.h"
 #include "support/told.h"
 #include "timeseries/waveform_form.h"
+#include "timeseries/waveform_gain_form.h"
 
 namespace orvane {
 namespace {
@@ -213,6 +214,7 @@ std::vector<Case> Cases() {
        ""},
       {"FDEM schedule", [](Table) { return Unbound<FdemForm>(&told, "/"); }, ""},
       {"waveform", [](Table) { return Unbound<WaveformForm>(WaveformView()); }, ""},
+      {"gains", [](Table) { return Unbound<WaveformGainForm>(WaveformView()); }, ""},
       {"calibration plot", [](Table) { return Unbound<CalDisplayForm>(CalDisplay()); }, ""},
       {"spectra", [](Table) { return Unbound<SpectraForm>(""); }, ""},
   };
@@ -342,6 +344,7 @@ const std::map<std::string, std::string> kRanges = {
     {"cycle", "1525 0 -; 1526 0 -; 1527 0 -; 1528 0 -"},
     {"FDEM schedule", "1531 0 -; 1532 0 -; 1533 0 -"},
     {"waveform", "1001 0.1 3600; 1002 0.01 1000000"},
+    {"gains", "1011 1e-6 1e6; 1012 1e-6 1e6"},
     {"calibration plot",
      "1001 1e-10 1e10; 1002 1e-10 1e10; 1004 1e-10 1e10; 1005 1e-10 1e10; 1003 -360 360; "
      "1006 -360 360; 1007 2 10000"},
