@@ -53,7 +53,8 @@ Result<> Assign(std::string_view assignment, std::uint32_t tbl_version, ParamTab
     return refusal(value.Message());
   }
   changed.value = *value;
-  if (auto may = MayHold(changed, "\"" + PrintableUtf8(given) + "\"", tbl_version); !may) {
+  const std::string quoted = std::string(1, '"').append(PrintableUtf8(given)).append(1, '"');
+  if (auto may = MayHold(changed, quoted, tbl_version); !may) {
     return may;
   }
   const Status status = table->SetParam(key, type, changed.value.data());

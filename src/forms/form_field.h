@@ -111,7 +111,7 @@ struct Field {
   std::span<const Choice> choices = {};
   std::string_view group = {};    ///< names the control together with its label where labels repeat
   std::string_view meaning = {};  ///< names the key where the label alone would not
-  std::string_view unit = {};     ///< of the stored value, where the label tells none or that shown
+  std::string_view unit = {};     ///< of the stored value, where the label has none or another
 };
 
 /// A field whose key is named by more than its label.
@@ -119,7 +119,7 @@ constexpr Field Meaning(std::string_view meaning, Field field) {
   field.meaning = meaning;
   return field;
 }
-/// A field whose stored value has a unit that its label does not tell.
+/// A field whose stored value has a unit that its label does not have.
 constexpr Field StoredIn(std::string_view unit, Field field) {
   field.unit = unit;
   return field;

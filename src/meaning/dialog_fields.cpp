@@ -55,7 +55,7 @@ void AddSensors(ParamTable* table, MeaningList* list) {
   Add(CurrentSensorForm::kTitle, sensor.Model().Fields(), list);
 }
 
-// Choices of the request are no field of a key: the box's file gets what they stand for.
+// Choices of the request are no field of a key: the box's file gets what they mean.
 void AddStartup(ParamTable* table, MeaningList* list) {
   for (const int box : {StartupBox::kTransmitter, StartupBox::kMain, StartupBox::kMain + 1}) {
     StartupForm form(table, {box}, {});

@@ -61,7 +61,7 @@ class ParamTable {
   Status SetParam(ParamKey key, ValueType type, const void* value, bool check_permission = false);
 
   /// Stores the 16 bytes as they are, such as those of a snapshot: also what `SetParam` would cut,
-  /// because a shortened long text leaves characters behind its NULs. 0 or 11.
+  /// because a shortened long text leaves characters after its NULs. 0 or 11.
   Status SetStoredValue(ParamKey key, const ParamValue& value);
 
   Status GetParamEntry(ParamKey key, ParamEntry* out) const;

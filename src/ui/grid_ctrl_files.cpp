@@ -50,7 +50,8 @@ Result<> AreRowsOf(const CGridCtrl& grid, const GridTexts& texts) {
   const int first = grid.GetFixedRowCount();
   if (const auto rows = static_cast<std::size_t>(grid.GetRowCount() - first);
       texts.size() != rows) {
-    return Failure("has " + FormatInt(texts.size()) + " rows of cells and not " + FormatInt(rows));
+    return Failure("the number of rows is " + FormatInt(texts.size()) + " and not " +
+                   FormatInt(rows));
   }
   const int columns = NamingColumns(grid);
   for (std::size_t row = 0; row < texts.size(); ++row) {

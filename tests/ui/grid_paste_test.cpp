@@ -232,7 +232,7 @@ TEST_F(GridPaste, ForeignFilesChangeNothing) {
                          {"A\tB\tC\na\t9\t9\nb\t9\n", "line 3: 2 cells instead of 3"},
                          {"A\tB\tC\na\t9\t9\nb\t9\t\\x\n",
                           "line 3: a backslash that is not followed by t, n, r or a backslash"},
-                         {"A\tB\tC\na\t9\t9\n", "has 1 rows of cells and not 4"},
+                         {"A\tB\tC\na\t9\t9\n", "the number of rows is 1 and not 4"},
                          {"A\tB\tC\na\t9\t9\nc\t9\t9\nb\t9\t9\nd\t9\t9\n",
                           "row 2 is \"c\" and not \"b\"; nothing was loaded"},
                          {"A\tB\tC\na\t9\t9\nb\t9\t9\xC3", "the text is not UTF-8"}}) {
