@@ -233,7 +233,7 @@ std::string StartupRun::StatusText() const {
   }
   for (const StartupOutcome& outcome : outcomes_) {
     if (outcome.state != StartupOutcome::kWritten && outcome.state != StartupOutcome::kSkipped) {
-      line += "\n" + outcome.Name() + ": ";
+      line.append("\n").append(outcome.Name()).append(": ");
       line += outcome.state == StartupOutcome::kFailed
                   ? "failed: " + PathText(outcome.path) + " (" + outcome.note + ")"
                   : outcome.Text();

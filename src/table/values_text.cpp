@@ -72,7 +72,7 @@ void AddLine(const ParamEntry& entry, const ValuesOptions& options, std::string*
 void TellLeftOut(const std::vector<ParamKey>& keys, std::string* text) {
   std::string names;
   for (const ParamKey key : keys) {
-    names += " " + key.Text();
+    names.append(" ").append(key.Text());
   }
   AddComment(names.empty() ? names : "left out:" + names, text);
 }
