@@ -91,4 +91,12 @@ bool LoadTable(const std::filesystem::path& path, ParamTable* table, TblReport* 
   return true;
 }
 
+const ParamEntry* FindOrTell(const ParamTable& table, const std::string& key) {
+  const ParamEntry* entry = key.size() <= kKeySize ? table.FindParam(key) : nullptr;
+  if (entry == nullptr) {
+    PrintMessage(PrintableUtf8(key) + ": " + std::string(StatusText(kKeyNotFound)));
+  }
+  return entry;
+}
+
 }  // namespace orvane

@@ -131,9 +131,8 @@ ExitCode RunTableGet(const std::filesystem::path& file, const std::vector<std::s
   ExitCode result = kAllDone;
   std::string text;
   for (const std::string& key : keys) {
-    const ParamEntry* entry = key.size() <= kKeySize ? table.FindParam(key) : nullptr;
+    const ParamEntry* entry = FindOrTell(table, key);
     if (entry == nullptr) {
-      PrintMessage(PrintableUtf8(key) + ": " + std::string(StatusText(kKeyNotFound)));
       result = kSomeFailed;
       continue;
     }

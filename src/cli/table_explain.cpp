@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/table_explain.h"
 
-#include "base/latin1.h"
 #include "editors/raw_table.h"
 #include "meaning/explain.h"
 #include "table/param_table.h"
-#include "table/param_text.h"
 #include "table/values_text.h"
 
 namespace orvane {
@@ -49,9 +47,8 @@ ExitCode RunTableExplain(const std::vector<std::string>& keys) {
     }
   }
   for (const std::string& key : keys) {
-    const ParamEntry* entry = key.size() <= kKeySize ? table.FindParam(key) : nullptr;
+    const ParamEntry* entry = FindOrTell(table, key);
     if (entry == nullptr) {
-      PrintMessage(PrintableUtf8(key) + ": " + std::string(StatusText(kKeyNotFound)));
       result = kSomeFailed;
       continue;
     }

@@ -103,7 +103,7 @@ class WaveformView {
   bool HasGains() const { return number_ > 0 && file_->Companion().IsLoaded(); }
   /// Of the record shown: its own, else the companion table's.
   WaveformGains Gains() const;
-  /// Gives the record shown, or all of them, gains of their own until another file is opened.
+  /// Gives a record, or all of them, gains of their own until another file is opened.
   void SetGains(std::uint64_t number, const WaveformGains& gains, bool for_all);
 
   std::string TitleText() const;
