@@ -4,6 +4,7 @@
 #include "editors/raw_table.h"
 #include "meaning/explain.h"
 #include "table/param_table.h"
+#include "table/param_text.h"
 #include "table/values_text.h"
 
 namespace orvane {
