@@ -94,7 +94,7 @@ bool VisitChangedFile(COrvaneApp* app, const Visit& visit) {
     done = doc.Table().SetParam(key, IntPT, &mine) == kOk && done;
   }
   done = SaveParamFile(&theirs, PathFromText(path), {}) == kOk && done;
-  doc.NoteChanges();
+  doc.NoteStep(QStringLiteral("Edit"));
   QApplication::processEvents();
   done = visit(&app->Frame(), "changed-file") && done;
   bool is_asked = false;

@@ -17,9 +17,10 @@ declare -A allowed=(
   [response]="base files table forms timeseries calibration response"
   [spectra]="base files table forms timeseries calibration response spectra"
   [meaning]="base files table forms stepping timeseries editors meaning"
+  [changes]="base files table forms stepping timeseries editors meaning changes"
   [ui]="base files table forms ui"
   [cli]="base files table forms stepping timeseries calibration response spectra editors meaning cli"
-  [app]="base files table forms stepping timeseries calibration response spectra editors meaning ui app"
+  [app]="base files table forms stepping timeseries calibration response spectra editors meaning changes ui app"
 )
 bad=0
 complain() { printf '%s\n' "$*"; bad=1; }

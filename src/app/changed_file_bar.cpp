@@ -12,7 +12,8 @@ ChangedFileBar::ChangedFileBar(COrvaneDoc* doc, QWidget* parent)
       doc_(doc),
       text_(new QLabel(this)),
       load_(new QPushButton(QStringLiteral("&Load it"), this)),
-      keep_(new QPushButton(QStringLiteral("&Keep mine"), this)) {
+      keep_(new QPushButton(QStringLiteral("&Keep mine"), this)),
+      compare_(new QPushButton(QStringLiteral("Co&mpare"), this)) {
   setObjectName(QStringLiteral("changed-file"));
   setAccessibleName(QStringLiteral("File changed on disk"));
   setFrameShape(QFrame::Box);
@@ -23,12 +24,14 @@ ChangedFileBar::ChangedFileBar(COrvaneDoc* doc, QWidget* parent)
   text_->setWordWrap(true);
   load_->setToolTip(QStringLiteral("Take the table as it is on disk"));
   keep_->setToolTip(QStringLiteral("Keep the table as it is here; Save overwrites the file"));
-  for (QPushButton* button : {load_, keep_}) {
+  compare_->setToolTip(QStringLiteral("Show what differs between the table and the file"));
+  for (QPushButton* button : {compare_, load_, keep_}) {
     button->setAccessibleDescription(button->toolTip());
     button->setAutoDefault(true);  // Return presses it
   }
   auto* layout = new QHBoxLayout(this);
   layout->addWidget(text_, 1);
+  layout->addWidget(compare_);
   layout->addWidget(load_);
   layout->addWidget(keep_);
   hide();
@@ -36,6 +39,7 @@ ChangedFileBar::ChangedFileBar(COrvaneDoc* doc, QWidget* parent)
     doc_->OnReload();
     Look();
   });
+  connect(compare_, &QPushButton::clicked, this, &ChangedFileBar::compareWanted);
   connect(keep_, &QPushButton::clicked, this, [this] {
     doc_->KeepMine();
     Look();
@@ -56,6 +60,7 @@ void ChangedFileBar::Look() {
 
 void ChangedFileBar::ShowText(const QString& text, bool can_load) {
   load_->setVisible(can_load);
+  compare_->setVisible(can_load);
   if (!isHidden() && text_->text() == text) {
     return;
   }

@@ -25,6 +25,8 @@ class ChangedFileBar : public QFrame {
  signals:
   /// The bar went while it had the focus.
   void focusLeft();
+  /// What differs between the table and the file as it is now is to be shown.
+  void compareWanted();
 
  private:
   void ShowText(const QString& text, bool can_load);
@@ -34,6 +36,7 @@ class ChangedFileBar : public QFrame {
   QLabel* text_;
   QPushButton* load_;
   QPushButton* keep_;
+  QPushButton* compare_;
 };
 
 }  // namespace orvane

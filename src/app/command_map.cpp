@@ -27,6 +27,9 @@ constexpr auto kFile = std::to_array<CommandRow>({
     {kAppExit, "E&xit", "Quit the application; prompts to save TBL file\nExit"},
 });
 constexpr auto kEdit = std::to_array<CommandRow>({
+    {kEditUndo, "&Undo\tCtrl+Z", "Take back the last change of the table\nUndo"},
+    {kEditRedo, "Re&do\tCtrl+Y", "Make the change again that was taken back\nRedo"},
+    kLine,
     {kEditAcquisition, "&Acquisition Parameters...\tCtrl+1", "Set acquisition parameters\nAcquisition"},
     {kEditStepping, "&Frequency Stepping Parameters...\tCtrl+2",
      "Set frequency stepping parameters\nStepping"},
@@ -40,6 +43,9 @@ constexpr auto kEdit = std::to_array<CommandRow>({
     {kEditFtp, "F&TP Client Setup...\tCtrl+7", ""},
     kLine,
     {kEditRaw, "&Raw Parameters...\tCtrl+8", "Display and edit parameters in raw table\nRaw Table"},
+    kLine,
+    {kSaveValues, "Save Changes As Te&xt...", "Write values of the table as lines KEY=VALUE"},
+    {kApplyValues, "Appl&y Values...", "Take values over from lines KEY=VALUE"},
 });
 constexpr auto kUtilities = std::to_array<CommandRow>({
     {kListTables, "Convert &TBL File(s) to ASCII File(s)...", "Convert  TBL file(s)  into TXT file(s)"},
@@ -64,6 +70,8 @@ constexpr auto kView = std::to_array<CommandRow>({
     {kWaveformSettings, "Set &Waveform Display Parameters...", ""},
     kLine,
     {kViewBoxStatus, "View &Box Status...", "Display box status information"},
+    kLine,
+    {kViewChanges, "Ch&anges\tF8", "What differs from the file, the defaults or another table\nChanges"},
     kLine,
     {kViewTheme, "T&heme", ""},
     {kViewToolbar, "&Toolbar", ""},

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/editor_commands.h"
 
+#include <QAbstractButton>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <algorithm>
+#include <array>
+#include <utility>
 
 #include "app/field_folders.h"
 #include "app/key_labels.h"
@@ -31,7 +35,9 @@
 #include "table/box_keys.h"
 #include "table/param_access.h"
 #include "table/param_text.h"
+#include "table/stored_values.h"
 #include "table/tech.h"
+#include "ui/byte_text.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -44,13 +50,35 @@ QString UsersFolder() {
   return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
+const QString kSiteStep = QStringLiteral("Site Setup");
+
+// What a dialog wrote before it was cancelled is a step too.
+QString StepOf(const QDialog& dialog, bool is_accepted) {
+  const QString title = dialog.windowTitle();
+  return is_accepted ? title : title + QStringLiteral(", cancelled");
+}
+
+// The controls of a dialog are named by their numbers; of a group of buttons the chosen one gets
+// the focus.
+void FocusControl(const QDialog& dialog, int control) {
+  auto* widget = control == 0 ? nullptr : dialog.findChild<QWidget*>(QString::number(control));
+  if (widget == nullptr) {
+    return;
+  }
+  for (auto* button : widget->findChildren<QAbstractButton*>()) {
+    widget = button->isChecked() ? button : widget;
+  }
+  widget->setFocus();
+}
+
 }  // namespace
 
 void EditorCommands::TellEarlyChanges(const std::vector<std::string>& keys) {
   if (keys.empty()) {
     return;
   }
-  early_line_ = "Cancelled; already changed and kept: " + LabelledKeys(keys);
+  early_line_ = "Cancelled; these were changed before and stay: " + LabelledKeys(keys) +
+                ". Undo takes them back";
   notices_->ShowNotice(early_line_);
 }
 
@@ -72,14 +100,30 @@ void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
   }
 }
 
-void EditorCommands::EditRaw() {
+void EditorCommands::SetStepActions(QAction* undo, QAction* redo) {
+  undo_ = undo;
+  redo_ = redo;
+}
+
+void EditorCommands::EditRaw(ParamKey key) {
   const Meanings meanings(TransmitterModels());
   CParamTableDlg dialog(&doc_->Table(), parent_, doc_->NotInFile(),
                         [&meanings](const ParamEntry& entry) { return meanings.Line(entry); });
   TellRefusedPastes(dialog);
-  QObject::connect(&dialog, &CParamTableDlg::edited, doc_, &COrvaneDoc::UpdateAllViews);
+  const QString title = QStringLiteral("Raw Parameters");
+  QObject::connect(&dialog, &CParamTableDlg::edited, doc_, [this, title] {
+    doc_->NoteStep(title);
+    EndEarlyLine();
+  });
+  if (undo_ != nullptr && redo_ != nullptr) {
+    dialog.addActions({undo_, redo_});
+    QObject::connect(doc_, &COrvaneDoc::changed, &dialog, &CParamTableDlg::Refresh);
+  }
+  if (!key.IsEmpty()) {
+    dialog.GoTo(key);
+  }
   dialog.exec();
-  doc_->NoteChanges();
+  doc_->NoteStep(title);
 }
 
 bool EditorCommands::AskForSerials(QWidget* parent, std::vector<std::string>* early) {
@@ -92,35 +136,56 @@ bool EditorCommands::AskForSerials(QWidget* parent, std::vector<std::string>* ea
   BoxSerialForm form(&doc_->Table());
   form.Open();
   CBoxSerialDlg dialog(&form, prompts_, parent);
-  if (dialog.exec() != QDialog::Accepted) {
+  if (!Show(&dialog)) {
     return false;
   }
   for (std::string& key : writes.Changes()) {
     early->push_back(std::move(key));
   }
-  doc_->NoteChanges();
+  doc_->UpdateAllViews();
   return true;
 }
 
 bool EditorCommands::SetUpSite(Tech tech, QWidget* parent, std::vector<std::string>* early) {
-  if (tech != kMtAmt && !AskForSerials(parent, early)) {
-    return false;
-  }
+  return (tech == kMtAmt || AskForSerials(parent, early)) && RunSite(tech, parent, early);
+}
+
+bool EditorCommands::RunSite(Tech tech, QWidget* parent, std::vector<std::string>* early) {
   ParamTable& table = doc_->Table();
   SiteForm form(&table, tech, TransmitterModels());
   for (std::string& key : form.Open()) {
     early->push_back(std::move(key));
   }
+  if (!HasWanted(form.Model())) {
+    return false;
+  }
   CSiteDlg dialog(&form, &table, prompts_, parent);
   QObject::connect(&dialog, &CSiteDlg::told, doc_,
                    [this](const QString& text) { notices_->ShowNotice(text.toStdString()); });
   TellRefusedPastes(dialog);
-  if (dialog.exec() != QDialog::Accepted) {
+  if (!Show(&dialog)) {
     return false;
   }
-  doc_->NoteChanges();
+  doc_->UpdateAllViews();
   EndEarlyLine();
   return true;
+}
+
+void EditorCommands::EditSite() {
+  std::vector<std::string> early;
+  const bool is_accepted = RunSite(TechOf(doc_->Table()), parent_, &early);
+  if (is_shown_) {
+    doc_->NoteStep(kSiteStep);
+    if (!is_accepted) {
+      TellEarlyChanges(early);
+    }
+  }
+}
+
+void EditorCommands::EditSerials() {
+  std::vector<std::string> early;
+  AskForSerials(parent_, &early);
+  doc_->NoteStep(TextFromBytes(BoxSerialForm::kTitle));
 }
 
 void EditorCommands::EditAcquisition() {
@@ -128,23 +193,34 @@ void EditorCommands::EditAcquisition() {
   const UtcClock now;
   AcqForm form(&table, &now);
   form.Open();
+  if (!HasWanted(form.Model())) {
+    return;
+  }
   CAcqParamDlg dialog(&form, prompts_, parent_);
   std::vector<std::string> early;
+  bool has_site = false;
   dialog.SetSiteSetup([&] {
     const Tech tech = form.BeginSiteSetup();
-    // The coils of an MT/AMT site are those of the acquisition: its own OK writes the same.
-    if (tech != kNoTech && SetUpSite(tech, &dialog, &early) && tech == kMtAmt) {
-      const auto text = [&table](ParamKey key) { return ParamAsText(table, key); };
-      form.SetCoilSerials(text("HXSN"), text("HYSN"), text("HZSN"));
+    if (tech != kNoTech && SetUpSite(tech, &dialog, &early)) {
+      has_site = true;
+      // The coils of an MT/AMT site are those of the acquisition: its own OK writes the same.
+      if (tech == kMtAmt) {
+        const auto text = [&table](ParamKey key) { return ParamAsText(table, key); };
+        form.SetCoilSerials(text("HXSN"), text("HYSN"), text("HZSN"));
+      }
     }
     doc_->UpdateAllViews();
   });
-  if (!Run(&dialog)) {
-    for (std::string& key : form.EarlyChanges()) {
-      early.push_back(std::move(key));
-    }
-    TellEarlyChanges(early);
+  const bool is_accepted = Show(&dialog);
+  doc_->NoteStep(!is_accepted && has_site ? kSiteStep : StepOf(dialog, is_accepted));
+  if (is_accepted) {
+    EndEarlyLine();
+    return;
   }
+  for (std::string& key : form.EarlyChanges()) {
+    early.push_back(std::move(key));
+  }
+  TellEarlyChanges(early);
 }
 
 QString EditorCommands::ScheduleFolder(Tech method) const {
@@ -155,12 +231,13 @@ QString EditorCommands::ScheduleFolder(Tech method) const {
 void EditorCommands::EditStepping() {
   SteppingForm form(&doc_->Table(), prompts_, notices_);
   form.Open();
+  if (!HasWanted(form.Model())) {
+    return;
+  }
   const QString folder = ScheduleFolder(TechOf(doc_->Table()));
   CFreqSteppingDlg dialog(&form, prompts_, folder, parent_);
   TellRefusedPastes(dialog);
-  if (!Run(&dialog)) {
-    TellEarlyChanges(form.EarlyChanges());
-  }
+  Run(&dialog, [&form] { return form.EarlyChanges(); });
 }
 
 void EditorCommands::CreateFdemSchedule() {
@@ -173,50 +250,123 @@ void EditorCommands::CreateFdemSchedule() {
   }
 }
 
-bool EditorCommands::Run(QDialog* dialog) {
-  const bool is_accepted = dialog->exec() == QDialog::Accepted;
-  doc_->NoteChanges();  // Cancel does not undo everything
+bool EditorCommands::Show(QDialog* dialog) {
+  is_shown_ = true;
+  FocusControl(*dialog, std::exchange(wanted_, 0));
+  return dialog->exec() == QDialog::Accepted;
+}
+
+bool EditorCommands::Run(QDialog* dialog, const std::function<std::vector<std::string>()>& early) {
+  const bool is_accepted = Show(dialog);
+  doc_->NoteStep(StepOf(*dialog, is_accepted));  // Cancel does not take back everything
   if (is_accepted) {
     EndEarlyLine();
+  } else {
+    TellEarlyChanges(early());
   }
   return is_accepted;
+}
+
+bool EditorCommands::Run(QDialog* dialog) {
+  return Run(dialog, [] { return std::vector<std::string>(); });
 }
 
 void EditorCommands::EditRadio() {
   RadioForm form(&doc_->Table());
   form.Open();
-  CRadioDlg dialog(&form, prompts_, parent_);
-  if (!Run(&dialog)) {
-    TellEarlyChanges(form.EarlyChanges());
+  if (HasWanted(form.Model())) {
+    CRadioDlg dialog(&form, prompts_, parent_);
+    Run(&dialog, [&form] { return form.EarlyChanges(); });
   }
 }
 
 void EditorCommands::EditGsm() {
   PlainForm form(&doc_->Table(), GsmFields());
   form.Open();
-  CGsmDlg dialog(&form, prompts_, parent_);
-  Run(&dialog);
+  if (HasWanted(form.Model())) {
+    CGsmDlg dialog(&form, prompts_, parent_);
+    Run(&dialog);
+  }
 }
 
 void EditorCommands::EditFtp() {
   FtpForm form(&doc_->Table());
   form.Open();
-  CFtpDlg dialog(&form, prompts_, parent_);
-  Run(&dialog);
+  if (HasWanted(form.Model())) {
+    CFtpDlg dialog(&form, prompts_, parent_);
+    Run(&dialog);
+  }
 }
 
 void EditorCommands::EditCurrentSensor() {
   CurrentSensorForm form(&doc_->Table());
   form.Open();
-  CCurrentSensorDlg dialog(&form, prompts_, parent_);
-  Run(&dialog);
+  if (HasWanted(form.Model())) {
+    CCurrentSensorDlg dialog(&form, prompts_, parent_);
+    Run(&dialog);
+  }
 }
 
 void EditorCommands::EditCoil() {
   CoilForm form(&doc_->Table(), CoilModels());
   form.Open();
-  CCoilDlg dialog(&form, prompts_, parent_);
-  Run(&dialog);
+  if (HasWanted(form.Model())) {
+    CCoilDlg dialog(&form, prompts_, parent_);
+    Run(&dialog);
+  }
+}
+
+bool EditorCommands::HasWanted(const FormModel& model) {
+  return wanted_ == 0 || model.IsEnabled(wanted_);
+}
+
+std::span<const EditorCommands::TitledEditor> EditorCommands::Editors() {
+  static constexpr auto kEditors = std::to_array<TitledEditor>({
+      {acq::kTitle, &EditorCommands::EditAcquisition},
+      {stepping::kTitle, &EditorCommands::EditStepping},
+      {BoxSerialForm::kTitle, &EditorCommands::EditSerials},
+      {RadioForm::kTitle, &EditorCommands::EditRadio},
+      {gsm::kTitle, &EditorCommands::EditGsm},
+      {FtpForm::kTitle, &EditorCommands::EditFtp},
+      {CurrentSensorForm::kTitle, &EditorCommands::EditCurrentSensor},
+      {CoilForm::kTitle, &EditorCommands::EditCoil},
+  });
+  return kEditors;
+}
+
+bool EditorCommands::TryEdit(const EditPlace& place) {
+  ParamTable& table = doc_->Table();
+  const Tech method = TechOf(table);
+  const auto editors = Editors();
+  const auto* titled =
+      std::find_if(editors.data(), editors.data() + editors.size(),
+                   [&place](const TitledEditor& one) { return one.title == place.dialog; });
+  Editor edit = titled == editors.data() + editors.size() ? nullptr : titled->edit;
+  if (IsKnown(method) && SiteForm(&table, method, TransmitterModels()).Title() == place.dialog) {
+    edit = &EditorCommands::EditSite;
+  }
+  if (edit == nullptr || place.is_only_shown) {
+    return false;
+  }
+  const std::vector<ParamValue> before = StoredValues(table);
+  wanted_ = place.control;
+  is_shown_ = false;
+  (this->*edit)();
+  wanted_ = 0;
+  if (!is_shown_) {
+    RestoreValues(before, &table);  // opening a form may write
+  }
+  return is_shown_;
+}
+
+void EditorCommands::EditKey(ParamKey key) {
+  const Meanings meanings;
+  const KeyMeaning* meaning = meanings.Find(key);
+  if (meaning == nullptr ||
+      std::none_of(meaning->places.begin(), meaning->places.end(),
+                   [this](const EditPlace& place) { return TryEdit(place); })) {
+    EditRaw(key);
+  }
 }
 
 void EditorCommands::ViewBoxStatus() {
@@ -234,12 +384,11 @@ void EditorCommands::SaveAllBoxes() {
     TellRefusedPastes(dialog);
     return dialog.exec() != CStartupDlg::kStop;  // Cancel skips this box only
   });
+  doc_->NoteStep(QStringLiteral("Save All Boxes"));  // what start-up files change for good
   if (run.Document() == StartupRun::OwnFile::kWritten) {
     doc_->OnOwnFileWritten(run.DocumentMemory());
   } else if (run.Document() == StartupRun::OwnFile::kTouched) {
     doc_->OnOwnFileTouched(run.DocumentMemory());
-  } else {
-    doc_->NoteChanges();
   }
   if (const std::string text = run.StatusText(); !text.empty()) {
     notices_->ShowNotice(text);

@@ -2,25 +2,33 @@
 #ifndef ORVANE_APP_EDITOR_COMMANDS_H_
 #define ORVANE_APP_EDITOR_COMMANDS_H_
 
+#include <QAction>
 #include <QDialog>
 #include <QWidget>
+#include <functional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/orvane_doc.h"
+#include "forms/form_model.h"
 #include "forms/prompts.h"
+#include "meaning/key_meaning.h"
 #include "table/tech.h"
 
 namespace orvane {
 
-/// What the commands of the setup editors do: run the dialogs and inform the document.
+/// What the commands of the setup editors do: run the dialogs and inform the document. Each is one
+/// step that can be undone.
 class EditorCommands {
  public:
   /// All must outlive the commands; `parent` is the window of the dialogs.
   EditorCommands(COrvaneDoc* doc, Prompts* prompts, Notices* notices, QWidget* parent)
       : doc_(doc), prompts_(prompts), notices_(notices), parent_(parent) {}
 
-  void EditRaw();
+  /// Begins at the row of `key`, where one is given.
+  void EditRaw(ParamKey key = {});
   void EditAcquisition();
   void EditStepping();
   void CreateFdemSchedule();
@@ -31,16 +39,39 @@ class EditorCommands {
   void EditCoil();
   void ViewBoxStatus();
   void SaveAllBoxes();
+  /// The dialog that edits a key, at its control: that of the site as the table's method has it.
+  /// The raw parameters where no dialog does, or where the method disables the control.
+  void EditKey(ParamKey key);
+  /// What Ctrl+Z and Ctrl+Y are in the raw parameters; `undo` and `redo` must outlive them.
+  void SetStepActions(QAction* undo, QAction* redo);
 
  private:
+  /// Edits where a control was asked for that is disabled: nothing is shown then.
+  using Editor = void (EditorCommands::*)();
+  struct TitledEditor {
+    std::string_view title;
+    Editor edit;
+  };
+  static std::span<const TitledEditor> Editors();
+  void EditSite();
+  void EditSerials();
+  /// True where the dialog was shown.
+  bool TryEdit(const EditPlace& place);
+  /// False where a control is asked for that this form disables.
+  bool HasWanted(const FormModel& model);
   /// The site setup of a method, over `parent`. True when it ended with OK. Adds the keys that were
   /// changed before it.
   bool SetUpSite(Tech tech, QWidget* parent, std::vector<std::string>* early);
+  bool RunSite(Tech tech, QWidget* parent, std::vector<std::string>* early);
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   /// The document's folder.
   QString ScheduleFolder(Tech method) const;
-  /// Runs a dialog. True when it ended with OK.
+  /// Runs a dialog, which is a step of its title. True when it ended with OK.
   bool Run(QDialog* dialog);
+  /// The same of one that writes before its OK: `early` gets what stays after Cancel.
+  bool Run(QDialog* dialog, const std::function<std::vector<std::string>()>& early);
+  /// Shows it at the control that was asked for. True when it ended with OK.
+  bool Show(QDialog* dialog);
   /// Of the grids of a dialog, in the status bar.
   void TellRefusedPastes(const QDialog& dialog);
   void TellEarlyChanges(const std::vector<std::string>& keys);
@@ -51,7 +82,11 @@ class EditorCommands {
   Prompts* prompts_;
   Notices* notices_;
   QWidget* parent_;
+  QAction* undo_ = nullptr;
+  QAction* redo_ = nullptr;
   std::string early_line_;
+  int wanted_ = 0;         // the control to begin at; 0: none
+  bool is_shown_ = false;  // a dialog was, since a control was asked for
 };
 
 }  // namespace orvane

@@ -81,6 +81,7 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
       prompts_(prompts),
       editors_(doc, prompts, notices, this),
       utilities_(doc, prompts, notices, this),
+      changes_(new ChangeCommands(doc, notices, this)),
       view_(new COrvaneView(doc, this)),
       changed_file_(new ChangedFileBar(doc, this)),
       stack_(new QStackedWidget(this)),
@@ -123,7 +124,7 @@ void CMainFrame::CreateCenter() {
   connect(qApp, &QGuiApplication::applicationStateChanged, this,
           [this](Qt::ApplicationState state) {
             if (state == Qt::ApplicationActive) {
-              changed_file_->Look();
+              LookAtFile();
             }
           });
 }
@@ -132,8 +133,13 @@ void CMainFrame::CreateCenter() {
 void CMainFrame::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
-    changed_file_->Look();
+    LookAtFile();
   }
+}
+
+void CMainFrame::LookAtFile() {
+  changed_file_->Look();
+  changes_->Dock()->Follow();
 }
 
 QAction* CMainFrame::CreateCommand(const CommandRow& row) {
@@ -223,6 +229,7 @@ void CMainFrame::CreateStatusBar() {
   notice_ = new NoticeLabel(QString::fromLatin1(kIdle), this);
   notice_->setObjectName(QStringLiteral("notice"));
   statusBar()->addWidget(notice_, 1);
+  statusBar()->addPermanentWidget(changes_->Counter());
   new LockIndicators(statusBar());
   QAction* shown = Command(kViewStatusBar);
   shown->setCheckable(true);
@@ -243,6 +250,8 @@ void CMainFrame::ConnectCommands() {
   Handle(kFileSaveAs, [this] { OnFileSaveAs(); });
   Handle(kAppExit, [this] { close(); });
   Handle(kFileSaveAllBoxes, [this] { editors_.SaveAllBoxes(); });
+  ConnectSteps();
+  ConnectChanges();
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
   Handle(kEditStepping, [this] { editors_.EditStepping(); });
   Handle(kListSchedules, [this] { utilities_.ListSchedules(); });
@@ -276,6 +285,41 @@ void CMainFrame::ConnectCommands() {
     connect(recent_actions_[i], &QAction::triggered, this,
             [this, i] { OpenFile(recent_files_.Paths().value(static_cast<int>(i))); });
   }
+}
+
+void CMainFrame::ConnectSteps() {
+  Command(kEditRedo)->setShortcuts(
+      {Command(kEditRedo)->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+Z"))});
+  connect(Command(kEditUndo), &QAction::triggered, doc_, &COrvaneDoc::Undo);
+  connect(Command(kEditRedo), &QAction::triggered, doc_, &COrvaneDoc::Redo);
+  editors_.SetStepActions(Command(kEditUndo), Command(kEditRedo));
+  const auto follow = [](QAction* command, const QString& verb, const QString& step) {
+    command->setEnabled(!step.isEmpty());
+    command->setText(step.isEmpty() ? verb : verb + QLatin1Char(' ') + step);
+  };
+  for (auto [id, change] : {std::pair(kEditUndo, &QUndoStack::undoTextChanged),
+                            std::pair(kEditRedo, &QUndoStack::redoTextChanged)}) {
+    const QString verb = Command(id)->text();
+    connect(
+        &doc_->Steps(), change, this,
+        [follow, action = Command(id), verb](const QString& step) { follow(action, verb, step); });
+  }
+  follow(Command(kEditUndo), Command(kEditUndo)->text(), doc_->Steps().undoText());
+  follow(Command(kEditRedo), Command(kEditRedo)->text(), doc_->Steps().redoText());
+}
+
+void CMainFrame::ConnectChanges() {
+  ChangesDock* dock = changes_->Dock();
+  QAction* shown = Command(kViewChanges);
+  shown->setCheckable(true);
+  shown->setEnabled(true);
+  connect(shown, &QAction::triggered, dock, &QWidget::setVisible);
+  connect(dock->toggleViewAction(), &QAction::toggled, shown, &QAction::setChecked);
+  connect(dock, &ChangesDock::editWanted, this, [this](ParamKey key) { editors_.EditKey(key); });
+  connect(changed_file_, &ChangedFileBar::compareWanted, dock,
+          [dock] { dock->ShowAgainst(Against::kFile); });
+  Handle(kSaveValues, [this] { changes_->SaveValues(); });
+  Handle(kApplyValues, [this] { changes_->ApplyValues(); });
 }
 
 void CMainFrame::FollowDisplay() {

@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 
+#include "app/change_commands.h"
 #include "app/changed_file_bar.h"
 #include "app/command_map.h"
 #include "app/editor_commands.h"
@@ -59,6 +60,9 @@ class CMainFrame : public QMainWindow {
   QAction* CreateCommand(const CommandRow& row);
   void Handle(int id, std::function<void()> handler);
   void ConnectCommands();
+  void LookAtFile();
+  void ConnectSteps();
+  void ConnectChanges();
   void UpdateTitle();
   void FollowDisplay();
   void UpdateRecentFiles();
@@ -74,6 +78,7 @@ class CMainFrame : public QMainWindow {
   QtPrompts* prompts_;
   EditorCommands editors_;
   UtilityCommands utilities_;
+  ChangeCommands* changes_;
   COrvaneView* view_;
   ChangedFileBar* changed_file_;
   QStackedWidget* stack_;

@@ -28,9 +28,10 @@ std::string OfAllParameters(std::size_t loaded) {
 }  // namespace
 
 COrvaneDoc::COrvaneDoc(ParamTable* table, Prompts* prompts, Notices* notices)
-    : table_(table), prompts_(prompts), notices_(notices) {
+    : table_(table), prompts_(prompts), notices_(notices), history_(table) {
   BuildIndex();  // so that the views show the defaults until there is a document
   baseline_ = *table_;
+  history_.Clear();
 }
 
 QString COrvaneDoc::Title() const {
@@ -46,6 +47,25 @@ void COrvaneDoc::NoteChanges() {
   emit modifiedChanged(IsModified());
 }
 
+void COrvaneDoc::NoteStep(const QString& name) {
+  history_.NoteStep(name);
+  NoteChanges();
+}
+
+void COrvaneDoc::Undo() {
+  const QString step = Steps().undoText();
+  history_.Undo();
+  notices_->ShowNotice("Undone: " + step.toStdString());
+  NoteChanges();
+}
+
+void COrvaneDoc::Redo() {
+  const QString step = Steps().redoText();
+  history_.Redo();
+  notices_->ShowNotice("Done again: " + step.toStdString());
+  NoteChanges();
+}
+
 void COrvaneDoc::TakeBaseline() {
   baseline_ = *table_;
   must_save_ = false;
@@ -54,6 +74,7 @@ void COrvaneDoc::TakeBaseline() {
 
 void COrvaneDoc::OnOwnFileWritten(const RememberedFile& file) {
   file_.TakeFromDisk(file, PathFromText(path_), *table_, &file_version_);
+  history_.FoldSave();
   TakeBaseline();
 }
 
@@ -88,6 +109,7 @@ bool COrvaneDoc::OnNewDocument() {
     notices_->ShowNotice("New table; the parameters keep their previous values");
   }
   has_document_ = true;
+  history_.Clear();
   TakeBaseline();
   return true;
 }
@@ -125,6 +147,7 @@ bool COrvaneDoc::Load(const QString& path, const ParamTable& before) {
     return false;
   }
   *table_ = std::move(loaded);
+  history_.Clear();
   file_.Take(memory, *table_, std::move(report.left_out));
   not_in_file_ = std::move(report.missing);
   path_ = QFileInfo(path).absoluteFilePath();
@@ -149,6 +172,7 @@ void COrvaneDoc::OnOpenUnsaved(const QString& path, std::span<const std::byte> i
   has_document_ = true;
   not_in_file_.clear();
   baseline_ = *table_;
+  history_.Clear();
   OnOwnFileTouched(file);  // whatever the file holds, it is not this
 }
 
@@ -257,6 +281,7 @@ bool COrvaneDoc::OnSave() {
 bool COrvaneDoc::OnSaveDocument(const QString& path) { return Write(path, AskForOptions()); }
 
 bool COrvaneDoc::Write(const QString& path, const TblSaveOptions& options) {
+  history_.NoteStep(QStringLiteral("Other changes"));  // what the save sets is no step
   const bool is_own = IsOwnFile(path);
   const bool was_gone = is_own && LookAtFile() == FileChange::kGone;
   TblReport report;
@@ -292,6 +317,7 @@ bool COrvaneDoc::Write(const QString& path, const TblSaveOptions& options) {
   file_version_ = 2;
   not_in_file_.clear();
   file_.Take(memory, *table_);
+  history_.FoldSave();
   TakeBaseline();
   return true;
 }

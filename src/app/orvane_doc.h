@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/document_file.h"
+#include "app/table_history.h"
 #include "forms/prompts.h"
 #include "table/param_table.h"
 #include "table/tbl_file.h"
@@ -89,12 +90,18 @@ class COrvaneDoc : public QObject {
   int FileVersion() const { return file_version_; }
 
   bool IsModified() const;
+  /// The table as New, Open or Save left it: what is not modified.
+  const ParamTable& Baseline() const { return baseline_; }
   /// Values that the file did not bring, until the next save.
   const std::vector<ParamKey>& NotInFile() const { return not_in_file_; }
   /// To be called after every change of the table, so that the views follow: while a dialog may
-  /// change more of it, and when it is done.
+  /// change more of it, and when it is done, with the name of the step that Undo takes back.
   void UpdateAllViews() { emit changed(); }
-  void NoteChanges();
+  void NoteStep(const QString& name);
+  /// Take back and make again what was noted since New or Open; the notices say what.
+  void Undo();
+  void Redo();
+  const QUndoStack& Steps() const { return history_.Steps(); }
 
  signals:
   /// Path, modified mark or a value of the table changed.
@@ -104,6 +111,7 @@ class COrvaneDoc : public QObject {
 
  private:
   void BuildIndex();
+  void NoteChanges();
   void TakeBaseline();
   bool Load(const QString& path, const ParamTable& before);
   TblSaveOptions AskForOptions();
@@ -118,7 +126,8 @@ class COrvaneDoc : public QObject {
   QString path_;
   ContentKind kind_ = kTable;
   int file_version_ = 0;
-  ParamTable baseline_;  // what is not modified
+  ParamTable baseline_;
+  TableHistory history_;
   DocumentFile file_;
   bool must_save_ = false;
   std::vector<ParamKey> not_in_file_;

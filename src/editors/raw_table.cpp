@@ -94,9 +94,34 @@ RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain
     }
     // kept: the one type without a name shows the name of the row before it.
     type = entry->type == RawPT ? type : ValueTypeName(entry->type);
-    rows_.push_back(
-        {key, type, PermissionName(entry->write_mask), ValueText(*entry), MeaningOf(*entry)});
+    rows_.push_back({key, type, PermissionName(entry->write_mask), {}, {}});
+    Take(*entry, ValueText(*entry), &rows_.back());
   }
+}
+
+void RawTable::Take(const ParamEntry& entry, std::string value, RawRow* row) const {
+  row->value = std::move(value);
+  row->meaning = MeaningOf(entry);
+  row->stored = entry.value;
+}
+
+std::vector<int> RawTable::ReadAgain() {
+  std::vector<int> changed;
+  for (int ordinal = 1; ordinal <= Count(); ++ordinal) {
+    RawRow& row = rows_[static_cast<std::size_t>(ordinal) - 1];
+    const ParamEntry* entry = table_->FindParam(row.key);
+    if (entry != nullptr && entry->value != row.stored) {
+      Take(*entry, ValueText(*entry), &row);
+      changed.push_back(ordinal);
+    }
+  }
+  return changed;
+}
+
+int RawTable::OrdinalOf(ParamKey key) const {
+  const auto row =
+      std::find_if(rows_.begin(), rows_.end(), [key](const RawRow& one) { return one.key == key; });
+  return row == rows_.end() ? 0 : static_cast<int>(row - rows_.begin()) + 1;
 }
 
 std::string RawTable::MeaningOf(const ParamEntry& entry) const {
@@ -146,8 +171,7 @@ std::vector<int> RawTable::EndEdit(int ordinal, std::string_view text) {
   for (int other = 1; other <= Count(); ++other) {
     if (Row(other).key == key) {
       RawRow& row = rows_[static_cast<std::size_t>(other) - 1];
-      row.value = other == ordinal ? std::string(text) : ValueText(*entry);
-      row.meaning = MeaningOf(*entry);
+      Take(*entry, other == ordinal ? std::string(text) : ValueText(*entry), &row);
       if (other != ordinal) {
         partners.push_back(other);
       }

@@ -43,6 +43,7 @@ struct RawRow {
   std::string_view permission;
   std::string value;
   std::string meaning;  ///< of the stored value
+  ParamValue stored{};  ///< when the row was last read or edited
 };
 
 /// The rows in table order, read once when made; edits go straight into the table. Rows are told by
@@ -70,6 +71,12 @@ class RawTable {
   /// show the stored value.
   std::vector<int> EndEdit(int ordinal, std::string_view text);
 
+  /// Reads the rows again whose stored values others have changed. Returns their ordinals.
+  std::vector<int> ReadAgain();
+
+  /// The first row of a key; 0 where there is none.
+  int OrdinalOf(ParamKey key) const;
+
   /// Whether any edit ended.
   bool IsModified() const { return is_modified_; }
 
@@ -84,6 +91,7 @@ class RawTable {
 
  private:
   std::string MeaningOf(const ParamEntry& entry) const;
+  void Take(const ParamEntry& entry, std::string value, RawRow* row) const;
 
   ParamTable* table_;
   ParamTable opened_;  // as the table was

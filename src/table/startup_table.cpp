@@ -8,6 +8,7 @@
 #include "base/number_text.h"
 #include "files/path_text.h"
 #include "table/param_access.h"
+#include "table/values_text.h"
 
 namespace orvane {
 namespace {
@@ -38,27 +39,58 @@ struct ReadRecord {
   std::uint64_t offset = 0;
 };
 
-// What the current mode protects keeps its value.
-void Store(const ReadRecord& record, ParamTable* table, StartupTaken* taken) {
-  const ParamEntry& entry = record.entry;
-  const ParamKey key(entry.key);
-  const Status status =
-      table->SetParam(key, static_cast<ValueType>(entry.type), entry.value.data(), true);
-  if (status == kOk) {
-    taken->keys.insert(key.Word());
-  } else {
-    taken->left_out.Add(entry, record.offset, StatusText(status));
-  }
-}
+// Gives the records of a file to a box, one by one.
+class Giving {
+ public:
+  Giving(ParamTable* box, StartupTaken* taken) : box_(box), taken_(taken) {}
 
-void StoreRequest(const ReadRecord& record, ParamTable* table, StartupTaken* taken) {
-  if (const std::int32_t request = IntOf(record.entry.value); request == 0 || request == 9) {
-    taken->left_out.Add(record.entry, record.offset,
-                        "the action " + FormatInt(request) + " is no request");
-  } else {
-    Store(record, table, taken);
+  void Give(const ReadRecord& record) {
+    if (ParamKey(record.entry.key) == "TBVI") {
+      return;  // becomes the version of the file
+    }
+    if (ParamKey(record.entry.key) == "RQST" && record.entry.type == IntPT) {
+      request_ = record;
+    } else {
+      Store(record);
+    }
   }
-}
+
+  void End(int version) {
+    if (request_) {
+      StoreRequest();
+    }
+    PutInt(box_, "TBVI", version);
+    taken_->keys.insert(ParamKey("TBVI").Word());
+  }
+
+ private:
+  // What the current mode protects keeps its value.
+  void Store(const ReadRecord& record) {
+    const ParamEntry& entry = record.entry;
+    const ParamKey key(entry.key);
+    const Status status =
+        box_->SetParam(key, static_cast<ValueType>(entry.type), entry.value.data(), true);
+    if (status == kOk) {
+      taken_->keys.insert(key.Word());
+    } else {
+      taken_->left_out.Add(entry, record.offset, StatusText(status));
+    }
+  }
+
+  void StoreRequest() {
+    const std::int32_t request = IntOf(request_->entry.value);
+    if (request == 0 || request == 9) {
+      taken_->left_out.Add(request_->entry, request_->offset,
+                           "the action " + FormatInt(request) + " is no request");
+    } else {
+      Store(*request_);
+    }
+  }
+
+  ParamTable* box_;
+  StartupTaken* taken_;
+  std::optional<ReadRecord> request_;  // the last one
+};
 
 }  // namespace
 
@@ -70,30 +102,29 @@ Status LoadAsBox(ParamTable* table, const std::filesystem::path& path, TblReport
     return status;
   }
   ParamTable loaded = *table;
-  std::optional<ReadRecord> request;  // the last one
+  Giving giving(&loaded, taken);
   ReadRecord record;
   while (reader.Next(&record.entry)) {
     ++report->records;
     record.offset = reader.RecordOffset();
-    if (ParamKey(record.entry.key) == "TBVI") {
-      continue;  // becomes the version of the file
-    }
-    if (ParamKey(record.entry.key) == "RQST" && record.entry.type == IntPT) {
-      request = record;
-    } else {
-      Store(record, &loaded, taken);
-    }
+    giving.Give(record);
   }
   if (const Status status = reader.End(report); status != kOk) {
     return status;
   }
-  if (request) {
-    StoreRequest(*request, &loaded, taken);
-  }
-  PutInt(&loaded, "TBVI", report->version);
-  taken->keys.insert(ParamKey("TBVI").Word());
+  giving.End(report->version);
   *table = std::move(loaded);
   return kOk;
+}
+
+StartupTaken GiveToBox(const ParamTable& table, ParamTable* box) {
+  StartupTaken taken;
+  Giving giving(box, &taken);
+  for (const ParamKey key : AllKeys(table)) {
+    giving.Give({*table.FindParam(key), 0});
+  }
+  giving.End(2);
+  return taken;
 }
 
 Status LoadStartupTable(ParamTable* table, const LogSink& log) {

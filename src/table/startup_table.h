@@ -29,6 +29,9 @@ struct StartupTaken {
 Status LoadAsBox(ParamTable* table, const std::filesystem::path& path, TblReport* report,
                  StartupTaken* taken);
 
+/// The same of a table that is not saved yet.
+StartupTaken GiveToBox(const ParamTable& table, ParamTable* box);
+
 /// What a box does at power-up: `LoadAsBox()` with "SNUM".tbl or Startup.tbl of the folder "DPTH".
 /// 0, 173 or 174; a clock unit (by "HW") has no start-up table.
 Status LoadStartupTable(ParamTable* table, const LogSink& log = {});

@@ -40,7 +40,7 @@ struct Program {
   // What an editor's OK does.
   void Edit(const char* text) {
     Set(&table, "SITE", text);
-    doc.NoteChanges();
+    doc.NoteStep(QStringLiteral("Edit"));
   }
 
   ParamTable table = NewTable();
@@ -100,7 +100,7 @@ TEST_F(EmergencyCopies, ACrashedProgramsEditsAreOfferedAndOpened) {
   EXPECT_TRUE(next.doc.IsModified());
   EXPECT_EQ(ReadAll(PathFromText(TablePath())), saved);
 
-  next.doc.NoteChanges();
+  next.doc.NoteStep(QStringLiteral("Edit"));
   EXPECT_TRUE(next.doc.IsModified()) << "until it is saved";
   next.Edit("edited further");
   EXPECT_EQ(dir_.Count(), 2U) << "the copy and its lock";

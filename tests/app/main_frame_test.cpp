@@ -115,7 +115,7 @@ TEST_F(MainFrame, HasEveryCommand) {
     }
     commands.push_back(count);
   }
-  EXPECT_EQ(commands, (std::vector<int>{10, 8, 9, 6, 2}));
+  EXPECT_EQ(commands, (std::vector<int>{10, 12, 9, 7, 2}));
   EXPECT_EQ(frame_->Command(kFileOpen)->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
   EXPECT_EQ(frame_->Command(kEditRadio)->toolTip(), QStringLiteral("MHX  Modern"));
   for (const QAction* action : frame_->findChild<QToolBar*>()->actions()) {
@@ -264,7 +264,7 @@ TEST_F(MainFrame, AsksBeforeClosingAndTakesDroppedFiles) {
   EXPECT_TRUE(marks.endsWith(QStringLiteral("718 of 719 values are not in the file")));
   const std::int32_t edited = 3;
   ASSERT_EQ(table_.SetParam("TECH", IntPT, &edited), kOk);
-  doc_.NoteChanges();
+  doc_.NoteStep(QStringLiteral("Edit"));
   WithModal([](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); },
             [this] { EXPECT_FALSE(frame_->close()); });
   WithModal(

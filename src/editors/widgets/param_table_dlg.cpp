@@ -153,23 +153,51 @@ void CParamTableDlg::OnEndEdit(int row) {
   const std::vector<int> partners =
       rows_.EndEdit(ordinal, BytesFromText(grid_->GetItemText(row, kValueColumn)));
   ShowMeaning(row);
-  const bool is_changed = rows_.IsChanged(ordinal);
-  const auto mark = [this, is_changed](int changed_row) {
-    for (const int column : {kCodeColumn, kValueColumn}) {
-      grid_->SetItemMarked(changed_row, column, is_changed);
-    }
-  };
-  mark(row);
-  for (int other = 1; !partners.empty() && other < grid_->GetRowCount(); ++other) {
-    const int partner = OrdinalAt(other);
-    if (std::find(partners.begin(), partners.end(), partner) != partners.end()) {
-      grid_->SetItemText(other, kValueColumn, TextFromBytes(rows_.Row(partner).value));
-      ShowMeaning(other);
-      mark(other);
-    }
-  }
+  Mark(row);
+  ShowAgain(partners);
   ShowDetail(row);
   emit edited();
+}
+
+void CParamTableDlg::ShowAgain(const std::vector<int>& ordinals) {
+  for (int row = 1; !ordinals.empty() && row < grid_->GetRowCount(); ++row) {
+    const int ordinal = OrdinalAt(row);
+    if (std::find(ordinals.begin(), ordinals.end(), ordinal) != ordinals.end()) {
+      grid_->SetItemText(row, kValueColumn, TextFromBytes(rows_.Row(ordinal).value));
+      ShowMeaning(row);
+      Mark(row);
+    }
+  }
+}
+
+void CParamTableDlg::Mark(int row) {
+  for (const int column : {kCodeColumn, kValueColumn}) {
+    grid_->SetItemMarked(row, column, rows_.IsChanged(OrdinalAt(row)));
+  }
+}
+
+void CParamTableDlg::Refresh() {
+  ShowAgain(rows_.ReadAgain());
+  ShowDetail(grid_->GetFocusCell().first);
+}
+
+void CParamTableDlg::GoTo(ParamKey key) {
+  const int ordinal = rows_.OrdinalOf(key);
+  for (int row = 1; row < grid_->GetRowCount(); ++row) {
+    if (OrdinalAt(row) == ordinal) {
+      FocusRow(row);
+      return;
+    }
+  }
+}
+
+void CParamTableDlg::FocusRow(int row) {
+  if (!grid_->IsRowVisible(row)) {
+    filter_->clear();  // it hides what was asked for
+  }
+  grid_->SetFocusCell(row, kValueColumn);
+  grid_->EnsureVisible(row, kValueColumn);
+  grid_->setFocus();
 }
 
 void CParamTableDlg::ShowMeaning(int row) {
@@ -184,12 +212,7 @@ void CParamTableDlg::OnLookup() {
   for (int row = 1; row < grid_->GetRowCount(); ++row) {
     if (EqualsWithoutCase(BytesFromText(grid_->GetItemText(row, kCodeColumn)),
                           BytesFromText(code))) {
-      if (!grid_->IsRowVisible(row)) {
-        filter_->clear();  // it hides what was asked for
-      }
-      grid_->SetFocusCell(row, kValueColumn);
-      grid_->EnsureVisible(row, kValueColumn);
-      grid_->setFocus();
+      FocusRow(row);
       return;
     }
   }

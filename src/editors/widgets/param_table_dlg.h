@@ -29,6 +29,11 @@ class CParamTableDlg : public QDialog {
   /// Whether a value was edited.
   bool IsModified() const { return rows_.IsModified(); }
 
+  /// Shows what others have changed in the table.
+  void Refresh();
+  /// Brings the focus to the row of a key.
+  void GoTo(ParamKey key);
+
   void done(int result) override;
 
  signals:
@@ -41,6 +46,10 @@ class CParamTableDlg : public QDialog {
   void LayOut();
   int OrdinalAt(int row) const;
   void ShowMeaning(int row);
+  /// Value, meaning and mark of these rows.
+  void ShowAgain(const std::vector<int>& ordinals);
+  void Mark(int row);
+  void FocusRow(int row);
 
   void OnEndEdit(int row);
   void OnLookup();

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CHANGES_COMPARISON_H_
+#define ORVANE_CHANGES_COMPARISON_H_
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/result.h"
+#include "changes/change_rows.h"
+#include "files/file_memory.h"
+#include "meaning/meanings.h"
+
+namespace orvane {
+
+/// What a table is compared with.
+enum class Against {
+  kFile,      ///< the file on disk that it belongs to
+  kDefaults,  ///< the built-in values
+  kTable,     ///< a second table file
+  kBox,       ///< what a box would hold that takes it at power-up
+  kVersion1,  ///< what a version-1 file would hold of it
+};
+
+/// A table beside another: keeps the list of what differs while both change.
+class Comparison {
+ public:
+  /// Both must outlive the comparison.
+  Comparison(const ParamTable* here, const Meanings* meanings) : here_(here), meanings_(meanings) {}
+
+  Against With() const { return against_; }
+  void CompareWith(Against against) { against_ = against; }
+  /// The file of the table, empty where it has none yet, and the second table.
+  void SetFile(std::filesystem::path file) { file_.path = std::move(file); }
+  void SetSecond(std::filesystem::path file) { second_.path = std::move(file); }
+  const std::filesystem::path& Second() const { return second_.path; }
+
+  /// Lists again: to be called after either side has changed. A file is read only where its bytes
+  /// are others than before. Fails where there is nothing to compare with; there are no rows then.
+  Result<> Update();
+
+  const std::vector<ChangeRow>& Rows() const { return rows_; }
+
+ private:
+  // A file as it was read.
+  struct Read {
+    std::filesystem::path path;
+    std::filesystem::path read_path;
+    RememberedFile memory;
+    std::optional<OtherTable> table;
+  };
+
+  Result<> List(Read* file);
+
+  const ParamTable* here_;
+  const Meanings* meanings_;
+  Against against_ = Against::kFile;
+  Read file_;
+  Read second_;
+  std::vector<ChangeRow> rows_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_CHANGES_COMPARISON_H_

@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "changes/widgets/changes_dock.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "files/path_text.h"
+#include "ui/file_dialogs.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+// In the order of `Against`.
+constexpr std::array<const char*, 5> kAgainst = {"File on disk", "Built-in values", "Another table",
+                                                 "What a box takes at power-up",
+                                                 "What a version-1 file would hold"};
+
+const QString kFolder = QStringLiteral("Folders/Compare");
+
+}  // namespace
+
+ChangesDock::ChangesDock(const ParamTable* table, const Meanings* meanings, QWidget* parent)
+    : QDockWidget(QStringLiteral("Changes"), parent),
+      comparison_(table, meanings),
+      model_(new ChangesModel(this)) {
+  setObjectName(QStringLiteral("changes"));
+  setAllowedAreas(Qt::BottomDockWidgetArea | Qt::TopDockWidgetArea);
+  setWidget(MakeContent());
+  connect(against_, &QComboBox::activated, this, &ChangesDock::OnAgainst);
+  connect(model_, &ChangesModel::ticked, this, &ChangesDock::EnableButtons);
+  connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &ChangesDock::EnableButtons);
+  connect(list_, &QTableView::doubleClicked, this, &ChangesDock::Edit);
+  EnableButtons();
+}
+
+QPushButton* ChangesDock::NewButton(const char* text, const char* name, const char* tip,
+                                    void (ChangesDock::*handler)()) {
+  auto* button = new QPushButton(QString::fromLatin1(text), this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setToolTip(QString::fromLatin1(tip));
+  button->setAccessibleDescription(button->toolTip());
+  connect(button, &QPushButton::clicked, this, handler);
+  return button;
+}
+
+QAction* ChangesDock::NewAction(const char* text, const QKeySequence& key,
+                                void (ChangesDock::*handler)()) {
+  auto* action = new QAction(QString::fromLatin1(text), list_);
+  action->setShortcut(key);
+  action->setShortcutContext(Qt::WidgetShortcut);
+  connect(action, &QAction::triggered, this, handler);
+  list_->addAction(action);
+  return action;
+}
+
+QLayout* ChangesDock::MakeTop() {
+  against_ = new QComboBox(this);
+  against_->setObjectName(QStringLiteral("against"));
+  for (const char* text : kAgainst) {
+    against_->addItem(QString::fromLatin1(text));
+  }
+  auto* label = new QLabel(QStringLiteral("Compare &with"), this);
+  label->setBuddy(against_);
+  against_->setAccessibleName(QStringLiteral("Compare with"));
+  choose_ = NewButton("Choose...", "choose", "Choose the second table", &ChangesDock::Choose);
+  second_ = new QLabel(this);
+  second_->setTextFormat(Qt::PlainText);
+  take_ = NewButton("Re&vert", "take",
+                    "Take over the values there of the ticked rows, "
+                    "or of the selected ones where none is ticked",
+                    &ChangesDock::TakeChosen);
+  take_all_ =
+      NewButton("Revert A&ll", "take-all", "Take over all values there", &ChangesDock::TakeAll);
+  copy_ = NewButton("&Copy", "copy", "Copy the selected rows, or all where none is",
+                    &ChangesDock::Copy);
+  auto* top = new QHBoxLayout;
+  top->addWidget(label);
+  top->addWidget(against_);
+  top->addWidget(choose_);
+  top->addWidget(second_);
+  top->addStretch(1);
+  for (QPushButton* button : {take_, take_all_, copy_}) {
+    top->addWidget(button);
+  }
+  return top;
+}
+
+void ChangesDock::MakeList() {
+  list_ = new QTableView(this);
+  list_->setObjectName(QStringLiteral("change-list"));
+  list_->setAccessibleName(QStringLiteral("Changes"));
+  list_->setModel(model_);
+  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  list_->setAlternatingRowColors(true);
+  list_->setWordWrap(false);
+  list_->setTabKeyNavigation(false);
+  list_->verticalHeader()->hide();
+  list_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  list_->horizontalHeader()->setHighlightSections(false);
+  list_->horizontalHeader()->setStretchLastSection(true);
+  const int width = fontMetrics().averageCharWidth();
+  list_->setColumnWidth(ChangesModel::kCode, 16 * width);
+  list_->setColumnWidth(ChangesModel::kMeaning, 46 * width);
+  list_->setColumnWidth(ChangesModel::kThere, 34 * width);
+  NewAction("&Edit...", QKeySequence(), &ChangesDock::Edit);
+  NewAction("Re&vert", QKeySequence(), &ChangesDock::TakeChosen);
+  NewAction("&Copy", QKeySequence::Copy, &ChangesDock::Copy);
+  list_->setContextMenuPolicy(Qt::ActionsContextMenu);
+  list_->installEventFilter(this);
+}
+
+QWidget* ChangesDock::MakeContent() {
+  auto* content = new QWidget(this);
+  auto* layout = new QVBoxLayout(content);
+  layout->addLayout(MakeTop());
+  MakeList();
+  layout->addWidget(list_, 1);
+  summary_ = new QLabel(this);
+  summary_->setObjectName(QStringLiteral("change-summary"));
+  summary_->setTextFormat(Qt::PlainText);
+  summary_->setWordWrap(true);
+  layout->addWidget(summary_);
+  return content;
+}
+
+void ChangesDock::ShowAgainst(Against against) {
+  against_->setCurrentIndex(static_cast<int>(against));
+  show();
+  raise();
+  OnAgainst();
+  list_->setFocus();
+}
+
+void ChangesDock::SetSecond(const QString& path) {
+  comparison_.SetSecond(PathFromText(path));
+  second_->setText(QFileInfo(path).fileName());
+  second_->setToolTip(path);
+}
+
+void ChangesDock::SetFile(const QString& path) {
+  comparison_.SetFile(path.isEmpty() ? std::filesystem::path() : PathFromText(path));
+}
+
+void ChangesDock::OnAgainst() {
+  comparison_.CompareWith(static_cast<Against>(against_->currentIndex()));
+  model_->ClearTicks();
+  if (comparison_.With() == Against::kTable && comparison_.Second().empty()) {
+    Choose();
+  } else {
+    Follow();
+  }
+}
+
+void ChangesDock::Choose() {
+  CFileDialog dialog(QStringLiteral("Compare With"),
+                     "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||", QString(), this);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (dialog.ExecRemembering(kFolder)) {
+    SetSecond(dialog.Chosen());
+  }
+  Follow();
+}
+
+void ChangesDock::Follow() {
+  if (!isVisible()) {
+    return;
+  }
+  const int current = list_->currentIndex().row();
+  const ParamKey key = current < 0 ? ParamKey() : model_->Row(current).key;
+  const Result<> updated = comparison_.Update();
+  model_->SetRows(comparison_.Rows());
+  KeepRow(key);
+  const bool is_second = comparison_.With() == Against::kTable;
+  choose_->setVisible(is_second);
+  second_->setVisible(is_second);
+  take_->setText(is_second ? QStringLiteral("Take O&ver") : QStringLiteral("Re&vert"));
+  take_all_->setText(is_second ? QStringLiteral("Take A&ll") : QStringLiteral("Revert A&ll"));
+  summary_->setText(
+      QString::fromStdString(updated ? Summary(comparison_.Rows()) : updated.Message()));
+  EnableButtons();
+}
+
+// Where the row of the key went; else the one that has its place.
+void ChangesDock::KeepRow(ParamKey key) {
+  if (list_->currentIndex().isValid() || model_->rowCount() == 0) {
+    return;
+  }
+  const auto& rows = model_->Rows();
+  const auto found = std::find_if(rows.begin(), rows.end(),
+                                  [key](const ChangeRow& row) { return row.key == key; });
+  list_->setCurrentIndex(
+      model_->index(found == rows.end() ? 0 : static_cast<int>(found - rows.begin()), 0));
+}
+
+std::vector<int> ChangesDock::Selected() const {
+  std::vector<int> rows;
+  for (const QModelIndex& index : list_->selectionModel()->selectedRows()) {
+    rows.push_back(index.row());
+  }
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
+std::vector<int> ChangesDock::Chosen() const {
+  std::vector<int> rows = model_->Ticked();
+  return rows.empty() ? Selected() : rows;
+}
+
+void ChangesDock::Take(const std::vector<int>& rows) {
+  Values values;
+  for (const int row : rows) {
+    if (model_->Row(row).can_take) {
+      values.emplace_back(model_->Row(row).key, model_->Row(row).value);
+    }
+  }
+  if (values.empty()) {
+    emit told(QStringLiteral("None of these rows has a value that can be taken over"));
+    return;
+  }
+  const bool is_second = comparison_.With() == Against::kTable;
+  model_->ClearTicks();
+  emit takeWanted(is_second ? QStringLiteral("Take Over") : QStringLiteral("Revert"), values);
+}
+
+void ChangesDock::TakeChosen() { Take(Chosen()); }
+
+void ChangesDock::TakeAll() {
+  std::vector<int> rows;
+  for (int row = 0; row < model_->rowCount(); ++row) {
+    rows.push_back(row);
+  }
+  Take(rows);
+}
+
+void ChangesDock::Copy() {
+  const std::vector<int> selected = Selected();
+  std::vector<ChangeRow> rows;
+  for (const int row : selected) {
+    rows.push_back(model_->Row(row));
+  }
+  QApplication::clipboard()->setText(
+      QString::fromStdString(AsText(rows.empty() ? model_->Rows() : rows)));
+}
+
+void ChangesDock::Edit() {
+  const int row = list_->currentIndex().row();
+  if (row >= 0 && !model_->Row(row).key.IsEmpty()) {
+    emit editWanted(model_->Row(row).key);
+  }
+}
+
+void ChangesDock::EnableButtons() {
+  const auto can_take = [this](const std::vector<int>& rows) {
+    return std::any_of(rows.begin(), rows.end(),
+                       [this](int row) { return model_->Row(row).can_take; });
+  };
+  take_->setEnabled(can_take(Chosen()));
+  take_all_->setEnabled(std::any_of(model_->Rows().begin(), model_->Rows().end(),
+                                    [](const ChangeRow& row) { return row.can_take; }));
+  copy_->setEnabled(model_->rowCount() > 0);
+}
+
+void ChangesDock::showEvent(QShowEvent* event) {
+  QDockWidget::showEvent(event);
+  Follow();
+}
+
+// Return edits; Space ticks as the view does it.
+bool ChangesDock::eventFilter(QObject* watched, QEvent* event) {
+  const auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+  if (watched == list_ && key != nullptr &&
+      (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
+    Edit();
+    return true;
+  }
+  return QDockWidget::eventFilter(watched, event);
+}
+
+}  // namespace orvane
