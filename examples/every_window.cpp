@@ -15,6 +15,9 @@
 #include "app/about_dlg.h"
 #include "app/emergency_copy.h"
 #include "app/qt_prompts.h"
+#include "changes/widgets/apply_values_dlg.h"
+#include "changes/widgets/changes_dock.h"
+#include "changes/widgets/save_values_dlg.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/box_serial_dlg.h"
 #include "editors/widgets/box_status_dlg.h"
@@ -40,6 +43,7 @@
 #include "table/param_access.h"
 #include "table/tbl_file.h"
 #include "table/unsaved_table.h"
+#include "table/values_text.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "timeseries/widgets/waveform_dlg.h"
 #include "timeseries/widgets/waveform_gain_dlg.h"
@@ -335,6 +339,45 @@ bool VisitBoxStatus(ParamTable table, const Visit& visit) {
   return VisitForm<CBoxStatusDlg>(visit, Form(&table), "box-status") && done;
 }
 
+// The table against its file and the defaults, and a values file with a line of each kind.
+bool VisitChanges(COrvaneApp* app, const Visit& visit) {
+  COrvaneDoc& doc = app->Document();
+  CMainFrame& frame = app->Frame();
+  for (const auto& [key, text] :
+       std::initializer_list<std::pair<const char*, const char*>>{{"TECH", "3"},
+                                                                  {"CMPY", "Northern Lights"},
+                                                                  {"LFRQ", "60"},
+                                                                  {"L2NS", "0.333333333333"}}) {
+    Put(&doc.Table(), key, text);
+  }
+  doc.NoteStep(QStringLiteral("Raw Parameters"));
+  frame.resize(1180, 690);
+  auto* dock = frame.findChild<ChangesDock*>();
+  dock->ShowAgainst(Against::kFile);
+  QApplication::processEvents();
+  bool done = visit(&frame, "changes-file");
+  dock->ShowAgainst(Against::kDefaults);
+  QApplication::processEvents();
+  done = visit(&frame, "changes-defaults") && done;
+  dock->hide();
+  const Meanings meanings;
+  SaveValuesDlg save(&doc.Table(), &meanings,
+                     {{QStringLiteral("&Changed since it was opened or saved"), {"TECH", "FTPW"}},
+                      {QStringLiteral("&Different in the window Changes"), {}},
+                      {QStringLiteral("&All"), AllKeys(doc.Table())}},
+                     nullptr);
+  done = visit(&save, "save-values") && done;
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("standard.txt"));
+  constexpr std::string_view kLines =
+      "# our standard\nTECH=1\nCMPY=Northern Lights\nNOSUCH=3\nLFRQ=12abc\nTBVI=2\n";
+  ApplyValuesDlg apply(&doc.Table(), &meanings, nullptr);
+  done = WriteFile(PathFromText(path), std::as_bytes(std::span(kLines))) && apply.LoadFile(path) &&
+         visit(&apply, "apply-values") && done;
+  doc.OnNewDocument();
+  return done;
+}
+
 // A batch of three files, one of which cannot be converted, and another that is under way.
 bool VisitBatch(const Visit& visit) {
   Conversion conversion;
@@ -541,6 +584,7 @@ bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit
 
   done = VisitOffer(app, visit) && done;
   done = VisitChangedFile(app, visit) && done;
+  done = VisitChanges(app, visit) && done;
   CAboutDlg about(&frame);
   return visit(&about, "about") && done;
 }

@@ -23,7 +23,7 @@ ChangeCommands::ChangeCommands(COrvaneDoc* doc, Notices* notices, QMainWindow* w
   dock_->hide();
   counter_->setObjectName(QStringLiteral("change-count"));
   counter_->setAutoRaise(true);
-  counter_->setFocusPolicy(Qt::TabFocus);
+  counter_->setFocusPolicy(Qt::NoFocus);  // by keyboard there is F8
   counter_->setToolTip(
       QStringLiteral("Values that differ from when the table was opened or saved; "
                      "shows which (F8)"));

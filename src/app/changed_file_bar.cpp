@@ -11,9 +11,9 @@ ChangedFileBar::ChangedFileBar(COrvaneDoc* doc, QWidget* parent)
     : QFrame(parent),
       doc_(doc),
       text_(new QLabel(this)),
+      compare_(new QPushButton(QStringLiteral("Co&mpare"), this)),
       load_(new QPushButton(QStringLiteral("&Load it"), this)),
-      keep_(new QPushButton(QStringLiteral("&Keep mine"), this)),
-      compare_(new QPushButton(QStringLiteral("Co&mpare"), this)) {
+      keep_(new QPushButton(QStringLiteral("&Keep mine"), this)) {
   setObjectName(QStringLiteral("changed-file"));
   setAccessibleName(QStringLiteral("File changed on disk"));
   setFrameShape(QFrame::Box);

@@ -34,9 +34,9 @@ class ChangedFileBar : public QFrame {
 
   COrvaneDoc* doc_;
   QLabel* text_;
+  QPushButton* compare_;
   QPushButton* load_;
   QPushButton* keep_;
-  QPushButton* compare_;
 };
 
 }  // namespace orvane

@@ -11,7 +11,7 @@ Result<> Comparison::Update() {
     case Against::kFile:
       return file_.path.empty() ? Failure("The table has no file yet") : List(&file_);
     case Against::kTable:
-      return second_.path.empty() ? Failure("No second table is chosen") : List(&second_);
+      return second_.path.empty() ? Failure("Choose the second table") : List(&second_);
     case Against::kDefaults:
       rows_ = ListChanges(*here_, DefaultTable(), *meanings_);
       break;

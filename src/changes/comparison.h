@@ -34,7 +34,6 @@ class Comparison {
   /// The file of the table, empty where it has none yet, and the second table.
   void SetFile(std::filesystem::path file) { file_.path = std::move(file); }
   void SetSecond(std::filesystem::path file) { second_.path = std::move(file); }
-  const std::filesystem::path& Second() const { return second_.path; }
 
   /// Lists again: to be called after either side has changed. A file is read only where its bytes
   /// are others than before. Fails where there is nothing to compare with; there are no rows then.

@@ -2,7 +2,6 @@
 // The windows as users meet them: by keyboard, by name and by assistive tools.
 
 #include <QMenu>
-#include <QPointer>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
@@ -14,6 +13,7 @@
 #include "editors/widgets/startup_dlg.h"
 #include "files/path_text.h"
 #include "support/frame_test.h"
+#include "support/modal.h"
 #include "support/tbl_bytes.h"
 #include "ui/plot_theme.h"
 
@@ -21,33 +21,6 @@ namespace orvane {
 namespace {
 
 using namespace testing;  // NOLINT: the builders
-
-// Answers the windows that come up, in order, each once; returns their titles.
-QStringList WithWindows(const std::vector<std::function<void(QWidget*)>>& acts,
-                        const std::function<void()>& start) {
-  QStringList titles;
-  QPointer<QWidget> last;
-  QObject context;  // what is still to come ends with it
-  std::function<void()> look = [&] {
-    // Anew each time: a timer does not fire again while its own call opens a window.
-    QTimer::singleShot(5, &context, look);
-    QWidget* window = QApplication::activeModalWidget();
-    const auto at = static_cast<std::size_t>(titles.size());
-    if (window != nullptr && window != last && at < acts.size()) {
-      last = window;
-      titles << window->windowTitle();
-      acts[at](window);
-    }
-  };
-  look();
-  start();
-  return titles;
-}
-
-// Runs `act` on the window that opens.
-void WithModal(const std::function<void(QWidget*)>& act, const std::function<void()>& start) {
-  EXPECT_EQ(WithWindows({act}, start).size(), 1) << "no window was shown";
-}
 
 // Types characters that QTest has no key for.
 void Type(QWidget* widget, const QString& text) {
@@ -476,9 +449,14 @@ TEST_F(MainFrame, TellsInABarOfAFileThatOthersChanged) {
   EXPECT_EQ(QAccessible::queryAccessibleInterface(bar)->text(QAccessible::Name),
             QStringLiteral("File changed on disk"));
   const QList<QPushButton*> buttons = bar->findChildren<QPushButton*>();
-  ASSERT_EQ(buttons.size(), 2);
+  ASSERT_EQ(buttons.size(), 3);
+  buttons[0]->click();
+  const auto* list = frame_->findChild<QTableView*>(QStringLiteral("change-list"));
+  ASSERT_TRUE(list->isVisible()) << "Compare shows what the file has now";
+  EXPECT_EQ(list->model()->index(0, 2).data(), QStringLiteral("4: CSAMT"));
+  EXPECT_EQ(list->model()->index(0, 3).data(), QStringLiteral("3: TDEM"));
   const auto goes = [bar] { return QTest::qWaitFor([bar] { return bar->isHidden(); }); };
-  QAccessibleInterface* load = QAccessible::queryAccessibleInterface(buttons[0]);
+  QAccessibleInterface* load = QAccessible::queryAccessibleInterface(buttons[1]);
   EXPECT_EQ(load->text(QAccessible::Name), QStringLiteral("Load it"));
   load->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
   EXPECT_TRUE(goes());
@@ -495,7 +473,7 @@ TEST_F(MainFrame, TellsInABarOfAFileThatOthersChanged) {
   std::filesystem::remove(dir_ / "a.tbl");
   come_back();
   EXPECT_TRUE(bar->findChild<QLabel*>()->text().startsWith(QStringLiteral("a.tbl is no longer")));
-  EXPECT_TRUE(buttons[0]->isHidden()) << "there is nothing to load";
+  EXPECT_TRUE(buttons[0]->isHidden() && buttons[1]->isHidden()) << "there is nothing to load";
   frame_->Command(kFileSave)->trigger();
   EXPECT_TRUE(bar->isHidden());
   EXPECT_EQ(ReadAll(dir_ / "a.tbl").size(), 23040U);

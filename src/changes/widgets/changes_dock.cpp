@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -35,7 +36,7 @@ ChangesDock::ChangesDock(const ParamTable* table, const Meanings* meanings, QWid
   setObjectName(QStringLiteral("changes"));
   setAllowedAreas(Qt::BottomDockWidgetArea | Qt::TopDockWidgetArea);
   setWidget(MakeContent());
-  connect(against_, &QComboBox::activated, this, &ChangesDock::OnAgainst);
+  connect(against_, &QComboBox::currentIndexChanged, this, &ChangesDock::OnAgainst);
   connect(model_, &ChangesModel::ticked, this, &ChangesDock::EnableButtons);
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &ChangesDock::EnableButtons);
@@ -75,12 +76,12 @@ QLayout* ChangesDock::MakeTop() {
   choose_ = NewButton("Choose...", "choose", "Choose the second table", &ChangesDock::Choose);
   second_ = new QLabel(this);
   second_->setTextFormat(Qt::PlainText);
-  take_ = NewButton("Re&vert", "take",
+  take_ = NewButton("&Revert", "take",
                     "Take over the values there of the ticked rows, "
                     "or of the selected ones where none is ticked",
                     &ChangesDock::TakeChosen);
   take_all_ =
-      NewButton("Revert A&ll", "take-all", "Take over all values there", &ChangesDock::TakeAll);
+      NewButton("Revert &All", "take-all", "Take over all values there", &ChangesDock::TakeAll);
   copy_ = NewButton("&Copy", "copy", "Copy the selected rows, or all where none is",
                     &ChangesDock::Copy);
   auto* top = new QHBoxLayout;
@@ -114,7 +115,7 @@ void ChangesDock::MakeList() {
   list_->setColumnWidth(ChangesModel::kMeaning, 46 * width);
   list_->setColumnWidth(ChangesModel::kThere, 34 * width);
   NewAction("&Edit...", QKeySequence(), &ChangesDock::Edit);
-  NewAction("Re&vert", QKeySequence(), &ChangesDock::TakeChosen);
+  NewAction("&Revert", QKeySequence(), &ChangesDock::TakeChosen);
   NewAction("&Copy", QKeySequence::Copy, &ChangesDock::Copy);
   list_->setContextMenuPolicy(Qt::ActionsContextMenu);
   list_->installEventFilter(this);
@@ -135,7 +136,10 @@ QWidget* ChangesDock::MakeContent() {
 }
 
 void ChangesDock::ShowAgainst(Against against) {
-  against_->setCurrentIndex(static_cast<int>(against));
+  {
+    const QSignalBlocker once(against_);
+    against_->setCurrentIndex(static_cast<int>(against));
+  }
   show();
   raise();
   OnAgainst();
@@ -155,11 +159,7 @@ void ChangesDock::SetFile(const QString& path) {
 void ChangesDock::OnAgainst() {
   comparison_.CompareWith(static_cast<Against>(against_->currentIndex()));
   model_->ClearTicks();
-  if (comparison_.With() == Against::kTable && comparison_.Second().empty()) {
-    Choose();
-  } else {
-    Follow();
-  }
+  Follow();
 }
 
 void ChangesDock::Choose() {
@@ -184,8 +184,8 @@ void ChangesDock::Follow() {
   const bool is_second = comparison_.With() == Against::kTable;
   choose_->setVisible(is_second);
   second_->setVisible(is_second);
-  take_->setText(is_second ? QStringLiteral("Take O&ver") : QStringLiteral("Re&vert"));
-  take_all_->setText(is_second ? QStringLiteral("Take A&ll") : QStringLiteral("Revert A&ll"));
+  take_->setText(is_second ? QStringLiteral("Take &Over") : QStringLiteral("&Revert"));
+  take_all_->setText(is_second ? QStringLiteral("Take &All") : QStringLiteral("Revert &All"));
   summary_->setText(
       QString::fromStdString(updated ? Summary(comparison_.Rows()) : updated.Message()));
   EnableButtons();

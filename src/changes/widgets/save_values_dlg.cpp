@@ -24,21 +24,21 @@ SaveValuesDlg::SaveValuesDlg(const ParamTable* table, const Meanings* meanings,
       table_(table),
       meanings_(meanings),
       choices_(std::move(choices)),
-      chosen_(new QButtonGroup(this)),
-      with_secrets_(new QCheckBox(
-          QStringLiteral("With &passwords, keys, user names and phone numbers"), this)),
-      with_meanings_(new QCheckBox(QStringLiteral("With &meanings as comments"), this)),
-      note_(new QLabel(this)) {
+      chosen_(new QButtonGroup(this)) {
   setObjectName(QStringLiteral("save-values"));
   setWindowTitle(QStringLiteral("Save Changes As Text"));
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(MakeChoices());
+  with_secrets_ =
+      new QCheckBox(QStringLiteral("With &passwords, keys, user names and phone numbers"), this);
+  with_meanings_ = new QCheckBox(QStringLiteral("With &meanings as comments"), this);
+  note_ = new QLabel(this);
   with_secrets_->setObjectName(QStringLiteral("with-secrets"));
   with_meanings_->setObjectName(QStringLiteral("with-meanings"));
   with_meanings_->setChecked(true);
   note_->setObjectName(QStringLiteral("note"));
   note_->setTextFormat(Qt::PlainText);
   note_->setWordWrap(true);
-  auto* layout = new QVBoxLayout(this);
-  layout->addWidget(MakeChoices());
   layout->addWidget(with_secrets_);
   layout->addWidget(with_meanings_);
   layout->addWidget(note_);
@@ -70,7 +70,7 @@ QWidget* SaveValuesDlg::MakeChoices() {
 QWidget* SaveValuesDlg::MakeButtons() {
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   auto* save = buttons->addButton(QStringLiteral("&Save..."), QDialogButtonBox::ActionRole);
-  auto* copy = buttons->addButton(QStringLiteral("&Copy"), QDialogButtonBox::ActionRole);
+  auto* copy = buttons->addButton(QStringLiteral("Cop&y"), QDialogButtonBox::ActionRole);
   save->setObjectName(QStringLiteral("save"));
   save->setDefault(true);
   copy->setObjectName(QStringLiteral("copy"));
@@ -106,16 +106,15 @@ void SaveValuesDlg::ShowLeftOut() {
 }
 
 void SaveValuesDlg::Done(const ValuesText& written, const QString& where) {
-  const auto lines = std::count_if(
-      choices_[static_cast<std::size_t>(chosen_->checkedId())].keys.begin(),
-      choices_[static_cast<std::size_t>(chosen_->checkedId())].keys.end(),
-      [&written](ParamKey key) {
-        return !IsReadOnlyKey(key) && std::find(written.left_out.begin(), written.left_out.end(),
-                                                key) == written.left_out.end();
-      });
-  told_ = QStringLiteral("%1 values %2").arg(lines).arg(where);
+  const std::vector<ParamKey>& keys = choices_[static_cast<std::size_t>(chosen_->checkedId())].keys;
+  const auto unwritten = std::count_if(keys.begin(), keys.end(), IsReadOnlyKey);
+  const std::size_t count =
+      keys.size() - written.left_out.size() - static_cast<std::size_t>(unwritten);
+  told_ = QStringLiteral("%1 %2 %3")
+              .arg(count)
+              .arg(count == 1 ? QStringLiteral("value") : QStringLiteral("values"), where);
   if (!written.left_out.empty()) {
-    told_ += QStringLiteral("; %1 left out, because they are secret").arg(written.left_out.size());
+    told_ += QStringLiteral("; left out, because they are secret: %1").arg(written.left_out.size());
   }
   accept();
 }

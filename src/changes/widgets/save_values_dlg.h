@@ -47,9 +47,9 @@ class SaveValuesDlg : public QDialog {
   const Meanings* meanings_;
   std::vector<Choice> choices_;
   QButtonGroup* chosen_;
-  QCheckBox* with_secrets_;
-  QCheckBox* with_meanings_;
-  QLabel* note_;
+  QCheckBox* with_secrets_ = nullptr;
+  QCheckBox* with_meanings_ = nullptr;
+  QLabel* note_ = nullptr;
   QString told_;
 };
 
