@@ -343,6 +343,8 @@ bool VisitBoxStatus(ParamTable table, const Visit& visit) {
 bool VisitChanges(COrvaneApp* app, const Visit& visit) {
   COrvaneDoc& doc = app->Document();
   CMainFrame& frame = app->Frame();
+  const QTemporaryDir folder;
+  bool done = doc.OnSaveDocument(folder.filePath(QStringLiteral("Startup.tbl")));
   for (const auto& [key, text] :
        std::initializer_list<std::pair<const char*, const char*>>{{"TECH", "3"},
                                                                   {"CMPY", "Northern Lights"},
@@ -355,19 +357,19 @@ bool VisitChanges(COrvaneApp* app, const Visit& visit) {
   auto* dock = frame.findChild<ChangesDock*>();
   dock->ShowAgainst(Against::kFile);
   QApplication::processEvents();
-  bool done = visit(&frame, "changes-file");
+  done = visit(&frame, "changes-file") && done;
   dock->ShowAgainst(Against::kDefaults);
   QApplication::processEvents();
   done = visit(&frame, "changes-defaults") && done;
   dock->hide();
   const Meanings meanings;
-  SaveValuesDlg save(&doc.Table(), &meanings,
-                     {{QStringLiteral("&Changed since it was opened or saved"), {"TECH", "FTPW"}},
-                      {QStringLiteral("&Different in the window Changes"), {}},
-                      {QStringLiteral("&All"), AllKeys(doc.Table())}},
-                     nullptr);
+  SaveValuesDlg save(
+      &doc.Table(), &meanings,
+      {{QStringLiteral("&Changed since it was opened or saved"), {"TECH", "FTPCPWD"}},
+       {QStringLiteral("&Different in the window Changes"), {}},
+       {QStringLiteral("&All"), AllKeys(doc.Table())}},
+      nullptr);
   done = visit(&save, "save-values") && done;
-  const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("standard.txt"));
   constexpr std::string_view kLines =
       "# our standard\nTECH=1\nCMPY=Northern Lights\nNOSUCH=3\nLFRQ=12abc\nTBVI=2\n";

@@ -17,7 +17,7 @@ ChangeCommands::ChangeCommands(COrvaneDoc* doc, Notices* notices, QMainWindow* w
       notices_(notices),
       window_(window),
       meanings_(TransmitterModels()),
-      dock_(new ChangesDock(&doc->Table(), &meanings_, window)),
+      dock_(new ChangesDock(&doc->Table(), &doc->Baseline(), &meanings_, window)),
       counter_(new QToolButton(window)) {
   window->addDockWidget(Qt::BottomDockWidgetArea, dock_);
   dock_->hide();

@@ -9,7 +9,11 @@ Result<> Comparison::Update() {
   rows_.clear();
   switch (against_) {
     case Against::kFile:
-      return file_.path.empty() ? Failure("The table has no file yet") : List(&file_);
+      if (!HasNoFile()) {
+        return List(&file_);
+      }
+      rows_ = ListChanges(*here_, {*start_}, *meanings_);
+      break;
     case Against::kTable:
       return second_.path.empty() ? Failure("Choose the second table") : List(&second_);
     case Against::kDefaults:
@@ -23,6 +27,10 @@ Result<> Comparison::Update() {
       break;
   }
   return {};
+}
+
+std::string Comparison::Text() const {
+  return Summary(rows_) + (HasNoFile() ? "; the table has no file yet, so this is since New" : "");
 }
 
 Result<> Comparison::List(Read* file) {

@@ -26,8 +26,9 @@ enum class Against {
 /// A table beside another: keeps the list of what differs while both change.
 class Comparison {
  public:
-  /// Both must outlive the comparison.
-  Comparison(const ParamTable* here, const Meanings* meanings) : here_(here), meanings_(meanings) {}
+  /// All must outlive the comparison. `start` is what a table without a file is compared with.
+  Comparison(const ParamTable* here, const ParamTable* start, const Meanings* meanings)
+      : here_(here), start_(start), meanings_(meanings) {}
 
   Against With() const { return against_; }
   void CompareWith(Against against) { against_ = against; }
@@ -40,6 +41,8 @@ class Comparison {
   Result<> Update();
 
   const std::vector<ChangeRow>& Rows() const { return rows_; }
+  /// How many rows of which kind there are, and against what.
+  std::string Text() const;
 
  private:
   // A file as it was read.
@@ -50,9 +53,11 @@ class Comparison {
     std::optional<OtherTable> table;
   };
 
+  bool HasNoFile() const { return against_ == Against::kFile && file_.path.empty(); }
   Result<> List(Read* file);
 
   const ParamTable* here_;
+  const ParamTable* start_;
   const Meanings* meanings_;
   Against against_ = Against::kFile;
   Read file_;

@@ -293,7 +293,7 @@ TEST_F(Changes, ValuesGoThroughAFileAsOneStep) {
         QStringList lines;
         for (int row = 0; row < list->model()->rowCount(); ++row) {
           lines << list->model()->index(row, 0).data().toString() + QLatin1Char(' ') +
-                       list->model()->index(row, 4).data().toString().section(QLatin1Char(':'), 0,
+                       list->model()->index(row, 3).data().toString().section(QLatin1Char(':'), 0,
                                                                               0);
         }
         EXPECT_EQ(lines.join(QStringLiteral(", ")),

@@ -21,8 +21,8 @@
 namespace orvane {
 namespace {
 
-constexpr std::array<const char*, ValueLinesModel::kColumns> kTitles = {"Line", "Code", "Meaning",
-                                                                        "Value", "State"};
+constexpr std::array<const char*, ValueLinesModel::kColumns> kTitles = {"Line", "Code", "Value",
+                                                                        "State", "Meaning"};
 
 const char* StateText(LineState state) {
   switch (state) {
@@ -200,8 +200,8 @@ QTableView* ApplyValuesDlg::MakeList() {
   const int width = fontMetrics().averageCharWidth();
   list->setColumnWidth(ValueLinesModel::kLine, 12 * width);
   list->setColumnWidth(ValueLinesModel::kCode, 12 * width);
-  list->setColumnWidth(ValueLinesModel::kMeaning, 42 * width);
-  list->setColumnWidth(ValueLinesModel::kValue, 24 * width);
+  list->setColumnWidth(ValueLinesModel::kValue, 20 * width);
+  list->setColumnWidth(ValueLinesModel::kState, 40 * width);
   return list;
 }
 

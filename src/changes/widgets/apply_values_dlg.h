@@ -19,7 +19,7 @@ class ValueLinesModel : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  enum Column : int { kLine, kCode, kMeaning, kValue, kState, kColumns };
+  enum Column : int { kLine, kCode, kValue, kState, kMeaning, kColumns };
 
   ValueLinesModel(const ParamTable* table, const Meanings* meanings, QObject* parent)
       : QAbstractTableModel(parent), table_(table), meanings_(meanings) {}

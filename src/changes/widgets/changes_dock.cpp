@@ -29,9 +29,10 @@ const QString kFolder = QStringLiteral("Folders/Compare");
 
 }  // namespace
 
-ChangesDock::ChangesDock(const ParamTable* table, const Meanings* meanings, QWidget* parent)
+ChangesDock::ChangesDock(const ParamTable* table, const ParamTable* start, const Meanings* meanings,
+                         QWidget* parent)
     : QDockWidget(QStringLiteral("Changes"), parent),
-      comparison_(table, meanings),
+      comparison_(table, start, meanings),
       model_(new ChangesModel(this)) {
   setObjectName(QStringLiteral("changes"));
   setAllowedAreas(Qt::BottomDockWidgetArea | Qt::TopDockWidgetArea);
@@ -186,8 +187,7 @@ void ChangesDock::Follow() {
   second_->setVisible(is_second);
   take_->setText(is_second ? QStringLiteral("Take &Over") : QStringLiteral("&Revert"));
   take_all_->setText(is_second ? QStringLiteral("Take &All") : QStringLiteral("Revert &All"));
-  summary_->setText(
-      QString::fromStdString(updated ? Summary(comparison_.Rows()) : updated.Message()));
+  summary_->setText(QString::fromStdString(updated ? comparison_.Text() : updated.Message()));
   EnableButtons();
 }
 

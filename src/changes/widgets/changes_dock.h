@@ -23,8 +23,9 @@ class ChangesDock : public QDockWidget {
  public:
   using Values = std::vector<std::pair<ParamKey, ParamValue>>;
 
-  /// Both must outlive the dock.
-  ChangesDock(const ParamTable* table, const Meanings* meanings, QWidget* parent);
+  /// As for `Comparison`.
+  ChangesDock(const ParamTable* table, const ParamTable* start, const Meanings* meanings,
+              QWidget* parent);
 
   /// Shows what differs from the file, the second table and so on, and takes the focus.
   void ShowAgainst(Against against);
