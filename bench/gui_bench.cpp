@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How fast the windows are, offscreen: medians of several runs in one process.
+#ifdef __linux__
+#include <malloc.h>
+#endif
+
 #include <QAbstractTableModel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -14,6 +18,8 @@
 #include "app/command_map.h"
 #include "app/orvane_app.h"
 #include "app/qt_prompts.h"
+#include "app/table_history.h"
+#include "changes/widgets/changes_dock.h"
 #include "editors/raw_table.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/param_table_dlg.h"
@@ -23,6 +29,8 @@
 #include "median_time.h"
 #include "response/widgets/calibration_display.h"
 #include "table/param_access.h"
+#include "table/tbl_file.h"
+#include "table/values_text.h"
 #include "ui/qt_path.h"
 #include "waveform_drawing.h"
 
@@ -143,6 +151,45 @@ void TimeCursor(const QString& folder, int channels, bool shows_model, orvane::P
       channels, kPasses, shows_model ? " with model" : "", key, step);
 }
 
+// The dock with a row for every parameter, after an edit; and what a thousand steps take.
+void TimeChanges(orvane::COrvaneApp* app) {
+  orvane::COrvaneDoc& doc = app->Document();
+  orvane::ParamTable& table = doc.Table();
+  orvane::ParamTable other = table;
+  for (const orvane::ParamKey key : orvane::AllKeys(table)) {
+    orvane::ParamValue value = table.FindParam(key)->value;
+    value[0] ^= 1U;
+    static_cast<void>(other.SetStoredValue(key, value));
+  }
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("other.tbl"));
+  static_cast<void>(orvane::SaveParamFile(&other, orvane::PathFromText(path), {}));
+  auto* dock = app->Frame().findChild<orvane::ChangesDock*>();
+  dock->SetSecond(path);
+  dock->ShowAgainst(orvane::Against::kTable);
+  QApplication::processEvents();
+  std::int32_t number = 0;
+  const double update = MedianMilliseconds([&] {
+    orvane::PutInt(&table, "LFRQ", ++number);
+    dock->Follow();
+  });
+  std::printf("changes of %zu rows, after an edit: %.2f ms (aim: under 2)\n", dock->Rows().size(),
+              update);
+#ifdef __linux__
+  const std::size_t before = mallinfo2().uordblks;
+  {
+    orvane::TableHistory history(&table);
+    for (int i = 0; i < orvane::TableHistory::kMostSteps; ++i) {
+      orvane::PutInt(&table, "LFRQ", ++number);
+      history.NoteStep(QStringLiteral("Raw Parameters"));
+    }
+    std::printf("1,000 steps to undo: %.1f MB (aim: under 25)\n",
+                static_cast<double>(mallinfo2().uordblks - before) / 1e6);
+  }
+#endif
+  dock->hide();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -201,6 +248,8 @@ int main(int argc, char** argv) {
     ShowAndPaint(&startup_dialog);
   });
   std::printf("start-up file, open and paint: %.1f ms (aim: under 50)\n", startup);
+
+  TimeChanges(&app);
 
   orvane::CParamTableDlg dialog(&table);
   ShowAndPaint(&dialog);

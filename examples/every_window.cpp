@@ -343,6 +343,9 @@ bool VisitBoxStatus(ParamTable table, const Visit& visit) {
 bool VisitChanges(COrvaneApp* app, const Visit& visit) {
   COrvaneDoc& doc = app->Document();
   CMainFrame& frame = app->Frame();
+  for (const ParamKey key : {"TECH", "LFRQ"}) {
+    Put(&doc.Table(), key, "1");
+  }
   const QTemporaryDir folder;
   bool done = doc.OnSaveDocument(folder.filePath(QStringLiteral("Startup.tbl")));
   for (const auto& [key, text] :

@@ -16,8 +16,9 @@ ChangeCommands::ChangeCommands(COrvaneDoc* doc, Notices* notices, QMainWindow* w
       doc_(doc),
       notices_(notices),
       window_(window),
-      meanings_(TransmitterModels()),
-      dock_(new ChangesDock(&doc->Table(), &doc->Baseline(), &meanings_, window)),
+      dock_(new ChangesDock(
+          &doc->Table(), &doc->Baseline(), [this]() -> const Meanings& { return UsersMeanings(); },
+          window)),
       counter_(new QToolButton(window)) {
   window->addDockWidget(Qt::BottomDockWidgetArea, dock_);
   dock_->hide();
@@ -34,6 +35,13 @@ ChangeCommands::ChangeCommands(COrvaneDoc* doc, Notices* notices, QMainWindow* w
   connect(dock_, &ChangesDock::told, this,
           [this](const QString& text) { notices_->ShowNotice(text.toStdString()); });
   Follow();
+}
+
+const Meanings& ChangeCommands::UsersMeanings() {
+  if (!meanings_) {
+    meanings_.emplace(TransmitterModels());
+  }
+  return *meanings_;
 }
 
 void ChangeCommands::Follow() {
@@ -58,7 +66,7 @@ void ChangeCommands::SaveValues() {
       listed.push_back(row.key);
     }
   }
-  SaveValuesDlg dialog(&table, &meanings_,
+  SaveValuesDlg dialog(&table, &UsersMeanings(),
                        {{QStringLiteral("&Changed since it was opened or saved"),
                          DifferingKeys(table, doc_->Baseline())},
                         {QStringLiteral("&Different in the window Changes"), std::move(listed)},
@@ -71,7 +79,7 @@ void ChangeCommands::SaveValues() {
 }
 
 void ChangeCommands::ApplyValues() {
-  ApplyValuesDlg dialog(&doc_->Table(), &meanings_, window_);
+  ApplyValuesDlg dialog(&doc_->Table(), &UsersMeanings(), window_);
   if (dialog.exec() != QDialog::Accepted) {
     return;
   }

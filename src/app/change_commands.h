@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QObject>
 #include <QToolButton>
+#include <optional>
 
 #include "app/orvane_doc.h"
 #include "changes/widgets/changes_dock.h"
@@ -30,13 +31,14 @@ class ChangeCommands : public QObject {
   void ApplyValues();
 
  private:
+  const Meanings& UsersMeanings();
   void Follow();
   void Take(const QString& step, const ChangesDock::Values& values);
 
   COrvaneDoc* doc_;
   Notices* notices_;
   QMainWindow* window_;
-  Meanings meanings_;
+  std::optional<Meanings> meanings_;
   ChangesDock* dock_;
   QToolButton* counter_;
 };

@@ -12,18 +12,18 @@ Result<> Comparison::Update() {
       if (!HasNoFile()) {
         return List(&file_);
       }
-      rows_ = ListChanges(*here_, {*start_}, *meanings_);
+      rows_ = ListChanges(*here_, {*start_}, meanings_());
       break;
     case Against::kTable:
       return second_.path.empty() ? Failure("Choose the second table") : List(&second_);
     case Against::kDefaults:
-      rows_ = ListChanges(*here_, DefaultTable(), *meanings_);
+      rows_ = ListChanges(*here_, DefaultTable(), meanings_());
       break;
     case Against::kBox:
-      rows_ = ListChanges(*here_, AfterPowerUp(*here_), *meanings_);
+      rows_ = ListChanges(*here_, AfterPowerUp(*here_), meanings_());
       break;
     case Against::kVersion1:
-      rows_ = ListChanges(*here_, AsVersion1(*here_), *meanings_);
+      rows_ = ListChanges(*here_, AsVersion1(*here_), meanings_());
       break;
   }
   return {};
@@ -45,7 +45,7 @@ Result<> Comparison::List(Read* file) {
     file->table = std::move(*read);
     file->read_path = file->path;
   }
-  rows_ = ListChanges(*here_, *file->table, *meanings_);
+  rows_ = ListChanges(*here_, *file->table, meanings_());
   return {};
 }
 

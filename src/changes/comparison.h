@@ -3,6 +3,7 @@
 #define ORVANE_CHANGES_COMPARISON_H_
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,12 +24,16 @@ enum class Against {
   kVersion1,  ///< what a version-1 file would hold of it
 };
 
+/// Gives the meanings once they are needed: making them takes a while.
+using MeaningsSource = std::function<const Meanings&()>;
+
 /// A table beside another: keeps the list of what differs while both change.
 class Comparison {
  public:
-  /// All must outlive the comparison. `start` is what a table without a file is compared with.
-  Comparison(const ParamTable* here, const ParamTable* start, const Meanings* meanings)
-      : here_(here), start_(start), meanings_(meanings) {}
+  /// The tables must outlive the comparison. `start` is what a table without a file is compared
+  /// with.
+  Comparison(const ParamTable* here, const ParamTable* start, MeaningsSource meanings)
+      : here_(here), start_(start), meanings_(std::move(meanings)) {}
 
   Against With() const { return against_; }
   void CompareWith(Against against) { against_ = against; }
@@ -58,7 +63,7 @@ class Comparison {
 
   const ParamTable* here_;
   const ParamTable* start_;
-  const Meanings* meanings_;
+  MeaningsSource meanings_;
   Against against_ = Against::kFile;
   Read file_;
   Read second_;

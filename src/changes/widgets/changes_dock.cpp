@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "files/path_text.h"
 #include "ui/file_dialogs.h"
@@ -29,10 +30,10 @@ const QString kFolder = QStringLiteral("Folders/Compare");
 
 }  // namespace
 
-ChangesDock::ChangesDock(const ParamTable* table, const ParamTable* start, const Meanings* meanings,
+ChangesDock::ChangesDock(const ParamTable* table, const ParamTable* start, MeaningsSource meanings,
                          QWidget* parent)
     : QDockWidget(QStringLiteral("Changes"), parent),
-      comparison_(table, start, meanings),
+      comparison_(table, start, std::move(meanings)),
       model_(new ChangesModel(this)) {
   setObjectName(QStringLiteral("changes"));
   setAllowedAreas(Qt::BottomDockWidgetArea | Qt::TopDockWidgetArea);

@@ -24,7 +24,7 @@ class ChangesDock : public QDockWidget {
   using Values = std::vector<std::pair<ParamKey, ParamValue>>;
 
   /// As for `Comparison`.
-  ChangesDock(const ParamTable* table, const ParamTable* start, const Meanings* meanings,
+  ChangesDock(const ParamTable* table, const ParamTable* start, MeaningsSource meanings,
               QWidget* parent);
 
   /// Shows what differs from the file, the second table and so on, and takes the focus.
