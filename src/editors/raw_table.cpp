@@ -35,6 +35,23 @@ std::string HexBytes(const ParamValue& value) {
   return text;
 }
 
+std::string Joined(const std::string& one, const std::string& other) {
+  return one + (one.empty() || other.empty() ? "" : "; ") + other;
+}
+
+// As a reader of text would store it who refuses what is not wholly right. Blanks around a number
+// say nothing.
+bool IsStoredAsTyped(std::string_view text, const ParamEntry& entry) {
+  const bool is_text = entry.type == StrPT || entry.type == PosPT || entry.type == LStPT;
+  const auto strict = ParseParamValueStrictly(is_text ? text : Trimmed(text), TypeOf(entry));
+  return strict && *strict == entry.value;
+}
+
+std::string ShownValue(const ParamEntry& entry) {
+  const std::string text = ValueText(entry);
+  return text.empty() ? "an empty text" : text;
+}
+
 std::string PermissionDetail(std::uint32_t mask) {
   const std::string modes = ModesOf(mask);
   std::string text = modes.empty() ? "a box may not change it in any mode"
@@ -80,8 +97,10 @@ std::string ModesOf(std::uint32_t write_mask) {
   return text;
 }
 
-RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain explain)
+RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain explain,
+                   const ParamTable* file)
     : table_(table),
+      file_(file),
       opened_(*table),
       not_in_file_(std::move(not_in_file)),
       explain_(std::move(explain)) {
@@ -95,12 +114,12 @@ RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain
     // kept: the one type without a name shows the name of the row before it.
     type = entry->type == RawPT ? type : ValueTypeName(entry->type);
     rows_.push_back(
-        {key, type, PermissionName(entry->write_mask), ValueText(*entry), MeaningOf(*entry)});
+        {key, type, PermissionName(entry->write_mask), ValueText(*entry), MeaningOf(*entry), {}});
   }
 }
 
-std::string RawTable::MeaningOf(const ParamEntry& entry) const {
-  return explain_ ? explain_(entry) : std::string();
+RawMeaning RawTable::MeaningOf(const ParamEntry& entry) const {
+  return explain_ ? explain_(entry) : RawMeaning();
 }
 
 std::string RawTable::Cell(int ordinal, RawColumn column) const {
@@ -117,7 +136,7 @@ std::string RawTable::Cell(int ordinal, RawColumn column) const {
     case kValueColumn:
       return row.value;
     case kMeaningColumn:
-      return row.meaning;
+      return Joined(row.meaning.line, Caution(ordinal));
   }
   return {};
 }
@@ -141,6 +160,8 @@ std::vector<int> RawTable::EndEdit(int ordinal, std::string_view text) {
   // Only a type beyond the known ones is refused; the row shows what was typed all the same.
   PutValue(table_, key, TypeOf(*entry), value);
   is_modified_ = true;
+  const std::string otherwise =
+      IsStoredAsTyped(text, *entry) ? std::string() : "stored as " + ShownValue(*entry);
 
   std::vector<int> partners;
   for (int other = 1; other <= Count(); ++other) {
@@ -148,6 +169,7 @@ std::vector<int> RawTable::EndEdit(int ordinal, std::string_view text) {
       RawRow& row = rows_[static_cast<std::size_t>(other) - 1];
       row.value = other == ordinal ? std::string(text) : ValueText(*entry);
       row.meaning = MeaningOf(*entry);
+      row.otherwise = other == ordinal ? otherwise : std::string();
       if (other != ordinal) {
         partners.push_back(other);
       }
@@ -156,16 +178,8 @@ std::vector<int> RawTable::EndEdit(int ordinal, std::string_view text) {
   return partners;
 }
 
-bool RawTable::IsChanged(int ordinal) const {
-  const ParamEntry* now = table_->FindParam(Row(ordinal).key);
-  const ParamEntry* then = opened_.FindParam(Row(ordinal).key);
-  return now != nullptr && then != nullptr && now->value != then->value;
-}
-
-bool RawTable::Matches(int ordinal, std::string_view filter) const {
-  const RawRow& row = Row(ordinal);
-  return ContainsWithoutCase(row.key.Text(), filter) || ContainsWithoutCase(row.value, filter) ||
-         ContainsWithoutCase(row.meaning, filter);
+std::string RawTable::Caution(int ordinal) const {
+  return Joined(Row(ordinal).meaning.caution, Row(ordinal).otherwise);
 }
 
 std::string RawTable::Detail(int ordinal) const {

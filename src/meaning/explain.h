@@ -6,7 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "editors/raw_meaning.h"
 #include "meaning/key_meaning.h"
+#include "meaning/meanings.h"
 
 namespace orvane {
 
@@ -16,6 +18,9 @@ inline constexpr std::string_view kYes = "yes";
 
 /// The coded values: "1: SIP; 2: TDIP".
 std::string CodedValuesText(const KeyMeaning& meaning);
+
+/// What the raw parameters show of an entry.
+RawMeaning RawMeaningOf(const Meanings& meanings, const ParamEntry& entry);
 
 /// Where it is seen: "Acquisition Parameters: Function; Box Status: Latitude (shown)".
 std::string PlacesText(const KeyMeaning& meaning);

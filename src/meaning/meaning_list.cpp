@@ -42,14 +42,9 @@ void Join(std::string_view text, std::string* joined) {
   }
 }
 
-std::string RangeOf(const Field& field) {
-  const auto& [min, max, max_length] = field.limits;
-  if (min < max) {
-    return std::isinf(max) ? "not below " + FormatReal(min)
-                           : FormatReal(min) + " to " + FormatReal(max);
-  }
-  const bool is_one_value = field.type == StrPT && field.codec.kind == CodecKind::kPlain;
-  return is_one_value && max_length > 0 ? "at most " + FormatInt(max_length) + " characters" : "";
+// A text in several entries has room for more than one of them.
+bool IsOneText(const Field& field) {
+  return field.type == StrPT && field.codec.kind == CodecKind::kPlain;
 }
 
 // Links of the chain that holds a long text.
@@ -78,6 +73,16 @@ std::vector<ParamKey> AllKeysOf(const Field& field) {
 
 }  // namespace
 
+std::string RangeOf(const Field& field) {
+  const auto& [min, max, max_length] = field.limits;
+  if (min < max) {
+    return std::isinf(max) ? "not below " + FormatReal(min)
+                           : FormatReal(min) + " to " + FormatReal(max);
+  }
+  return IsOneText(field) && max_length > 0 ? "at most " + FormatInt(max_length) + " characters"
+                                            : "";
+}
+
 void MeaningList::AddField(std::string_view dialog, const Field& field) {
   const std::vector<ParamKey> keys = AllKeysOf(field);
   const LabelParts parts = PartsOf(field.label);
@@ -96,7 +101,11 @@ void MeaningList::AddTo(ParamKey key, std::string_view dialog, const Field& fiel
   Name(key, name);
   AddUnit(key, field.unit.empty() ? PartsOf(field.label).unit : field.unit);
   KeyMeaning& meaning = meanings_[key.Word()];
-  meaning.range = meaning.range.empty() ? RangeOf(field) : meaning.range;
+  if (meaning.range.empty()) {
+    meaning.range = RangeOf(field);
+    meaning.limits = meaning.range.empty() ? Limits() : field.limits;
+    meaning.to_shown = field.codec.to_shown;
+  }
   AddValues(key, field);
   AddPlace(key, {std::string(dialog), std::string(Trimmed(field.label)), field.control,
                  field.widget == Widget::kShown});

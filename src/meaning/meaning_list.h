@@ -14,6 +14,9 @@
 
 namespace orvane {
 
+/// What a field accepts, "0 to 100": empty where it takes anything.
+std::string RangeOf(const Field& field);
+
 /// Collects what several dialogs say of a key: the first names it and gives its range, units and
 /// coded values that differ are joined by "or", and each control is a place of its own.
 class MeaningList {

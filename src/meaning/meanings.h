@@ -28,6 +28,10 @@ class Meanings {
   /// "not a listed value" where this is none of them. A yes or no is yes for any number but 0.
   std::string ValueText(const ParamEntry& entry) const;
 
+  /// What is wrong with a stored value that no dialog would accept: "out of range (0 to 100)". Empty
+  /// where nothing is known to be.
+  std::string Caution(const ParamEntry& entry) const;
+
   /// Name, what the value means and unit in a line: "Survey method: SIP", "Ex dipole length
   /// (m)", "not used by Orvane".
   std::string Line(const ParamEntry& entry) const;
