@@ -89,6 +89,8 @@ class COrvaneDoc : public QObject {
   int FileVersion() const { return file_version_; }
 
   bool IsModified() const;
+  /// The table as its file holds it; null for a new document.
+  const ParamTable* FileTable() const { return path_.isEmpty() ? nullptr : &baseline_; }
   /// Values that the file did not bring, until the next save.
   const std::vector<ParamKey>& NotInFile() const { return not_in_file_; }
   /// To be called after every change of the table, so that the views follow: while a dialog may
