@@ -52,10 +52,15 @@ std::string ShownValue(const ParamEntry& entry) {
   return text.empty() ? "an empty text" : text;
 }
 
+// A line that says already what is wrong does not say it twice.
+std::string MeaningText(const RawRow& row) {
+  const auto& [line, caution, choices, is_in_dialog] = row.meaning;
+  const bool is_said = line.find(caution) != std::string::npos;
+  return Joined(is_said ? line : Joined(line, caution), row.otherwise);
+}
+
 std::string PermissionDetail(std::uint32_t mask) {
-  const std::string modes = ModesOf(mask);
-  std::string text = modes.empty() ? "a box may not change it in any mode"
-                                   : "a box may change it in mode " + modes;
+  std::string text = PermissionSentence(mask);
   if ((mask & kMaskNotFiltered) != 0) {
     text += ", boxes leave it out of their own files";
   }
@@ -97,6 +102,12 @@ std::string ModesOf(std::uint32_t write_mask) {
   return text;
 }
 
+std::string PermissionSentence(std::uint32_t write_mask) {
+  const std::string modes = ModesOf(write_mask);
+  return modes.empty() ? "a box may not change it in any mode"
+                       : "a box may change it in mode " + modes;
+}
+
 RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain explain,
                    const ParamTable* file)
     : table_(table),
@@ -136,7 +147,7 @@ std::string RawTable::Cell(int ordinal, RawColumn column) const {
     case kValueColumn:
       return row.value;
     case kMeaningColumn:
-      return Joined(row.meaning.line, Caution(ordinal));
+      return MeaningText(row);
   }
   return {};
 }

@@ -44,6 +44,9 @@ std::string_view PermissionName(std::uint32_t write_mask);
 /// The modes whose bits a mask has, "1, 11, 12, 14, 15"; runs of three or more as "0 to 18".
 std::string ModesOf(std::uint32_t write_mask);
 
+/// The same as a sentence: "a box may change it in mode 1", "a box may not change it in any mode".
+std::string PermissionSentence(std::uint32_t write_mask);
+
 struct RawRow {
   ParamKey key;
   std::string_view type;  ///< repeats the row before for `RawPT`, which has no name of its own

@@ -13,6 +13,7 @@
 namespace orvane {
 
 inline constexpr std::string_view kNotUsed = "not used by Orvane";
+inline constexpr std::string_view kNotListed = "not a listed value";
 inline constexpr std::string_view kNo = "no";
 inline constexpr std::string_view kYes = "yes";
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "forms/form_field.h"
+#include "table/param_key.h"
 
 namespace orvane {
 
@@ -26,6 +27,7 @@ struct EditPlace {
 
 /// What is known of a parameter. All texts are for people and plain ASCII.
 struct KeyMeaning {
+  ParamKey key = {};
   std::string name;        ///< short, such as "Survey method"
   std::string unit = {};   ///< of the stored value; "12 min or 20 min" where dialogs differ
   std::string range = {};  ///< what dialogs accept, such as "0 to 100"; empty: anything

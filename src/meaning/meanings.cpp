@@ -61,13 +61,15 @@ std::string Meanings::ValueText(const ParamEntry& entry) const {
   if (value != meaning->values.end()) {
     return value->text;
   }
-  return IsYesOrNo(meaning->values) ? std::string(kYes) : "not a listed value";
+  return IsYesOrNo(meaning->values) ? std::string(kYes) : std::string(kNotListed);
 }
 
 std::string Meanings::Caution(const ParamEntry& entry) const {
   const KeyMeaning* meaning = Find(ParamKey(entry.key));
-  const bool is_right =
-      meaning == nullptr || meaning->range.empty() || IsWithin(*meaning, entry);
+  if (ValueText(entry) == kNotListed) {
+    return std::string(kNotListed);
+  }
+  const bool is_right = meaning == nullptr || meaning->range.empty() || IsWithin(*meaning, entry);
   return is_right ? std::string() : "out of range (" + meaning->range + ")";
 }
 

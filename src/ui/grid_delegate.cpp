@@ -275,8 +275,9 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
   }
   QString tip = index.data(Qt::ToolTipRole).toString();
   const QRect shown = option.rect & view->viewport()->rect();
-  if (tip.isEmpty() && sizeHint(option, index).width() > shown.width()) {
-    tip = index.data(Qt::DisplayRole).toString();
+  if (sizeHint(option, index).width() > shown.width()) {
+    const QString text = index.data(Qt::DisplayRole).toString();
+    tip = tip.isEmpty() ? text : text + QLatin1Char('\n') + tip;
   }
   QToolTip::showText(event->globalPos(), PlainToolTip(tip), view->viewport(), option.rect);
   return true;
