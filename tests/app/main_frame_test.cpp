@@ -492,7 +492,7 @@ TEST(ParamTableDlg, OffersCodedValues) {
     QTest::keyClick(grid, key, with);
   };
   const auto value = [&] {
-    EXPECT_TRUE(QTest::qWaitFor([grid] { return !grid->IsEditing(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return editor() == nullptr; }));
     return grid->GetItemText(kRow, kValueColumn);
   };
 
