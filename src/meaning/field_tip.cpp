@@ -27,8 +27,9 @@ std::string KeysText(const Field& field, const std::vector<ParamKey>& keys) {
   return text;
 }
 
+// What a rule turns into a value has a name of its own.
 std::string TitleOf(const Field& field, const KeyMeaning* meaning) {
-  return meaning == nullptr ? NameOf(field) : meaning->name;
+  return meaning == nullptr || field.key.empty() ? NameOf(field) : meaning->name;
 }
 
 std::string UnitText(const Field& field, const KeyMeaning* meaning) {

@@ -223,6 +223,13 @@ void ExpectFieldsFollow(QWidget* window) {
 
 // Every control of a parameter says in its tip which; what is heard with each field stays short.
 void ExpectTips(QWidget* window, int* count) {
+  for (const char* name : {"1151", "1152", "frequencies"}) {
+    if (const auto* grid = window->findChild<CGridCtrl*>(QString::fromLatin1(name));
+        grid != nullptr && grid->GetRowCount() > 1) {
+      EXPECT_TRUE(grid->GetCell(1, 1)->GetTipText().contains(QStringLiteral("\nParameter: ")))
+          << name;
+    }
+  }
   const auto* dialog = qobject_cast<CFormDialog*>(window);
   if (dialog == nullptr) {
     return;

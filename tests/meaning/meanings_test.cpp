@@ -176,7 +176,7 @@ TEST(Meanings, MakeTipsOfFields) {
                 "A box may change it in mode 0 to 18 (Any Mode) | L2NS, 0 to 4");
     } else if (field.control == acq::kFilter) {
       EXPECT_EQ(tip(field),
-                "Low-pass filter and VLF trap\nParameter: LPFR\n"
+                "Low-pass filter\nParameter: LPFR\n"
                 "A box may change it in mode 1, 11, 12, 14, 15 (Setup, Pause and Standby) | LPFR");
     }
   }
