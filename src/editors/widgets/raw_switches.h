@@ -28,6 +28,7 @@ class RawSwitches : public QWidget {
   void changed();
 
  private:
+  void LayOut();
   QCheckBox* Add(RawSwitch what, const QString& text, const QString& tip);
 
   std::map<RawSwitch, QCheckBox*> boxes_;
