@@ -33,7 +33,7 @@ std::string TitleOf(const Field& field, const KeyMeaning* meaning) {
 }
 
 std::string UnitText(const Field& field, const KeyMeaning* meaning) {
-  const std::string shown(PartsOf(field.label).unit);
+  std::string shown(PartsOf(field.label).unit);
   std::string stored(field.unit.empty() ? shown : field.unit);
   const bool is_one = meaning != nullptr && meaning->unit.find(" or ") == std::string::npos;
   if (is_one && field.unit.empty()) {

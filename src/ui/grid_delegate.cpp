@@ -138,7 +138,7 @@ void GridDelegate::OfferChoices(QLineEdit* editor, const CGridCellBase& cell) {
   }
 }
 
-void GridDelegate::AddChoicesButton(QLineEdit* editor) {
+void GridDelegate::AddChoicesButton(QLineEdit* editor) const {
   QAction* open = editor->addAction(DownIcon(), QLineEdit::TrailingPosition);
   open->setToolTip(tr("Choose (F4)"));
   connect(open, &QAction::triggered, this, &GridDelegate::OpenChoices);

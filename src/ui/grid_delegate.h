@@ -58,7 +58,7 @@ class GridDelegate final : public QStyledItemDelegate {
 
  private:
   void OfferChoices(QLineEdit* editor, const CGridCellBase& cell);
-  void AddChoicesButton(QLineEdit* editor);
+  void AddChoicesButton(QLineEdit* editor) const;
 
   mutable QPointer<QLineEdit> open_editor_;  // the view asks for editors through const calls
 };
