@@ -32,6 +32,7 @@
 #include "editors/widgets/startup_result_dlg.h"
 #include "files/file_io.h"
 #include "files/path_names.h"
+#include "meaning/explain.h"
 #include "meaning/meanings.h"
 #include "response/widgets/calibration_display.h"
 #include "response/widgets/calibration_dlg.h"
@@ -564,16 +565,27 @@ bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visi
 
 }  // namespace
 
+constexpr int kBand2Row = 14;  // of "L2NS" among the raw parameters
+
 bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit) {
   CMainFrame& frame = app->Frame();
   bool done = visit(&frame, "main-window");
 
   const Meanings meanings(TransmitterModels());
-  CParamTableDlg raw(&app->Document().Table(), &frame, {},
-                     [&meanings](const ParamEntry& entry) { return meanings.Line(entry); });
+  const auto explain = [&meanings](const ParamEntry& entry) {
+    return RawMeaningOf(meanings, entry);
+  };
+  CParamTableDlg raw(&app->Document().Table(), &frame, {}, explain, app->Document().FileTable());
   done = visit(&raw, "raw-parameters") && done;
   raw.findChild<QLineEdit*>(QStringLiteral("filter"))->setText(QStringLiteral("SRVY"));
   done = visit(&raw, "raw-parameters-filtered") && done;
+  ParamTable odd = app->Document().Table();
+  CParamTableDlg cautions(&odd, &frame, {}, explain, app->Document().FileTable());
+  auto* grid = cautions.findChild<CGridCtrl*>(QString::number(CParamTableDlg::kGrid));
+  grid->SetFocusCell(kBand2Row, kValueColumn);
+  grid->PasteText(QStringLiteral("7 records"));
+  grid->SetItemStar(kBand2Row + 1, kMeaningColumn, true);
+  done = visit(&cautions, "raw-parameters-cautions") && done;
 
   done = VisitSetup(app, visit) && done;
   done = VisitAcquisition(app->Document().Table(), visit) && done;

@@ -29,6 +29,7 @@
 #include "editors/widgets/startup_result_dlg.h"
 #include "files/path_text.h"
 #include "forms/early_writes.h"
+#include "meaning/explain.h"
 #include "meaning/meanings.h"
 #include "stepping/widgets/fdem_schedule_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
@@ -107,8 +108,10 @@ void EditorCommands::SetStepActions(QAction* undo, QAction* redo) {
 
 void EditorCommands::EditRaw(ParamKey key) {
   const Meanings meanings(TransmitterModels());
-  CParamTableDlg dialog(&doc_->Table(), parent_, doc_->NotInFile(),
-                        [&meanings](const ParamEntry& entry) { return meanings.Line(entry); });
+  CParamTableDlg dialog(
+      &doc_->Table(), parent_, doc_->NotInFile(),
+      [&meanings](const ParamEntry& entry) { return RawMeaningOf(meanings, entry); },
+      doc_->FileTable());
   TellRefusedPastes(dialog);
   const QString title = QStringLiteral("Raw Parameters");
   QObject::connect(&dialog, &CParamTableDlg::edited, doc_, [this, title] {

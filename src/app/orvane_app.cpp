@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <clocale>
 
+#include "app/key_tips.h"
 #include "files/file_io.h"
 
 // Resources of a static library are linked only when asked for, and that from no namespace.
@@ -40,6 +41,7 @@ bool COrvaneApp::notify(QObject* receiver, QEvent* event) {
 }
 
 void COrvaneApp::InitInstance(const QString& path) {
+  ShowKeyTips(&DocumentTable());
   doc_ = std::make_unique<COrvaneDoc>(&DocumentTable(), &prompts_, &notices_);
   frame_ = std::make_unique<CMainFrame>(doc_.get(), &prompts_, &notices_);
   emergency_copy_ =

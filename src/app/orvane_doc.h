@@ -92,6 +92,8 @@ class COrvaneDoc : public QObject {
   bool IsModified() const;
   /// The table as New, Open or Save left it: what is not modified.
   const ParamTable& Baseline() const { return baseline_; }
+  /// The table as its file holds it; null for a new document.
+  const ParamTable* FileTable() const { return path_.isEmpty() ? nullptr : &baseline_; }
   /// Values that the file did not bring, until the next save.
   const std::vector<ParamKey>& NotInFile() const { return not_in_file_; }
   /// To be called after every change of the table, so that the views follow: while a dialog may

@@ -35,10 +35,32 @@ std::string HexBytes(const ParamValue& value) {
   return text;
 }
 
+std::string Joined(const std::string& one, const std::string& other) {
+  return one + (one.empty() || other.empty() ? "" : "; ") + other;
+}
+
+// As a reader of text would store it who refuses what is not wholly right. Blanks around a number
+// say nothing.
+bool IsStoredAsTyped(std::string_view text, const ParamEntry& entry) {
+  const bool is_text = entry.type == StrPT || entry.type == PosPT || entry.type == LStPT;
+  const auto strict = ParseParamValueStrictly(is_text ? text : Trimmed(text), TypeOf(entry));
+  return strict && *strict == entry.value;
+}
+
+std::string ShownValue(const ParamEntry& entry) {
+  const std::string text = ValueText(entry);
+  return text.empty() ? "an empty text" : text;
+}
+
+// A line that says already what is wrong does not say it twice.
+std::string MeaningText(const RawRow& row) {
+  const auto& [line, caution, choices, is_in_dialog] = row.meaning;
+  const bool is_said = line.find(caution) != std::string::npos;
+  return Joined(is_said ? line : Joined(line, caution), row.otherwise);
+}
+
 std::string PermissionDetail(std::uint32_t mask) {
-  const std::string modes = ModesOf(mask);
-  std::string text = modes.empty() ? "a box may not change it in any mode"
-                                   : "a box may change it in mode " + modes;
+  std::string text = PermissionSentence(mask);
   if ((mask & kMaskNotFiltered) != 0) {
     text += ", boxes leave it out of their own files";
   }
@@ -80,8 +102,16 @@ std::string ModesOf(std::uint32_t write_mask) {
   return text;
 }
 
-RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain explain)
+std::string PermissionSentence(std::uint32_t write_mask) {
+  const std::string modes = ModesOf(write_mask);
+  return modes.empty() ? "a box may not change it in any mode"
+                       : "a box may change it in mode " + modes;
+}
+
+RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain explain,
+                   const ParamTable* file)
     : table_(table),
+      file_(file),
       opened_(*table),
       not_in_file_(std::move(not_in_file)),
       explain_(std::move(explain)) {
@@ -94,7 +124,7 @@ RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain
     }
     // kept: the one type without a name shows the name of the row before it.
     type = entry->type == RawPT ? type : ValueTypeName(entry->type);
-    rows_.push_back({key, type, PermissionName(entry->write_mask), {}, {}});
+    rows_.push_back({key, type, PermissionName(entry->write_mask), {}, {}, {}});
     Take(*entry, ValueText(*entry), &rows_.back());
   }
 }
@@ -102,6 +132,7 @@ RawTable::RawTable(ParamTable* table, std::vector<ParamKey> not_in_file, Explain
 void RawTable::Take(const ParamEntry& entry, std::string value, RawRow* row) const {
   row->value = std::move(value);
   row->meaning = MeaningOf(entry);
+  row->otherwise.clear();
   row->stored = entry.value;
 }
 
@@ -124,8 +155,8 @@ int RawTable::OrdinalOf(ParamKey key) const {
   return row == rows_.end() ? 0 : static_cast<int>(row - rows_.begin()) + 1;
 }
 
-std::string RawTable::MeaningOf(const ParamEntry& entry) const {
-  return explain_ ? explain_(entry) : std::string();
+RawMeaning RawTable::MeaningOf(const ParamEntry& entry) const {
+  return explain_ ? explain_(entry) : RawMeaning();
 }
 
 std::string RawTable::Cell(int ordinal, RawColumn column) const {
@@ -142,7 +173,7 @@ std::string RawTable::Cell(int ordinal, RawColumn column) const {
     case kValueColumn:
       return row.value;
     case kMeaningColumn:
-      return row.meaning;
+      return MeaningText(row);
   }
   return {};
 }
@@ -166,12 +197,15 @@ std::vector<int> RawTable::EndEdit(int ordinal, std::string_view text) {
   // Only a type beyond the known ones is refused; the row shows what was typed all the same.
   PutValue(table_, key, TypeOf(*entry), value);
   is_modified_ = true;
+  const std::string otherwise =
+      IsStoredAsTyped(text, *entry) ? std::string() : "stored as " + ShownValue(*entry);
 
   std::vector<int> partners;
   for (int other = 1; other <= Count(); ++other) {
     if (Row(other).key == key) {
       RawRow& row = rows_[static_cast<std::size_t>(other) - 1];
       Take(*entry, other == ordinal ? std::string(text) : ValueText(*entry), &row);
+      row.otherwise = other == ordinal ? otherwise : std::string();
       if (other != ordinal) {
         partners.push_back(other);
       }
@@ -180,16 +214,8 @@ std::vector<int> RawTable::EndEdit(int ordinal, std::string_view text) {
   return partners;
 }
 
-bool RawTable::IsChanged(int ordinal) const {
-  const ParamEntry* now = table_->FindParam(Row(ordinal).key);
-  const ParamEntry* then = opened_.FindParam(Row(ordinal).key);
-  return now != nullptr && then != nullptr && now->value != then->value;
-}
-
-bool RawTable::Matches(int ordinal, std::string_view filter) const {
-  const RawRow& row = Row(ordinal);
-  return ContainsWithoutCase(row.key.Text(), filter) || ContainsWithoutCase(row.value, filter) ||
-         ContainsWithoutCase(row.meaning, filter);
+std::string RawTable::Caution(int ordinal) const {
+  return Joined(Row(ordinal).meaning.caution, Row(ordinal).otherwise);
 }
 
 std::string RawTable::Detail(int ordinal) const {

@@ -287,6 +287,40 @@ void Spread::WriteChannels(const BoxState& box, int slot) {
   }
 }
 
+int Spread::SlotOf(int box) const {
+  if (At(box).row.kind != kAuxiliaryBox) {
+    return 0;
+  }
+  return static_cast<int>(
+      std::count_if(boxes_.begin(), boxes_.begin() + box + 1,
+                    [](const BoxState& one) { return one.row.kind == kAuxiliaryBox; }));
+}
+
+ParamKey Spread::KeyOfBox(int box, BoxColumn column) const {
+  const BoxKind kind = KindOf(At(box));
+  const auto choose = [column](ParamKey serial, ParamKey channels, ParamKey control) {
+    return column == kBoxSerial     ? serial
+           : column == kBoxChannels ? channels
+           : column == kBoxControl  ? control
+                                    : ParamKey();
+  };
+  if (kind == kAuxiliaryBox) {
+    const auto slot = static_cast<std::size_t>(SlotOf(box)) - 1;
+    if (slot >= kAuxiliaryKeys.size()) {
+      return {};
+    }
+    const AuxiliaryKeys& keys = kAuxiliaryKeys[slot];
+    return choose(keys.serial, keys.channels, keys.control);
+  }
+  return kind == kLocalBox       ? choose("SNUM", kSetChannels, {})
+         : kind == kReferenceBox ? choose("SNNR", {}, "REFCTL")
+                                 : choose("SNTX", {}, "TXCTL");
+}
+
+ParamKey Spread::KeyOfChannel(int box, int channel, ChannelColumn column) const {
+  return ChannelKey(KindOf(At(box)), SlotOf(box), channel + 1, column);
+}
+
 void Spread::Save() {
   std::vector<BoxRow> rows;
   for (const BoxState& box : boxes_) {

@@ -37,6 +37,9 @@ class Spread {
   /// in.
   std::string ChannelCountNote() const;
   std::string BoxCell(int box, BoxColumn column) const;
+  /// The key that a cell is kept under; empty where it is under none.
+  ParamKey KeyOfBox(int box, BoxColumn column) const;
+  ParamKey KeyOfChannel(int box, int channel, ChannelColumn column) const;
   bool CanEditBox(int box, BoxColumn column) const;
   /// Why the text is refused; empty once it is taken.
   std::string EditBox(int box, BoxColumn column, std::string_view text);
@@ -77,6 +80,8 @@ class Spread {
     std::vector<ChannelCells> channels;  // as many as the keys of the kind hold
   };
 
+  /// Of an auxiliary box, as it is saved: 1 to 5; else 0.
+  int SlotOf(int box) const;
   const BoxState& At(int box) const { return boxes_[static_cast<std::size_t>(box)]; }
   BoxState& At(int box) { return boxes_[static_cast<std::size_t>(box)]; }
   static BoxKind KindOf(const BoxState& box) { return static_cast<BoxKind>(box.row.kind); }

@@ -158,7 +158,9 @@ void StartupForm::ReadChannels() {
     const std::string channel = FormatInt(i);
     const std::string definition =
         box_.IsAuxiliary() ? "DEF" + number + "R" + channel : "CHDEF" + channel;
-    channels_.push_back({ParamAsText(*table_, definition), ParamAsText(*table_, "GFC" + channel)});
+    const std::string gain = "GFC" + channel;
+    channels_.push_back(
+        {ParamAsText(*table_, definition), ParamAsText(*table_, gain), definition, gain});
   }
 }
 

@@ -78,6 +78,8 @@ class StartupForm {
   struct Channel {
     std::string definition;
     std::string gain;
+    std::string definition_key;
+    std::string gain_key;
   };
   const std::vector<Channel>& Channels() const { return channels_; }
   bool CanEditGains() const { return box_.IsAuxiliary(); }

@@ -14,6 +14,17 @@ std::string CodedValuesText(const KeyMeaning& meaning) {
   return text;
 }
 
+RawMeaning RawMeaningOf(const Meanings& meanings, const ParamEntry& entry) {
+  RawMeaning raw{meanings.Line(entry), meanings.Caution(entry)};
+  if (const KeyMeaning* meaning = meanings.Find(ParamKey(entry.key)); meaning != nullptr) {
+    raw.is_in_dialog = !meaning->places.empty();
+    for (const CodedValue& value : meaning->values) {
+      raw.choices.push_back({FormatInt(value.stored), value.text});
+    }
+  }
+  return raw;
+}
+
 std::string PlacesText(const KeyMeaning& meaning) {
   std::string text;
   for (const EditPlace& place : meaning.places) {

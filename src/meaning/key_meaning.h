@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "forms/form_field.h"
+#include "table/param_key.h"
+
 namespace orvane {
 
 /// A number that a key may hold and what it means.
@@ -24,9 +27,12 @@ struct EditPlace {
 
 /// What is known of a parameter. All texts are for people and plain ASCII.
 struct KeyMeaning {
+  ParamKey key = {};
   std::string name;        ///< short, such as "Survey method"
   std::string unit = {};   ///< of the stored value; "12 min or 20 min" where dialogs differ
   std::string range = {};  ///< what dialogs accept, such as "0 to 100"; empty: anything
+  Limits limits = {};      ///< the same as numbers, of what is shown
+  double to_shown = 1;     ///< of a number: shown = stored x this
   std::vector<CodedValue> values = {};  ///< in the order of the stored numbers
   std::vector<EditPlace> places = {};   ///< none where no dialog has it
 };

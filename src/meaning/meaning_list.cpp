@@ -42,14 +42,9 @@ void Join(std::string_view text, std::string* joined) {
   }
 }
 
-std::string RangeOf(const Field& field) {
-  const auto& [min, max, max_length] = field.limits;
-  if (min < max) {
-    return std::isinf(max) ? "not below " + FormatReal(min)
-                           : FormatReal(min) + " to " + FormatReal(max);
-  }
-  const bool is_one_value = field.type == StrPT && field.codec.kind == CodecKind::kPlain;
-  return is_one_value && max_length > 0 ? "at most " + FormatInt(max_length) + " characters" : "";
+// A text in several entries has room for more than one of them.
+bool IsOneText(const Field& field) {
+  return field.type == StrPT && field.codec.kind == CodecKind::kPlain;
 }
 
 // Links of the chain that holds a long text.
@@ -62,7 +57,18 @@ std::size_t LinksOf(ParamKey head) {
   return kBuiltIn.LongParamCapacity(head) / kValueSize;
 }
 
-// The keys of a text of several parts: those of its pieces, or the links of its chain.
+}  // namespace
+
+std::string RangeOf(const Field& field) {
+  const auto& [min, max, max_length] = field.limits;
+  if (min < max) {
+    return std::isinf(max) ? "not below " + FormatReal(min)
+                           : FormatReal(min) + " to " + FormatReal(max);
+  }
+  return IsOneText(field) && max_length > 0 ? "at most " + FormatInt(max_length) + " characters"
+                                            : "";
+}
+
 std::vector<ParamKey> AllKeysOf(const Field& field) {
   std::vector<ParamKey> keys = KeysOf(field);
   if (field.codec.kind != CodecKind::kLongText) {
@@ -76,15 +82,17 @@ std::vector<ParamKey> AllKeysOf(const Field& field) {
   return keys;
 }
 
-}  // namespace
+std::string NameOf(const Field& field) {
+  if (!field.meaning.empty()) {
+    return std::string(field.meaning);
+  }
+  std::string name(field.group);
+  return name.append(name.empty() ? "" : ": ").append(PartsOf(field.label).name);
+}
 
 void MeaningList::AddField(std::string_view dialog, const Field& field) {
   const std::vector<ParamKey> keys = AllKeysOf(field);
-  const LabelParts parts = PartsOf(field.label);
-  std::string name(field.meaning);
-  if (name.empty()) {
-    name.append(field.group).append(field.group.empty() ? "" : ": ").append(parts.name);
-  }
+  const std::string name = NameOf(field);
   for (std::size_t i = 0; i < keys.size(); ++i) {
     AddTo(keys[i], dialog, field,
           keys.size() == 1 ? name : name + ", part " + FormatInt(static_cast<int>(i) + 1));
@@ -96,7 +104,11 @@ void MeaningList::AddTo(ParamKey key, std::string_view dialog, const Field& fiel
   Name(key, name);
   AddUnit(key, field.unit.empty() ? PartsOf(field.label).unit : field.unit);
   KeyMeaning& meaning = meanings_[key.Word()];
-  meaning.range = meaning.range.empty() ? RangeOf(field) : meaning.range;
+  if (meaning.range.empty()) {
+    meaning.range = RangeOf(field);
+    meaning.limits = meaning.range.empty() ? Limits() : field.limits;
+    meaning.to_shown = field.codec.to_shown;
+  }
   AddValues(key, field);
   AddPlace(key, {std::string(dialog), std::string(Trimmed(field.label)), field.control,
                  field.widget == Widget::kShown});
@@ -119,6 +131,7 @@ void MeaningList::AddValues(ParamKey key, const Field& field) {
 
 void MeaningList::Name(ParamKey key, std::string_view name, std::string_view unit) {
   KeyMeaning& meaning = meanings_[key.Word()];
+  meaning.key = key;
   if (meaning.name.empty()) {
     meaning.name = name;
   }
@@ -142,7 +155,9 @@ void MeaningList::AddValue(ParamKey key, std::int32_t stored, std::string_view t
 }
 
 void MeaningList::AddPlace(ParamKey key, EditPlace place) {
-  std::vector<EditPlace>& places = meanings_[key.Word()].places;
+  KeyMeaning& meaning = meanings_[key.Word()];
+  meaning.key = key;
+  std::vector<EditPlace>& places = meaning.places;
   const auto is_same = [&place](const EditPlace& other) {
     return other.dialog == place.dialog && other.label == place.label;
   };
@@ -154,6 +169,19 @@ void MeaningList::AddPlace(ParamKey key, EditPlace place) {
 const KeyMeaning* MeaningList::Find(ParamKey key) const {
   const auto found = meanings_.find(key.Word());
   return found == meanings_.end() ? nullptr : &found->second;
+}
+
+std::vector<ParamKey> MeaningList::FindPlaces(int control, std::string_view label) const {
+  std::vector<ParamKey> keys;
+  for (const auto& [word, meaning] : meanings_) {
+    for (const EditPlace& place : meaning.places) {
+      if (place.control == control && place.label == Trimmed(label)) {
+        keys.push_back(meaning.key);
+        break;
+      }
+    }
+  }
+  return keys;
 }
 
 }  // namespace orvane

@@ -7,12 +7,22 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "forms/form_field.h"
 #include "meaning/key_meaning.h"
 #include "table/param_key.h"
 
 namespace orvane {
+
+/// What a field accepts, "0 to 100": empty where it takes anything.
+std::string RangeOf(const Field& field);
+
+/// The keys that a field is kept under: of a text of several parts one for each.
+std::vector<ParamKey> AllKeysOf(const Field& field);
+
+/// The name of a field: its meaning, else its label with its group in front.
+std::string NameOf(const Field& field);
 
 /// Collects what several dialogs say of a key: the first names it and gives its range, units and
 /// coded values that differ are joined by "or", and each control is a place of its own.
@@ -27,6 +37,8 @@ class MeaningList {
   void AddPlace(ParamKey key, EditPlace place);
 
   const KeyMeaning* Find(ParamKey key) const;
+  /// The keys that a control writes by a rule, told by its number and label.
+  std::vector<ParamKey> FindPlaces(int control, std::string_view label) const;
   std::size_t Count() const { return meanings_.size(); }
 
  private:

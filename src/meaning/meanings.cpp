@@ -21,6 +21,25 @@ bool IsYesOrNo(const std::vector<CodedValue>& values) {
   return values.size() == 2 && values.back().text == kYes;
 }
 
+bool IsNumberWithin(const KeyMeaning& meaning, double stored) {
+  const double shown = stored * meaning.to_shown;
+  return shown >= meaning.limits.min && shown <= meaning.limits.max;
+}
+
+bool IsWithin(const KeyMeaning& meaning, const ParamEntry& entry) {
+  switch (entry.type) {
+    case IntPT:
+      return IsNumberWithin(meaning, IntOf(entry.value));
+    case FltPT:
+      return IsNumberWithin(meaning, RealOf(entry.value));
+    case StrPT:
+      return CharactersOf(entry.value, kMaxTextLength).size() <=
+             static_cast<std::size_t>(meaning.limits.max_length);
+    default:
+      return true;
+  }
+}
+
 }  // namespace
 
 Meanings::Meanings() : Meanings(UsualTransmitters()) {}
@@ -42,7 +61,16 @@ std::string Meanings::ValueText(const ParamEntry& entry) const {
   if (value != meaning->values.end()) {
     return value->text;
   }
-  return IsYesOrNo(meaning->values) ? std::string(kYes) : "not a listed value";
+  return IsYesOrNo(meaning->values) ? std::string(kYes) : std::string(kNotListed);
+}
+
+std::string Meanings::Caution(const ParamEntry& entry) const {
+  const KeyMeaning* meaning = Find(ParamKey(entry.key));
+  if (ValueText(entry) == kNotListed) {
+    return std::string(kNotListed);
+  }
+  const bool is_right = meaning == nullptr || meaning->range.empty() || IsWithin(*meaning, entry);
+  return is_right ? std::string() : "out of range (" + meaning->range + ")";
 }
 
 std::string Meanings::Line(const ParamEntry& entry) const {

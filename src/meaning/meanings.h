@@ -22,11 +22,16 @@ class Meanings {
 
   /// Null where nothing of Orvane uses the key.
   const KeyMeaning* Find(ParamKey key) const { return list_.Find(key); }
+  const MeaningList& List() const { return list_; }
   std::size_t Count() const { return list_.Count(); }
 
   /// What a stored value means, "SIP" of "TECH" 1: empty where the key has no coded values,
   /// "not a listed value" where this is none of them. A yes or no is yes for any number but 0.
   std::string ValueText(const ParamEntry& entry) const;
+
+  /// What is wrong with a stored value that no dialog would accept: "out of range (0 to 100)", "not
+  /// a listed value". Empty where nothing is known to be.
+  std::string Caution(const ParamEntry& entry) const;
 
   /// Name, what the value means and unit in a line: "Survey method: SIP", "Ex dipole length
   /// (m)", "not used by Orvane".

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "ui/field_tips.h"
 #include "ui/form_texts.h"
 
 namespace orvane {
@@ -82,9 +83,21 @@ QWidget* CFormDialog::Control(int control) {
     if (field.widget != Widget::kRadios) {  // there each button has a name of its own
       Name(widget, field);
     }
+    ShowTip(widget, field);
     Refresh(control);
   }
   return widget;
+}
+
+// Of a group each button has it.
+void CFormDialog::ShowTip(QWidget* widget, const Field& field) {
+  if (const auto group = groups_.find(field.control); group != groups_.end()) {
+    for (QAbstractButton* button : group->second->buttons()) {
+      ShowFieldTip(field, button);
+    }
+  } else {
+    ShowFieldTip(field, widget);
+  }
 }
 
 QAbstractButton* CFormDialog::Button(int control) {

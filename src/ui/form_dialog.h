@@ -92,6 +92,7 @@ class CFormDialog : public QDialog {
   QWidget* MakeList(const Field& field);
   QWidget* MakeRadios(const Field& field);
   void Name(QWidget* widget, const Field& field);
+  void ShowTip(QWidget* widget, const Field& field);
   void OnLineChanged(int control, QLineEdit* line);
   void OnChosen(int control, int index);
   void ConnectRadios(int control, QButtonGroup* group);

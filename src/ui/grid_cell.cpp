@@ -12,4 +12,12 @@ Qt::Alignment CGridCell::GetAlignment() const {
   return alignment_.value_or(fallback_.GetAlignment());
 }
 
+void CGridCell::SetChoices(const QStringList& texts) {
+  choices_.clear();
+  for (const QString& text : texts) {
+    choices_.push_back({text, text});
+  }
+  opens_choices_ = true;
+}
+
 }  // namespace orvane

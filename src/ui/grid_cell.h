@@ -5,8 +5,16 @@
 #include <QString>
 #include <QStringList>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace orvane {
+
+// What the list of an editor offers: a text for the cell, and how the list shows it.
+struct GridChoice {
+  QString text;
+  QString label;
+};
 
 // One cell of a grid: what it says and how it looks. Changing a cell directly does not repaint the
 // grid; the setters of CGridCtrl do.
@@ -31,13 +39,26 @@ class CGridCellBase {
   virtual int GetTextLimit() const = 0;
 
   // Texts that the editor offers as a list; others may be typed all the same.
-  virtual QStringList GetChoices() const { return {}; }
+  virtual std::vector<GridChoice> GetChoices() const { return {}; }
+  // Whether the list opens with the editor; else F4, Alt+Down and a button open it.
+  virtual bool OpensChoices() const { return false; }
 
   bool IsMarked() const { return marked_; }
   void SetMarked(bool marked) { marked_ = marked; }
 
+  // What is wrong with the text: it is drawn in the colour of warnings and so described to
+  // assistive tools. Empty: nothing.
+  const QString& GetWarning() const { return warning_; }
+  void SetWarning(const QString& warning) { warning_ = warning; }
+
+  // A star in front of the text, full for what the user wants at hand; none at first.
+  std::optional<bool> GetStar() const { return star_; }
+  void SetStar(bool is_full) { star_ = is_full; }
+
  private:
   bool marked_ = false;
+  QString warning_;
+  std::optional<bool> star_;
 };
 
 // What the cells of one grid fall back on. It is not itself in the grid.
@@ -77,14 +98,19 @@ class CGridCell final : public CGridCellBase {
   Qt::Alignment GetAlignment() const override;
   void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
   int GetTextLimit() const override { return fallback_.GetTextLimit(); }
-  QStringList GetChoices() const override { return choices_; }
-  void SetChoices(const QStringList& choices) { choices_ = choices; }
+  std::vector<GridChoice> GetChoices() const override { return choices_; }
+  bool OpensChoices() const override { return opens_choices_; }
+  // The texts of most edits: the list opens with the editor.
+  void SetChoices(const QStringList& texts);
+  // Codes and what they stand for, for whom does not know them.
+  void SetCodes(std::vector<GridChoice> codes) { choices_ = std::move(codes); }
 
  private:
   const CGridDefaultCell& fallback_;
   std::optional<QString> text_;
   QString tip_text_;
-  QStringList choices_;
+  std::vector<GridChoice> choices_;
+  bool opens_choices_ = false;
   std::optional<Qt::Alignment> alignment_;
   std::optional<bool> read_only_;
 };

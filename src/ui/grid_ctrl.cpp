@@ -34,6 +34,7 @@ CGridCtrl::CGridCtrl(QWidget* parent) : QTableView(parent), columns_(Attach(*thi
   horizontalHeader()->setTextElideMode(Qt::ElideRight);
   horizontalHeader()->viewport()->installEventFilter(this);
   connect(&model_, &GridModel::textEdited, this, &CGridCtrl::OnTextEdited);
+  connect(&model_, &GridModel::starToggled, this, &CGridCtrl::starToggled);
   connect(&delegate_, &GridDelegate::editorLeft, this, &CGridCtrl::OnEditorLeft);
   UpdateRowHeight();
   HideFixedRows();
@@ -81,6 +82,12 @@ void CGridCtrl::SetTexts(const std::vector<std::vector<QString>>& rows) {
 }
 
 void CGridCtrl::SetItemMarked(int row, int col, bool marked) { model_.SetMarked(row, col, marked); }
+
+void CGridCtrl::SetItemWarning(int row, int col, const QString& warning) {
+  model_.SetWarning(row, col, warning);
+}
+
+void CGridCtrl::SetItemStar(int row, int col, bool is_full) { model_.SetStar(row, col, is_full); }
 
 void CGridCtrl::CommitEdit() {
   QLineEdit* editor = delegate_.OpenEditor();

@@ -22,7 +22,7 @@ namespace orvane {
 // A grid of texts with fixed header rows, in-place editing, sorting and hiding of rows.
 //
 // Its context menu copies, saves and prints cells, and where some of them can be edited it pastes
-// and loads them.
+// and loads them. Actions that were added to the grid follow.
 //
 // Row numbers count the fixed rows: with one fixed row the first data row is row 1. Calls with
 // a row or column that does not exist do nothing; getters then return nothing, setters false.
@@ -71,6 +71,12 @@ class CGridCtrl : public QTableView {
 
   // Bold, and described as "changed" to assistive tools.
   void SetItemMarked(int row, int col, bool marked);
+
+  // In the colour of warnings, and described by that text; empty: nothing is wrong.
+  void SetItemWarning(int row, int col, const QString& warning);
+
+  // A star in front of the text. A click on it and Space in its cell fill and empty it.
+  void SetItemStar(int row, int col, bool is_full);
 
   // Asked whether a cell may be edited, also while nobody is editing (assistive tools want to
   // know): it must have no side effects. Without it nothing can be edited; fixed rows never can.
@@ -148,6 +154,9 @@ class CGridCtrl : public QTableView {
  signals:
   // An in-place edit or a paste has changed the text of a cell; the editor is closed already.
   void cellEdited(int row, int col);
+
+  // The user has filled or emptied the star of a cell.
+  void starToggled(int row, int col);
 
   // A paste, drop or load is over: how many cells hold the text meant for them, even if they held
   // it before, and how many refused it.

@@ -30,6 +30,10 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
     if (current.isValid()) {
       edit(current, EditKeyPressed, nullptr);
     }
+  } else if (GridDelegate::IsKeyOfChoices(*event)) {
+    if (current.isValid() && edit(current, EditKeyPressed, nullptr)) {
+      delegate_.OpenChoices();
+    }
   } else if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {  // with Ctrl: without is no key press
     QTableView::focusNextPrevChild(key == Qt::Key_Tab);
   } else if (event->modifiers() == Qt::AltModifier && current.isValid() &&

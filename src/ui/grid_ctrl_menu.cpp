@@ -92,6 +92,10 @@ void CGridCtrl::ShowMenu(const QPoint& at) {
     add(tr("&Load cells..."), "load-cells", &CGridCtrl::AskAndLoad);
   }
   add(tr("P&rint..."), "print", &CGridCtrl::AskAndPrint);
+  if (!actions().isEmpty()) {
+    menu.addSeparator();
+    menu.addActions(actions());
+  }
   // Assistive tools trigger an entry without closing the menu.
   const QAction* chosen = nullptr;
   connect(&menu, &QMenu::triggered, this, [&](const QAction* action) {
@@ -99,8 +103,8 @@ void CGridCtrl::ShowMenu(const QPoint& at) {
     menu.close();
   });
   menu.exec(at);
-  if (chosen != nullptr) {
-    (this->*acts.at(chosen))();
+  if (const auto act = acts.find(chosen); act != acts.end()) {
+    (this->*act->second)();
   }
 }
 

@@ -2,17 +2,21 @@
 #include "ui/grid_delegate.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QCompleter>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStandardItemModel>
 #include <QTimer>
+#include <QToolButton>
 #include <QToolTip>
 #include <algorithm>
 
 #include "ui/byte_text.h"
 #include "ui/grid_model.h"
 #include "ui/plot_theme.h"
+#include "ui/small_icons.h"
 
 namespace orvane {
 namespace {
@@ -30,6 +34,24 @@ bool Settle(QLineEdit& editor) {
     editor.setText(text);
   }
   return editor.hasAcceptableInput();
+}
+
+constexpr int kTextRole = Qt::UserRole;  // of a choice: what the cell gets
+constexpr int kMostChoicesInSight = 12;
+
+QStandardItemModel* ModelOf(const std::vector<GridChoice>& choices, QObject* parent) {
+  auto* model = new QStandardItemModel(parent);
+  for (const GridChoice& choice : choices) {
+    auto* item = new QStandardItem(choice.label);
+    item->setData(choice.text, kTextRole);
+    model->appendRow(item);
+  }
+  return model;
+}
+
+const CGridCellBase* CellAt(const QModelIndex& index) {
+  const auto* model = qobject_cast<const GridModel*>(index.model());
+  return model == nullptr ? nullptr : model->GetCell(index.row(), index.column());
 }
 
 // Draws its own frame over its own ground, whatever the style draws in and around editors.
@@ -71,7 +93,7 @@ QString OneLine(QString text) {
 QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                     const QModelIndex& index) const {
   const auto* model = qobject_cast<const GridModel*>(index.model());
-  const CGridCellBase* cell = model ? model->GetCell(index.row(), index.column()) : nullptr;
+  const CGridCellBase* cell = CellAt(index);
   if (!cell) {
     return nullptr;
   }
@@ -86,27 +108,66 @@ QWidget* GridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
   editor->setValidator(model->Validator());
   connect(editor, &QLineEdit::inputRejected, editor, [editor] { TellWhyRejected(editor); });
   open_editor_ = editor;
-  if (const QStringList choices = cell->GetChoices(); !choices.isEmpty()) {
-    const_cast<GridDelegate*>(this)->OfferChoices(editor, choices);
+  if (!cell->GetChoices().empty()) {
+    const_cast<GridDelegate*>(this)->OfferChoices(editor, *cell);
   }
   return editor;
 }
 
-// The list opens with the editor; choosing from it ends the edit.
-void GridDelegate::OfferChoices(QLineEdit* editor, const QStringList& choices) {
-  auto* completer = new QCompleter(choices, editor);
+// Choosing ends the edit. A list that does not open by itself stays out of the way of typing.
+void GridDelegate::OfferChoices(QLineEdit* editor, const CGridCellBase& cell) {
+  auto* completer = new QCompleter(editor);
+  completer->setModel(ModelOf(cell.GetChoices(), completer));
+  completer->setCompletionRole(kTextRole);
   completer->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
   completer->setCaseSensitivity(Qt::CaseInsensitive);
-  completer->setMaxVisibleItems(static_cast<int>(choices.size()));
+  completer->setMaxVisibleItems(std::min(completer->model()->rowCount(), kMostChoicesInSight));
   completer->popup()->setAccessibleName(editor->accessibleName());
-  editor->setCompleter(completer);
   connect(completer, qOverload<const QString&>(&QCompleter::activated), editor,
           [this, editor](const QString& text) {
             editor->setText(text);
             emit commitData(editor);
             emit closeEditor(editor, NoHint);
           });
-  QTimer::singleShot(0, completer, [completer] { completer->complete(); });
+  if (cell.OpensChoices()) {
+    editor->setCompleter(completer);
+    QTimer::singleShot(0, completer, [completer] { completer->complete(); });
+  } else {
+    completer->setWidget(editor);
+    AddChoicesButton(editor);
+  }
+}
+
+void GridDelegate::AddChoicesButton(QLineEdit* editor) const {
+  QAction* open = editor->addAction(DownIcon(), QLineEdit::TrailingPosition);
+  open->setToolTip(tr("Choose (F4)"));
+  connect(open, &QAction::triggered, this, &GridDelegate::OpenChoices);
+  for (auto* button : editor->findChildren<QToolButton*>()) {
+    button->setAccessibleName(tr("Choose"));
+  }
+  editor->setAccessibleDescription(tr("F4 lists what its values mean"));
+}
+
+bool GridDelegate::IsKeyOfChoices(const QKeyEvent& event) {
+  return (event.key() == Qt::Key_F4 && event.modifiers() == Qt::NoModifier) ||
+         (event.key() == Qt::Key_Down && event.modifiers() == Qt::AltModifier);
+}
+
+void GridDelegate::OpenChoices() const {
+  auto* completer = open_editor_ ? open_editor_->findChild<QCompleter*>() : nullptr;
+  if (completer == nullptr) {
+    return;
+  }
+  completer->complete();
+  QAbstractItemView* list = completer->popup();
+  list->setMinimumWidth(list->sizeHintForColumn(0) + 2 * list->frameWidth() +
+                        list->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+  for (int row = 0; row < list->model()->rowCount(); ++row) {
+    const QModelIndex index = list->model()->index(row, 0);
+    if (index.data(kTextRole).toString() == open_editor_->text()) {
+      list->setCurrentIndex(index);
+    }
+  }
 }
 
 void GridDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const {
@@ -148,6 +209,42 @@ QString GridDelegate::displayText(const QVariant& value, const QLocale& /*locale
   return OneLine(value.toString());
 }
 
+// The check state of a star is for assistive tools: what is drawn is the star.
+void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  const CGridCellBase* cell = CellAt(index);
+  if (cell == nullptr) {
+    return;
+  }
+  if (!cell->GetWarning().isEmpty()) {
+    option->palette.setColor(QPalette::Text, WarningColor(option->palette));
+  }
+  if (const std::optional<bool> star = cell->GetStar()) {
+    option->features.setFlag(QStyleOptionViewItem::HasCheckIndicator, false);
+    option->features |= QStyleOptionViewItem::HasDecoration;
+    option->icon = StarIcon(*star);
+    const int size = option->fontMetrics.ascent();
+    option->decorationSize = QSize(size, size);
+  }
+}
+
+// The base class lets Space toggle what is checkable.
+bool GridDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
+                               const QStyleOptionViewItem& option, const QModelIndex& index) {
+  const CGridCellBase* cell = CellAt(index);
+  if (event->type() == QEvent::MouseButtonRelease && cell != nullptr && cell->GetStar()) {
+    const auto* mouse = static_cast<const QMouseEvent*>(event);
+    QStyleOptionViewItem drawn = option;
+    initStyleOption(&drawn, index);
+    const QRect star = option.widget->style()->subElementRect(QStyle::SE_ItemViewItemDecoration,
+                                                              &drawn, option.widget);
+    return mouse->button() == Qt::LeftButton && star.contains(mouse->position().toPoint()) &&
+           model->setData(index, *cell->GetStar() ? Qt::Unchecked : Qt::Checked,
+                          Qt::CheckStateRole);
+  }
+  return QStyledItemDelegate::editorEvent(event, model, option, index);
+}
+
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   QStyleOptionViewItem cell = option;
@@ -178,8 +275,9 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
   }
   QString tip = index.data(Qt::ToolTipRole).toString();
   const QRect shown = option.rect & view->viewport()->rect();
-  if (tip.isEmpty() && sizeHint(option, index).width() > shown.width()) {
-    tip = index.data(Qt::DisplayRole).toString();
+  if (sizeHint(option, index).width() > shown.width()) {
+    const QString text = index.data(Qt::DisplayRole).toString();
+    tip = tip.isEmpty() ? text : text + QLatin1Char('\n') + tip;
   }
   QToolTip::showText(event->globalPos(), PlainToolTip(tip), view->viewport(), option.rect);
   return true;
@@ -189,6 +287,10 @@ bool GridDelegate::eventFilter(QObject* object, QEvent* event) {
   auto* editor = qobject_cast<QLineEdit*>(object);
   if (!editor || event->type() != QEvent::KeyPress) {
     return QStyledItemDelegate::eventFilter(object, event);
+  }
+  if (IsKeyOfChoices(*static_cast<QKeyEvent*>(event)) && editor->findChild<QCompleter*>()) {
+    OpenChoices();
+    return true;
   }
   const int key = static_cast<QKeyEvent*>(event)->key();
   const bool leaves = key == Qt::Key_Tab || key == Qt::Key_Backtab;

@@ -7,6 +7,8 @@
 #include <QPointer>
 #include <QStyledItemDelegate>
 
+#include "ui/grid_cell.h"
+
 namespace orvane {
 
 // Tool tips guess whether they were given markup; this keeps cell texts plain.
@@ -25,6 +27,11 @@ class GridDelegate final : public QStyledItemDelegate {
   // The editor that is open now, or null. Owned by the view.
   QLineEdit* OpenEditor() const { return open_editor_; }
 
+  // Opens the list of what may be chosen in the open editor, at its text.
+  void OpenChoices() const;
+  // F4 and Alt+Down, as in lists of other windows.
+  static bool IsKeyOfChoices(const QKeyEvent& event);
+
   QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const override;
   void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
@@ -39,13 +46,19 @@ class GridDelegate final : public QStyledItemDelegate {
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override;
   bool eventFilter(QObject* object, QEvent* event) override;
+  bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
 
  signals:
   // Return or the tab key has closed the editor.
   void editorLeft(QKeyEvent* event);
 
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
  private:
-  void OfferChoices(QLineEdit* editor, const QStringList& choices);
+  void OfferChoices(QLineEdit* editor, const CGridCellBase& cell);
+  void AddChoicesButton(QLineEdit* editor) const;
 
   mutable QPointer<QLineEdit> open_editor_;  // the view asks for editors through const calls
 };

@@ -6,6 +6,30 @@
 
 namespace orvane {
 
+namespace {
+
+// What only the look tells of a cell.
+QString DescriptionOf(const CGridCellBase& cell) {
+  QStringList parts;
+  if (cell.IsMarked()) {
+    parts << GridModel::tr("changed");
+  }
+  if (!cell.GetWarning().isEmpty()) {
+    parts << cell.GetWarning();
+  }
+  if (cell.GetStar() == true) {
+    parts << GridModel::tr("favourite");
+  }
+  return parts.join(QStringLiteral(", "));
+}
+
+QVariant CheckStateOf(const CGridCellBase& cell) {
+  const std::optional<bool> star = cell.GetStar();
+  return star ? QVariant(*star ? Qt::Checked : Qt::Unchecked) : QVariant();
+}
+
+}  // namespace
+
 int GridModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
@@ -36,7 +60,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
       return bold;
     }
     case Qt::AccessibleDescriptionRole:
-      return cell->IsMarked() ? tr("changed") : QString();
+      return DescriptionOf(*cell);
+    case Qt::CheckStateRole:
+      return CheckStateOf(*cell);
     default:
       return {};
   }
@@ -80,6 +106,7 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
     return flags;
   }
   flags |= Qt::ItemIsSelectable | Qt::ItemIsDragEnabled;
+  flags.setFlag(Qt::ItemIsUserCheckable, cell->GetStar().has_value());
   if (!cell->IsReadOnly() && begin_edit_ && begin_edit_(index.row(), index.column())) {
     flags |= Qt::ItemIsEditable;
   }
@@ -87,6 +114,11 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
 }
 
 bool GridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role == Qt::CheckStateRole && (flags(index) & Qt::ItemIsUserCheckable)) {
+    SetStar(index.row(), index.column(), value.toInt() == Qt::Checked);
+    emit starToggled(index.row(), index.column());
+    return true;
+  }
   if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable)) {
     return false;
   }
@@ -152,6 +184,26 @@ bool GridModel::SetMarked(int row, int col, bool marked) {
     return false;
   }
   cell->SetMarked(marked);
+  NotifyChanged(row, col);
+  return true;
+}
+
+bool GridModel::SetWarning(int row, int col, const QString& warning) {
+  CGridCellBase* cell = GetCell(row, col);
+  if (!cell) {
+    return false;
+  }
+  cell->SetWarning(warning);
+  NotifyChanged(row, col);
+  return true;
+}
+
+bool GridModel::SetStar(int row, int col, bool is_full) {
+  CGridCellBase* cell = GetCell(row, col);
+  if (!cell) {
+    return false;
+  }
+  cell->SetStar(is_full);
   NotifyChanged(row, col);
   return true;
 }

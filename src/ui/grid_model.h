@@ -33,7 +33,8 @@ class GridModel final : public QAbstractTableModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   // An edit, as a user makes it: keeps to the veto, the validator and the text limit. False when
-  // it was refused or when the text is the one the cell already held.
+  // it was refused or when the text is the one the cell already held. A star is set by its check
+  // state.
   bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
   // As setData(), but with a text that nobody saw in an editor: the validator may repair it, and
@@ -57,6 +58,8 @@ class GridModel final : public QAbstractTableModel {
 
   bool SetText(int row, int col, const QString& text);
   bool SetMarked(int row, int col, bool marked);
+  bool SetWarning(int row, int col, const QString& warning);
+  bool SetStar(int row, int col, bool is_full);
 
   // Sorts the rows below the fixed ones, stable both ways. Persistent indexes follow their rows.
   bool SortRows(const Less& less, int col, bool ascending);
@@ -68,6 +71,8 @@ class GridModel final : public QAbstractTableModel {
  signals:
   // setData() has changed the text of a cell.
   void textEdited(int row, int col);
+  // setData() has filled or emptied the star of a cell.
+  void starToggled(int row, int col);
 
  private:
   using Row = std::vector<std::unique_ptr<CGridCellBase>>;

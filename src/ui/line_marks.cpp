@@ -8,6 +8,7 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "ui/field_tips.h"
 #include "ui/plot_theme.h"
 
 namespace orvane {
@@ -58,7 +59,7 @@ void MarkLine(QLineEdit* line, const QString& warning) {
   }
   mark->setVisible(!warning.isEmpty());
   mark->setToolTip(warning);
-  line->setAccessibleDescription(warning);
+  line->setAccessibleDescription(warning.isEmpty() ? OwnDescription(line) : warning);
 }
 
 void FrameLine(QLineEdit* line, bool is_wrong) {

@@ -10,6 +10,7 @@
 #include <QStyleOption>
 #include <QTabBar>
 
+#include "editors/widgets/param_table_dlg.h"
 #include "editors/widgets/startup_dlg.h"
 #include "every_window.h"
 #include "response/widgets/calibration_display.h"
@@ -18,6 +19,7 @@
 #include "timeseries/widgets/waveform_display.h"
 #include "ui/byte_text.h"
 #include "ui/form_dialog.h"
+#include "ui/form_texts.h"
 #include "ui/grid_ctrl.h"
 #include "ui/plot_theme.h"
 #include "ui/theme_style.h"
@@ -219,6 +221,39 @@ void ExpectFieldsFollow(QWidget* window) {
   }
 }
 
+// Every control of a parameter says in its tip which; what is heard with each field stays short.
+void ExpectTips(QWidget* window, int* count) {
+  for (const char* name : {"1151", "1152", "frequencies"}) {
+    if (const auto* grid = window->findChild<CGridCtrl*>(QString::fromLatin1(name));
+        grid != nullptr && grid->GetRowCount() > 1) {
+      EXPECT_TRUE(grid->GetCell(1, 1)->GetTipText().contains(QStringLiteral("\nParameter: ")))
+          << name;
+    }
+  }
+  const auto* dialog = qobject_cast<CFormDialog*>(window);
+  if (dialog == nullptr) {
+    return;
+  }
+  for (const Field& field : dialog->Form().Fields()) {
+    for (const ParamKey key : KeysOf(field)) {
+      const int button = field.widget == Widget::kRadios ? field.choices.front().control : 0;
+      const auto* widget =
+          window->findChild<QWidget*>(QString::number(button != 0 ? button : field.control));
+      if (widget == nullptr || key.IsEmpty()) {
+        continue;
+      }
+      SCOPED_TRACE(field.control);
+      const QString tip = widget->toolTip();
+      EXPECT_TRUE(tip.contains(LabelText(field.key))) << tip.toStdString();
+      EXPECT_TRUE(tip.contains(QStringLiteral("\nA box may"))) << tip.toStdString();
+      EXPECT_TRUE(widget->whatsThis().contains(LabelText(field.key)));
+      EXPECT_FALSE(widget->accessibleDescription().isEmpty());
+      EXPECT_FALSE(widget->accessibleDescription().contains(QLatin1Char('\n')));
+      ++*count;
+    }
+  }
+}
+
 // A tick box that nobody can toggle promises assistive tools what does not happen.
 void ExpectNoEmptyToggles(QWidget* window) {
   for (const QAbstractItemView* view : window->findChildren<QAbstractItemView*>()) {
@@ -279,10 +314,13 @@ void ExpectGridMenus(QWidget* window, std::set<QString>* seen) {
     const bool is_edited = grid->objectName() == QString::number(CStartupDlg::kChannelGrid)
                                ? is_auxiliary
                                : grid->objectName() != QStringLiteral("windows");
-    const QString expected =
+    QString expected =
         is_edited
             ? QStringLiteral("Cells | Copy | Paste | Save cells... | Load cells... | Print...")
             : QStringLiteral("Cells | Copy | Save cells... | Print...");
+    if (grid->objectName() == QString::number(CParamTableDlg::kGrid)) {
+      expected += QStringLiteral(" | Favourite");
+    }
     for (const int way : {0, 1, 2}) {
       EXPECT_EQ(MenuOf(grid, way), expected) << way;
     }
@@ -299,6 +337,7 @@ TEST(Accessibility, EveryWindow) {
   ASSERT_NE(app, nullptr);
   app->InitInstance(survey + QStringLiteral("/SIP/Startup.tbl"));
   int count = 0;
+  int tips = 0;
   std::set<QString> grids;
   EXPECT_TRUE(examples::VisitEveryWindow(app, survey, [&](QWidget* window, const char* name) {
     SCOPED_TRACE(name);
@@ -308,6 +347,7 @@ TEST(Accessibility, EveryWindow) {
     ExpectOrder(window);
     ExpectMnemonics(window);
     ExpectNoEmptyToggles(window);
+    ExpectTips(window, &tips);
     ExpectGridMenus(window, &grids);
     ExpectFieldsFollow(window);
     EXPECT_FALSE(window->windowTitle().isEmpty());
@@ -315,6 +355,7 @@ TEST(Accessibility, EveryWindow) {
     return true;
   }));
   EXPECT_GT(count, 50);
+  EXPECT_GT(tips, 300);
   EXPECT_EQ(grids.size(), 8U) << "of 7 grids one is edited for some boxes only";
   for (const QAction* menu : app->Frame().menuBar()->actions()) {
     ExpectMnemonics(menu->menu());

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The windows as users meet them: by keyboard, by name and by assistive tools.
 
+#include <QAbstractItemView>
 #include <QMenu>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
+#include <QToolButton>
 
 #include "editors/acq_fields.h"
 #include "editors/site_forms.h"
@@ -12,6 +14,7 @@
 #include "editors/widgets/spread_panel.h"
 #include "editors/widgets/startup_dlg.h"
 #include "files/path_text.h"
+#include "support/assistive.h"
 #include "support/frame_test.h"
 #include "support/modal.h"
 #include "support/tbl_bytes.h"
@@ -368,7 +371,7 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   ParamTable table;
   ASSERT_EQ(table.BuildParamIndex(), kOk);
   CParamTableDlg dialog(&table, nullptr, {}, [](const ParamEntry& entry) {
-    return "Value " + std::to_string(static_cast<int>(entry.value[0]));
+    return RawMeaning{"Value " + std::to_string(static_cast<int>(entry.value[0]))};
   });
   dialog.show();
   auto* grid = dialog.findChild<CGridCtrl*>(QString::number(CParamTableDlg::kGrid));
@@ -419,13 +422,142 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   EXPECT_EQ(grid->GetItemText(1, 4), QStringLiteral("1x"));
   EXPECT_EQ(grid->GetItemText(27, 4), QStringLiteral("1"));
   for (const int row : {1, 27}) {
-    EXPECT_EQ(grid->GetItemText(row, kMeaningColumn), QStringLiteral("Value 1"));
+    EXPECT_EQ(grid->GetItemText(row, kMeaningColumn),
+              row == 1 ? QStringLiteral("Value 1; stored as 1") : QStringLiteral("Value 1"));
   }
+  EXPECT_EQ(cells->cellAt(1, 4)->text(QAccessible::Description),
+            QStringLiteral("changed, stored as 1"));
+  grid->SetFocusCell(1, kValueColumn);
+  EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("caution"))->text(),
+            QStringLiteral("TBVO: stored as 1"));
   EXPECT_EQ(cells->cellAt(27, 4)->text(QAccessible::Description), QStringLiteral("changed"));
   EXPECT_TRUE(dialog.IsModified());
   QTest::keyClick(grid, Qt::Key_Left);
   QTest::keyClick(grid, Qt::Key_F2);
   EXPECT_FALSE(grid->IsEditing()) << "only values can be edited";
+}
+
+RawMeaning ExplainCoupling(const ParamEntry& entry) {
+  RawMeaning meaning{"Coupling"};
+  if (ParamKey(entry.key) == ParamKey("ACDC")) {
+    meaning.choices = {{"0", "DC"}, {"1", "AC"}};
+    meaning.caution = entry.value[0] > 1 ? "not a listed value" : "";
+  }
+  return meaning;
+}
+
+TEST(ParamTableDlg, OffersCodedValues) {
+  constexpr int kRow = 8;  // "ACDC"
+  ParamTable table;
+  ASSERT_EQ(table.BuildParamIndex(), kOk);
+  CParamTableDlg dialog(&table, nullptr, {}, ExplainCoupling);
+  dialog.show();
+  QApplication::setActiveWindow(&dialog);
+  auto* grid = dialog.findChild<CGridCtrl*>(QString::number(CParamTableDlg::kGrid));
+  const auto editor = [&dialog] {
+    return dialog.findChild<QLineEdit*>(QStringLiteral("cellEditor"));
+  };
+  const auto list = [] {
+    return qobject_cast<QAbstractItemView*>(QApplication::activePopupWidget());
+  };
+  const auto open = [&](Qt::Key key, Qt::KeyboardModifiers with) {
+    grid->SetFocusCell(kRow, kValueColumn);
+    QTest::keyClick(grid, key, with);
+  };
+  const auto value = [&] {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return editor() == nullptr; }));
+    return grid->GetItemText(kRow, kValueColumn);
+  };
+
+  open(Qt::Key_F4, Qt::NoModifier);
+  ASSERT_NE(list(), nullptr);
+  EXPECT_EQ(list()->currentIndex().data().toString(), "1: AC");
+  QTest::keyClick(list(), Qt::Key_Up);
+  QTest::keyClick(list(), Qt::Key_Escape);
+  EXPECT_EQ(list(), nullptr);
+  ASSERT_TRUE(grid->IsEditing()) << "Escape closes the list alone";
+  QTest::keyClick(editor(), Qt::Key_Down, Qt::AltModifier);
+  QTest::keyClick(list(), Qt::Key_Up);
+  QTest::keyClick(list(), Qt::Key_Return);
+  EXPECT_EQ(value(), "0");
+  EXPECT_EQ(grid->GetItemText(kRow, kMeaningColumn), "Coupling") << "stored as chosen";
+
+  open(Qt::Key_F2, Qt::NoModifier);
+  EXPECT_EQ(list(), nullptr);
+  QTest::keyClicks(editor(), "7");
+  EXPECT_EQ(list(), nullptr) << "not in the way of typing";
+  QTest::keyClick(editor(), Qt::Key_Return);
+  EXPECT_EQ(value(), "7");
+  QAccessibleTableInterface* cells = QAccessible::queryAccessibleInterface(grid)->tableInterface();
+  EXPECT_EQ(cells->cellAt(kRow, kValueColumn)->text(QAccessible::Description),
+            "changed, not a listed value");
+
+  open(Qt::Key_F2, Qt::NoModifier);
+  auto* button = editor()->findChild<QToolButton*>();
+  ASSERT_NE(button, nullptr);
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name), "Choose");
+  QAccessible::queryAccessibleInterface(button)->actionInterface()->doAction(
+      QAccessibleActionInterface::pressAction());
+  ASSERT_TRUE(QTest::qWaitFor([&] { return list() != nullptr; }));
+  QTest::mouseClick(list()->viewport(), Qt::LeftButton, {},
+                    list()->visualRect(list()->model()->index(1, 0)).center());
+  EXPECT_EQ(value(), "1");
+  open(Qt::Key_Down, Qt::AltModifier);
+  EXPECT_NE(list(), nullptr);
+  list()->close();
+}
+
+TEST(ParamTableDlg, KeepsFavouritesAndLeavesThemOver) {
+  QSettings().remove(QStringLiteral("Raw Parameters/Favourites"));
+  ParamTable table;
+  ASSERT_EQ(table.BuildParamIndex(), kOk);
+  const ParamTable file = table;
+  const auto settings = [] {
+    return QSettings().value(QStringLiteral("Raw Parameters/Favourites")).toStringList();
+  };
+  for (const bool is_again : {false, true}) {
+    CParamTableDlg dialog(&table, nullptr, {}, ExplainCoupling, is_again ? nullptr : &file);
+    dialog.show();
+    QApplication::setActiveWindow(&dialog);
+    auto* grid = dialog.findChild<CGridCtrl*>(QString::number(CParamTableDlg::kGrid));
+    const auto box = [&dialog](RawSwitch what) {
+      return dialog.findChild<QCheckBox*>(QStringLiteral("switch%1").arg(what));
+    };
+    EXPECT_EQ(box(kChangedSinceFile)->isEnabled(), !is_again);
+    QAccessibleTableInterface* cells =
+        QAccessible::queryAccessibleInterface(grid)->tableInterface();
+    const auto is_star = [&](int row) {
+      const QAccessibleInterface* cell = cells->cellAt(row, kMeaningColumn);
+      EXPECT_EQ(cell->text(QAccessible::Description) == "favourite", cell->state().checked);
+      return cell->state().checked != 0;
+    };
+    const auto star = [grid](int row) {
+      const QRect cell = grid->visualRect(grid->model()->index(row, kMeaningColumn));
+      QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                        QPoint(cell.left() + 9, cell.center().y()));
+    };
+    if (!is_again) {
+      grid->SetFocusCell(1, kValueColumn);
+      QTest::keyClick(grid, Qt::Key_D, Qt::ControlModifier);
+      EXPECT_TRUE(is_star(1) && is_star(27)) << "both rows of TBVO";
+      star(4);
+      grid->SetFocusCell(5, kMeaningColumn);
+      QTest::keyClick(grid, Qt::Key_Space);
+      EXPECT_EQ(settings(), QStringList({"EGNC", "HGNC", "TBVO"}));
+    }
+    EXPECT_TRUE(is_star(4) && is_star(5));
+    testing::ToggleAssistively(box(kFavourites));
+    EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("rowCount"))->text(), "4 of 719");
+    EXPECT_FALSE(grid->IsRowVisible(2));
+    dialog.findChild<QLineEdit*>(QString::number(CParamTableDlg::kLookup))->setText("TBVI");
+    dialog.findChild<QPushButton*>(QString::number(CParamTableDlg::kLookupButton))->click();
+    EXPECT_TRUE(grid->IsRowVisible(2)) << "it was asked for";
+    EXPECT_FALSE(box(kFavourites)->isChecked());
+    star(5);
+    EXPECT_FALSE(is_star(5));
+    star(5);
+  }
+  EXPECT_EQ(settings().size(), 3);
 }
 
 TEST_F(MainFrame, TellsInABarOfAFileThatOthersChanged) {

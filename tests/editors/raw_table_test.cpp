@@ -114,15 +114,98 @@ TEST(RawTable, TellsDetailsAndFilters) {
   EXPECT_TRUE(rows.Matches(5, ""));
 }
 
+RawMeaning ExplainFirstByte(const ParamEntry& entry) {
+  const int number = entry.value[0];
+  RawMeaning meaning{"Is " + std::to_string(number)};
+  meaning.caution = number == 8 ? "too many" : "";
+  meaning.is_in_dialog = ParamKey(entry.key) == ParamKey("NUM");
+  return meaning;
+}
+
+TEST(RawTable, SaysWhatWasStoredOtherThanTyped) {
+  for (const auto& [ordinal, typed, said] :
+       std::to_array<std::tuple<int, const char*, const char*>>({
+           {2, "12abc", "stored as 12"},
+           {2, "12.7", "stored as 12"},
+           {2, "99999999999", "stored as 2147483647"},
+           {2, "", "stored as 0"},
+           {2, " +12 ", ""},
+           {4, "300.1.1.1", "stored as 0.0.0.0"},
+           {4, "10.0.0.7", ""},
+           {5, "0123456789abcdefgh", "stored as 0123456789abcde"},
+           {5, " 7 ", ""},
+           {5, "", ""},
+       })) {
+    ParamTable table = SmallTable();
+    RawTable rows(&table);
+    rows.EndEdit(ordinal, typed);
+    EXPECT_EQ(rows.Caution(ordinal), said) << typed;
+  }
+  ParamTable reals = testing::Built({Entry("THIRD", FltPT)});
+  const double third = 1.0 / 3;
+  ASSERT_EQ(reals.SetParam("THIRD", FltPT, &third), kOk);
+  RawTable rows(&reals);
+  EXPECT_EQ(rows.Caution(1), "") << "ten digits are shown, nobody typed them";
+  rows.EndEdit(1, "0.33333333333333331");
+  EXPECT_EQ(rows.Caution(1), "");
+  rows.EndEdit(1, "1e999");
+  EXPECT_NE(rows.Caution(1), "");
+}
+
+int OrdinalOf(const RawTable& rows, ParamKey key) {
+  int ordinal = 1;
+  while (ordinal < rows.Count() && rows.Row(ordinal).key != key) {
+    ++ordinal;
+  }
+  return ordinal;
+}
+
+TEST(RawTable, SwitchesLeaveRowsOver) {
+  ParamTable file = testing::NewTable();
+  testing::SetAll(&file, "SNUM=7 LINE=L1");
+  ParamTable table = file;
+  testing::SetAll(&table, "LFRQ=50");
+  RawTable rows(
+      &table, {},
+      [](const ParamEntry& entry) {
+        RawMeaning meaning{"x"};
+        meaning.is_in_dialog = entry.key[0] != 'S';
+        return meaning;
+      },
+      &file);
+  const auto shown = [&rows](std::string_view filter, unsigned switches) {
+    std::string keys;
+    for (int ordinal = 1; ordinal <= rows.Count(); ++ordinal) {
+      const bool is_shown = rows.Matches(ordinal, filter, switches);
+      keys += is_shown ? rows.Cell(ordinal, kCodeColumn) + " " : "";
+    }
+    return keys;
+  };
+  const int line = OrdinalOf(rows, "LINE");
+  rows.EndEdit(line, "L2");
+  rows.SetFavourites({"SNUM", "OTHER"});
+  rows.SetFavourite(line, true);
+  EXPECT_EQ(shown("", kChangedSinceFile), "LFRQ LINE ");
+  EXPECT_EQ(shown("l2", kChangedSinceFile), "LINE ");
+  EXPECT_EQ(shown("", kOwnChanges), "LINE ");
+  EXPECT_EQ(shown("", kNotDefault), "LFRQ SNUM LINE ");
+  EXPECT_EQ(shown("", kNotDefault | kInNoDialog), "SNUM ");
+  EXPECT_EQ(shown("", kFavourites), "SNUM LINE ");
+  EXPECT_EQ(shown("", kFavourites | kOwnChanges | kInNoDialog), "");
+  rows.SetFavourite(line, false);
+  EXPECT_EQ(rows.Favourites(), (std::set<std::string>{"OTHER", "SNUM"}));
+  EXPECT_EQ(RawTable(&table).HasFile(), false);
+}
+
 TEST(RawTable, MeaningsFollowTheStoredValueAndAreSearched) {
   ParamTable table = SmallTable();
-  RawTable rows(&table, {}, [](const ParamEntry& entry) {
-    return "Is " + std::to_string(static_cast<int>(entry.value[0]));
-  });
+  RawTable rows(&table, {}, ExplainFirstByte);
   rows.EndEdit(7, "8x");
-  EXPECT_EQ(rows.Cell(2, kMeaningColumn), "Is 8");
-  EXPECT_EQ(rows.Cell(7, kMeaningColumn), "Is 8");
+  EXPECT_EQ(rows.Cell(2, kMeaningColumn), "Is 8; too many");
+  EXPECT_EQ(rows.Cell(7, kMeaningColumn), "Is 8; too many; stored as 8");
+  EXPECT_EQ(rows.Caution(7), "too many; stored as 8");
   EXPECT_TRUE(rows.Matches(7, "is 8"));
+  EXPECT_TRUE(rows.Matches(2, "TOO many"));
   EXPECT_FALSE(rows.Matches(4, "is 8"));
   EXPECT_TRUE(rows.HasMeanings());
   EXPECT_FALSE(RawTable(&table).HasMeanings());

@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <regex>
 
+#include "editors/acq_fields.h"
 #include "meaning/explain.h"
+#include "meaning/field_tip.h"
 #include "meaning/label_parts.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
@@ -132,6 +134,60 @@ TEST(Meanings, SayWhatAValueStandsFor) {
     const std::string key(setting, std::string_view(setting).find('='));
     EXPECT_EQ(meanings.Line(*table.FindParam(key)), line);
   }
+}
+
+TEST(Meanings, CautionOfWhatNoDialogAccepts) {
+  ParamTable table = testing::NewTable();
+  const Meanings meanings;
+  for (const auto& [setting, caution] : std::to_array<std::pair<const char*, const char*>>({
+           {"L2NS=4", ""},
+           {"L2NS=5", "out of range (0 to 4)"},
+           {"L2NS=-1", "out of range (0 to 4)"},
+           {"FDRIFT=100.5", "out of range (0 to 100)"},
+           {"HXSN=12345678", ""},
+           {"HXSN=123456789", "out of range (at most 8 characters)"},
+           {"CMPY1=fifteen_letters", ""},
+           {"TECH=9", "not a listed value"},
+           {"COMBON=7", ""},
+           {"SITN=x", ""},
+       })) {
+    testing::SetAll(&table, setting);
+    const std::string key(setting, std::string_view(setting).find('='));
+    EXPECT_EQ(meanings.Caution(*table.FindParam(key)), caution) << setting;
+  }
+  const RawMeaning raw = RawMeaningOf(meanings, *table.FindParam("TECH"));
+  EXPECT_EQ(raw.line, "Survey method: not a listed value");
+  EXPECT_TRUE(raw.is_in_dialog);
+  ASSERT_EQ(raw.choices.size(), 6U);
+  EXPECT_EQ(raw.choices[4].value + raw.choices[4].meaning, "5MT/AMT");
+  EXPECT_FALSE(RawMeaningOf(meanings, *table.FindParam("SITN")).is_in_dialog);
+}
+
+TEST(Meanings, MakeTipsOfFields) {
+  const ParamTable table = testing::NewTable();
+  const Meanings meanings;
+  const auto tip = [&](const Field& field) {
+    return FieldTipText(meanings, field, table) + " | " + FieldTipInBrief(meanings, field);
+  };
+  for (const Field& field : AcqFields()) {
+    if (field.control == acq::kBand2) {
+      EXPECT_EQ(tip(field),
+                "Band 2 records per slot\nParameter: L2NS\nRange: 0 to 4\n"
+                "A box may change it in mode 0 to 18 (Any Mode) | L2NS, 0 to 4");
+    } else if (field.control == acq::kFilter) {
+      EXPECT_EQ(tip(field),
+                "Low-pass filter\nParameter: LPFR\n"
+                "A box may change it in mode 1, 11, 12, 14, 15 (Setup, Pause and Standby) | LPFR");
+    }
+  }
+  EXPECT_EQ(tip({1, Widget::kText, "Company", "CMPY", StrPT, Pieces(4)}),
+            "Company\nParameters: CMPY1 to CMPY4\n"
+            "A box may change it in mode 0 to 18 (Any Mode) | CMPY1 to CMPY4");
+  EXPECT_EQ(tip({1, Widget::kReal, "Ex DC voltage (mv)", "DXDC", FltPT}),
+            "Ex DC voltage\nParameter: DXDC\nUnit: mV, stored in V\n"
+            "A box may change it in mode 0 to 18 (Any Mode) | DXDC");
+  EXPECT_EQ(tip({1, Widget::kReal, "Zoom (s)", "", FltPT, {}, {1, 9}}),
+            "Zoom\nUnit: s\nRange: 1 to 9 | ");
 }
 
 TEST(LabelParts, TakeUnitsApart) {

@@ -12,6 +12,7 @@
 
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
+#include "ui/field_tips.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -112,7 +113,7 @@ QWidget* CAcqParamDlg::NewMethodColumn() {
 QWidget* CAcqParamDlg::NewFunctionButtons() {
   QWidget* buttons = Buttons(acq::kFunction, kFunctionColumns);
   for (QAbstractButton* button : buttons->findChildren<QAbstractButton*>()) {
-    button->setToolTip(QStringLiteral("Arrow keys go to a method, Space chooses it"));
+    AddToTip(QStringLiteral("Arrow keys go to a method, Space chooses it"), button);
     button->installEventFilter(this);
   }
   return buttons;

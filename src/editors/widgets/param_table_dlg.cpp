@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/widgets/param_table_dlg.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
+#include <QSettings>
 #include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -9,6 +11,7 @@
 
 #include "base/number_text.h"
 #include "ui/byte_text.h"
+#include "ui/plot_theme.h"
 #include "ui/window_size.h"
 
 namespace orvane {
@@ -21,23 +24,56 @@ QLabel* NewLabel(const QString& text, QWidget* buddy, QWidget* parent) {
   return label;
 }
 
+constexpr auto kFavouritesSetting = "Raw Parameters/Favourites";
+
+std::set<std::string> SavedFavourites() {
+  std::set<std::string> keys;
+  for (const QString& key : QSettings().value(QLatin1String(kFavouritesSetting)).toStringList()) {
+    keys.insert(BytesFromText(key));
+  }
+  return keys;
+}
+
+void SaveFavourites(const std::set<std::string>& keys) {
+  QStringList texts;
+  for (const std::string& key : keys) {
+    texts << TextFromBytes(key);
+  }
+  QSettings().setValue(QLatin1String(kFavouritesSetting), texts);
+}
+
+std::vector<GridChoice> ChoicesOf(const RawRow& row) {
+  std::vector<GridChoice> choices;
+  for (const RawChoice& choice : row.meaning.choices) {
+    const QString value = TextFromBytes(choice.value);
+    choices.push_back({value, value + QStringLiteral(": ") + TextFromBytes(choice.meaning)});
+  }
+  return choices;
+}
+
 }  // namespace
 
 CParamTableDlg::CParamTableDlg(ParamTable* table, QWidget* parent,
-                               std::vector<ParamKey> not_in_file, Explain explain)
-    : QDialog(parent), rows_(table, std::move(not_in_file), std::move(explain)) {
+                               std::vector<ParamKey> not_in_file, Explain explain,
+                               const ParamTable* file)
+    : QDialog(parent), rows_(table, std::move(not_in_file), std::move(explain), file) {
+  rows_.SetFavourites(SavedFavourites());
   setWindowTitle(QStringLiteral("Parameter Table"));
   setObjectName(QStringLiteral("134"));
   ResizeWithinScreen(this, QSize(rows_.HasMeanings() ? 1180 : 860, 600));
   CreateControls();
+  CreateGrid();
   FillGrid();
   LayOut();
   connect(lookup_button_, &QPushButton::clicked, this, &CParamTableDlg::OnLookup);
   connect(sort_, &QCheckBox::toggled, this, &CParamTableDlg::OnSortByCode);
   connect(filter_, &QLineEdit::textChanged, this, &CParamTableDlg::OnFilter);
   connect(grid_, &CGridCtrl::cellEdited, this, &CParamTableDlg::OnEndEdit);
+  connect(switches_, &RawSwitches::changed, this, &CParamTableDlg::OnFilter);
+  connect(grid_, &CGridCtrl::starToggled, this, &CParamTableDlg::OnStarToggled);
   connect(grid_, &CGridCtrl::focusCellChanged, this, &CParamTableDlg::ShowDetail);
   connect(close_, &QPushButton::clicked, this, &QDialog::accept);
+  OnFilter();
   grid_->SetFocusCell(1, kValueColumn);
   grid_->setFocus();
 }
@@ -65,11 +101,30 @@ void CParamTableDlg::CreateControls() {
   }
   sort_ = new QCheckBox(QStringLiteral("Sort by code"), this);
   sort_->setObjectName(QString::number(kSortByCode));
+  switches_ = new RawSwitches(rows_.HasFile(), rows_.HasMeanings(), this);
+  new QShortcut(QKeySequence(QStringLiteral("Ctrl+L")), lookup_, [this] { lookup_->setFocus(); });
+  new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), filter_, [this] { filter_->setFocus(); });
+}
+
+void CParamTableDlg::CreateGrid() {
   grid_ = new CGridCtrl(this);
   grid_->setObjectName(QString::number(kGrid));
   grid_->setAccessibleName(QStringLiteral("Parameters"));
+  if (rows_.HasMeanings()) {
+    auto* favourite = new QAction(QStringLiteral("&Favourite"), grid_);
+    favourite->setObjectName(QStringLiteral("favourite"));
+    favourite->setShortcut(QKeySequence(QStringLiteral("Ctrl+D")));
+    favourite->setShortcutVisibleInContextMenu(true);
+    favourite->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(favourite, &QAction::triggered, this, &CParamTableDlg::ToggleFavourite);
+    grid_->addAction(favourite);
+  }
   // Return goes to what the filter leaves; it does not close.
   connect(filter_, &QLineEdit::returnPressed, grid_, qOverload<>(&QWidget::setFocus));
+  caution_ = new QLabel(this);
+  caution_->setObjectName(QStringLiteral("caution"));
+  caution_->setTextFormat(Qt::PlainText);
+  caution_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   detail_ = new QLabel(this);
   detail_->setObjectName(QStringLiteral("detail"));
   detail_->setTextFormat(Qt::PlainText);
@@ -83,8 +138,6 @@ void CParamTableDlg::CreateControls() {
 
   // Values are bytes: what is no Latin-1 character cannot be stored.
   grid_->SetEditValidator(new ByteTextValidator(this));
-  new QShortcut(QKeySequence(QStringLiteral("Ctrl+L")), lookup_, [this] { lookup_->setFocus(); });
-  new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), filter_, [this] { filter_->setFocus(); });
 }
 
 void CParamTableDlg::FillGrid() {
@@ -106,6 +159,29 @@ void CParamTableDlg::FillGrid() {
   }
   grid_->SetTexts(texts);
   grid_->SetFixedRowCount(1);
+  DressRows();
+  SetWidths();
+  grid_->SetBeginEdit([this](int row, int column) {
+    return column == kValueColumn && rows_.CanEdit(OrdinalAt(row));
+  });
+  grid_->SetDragEnabled(true);
+}
+
+void CParamTableDlg::DressRows() {
+  for (int ordinal = 1; rows_.HasMeanings() && ordinal <= rows_.Count(); ++ordinal) {
+    const RawRow& row = rows_.Row(ordinal);
+    if (!row.meaning.choices.empty()) {
+      static_cast<CGridCell*>(grid_->GetCell(ordinal, kValueColumn))->SetCodes(ChoicesOf(row));
+    }
+    CGridCellBase* meaning = grid_->GetCell(ordinal, kMeaningColumn);
+    meaning->SetStar(rows_.IsFavourite(ordinal));
+    const QString caution = TextFromBytes(rows_.Caution(ordinal));
+    meaning->SetWarning(caution);
+    grid_->GetCell(ordinal, kValueColumn)->SetWarning(caution);
+  }
+}
+
+void CParamTableDlg::SetWidths() {
   grid_->SetColumnWidth(kNumberColumn, 70);
   grid_->SetColumnWidth(kPermissionColumn, 120);
   grid_->SetColumnWidth(kValueColumn, 120);
@@ -114,10 +190,6 @@ void CParamTableDlg::FillGrid() {
     grid_->SetColumnWidth(kMeaningColumn, 400);
   }
   grid_->ExpandColumnsToFit();
-  grid_->SetBeginEdit([this](int row, int column) {
-    return column == kValueColumn && rows_.CanEdit(OrdinalAt(row));
-  });
-  grid_->SetDragEnabled(true);
 }
 
 void CParamTableDlg::LayOut() {
@@ -130,11 +202,15 @@ void CParamTableDlg::LayOut() {
   top->addWidget(filter_, 1);
   top->addSpacing(16);
   top->addWidget(sort_);
+  auto* lines = new QVBoxLayout;
+  lines->addWidget(caution_);
+  lines->addWidget(detail_, 1);
   auto* bottom = new QHBoxLayout;
-  bottom->addWidget(detail_, 1);
+  bottom->addLayout(lines, 1);
   bottom->addWidget(close_, 0, Qt::AlignBottom);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(top);
+  layout->addWidget(switches_);
   layout->addWidget(grid_, 1);
   layout->addLayout(bottom);
 }
@@ -156,6 +232,7 @@ void CParamTableDlg::OnEndEdit(int row) {
   Mark(row);
   ShowAgain(partners);
   ShowDetail(row);
+  AnnounceCaution();
   emit edited();
 }
 
@@ -193,7 +270,7 @@ void CParamTableDlg::GoTo(ParamKey key) {
 
 void CParamTableDlg::FocusRow(int row) {
   if (!grid_->IsRowVisible(row)) {
-    filter_->clear();  // it hides what was asked for
+    ShowAllRows();  // what was asked for is among them
   }
   grid_->SetFocusCell(row, kValueColumn);
   grid_->EnsureVisible(row, kValueColumn);
@@ -201,10 +278,37 @@ void CParamTableDlg::FocusRow(int row) {
 }
 
 void CParamTableDlg::ShowMeaning(int row) {
+  const QString caution = TextFromBytes(rows_.Caution(OrdinalAt(row)));
+  grid_->SetItemWarning(row, kValueColumn, caution);
   if (rows_.HasMeanings()) {
     grid_->SetItemText(row, kMeaningColumn,
                        TextFromBytes(rows_.Cell(OrdinalAt(row), kMeaningColumn)));
+    grid_->SetItemWarning(row, kMeaningColumn, caution);
   }
+}
+
+void CParamTableDlg::ToggleFavourite() {
+  if (const int row = grid_->GetFocusCell().first; row > 0) {
+    grid_->SetItemStar(row, kMeaningColumn, !rows_.IsFavourite(OrdinalAt(row)));
+    OnStarToggled(row, kMeaningColumn);
+  }
+}
+
+// Of the other row of a duplicated key too.
+void CParamTableDlg::OnStarToggled(int row, int column) {
+  const int ordinal = OrdinalAt(row);
+  rows_.SetFavourite(ordinal, grid_->GetCell(row, column)->GetStar() == true);
+  for (int other = 1; other < grid_->GetRowCount(); ++other) {
+    if (rows_.Row(OrdinalAt(other)).key == rows_.Row(ordinal).key) {
+      grid_->SetItemStar(other, column, rows_.IsFavourite(ordinal));
+    }
+  }
+  SaveFavourites(rows_.Favourites());
+}
+
+void CParamTableDlg::ShowAllRows() {
+  filter_->clear();
+  switches_->SwitchAllOff();
 }
 
 void CParamTableDlg::OnLookup() {
@@ -229,13 +333,16 @@ void CParamTableDlg::OnSortByCode(bool by_code) {
   }
 }
 
-void CParamTableDlg::OnFilter(const QString& text) {
-  const std::string filter = BytesFromText(text);
+void CParamTableDlg::OnFilter() {
+  const std::string filter = BytesFromText(filter_->text());
+  const unsigned switches = switches_->On();
   std::vector<bool> visible(static_cast<std::size_t>(grid_->GetRowCount()), true);
   for (int row = 1; row < grid_->GetRowCount(); ++row) {
-    visible[static_cast<std::size_t>(row)] = rows_.Matches(OrdinalAt(row), filter);
+    visible[static_cast<std::size_t>(row)] = rows_.Matches(OrdinalAt(row), filter, switches);
   }
   grid_->SetVisibleRows(visible);
+  switches_->ShowCount(static_cast<int>(std::count(visible.begin() + 1, visible.end(), true)),
+                       rows_.Count());
   if (grid_->GetFocusCell().first < 0) {  // nothing matched before
     const auto first = std::find(visible.begin() + 1, visible.end(), true) - visible.begin();
     grid_->SetFocusCell(static_cast<int>(first), kValueColumn);
@@ -243,7 +350,21 @@ void CParamTableDlg::OnFilter(const QString& text) {
 }
 
 void CParamTableDlg::ShowDetail(int row) {
-  detail_->setText(TextFromBytes(rows_.Detail(OrdinalAt(row))));
+  const int ordinal = OrdinalAt(row);
+  detail_->setText(TextFromBytes(rows_.Detail(ordinal)));
+  const std::string caution = ordinal > 0 ? rows_.Caution(ordinal) : std::string();
+  QPalette colors = palette();
+  colors.setColor(QPalette::WindowText, WarningColor(colors));
+  caution_->setPalette(colors);
+  caution_->setText(
+      caution.empty() ? QString() : TextFromBytes(rows_.Row(ordinal).key.Text() + ": " + caution));
+}
+
+void CParamTableDlg::AnnounceCaution() {
+  if (!caution_->text().isEmpty()) {
+    QAccessibleEvent alert(caution_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+  }
 }
 
 }  // namespace orvane

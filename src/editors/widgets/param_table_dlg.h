@@ -2,6 +2,7 @@
 #ifndef ORVANE_EDITORS_WIDGETS_PARAM_TABLE_DLG_H_
 #define ORVANE_EDITORS_WIDGETS_PARAM_TABLE_DLG_H_
 
+#include <QAction>
 #include <QCheckBox>
 #include <QDialog>
 #include <QLabel>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "editors/raw_table.h"
+#include "editors/widgets/raw_switches.h"
 #include "ui/grid_ctrl.h"
 
 namespace orvane {
@@ -22,9 +24,11 @@ class CParamTableDlg : public QDialog {
  public:
   enum Control : int { kGrid = 1079, kLookup = 1083, kLookupButton = 1084, kSortByCode = 1085 };
 
-  /// `not_in_file` and `explain`: as for `RawTable`; with meanings there is a column for them.
+  /// `not_in_file`, `explain` and `file`: as for `RawTable`; with meanings there is a column for
+  /// them, with a star for each row.
   explicit CParamTableDlg(ParamTable* table, QWidget* parent = nullptr,
-                          std::vector<ParamKey> not_in_file = {}, Explain explain = {});
+                          std::vector<ParamKey> not_in_file = {}, Explain explain = {},
+                          const ParamTable* file = nullptr);
 
   /// Whether a value was edited.
   bool IsModified() const { return rows_.IsModified(); }
@@ -42,7 +46,11 @@ class CParamTableDlg : public QDialog {
 
  private:
   void CreateControls();
+  void CreateGrid();
   void FillGrid();
+  /// What a row's cells have beside their texts.
+  void DressRows();
+  void SetWidths();
   void LayOut();
   int OrdinalAt(int row) const;
   void ShowMeaning(int row);
@@ -50,19 +58,25 @@ class CParamTableDlg : public QDialog {
   void ShowAgain(const std::vector<int>& ordinals);
   void Mark(int row);
   void FocusRow(int row);
+  void ShowAllRows();
+  void ToggleFavourite();
 
   void OnEndEdit(int row);
+  void OnStarToggled(int row, int column);
   void OnLookup();
   void OnSortByCode(bool by_code);
-  void OnFilter(const QString& text);
+  void OnFilter();
   void ShowDetail(int row);
+  void AnnounceCaution();
 
   RawTable rows_;
   QLineEdit* lookup_ = nullptr;
   QPushButton* lookup_button_ = nullptr;
   QCheckBox* sort_ = nullptr;
   QLineEdit* filter_ = nullptr;
+  RawSwitches* switches_ = nullptr;
   CGridCtrl* grid_ = nullptr;
+  QLabel* caution_ = nullptr;
   QLabel* detail_ = nullptr;
   QPushButton* close_ = nullptr;
 };

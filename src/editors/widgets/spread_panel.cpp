@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "ui/byte_text.h"
+#include "ui/field_tips.h"
 
 namespace orvane {
 namespace {
@@ -118,14 +119,34 @@ void SpreadPanel::ShowBoxes(int focus_box) {
   boxes_->SetTexts(texts);
   boxes_->SetFixedRowCount(kHeaderRows);
   boxes_->ExpandColumnsToFit();
-  for (int box = 0; box < spread_->BoxCount(); ++box) {
-    if (spread_->Box(box).kind == kLocalBox) {
-      static_cast<CGridCell*>(boxes_->GetCell(box + kHeaderRows, kBoxChannels))
-          ->SetTipText(TextFromBytes(spread_->ChannelCountNote()));
-    }
-  }
+  ShowBoxTips();
   boxes_->SetFocusCell(std::min(focus_box, spread_->BoxCount() - 1) + kHeaderRows, kBoxSerial);
   ShowChannels();
+}
+
+void SpreadPanel::ShowBoxTips() {
+  for (int box = 0; box < spread_->BoxCount(); ++box) {
+    for (int at = 0; at < kBoxColumns; ++at) {
+      const auto column = static_cast<BoxColumn>(at);
+      QString tip = CellTip(spread_->KeyOfBox(box, column).Text(),
+                            kBoxColumnNames[static_cast<std::size_t>(at)]);
+      if (spread_->Box(box).kind == kLocalBox && column == kBoxChannels) {
+        const QString note = TextFromBytes(spread_->ChannelCountNote());
+        tip += (tip.isEmpty() || note.isEmpty() ? QString() : QStringLiteral("\n")) + note;
+      }
+      static_cast<CGridCell*>(boxes_->GetCell(box + kHeaderRows, at))->SetTipText(tip);
+    }
+  }
+}
+
+void SpreadPanel::ShowChannelTips(int box) {
+  for (int row = kHeaderRows; row < channels_->GetRowCount(); ++row) {
+    for (int column = 1; column <= kChannelColumns; ++column) {
+      const ParamKey key = spread_->KeyOfChannel(box, row - kHeaderRows, ColumnAt(column));
+      static_cast<CGridCell*>(channels_->GetCell(row, column))
+          ->SetTipText(CellTip(key.Text(), InfoOf(ColumnAt(column)).title));
+    }
+  }
 }
 
 void SpreadPanel::ShowChannels() {
@@ -156,6 +177,7 @@ void SpreadPanel::ShowChannels() {
                          channels_->fontMetrics().horizontalAdvance(title) + kMargins));
   }
   channels_->ExpandColumnsToFit();
+  ShowChannelTips(box);
   channels_->SetFocusCell(std::clamp(focus, 0, std::max(count - 1, 0)) + kHeaderRows, 1);
   channels_title_->setText(TextFromBytes(spread_->ChannelsTitle(box)));
   UpdateButtons();

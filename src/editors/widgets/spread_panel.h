@@ -33,6 +33,8 @@ class SpreadPanel : public QWidget {
   void LayOut();
   QPushButton* NewButton(const QString& text, const char* name, void (SpreadPanel::*act)());
   void ShowBoxes(int focus_box);
+  void ShowBoxTips();
+  void ShowChannelTips(int box);
   void UpdateButtons();
   void Refuse(CGridCtrl* grid, int column, const std::string& reason);
   void OnBoxEdited(int row, int column);

@@ -10,6 +10,7 @@
 #include "files/path_text.h"
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
+#include "ui/field_tips.h"
 #include "ui/folder_dialog.h"
 #include "ui/plot_theme.h"
 #include "ui/window_size.h"
@@ -132,6 +133,16 @@ QWidget* CStartupDlg::ChannelGroup() {
   }
   channels_->SetTexts(texts);
   channels_->SetFixedRowCount(1);
+  number = 0;
+  for (const StartupForm::Channel& channel : form_->Channels()) {
+    ++number;
+    const auto show_tip = [&](int column, const std::string& key) {
+      static_cast<CGridCell*>(channels_->GetCell(number, column))
+          ->SetTipText(CellTip(key, BytesFromText(texts[0][static_cast<std::size_t>(column)])));
+    };
+    show_tip(kGainColumn - 1, channel.definition_key);
+    show_tip(kGainColumn, channel.gain_key);
+  }
   const auto fit = [this](const QString& text) {
     return channels_->fontMetrics().horizontalAdvance(text) + 24;
   };

@@ -10,6 +10,7 @@
 #include "base/number_text.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "ui/byte_text.h"
+#include "ui/field_tips.h"
 
 namespace orvane {
 namespace {
@@ -92,6 +93,8 @@ void CFreqSteppingDlg::ShowFrequencies() {
   for (int row = 0; row < static_cast<int>(kFrequencyKeys.size()); ++row) {
     frequencies_->SetItemText(row + 1, 0, QStringLiteral("FREQ%1").arg(row + 1));
     frequencies_->SetItemText(row + 1, 1, TextFromBytes(form_->FrequencyText(row)));
+    static_cast<CGridCell*>(frequencies_->GetCell(row + 1, 1))
+        ->SetTipText(CellTip(kFrequencyKeys[static_cast<std::size_t>(row)], "Frequency (Hz)"));
   }
 }
 
