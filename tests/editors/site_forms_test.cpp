@@ -202,6 +202,14 @@ TEST(Spread, ChannelsGoWithTheirBox) {
 TEST(Spread, InsertsAndDeletesWithinTheLimits) {
   ParamTable table = NewTable();
   testing::SetAll(&table, "NCHN=2 CHDEF1=Ex CHDEF2=Ey");
+  Spread inserting(&table);
+  inserting.InsertChannel(1, 0);
+  inserting.Save();
+  EXPECT_EQ(Values(table, "NCHN CHDEF1 CHDEF2 CHDEF3"), "3  Ex Ey");
+  Spread deleting(&table);
+  deleting.DeleteChannel(1, 0);
+  deleting.Save();
+  EXPECT_EQ(Values(table, "NCHN CHDEF1 CHDEF2"), "2 Ex Ey");
   Spread spread(&table);
   spread.InsertChannel(1, 1);
   EXPECT_EQ(spread.ChannelCell(1, 2, kDefinition), "Ey");

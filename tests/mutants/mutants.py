@@ -21,7 +21,7 @@ from pathlib import Path
 
 from mutations import KINDS, Finder
 
-PROGRAMS = ("orvane_tests", "orvane_sweep_tests")
+PROGRAMS = ("orvane_tests", "orvane_sweep_tests", "orvane_cli_tests")
 SHORTEST_LIMIT = 20  # seconds
 SLACK = 8            # times what a group of tests takes without a fault
 LARGEST_FILE = 1 << 30

@@ -430,6 +430,13 @@ TEST_F(SpectraTest, AskOnceForEachMissingCalibrationAndCancelEndsTheBatch) {
   EXPECT_EQ(boxes, 1U) << "told once, listed for each";
 }
 
+TEST(CalibratedChannels, HaveTheirPhasesAbove180Degrees) {
+  for (const auto& [value, phase] :
+       {std::pair(Complex(-1, -0.0), 180.0), {Complex(-1, 0), 180.0}, {Complex(0, -1), -90.0}}) {
+    EXPECT_EQ(CalibrateHarmonic(value, 1, 1, 1, 4, 0).phase, phase) << value;
+  }
+}
+
 TEST(SpectraForm, TakesReversedChannels) {
   SpectraForm form("");
   form.Model().SetText(SpectraForm::kReversed, "3,12");

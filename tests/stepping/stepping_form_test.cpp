@@ -157,6 +157,7 @@ TEST_F(Stepping, DefaultsOfTheTimeDomain) {
     form_.ApplyDefaults(0);
     EXPECT_EQ(Values(table_, "FDRIFT WFRM NUMITEM AUTO FREQ CREQ"), written);
     EXPECT_FALSE(form_.Windows().empty());
+    EXPECT_TRUE(form_.Note().starts_with(FormatInt(form_.Windows().size()) + " windows. "));
   }
 }
 

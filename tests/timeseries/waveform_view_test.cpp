@@ -179,6 +179,19 @@ TEST_F(WaveformViews, TimesScalesCursorsAndCopying) {
   EXPECT_NEAR(view_.ValuesOf(0).low, 24.5, 1e-9);
   EXPECT_NEAR(view_.ValuesOf(0).high, 35.5, 1e-9);
 
+  // Channels of one unit then have one scale.
+  const TsBytes two{.channels = 2, .samples = {0, 0, 10, 100}, .rate = 10, .unit = 0};
+  WaveformView both;
+  WriteAll(dir_ / "B.TBL", HeaderV2() + RecordV2("TECH", 0, IntPT, ""));
+  WriteAll(dir_ / "B.TSS", two.Bytes());
+  auto file = std::make_unique<TsFile>();
+  ASSERT_TRUE(file->Open(dir_ / "B.TSS", {}));
+  both.Take(std::move(file), {});
+  EXPECT_EQ(both.Number(), 1U);
+  EXPECT_NEAR(both.ValuesOf(0).high, 10.5, 1e-9);
+  both.SetSettings({.auto_scale = false});
+  EXPECT_NEAR(both.ValuesOf(0).high - both.ValuesOf(0).low, 110, 1e-9);
+
   EXPECT_EQ(view_.CursorText(), "");
   view_.SetCursor(WaveformView::kFirstCursor, 0.11);
   view_.SetCursor(WaveformView::kSecondCursor, 99);
@@ -259,6 +272,9 @@ TEST_F(WaveformViews, ReloadKeepsWhatStillExists) {
   WriteAll(dir_ / "A.TSS", "");
   ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 0U);
+  WriteAll(dir_ / "A.TSS", record.Bytes());
+  ASSERT_TRUE(view_.Reload());
+  EXPECT_EQ(view_.Number(), 1U);
 }
 
 TEST(WaveformTitles, BreakBehindCommas) {
