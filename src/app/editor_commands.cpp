@@ -6,8 +6,7 @@
 #include <QStandardPaths>
 
 #include "app/field_folders.h"
-#include "app/key_labels.h"
-#include "base/number_text.h"
+#include "app/notice_texts.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
@@ -47,11 +46,10 @@ QString UsersFolder() {
 }  // namespace
 
 void EditorCommands::TellEarlyChanges(const std::vector<std::string>& keys) {
-  if (keys.empty()) {
-    return;
+  if (const std::string text = EarlyChangesText(keys); !text.empty()) {
+    early_line_ = text;
+    notices_->ShowNotice(text);
   }
-  early_line_ = "Cancelled; already changed and kept: " + LabelledKeys(keys);
-  notices_->ShowNotice(early_line_);
 }
 
 void EditorCommands::EndEarlyLine() {
@@ -64,9 +62,8 @@ void EditorCommands::EndEarlyLine() {
 void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
   for (const CGridCtrl* grid : dialog.findChildren<CGridCtrl*>()) {
     QObject::connect(grid, &CGridCtrl::pasted, doc_, [this](int set, int refused) {
-      if (refused > 0) {
-        notices_->ShowNotice(FormatInt(refused) + " of " + FormatInt(set + refused) +
-                             " cells were refused");
+      if (const std::string text = RefusedCellsText(set, refused); !text.empty()) {
+        notices_->ShowNotice(text);
       }
     });
   }

@@ -155,6 +155,17 @@ bool Spread::CanInsert(BoxKind kind) const {
          (kind == kReferenceBox && count == 0 && HasReferenceBox(TechOf(*table_)));
 }
 
+std::vector<Spread::InsertChoice> Spread::InsertChoices() const {
+  const auto choice = [this](BoxKind kind) {
+    return InsertChoice{kind, Trimmed(LabelOf(kind)), CanInsert(kind)};
+  };
+  const InsertChoice auxiliary = choice(kAuxiliaryBox);
+  if (CanInsert(kReferenceBox)) {
+    return {auxiliary, choice(kReferenceBox)};
+  }
+  return auxiliary.is_enabled ? std::vector{auxiliary} : std::vector<InsertChoice>();
+}
+
 int Spread::InsertBox(BoxKind kind) {
   BoxState box;
   box.row.kind = kind;

@@ -41,7 +41,15 @@ class Spread {
   /// Why the text is refused; empty once it is taken.
   std::string EditBox(int box, BoxColumn column, std::string_view text);
 
-  bool CanInsert(BoxKind kind) const;
+  /// A kind of box that a row can be inserted for.
+  struct InsertChoice {
+    BoxKind kind;
+    std::string_view label;
+    bool is_enabled;
+  };
+  /// What to choose from where a row is inserted; of one nothing is asked, without any nothing can
+  /// be inserted.
+  std::vector<InsertChoice> InsertChoices() const;
   /// Adds an auxiliary box after the others, or the reference box at the end. The new row.
   int InsertBox(BoxKind kind);
   bool CanDeleteBox(int box) const;
@@ -77,6 +85,7 @@ class Spread {
     std::vector<ChannelCells> channels;  // as many as the keys of the kind hold
   };
 
+  bool CanInsert(BoxKind kind) const;
   const BoxState& At(int box) const { return boxes_[static_cast<std::size_t>(box)]; }
   BoxState& At(int box) { return boxes_[static_cast<std::size_t>(box)]; }
   static BoxKind KindOf(const BoxState& box) { return static_cast<BoxKind>(box.row.kind); }

@@ -223,8 +223,11 @@ TEST(Spread, InsertsAndDeletesWithinTheLimits) {
     spread.InsertBox(kAuxiliaryBox);
   }
   EXPECT_EQ(spread.ChannelCount(1), 8);
-  EXPECT_FALSE(spread.CanInsert(kAuxiliaryBox));
-  EXPECT_TRUE(spread.CanInsert(kReferenceBox));
+  ASSERT_EQ(spread.InsertChoices().size(), 2U);
+  EXPECT_FALSE(spread.InsertChoices()[0].is_enabled) << "five there are";
+  EXPECT_EQ(spread.InsertChoices()[1].kind, kReferenceBox);
+  spread.InsertBox(kReferenceBox);
+  EXPECT_TRUE(spread.InsertChoices().empty());
   EXPECT_FALSE(spread.CanInsertChannel(0));
 }
 

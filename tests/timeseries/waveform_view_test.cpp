@@ -89,6 +89,17 @@ TEST_F(WaveformViews, NamesUnitsAndScales) {
   show("0.25", "16", false);
   shown_by(2, 0.25, 16);
   shown_by(1, 0.5, 4);
+  // Read again the file has another first record.
+  EXPECT_TRUE(view_.GoTo(1));
+  show("8", "2", false);
+  WriteAll(dir_ / "A.TSS", bytes + bytes + bytes);
+  ASSERT_TRUE(view_.Reload());
+  shown_by(1, 8, 2);
+  TsBytes another{.channels = 5, .samples = {1, 1, 1, 1, 1}};
+  another.frequency = 2;
+  WriteAll(dir_ / "A.TSS", another.Bytes() + bytes);
+  ASSERT_TRUE(view_.Reload());
+  shown_by(1, 0.5, 4);
   ASSERT_TRUE(Open(bytes, gains + Real("FSCV", 8388607)));
   shown_by(1, 0.25, 16);
   // A band has them from the table beside it; without one there are numbers and counts.
@@ -101,6 +112,7 @@ TEST_F(WaveformViews, NamesUnitsAndScales) {
   EXPECT_EQ(view_.Channel(0).Label(), "Ch 1");
   EXPECT_EQ(view_.Channel(0).scale * 256, 1);
   EXPECT_EQ(view_.StatusBarText(), "1 / 1, raw counts, no table A.TBL");
+  EXPECT_EQ(view_.WhyNoGains(), "Without its parameter table a waveform is shown in counts");
 }
 
 TEST_F(WaveformViews, TextsAndPaging) {
@@ -248,6 +260,7 @@ TEST_F(WaveformViews, SaysWhatIsNotDrawn) {
   EXPECT_EQ(view_.NotDrawnText(1), "");
   ASSERT_TRUE(Open("", ""));
   EXPECT_EQ(view_.EmptyText(), "A.TSS has no segments");
+  EXPECT_EQ(view_.WhyNoGains(), "A.TSS has no segments");
 }
 
 TEST_F(WaveformViews, ReloadKeepsWhatStillExists) {
