@@ -55,6 +55,10 @@ Spread::Spread(ParamTable* table) : table_(table) {
   }
 }
 
+std::string Spread::BoxName(int box) const {
+  return std::string(Trimmed(LabelOf(KindOf(At(box))))) + " " + FormatInt(Box(box).serial);
+}
+
 std::string Spread::ChannelsTitle(int box) const {
   if (box < 0) {
     return "Channels";

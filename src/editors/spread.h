@@ -30,6 +30,8 @@ class Spread {
   const BoxRow& Box(int box) const { return At(box).row; }
   /// " Aux. Box" and the like.
   static std::string_view LabelOf(BoxKind kind);
+  /// "Local Box 2417": kind and serial number.
+  std::string BoxName(int box) const;
   /// The title above the channels of a box: "Channels of the box in row 2 (Local Box)"; without a
   /// box "Channels".
   std::string ChannelsTitle(int box) const;

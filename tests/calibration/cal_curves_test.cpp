@@ -152,9 +152,12 @@ TEST_F(CalCurvesTest, TextsStandByteForByte) {
 }
 
 TEST_F(CalCurvesTest, ARatioStaysWithinAPassAndInterpolatesThere) {
-  const CalCurve curve{
-      {1000, 100, 100, 10, 5, 0}, {8, 6, 9, 4, 1, 1}, {170, 20, 30, 10, 0, 0}, {0, 0, 1, 1, 1, 1}};
-  const CalCurve reference{{1000, 100, 100, 1}, {2, 3, 4.5, 0.03}, {-170, 5, 5, -15}, {0, 0, 1, 1}};
+  const CalCurve curve{{1000, 100, 100, 10, 5, 0.5, 0},
+                       {8, 6, 9, 4, 1, 1, 1},
+                       {170, 20, 30, 10, 0, 0, 0},
+                       {0, 0, 1, 1, 1, 1, 1}};
+  const CalCurve reference{
+      {1000, 100, 100, 1, 0}, {2, 3, 4.5, 0.03, 1}, {-170, 5, 5, -15, 0}, {0, 0, 1, 1, 1}};
   const CalCurve ratio = RatioOf(curve, reference);
   ASSERT_EQ(ratio.frequency, (std::vector<double>{1000, 100, 100, 10, 5}));
   const std::vector<double> amplitudes = {4, 2, 2, 4 / std::sqrt(4.5 * 0.03)};
@@ -281,6 +284,13 @@ TEST_F(CalCurvesTest, RangesFitTheFileOrWhatIsCompared) {
   WriteAll(dir_ / "near", "short");
   EXPECT_FALSE(view.Reload());
   EXPECT_EQ(view.Readings()[0].amplitude, 5);
+  // Of the channels shown the second is gone.
+  WriteAll(dir_ / "near", CalHeaderBytes(2, 2) + CalRecordBytes(0, 10, 1, {}, 2));
+  ASSERT_EQ(view.Open(dir_ / "near").Message(), "");
+  view.ShowAll();
+  file("near", 5, 0);
+  EXPECT_EQ(view.Reload().Message(), "");
+  EXPECT_EQ(view.Title(), "near Channel: 1");
 }
 
 TEST_F(CalCurvesTest, LinesBreakWhereThePhaseWrapsAndTheLegendTellsPasses) {
@@ -336,6 +346,10 @@ TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {
   ASSERT_EQ(traces.size(), 2U);
   EXPECT_EQ(traces[1].Label(), "Channel 1, model");
   const CalCurve& model = traces[1].curve;
+  for (std::size_t k = 1; k < model.frequency.size(); ++k) {
+    EXPECT_TRUE(model.sweep[k] != model.sweep[k - 1] ||
+                model.frequency[k] < model.frequency[k - 1]);
+  }
   std::size_t compared = 0;
   for (std::size_t i = 0; i < traces[0].curve.frequency.size(); ++i) {
     for (std::size_t k = 0; k < model.frequency.size(); ++k) {

@@ -174,6 +174,7 @@ TEST(Spread, ChannelsGoWithTheirBox) {
   Spread spread(&table);
   EXPECT_EQ(spread.ChannelsTitle(-1), "Channels");
   EXPECT_EQ(spread.ChannelsTitle(1), "Channels of the box in row 2 (Local Box)");
+  EXPECT_EQ(spread.BoxName(2), "Aux. Box 22");
   EXPECT_EQ(spread.ChannelCountNote(), "");
   Set(&table, "TCHN", "4");
   EXPECT_NE(spread.ChannelCountNote(), "");

@@ -215,9 +215,15 @@ TEST(RecordCurve, TakesOneSeriesAndSkipsWhatItCannotJoin) {
     coil.header.nchn = std::int16_t{2};
     testing::AddRecord(kSensorCal, 10, {0, used}, 0, &coil);
     SensorResponse sensor;
-    const RecordingHeader header = testing::Recording("", 1);
-    ASSERT_EQ(sensor.Prepare(&coil, &header), kOk);
-    EXPECT_GT(std::abs(sensor.At(10)), 2);
+    const RecordingHeader plain = testing::Recording("", 1);
+    ASSERT_EQ(sensor.Prepare(&coil, &plain), kOk);
+    const Complex whole = sensor.At(10);
+    EXPECT_GT(std::abs(whole), 2);
+    // Used with half of the sensitivity that it was calibrated with.
+    coil.header.hnom = 200;
+    const RecordingHeader half = testing::Recording(testing::Real("HNOM", 100), 1);
+    ASSERT_EQ(sensor.Prepare(&coil, &half), kOk);
+    EXPECT_EQ(sensor.At(10), 0.5 * whole);
   }
 }
 

@@ -201,6 +201,10 @@ TEST_F(WaveformViews, TimesScalesCursorsAndCopying) {
   both.Take(std::move(file), {});
   EXPECT_EQ(both.Number(), 1U);
   EXPECT_NEAR(both.ValuesOf(0).high, 10.5, 1e-9);
+  for (const auto& [zoom, kept] : {std::pair(1e7, 1e6), {1e6, 1e6}, {0.0, 0.01}, {2.0, 2.0}}) {
+    both.SetSettings({.zoom = zoom});
+    EXPECT_EQ(both.Settings().zoom, kept);
+  }
   both.SetSettings({.auto_scale = false});
   EXPECT_NEAR(both.ValuesOf(0).high - both.ValuesOf(0).low, 110, 1e-9);
 

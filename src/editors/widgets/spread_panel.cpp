@@ -158,6 +158,7 @@ void SpreadPanel::ShowChannels() {
   channels_->ExpandColumnsToFit();
   channels_->SetFocusCell(std::clamp(focus, 0, std::max(count - 1, 0)) + kHeaderRows, 1);
   channels_title_->setText(TextFromBytes(spread_->ChannelsTitle(box)));
+  channels_->SetOwnerOfCells(box < 0 ? QString() : TextFromBytes(spread_->BoxName(box)));
   UpdateButtons();
 }
 
