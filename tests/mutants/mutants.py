@@ -33,6 +33,7 @@ def tame():
     resource.setrlimit(resource.RLIMIT_FSIZE, (LARGEST_FILE, LARGEST_FILE))
     resource.setrlimit(resource.RLIMIT_AS, (LARGEST_MEMORY, LARGEST_MEMORY))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+    signal.signal(signal.SIGINT, signal.SIG_DFL)  # tests send it, and background jobs ignore it
 
 
 class Tests:
