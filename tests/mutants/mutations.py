@@ -19,7 +19,8 @@ COMPARISONS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==
 # Lines that do nothing while a program runs, or only save time.
 NO_CODE = re.compile(r"^\s*(#|\}?\s*//|using |template|friend )|static_assert|\bassert\(|\breserve\(|operator")
 # The order of their arguments does not matter.
-SYMMETRIC = {"min", "max", "minmax", "swap", "hypot", "if", "for", "while", "switch", "catch"}
+SYMMETRIC = {"min", "max", "minmax", "swap", "hypot", "if", "for", "while", "switch", "catch",
+             "Times", "CanJoin", "EqualsWithoutCase", "IsSameFile"}
 # A statement that is an expression: what it begins with has no blank in it, a declaration has.
 STATEMENT = re.compile(
     r"(?:(?:\+\+|--|\*)?(?:static_cast<void>|[A-Za-z_][\w:]*)(?:(?:\.|->)\w+|\[[^\]]*\]|\([^()]*\))*"
