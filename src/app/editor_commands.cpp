@@ -10,8 +10,7 @@
 #include <utility>
 
 #include "app/field_folders.h"
-#include "app/key_labels.h"
-#include "base/number_text.h"
+#include "app/notice_texts.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
@@ -75,12 +74,10 @@ void FocusControl(const QDialog& dialog, int control) {
 }  // namespace
 
 void EditorCommands::TellEarlyChanges(const std::vector<std::string>& keys) {
-  if (keys.empty()) {
-    return;
+  if (const std::string text = EarlyChangesText(keys); !text.empty()) {
+    early_line_ = text;
+    notices_->ShowNotice(text);
   }
-  early_line_ = "Cancelled; these were changed before and stay: " + LabelledKeys(keys) +
-                ". Undo takes them back";
-  notices_->ShowNotice(early_line_);
 }
 
 void EditorCommands::EndEarlyLine() {
@@ -93,9 +90,8 @@ void EditorCommands::EndEarlyLine() {
 void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
   for (const CGridCtrl* grid : dialog.findChildren<CGridCtrl*>()) {
     QObject::connect(grid, &CGridCtrl::pasted, doc_, [this](int set, int refused) {
-      if (refused > 0) {
-        notices_->ShowNotice(FormatInt(refused) + " of " + FormatInt(set + refused) +
-                             " cells were refused");
+      if (const std::string text = RefusedCellsText(set, refused); !text.empty()) {
+        notices_->ShowNotice(text);
       }
     });
   }

@@ -19,10 +19,15 @@ constexpr Field TimeField(int control, std::string_view label) {
   return {control, Widget::kInteger, label, "CCLT", IntPT, {}, {1, kLongestTime}};
 }
 
-constexpr std::array<Choice, 2> kSensorTypes = {{{"KLV-1", 1021}, {"Mod KLV-1", 1022}}};
-constexpr std::array<int, 4> kGainButtons = {1046, 1047, 1048, 1045};
-constexpr std::array<Choice, 4> kGains = {
-    {{"x0.25", 1046}, {"x1", 1047}, {"x4", 1048}, {"x16", 1045}}};
+constexpr std::array<Choice, 2> kSensorTypes = {
+    {{"KLV-1", CurrentSensorForm::kType}, {"Mod KLV-1", CurrentSensorForm::kModifiedType}}};
+constexpr std::array<int, 4> kGainButtons = {CurrentSensorForm::kGain, CurrentSensorForm::kGainOf1,
+                                             CurrentSensorForm::kGainOf4,
+                                             CurrentSensorForm::kGainOf16};
+constexpr std::array<Choice, 4> kGains = {{{"x0.25", kGainButtons[0]},
+                                           {"x1", kGainButtons[1]},
+                                           {"x4", kGainButtons[2]},
+                                           {"x16", kGainButtons[3]}}};
 
 struct SensorType {
   double nominal_gain;    // mV/A
@@ -160,10 +165,10 @@ void CurrentSensorForm::Commit() {
 CoilForm::CoilForm(ParamTable* table, Names names)
     : names_(std::move(names)),
       types_{{{names_[0], kType},
-              {names_[1], 1117},
-              {"Air loop", 1118},
-              {names_[2], 1121},
-              {names_[3], 1122}}},
+              {names_[1], kSecondModel},
+              {"Air loop", kAirLoop},
+              {names_[2], kThirdModel},
+              {names_[3], kFourthModel}}},
       fields_(CoilFields(types_)),
       model_(table, fields_) {}
 

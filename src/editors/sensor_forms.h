@@ -17,9 +17,13 @@ class CurrentSensorForm {
   static constexpr std::string_view kTitle = "Current Sensor";
   enum Control : int {
     kType = 1021,
+    kModifiedType = 1022,
     kSerial = 1012,
     kTime = 1016,
     kGain = 1046,
+    kGainOf1 = 1047,
+    kGainOf4 = 1048,
+    kGainOf16 = 1045,
     kNominalGain = 1114,
     kTestAmplitude = 1115,
   };
@@ -49,6 +53,10 @@ class CoilForm {
   static constexpr std::string_view kTitle = "Coil Calibration";
   enum Control : int {
     kType = 1116,
+    kSecondModel = 1117,
+    kAirLoop = 1118,
+    kThirdModel = 1121,
+    kFourthModel = 1122,
     kTime = 1016,
     kHxSerial = 1090,
     kHySerial = 1091,

@@ -55,6 +55,10 @@ Spread::Spread(ParamTable* table) : table_(table) {
   }
 }
 
+std::string Spread::BoxName(int box) const {
+  return std::string(Trimmed(LabelOf(KindOf(At(box))))) + " " + FormatInt(Box(box).serial);
+}
+
 std::string Spread::ChannelsTitle(int box) const {
   if (box < 0) {
     return "Channels";
@@ -153,6 +157,17 @@ bool Spread::CanInsert(BoxKind kind) const {
                                    [kind](const BoxState& box) { return box.row.kind == kind; });
   return (kind == kAuxiliaryBox && count < static_cast<int>(kAuxiliaryKeys.size())) ||
          (kind == kReferenceBox && count == 0 && HasReferenceBox(TechOf(*table_)));
+}
+
+std::vector<Spread::InsertChoice> Spread::InsertChoices() const {
+  const auto choice = [this](BoxKind kind) {
+    return InsertChoice{kind, Trimmed(LabelOf(kind)), CanInsert(kind)};
+  };
+  const InsertChoice auxiliary = choice(kAuxiliaryBox);
+  if (CanInsert(kReferenceBox)) {
+    return {auxiliary, choice(kReferenceBox)};
+  }
+  return auxiliary.is_enabled ? std::vector{auxiliary} : std::vector<InsertChoice>();
 }
 
 int Spread::InsertBox(BoxKind kind) {

@@ -30,6 +30,8 @@ class Spread {
   const BoxRow& Box(int box) const { return At(box).row; }
   /// " Aux. Box" and the like.
   static std::string_view LabelOf(BoxKind kind);
+  /// "Local Box 2417": kind and serial number.
+  std::string BoxName(int box) const;
   /// The title above the channels of a box: "Channels of the box in row 2 (Local Box)"; without a
   /// box "Channels".
   std::string ChannelsTitle(int box) const;
@@ -44,7 +46,15 @@ class Spread {
   /// Why the text is refused; empty once it is taken.
   std::string EditBox(int box, BoxColumn column, std::string_view text);
 
-  bool CanInsert(BoxKind kind) const;
+  /// A kind of box that a row can be inserted for.
+  struct InsertChoice {
+    BoxKind kind;
+    std::string_view label;
+    bool is_enabled;
+  };
+  /// What to choose from where a row is inserted; of one nothing is asked, without any nothing can
+  /// be inserted.
+  std::vector<InsertChoice> InsertChoices() const;
   /// Adds an auxiliary box after the others, or the reference box at the end. The new row.
   int InsertBox(BoxKind kind);
   bool CanDeleteBox(int box) const;
@@ -82,6 +92,7 @@ class Spread {
 
   /// Of an auxiliary box, as it is saved: 1 to 5; else 0.
   int SlotOf(int box) const;
+  bool CanInsert(BoxKind kind) const;
   const BoxState& At(int box) const { return boxes_[static_cast<std::size_t>(box)]; }
   BoxState& At(int box) { return boxes_[static_cast<std::size_t>(box)]; }
   static BoxKind KindOf(const BoxState& box) { return static_cast<BoxKind>(box.row.kind); }

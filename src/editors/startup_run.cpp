@@ -85,6 +85,10 @@ void StartupRun::ForEachBox(const std::function<bool(StartupForm*)>& show) {
   }
 }
 
+std::string StartupRun::FileText(const StartupForm& form) const {
+  return form.HasFile() ? PathText(PathOf(form)) : "no file";
+}
+
 std::string StartupRun::Heading(const StartupForm& form) const {
   const auto is_it = [&form](StartupBox box) { return box.number == form.Box().number; };
   const auto at = std::find_if(boxes_.begin(), boxes_.end(), is_it) - boxes_.begin();

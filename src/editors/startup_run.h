@@ -63,6 +63,8 @@ class StartupRun {
   void ForEachBox(const std::function<bool(StartupForm*)>& show);
   /// Whole, from the root; a place that was set stays as it is.
   std::filesystem::path PathOf(const StartupForm& form) const;
+  /// The same as text, or "no file" of a box that gets none.
+  std::string FileText(const StartupForm& form) const;
   /// Where files go without a location, whole.
   const std::filesystem::path& DefaultFolder() const { return folder_; }
 

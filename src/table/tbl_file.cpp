@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 #include "base/number_text.h"
 #include "files/path_text.h"

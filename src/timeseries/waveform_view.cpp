@@ -185,7 +185,15 @@ void WaveformView::SetSmallUnit(bool has_small_unit) {
 
 std::optional<WaveformGains> WaveformView::OwnGains() const {
   const auto own = gains_.find(number_);
-  return own != gains_.end() ? own->second : gains_of_all_;
+  const bool has_own = own != gains_.end() &&
+                       std::ranges::equal(BytesOf(own->second.header), BytesOf(record_.Header()));
+  return has_own ? own->second.gains : gains_of_all_;
+}
+
+std::string WaveformView::WhyNoGains() const {
+  return HasGains()     ? std::string()
+         : Count() == 0 ? EmptyText()
+                        : "Without its parameter table a waveform is shown in counts";
 }
 
 WaveformGains WaveformView::Gains() const {
@@ -196,8 +204,8 @@ void WaveformView::SetGains(std::uint64_t number, const WaveformGains& gains, bo
   if (for_all) {
     gains_.clear();
     gains_of_all_ = gains;
-  } else {
-    gains_[number] = gains;
+  } else if (number == number_) {
+    gains_[number] = {record_.Header(), gains};
   }
   UpdateChannels();
 }

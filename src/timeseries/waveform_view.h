@@ -101,9 +101,12 @@ class WaveformView {
   void SetSmallUnit(bool has_small_unit);
   /// Whether there are gains to divide by: without a companion table counts are shown as they are.
   bool HasGains() const { return number_ > 0 && file_->Companion().IsLoaded(); }
+  /// Why there are none; empty where there are.
+  std::string WhyNoGains() const;
   /// Of the record shown: its own, else the companion table's.
   WaveformGains Gains() const;
-  /// Gives a record, or all of them, gains of their own until another file is opened.
+  /// Gives the record `number`, which is shown, or all of them gains of their own until another
+  /// file is opened. When the file is read again, a record with another header has none.
   void SetGains(std::uint64_t number, const WaveformGains& gains, bool for_all);
 
   std::string TitleText() const;
@@ -190,7 +193,11 @@ class WaveformView {
   std::string problem_;
   WaveformSettings settings_;
   WaveformUnits units_;
-  std::map<std::uint64_t, WaveformGains> gains_;  // of single records, which go before
+  struct RecordGains {
+    TsHeader header;  // of the record that they were entered for
+    WaveformGains gains;
+  };
+  std::map<std::uint64_t, RecordGains> gains_;  // of single records, which go before
   std::optional<WaveformGains> gains_of_all_;
   std::vector<WaveformChannel> channels_;
   std::vector<std::string> beyond_;  // names of the channels after the last that is drawn

@@ -145,6 +145,10 @@ class CGridCtrl : public QTableView {
   // data row on; it refuses a file of another header, of more or fewer rows, or whose rows have
   // other names (what is read-only before the first edited column), and reports to the user what of
   // a file the cells refuse. On failure nothing has changed; the message is "PATH: reason".
+  //
+  // A grid that shows the same rows of one thing after another names it: the file then says so in
+  // its first header cell, and is refused where another is shown.
+  void SetOwnerOfCells(const QString& owner) { owner_of_cells_ = owner; }
   Result<> SaveCells(const QString& path);
   Result<> LoadCells(const QString& path);
 
@@ -219,6 +223,7 @@ class CGridCtrl : public QTableView {
   bool drags_ = false;
   Entering* entering_ = nullptr;
   QString print_title_;
+  QString owner_of_cells_;
   std::optional<QPersistentModelIndex> edited_;  // to be announced when its editor has closed
 };
 

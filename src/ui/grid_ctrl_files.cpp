@@ -66,13 +66,16 @@ Result<> AreRowsOf(const CGridCtrl& grid, const GridTexts& texts) {
   return {};
 }
 
-GridTexts TextsOf(const CGridCtrl& grid, int row_count) {
+GridTexts TextsOf(const CGridCtrl& grid, int row_count, const QString& owner) {
   GridTexts texts;
   for (int row = 0; row < row_count; ++row) {
     QStringList& cells = texts.emplace_back();
     for (int col = 0; col < grid.GetColumnCount(); ++col) {
       cells << grid.GetItemText(row, col);
     }
+  }
+  if (!owner.isEmpty() && !texts.empty()) {
+    texts.front().front() += QStringLiteral(" of ") + owner;
   }
   return texts;
 }
@@ -82,7 +85,7 @@ GridTexts TextsOf(const CGridCtrl& grid, int row_count) {
 Result<> CGridCtrl::SaveCells(const QString& path) {
   CommitEdit();
   const std::filesystem::path file_path = PathFromText(path);
-  const auto bytes = WriteGridTexts(TextsOf(*this, GetRowCount()));
+  const auto bytes = WriteGridTexts(TextsOf(*this, GetRowCount(), owner_of_cells_));
   if (!bytes) {
     return Failure(FileMessage(file_path, "a cell holds no valid Unicode text"));
   }
@@ -97,7 +100,8 @@ Result<> CGridCtrl::LoadCells(const QString& path) {
   if (const Result<> read = ReadAll(file_path, &bytes); !read) {
     return Failure(FileMessage(file_path, read.Message()));
   }
-  const auto texts = ReadGridTexts(bytes, TextsOf(*this, GetFixedRowCount()), GetColumnCount());
+  const auto texts =
+      ReadGridTexts(bytes, TextsOf(*this, GetFixedRowCount(), owner_of_cells_), GetColumnCount());
   if (!texts) {
     return Failure(FileMessage(file_path, texts.Message()));
   }

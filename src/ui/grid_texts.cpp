@@ -48,6 +48,18 @@ std::optional<QString> Unescaped(const QString& text) {
   return cell;
 }
 
+// The first header cells that differ, where there is one.
+QString DifferenceOf(const GridTexts& rows, const GridTexts& header) {
+  if (rows.empty() || header.empty()) {
+    return {};
+  }
+  const auto [wanted, found] = std::mismatch(header.front().begin(), header.front().end(),
+                                             rows.front().begin(), rows.front().end());
+  return wanted == header.front().end() || found == rows.front().end()
+             ? QString()
+             : QStringLiteral(": \"%1\" and not \"%2\"").arg(*found, *wanted);
+}
+
 }  // namespace
 
 GridTexts SplitPastedText(QString text) {
@@ -104,7 +116,7 @@ Result<GridTexts> ReadGridTexts(const QByteArray& bytes, const GridTexts& header
     }
   }
   if (rows.size() < header.size() || !std::equal(header.begin(), header.end(), rows.begin())) {
-    return fail(QStringLiteral("the header is a different one"));
+    return fail(QStringLiteral("the header is a different one") + DifferenceOf(rows, header));
   }
   rows.erase(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(header.size()));
   return rows;

@@ -43,21 +43,7 @@ class AcqParamDlg : public ::testing::Test {
   std::unique_ptr<CAcqParamDlg> dialog_;
 };
 
-TEST_F(AcqParamDlg, HasEveryControlWithANameOfItsOwn) {
-  QStringList names;
-  for (const int number :
-       {1035, 1036, 1060, 1061, 1062, 1063, 1049, 1106, 1051, 1052, 1053, 1107, 1108, 1054, 1055,
-        1056, 1057, 1058, 1059, 1269, 1042, 1047, 1048, 1067, 1068, 1069, 1070, 1103, 1102, 1204,
-        1127, 1037, 1038, 1039, 1040, 1041, 1045, 1046, 1202, 1254, 1265, 1264, 1263, 1101, 1044,
-        1095, 1097, 1096, 1090, 1091, 1092, 1098, 1099, 1100, 1094, 1203, 1274, 1105}) {
-    const auto* widget = Find<QWidget>(number);
-    ASSERT_NE(widget, nullptr) << number;
-    EXPECT_FALSE(widget->accessibleName().isEmpty()) << number;
-    // Of a group of radio buttons only the one with the focus takes the tab key.
-    EXPECT_NE(widget->focusPolicy(), Qt::NoFocus) << number;
-    names << widget->accessibleName();
-  }
-  EXPECT_EQ(names.removeDuplicates(), 0);
+TEST_F(AcqParamDlg, ShowsItsChoices) {
   EXPECT_EQ(Find(acq::kEGainOf16)->text(), QStringLiteral("x 16 "));
   EXPECT_EQ(Find<QComboBox>(acq::kZone)->itemText(14),
             QStringLiteral("(GMT+02) Athens, Istambal, Cario"));

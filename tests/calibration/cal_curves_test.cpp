@@ -152,9 +152,12 @@ TEST_F(CalCurvesTest, TextsStandByteForByte) {
 }
 
 TEST_F(CalCurvesTest, ARatioStaysWithinAPassAndInterpolatesThere) {
-  const CalCurve curve{
-      {1000, 100, 100, 10, 5, 0}, {8, 6, 9, 4, 1, 1}, {170, 20, 30, 10, 0, 0}, {0, 0, 1, 1, 1, 1}};
-  const CalCurve reference{{1000, 100, 100, 1}, {2, 3, 4.5, 0.03}, {-170, 5, 5, -15}, {0, 0, 1, 1}};
+  const CalCurve curve{{1000, 100, 100, 10, 5, 0.5, 0},
+                       {8, 6, 9, 4, 1, 1, 1},
+                       {170, 20, 30, 10, 0, 0, 0},
+                       {0, 0, 1, 1, 1, 1, 1}};
+  const CalCurve reference{
+      {1000, 100, 100, 1, 0}, {2, 3, 4.5, 0.03, 1}, {-170, 5, 5, -15, 0}, {0, 0, 1, 1, 1}};
   const CalCurve ratio = RatioOf(curve, reference);
   ASSERT_EQ(ratio.frequency, (std::vector<double>{1000, 100, 100, 10, 5}));
   const std::vector<double> amplitudes = {4, 2, 2, 4 / std::sqrt(4.5 * 0.03)};
@@ -163,6 +166,9 @@ TEST_F(CalCurvesTest, ARatioStaysWithinAPassAndInterpolatesThere) {
     EXPECT_NEAR(ratio.amplitude[i], amplitudes[i], 1e-9) << i;
     EXPECT_NEAR(ratio.phase[i], phases[i], 1e-9) << i;
   }
+  // From 170 to -170 degrees by 180.
+  EXPECT_NEAR(RatioOf({{10}, {1}, {180}, {0}}, {{1, 100}, {1, 1}, {170, -170}, {0, 0}}).phase[0], 0,
+              1e-9);
 }
 
 TEST_F(CalCurvesTest, TheViewStepsAndReads) {
@@ -178,13 +184,42 @@ TEST_F(CalCurvesTest, TheViewStepsAndReads) {
   EXPECT_FALSE(view.Step(1));
   view.ShowAll();
   EXPECT_EQ(view.Traces().size(), 2U);
+  view.MoveCursor(1);
+  EXPECT_EQ(view.Cursor(), 1);
+  view.SetCursor({});
+  view.MoveCursor(-1);
+  EXPECT_EQ(view.Cursor(), 10);
+  view.MoveCursor(1);
+  EXPECT_EQ(view.Cursor(), 10) << "the last";
   view.SetCursor(3.5);  // nearer to 10 by its logarithm
   ASSERT_EQ(view.Readings().size(), 2U);
   EXPECT_EQ(view.Readings()[1].amplitude, 3);
   view.MoveCursor(-1);
+  view.MoveCursor(-1);
   EXPECT_EQ(view.Cursor(), 1);
+  EXPECT_EQ(view.WhyNoModel(), "A calibration of fewer than 3 passes has no model");
   view.FitDisplay();
   EXPECT_EQ(ranges, (CalDisplay{5, 10, 100, 2, 1, 0, 4}));
+  // A reference of one channel serves each of them, one of several its own.
+  for (const auto& [channels, expected] : {std::pair(1, 7.F), std::pair(2, 9.F)}) {
+    std::string reference = CalHeaderBytes(2, channels) + CalRecordBytes(0, 10, 1, {});
+    reference.resize(reference.size() - 24);
+    for (const float amplitude : {7.F, 9.F}) {
+      reference += CalRecordBytes(0, 1, 1, {0, 0, 0, 0, amplitude, 0}).substr(8);
+    }
+    WriteAll(dir_ / "b.clc", reference.substr(0, reference.size() - (channels == 1 ? 24 : 0)));
+    ASSERT_EQ(view.OpenReference(dir_ / "b.clc").Message(), "");
+    ASSERT_EQ(view.Traces().size(), 4U);
+    EXPECT_EQ(view.Traces()[3].curve.amplitude, std::vector<double>{expected});
+  }
+  view.RemoveReference();
+  for (const auto& [bytes, why] :
+       {std::pair(CalHeaderBytes(2, 1) + CalPassBytes({1}), "Only boxes have a model"),
+        {CalHeaderBytes(1, 1) + CalPassBytes({101}), "has 101 records"}}) {
+    Load(bytes);
+    EXPECT_TRUE(view.Open(dir_ / "a.clb"));
+    EXPECT_NE(view.WhyNoModel().find(why), std::string::npos) << view.WhyNoModel();
+  }
   EXPECT_FALSE(view.Open(dir_ / "none"));
   EXPECT_EQ(view.Count(), 0U);
   EXPECT_FALSE(view.Step(1));
@@ -249,6 +284,13 @@ TEST_F(CalCurvesTest, RangesFitTheFileOrWhatIsCompared) {
   WriteAll(dir_ / "near", "short");
   EXPECT_FALSE(view.Reload());
   EXPECT_EQ(view.Readings()[0].amplitude, 5);
+  // Of the channels shown the second is gone.
+  WriteAll(dir_ / "near", CalHeaderBytes(2, 2) + CalRecordBytes(0, 10, 1, {}, 2));
+  ASSERT_EQ(view.Open(dir_ / "near").Message(), "");
+  view.ShowAll();
+  file("near", 5, 0);
+  EXPECT_EQ(view.Reload().Message(), "");
+  EXPECT_EQ(view.Title(), "near Channel: 1");
 }
 
 TEST_F(CalCurvesTest, LinesBreakWhereThePhaseWrapsAndTheLegendTellsPasses) {
@@ -304,6 +346,10 @@ TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {
   ASSERT_EQ(traces.size(), 2U);
   EXPECT_EQ(traces[1].Label(), "Channel 1, model");
   const CalCurve& model = traces[1].curve;
+  for (std::size_t k = 1; k < model.frequency.size(); ++k) {
+    EXPECT_TRUE(model.sweep[k] != model.sweep[k - 1] ||
+                model.frequency[k] < model.frequency[k - 1]);
+  }
   std::size_t compared = 0;
   for (std::size_t i = 0; i < traces[0].curve.frequency.size(); ++i) {
     for (std::size_t k = 0; k < model.frequency.size(); ++k) {

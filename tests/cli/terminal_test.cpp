@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The tool on a terminal, and interrupted.
+// The tool on a terminal, interrupted, and beside another one.
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
@@ -93,6 +93,29 @@ TEST(Interrupts, EndWaitingForAPipeAtOnceAndByTheSignal) {
     waitpid(child, &status, 0);
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) << status;
     close(reader);
+  }
+}
+
+// In a folder of the user's own, and in one for others too, where no lock keeps programs apart.
+TEST(Changes, OfTwoProgramsAtOnceAreBothInTheTable) {
+  for (int i = 0; i < 40; ++i) {
+    const TempDir dir;
+    ASSERT_EQ(chmod(dir.Path().c_str(), i % 2 == 0 ? 0700 : 0777), 0);
+    WriteAll(dir / "a.tbl", HeaderV2() + RecordV2("SITN", 0, 2, "1"));
+    const bool converts = i % 5 == 4;
+    const std::string tool = "'" + ToolPath() + "' table ";
+    const std::string quietly = " a.tbl SITE=Eight >/dev/null 2>&1 & ";
+    const std::string other = converts ? "to-v1 a.tbl" : "set a.tbl LINE=Seven";
+    EXPECT_EQ(std::system(("cd '" + dir.Path().string() + "' || exit; " + tool + "set" + quietly +
+                           tool + other + " >/dev/null 2>&1 && wait $!")
+                              .c_str()),
+              0);
+    const std::string bytes = ReadAll(dir / "a.tbl");
+    EXPECT_NE(bytes.find("Eight"), std::string::npos) << i;
+    EXPECT_TRUE(converts || bytes.find("Seven") != std::string::npos) << i;
+    for (const auto& entry : std::filesystem::directory_iterator(dir.Path())) {
+      EXPECT_FALSE(entry.path().filename().string().starts_with(".orvane-")) << entry;
+    }
   }
 }
 

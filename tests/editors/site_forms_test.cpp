@@ -174,6 +174,7 @@ TEST(Spread, ChannelsGoWithTheirBox) {
   Spread spread(&table);
   EXPECT_EQ(spread.ChannelsTitle(-1), "Channels");
   EXPECT_EQ(spread.ChannelsTitle(1), "Channels of the box in row 2 (Local Box)");
+  EXPECT_EQ(spread.BoxName(2), "Aux. Box 22");
   EXPECT_EQ(spread.ChannelCountNote(), "");
   Set(&table, "TCHN", "4");
   EXPECT_NE(spread.ChannelCountNote(), "");
@@ -202,6 +203,14 @@ TEST(Spread, ChannelsGoWithTheirBox) {
 TEST(Spread, InsertsAndDeletesWithinTheLimits) {
   ParamTable table = NewTable();
   testing::SetAll(&table, "NCHN=2 CHDEF1=Ex CHDEF2=Ey");
+  Spread inserting(&table);
+  inserting.InsertChannel(1, 0);
+  inserting.Save();
+  EXPECT_EQ(Values(table, "NCHN CHDEF1 CHDEF2 CHDEF3"), "3  Ex Ey");
+  Spread deleting(&table);
+  deleting.DeleteChannel(1, 0);
+  deleting.Save();
+  EXPECT_EQ(Values(table, "NCHN CHDEF1 CHDEF2"), "2 Ex Ey");
   Spread spread(&table);
   spread.InsertChannel(1, 1);
   EXPECT_EQ(spread.ChannelCell(1, 2, kDefinition), "Ey");
@@ -215,8 +224,11 @@ TEST(Spread, InsertsAndDeletesWithinTheLimits) {
     spread.InsertBox(kAuxiliaryBox);
   }
   EXPECT_EQ(spread.ChannelCount(1), 8);
-  EXPECT_FALSE(spread.CanInsert(kAuxiliaryBox));
-  EXPECT_TRUE(spread.CanInsert(kReferenceBox));
+  ASSERT_EQ(spread.InsertChoices().size(), 2U);
+  EXPECT_FALSE(spread.InsertChoices()[0].is_enabled) << "five there are";
+  EXPECT_EQ(spread.InsertChoices()[1].kind, kReferenceBox);
+  spread.InsertBox(kReferenceBox);
+  EXPECT_TRUE(spread.InsertChoices().empty());
   EXPECT_FALSE(spread.CanInsertChannel(0));
 }
 

@@ -5,10 +5,11 @@
 //
 //   ORVANE_FAULT_KIND    open, read, write, stat, lock, mkdir, list, rename, remove, sync, resize,
 //                        close, dup, rights, memory, or late memory: of the allocations those
-//                        after the first call that concerns a file
+//                        after the first call that concerns a file; any: all of these but for
+//                        memory
 //   ORVANE_FAULT_NUMBER  which one fails; 0: none
 //   ORVANE_FAULT_LASTS   not empty: and all after it
-//   ORVANE_FAULT_ERROR   with which errno
+//   ORVANE_FAULT_ERROR   with which errno; 0: the program is killed there
 //   ORVANE_FAULT_FOLDER  the folder
 //   ORVANE_FAULT_RIGHTS  not empty: no file can be given another's rights, beside that
 //   ORVANE_FAULT_COUNTS  a descriptor of a file of 4 bytes, in which the calls are counted
@@ -27,6 +28,7 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -74,12 +76,16 @@ bool Fails(const char* of_kind) {
     errno = EIO;
     return true;
   }
-  if (!is_armed || std::strcmp(kind, of_kind) != 0) {
+  const bool is_any = std::strcmp(kind, "any") == 0 && std::strstr(of_kind, "memory") == nullptr;
+  if (!is_armed || (!is_any && std::strcmp(kind, of_kind) != 0)) {
     return false;
   }
   const unsigned count = counts->fetch_add(1) + 1;
   if (number == 0 || (lasts ? count < number : count != number)) {
     return false;
+  }
+  if (error == 0) {
+    kill(getpid(), SIGKILL);
   }
   errno = error;
   return true;

@@ -2,7 +2,9 @@
 // Runs the command-line tool with the fault shim: one call of the system fails, the first of its
 // kind, then the second and so on until a run makes no more of them. After each run every file has
 // its old bytes or those of a good run and nothing is left over; the tool ends with 0 where all is
-// as after a good run, else with 1 and the reason.
+// as after a good run, else with 1 and the reason. And the tool is killed at each of its calls:
+// then every file is whole too, and the next run makes all that a good one makes and leaves nothing
+// else.
 //
 //   orvane_fault_test [ALLOCATIONS [SEED]]
 //
@@ -14,6 +16,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -53,7 +56,7 @@ constexpr unsigned kMostFound = 20;  // findings that are told
 struct Fault {
   const char* kind;
   int error;
-  enum Kind { kOnce, kRetried, kLasting } way = kOnce;  // retried: it must not matter
+  enum Kind { kOnce, kRetried, kLasting, kKilled } way = kOnce;  // retried: it must not matter
 };
 
 constexpr auto kFaults = std::to_array<Fault>({
@@ -81,6 +84,7 @@ constexpr auto kFaults = std::to_array<Fault>({
     {"late memory", ENOMEM, Fault::kLasting},
     {"memory", ENOMEM},
     {"memory", ENOMEM, Fault::kLasting},
+    {"any", 0, Fault::kKilled},  // the last
 });
 
 struct Work {
@@ -285,7 +289,7 @@ std::string FaultOfFiles(const Good& good, Files found, const Fault& fault, bool
     return at != files.end() && at->second == bytes;
   };
   // What may not be removed stays, and what was left before may stay: a later run removes it.
-  const bool may_stay = std::string_view(fault.kind) == "remove";
+  const bool may_stay = std::string_view(fault.kind) == "remove" || fault.way == Fault::kKilled;
   std::erase_if(found, [&](const auto& file) {
     return IsTemporary(file.first) && (may_stay || has(good.before, file.first, file.second));
   });
@@ -372,6 +376,9 @@ class Tester {
   void Sweep(std::size_t which, std::size_t of_fault, const fs::path& folder) {
     unsigned first = 1;
     unsigned step = 1;
+    if (kFaults[of_fault].way == Fault::kKilled && AllWork()[which].place == Work::kInPlace) {
+      return;  // written in place nothing can be whole
+    }
     const bool is_late = std::string_view(kFaults[of_fault].kind) == "late memory";
     const bool is_early = std::string_view(kFaults[of_fault].kind) == "memory";
     if (is_early || (is_late && allocations_ > 0)) {
@@ -384,14 +391,41 @@ class Tester {
     }
   }
 
+  // What is wrong with the files of a killed run, and after the next one; empty: nothing.
+  static std::string JudgeKilled(const Work& work, const Good& good, const fs::path& folder) {
+    const Fault& killed = kFaults.back();
+    const Files left = Snapshot(folder);
+    bool is_done = false;
+    if (std::string wrong = FaultOfFiles(good, left, killed, &is_done); !wrong.empty()) {
+      return wrong;
+    }
+    const Outcome next = Run(work, folder, killed, 0);
+    Files found = Snapshot(folder);
+    const auto is_temporary = [](const auto& file) { return IsTemporary(file.first); };
+    if (next.status != 0 || std::any_of(found.begin(), found.end(), is_temporary)) {
+      return "the next run fails or leaves something";
+    }
+    // Of what a command writes over it keeps one copy more each time.
+    std::erase_if(found, [&](const auto& file) {
+      return file.first.find(".bak") != std::string::npos && good.after.count(file.first) == 0;
+    });
+    const auto is_unchanged = [&](const std::string& name) {
+      return left.at(name) == good.before.at(name);
+    };
+    const bool has_its_inputs = std::all_of(work.inputs.begin(), work.inputs.end(), is_unchanged);
+    return !has_its_inputs || found == good.after ? "" : "the next run differs";
+  }
+
   // False where the run made fewer calls.
   bool FailOnce(std::size_t which, std::size_t of_fault, unsigned number, const fs::path& folder) {
     const Fault& fault = kFaults[of_fault];
     const Good& good = good_[which];
     Lay(good.before, folder);
     const Outcome outcome = Run(AllWork()[which], folder, fault, number);
-    std::string wrong = Judge(good, outcome, fault, Snapshot(folder));
     const bool has_failed = outcome.calls >= number;
+    const bool is_killed = has_failed && fault.way == Fault::kKilled;
+    std::string wrong = is_killed ? JudgeKilled(AllWork()[which], good, folder)
+                                  : Judge(good, outcome, fault, Snapshot(folder));
     if (!has_failed && wrong.empty() && outcome.status != 0) {
       wrong = "fails without a fault";
     }

@@ -309,6 +309,9 @@ TEST(EveryForm, HasFieldsThatFitTheirKeysAndChoices) {
       EXPECT_EQ(std::string(field.key), ParamKey(field.key).Text()) << "as it is stored";
       EXPECT_FALSE(field.label.empty());
       EXPECT_EQ(HasIndex(field.widget) && field.choices.empty(), field.widget == Widget::kCheck);
+      for (const Choice& choice : field.choices) {
+        EXPECT_NE(std::string_view(choice.label), "");
+      }
       if (field.codec.kind == CodecKind::kMap) {
         EXPECT_EQ(field.codec.map.size(), field.choices.size());
       }

@@ -21,7 +21,7 @@ from pathlib import Path
 
 from mutations import KINDS, Finder
 
-PROGRAMS = ("orvane_tests", "orvane_sweep_tests")
+PROGRAMS = ("orvane_tests", "orvane_sweep_tests", "orvane_cli_tests")
 SHORTEST_LIMIT = 20  # seconds
 SLACK = 8            # times what a group of tests takes without a fault
 LARGEST_FILE = 1 << 30
@@ -33,6 +33,7 @@ def tame():
     resource.setrlimit(resource.RLIMIT_FSIZE, (LARGEST_FILE, LARGEST_FILE))
     resource.setrlimit(resource.RLIMIT_AS, (LARGEST_MEMORY, LARGEST_MEMORY))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+    signal.signal(signal.SIGINT, signal.SIG_DFL)  # tests send it, and background jobs ignore it
 
 
 class Tests:

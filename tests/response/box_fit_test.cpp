@@ -5,6 +5,8 @@
 #include <random>
 
 #include "response/box_response.h"
+#include "response/fit_report.h"
+#include "response/sensor_response.h"
 #include "support/recording_help.h"
 #include "support/sweeps.h"
 
@@ -74,6 +76,8 @@ TEST(BoxFit, LeavesWildRecordsOut) {
     return noise(pass, i) + (at == 20 ? 0.04 : at == 31 ? -0.03 : 0);
   };
   const CalData cal = box.Fitted();
+  EXPECT_EQ(FitDoubt(cal.model.fits[0]), "");
+  EXPECT_EQ(FitDoubt({.rms = 0.0123, .is_kept = true}), "the model fits poorly, rms 0.0123");
   EXPECT_GE(cal.model.fits[0].rejected, 18U);  // two in each of the slots 4 to 12
   EXPECT_LE(LargestError(box.parts, ParametersOf(cal, 0), false, 0.1, 20000), 6.8e-3);
 }
@@ -201,6 +205,26 @@ TEST(RecordCurve, TakesOneSeriesAndSkipsWhatItCannotJoin) {
   EXPECT_EQ(gap.At(14), -7.0);
   EXPECT_EQ(gap.At(20), -7.0);
   EXPECT_EQ(RecordCurve({{10, 0}, {20, 0}}).At(15), 0.0);
+  // What lies a quarter of a turn ahead falls towards 0 Hz, what lies behind does not.
+  EXPECT_NEAR(std::abs(RecordCurve({{10, Complex(0, 1)}}).At(5)), 0.5, 1e-2);
+  EXPECT_NEAR(std::abs(RecordCurve({{10, Complex(0, -1)}}).At(5)), 2, 1e-2);
+  // Of a coil the channel that has any part of a record.
+  for (const Complex used : {Complex(3, 0), Complex(0, 3)}) {
+    CalData coil;
+    coil.header.ctyp = kSensorCal;
+    coil.header.nchn = std::int16_t{2};
+    testing::AddRecord(kSensorCal, 10, {0, used}, 0, &coil);
+    SensorResponse sensor;
+    const RecordingHeader plain = testing::Recording("", 1);
+    ASSERT_EQ(sensor.Prepare(&coil, &plain), kOk);
+    const Complex whole = sensor.At(10);
+    EXPECT_GT(std::abs(whole), 2);
+    // Used with half of the sensitivity that it was calibrated with.
+    coil.header.hnom = 200;
+    const RecordingHeader half = testing::Recording(testing::Real("HNOM", 100), 1);
+    ASSERT_EQ(sensor.Prepare(&coil, &half), kOk);
+    EXPECT_EQ(sensor.At(10), 0.5 * whole);
+  }
 }
 
 }  // namespace

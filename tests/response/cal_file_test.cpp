@@ -89,11 +89,6 @@ TEST_F(CalFileTest, WhatIsNotRightHasItsStatus) {
 TEST_F(CalFileTest, FieldsAreReadByKey) {
   ASSERT_EQ(StatusOf(CalHeaderBytes(1, 1) + CalPassBytes({1})), kOk);
   std::array<char, 16> text{};
-  EXPECT_EQ(GetCalField(cal_.get(), "hw", StrPT, text.data()), kOk);
-  EXPECT_STREQ(text.data(), "ZLA5K");
-  std::int32_t number = 0;
-  EXPECT_EQ(GetCalField(cal_.get(), "SNUM", IntPT, &number), kOk);
-  EXPECT_EQ(number, 65534);  // zero-extended
   ParamTime time;
   EXPECT_EQ(GetCalField(cal_.get(), "UTC", AmxPT, &time), kOk);
   EXPECT_EQ(time, (ParamTime{0, 30, 8, 21, 11, 26, 6, 20}));
@@ -104,11 +99,30 @@ TEST_F(CalFileTest, FieldsAreReadByKey) {
   }
   EXPECT_EQ(GetCalField(static_cast<CalData*>(nullptr), "HW", StrPT, text.data()), kNoCalibration);
   ASSERT_EQ(StatusOf(CalHeaderBytes(2, 1) + CalPassBytes({1}), kSensorCal), kOk);
-  double real = 0;
-  EXPECT_EQ(GetCalField(cal_.get(), "CPHC", FltPT, &real), kOk);
-  EXPECT_EQ(real, -2.125);
-  EXPECT_EQ(GetCalField(cal_.get(), "HSN", StrPT, text.data()), kOk);
-  EXPECT_STREQ(text.data(), "COIL12345678");
+  for (const auto& [key, expected] : {std::pair("SNUM", 65534) /* zero-extended */,
+                                      {"NCHN", 1},
+                                      {"STAT", 7},
+                                      {"CTYP", 2},
+                                      {"TCMB", 1},
+                                      {"TALS", 2},
+                                      {"LFRQ", 3},
+                                      {"Q2SR", 4},
+                                      {"LPFR", 5}}) {
+    std::int32_t number = -1;
+    EXPECT_EQ(GetCalField(cal_.get(), key, IntPT, &number), kOk);
+    EXPECT_EQ(number, expected) << key;
+  }
+  for (const auto& [key, expected] :
+       {std::pair("HATT", 0.5), {"HNOM", 1234.25}, {"CPHC", -2.125}}) {
+    double real = 0;
+    EXPECT_EQ(GetCalField(cal_.get(), key, FltPT, &real), kOk);
+    EXPECT_EQ(real, expected) << key;
+  }
+  for (const auto& [key, expected] :
+       {std::pair("hw", "ZLA5K"), {"VER", "5.0"}, {"HSN", "COIL12345678"}}) {
+    EXPECT_EQ(GetCalField(cal_.get(), key, StrPT, text.data()), kOk);
+    EXPECT_STREQ(text.data(), expected);
+  }
 }
 
 TEST_F(CalFileTest, TheModelStartsFromTheHardwareAndTheFourthValues) {

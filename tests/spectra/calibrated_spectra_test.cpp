@@ -388,6 +388,7 @@ TEST_F(SpectraTest, AskAboutMissingSensorsAndTellOfMissingBoxes) {
                                       (dir_ / "b.TSS").string() + " cannot be converted");
   std::filesystem::remove(dir_ / "b.TBL");
   EXPECT_EQ(Convert("b.TSS").box, "Failed to open file " + (dir_ / "b.TBL").string() + "!");
+  EXPECT_TRUE(Convert("b.TSS").text.starts_with("Failed to open file "));
   Write("c", Text("VER", "7420"));
   EXPECT_EQ(Convert("c.TSS").code, 1223);
   EXPECT_FALSE(std::filesystem::exists(dir_ / "c_cal.txt"));
@@ -430,11 +431,18 @@ TEST_F(SpectraTest, AskOnceForEachMissingCalibrationAndCancelEndsTheBatch) {
   EXPECT_EQ(boxes, 1U) << "told once, listed for each";
 }
 
+TEST(CalibratedChannels, HaveTheirPhasesAbove180Degrees) {
+  for (const auto& [value, phase] :
+       {std::pair(Complex(-1, -0.0), 180.0), {Complex(-1, 0), 180.0}, {Complex(0, -1), -90.0}}) {
+    EXPECT_EQ(CalibrateHarmonic(value, 1, 1, 1, 4, 0).phase, phase) << value;
+  }
+}
+
 TEST(SpectraForm, TakesReversedChannels) {
   SpectraForm form("");
-  form.Model().SetText(SpectraForm::kReversed, "3,12");
+  form.Model().SetText(SpectraForm::kReversed, "1,12");
   EXPECT_FALSE(form.Fault());
-  EXPECT_EQ(form.Options().reversed, (std::set<int>{3, 12}));
+  EXPECT_EQ(form.Options().reversed, (std::set<int>{1, 12}));
   for (const char* text : {"0", "13", "3;5", "3,,5", "x"}) {
     form.Model().SetText(SpectraForm::kReversed, text);
     EXPECT_EQ(form.Fault().value_or(FormModel::Fault{}).control, SpectraForm::kReversed) << text;

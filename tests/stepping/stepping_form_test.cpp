@@ -157,6 +157,10 @@ TEST_F(Stepping, DefaultsOfTheTimeDomain) {
     form_.ApplyDefaults(0);
     EXPECT_EQ(Values(table_, "FDRIFT WFRM NUMITEM AUTO FREQ CREQ"), written);
     EXPECT_FALSE(form_.Windows().empty());
+    EXPECT_TRUE(form_.Note().starts_with(FormatInt(form_.Windows().size()) + " windows. "));
+    form_.Model().SetText(stepping::kRepeat, "0");
+    form_.Calculate();
+    EXPECT_TRUE(form_.Note().starts_with("No windows: ")) << form_.Note();
   }
 }
 

@@ -86,7 +86,7 @@ TEST(ParamText, OtherValuesFromTextLeniently) {
       {LStPT, full, full.substr(0, 16)}, {LStPT, "ab", Padded("ab", 16)}, {RawPT, "1", old},
       {AmxPT, "2009/06/30 14:05:00", time}, {AmxPT, "2009/06/31 14:05:00", none.substr(8)},
       {kUnknown, "1", none}, {IPAPT, "192.168.1.255", "\xC0\xA8\x01\xFF"},
-      {IPAPT, " 1. 2.3.4 x", "\1\2\3\4"}, {IPAPT, "192.168.1.300", none.substr(12)},
+      {IPAPT, " 1. 2.3.4 x", "\1\2\3\4"}, {IPAPT, "+1.2.+3.4", "\1\2\3\4"}, {IPAPT, "192.168.1.300", none.substr(12)},
       {IPAPT, "1.2.3", none.substr(12)}, {IPAPT, "1..2.3", none.substr(12)},
       {IPAPT, "1.2.3.4294967297", none.substr(12)}, {IPAPT, "1.-2.3.4", none.substr(12)}};
   // clang-format on

@@ -110,6 +110,7 @@ TEST(TblFile, LoadsTheRecordsOfBothVersions) {
 
 TEST(TblFile, OfACutRecordNothingIsUsed) {
   const TempDir dir;
+  TblReport report;  // used again
   for (const int version : {1, 2}) {
     const auto record = version == 1 ? RecordV1 : RecordV2;
     const std::size_t size = version == 1 ? 25 : 32;
@@ -120,7 +121,6 @@ TEST(TblFile, OfACutRecordNothingIsUsed) {
       SCOPED_TRACE("version " + std::to_string(version) + " cut at " + std::to_string(cut));
       WriteAll(dir / "a.tbl", whole.substr(0, cut));
       ParamTable table = Defaults();
-      TblReport report;
       EXPECT_EQ(LoadParamFile(&table, dir / "a.tbl", &report), cut < 32 ? kTblUnreadable : kOk);
       const std::size_t records = cut < 32 ? 0 : cut / size - (version == 1 ? 0 : 1);
       EXPECT_EQ(report.loaded, records);
@@ -130,6 +130,20 @@ TEST(TblFile, OfACutRecordNothingIsUsed) {
                     Padded(records > 2 ? "abcdefghijkl" : "", 16));
     }
   }
+}
+
+TEST(TblFile, NamesLeftOutRecordsOnce) {
+  LeftOutRecords left;
+  EXPECT_EQ(left.Summary(), "");
+  for (const auto& [key, summary] : {std::pair('A', "1 record is left out: A"),
+                                     {'A', "2 records are left out: A"},
+                                     {'B', "3 records are left out: A, B"}}) {
+    ParamEntry entry{};
+    entry.key[0] = key;
+    left.Add(entry, 32, "for a reason");
+    EXPECT_EQ(left.Summary(), summary);
+  }
+  EXPECT_EQ(left.Names(2) + "; " + left.Names(1), "A, B; A and more");
 }
 
 // A value of its own for every key, as bytes.

@@ -8,6 +8,7 @@
 #include "support/ts_bytes.h"
 #include "timeseries/restack.h"
 #include "timeseries/time_series_text.h"
+#include "timeseries/ts_companion.h"
 
 namespace orvane::testing {
 namespace {
@@ -63,6 +64,7 @@ TEST(Restack, NamesOfFiles) {
   EXPECT_EQ(TsTextName("C:\\DATA.1\\SITE"), "c:\\data.1\\site.txt");
   EXPECT_EQ(TsTextName("Data/A.B/SITE1.TSS"), "Data/A.B/site1.txt");
   EXPECT_EQ(TsTextName("SITE1.TS0"), "site1.txt");
+  EXPECT_EQ(CompanionName("ab") + CompanionName("SS") + CompanionName("TSS"), "TBL");
 }
 
 TEST(Restack, MeansOfEachFrequencyInTheFilesDirection) {

@@ -89,6 +89,17 @@ TEST_F(WaveformViews, NamesUnitsAndScales) {
   show("0.25", "16", false);
   shown_by(2, 0.25, 16);
   shown_by(1, 0.5, 4);
+  // Read again the file has another first record.
+  EXPECT_TRUE(view_.GoTo(1));
+  show("8", "2", false);
+  WriteAll(dir_ / "A.TSS", bytes + bytes + bytes);
+  ASSERT_TRUE(view_.Reload());
+  shown_by(1, 8, 2);
+  TsBytes another{.channels = 5, .samples = {1, 1, 1, 1, 1}};
+  another.frequency = 2;
+  WriteAll(dir_ / "A.TSS", another.Bytes() + bytes);
+  ASSERT_TRUE(view_.Reload());
+  shown_by(1, 0.5, 4);
   ASSERT_TRUE(Open(bytes, gains + Real("FSCV", 8388607)));
   shown_by(1, 0.25, 16);
   // A band has them from the table beside it; without one there are numbers and counts.
@@ -101,6 +112,7 @@ TEST_F(WaveformViews, NamesUnitsAndScales) {
   EXPECT_EQ(view_.Channel(0).Label(), "Ch 1");
   EXPECT_EQ(view_.Channel(0).scale * 256, 1);
   EXPECT_EQ(view_.StatusBarText(), "1 / 1, raw counts, no table A.TBL");
+  EXPECT_EQ(view_.WhyNoGains(), "Without its parameter table a waveform is shown in counts");
 }
 
 TEST_F(WaveformViews, TextsAndPaging) {
@@ -179,6 +191,23 @@ TEST_F(WaveformViews, TimesScalesCursorsAndCopying) {
   EXPECT_NEAR(view_.ValuesOf(0).low, 24.5, 1e-9);
   EXPECT_NEAR(view_.ValuesOf(0).high, 35.5, 1e-9);
 
+  // Channels of one unit then have one scale.
+  const TsBytes two{.channels = 2, .samples = {0, 0, 10, 100}, .rate = 10, .unit = 0};
+  WaveformView both;
+  WriteAll(dir_ / "B.TBL", HeaderV2() + RecordV2("TECH", 0, IntPT, ""));
+  WriteAll(dir_ / "B.TSS", two.Bytes());
+  auto file = std::make_unique<TsFile>();
+  ASSERT_TRUE(file->Open(dir_ / "B.TSS", {}));
+  both.Take(std::move(file), {});
+  EXPECT_EQ(both.Number(), 1U);
+  EXPECT_NEAR(both.ValuesOf(0).high, 10.5, 1e-9);
+  for (const auto& [zoom, kept] : {std::pair(1e7, 1e6), {1e6, 1e6}, {0.0, 0.01}, {2.0, 2.0}}) {
+    both.SetSettings({.zoom = zoom});
+    EXPECT_EQ(both.Settings().zoom, kept);
+  }
+  both.SetSettings({.auto_scale = false});
+  EXPECT_NEAR(both.ValuesOf(0).high - both.ValuesOf(0).low, 110, 1e-9);
+
   EXPECT_EQ(view_.CursorText(), "");
   view_.SetCursor(WaveformView::kFirstCursor, 0.11);
   view_.SetCursor(WaveformView::kSecondCursor, 99);
@@ -235,6 +264,7 @@ TEST_F(WaveformViews, SaysWhatIsNotDrawn) {
   EXPECT_EQ(view_.NotDrawnText(1), "");
   ASSERT_TRUE(Open("", ""));
   EXPECT_EQ(view_.EmptyText(), "A.TSS has no segments");
+  EXPECT_EQ(view_.WhyNoGains(), "A.TSS has no segments");
 }
 
 TEST_F(WaveformViews, ReloadKeepsWhatStillExists) {
@@ -259,6 +289,9 @@ TEST_F(WaveformViews, ReloadKeepsWhatStillExists) {
   WriteAll(dir_ / "A.TSS", "");
   ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 0U);
+  WriteAll(dir_ / "A.TSS", record.Bytes());
+  ASSERT_TRUE(view_.Reload());
+  EXPECT_EQ(view_.Number(), 1U);
 }
 
 TEST(WaveformTitles, BreakBehindCommas) {

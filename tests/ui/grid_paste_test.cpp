@@ -215,6 +215,14 @@ TEST_F(GridPaste, CellsSurviveAFile) {
   }
   ASSERT_EQ(grid_.LoadCells(path).Message(), "");
   EXPECT_EQ(Data(), "a12 b34 c5" + odd + " d78");
+  grid_.SetOwnerOfCells("Local Box 7");
+  ASSERT_EQ(grid_.SaveCells(path).Message(), "");
+  EXPECT_TRUE(ReadAll(dir / "cells").starts_with("A of Local Box 7\tB\tC\n"));
+  ASSERT_EQ(grid_.LoadCells(path).Message(), "");
+  grid_.SetOwnerOfCells("Aux. Box 8");
+  EXPECT_NE(
+      grid_.LoadCells(path).Message().find("\"A of Local Box 7\" and not \"A of Aux. Box 8\""),
+      std::string::npos);
   const std::string reason = grid_.SaveCells(path + "/x").Message();
   EXPECT_TRUE(reason.starts_with(QDir::toNativeSeparators(path + "/x: ").toStdString())) << reason;
 }
@@ -226,16 +234,16 @@ TEST_F(GridPaste, ForeignFilesChangeNothing) {
     const char* bytes;
     const char* reason;
   };
-  for (const auto& c :
-       std::vector<Case>{{"", "the header is a different one"},
-                         {"A\tB\tD\na\t9\t9\n", "the header is a different one"},
-                         {"A\tB\tC\na\t9\t9\nb\t9\n", "line 3: 2 cells instead of 3"},
-                         {"A\tB\tC\na\t9\t9\nb\t9\t\\x\n",
-                          "line 3: a backslash that is not followed by t, n, r or a backslash"},
-                         {"A\tB\tC\na\t9\t9\n", "the number of rows is 1 and not 4"},
-                         {"A\tB\tC\na\t9\t9\nc\t9\t9\nb\t9\t9\nd\t9\t9\n",
-                          "row 2 is \"c\" and not \"b\"; nothing was loaded"},
-                         {"A\tB\tC\na\t9\t9\nb\t9\t9\xC3", "the text is not UTF-8"}}) {
+  for (const auto& c : std::vector<Case>{
+           {"", "the header is a different one"},
+           {"A\tB\tD\na\t9\t9\n", "the header is a different one: \"D\" and not \"C\""},
+           {"A\tB\tC\na\t9\t9\nb\t9\n", "line 3: 2 cells instead of 3"},
+           {"A\tB\tC\na\t9\t9\nb\t9\t\\x\n",
+            "line 3: a backslash that is not followed by t, n, r or a backslash"},
+           {"A\tB\tC\na\t9\t9\n", "the number of rows is 1 and not 4"},
+           {"A\tB\tC\na\t9\t9\nc\t9\t9\nb\t9\t9\nd\t9\t9\n",
+            "row 2 is \"c\" and not \"b\"; nothing was loaded"},
+           {"A\tB\tC\na\t9\t9\nb\t9\t9\xC3", "the text is not UTF-8"}}) {
     WriteAll(dir / "cells", c.bytes);
     EXPECT_EQ(grid_.LoadCells(path).Message(), path.toStdString() + ": " + c.reason);
     EXPECT_EQ(Data(), "a12 b34 c56 d78");

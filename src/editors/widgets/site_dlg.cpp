@@ -7,7 +7,6 @@
 #include <algorithm>
 
 #include "editors/line_layout.h"
-#include "table/box_keys.h"
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
 #include "ui/settings_names.h"

@@ -180,12 +180,13 @@ void SpreadPanel::ShowChannels() {
   ShowChannelTips(box);
   channels_->SetFocusCell(std::clamp(focus, 0, std::max(count - 1, 0)) + kHeaderRows, 1);
   channels_title_->setText(TextFromBytes(spread_->ChannelsTitle(box)));
+  channels_->SetOwnerOfCells(box < 0 ? QString() : TextFromBytes(spread_->BoxName(box)));
   UpdateButtons();
 }
 
 void SpreadPanel::UpdateButtons() {
   const int box = CurrentBox();
-  insert_box_->setEnabled(spread_->CanInsert(kAuxiliaryBox) || spread_->CanInsert(kReferenceBox));
+  insert_box_->setEnabled(!spread_->InsertChoices().empty());
   delete_box_->setEnabled(spread_->CanDeleteBox(box));
   insert_channel_->setEnabled(box >= 0 && spread_->CanInsertChannel(box));
   delete_channel_->setEnabled(box >= 0 && spread_->CanDeleteChannel(box));
@@ -229,14 +230,17 @@ void SpreadPanel::Insert(BoxKind kind) {
 }
 
 void SpreadPanel::OnInsertBox() {
-  if (!spread_->CanInsert(kReferenceBox)) {
-    Insert(kAuxiliaryBox);
+  const auto choices = spread_->InsertChoices();
+  if (choices.size() == 1) {
+    Insert(choices.front().kind);
     return;
   }
   QMenu kinds(this);
-  kinds.addAction(QStringLiteral("Aux. Box"), this, [this] { Insert(kAuxiliaryBox); })
-      ->setEnabled(spread_->CanInsert(kAuxiliaryBox));
-  kinds.addAction(QStringLiteral("Ref. Box"), this, [this] { Insert(kReferenceBox); });
+  for (const Spread::InsertChoice& choice : choices) {
+    kinds
+        .addAction(TextFromBytes(choice.label), this, [this, kind = choice.kind] { Insert(kind); })
+        ->setEnabled(choice.is_enabled);
+  }
   kinds.exec(insert_box_->mapToGlobal(QPoint(0, insert_box_->height())));
 }
 
@@ -250,7 +254,7 @@ void SpreadPanel::OnDeleteBox() {
 void SpreadPanel::OnInsertChannel() {
   CommitEdits();
   const int box = CurrentBox();
-  spread_->InsertChannel(box, spread_->ChannelCount(box) == 0 ? 0 : CurrentChannel() + 1);
+  spread_->InsertChannel(box, CurrentChannel() + 1);
   ShowBoxes(box);
 }
 

@@ -184,8 +184,7 @@ void CStartupDlg::OnEdited(int) { UpdateWarning(); }
 
 void CStartupDlg::UpdateWarning() {
   heading_->setText(QString::fromStdString(run_->Heading(*form_)));
-  path_->setText(form_->HasFile() ? QString::fromStdString(PathText(run_->PathOf(*form_)))
-                                  : QStringLiteral("no file"));
+  path_->setText(QString::fromStdString(run_->FileText(*form_)));
   const QString warning = QString::fromStdString(run_->WarningFor(*form_));
   QPalette colors = palette();
   colors.setColor(QPalette::WindowText, WarningColor(colors));

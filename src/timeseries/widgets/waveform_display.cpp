@@ -288,8 +288,8 @@ void CWaveformDisplay::EditSettings() {
 }
 
 void CWaveformDisplay::EditGains() {
-  if (!view_.HasGains()) {
-    emit told(QStringLiteral("Without its parameter table a waveform is shown in counts"));
+  if (const std::string reason = view_.WhyNoGains(); !reason.empty()) {
+    emit told(TextFromBytes(reason));
     return;
   }
   if (view_.Settings().auto_play) {
