@@ -341,14 +341,10 @@ bool VisitBoxStatus(ParamTable table, const Visit& visit) {
 }
 
 // The table against its file and the defaults, and a values file with a line of each kind.
-bool VisitChanges(COrvaneApp* app, const Visit& visit) {
+bool VisitChanges(COrvaneApp* app, const QString& survey, const Visit& visit) {
   COrvaneDoc& doc = app->Document();
   CMainFrame& frame = app->Frame();
-  for (const ParamKey key : {"TECH", "LFRQ"}) {
-    Put(&doc.Table(), key, "1");
-  }
-  const QTemporaryDir folder;
-  bool done = doc.OnSaveDocument(folder.filePath(QStringLiteral("Startup.tbl")));
+  bool done = doc.OnOpenDocument(survey + QStringLiteral("/SIP/Startup.tbl"));
   for (const auto& [key, text] :
        std::initializer_list<std::pair<const char*, const char*>>{{"TECH", "3"},
                                                                   {"CMPY", "Northern Lights"},
@@ -374,6 +370,7 @@ bool VisitChanges(COrvaneApp* app, const Visit& visit) {
        {QStringLiteral("&All"), AllKeys(doc.Table())}},
       nullptr);
   done = visit(&save, "save-values") && done;
+  const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("standard.txt"));
   constexpr std::string_view kLines =
       "# our standard\nTECH=1\nCMPY=Northern Lights\nNOSUCH=3\nLFRQ=12abc\nTBVI=2\n";
@@ -601,7 +598,7 @@ bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit
 
   done = VisitOffer(app, visit) && done;
   done = VisitChangedFile(app, visit) && done;
-  done = VisitChanges(app, visit) && done;
+  done = VisitChanges(app, survey, visit) && done;
   CAboutDlg about(&frame);
   return visit(&about, "about") && done;
 }

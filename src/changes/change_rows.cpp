@@ -2,6 +2,7 @@
 #include "changes/change_rows.h"
 
 #include <algorithm>
+#include <set>
 
 #include "base/latin1.h"
 #include "base/number_text.h"
@@ -77,7 +78,11 @@ std::vector<ChangeRow> ListChanges(const ParamTable& here, const OtherTable& the
       rows.back().can_take = there.can_take && !IsReadOnlyKey(key);
     }
   }
+  std::set<std::uint64_t> listed;  // a key may be in a table twice
   for (const ParamKey key : there.missing) {
+    if (!listed.insert(key.Word()).second) {
+      continue;
+    }
     const ParamEntry& entry = *here.FindParam(key);
     ChangeRow row = RowOf(entry, meanings);
     row.here = WithMeaning(std::move(row.here), entry, meanings);

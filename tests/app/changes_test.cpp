@@ -232,7 +232,7 @@ TEST_F(Changes, AreThoseAgainstDefaultsATableABoxAndVersion1) {
   dock->SetSecond(Path("b.tbl"));
   dock->ShowAgainst(Against::kTable);
   QStringList rows = Rows();
-  EXPECT_EQ(rows.size(), 720);
+  EXPECT_EQ(rows.size(), 701);
   EXPECT_TRUE(rows.contains(QStringLiteral("SITE|valley|")));
   EXPECT_TRUE(rows.contains(QStringLiteral("LFRQ|not in the file|60: 60 Hz")));
   EXPECT_TRUE(rows.back().startsWith(QStringLiteral("NEWKEY|"))) << rows.back().toStdString();
