@@ -14,6 +14,7 @@
 
 #include "app/about_dlg.h"
 #include "app/emergency_copy.h"
+#include "app/key_labels.h"
 #include "app/qt_prompts.h"
 #include "changes/widgets/apply_values_dlg.h"
 #include "changes/widgets/changes_dock.h"
@@ -120,6 +121,7 @@ bool VisitStartupResults(ParamTable* table, Prompts* prompts, CMainFrame* frame,
   const QTemporaryDir folder;
   const std::filesystem::path survey = PathFromText(folder.path());
   StartupRun run(table, survey / "Startup.tbl", prompts);
+  run.SetVerifies(true);
   bool done = true;
   for (std::size_t i = 1; i < 3; ++i) {
     StartupForm form(table, run.Boxes()[i], run.Choices());
@@ -128,7 +130,7 @@ bool VisitStartupResults(ParamTable* table, Prompts* prompts, CMainFrame* frame,
     done = visit(&dialog, i == 1 ? "startup-in-order" : "startup-overwrites") && done;
     run.Accept(form);
   }
-  CStartupResultDlg results(run, frame);
+  CStartupResultDlg results(run, LabelledKeys, frame);
   return visit(&results, "startup-results") && done;
 }
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "app/field_folders.h"
+#include "app/key_labels.h"
 #include "app/notice_texts.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
@@ -377,6 +378,7 @@ void EditorCommands::ViewBoxStatus() {
 void EditorCommands::SaveAllBoxes() {
   ParamTable& table = doc_->Table();
   StartupRun run(&table, PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
+  run.SetVerifies(true);
   run.SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
   run.ForEachBox([this, &run](StartupForm* form) {
     CStartupDlg dialog(form, &run, prompts_, parent_);
@@ -391,7 +393,7 @@ void EditorCommands::SaveAllBoxes() {
   }
   if (const std::string text = run.StatusText(); !text.empty()) {
     notices_->ShowNotice(text);
-    CStartupResultDlg(run, parent_).exec();
+    CStartupResultDlg(run, LabelledKeys, parent_).exec();
   } else {
     TellEarlyChanges(run.EarlyChanges());
   }

@@ -65,6 +65,7 @@ struct StartupOptions {
   std::filesystem::path out;  ///< folder for the files
   bool by_serial = true;      ///< SERIAL.tbl, else SERIAL/StartUp.tbl
   std::uint32_t tbl_version = 2;
+  bool verifies = false;
   bool takes_partial = false;  ///< also what is hardly a table
 };
 ExitCode RunTableStartup(const StartupOptions& options);

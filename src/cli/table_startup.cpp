@@ -65,6 +65,18 @@ void TellSerial(const StartupForm& form) {
   }
 }
 
+// Path, version, bytes, number of values that are not those of the main table, and how it was read.
+std::string VerifiedLine(const StartupOutcome& outcome) {
+  std::string line = PathLine(outcome.path);
+  line.pop_back();
+  for (const std::string& cell :
+       {FormatInt(outcome.version), FormatInt(outcome.read_back.size),
+        FormatInt(outcome.differing.size()), std::string(outcome.VerifiedText())}) {
+    line.append("\t").append(cell);
+  }
+  return line + '\n';
+}
+
 // True, with a message, where boxes would start with hardly anything but defaults: what is left of
 // a damaged file, or a part of a table made for other purposes.
 bool IsHardlyATable(const std::filesystem::path& path, const TblReport& report) {
@@ -98,6 +110,7 @@ ExitCode RunTableStartup(const StartupOptions& options) {
   VersionPrompts prompts(options.tbl_version);
   StartupRun run(&table, {}, &prompts);
   std::vector<std::filesystem::path> tried;
+  run.SetVerifies(options.verifies);
   run.SetPlace([&options](const StartupForm& form) { return PathFor(form, options); });
   run.SetMayWrite([&](const auto& path) { return MakeReady(path, options.file, &tried); });
   run.ForEachBox([&run](StartupForm* form) {
@@ -113,7 +126,7 @@ ExitCode RunTableStartup(const StartupOptions& options) {
   std::string written;
   for (const StartupOutcome& outcome : run.Outcomes()) {
     if (outcome.state == StartupOutcome::kWritten) {
-      written += PathLine(outcome.path);
+      written += options.verifies ? VerifiedLine(outcome) : PathLine(outcome.path);
     } else if (outcome.state != StartupOutcome::kNoFile) {
       result = kSomeFailed;
     } else if (outcome.box.IsAuxiliary()) {

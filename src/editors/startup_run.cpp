@@ -10,6 +10,7 @@
 #include "files/file_io.h"
 #include "files/path_text.h"
 #include "table/param_access.h"
+#include "table/table_diff.h"
 
 namespace orvane {
 namespace {
@@ -45,6 +46,26 @@ std::string StartupOutcome::Text() const {
       break;
   }
   return "skipped";
+}
+
+std::string_view StartupOutcome::VerifiedText() const {
+  if (state != kWritten || read_back.size == 0) {
+    return {};
+  }
+  return read_back.is_from_disk ? "verified" : "read back from memory";
+}
+
+std::string StartupOutcome::Details() const {
+  if (state != kWritten) {
+    return {};
+  }
+  std::string text = "version " + FormatInt(version);
+  if (read_back.size > 0) {
+    text += ", " + FormatInt(read_back.size) + " bytes, ";
+    text += VerifiedText();
+  }
+  return text + ", " + FormatInt(differing.size()) +
+         (differing.size() == 1 ? " value differs" : " values differ") + " from the main table";
 }
 
 StartupRun::StartupRun(ParamTable* table, std::filesystem::path document, Prompts* prompts,
@@ -160,10 +181,21 @@ void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
   ParamTable derived = form.Derive();
   TblReport report;
   RememberedFile memory;
-  const Status status =
-      SaveParamFile(&derived, outcome->path, {version, false, static_cast<std::int32_t>(version)},
-                    &report, &memory);
+  const TblSaveOptions options{version, false, static_cast<std::int32_t>(version)};
+  Status status = SaveParamFile(&derived, outcome->path, options, &report, &memory);
+  if (status == kOk && verifies_) {
+    outcome->read_back = ReadBack(path, derived, options);
+    if (!outcome->read_back.fault.empty()) {
+      status = kTblWriteFailed;
+      report.reason = outcome->read_back.fault;
+      report.message = FileMessage(path, report.reason);
+      report.has_touched = true;
+      memory = {};
+    }
+  }
   if (status == kOk) {
+    outcome->version = version;
+    outcome->differing = DifferingKeys(derived, *table_);
     for (StartupOutcome& other : outcomes_) {
       if (other.state == StartupOutcome::kWritten && other.box.number != outcome->box.number &&
           IsSameFile(outcome->path, other.path)) {

@@ -5,12 +5,14 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "editors/startup_files.h"
 #include "files/file_memory.h"
 #include "forms/early_writes.h"
 #include "forms/prompts.h"
+#include "table/tbl_read_back.h"
 
 namespace orvane {
 
@@ -27,13 +29,21 @@ struct StartupOutcome {
   std::int32_t serial = 0;
   std::filesystem::path path;  ///< empty where nothing was tried
   State state = kSkipped;
-  std::string note;          ///< why; of a written file what was there before
-  std::string message = {};  ///< of a failed one: path, reason and status
+  std::string note;                      ///< why; of a written file what was there before
+  std::string message = {};              ///< of a failed one: path, reason and status
+  std::uint32_t version = 0;             ///< of a written one
+  TblReadBack read_back = {};            ///< of a written one that was to be verified
+  std::vector<ParamKey> differing = {};  ///< where its values are not those of the main table
 
   /// "auxiliary 1, serial 1203".
   std::string Name() const;
   /// "written over the file of serial 1207", "failed (REASON)".
   std::string Text() const;
+  /// "version 2, 23040 bytes, verified, 12 values differ from the main table"; empty where nothing
+  /// was written.
+  std::string Details() const;
+  /// "verified", "read back from memory"; empty where nothing was read back.
+  std::string_view VerifiedText() const;
 };
 
 /// Saving the start-up files of all boxes, by dialogs or without: what one box hands on to the
@@ -56,6 +66,10 @@ class StartupRun {
   void SetMayWrite(std::function<bool(const std::filesystem::path&)> may) {
     may_write_ = std::move(may);
   }
+
+  /// Each file is read back from its disk once it is written; one that is not as it was meant has
+  /// failed.
+  void SetVerifies(bool verifies) { verifies_ = verifies; }
 
   const std::vector<StartupBox>& Boxes() const { return boxes_; }
   const StartupChoices& Choices() const { return choices_; }
@@ -112,6 +126,7 @@ class StartupRun {
   std::vector<StartupOutcome> outcomes_;
   EarlyWrites early_;
   bool has_version_1_ = false;
+  bool verifies_ = false;
   OwnFile own_file_ = OwnFile::kAsBefore;
   RememberedFile document_memory_;
   std::function<bool()> may_replace_document_;

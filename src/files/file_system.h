@@ -43,6 +43,9 @@ struct ReadCalls {
   std::ptrdiff_t (*some)(int handle, std::span<std::byte> bytes);
   /// The same from a position, which no other call changes.
   std::ptrdiff_t (*some_at)(int handle, std::uint64_t offset, std::span<std::byte> bytes);
+  /// Lets go of what memory keeps of a file, so that it is read from the disk the next time. False
+  /// where it may still come from memory.
+  bool (*forget)(const std::filesystem::path& path);
 };
 ReadCalls& ReaderCalls();
 

@@ -3,12 +3,14 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #ifdef __linux__
 #include <sys/xattr.h>
 #endif
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -166,6 +168,32 @@ std::ptrdiff_t ReadSomeAt(int handle, std::uint64_t offset, std::span<std::byte>
 }
 
 #ifdef __linux__
+// Whether memory has nothing of an open file. No page is touched, so that it may shrink meanwhile.
+bool IsOnDiskOnly(int handle, std::size_t size) {
+  void* const place = mmap(nullptr, size, PROT_READ, MAP_SHARED, handle, 0);
+  if (place == MAP_FAILED) {
+    return false;
+  }
+  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  std::vector<unsigned char> pages((size + page - 1) / page);
+  const bool is_told = mincore(place, size, pages.data()) == 0;
+  munmap(place, size);
+  return is_told && std::none_of(pages.begin(), pages.end(),
+                                 [](unsigned char flags) { return (flags & 1U) != 0; });
+}
+
+bool Forget(const std::filesystem::path& path) {
+  const int handle = OpenToRead(path);
+  FileInfo info;
+  const bool is_forgotten =
+      handle >= 0 && InfoOf(handle, &info) && info.kind == FileKind::kRegular && info.size > 0 &&
+      posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED) == 0 && IsOnDiskOnly(handle, info.size);
+  if (handle >= 0) {
+    close(handle);
+  }
+  return is_forgotten;
+}
+
 // A new file may have a list already: the one that its folder gives to all.
 bool TakeAccessList(int from, int to) {
   constexpr const char* kName = "system.posix_acl_access";
@@ -179,6 +207,7 @@ bool TakeAccessList(int from, int to) {
          fsetxattr(to, kName, list.data(), list.size(), 0) == 0;
 }
 #else
+bool Forget(const std::filesystem::path& /*path*/) { return false; }
 bool TakeAccessList(int /*from*/, int /*to*/) { return true; }
 #endif
 
@@ -229,7 +258,7 @@ int OpenToRead(const std::filesystem::path& path) {
 bool WaitToRead(int handle) { return WaitFor(handle, POLLIN); }
 
 ReadCalls& ReaderCalls() {
-  static ReadCalls calls{Info, InfoOf, LinkInfo, List, ReadSome, ReadSomeAt};
+  static ReadCalls calls{Info, InfoOf, LinkInfo, List, ReadSome, ReadSomeAt, Forget};
   return calls;
 }
 

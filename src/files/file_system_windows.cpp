@@ -279,6 +279,13 @@ std::string SystemReason(int error) {
   return own != kReasons.end() ? own->second : std::generic_category().message(error);
 }
 
+// A handle without buffering takes the file out of the system's memory.
+static bool Forget(const std::filesystem::path& path) {
+  const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_NO_BUFFERING, nullptr);
+  return handle != INVALID_HANDLE_VALUE && CloseHandle(handle) != 0;
+}
+
 int OpenToRead(const std::filesystem::path& path) {
   return Descriptor(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
                                 FILE_FLAG_BACKUP_SEMANTICS, nullptr),
@@ -288,7 +295,7 @@ int OpenToRead(const std::filesystem::path& path) {
 bool WaitToRead(int /*handle*/) { return true; }
 
 ReadCalls& ReaderCalls() {
-  static ReadCalls calls{Info, InfoOf, LinkInfo, List, ReadSome, ReadSomeAt};
+  static ReadCalls calls{Info, InfoOf, LinkInfo, List, ReadSome, ReadSomeAt, Forget};
   return calls;
 }
 

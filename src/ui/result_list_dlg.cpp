@@ -27,6 +27,7 @@ namespace {
 enum Column : int { kName, kResult, kOutput, kFolder, kColumns };
 constexpr int kPathRole = Qt::UserRole;
 constexpr int kEndless = 1 << 20;
+constexpr int kDetailsRole = Qt::UserRole + 2;
 constexpr int kOrderRole = Qt::UserRole + 1;  // kind, then the list's own order
 
 class ResultItem : public QTreeWidgetItem {
@@ -84,7 +85,7 @@ QString ResultRow::Folder() const {
 
 CResultListDlg::CResultListDlg(const Texts& texts, const std::vector<ResultRow>& rows,
                                const TextEditor* editor, QWidget* parent)
-    : QDialog(parent), editor_(editor), list_(new QTreeWidget(this)) {
+    : QDialog(parent), editor_(editor), list_(new QTreeWidget(this)), details_(new QLabel(this)) {
   setObjectName(QStringLiteral("batch-results"));
   setWindowTitle(QStringLiteral("Orvane"));
   list_->setObjectName(QStringLiteral("results"));
@@ -101,6 +102,13 @@ CResultListDlg::CResultListDlg(const Texts& texts, const std::vector<ResultRow>&
   }
   list_->setSortingEnabled(true);
   list_->sortByColumn(kResult, Qt::AscendingOrder);
+  details_->setObjectName(QStringLiteral("details"));
+  details_->setTextFormat(Qt::PlainText);
+  details_->setWordWrap(true);
+  details_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  details_->setVisible(std::any_of(rows.begin(), rows.end(),
+                                   [](const ResultRow& row) { return !row.details.isEmpty(); }));
+  connect(list_, &QTreeWidget::currentItemChanged, this, &CResultListDlg::ShowDetails);
   if (list_->topLevelItemCount() > 0) {
     list_->setCurrentItem(list_->topLevelItem(0));
   }
@@ -114,6 +122,7 @@ CResultListDlg::CResultListDlg(const Texts& texts, const std::vector<ResultRow>&
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(Head(texts, has_problem));
   layout->addWidget(list_, 1);
+  layout->addWidget(details_);
   layout->addWidget(Buttons());
   ResizeWithinScreen(this, QSize(940, 440));
 }
@@ -166,6 +175,7 @@ void CResultListDlg::AddRow(const ResultRow& row, int number) {
   const QString output = row.outputs.isEmpty() ? QString() : row.outputs.back();
   item->setToolTip(kName, QDir::toNativeSeparators(row.path.isEmpty() ? row.name : row.path));
   item->setToolTip(kResult, row.result);
+  item->setData(kName, kDetailsRole, row.details);
   item->setToolTip(kOutput, QDir::toNativeSeparators(output));
   item->setToolTip(kFolder, row.Folder());
   item->setData(kOutput, kPathRole, output);
@@ -216,6 +226,10 @@ void CResultListDlg::Open(const QTreeWidgetItem* item) {
   } else if (const Result<> shown = editor_->Show(path); !shown) {
     QMessageBox::warning(this, QStringLiteral("Orvane"), QString::fromStdString(shown.Message()));
   }
+}
+
+void CResultListDlg::ShowDetails(const QTreeWidgetItem* item) {
+  details_->setText(item == nullptr ? QString() : item->data(kName, kDetailsRole).toString());
 }
 
 void CResultListDlg::OpenFolder() {

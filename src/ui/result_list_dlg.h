@@ -4,6 +4,7 @@
 
 #include <QDesktopServices>
 #include <QDialog>
+#include <QLabel>
 #include <QTreeWidget>
 #include <QUrl>
 #include <functional>
@@ -20,7 +21,8 @@ struct ResultRow {
   QString path;  ///< of the input, whole; empty where there is none
   Kind kind = kGood;
   QString result;
-  QStringList outputs;  ///< paths; the last one is opened
+  QStringList outputs;   ///< paths; the last one is opened
+  QString details = {};  ///< shown below the list while the row is the current one
 
   /// Of the output, else of the input.
   QString Folder() const;
@@ -58,11 +60,13 @@ class CResultListDlg : public QDialog {
   void AddRow(const ResultRow& row, int number);
   void FitColumns();
   void Open(const QTreeWidgetItem* item);
+  void ShowDetails(const QTreeWidgetItem* item);
   void OpenFolder();
   void CopyAll() const;
 
   const TextEditor* editor_;
   QTreeWidget* list_;
+  QLabel* details_;
   QString to_show_;
 };
 

@@ -324,6 +324,11 @@ TEST_F(TableCommands, StartupWritesAFileForEachBox) {
             "boxes/3105/StartUp.tbl\nboxes/2417/StartUp.tbl\nboxes/1203/StartUp.tbl\n");
   EXPECT_NE(startup.err.find("\"TBVO\" is not 1"), std::string::npos);
 
+  const std::string verified = Slashed(Run("table startup a.tbl --out boxes --verify").out);
+  EXPECT_EQ(verified.find("boxes/3105.tbl\t2\t23040\t"), 0U) << verified;
+  EXPECT_TRUE(verified.ends_with("\tverified\n") || verified.ends_with("\tread back from memory\n"))
+      << "the second on disks that are memory: " << verified;
+
   // Neither the table read nor a file made a moment ago is written over.
   ASSERT_EQ(Run("table set a.tbl SN02=3105 SN03=0 --to boxes/2417.tbl").exit_code, 0);
   std::filesystem::remove(dir_ / "boxes/1203.tbl");

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/startup_run.h"
 
+#include <algorithm>
+#include <cstring>
+#include <span>
+
+#include "files/file_system.h"
 #include "files/path_text.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
@@ -54,6 +59,42 @@ TEST_F(StartupFiles, EachBoxGetsItsOwnValuesAndTheTableKeepsItsOwn) {
       "empty place among the auxiliary boxes)");
   EXPECT_EQ(run.Document(), StartupRun::OwnFile::kAsBefore);
   EXPECT_EQ(answers_.asked, 0);
+}
+
+// A card that keeps other bytes than were written, and one whose bytes come from memory.
+TEST_F(StartupFiles, WhatTheDiskFalsifiesIsFoundByReadingBack) {
+  static ReadCalls usual_reads = ReaderCalls();
+  static FileCalls usual_writes = WriterCalls();
+  static std::vector<std::string> forgotten;
+  static int files = 0;
+  forgotten.clear();
+  files = 0;
+  ReaderCalls().forget = [](const std::filesystem::path& path) {
+    forgotten.push_back(PathText(path.filename()));
+    return forgotten.size() < 3;
+  };
+  WriterCalls().write = [](int handle, const void* bytes, std::size_t size) {
+    std::vector<std::byte> copy(size);
+    std::memcpy(copy.data(), bytes, size);
+    if (++files == 2) {
+      const auto key = std::as_bytes(std::span("LFRQ", 4));
+      *(std::search(copy.begin(), copy.end(), key.begin(), key.end()) + 16) = std::byte{61};
+    }
+    return usual_writes.write(handle, copy.data(), size);
+  };
+  StartupRun run(&table_, dir_ / "open.tbl", &answers_);
+  run.SetVerifies(true);
+  AcceptAll(&run);
+  ReaderCalls() = usual_reads;
+  WriterCalls() = usual_writes;
+  EXPECT_EQ(forgotten, (std::vector<std::string>{"31.tbl", "24.tbl", "1203.tbl"}));
+  const auto& outcomes = run.Outcomes();
+  EXPECT_EQ(outcomes[0].Details(),
+            "version 2, 23040 bytes, verified, 9 values differ from the main table");
+  EXPECT_EQ(outcomes[1].state, StartupOutcome::kFailed);
+  EXPECT_EQ(outcomes[1].Text().find("failed (holds other bytes than were written, from byte "), 0U);
+  EXPECT_NE(outcomes[1].Text().find(" on: LFRQ)"), std::string::npos) << outcomes[1].Text();
+  EXPECT_EQ(outcomes[2].VerifiedText(), "read back from memory");
 }
 
 TEST_F(StartupFiles, EditsGoIntoTheFileOnly) {

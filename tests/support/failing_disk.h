@@ -107,7 +107,8 @@ class FailingDisk {
         },
         [](int handle, std::uint64_t offset, std::span<std::byte> bytes) {
           return Fails(kRead) ? -1 : reads_.some_at(handle, offset, bytes);
-        }};
+        },
+        reads_.forget};
   }
 
   static std::ptrdiff_t Write(int handle, const void* bytes, std::size_t size) {

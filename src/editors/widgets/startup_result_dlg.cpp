@@ -6,7 +6,23 @@
 namespace orvane {
 namespace {
 
-std::vector<ResultRow> RowsOf(const StartupRun& run) {
+std::string ResultOf(const StartupOutcome& outcome) {
+  const std::string details = outcome.Details();
+  return details.empty() ? outcome.Text() : outcome.Text() + ": " + details;
+}
+
+// The names that the dialogs give to what differs.
+QString DifferingText(const StartupOutcome& outcome, const KeyNames& names) {
+  std::vector<std::string> keys;
+  for (const ParamKey key : outcome.differing) {
+    keys.push_back(key.Text());
+  }
+  return keys.empty() ? QString()
+                      : QStringLiteral("Other than in the main table: ") +
+                            QString::fromStdString(names(keys));
+}
+
+std::vector<ResultRow> RowsOf(const StartupRun& run, const KeyNames& names) {
   std::vector<ResultRow> rows;
   for (const StartupOutcome& outcome : run.Outcomes()) {
     const bool is_lost =
@@ -17,11 +33,12 @@ std::vector<ResultRow> RowsOf(const StartupRun& run) {
                   is_lost    ? ResultRow::kProblem
                   : is_plain ? ResultRow::kGood
                              : ResultRow::kNote,
-                  QString::fromStdString(outcome.Text()),
+                  QString::fromStdString(ResultOf(outcome)),
                   {}};
     if (!outcome.path.empty()) {
       row.outputs << QString::fromStdString(PathText(outcome.path));
     }
+    row.details = DifferingText(outcome, names);
     rows.push_back(std::move(row));
   }
   return rows;
@@ -29,8 +46,8 @@ std::vector<ResultRow> RowsOf(const StartupRun& run) {
 
 }  // namespace
 
-CStartupResultDlg::CStartupResultDlg(const StartupRun& run, QWidget* parent)
+CStartupResultDlg::CStartupResultDlg(const StartupRun& run, const KeyNames& names, QWidget* parent)
     : CResultListDlg({QString::fromStdString(run.Headline()), {}, QStringLiteral("Box")},
-                     RowsOf(run), nullptr, parent) {}
+                     RowsOf(run, names), nullptr, parent) {}
 
 }  // namespace orvane

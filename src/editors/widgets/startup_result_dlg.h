@@ -7,12 +7,15 @@
 
 namespace orvane {
 
-/// What came of each box of a run.
+using KeyNames = std::function<std::string(const std::vector<std::string>& keys)>;
+
+/// What came of each box of a run; for the current row what differs from the main table.
 class CStartupResultDlg : public CResultListDlg {
   Q_OBJECT
 
  public:
-  CStartupResultDlg(const StartupRun& run, QWidget* parent);
+  /// `names`: the keys as users know them.
+  CStartupResultDlg(const StartupRun& run, const KeyNames& names, QWidget* parent);
 };
 
 }  // namespace orvane
