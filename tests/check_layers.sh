@@ -16,11 +16,12 @@ declare -A allowed=(
   [calibration]="base files table calibration"
   [response]="base files table forms timeseries calibration response"
   [spectra]="base files table forms timeseries calibration response spectra"
+  [check]="base files table forms stepping calibration editors check"
   [meaning]="base files table forms stepping timeseries editors meaning"
   [changes]="base files table forms stepping timeseries editors meaning changes"
   [ui]="base files table forms ui"
-  [cli]="base files table forms stepping timeseries calibration response spectra editors meaning cli"
-  [app]="base files table forms stepping timeseries calibration response spectra editors meaning changes ui app"
+  [cli]="base files table forms stepping timeseries calibration response spectra editors check meaning cli"
+  [app]="base files table forms stepping timeseries calibration response spectra editors check meaning changes ui app"
 )
 bad=0
 complain() { printf '%s\n' "$*"; bad=1; }

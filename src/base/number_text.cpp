@@ -143,6 +143,14 @@ std::optional<std::int32_t> ParseInt(std::string_view text) {
   return value;
 }
 
+std::optional<std::int32_t> ParseIntAtEnd(std::string_view text) {
+  std::size_t digits = text.size();
+  while (digits > 0 && IsDigit(text[digits - 1])) {
+    --digits;
+  }
+  return ParseInt(text.substr(digits));
+}
+
 std::optional<double> ParseReal(std::string_view text) {
   const Number number = ReadDecimal(text);
   if (number.length == 0 || number.length != text.size() || !number.in_range) {

@@ -42,6 +42,10 @@ double ParseRealPrefix(std::string_view text);
 std::optional<std::int32_t> ParseInt(std::string_view text);
 std::optional<double> ParseReal(std::string_view text);
 
+/// The digits that a text ends with, such as the serial number of a sensor; nothing where there are
+/// none or too many.
+std::optional<std::int32_t> ParseIntAtEnd(std::string_view text);
+
 /// `text` without its leading blanks.
 std::string_view SkipBlanks(std::string_view text);
 

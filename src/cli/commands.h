@@ -31,6 +31,9 @@ void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code);
 /// The kind of calibration that a file is by its name and header, a `CalKind`.
 int CalKindOf(const std::filesystem::path& file);
 
+/// The verb `table check`.
+void AddTableCheck(CLI::App* table, ExitCode* exit_code);
+
 /// The verbs of `table` that convert many files.
 void AddTableConversions(CLI::App* table, ExitCode* exit_code);
 
@@ -40,6 +43,10 @@ CLI::Validator NotEmpty();
 /// An argument or option that is a path, whatever its bytes. `path` must outlive the parsing.
 CLI::Option* AddPath(CLI::App* verb, const std::string& name, std::filesystem::path* path,
                      const std::string& what);
+
+/// The time of an option --now, in UTC; the clock's where it is empty. False, with a message, where
+/// it is no whole time.
+[[nodiscard]] bool TakeNow(const std::string& text, ParamTime* now);
 
 struct SetOptions {
   std::filesystem::path file;

@@ -141,19 +141,9 @@ ExitCode RunTableGet(const std::filesystem::path& file, const std::vector<std::s
   return PrintResult(text) ? result : kSomeFailed;
 }
 
-class GivenTime : public Clock {
- public:
-  explicit GivenTime(const ParamTime& time) : time_(time) {}
-  ParamTime Now() const override { return time_; }
-
- private:
-  ParamTime time_;
-};
-
 ExitCode RunTableSize(const std::filesystem::path& file, int channels, const std::string& now) {
-  ParamTime time = UtcClock().Now();
-  if (!now.empty() && (!ParseParamTimeStrictly(now, &time) || HasNoDate(time))) {
-    PrintMessage("--now: \"" + now + "\" is not a time such as 2009/06/30 14:05:00");
+  ParamTime time;
+  if (!TakeNow(now, &time)) {
     return kWrongUsage;
   }
   ParamTable table;
@@ -161,7 +151,7 @@ ExitCode RunTableSize(const std::filesystem::path& file, int channels, const std
   if (!LoadTable(file, &table, &report)) {
     return kSomeFailed;
   }
-  const RecordingSize size = EstimateRecordingSize(table, channels, GivenTime(time));
+  const RecordingSize size = EstimateRecordingSize(table, channels, FixedClock(time));
   if (size.exact != size.stated) {
     PrintMessage("the figure starts again from 0 at 4096 megabytes; the true value is " +
                  FormatReal(size.exact, 17));
@@ -192,6 +182,15 @@ CLI::Validator NotEmpty() {
             return text.empty() ? std::string("the name is empty") : std::string();
           },
           "", "not empty"};
+}
+
+bool TakeNow(const std::string& text, ParamTime* now) {
+  *now = UtcClock().Now();
+  const bool is_right = text.empty() || (ParseParamTimeStrictly(text, now) && !HasNoDate(*now));
+  if (!is_right) {
+    PrintMessage("--now: \"" + text + "\" is not a time such as 2009/06/30 14:05:00");
+  }
+  return is_right;
 }
 
 CLI::Option* AddPath(CLI::App* verb, const std::string& name, std::filesystem::path* path,

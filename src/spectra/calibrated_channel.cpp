@@ -16,11 +16,7 @@ constexpr double kNothing = 1e-9;
 
 // By the serial number that ends a sensor's text; without one the text itself.
 SensorNeed NeedOf(CalKind kind, const std::string& text) {
-  std::size_t digits = text.size();
-  while (digits > 0 && IsDigit(text[digits - 1])) {
-    --digits;
-  }
-  const auto number = ParseInt(std::string_view(text).substr(digits));
+  const auto number = ParseIntAtEnd(text);
   return {kind, number ? FormatInt(*number) : text, number.has_value()};
 }
 

@@ -24,6 +24,16 @@ class UtcClock : public Clock {
   ParamTime Now() const override;
 };
 
+/// A time that stands still.
+class FixedClock : public Clock {
+ public:
+  explicit FixedClock(const ParamTime& time) : time_(time) {}
+  ParamTime Now() const override { return time_; }
+
+ private:
+  ParamTime time_;
+};
+
 }  // namespace orvane
 
 #endif  // ORVANE_TABLE_CLOCK_H_

@@ -28,36 +28,6 @@ bool EqualButForWeekday(ParamTime a, ParamTime b) {
   return a == b;
 }
 
-// Seconds from `start` to `end`, signed in 32 bits.
-std::int32_t SecondsBetween(std::uint32_t start, std::uint32_t end) {
-  return static_cast<std::int32_t>(end - start);
-}
-
-struct Span {
-  std::uint32_t start;
-  std::uint32_t end;
-};
-
-Span RecordingOf(const ParamTable& table, const Clock& now) {
-  ParamTime start = TimeParam(table, "STIM");
-  ParamTime end = TimeParam(table, "ETIM");
-  CompleteDateFromToday(&start, now);
-  CompleteEndDate(start, &end);
-  return {ParamTimeToSeconds(start), ParamTimeToSeconds(end)};
-}
-
-Span HighRateWindow(const ParamTable& table, const Span& recording, const Clock& now) {
-  ParamTime start = TimeParam(table, "HTIM");
-  ParamTime end = TimeParam(table, "ETMH");
-  if (EqualButForWeekday(start, end)) {
-    return recording;
-  }
-  CompleteDateFromToday(&start, now);
-  CompleteEndDate(start, &end);
-  return {std::max(ParamTimeToSeconds(start), recording.start),
-          std::min(ParamTimeToSeconds(end), recording.end)};
-}
-
 // Seconds recorded in a band of which `amount` seconds, at most a whole slot, belong to each slot.
 std::uint32_t BandSeconds(std::int32_t amount, std::int32_t slot, std::uint32_t window) {
   if (slot <= 0) {
@@ -80,9 +50,29 @@ double Megabytes(const Scheme& scheme, Bytes channels, Bytes seconds, Bytes seco
 
 }  // namespace
 
+TimeSpan RecordingSpan(const ParamTable& table, const Clock& now) {
+  ParamTime start = TimeParam(table, "STIM");
+  ParamTime end = TimeParam(table, "ETIM");
+  CompleteDateFromToday(&start, now);
+  CompleteEndDate(start, &end);
+  return {ParamTimeToSeconds(start), ParamTimeToSeconds(end)};
+}
+
+HighRateSpan HighRateWindow(const ParamTable& table, const TimeSpan& recording, const Clock& now) {
+  ParamTime start = TimeParam(table, "HTIM");
+  ParamTime end = TimeParam(table, "ETMH");
+  if (EqualButForWeekday(start, end)) {
+    return {recording, recording};
+  }
+  CompleteDateFromToday(&start, now);
+  CompleteEndDate(start, &end);
+  const TimeSpan asked = {ParamTimeToSeconds(start), ParamTimeToSeconds(end)};
+  return {asked, {std::max(asked.start, recording.start), std::min(asked.end, recording.end)}};
+}
+
 RecordingSize EstimateRecordingSize(const ParamTable& table, int channels, const Clock& now) {
-  const Span recording = RecordingOf(table, now);
-  const std::int32_t duration = SecondsBetween(recording.start, recording.end);
+  const TimeSpan recording = RecordingSpan(table, now);
+  const std::int32_t duration = recording.Seconds();
   if (duration <= 0) {
     return {};
   }
@@ -93,12 +83,12 @@ RecordingSize EstimateRecordingSize(const ParamTable& table, int channels, const
   if (sampling == 2) {
     scheme.low_rate = kDamtRate;
   } else {
-    const Span window = HighRateWindow(table, recording, now);
-    if (window.end < window.start) {
+    const HighRateSpan window = HighRateWindow(table, recording, now);
+    if (window.IsEmpty()) {
       return {};  // kept: the low rate would record all the same
     }
     const std::int32_t slot = IntParam(table, "HSMP");
-    const std::uint32_t length = window.end - window.start;
+    const std::uint32_t length = window.kept.end - window.kept.start;
     seconds_2 = BandSeconds(IntParam(table, scheme.amount_2), slot, length);
     seconds_3 = BandSeconds(IntParam(table, scheme.amount_3), slot, length);
   }

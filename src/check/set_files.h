@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The start-up files of a spread: where they belong and what is there.
+#ifndef ORVANE_CHECK_SET_FILES_H_
+#define ORVANE_CHECK_SET_FILES_H_
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "table/param_table.h"
+
+namespace orvane {
+
+/// The file of one box.
+struct SetFile {
+  std::string box_name;  ///< "Aux. Box 1203"
+  ParamKey serial_key;
+  std::int32_t serial = 0;
+  std::filesystem::path target;  ///< what is there in any case of letters, else SERIAL.tbl
+  bool is_there = false;
+  std::optional<ParamTable> table;  ///< what is there, if that is a table
+  std::vector<ParamKey> missing;    ///< keys that the file has no values for
+  bool is_version_1 = false;
+  ParamTable meant;               ///< what would be written
+  std::vector<ParamKey> offered;  ///< keys that the box's dialog may have changed in it
+};
+
+/// The files of all boxes that get one, in their order; none without a folder.
+std::vector<SetFile> SetFilesOf(const ParamTable& table, const std::filesystem::path& folder);
+
+/// The keys in which the file there differs from what is meant, but for those that the box's dialog
+/// offers and those that are of the file itself; none where no table of the box is there.
+std::vector<ParamKey> OtherDifferences(const SetFile& file);
+
+}  // namespace orvane
+
+#endif  // ORVANE_CHECK_SET_FILES_H_
