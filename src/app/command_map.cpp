@@ -71,6 +71,7 @@ constexpr auto kView = std::to_array<CommandRow>({
     kLine,
     {kViewBoxStatus, "View &Box Status...", "Display box status information"},
     kLine,
+    {kViewCheck, "&Morning Check\tF7", "Whether the boxes may leave with this table\nMorning Check"},
     {kViewChanges, "Ch&anges\tF8", "What differs from the file, the defaults or another table\nChanges"},
     kLine,
     {kViewTheme, "T&heme", ""},

@@ -12,6 +12,7 @@
 #include "app/field_folders.h"
 #include "app/key_labels.h"
 #include "app/notice_texts.h"
+#include "base/number_text.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
@@ -376,8 +377,7 @@ void EditorCommands::ViewBoxStatus() {
 }
 
 void EditorCommands::SaveAllBoxes() {
-  ParamTable& table = doc_->Table();
-  StartupRun run(&table, PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
+  StartupRun run(&doc_->Table(), PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
   run.SetVerifies(true);
   run.SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
   run.ForEachBox([this, &run](StartupForm* form) {
@@ -385,6 +385,33 @@ void EditorCommands::SaveAllBoxes() {
     TellRefusedPastes(dialog);
     return dialog.exec() != CStartupDlg::kStop;  // Cancel skips this box only
   });
+  EndRun(run);
+}
+
+void EditorCommands::WriteAllBoxes() {
+  StartupRun run(&doc_->Table(), PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
+  run.SetVerifies(true);
+  run.SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
+  std::string warnings;
+  run.ForEachBox([&](StartupForm* form) {
+    if (const std::string warning = run.WarningFor(*form); !warning.empty()) {
+      warnings.append("\n").append(run.Heading(*form)).append(": ").append(warning);
+    }
+    return true;
+  });
+  const std::string question = "Write the start-up files of " + FormatInt(run.Boxes().size()) +
+                               " boxes to " + PathText(run.DefaultFolder()) + "?" +
+                               (warnings.empty() ? "" : "\n" + warnings);
+  if (prompts_->AskToLose("Orvane", question) == Answer::kYes) {
+    run.ForEachBox([&](StartupForm* form) {
+      run.Accept(*form);
+      return true;
+    });
+  }
+  EndRun(run);
+}
+
+void EditorCommands::EndRun(const StartupRun& run) {
   doc_->NoteStep(QStringLiteral("Save All Boxes"));  // what start-up files change for good
   if (run.Document() == StartupRun::OwnFile::kWritten) {
     doc_->OnOwnFileWritten(run.DocumentMemory());

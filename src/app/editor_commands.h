@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/orvane_doc.h"
+#include "editors/startup_run.h"
 #include "forms/form_model.h"
 #include "forms/prompts.h"
 #include "meaning/key_meaning.h"
@@ -39,6 +40,9 @@ class EditorCommands {
   void EditCoil();
   void ViewBoxStatus();
   void SaveAllBoxes();
+  /// The same without the dialogs, with the values as they are; asks before it writes over files of
+  /// others.
+  void WriteAllBoxes();
   /// The dialog that edits a key, at its control: that of the site as the table's method has it.
   /// The raw parameters where no dialog does, or where the method disables the control.
   void EditKey(ParamKey key);
@@ -66,6 +70,8 @@ class EditorCommands {
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   /// The document's folder.
   QString ScheduleFolder(Tech method) const;
+  /// What files there are after a run, and what it made of the document.
+  void EndRun(const StartupRun& run);
   /// Runs a dialog, which is a step of its title. True when it ended with OK.
   bool Run(QDialog* dialog);
   /// The same of one that writes before its OK: `early` gets what stays after Cancel.

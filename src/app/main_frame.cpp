@@ -82,6 +82,7 @@ CMainFrame::CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notic
       editors_(doc, prompts, notices, this),
       utilities_(doc, prompts, notices, this),
       changes_(new ChangeCommands(doc, notices, this)),
+      check_(new CheckCommands(doc, this)),
       view_(new COrvaneView(doc, this)),
       changed_file_(new ChangedFileBar(doc, this)),
       stack_(new QStackedWidget(this)),
@@ -140,6 +141,7 @@ void CMainFrame::changeEvent(QEvent* event) {
 void CMainFrame::LookAtFile() {
   changed_file_->Look();
   changes_->Dock()->Follow();
+  check_->Dock()->LookAtFiles();
 }
 
 QAction* CMainFrame::CreateCommand(const CommandRow& row) {
@@ -229,6 +231,7 @@ void CMainFrame::CreateStatusBar() {
   notice_ = new NoticeLabel(QString::fromLatin1(kIdle), this);
   notice_->setObjectName(QStringLiteral("notice"));
   statusBar()->addWidget(notice_, 1);
+  statusBar()->addPermanentWidget(check_->Counter());
   statusBar()->addPermanentWidget(changes_->Counter());
   new LockIndicators(statusBar());
   QAction* shown = Command(kViewStatusBar);
@@ -252,6 +255,7 @@ void CMainFrame::ConnectCommands() {
   Handle(kFileSaveAllBoxes, [this] { editors_.SaveAllBoxes(); });
   ConnectSteps();
   ConnectChanges();
+  ConnectCheck();
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
   Handle(kEditStepping, [this] { editors_.EditStepping(); });
   Handle(kListSchedules, [this] { utilities_.ListSchedules(); });
@@ -308,13 +312,25 @@ void CMainFrame::ConnectSteps() {
   follow(Command(kEditRedo), Command(kEditRedo)->text(), doc_->Steps().redoText());
 }
 
-void CMainFrame::ConnectChanges() {
-  ChangesDock* dock = changes_->Dock();
-  QAction* shown = Command(kViewChanges);
+void CMainFrame::ConnectDock(int id, QDockWidget* dock) {
+  QAction* shown = Command(id);
   shown->setCheckable(true);
   shown->setEnabled(true);
   connect(shown, &QAction::triggered, dock, &QWidget::setVisible);
   connect(dock->toggleViewAction(), &QAction::toggled, shown, &QAction::setChecked);
+}
+
+void CMainFrame::ConnectCheck() {
+  CheckDock* dock = check_->Dock();
+  ConnectDock(kViewCheck, dock);
+  connect(dock, &CheckDock::mendWanted, this, [this](ParamKey key) { editors_.EditKey(key); });
+  connect(dock, &CheckDock::writeWanted, this, [this] { editors_.WriteAllBoxes(); });
+  connect(dock, &CheckDock::guidedWriteWanted, this, [this] { editors_.SaveAllBoxes(); });
+}
+
+void CMainFrame::ConnectChanges() {
+  ChangesDock* dock = changes_->Dock();
+  ConnectDock(kViewChanges, dock);
   connect(dock, &ChangesDock::editWanted, this, [this](ParamKey key) { editors_.EditKey(key); });
   connect(changed_file_, &ChangedFileBar::compareWanted, dock,
           [dock] { dock->ShowAgainst(Against::kFile); });

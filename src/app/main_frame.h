@@ -13,6 +13,7 @@
 
 #include "app/change_commands.h"
 #include "app/changed_file_bar.h"
+#include "app/check_commands.h"
 #include "app/command_map.h"
 #include "app/editor_commands.h"
 #include "app/field_displays.h"
@@ -63,6 +64,8 @@ class CMainFrame : public QMainWindow {
   void LookAtFile();
   void ConnectSteps();
   void ConnectChanges();
+  void ConnectCheck();
+  void ConnectDock(int id, QDockWidget* dock);
   void UpdateTitle();
   void FollowDisplay();
   void UpdateRecentFiles();
@@ -79,6 +82,7 @@ class CMainFrame : public QMainWindow {
   EditorCommands editors_;
   UtilityCommands utilities_;
   ChangeCommands* changes_;
+  CheckCommands* check_;
   COrvaneView* view_;
   ChangedFileBar* changed_file_;
   QStackedWidget* stack_;

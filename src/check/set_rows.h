@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_CHECK_SET_ROWS_H_
+#define ORVANE_CHECK_SET_ROWS_H_
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "check/set_files.h"
+
+namespace orvane {
+
+/// A box of the spread and its start-up file, in words. UTF-8.
+struct SetRow {
+  std::string box;  ///< "Aux. Box 1203"
+  std::string serial;
+  std::string channels;
+  std::string radio;   ///< "master, address 1", "slave, address 3"
+  std::string target;  ///< path of the file
+  std::string there;   ///< "nothing", "same", "serial 1207", "older, 3 values differ"
+};
+
+/// The boxes that get a file; `main` is the file of the table, empty where it has none.
+std::vector<SetRow> SetRowsOf(const ParamTable& table, const std::filesystem::path& folder,
+                              const std::filesystem::path& main);
+
+}  // namespace orvane
+
+#endif  // ORVANE_CHECK_SET_ROWS_H_

@@ -1,0 +1,313 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "check/widgets/check_dock.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QSettings>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "table/clock.h"
+#include "ui/folder_dialog.h"
+#include "ui/list_item.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+const QString kDismissed = QStringLiteral("Morning Check/Dismissed");
+constexpr int kMostDismissed = 500;  // the oldest go
+constexpr int kPause = 300;          // ms without a change before files are looked at
+
+QString Counted(int count, const char* one, const char* several) {
+  return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
+}
+
+QString TextOf(const FindingCounts& counts) {
+  QStringList parts;
+  for (const auto& [count, one, several] : {std::tuple(counts.errors, "error", "errors"),
+                                            {counts.warnings, "warning", "warnings"},
+                                            {counts.hints, "hint", "hints"}}) {
+    if (count > 0) {
+      parts << Counted(count, one, several);
+    }
+  }
+  return parts.isEmpty() ? QStringLiteral("Nothing found") : parts.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+CheckDock::CheckDock(const ParamTable* table, QWidget* parent)
+    : QDockWidget(QStringLiteral("Morning Check"), parent),
+      now([] { return UtcClock().Now(); }),
+      table_(table),
+      files_(new FileCheck(this)),
+      model_(new FindingsModel(this)) {
+  setObjectName(QStringLiteral("morning-check"));
+  setWidget(MakeContent());
+  later_.setSingleShot(true);
+  later_.setInterval(kPause);
+  connect(&later_, &QTimer::timeout, this, &CheckDock::LookAtFiles);
+  connect(files_, &FileCheck::done, this, &CheckDock::TakeFiles);
+  connect(list_, &QTableView::doubleClicked, this, &CheckDock::Mend);
+  connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &CheckDock::EnableButtons);
+  connect(show_dismissed_, &QCheckBox::toggled, this, &CheckDock::ShowFindings);
+  EnableButtons();
+}
+
+QPushButton* CheckDock::NewButton(const char* text, const char* name, const char* tip,
+                                  void (CheckDock::*handler)()) {
+  auto* button = new QPushButton(QString::fromLatin1(text), this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setToolTip(QString::fromLatin1(tip));
+  button->setAccessibleDescription(button->toolTip());
+  connect(button, &QPushButton::clicked, this, handler);
+  return button;
+}
+
+QTableView* CheckDock::MakeFindings() {
+  list_ = new QTableView(this);
+  list_->setObjectName(QStringLiteral("findings"));
+  list_->setAccessibleName(QStringLiteral("Findings"));
+  list_->setModel(model_);
+  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  list_->setSelectionMode(QAbstractItemView::SingleSelection);
+  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  list_->setTabKeyNavigation(false);
+  list_->setShowGrid(false);
+  list_->verticalHeader()->hide();
+  list_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);  // wraps
+  list_->horizontalHeader()->setHighlightSections(false);
+  list_->horizontalHeader()->setSectionResizeMode(FindingsModel::kSeverity,
+                                                  QHeaderView::ResizeToContents);
+  list_->horizontalHeader()->setSectionResizeMode(FindingsModel::kSentence, QHeaderView::Stretch);
+  list_->horizontalHeader()->setSectionResizeMode(FindingsModel::kBox,
+                                                  QHeaderView::ResizeToContents);
+  list_->installEventFilter(this);
+  return list_;
+}
+
+QLayout* CheckDock::MakeFindingButtons() {
+  mend_ = NewButton("&Mend...", "mend", "Open the dialog where this is mended", &CheckDock::Mend);
+  dismiss_ = NewButton("&Dismiss", "dismiss", "Say no more of this hint for this table",
+                       &CheckDock::Dismiss);
+  show_dismissed_ = new QCheckBox(QStringLiteral("Sho&w dismissed"), this);
+  show_dismissed_->setObjectName(QStringLiteral("show-dismissed"));
+  auto* row = new QHBoxLayout;
+  row->addWidget(mend_);
+  row->addWidget(dismiss_);
+  row->addWidget(show_dismissed_);
+  row->addStretch(1);
+  return row;
+}
+
+QLineEdit* CheckDock::AddFolder(QFormLayout* form, const char* label, const char* name) {
+  auto* line = new QLineEdit(this);
+  line->setObjectName(QString::fromLatin1(name));
+  line->setClearButtonEnabled(true);
+  for (auto* button : line->findChildren<QToolButton*>()) {
+    button->setAccessibleName(QStringLiteral("Clear"));
+  }
+  auto* browse = new QToolButton(this);
+  browse->setText(QStringLiteral("..."));
+  browse->setFocusPolicy(Qt::TabFocus);
+  browse->setAccessibleName(QStringLiteral("Choose a folder: ") + QString::fromLatin1(label));
+  connect(browse, &QToolButton::clicked, this, [this, line] {
+    const QString folder =
+        CFolderDialog::AskForFolder(this, QStringLiteral("Choose a folder"), line->text());
+    if (!folder.isEmpty()) {
+      line->setText(folder);
+    }
+  });
+  connect(line, &QLineEdit::textChanged, &later_, qOverload<>(&QTimer::start));
+  auto* row = new QHBoxLayout;
+  row->addWidget(line, 1);
+  row->addWidget(browse);
+  auto* caption = new QLabel(QString::fromLatin1(label), this);
+  caption->setBuddy(line);
+  line->setAccessibleName(caption->text());
+  form->addRow(caption, row);
+  return line;
+}
+
+QWidget* CheckDock::MakeFolders() {
+  auto* folders = new QWidget(this);
+  auto* form = new QFormLayout(folders);
+  form->setContentsMargins(0, 0, 0, 0);
+  calibrations_ = AddFolder(form, "Calibrations", "calibrations");
+  set_ = AddFolder(form, "Boxes' files", "set");
+  card_ = AddFolder(form, "Card to record on", "card");
+  return folders;
+}
+
+QWidget* CheckDock::MakeSpread() {
+  constexpr std::array<const char*, 6> kTitles = {"Box",   "Serial", "Channels",
+                                                  "Radio", "There",  "File"};
+  boxes_ = new QTableWidget(0, static_cast<int>(kTitles.size()), this);
+  boxes_->setObjectName(QStringLiteral("set-boxes"));
+  boxes_->setAccessibleName(QStringLiteral("Boxes and their files"));
+  QStringList titles;
+  for (const char* title : kTitles) {
+    titles << QString::fromLatin1(title);
+  }
+  boxes_->setHorizontalHeaderLabels(titles);
+  boxes_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  boxes_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  boxes_->setTabKeyNavigation(false);
+  boxes_->setWordWrap(false);
+  boxes_->verticalHeader()->hide();
+  boxes_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  boxes_->horizontalHeader()->setHighlightSections(false);
+  boxes_->horizontalHeader()->setStretchLastSection(true);
+  return boxes_;
+}
+
+QWidget* CheckDock::MakeContent() {
+  auto* content = new QWidget(this);
+  auto* layout = new QVBoxLayout(content);
+  count_ = new QLabel(this);
+  count_->setObjectName(QStringLiteral("finding-count"));
+  layout->addWidget(count_);
+  layout->addWidget(MakeFindings(), 3);
+  layout->addLayout(MakeFindingButtons());
+  layout->addWidget(MakeFolders());
+  layout->addWidget(MakeSpread(), 2);
+  auto* row = new QHBoxLayout;
+  row->addWidget(NewButton("Write All Start-&up Files", "write-all",
+                           "Write the file of each box with the values as they are",
+                           &CheckDock::writeWanted));
+  row->addWidget(NewButton("With Dialo&gs...", "write-guided", "Ask for each box before its file",
+                           &CheckDock::guidedWriteWanted));
+  row->addStretch(1);
+  layout->addLayout(row);
+  return content;
+}
+
+void CheckDock::SetFile(const QString& path) {
+  if (file_ != path) {
+    file_ = path;
+    later_.start();
+  }
+}
+
+void CheckDock::SetUsualFolders(const QString& calibrations, const QString& set) {
+  calibrations_->setPlaceholderText(calibrations);
+  set_->setPlaceholderText(set);
+}
+
+Places CheckDock::PlacesNow() const {
+  const auto path = [](const QLineEdit* line) {
+    const QString text = line->text().isEmpty() ? line->placeholderText() : line->text();
+    return text.isEmpty() ? std::filesystem::path() : PathFromText(text);
+  };
+  return {file_.isEmpty() ? std::filesystem::path() : PathFromText(file_), path(calibrations_),
+          path(card_), path(set_)};
+}
+
+void CheckDock::Follow() {
+  of_table_ = CheckTable(*table_, now());
+  ShowFindings();
+  later_.start();
+}
+
+void CheckDock::LookAtFiles() {
+  later_.stop();
+  files_->Start({*table_, now(), PlacesNow()});
+}
+
+void CheckDock::TakeFiles(const FileCheck::Outcome& outcome) {
+  of_files_ = outcome.findings;
+  ShowFindings();
+  ShowBoxes(outcome.boxes);
+}
+
+QString CheckDock::DismissedAs(const Finding& finding) const {
+  return QStringLiteral("%1|%2|%3")
+      .arg(QString::fromLatin1(finding.id.data(), static_cast<qsizetype>(finding.id.size())),
+           QString::fromStdString(finding.box), file_);
+}
+
+QStringList CheckDock::Dismissed() const { return QSettings().value(kDismissed).toStringList(); }
+
+void CheckDock::ShowFindings() {
+  findings_ = of_table_;
+  findings_.insert(findings_.end(), of_files_.begin(), of_files_.end());
+  const QStringList dismissed = Dismissed();
+  const auto is_dismissed = [&](const Finding& finding) {
+    return finding.severity == Severity::kHint && dismissed.contains(DismissedAs(finding));
+  };
+  std::vector<Finding> shown = findings_;
+  findings_.erase(std::remove_if(findings_.begin(), findings_.end(), is_dismissed),
+                  findings_.end());
+  const bool has_dismissed = shown.size() != findings_.size();
+  model_->SetFindings(show_dismissed_->isChecked() ? std::move(shown) : findings_);
+  show_dismissed_->setEnabled(has_dismissed);
+  const QString text = TextOf(CountFindings(findings_));
+  count_->setText(text);
+  if (text != count_text_) {
+    count_text_ = text;
+    emit countChanged(text);
+  }
+  EnableButtons();
+}
+
+void CheckDock::ShowBoxes(const std::vector<SetRow>& boxes) {
+  boxes_->setRowCount(static_cast<int>(boxes.size()));
+  for (int row = 0; row < boxes_->rowCount(); ++row) {
+    const SetRow& box = boxes[static_cast<std::size_t>(row)];
+    int column = 0;
+    for (const std::string* text :
+         {&box.box, &box.serial, &box.channels, &box.radio, &box.there, &box.target}) {
+      auto* item = OnlyShown(new QTableWidgetItem(QString::fromStdString(*text)));
+      item->setToolTip(item->text());
+      boxes_->setItem(row, column++, item);
+    }
+  }
+  boxes_->resizeColumnsToContents();
+}
+
+void CheckDock::EnableButtons() {
+  const int row = list_->currentIndex().row();
+  const bool has_row = row >= 0 && row < model_->rowCount();
+  mend_->setEnabled(has_row && !model_->At(row).keys.empty());
+  dismiss_->setEnabled(has_row && model_->At(row).severity == Severity::kHint);
+}
+
+void CheckDock::Mend() {
+  const int row = list_->currentIndex().row();
+  if (row >= 0 && row < model_->rowCount() && !model_->At(row).keys.empty()) {
+    emit mendWanted(model_->At(row).keys.front());
+  }
+}
+
+void CheckDock::Dismiss() {
+  const int row = list_->currentIndex().row();
+  QStringList dismissed = Dismissed();
+  const QString as = DismissedAs(model_->At(row));
+  if (dismissed.removeAll(as) == 0) {  // again: it counts as before
+    dismissed << as;
+  }
+  while (dismissed.size() > kMostDismissed) {
+    dismissed.removeFirst();
+  }
+  QSettings().setValue(kDismissed, dismissed);
+  ShowFindings();
+}
+
+// Return mends.
+bool CheckDock::eventFilter(QObject* watched, QEvent* event) {
+  const auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+  if (watched == list_ && key != nullptr &&
+      (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
+    Mend();
+    return true;
+  }
+  return QDockWidget::eventFilter(watched, event);
+}
+
+}  // namespace orvane

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "check/widgets/findings_model.h"
+
+#include <QApplication>
+#include <QStyle>
+#include <algorithm>
+#include <array>
+
+namespace orvane {
+namespace {
+
+constexpr std::array<const char*, FindingsModel::kColumns> kTitles = {"", "Finding", "Box"};
+
+QIcon SignOf(Severity severity) {
+  const auto sign = severity == Severity::kError     ? QStyle::SP_MessageBoxCritical
+                    : severity == Severity::kWarning ? QStyle::SP_MessageBoxWarning
+                                                     : QStyle::SP_MessageBoxInformation;
+  return QApplication::style()->standardIcon(sign);
+}
+
+QString NameOf(Severity severity) {
+  const std::string_view name = SeverityName(severity);
+  return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+}  // namespace
+
+void FindingsModel::SetFindings(std::vector<Finding> findings) {
+  std::stable_sort(findings.begin(), findings.end(),
+                   [](const Finding& a, const Finding& b) { return a.severity < b.severity; });
+  if (findings == findings_) {
+    return;  // selection and place stay
+  }
+  beginResetModel();
+  findings_ = std::move(findings);
+  endResetModel();
+}
+
+int FindingsModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(findings_.size());
+}
+
+int FindingsModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(kColumns);
+}
+
+QVariant FindingsModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) {
+    return {};
+  }
+  const Finding& finding = At(index.row());
+  const bool is_text = role == Qt::DisplayRole || role == Qt::ToolTipRole;
+  switch (index.column()) {
+    case kSeverity:
+      if (role == Qt::DecorationRole) {
+        return SignOf(finding.severity);
+      }
+      return is_text ? NameOf(finding.severity) : QVariant();
+    case kSentence:
+      return is_text ? QString::fromStdString(finding.sentence) : QVariant();
+    default:
+      return is_text ? QString::fromStdString(finding.box) : QVariant();
+  }
+}
+
+QVariant FindingsModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < kColumns) {
+    return QString::fromLatin1(kTitles[static_cast<std::size_t>(section)]);
+  }
+  return {};
+}
+
+Qt::ItemFlags FindingsModel::flags(const QModelIndex& /*index*/) const {
+  return Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+}
+
+}  // namespace orvane
