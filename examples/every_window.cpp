@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDateTime>
+#include <QEventLoop>
 #include <QFile>
 #include <QLabel>
 #include <QProgressBar>
@@ -19,6 +20,7 @@
 #include "changes/widgets/apply_values_dlg.h"
 #include "changes/widgets/changes_dock.h"
 #include "changes/widgets/save_values_dlg.h"
+#include "check/widgets/check_dock.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/box_serial_dlg.h"
 #include "editors/widgets/box_status_dlg.h"
@@ -43,6 +45,7 @@
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "stepping/widgets/stepping_cycle_dlg.h"
 #include "table/param_access.h"
+#include "table/param_time.h"
 #include "table/tbl_file.h"
 #include "table/unsaved_table.h"
 #include "table/values_text.h"
@@ -383,6 +386,32 @@ bool VisitChanges(COrvaneApp* app, const QString& survey, const Visit& visit) {
   return done;
 }
 
+// What the check says of a spread with a gap.
+bool VisitCheck(COrvaneApp* app, const QString& survey, const Visit& visit) {
+  COrvaneDoc& doc = app->Document();
+  CMainFrame& frame = app->Frame();
+  bool done = doc.OnOpenDocument(survey + QStringLiteral("/SIP/Startup.tbl"));
+  auto* dock = frame.findChild<CheckDock*>();
+  dock->now = [] {
+    ParamTime time;
+    static_cast<void>(ParseParamTimeStrictly("2026/11/20 06:00:00", &time));
+    return time;
+  };
+  Put(&doc.Table(), "SN02", "0");
+  doc.NoteStep(QStringLiteral("Raw Parameters"));
+  frame.resize(1180, 690);
+  dock->show();
+  QEventLoop wait;
+  QObject::connect(dock->findChild<FileCheck*>(), &FileCheck::done, &wait, &QEventLoop::quit);
+  dock->LookAtFiles();
+  wait.exec();
+  QApplication::processEvents();
+  done = visit(&frame, "morning-check") && done;
+  dock->hide();
+  doc.OnNewDocument();
+  return done;
+}
+
 // A batch of three files, one of which cannot be converted, and another that is under way.
 bool VisitBatch(const Visit& visit) {
   Conversion conversion;
@@ -601,6 +630,7 @@ bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit
   done = VisitOffer(app, visit) && done;
   done = VisitChangedFile(app, visit) && done;
   done = VisitChanges(app, survey, visit) && done;
+  done = VisitCheck(app, survey, visit) && done;
   CAboutDlg about(&frame);
   return visit(&about, "about") && done;
 }

@@ -25,7 +25,10 @@ CheckCommands::CheckCommands(COrvaneDoc* doc, QMainWindow* window)
 
 void CheckCommands::Follow() {
   const FieldFolders folders(doc_);
-  dock_->SetUsualFolders(folders.Calibrations(), folders.Document());
+  // The document's own folder is no place of calibrations unless the user says so.
+  const QString calibrations = folders.Calibrations();
+  dock_->SetUsualFolders(calibrations == folders.Document() ? QString() : calibrations,
+                         folders.Document());
   dock_->SetFile(doc_->Path());
   dock_->Follow();
 }

@@ -314,10 +314,15 @@ TEST_F(MainFrame, SavesAFileForEachBox) {
   };
   QString rows;
   const auto list = [&rows](QWidget* window) {
-    const auto* tree = window->findChild<QTreeWidget*>();
+    auto* tree = window->findChild<QTreeWidget*>();
     for (int row = 0; row < tree->topLevelItemCount(); ++row) {
-      rows += tree->topLevelItem(row)->text(0) + '|' + tree->topLevelItem(row)->text(1) + '\n';
+      rows += tree->topLevelItem(row)->text(0) + '|' +
+              tree->topLevelItem(row)->text(1).section(':', 0, 0) + '\n';
     }
+    tree->setCurrentItem(tree->topLevelItem(2));
+    EXPECT_TRUE(window->findChild<QLabel*>(QStringLiteral("details"))
+                    ->text()
+                    .startsWith(QStringLiteral("Other than in the main table: ")));
     Accept(window);
   };
   const QStringList titles = WithWindows({Accept, reject, last, list},

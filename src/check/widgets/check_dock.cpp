@@ -19,6 +19,7 @@
 namespace orvane {
 namespace {
 
+const QString kCalibrations = QStringLiteral("Morning Check/Calibrations");
 const QString kDismissed = QStringLiteral("Morning Check/Dismissed");
 constexpr int kMostDismissed = 500;  // the oldest go
 constexpr int kPause = 300;          // ms without a change before files are looked at
@@ -86,8 +87,6 @@ QTableView* CheckDock::MakeFindings() {
   list_->horizontalHeader()->setSectionResizeMode(FindingsModel::kSeverity,
                                                   QHeaderView::ResizeToContents);
   list_->horizontalHeader()->setSectionResizeMode(FindingsModel::kSentence, QHeaderView::Stretch);
-  list_->horizontalHeader()->setSectionResizeMode(FindingsModel::kBox,
-                                                  QHeaderView::ResizeToContents);
   list_->installEventFilter(this);
   return list_;
 }
@@ -122,6 +121,7 @@ QLineEdit* CheckDock::AddFolder(QFormLayout* form, const char* label, const char
         CFolderDialog::AskForFolder(this, QStringLiteral("Choose a folder"), line->text());
     if (!folder.isEmpty()) {
       line->setText(folder);
+      emit line->editingFinished();
     }
   });
   connect(line, &QLineEdit::textChanged, &later_, qOverload<>(&QTimer::start));
@@ -140,6 +140,9 @@ QWidget* CheckDock::MakeFolders() {
   auto* form = new QFormLayout(folders);
   form->setContentsMargins(0, 0, 0, 0);
   calibrations_ = AddFolder(form, "Calibrations", "calibrations");
+  calibrations_->setText(QSettings().value(kCalibrations).toString());
+  connect(calibrations_, &QLineEdit::editingFinished, this,
+          [this] { QSettings().setValue(kCalibrations, calibrations_->text()); });
   set_ = AddFolder(form, "Boxes' files", "set");
   card_ = AddFolder(form, "Card to record on", "card");
   return folders;

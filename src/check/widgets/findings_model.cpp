@@ -9,7 +9,7 @@
 namespace orvane {
 namespace {
 
-constexpr std::array<const char*, FindingsModel::kColumns> kTitles = {"", "Finding", "Box"};
+constexpr std::array<const char*, FindingsModel::kColumns> kTitles = {"", "Finding"};
 
 QIcon SignOf(Severity severity) {
   const auto sign = severity == Severity::kError     ? QStyle::SP_MessageBoxCritical
@@ -49,18 +49,22 @@ QVariant FindingsModel::data(const QModelIndex& index, int role) const {
     return {};
   }
   const Finding& finding = At(index.row());
-  const bool is_text = role == Qt::DisplayRole || role == Qt::ToolTipRole;
-  switch (index.column()) {
-    case kSeverity:
-      if (role == Qt::DecorationRole) {
+  if (index.column() == kSeverity) {
+    switch (role) {
+      case Qt::DecorationRole:
         return SignOf(finding.severity);
-      }
-      return is_text ? NameOf(finding.severity) : QVariant();
-    case kSentence:
-      return is_text ? QString::fromStdString(finding.sentence) : QVariant();
-    default:
-      return is_text ? QString::fromStdString(finding.box) : QVariant();
+      case Qt::AccessibleTextRole:
+      case Qt::ToolTipRole:
+        return NameOf(finding.severity);
+      default:
+        return {};
+    }
   }
+  if (role != Qt::DisplayRole && role != Qt::ToolTipRole) {
+    return {};
+  }
+  return QString::fromStdString(finding.box.empty() ? finding.sentence
+                                                    : finding.box + ": " + finding.sentence);
 }
 
 QVariant FindingsModel::headerData(int section, Qt::Orientation orientation, int role) const {

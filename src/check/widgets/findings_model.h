@@ -9,12 +9,13 @@
 
 namespace orvane {
 
-/// Findings, the worst first, each with its severity in words and as a sign.
+/// Findings, the worst first, each with a sign of its severity, which assistive tools read as a
+/// word, and its sentence with the box in front.
 class FindingsModel : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  enum Column : int { kSeverity, kSentence, kBox, kColumns };
+  enum Column : int { kSeverity, kSentence, kColumns };
 
   using QAbstractTableModel::QAbstractTableModel;
 
