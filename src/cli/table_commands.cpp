@@ -314,6 +314,7 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     *exit_code = RunTableStartup(arguments->startup);
   });
 
+  AddTableCheck(table, exit_code);
   AddTableConversions(table, exit_code);
 }
 
