@@ -204,6 +204,7 @@ constexpr auto kRatios = std::to_array<orvane::bench::Ratio>({
     {"load a full table / read its bytes", "Load", "ReadBytes", 0},
     {"save a full table / write its bytes as safely", "Save", "WriteBytes", 0},
     {"schedule of 200 rows / its bare arithmetic", "StepTable", "StepTablePlain", 0},
+    {"all rules over a table of 200 steps / looking up all its keys", "CheckTable", "HitText", 0},
 });
 
 }  // namespace

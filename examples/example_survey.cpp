@@ -16,6 +16,7 @@
 #include <system_error>
 #include <vector>
 
+#include "editors/line_layout.h"
 #include "example_calibrations.h"
 #include "example_waveforms.h"
 #include "stepping/fdem_schedule.h"
@@ -60,9 +61,20 @@ constexpr auto kSurvey = std::to_array<Setting>({
     {"CHDEF1", "Ex1"},
     {"CHDEF2", "Ex2"},
     {"CHDEF3", "Ex3"},
-    {"DEF1R1", "Ex4"},
-    {"DEF1R2", "Ex5"},
-    {"DEF1R3", "Ex6"},
+    {"FLAG4", "1"},
+    {"FLAG5", "1"},
+    {"FLAG6", "1"},
+    {"DEF1R1", "Ex7"},
+    {"DEF1R2", "Ex8"},
+    {"DEF1R3", "Ex9"},
+    {"FLAG1R1", "1"},
+    {"FLAG1R2", "1"},
+    {"FLAG1R3", "1"},
+    {"DEF2R1", "Ex10"},
+    {"DEF2R2", "Ex11"},
+    {"DEF2R3", "Ex12"},
+    {"FLAG2R1", "1"},
+    {"FLAG2R2", "1"},  // nobody has switched the third on: for the check to find
     {"LFRQ", "50"},
     {"DECL", "4.25"},
     {"NREF", "2"},
@@ -71,7 +83,10 @@ constexpr auto kSurvey = std::to_array<Setting>({
     {"NCHN", "6"},
     {"SN01", "1203"},
     {"SN02", "1207"},
-    {"SN03", "1211"},
+    {"SN03", "1211"},  // in reserve, without channels: for the check to find
+    {"CSSN", "CS1043"},
+    {"CNOM", "100"},
+    {"HNOM", "1000"},
     {"HXSN", "TARK2041"},
     {"HYSN", "TARK2042"},
     {"HZSN", "TARK2057"},
@@ -87,6 +102,18 @@ constexpr auto kSurvey = std::to_array<Setting>({
     {"LNGG", "01131.000,E"},
     {"ELEV", "1245"},
     {"FTPCPRT", "21"},
+});
+
+// The main box's last channels: dipoles along the line, or coils.
+constexpr auto kLine = std::to_array<Setting>({
+    {"CHDEF4", "Ex4"},
+    {"CHDEF5", "Ex5"},
+    {"CHDEF6", "Ex6"},
+});
+constexpr auto kCoils = std::to_array<Setting>({
+    {"CHDEF4", "Hx"},
+    {"CHDEF5", "Hy"},
+    {"CHDEF6", "Hz"},
 });
 
 constexpr auto kSip = std::to_array<Setting>({
@@ -210,7 +237,6 @@ constexpr auto kMt = std::to_array<Setting>({
     {"DXAC", "0.0007"},
     {"DYDC", "-0.0092"},
     {"DYAC", "0.0008"},
-    {"HNOM", "1000"},
     {"ATYP", "0"},
     {"STIM", "2026/11/24 17:00:00"},
     {"ETIM", "2026/11/25 06:00:00"},
@@ -245,14 +271,15 @@ constexpr auto kFdem = std::to_array<Setting>({
 struct Day {
   std::string_view folder;
   std::span<const Setting> settings;
+  std::span<const Setting> channels;
 };
 
-constexpr std::array<Day, 6> kDays = {{{"SIP", kSip},
-                                       {"TDIP", kTdip},
-                                       {"TDEM", kTdem},
-                                       {"CSAMT", kCsamt},
-                                       {"MT", kMt},
-                                       {"FDEM", kFdem}}};
+constexpr std::array<Day, 6> kDays = {{{"SIP", kSip, kLine},
+                                       {"TDIP", kTdip, kLine},
+                                       {"TDEM", kTdem, kCoils},
+                                       {"CSAMT", kCsamt, kLine},
+                                       {"MT", kMt, kCoils},
+                                       {"FDEM", kFdem, kCoils}}};
 
 bool Apply(std::span<const Setting> settings, ParamTable* table) {
   for (const auto& [key, text] : settings) {
@@ -283,6 +310,20 @@ void SetStepping(ParamTable* table) {
   }
 }
 
+// As the crew does it: "Calc. Coord." in the site's dialog.
+void PlaceElectrodes(ParamTable* table) {
+  constexpr auto& kNames = orvane::kTransmitterModels;
+  orvane::SiteForm form(table, orvane::TechOf(*table),
+                        {std::string(kNames[0]), std::string(kNames[1]), std::string(kNames[2]),
+                         std::string(kNames[3])});
+  if (form.HasLine()) {
+    static_cast<void>(form.Open());
+    orvane::Spread spread(table);
+    orvane::CalculateCoordinates(form, &spread);
+    spread.Save();
+  }
+}
+
 // The schedule that the FDEM day's "AUTO" names, beside its table.
 bool WriteSchedule(const std::filesystem::path& path) {
   std::vector<orvane::ScheduleRow> rows;
@@ -301,10 +342,11 @@ bool WriteSchedule(const std::filesystem::path& path) {
 bool WriteDay(const Day& day, const std::filesystem::path& root) {
   ParamTable table;
   if (table.BuildParamIndex() != orvane::kOk || !Apply(kSurvey, &table) ||
-      !Apply(day.settings, &table)) {
+      !Apply(day.channels, &table) || !Apply(day.settings, &table)) {
     return false;
   }
   SetStepping(&table);
+  PlaceElectrodes(&table);
   std::error_code error;
   std::filesystem::create_directories(root / day.folder, error);
   const auto path = root / day.folder / "Startup.tbl";

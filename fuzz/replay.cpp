@@ -36,6 +36,7 @@ constexpr auto kTargets = std::to_array<Target>({
     {"value-text", FuzzValueText, 128, 1000},
     {"assignment", FuzzAssignment, 128, 1000},
     {"value-lines", FuzzValueLines, 1024, 1000},
+    {"check", FuzzCheck, 2048, 1000},
 #ifdef ORVANE_FUZZ_ARCHIVE
     {"archive", FuzzArchive, 4096, 1000},
     {"grid-text", FuzzGridText, 512, 1000},

@@ -7,12 +7,14 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/ascii.h"
 #include "files/file_io.h"
 #include "support.h"
 #include "table/param_table.h"
 #include "table/param_text.h"
+#include "table/tbl_file.h"
 #include "table/values_text.h"
 
 namespace {
@@ -82,6 +84,7 @@ void PutFile(const std::filesystem::path& path, Seeds* seeds) {
   if (EndsWithoutCase(name, ".tbl")) {
     seeds->Put("tbl", bytes);
     seeds->Put("tbl-round-trip", bytes);
+    PutCheck(path, seeds);
     seeds->Put("unsaved", std::string(1, '\0') + bytes.substr(0, 1000));
   } else if (EndsWithoutCase(name, ".tfs")) {
     seeds->Put("tfs", bytes);
@@ -94,6 +97,23 @@ void PutFile(const std::filesystem::path& path, Seeds* seeds) {
   } else if (name.find(".TS") != std::string::npos) {
     PutWaveform(path, seeds);
   }
+}
+
+// The values that the rules of the check read most.
+void PutCheck(const std::filesystem::path& path, Seeds* seeds) {
+  orvane::ParamTable table;
+  if (table.BuildParamIndex() != orvane::kOk || LoadParamFile(&table, path) != orvane::kOk) {
+    return;
+  }
+  const std::vector<orvane::ParamKey> keys = AllKeys(table);
+  std::string bytes(8, '\0');
+  for (const orvane::ParamKey key : KeysNotDefault(table)) {
+    const auto place = std::find(keys.begin(), keys.end(), key) - keys.begin();
+    bytes += {static_cast<char>(place % 256), static_cast<char>(place / 256)};
+    const orvane::ParamValue& value = table.FindParam(key)->value;
+    bytes.append(value.begin(), value.end());
+  }
+  seeds->Put("check", bytes.substr(0, 2042));
 }
 
 // Every value of the dictionary as text.

@@ -55,6 +55,10 @@ void FuzzAssignment(Bytes input);
 /// bytes the table has beforehand, then these.
 void FuzzValueLines(Bytes input);
 
+/// The rules of a table: the present time in 8 bytes, then values, each behind two bytes that
+/// choose its key.
+void FuzzCheck(Bytes input);
+
 struct Target {
   std::string_view name;
   void (*run)(Bytes input);

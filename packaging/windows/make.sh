@@ -28,7 +28,7 @@ make_programs() {
   local qt
   qt=$(packaging/windows/build-qt.sh "${ORVANE_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/orvane}")
   mkdir -p "$WORK/headers"
-  cp -r /usr/include/CLI "$WORK/headers/"
+  cp -r /usr/include/CLI /usr/include/nlohmann "$WORK/headers/"
   # What was configured with another Qt is configured anew.
   grep -qsF "$qt/" "$WORK/CMakeCache.txt" || rm -rf "$WORK/CMakeCache.txt" "$WORK/CMakeFiles"
   cmake -S . -B "$WORK" -G Ninja -DCMAKE_BUILD_TYPE=Release \
@@ -36,7 +36,7 @@ make_programs() {
     -DQT_CHAINLOAD_TOOLCHAIN_FILE="$TREE/cmake/mingw.cmake" \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
     -DORVANE_SVG=OFF -DORVANE_SVG_WRITER="$qt/svg" -DORVANE_QCUSTOMPLOT="$qt/qcustomplot" \
-    -DORVANE_CLI11="$WORK/headers" -DORVANE_GTEST=/usr/src/googletest -DORVANE_BENCH=OFF \
+    -DORVANE_CLI11="$WORK/headers" -DORVANE_JSON="$WORK/headers" -DORVANE_GTEST=/usr/src/googletest -DORVANE_BENCH=OFF \
     -DBUILD_GMOCK=OFF -DINSTALL_GTEST=OFF --log-level=WARNING >"$WORK/configure.log" 2>&1 ||
     fail "see $WORK/configure.log"
   cmake --build "$WORK" --target orvane orvane-cli orvane-example-survey orvane-gallery orvane_tests \
@@ -46,6 +46,7 @@ make_programs() {
   cp "$qt/qcustomplot/copyright" "$WORK/licences/QCustomPlot.txt"
   cp "$qt/svg/copyright" "$WORK/licences/QtSvg.txt"
   cp /usr/share/doc/libcli11-dev/copyright "$WORK/licences/CLI11.txt"
+  cp /usr/share/doc/nlohmann-json3-dev/copyright "$WORK/licences/JSON.txt"
   cp /usr/share/doc/gcc-mingw-w64-base/copyright "$WORK/licences/GCC.txt"
   cp /usr/share/doc/mingw-w64-common/copyright "$WORK/licences/mingw-w64.txt"
 }

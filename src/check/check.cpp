@@ -7,14 +7,12 @@
 namespace orvane {
 namespace {
 
-bool IsLive(const Rule& rule) { return rule.needs != Needs::kFiles; }
-bool ReadsFiles(const Rule& rule) { return rule.needs != Needs::kNothing; }
-
-std::vector<Finding> RunRules(const Situation& situation, bool (*is_chosen)(const Rule&)) {
+template <typename IsChosen>
+std::vector<Finding> RunRules(const Situation& situation, const IsChosen& is_chosen) {
   std::vector<Finding> findings;
   for (const Topic& topic : AllRules()) {
     for (const Rule& rule : topic.rules) {
-      if (is_chosen(rule)) {
+      if (is_chosen(rule.needs)) {
         rule.look(situation, Teller(rule, &findings));
       }
     }
@@ -28,14 +26,16 @@ std::vector<Finding> CheckTable(const ParamTable& table, const ParamTime& now) {
   const Places places;
   Situation situation(table, now, places);
   situation.steps = CalculatedSteps(situation);
-  return RunRules(situation, IsLive);
+  return RunRules(situation, [](Needs needs) { return needs != Needs::kFiles; });
 }
 
 std::vector<Finding> CheckFiles(const ParamTable& table, const ParamTime& now,
                                 const Places& places) {
   Situation situation(table, now, places);
   situation.steps = FileSteps(situation);
-  return RunRules(situation, ReadsFiles);
+  return RunRules(situation, [&situation](Needs needs) {
+    return needs == Needs::kFiles || (needs == Needs::kSteps && HasStepFile(situation));
+  });
 }
 
 std::vector<Topic> AllRules() {

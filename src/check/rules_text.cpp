@@ -5,20 +5,16 @@ namespace orvane {
 namespace {
 
 constexpr std::string_view kIntroduction =
-    "# What the morning check looks at\n"
-    "\n"
-    "Made by `orvane-cli table check --rules`; a test compares it. An error means that the boxes "
-    "would record\n"
-    "nothing, or nothing usable; a warning is probably not what is meant; a hint is worth a look "
-    "and often right. A rule\n"
-    "tells once for each box, or once for the table, and names all channels concerned. Rules "
-    "marked "
-    "* read files.\n"
-    "\n"
-    "Channels are those of the local box (TCHN, or NCHN where that is 0) and of the auxiliary "
-    "boxes; "
-    "recorded are those\n"
-    "whose flag is not 0. The letter of a channel is the first of its definition. Times are UTC.\n";
+    R"(# What the morning check looks at
+
+Made by `orvane-cli table check --rules`; a test compares it. An error means that the boxes would record
+nothing, or nothing usable; a warning is probably not what is meant; a hint is worth a look and often right.
+A rule speaks once for each box, or once for the table, and names all channels concerned. Rules marked * read
+files; the rules of stepping from `step-long` on read the schedule file where "AUTO" names one.
+
+Channels are those of the local box ("TCHN", or "NCHN" where that is 0) and of the auxiliary boxes; recorded
+are those whose flag is not 0. The letter of a channel is the first of its definition. Times are UTC.
+)";
 
 std::string Row(const Rule& rule) {
   const std::string_view severity =

@@ -317,6 +317,7 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
     *exit_code = RunTableStartup(arguments->startup);
   });
 
+  AddTableCheck(table, exit_code);
   AddTableConversions(table, exit_code);
 }
 

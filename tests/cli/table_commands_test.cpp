@@ -310,6 +310,41 @@ TEST_F(TableCommands, UsageErrorsAreTwoHelpAndVersionAreNone) {
   }
 }
 
+TEST_F(TableCommands, CheckSaysWhatIsWrong) {
+  const std::string right =
+      "table set two.tbl SNUM=7 SNTX=8 CSSN=1 CNOM=1 CREQ=8 FLAG1=0 FLAG2=0 FLAG3=0 --to ";
+  ASSERT_EQ(Run(right + "right.tbl").exit_code, 0);
+  ASSERT_EQ(Run(right + "hint.tbl MODE=2").exit_code, 0);
+  ASSERT_EQ(Run(right + "wrong.tbl LFRQ=16 \"CHDEF1=\xC3\xBC\"").exit_code, 0);
+  const Outcome good = Run("table check right.tbl --now '2026/11/20 06:00'");
+  EXPECT_EQ(good.exit_code, 0);
+  EXPECT_EQ(good.out, "");
+  EXPECT_EQ(Run("table check right.tbl --format json").out, "[]\n");
+  const std::string hint =
+      "\thint\tmode\t\tMODE\tMODE is 2: the table is not one of a box in set-up\n";
+  const Outcome hinted = Run("table check right.tbl hint.tbl");
+  EXPECT_EQ(hinted.exit_code, 0);
+  EXPECT_EQ(hinted.out, "hint.tbl" + hint);
+  const Outcome both = Run("table check none.tbl wrong.tbl hint.tbl");
+  EXPECT_EQ(both.exit_code, 1);
+  EXPECT_NE(both.err.find("none.tbl"), std::string::npos);
+  EXPECT_EQ(both.out,
+            "wrong.tbl\twarning\tline-code\t\tLFRQ\tLFRQ is 16: mains have 50 or 60 Hz\n"
+            "wrong.tbl\thint\tchannel-off\tLocal Box 7\tFLAG1\t"
+            "Defined, but not recorded (flag 0): channel 1\n"
+            "hint.tbl" +
+                hint);
+  EXPECT_EQ(Run("table check wrong.tbl --set none").exit_code, 1);
+  const std::string json = Run("table check hint.tbl --format json").out;
+  EXPECT_EQ(json,
+            "[\n  {\n    \"file\": \"hint.tbl\",\n    \"severity\": \"hint\",\n"
+            "    \"id\": \"mode\",\n    \"box\": \"\",\n    \"keys\": [\n      \"MODE\"\n    ],\n"
+            "    \"sentence\": \"MODE is 2: the table is not one of a box in set-up\"\n  }\n]\n");
+  for (const char* usage : {"", "right.tbl --now yesterday", "right.tbl --format xml"}) {
+    EXPECT_EQ(Run(std::string("table check ") + usage).exit_code, 2) << usage;
+  }
+}
+
 TEST_F(TableCommands, StartupWritesAFileForEachBox) {
   const std::string boxes = "SNUM=2417 SNTX=3105 SN01=1203 SN02=0 SN03=1211";
   ASSERT_EQ(Run("table set two.tbl " + boxes + " --to a.tbl").exit_code, 0);
