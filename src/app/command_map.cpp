@@ -72,6 +72,7 @@ constexpr auto kView = std::to_array<CommandRow>({
     {kViewBoxStatus, "View &Box Status...", "Display box status information"},
     kLine,
     {kViewChanges, "Ch&anges\tF8", "What differs from the file, the defaults or another table\nChanges"},
+    {kViewMap, "&Map\tF9", "Where electrodes, transmitter and stations of the table are\nMap"},
     kLine,
     {kViewTheme, "T&heme", ""},
     {kViewToolbar, "&Toolbar", ""},

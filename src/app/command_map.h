@@ -27,6 +27,7 @@ enum CommandId : int {
   kViewChanges = 32907,
   kSaveValues = 32908,
   kApplyValues = 32909,
+  kViewMap = 32910,
   kViewToolbar = 59392,
   kViewStatusBar = 59393,
   kEditUndo = 57643,
