@@ -240,7 +240,7 @@ class Maker {
       map_.notes.emplace_back("Coils: azimuth not set");
       return;
     }
-    const MapPoint stand = From({}, azimuth + 45, arm);
+    const MapPoint stand = From({}, azimuth + 45, extent ? arm : 0);
     AddCoil("Hx", stand, coil, arm / 2);
     AddCoil("Hy", stand, coil + 90, arm / 2);
     map_.notes.emplace_back("Coils: only their directions are known");

@@ -33,31 +33,6 @@ std::int32_t SecondsBetween(std::uint32_t start, std::uint32_t end) {
   return static_cast<std::int32_t>(end - start);
 }
 
-struct Span {
-  std::uint32_t start;
-  std::uint32_t end;
-};
-
-Span RecordingOf(const ParamTable& table, const Clock& now) {
-  ParamTime start = TimeParam(table, "STIM");
-  ParamTime end = TimeParam(table, "ETIM");
-  CompleteDateFromToday(&start, now);
-  CompleteEndDate(start, &end);
-  return {ParamTimeToSeconds(start), ParamTimeToSeconds(end)};
-}
-
-Span HighRateWindow(const ParamTable& table, const Span& recording, const Clock& now) {
-  ParamTime start = TimeParam(table, "HTIM");
-  ParamTime end = TimeParam(table, "ETMH");
-  if (EqualButForWeekday(start, end)) {
-    return recording;
-  }
-  CompleteDateFromToday(&start, now);
-  CompleteEndDate(start, &end);
-  return {std::max(ParamTimeToSeconds(start), recording.start),
-          std::min(ParamTimeToSeconds(end), recording.end)};
-}
-
 // Seconds recorded in a band of which `amount` seconds, at most a whole slot, belong to each slot.
 std::uint32_t BandSeconds(std::int32_t amount, std::int32_t slot, std::uint32_t window) {
   if (slot <= 0) {
@@ -80,8 +55,29 @@ double Megabytes(const Scheme& scheme, Bytes channels, Bytes seconds, Bytes seco
 
 }  // namespace
 
+RecordingSpan RecordingOf(const ParamTable& table, const Clock& now) {
+  ParamTime start = TimeParam(table, "STIM");
+  ParamTime end = TimeParam(table, "ETIM");
+  CompleteDateFromToday(&start, now);
+  CompleteEndDate(start, &end);
+  return {ParamTimeToSeconds(start), ParamTimeToSeconds(end)};
+}
+
+RecordingSpan HighRateWindow(const ParamTable& table, const RecordingSpan& recording,
+                             const Clock& now) {
+  ParamTime start = TimeParam(table, "HTIM");
+  ParamTime end = TimeParam(table, "ETMH");
+  if (EqualButForWeekday(start, end)) {
+    return recording;
+  }
+  CompleteDateFromToday(&start, now);
+  CompleteEndDate(start, &end);
+  return {std::max(ParamTimeToSeconds(start), recording.start),
+          std::min(ParamTimeToSeconds(end), recording.end)};
+}
+
 RecordingSize EstimateRecordingSize(const ParamTable& table, int channels, const Clock& now) {
-  const Span recording = RecordingOf(table, now);
+  const RecordingSpan recording = RecordingOf(table, now);
   const std::int32_t duration = SecondsBetween(recording.start, recording.end);
   if (duration <= 0) {
     return {};
@@ -93,7 +89,7 @@ RecordingSize EstimateRecordingSize(const ParamTable& table, int channels, const
   if (sampling == 2) {
     scheme.low_rate = kDamtRate;
   } else {
-    const Span window = HighRateWindow(table, recording, now);
+    const RecordingSpan window = HighRateWindow(table, recording, now);
     if (window.end < window.start) {
       return {};  // kept: the low rate would record all the same
     }

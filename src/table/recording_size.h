@@ -2,10 +2,25 @@
 #ifndef ORVANE_TABLE_RECORDING_SIZE_H_
 #define ORVANE_TABLE_RECORDING_SIZE_H_
 
+#include <cstdint>
+
 #include "table/clock.h"
 #include "table/param_table.h"
 
 namespace orvane {
+
+/// Seconds since 1970 in UTC; `end` before `start`: empty.
+struct RecordingSpan {
+  std::uint32_t start = 0;
+  std::uint32_t end = 0;
+};
+
+/// From "STIM" to "ETIM". Times without a date get one as a box gives it, from `now` (UTC).
+RecordingSpan RecordingOf(const ParamTable& table, const Clock& now);
+/// The part of a recording in which high rates are recorded too: "HTIM" to "ETMH", or all of it
+/// where these two are equal.
+RecordingSpan HighRateWindow(const ParamTable& table, const RecordingSpan& recording,
+                             const Clock& now);
 
 /// Megabytes of 2^20 bytes.
 struct RecordingSize {

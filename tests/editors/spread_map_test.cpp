@@ -73,7 +73,7 @@ TEST(SpreadMap, PlacesWhatTheTableKnows) {
                 "Ex: 50000,0 -50000,0; Ey: 0,-30000 0,30000; Hx: 20616,-27904 20616,-13327; "
                 "Hy: 13327,-20616 27904,-20616",
                 "Places count from the middle of the site; Coils: only their directions are known"},
-           Case{"TECH=5 EXLN=0 EYLN=-3", "Hx: 14142,9142 14142,19142; Hy: 9142,14142 19142,14142",
+           Case{"TECH=5 EXLN=0 EYLN=-3", "Hx: 0,-5000 0,5000; Hy: -5000,0 5000,0",
                 "Places count from the middle of the site; Ex dipole: length or azimuth not set; "
                 "Ey dipole: length or azimuth not set; Coils: only their directions are known"},
            Case{"TECH=0 NCHN=1 EPOS1=1e300", "",

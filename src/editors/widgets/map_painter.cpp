@@ -5,6 +5,7 @@
 #include <QLineF>
 #include <QPolygonF>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -22,6 +23,7 @@ constexpr double kGridStep = 64;    // at least, pixels
 constexpr double kLeastSize = 1;    // metres, of a map with one point
 constexpr double kMarginShare = 8;  // this part of the area is left free on each side
 constexpr int kMostNotes = 3;
+constexpr int kTitleLines = 2;
 
 // The smallest of 1, 2 and 5 times a power of ten that is no less than `least`.
 double RoundLength(double least) {
@@ -44,6 +46,16 @@ QStringList NoteLines(const SpreadMap& map) {
     lines = lines.mid(0, kMostNotes - 1) << QStringLiteral("and %1 more").arg(more);
   }
   return lines;
+}
+
+QString TitleOf(const SpreadMap& map, const MapLook& look) {
+  if (look.current < 0 || look.current >= static_cast<int>(map.items.size())) {
+    return map.items.empty() ? QStringLiteral("Nothing has a position")
+                             : QStringLiteral("East and north in metres");
+  }
+  const MapItem& item = map.items[static_cast<std::size_t>(look.current)];
+  const std::string mark = MarkOf(item, look.marks);
+  return TextFromBytes(Describe(item) + (mark.empty() ? "" : "; " + mark));
 }
 
 double DistanceTo(const QLineF& line, const QPointF& at) {
@@ -236,10 +248,7 @@ class Drawing {
     const QString name = TextFromBytes(item.name);
     const QSizeF size(metrics.horizontalAdvance(name), metrics.height());
     const QPointF at = AnchorOf(item);
-    for (const QPointF& corner :
-         {QPointF(at.x() - size.width() / 2, at.y() - kGap - kDot - size.height()),
-          QPointF(at.x() - size.width() / 2, at.y() + kGap + kDot),
-          QPointF(at.x() + kGap + kDot, at.y() - size.height() / 2)}) {
+    for (const QPointF& corner : CornersFor(item, at, size)) {
       const QRectF rect(corner, size);
       const bool is_free = area_.contains(rect) &&
                            std::none_of(taken->begin(), taken->end(), [&rect](const QRectF& other) {
@@ -258,10 +267,33 @@ class Drawing {
     }
   }
 
-  // What a name is beside: the middle, of a loop that of its first side.
+  // What a name is beside: the middle, of a loop that of its first side; where lines cross in their
+  // middles, nearer to the first end; the tip of an arrow.
   QPointF AnchorOf(const MapItem& item) const {
     const QPointF first = projection_.ToScreen(item.points.front());
-    return item.points.size() < 2 ? first : (first + projection_.ToScreen(item.points[1])) / 2;
+    if (item.points.size() < 2) {
+      return first;
+    }
+    const double share = item.kind == MapItem::kDirection                         ? 1
+                         : map_.is_around_centre && item.kind == MapItem::kDipole ? 0.25
+                                                                                  : 0.5;
+    return first + share * (projection_.ToScreen(item.points[1]) - first);
+  }
+
+  // Where the name of an item may begin: on both sides of its line.
+  std::array<QPointF, 2> CornersFor(const MapItem& item, const QPointF& at,
+                                    const QSizeF& size) const {
+    const QPointF along = item.points.size() < 2 ? QPointF(1, 0)
+                                                 : projection_.ToScreen(item.points[1]) -
+                                                       projection_.ToScreen(item.points[0]);
+    const bool is_upright = std::abs(along.y()) > std::abs(along.x());
+    const double off = kGap + kDot;
+    if (is_upright) {
+      const double y = at.y() - size.height() / 2;
+      return {QPointF(at.x() + off, y), QPointF(at.x() - off - size.width(), y)};
+    }
+    const double x = at.x() - size.width() / 2;
+    return {QPointF(x, at.y() - off - size.height()), QPointF(x, at.y() + off)};
   }
 
   void PaintScaleBar() {
@@ -330,7 +362,7 @@ QRectF MapArea(const QSizeF& size, const QFont& font, const SpreadMap& map) {
   const double left = metrics.horizontalAdvance(QStringLiteral("0000000")) + 2 * kGap;
   const double line = metrics.lineSpacing();
   const double below = line * (1 + static_cast<double>(NoteLines(map).size())) + kGap;
-  const double top = line + kGap;
+  const double top = kTitleLines * line + kGap;
   return {left, top, std::max(size.width() - left - kGap, 1.0),
           std::max(size.height() - top - below, 1.0)};
 }
@@ -372,15 +404,11 @@ void PaintMap(QPainter* painter, const QSizeF& size, const SpreadMap& map, const
   const QRectF area = MapArea(size, font, map);
   painter->fillRect(QRectF(QPointF(), size), palette.color(QPalette::Window));
   const QFontMetricsF metrics(font);
-  const bool has_current = look.current >= 0 && look.current < static_cast<int>(map.items.size());
-  const QString title =
-      map.items.empty() ? QStringLiteral("Nothing has a position")
-      : has_current     ? TextFromBytes(Describe(map.items[static_cast<std::size_t>(look.current)]))
-                        : QStringLiteral("East and north in metres");
+  const QString title = TitleOf(map, look);
   painter->setPen(palette.color(QPalette::WindowText));
   const double width = size.width() - 2 * kGap;
-  painter->drawText(QPointF(kGap, metrics.ascent()),
-                    metrics.elidedText(title, Qt::ElideRight, width));
+  painter->drawText(QRectF(kGap, 0, width, kTitleLines * metrics.lineSpacing()),
+                    Qt::AlignLeft | Qt::AlignBottom | Qt::TextWordWrap, title);
   double y = area.bottom() + metrics.lineSpacing() + metrics.ascent() + 1;
   for (const QString& note : NoteLines(map)) {
     painter->drawText(QPointF(kGap, y), metrics.elidedText(note, Qt::ElideRight, width));

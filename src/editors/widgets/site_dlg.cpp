@@ -89,7 +89,7 @@ QGroupBox* CSiteDlg::LayoutGroup() {
     auto* row = new QHBoxLayout;
     row->addWidget(calculate);
     row->addWidget(coordinates_, 1);
-    rows->addRow(QString(), row);
+    rows->addRow(row);
   }
   return group;
 }
