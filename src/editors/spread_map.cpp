@@ -265,6 +265,7 @@ class Maker {
     }
     MapItem item = OfMainBox(name);
     item.channel = IntParam(site_, channel) - 1;
+    item.leads_to_positive = true;
     item.points = {From({}, azimuth, length / 2), From({}, azimuth, -length / 2)};
     map_.items.push_back(std::move(item));
   }
@@ -362,9 +363,9 @@ double AzimuthOf(const MapItem& item) {
   if (item.points.size() != 2) {
     return 0;
   }
-  const double degrees = std::atan2(item.points[1].east - item.points[0].east,
-                                    item.points[1].north - item.points[0].north) /
-                         kDegree;
+  const MapPoint& start = item.points[item.leads_to_positive ? 1 : 0];
+  const MapPoint& end = item.points[item.leads_to_positive ? 0 : 1];
+  const double degrees = std::atan2(end.east - start.east, end.north - start.north) / kDegree;
   return Rounded(degrees < 0 ? degrees + 360 : degrees);
 }
 

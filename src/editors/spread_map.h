@@ -31,10 +31,11 @@ struct MapItem {
   };
   Kind kind = kDipole;
   bool is_transmitter = false;
-  int box = -1;       ///< row in the spread, from 0; below 0: of no box
-  int channel = -1;   ///< from 0; below 0: of no channel
-  std::string owner;  ///< "Local Box 2417"; empty without a box
-  std::string name;   ///< "Ex1"; "channel 4" where it has no definition
+  bool leads_to_positive = false;  ///< the azimuth of a dipole counts towards its first point
+  int box = -1;                    ///< row in the spread, from 0; below 0: of no box
+  int channel = -1;                ///< from 0; below 0: of no channel
+  std::string owner;               ///< "Local Box 2417"; empty without a box
+  std::string name;                ///< "Ex1"; "channel 4" where it has no definition
   std::vector<MapPoint> points;
   std::optional<double> elevation;  ///< of the first point, metres
 };
@@ -68,7 +69,8 @@ SpreadMap MapOf(const ParamTable& table);
 
 /// Metres from the first point to the second; 0 for what is no pair.
 double LengthOf(const MapItem& item);
-/// Degrees from north to the east of the second point seen from the first, 0 to below 360.
+/// Degrees from north to the east, 0 to below 360, in which the item leads: from its first point to
+/// the second, or where `leads_to_positive` the other way.
 double AzimuthOf(const MapItem& item);
 /// "450 E, 1200 N" in metres.
 std::string PlaceText(const MapPoint& point);

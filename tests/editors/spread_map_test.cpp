@@ -99,6 +99,10 @@ TEST(SpreadMap, SaysInWordsWhereThingsAre) {
             "Ex, Local Box 7: from 10 E, 20 N to 13 E, 16 N (m), length 5 m, azimuth 143.13 "
             "degrees, elevation 712 m");
   EXPECT_EQ(Describe(map.items[1]), "Hy, Local Box 7: 1 E, 0 N (m)");
+  ParamTable site = NewTable();
+  SetAll(&site, "TECH=5 SNUM=7 CHEX=1 EAZM=90 EXLN=100");
+  EXPECT_EQ(Describe(MapOf(site).items[0]),
+            "Ex, Local Box 7: from 50 E, 0 N to -50 E, 0 N (m), length 100 m, azimuth 90 degrees");
   EXPECT_EQ(map.IndexOf(1, 1), 1);
   EXPECT_EQ(map.IndexOf(-1, -1), -1) << "the station is of no box";
   const auto extent = map.Extent();

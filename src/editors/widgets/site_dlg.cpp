@@ -85,7 +85,7 @@ QGroupBox* CSiteDlg::LayoutGroup() {
     coordinates_->setObjectName(QStringLiteral("coordinates"));
     coordinates_->setTextFormat(Qt::PlainText);
     coordinates_->setWordWrap(true);
-    coordinates_->setMinimumHeight(2 * coordinates_->fontMetrics().lineSpacing());  // no reflow
+    coordinates_->setFixedHeight(2 * coordinates_->fontMetrics().lineSpacing());  // no reflow
     auto* row = new QHBoxLayout;
     row->addWidget(calculate);
     row->addWidget(coordinates_, 1);
@@ -141,6 +141,7 @@ void CSiteDlg::OnCalcCoord() {
     const QString text = TextFromBytes(CalculateCoordinates(*form_, spread_.get()));
     panel_->ShowChannels();
     coordinates_->setText(text);
+    coordinates_->setToolTip(text);
     emit told(text);
   }
 }

@@ -37,15 +37,19 @@ QSize TimelineBar::sizeHint() const {
 
 QSize TimelineBar::minimumSizeHint() const { return {160, sizeHint().height()}; }
 
+int TimelineBar::Lanes() const {
+  return std::clamp(static_cast<int>(line_.lanes.size()), 1, kMostLanes);
+}
+
 QRectF TimelineBar::Area() const {
   const QFontMetricsF metrics(font());
   const double left = metrics.horizontalAdvance(QStringLiteral("High rates")) + 2 * kGap;
-  return {left, kGap, std::max(width() - left - kGap, 1.0), kMostLanes * metrics.lineSpacing()};
+  return {left, kGap, std::max(width() - left - kGap, 1.0), Lanes() * metrics.lineSpacing()};
 }
 
 QRectF TimelineBar::LaneRect(std::size_t lane) const {
   const QRectF area = Area();
-  const double height = area.height() / kMostLanes;
+  const double height = area.height() / Lanes();
   return {area.left(), area.top() + height * static_cast<double>(lane), area.width(), height};
 }
 

@@ -30,6 +30,7 @@ class TimelineBar : public QWidget {
   bool event(QEvent* event) override;
 
  private:
+  int Lanes() const;
   /// Where the bars are.
   QRectF Area() const;
   QRectF LaneRect(std::size_t lane) const;
