@@ -21,6 +21,7 @@
 #include "changes/widgets/changes_dock.h"
 #include "changes/widgets/save_values_dlg.h"
 #include "check/widgets/check_dock.h"
+#include "editors/line_layout.h"
 #include "editors/widgets/acq_param_dlg.h"
 #include "editors/widgets/box_serial_dlg.h"
 #include "editors/widgets/box_status_dlg.h"
@@ -28,6 +29,7 @@
 #include "editors/widgets/current_sensor_dlg.h"
 #include "editors/widgets/ftp_dlg.h"
 #include "editors/widgets/gsm_dlg.h"
+#include "editors/widgets/map_dock.h"
 #include "editors/widgets/param_table_dlg.h"
 #include "editors/widgets/radio_dlg.h"
 #include "editors/widgets/site_dlg.h"
@@ -153,6 +155,10 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
     SiteForm form(&table, tech, TransmitterModels());
     static_cast<void>(form.Open());
     CSiteDlg dialog(&form, &table, &prompts, frame);
+    if (auto* line = dialog.findChild<QPushButton*>(QString::number(CSiteDlg::kCalcCoord))) {
+      line->click();
+    }
+    dialog.findChild<QPushButton*>(QStringLiteral("show-map"))->setChecked(true);
     done = visit(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
   }
   PutInt(&table, "TECH", kSip);
@@ -171,6 +177,46 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
     }
   }
   return VisitStartupResults(&table, &prompts, frame, visit) && done;
+}
+
+// The map of each method in the main window: a line, a loop, a cross of dipoles, no positions.
+bool VisitMaps(COrvaneApp* app, const QString& survey, const Visit& visit) {
+  COrvaneDoc& doc = app->Document();
+  CMainFrame& frame = app->Frame();
+  const ParamTable before = doc.Table();
+  auto* dock = frame.findChild<MapDock*>();
+  bool done = true;
+  dock->show();
+  for (const auto& [method, name] :
+       {std::pair("SIP", "map-sip"), std::pair("TDEM", "map-tdem"), std::pair("CSAMT", "map-csamt"),
+        std::pair("MT", "map-mt"), std::pair("FDEM", "map-fdem")}) {
+    const QString path = survey + QStringLiteral("/%1/Startup.tbl").arg(QLatin1String(method));
+    done = LoadParamFile(&doc.Table(), PathFromText(path)) == kOk && done;
+    const Tech tech = TechOf(doc.Table());
+    SiteForm form(&doc.Table(), tech, TransmitterModels());
+    static_cast<void>(form.Open());
+    Spread spread(&doc.Table());
+    if (form.HasLine()) {
+      static_cast<void>(CalculateCoordinates(form, &spread));
+    } else if (tech == kTdem) {
+      spread.PlaceElectrode(0, 0, Spread::kPositive, 1100, 400);
+      spread.PlaceElectrode(0, 0, Spread::kNegative, 1300, 600);
+      for (int channel = 0; channel < 3; ++channel) {
+        spread.PlaceElectrode(1, channel, Spread::kPositive, 1200 + 50 * channel, 500);
+        spread.PlaceElectrode(1, channel, Spread::kNegative, 1250 + 50 * channel, 500);
+      }
+    }
+    spread.Save();
+    doc.UpdateAllViews();
+    dock->View()->Choose(1, 1);
+    dock->View()->SetMarked({{1, 2, "electrodes as far apart as 10 dipoles"}});
+    done = visit(&frame, name) && done;
+  }
+  dock->View()->SetMarked({});
+  dock->hide();
+  doc.Table() = before;
+  doc.UpdateAllViews();
+  return done;
 }
 
 // The pictures' day, so that they are the same on every day.
@@ -616,6 +662,7 @@ bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit
   done = visit(&cautions, "raw-parameters-cautions") && done;
 
   done = VisitSetup(app, visit) && done;
+  done = VisitMaps(app, survey, visit) && done;
   done = VisitAcquisition(app->Document().Table(), visit) && done;
   done = VisitStepping(app->Document().Table(), visit) && done;
 

@@ -16,6 +16,7 @@
 
 #include "app/about_dlg.h"
 #include "app/lock_keys.h"
+#include "app/map_command.h"
 #include "app/user_guide.h"
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
@@ -256,6 +257,7 @@ void CMainFrame::ConnectCommands() {
   ConnectSteps();
   ConnectChanges();
   ConnectCheck();
+  AddMapDock(doc_, Command(kViewMap), this);
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
   Handle(kEditStepping, [this] { editors_.EditStepping(); });
   Handle(kListSchedules, [this] { utilities_.ListSchedules(); });

@@ -81,6 +81,8 @@ void COrvaneView::Build() {
   layout->addWidget(file_);
   layout->addSpacing(8);
   layout->addLayout(columns);
+  timeline_ = new TimelineBar(page);
+  layout->addWidget(timeline_);
   layout->addStretch();
   setWidget(page);
 }
@@ -116,6 +118,7 @@ void COrvaneView::OnUpdate() {
                                               .arg(QDir::toNativeSeparators(doc_->Path()))
                                               .arg(doc_->FileVersion())
                                               .arg(NotInFileText()));
+  timeline_->SetTimeline(TimelineOf(doc_->Table(), UtcClock(), 0));
   std::size_t at = 0;
   for (const SummaryGroup& group : SummarizeTable(doc_->Table(), UtcClock())) {
     for (const SummaryLine& line : group.lines) {

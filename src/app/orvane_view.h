@@ -10,6 +10,7 @@
 
 #include "app/orvane_doc.h"
 #include "editors/table_summary.h"
+#include "editors/widgets/timeline_bar.h"
 
 namespace orvane {
 
@@ -33,6 +34,7 @@ class COrvaneView : public QScrollArea {
   COrvaneDoc* doc_;
   QLabel* name_ = nullptr;
   QLabel* file_ = nullptr;
+  TimelineBar* timeline_ = nullptr;
   QTimer minute_;                // a start that was to come may be in the past now
   std::vector<QLabel*> values_;  // in the order of the summary's lines
 };

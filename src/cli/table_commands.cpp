@@ -10,6 +10,7 @@
 #include "cli/table_explain.h"
 #include "editors/box_list.h"
 #include "editors/raw_table.h"
+#include "editors/spread_map.h"
 #include "files/path_text.h"
 #include "table/param_text.h"
 #include "table/param_time.h"
@@ -175,6 +176,18 @@ ExitCode RunTableBoxes(const std::filesystem::path& file) {
   return PrintResult(text) ? kAllDone : kSomeFailed;
 }
 
+ExitCode RunTableElectrodes(const std::filesystem::path& file) {
+  ParamTable table;
+  TblReport report;
+  if (!LoadTable(file, &table, &report)) {
+    return kSomeFailed;
+  }
+  for (const std::string& note : MapOf(table).notes) {
+    PrintMessage(FileMessage(file, PrintableLatin1(note)));
+  }
+  return PrintResult(ElectrodeLines(table)) ? kAllDone : kSomeFailed;
+}
+
 }  // namespace
 
 CLI::Validator NotEmpty() {
@@ -291,6 +304,12 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
       "boxes", "Print the boxes of the spread: kind, serial number, channels, mode control");
   AddPath(boxes, "FILE", &arguments->file, "a parameter table")->required();
   boxes->callback([=] { *exit_code = RunTableBoxes(arguments->file); });
+
+  CLI::App* electrodes = table->add_subcommand("electrodes",
+                                               "Print where the electrodes are: box, channel, "
+                                               "name, easting, northing and elevation of both");
+  AddPath(electrodes, "FILE", &arguments->file, "a parameter table")->required();
+  electrodes->callback([=] { *exit_code = RunTableElectrodes(arguments->file); });
 
   CLI::App* startup =
       table->add_subcommand("startup", "Write one start-up file for each box of the spread");

@@ -179,6 +179,14 @@ void AcqForm::ShowSpace() {
   model_.SetText(acq::kSpace, FormatReal(size.stated));
 }
 
+Timeline AcqForm::Recording() const {
+  ParamTable shown = *table_;
+  model_.WriteTo(&shown, std::array{acq::kFunction});
+  model_.WriteTo(&shown, kSchedule);
+  model_.WriteTo(&shown, kTimes);
+  return TimelineOf(shown, *now_, model_.HourOffset());
+}
+
 void AcqForm::WriteSchedule() {
   model_.Write(kSchedule);
   model_.Write(kTimes);

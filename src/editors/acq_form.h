@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "editors/acq_fields.h"
+#include "editors/timeline.h"
 #include "forms/early_writes.h"
 #include "forms/form_model.h"
 #include "table/clock.h"
@@ -42,6 +43,9 @@ class AcqForm {
   void CalculateSpace();
   /// What is shown beside the estimate where 32 bits could not count it: "(> 4096 Mb: 5632.5)".
   const std::string& SpaceNote() const { return space_note_; }
+
+  /// What the recording would be with what the fields show, in the zone shown.
+  Timeline Recording() const;
 
   /// OK: writes everything. Validate first.
   void Commit();

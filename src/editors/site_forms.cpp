@@ -289,6 +289,13 @@ std::vector<int> SiteForm::WriteOrder() const {
   return order;
 }
 
+ParamTable SiteForm::Shown() const {
+  ParamTable shown = *table_;
+  model_.WriteTo(&shown, WriteOrder());
+  PutInt(&shown, "TECH", tech_);
+  return shown;
+}
+
 void SiteForm::Commit() { model_.Write(WriteOrder()); }
 
 // A loop without a size becomes a square one of the effective area, which the transmitter's channel

@@ -103,6 +103,8 @@ class SiteForm {
   std::vector<std::string> Open();
   /// To be called after the user changed a control.
   void OnEdited(int control);
+  /// A copy of the table with what the form shows: for pictures of what OK would store.
+  ParamTable Shown() const;
   /// Writes everything but the spread and what follows from it.
   void Commit();
   /// TDEM and FDEM, once the grids of the spread are written: the sides of a loop without a size,

@@ -206,6 +206,14 @@ std::string Spread::ChannelCell(int box, int channel, ChannelColumn column) cons
   return CellText(cell.stored, InfoOf(column));
 }
 
+std::optional<double> Spread::ChannelReal(int box, int channel, ChannelColumn column) const {
+  if (!CanEditChannel(box, column)) {
+    return std::nullopt;
+  }
+  return RealOf(
+      At(box).channels[static_cast<std::size_t>(channel)][static_cast<std::size_t>(column)].stored);
+}
+
 bool Spread::CanEditChannel(int box, ChannelColumn column) const {
   return !ChannelKey(KindOf(At(box)), 1, 1, column).IsEmpty();
 }

@@ -4,6 +4,7 @@
 #define ORVANE_EDITORS_SPREAD_H_
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,6 +63,8 @@ class Spread {
 
   int ChannelCount(int box) const;
   std::string ChannelCell(int box, int channel, ChannelColumn column) const;
+  /// A number as it is stored, with all its digits; none where the box has no such column.
+  std::optional<double> ChannelReal(int box, int channel, ChannelColumn column) const;
   bool CanEditChannel(int box, ChannelColumn column) const;
   std::string EditChannel(int box, int channel, ChannelColumn column, std::string_view text);
   bool CanInsertChannel(int box) const;

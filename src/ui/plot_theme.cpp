@@ -21,26 +21,15 @@
 namespace orvane {
 namespace {
 
-// Draws with a painter that keeps lines as lines.
-void DrawPlot(QCustomPlot* plot, QPaintDevice* device, const QSize& size, double scale) {
-  QCPPainter painter;
-  painter.begin(device);
-  painter.setMode(QCPPainter::pmVectorized);
-  painter.setMode(QCPPainter::pmNoCaching);
-  painter.scale(scale, scale);
-  painter.fillRect(QRect(QPoint(), size), plot->palette().brush(QPalette::Window));
-  plot->toPainter(&painter, size.width(), size.height());
-  painter.end();
-}
-
-void WritePdf(QCustomPlot* plot, const QSize& size, QBuffer* buffer) {
+// A page of the size, of so many pixels for an inch.
+void WritePdf(const QSize& size, double pixels_per_inch, QBuffer* buffer,
+              const std::function<void(QPaintDevice*, double scale)>& draw) {
   constexpr int kDotsPerInch = 1200;
   QPdfWriter writer(buffer);
   writer.setResolution(kDotsPerInch);
-  const double pixels_per_inch = plot->logicalDpiX();
   writer.setPageSize(QPageSize(QSizeF(size) / pixels_per_inch, QPageSize::Inch));
   writer.setPageMargins(QMarginsF());
-  DrawPlot(plot, &writer, size, kDotsPerInch / pixels_per_inch);
+  draw(&writer, kDotsPerInch / pixels_per_inch);
 }
 
 // The pictures that can be saved here, as the dialog names them.
@@ -61,6 +50,41 @@ double Contrast(const QColor& one, const QColor& other) {
   constexpr double kGlare = 0.05;
   const auto [low, high] = std::minmax({Luminance(one), Luminance(other)});
   return (high + kGlare) / (low + kGlare);
+}
+
+struct Picture {
+  QSize size;
+  QString title;
+  double pixels_per_inch;
+};
+
+// Writes a picture as its extension says, by what draws on any device or makes pixels.
+Result<> Save(const QString& path, const Picture& picture,
+              const std::function<void(QPaintDevice*, double scale)>& draw,
+              const std::function<QPixmap()>& pixels) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  const QString extension = QFileInfo(path).suffix().toLower();
+  if (extension == QLatin1String("pdf")) {
+    WritePdf(picture.size, picture.pixels_per_inch, &buffer, draw);
+  } else if (extension == QLatin1String("svg") && CanWriteSvg()) {
+    WriteSvg(picture.size, picture.title, &buffer,
+             [&draw](QPaintDevice* device) { draw(device, 1); });
+  } else if (extension == QLatin1String("png")) {
+    pixels().save(&buffer, "PNG");
+  } else {
+    return Failure(QStringLiteral("%1: pictures are saved as .png%2 or .pdf")
+                       .arg(QDir::toNativeSeparators(path),
+                            CanWriteSvg() ? QStringLiteral(", .svg") : QString())
+                       .toStdString());
+  }
+  buffer.close();
+  const Result<> written = WriteFile(
+      PathFromText(path),
+      std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
+  return written ? written
+                 : Failure(QDir::toNativeSeparators(path).toStdString() + ": " + written.Message());
 }
 
 }  // namespace
@@ -150,29 +174,34 @@ QPen MarkerPen(const QColor& color, Qt::PenStyle style) {
 
 Result<> SavePlot(QCustomPlot* plot, const QString& path, QSize size) {
   size = size.isValid() ? size : plot->size();
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  const QString extension = QFileInfo(path).suffix().toLower();
-  if (extension == QLatin1String("pdf")) {
-    WritePdf(plot, size, &buffer);
-  } else if (extension == QLatin1String("svg") && CanWriteSvg()) {
-    WriteSvg(size, plot->accessibleName(), &buffer,
-             [plot, size](QPaintDevice* device) { DrawPlot(plot, device, size, 1); });
-  } else if (extension == QLatin1String("png")) {
-    plot->toPixmap(size.width(), size.height()).save(&buffer, "PNG");
-  } else {
-    return Failure(QStringLiteral("%1: pictures are saved as .png%2 or .pdf")
-                       .arg(QDir::toNativeSeparators(path),
-                            CanWriteSvg() ? QStringLiteral(", .svg") : QString())
-                       .toStdString());
-  }
-  buffer.close();
-  const Result<> written = WriteFile(
-      PathFromText(path),
-      std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
-  return written ? written
-                 : Failure(QDir::toNativeSeparators(path).toStdString() + ": " + written.Message());
+  // With a painter that keeps lines as lines.
+  const auto draw = [plot, size](QPaintDevice* device, double scale) {
+    QCPPainter painter;
+    painter.begin(device);
+    painter.setMode(QCPPainter::pmVectorized);
+    painter.setMode(QCPPainter::pmNoCaching);
+    painter.scale(scale, scale);
+    painter.fillRect(QRect(QPoint(), size), plot->palette().brush(QPalette::Window));
+    plot->toPainter(&painter, size.width(), size.height());
+    painter.end();
+  };
+  return Save(path, {size, plot->accessibleName(), static_cast<double>(plot->logicalDpiX())}, draw,
+              [plot, size] { return plot->toPixmap(size.width(), size.height()); });
+}
+
+Result<> SaveDrawing(const QString& path, const QSize& size, const QString& title,
+                     double pixels_per_inch, const std::function<void(QPainter*)>& draw) {
+  const auto draw_on = [&draw](QPaintDevice* device, double scale) {
+    QPainter painter(device);
+    painter.scale(scale, scale);
+    draw(&painter);
+  };
+  return Save(path, {size, title, pixels_per_inch}, draw_on, [&draw_on, size] {
+    QPixmap picture(size);
+    picture.fill(Qt::transparent);
+    draw_on(&picture, 1);
+    return picture;
+  });
 }
 
 bool AskAndSavePicture(const QSize& shown, const QString& name, QWidget* parent,

@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QPainter>
 #include <QPalette>
 #include <QPen>
 #include <QSize>
@@ -48,6 +49,11 @@ QPen MarkerPen(const QColor& color, Qt::PenStyle style = Qt::SolidLine);
 /// Saves a picture of a plot in its own size or another, as its extension says: .png, .svg or .pdf.
 /// After a failure the old file stays.
 Result<> SavePlot(QCustomPlot* plot, const QString& path, QSize size = {});
+
+/// The same of what `draw` draws in `size`, in pixels of which `pixels_per_inch` are an inch.
+/// `title` names it for assistive tools.
+Result<> SaveDrawing(const QString& path, const QSize& size, const QString& title,
+                     double pixels_per_inch, const std::function<void(QPainter*)>& draw);
 
 /// Asks for size and file, the file in the folder last used, and lets `save` write it, which
 /// returns what `SavePlot()` does. Adds the extension of the kind chosen where the name has none.

@@ -53,7 +53,8 @@ CAcqParamDlg::CAcqParamDlg(AcqForm* form, Prompts* prompts, QWidget* parent)
       same_times_(NewButton(acq::kSameTimes, "Set Hi. freq. Acq. Time Same As Low Freq.")),
       calc_space_(NewButton(acq::kCalcSpace, "Calc. Space")),
       coupling_note_(new QLabel(this)),
-      space_note_(new QLabel(this)) {
+      space_note_(new QLabel(this)),
+      timeline_(new TimelineBar(this)) {
   setWindowTitle(TextFromBytes(acq::kTitle));
   setObjectName(QStringLiteral("130"));
   CreateButtons();
@@ -91,11 +92,14 @@ void CAcqParamDlg::CreateButtons() {
 // Columns from left to right and downwards in each: the order of the tab key.
 QWidget* CAcqParamDlg::NewContent() {
   auto* content = new QWidget;
-  auto* columns = new QHBoxLayout(content);
-  columns->setContentsMargins(0, 0, 0, 0);
+  auto* columns = new QHBoxLayout;
   columns->addWidget(NewMethodColumn());
   columns->addWidget(NewFrontEndColumn());
   columns->addWidget(NewColumn({NewScheduleBox(), NewTimeZoneBox()}));
+  auto* layout = new QVBoxLayout(content);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addLayout(columns);
+  layout->addWidget(timeline_);
   return content;
 }
 
@@ -231,6 +235,7 @@ void CAcqParamDlg::ShowState() {
   calc_space_->setEnabled(form_->HasSchedule());
   coupling_note_->setText(TextFromBytes(form_->CouplingNote()));
   space_note_->setText(TextFromBytes(form_->SpaceNote()));
+  timeline_->SetTimeline(form_->Recording());
 }
 
 void CAcqParamDlg::OnCalcSpace() {

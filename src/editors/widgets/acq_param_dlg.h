@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "editors/acq_form.h"
+#include "editors/widgets/timeline_bar.h"
 #include "ui/form_dialog.h"
 
 namespace orvane {
@@ -56,6 +57,7 @@ class CAcqParamDlg : public CFormDialog {
   QPushButton* calc_space_;
   QLabel* coupling_note_;
   QLabel* space_note_;
+  TimelineBar* timeline_;
 };
 
 }  // namespace orvane

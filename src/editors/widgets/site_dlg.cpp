@@ -34,6 +34,7 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
   auto* groups = new QHBoxLayout;
   groups->addWidget(SurveyGroup(), 1);
   groups->addWidget(LayoutGroup(), 1);
+  groups->addWidget(MapGroup(), 1);
   auto* page_layout = new QVBoxLayout(page);
   page_layout->addLayout(groups);
   if (form->HasSpread()) {
@@ -41,11 +42,13 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
     panel_ = new SpreadPanel(spread_.get(), prompts, page);
     panel_->setMinimumHeight(260);
     page_layout->addWidget(panel_, 1);
+    ConnectPanel();
   }
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(new ContentScrollArea(page, this), 1);
-  layout->addWidget(OkAndCancel());
+  layout->addWidget(Buttons());
   ResizeWithinScreen(this, QSize(1180, form->HasSpread() ? 712 : 620));
+  ShowMap();
 }
 
 QGroupBox* CSiteDlg::SurveyGroup() {
@@ -82,13 +85,55 @@ QGroupBox* CSiteDlg::LayoutGroup() {
     coordinates_->setObjectName(QStringLiteral("coordinates"));
     coordinates_->setTextFormat(Qt::PlainText);
     coordinates_->setWordWrap(true);
-    coordinates_->setMinimumHeight(2 * coordinates_->fontMetrics().lineSpacing());  // no reflow
+    coordinates_->setFixedHeight(2 * coordinates_->fontMetrics().lineSpacing());  // no reflow
     auto* row = new QHBoxLayout;
     row->addWidget(calculate);
     row->addWidget(coordinates_, 1);
-    rows->addRow(QString(), row);
+    rows->addRow(row);
   }
   return group;
+}
+
+QGroupBox* CSiteDlg::MapGroup() {
+  map_group_ = new QGroupBox(QStringLiteral("Map"), this);
+  map_ = new SpreadMapView(map_group_);
+  (new QVBoxLayout(map_group_))->addWidget(map_);
+  return map_group_;
+}
+
+// The map is there at once where it has room beside the groups.
+QDialogButtonBox* CSiteDlg::Buttons() {
+  constexpr int kWide = 1100;
+  QDialogButtonBox* buttons = OkAndCancel();
+  QPushButton* shown = buttons->addButton(QStringLiteral("&Map"), QDialogButtonBox::ResetRole);
+  shown->setObjectName(QStringLiteral("show-map"));
+  shown->setToolTip(QStringLiteral("Shows where the electrodes are, beside the fields"));
+  shown->setCheckable(true);
+  shown->setAutoDefault(false);
+  connect(shown, &QPushButton::toggled, map_group_, &QWidget::setVisible);
+  shown->setChecked(screen()->availableSize().width() >= kWide);
+  map_group_->setVisible(shown->isChecked());
+  return buttons;
+}
+
+void CSiteDlg::ConnectPanel() {
+  connect(panel_, &SpreadPanel::changed, this, &CSiteDlg::ShowMap);
+  connect(panel_, &SpreadPanel::chosen, map_, &SpreadMapView::Choose);
+  connect(map_, &SpreadMapView::chosen, panel_, &SpreadPanel::Choose);
+}
+
+// As OK would leave it.
+void CSiteDlg::ShowMap() {
+  const ParamTable site = form_->Shown();
+  map_->SetMap(spread_ == nullptr ? MapOf(site) : MapOf(*spread_, site));
+  if (panel_ != nullptr) {
+    map_->Choose(panel_->CurrentBox(), panel_->CurrentChannel());
+  }
+}
+
+void CSiteDlg::OnEdited(int control) {
+  form_->OnEdited(control);
+  ShowMap();
 }
 
 void CSiteDlg::OnCalcCoord() {
@@ -96,6 +141,7 @@ void CSiteDlg::OnCalcCoord() {
     const QString text = TextFromBytes(CalculateCoordinates(*form_, spread_.get()));
     panel_->ShowChannels();
     coordinates_->setText(text);
+    coordinates_->setToolTip(text);
     emit told(text);
   }
 }

@@ -7,6 +7,7 @@
 
 #include "editors/site_forms.h"
 #include "editors/spread.h"
+#include "editors/widgets/spread_map_view.h"
 #include "editors/widgets/spread_panel.h"
 #include "ui/form_dialog.h"
 
@@ -29,16 +30,22 @@ class CSiteDlg : public CFormDialog {
   void told(const QString& text);
 
  private:
-  void OnEdited(int control) override { form_->OnEdited(control); }
+  void OnEdited(int control) override;
   void Commit() override;
   QGroupBox* SurveyGroup();
   QGroupBox* LayoutGroup();
+  QGroupBox* MapGroup();
+  QDialogButtonBox* Buttons();
+  void ConnectPanel();
+  void ShowMap();
   void OnCalcCoord();
 
   SiteForm* form_;
   std::unique_ptr<Spread> spread_;  // none for MT/AMT
   SpreadPanel* panel_ = nullptr;
   QLabel* coordinates_ = nullptr;  // what Calc. Coord. did
+  SpreadMapView* map_ = nullptr;
+  QGroupBox* map_group_ = nullptr;
 };
 
 /// The four names of the transmitter type list, from the user's settings.

@@ -181,7 +181,15 @@ void SpreadPanel::ShowChannels() {
   channels_->SetFocusCell(std::clamp(focus, 0, std::max(count - 1, 0)) + kHeaderRows, 1);
   channels_title_->setText(TextFromBytes(spread_->ChannelsTitle(box)));
   channels_->SetOwnerOfCells(box < 0 ? QString() : TextFromBytes(spread_->BoxName(box)));
+  emit changed();
   UpdateButtons();
+}
+
+void SpreadPanel::Choose(int box, int channel) {
+  if (box != CurrentBox()) {
+    boxes_->SetFocusCell(box + kHeaderRows, kBoxSerial);
+  }
+  channels_->SetFocusCell(channel + kHeaderRows, std::max(channels_->GetFocusCell().second, 0));
 }
 
 void SpreadPanel::UpdateButtons() {
@@ -190,6 +198,7 @@ void SpreadPanel::UpdateButtons() {
   delete_box_->setEnabled(spread_->CanDeleteBox(box));
   insert_channel_->setEnabled(box >= 0 && spread_->CanInsertChannel(box));
   delete_channel_->setEnabled(box >= 0 && spread_->CanDeleteChannel(box));
+  emit chosen(box, CurrentChannel());
 }
 
 void SpreadPanel::Refuse(CGridCtrl* grid, int column, const std::string& reason) {
@@ -221,6 +230,7 @@ void SpreadPanel::OnChannelEdited(int row, int column) {
   }
   channels_->SetItemText(
       row, column, TextFromBytes(spread_->ChannelCell(CurrentBox(), channel, ColumnAt(column))));
+  emit changed();
 }
 
 void SpreadPanel::Insert(BoxKind kind) {

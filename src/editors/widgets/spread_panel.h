@@ -24,9 +24,19 @@ class SpreadPanel : public QWidget {
 
   /// The row of the box whose channels are shown, from 0.
   int CurrentBox() const;
+  /// The row of the channel with the focus cell, from 0.
+  int CurrentChannel() const;
   /// Takes over a cell that is being edited. False where its text was refused.
   bool CommitEdits();
   void ShowChannels();
+  /// Puts the focus cells on a channel; both count from 0.
+  void Choose(int box, int channel);
+
+ signals:
+  /// What the spread holds may have changed.
+  void changed();
+  /// The focus cells are on another channel.
+  void chosen(int box, int channel);
 
  private:
   void CreateGrids();
@@ -44,7 +54,6 @@ class SpreadPanel : public QWidget {
   void OnInsertChannel();
   void OnDeleteChannel();
   void Insert(BoxKind kind);
-  int CurrentChannel() const;
 
   Spread* spread_;
   Prompts* prompts_;

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/map_command.h"
+
+#include "editors/widgets/map_dock.h"
+
+namespace orvane {
+
+void AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window) {
+  auto* dock = new MapDock(&doc->Table(), window);
+  window->addDockWidget(Qt::RightDockWidgetArea, dock);
+  dock->hide();
+  command->setCheckable(true);
+  command->setEnabled(true);
+  QObject::connect(command, &QAction::triggered, dock, [dock](bool is_wanted) {
+    dock->setVisible(is_wanted);
+    if (is_wanted) {
+      dock->View()->setFocus();
+    }
+  });
+  QObject::connect(dock->toggleViewAction(), &QAction::toggled, command, &QAction::setChecked);
+  QObject::connect(doc, &COrvaneDoc::changed, dock, &MapDock::Follow);
+}
+
+}  // namespace orvane
