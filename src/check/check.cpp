@@ -33,6 +33,7 @@ std::vector<Finding> CheckFiles(const ParamTable& table, const ParamTime& now,
                                 const Places& places) {
   Situation situation(table, now, places);
   situation.steps = FileSteps(situation);
+  situation.set_files = SetFilesOf(table, places.set);
   return RunRules(situation, [&situation](Needs needs) {
     return needs == Needs::kFiles || (needs == Needs::kSteps && HasStepFile(situation));
   });

@@ -73,8 +73,8 @@ void TellUnnumberedCoils(const Situation& situation, const Teller& tell) {
   }
 }
 
-void CoilSerial(const Situation& situation, const Teller& tell) {
-  TellUnnumberedCoils(situation, tell);
+// True, and told, where two axes have one coil.
+bool TellTwinCoils(const Situation& situation, const Teller& tell) {
   for (std::size_t axis = 1; axis < kAxisNames.size(); ++axis) {
     const auto number = CoilNumber(situation, axis);
     for (std::size_t before = 0; before < axis && number; ++before) {
@@ -83,9 +83,16 @@ void CoilSerial(const Situation& situation, const Teller& tell) {
                 std::string(kAxisNames[axis]) + " and " + std::string(kAxisNames[before]) +
                     " have one coil, " + FormatInt(*number),
                 situation.LocalBox().name);
-        return;
+        return true;
       }
     }
+  }
+  return false;
+}
+
+void CoilSerial(const Situation& situation, const Teller& tell) {
+  if (!TellTwinCoils(situation, tell)) {
+    TellUnnumberedCoils(situation, tell);
   }
 }
 

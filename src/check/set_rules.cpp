@@ -26,7 +26,7 @@ void TargetFolder(const Situation& situation, const Teller& tell) {
     tell({"SNUM"}, std::move(sentence));
     return;
   }
-  const std::vector<SetFile> files = SetFilesOf(situation.table, folder);
+  const std::vector<SetFile>& files = situation.set_files;
   for (auto file = files.begin(); file != files.end(); ++file) {
     const auto twin = std::find_if(files.begin(), file, [file](const SetFile& before) {
       return before.target == file->target || IsSameFile(before.target, file->target);
@@ -68,8 +68,7 @@ void TellMasters(const std::vector<const SetFile*>& files, const Teller& tell) {
 }
 
 void SetRadio(const Situation& situation, const Teller& tell) {
-  const std::vector<SetFile> all = SetFilesOf(situation.table, situation.places.set);
-  const std::vector<const SetFile*> files = Present(all);
+  const std::vector<const SetFile*> files = Present(situation.set_files);
   if (files.size() < 2) {
     return;
   }
@@ -94,7 +93,7 @@ void SetRadio(const Situation& situation, const Teller& tell) {
 
 void SetOther(const Situation& situation, const Teller& tell) {
   constexpr std::size_t kMostNamed = 8;
-  for (const SetFile& file : SetFilesOf(situation.table, situation.places.set)) {
+  for (const SetFile& file : situation.set_files) {
     const std::vector<ParamKey> keys = OtherDifferences(file);
     if (keys.empty()) {
       continue;
@@ -113,7 +112,7 @@ void SetOther(const Situation& situation, const Teller& tell) {
 
 void SetMissing(const Situation& situation, const Teller& tell) {
   constexpr std::ptrdiff_t kFewestOfASet = 2;
-  const std::vector<SetFile> files = SetFilesOf(situation.table, situation.places.set);
+  const std::vector<SetFile>& files = situation.set_files;
   const auto is_there = [](const SetFile& file) { return file.is_there; };
   if (std::count_if(files.begin(), files.end(), is_there) < kFewestOfASet) {
     return;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "check/check.h"
+#include "check/set_files.h"
 #include "editors/channel_keys.h"
 #include "stepping/schedule_row.h"
 #include "table/clock.h"
@@ -71,6 +72,7 @@ struct Situation {
   TimeSpan recording;
   CoilUse coils;
   CheckedSteps steps;
+  std::vector<SetFile> set_files;  ///< for the rules that need files
 
   bool IsMt() const { return tech == kMtAmt; }
   /// TDIP and TDEM.

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "base/latin1.h"
 #include "base/number_text.h"
 #include "check/rule.h"
 #include "editors/schedule_cautions.h"
@@ -116,13 +117,14 @@ void SpaceCard(const Situation& situation, const Teller& tell) {
   std::error_code error;
   const std::filesystem::space_info space = std::filesystem::space(card, error);
   const std::string box = situation.LocalBox().name;
+  const std::string name = PrintableUtf8(PathText(card));
   if (error) {
-    tell({"ETIM"}, "The free space of " + PathText(card) + " cannot be known", box);
+    tell({"ETIM"}, "The free space of " + name + " cannot be known", box);
     return;
   }
   const double room = static_cast<double>(space.available) / kMegabyte;
   if (const double megabytes = Estimate(situation); megabytes > room) {
-    tell({"ETIM"}, TooMuch(megabytes, room) + " on " + PathText(card), box);
+    tell({"ETIM"}, TooMuch(megabytes, room) + " on " + name, box);
   }
 }
 
