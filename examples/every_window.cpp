@@ -155,6 +155,10 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
     }
     dialog.findChild<QPushButton*>(QStringLiteral("show-map"))->setChecked(true);
     done = visit(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
+    if (tech == kCsamt) {
+      dialog.resize(660, 360);  // a field laptop at 200 %
+      done = visit(&dialog, "site-csamt-small") && done;
+    }
   }
   PutInt(&table, "TECH", kSip);
   StartupRun run(&table, PathFromText(app->Document().Path()), &prompts);

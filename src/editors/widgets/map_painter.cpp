@@ -362,7 +362,7 @@ QRectF MapArea(const QSizeF& size, const QFont& font, const SpreadMap& map) {
   const double left = metrics.horizontalAdvance(QStringLiteral("0000000")) + 2 * kGap;
   const double line = metrics.lineSpacing();
   const double below = line * (1 + static_cast<double>(NoteLines(map).size())) + kGap;
-  const double top = kTitleLines * line + kGap;
+  const double top = kTitleLines * line + 2 * kGap;
   return {left, top, std::max(size.width() - left - kGap, 1.0),
           std::max(size.height() - top - below, 1.0)};
 }

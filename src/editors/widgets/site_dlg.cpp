@@ -23,6 +23,16 @@ bool IsSurvey(int control) {
   return IsSurveyText(control) || control == SiteForm::kLine || control == SiteForm::kSite;
 }
 
+// Two lines, however long the text: one that grew with it would move everything below.
+class TwoLines : public QLabel {
+ public:
+  explicit TwoLines(QWidget* parent) : QLabel(parent) {
+    setWordWrap(true);
+    setFixedHeight(2 * fontMetrics().lineSpacing());
+  }
+  bool hasHeightForWidth() const override { return false; }
+};
+
 }  // namespace
 
 CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget* parent)
@@ -81,11 +91,9 @@ QGroupBox* CSiteDlg::LayoutGroup() {
     calculate->setToolTip(
         QStringLiteral("Fills the electrode positions of all boxes, along the line"));
     connect(calculate, &QPushButton::clicked, this, &CSiteDlg::OnCalcCoord);
-    coordinates_ = new QLabel(group);
+    coordinates_ = new TwoLines(group);
     coordinates_->setObjectName(QStringLiteral("coordinates"));
     coordinates_->setTextFormat(Qt::PlainText);
-    coordinates_->setWordWrap(true);
-    coordinates_->setFixedHeight(2 * coordinates_->fontMetrics().lineSpacing());  // no reflow
     auto* row = new QHBoxLayout;
     row->addWidget(calculate);
     row->addWidget(coordinates_, 1);
