@@ -28,6 +28,7 @@ enum CommandId : int {
   kSaveValues = 32908,
   kApplyValues = 32909,
   kViewMap = 32910,
+  kPrintSheets = 32911,
   kViewToolbar = 59392,
   kViewStatusBar = 59393,
   kEditUndo = 57643,

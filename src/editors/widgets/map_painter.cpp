@@ -257,7 +257,7 @@ class Drawing {
       if (!is_free) {
         continue;
       }
-      taken->push_back(rect);
+      taken->push_back(rect.adjusted(-kGap, 0, kGap, 0));
       const QFont usual = painter_.font();
       painter_.setFont(font);
       painter_.setPen(TextColor());
@@ -422,7 +422,7 @@ void PaintMap(QPainter* painter, const QSizeF& size, const SpreadMap& map, const
   painter->setPen(palette.color(QPalette::WindowText));
   const double width = size.width() - 2 * kGap;
   painter->drawText(QRectF(kGap, 0, width, kTitleLines * metrics.lineSpacing()),
-                    Qt::AlignLeft | Qt::AlignBottom | Qt::TextWordWrap, title);
+                    Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, title);
   double y = area.bottom() + metrics.lineSpacing() + metrics.ascent() + 1;
   for (const QString& note : NoteLines(map)) {
     painter->drawText(QPointF(kGap, y), metrics.elidedText(note, Qt::ElideRight, width));
