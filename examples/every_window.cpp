@@ -27,6 +27,7 @@
 #include "editors/widgets/box_status_dlg.h"
 #include "editors/widgets/coil_dlg.h"
 #include "editors/widgets/current_sensor_dlg.h"
+#include "editors/widgets/field_sheet_print.h"
 #include "editors/widgets/ftp_dlg.h"
 #include "editors/widgets/gsm_dlg.h"
 #include "editors/widgets/map_dock.h"
@@ -158,8 +159,15 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
     if (auto* line = dialog.findChild<QPushButton*>(QString::number(CSiteDlg::kCalcCoord))) {
       line->click();
     }
-    dialog.findChild<QPushButton*>(QStringLiteral("show-map"))->setChecked(true);
+    auto* map = dialog.findChild<QPushButton*>(QStringLiteral("show-map"));
+    map->setChecked(true);
     done = visit(&dialog, kNames[static_cast<std::size_t>(tech) - 1]) && done;
+    if (tech == kCsamt) {
+      dialog.resize(660, 360);  // a field laptop at 200 %
+      map->toggle();
+      map->toggle();
+      done = visit(&dialog, "site-csamt-small") && done;
+    }
   }
   PutInt(&table, "TECH", kSip);
   StartupRun run(&table, PathFromText(app->Document().Path()), &prompts);
@@ -177,6 +185,32 @@ bool VisitSetup(COrvaneApp* app, const Visit& visit) {
     }
   }
   return VisitStartupResults(&table, &prompts, frame, visit) && done;
+}
+
+// The pictures' day, so that they are the same on every day.
+class PictureClock : public Clock {
+ public:
+  ParamTime Now() const override {
+    return {.hour = 6, .day = 21, .month = 11, .year = 26, .weekday = 6, .century = 20};
+  }
+};
+
+// The page of the main box, of A4 at 96 points an inch.
+bool VisitSheet(const ParamTable& table, const char* name, const Visit& visit) {
+  const auto sheets = FieldSheetsOf(table, PictureClock());
+  const auto local = std::find_if(sheets.begin(), sheets.end(),
+                                  [](const FieldSheet& sheet) { return sheet.box == 1; });
+  constexpr double kScale = 96.0 / 72;
+  constexpr QSize kPage(704, 1032);
+  QPixmap page(kPage);
+  page.fill(Qt::white);
+  QPainter painter(&page);
+  painter.scale(kScale, kScale);
+  PaintFieldSheet(*local, MapOf(table), QSizeF(kPage) / kScale, &painter);
+  painter.end();
+  QLabel shown;
+  shown.setPixmap(page);
+  return visit(&shown, name);
 }
 
 // The map of each method in the main window: a line, a loop, a cross of dipoles, no positions.
@@ -209,6 +243,9 @@ bool VisitMaps(COrvaneApp* app, const QString& survey, const Visit& visit) {
     spread.Save();
     doc.UpdateAllViews();
     dock->View()->Choose(1, 1);
+    if (tech == kSip || tech == kMtAmt) {
+      done = VisitSheet(doc.Table(), tech == kSip ? "sheet-sip" : "sheet-mt", visit) && done;
+    }
     dock->View()->SetMarked({{1, 2, "electrodes as far apart as 10 dipoles"}});
     done = visit(&frame, name) && done;
   }
@@ -218,14 +255,6 @@ bool VisitMaps(COrvaneApp* app, const QString& survey, const Visit& visit) {
   doc.UpdateAllViews();
   return done;
 }
-
-// The pictures' day, so that they are the same on every day.
-class PictureClock : public Clock {
- public:
-  ParamTime Now() const override {
-    return {.hour = 6, .day = 21, .month = 11, .year = 26, .weekday = 6, .century = 20};
-  }
-};
 
 // One picture for each method, on a copy of the table.
 bool VisitAcquisition(const ParamTable& opened, const Visit& visit) {

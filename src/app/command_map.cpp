@@ -18,6 +18,8 @@ constexpr auto kFile = std::to_array<CommandRow>({
     {kFileSaveAs, "Save &As...\tCtrl+Shift+S", "Save TBL file with a new name\nSave As"},
     {kFileSaveAllBoxes, "Save *.TBL Files for All &Boxes...\tCtrl+Shift+B", "Save TBL files for all boxes\nSave All"},
     kLine,
+    {kPrintSheets, "&Print Field Sheet...\tCtrl+P", "Print a page for each box: set-up, channels, times, map\nPrint"},
+    kLine,
     {kOpenCalibration, "Open &Calibration File...", ""},
     {kOpenWaveform, "Open &Waveform(*.tss) File to Display...", ""},
     {kRestack, "Create Stack &Result Files (*.trs ) from Waveform(*.tss) Files....", ""},

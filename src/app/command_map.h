@@ -29,6 +29,7 @@ enum CommandId : int {
   kApplyValues = 32909,
   kViewCheck = 32910,
   kViewMap = 32911,
+  kPrintSheets = 32912,
   kViewToolbar = 59392,
   kViewStatusBar = 59393,
   kEditUndo = 57643,

@@ -18,6 +18,7 @@
 #include "app/lock_keys.h"
 #include "app/map_command.h"
 #include "app/user_guide.h"
+#include "editors/widgets/field_sheet_print.h"
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
 #include "ui/theme_icon.h"
@@ -258,6 +259,7 @@ void CMainFrame::ConnectCommands() {
   ConnectChanges();
   ConnectCheck();
   AddMapDock(doc_, Command(kViewMap), this);
+  Handle(kPrintSheets, [this] { AskAndPrintFieldSheets(doc_->Table(), this); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
   Handle(kEditStepping, [this] { editors_.EditStepping(); });
   Handle(kListSchedules, [this] { utilities_.ListSchedules(); });

@@ -91,7 +91,7 @@ TEST_F(MainFrame, HasEveryCommand) {
     }
     commands.push_back(count);
   }
-  EXPECT_EQ(commands, (std::vector<int>{10, 12, 9, 9, 2}));
+  EXPECT_EQ(commands, (std::vector<int>{11, 12, 9, 9, 2}));
   EXPECT_EQ(frame_->Command(kFileOpen)->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
   EXPECT_EQ(frame_->Command(kEditRadio)->toolTip(), QStringLiteral("MHX  Modern"));
   for (const QAction* action : frame_->findChild<QToolBar*>()->actions()) {

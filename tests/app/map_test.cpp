@@ -3,6 +3,7 @@
 
 #include "app/qt_prompts.h"
 #include "editors/widgets/acq_param_dlg.h"
+#include "editors/widgets/field_sheet_print.h"
 #include "editors/widgets/map_dock.h"
 #include "editors/widgets/site_dlg.h"
 #include "support/frame_test.h"
@@ -92,6 +93,19 @@ TEST(SpreadMapView, ShowsMarksAndTellsWhatIsUnderThePointer) {
   EXPECT_TRUE(view.TextAt(area.center()).startsWith("Ex1")) << "around what is chosen";
   QTest::keyClick(&view, Qt::Key_0);
   EXPECT_EQ(view.TextAt(area.center() - QPointF(0, 60)), beside);
+}
+
+TEST(FieldSheet, PrintsAPageForEachBox) {
+  ParamTable table = testing::NewTable();
+  testing::SetAll(&table, "TECH=1 SNUM=7 SNTX=3 SN01=8 NCHN=1 CHDEF1=Ex1 EPOS1=450");
+  const testing::TempDir folder;
+  QPrinter printer;
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(TextFromPath(folder / "sheets.pdf"));
+  EXPECT_TRUE(PrintFieldSheets(table, UtcClock(), &printer));
+  EXPECT_NE(testing::ReadAll(folder / "sheets.pdf").find("/Count 3"), std::string::npos);
+  printer.setOutputFileName(TextFromPath(folder / "none" / "sheets.pdf"));
+  EXPECT_FALSE(PrintFieldSheets(table, UtcClock(), &printer));
 }
 
 using testing::FrameTest;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/spread_map.h"
 
+#include "editors/field_sheet.h"
+
 #include <cmath>
 #include <limits>
 
@@ -119,6 +121,47 @@ TEST(SpreadMap, SaysInWordsWhereThingsAre) {
             "Local Box 7\t3\ta\\x09b\t\t\t\t\t\t\n");
 }
 
+TEST(FieldSheet, HasAPageForEachBox) {
+  ParamTable table = NewTable();
+  SetAll(
+      &table,
+      "TECH=1 ARRYTYP=1 SNUM=7 SNTX=3 NCHN=2 CHDEF1=Ex1 EPOS1=450 NPOS1=1 ENEG1=500 NNEG1=2 GFC1=1 "
+      "CHDEF2=Hy EGNC=2 HGNC=-1 SN02=9 NCHN2R=0 TMZONE=1 TMDIFF=-5 STIM=2026/11/24_03:00:00 "
+      "HXSN=TARK1 SITE=S0");
+  const auto describe = [&table] {
+    std::string text;
+    for (const FieldSheet& sheet : FieldSheetsOf(table, UtcClock())) {
+      text += sheet.title + "; ";
+      for (const auto& channel : sheet.channels) {
+        for (const std::string& cell : channel) {
+          text += cell + "|";
+        }
+      }
+    }
+    return text;
+  };
+  EXPECT_EQ(describe(),
+            "Transmitter 3; 1||||||x 0.25|||Local Box 7; 1|Ex1|450|1|500|2|x 16|1||"
+            "2|Hy|||||x 0.25|0||Aux. Box 9; ");
+  const auto local = FieldSheetsOf(table, UtcClock())[1];
+  EXPECT_EQ(local.box, 1);
+  const auto value = [&local](std::string_view label) {
+    for (const SheetLine& line : local.lines) {
+      if (line.label == label) {
+        return line.value;
+      }
+    }
+    return std::string("no such line");
+  };
+  EXPECT_EQ(value("Record start"), "2026/11/23 22:00:00 local (UTC-5), 2026/11/24 03:00:00 UTC");
+  EXPECT_EQ(value("Record end"), "not set");
+  EXPECT_EQ(value("Coils Hx, Hy, Hz"), "TARK1, , ");
+  EXPECT_EQ(value("Site"), "S0");
+  EXPECT_EQ(value("High rates start"), "no such line");
+  Set(&table, "TECH", "5");
+  EXPECT_EQ(describe().substr(0, 14), "Local Box 7; 1");
+}
+
 TEST(SpreadMap, TakesAnyTable) {
   for (unsigned seed = 1; seed <= 60; ++seed) {
     ParamTable table = RandomTable(seed);
@@ -135,6 +178,7 @@ TEST(SpreadMap, TakesAnyTable) {
       }
     }
     EXPECT_FALSE(Summarize(map).empty());
+    EXPECT_LE(FieldSheetsOf(table, UtcClock()).size(), 8U);
   }
 }
 

@@ -257,7 +257,7 @@ class Drawing {
       if (!is_free) {
         continue;
       }
-      taken->push_back(rect);
+      taken->push_back(rect.adjusted(-kGap, 0, kGap, 0));
       const QFont usual = painter_.font();
       painter_.setFont(font);
       painter_.setPen(TextColor());
@@ -267,8 +267,8 @@ class Drawing {
     }
   }
 
-  // What a name is beside: the middle, of a loop that of its first side; where lines cross in their
-  // middles, nearer to the first end; the tip of an arrow.
+  // What a name is beside: the middle; where lines cross in their middles, nearer to the first end;
+  // the tip of an arrow.
   QPointF AnchorOf(const MapItem& item) const {
     const QPointF first = projection_.ToScreen(item.points.front());
     if (item.points.size() < 2) {
@@ -280,6 +280,17 @@ class Drawing {
     return first + share * (projection_.ToScreen(item.points[1]) - first);
   }
 
+  // Below and above all of it.
+  std::array<QPointF, 2> OutsideOf(const MapItem& item, const QSizeF& size) const {
+    QPolygonF points;
+    for (const MapPoint& point : item.points) {
+      points << projection_.ToScreen(point);
+    }
+    const QRectF all = points.boundingRect();
+    const double x = all.center().x() - size.width() / 2;
+    return {QPointF(x, all.bottom() + kGap), QPointF(x, all.top() - kGap - size.height())};
+  }
+
   // Where the name of an item may begin: on both sides of its line.
   std::array<QPointF, 2> CornersFor(const MapItem& item, const QPointF& at,
                                     const QSizeF& size) const {
@@ -288,6 +299,9 @@ class Drawing {
                                                        projection_.ToScreen(item.points[0]);
     const bool is_upright = std::abs(along.y()) > std::abs(along.x());
     const double off = kGap + kDot;
+    if (item.kind == MapItem::kLoop) {
+      return OutsideOf(item, size);
+    }
     if (is_upright) {
       const double y = at.y() - size.height() / 2;
       return {QPointF(at.x() + off, y), QPointF(at.x() - off - size.width(), y)};
@@ -362,7 +376,7 @@ QRectF MapArea(const QSizeF& size, const QFont& font, const SpreadMap& map) {
   const double left = metrics.horizontalAdvance(QStringLiteral("0000000")) + 2 * kGap;
   const double line = metrics.lineSpacing();
   const double below = line * (1 + static_cast<double>(NoteLines(map).size())) + kGap;
-  const double top = kTitleLines * line + kGap;
+  const double top = kTitleLines * line + 2 * kGap;
   return {left, top, std::max(size.width() - left - kGap, 1.0),
           std::max(size.height() - top - below, 1.0)};
 }
@@ -408,7 +422,7 @@ void PaintMap(QPainter* painter, const QSizeF& size, const SpreadMap& map, const
   painter->setPen(palette.color(QPalette::WindowText));
   const double width = size.width() - 2 * kGap;
   painter->drawText(QRectF(kGap, 0, width, kTitleLines * metrics.lineSpacing()),
-                    Qt::AlignLeft | Qt::AlignBottom | Qt::TextWordWrap, title);
+                    Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, title);
   double y = area.bottom() + metrics.lineSpacing() + metrics.ascent() + 1;
   for (const QString& note : NoteLines(map)) {
     painter->drawText(QPointF(kGap, y), metrics.elidedText(note, Qt::ElideRight, width));

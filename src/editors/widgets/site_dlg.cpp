@@ -15,6 +15,8 @@
 namespace orvane {
 namespace {
 
+constexpr int kWide = 1100;  // room for three groups, pixels
+
 bool IsSurveyText(int control) {
   return control >= SiteForm::kProject && control <= SiteForm::kComment;
 }
@@ -22,6 +24,16 @@ bool IsSurveyText(int control) {
 bool IsSurvey(int control) {
   return IsSurveyText(control) || control == SiteForm::kLine || control == SiteForm::kSite;
 }
+
+// Two lines, however long the text: one that grew with it would move everything below.
+class TwoLines : public QLabel {
+ public:
+  explicit TwoLines(QWidget* parent) : QLabel(parent) {
+    setWordWrap(true);
+    setFixedHeight(2 * fontMetrics().lineSpacing());
+  }
+  bool hasHeightForWidth() const override { return false; }
+};
 
 }  // namespace
 
@@ -46,13 +58,14 @@ CSiteDlg::CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget*
   }
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(new ContentScrollArea(page, this), 1);
-  layout->addWidget(Buttons());
   ResizeWithinScreen(this, QSize(1180, form->HasSpread() ? 712 : 620));
+  layout->addWidget(Buttons());
   ShowMap();
 }
 
 QGroupBox* CSiteDlg::SurveyGroup() {
   auto* group = new QGroupBox(QStringLiteral("Survey"), this);
+  survey_group_ = group;
   auto* rows = new QFormLayout;
   group->setLayout(rows);
   for (const Field& field : Model().Fields()) {
@@ -81,11 +94,9 @@ QGroupBox* CSiteDlg::LayoutGroup() {
     calculate->setToolTip(
         QStringLiteral("Fills the electrode positions of all boxes, along the line"));
     connect(calculate, &QPushButton::clicked, this, &CSiteDlg::OnCalcCoord);
-    coordinates_ = new QLabel(group);
+    coordinates_ = new TwoLines(group);
     coordinates_->setObjectName(QStringLiteral("coordinates"));
     coordinates_->setTextFormat(Qt::PlainText);
-    coordinates_->setWordWrap(true);
-    coordinates_->setFixedHeight(2 * coordinates_->fontMetrics().lineSpacing());  // no reflow
     auto* row = new QHBoxLayout;
     row->addWidget(calculate);
     row->addWidget(coordinates_, 1);
@@ -101,16 +112,20 @@ QGroupBox* CSiteDlg::MapGroup() {
   return map_group_;
 }
 
-// The map is there at once where it has room beside the groups.
+// The map is there at once where it has room beside the groups; else it takes the survey's place.
+void CSiteDlg::SetMapShown(bool is_shown) {
+  map_group_->setVisible(is_shown);
+  survey_group_->setVisible(!is_shown || width() >= kWide);
+}
+
 QDialogButtonBox* CSiteDlg::Buttons() {
-  constexpr int kWide = 1100;
   QDialogButtonBox* buttons = OkAndCancel();
   QPushButton* shown = buttons->addButton(QStringLiteral("&Map"), QDialogButtonBox::ResetRole);
   shown->setObjectName(QStringLiteral("show-map"));
   shown->setToolTip(QStringLiteral("Shows where the electrodes are, beside the fields"));
   shown->setCheckable(true);
   shown->setAutoDefault(false);
-  connect(shown, &QPushButton::toggled, map_group_, &QWidget::setVisible);
+  connect(shown, &QPushButton::toggled, this, &CSiteDlg::SetMapShown);
   shown->setChecked(screen()->availableSize().width() >= kWide);
   map_group_->setVisible(shown->isChecked());
   return buttons;
@@ -148,6 +163,7 @@ void CSiteDlg::OnCalcCoord() {
 
 void CSiteDlg::accept() {
   if (panel_ == nullptr || panel_->CommitEdits()) {
+    survey_group_->show();  // a field in it may be at fault
     CFormDialog::accept();
   }
 }

@@ -35,6 +35,7 @@ class CSiteDlg : public CFormDialog {
   QGroupBox* SurveyGroup();
   QGroupBox* LayoutGroup();
   QGroupBox* MapGroup();
+  void SetMapShown(bool is_shown);
   QDialogButtonBox* Buttons();
   void ConnectPanel();
   void ShowMap();
@@ -45,6 +46,7 @@ class CSiteDlg : public CFormDialog {
   SpreadPanel* panel_ = nullptr;
   QLabel* coordinates_ = nullptr;  // what Calc. Coord. did
   SpreadMapView* map_ = nullptr;
+  QGroupBox* survey_group_ = nullptr;
   QGroupBox* map_group_ = nullptr;
 };
 
