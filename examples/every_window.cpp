@@ -190,13 +190,13 @@ class PictureClock : public Clock {
   }
 };
 
-// The page of the main box, of A4 at 96 points an inch.
+// The page of the main box, of A4, as large as a screen is high.
 bool VisitSheet(const ParamTable& table, const char* name, const Visit& visit) {
   const auto sheets = FieldSheetsOf(table, PictureClock());
   const auto local = std::find_if(sheets.begin(), sheets.end(),
                                   [](const FieldSheet& sheet) { return sheet.box == 1; });
-  constexpr double kScale = 96.0 / 72;
-  constexpr QSize kPage(704, 1032);
+  constexpr QSize kPage(480, 704);
+  constexpr double kScale = kPage.width() / 528.0;
   QPixmap page(kPage);
   page.fill(Qt::white);
   QPainter painter(&page);
