@@ -204,7 +204,9 @@ bool VisitSheet(const ParamTable& table, const char* name, const Visit& visit) {
   PaintFieldSheet(*local, MapOf(table), QSizeF(kPage) / kScale, &painter);
   painter.end();
   QLabel shown;
+  shown.setWindowTitle(QStringLiteral("Field sheet"));
   shown.setPixmap(page);
+  shown.resize(kPage);
   return visit(&shown, name);
 }
 
