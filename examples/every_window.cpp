@@ -195,13 +195,13 @@ class PictureClock : public Clock {
   }
 };
 
-// The page of the main box, of A4 at 96 points an inch.
+// The page of the main box, of A4, as large as a screen is high.
 bool VisitSheet(const ParamTable& table, const char* name, const Visit& visit) {
   const auto sheets = FieldSheetsOf(table, PictureClock());
   const auto local = std::find_if(sheets.begin(), sheets.end(),
                                   [](const FieldSheet& sheet) { return sheet.box == 1; });
-  constexpr double kScale = 96.0 / 72;
-  constexpr QSize kPage(704, 1032);
+  constexpr QSize kPage(480, 704);
+  constexpr double kScale = kPage.width() / 528.0;
   QPixmap page(kPage);
   page.fill(Qt::white);
   QPainter painter(&page);
@@ -209,7 +209,9 @@ bool VisitSheet(const ParamTable& table, const char* name, const Visit& visit) {
   PaintFieldSheet(*local, MapOf(table), QSizeF(kPage) / kScale, &painter);
   painter.end();
   QLabel shown;
+  shown.setWindowTitle(QStringLiteral("Field sheet"));
   shown.setPixmap(page);
+  shown.resize(kPage);
   return visit(&shown, name);
 }
 

@@ -78,6 +78,23 @@ void PutWaveform(const std::filesystem::path& path, Seeds* seeds) {
   seeds->Put("time-series-text", static_cast<char>(is_band ? 3 : 0) + bytes.substr(0, 2000));
 }
 
+// The values that the rules of the check read most.
+void PutCheck(const std::filesystem::path& path, Seeds* seeds) {
+  orvane::ParamTable table;
+  if (table.BuildParamIndex() != orvane::kOk || LoadParamFile(&table, path) != orvane::kOk) {
+    return;
+  }
+  const std::vector<orvane::ParamKey> keys = AllKeys(table);
+  std::string bytes(8, '\0');
+  for (const orvane::ParamKey key : KeysNotDefault(table)) {
+    const auto place = std::find(keys.begin(), keys.end(), key) - keys.begin();
+    bytes += {static_cast<char>(place % 256), static_cast<char>(place / 256)};
+    const orvane::ParamValue& value = table.FindParam(key)->value;
+    bytes.append(value.begin(), value.end());
+  }
+  seeds->Put("check", bytes.substr(0, 2042));
+}
+
 void PutFile(const std::filesystem::path& path, Seeds* seeds) {
   const std::string name = path.filename().string();
   const std::string bytes = FileText(path);
@@ -97,23 +114,6 @@ void PutFile(const std::filesystem::path& path, Seeds* seeds) {
   } else if (name.find(".TS") != std::string::npos) {
     PutWaveform(path, seeds);
   }
-}
-
-// The values that the rules of the check read most.
-void PutCheck(const std::filesystem::path& path, Seeds* seeds) {
-  orvane::ParamTable table;
-  if (table.BuildParamIndex() != orvane::kOk || LoadParamFile(&table, path) != orvane::kOk) {
-    return;
-  }
-  const std::vector<orvane::ParamKey> keys = AllKeys(table);
-  std::string bytes(8, '\0');
-  for (const orvane::ParamKey key : KeysNotDefault(table)) {
-    const auto place = std::find(keys.begin(), keys.end(), key) - keys.begin();
-    bytes += {static_cast<char>(place % 256), static_cast<char>(place / 256)};
-    const orvane::ParamValue& value = table.FindParam(key)->value;
-    bytes.append(value.begin(), value.end());
-  }
-  seeds->Put("check", bytes.substr(0, 2042));
 }
 
 // Every value of the dictionary as text.

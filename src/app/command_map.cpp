@@ -75,7 +75,7 @@ constexpr auto kView = std::to_array<CommandRow>({
     kLine,
     {kViewCheck, "&Morning Check\tF7", "Whether the boxes may leave with this table\nMorning Check"},
     {kViewChanges, "Ch&anges\tF8", "What differs from the file, the defaults or another table\nChanges"},
-    {kViewMap, "&Map\tF9", "Where electrodes, transmitter and stations of the table are\nMap"},
+    {kViewMap, "Ma&p\tF9", "Where electrodes, transmitter and stations of the table are\nMap"},
     kLine,
     {kViewTheme, "T&heme", ""},
     {kViewToolbar, "&Toolbar", ""},

@@ -65,7 +65,7 @@ std::vector<SheetLine> LinesOf(const ParamTable& table, BoxKind kind, const Cloc
     lines.push_back({"High rates start", TimeLine(table, "HTIM")});
     lines.push_back({"High rates end", TimeLine(table, "ETMH")});
   }
-  lines.push_back({"Schedule", TimelineOf(table, now, HoursOf(table)).text});
+  lines.push_back({"Schedule", TimelineOf(table, now, HoursOf(table)).plan});
   return lines;
 }
 

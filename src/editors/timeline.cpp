@@ -60,7 +60,8 @@ TimeLane WholeLane(std::string name, double start, double end) {
 }
 
 void AddWords(Timeline* line, const std::string& words) {
-  line->text += (line->text.empty() ? "" : "; ") + words;
+  line->plan += (line->plan.empty() ? "" : "; ") + words;
+  line->text = line->plan;
 }
 
 std::string FromTo(const Timeline& line, double start, double end) {
@@ -73,7 +74,7 @@ void AddNow(const Clock& now, double shift, Timeline* line) {
   const std::string when = time < line->start ? "starts in " + DurationText(line->start - time)
                            : time > line->end ? "ended " + DurationText(time - line->end) + " ago"
                                               : "ends in " + DurationText(line->end - time);
-  AddWords(line, "now " + TimeTextOf(*line, time) + ", it " + when);
+  line->text += "; now " + TimeTextOf(*line, time) + ", it " + when;
 }
 
 void AddMidnights(Timeline* line) {

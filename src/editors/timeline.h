@@ -38,6 +38,7 @@ struct Timeline {
   std::vector<TimeLane> lanes;
   std::vector<double> midnights;  ///< in between; none where there are more than 60
   std::optional<double> now;      ///< where there are dates
+  std::string plan;               ///< in words, without what follows from now
   std::string text;               ///< all of it in words
 };
 
