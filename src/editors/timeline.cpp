@@ -37,7 +37,7 @@ std::string DurationText(double seconds) {
     const double number = std::floor(rest / unit.seconds);
     rest -= number * unit.seconds;
     if (number > 0 && count < 2) {
-      text += (text.empty() ? "" : " ") + FormatReal(number) + unit.name;
+      text.append(text.empty() ? "" : " ").append(FormatReal(number)).append(unit.name);
       ++count;
     } else if (count == 1) {
       break;  // "1 d 5 min" says too much
