@@ -2,8 +2,10 @@
 #include "app/table_history.h"
 
 #include <QUndoCommand>
+#include <algorithm>
 
 #include "table/stored_values.h"
+#include "table/values_text.h"
 
 namespace orvane {
 namespace {
@@ -16,14 +18,11 @@ std::size_t CountDiffering(const TableHistory::State& a, const TableHistory::Sta
   return count;
 }
 
-int PositionOf(const ParamTable& table, ParamKey wanted) {
-  ParamKey key;
-  for (int position = 0; table.GetParamKey(position, &key) == kOk; ++position) {
-    if (key == wanted) {
-      return position;
-    }
-  }
-  return -1;
+// Of a key among the values of a state.
+std::ptrdiff_t PositionOf(const ParamTable& table, ParamKey key) {
+  const std::vector<ParamKey> keys = AllKeys(table);
+  const auto found = std::find(keys.begin(), keys.end(), key);
+  return found == keys.end() ? -1 : found - keys.begin();
 }
 
 }  // namespace
@@ -72,7 +71,7 @@ bool TableHistory::NoteStep(const QString& name) {
 
 void TableHistory::FoldSave() {
   *now_ = StoredValues(*table_);
-  const int version = PositionOf(*table_, "TBVI");
+  const std::ptrdiff_t version = PositionOf(*table_, "TBVI");
   if (version < 0) {
     return;
   }

@@ -14,7 +14,13 @@
 namespace orvane {
 namespace {
 
+constexpr char kNotShown[] = "(not shown)";
+
+// Others may read along.
 std::string ShownValue(const ParamEntry& entry) {
+  if (IsSecretKey(ParamKey(entry.key))) {
+    return entry.value[0] == 0 ? "" : kNotShown;
+  }
   if (entry.type == FltPT) {
     return ValueAsText(entry);  // all digits that count
   }
@@ -50,7 +56,7 @@ ChangeRow RowOf(const ParamEntry& here, const Meanings& meanings) {
 ChangeRow Differing(const ParamEntry& here, const ParamEntry& there, const Meanings& meanings) {
   ChangeRow row = RowOf(here, meanings);
   row.there = ShownValue(there);
-  if (row.there == row.here) {  // bytes that no text shows
+  if (row.there == row.here && row.here != kNotShown) {  // bytes that no text shows
     row.there = ValueAsText(there);
     row.here = ValueAsText(here);
   }
@@ -93,7 +99,7 @@ std::vector<ChangeRow> ListChanges(const ParamTable& here, const OtherTable& the
   for (const LeftOutRecord& record : there.left_out.first) {
     ChangeRow row;
     row.code = NameOf(record);
-    row.meaning = std::string(kNotUsed);
+    row.meaning = NameAndUnit(record.key, meanings);
     row.there = record.reason;
     row.has_both = false;
     rows.push_back(std::move(row));

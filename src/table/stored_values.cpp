@@ -1,25 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/stored_values.h"
 
+#include "table/values_text.h"
+
 namespace orvane {
 
 std::vector<ParamValue> StoredValues(const ParamTable& table) {
   std::vector<ParamValue> values;
-  ParamKey key;
-  for (int position = 0; table.GetParamKey(position, &key) == kOk; ++position) {
-    const ParamEntry* entry = table.FindParam(key);
-    values.push_back(entry == nullptr ? ParamValue() : entry->value);
+  for (const ParamKey key : AllKeys(table)) {
+    values.push_back(table.FindParam(key)->value);
   }
   return values;
 }
 
 void RestoreValues(const std::vector<ParamValue>& values, ParamTable* table) {
-  ParamKey key;
-  int position = 0;
-  for (const ParamValue& value : values) {
-    if (table->GetParamKey(position++, &key) == kOk) {
-      static_cast<void>(table->SetStoredValue(key, value));  // what is not indexed has no value
-    }
+  auto value = values.begin();
+  for (const ParamKey key : AllKeys(*table)) {
+    static_cast<void>(table->SetStoredValue(key, *value++));  // the key was found a moment ago
   }
 }
 

@@ -8,8 +8,8 @@
 
 namespace orvane {
 
-/// The values of a table in its order: a snapshot of half the size of a copy, for any table of the
-/// same dictionary.
+/// The values of a table by `AllKeys()`, so that of a key that is there twice the one that is found
+/// counts: a snapshot of half the size of a copy, for any table of the same dictionary.
 std::vector<ParamValue> StoredValues(const ParamTable& table);
 
 /// The way back.

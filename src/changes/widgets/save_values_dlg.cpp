@@ -120,6 +120,13 @@ void SaveValuesDlg::Done(const ValuesText& written, const QString& where) {
 }
 
 bool SaveValuesDlg::SaveTo(const QString& path) {
+  if (QFileInfo(path).suffix().compare(QLatin1String("tbl"), Qt::CaseInsensitive) == 0) {
+    QMessageBox::warning(this, QStringLiteral("Orvane"),
+                         QStringLiteral("%1 is the name of a parameter table, which lines of text "
+                                        "would replace. Choose another name.")
+                             .arg(QDir::toNativeSeparators(path)));
+    return false;
+  }
   const ValuesText written = Write();
   const Result<> saved = WriteFile(PathFromText(path), std::as_bytes(std::span(written.text)));
   if (!saved) {

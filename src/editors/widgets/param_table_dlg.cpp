@@ -254,7 +254,11 @@ void CParamTableDlg::Mark(int row) {
 }
 
 void CParamTableDlg::Refresh() {
-  ShowAgain(rows_.ReadAgain());
+  const std::vector<int> changed = rows_.ReadAgain();
+  ShowAgain(changed);
+  if (!changed.empty()) {  // undone: to be seen
+    GoTo(rows_.Row(changed.front()).key);
+  }
   ShowDetail(grid_->GetFocusCell().first);
 }
 
