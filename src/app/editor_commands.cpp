@@ -13,6 +13,7 @@
 #include "app/key_labels.h"
 #include "app/notice_texts.h"
 #include "base/number_text.h"
+#include "check/check.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
@@ -346,7 +347,8 @@ bool EditorCommands::TryEdit(const EditPlace& place) {
   if (IsKnown(method) && SiteForm(&table, method, TransmitterModels()).Title() == place.dialog) {
     edit = &EditorCommands::EditSite;
   }
-  if (edit == nullptr || place.is_only_shown) {
+  const bool is_unused = method == kMtAmt && edit == &EditorCommands::EditSerials;
+  if (edit == nullptr || place.is_only_shown || is_unused) {
     return false;
   }
   const std::vector<ParamValue> before = StoredValues(table);
@@ -399,6 +401,16 @@ void EditorCommands::WriteAllBoxes() {
     }
     return true;
   });
+  for (const StartupOutcome& outcome : run.Outcomes()) {
+    if (outcome.state == StartupOutcome::kNoFile) {
+      warnings.append("\n").append(outcome.Name()).append(": ").append(outcome.Text());
+    }
+  }
+  for (const Finding& finding : CheckTable(doc_->Table(), UtcClock().Now())) {
+    if (finding.severity == Severity::kError) {
+      warnings.append("\n").append(finding.sentence);
+    }
+  }
   const std::string question = "Write the start-up files of " + FormatInt(run.Boxes().size()) +
                                " boxes to " + PathText(run.DefaultFolder()) + "?" +
                                (warnings.empty() ? "" : "\n" + warnings);

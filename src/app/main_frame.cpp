@@ -15,8 +15,8 @@
 #include <QVBoxLayout>
 
 #include "app/about_dlg.h"
+#include "app/dock_command.h"
 #include "app/lock_keys.h"
-#include "app/map_command.h"
 #include "app/user_guide.h"
 #include "editors/widgets/field_sheet_print.h"
 #include "ui/file_dialogs.h"
@@ -301,32 +301,21 @@ void CMainFrame::ConnectSteps() {
   connect(Command(kEditUndo), &QAction::triggered, doc_, &COrvaneDoc::Undo);
   connect(Command(kEditRedo), &QAction::triggered, doc_, &COrvaneDoc::Redo);
   editors_.SetStepActions(Command(kEditUndo), Command(kEditRedo));
-  const auto follow = [](QAction* command, const QString& verb, const QString& step) {
-    command->setEnabled(!step.isEmpty());
-    command->setText(step.isEmpty() ? verb : verb + QLatin1Char(' ') + step);
+  const auto follow = [this](int id, auto changed) {
+    QAction* command = Command(id);
+    const auto show = [command, verb = command->text()](const QString& step) {
+      command->setEnabled(!step.isEmpty());
+      command->setText(step.isEmpty() ? verb : verb + QLatin1Char(' ') + step);
+    };
+    connect(&doc_->Steps(), changed, this, show);
   };
-  for (auto [id, change] : {std::pair(kEditUndo, &QUndoStack::undoTextChanged),
-                            std::pair(kEditRedo, &QUndoStack::redoTextChanged)}) {
-    const QString verb = Command(id)->text();
-    connect(
-        &doc_->Steps(), change, this,
-        [follow, action = Command(id), verb](const QString& step) { follow(action, verb, step); });
-  }
-  follow(Command(kEditUndo), Command(kEditUndo)->text(), doc_->Steps().undoText());
-  follow(Command(kEditRedo), Command(kEditRedo)->text(), doc_->Steps().redoText());
-}
-
-void CMainFrame::ConnectDock(int id, QDockWidget* dock) {
-  QAction* shown = Command(id);
-  shown->setCheckable(true);
-  shown->setEnabled(true);
-  connect(shown, &QAction::triggered, dock, &QWidget::setVisible);
-  connect(dock->toggleViewAction(), &QAction::toggled, shown, &QAction::setChecked);
+  follow(kEditUndo, &QUndoStack::undoTextChanged);  // there is no step yet
+  follow(kEditRedo, &QUndoStack::redoTextChanged);
 }
 
 void CMainFrame::ConnectCheck() {
   CheckDock* dock = check_->Dock();
-  ConnectDock(kViewCheck, dock);
+  ConnectDock(dock, Command(kViewCheck));
   connect(dock, &CheckDock::mendWanted, this, [this](ParamKey key) { editors_.EditKey(key); });
   connect(dock, &CheckDock::writeWanted, this, [this] { editors_.WriteAllBoxes(); });
   connect(dock, &CheckDock::guidedWriteWanted, this, [this] { editors_.SaveAllBoxes(); });
@@ -334,7 +323,7 @@ void CMainFrame::ConnectCheck() {
 
 void CMainFrame::ConnectChanges() {
   ChangesDock* dock = changes_->Dock();
-  ConnectDock(kViewChanges, dock);
+  ConnectDock(dock, Command(kViewChanges));
   connect(dock, &ChangesDock::editWanted, this, [this](ParamKey key) { editors_.EditKey(key); });
   connect(changed_file_, &ChangedFileBar::compareWanted, dock,
           [dock] { dock->ShowAgainst(Against::kFile); });

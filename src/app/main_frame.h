@@ -65,7 +65,6 @@ class CMainFrame : public QMainWindow {
   void ConnectSteps();
   void ConnectChanges();
   void ConnectCheck();
-  void ConnectDock(int id, QDockWidget* dock);
   void UpdateTitle();
   void FollowDisplay();
   void UpdateRecentFiles();

@@ -49,7 +49,7 @@ class CheckDockTest : public FrameTest {
     const auto* boxes = Dock()->findChild<QTableWidget*>();
     QStringList texts;
     for (int row = 0; row < boxes->rowCount(); ++row) {
-      texts << boxes->item(row, 1)->text() + QLatin1Char(' ') + boxes->item(row, 4)->text();
+      texts << boxes->item(row, 4)->text() + QLatin1Char(' ') + boxes->item(row, 1)->text();
     }
     return texts;
   }
@@ -106,6 +106,7 @@ TEST_F(CheckDockTest, SaysWhatLiesInTheBoxesPlacesAndWritesAllOfThem) {
                [](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); }},
               [this] { Dock()->findChild<QPushButton*>(QStringLiteral("write-all"))->click(); });
   ASSERT_EQ(asked.size(), 1U);
+  EXPECT_TRUE(asked[0].contains(QStringLiteral("1207 gets no file"))) << asked[0].toStdString();
   EXPECT_TRUE(std::filesystem::exists(dir_ / "2417.tbl"));
   EXPECT_TRUE(std::filesystem::exists(dir_ / "1203.tbl"));
   WaitForFiles();

@@ -6,7 +6,6 @@
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QMessageBox>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -15,6 +14,7 @@
 #include "files/file_io.h"
 #include "table/values_text.h"
 #include "ui/file_dialogs.h"
+#include "ui/list_view.h"
 #include "ui/qt_path.h"
 #include "ui/window_size.h"
 
@@ -184,19 +184,8 @@ QLayout* ApplyValuesDlg::MakeTop() {
   return top;
 }
 
-QTableView* ApplyValuesDlg::MakeList() {
-  auto* list = new QTableView(this);
-  list->setObjectName(QStringLiteral("lines"));
-  list->setAccessibleName(QStringLiteral("Lines"));
-  list->setModel(model_);
-  list->setSelectionBehavior(QAbstractItemView::SelectRows);
-  list->setAlternatingRowColors(true);
-  list->setWordWrap(false);
-  list->setTabKeyNavigation(false);
-  list->verticalHeader()->hide();
-  list->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-  list->horizontalHeader()->setHighlightSections(false);
-  list->horizontalHeader()->setStretchLastSection(true);
+QWidget* ApplyValuesDlg::MakeList() {
+  auto* list = new CListView(QStringLiteral("lines"), QStringLiteral("Lines"), model_, this);
   const int width = fontMetrics().averageCharWidth();
   list->setColumnWidth(ValueLinesModel::kLine, 12 * width);
   list->setColumnWidth(ValueLinesModel::kCode, 12 * width);

@@ -6,7 +6,6 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
-#include <QTableView>
 #include <vector>
 
 #include "meaning/meanings.h"
@@ -64,7 +63,7 @@ class ApplyValuesDlg : public QDialog {
 
  private:
   QLayout* MakeTop();
-  QTableView* MakeList();
+  QWidget* MakeList();
   QWidget* MakeButtons();
   void AskForFile();
   void TakeClipboard();

@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -42,7 +41,8 @@ ChangesDock::ChangesDock(const ParamTable* table, const ParamTable* start, Meani
   connect(model_, &ChangesModel::ticked, this, &ChangesDock::EnableButtons);
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &ChangesDock::EnableButtons);
-  connect(list_, &QTableView::doubleClicked, this, &ChangesDock::Edit);
+  connect(list_, &CListView::opened, this, &ChangesDock::Edit);
+  setFocusProxy(list_);
   EnableButtons();
 }
 
@@ -99,19 +99,7 @@ QLayout* ChangesDock::MakeTop() {
 }
 
 void ChangesDock::MakeList() {
-  list_ = new QTableView(this);
-  list_->setObjectName(QStringLiteral("change-list"));
-  list_->setAccessibleName(QStringLiteral("Changes"));
-  list_->setModel(model_);
-  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
-  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  list_->setAlternatingRowColors(true);
-  list_->setWordWrap(false);
-  list_->setTabKeyNavigation(false);
-  list_->verticalHeader()->hide();
-  list_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-  list_->horizontalHeader()->setHighlightSections(false);
-  list_->horizontalHeader()->setStretchLastSection(true);
+  list_ = new CListView(QStringLiteral("change-list"), QStringLiteral("Changes"), model_, this);
   const int width = fontMetrics().averageCharWidth();
   list_->setColumnWidth(ChangesModel::kCode, 16 * width);
   list_->setColumnWidth(ChangesModel::kMeaning, 46 * width);
@@ -120,7 +108,6 @@ void ChangesDock::MakeList() {
   NewAction("&Revert", QKeySequence(), &ChangesDock::TakeChosen);
   NewAction("&Copy", QKeySequence::Copy, &ChangesDock::Copy);
   list_->setContextMenuPolicy(Qt::ActionsContextMenu);
-  list_->installEventFilter(this);
 }
 
 QWidget* ChangesDock::MakeContent() {
@@ -204,18 +191,9 @@ void ChangesDock::KeepRow(ParamKey key) {
       model_->index(found == rows.end() ? 0 : static_cast<int>(found - rows.begin()), 0));
 }
 
-std::vector<int> ChangesDock::Selected() const {
-  std::vector<int> rows;
-  for (const QModelIndex& index : list_->selectionModel()->selectedRows()) {
-    rows.push_back(index.row());
-  }
-  std::sort(rows.begin(), rows.end());
-  return rows;
-}
-
 std::vector<int> ChangesDock::Chosen() const {
   std::vector<int> rows = model_->Ticked();
-  return rows.empty() ? Selected() : rows;
+  return rows.empty() ? list_->SelectedRows() : rows;
 }
 
 void ChangesDock::Take(const std::vector<int>& rows) {
@@ -245,7 +223,7 @@ void ChangesDock::TakeAll() {
 }
 
 void ChangesDock::Copy() {
-  const std::vector<int> selected = Selected();
+  const std::vector<int> selected = list_->SelectedRows();
   std::vector<ChangeRow> rows;
   for (const int row : selected) {
     rows.push_back(model_->Row(row));
@@ -275,17 +253,6 @@ void ChangesDock::EnableButtons() {
 void ChangesDock::showEvent(QShowEvent* event) {
   QDockWidget::showEvent(event);
   Follow();
-}
-
-// Return edits; Space ticks as the view does it.
-bool ChangesDock::eventFilter(QObject* watched, QEvent* event) {
-  const auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
-  if (watched == list_ && key != nullptr &&
-      (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
-    Edit();
-    return true;
-  }
-  return QDockWidget::eventFilter(watched, event);
 }
 
 }  // namespace orvane

@@ -6,12 +6,12 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QPushButton>
-#include <QTableView>
 #include <utility>
 #include <vector>
 
 #include "changes/comparison.h"
 #include "changes/widgets/changes_model.h"
+#include "ui/list_view.h"
 
 namespace orvane {
 
@@ -48,7 +48,6 @@ class ChangesDock : public QDockWidget {
 
  protected:
   void showEvent(QShowEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   QWidget* MakeContent();
@@ -67,7 +66,6 @@ class ChangesDock : public QDockWidget {
   void Edit();
   /// Ticked rows, else those selected.
   std::vector<int> Chosen() const;
-  std::vector<int> Selected() const;
   void EnableButtons();
   void KeepRow(ParamKey key);
 
@@ -79,7 +77,7 @@ class ChangesDock : public QDockWidget {
   QPushButton* take_ = nullptr;
   QPushButton* take_all_ = nullptr;
   QPushButton* copy_ = nullptr;
-  QTableView* list_ = nullptr;
+  CListView* list_ = nullptr;
   QLabel* summary_ = nullptr;
 };
 

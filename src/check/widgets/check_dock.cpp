@@ -4,7 +4,6 @@
 #include <QAction>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QSettings>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -54,7 +53,8 @@ CheckDock::CheckDock(const ParamTable* table, QWidget* parent)
   later_.setInterval(kPause);
   connect(&later_, &QTimer::timeout, this, &CheckDock::LookAtFiles);
   connect(files_, &FileCheck::done, this, &CheckDock::TakeFiles);
-  connect(list_, &QTableView::doubleClicked, this, &CheckDock::Mend);
+  connect(list_, &CListView::opened, this, &CheckDock::Mend);
+  setFocusProxy(list_);
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &CheckDock::EnableButtons);
   connect(show_dismissed_, &QCheckBox::toggled, this, &CheckDock::ShowFindings);
@@ -71,23 +71,16 @@ QPushButton* CheckDock::NewButton(const char* text, const char* name, const char
   return button;
 }
 
-QTableView* CheckDock::MakeFindings() {
-  list_ = new QTableView(this);
-  list_->setObjectName(QStringLiteral("findings"));
-  list_->setAccessibleName(QStringLiteral("Findings"));
-  list_->setModel(model_);
-  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
+CListView* CheckDock::MakeFindings() {
+  list_ = new CListView(QStringLiteral("findings"), QStringLiteral("Findings"), model_, this);
   list_->setSelectionMode(QAbstractItemView::SingleSelection);
-  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  list_->setTabKeyNavigation(false);
+  list_->setAlternatingRowColors(false);
   list_->setShowGrid(false);
-  list_->verticalHeader()->hide();
-  list_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);  // wraps
-  list_->horizontalHeader()->setHighlightSections(false);
+  list_->setWordWrap(true);
+  list_->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   list_->horizontalHeader()->setSectionResizeMode(FindingsModel::kSeverity,
                                                   QHeaderView::ResizeToContents);
   list_->horizontalHeader()->setSectionResizeMode(FindingsModel::kSentence, QHeaderView::Stretch);
-  list_->installEventFilter(this);
   return list_;
 }
 
@@ -149,8 +142,8 @@ QWidget* CheckDock::MakeFolders() {
 }
 
 QWidget* CheckDock::MakeSpread() {
-  constexpr std::array<const char*, 6> kTitles = {"Box",   "Serial", "Channels",
-                                                  "Radio", "There",  "File"};
+  constexpr std::array<const char*, 6> kTitles = {"Box",   "There",  "Channels",
+                                                  "Radio", "Serial", "File"};
   boxes_ = new QTableWidget(0, static_cast<int>(kTitles.size()), this);
   boxes_->setObjectName(QStringLiteral("set-boxes"));
   boxes_->setAccessibleName(QStringLiteral("Boxes and their files"));
@@ -265,7 +258,7 @@ void CheckDock::ShowBoxes(const std::vector<SetRow>& boxes) {
     const SetRow& box = boxes[static_cast<std::size_t>(row)];
     int column = 0;
     for (const std::string* text :
-         {&box.box, &box.serial, &box.channels, &box.radio, &box.there, &box.target}) {
+         {&box.box, &box.there, &box.channels, &box.radio, &box.serial, &box.target}) {
       auto* item = OnlyShown(new QTableWidgetItem(QString::fromStdString(*text)));
       item->setToolTip(item->text());
       boxes_->setItem(row, column++, item);
@@ -300,17 +293,6 @@ void CheckDock::Dismiss() {
   }
   QSettings().setValue(kDismissed, dismissed);
   ShowFindings();
-}
-
-// Return mends.
-bool CheckDock::eventFilter(QObject* watched, QEvent* event) {
-  const auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
-  if (watched == list_ && key != nullptr &&
-      (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
-    Mend();
-    return true;
-  }
-  return QDockWidget::eventFilter(watched, event);
 }
 
 }  // namespace orvane

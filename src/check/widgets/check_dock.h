@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTableView>
 #include <QTableWidget>
 #include <QTimer>
 #include <functional>
@@ -17,6 +16,7 @@
 #include "check/check.h"
 #include "check/widgets/file_check.h"
 #include "check/widgets/findings_model.h"
+#include "ui/list_view.h"
 
 namespace orvane {
 
@@ -55,12 +55,9 @@ class CheckDock : public QDockWidget {
   void guidedWriteWanted();
   void countChanged(const QString& text);
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   QWidget* MakeContent();
-  QTableView* MakeFindings();
+  CListView* MakeFindings();
   QLayout* MakeFindingButtons();
   QWidget* MakeFolders();
   QWidget* MakeSpread();
@@ -86,7 +83,7 @@ class CheckDock : public QDockWidget {
   FileCheck* files_;
   QTimer later_;
   FindingsModel* model_;
-  QTableView* list_ = nullptr;
+  CListView* list_ = nullptr;
   QLabel* count_ = nullptr;
   QPushButton* mend_ = nullptr;
   QPushButton* dismiss_ = nullptr;

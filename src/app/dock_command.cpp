@@ -1,23 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/map_command.h"
+#include "app/dock_command.h"
 
 #include "editors/widgets/map_dock.h"
 
 namespace orvane {
 
-void AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window) {
-  auto* dock = new MapDock(&doc->Table(), window);
-  window->addDockWidget(Qt::RightDockWidgetArea, dock);
-  dock->hide();
+void ConnectDock(QDockWidget* dock, QAction* command) {
   command->setCheckable(true);
   command->setEnabled(true);
   QObject::connect(command, &QAction::triggered, dock, [dock](bool is_wanted) {
     dock->setVisible(is_wanted);
     if (is_wanted) {
-      dock->View()->setFocus();
+      dock->setFocus();
     }
   });
   QObject::connect(dock->toggleViewAction(), &QAction::toggled, command, &QAction::setChecked);
+}
+
+void AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window) {
+  auto* dock = new MapDock(&doc->Table(), window);
+  dock->setFocusProxy(dock->View());
+  window->addDockWidget(Qt::RightDockWidgetArea, dock);
+  dock->hide();
+  ConnectDock(dock, command);
   QObject::connect(doc, &COrvaneDoc::changed, dock, &MapDock::Follow);
 }
 

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_APP_DOCK_COMMAND_H_
+#define ORVANE_APP_DOCK_COMMAND_H_
+
+#include <QAction>
+#include <QDockWidget>
+#include <QMainWindow>
+
+#include "app/orvane_doc.h"
+
+namespace orvane {
+
+/// Lets a command show and hide a dock. Shown by it, the dock gets the focus (its focus proxy).
+void ConnectDock(QDockWidget* dock, QAction* command);
+
+/// Gives the window the dock "Map", hidden at first, which follows the document. All must outlive
+/// the window.
+void AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window);
+
+}  // namespace orvane
+
+#endif  // ORVANE_APP_DOCK_COMMAND_H_
