@@ -47,7 +47,11 @@ std::string DurationText(double seconds) {
 }
 
 std::string ZoneText(int hours) {
-  return "UTC" + (hours == 0 ? std::string() : (hours > 0 ? "+" : "") + FormatInt(hours));
+  std::string text = "UTC";
+  if (hours != 0) {
+    text.append(hours > 0 ? "+" : "").append(FormatInt(hours));
+  }
+  return text;
 }
 
 bool HasRecord(const ParamTable& table) {
