@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/output.h"
+#include "timeseries/leave_out.h"
 
 namespace CLI {
 class App;
@@ -43,6 +44,11 @@ CLI::Validator NotEmpty();
 /// An argument or option that is a path, whatever its bytes. `path` must outlive the parsing.
 CLI::Option* AddPath(CLI::App* verb, const std::string& name, std::filesystem::path* path,
                      const std::string& what);
+
+/// The option --leave-out of a verb that reads records. `text` must outlive the parsing.
+CLI::Option* AddLeaveOut(CLI::App* verb, std::string* text);
+/// What it chooses; nothing where it is not given.
+LeaveOutChoice LeaveOutArgument(const std::string& text);
 
 /// The time of an option --now, in UTC; the clock's where it is empty. False, with a message, where
 /// it is no whole time.

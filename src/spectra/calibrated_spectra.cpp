@@ -125,6 +125,12 @@ class SpectraJob {
     if (!first || !unread.empty()) {
       return Stop(BatchFailed(first ? unread : first.Message()));
     }
+    auto leave_out = LeaveOutOf(shared_.options.leave_out, task_.Input(), source_.file.Bytes(),
+                                source_.file.HeaderSize());
+    if (!leave_out) {
+      return Stop(BatchFailed(leave_out.Message()));
+    }
+    source_.leave_out = *leave_out;
     source_.first = first->header;
     source_.header.channels = first->header.channels;
     source_.base_frequency = shared_.options.base_frequency;

@@ -42,7 +42,9 @@ SpectraFile::Written SpectraFile::Write(TextFile* out) {
       cut_ = place.offset;
       break;
     }
-    if (place.header.IsBad() && !source_.file.IsBandFile()) {
+    if (source_.leave_out.numbers.Has(place.number)) {
+      ++chosen_;
+    } else if (place.header.IsBad() && !source_.file.IsBandFile()) {
       ++bad_;
     } else if (place.header.channels != source_.header.channels) {
       ++other_channels_;
@@ -255,6 +257,9 @@ std::string SpectraFile::Note() const {
   const auto add = [&note](const std::string& text) {
     note.append(note.empty() ? "" : "; ").append(text);
   };
+  if (const std::string left_out = LeaveOutNote(source_.leave_out, chosen_); !left_out.empty()) {
+    add(left_out);
+  }
   if (bad_ > 0) {
     add(FormatInt(bad_) + " bad records are left out");
   }

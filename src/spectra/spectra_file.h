@@ -66,6 +66,7 @@ class SpectraFile {
   std::uint64_t off_bin_ = 0;          // records that have one
   std::uint64_t written_ = 0;
   std::uint64_t without_harmonics_ = 0;
+  std::uint64_t chosen_ = 0;  // records that the user left out
   std::uint64_t bad_ = 0;
   std::uint64_t other_channels_ = 0;
   std::optional<std::uint64_t> cut_;  // offset of a record that the file cuts
