@@ -8,6 +8,7 @@
 #include "cli/commands.h"
 #include "table/param_time.h"
 #include "timeseries/restack.h"
+#include "timeseries/stats_listing.h"
 #include "timeseries/time_series_text.h"
 #include "timeseries/ts_file.h"
 #include "timeseries/waveform_channels.h"
@@ -145,6 +146,13 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
   AddLeaveOut(text, leave_out.get());
   AddHeaderOption(text, arguments.get());
   AddRestackCommand(waveform, exit_code);
+  CLI::App* stats = AddListingVerb(
+      waveform, "stats", "List statistics of each record and channel (or into NAME_stats.tsv)",
+      kStatsSuffix,
+      [=] { return StatsListing(arguments->Options(), LeaveOutArgument(*leave_out)); }, exit_code);
+  AddHeaderOption(stats, arguments.get());
+  AddLeaveOut(stats, leave_out.get());
+  AddSpectrumCommand(waveform, exit_code);
   AddHarmonicsCommand(waveform, exit_code);
 }
 

@@ -9,8 +9,8 @@
 
 #include "files/batch.h"
 #include "files/text_file.h"
-#include "response/box_response.h"
 #include "spectra/harmonics.h"
+#include "spectra/recording_responses.h"
 #include "spectra/spectra_source.h"
 
 namespace orvane {
@@ -19,7 +19,7 @@ namespace orvane {
 class SpectraFile {
  public:
   SpectraFile(const SpectraSource* source, BatchTask* task)
-      : source_(*source), task_(*task), beyond_(source->channels.size()) {}
+      : source_(*source), task_(*task), responses_(source), beyond_(source->channels.size()) {}
 
   struct Written {
     Result<> outcome;
@@ -58,7 +58,7 @@ class SpectraFile {
   const SpectraSource& source_;
   BatchTask& task_;
   Plan plan_;
-  BoxResponse box_;
+  RecordingResponses responses_;
   Written result_;
   std::set<double> own_rates_;         // that no band has
   std::vector<std::uint64_t> beyond_;  // as in the plan, of all records
