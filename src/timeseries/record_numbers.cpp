@@ -73,7 +73,9 @@ std::string RecordNumbers::Text() const {
       return text + " and " + FormatInt(ranges_.size() - kMostNamed) + " more";
     }
     text.append(text.empty() ? "" : ", ").append(FormatInt(first));
-    text.append(first == last ? std::string() : "-" + FormatInt(last));
+    if (last > first) {
+      text.append("-").append(FormatInt(last));
+    }
   }
   return text;
 }
@@ -83,8 +85,10 @@ Result<std::uint64_t> RecordNumberOf(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (text.empty() || error != std::errc() || end != text.data() + text.size() || number == 0) {
     constexpr std::size_t kMostShown = 40;
-    return Failure("\"" + std::string(text.substr(0, kMostShown)) +
-                   (text.size() > kMostShown ? "..." : "") + "\" is not the number of a record");
+    return Failure(std::string("\"")
+                       .append(text.substr(0, kMostShown))
+                       .append(text.size() > kMostShown ? "..." : "")
+                       .append("\" is not the number of a record"));
   }
   return number;
 }
@@ -101,7 +105,7 @@ Result<RecordNumbers> RecordNumbersOf(std::string_view list) {
       return Failure(first ? last.Message() : first.Message());
     }
     if (*last < *first) {
-      return Failure("\"" + std::string(part) + "\" ends before it begins");
+      return Failure(std::string("\"").append(part).append("\" ends before it begins"));
     }
     numbers.Add(*first, *last);
     has_more = end < list.size();

@@ -66,7 +66,7 @@ TEST(WaveformCommands, RestackLeavesOutBadRecordsAndOtherTables) {
   EXPECT_NE(left_out.err.find("B.TSS: nothing is left to stack: "), std::string::npos);
   EXPECT_EQ(ReadAll(dir / "A.TSK").substr(252), Little(1, 3) + Little(2, 3));
   EXPECT_EQ(ReadAll(dir / "B.TSK"), "older");
-  EXPECT_EQ(RunCli(dir, "waveform restack --leave-out worse A.TSS").exit_code, 2);
+  EXPECT_EQ(RunCli(dir, "waveform restack --leave-out 3- A.TSS").exit_code, 2);
 
   WriteAll(dir / "A.TBL", HeaderV2() + RecordV2("TECH", 0, IntPT, IntBytes(3)));
   std::filesystem::create_directory(dir / "o");
