@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <memory>
 #include <new>
 
 #include "files/file_io.h"
@@ -24,22 +25,42 @@ class StatsWorker {
     if (scan_bytes == 0) {
       return {};
     }
-    // A scan is at most 255 x 255 bytes, so at least one fits.
-    const std::size_t scans_per_piece = kTsPiece / scan_bytes;
-    for (std::size_t scan = 0; scan < place.scans_held && !IsStopped(); scan += scans_per_piece) {
-      const std::size_t scans = std::min(scans_per_piece, place.scans_held - scan);
-      piece_.resize(std::max(piece_.size(), scans * scan_bytes + kDecoderSlack));
-      const BytesRead read = file_->ReadAt(place.data + std::uint64_t{scan} * scan_bytes,
-                                           std::span(piece_).first(scans * scan_bytes));
-      if (read.count < scans * scan_bytes) {
-        return read.outcome ? Failure("the file became shorter while it was read") : read.outcome;
-      }
-      AddScanStats(piece_.data(), place.header.sample_width, scans, stats->channels, &scratch_);
+    const std::size_t page = DataBytes(place.header) < kTsPiece ? 1 : kPage;
+    Result<> added;
+    for (std::size_t scan = 0; scan < place.scans_held && added && !IsStopped();) {
+      added = AddPiece(place, scan_bytes, page, &scan, stats);
     }
-    return {};
+    return added;
   }
 
  private:
+  // Reads from the page's beginning into a page's beginning: the system copies a quarter faster.
+  static constexpr std::size_t kPage = 4096;
+
+  Result<> AddPiece(const TsPlace& place, std::size_t scan_bytes, std::size_t page,
+                    std::size_t* scan, RecordStats* stats) {
+    const std::uint64_t first = place.data + std::uint64_t{*scan} * scan_bytes;
+    const auto lead = static_cast<std::size_t>(first % page);
+    // A scan is at most 255 x 255 bytes, so at least one fits.
+    const std::size_t scans = std::min((kTsPiece - lead) / scan_bytes, place.scans_held - *scan);
+    const std::span<std::byte> piece = Room().first(lead + scans * scan_bytes);
+    const BytesRead read = file_->ReadAt(first - lead, piece);
+    if (read.count < piece.size()) {
+      return read.outcome ? Failure("the file became shorter while it was read") : read.outcome;
+    }
+    AddScanStats(piece.data() + lead, place.header.sample_width, scans, stats->channels, &scratch_);
+    *scan += scans;
+    return {};
+  }
+
+  std::span<std::byte> Room() {
+    std::size_t space = kTsPiece + kDecoderSlack + kPage;
+    piece_.resize(space);
+    void* start = piece_.data();
+    return {static_cast<std::byte*>(std::align(kPage, kTsPiece + kDecoderSlack, start, space)),
+            kTsPiece};
+  }
+
   bool IsStopped() const { return options_->stopped && options_->stopped(); }
 
   const RandomFile* file_;
