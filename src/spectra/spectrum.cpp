@@ -19,6 +19,12 @@ Result<> CanTransform(std::size_t scans, double rate) {
   return rate > 0 && std::isfinite(rate) ? Result<>() : Failure("the sample rate is not known");
 }
 
+void AddSquares(std::span<const Complex> bins, double* sums) {
+  for (const Complex& bin : bins) {
+    *sums++ += bin.real() * bin.real() + bin.imag() * bin.imag();
+  }
+}
+
 }  // namespace
 
 void SpectrumChannel::Scale(double factor) {
@@ -48,16 +54,15 @@ SegmentPowers::SegmentPowers(std::size_t length) : fft_(length), window_(length)
 
 std::uint64_t SegmentPowers::Add(std::span<const double> values, std::span<double> sums) {
   std::uint64_t segments = 0;
-  const std::span<double> input = fft_.Input();
-  const std::size_t step = Length() - Length() / 2;
-  for (std::size_t first = 0; first + Length() <= values.size(); first += step) {
-    for (std::size_t n = 0; n < Length(); ++n) {
-      input[n] = values[first + n] * window_[n];
+  const std::size_t length = Length();
+  double* const input = fft_.Input().data();
+  for (std::size_t first = 0; first + length <= values.size(); first += length - length / 2) {
+    const double* const from = values.data() + first;
+    const double* const window = window_.data();
+    for (std::size_t n = 0; n < length; ++n) {
+      input[n] = from[n] * window[n];
     }
-    const std::span<const Complex> bins = fft_.Transform();
-    for (std::size_t k = 0; k < bins.size(); ++k) {
-      sums[k] += bins[k].real() * bins[k].real() + bins[k].imag() * bins[k].imag();
-    }
+    AddSquares(fft_.Transform(), sums.data());
     ++segments;
   }
   return segments;
