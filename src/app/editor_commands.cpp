@@ -378,12 +378,33 @@ void EditorCommands::ViewBoxStatus() {
   CBoxStatusDlg(&form, prompts_, parent_).exec();
 }
 
+void EditorCommands::SetUpRun(StartupRun* run) {
+  run->SetVerifies(true);
+  run->SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
+}
+
+std::string EditorCommands::Doubts(const StartupRun& run) const {
+  std::string doubts;
+  for (const StartupOutcome& outcome : run.Outcomes()) {
+    if (outcome.state == StartupOutcome::kNoFile) {
+      doubts.append("\n").append(outcome.Name()).append(": ").append(outcome.Text());
+    }
+  }
+  for (const Finding& finding : CheckTable(doc_->Table(), UtcClock().Now())) {
+    if (finding.severity == Severity::kError) {
+      doubts.append("\n").append(finding.sentence);
+    }
+  }
+  return doubts;
+}
+
 void EditorCommands::SaveAllBoxes() {
   StartupRun run(&doc_->Table(), PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
-  run.SetVerifies(true);
-  run.SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
-  run.ForEachBox([this, &run](StartupForm* form) {
+  SetUpRun(&run);
+  const std::string doubts = Doubts(run);
+  run.ForEachBox([&](StartupForm* form) {
     CStartupDlg dialog(form, &run, prompts_, parent_);
+    dialog.TellDoubts(doubts);
     TellRefusedPastes(dialog);
     return dialog.exec() != CStartupDlg::kStop;  // Cancel skips this box only
   });
@@ -392,8 +413,7 @@ void EditorCommands::SaveAllBoxes() {
 
 void EditorCommands::WriteAllBoxes() {
   StartupRun run(&doc_->Table(), PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
-  run.SetVerifies(true);
-  run.SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
+  SetUpRun(&run);
   std::string warnings;
   run.ForEachBox([&](StartupForm* form) {
     if (const std::string warning = run.WarningFor(*form); !warning.empty()) {
@@ -401,16 +421,7 @@ void EditorCommands::WriteAllBoxes() {
     }
     return true;
   });
-  for (const StartupOutcome& outcome : run.Outcomes()) {
-    if (outcome.state == StartupOutcome::kNoFile) {
-      warnings.append("\n").append(outcome.Name()).append(": ").append(outcome.Text());
-    }
-  }
-  for (const Finding& finding : CheckTable(doc_->Table(), UtcClock().Now())) {
-    if (finding.severity == Severity::kError) {
-      warnings.append("\n").append(finding.sentence);
-    }
-  }
+  warnings += Doubts(run);
   const std::string question = "Write the start-up files of " + FormatInt(run.Boxes().size()) +
                                " boxes to " + PathText(run.DefaultFolder()) + "?" +
                                (warnings.empty() ? "" : "\n" + warnings);
@@ -421,6 +432,17 @@ void EditorCommands::WriteAllBoxes() {
     });
   }
   EndRun(run);
+}
+
+void EditorCommands::PrintRaw() {
+  ParamTable copy = doc_->Table();
+  const Meanings meanings(TransmitterModels());
+  CParamTableDlg dialog(&copy, parent_, doc_->NotInFile(), [&meanings](const ParamEntry& entry) {
+    return RawMeaningOf(meanings, entry);
+  });
+  auto* grid = dialog.findChild<CGridCtrl*>();
+  grid->SetPrintTitle(QStringLiteral("Parameters of ") + doc_->Title());
+  grid->AskAndPrint();
 }
 
 void EditorCommands::EndRun(const StartupRun& run) {

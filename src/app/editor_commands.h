@@ -43,6 +43,8 @@ class EditorCommands {
   /// The same without the dialogs, with the values as they are; asks before it writes over files of
   /// others.
   void WriteAllBoxes();
+  /// Asks for a printer and prints every parameter.
+  void PrintRaw();
   /// The dialog that edits a key, at its control: that of the site as the table's method has it.
   /// The raw parameters where no dialog does, or where the method disables the control.
   void EditKey(ParamKey key);
@@ -70,6 +72,9 @@ class EditorCommands {
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   /// The document's folder.
   QString ScheduleFolder(Tech method) const;
+  void SetUpRun(StartupRun* run);
+  /// Boxes that get no file and what the check calls an error, a line each; empty where none.
+  std::string Doubts(const StartupRun& run) const;
   /// What files there are after a run, and what it made of the document.
   void EndRun(const StartupRun& run);
   /// Runs a dialog, which is a step of its title. True when it ended with OK.

@@ -259,6 +259,7 @@ void CMainFrame::ConnectCommands() {
   ConnectChanges();
   ConnectCheck();
   AddMapDock(doc_, Command(kViewMap), this);
+  Handle(kPrintParameters, [this] { editors_.PrintRaw(); });
   Handle(kPrintSheets, [this] { AskAndPrintFieldSheets(doc_->Table(), this); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
   Handle(kEditStepping, [this] { editors_.EditStepping(); });

@@ -91,7 +91,7 @@ TEST_F(MainFrame, HasEveryCommand) {
     }
     commands.push_back(count);
   }
-  EXPECT_EQ(commands, (std::vector<int>{11, 12, 9, 9, 2}));
+  EXPECT_EQ(commands, (std::vector<int>{12, 12, 9, 9, 2}));
   EXPECT_EQ(frame_->Command(kFileOpen)->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
   EXPECT_EQ(frame_->Command(kEditRadio)->toolTip(), QStringLiteral("MHX  Modern"));
   for (const QAction* action : frame_->findChild<QToolBar*>()->actions()) {
@@ -337,9 +337,13 @@ TEST_F(MainFrame, SavesAFileForEachBox) {
   EXPECT_EQ(Notice(), QStringLiteral("2 of 2 files written, 1 box skipped"));
   EXPECT_TRUE(doc_.IsModified());
   // Stop ends the run: no second dialog, and no list where nothing was written.
+  const std::int32_t beyond_a_gap = 1207;
+  ASSERT_EQ(table_.SetParam("SN03", IntPT, &beyond_a_gap), kOk);
   const auto stop = [](QWidget* window) {
     EXPECT_EQ(window->findChild<QLabel*>("heading")->text(),
               "Box 1 of 3: transmitter monitor, serial 31");
+    EXPECT_TRUE(
+        window->findChild<QLabel*>("doubts")->text().contains("auxiliary 3, serial 1207: no file"));
     window->findChild<QPushButton*>("stop")->click();
   };
   EXPECT_EQ(WithWindows({stop}, [this] { frame_->Command(kFileSaveAllBoxes)->trigger(); }).size(),
