@@ -58,9 +58,9 @@ std::string ThereText(const SetFile& file, const std::filesystem::path& main) {
 }  // namespace
 
 std::vector<SetRow> SetRowsOf(const ParamTable& table, const std::filesystem::path& folder,
-                              const std::filesystem::path& main) {
+                              const std::filesystem::path& main, CheckMemory* memory) {
   std::vector<SetRow> rows;
-  for (const SetFile& file : SetFilesOf(table, folder)) {
+  for (const SetFile& file : SetFilesOf(table, folder, memory)) {
     rows.push_back({file.box_name, FormatInt(file.serial), ChannelsText(table, file.serial),
                     RadioText(file.meant), PathText(file.target), ThereText(file, main),
                     file.target, file.is_there});

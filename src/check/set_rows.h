@@ -23,9 +23,10 @@ struct SetRow {
   bool is_same = false;             ///< and what would be written for the box
 };
 
-/// The boxes that get a file; `main` is the file of the table, empty where it has none.
+/// The boxes that get a file; `main` is the file of the table, empty where it has none. `memory`
+/// may be null.
 std::vector<SetRow> SetRowsOf(const ParamTable& table, const std::filesystem::path& folder,
-                              const std::filesystem::path& main);
+                              const std::filesystem::path& main, CheckMemory* memory = nullptr);
 
 }  // namespace orvane
 

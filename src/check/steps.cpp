@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/number_text.h"
+#include "check/check_memory.h"
 #include "files/file_system.h"
 #include "files/find_file.h"
 #include "files/path_text.h"
@@ -11,6 +12,19 @@
 #include "stepping/tfs_file.h"
 
 namespace orvane {
+namespace {
+
+CheckMemory::Schedule ReadSchedule(const std::filesystem::path& path) {
+  ScheduleRows read = ReadScheduleRows(path);
+  CheckMemory::Schedule schedule;
+  schedule.fault = read.outcome ? read.refusal : read.outcome.Message();
+  if (schedule.fault.empty()) {
+    schedule.rows = std::move(read.rows);
+  }
+  return schedule;
+}
+
+}  // namespace
 
 ScheduleFile FindSchedule(const Situation& situation) {
   const std::filesystem::path path =
@@ -27,11 +41,10 @@ ScheduleFile FindSchedule(const Situation& situation) {
   if (!file.is_there) {
     return file;
   }
-  ScheduleRows read = ReadScheduleRows(file.path);
-  file.fault = read.outcome ? read.refusal : read.outcome.Message();
-  if (file.fault.empty()) {
-    file.rows = std::move(read.rows);
-  }
+  CheckMemory::Schedule held = situation.places.memory->schedules.Get(
+      file.path, [&file] { return ReadSchedule(file.path); });
+  file.fault = std::move(held.fault);
+  file.rows = std::move(held.rows);
   return file;
 }
 
