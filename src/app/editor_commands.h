@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/orvane_doc.h"
@@ -60,9 +61,14 @@ class EditorCommands {
   void EditSite();
   void EditSerials();
   /// True where the dialog was shown.
-  bool TryEdit(const EditPlace& place);
+  bool TryEdit(const EditPlace& place, ParamKey key);
   /// False where a control is asked for that this form disables.
   bool HasWanted(const FormModel& model);
+  /// False where a key is asked for that no cell of the dialog's grids has.
+  template <typename Dialog>
+  bool GoToWantedCell(Dialog* dialog) {
+    return wanted_cell_.IsEmpty() || dialog->GoTo(std::exchange(wanted_cell_, {}));
+  }
   /// The site setup of a method, over `parent`. True when it ended with OK. Adds the keys that were
   /// changed before it.
   bool SetUpSite(Tech tech, QWidget* parent, std::vector<std::string>* early);
@@ -92,6 +98,7 @@ class EditorCommands {
   QAction* redo_ = nullptr;
   std::string early_line_;
   int wanted_ = 0;         // the control to begin at; 0: none
+  ParamKey wanted_cell_;   // the key whose cell to begin at; empty: none
   bool is_shown_ = false;  // a dialog was, since a control was asked for
 };
 

@@ -196,6 +196,7 @@ TEST_F(Changes, ADoubleClickOpensTheDialogOfTheKey) {
     std::int32_t tech;
     const char* title;
     const char* focus;  // its number; null: any
+    std::pair<int, int> cell = {};
   };
   const Row rows[] = {
       {"TECH", kSip, "Acquisition Parameters", nullptr},
@@ -206,7 +207,11 @@ TEST_F(Changes, ADoubleClickOpensTheDialogOfTheKey) {
       {"SITE", kMtAmt, "MT/AMT Site Setup", "1148"},
       {"STIM", kMtAmt, "Acquisition Parameters", nullptr},
       {"STIM", kSip, "Parameter Table", "1079"},  // only MT/AMT has a schedule
-      {"FRQ1", kSip, "SIP Frequency Stepping Parameters", nullptr},
+      {"FRQ3", kSip, "SIP Frequency Stepping Parameters", "frequencies", {4, 1}},
+      {"LPFR", kMtAmt, "Acquisition Parameters", "1039"},  // not "Off", which the method disables
+      {"CHDEF3", kSip, "IP Site Setup", "1152", {3, 1}},
+      {"GFC1", kSip, "IP Site Setup", "1152", {1, 12}},
+      {"DEF1R1", kSip, "Parameter Table", "1079"},  // there is no such box
       {"TBVO", kSip, "Parameter Table", "1079"},
   };
   for (const Row& row : rows) {
@@ -216,6 +221,10 @@ TEST_F(Changes, ADoubleClickOpensTheDialogOfTheKey) {
         {[&row](QWidget* window) {
           if (row.focus != nullptr) {
             EXPECT_EQ(window->focusWidget()->objectName(), QLatin1String(row.focus)) << row.key;
+          }
+          const auto* grid = qobject_cast<CGridCtrl*>(window->focusWidget());
+          if (row.cell.first > 0 && grid != nullptr) {
+            EXPECT_EQ(grid->GetFocusCell(), row.cell) << row.key;
           }
           Cancel(window);
         }},
