@@ -122,11 +122,6 @@ void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
   }
 }
 
-void EditorCommands::SetStepActions(QAction* undo, QAction* redo) {
-  undo_ = undo;
-  redo_ = redo;
-}
-
 void EditorCommands::EditRaw(ParamKey key) {
   const Meanings meanings(TransmitterModels());
   CParamTableDlg dialog(
@@ -135,14 +130,30 @@ void EditorCommands::EditRaw(ParamKey key) {
       doc_->FileTable());
   TellRefusedPastes(dialog);
   const QString title = QStringLiteral("Raw Parameters");
-  QObject::connect(&dialog, &CParamTableDlg::edited, doc_, [this, title] {
-    doc_->NoteStep(title);
+  int undoable = 0;  // the steps of before are not this window's to undo
+  int redoable = 0;
+  const auto show = [&] { dialog.ShowSteps(undoable > 0, redoable > 0); };
+  QObject::connect(&dialog, &CParamTableDlg::edited, doc_, [&, title] {
+    if (doc_->NoteStep(title)) {
+      ++undoable;
+      redoable = 0;
+    }
     EndEarlyLine();
+    show();
   });
-  if (undo_ != nullptr && redo_ != nullptr) {
-    dialog.addActions({undo_, redo_});
-    QObject::connect(doc_, &COrvaneDoc::changed, &dialog, &CParamTableDlg::Refresh);
-  }
+  QObject::connect(&dialog, &CParamTableDlg::undoWanted, doc_, [&] {
+    doc_->Undo();
+    --undoable;
+    ++redoable;
+    show();
+  });
+  QObject::connect(&dialog, &CParamTableDlg::redoWanted, doc_, [&] {
+    doc_->Redo();
+    ++undoable;
+    --redoable;
+    show();
+  });
+  QObject::connect(doc_, &COrvaneDoc::changed, &dialog, &CParamTableDlg::Refresh);
   if (!key.IsEmpty()) {
     dialog.GoTo(key);
   }

@@ -2,7 +2,6 @@
 #ifndef ORVANE_APP_EDITOR_COMMANDS_H_
 #define ORVANE_APP_EDITOR_COMMANDS_H_
 
-#include <QAction>
 #include <QDialog>
 #include <QWidget>
 #include <functional>
@@ -47,8 +46,6 @@ class EditorCommands {
   /// The dialog that edits a key, at its control: that of the site as the table's method has it.
   /// The raw parameters where no dialog does, or where the method disables the control.
   void EditKey(ParamKey key);
-  /// What Ctrl+Z and Ctrl+Y are in the raw parameters; `undo` and `redo` must outlive them.
-  void SetStepActions(QAction* undo, QAction* redo);
 
  private:
   /// Edits where a control was asked for that is disabled: nothing is shown then.
@@ -94,8 +91,6 @@ class EditorCommands {
   Prompts* prompts_;
   Notices* notices_;
   QWidget* parent_;
-  QAction* undo_ = nullptr;
-  QAction* redo_ = nullptr;
   std::string early_line_;
   int wanted_ = 0;         // the control to begin at; 0: none
   ParamKey wanted_cell_;   // the key whose cell to begin at; empty: none

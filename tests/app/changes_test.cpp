@@ -115,9 +115,14 @@ TEST_F(Changes, AreSeenRevertedUndoneMadeAgainAndSaved) {
   QTest::keyClick(&frame_, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Rows().size(), 3) << "the dock follows";
   EXPECT_EQ(Notice(), QStringLiteral("Undone: Revert (1 value)"));
+  doc_.findChild<QTimer*>()->start(1);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Notice() == QStringLiteral("Ready"); }));
   QTest::keyClick(&frame_, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(Rows().size(), 2);
   revert(QStringLiteral("FTPCUSR"));
+  QTest::keyClick(List(), Qt::Key_Escape);
+  EXPECT_TRUE(frame_.findChild<COrvaneView*>()->isAncestorOf(frame_.focusWidget()));
+  EXPECT_TRUE(List()->isVisible());
   QTest::keyClick(&frame_, Qt::Key_S, Qt::ControlModifier);
   EXPECT_EQ(Counter(), QStringLiteral("No changes"));
   EXPECT_TRUE(Rows().isEmpty());
@@ -163,9 +168,11 @@ TEST_F(Changes, AStepIsWhatOneDialogChanged) {
 }
 
 TEST_F(Changes, RawEditsAreStepsThatAreUndoneInTheirWindow) {
+  Set("TPFR", 9, "Edit");
   WithModal(
       [this](QWidget* window) {
         QApplication::setActiveWindow(window);
+        const auto* undo = window->findChild<QPushButton*>(QStringLiteral("undo"));
         EditRow(window, "LFRQ", "55");
         EditRow(window, "EGNC", "3");
         const auto* grid = window->findChild<CGridCtrl*>();
@@ -182,7 +189,14 @@ TEST_F(Changes, RawEditsAreStepsThatAreUndoneInTheirWindow) {
         EXPECT_EQ(shown(), QStringLiteral("1"));
         QTest::keyClick(window, Qt::Key_Y, Qt::ControlModifier);
         EXPECT_EQ(shown(), QStringLiteral("3"));
-        QTest::keyClick(window, Qt::Key_Z, Qt::ControlModifier);
+        for (const bool has_more : {true, true, false}) {
+          EXPECT_EQ(undo->isEnabled(), has_more);
+          QTest::keyClick(window, Qt::Key_Z, Qt::ControlModifier);
+        }
+        EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("caution"))->text(),
+                  QStringLiteral("Nothing more to undo here"));
+        EXPECT_EQ(IntParam(table_, "TPFR"), 9) << "a step of before";
+        window->findChild<QPushButton*>(QStringLiteral("redo"))->click();
         Cancel(window);
       },
       [this] { Trigger(kEditRaw); });
