@@ -60,7 +60,7 @@ TEST_F(TableCommands, ShowAsABoxTakesIt) {
                            "LINE is left out: the parameter has another type\n" + named +
                            "RQST is left out: the parameter has another type\n" + named +
                            "RQST is left out: the action 9 is no request\n" + named +
-                           "the record at offset 256 is cut and left out: 1 byte\n" + named +
+                           "the record at offset 256 is cut and left out: 3 bytes\n" + named +
                            "a box takes 3 parameters of it; the others keep their values\n");
   EXPECT_EQ(Run("table show --as-box nowhere.tbl").exit_code, 1);
 }
