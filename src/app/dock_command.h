@@ -11,6 +11,7 @@
 namespace orvane {
 
 /// Lets a command show and hide a dock. Shown by it, the dock gets the focus (its focus proxy).
+/// Escape gives the focus back to the window's main part; a dock that floats it hides.
 void ConnectDock(QDockWidget* dock, QAction* command);
 
 /// Gives the window the dock "Map", hidden at first, which follows the document. All must outlive

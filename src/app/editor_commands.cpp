@@ -2,6 +2,7 @@
 #include "app/editor_commands.h"
 
 #include <QAbstractButton>
+#include <QButtonGroup>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -61,17 +62,38 @@ QString StepOf(const QDialog& dialog, bool is_accepted) {
   return is_accepted ? title : title + QStringLiteral(", cancelled");
 }
 
-// The controls of a dialog are named by their numbers; of a group of buttons the chosen one gets
-// the focus.
+// Of a group the chosen button, else the first that can be chosen.
+QWidget* ButtonOf(const QButtonGroup& group) {
+  const auto buttons = group.buttons();
+  const auto first =
+      std::find_if(buttons.begin(), buttons.end(),
+                   [](const QAbstractButton* button) { return button->isEnabled(); });
+  return group.checkedButton() != nullptr ? group.checkedButton()
+         : first == buttons.end()         ? nullptr
+                                          : *first;
+}
+
+// The controls of a dialog are named by their numbers, a group by its first button's.
 void FocusControl(const QDialog& dialog, int control) {
   auto* widget = control == 0 ? nullptr : dialog.findChild<QWidget*>(QString::number(control));
-  if (widget == nullptr) {
-    return;
+  const auto* button = qobject_cast<QAbstractButton*>(widget);
+  if (button != nullptr && button->group() != nullptr) {
+    widget = ButtonOf(*button->group());
   }
-  for (auto* button : widget->findChildren<QAbstractButton*>()) {
-    widget = button->isChecked() ? button : widget;
+  if (widget != nullptr) {
+    widget->setFocus();
   }
-  widget->setFocus();
+}
+
+// Of a group where one of its buttons is: the group is named by its first, which may not be.
+bool CanBeUsed(const FormModel& model, int control) {
+  const Field& field = model.FieldOf(control);
+  const auto is_enabled = [&model](const Choice& choice) {
+    return model.IsEnabled(choice.control);
+  };
+  return field.widget == Widget::kRadios
+             ? std::any_of(field.choices.begin(), field.choices.end(), is_enabled)
+             : model.IsEnabled(control);
 }
 
 }  // namespace
@@ -100,11 +122,6 @@ void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
   }
 }
 
-void EditorCommands::SetStepActions(QAction* undo, QAction* redo) {
-  undo_ = undo;
-  redo_ = redo;
-}
-
 void EditorCommands::EditRaw(ParamKey key) {
   const Meanings meanings(TransmitterModels());
   CParamTableDlg dialog(
@@ -113,14 +130,30 @@ void EditorCommands::EditRaw(ParamKey key) {
       doc_->FileTable());
   TellRefusedPastes(dialog);
   const QString title = QStringLiteral("Raw Parameters");
-  QObject::connect(&dialog, &CParamTableDlg::edited, doc_, [this, title] {
-    doc_->NoteStep(title);
+  int undoable = 0;  // the steps of before are not this window's to undo
+  int redoable = 0;
+  const auto show = [&] { dialog.ShowSteps(undoable > 0, redoable > 0); };
+  QObject::connect(&dialog, &CParamTableDlg::edited, doc_, [&, title] {
+    if (doc_->NoteStep(title)) {
+      ++undoable;
+      redoable = 0;
+    }
     EndEarlyLine();
+    show();
   });
-  if (undo_ != nullptr && redo_ != nullptr) {
-    dialog.addActions({undo_, redo_});
-    QObject::connect(doc_, &COrvaneDoc::changed, &dialog, &CParamTableDlg::Refresh);
-  }
+  QObject::connect(&dialog, &CParamTableDlg::undoWanted, doc_, [&] {
+    doc_->Undo();
+    --undoable;
+    ++redoable;
+    show();
+  });
+  QObject::connect(&dialog, &CParamTableDlg::redoWanted, doc_, [&] {
+    doc_->Redo();
+    ++undoable;
+    --redoable;
+    show();
+  });
+  QObject::connect(doc_, &COrvaneDoc::changed, &dialog, &CParamTableDlg::Refresh);
   if (!key.IsEmpty()) {
     dialog.GoTo(key);
   }
@@ -165,7 +198,7 @@ bool EditorCommands::RunSite(Tech tech, QWidget* parent, std::vector<std::string
   QObject::connect(&dialog, &CSiteDlg::told, doc_,
                    [this](const QString& text) { notices_->ShowNotice(text.toStdString()); });
   TellRefusedPastes(dialog);
-  if (!Show(&dialog)) {
+  if (!GoToWantedCell(&dialog) || !Show(&dialog)) {
     return false;
   }
   doc_->UpdateAllViews();
@@ -239,7 +272,9 @@ void EditorCommands::EditStepping() {
   const QString folder = ScheduleFolder(TechOf(doc_->Table()));
   CFreqSteppingDlg dialog(&form, prompts_, folder, parent_);
   TellRefusedPastes(dialog);
-  Run(&dialog, [&form] { return form.EarlyChanges(); });
+  if (GoToWantedCell(&dialog)) {
+    Run(&dialog, [&form] { return form.EarlyChanges(); });
+  }
 }
 
 void EditorCommands::CreateFdemSchedule() {
@@ -319,7 +354,7 @@ void EditorCommands::EditCoil() {
 }
 
 bool EditorCommands::HasWanted(const FormModel& model) {
-  return wanted_ == 0 || model.IsEnabled(wanted_);
+  return wanted_ == 0 || CanBeUsed(model, wanted_);
 }
 
 std::span<const EditorCommands::TitledEditor> EditorCommands::Editors() {
@@ -336,7 +371,7 @@ std::span<const EditorCommands::TitledEditor> EditorCommands::Editors() {
   return kEditors;
 }
 
-bool EditorCommands::TryEdit(const EditPlace& place) {
+bool EditorCommands::TryEdit(const EditPlace& place, ParamKey key) {
   ParamTable& table = doc_->Table();
   const Tech method = TechOf(table);
   const auto editors = Editors();
@@ -353,9 +388,11 @@ bool EditorCommands::TryEdit(const EditPlace& place) {
   }
   const std::vector<ParamValue> before = StoredValues(table);
   wanted_ = place.control;
+  wanted_cell_ = place.control == 0 ? key : ParamKey();
   is_shown_ = false;
   (this->*edit)();
   wanted_ = 0;
+  wanted_cell_ = {};
   if (!is_shown_) {
     RestoreValues(before, &table);  // opening a form may write
   }
@@ -367,7 +404,7 @@ void EditorCommands::EditKey(ParamKey key) {
   const KeyMeaning* meaning = meanings.Find(key);
   if (meaning == nullptr ||
       std::none_of(meaning->places.begin(), meaning->places.end(),
-                   [this](const EditPlace& place) { return TryEdit(place); })) {
+                   [this, key](const EditPlace& place) { return TryEdit(place, key); })) {
     EditRaw(key);
   }
 }

@@ -2,13 +2,13 @@
 #ifndef ORVANE_APP_EDITOR_COMMANDS_H_
 #define ORVANE_APP_EDITOR_COMMANDS_H_
 
-#include <QAction>
 #include <QDialog>
 #include <QWidget>
 #include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/orvane_doc.h"
@@ -48,8 +48,6 @@ class EditorCommands {
   /// The dialog that edits a key, at its control: that of the site as the table's method has it.
   /// The raw parameters where no dialog does, or where the method disables the control.
   void EditKey(ParamKey key);
-  /// What Ctrl+Z and Ctrl+Y are in the raw parameters; `undo` and `redo` must outlive them.
-  void SetStepActions(QAction* undo, QAction* redo);
 
  private:
   /// Edits where a control was asked for that is disabled: nothing is shown then.
@@ -62,9 +60,14 @@ class EditorCommands {
   void EditSite();
   void EditSerials();
   /// True where the dialog was shown.
-  bool TryEdit(const EditPlace& place);
+  bool TryEdit(const EditPlace& place, ParamKey key);
   /// False where a control is asked for that this form disables.
   bool HasWanted(const FormModel& model);
+  /// False where a key is asked for that no cell of the dialog's grids has.
+  template <typename Dialog>
+  bool GoToWantedCell(Dialog* dialog) {
+    return wanted_cell_.IsEmpty() || dialog->GoTo(std::exchange(wanted_cell_, {}));
+  }
   /// The site setup of a method, over `parent`. True when it ended with OK. Adds the keys that were
   /// changed before it.
   bool SetUpSite(Tech tech, QWidget* parent, std::vector<std::string>* early);
@@ -93,10 +96,9 @@ class EditorCommands {
   Prompts* prompts_;
   Notices* notices_;
   QWidget* parent_;
-  QAction* undo_ = nullptr;
-  QAction* redo_ = nullptr;
   std::string early_line_;
   int wanted_ = 0;         // the control to begin at; 0: none
+  ParamKey wanted_cell_;   // the key whose cell to begin at; empty: none
   bool is_shown_ = false;  // a dialog was, since a control was asked for
 };
 

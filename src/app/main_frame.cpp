@@ -122,6 +122,10 @@ void CMainFrame::CreateCenter() {
   layout->addWidget(stack_, 1);
   stack_->addWidget(view_);
   setCentralWidget(center);
+  // What gives the focus to the center means what is shown in it.
+  const auto follow = [this, center] { center->setFocusProxy(stack_->currentWidget()); };
+  connect(stack_, &QStackedWidget::currentChanged, center, follow);
+  follow();
   connect(changed_file_, &ChangedFileBar::focusLeft, this,
           [this] { stack_->currentWidget()->setFocus(); });
   connect(qApp, &QGuiApplication::applicationStateChanged, this,
@@ -301,7 +305,6 @@ void CMainFrame::ConnectSteps() {
       {Command(kEditRedo)->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+Z"))});
   connect(Command(kEditUndo), &QAction::triggered, doc_, &COrvaneDoc::Undo);
   connect(Command(kEditRedo), &QAction::triggered, doc_, &COrvaneDoc::Redo);
-  editors_.SetStepActions(Command(kEditUndo), Command(kEditRedo));
   const auto follow = [this](int id, auto changed) {
     QAction* command = Command(id);
     const auto show = [command, verb = command->text()](const QString& step) {

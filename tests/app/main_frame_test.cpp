@@ -436,9 +436,16 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   }
   EXPECT_EQ(cells->cellAt(1, 4)->text(QAccessible::Description),
             QStringLiteral("changed, stored as 1"));
-  grid->SetFocusCell(1, kValueColumn);
-  EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("caution"))->text(),
-            QStringLiteral("TBVO: stored as 1"));
+  const auto* caution = dialog.findChild<QLabel*>(QStringLiteral("caution"));
+  for (const bool is_read : {false, true}) {
+    EXPECT_EQ(grid->GetFocusCell().first, is_read ? 3 : 2) << "Return goes down";
+    EXPECT_EQ(caution->text(), is_read ? QString() : QStringLiteral("TBVO=1x: stored as 1"));
+    EXPECT_EQ(grid->accessibleDescription(), caution->text());
+    QTest::keyClick(grid, Qt::Key_Down);
+  }
+  dialog.resize(1, 1);
+  EXPECT_LE(dialog.width(), 683);  // half of a small laptop's screen
+  EXPECT_LE(dialog.height(), 384);
   EXPECT_EQ(cells->cellAt(27, 4)->text(QAccessible::Description), QStringLiteral("changed"));
   EXPECT_TRUE(dialog.IsModified());
   QTest::keyClick(grid, Qt::Key_Left);

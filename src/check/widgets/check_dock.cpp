@@ -12,6 +12,7 @@
 #include "check/widgets/cards_dlg.h"
 #include "table/clock.h"
 #include "ui/list_item.h"
+#include "ui/named_button.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -60,16 +61,6 @@ CheckDock::CheckDock(const ParamTable* table, QWidget* parent)
   EnableButtons();
 }
 
-QPushButton* CheckDock::NewButton(const char* text, const char* name, const char* tip,
-                                  void (CheckDock::*handler)()) {
-  auto* button = new QPushButton(QString::fromLatin1(text), this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setToolTip(QString::fromLatin1(tip));
-  button->setAccessibleDescription(button->toolTip());
-  connect(button, &QPushButton::clicked, this, handler);
-  return button;
-}
-
 CListView* CheckDock::MakeFindings() {
   list_ = new CListView(QStringLiteral("findings"), QStringLiteral("Findings"), model_, this);
   list_->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -84,9 +75,10 @@ CListView* CheckDock::MakeFindings() {
 }
 
 QLayout* CheckDock::MakeFindingButtons() {
-  mend_ = NewButton("&Mend...", "mend", "Open the dialog where this is mended", &CheckDock::Mend);
-  dismiss_ = NewButton("&Dismiss", "dismiss", "Say no more of this hint for this table",
-                       &CheckDock::Dismiss);
+  mend_ = NewNamedButton("&Mend...", "mend", "Open the dialog where this is mended", this,
+                         &CheckDock::Mend);
+  dismiss_ = NewNamedButton("&Dismiss", "dismiss", "Say no more of this hint for this table", this,
+                            &CheckDock::Dismiss);
   show_dismissed_ = new QCheckBox(QStringLiteral("Sho&w dismissed"), this);
   show_dismissed_->setObjectName(QStringLiteral("show-dismissed"));
   auto* row = new QHBoxLayout;
@@ -152,14 +144,15 @@ QWidget* CheckDock::MakeContent() {
   layout->addWidget(MakeFolders());
   layout->addWidget(MakeSpread(), 2);
   auto* row = new QHBoxLayout;
-  row->addWidget(NewButton("Write All Start-&up Files", "write-all",
-                           "Write the file of each box with the values as they are",
-                           &CheckDock::writeWanted));
-  row->addWidget(NewButton("With Dialo&gs...", "write-guided", "Ask for each box before its file",
-                           &CheckDock::guidedWriteWanted));
-  row->addWidget(NewButton("Copy To &Cards...", "copy-to-cards",
-                           "Copy the boxes' files to their cards and read them back",
-                           &CheckDock::CopyToCards));
+  row->addWidget(NewNamedButton("Write All Start-&up Files", "write-all",
+                                "Write the file of each box with the values as they are", this,
+                                &CheckDock::writeWanted));
+  row->addWidget(NewNamedButton("With Dialo&gs...", "write-guided",
+                                "Ask for each box before its file", this,
+                                &CheckDock::guidedWriteWanted));
+  row->addWidget(NewNamedButton("Copy To &Cards...", "copy-to-cards",
+                                "Copy the boxes' files to their cards and read them back", this,
+                                &CheckDock::CopyToCards));
   row->addStretch(1);
   layout->addLayout(row);
   return content;

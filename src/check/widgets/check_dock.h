@@ -62,8 +62,6 @@ class CheckDock : public QDockWidget {
   QWidget* MakeFolders();
   QWidget* MakeSpread();
   CFolderLine* AddFolder(QFormLayout* form, const char* label, const char* name);
-  QPushButton* NewButton(const char* text, const char* name, const char* tip,
-                         void (CheckDock::*handler)());
   Places PlacesNow() const;
   void TakeFiles(const FileCheck::Outcome& outcome);
   void ShowFindings();

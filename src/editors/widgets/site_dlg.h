@@ -24,6 +24,8 @@ class CSiteDlg : public CFormDialog {
   CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget* parent);
 
   void accept() override;
+  /// Brings the focus to the grid's cell of a key. False where there is none.
+  bool GoTo(ParamKey key) { return panel_ != nullptr && panel_->GoTo(key); }
 
  signals:
   /// For the status bar.
