@@ -54,6 +54,8 @@ class CheckDock : public QDockWidget {
   void writeWanted();
   void guidedWriteWanted();
   void countChanged(const QString& text);
+  /// `Findings()` are others, or were looked for again.
+  void found();
 
  private:
   QWidget* MakeContent();
