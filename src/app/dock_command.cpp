@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/dock_command.h"
 
-#include "editors/widgets/map_dock.h"
-
 namespace orvane {
 
 void ConnectDock(QDockWidget* dock, QAction* command) {
@@ -17,13 +15,14 @@ void ConnectDock(QDockWidget* dock, QAction* command) {
   QObject::connect(dock->toggleViewAction(), &QAction::toggled, command, &QAction::setChecked);
 }
 
-void AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window) {
+MapDock* AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window) {
   auto* dock = new MapDock(&doc->Table(), window);
   dock->setFocusProxy(dock->View());
   window->addDockWidget(Qt::RightDockWidgetArea, dock);
   dock->hide();
   ConnectDock(dock, command);
   QObject::connect(doc, &COrvaneDoc::changed, dock, &MapDock::Follow);
+  return dock;
 }
 
 }  // namespace orvane

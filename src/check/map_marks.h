@@ -12,8 +12,8 @@
 
 namespace orvane {
 
-/// The channels of which errors and warnings name a key, and whole boxes of which an error names the
-/// serial number. Hints mark nothing.
+/// The channels of which errors and warnings name a key, and whole boxes of which an error names
+/// the serial number. Hints mark nothing.
 std::vector<MapMark> MarksOf(std::span<const Finding> findings, const Spread& spread);
 
 }  // namespace orvane

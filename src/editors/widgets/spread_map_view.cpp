@@ -61,8 +61,7 @@ void SpreadMapView::Describe() {
     const MapItem& item = map_.items[static_cast<std::size_t>(look_.current)];
     const std::string mark = MarkOf(item, look_.marks);
     text = TextFromBytes(orvane::Describe(item)) +
-           QString::fromStdString(mark.empty() ? "" : "; " + mark) +
-           QStringLiteral(". ") + text;
+           QString::fromStdString(mark.empty() ? "" : "; " + mark) + QStringLiteral(". ") + text;
   }
   setAccessibleDescription(text);
   update();
