@@ -12,7 +12,7 @@
 namespace orvane {
 namespace {
 
-constexpr int kFocusRoom = 2;  // pixels around the frame
+constexpr int kFocusRoom = 4;  // pixels around the frame
 
 QStyleOptionGroupBox FrameOf(const QAbstractButton* card, const QRect& rect) {
   QStyleOptionGroupBox frame;
@@ -42,6 +42,8 @@ GlanceCard::GlanceCard(const QString& title, const char* name, QWidget* parent)
   setAccessibleName(title);
   setFocusPolicy(Qt::StrongFocus);
   setCursor(Qt::PointingHandCursor);
+  setForegroundRole(QPalette::WindowText);  // of its labels too
+  setBackgroundRole(QPalette::Window);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }
 
@@ -75,8 +77,8 @@ void GlanceCard::paintEvent(QPaintEvent*) {
   const QStyleOptionGroupBox frame = FrameOf(this, rect());
   style()->drawComplexControl(QStyle::CC_GroupBox, &frame, &painter, this);
   if (hasFocus() || underMouse()) {
-    painter.setPen(QPen(StandOut(palette().color(QPalette::Highlight), palette()),
-                        hasFocus() ? kFocusRoom : 1));
+    painter.setPen(
+        QPen(StandOut(palette().color(QPalette::Highlight), palette()), hasFocus() ? 2 : 1));
     painter.drawRect(rect().adjusted(1, 1, -1, -1));
   }
 }

@@ -61,7 +61,7 @@ void NameTargets(COrvaneView* view, Tech method) {
 
 void ShowFound(COrvaneView* view, const GlanceTargets& targets) {
   ParamTable copy = targets.doc->Table();  // a spread works on a table that it may change
-  const auto marks = MarksOf(targets.check->Findings(), Spread(&copy));
+  const auto marks = MarksOf(targets.check->TableFindings(), Spread(&copy));
   view->SetFindings(targets.check->CountText(), targets.check->Findings(), marks);
   targets.map->View()->SetMarked(marks);
 }

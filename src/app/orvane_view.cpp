@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kGap = 8;
 // Widths of the window, in zeros of its font, from which on there are three and two columns.
-constexpr int kThreeColumns = 120;
+constexpr int kThreeColumns = 132;
 constexpr int kTwoColumns = 72;
 constexpr std::size_t kMostFindings = 3;
 

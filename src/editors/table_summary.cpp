@@ -73,7 +73,7 @@ std::string JoinedNames(const std::vector<std::string>& names) {
   return text;
 }
 
-// "6: Ex1 to Ex6"; only the number where none is defined.
+// "6: Ex1 to Ex6", "6, none defined".
 std::string ChannelsText(const ParamTable& table, BoxKind kind, int slot, std::int32_t count) {
   std::vector<std::string> names;
   for (int channel = 1; channel <= std::min<std::int32_t>(count, MaxChannels(kind)); ++channel) {
@@ -82,7 +82,8 @@ std::string ChannelsText(const ParamTable& table, BoxKind kind, int slot, std::i
       names.emplace_back(Trimmed(name));
     }
   }
-  return FormatInt(count) + (names.empty() ? "" : ": ") + JoinedNames(names);
+  const char* none = count > 0 ? ", none defined" : "";
+  return FormatInt(count) + (names.empty() ? none : ": " + JoinedNames(names));
 }
 
 // A line for each, or one for all places where there are none.
