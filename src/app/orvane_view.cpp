@@ -116,6 +116,12 @@ void COrvaneView::AddParts() {
                                      {Part::kSurvey, 1}}) {
     AddToColumn(column, CardOf(part));
   }
+  for (const auto& [before, next] : {std::pair(Part::kMethod, Part::kTimes),
+                                     {Part::kTimes, Part::kGains},
+                                     {Part::kGains, Part::kBoxes},
+                                     {Part::kBoxes, Part::kSurvey}}) {
+    setTabOrder(CardOf(before), CardOf(next));
+  }
   for (const int column : {0, 1}) {
     AddToColumn(column, new QWidget(this), 1);  // takes what room is left
   }
@@ -151,6 +157,9 @@ void COrvaneView::AddMap() {
   map_->setObjectName(QStringLiteral("map-at-a-glance"));
   map_->setFocusPolicy(Qt::NoFocus);
   map_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  constexpr int kLeastHeight = 140;  // and whatever room there is beyond
+  map_->setMinimumHeight(kLeastHeight);
+  map_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
   auto* rows = new QVBoxLayout;
   rows->addWidget(map_);
   card->SetContent(rows);

@@ -208,7 +208,7 @@ TEST_F(MainFrame, TheTableAtAGlanceOpensWhatEditsIt) {
   for (const auto& [name, title, says] :
        {std::tuple("method", "Acquisition Parameters", "Opens Acquisition Parameters"),
         {"times", "Parameter Table", "Opens Raw Parameters"},
-        {"boxes", "SIP", "Opens Site Setup"},
+        {"boxes", "Site Setup", "Opens Site Setup"},
         {"timeline-card", "Acquisition Parameters", "Opens Acquisition Parameters"}}) {
     EXPECT_NE(card(name)->focusPolicy() & Qt::TabFocus, 0) << name;
     EXPECT_EQ(card(name)->accessibleDescription(), says) << name;
@@ -216,9 +216,11 @@ TEST_F(MainFrame, TheTableAtAGlanceOpensWhatEditsIt) {
              [&] { QTest::keyClick(card(name), Qt::Key_Return); },
              [&] { QTest::mouseClick(card(name), Qt::LeftButton, {}, QPoint(40, 30)); },
              [&] {
+               QSignalSpy clicked(card(name), &GlanceCard::clicked);
                QAccessible::queryAccessibleInterface(card(name))
                    ->actionInterface()
                    ->doAction(QAccessibleActionInterface::pressAction());
+               clicked.wait();  // it is seen to go down first
              }}) {
       const QString window = opened(open);
       EXPECT_TRUE(window.contains(QLatin1String(title))) << name << window.toStdString();
