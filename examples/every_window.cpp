@@ -242,16 +242,17 @@ bool VisitMaps(COrvaneApp* app, const QString& survey, const Visit& visit) {
         spread.PlaceElectrode(1, channel, Spread::kNegative, 1250 + 50 * channel, 500);
       }
     }
-    if (tech == kSip) {  // what the check finds is marked
-      spread.PlaceElectrode(1, 2, Spread::kNegative, *spread.ChannelReal(1, 2, kPositiveNorth),
-                            *spread.ChannelReal(1, 2, kPositiveEast));
-    }
     spread.Save();
-    doc.UpdateAllViews();
-    dock->View()->Choose(1, 1);
     if (tech == kSip || tech == kMtAmt) {
       done = VisitSheet(doc.Table(), tech == kSip ? "sheet-sip" : "sheet-mt", visit) && done;
     }
+    if (tech == kSip) {  // a dipole without a length is marked
+      spread.PlaceElectrode(1, 2, Spread::kNegative, *spread.ChannelReal(1, 2, kPositiveNorth),
+                            *spread.ChannelReal(1, 2, kPositiveEast));
+      spread.Save();
+    }
+    doc.UpdateAllViews();
+    dock->View()->Choose(1, tech == kSip ? 2 : 1);
     done = visit(&frame, name) && done;
   }
   dock->hide();
