@@ -231,7 +231,7 @@ TEST(TableSummary, TellsWhatIsSet) {
                   "TECH=5 RQST=13 LFRQ=50 SNUM=7 TCHN=0 NCHN=6 SNTX=8 SN01=11 SN02=0 SN03=33 "
                   "SN04=44 SN05=55 SNNR=77 CHDEF1=Hx CHDEF2=Ex1 CHDEF3=Ex2 CHDEF4=Ex3 CHDEF6=Ex5 "
                   "NCHN1R=2 DEF1R1=Ex08 "
-                  "DEF2R1=Ex09 STIM=2026/11/21_07:00:00 ETIM=2026/11/21_06:00:00 "
+                  "DEF1R2=Ex09 STIM=2026/11/21_07:00:00 ETIM=2026/11/21_06:00:00 "
                   "HTIM=09:00:00 ETMH=10:00:00 EGNC=-1 HGNC=2 ACDC=0 ACDH=1 LPFR=82 "
                   "SRVY1=exactly_fifteen SRVY4=_end CMPY1=c CLIENT1=d AREA1=e LOUT1=f LINE=L7 "
                   "SITE=S9 CMMNT1=g CMMNT8=h");
