@@ -3,8 +3,6 @@
 
 #include <QKeyEvent>
 
-#include "editors/widgets/map_dock.h"
-
 namespace orvane {
 
 namespace {
@@ -51,13 +49,14 @@ void ConnectDock(QDockWidget* dock, QAction* command) {
   QObject::connect(dock->toggleViewAction(), &QAction::toggled, command, &QAction::setChecked);
 }
 
-void AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window) {
+MapDock* AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window) {
   auto* dock = new MapDock(&doc->Table(), window);
   dock->setFocusProxy(dock->View());
   window->addDockWidget(Qt::RightDockWidgetArea, dock);
   dock->hide();
   ConnectDock(dock, command);
   QObject::connect(doc, &COrvaneDoc::changed, dock, &MapDock::Follow);
+  return dock;
 }
 
 }  // namespace orvane

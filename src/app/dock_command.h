@@ -7,6 +7,7 @@
 #include <QMainWindow>
 
 #include "app/orvane_doc.h"
+#include "editors/widgets/map_dock.h"
 
 namespace orvane {
 
@@ -16,7 +17,7 @@ void ConnectDock(QDockWidget* dock, QAction* command);
 
 /// Gives the window the dock "Map", hidden at first, which follows the document. All must outlive
 /// the window.
-void AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window);
+MapDock* AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window);
 
 }  // namespace orvane
 

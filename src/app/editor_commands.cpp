@@ -15,6 +15,7 @@
 #include "app/notice_texts.h"
 #include "base/number_text.h"
 #include "check/check.h"
+#include "check/map_marks.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
@@ -195,6 +196,9 @@ bool EditorCommands::RunSite(Tech tech, QWidget* parent, std::vector<std::string
     return false;
   }
   CSiteDlg dialog(&form, &table, prompts_, parent);
+  dialog.SetMarker([](const ParamTable& edited, const Spread& spread) {
+    return MarksOf(CheckTable(edited, UtcClock().Now()), spread);
+  });
   QObject::connect(&dialog, &CSiteDlg::told, doc_,
                    [this](const QString& text) { notices_->ShowNotice(text.toStdString()); });
   TellRefusedPastes(dialog);
@@ -232,6 +236,9 @@ void EditorCommands::EditAcquisition() {
     return;
   }
   CAcqParamDlg dialog(&form, prompts_, parent_);
+  if (const int number = ScheduleFileNumber(table); number != 0 && !doc_->Path().isEmpty()) {
+    dialog.SetSchedule(FindScheduleFile(PathFromText(doc_->Path()), number));
+  }
   std::vector<std::string> early;
   bool has_site = false;
   dialog.SetSiteSetup([&] {

@@ -32,6 +32,8 @@ class EditorCommands {
   void EditRaw(ParamKey key = {});
   void EditAcquisition();
   void EditStepping();
+  /// The site of the table's method, which must be one that is known.
+  void EditSite();
   void CreateFdemSchedule();
   void EditRadio();
   void EditGsm();
@@ -57,7 +59,6 @@ class EditorCommands {
     Editor edit;
   };
   static std::span<const TitledEditor> Editors();
-  void EditSite();
   void EditSerials();
   /// True where the dialog was shown.
   bool TryEdit(const EditPlace& place, ParamKey key);

@@ -3,12 +3,11 @@
 #define ORVANE_CHECK_CHECK_MEMORY_H_
 
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "calibration/cal_header.h"
 #include "files/seen_files.h"
-#include "stepping/schedule_row.h"
+#include "stepping/schedule_file.h"
 #include "table/param_table.h"
 
 namespace orvane {
@@ -20,14 +19,10 @@ struct CheckMemory {
     std::vector<ParamKey> missing;
     int version = 0;
   };
-  struct Schedule {
-    std::string fault;
-    std::vector<ScheduleRow> rows;
-  };
 
   SeenFiles<std::optional<CalHeader>> calibrations;  ///< nothing: not to be read
   SeenFiles<Table> tables;
-  SeenFiles<Schedule> schedules;
+  ScheduleFileMemory schedules;
 };
 
 }  // namespace orvane

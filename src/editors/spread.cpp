@@ -373,4 +373,10 @@ void Spread::Save() {
   }
 }
 
+void Spread::SaveTo(ParamTable* copy) const {
+  Spread other = *this;
+  other.table_ = copy;
+  other.Save();
+}
+
 }  // namespace orvane

@@ -86,6 +86,8 @@ class Spread {
 
   /// Runs `SaveBoxList`, then writes the channels.
   void Save();
+  /// The same into a copy of its table; all is to be saved later still.
+  void SaveTo(ParamTable* copy) const;
 
  private:
   struct Cell {

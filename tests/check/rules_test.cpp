@@ -7,6 +7,7 @@
 
 #include "check/check.h"
 #include "check/check_memory.h"
+#include "check/map_marks.h"
 #include "check/rule.h"
 #include "editors/startup_files.h"
 #include "support/cal_bytes.h"
@@ -371,6 +372,22 @@ TEST(CheckRules, FindWhatIsPlantedInTheExampleSurvey) {
               day == "FDEM" ? "H step-comb [] AUTO" : "")
         << day;
   }
+}
+
+TEST(CheckRules, AreMarkedOnTheMap) {
+  const auto marks = [](const char* settings) {
+    ParamTable table = NewTable();
+    SetAll(&table, (kMethods.at("SIP") + " " + kSpread + " " + settings).c_str());
+    std::string text;
+    for (const MapMark& mark : MarksOf(CheckTable(table, kNow), Spread(&table))) {
+      text += std::to_string(mark.box) + "/" + std::to_string(mark.channel) + " ";
+    }
+    return text;
+  };
+  EXPECT_EQ(marks(""), "") << "2 hints mark nothing";
+  EXPECT_EQ(marks("ENEG2=50"), "1/1 ") << "an error: no length";
+  EXPECT_EQ(marks("ENEG1=100 EPOS1=50 RXLEN=1"), "1/0 1/1 1/2 2/0 1/0 1/1 ") << "warnings";
+  EXPECT_EQ(marks("SN01=0 SN02=1203"), "2/-1 ") << "it gets no file";
 }
 
 TEST(CheckRules, StandInTheDocuments) {

@@ -223,6 +223,7 @@ void CheckDock::ShowFindings() {
     count_text_ = text;
     emit countChanged(text);
   }
+  emit found();
   EnableButtons();
 }
 

@@ -45,6 +45,9 @@ class CheckDock : public QDockWidget {
   /// All that is known now, dismissed hints left out.
   const std::vector<Finding>& Findings() const { return findings_; }
 
+  /// Those that need no file.
+  const std::vector<Finding>& TableFindings() const { return of_table_; }
+
   /// The time of the check, in UTC; the computer's unless it is replaced.
   std::function<ParamTime()> now;
 
@@ -54,6 +57,8 @@ class CheckDock : public QDockWidget {
   void writeWanted();
   void guidedWriteWanted();
   void countChanged(const QString& text);
+  /// `Findings()` are others, or were looked for again.
+  void found();
 
  private:
   QWidget* MakeContent();
