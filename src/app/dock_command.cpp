@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/dock_command.h"
 
-#include <QShortcut>
+#include <QKeyEvent>
 
 #include "editors/widgets/map_dock.h"
 
@@ -18,12 +18,32 @@ void Leave(QDockWidget* dock) {
   qobject_cast<QMainWindow*>(window)->centralWidget()->setFocus();
 }
 
+// Of what the widgets in the dock do not want themselves. A shortcut would be heard before them,
+// and before a dialog that is just opening.
+class EscapeLeaves : public QObject {
+ public:
+  explicit EscapeLeaves(QDockWidget* dock) : QObject(dock), dock_(dock) {
+    dock->installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == dock_ && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+      Leave(dock_);
+      return true;
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  QDockWidget* dock_;
+};
+
 }  // namespace
 
 void ConnectDock(QDockWidget* dock, QAction* command) {
-  auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), dock);
-  escape->setContext(Qt::WidgetWithChildrenShortcut);
-  QObject::connect(escape, &QShortcut::activated, dock, [dock] { Leave(dock); });
+  new EscapeLeaves(dock);
   command->setCheckable(true);
   command->setEnabled(true);
   QObject::connect(command, &QAction::triggered, dock, [dock](bool is_wanted) {
