@@ -100,9 +100,10 @@ add_fftw() {
   [[ ! -d $prefix/fftw ]] || return 0
   use_source_lists "$work"
   fetch "$work" fftw3
-  (cd "$work/fftw3" && ./configure --quiet --host=x86_64-w64-mingw32 CC=x86_64-w64-mingw32-gcc-posix \
-    --prefix="$work/fftw.part" --disable-shared --disable-fortran --disable-doc --enable-sse2 \
-    --with-our-malloc && make -s -C . install) >"$work/fftw.log" 2>&1 ||
+  (cd "$work/fftw3" &&
+    ./configure --quiet --host=x86_64-w64-mingw32 CC=x86_64-w64-mingw32-gcc-posix CFLAGS=-O3 \
+      --prefix="$work/fftw.part" --disable-shared --disable-fortran --disable-doc --enable-sse2 \
+      --with-our-malloc && make -s -C . install) >"$work/fftw.log" 2>&1 ||
     { tell "See $work/fftw.log"; return 1; }
   cp "$work/fftw3/debian/copyright" "$work/fftw.part/"
   mv "$work/fftw.part" "$prefix/fftw"

@@ -68,7 +68,7 @@ TEST(WaveformCommands, RestackLeavesOutBadRecordsAndOtherTables) {
   EXPECT_EQ(ReadAll(dir / "B.TSK"), "older");
   EXPECT_EQ(RunCli(dir, "waveform restack --leave-out 3- A.TSS").exit_code, 2);
 
-  WriteAll(dir / "A.TSS.leave-out.txt", "510 2\n1\n");
+  WriteAll(dir / "A.TSS.leave-out.txt", "516 2\n1\n");
   EXPECT_EQ(RunCli(dir, "waveform restack A.TSS --leave-out beside").err,
             "orvane-cli: A.TSS: 1 record left out; record 2 is marked bad and was added\n");
   EXPECT_EQ(ReadAll(dir / "A.TSK").substr(252), Little(9, 3) + Little(9, 3));
@@ -104,7 +104,7 @@ TEST(WaveformCommands, StatisticsAndSpectra) {
   EXPECT_EQ(one.out.substr(one.out.find('\n')), rows);
   const Outcome two = RunCli(dir, "waveform spectrum A.TSS A.TSK --amplitude --out o");
   EXPECT_EQ(Slashed(two.out), "o/A_spectrum.tsv\no/A_TSK_spectrum.tsv\n");
-  EXPECT_EQ(ReadAll(dir / "o/A_TSK_spectrum.tsv").substr(27), rows);
+  EXPECT_EQ(ReadAll(dir / "o/A_TSK_spectrum.tsv").substr(28), rows);
   EXPECT_EQ(RunCli(dir, "waveform stats A.TSS --out o").out.size(),
             std::string("o/A_stats.tsv\n").size());
   EXPECT_EQ(RunCli(dir, "waveform spectrum B.TSS").exit_code, 1);
