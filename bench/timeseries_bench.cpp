@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How fast time series are read, restacked and written as text: the least of several rounds in
-// which every way takes its turn, as ratios to the plain ways and to the limits. Beside the time
-// stands the processors' share of it, which another program's load changes less.
+// How fast time series are read, restacked, looked through, transformed and written as text: the
+// least of several rounds in which every way takes its turn, as ratios to the plain ways and to the
+// limits. Beside the time stands the processors' share of it, which another program's load changes
+// less.
 //
 //   orvane-timeseries-bench [MEGABYTES [FOLDER]]      128 in memory, where /dev/shm is
 //
@@ -26,7 +27,9 @@
 #include <vector>
 
 #include "files/file_io.h"
+#include "spectra/file_spectrum.h"
 #include "table/tbl_file.h"
+#include "timeseries/record_stats.h"
 #include "timeseries/restack.h"
 #include "timeseries/time_series_text.h"
 #include "timeseries/waveform_view.h"
@@ -221,6 +224,70 @@ void ReportPeakMemory(const std::function<void()>& work) {
               static_cast<double>(usage.ru_maxrss) / 1024);
 }
 
+void LookThrough(const std::filesystem::path& path, unsigned threads) {
+  orvane::RandomFile file;
+  std::uint64_t saturated = 0;
+  if (!file.Open(path) ||
+      !orvane::StatsOfRecords(file, orvane::TsWalker(&file, orvane::TsHeaderSize::kFull),
+                              {.threads = threads}, [&](const orvane::RecordStats& record) {
+                                saturated += record.channels.front().saturated;
+                              })) {
+    Stop("cannot look through");
+  }
+}
+
+void Transform(const std::filesystem::path& path, unsigned threads) {
+  orvane::TsFile file;
+  orvane::FileSpectrumOptions options;
+  options.pass.threads = threads;
+  if (!file.Open(path) || !orvane::SpectrumOfFile(file, options)) {
+    Stop("cannot transform");
+  }
+}
+
+std::vector<std::int32_t> HeldNoise(std::size_t scans) {
+  std::mt19937 random(2);
+  std::vector<std::int32_t> held(12 * scans);
+  for (std::int32_t& value : held) {
+    value = static_cast<std::int32_t>(random() & 0xFFFFFF00U);
+  }
+  return held;
+}
+
+// The file of spectra has a seventh of 1,000 records, which are 864 MB.
+void RunGoodness(const std::filesystem::path& folder, std::size_t megabytes) {
+  const auto stats = folder / "STATS.TSS";
+  const auto spectra = folder / "SPECTRA.TSS";
+  MakeWaveform(stats, 12, megabytes * 1000000 / (std::size_t{kScans} * 36));
+  MakeWaveform(spectra, 12, 143);
+  std::vector<Way> ways{
+      {"statistics, one thread", [&] { LookThrough(stats, 1); }},
+      {"statistics, two threads", [&] { LookThrough(stats, 2); }},
+      {"read(2) of the same file", [&] { ReadWhole(stats); }},
+      {"spectrum of 143 records, one thread", [&] { Transform(spectra, 1); }},
+      {"spectrum of 143 records, two threads", [&] { Transform(spectra, 2); }},
+      {"read(2) of the same file", [&] { ReadWhole(spectra); }},
+  };
+  Measure(&ways, 9);
+  std::printf("\nRatios: time, processor time\n");
+  Ratio("statistics, one thread / read(2)", ways[0], ways[2], 1.8);
+  Ratio("statistics, two threads / read(2)", ways[1], ways[2], 1.1);
+  Ratio("spectrum of a file, one thread / read(2)", ways[3], ways[5], 12);
+  Ratio("spectrum of a file, two threads / read(2)", ways[4], ways[5], 7);
+  for (const auto& [scans, aim] : {std::pair<std::size_t, double>{kScans, 12}, {65535, 30}}) {
+    const auto held = HeldNoise(scans);
+    std::vector<Way> one{{"spectrum of a record of 12 channels", [&held = held] {
+                            if (!orvane::SpectrumOfScans(held, 12, 2400)) {
+                              Stop("cannot transform");
+                            }
+                          }}};
+    std::printf("\n%zu scans (aim: at most %g ms)\n", scans, aim);
+    Measure(&one, 15);
+  }
+  std::filesystem::remove(stats);
+  std::filesystem::remove(spectra);
+}
+
 void Run(const std::filesystem::path& folder, std::size_t megabytes, bool is_on_disk) {
   const auto big = folder / "BIG.TSS";
   const auto part = folder / "PART.TSS";
@@ -332,6 +399,7 @@ int main(int argc, char** argv) {
     Stop("usage: orvane-timeseries-bench [MEGABYTES [FOLDER]], at least 8");
   }
   Run(folder, megabytes, is_on_disk);
+  RunGoodness(folder, megabytes);
   std::filesystem::remove_all(folder);
   return 0;
 }

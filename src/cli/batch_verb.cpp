@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdio>
 #include <memory>
+#include <thread>
 
 #include "base/latin1.h"
 #include "base/number_text.h"
@@ -121,13 +122,45 @@ bool AskOnTerminal(const std::string& question, const BatchTask& task) {
   return line.starts_with('y') || line.starts_with('Y');
 }
 
-CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::string& what,
-                       const std::function<Conversion()>& conversion, ExitCode* exit_code) {
-  struct Arguments {
-    std::vector<std::string> files;
-    unsigned jobs = 0;
-    std::filesystem::path out;
-  };
+namespace {
+
+struct Arguments {
+  std::vector<std::string> files;
+  unsigned jobs = 0;
+  std::filesystem::path out;
+};
+
+ExitCode RunConversion(const Arguments& arguments, Conversion conversion) {
+  BatchPlan plan{std::move(conversion), {}, arguments.out, arguments.jobs};
+  std::transform(arguments.files.begin(), arguments.files.end(), std::back_inserter(plan.inputs),
+                 PathOf);
+  return RunBatch(std::move(plan));
+}
+
+// One file to standard output.
+ExitCode PrintListing(const Arguments& arguments, const TsListing& listing) {
+  const InterruptWatch watch;
+  const auto path = PathOf(arguments.files.front());
+  bool is_printed = true;
+  ListingWork work;
+  work.pass.threads =
+      arguments.jobs > 0 ? arguments.jobs : std::max(1U, std::thread::hardware_concurrency());
+  work.pass.stopped = [] { return InterruptWatch::IsInterrupted(); };
+  work.put = [&](std::string_view piece) { is_printed = is_printed && PrintResult(piece); };
+  const auto note = listing(path, work);
+  if (InterruptWatch::IsInterrupted()) {
+    PrintMessage("interrupted");
+    return kSomeFailed;
+  }
+  if (!note || !note->empty()) {
+    PrintMessage(FileMessage(path, note ? *note : note.Message()));
+  }
+  return note && is_printed ? kAllDone : kSomeFailed;
+}
+
+// The verb with the arguments that all have; `run` is called once they are read.
+CLI::App* AddVerb(CLI::App* noun, const std::string& name, const std::string& what,
+                  const std::function<ExitCode(const Arguments&)>& run, ExitCode* exit_code) {
   const auto arguments = std::make_shared<Arguments>();
   CLI::App* verb = noun->add_subcommand(name, what);
   verb->add_option("FILE", arguments->files, "the files to convert")->required()->check(NotEmpty());
@@ -135,13 +168,31 @@ CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::strin
       ->check(CLI::Range(1, 1024));
   AddPath(verb, "--out", &arguments->out, "folder for the new files (default: beside each file)")
       ->check(NotEmpty());
-  verb->callback([=] {
-    BatchPlan plan{conversion(), {}, arguments->out, arguments->jobs};
-    std::transform(arguments->files.begin(), arguments->files.end(),
-                   std::back_inserter(plan.inputs), PathOf);
-    *exit_code = RunBatch(std::move(plan));
-  });
+  verb->callback([=] { *exit_code = run(*arguments); });
   return verb;
+}
+
+}  // namespace
+
+CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::string& what,
+                       const std::function<Conversion()>& conversion, ExitCode* exit_code) {
+  return AddVerb(
+      noun, name, what,
+      [=](const Arguments& arguments) { return RunConversion(arguments, conversion()); },
+      exit_code);
+}
+
+CLI::App* AddListingVerb(CLI::App* noun, const std::string& name, const std::string& what,
+                         const std::string& suffix, const std::function<TsListing()>& listing,
+                         ExitCode* exit_code) {
+  return AddVerb(
+      noun, name, what,
+      [=](const Arguments& arguments) {
+        return arguments.files.size() == 1 && arguments.out.empty()
+                   ? PrintListing(arguments, listing())
+                   : RunConversion(arguments, ListingFiles(suffix, listing()));
+      },
+      exit_code);
 }
 
 }  // namespace orvane

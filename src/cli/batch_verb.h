@@ -8,6 +8,7 @@
 
 #include "cli/output.h"
 #include "files/batch.h"
+#include "timeseries/ts_listing.h"
 
 namespace CLI {
 class App;
@@ -20,6 +21,12 @@ namespace orvane {
 /// written, in the order of the inputs, and names on stderr what failed and what is noted.
 CLI::App* AddBatchVerb(CLI::App* noun, const std::string& name, const std::string& what,
                        const std::function<Conversion()>& conversion, ExitCode* exit_code);
+
+/// Adds a verb that lists time series files: one file to standard output, several, or one with
+/// --out, each into a file whose name ends with `suffix`.
+CLI::App* AddListingVerb(CLI::App* noun, const std::string& name, const std::string& what,
+                         const std::string& suffix, const std::function<TsListing()>& listing,
+                         ExitCode* exit_code);
 
 /// Runs a batch to its end or until the user interrupts it.
 ExitCode RunBatch(BatchPlan plan);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/output.h"
+#include "timeseries/leave_out.h"
 
 namespace CLI {
 class App;
@@ -27,6 +28,8 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code);
 /// `waveform harmonics`.
 void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code);
 void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code);
+/// The verb `waveform spectrum`.
+void AddSpectrumCommand(CLI::App* waveform, ExitCode* exit_code);
 
 /// The kind of calibration that a file is by its name and header, a `CalKind`.
 int CalKindOf(const std::filesystem::path& file);
@@ -43,6 +46,11 @@ CLI::Validator NotEmpty();
 /// An argument or option that is a path, whatever its bytes. `path` must outlive the parsing.
 CLI::Option* AddPath(CLI::App* verb, const std::string& name, std::filesystem::path* path,
                      const std::string& what);
+
+/// The option --leave-out of a verb that reads records. `text` must outlive the parsing.
+CLI::Option* AddLeaveOut(CLI::App* verb, std::string* text);
+/// What it chooses; nothing where it is not given.
+LeaveOutChoice LeaveOutArgument(const std::string& text);
 
 /// The time of an option --now, in UTC; the clock's where it is empty. False, with a message, where
 /// it is no whole time.

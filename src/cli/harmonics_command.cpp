@@ -33,6 +33,7 @@ struct HarmonicsArguments {
   std::string base_frequency;
   int harmonics = 64;
   std::string reversed;
+  std::string leave_out;
   bool says_yes = false;
   bool says_no = false;
 
@@ -42,6 +43,7 @@ struct HarmonicsArguments {
         calibration_folder.empty() ? UsualCalFolder() : PathOf(calibration_folder);
     options.base_frequency = ParseReal(base_frequency).value_or(0);
     options.most_harmonics = harmonics;
+    options.leave_out = LeaveOutArgument(leave_out);
     options.reversed = ChannelsIn(reversed).value_or(std::set<int>());
     if (says_yes) {
       options.ask = [](const std::string&, const BatchTask&) { return Answer::kYes; };
@@ -73,6 +75,7 @@ void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code) {
       ->check(CLI::Range(1, 65535));
   verb->add_option("--reverse", arguments->reversed, "channels wired the other way, such as 3,5")
       ->check(Channels());
+  AddLeaveOut(verb, &arguments->leave_out);
   CLI::Option* yes = verb->add_flag("--yes", arguments->says_yes,
                                     "convert channels without their sensor's calibration as 0");
   verb->add_flag("--no", arguments->says_no, "leave such files alone (default without a terminal)")

@@ -8,6 +8,7 @@
 #include "cli/commands.h"
 #include "table/param_time.h"
 #include "timeseries/restack.h"
+#include "timeseries/stats_listing.h"
 #include "timeseries/time_series_text.h"
 #include "timeseries/ts_file.h"
 #include "timeseries/waveform_channels.h"
@@ -115,14 +116,11 @@ void AddHeaderOption(CLI::App* verb, WaveformArguments* arguments) {
 }
 
 void AddRestackCommand(CLI::App* waveform, ExitCode* exit_code) {
-  const auto left_out = std::make_shared<std::string>();
+  const auto leave_out = std::make_shared<std::string>();
   CLI::App* restack = AddBatchVerb(
       waveform, "restack", "Average the records of each frequency (NAME.TSK)",
-      [=] { return Restack({.leave_out = {.bad = !left_out->empty()}}); }, exit_code);
-  restack
-      ->add_option("--leave-out", *left_out,
-                   "bad: stack without the records that their box marked bad (default: with them)")
-      ->check(CLI::IsMember({"bad"}));
+      [=] { return Restack({.leave_out = LeaveOutArgument(*leave_out)}); }, exit_code);
+  AddLeaveOut(restack, leave_out.get());
 }
 
 }  // namespace
@@ -140,11 +138,21 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
   };
   add_reading("info", "Print the records: places, headers, which are bad", RunInfo);
   add_reading("titles", "Print the display's title line of each record", RunTitles);
+  const auto leave_out = std::make_shared<std::string>();
   CLI::App* text = AddBatchVerb(
       waveform, "text", "Write time series as text (NAME.txt, NAME_TS3.txt)",
-      [=] { return TimeSeriesText(arguments->HeaderSize()); }, exit_code);
+      [=] { return TimeSeriesText(arguments->HeaderSize(), LeaveOutArgument(*leave_out)); },
+      exit_code);
+  AddLeaveOut(text, leave_out.get());
   AddHeaderOption(text, arguments.get());
   AddRestackCommand(waveform, exit_code);
+  CLI::App* stats = AddListingVerb(
+      waveform, "stats", "List statistics of each record and channel (or into NAME_stats.tsv)",
+      kStatsSuffix,
+      [=] { return StatsListing(arguments->Options(), LeaveOutArgument(*leave_out)); }, exit_code);
+  AddHeaderOption(stats, arguments.get());
+  AddLeaveOut(stats, leave_out.get());
+  AddSpectrumCommand(waveform, exit_code);
   AddHarmonicsCommand(waveform, exit_code);
 }
 

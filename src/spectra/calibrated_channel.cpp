@@ -69,6 +69,12 @@ std::string CalBasePath(const std::filesystem::path& folder, const std::string& 
   return PathText(folder / PathOf(unit));
 }
 
+std::string BoxCalPath(const std::filesystem::path& folder, const RecordingHeader& header,
+                       int record_box) {
+  const int serial = SettingInt(header, "SNUM");
+  return CalBasePath(folder, FormatInt(serial != 0 ? serial : record_box));
+}
+
 std::string_view CalibratedChannel::Unit() const {
   switch (definition.empty() ? '\0' : UpperCased(definition[0])) {
     case 'B':

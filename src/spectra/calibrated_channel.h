@@ -27,6 +27,10 @@ class CalLibrary {
 /// The path of a unit's calibration without its extension.
 std::string CalBasePath(const std::filesystem::path& folder, const std::string& unit);
 
+/// That of the box of a recording: by "SNUM", where that is 0 by the serial number in its records.
+std::string BoxCalPath(const std::filesystem::path& folder, const RecordingHeader& header,
+                       int record_box);
+
 struct CalibratedChannel {
   std::string definition;  ///< "CHDEF%d"; its first letter says what is measured
   double gain = 1;

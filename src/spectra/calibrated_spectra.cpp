@@ -17,6 +17,7 @@
 #include "files/path_text.h"
 #include "files/text_file.h"
 #include "spectra/spectra_file.h"
+#include "timeseries/ts_listing.h"
 
 namespace orvane {
 namespace {
@@ -125,6 +126,12 @@ class SpectraJob {
     if (!first || !unread.empty()) {
       return Stop(BatchFailed(first ? unread : first.Message()));
     }
+    auto leave_out = LeaveOutOf(shared_.options.leave_out, task_.Input(), source_.file.Bytes(),
+                                source_.file.HeaderSize());
+    if (!leave_out) {
+      return Stop(BatchFailed(leave_out.Message()));
+    }
+    source_.leave_out = *leave_out;
     source_.first = first->header;
     source_.header.channels = first->header.channels;
     source_.base_frequency = shared_.options.base_frequency;
@@ -139,9 +146,7 @@ class SpectraJob {
   }
 
   bool LoadBox() {
-    const int serial = SettingInt(source_.header, "SNUM");
-    source_.box_path =
-        CalBasePath(CalFolder(), FormatInt(serial != 0 ? serial : int{source_.first.box}));
+    source_.box_path = BoxCalPath(CalFolder(), source_.header, source_.first.box);
     const auto box = shared_.library.Get(kBoxCal, source_.box_path);
     if (box) {
       source_.box = *box;
@@ -253,15 +258,7 @@ std::filesystem::path UsualCalFolder() {
   return is_there ? usual : std::filesystem::path();
 }
 
-std::string SpectraName(std::string_view path) {
-  std::string name = WithExtension(path, "");
-  if (const int band = SpectraBand(path); band > 0) {
-    name.append("_TS").append(FormatInt(band));
-  } else if (EndsWithoutCase(path, ".TSK")) {
-    name += "_TSK";
-  }
-  return name + "_cal.txt";
-}
+std::string SpectraName(std::string_view path) { return TsResultName(path, "_cal.txt"); }
 
 Conversion CalibratedSpectra(SpectraOptions options) {
   Conversion conversion;

@@ -11,6 +11,7 @@
 
 #include "files/batch.h"
 #include "forms/prompts.h"
+#include "timeseries/leave_out.h"
 
 namespace orvane {
 
@@ -21,7 +22,8 @@ struct SpectraOptions {
   std::filesystem::path calibration_folder = {};  ///< empty: that of each recording
   double base_frequency = 0;                      ///< Hz, where a record has none; 0: "FREQ"
   int most_harmonics = 64;                        ///< of each record
-  std::set<int> reversed = {};  ///< channels, from 1, that are wired the other way
+  std::set<int> reversed = {};    ///< channels, from 1, that are wired the other way
+  LeaveOutChoice leave_out = {};  ///< beside the bad ones, which always are
   /// Asked where a sensor's calibration is missing, once for each sensor of a batch. Yes: its
   /// channels are converted without it, their outputs are 0; No: the files that need it are left
   /// alone; Cancel ends the batch. Called from several threads, one at a time. Empty: No.

@@ -19,17 +19,6 @@ void WriteNote(const std::string& note, TextFile* out) {
   out->Text(" Note:                ").Text(note).Text("\n");
 }
 
-// The smallest band of this rate, else 0.
-int BandOfRate(const RecordingHeader& header, double rate) {
-  for (int band = 1; band <= kLastBand; ++band) {
-    double looked_up = 0;
-    if (LookupSampleRate(&header, band, &looked_up) == kOk && looked_up == rate) {
-      return band;
-    }
-  }
-  return 0;
-}
-
 }  // namespace
 
 SpectraFile::Written SpectraFile::Write(TextFile* out) {
@@ -42,7 +31,9 @@ SpectraFile::Written SpectraFile::Write(TextFile* out) {
       cut_ = place.offset;
       break;
     }
-    if (place.header.IsBad() && !source_.file.IsBandFile()) {
+    if (source_.leave_out.numbers.Has(place.number)) {
+      ++chosen_;
+    } else if (place.header.IsBad() && !source_.file.IsBandFile()) {
       ++bad_;
     } else if (place.header.channels != source_.header.channels) {
       ++other_channels_;
@@ -182,32 +173,24 @@ bool SpectraFile::UpdatePlan(const CTsRec& record) {
   return UpdateBox(rate) && AddResponses();
 }
 
-// A box that has a table of rates can store no other: there its look-up has the last word.
 bool SpectraFile::UpdateBox(double sample_rate) {
-  const int band = source_.band > 0 ? source_.band : BandOfRate(source_.header, sample_rate);
-  const Status status = box_.Prepare(source_.box.get(), &source_.header, band);
+  const Status status = responses_.Prepare(sample_rate);
   if (status != kOk) {
     result_.outcome = Failure(std::string(StatusText(status)));
     result_.status = status;
     return false;
   }
-  const bool is_known = box_.RateStatus() == kOk;
-  plan_.has_own_rate = sample_rate > 0 && box_.SampleRate() != sample_rate &&
-                       (is_known || !HasRateTable(source_.header));
-  if (plan_.has_own_rate) {
-    box_.TakeRate(sample_rate);
-  }
+  plan_.has_own_rate = responses_.HasOwnRate();
   return true;
 }
 
 bool SpectraFile::AddResponses() {
   const std::size_t channels = source_.channels.size();
-  std::vector<double> validities(channels);
   plan_.beyond.assign(channels, 0);
   for (const double frequency : plan_.frequencies) {
     auto& box = plan_.box.emplace_back(channels);
     auto& sensor = plan_.sensor.emplace_back(channels, 1);
-    const Status status = box_.At(frequency, box, validities);
+    const Status status = responses_.At(frequency, box, sensor);
     if (status != kOk) {
       result_.outcome =
           Failure("at " + Short(frequency) + " Hz: " + std::string(StatusText(status)));
@@ -216,8 +199,6 @@ bool SpectraFile::AddResponses() {
     }
     for (std::size_t c = 0; c < channels; ++c) {
       const CalibratedChannel& channel = source_.channels[c];
-      box[c] = channel.is_reversed ? -box[c] : box[c];
-      sensor[c] = channel.sensor_cal == nullptr ? 1 : channel.sensor.At(frequency);
       plan_.beyond[c] += channel.scale != 0 && IsBeyondRecords(channel, frequency) ? 1 : 0;
     }
   }
@@ -255,6 +236,9 @@ std::string SpectraFile::Note() const {
   const auto add = [&note](const std::string& text) {
     note.append(note.empty() ? "" : "; ").append(text);
   };
+  if (const std::string left_out = LeaveOutNote(source_.leave_out, chosen_); !left_out.empty()) {
+    add(left_out);
+  }
   if (bad_ > 0) {
     add(FormatInt(bad_) + " bad records are left out");
   }

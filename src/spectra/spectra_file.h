@@ -9,8 +9,8 @@
 
 #include "files/batch.h"
 #include "files/text_file.h"
-#include "response/box_response.h"
 #include "spectra/harmonics.h"
+#include "spectra/recording_responses.h"
 #include "spectra/spectra_source.h"
 
 namespace orvane {
@@ -19,7 +19,7 @@ namespace orvane {
 class SpectraFile {
  public:
   SpectraFile(const SpectraSource* source, BatchTask* task)
-      : source_(*source), task_(*task), beyond_(source->channels.size()) {}
+      : source_(*source), task_(*task), responses_(source), beyond_(source->channels.size()) {}
 
   struct Written {
     Result<> outcome;
@@ -58,7 +58,7 @@ class SpectraFile {
   const SpectraSource& source_;
   BatchTask& task_;
   Plan plan_;
-  BoxResponse box_;
+  RecordingResponses responses_;
   Written result_;
   std::set<double> own_rates_;         // that no band has
   std::vector<std::uint64_t> beyond_;  // as in the plan, of all records
@@ -66,6 +66,7 @@ class SpectraFile {
   std::uint64_t off_bin_ = 0;          // records that have one
   std::uint64_t written_ = 0;
   std::uint64_t without_harmonics_ = 0;
+  std::uint64_t chosen_ = 0;  // records that the user left out
   std::uint64_t bad_ = 0;
   std::uint64_t other_channels_ = 0;
   std::optional<std::uint64_t> cut_;  // offset of a record that the file cuts

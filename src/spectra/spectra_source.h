@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "spectra/calibrated_channel.h"
+#include "timeseries/leave_out.h"
 #include "timeseries/ts_file.h"
 
 namespace orvane {
@@ -15,6 +16,7 @@ namespace orvane {
 /// A recording with everything that its calibration needs.
 struct SpectraSource {
   TsFile file;
+  LeaveOut leave_out;
   int band = 0;  ///< of a band file; 0: each record's rate decides
   RecordingHeader header;
   TsHeader first;  ///< header of the first record

@@ -94,7 +94,7 @@ class Shared {
   // Whether the bad records of a file are to be left out; waits while another worker asks.
   bool LeavesOut(const RestackPlan& plan, const BatchTask& task) {
     if (plan.BadRecords().Count() == 0 || !options_.ask_about_bad) {
-      return options_.leave_out.bad;
+      return false;
     }
     const std::lock_guard lock(mutex_);
     if (!answer_) {
@@ -166,11 +166,14 @@ BatchResult RestackFile(BatchTask& task, Shared* shared) {
   }
   const TsWalker walker(&in, TsHeaderSize::kFull);
   const std::uint64_t end = walker.End();
-  LeaveOut leave_out = shared->Options().leave_out;
-  RestackPlan plan(walker, leave_out);
-  if (!leave_out.bad && shared->LeavesOut(plan, task)) {
-    leave_out.bad = true;
-    plan = RestackPlan(walker, leave_out);
+  auto leave_out = LeaveOutOf(shared->Options().leave_out, task.Input(), in, TsHeaderSize::kFull);
+  if (!leave_out) {
+    return BatchFailed(leave_out.Message());
+  }
+  RestackPlan plan(walker, *leave_out);
+  if (!leave_out->bad && shared->LeavesOut(plan, task)) {
+    leave_out->bad = true;
+    plan = RestackPlan(walker, *leave_out);
   }
   if (!plan.Outcome()) {
     return BatchFailed(plan.Outcome().Message());

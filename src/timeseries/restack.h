@@ -16,7 +16,7 @@ namespace orvane {
 std::string RestackName(std::string_view path);
 
 struct RestackOptions {
-  LeaveOut leave_out = {};
+  LeaveOutChoice leave_out = {};
   /// Asked by a worker at the first file with bad records that would be added, for all files of the
   /// batch: whether to leave such records out. Null: they are added.
   std::function<bool(const std::string& question, const BatchTask& task)> ask_about_bad = nullptr;
@@ -31,7 +31,8 @@ struct RestackOptions {
 /// - Equal means equal as doubles; a frequency that is not a number is left out.
 /// - A record with fewer scans or channels than the first of its frequency is left out of sum and
 ///   divisor, and noted; of a larger one the surplus counts for nothing.
-/// - Bad records are added or left out, and noted; a file of which nothing is left fails.
+/// - Records that are chosen are left out. Bad ones are added or left out, and noted. A file of
+///   which nothing is left fails.
 /// - A cut last record is dropped.
 /// - In a folder of its own the stack gets a copy of the companion table beside it.
 /// - kept: headers are always taken as full ones, as boxes do; a companion table of an older

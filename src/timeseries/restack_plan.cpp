@@ -27,7 +27,7 @@ std::string NamedFew::Text() const {
                               : names_ + " and " + FormatInt(count_ - kMostNamed) + " more";
 }
 
-RestackPlan::RestackPlan(TsWalker walker, LeaveOut leave_out) : leave_out_(leave_out) {
+RestackPlan::RestackPlan(TsWalker walker, const LeaveOut& leave_out) : leave_out_(leave_out) {
   TsPlace place;
   std::set<double> left_out;
   while (walker.Next(&place)) {
@@ -39,7 +39,11 @@ RestackPlan::RestackPlan(TsWalker walker, LeaveOut leave_out) : leave_out_(leave
     if (std::isnan(place.header.frequency)) {
       ++without_frequency_;
     } else if (leave_out_.Has(place)) {
-      bad_.Add(FormatInt(place.number));
+      if (leave_out_.numbers.Has(place.number)) {
+        ++chosen_;
+      } else {
+        bad_.Add(FormatInt(place.number));
+      }
       left_out.insert(place.header.frequency);
     } else {
       Take(place);
@@ -102,16 +106,21 @@ std::string RestackPlan::BadNote() const {
          (leave_out_.bad ? "left out" : "added");
 }
 
+std::string RestackPlan::WithoutStackNote() const {
+  const char* reason = leave_out_.numbers.IsEmpty() ? "marked bad" : "left out";
+  return without_stack_.Count() == 0
+             ? std::string()
+             : "no stack at " + without_stack_.Text() + " Hz, where every record is " + reason;
+}
+
 std::string RestackPlan::Note() const {
   std::string notes;
   if (records_ == 0) {
     AppendNote("no record", &notes);
   }
+  AppendNote(LeaveOutNote(leave_out_, chosen_), &notes);
   AppendNote(BadNote(), &notes);
-  if (without_stack_.Count() > 0) {
-    AppendNote("no stack at " + without_stack_.Text() + " Hz, where every record is marked bad",
-               &notes);
-  }
+  AppendNote(WithoutStackNote(), &notes);
   if (too_small_.Count() > 0) {
     AppendNote("left out, smaller than the first of their frequency: record " + too_small_.Text(),
                &notes);

@@ -7,16 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "timeseries/leave_out.h"
 #include "timeseries/ts_walker.h"
 
 namespace orvane {
-
-/// Which records a stack leaves out.
-struct LeaveOut {
-  bool bad = false;  ///< those that their box marked bad
-
-  bool Has(const TsPlace& place) const { return bad && place.header.IsBad(); }
-};
 
 /// The records of one frequency.
 struct RestackGroup {
@@ -50,7 +44,7 @@ class NamedFew {
 /// it not.
 class RestackPlan {
  public:
-  RestackPlan(TsWalker walker, LeaveOut leave_out);
+  RestackPlan(TsWalker walker, const LeaveOut& leave_out);
 
   /// The groups in the order of writing.
   std::vector<RestackGroup*> InOrder();
@@ -69,6 +63,7 @@ class RestackPlan {
  private:
   void Take(const TsPlace& place);
   std::string BadNote() const;
+  std::string WithoutStackNote() const;
 
   LeaveOut leave_out_;
   // By frequency; -0 and 0 are one.
@@ -77,7 +72,8 @@ class RestackPlan {
   double last_new_ = 0;
   std::uint64_t records_ = 0;
   std::uint64_t cut_record_ = 0;
-  NamedFew bad_;  // added or left out
+  NamedFew bad_;              // added or left out
+  std::uint64_t chosen_ = 0;  // left out by their numbers
   NamedFew without_stack_;
   NamedFew too_small_;
   std::uint64_t without_frequency_ = 0;

@@ -54,15 +54,24 @@ std::string HeaderText(const TsHeader& header, bool is_band) {
 
 class TextExport {
  public:
-  TextExport(BatchTask* task, OutFile* out, TsHeaderSize header_size)
-      : task_(task), header_size_(header_size), text_(out, task->Threads() > 1) {}
+  TextExport(BatchTask* task, OutFile* out, TsHeaderSize header_size, LeaveOut leave_out)
+      : task_(task),
+        header_size_(header_size),
+        leave_out_(std::move(leave_out)),
+        text_(out, task->Threads() > 1) {}
 
   BatchResult Run(const RandomFile& in) {
     TsWalker walker(&in, header_size_);
     TsPlace place;
     std::uint64_t cut_record = 0;
     std::uint64_t whole = 0;
+    std::uint64_t left_out = 0;
     while (!task_->Stopped() && !text_.HasFailed() && reading_ && walker.Next(&place)) {
+      if (leave_out_.Has(place)) {
+        ++left_out;
+        task_->Advance(place.next - place.offset);
+        continue;
+      }
       text_.Text(HeaderText(place.header, header_size_ == TsHeaderSize::kBand));
       const bool is_whole = PutSamples(in, place);
       task_->Advance(place.next - place.offset);
@@ -83,11 +92,18 @@ class TextExport {
     if (!written) {
       return BatchFailed(FileMessage(task_->Outputs()[0], written.Message()));
     }
+    std::string note = LeaveOutNote(leave_out_, left_out);
+    if (whole == 0 && left_out > 0) {
+      return BatchFailed("no record: " + note);
+    }
     if (whole == 0) {
       return BatchFailed(cut_record == 0 ? "no record"
                                          : "no record: the file ends within the first");
     }
-    return BatchDone(task_->Outputs(), cut_record == 0 ? "" : CutNote(cut_record, place.offset));
+    if (cut_record > 0) {
+      note.append(note.empty() ? "" : "; ").append(CutNote(cut_record, place.offset));
+    }
+    return BatchDone(task_->Outputs(), note);
   }
 
  private:
@@ -131,23 +147,29 @@ class TextExport {
 
   BatchTask* task_;
   TsHeaderSize header_size_;
+  LeaveOut leave_out_;
   SampleText text_;
   std::vector<std::byte> piece_;
   Result<> reading_;
 };
 
-BatchResult ConvertFile(BatchTask& task, TsHeaderSize header_size) {
+BatchResult ConvertFile(BatchTask& task, TsHeaderSize header_size, const LeaveOutChoice& choice) {
   RandomFile in;
   if (const Result<> opened = in.Open(task.Input()); !opened) {
     return BatchFailed(opened.Message());
+  }
+  const bool is_band = BandNumber(PathText(task.Input())) > 0;
+  header_size = is_band ? TsHeaderSize::kBand : header_size;
+  const auto leave_out = LeaveOutOf(choice, task.Input(), in, header_size);
+  if (!leave_out) {
+    return BatchFailed(leave_out.Message());
   }
   const auto& path = task.Outputs()[0];
   OutFile out;
   if (const Result<> opened = out.Open(path); !opened) {
     return BatchFailed(FileMessage(path, opened.Message()));
   }
-  const bool is_band = BandNumber(PathText(task.Input())) > 0;
-  BatchResult result = TextExport(&task, &out, is_band ? TsHeaderSize::kBand : header_size).Run(in);
+  BatchResult result = TextExport(&task, &out, header_size, *leave_out).Run(in);
   if (result.IsDone()) {
     if (const Result<> committed = out.Commit(); !committed) {
       return BatchFailed(FileMessage(path, committed.Message()));
@@ -166,12 +188,14 @@ std::string TsTextName(std::string_view path) {
   return name.append(".txt");
 }
 
-Conversion TimeSeriesText(TsHeaderSize header_size) {
+Conversion TimeSeriesText(TsHeaderSize header_size, LeaveOutChoice leave_out) {
   Conversion conversion;
   conversion.outputs_of = [](const std::string& path) {
     return std::vector<std::string>{TsTextName(path)};
   };
-  conversion.job = [header_size](BatchTask& task) { return ConvertFile(task, header_size); };
+  conversion.job = [header_size, choice = std::move(leave_out)](BatchTask& task) {
+    return ConvertFile(task, header_size, choice);
+  };
   return conversion;
 }
 

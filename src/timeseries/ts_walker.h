@@ -33,8 +33,12 @@ struct TsStart {
 class TsWalker {
  public:
   /// The file is taken to end at `end`, so that one that grows is walked to an end.
-  TsWalker(const RandomFile* file, TsHeaderSize header_size, std::uint64_t end)
-      : file_(file), header_size_(header_size), end_(end) {}
+  TsWalker(const RandomFile* file, TsHeaderSize header_size, std::uint64_t end, TsStart start = {})
+      : file_(file),
+        header_size_(header_size),
+        end_(end),
+        offset_(start.offset),
+        number_(start.number) {}
   /// To the end that the file has now. Where the system does not say it there is no record, and
   /// `Outcome()` has the reason.
   TsWalker(const RandomFile* file, TsHeaderSize header_size, TsStart start = {})

@@ -121,7 +121,7 @@ TEST(Restack, BadRecordsAreNamedAndAddedOrLeftOut) {
                                          Result({.frequency = 2, .samples = {7}, .status = 6}) +
                                          four);
   EXPECT_EQ(note, "records 1, 4 are marked bad and were added");
-  const Conversion without = Restack({.leave_out = {.bad = true}});
+  const Conversion without = Restack({.leave_out = {.kind = LeaveOutChoice::Kind::kBad}});
   Outcome outcome = Convert(without, "A.TSS", bytes);
   EXPECT_EQ(outcome.bytes, Result({.frequency = 1, .samples = {3}}) + four);
   EXPECT_EQ(outcome.result.text,
