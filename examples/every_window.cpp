@@ -243,15 +243,18 @@ bool VisitMaps(COrvaneApp* app, const QString& survey, const Visit& visit) {
       }
     }
     spread.Save();
-    doc.UpdateAllViews();
-    dock->View()->Choose(1, 1);
     if (tech == kSip || tech == kMtAmt) {
       done = VisitSheet(doc.Table(), tech == kSip ? "sheet-sip" : "sheet-mt", visit) && done;
     }
-    dock->View()->SetMarked({{1, 2, "electrodes as far apart as 10 dipoles"}});
+    if (tech == kSip) {  // a dipole without a length is marked
+      spread.PlaceElectrode(1, 2, Spread::kNegative, *spread.ChannelReal(1, 2, kPositiveNorth),
+                            *spread.ChannelReal(1, 2, kPositiveEast));
+      spread.Save();
+    }
+    doc.UpdateAllViews();
+    dock->View()->Choose(1, tech == kSip ? 2 : 1);
     done = visit(&frame, name) && done;
   }
-  dock->View()->SetMarked({});
   dock->hide();
   doc.Table() = before;
   doc.UpdateAllViews();
@@ -463,26 +466,57 @@ bool VisitChanges(COrvaneApp* app, const QString& survey, const Visit& visit) {
   return done;
 }
 
+// What takes files to be known comes a moment later.
+void WaitForFiles(CheckDock* dock) {
+  QEventLoop wait;
+  QObject::connect(dock->findChild<FileCheck*>(), &FileCheck::done, &wait, &QEventLoop::quit);
+  dock->LookAtFiles();
+  wait.exec();
+  QApplication::processEvents();
+}
+
+// The table at a glance; a new one with the ways to begin, on a small screen too.
+bool VisitMain(COrvaneApp* app, const QString& survey, const Visit& visit) {
+  COrvaneDoc& doc = app->Document();
+  CMainFrame& frame = app->Frame();
+  auto* dock = frame.findChild<CheckDock*>();
+  bool done =
+      !doc.Path().isEmpty() || doc.OnOpenDocument(survey + QStringLiteral("/SIP/Startup.tbl"));
+  dock->now = [] {
+    ParamTime time;
+    static_cast<void>(ParseParamTimeStrictly("2026/11/20 06:00:00", &time));
+    return time;
+  };
+  dock->Follow();
+  WaitForFiles(dock);
+  done = visit(&frame, "main-window") && done;
+  const QSize size = frame.size();
+  frame.resize(660, 340);  // a field laptop at 200 %
+  done = visit(&frame, "main-window-small") && done;
+  frame.resize(size);
+  const QString path = doc.Path();
+  doc.OnNewDocument();
+  auto* view = frame.findChild<COrvaneView*>();
+  view->Start()->SetRecent(
+      {survey + QStringLiteral("/SIP/Startup.tbl"), survey + QStringLiteral("/MT/Startup.tbl")});
+  view->ShowStart(true);
+  WaitForFiles(dock);
+  done = visit(&frame, "main-window-start") && done;
+  view->ShowStart(false);
+  return doc.OnOpenDocument(path) && done;
+}
+
 // What the check says of a spread with a gap.
 bool VisitCheck(COrvaneApp* app, const QString& survey, const Visit& visit) {
   COrvaneDoc& doc = app->Document();
   CMainFrame& frame = app->Frame();
   bool done = doc.OnOpenDocument(survey + QStringLiteral("/SIP/Startup.tbl"));
   auto* dock = frame.findChild<CheckDock*>();
-  dock->now = [] {
-    ParamTime time;
-    static_cast<void>(ParseParamTimeStrictly("2026/11/20 06:00:00", &time));
-    return time;
-  };
   Put(&doc.Table(), "SN02", "0");
   doc.NoteStep(QStringLiteral("Raw Parameters"));
   frame.resize(1180, 690);
   dock->show();
-  QEventLoop wait;
-  QObject::connect(dock->findChild<FileCheck*>(), &FileCheck::done, &wait, &QEventLoop::quit);
-  dock->LookAtFiles();
-  wait.exec();
-  QApplication::processEvents();
+  WaitForFiles(dock);
   done = visit(&frame, "morning-check") && done;
   dock->hide();
   doc.OnNewDocument();
@@ -674,7 +708,7 @@ constexpr int kBand2Row = 14;  // of "L2NS" among the raw parameters
 
 bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit) {
   CMainFrame& frame = app->Frame();
-  bool done = visit(&frame, "main-window");
+  bool done = VisitMain(app, survey, visit);
 
   const Meanings meanings(TransmitterModels());
   const auto explain = [&meanings](const ParamEntry& entry) {

@@ -26,6 +26,7 @@ constexpr auto kTargets = std::to_array<Target>({
     {"time-series", FuzzTimeSeries, 1280, 1000},
     {"time-series-text", FuzzTimeSeriesText, 2048, 1000},
     {"restack", FuzzRestack, 2048, 1000},
+    {"leave-out", FuzzLeaveOut, 512, 1000},
     {"stack", FuzzStack, 2048, 1000},
     {"calibration", FuzzCalibration, 2180, 1000},
     {"calibration-view", FuzzCalibrationView, 1536, 100},

@@ -27,6 +27,8 @@ void FuzzTimeSeries(Bytes input);
 void FuzzTimeSeriesText(Bytes input);
 /// A waveform restacked; a first byte chooses whether in one pass.
 void FuzzRestack(Bytes input);
+/// A list of records to leave out: read, written and read again.
+void FuzzLeaveOut(Bytes input);
 /// Stack results: taken apart and put together again, as comma-separated text.
 void FuzzStack(Bytes input);
 /// A calibration without its front-end model: read, as text.

@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "support.h"
+#include "timeseries/leave_out.h"
+#include "timeseries/leave_out_file.h"
 #include "timeseries/restack.h"
 #include "timeseries/time_series_text.h"
 #include "timeseries/waveform_view.h"
@@ -113,6 +115,21 @@ void FuzzRestack(Bytes input) {
     end = place.next;
   }
   Require(end == size, "a stack has nothing but records");
+}
+
+void FuzzLeaveOut(Bytes input) {
+  const auto choice = LeaveOutChoiceOf(TextOf(input));
+  Require(choice || !choice.Message().empty(), "any text is a choice or says why it is none");
+  const auto list = ReadLeaveOutText(TextOf(input));
+  if (!list) {
+    Require(list.Message().starts_with("line ") || list.Message().starts_with("has no line"),
+            "a list that is refused says where it is wrong");
+    return;
+  }
+  Require(list->numbers.Count() <= input.size() && !list->numbers.Has(0),
+          "a list has the numbers of its lines");
+  const auto again = ReadLeaveOutText(LeaveOutText(*list));
+  Require(again && *again == *list, "a list is read as it was written");
 }
 
 }  // namespace orvane::fuzz

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # usage: build-qt.sh FOLDER
 # Builds Debian's sources of Qt for 64-bit Windows, with the Qt tools of this machine, and adds what
-# Orvane needs of Debian's sources of QCustomPlot and of Qt's module for SVG. What it makes stands in
+# Orvane needs of Debian's sources of QCustomPlot, of Qt's module for SVG and of FFTW. What it makes stands in
 # a folder of its own under FOLDER, named by version and flags, whose path is the one line of output;
 # what is already there is kept. A first run takes an hour on two processors and 3 GB below FOLDER,
 # 0.1 GB of which stay. Not to be run twice at once for the same FOLDER.
@@ -93,6 +93,22 @@ add_svg() {
   mv "$part" "$prefix/svg"
 }
 
+# FFTW as a static library. Only the vectors of SSE2: those of AVX want more alignment of the stack
+# than this compiler gives on Windows. Windows' own malloc aligns too little as well.
+add_fftw() {
+  local work=$1 prefix=$2
+  [[ ! -d $prefix/fftw ]] || return 0
+  use_source_lists "$work"
+  fetch "$work" fftw3
+  (cd "$work/fftw3" &&
+    ./configure --quiet --host=x86_64-w64-mingw32 CC=x86_64-w64-mingw32-gcc-posix CFLAGS=-O3 \
+      --prefix="$work/fftw.part" --disable-shared --disable-fortran --disable-doc --enable-sse2 \
+      --with-our-malloc && make -s -C . install) >"$work/fftw.log" 2>&1 ||
+    { tell "See $work/fftw.log"; return 1; }
+  cp "$work/fftw3/debian/copyright" "$work/fftw.part/"
+  mv "$work/fftw.part" "$prefix/fftw"
+}
+
 build_qt() {
   local work=$1 prefix=$2 host=$3
   tell "Building Qt ${host%%+*} for Windows in $CACHE: an hour on two processors, once"
@@ -118,12 +134,14 @@ main() {
     cat "$HERE/../../cmake/mingw.cmake"
   } | sha256sum | cut -c1-12)
   work=$CACHE/qt-work
-  if [[ ! -f $prefix/complete || ! -d $prefix/qcustomplot || ! -d $prefix/svg ]]; then
+  if [[ ! -f $prefix/complete || ! -d $prefix/qcustomplot || ! -d $prefix/svg ||
+    ! -d $prefix/fftw ]]; then
     rm -rf "$work"
     mkdir -p "$work"
     [[ -f $prefix/complete ]] || build_qt "$work" "$prefix" "$host"
     add_qcustomplot "$work" "$prefix"
     add_svg "$work" "$prefix"
+    add_fftw "$work" "$prefix"
     rm -rf "$work"
   fi
   printf '%s\n' "$prefix"

@@ -19,6 +19,7 @@ constexpr auto kFile = std::to_array<CommandRow>({
     {kFileSaveAllBoxes, "Save *.TBL Files for All &Boxes...\tCtrl+Shift+B", "Save TBL files for all boxes\nSave All"},
     kLine,
     {kPrintSheets, "&Print Field Sheet...\tCtrl+P", "Print a page for each box: set-up, channels, times, map\nPrint"},
+    {kPrintParameters, "Pr&int Parameters...", "Print all parameters and what they mean"},
     kLine,
     {kOpenCalibration, "Open &Calibration File...", ""},
     {kOpenWaveform, "Open &Waveform(*.tss) File to Display...", ""},

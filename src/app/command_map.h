@@ -30,6 +30,7 @@ enum CommandId : int {
   kViewCheck = 32910,
   kViewMap = 32911,
   kPrintSheets = 32912,
+  kPrintParameters = 32913,
   kViewToolbar = 59392,
   kViewStatusBar = 59393,
   kEditUndo = 57643,

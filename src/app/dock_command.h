@@ -7,15 +7,17 @@
 #include <QMainWindow>
 
 #include "app/orvane_doc.h"
+#include "editors/widgets/map_dock.h"
 
 namespace orvane {
 
 /// Lets a command show and hide a dock. Shown by it, the dock gets the focus (its focus proxy).
+/// Escape gives the focus back to the window's main part; a dock that floats it hides.
 void ConnectDock(QDockWidget* dock, QAction* command);
 
 /// Gives the window the dock "Map", hidden at first, which follows the document. All must outlive
 /// the window.
-void AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window);
+MapDock* AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window);
 
 }  // namespace orvane
 

@@ -2,6 +2,7 @@
 #include "app/editor_commands.h"
 
 #include <QAbstractButton>
+#include <QButtonGroup>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -14,6 +15,7 @@
 #include "app/notice_texts.h"
 #include "base/number_text.h"
 #include "check/check.h"
+#include "check/map_marks.h"
 #include "editors/acq_form.h"
 #include "editors/site_forms.h"
 #include "editors/startup_run.h"
@@ -61,17 +63,38 @@ QString StepOf(const QDialog& dialog, bool is_accepted) {
   return is_accepted ? title : title + QStringLiteral(", cancelled");
 }
 
-// The controls of a dialog are named by their numbers; of a group of buttons the chosen one gets
-// the focus.
+// Of a group the chosen button, else the first that can be chosen.
+QWidget* ButtonOf(const QButtonGroup& group) {
+  const auto buttons = group.buttons();
+  const auto first =
+      std::find_if(buttons.begin(), buttons.end(),
+                   [](const QAbstractButton* button) { return button->isEnabled(); });
+  return group.checkedButton() != nullptr ? group.checkedButton()
+         : first == buttons.end()         ? nullptr
+                                          : *first;
+}
+
+// The controls of a dialog are named by their numbers, a group by its first button's.
 void FocusControl(const QDialog& dialog, int control) {
   auto* widget = control == 0 ? nullptr : dialog.findChild<QWidget*>(QString::number(control));
-  if (widget == nullptr) {
-    return;
+  const auto* button = qobject_cast<QAbstractButton*>(widget);
+  if (button != nullptr && button->group() != nullptr) {
+    widget = ButtonOf(*button->group());
   }
-  for (auto* button : widget->findChildren<QAbstractButton*>()) {
-    widget = button->isChecked() ? button : widget;
+  if (widget != nullptr) {
+    widget->setFocus();
   }
-  widget->setFocus();
+}
+
+// Of a group where one of its buttons is: the group is named by its first, which may not be.
+bool CanBeUsed(const FormModel& model, int control) {
+  const Field& field = model.FieldOf(control);
+  const auto is_enabled = [&model](const Choice& choice) {
+    return model.IsEnabled(choice.control);
+  };
+  return field.widget == Widget::kRadios
+             ? std::any_of(field.choices.begin(), field.choices.end(), is_enabled)
+             : model.IsEnabled(control);
 }
 
 }  // namespace
@@ -100,11 +123,6 @@ void EditorCommands::TellRefusedPastes(const QDialog& dialog) {
   }
 }
 
-void EditorCommands::SetStepActions(QAction* undo, QAction* redo) {
-  undo_ = undo;
-  redo_ = redo;
-}
-
 void EditorCommands::EditRaw(ParamKey key) {
   const Meanings meanings(TransmitterModels());
   CParamTableDlg dialog(
@@ -113,14 +131,30 @@ void EditorCommands::EditRaw(ParamKey key) {
       doc_->FileTable());
   TellRefusedPastes(dialog);
   const QString title = QStringLiteral("Raw Parameters");
-  QObject::connect(&dialog, &CParamTableDlg::edited, doc_, [this, title] {
-    doc_->NoteStep(title);
+  int undoable = 0;  // the steps of before are not this window's to undo
+  int redoable = 0;
+  const auto show = [&] { dialog.ShowSteps(undoable > 0, redoable > 0); };
+  QObject::connect(&dialog, &CParamTableDlg::edited, doc_, [&, title] {
+    if (doc_->NoteStep(title)) {
+      ++undoable;
+      redoable = 0;
+    }
     EndEarlyLine();
+    show();
   });
-  if (undo_ != nullptr && redo_ != nullptr) {
-    dialog.addActions({undo_, redo_});
-    QObject::connect(doc_, &COrvaneDoc::changed, &dialog, &CParamTableDlg::Refresh);
-  }
+  QObject::connect(&dialog, &CParamTableDlg::undoWanted, doc_, [&] {
+    doc_->Undo();
+    --undoable;
+    ++redoable;
+    show();
+  });
+  QObject::connect(&dialog, &CParamTableDlg::redoWanted, doc_, [&] {
+    doc_->Redo();
+    ++undoable;
+    --redoable;
+    show();
+  });
+  QObject::connect(doc_, &COrvaneDoc::changed, &dialog, &CParamTableDlg::Refresh);
   if (!key.IsEmpty()) {
     dialog.GoTo(key);
   }
@@ -162,10 +196,13 @@ bool EditorCommands::RunSite(Tech tech, QWidget* parent, std::vector<std::string
     return false;
   }
   CSiteDlg dialog(&form, &table, prompts_, parent);
+  dialog.SetMarker([](const ParamTable& edited, const Spread& spread) {
+    return MarksOf(CheckTable(edited, UtcClock().Now()), spread);
+  });
   QObject::connect(&dialog, &CSiteDlg::told, doc_,
                    [this](const QString& text) { notices_->ShowNotice(text.toStdString()); });
   TellRefusedPastes(dialog);
-  if (!Show(&dialog)) {
+  if (!GoToWantedCell(&dialog) || !Show(&dialog)) {
     return false;
   }
   doc_->UpdateAllViews();
@@ -199,6 +236,9 @@ void EditorCommands::EditAcquisition() {
     return;
   }
   CAcqParamDlg dialog(&form, prompts_, parent_);
+  if (const int number = ScheduleFileNumber(table); number != 0 && !doc_->Path().isEmpty()) {
+    dialog.SetSchedule(FindScheduleFile(PathFromText(doc_->Path()), number));
+  }
   std::vector<std::string> early;
   bool has_site = false;
   dialog.SetSiteSetup([&] {
@@ -239,7 +279,9 @@ void EditorCommands::EditStepping() {
   const QString folder = ScheduleFolder(TechOf(doc_->Table()));
   CFreqSteppingDlg dialog(&form, prompts_, folder, parent_);
   TellRefusedPastes(dialog);
-  Run(&dialog, [&form] { return form.EarlyChanges(); });
+  if (GoToWantedCell(&dialog)) {
+    Run(&dialog, [&form] { return form.EarlyChanges(); });
+  }
 }
 
 void EditorCommands::CreateFdemSchedule() {
@@ -319,7 +361,7 @@ void EditorCommands::EditCoil() {
 }
 
 bool EditorCommands::HasWanted(const FormModel& model) {
-  return wanted_ == 0 || model.IsEnabled(wanted_);
+  return wanted_ == 0 || CanBeUsed(model, wanted_);
 }
 
 std::span<const EditorCommands::TitledEditor> EditorCommands::Editors() {
@@ -336,7 +378,7 @@ std::span<const EditorCommands::TitledEditor> EditorCommands::Editors() {
   return kEditors;
 }
 
-bool EditorCommands::TryEdit(const EditPlace& place) {
+bool EditorCommands::TryEdit(const EditPlace& place, ParamKey key) {
   ParamTable& table = doc_->Table();
   const Tech method = TechOf(table);
   const auto editors = Editors();
@@ -353,9 +395,11 @@ bool EditorCommands::TryEdit(const EditPlace& place) {
   }
   const std::vector<ParamValue> before = StoredValues(table);
   wanted_ = place.control;
+  wanted_cell_ = place.control == 0 ? key : ParamKey();
   is_shown_ = false;
   (this->*edit)();
   wanted_ = 0;
+  wanted_cell_ = {};
   if (!is_shown_) {
     RestoreValues(before, &table);  // opening a form may write
   }
@@ -367,7 +411,7 @@ void EditorCommands::EditKey(ParamKey key) {
   const KeyMeaning* meaning = meanings.Find(key);
   if (meaning == nullptr ||
       std::none_of(meaning->places.begin(), meaning->places.end(),
-                   [this](const EditPlace& place) { return TryEdit(place); })) {
+                   [this, key](const EditPlace& place) { return TryEdit(place, key); })) {
     EditRaw(key);
   }
 }
@@ -378,12 +422,33 @@ void EditorCommands::ViewBoxStatus() {
   CBoxStatusDlg(&form, prompts_, parent_).exec();
 }
 
+void EditorCommands::SetUpRun(StartupRun* run) {
+  run->SetVerifies(true);
+  run->SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
+}
+
+std::string EditorCommands::Doubts(const StartupRun& run) const {
+  std::string doubts;
+  for (const StartupOutcome& outcome : run.Outcomes()) {
+    if (outcome.state == StartupOutcome::kNoFile) {
+      doubts.append("\n").append(outcome.Name()).append(": ").append(outcome.Text());
+    }
+  }
+  for (const Finding& finding : CheckTable(doc_->Table(), UtcClock().Now())) {
+    if (finding.severity == Severity::kError) {
+      doubts.append("\n").append(finding.sentence);
+    }
+  }
+  return doubts;
+}
+
 void EditorCommands::SaveAllBoxes() {
   StartupRun run(&doc_->Table(), PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
-  run.SetVerifies(true);
-  run.SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
-  run.ForEachBox([this, &run](StartupForm* form) {
+  SetUpRun(&run);
+  const std::string doubts = Doubts(run);
+  run.ForEachBox([&](StartupForm* form) {
     CStartupDlg dialog(form, &run, prompts_, parent_);
+    dialog.TellDoubts(doubts);
     TellRefusedPastes(dialog);
     return dialog.exec() != CStartupDlg::kStop;  // Cancel skips this box only
   });
@@ -392,8 +457,7 @@ void EditorCommands::SaveAllBoxes() {
 
 void EditorCommands::WriteAllBoxes() {
   StartupRun run(&doc_->Table(), PathFromText(doc_->Path()), prompts_, PathFromText(UsersFolder()));
-  run.SetVerifies(true);
-  run.SetMayReplaceDocument([this] { return doc_->MayReplaceFile(); });
+  SetUpRun(&run);
   std::string warnings;
   run.ForEachBox([&](StartupForm* form) {
     if (const std::string warning = run.WarningFor(*form); !warning.empty()) {
@@ -401,16 +465,7 @@ void EditorCommands::WriteAllBoxes() {
     }
     return true;
   });
-  for (const StartupOutcome& outcome : run.Outcomes()) {
-    if (outcome.state == StartupOutcome::kNoFile) {
-      warnings.append("\n").append(outcome.Name()).append(": ").append(outcome.Text());
-    }
-  }
-  for (const Finding& finding : CheckTable(doc_->Table(), UtcClock().Now())) {
-    if (finding.severity == Severity::kError) {
-      warnings.append("\n").append(finding.sentence);
-    }
-  }
+  warnings += Doubts(run);
   const std::string question = "Write the start-up files of " + FormatInt(run.Boxes().size()) +
                                " boxes to " + PathText(run.DefaultFolder()) + "?" +
                                (warnings.empty() ? "" : "\n" + warnings);
@@ -421,6 +476,17 @@ void EditorCommands::WriteAllBoxes() {
     });
   }
   EndRun(run);
+}
+
+void EditorCommands::PrintRaw() {
+  ParamTable copy = doc_->Table();
+  const Meanings meanings(TransmitterModels());
+  CParamTableDlg dialog(&copy, parent_, doc_->NotInFile(), [&meanings](const ParamEntry& entry) {
+    return RawMeaningOf(meanings, entry);
+  });
+  auto* grid = dialog.findChild<CGridCtrl*>();
+  grid->SetPrintTitle(QStringLiteral("Parameters of ") + doc_->Title());
+  grid->AskAndPrint();
 }
 
 void EditorCommands::EndRun(const StartupRun& run) {

@@ -2,13 +2,13 @@
 #ifndef ORVANE_APP_EDITOR_COMMANDS_H_
 #define ORVANE_APP_EDITOR_COMMANDS_H_
 
-#include <QAction>
 #include <QDialog>
 #include <QWidget>
 #include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/orvane_doc.h"
@@ -32,6 +32,8 @@ class EditorCommands {
   void EditRaw(ParamKey key = {});
   void EditAcquisition();
   void EditStepping();
+  /// The site of the table's method, which must be one that is known.
+  void EditSite();
   void CreateFdemSchedule();
   void EditRadio();
   void EditGsm();
@@ -43,11 +45,11 @@ class EditorCommands {
   /// The same without the dialogs, with the values as they are; asks before it writes over files of
   /// others.
   void WriteAllBoxes();
+  /// Asks for a printer and prints every parameter.
+  void PrintRaw();
   /// The dialog that edits a key, at its control: that of the site as the table's method has it.
   /// The raw parameters where no dialog does, or where the method disables the control.
   void EditKey(ParamKey key);
-  /// What Ctrl+Z and Ctrl+Y are in the raw parameters; `undo` and `redo` must outlive them.
-  void SetStepActions(QAction* undo, QAction* redo);
 
  private:
   /// Edits where a control was asked for that is disabled: nothing is shown then.
@@ -57,12 +59,16 @@ class EditorCommands {
     Editor edit;
   };
   static std::span<const TitledEditor> Editors();
-  void EditSite();
   void EditSerials();
   /// True where the dialog was shown.
-  bool TryEdit(const EditPlace& place);
+  bool TryEdit(const EditPlace& place, ParamKey key);
   /// False where a control is asked for that this form disables.
   bool HasWanted(const FormModel& model);
+  /// False where a key is asked for that no cell of the dialog's grids has.
+  template <typename Dialog>
+  bool GoToWantedCell(Dialog* dialog) {
+    return wanted_cell_.IsEmpty() || dialog->GoTo(std::exchange(wanted_cell_, {}));
+  }
   /// The site setup of a method, over `parent`. True when it ended with OK. Adds the keys that were
   /// changed before it.
   bool SetUpSite(Tech tech, QWidget* parent, std::vector<std::string>* early);
@@ -70,6 +76,9 @@ class EditorCommands {
   bool AskForSerials(QWidget* parent, std::vector<std::string>* early);
   /// The document's folder.
   QString ScheduleFolder(Tech method) const;
+  void SetUpRun(StartupRun* run);
+  /// Boxes that get no file and what the check calls an error, a line each; empty where none.
+  std::string Doubts(const StartupRun& run) const;
   /// What files there are after a run, and what it made of the document.
   void EndRun(const StartupRun& run);
   /// Runs a dialog, which is a step of its title. True when it ended with OK.
@@ -88,10 +97,9 @@ class EditorCommands {
   Prompts* prompts_;
   Notices* notices_;
   QWidget* parent_;
-  QAction* undo_ = nullptr;
-  QAction* redo_ = nullptr;
   std::string early_line_;
   int wanted_ = 0;         // the control to begin at; 0: none
+  ParamKey wanted_cell_;   // the key whose cell to begin at; empty: none
   bool is_shown_ = false;  // a dialog was, since a control was asked for
 };
 

@@ -16,6 +16,7 @@
 
 #include "app/about_dlg.h"
 #include "app/dock_command.h"
+#include "app/glance_commands.h"
 #include "app/lock_keys.h"
 #include "app/user_guide.h"
 #include "editors/widgets/field_sheet_print.h"
@@ -122,6 +123,10 @@ void CMainFrame::CreateCenter() {
   layout->addWidget(stack_, 1);
   stack_->addWidget(view_);
   setCentralWidget(center);
+  // What gives the focus to the center means what is shown in it.
+  const auto follow = [this, center] { center->setFocusProxy(stack_->currentWidget()); };
+  connect(stack_, &QStackedWidget::currentChanged, center, follow);
+  follow();
   connect(changed_file_, &ChangedFileBar::focusLeft, this,
           [this] { stack_->currentWidget()->setFocus(); });
   connect(qApp, &QGuiApplication::applicationStateChanged, this,
@@ -142,6 +147,7 @@ void CMainFrame::changeEvent(QEvent* event) {
 
 void CMainFrame::LookAtFile() {
   changed_file_->Look();
+  view_->Follow();
   changes_->Dock()->Follow();
   check_->Dock()->LookAtFiles();
 }
@@ -258,7 +264,10 @@ void CMainFrame::ConnectCommands() {
   ConnectSteps();
   ConnectChanges();
   ConnectCheck();
-  AddMapDock(doc_, Command(kViewMap), this);
+  ConnectGlance(view_,
+                {doc_, &editors_, check_->Dock(), AddMapDock(doc_, Command(kViewMap), this)});
+  ConnectStart();
+  Handle(kPrintParameters, [this] { editors_.PrintRaw(); });
   Handle(kPrintSheets, [this] { AskAndPrintFieldSheets(doc_->Table(), this); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
   Handle(kEditStepping, [this] { editors_.EditStepping(); });
@@ -300,7 +309,6 @@ void CMainFrame::ConnectSteps() {
       {Command(kEditRedo)->shortcut(), QKeySequence(QStringLiteral("Ctrl+Shift+Z"))});
   connect(Command(kEditUndo), &QAction::triggered, doc_, &COrvaneDoc::Undo);
   connect(Command(kEditRedo), &QAction::triggered, doc_, &COrvaneDoc::Redo);
-  editors_.SetStepActions(Command(kEditUndo), Command(kEditRedo));
   const auto follow = [this](int id, auto changed) {
     QAction* command = Command(id);
     const auto show = [command, verb = command->text()](const QString& step) {
@@ -319,6 +327,12 @@ void CMainFrame::ConnectCheck() {
   connect(dock, &CheckDock::mendWanted, this, [this](ParamKey key) { editors_.EditKey(key); });
   connect(dock, &CheckDock::writeWanted, this, [this] { editors_.WriteAllBoxes(); });
   connect(dock, &CheckDock::guidedWriteWanted, this, [this] { editors_.SaveAllBoxes(); });
+}
+
+void CMainFrame::ConnectStart() {
+  connect(view_->Start(), &StartPanel::openWanted, this, &CMainFrame::OnFileOpen);
+  connect(view_->Start(), &StartPanel::newWanted, this, &CMainFrame::OnFileNew);
+  connect(view_->Start(), &StartPanel::fileWanted, this, &CMainFrame::OpenFile);
 }
 
 void CMainFrame::ConnectChanges() {
@@ -349,6 +363,7 @@ void CMainFrame::UpdateTitle() {
 
 void CMainFrame::UpdateRecentFiles() {
   const QStringList& paths = recent_files_.Paths();
+  view_->Start()->SetRecent(paths);
   for (int i = 0; i < RecentFiles::kMost; ++i) {
     QAction* action = recent_actions_[static_cast<std::size_t>(i)];
     const bool is_used = i < paths.size();
@@ -365,7 +380,7 @@ void CMainFrame::UpdateRecentFiles() {
 }
 
 void CMainFrame::RestoreLayout() {
-  ResizeWithinScreen(this, QSize(960, 640));
+  ResizeWithinScreen(this, QSize(1120, 690));
   const QSettings settings;
   restoreGeometry(settings.value(kGeometry).toByteArray());
   restoreState(settings.value(kState).toByteArray());
@@ -394,6 +409,7 @@ void CMainFrame::OnFileNew() {
   if (doc_->SaveModified([this] { return OnFileSave(); })) {
     displays_->Close();
     doc_->OnNewDocument();
+    view_->ShowStart(false);
   }
 }
 

@@ -65,6 +65,7 @@ class CMainFrame : public QMainWindow {
   void ConnectSteps();
   void ConnectChanges();
   void ConnectCheck();
+  void ConnectStart();
   void UpdateTitle();
   void FollowDisplay();
   void UpdateRecentFiles();

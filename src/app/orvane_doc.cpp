@@ -2,6 +2,7 @@
 #include "app/orvane_doc.h"
 
 #include <QFileInfo>
+#include <utility>
 
 #include "base/ascii.h"
 #include "base/number_text.h"
@@ -18,6 +19,8 @@ namespace {
 
 const std::string kCaption = "Orvane";
 
+constexpr int kPassingTime = 6000;  // ms: time to read a line twice
+
 // A table has 23 KB. What is far larger would hold the window up while it is read.
 constexpr std::uint64_t kLargestTable = std::uint64_t{64} << 20U;
 
@@ -32,6 +35,10 @@ COrvaneDoc::COrvaneDoc(ParamTable* table, Prompts* prompts, Notices* notices)
   BuildIndex();  // so that the views show the defaults until there is a document
   baseline_ = *table_;
   history_.Clear();
+  passing_timer_.setParent(this);
+  passing_timer_.setSingleShot(true);
+  passing_timer_.setInterval(kPassingTime);
+  connect(&passing_timer_, &QTimer::timeout, this, &COrvaneDoc::EndPassing);
 }
 
 QString COrvaneDoc::Title() const {
@@ -47,22 +54,36 @@ void COrvaneDoc::NoteChanges() {
   emit modifiedChanged(IsModified());
 }
 
-void COrvaneDoc::NoteStep(const QString& name) {
-  history_.NoteStep(name);
+void COrvaneDoc::ShowPassing(std::string text) {
+  passing_ = std::move(text);
+  notices_->ShowNotice(passing_);
+  passing_timer_.start();
+}
+
+void COrvaneDoc::EndPassing() {
+  if (!passing_.empty()) {
+    notices_->EndNotice(std::exchange(passing_, {}));
+  }
+}
+
+bool COrvaneDoc::NoteStep(const QString& name) {
+  EndPassing();
+  const bool is_step = history_.NoteStep(name);
   NoteChanges();
+  return is_step;
 }
 
 void COrvaneDoc::Undo() {
   const QString step = Steps().undoText();
   history_.Undo();
-  notices_->ShowNotice("Undone: " + step.toStdString());
+  ShowPassing("Undone: " + step.toStdString());
   NoteChanges();
 }
 
 void COrvaneDoc::Redo() {
   const QString step = Steps().redoText();
   history_.Redo();
-  notices_->ShowNotice("Done again: " + step.toStdString());
+  ShowPassing("Done again: " + step.toStdString());
   NoteChanges();
 }
 

@@ -4,8 +4,10 @@
 
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <functional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "app/document_file.h"
@@ -99,8 +101,10 @@ class COrvaneDoc : public QObject {
   /// To be called after every change of the table, so that the views follow: while a dialog may
   /// change more of it, and when it is done, with the name of the step that Undo takes back.
   void UpdateAllViews() { emit changed(); }
-  void NoteStep(const QString& name);
-  /// Take back and make again what was noted since New or Open; the notices say what.
+  /// False where nothing was changed.
+  bool NoteStep(const QString& name);
+  /// Take back and make again what was noted since New or Open; the notices say what, until the
+  /// next step or for some seconds.
   void Undo();
   void Redo();
   const QUndoStack& Steps() const { return history_.Steps(); }
@@ -114,6 +118,8 @@ class COrvaneDoc : public QObject {
  private:
   void BuildIndex();
   void NoteChanges();
+  void ShowPassing(std::string text);
+  void EndPassing();
   void TakeBaseline();
   bool Load(const QString& path, const ParamTable& before);
   TblSaveOptions AskForOptions();
@@ -130,6 +136,8 @@ class COrvaneDoc : public QObject {
   int file_version_ = 0;
   ParamTable baseline_;
   TableHistory history_;
+  std::string passing_;  // the notice that goes by itself
+  QTimer passing_timer_;
   DocumentFile file_;
   bool must_save_ = false;
   std::vector<ParamKey> not_in_file_;

@@ -4,26 +4,38 @@
 #include <QDir>
 #include <QEvent>
 #include <QFileInfo>
-#include <QFormLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 
 #include "table/param_dictionary.h"
 #include "ui/byte_text.h"
 #include "ui/plot_theme.h"
+#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
 
-QLabel* NewValueLabel(QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-  return label;
+constexpr int kGap = 8;
+// Widths of the window, in zeros of its font, from which on there are three and two columns.
+constexpr int kThreeColumns = 132;
+constexpr int kTwoColumns = 72;
+constexpr std::size_t kMostFindings = 3;
+
+// The first few errors, then warnings.
+QStringList WorstOf(std::span<const Finding> findings) {
+  QStringList worst;
+  for (const Severity severity : {Severity::kError, Severity::kWarning}) {
+    for (const Finding& finding : findings) {
+      if (finding.severity == severity && worst.size() < static_cast<qsizetype>(kMostFindings)) {
+        const std::string box = finding.box.empty() ? "" : finding.box + ": ";
+        worst << QString::fromStdString(box + finding.sentence);
+      }
+    }
+  }
+  return worst;
 }
 
 }  // namespace
@@ -33,16 +45,16 @@ COrvaneView::COrvaneView(COrvaneDoc* doc, QWidget* parent) : QScrollArea(parent)
   setAccessibleName(QStringLiteral("Table at a glance"));
   setWidgetResizable(true);
   setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::NoFocus);  // its cards have it, and scroll it
   Build();
-  OnUpdate();
-  connect(doc_, &COrvaneDoc::changed, this, &COrvaneView::OnUpdate);
-  connect(&minute_, &QTimer::timeout, this, &COrvaneView::OnUpdate);
+  Follow();
+  connect(doc_, &COrvaneDoc::changed, this, &COrvaneView::Follow);
+  connect(&minute_, &QTimer::timeout, this, &COrvaneView::Follow);
   constexpr std::chrono::minutes kMinute{1};
   minute_.start(kMinute);
 }
 
-void COrvaneView::Build() {
-  auto* page = new QWidget(this);
+QLayout* COrvaneView::NewHead(QWidget* page) {
   name_ = new QLabel(page);
   name_->setTextFormat(Qt::PlainText);
   name_->setObjectName(QStringLiteral("name"));
@@ -52,45 +64,138 @@ void COrvaneView::Build() {
   name_->setFont(font);
   file_ = NewValueLabel(page);
   file_->setObjectName(QStringLiteral("file"));
+  auto* head = new QVBoxLayout;
+  head->addWidget(name_);
+  head->addWidget(file_);
+  return head;
+}
 
-  // Two columns of groups, the survey's texts at the right, where they have room.
-  auto* left = new QVBoxLayout;
-  auto* right = new QVBoxLayout;
-  const auto summary = SummarizeTable(doc_->Table(), UtcClock());
-  for (std::size_t i = 0; i < summary.size(); ++i) {
-    auto* group = new QGroupBox(TextFromBytes(summary[i].title), page);
-    auto* form = new QFormLayout(group);
-    form->setHorizontalSpacing(16);
-    for (const SummaryLine& line : summary[i].lines) {
-      QLabel* value = NewValueLabel(group);
-      form->addRow(TextFromBytes(line.label) + QStringLiteral(":"), value);
-      values_.push_back(value);
-    }
-    (i < 3 ? left : right)->addWidget(group);
-  }
-  left->addStretch();
-  right->addStretch();
-
-  auto* columns = new QHBoxLayout;
-  columns->setSpacing(16);
-  columns->addLayout(left, 1);
-  columns->addLayout(right, 1);
+void COrvaneView::Build() {
+  auto* page = new QWidget(this);
   auto* layout = new QVBoxLayout(page);
-  layout->setContentsMargins(16, 12, 16, 12);
-  layout->addWidget(name_);
-  layout->addWidget(file_);
-  layout->addSpacing(8);
-  layout->addLayout(columns);
-  timeline_ = new TimelineBar(page);
-  layout->addWidget(timeline_);
-  layout->addStretch();
+  layout->setContentsMargins(2 * kGap, kGap, 2 * kGap, kGap);
+  layout->addLayout(NewHead(page));
+  grid_ = new QGridLayout;
+  grid_->setHorizontalSpacing(kGap);
+  layout->addLayout(grid_, 1);
+  for (QWidget*& column : columns_) {
+    column = new QWidget(page);
+    auto* rows = new QVBoxLayout(column);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(kGap / 2);
+  }
+  AddParts();
+  AddTimeline();
+  layout->addWidget(CardOf(Part::kTimeline));
+  for (std::size_t part = 0; part < cards_.size(); ++part) {
+    connect(cards_[part], &GlanceCard::clicked, this,
+            [this, part] { emit opened(static_cast<Part>(part)); });
+  }
   setWidget(page);
+  ArrangeColumns();
+}
+
+void COrvaneView::AddToColumn(int column, QWidget* widget, int stretch) {
+  auto* rows = qobject_cast<QVBoxLayout*>(columns_[static_cast<std::size_t>(column)]->layout());
+  rows->addWidget(widget, stretch);
+}
+
+// What is set up at the left, box by box and in words in the middle, what comes of it at the right.
+void COrvaneView::AddParts() {
+  constexpr std::array<const char*, kGroups> kNames = {"method", "boxes", "times", "gains",
+                                                       "survey"};
+  const auto summary = SummarizeTable(doc_->Table(), UtcClock());
+  for (std::size_t i = 0; i < groups_.size(); ++i) {
+    groups_[i] = new LinesCard(TextFromBytes(summary[i].title), kNames[i], this);
+    cards_[i] = groups_[i];
+  }
+  for (const auto& [part, column] : {std::pair(Part::kMethod, 0),
+                                     {Part::kTimes, 0},
+                                     {Part::kGains, 0},
+                                     {Part::kBoxes, 1},
+                                     {Part::kSurvey, 1}}) {
+    AddToColumn(column, CardOf(part));
+  }
+  for (const auto& [before, next] : {std::pair(Part::kMethod, Part::kTimes),
+                                     {Part::kTimes, Part::kGains},
+                                     {Part::kGains, Part::kBoxes},
+                                     {Part::kBoxes, Part::kSurvey}}) {
+    setTabOrder(CardOf(before), CardOf(next));
+  }
+  for (const int column : {0, 1}) {
+    AddToColumn(column, new QWidget(this), 1);  // takes what room is left
+  }
+  start_ = new StartPanel(this);
+  AddToColumn(2, start_);
+  AddCheck();
+  AddMap();
+}
+
+void COrvaneView::AddCheck() {
+  auto* card = new GlanceCard(QStringLiteral("Morning check"), "check", this);
+  cards_[static_cast<std::size_t>(Part::kCheck)] = card;
+  counts_ = NewValueLabel(card);
+  counts_->setObjectName(QStringLiteral("check-counts"));
+  QFont bold = counts_->font();
+  bold.setBold(true);
+  counts_->setFont(bold);
+  worst_ = NewValueLabel(card);
+  worst_->setObjectName(QStringLiteral("check-worst"));
+  worst_->hide();
+  auto* rows = new QVBoxLayout;
+  rows->addWidget(counts_);
+  rows->addWidget(worst_);
+  card->SetContent(rows);
+  AddToColumn(2, card);
+}
+
+// The small map only shows: keys and pointer are the card's.
+void COrvaneView::AddMap() {
+  auto* card = new GlanceCard(QStringLiteral("Map"), "map-card", this);
+  cards_[static_cast<std::size_t>(Part::kMap)] = card;
+  map_ = new SpreadMapView(card);
+  map_->setObjectName(QStringLiteral("map-at-a-glance"));
+  map_->setFocusPolicy(Qt::NoFocus);
+  map_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  constexpr int kLeastHeight = 140;  // and whatever room there is beyond
+  map_->setMinimumHeight(kLeastHeight);
+  map_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+  auto* rows = new QVBoxLayout;
+  rows->addWidget(map_);
+  card->SetContent(rows);
+  AddToColumn(2, card, 1);
+}
+
+void COrvaneView::AddTimeline() {
+  auto* card = new GlanceCard(QStringLiteral("Timeline (UTC)"), "timeline-card", this);
+  cards_[static_cast<std::size_t>(Part::kTimeline)] = card;
+  timeline_ = new TimelineBar(card);
+  auto* rows = new QVBoxLayout;
+  rows->addWidget(timeline_);
+  card->SetContent(rows);
+}
+
+// Side by side as many as have room, the others below.
+void COrvaneView::ArrangeColumns() {
+  const int zeros = viewport()->width() / fontMetrics().horizontalAdvance(QLatin1Char('0'));
+  const int count = zeros >= kThreeColumns ? kColumns : zeros >= kTwoColumns ? 2 : 1;
+  for (int i = 0; i < kColumns; ++i) {
+    const bool is_whole_row = count == 2 && i == 2;
+    grid_->addWidget(columns_[static_cast<std::size_t>(i)], i / count, i % count, 1,
+                     is_whole_row ? 2 : 1);
+    grid_->setColumnStretch(i, i < count ? 1 : 0);
+  }
+}
+
+void COrvaneView::resizeEvent(QResizeEvent* event) {
+  QScrollArea::resizeEvent(event);
+  ArrangeColumns();
 }
 
 void COrvaneView::changeEvent(QEvent* event) {
   QScrollArea::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange && name_ != nullptr) {
-    OnUpdate();
+  if (event->type() == QEvent::PaletteChange && timeline_ != nullptr) {
+    Follow();
   }
 }
 
@@ -108,7 +213,7 @@ QString COrvaneView::NotInFileText() const {
                           .arg(kDictionarySize);
 }
 
-void COrvaneView::OnUpdate() {
+void COrvaneView::ShowFile() {
   name_->setText(doc_->Title() + (doc_->IsModified() ? QStringLiteral(" (changed)") : QString()));
   name_->setToolTip(doc_->Path().isEmpty()
                         ? QString()
@@ -118,32 +223,44 @@ void COrvaneView::OnUpdate() {
                                               .arg(QDir::toNativeSeparators(doc_->Path()))
                                               .arg(doc_->FileVersion())
                                               .arg(NotInFileText()));
-  timeline_->SetTimeline(TimelineOf(doc_->Table(), UtcClock(), 0));
-  std::size_t at = 0;
-  for (const SummaryGroup& group : SummarizeTable(doc_->Table(), UtcClock())) {
-    for (const SummaryLine& line : group.lines) {
-      QLabel* label = values_[at++];
-      QString value = line.value.empty() ? QStringLiteral("not set") : TextFromBytes(line.value);
-      const bool is_not_in_file = IsNotInFile(line);
-      if (is_not_in_file) {
-        value += QStringLiteral(" (not in the file)");
-      }
-      if (!line.caution.empty()) {
-        value += QStringLiteral(", ") + TextFromBytes(line.caution);
-      }
-      label->setText(value);
-      QPalette colors = palette();
-      if (line.value.empty() || is_not_in_file) {
-        colors.setColor(QPalette::WindowText, StandOut(Qt::gray, palette()));
-      }
-      if (!line.caution.empty()) {
-        colors.setColor(QPalette::WindowText, WarningColor(palette()));
-      }
-      label->setPalette(colors);
-      label->setAccessibleName(TextFromBytes(group.title) + QStringLiteral(": ") +
-                               TextFromBytes(line.label) + QStringLiteral(": ") + value);
-    }
+}
+
+void COrvaneView::ShowTimeline() {
+  const int number = doc_->Path().isEmpty() ? 0 : ScheduleFileNumber(doc_->Table());
+  const ScheduleFile* steps =
+      number == 0 ? nullptr : &schedule_.Look(PathFromText(doc_->Path()), number);
+  timeline_->SetTimeline(TimelineOf(doc_->Table(), UtcClock(), 0, steps));
+}
+
+void COrvaneView::Follow() {
+  ShowFile();
+  const auto summary = SummarizeTable(doc_->Table(), UtcClock());
+  for (std::size_t i = 0; i < groups_.size(); ++i) {
+    groups_[i]->SetLines(summary[i].lines,
+                         [this](const SummaryLine& line) { return IsNotInFile(line); });
   }
+  map_->SetMap(MapOf(doc_->Table()));
+  ShowTimeline();
+  if (!doc_->Path().isEmpty() || doc_->IsModified()) {
+    start_->hide();
+  }
+}
+
+void COrvaneView::ShowStart(bool is_shown) { start_->setVisible(is_shown); }
+
+void COrvaneView::SetFindings(const QString& counts, std::span<const Finding> findings,
+                              const std::vector<MapMark>& marks) {
+  const QStringList worst = WorstOf(findings);
+  counts_->setText(counts);
+  QPalette colors = palette();
+  if (CountFindings(findings).errors > 0) {
+    colors.setColor(QPalette::WindowText, WarningColor(palette()));
+  }
+  counts_->setPalette(colors);
+  worst_->setText(worst.join(QLatin1Char('\n')));
+  worst_->setVisible(!worst.isEmpty());
+  CardOf(Part::kCheck)->setAccessibleName(QStringLiteral("Morning check: ") + counts);
+  map_->SetMarked(marks);
 }
 
 }  // namespace orvane

@@ -30,8 +30,8 @@ std::string ShownValue(const ParamEntry& entry) {
 }
 
 std::string WithMeaning(std::string value, const ParamEntry& entry, const Meanings& meanings) {
-  if (const std::string meaning = meanings.ValueText(entry); !meaning.empty()) {
-    value.append(": ").append(meaning);
+  if (const std::string remark = meanings.Remark(entry); !remark.empty()) {
+    value.append(": ").append(remark);
   }
   return value;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/check.h"
 
+#include "check/check_memory.h"
 #include "check/rule.h"
 #include "check/steps.h"
 
@@ -31,9 +32,13 @@ std::vector<Finding> CheckTable(const ParamTable& table, const ParamTime& now) {
 
 std::vector<Finding> CheckFiles(const ParamTable& table, const ParamTime& now,
                                 const Places& places) {
-  Situation situation(table, now, places);
+  Places remembering = places;
+  if (remembering.memory == nullptr) {
+    remembering.memory = std::make_shared<CheckMemory>();
+  }
+  Situation situation(table, now, remembering);
   situation.steps = FileSteps(situation);
-  situation.set_files = SetFilesOf(table, places.set);
+  situation.set_files = SetFilesOf(table, places.set, remembering.memory.get());
   return RunRules(situation, [&situation](Needs needs) {
     return needs == Needs::kFiles || (needs == Needs::kSteps && HasStepFile(situation));
   });

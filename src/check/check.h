@@ -5,12 +5,15 @@
 #define ORVANE_CHECK_CHECK_H_
 
 #include <filesystem>
+#include <memory>
 #include <vector>
 
 #include "check/finding.h"
 #include "table/param_table.h"
 
 namespace orvane {
+
+struct CheckMemory;
 
 /// Where the files are that rules look at; an empty path leaves out the rules that need it.
 struct Places {
@@ -19,6 +22,8 @@ struct Places {
   std::filesystem::path card;          ///< a folder on the card or disk that will be recorded on
   /// The folder of the boxes' start-up files, SERIAL.tbl or SERIAL/StartUp.tbl in any case.
   std::filesystem::path set;
+  /// What was seen of files before, where somebody looks again and again.
+  std::shared_ptr<CheckMemory> memory = {};
 };
 
 /// What the rules say that need no file, in the order of the rules. Quick enough for every edit.

@@ -6,6 +6,7 @@
 #include "base/latin1.h"
 #include "base/number_text.h"
 #include "calibration/cal_reader.h"
+#include "check/check_memory.h"
 #include "check/rule.h"
 #include "files/file_io.h"
 #include "files/find_file.h"
@@ -119,21 +120,30 @@ struct WantedCal {
   std::string Name() const { return FormatInt(serial) + extension; }
 };
 
+std::optional<CalHeader> ReadCalHeader(const std::filesystem::path& path) {
+  CalReader reader;
+  CalHeader header;
+  if (!reader.Open(path) || !reader.TakeHeader(&header)) {
+    return std::nullopt;
+  }
+  return header;
+}
+
 // Why the file does not serve; empty where it does.
-std::string CalFault(const std::filesystem::path& folder, const WantedCal& wanted) {
-  const auto path = FindInAnyCase(folder / PathOf(wanted.Name()));
+std::string CalFault(const Places& places, const WantedCal& wanted) {
+  const auto path = FindInAnyCase(places.calibrations / PathOf(wanted.Name()));
   if (!path) {
     return "cannot be looked for (" + path.Message() + ")";
   }
   if (Exists(*path) == Existence::kNotThere) {
     return "is missing";
   }
-  CalReader reader;
-  CalHeader header;
-  const Result<> opened = reader.Open(*path);
-  if (!opened || !reader.TakeHeader(&header)) {
+  const std::optional<CalHeader> read =
+      places.memory->calibrations.Get(*path, [&path] { return ReadCalHeader(*path); });
+  if (!read) {
     return "cannot be read";
   }
+  const CalHeader& header = *read;
   if (wanted.kind != kBoxCal && header.ctyp != wanted.kind) {
     return wanted.kind == kSensorCal ? "is not of a coil" : "is not of a current sensor";
   }
@@ -150,7 +160,7 @@ void TellCal(const Situation& situation, const Teller& tell, const std::vector<P
   std::vector<ParamKey> concerned;
   std::vector<std::string> faults;
   for (std::size_t i = 0; i < wanted.size(); ++i) {
-    if (std::string fault = CalFault(situation.places.calibrations, wanted[i]); !fault.empty()) {
+    if (std::string fault = CalFault(situation.places, wanted[i]); !fault.empty()) {
       concerned.push_back(keys[i]);
       faults.push_back(wanted[i].Name() + " " + PrintableUtf8(fault));
     }

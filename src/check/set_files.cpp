@@ -5,6 +5,7 @@
 
 #include "base/ascii.h"
 #include "base/number_text.h"
+#include "check/check_memory.h"
 #include "editors/spread.h"
 #include "editors/startup_files.h"
 #include "files/file_system.h"
@@ -32,18 +33,28 @@ std::filesystem::path TargetOf(const StartupForm& form, const std::filesystem::p
   return !IsThere(path) && startup && IsThere(*startup) ? *startup : path;
 }
 
-void Load(SetFile* file) {
+CheckMemory::Table ReadTable(const std::filesystem::path& path) {
   FileInfo info;
   ParamTable table;
   TblReport report;
-  file->is_there = IsThere(file->target);
-  if (file->is_there && ReadInfo(file->target, &info) && info.kind == FileKind::kRegular &&
-      info.size <= kLargestTable && table.BuildParamIndex() == kOk &&
-      LoadParamFile(&table, file->target, &report) == kOk) {
-    file->table = std::move(table);
-    file->missing = std::move(report.missing);
-    file->is_version_1 = report.version == 1;
+  CheckMemory::Table read;
+  if (ReadInfo(path, &info) && info.kind == FileKind::kRegular && info.size <= kLargestTable &&
+      table.BuildParamIndex() == kOk && LoadParamFile(&table, path, &report) == kOk) {
+    read = {std::move(table), std::move(report.missing), report.version};
   }
+  return read;
+}
+
+void Load(CheckMemory* memory, SetFile* file) {
+  file->is_there = IsThere(file->target);
+  if (!file->is_there) {
+    return;
+  }
+  const auto read = [file] { return ReadTable(file->target); };
+  CheckMemory::Table held = memory != nullptr ? memory->tables.Get(file->target, read) : read();
+  file->table = std::move(held.table);
+  file->missing = std::move(held.missing);
+  file->is_version_1 = held.version == 1;
 }
 
 // All keys that a dialog may write into the file only.
@@ -60,7 +71,7 @@ std::vector<ParamKey> OfferedBy(const StartupForm& form) {
   return keys;
 }
 
-SetFile FileOf(const StartupForm& form, const std::filesystem::path& folder) {
+SetFile FileOf(const StartupForm& form, const std::filesystem::path& folder, CheckMemory* memory) {
   const StartupBox box = form.Box();
   const BoxKind kind = box.IsTransmitter() ? kTransmitterBox
                        : box.IsAuxiliary() ? kAuxiliaryBox
@@ -75,7 +86,7 @@ SetFile FileOf(const StartupForm& form, const std::filesystem::path& folder) {
   file.target = TargetOf(form, folder);
   file.meant = form.Derive();
   file.offered = OfferedBy(form);
-  Load(&file);
+  Load(memory, &file);
   return file;
 }
 
@@ -91,7 +102,8 @@ bool IsComparable(const SetFile& file, ParamKey key) {
 
 }  // namespace
 
-std::vector<SetFile> SetFilesOf(const ParamTable& table, const std::filesystem::path& folder) {
+std::vector<SetFile> SetFilesOf(const ParamTable& table, const std::filesystem::path& folder,
+                                CheckMemory* memory) {
   std::vector<SetFile> files;
   if (folder.empty()) {
     return files;
@@ -101,7 +113,7 @@ std::vector<SetFile> SetFilesOf(const ParamTable& table, const std::filesystem::
   for (const StartupBox box : StartupBoxes(copy)) {
     const StartupForm form(&copy, box, {});
     if (form.Serial() != 0) {
-      files.push_back(FileOf(form, folder));
+      files.push_back(FileOf(form, folder, memory));
     }
     form.ApplyLasting(&copy);
   }

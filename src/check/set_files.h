@@ -13,6 +13,8 @@
 
 namespace orvane {
 
+struct CheckMemory;
+
 /// The file of one box.
 struct SetFile {
   std::string box_name;  ///< "Aux. Box 1203"
@@ -27,8 +29,10 @@ struct SetFile {
   std::vector<ParamKey> offered;  ///< keys that the box's dialog may have changed in it
 };
 
-/// The files of all boxes that get one, in their order; none without a folder.
-std::vector<SetFile> SetFilesOf(const ParamTable& table, const std::filesystem::path& folder);
+/// The files of all boxes that get one, in their order; none without a folder. `memory` may be
+/// null.
+std::vector<SetFile> SetFilesOf(const ParamTable& table, const std::filesystem::path& folder,
+                                CheckMemory* memory = nullptr);
 
 /// The keys in which the file there differs from what is meant, but for those that the box's dialog
 /// offers and those that are of the file itself; none where no table of the box is there.

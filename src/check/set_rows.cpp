@@ -11,6 +11,8 @@
 namespace orvane {
 namespace {
 
+constexpr std::string_view kSame = "same";
+
 std::string RadioText(const ParamTable& meant) {
   const std::string role = IntParam(meant, "MSTR") == 1 ? "master" : "slave";
   return role + ", address " + FormatInt(IntParam(meant, "NADR"));
@@ -47,7 +49,7 @@ std::string ThereText(const SetFile& file, const std::filesystem::path& main) {
   }
   const std::size_t count = DifferingKeys(file.meant, *file.table).size();
   if (count == 0) {
-    return "same";
+    return std::string(kSame);
   }
   return std::string(IsOlder(file.target, main) ? "older, " : "") + FormatInt(count) +
          (count == 1 ? " value differs" : " values differ");
@@ -56,11 +58,13 @@ std::string ThereText(const SetFile& file, const std::filesystem::path& main) {
 }  // namespace
 
 std::vector<SetRow> SetRowsOf(const ParamTable& table, const std::filesystem::path& folder,
-                              const std::filesystem::path& main) {
+                              const std::filesystem::path& main, CheckMemory* memory) {
   std::vector<SetRow> rows;
-  for (const SetFile& file : SetFilesOf(table, folder)) {
+  for (const SetFile& file : SetFilesOf(table, folder, memory)) {
     rows.push_back({file.box_name, FormatInt(file.serial), ChannelsText(table, file.serial),
-                    RadioText(file.meant), PathText(file.target), ThereText(file, main)});
+                    RadioText(file.meant), PathText(file.target), ThereText(file, main),
+                    file.target, file.is_there});
+    rows.back().is_same = rows.back().there == kSame;
   }
   return rows;
 }

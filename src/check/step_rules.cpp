@@ -163,10 +163,7 @@ bool HasCalculatedSteps(const Situation& situation) {
   return !situation.IsMt() && situation.Int("AUTO") == 1;
 }
 
-bool HasStepFile(const Situation& situation) {
-  const std::int32_t number = situation.Int("AUTO");
-  return !situation.IsMt() && number >= kFirstScheduleFile && number <= kLastScheduleFile;
-}
+bool HasStepFile(const Situation& situation) { return ScheduleFileNumber(situation.table) != 0; }
 
 std::span<const Rule> StepRules() { return kRules; }
 

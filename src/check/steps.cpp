@@ -1,38 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/steps.h"
 
-#include <algorithm>
-
-#include "base/number_text.h"
-#include "files/file_system.h"
-#include "files/find_file.h"
-#include "files/path_text.h"
+#include "check/check_memory.h"
 #include "stepping/step_table.h"
-#include "stepping/tfs_file.h"
 
 namespace orvane {
 
 ScheduleFile FindSchedule(const Situation& situation) {
-  const std::filesystem::path path =
-      situation.places.table.parent_path() / PathOf(FormatInt(situation.Int("AUTO")) + ".TFS");
-  ScheduleFile file{.path = path, .fault = {}, .rows = {}};
-  const auto found = FindInAnyCase(path);
-  if (!found) {
-    file.is_there = true;  // or perhaps not: what failed is told
-    file.fault = found.Message();
-    return file;
-  }
-  file.path = *found;
-  file.is_there = Exists(file.path) != Existence::kNotThere;
-  if (!file.is_there) {
-    return file;
-  }
-  ScheduleRows read = ReadScheduleRows(file.path);
-  file.fault = read.outcome ? read.refusal : read.outcome.Message();
-  if (file.fault.empty()) {
-    file.rows = std::move(read.rows);
-  }
-  return file;
+  return situation.places.memory->schedules.Look(situation.places.table, situation.Int("AUTO"));
 }
 
 CheckedSteps CalculatedSteps(const Situation& situation) {

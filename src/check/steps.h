@@ -3,29 +3,16 @@
 #ifndef ORVANE_CHECK_STEPS_H_
 #define ORVANE_CHECK_STEPS_H_
 
-#include <filesystem>
-#include <string>
-#include <vector>
-
 #include "check/situation.h"
+#include "stepping/schedule_file.h"
 
 namespace orvane {
-
-/// The numbers of "AUTO" that name schedule files, "2.TFS" to "10.TFS".
-inline constexpr int kFirstScheduleFile = 2;
-inline constexpr int kLastScheduleFile = 10;
 
 /// Whether the parameters give the steps.
 bool HasCalculatedSteps(const Situation& situation);
 /// Whether a file has them.
 bool HasStepFile(const Situation& situation);
 
-struct ScheduleFile {
-  std::filesystem::path path;
-  bool is_there = false;
-  std::string fault;              ///< why it is refused; empty: it is not
-  std::vector<ScheduleRow> rows;  ///< none where it is refused
-};
 /// The file that "AUTO" names, beside the table and in any case.
 ScheduleFile FindSchedule(const Situation& situation);
 

@@ -91,6 +91,14 @@ bool LoadTable(const std::filesystem::path& path, ParamTable* table, TblReport* 
   return true;
 }
 
+void TellCut(const std::filesystem::path& path, const TblReport& report) {
+  if (const std::size_t bytes = report.cut.size(); bytes > 0) {
+    PrintMessage(FileMessage(path, "the record at offset " + FormatInt(report.cut_at) +
+                                       " is cut and left out: " + FormatInt(bytes) +
+                                       (bytes == 1 ? " byte" : " bytes")));
+  }
+}
+
 const ParamEntry* FindOrTell(const ParamTable& table, const std::string& key) {
   const ParamEntry* entry = key.size() <= kKeySize ? table.FindParam(key) : nullptr;
   if (entry == nullptr) {

@@ -52,6 +52,9 @@ enum class WithoutMethod {
 [[nodiscard]] bool LoadTable(const std::filesystem::path& path, ParamTable* table,
                              TblReport* report);
 
+/// Says what a file holds after its last whole record, if anything.
+void TellCut(const std::filesystem::path& path, const TblReport& report);
+
 /// The entry of a key that a user typed; null, with a message, where there is none. A key is looked
 /// up by its first eight characters; what is longer is not a key.
 const ParamEntry* FindOrTell(const ParamTable& table, const std::string& key);

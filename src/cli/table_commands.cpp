@@ -80,13 +80,6 @@ LeftOutRecords WithoutProtected(const std::filesystem::path& file, LeftOutRecord
   return left_out;
 }
 
-void TellCut(const std::filesystem::path& file, const TblReport& report) {
-  if (report.cut_at > 0) {
-    PrintMessage(FileMessage(
-        file, "the record at offset " + FormatInt(report.cut_at) + " is cut and left out"));
-  }
-}
-
 ExitCode RunTableShow(const std::filesystem::path& file, bool with_report, bool is_explained) {
   ParamTable table;
   TblReport report;

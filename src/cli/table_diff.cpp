@@ -71,9 +71,14 @@ ExitCode RunTableDiff(const DiffOptions& options) {
   if (!are_others_same) {
     PrintMessage("the files differ in records that are left out (table show --report names them)");
   }
+  const bool are_ends_same = report_a.cut == report_b.cut;
+  if (!are_ends_same) {
+    TellCut(options.a, report_a);
+    TellCut(options.b, report_b);
+  }
   const std::string text = options.as_values ? DifferingLines(a, b, options.with_secrets)
                                              : DifferingRows(a, b, options.is_explained);
-  const bool is_equal = are_others_same && DifferingKeys(a, b).empty();
+  const bool is_equal = are_others_same && are_ends_same && DifferingKeys(a, b).empty();
   return PrintResult(text) && is_equal ? kAllDone : kSomeFailed;
 }
 

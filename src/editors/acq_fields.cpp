@@ -9,32 +9,44 @@ namespace orvane {
 namespace {
 
 // kept: labels with their trailing blanks, names of places as the users know them from the list.
-constexpr auto kFunctions = std::to_array<Choice>({{"SIP", 1055},
-                                                   {"TDIP", 1056},
-                                                   {"TDEM", 1057},
-                                                   {"CSAMT", 1058},
+constexpr auto kFunctions = std::to_array<Choice>({{"SIP", acq::kSipFunction},
+                                                   {"TDIP", acq::kTdipFunction},
+                                                   {"TDEM", acq::kTdemFunction},
+                                                   {"CSAMT", acq::kCsamtFunction},
                                                    {"MT/AMT", acq::kMtAmtFunction},
                                                    {"FDEM", acq::kFdemFunction}});
-constexpr auto kRequests = std::to_array<Choice>({{"Setup", 1049},
-                                                  {"Record", 1106},
-                                                  {"GPS reset", 1051},
-                                                  {"Box Cal", 1052},
-                                                  {"Sensor Cal", 1053},
-                                                  {"CS_Standby", 1107},
-                                                  {"CS_Pause", 1108},
-                                                  {"CS_Record", 1054}});
-constexpr auto kECouplings = std::to_array<Choice>({{"DC coupling", 1035}, {"AC coupling", 1036}});
-constexpr auto kHCouplings = std::to_array<Choice>({{"DC coupling", 1047}, {"AC coupling", 1048}});
-constexpr auto kEGains = std::to_array<Choice>(
-    {{"x 0.25 ", 1060}, {"x 1", 1061}, {"x 4", 1062}, {"x 16 ", acq::kEGainOf16}});
-constexpr auto kHGains =
-    std::to_array<Choice>({{"x 0.25", 1067}, {"x 1", 1068}, {"x 4", 1069}, {"x 16", 1070}});
-constexpr auto kFilters = std::to_array<Choice>(
-    {{"Off", 1127}, {"0 (Weakest)", 1037}, {"1", 1038}, {"2", 1039}, {"3", 1040}, {"4", 1041}});
-constexpr auto kLineFrequencies = std::to_array<Choice>({{"50 Hz", 1045}, {"60 Hz", 1046}});
-constexpr auto kSamplings =
-    std::to_array<Choice>({{"AMT", 1103}, {"MT", 1102}, {"DAMT", acq::kDamtSampling}});
-constexpr auto kZoneKinds = std::to_array<Choice>({{"UTC", 1265}, {"Local", 1264}});
+constexpr auto kRequests = std::to_array<Choice>({{"Setup", acq::kRequestSetup},
+                                                  {"Record", acq::kRequestRecord},
+                                                  {"GPS reset", acq::kRequestGpsReset},
+                                                  {"Box Cal", acq::kRequestBoxCalibration},
+                                                  {"Sensor Cal", acq::kRequestSensorCalibration},
+                                                  {"CS_Standby", acq::kRequestStandby},
+                                                  {"CS_Pause", acq::kRequestPause},
+                                                  {"CS_Record", acq::kRequestCsRecord}});
+constexpr auto kECouplings =
+    std::to_array<Choice>({{"DC coupling", acq::kEDcCoupling}, {"AC coupling", acq::kEAcCoupling}});
+constexpr auto kHCouplings =
+    std::to_array<Choice>({{"DC coupling", acq::kHDcCoupling}, {"AC coupling", acq::kHAcCoupling}});
+constexpr auto kEGains = std::to_array<Choice>({{"x 0.25 ", acq::kEGainOfQuarter},
+                                                {"x 1", acq::kEGainOf1},
+                                                {"x 4", acq::kEGainOf4},
+                                                {"x 16 ", acq::kEGainOf16}});
+constexpr auto kHGains = std::to_array<Choice>({{"x 0.25", acq::kHGainOfQuarter},
+                                                {"x 1", acq::kHGainOf1},
+                                                {"x 4", acq::kHGainOf4},
+                                                {"x 16", acq::kHGainOf16}});
+constexpr auto kFilters = std::to_array<Choice>({{"Off", acq::kFilterOff},
+                                                 {"0 (Weakest)", acq::kFilterWeakest},
+                                                 {"1", acq::kFilter1},
+                                                 {"2", acq::kFilter2},
+                                                 {"3", acq::kFilter3},
+                                                 {"4", acq::kFilter4}});
+constexpr auto kLineFrequencies =
+    std::to_array<Choice>({{"50 Hz", acq::k50Hz}, {"60 Hz", acq::k60Hz}});
+constexpr auto kSamplings = std::to_array<Choice>(
+    {{"AMT", acq::kAmtSampling}, {"MT", acq::kMtSampling}, {"DAMT", acq::kDamtSampling}});
+constexpr auto kZoneKinds =
+    std::to_array<Choice>({{"UTC", acq::kUtcTimes}, {"Local", acq::kLocalTimes}});
 constexpr auto kZones = std::to_array<Choice>({
     {"(GMT-12) Internation Date Line West"},
     {"(GMT-11) Midway Island"},

@@ -55,6 +55,35 @@ inline constexpr int kFdemFunction = 1269;
 inline constexpr int kEGainOf16 = 1063;
 inline constexpr int kDamtSampling = 1204;
 
+inline constexpr int kSipFunction = 1055;
+inline constexpr int kTdipFunction = 1056;
+inline constexpr int kTdemFunction = 1057;
+inline constexpr int kCsamtFunction = 1058;
+inline constexpr int kRequestSetup = 1049;
+inline constexpr int kRequestGpsReset = 1051;
+inline constexpr int kRequestBoxCalibration = 1052;
+inline constexpr int kRequestSensorCalibration = 1053;
+inline constexpr int kEDcCoupling = 1035;
+inline constexpr int kHDcCoupling = 1047;
+inline constexpr int kEGainOfQuarter = 1060;
+inline constexpr int kEGainOf1 = 1061;
+inline constexpr int kEGainOf4 = 1062;
+inline constexpr int kHGainOfQuarter = 1067;
+inline constexpr int kHGainOf1 = 1068;
+inline constexpr int kHGainOf4 = 1069;
+inline constexpr int kHGainOf16 = 1070;
+inline constexpr int kFilterWeakest = 1037;
+inline constexpr int kFilter1 = 1038;
+inline constexpr int kFilter2 = 1039;
+inline constexpr int kFilter3 = 1040;
+inline constexpr int kFilter4 = 1041;
+inline constexpr int k50Hz = 1045;
+inline constexpr int k60Hz = 1046;
+inline constexpr int kMtSampling = 1102;
+inline constexpr int kAmtSampling = 1103;
+inline constexpr int kUtcTimes = 1265;
+inline constexpr int kLocalTimes = 1264;
+
 // Buttons without a field.
 inline constexpr int kSameTimes = 1273;
 inline constexpr int kCalcSpace = 1262;

@@ -179,12 +179,12 @@ void AcqForm::ShowSpace() {
   model_.SetText(acq::kSpace, FormatReal(size.stated));
 }
 
-Timeline AcqForm::Recording() const {
+Timeline AcqForm::Recording(const ScheduleFile* steps) const {
   ParamTable shown = *table_;
   model_.WriteTo(&shown, std::array{acq::kFunction});
   model_.WriteTo(&shown, kSchedule);
   model_.WriteTo(&shown, kTimes);
-  return TimelineOf(shown, *now_, model_.HourOffset());
+  return TimelineOf(shown, *now_, model_.HourOffset(), steps);
 }
 
 void AcqForm::WriteSchedule() {

@@ -44,8 +44,9 @@ class AcqForm {
   /// What is shown beside the estimate where 32 bits could not count it: "(> 4096 Mb: 5632.5)".
   const std::string& SpaceNote() const { return space_note_; }
 
-  /// What the recording would be with what the fields show, in the zone shown.
-  Timeline Recording() const;
+  /// What the recording would be with what the fields show, in the zone shown. `steps`: as in
+  /// `TimelineOf()`.
+  Timeline Recording(const ScheduleFile* steps = nullptr) const;
 
   /// OK: writes everything. Validate first.
   void Commit();

@@ -16,8 +16,6 @@ constexpr std::array kScheduleEdits = {acq::kStart, acq::kEnd,   acq::kHighStart
                                        acq::kBand2, acq::kBand3, acq::kBand4,     acq::kSlotLength};
 constexpr std::array kStackRequests = {acq::kRequestStandby, acq::kRequestPause,
                                        acq::kRequestCsRecord};
-constexpr int kTimeDomainWaveform = 1;
-constexpr int kFrequencyDomainWaveform = 4;
 constexpr int kDc = 0;
 constexpr int kAc = 1;
 

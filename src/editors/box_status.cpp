@@ -51,8 +51,8 @@ constexpr auto kFields = std::to_array<Field>({
     Shown(Form::kMasterLongitude, "Radio master longitude", "MSTRLNG", PosPT),
     Shown(Form::kMasterDistance, "Radio master distance", "MSTRRNG", FltPT,
           ShownScaled(1, kDecimals)),
-    Shown(Form::kMasterBearing, "Radio master bearing", "MSTRBRG", FltPT,
-          ShownScaled(1, kDecimals)),
+    StoredIn("degree", Shown(Form::kMasterBearing, "Radio master bearing", "MSTRBRG", FltPT,
+                             ShownScaled(1, kDecimals))),
     {Form::kLocalTime, Widget::kCheck, "Local time", {}, IntPT, Unbound()},
 });
 

@@ -184,7 +184,7 @@ FtpForm::FtpForm(ParamTable* table) : PlainForm(table, kFtpFields) {
   Model().SetCautionRule([](FormModel* model) {
     const std::int32_t port = ParseInt(model->Text(kPort)).value_or(0);
     model->SetCaution(
-        kPort, port < 0 || port > kLargestWord ? "No server has this port: they end at 65535" : "");
+        kPort, port < 0 || port > kLargestPort ? "No server has this port: they end at 65535" : "");
   });
 }
 

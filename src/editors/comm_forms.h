@@ -80,6 +80,7 @@ std::span<const Field> GsmFields();
 class FtpForm : public PlainForm {
  public:
   static constexpr std::string_view kTitle = "FTP Client Setup";
+  static constexpr int kLargestPort = 65535;  ///< beyond it there is a caution
   enum Control : int {
     kSchedule = 1281,
     kMinutes = 1283,

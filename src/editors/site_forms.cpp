@@ -105,7 +105,7 @@ constexpr Field kNorth =
 constexpr auto kCsamtFields = std::to_array<Field>({
     RealField(SiteForm::kRxEast, "Start pot East (m)", "ERXPOS"),
     RealField(SiteForm::kRxNorth, "Start pot North (m)", "NRXPOS"),
-    Meaning("Ex dipole azimuth", RealField(SiteForm::kAzimuth, "Profile azimuth (degree)", "EAZM")),
+    RealField(SiteForm::kAzimuth, "Profile azimuth (degree)", "EAZM"),
     RealField(SiteForm::kRxLength, "Ex length (m)", "RXLEN"),
     IntegerField(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
     {SiteForm::kHyAzimuth, Widget::kShown, "Hy azimuth (degree)", {}, FltPT, Unbound()},
@@ -118,8 +118,8 @@ constexpr auto kIpFields = std::to_array<Field>({
     RealField(SiteForm::kRxNorth, "Rx station close to Tx: North (m)", "NRXPOS"),
     RealField(SiteForm::kTxEast, "Tx station close to Rx: East (m)", "ETXCSRX"),
     RealField(SiteForm::kTxNorth, "Tx station close to Rx: North (m)", "NTXCSRX"),
-    RealField(SiteForm::kRxLength, "Rx dipole length (MN)", "RXLEN"),
-    RealField(SiteForm::kTxLength, "Tx dipole length (AB)", "TXLEN"),
+    StoredIn("m", RealField(SiteForm::kRxLength, "Rx dipole length (MN)", "RXLEN")),
+    StoredIn("m", RealField(SiteForm::kTxLength, "Tx dipole length (AB)", "TXLEN")),
     IntegerField(SiteForm::kAutoIncrement, "Auto Inc.", "SITEINC"),
     kNorth,
     List(SiteForm::kArrayType, "Array type", "ARRYTYP", Offset(0), kIpArrays),
@@ -133,8 +133,9 @@ constexpr auto kLoopFields = std::to_array<Field>({
     RealField(SiteForm::kAzimuth, "Profile azimuth (degree)", "PAZM"),
     RealField(SiteForm::kRampTime, "Ramp time (micro-sec)", "RAMPLEN"),
     RealField(SiteForm::kRxLength, "Setup interval (m)", "RXLEN"),
-    Meaning("Azimuth of the transmitter's diagonal or dipole",
-            RealField(SiteForm::kTxAzimuth, "Tx diag. azim. from BL to TR:", "TXAZIM")),
+    StoredIn("degree",
+             Meaning("Azimuth of the transmitter's diagonal or dipole",
+                     RealField(SiteForm::kTxAzimuth, "Tx diag. azim. from BL to TR:", "TXAZIM"))),
     kNorth,
 });
 

@@ -344,6 +344,20 @@ ParamKey Spread::KeyOfChannel(int box, int channel, ChannelColumn column) const 
   return ChannelKey(KindOf(At(box)), SlotOf(box), channel + 1, column);
 }
 
+std::optional<Spread::ChannelPlace> Spread::PlaceOf(ParamKey key) const {
+  for (int box = 0; box < BoxCount(); ++box) {
+    for (int channel = 0; channel < ChannelCount(box); ++channel) {
+      for (int at = 0; at < kChannelColumns; ++at) {
+        const auto column = static_cast<ChannelColumn>(at);
+        if (KeyOfChannel(box, channel, column) == key) {
+          return ChannelPlace{box, channel, column};
+        }
+      }
+    }
+  }
+  return std::nullopt;
+}
+
 void Spread::Save() {
   std::vector<BoxRow> rows;
   for (const BoxState& box : boxes_) {
@@ -357,6 +371,12 @@ void Spread::Save() {
     WriteChannels(box, now);
     box.slot = now;
   }
+}
+
+void Spread::SaveTo(ParamTable* copy) const {
+  Spread other = *this;
+  other.table_ = copy;
+  other.Save();
 }
 
 }  // namespace orvane

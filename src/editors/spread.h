@@ -43,6 +43,13 @@ class Spread {
   /// The key that a cell is kept under; empty where it is under none.
   ParamKey KeyOfBox(int box, BoxColumn column) const;
   ParamKey KeyOfChannel(int box, int channel, ChannelColumn column) const;
+  /// Where a channel's key is kept; none where no box of the spread has it.
+  struct ChannelPlace {
+    int box;
+    int channel;
+    ChannelColumn column;
+  };
+  std::optional<ChannelPlace> PlaceOf(ParamKey key) const;
   bool CanEditBox(int box, BoxColumn column) const;
   /// Why the text is refused; empty once it is taken.
   std::string EditBox(int box, BoxColumn column, std::string_view text);
@@ -79,6 +86,8 @@ class Spread {
 
   /// Runs `SaveBoxList`, then writes the channels.
   void Save();
+  /// The same into a copy of its table; all is to be saved later still.
+  void SaveTo(ParamTable* copy) const;
 
  private:
   struct Cell {

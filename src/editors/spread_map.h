@@ -55,6 +55,14 @@ struct SpreadMap {
   int IndexOf(int box, int channel) const;
 };
 
+/// Something is wrong with a channel, or with a whole box where `channel` is below 0. Both count
+/// from 0 as in the map's items.
+struct MapMark {
+  int box = 0;
+  int channel = -1;
+  std::string why;  ///< in words, UTF-8
+};
+
 /// A channel has no position where all its four numbers are 0, or one is not finite or 100,000 km
 /// and more. Without a definition beginning with E it has one place, that of its positive
 /// electrode.

@@ -196,19 +196,15 @@ void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
   if (status == kOk) {
     outcome->version = version;
     outcome->differing = DifferingKeys(derived, *table_);
-    for (StartupOutcome& other : outcomes_) {
-      if (other.state == StartupOutcome::kWritten && other.box.number != outcome->box.number &&
-          IsSameFile(outcome->path, other.path)) {
-        other.state = StartupOutcome::kOverwritten;
-        other.note = BoxName(outcome->box);
-      }
-    }
     has_version_1_ = has_version_1_ || version == 1;
   } else {
     outcome->note = report.reason;
     outcome->message = report.message;
   }
   outcome->state = status == kOk ? StartupOutcome::kWritten : StartupOutcome::kFailed;
+  if (status == kOk || report.has_touched) {
+    MarkOverwritten(*outcome);
+  }
   const bool may_be_own =
       !document_.empty() && CompareFiles(outcome->path, document_) != Sameness::kDifferent;
   if (may_be_own && (status == kOk || report.has_touched)) {
@@ -216,6 +212,16 @@ void StartupRun::Write(const StartupForm& form, StartupOutcome* outcome) {
     // Another box's file in its place names no spread: the document is still to be saved.
     own_file_ = status == kOk && form.Box().number == StartupBox::kMain ? OwnFile::kWritten
                                                                         : OwnFile::kTouched;
+  }
+}
+
+void StartupRun::MarkOverwritten(const StartupOutcome& by) {
+  for (StartupOutcome& other : outcomes_) {
+    if (other.state == StartupOutcome::kWritten && other.box.number != by.box.number &&
+        IsSameFile(by.path, other.path)) {
+      other.state = StartupOutcome::kOverwritten;
+      other.note = BoxName(by.box);
+    }
   }
 }
 

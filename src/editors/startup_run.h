@@ -114,6 +114,8 @@ class StartupRun {
  private:
   StartupOutcome& OutcomeOf(StartupBox box);
   void Remember(const StartupForm& form);
+  /// Another box's file is no longer what it was.
+  void MarkOverwritten(const StartupOutcome& by);
   bool MayWrite(const std::filesystem::path& path) const;
   void Write(const StartupForm& form, StartupOutcome* outcome);
 

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/table_summary.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <span>
 
+#include "base/latin1.h"
 #include "base/number_text.h"
+#include "editors/channel_keys.h"
 #include "editors/schedule_cautions.h"
 #include "table/box_keys.h"
 #include "table/param_access.h"
@@ -36,32 +39,84 @@ std::string Serial(std::int32_t serial) {
   return serial == 0 ? std::string() : FormatInt(static_cast<std::uint32_t>(serial));
 }
 
-std::string AuxiliaryBoxes(const ParamTable& table) {
+// A definition as letters and the number behind them; below 0: none that could go on.
+struct Numbered {
+  std::string letters;
+  int number = -1;
+};
+
+Numbered NumberedOf(const std::string& name) {
+  const std::size_t digits = name.find_last_not_of("0123456789") + 1;
+  const bool is_short = name.size() > digits && name.size() - digits <= 3;
+  return {name.substr(0, digits), is_short ? ParseIntPrefix(name.substr(digits)) : -1};
+}
+
+// "Ex1 to Ex6, Hy": names whose numbers go on are joined.
+std::string JoinedNames(const std::vector<std::string>& names) {
   std::string text;
-  for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
-    if (const std::string serial = Serial(IntParam(table, keys.serial)); !serial.empty()) {
-      text += (text.empty() ? "" : ", ") + serial;
+  for (std::size_t first = 0, next = 0; first < names.size(); first = next) {
+    const Numbered begin = NumberedOf(names[first]);
+    const auto goes_on = [&](std::size_t at) {
+      const Numbered one = NumberedOf(names[at]);
+      return begin.number >= 0 && one.letters == begin.letters &&
+             one.number == begin.number + static_cast<int>(at - first);
+    };
+    next = first + 1;
+    while (next < names.size() && goes_on(next)) {
+      ++next;
+    }
+    text += (text.empty() ? "" : ", ") + names[first];
+    if (next - first > 1) {
+      text += (next - first == 2 ? ", " : " to ") + names[next - 1];
     }
   }
   return text;
 }
 
-std::vector<ParamKey> AuxiliarySerials() {
-  std::vector<ParamKey> serials;
-  for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
-    serials.emplace_back(keys.serial);
+// "6: Ex1 to Ex6", "6, none defined".
+std::string ChannelsText(const ParamTable& table, BoxKind kind, int slot, std::int32_t count) {
+  std::vector<std::string> names;
+  for (int channel = 1; channel <= std::min<std::int32_t>(count, MaxChannels(kind)); ++channel) {
+    const std::string name = ParamAsText(table, ChannelKey(kind, slot, channel, kDefinition));
+    if (!Trimmed(name).empty()) {
+      names.emplace_back(Trimmed(name));
+    }
   }
-  return serials;
+  const char* none = count > 0 ? ", none defined" : "";
+  return FormatInt(count) + (names.empty() ? none : ": " + JoinedNames(names));
+}
+
+// A line for each, or one for all places where there are none.
+void AddAuxiliaryBoxes(const ParamTable& table, std::vector<SummaryLine>* lines) {
+  const std::size_t before = lines->size();
+  SummaryLine none{"Auxiliary boxes", {}, {}};
+  int slot = 0;
+  for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
+    ++slot;
+    none.keys.emplace_back(keys.serial);
+    if (const std::string serial = Serial(IntParam(table, keys.serial)); !serial.empty()) {
+      const std::int32_t count = IntParam(table, keys.channels);
+      lines->push_back({"Auxiliary box",
+                        serial + ", channels " + ChannelsText(table, kAuxiliaryBox, slot, count),
+                        {keys.serial, keys.channels}});
+    }
+  }
+  if (lines->size() == before) {
+    lines->push_back(std::move(none));
+  }
 }
 
 SummaryGroup Boxes(const ParamTable& table, Tech tech) {
   const std::int32_t reference = HasReferenceBox(tech) ? IntParam(table, "SNNR") : 0;
-  return {"Boxes",
-          {{"Main box", Serial(IntParam(table, "SNUM")), {"SNUM"}},
-           {"Channels", FormatInt(MainBoxChannels(table)), {kCountedChannels, kSetChannels}},
-           {"Transmitter box", Serial(IntParam(table, "SNTX")), {"SNTX"}},
-           {"Auxiliary boxes", AuxiliaryBoxes(table), AuxiliarySerials()},
-           {"Reference box", Serial(reference), {"SNNR"}}}};
+  SummaryGroup group = {"Boxes",
+                        {{"Main box", Serial(IntParam(table, "SNUM")), {"SNUM"}},
+                         {"Channels",
+                          ChannelsText(table, kLocalBox, 0, MainBoxChannels(table)),
+                          {kCountedChannels, kSetChannels}},
+                         {"Transmitter box", Serial(IntParam(table, "SNTX")), {"SNTX"}}}};
+  AddAuxiliaryBoxes(table, &group.lines);
+  group.lines.push_back({"Reference box", Serial(reference), {"SNNR"}});
+  return group;
 }
 
 SummaryGroup Times(const ParamTable& table, Tech tech, const Clock& now) {

@@ -32,7 +32,8 @@ std::string_view MethodName(Tech tech);
 /// VLF trap is on too.
 std::string FilterName(int code);
 
-/// Method, boxes, times, gains and survey texts: always the same groups and lines.
+/// Method, boxes with their channels, times, gains and survey texts: always the same groups, and
+/// but for auxiliary boxes the same lines.
 std::vector<SummaryGroup> SummarizeTable(const ParamTable& table, const Clock& now);
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <span>
 
 #include "base/number_text.h"
 #include "editors/schedule_cautions.h"
@@ -60,7 +61,7 @@ bool HasRecord(const ParamTable& table) {
 
 // A lane with one part.
 TimeLane WholeLane(std::string name, double start, double end) {
-  return {std::move(name), start, end, 0, {{0, end - start, {}, false}}};
+  return {std::move(name), start, end, 0, {{0, end - start, {}, false}}, {}};
 }
 
 void AddWords(Timeline* line, const std::string& words) {
@@ -126,45 +127,70 @@ void AddHighRates(const ParamTable& table, const TimeSpan& recording, const Cloc
   line->lanes.push_back(std::move(lane));
 }
 
-// The steps of one cycle; none where a file has them, or nothing steps.
-std::vector<LanePart> StepsOf(const ParamTable& table) {
-  std::vector<LanePart> steps;
-  ScheduleTable schedule{};
-  constexpr int kByParameters = 1;
-  if (!HasCycles(TechOf(table)) || IntParam(table, "AUTO") != kByParameters ||
-      CalculateStepTable(StoredStepParameters(table), StoredFrequencies(table), &schedule) !=
-          kStepsCalculated) {
-    return steps;
-  }
+// The rows of a schedule as the parts of a cycle.
+std::vector<LanePart> PartsOf(std::span<const ScheduleRow> rows) {
+  std::vector<LanePart> parts;
   double start = 0;
-  for (const ScheduleRow& row : WrittenRows(schedule)) {
+  for (const ScheduleRow& row : rows) {
     const double end = row.end_time;
     if (end > start) {
-      steps.push_back({start, end,
+      parts.push_back({start, end,
                        FormatReal(row.frequency, 6) + " Hz, " + FormatReal(row.current, 4) + " A",
                        false});
       start = end;
     }
   }
-  return steps;
+  return parts;
 }
 
-void AddSteps(const ParamTable& table, Timeline* line) {
-  std::vector<LanePart> steps = StepsOf(table);
-  const std::int32_t control = IntParam(table, "AUTO");
-  if (steps.empty()) {
-    if (HasCycles(TechOf(table)) && control > 1) {
-      AddWords(line, "steps as in the file " + FormatInt(control) + ".TFS");
-    }
-    return;
-  }
+// Of the stepping parameters; none where nothing steps.
+std::vector<LanePart> CalculatedParts(const ParamTable& table) {
+  ScheduleTable schedule{};
+  constexpr int kByParameters = 1;
+  const bool is_calculated =
+      HasCycles(TechOf(table)) && IntParam(table, "AUTO") == kByParameters &&
+      CalculateStepTable(StoredStepParameters(table), StoredFrequencies(table), &schedule) ==
+          kStepsCalculated;
+  return is_calculated ? PartsOf(WrittenRows(schedule)) : std::vector<LanePart>();
+}
+
+// "4 steps in a cycle of 15 min", as a lane of its own.
+void AddCycle(std::vector<LanePart> steps, const std::string& from, Timeline* line) {
   const double cycle = steps.back().end;
   if (!line->has_dates) {
     line->end = cycle;
   }
-  AddWords(line, FormatInt(steps.size()) + (steps.size() == 1 ? " step" : " steps") +
+  AddWords(line, FormatInt(steps.size()) + (steps.size() == 1 ? " step" : " steps") + from +
                      " in a cycle of " + DurationText(cycle));
   line->lanes.push_back({"Steps", line->start, line->end, cycle, std::move(steps)});
+}
+
+void AddFileSteps(int number, const ScheduleFile* file, Timeline* line) {
+  const std::string name = FormatInt(number) + ".TFS";
+  if (file == nullptr) {
+    AddWords(line, "steps as in the file " + name);
+    return;
+  }
+  std::vector<LanePart> steps = PartsOf(file->rows);
+  if (!steps.empty()) {
+    AddCycle(std::move(steps), " of " + name, line);
+    return;
+  }
+  const std::string why = !file->is_there       ? " is not beside the table"
+                          : file->fault.empty() ? " has no steps"
+                                                : ": " + file->fault;
+  AddWords(line, "the schedule file " + name + why);
+  if (line->has_dates) {
+    line->lanes.push_back({"Steps", line->start, line->end, 0, {}, name + why});
+  }
+}
+
+void AddSteps(const ParamTable& table, const ScheduleFile* file, Timeline* line) {
+  if (const int number = ScheduleFileNumber(table); number != 0) {
+    AddFileSteps(number, file, line);
+  } else if (std::vector<LanePart> steps = CalculatedParts(table); !steps.empty()) {
+    AddCycle(std::move(steps), "", line);
+  }
 }
 
 // Adds to the last span where neither can be told apart from the other.
@@ -183,7 +209,8 @@ void Join(const LanePart& span, double least, std::vector<LanePart>* spans) {
 
 }  // namespace
 
-Timeline TimelineOf(const ParamTable& table, const Clock& now, int hours) {
+Timeline TimelineOf(const ParamTable& table, const Clock& now, int hours,
+                    const ScheduleFile* steps) {
   Timeline line;
   const Tech tech = TechOf(table);
   const double shift = hours * kHour;
@@ -202,7 +229,7 @@ Timeline TimelineOf(const ParamTable& table, const Clock& now, int hours) {
     return line;
   }
   if (tech != kMtAmt) {
-    AddSteps(table, &line);
+    AddSteps(table, steps, &line);
   }
   if (line.has_dates) {
     AddNow(now, shift, &line);

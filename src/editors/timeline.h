@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "stepping/schedule_file.h"
 #include "table/clock.h"
 #include "table/param_table.h"
 
@@ -27,6 +28,7 @@ struct TimeLane {
   double end = 0;
   double period = 0;            ///< the parts come again after it; 0: once
   std::vector<LanePart> parts;  ///< counted from `start`
+  std::string note = {};        ///< why there are no parts
 };
 
 /// Seconds since 1970 on the clock of the zone shown, or from the start of the schedule where no
@@ -44,8 +46,9 @@ struct Timeline {
 
 /// `now` is UTC, `hours` what the zone shown adds to it. MT/AMT: record and window of high rates
 /// with its slots. The others: the cycles of the stepping parameters over the record, or one from 0
-/// where start or end is not set.
-Timeline TimelineOf(const ParamTable& table, const Clock& now, int hours);
+/// where start or end is not set. `steps` is the table's schedule file; null where nobody looked.
+Timeline TimelineOf(const ParamTable& table, const Clock& now, int hours,
+                    const ScheduleFile* steps = nullptr);
 
 /// The parts of a lane; those shorter than `least` seconds are joined with their neighbours into
 /// bands. So there are no more than about length / `least` of them, whatever the table holds.

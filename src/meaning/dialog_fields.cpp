@@ -23,7 +23,7 @@ namespace orvane {
 namespace {
 
 // One of each title: SIP and TDIP share a dialog.
-constexpr std::array<Tech, 5> kSiteMethods = {kSip, kTdem, kCsamt, kMtAmt, kFdem};
+constexpr std::array<Tech, 5> kSiteMethods = {kSip, kTdem, kMtAmt, kCsamt, kFdem};
 
 void Add(std::string_view dialog, std::span<const Field> fields, MeaningList* list) {
   for (const Field& field : fields) {
@@ -65,6 +65,9 @@ void AddStartup(ParamTable* table, MeaningList* list) {
                     StartupForm::kSetup});
   }
 }
+
+// What the dialog takes and no server has.
+void AddServers(MeaningList* list) { list->AddRange("FTPCPRT", {0, FtpForm::kLargestPort}); }
 
 // Controls of the acquisition dialog and of the cycles that write keys by rules.
 void AddRules(ParamTable* table, MeaningList* list) {
@@ -153,6 +156,7 @@ void AddDialogs(const TransmitterNames& transmitters, MeaningList* list) {
   AddRadio(&table, list);
   Add(gsm::kTitle, GsmFields(), list);
   Add(FtpForm::kTitle, FtpForm(&table).Model().Fields(), list);
+  AddServers(list);
   AddSensors(&table, list);
   Add(BoxStatusForm::kTitle, BoxStatusForm(&table).Model().Fields(), list);
   ParamTable without_method;

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "base/ascii.h"
 #include "editors/raw_table.h"
 #include "meaning/label_parts.h"
 
@@ -27,9 +28,18 @@ std::string KeysText(const Field& field, const std::vector<ParamKey>& keys) {
   return text;
 }
 
-// What a rule turns into a value has a name of its own.
+bool IsCell(const Field& field) { return field.control == 0; }
+
+// As the dialog itself has it; the cell of a grid is named by its key alone.
 std::string TitleOf(const Field& field, const KeyMeaning* meaning) {
-  return meaning == nullptr || field.key.empty() ? NameOf(field) : meaning->name;
+  return meaning != nullptr && IsCell(field) ? meaning->name : NameOf(field);
+}
+
+// What others call the key.
+std::string OtherName(const Field& field, const KeyMeaning* meaning) {
+  const bool has_other = meaning != nullptr && !field.key.empty() && !IsCell(field) &&
+                         !EqualsWithoutCase(meaning->name, NameOf(field));
+  return has_other ? meaning->name : std::string();
 }
 
 std::string UnitText(const Field& field, const KeyMeaning* meaning) {
@@ -79,6 +89,7 @@ std::string FieldTipText(const Meanings& meanings, const Field& field, const Par
   const KeyMeaning* meaning = MeaningOf(meanings, keys);
   std::string lines;
   AddLine("", TitleOf(field, meaning), &lines);
+  AddLine("Elsewhere: ", OtherName(field, meaning), &lines);
   AddLine(keys.size() > 1 ? "Parameters: " : "Parameter: ", KeysText(field, keys), &lines);
   AddLine("Unit: ", UnitText(field, meaning), &lines);
   AddLine("Range: ", RangeText(field, meaning), &lines);

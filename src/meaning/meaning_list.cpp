@@ -23,9 +23,10 @@ std::string WithoutBlanks(std::string_view text) {
   return rest;
 }
 
+constexpr std::string_view kOr = " or ";
+
 // "a or b" has "a" and "b".
 bool Has(std::string_view joined, std::string_view text) {
-  constexpr std::string_view kOr = " or ";
   for (std::size_t end = 0; end != std::string_view::npos;) {
     end = joined.find(kOr);
     if (WithoutBlanks(joined.substr(0, end)) == WithoutBlanks(text)) {
@@ -36,15 +37,25 @@ bool Has(std::string_view joined, std::string_view text) {
   return false;
 }
 
+// What comes joined already is taken part by part.
 void Join(std::string_view text, std::string* joined) {
-  if (!text.empty() && !Has(*joined, text)) {
-    joined->append(joined->empty() ? "" : " or ").append(text);
+  while (!text.empty()) {
+    const std::string_view part = text.substr(0, text.find(kOr));
+    if (!Has(*joined, part)) {
+      joined->append(joined->empty() ? "" : kOr).append(part);
+    }
+    text.remove_prefix(std::min(part.size() + kOr.size(), text.size()));
   }
 }
 
 // A text in several entries has room for more than one of them.
 bool IsOneText(const Field& field) {
   return field.type == StrPT && field.codec.kind == CodecKind::kPlain;
+}
+
+std::string RangeText(const Limits& limits) {
+  return std::isinf(limits.max) ? "not below " + FormatReal(limits.min)
+                                : FormatReal(limits.min) + " to " + FormatReal(limits.max);
 }
 
 // Links of the chain that holds a long text.
@@ -60,10 +71,9 @@ std::size_t LinksOf(ParamKey head) {
 }  // namespace
 
 std::string RangeOf(const Field& field) {
-  const auto& [min, max, max_length] = field.limits;
-  if (min < max) {
-    return std::isinf(max) ? "not below " + FormatReal(min)
-                           : FormatReal(min) + " to " + FormatReal(max);
+  const int max_length = field.limits.max_length;
+  if (field.limits.min < field.limits.max) {
+    return RangeText(field.limits);
   }
   return IsOneText(field) && max_length > 0 ? "at most " + FormatInt(max_length) + " characters"
                                             : "";
@@ -140,6 +150,11 @@ void MeaningList::Name(ParamKey key, std::string_view name, std::string_view uni
 
 void MeaningList::AddUnit(ParamKey key, std::string_view unit) {
   Join(unit, &meanings_[key.Word()].unit);
+}
+
+void MeaningList::AddRange(ParamKey key, const Limits& limits) {
+  meanings_[key.Word()].limits = limits;
+  meanings_[key.Word()].range = RangeText(limits);
 }
 
 void MeaningList::AddValue(ParamKey key, std::int32_t stored, std::string_view text) {

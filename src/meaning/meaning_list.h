@@ -33,6 +33,8 @@ class MeaningList {
   /// The name and unit of a key unless it has them already.
   void Name(ParamKey key, std::string_view name, std::string_view unit = {});
   void AddUnit(ParamKey key, std::string_view unit);
+  /// A range that no dialog checks.
+  void AddRange(ParamKey key, const Limits& limits);
   void AddValue(ParamKey key, std::int32_t stored, std::string_view text);
   void AddPlace(ParamKey key, EditPlace place);
 

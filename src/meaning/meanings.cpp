@@ -73,6 +73,13 @@ std::string Meanings::Caution(const ParamEntry& entry) const {
   return is_right ? std::string() : "out of range (" + meaning->range + ")";
 }
 
+std::string Meanings::Remark(const ParamEntry& entry) const {
+  const std::string meaning = ValueText(entry);
+  const std::string caution = Caution(entry);
+  const bool is_said = meaning == caution || caution.empty();
+  return is_said ? meaning : meaning + (meaning.empty() ? "" : "; ") + caution;
+}
+
 std::string Meanings::Line(const ParamEntry& entry) const {
   const KeyMeaning* meaning = Find(ParamKey(entry.key));
   if (meaning == nullptr) {

@@ -33,6 +33,9 @@ class Meanings {
   /// a listed value". Empty where nothing is known to be.
   std::string Caution(const ParamEntry& entry) const;
 
+  /// What it means and what is wrong with it: "SIP", "out of range (0 to 100)"; mostly empty.
+  std::string Remark(const ParamEntry& entry) const;
+
   /// Name, what the value means and unit in a line: "Survey method: SIP", "Ex dipole length
   /// (m)", "not used by Orvane".
   std::string Line(const ParamEntry& entry) const;

@@ -192,7 +192,10 @@ bool TblReader::Next(ParamEntry* entry) {
 }
 
 Status TblReader::End(TblReport* report) {
-  report->cut_at = ended_ || file_.Peek(1).empty() ? 0 : offset_;
+  if (const auto rest = file_.Peek(sizeof(ParamEntry)); !ended_ && !rest.empty()) {
+    report->cut_at = offset_;
+    report->cut.assign(rest.begin(), rest.end());
+  }
   report->read_error = file_.Outcome().Message();
   if (report->read_error.empty()) {
     return kOk;

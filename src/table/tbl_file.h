@@ -27,6 +27,7 @@ struct TblReport {
   std::size_t held = 0;           ///< parameters of the table that a record brought
   std::vector<ParamKey> missing;  ///< the keys of the others, in the order of the table
   std::uint64_t cut_at = 0;       ///< offset of a last record that is cut; 0: none is
+  std::vector<std::byte> cut;     ///< the bytes of that record
   std::string read_error;         ///< why the records could not be read to their end; mostly empty
   std::string reason;             ///< on a failed save: why
   bool has_touched = false;       ///< on a failed save: the file may hold other bytes than before

@@ -2,6 +2,7 @@
 #include "table/value_lines.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/ascii.h"
 #include "base/latin1.h"
@@ -13,7 +14,24 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr char kTooLarge[] = "larger than 1 MB, which no file of values is";
+constexpr char kUtf16[] = "This is UTF-16 text; save it as UTF-8.";
 constexpr std::size_t kMostQuoted = 40;
+
+// By its mark, or by a zero in every second byte at the start: what other programs save as
+// "Unicode".
+bool IsUtf16(std::string_view text) {
+  if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) {
+    return true;
+  }
+  constexpr std::size_t kMost = 8;
+  const std::size_t characters = std::min(text.size(), kMost) / 2;
+  std::array<std::size_t, 2> zeros{};
+  for (std::size_t i = 0; i < 2 * characters; ++i) {
+    zeros[i % 2] += text[i] == '\0' ? 1U : 0U;
+  }
+  return characters > 1 && std::max(zeros[0], zeros[1]) == characters &&
+         std::min(zeros[0], zeros[1]) == 0;
+}
 
 std::string Quoted(std::string_view text) {
   const bool is_long = text.size() > kMostQuoted;
@@ -88,6 +106,9 @@ void Keep(ValueLine line, ValueLines* read) {
 Result<ValueLines> ReadValueLines(std::string_view text, const ParamTable& table) {
   if (text.size() > kMostValuesBytes) {
     return Failure(kTooLarge);
+  }
+  if (IsUtf16(text)) {
+    return Failure(kUtf16);
   }
   if (text.starts_with(kByteOrderMark)) {
     text.remove_prefix(kByteOrderMark.size());

@@ -43,7 +43,8 @@ struct ValueLines {
 /// The largest text that is read: a whole table with comments takes a tenth of it.
 inline constexpr std::size_t kMostValuesBytes = 1 << 20;
 
-/// Any bytes may come in. Fails only where there are more than `kMostValuesBytes`.
+/// Any bytes may come in. Fails where there are more than `kMostValuesBytes`, and where they are
+/// UTF-16, which would only give bad lines.
 Result<ValueLines> ReadValueLines(std::string_view text, const ParamTable& table);
 
 /// The bytes of a values file; fails where it cannot be read, or is larger than such files are.

@@ -66,6 +66,8 @@ std::filesystem::path LeaveOutPath(const std::filesystem::path& data) {
 }
 
 Result<LeaveOutList> ReadLeaveOutText(std::string_view text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  text.remove_prefix(text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
   LeaveOutList list;
   bool has_head = false;
   for (std::uint64_t line = 1; !text.empty(); ++line) {

@@ -82,6 +82,9 @@ Result<> OpenForListing(const std::filesystem::path& path, TsFile::Options optio
   if (!file->ReadError().empty()) {
     return Failure(file->ReadError());
   }
+  if (file->HasUnusedCompanion()) {
+    return Failure(file->CompanionNote());
+  }
   AddNote(file->CompanionNote(), note);
   return file->Count() > 0 ? Result<>() : Failure("no record");
 }

@@ -37,7 +37,8 @@ std::string TsResultName(std::string_view path, std::string_view suffix);
 /// A listing of each file, beside it or in a folder.
 Conversion ListingFiles(const std::string& suffix, TsListing listing);
 
-/// Opens a file for a listing, without a companion table as raw counts, which `note` then says.
+/// Opens a file for a listing, where it has no companion table as raw counts, which `note` then
+/// says. A table that is there and cannot be read fails: another time the listing would be another.
 Result<> OpenForListing(const std::filesystem::path& path, TsFile::Options options, TsFile* file,
                         std::string* note);
 

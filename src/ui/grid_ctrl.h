@@ -139,6 +139,8 @@ class CGridCtrl : public QTableView {
   void SetPrintTitle(const QString& title) { print_title_ = title; }
   int PageCount(const QPrinter& printer) const;
   bool Print(QPrinter* printer) const;
+  // Asks for a printer, or a PDF file, before.
+  void AskAndPrint();
 
   // All cells, header and hidden rows included, as UTF-8 text: see grid_texts.h. An open editor is
   // committed first. Loading sets the rows in their present order as pasting does, from the first
@@ -209,7 +211,6 @@ class CGridCtrl : public QTableView {
   void ShowMenu(const QPoint& at);
   void AskAndSave();
   void AskAndLoad();
-  void AskAndPrint();
   bool ShowHeaderTip(const QPoint& pos, const QPoint& global_pos);
 
   GridModel model_;

@@ -115,9 +115,14 @@ TEST_F(Changes, AreSeenRevertedUndoneMadeAgainAndSaved) {
   QTest::keyClick(&frame_, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Rows().size(), 3) << "the dock follows";
   EXPECT_EQ(Notice(), QStringLiteral("Undone: Revert (1 value)"));
+  doc_.findChild<QTimer*>()->start(1);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Notice() == QStringLiteral("Ready"); }));
   QTest::keyClick(&frame_, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(Rows().size(), 2);
   revert(QStringLiteral("FTPCUSR"));
+  QTest::keyClick(List(), Qt::Key_Escape);
+  EXPECT_TRUE(frame_.findChild<COrvaneView*>()->isAncestorOf(frame_.focusWidget()));
+  EXPECT_TRUE(List()->isVisible());
   QTest::keyClick(&frame_, Qt::Key_S, Qt::ControlModifier);
   EXPECT_EQ(Counter(), QStringLiteral("No changes"));
   EXPECT_TRUE(Rows().isEmpty());
@@ -163,9 +168,11 @@ TEST_F(Changes, AStepIsWhatOneDialogChanged) {
 }
 
 TEST_F(Changes, RawEditsAreStepsThatAreUndoneInTheirWindow) {
+  Set("TPFR", 9, "Edit");
   WithModal(
       [this](QWidget* window) {
         QApplication::setActiveWindow(window);
+        const auto* undo = window->findChild<QPushButton*>(QStringLiteral("undo"));
         EditRow(window, "LFRQ", "55");
         EditRow(window, "EGNC", "3");
         const auto* grid = window->findChild<CGridCtrl*>();
@@ -182,7 +189,14 @@ TEST_F(Changes, RawEditsAreStepsThatAreUndoneInTheirWindow) {
         EXPECT_EQ(shown(), QStringLiteral("1"));
         QTest::keyClick(window, Qt::Key_Y, Qt::ControlModifier);
         EXPECT_EQ(shown(), QStringLiteral("3"));
-        QTest::keyClick(window, Qt::Key_Z, Qt::ControlModifier);
+        for (const bool has_more : {true, true, false}) {
+          EXPECT_EQ(undo->isEnabled(), has_more);
+          QTest::keyClick(window, Qt::Key_Z, Qt::ControlModifier);
+        }
+        EXPECT_EQ(window->findChild<QLabel*>(QStringLiteral("caution"))->text(),
+                  QStringLiteral("Nothing more to undo here"));
+        EXPECT_EQ(IntParam(table_, "TPFR"), 9) << "a step of before";
+        window->findChild<QPushButton*>(QStringLiteral("redo"))->click();
         Cancel(window);
       },
       [this] { Trigger(kEditRaw); });
@@ -196,6 +210,7 @@ TEST_F(Changes, ADoubleClickOpensTheDialogOfTheKey) {
     std::int32_t tech;
     const char* title;
     const char* focus;  // its number; null: any
+    std::pair<int, int> cell = {};
   };
   const Row rows[] = {
       {"TECH", kSip, "Acquisition Parameters", nullptr},
@@ -206,7 +221,11 @@ TEST_F(Changes, ADoubleClickOpensTheDialogOfTheKey) {
       {"SITE", kMtAmt, "MT/AMT Site Setup", "1148"},
       {"STIM", kMtAmt, "Acquisition Parameters", nullptr},
       {"STIM", kSip, "Parameter Table", "1079"},  // only MT/AMT has a schedule
-      {"FRQ1", kSip, "SIP Frequency Stepping Parameters", nullptr},
+      {"FRQ3", kSip, "SIP Frequency Stepping Parameters", "frequencies", {4, 1}},
+      {"LPFR", kMtAmt, "Acquisition Parameters", "1039"},  // not "Off", which the method disables
+      {"CHDEF3", kSip, "IP Site Setup", "1152", {3, 1}},
+      {"GFC1", kSip, "IP Site Setup", "1152", {1, 12}},
+      {"DEF1R1", kSip, "Parameter Table", "1079"},  // there is no such box
       {"TBVO", kSip, "Parameter Table", "1079"},
   };
   for (const Row& row : rows) {
@@ -216,6 +235,10 @@ TEST_F(Changes, ADoubleClickOpensTheDialogOfTheKey) {
         {[&row](QWidget* window) {
           if (row.focus != nullptr) {
             EXPECT_EQ(window->focusWidget()->objectName(), QLatin1String(row.focus)) << row.key;
+          }
+          const auto* grid = qobject_cast<CGridCtrl*>(window->focusWidget());
+          if (row.cell.first > 0 && grid != nullptr) {
+            EXPECT_EQ(grid->GetFocusCell(), row.cell) << row.key;
           }
           Cancel(window);
         }},

@@ -4,6 +4,8 @@
 #include <QToolButton>
 
 #include "check/widgets/check_dock.h"
+#include "files/file_system.h"
+#include "support/assistive.h"
 #include "support/frame_test.h"
 #include "support/modal.h"
 #include "table/param_access.h"
@@ -115,6 +117,69 @@ TEST_F(CheckDockTest, SaysWhatLiesInTheBoxesPlacesAndWritesAllOfThem) {
                              std::filesystem::copy_options::overwrite_existing);
   WaitForFiles();
   EXPECT_EQ(There().back(), QStringLiteral("1203 serial 2417"));
+}
+
+// The card of 1203 loses what is written to it; the other one takes its file.
+TEST_F(CheckDockTest, CopiesTheFilesToTheirCardsAndReadsThemBack) {
+  static ReadCalls usual = ReaderCalls();
+  for (const char* card : {"card1", "card2"}) {
+    std::filesystem::create_directories(dir_ / card);
+  }
+  WithWindows({[](QWidget* window) {
+                 qobject_cast<QMessageBox*>(window)->button(QMessageBox::Yes)->click();
+               },
+               [](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); }},
+              [this] { Dock()->findChild<QPushButton*>(QStringLiteral("write-all"))->click(); });
+  ReaderCalls().forget = [](const std::filesystem::path& path) {
+    if (path.filename() == "1203.tbl") {
+      std::filesystem::resize_file(path, 100);
+    }
+    return true;
+  };
+  QString state;
+  QStringList results;
+  WithWindows(
+      {[&](QWidget* window) {
+         auto* main = window->findChild<QLineEdit*>(QStringLiteral("card-2417"));
+         auto* auxiliary = window->findChild<QLineEdit*>(QStringLiteral("card-1203"));
+         auto* copy = window->findChild<QPushButton*>(QStringLiteral("copy"));
+         EXPECT_FALSE(copy->isEnabled()) << "no card is named";
+         SetTextAssistively(auxiliary, QString::fromStdString((dir_ / "card1").string()));
+         QMimeData folder;
+         folder.setUrls({QUrl::fromLocalFile(QString::fromStdString((dir_ / "card2").string()))});
+         QDragEnterEvent enter(QPoint(2, 2), Qt::CopyAction, &folder, Qt::LeftButton,
+                               Qt::NoModifier);
+         QApplication::sendEvent(main, &enter);
+         QDropEvent drop(QPointF(2, 2), Qt::CopyAction, &folder, Qt::LeftButton, Qt::NoModifier);
+         QApplication::sendEvent(main, &drop);
+         state = window->findChild<QLabel*>(QStringLiteral("cards-state"))->text();
+         // Its result comes up while it is open.
+         QTimer::singleShot(0, copy, &QPushButton::click);
+       },
+       [&results](QWidget* window) {
+         for (const auto* label : window->findChildren<QLabel*>()) {
+           results << label->text();
+         }
+         const auto* list = window->findChild<QTreeWidget*>();
+         for (int row = 0; row < list->topLevelItemCount(); ++row) {
+           const auto* item = list->topLevelItem(row);
+           results << item->text(0) + QLatin1Char(' ') + item->text(1);
+         }
+         QTest::keyClick(window, Qt::Key_Escape);
+       },
+       [](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); }},
+      [this] { Dock()->findChild<QPushButton*>(QStringLiteral("copy-to-cards"))->click(); });
+  ReaderCalls() = usual;
+  EXPECT_TRUE(state.startsWith(QStringLiteral("2 of 2 files will be copied")))
+      << state.toStdString();
+  const std::string all = results.join(QLatin1Char('\n')).toStdString();
+  for (const char* text : {"1 of 2 files are on their cards", "23040 bytes, verified",
+                           "1203.tbl failed: the card does not hold what was written to it"}) {
+    EXPECT_NE(all.find(text), std::string::npos) << all;
+  }
+  EXPECT_EQ(ReadAll(dir_ / "card2" / "2417.tbl"), ReadAll(dir_ / "2417.tbl"));
+  EXPECT_EQ(QSettings().value(QStringLiteral("Cards/2417")).toString().toStdString(),
+            (dir_ / "card2").string());
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // The windows as users meet them: by keyboard, by name and by assistive tools.
 
 #include <QAbstractItemView>
+#include <QDockWidget>
 #include <QMenu>
 #include <QStatusBar>
 #include <QStyle>
@@ -17,6 +18,7 @@
 #include "support/assistive.h"
 #include "support/frame_test.h"
 #include "support/modal.h"
+#include "support/table_help.h"
 #include "support/tbl_bytes.h"
 #include "ui/plot_theme.h"
 
@@ -91,7 +93,7 @@ TEST_F(MainFrame, HasEveryCommand) {
     }
     commands.push_back(count);
   }
-  EXPECT_EQ(commands, (std::vector<int>{11, 12, 9, 9, 2}));
+  EXPECT_EQ(commands, (std::vector<int>{12, 12, 9, 9, 2}));
   EXPECT_EQ(frame_->Command(kFileOpen)->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
   EXPECT_EQ(frame_->Command(kEditRadio)->toolTip(), QStringLiteral("MHX  Modern"));
   for (const QAction* action : frame_->findChild<QToolBar*>()->actions()) {
@@ -191,6 +193,68 @@ TEST_F(MainFrame, OpensEditsSavesAndReopensByKeyboard) {
   EXPECT_TRUE(std::any_of(values.begin(), values.end(), [](const QLabel* label) {
     return label->accessibleName() == QStringLiteral("Survey: Site: S100") + QChar(0xC5);
   }));
+}
+
+TEST_F(MainFrame, TheTableAtAGlanceOpensWhatEditsIt) {
+  SetAll(&table_, "TECH=1 SNUM=7 CHDEF1=Ex1");
+  doc_.UpdateAllViews();
+  const auto card = [this](const char* name) {
+    return frame_->findChild<GlanceCard*>(QString::fromLatin1(name));
+  };
+  const auto opened = [](const std::function<void()>& open) {
+    return WithWindows({[](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); }}, open)
+        .value(0);
+  };
+  for (const auto& [name, title, says] :
+       {std::tuple("method", "Acquisition Parameters", "Opens Acquisition Parameters"),
+        {"times", "Parameter Table", "Opens Raw Parameters"},
+        {"boxes", "Site Setup", "Opens Site Setup"},
+        {"timeline-card", "Acquisition Parameters", "Opens Acquisition Parameters"}}) {
+    EXPECT_NE(card(name)->focusPolicy() & Qt::TabFocus, 0) << name;
+    EXPECT_EQ(card(name)->accessibleDescription(), says) << name;
+    for (const auto& open : std::initializer_list<std::function<void()>>{
+             [&] { QTest::keyClick(card(name), Qt::Key_Return); },
+             [&] { QTest::mouseClick(card(name), Qt::LeftButton, {}, QPoint(40, 30)); },
+             [&] {
+               QSignalSpy clicked(card(name), &GlanceCard::clicked);
+               QAccessible::queryAccessibleInterface(card(name))
+                   ->actionInterface()
+                   ->doAction(QAccessibleActionInterface::pressAction());
+               clicked.wait();  // it is seen to go down first
+             }}) {
+      const QString window = opened(open);
+      EXPECT_TRUE(window.contains(QLatin1String(title))) << name << window.toStdString();
+    }
+  }
+  for (const auto& [name, dock] :
+       {std::pair("check", "morning-check"), std::pair("map-card", "map-dock")}) {
+    card(name)->click();
+    EXPECT_TRUE(frame_->findChild<QDockWidget*>(QLatin1String(dock))->isVisible()) << name;
+  }
+  SetAll(&table_, "TECH=5");
+  doc_.UpdateAllViews();
+  EXPECT_TRUE(opened([&] { card("times")->click(); }).contains("Acquisition"));
+  EXPECT_TRUE(opened([&] { card("boxes")->click(); }).contains("Parameter Table"));
+}
+
+TEST_F(MainFrame, SaysHowToBeginUntilSomethingIsOpenOrEdited) {
+  const auto start = [this] { return frame_->findChild<StartPanel*>(); };
+  EXPECT_TRUE(start()->isVisible());
+  Set(&table_, "SITE", "S1");
+  doc_.NoteStep(QStringLiteral("Edit"));
+  EXPECT_FALSE(start()->isVisible()) << "edited";
+  WriteTable("in.tbl", 3);
+  ASSERT_TRUE(doc_.OnSaveDocument(Path("mine.tbl")));
+  ASSERT_TRUE(frame_->OpenFile(Path("in.tbl")));
+  doc_.OnNewDocument();
+  frame_ = std::make_unique<CMainFrame>(&doc_, &prompts_, &notices_);
+  frame_->show();
+  EXPECT_TRUE(start()->isVisible()) << "of the next start";
+  auto* recent = start()->findChild<QPushButton*>(QStringLiteral("start-recent"));
+  EXPECT_TRUE(recent->text().endsWith("in.tbl"));
+  QTest::keyClick(recent, Qt::Key_Return);
+  EXPECT_EQ(doc_.Path(), Path("in.tbl"));
+  EXPECT_FALSE(start()->isVisible()) << "opened";
 }
 
 TEST_F(MainFrame, ClosingTheRawEditorWithoutAnEditChangesNothing) {
@@ -337,9 +401,13 @@ TEST_F(MainFrame, SavesAFileForEachBox) {
   EXPECT_EQ(Notice(), QStringLiteral("2 of 2 files written, 1 box skipped"));
   EXPECT_TRUE(doc_.IsModified());
   // Stop ends the run: no second dialog, and no list where nothing was written.
+  const std::int32_t beyond_a_gap = 1207;
+  ASSERT_EQ(table_.SetParam("SN03", IntPT, &beyond_a_gap), kOk);
   const auto stop = [](QWidget* window) {
     EXPECT_EQ(window->findChild<QLabel*>("heading")->text(),
               "Box 1 of 3: transmitter monitor, serial 31");
+    EXPECT_TRUE(
+        window->findChild<QLabel*>("doubts")->text().contains("auxiliary 3, serial 1207: no file"));
     window->findChild<QPushButton*>("stop")->click();
   };
   EXPECT_EQ(WithWindows({stop}, [this] { frame_->Command(kFileSaveAllBoxes)->trigger(); }).size(),
@@ -432,9 +500,16 @@ TEST(ParamTableDlg, SortsLooksUpFiltersAndMarks) {
   }
   EXPECT_EQ(cells->cellAt(1, 4)->text(QAccessible::Description),
             QStringLiteral("changed, stored as 1"));
-  grid->SetFocusCell(1, kValueColumn);
-  EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("caution"))->text(),
-            QStringLiteral("TBVO: stored as 1"));
+  const auto* caution = dialog.findChild<QLabel*>(QStringLiteral("caution"));
+  for (const bool is_read : {false, true}) {
+    EXPECT_EQ(grid->GetFocusCell().first, is_read ? 3 : 2) << "Return goes down";
+    EXPECT_EQ(caution->text(), is_read ? QString() : QStringLiteral("TBVO=1x: stored as 1"));
+    EXPECT_EQ(grid->accessibleDescription(), caution->text());
+    QTest::keyClick(grid, Qt::Key_Down);
+  }
+  dialog.resize(1, 1);
+  EXPECT_LE(dialog.width(), 683);  // half of a small laptop's screen
+  EXPECT_LE(dialog.height(), 384);
   EXPECT_EQ(cells->cellAt(27, 4)->text(QAccessible::Description), QStringLiteral("changed"));
   EXPECT_TRUE(dialog.IsModified());
   QTest::keyClick(grid, Qt::Key_Left);

@@ -51,7 +51,11 @@ TEST(SpreadMapView, GoesWithTheGridsAndTheFields) {
   channels->SetFocusCell(2, 1);
   EXPECT_TRUE(told().startsWith("Ex2")) << told().toStdString();
   channels->SetFocusCell(2, kNegativeEast + 1);
+  dialog.SetMarker([](const ParamTable& edited, const Spread&) {
+    return std::vector<MapMark>{{1, 1, "is " + testing::Get(edited, "ENEG2")}};
+  });
   channels->PasteText(QStringLiteral("560"));
+  EXPECT_TRUE(map->accessibleDescription().contains("; is 560")) << "as OK would store it";
   EXPECT_TRUE(told().contains("to 560 E, 0 N (m), length 60 m")) << told().toStdString();
   auto* station = dialog.findChild<QLineEdit*>(QString::number(SiteForm::kRxEast));
   station->clear();
@@ -130,6 +134,11 @@ TEST_F(FrameTest, TheMapFollowsTheTableAndIsSaved) {
     EXPECT_EQ(testing::ReadAll(dir_ / name).substr(0, std::string(magic).size()), magic);
   }
   EXPECT_FALSE(dock->View()->SavePicture(TextFromPath(dir_ / "map.txt"), QSize(600, 400)));
+  testing::SetAll(&doc_.Table(), "TECH=1 SNUM=7 NCHN=1 CHDEF1=Ex1 FLAG1=1 EPOS1=50 ENEG1=50");
+  doc_.UpdateAllViews();
+  dock->View()->Choose(1, 0);
+  EXPECT_TRUE(dock->View()->accessibleDescription().contains("at one place: channel 1"))
+      << dock->View()->accessibleDescription().toStdString();
   frame_.Command(kViewMap)->trigger();
   EXPECT_FALSE(dock->isVisible());
 }

@@ -6,6 +6,8 @@
 #include <set>
 
 #include "check/check.h"
+#include "check/check_memory.h"
+#include "check/map_marks.h"
 #include "check/rule.h"
 #include "editors/startup_files.h"
 #include "support/cal_bytes.h"
@@ -266,6 +268,43 @@ TEST(CheckRules, SayWhichCalibrationsAreMissing) {
   EXPECT_EQ(check(), box + "HXSN");
 }
 
+// Files on a slow card are not read again and again, but what has changed is.
+TEST(CheckRules, ReadAFileOnceForAsLongAsItStays) {
+  const TempDir dir;
+  ParamTable table = Right("SIP");
+  Set(&table, "SNUM", "65534");
+  const auto path = dir / "65534.CLB";
+  const auto put = [&path](int channels, int age) {
+    WriteAll(path, CalHeaderBytes(1, channels));
+    const auto now = std::filesystem::file_time_type::clock::now();
+    std::filesystem::last_write_time(path, now - std::chrono::seconds(age));
+  };
+  static int reads = 0;
+  static const ReadCalls usual = ReaderCalls();
+  ReaderCalls().some = [](int handle, std::span<std::byte> bytes) {
+    ++reads;
+    return usual.some(handle, bytes);
+  };
+  const auto memory = std::make_shared<CheckMemory>();
+  const auto check = [&] {
+    reads = 0;
+    const auto found = Lines(CheckFiles(table, kNow, {{}, dir.Path(), {}, {}, memory}));
+    return found.find("[Local Box") == std::string::npos ? "good" : "bad";
+  };
+  put(3, 60);
+  EXPECT_EQ(check(), std::string("good"));
+  EXPECT_GT(reads, 0);
+  EXPECT_EQ(check(), std::string("good"));
+  EXPECT_EQ(reads, 0);
+  put(2, 50);  // of the same size
+  EXPECT_EQ(check(), std::string("bad"));
+  put(2, 0);  // and may change once more within the tick
+  check();
+  check();
+  EXPECT_GT(reads, 0);
+  ReaderCalls() = usual;
+}
+
 // The set of a table as the dialogs write it, but for some changes in the file of one box.
 void WriteSet(const ParamTable& table, const std::filesystem::path& folder, std::int32_t changed,
               std::string_view changes) {
@@ -333,6 +372,22 @@ TEST(CheckRules, FindWhatIsPlantedInTheExampleSurvey) {
               day == "FDEM" ? "H step-comb [] AUTO" : "")
         << day;
   }
+}
+
+TEST(CheckRules, AreMarkedOnTheMap) {
+  const auto marks = [](const char* settings) {
+    ParamTable table = NewTable();
+    SetAll(&table, (kMethods.at("SIP") + " " + kSpread + " " + settings).c_str());
+    std::string text;
+    for (const MapMark& mark : MarksOf(CheckTable(table, kNow), Spread(&table))) {
+      text += std::to_string(mark.box) + "/" + std::to_string(mark.channel) + " ";
+    }
+    return text;
+  };
+  EXPECT_EQ(marks(""), "") << "2 hints mark nothing";
+  EXPECT_EQ(marks("ENEG2=50"), "1/1 ") << "an error: no length";
+  EXPECT_EQ(marks("ENEG1=100 EPOS1=50 RXLEN=1"), "1/0 1/1 1/2 2/0 1/0 1/1 ") << "warnings";
+  EXPECT_EQ(marks("SN01=0 SN02=1203"), "2/-1 ") << "it gets no file";
 }
 
 TEST(CheckRules, StandInTheDocuments) {

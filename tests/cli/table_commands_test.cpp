@@ -60,7 +60,7 @@ TEST_F(TableCommands, ShowAsABoxTakesIt) {
                            "LINE is left out: the parameter has another type\n" + named +
                            "RQST is left out: the parameter has another type\n" + named +
                            "RQST is left out: the action 9 is no request\n" + named +
-                           "the record at offset 256 is cut and left out\n" + named +
+                           "the record at offset 256 is cut and left out: 3 bytes\n" + named +
                            "a box takes 3 parameters of it; the others keep their values\n");
   EXPECT_EQ(Run("table show --as-box nowhere.tbl").exit_code, 1);
 }
@@ -185,13 +185,18 @@ TEST_F(TableCommands, RecordsWithoutAPlaceAreToldAndCompared) {
             "orvane-cli: a.tbl: 2 records are left out: NEWKEY, SNUM\n"
             "orvane-cli: a.tbl: offset 96: NEWKEY is left out: no such parameter\n"
             "orvane-cli: a.tbl: offset 128: SNUM is left out: the parameter has another type\n"
-            "orvane-cli: a.tbl: the record at offset 160 is cut and left out\n");
+            "orvane-cli: a.tbl: the record at offset 160 is cut and left out: 3 bytes\n");
   const Outcome differ = Run("table diff a.tbl b.tbl");
   EXPECT_EQ(differ.exit_code, 1);
   EXPECT_EQ(differ.out, "");
   EXPECT_NE(differ.err.find("differ in records that are left out"), std::string::npos);
   EXPECT_EQ(Run("table diff b.tbl b.tbl").exit_code, 0);
   EXPECT_EQ(Run("table diff two.tbl b.tbl").exit_code, 1);
+  WriteAll(dir_ / "c.tbl", two + "cut");
+  const Outcome end = Run("table diff two.tbl c.tbl");
+  EXPECT_EQ(end.exit_code, 1);
+  EXPECT_NE(end.err.find("c.tbl: the record at offset 96 is cut and left out: 3 bytes\n"),
+            std::string::npos);
   const Outcome set = Run("table set a.tbl TECH=2");
   EXPECT_EQ(set.exit_code, 0);
   EXPECT_NE(set.err.find("a.tbl: is written without 2 records of a.tbl: NEWKEY, SNUM\n"),

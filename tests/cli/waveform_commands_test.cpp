@@ -68,6 +68,14 @@ TEST(WaveformCommands, RestackLeavesOutBadRecordsAndOtherTables) {
   EXPECT_EQ(ReadAll(dir / "B.TSK"), "older");
   EXPECT_EQ(RunCli(dir, "waveform restack --leave-out 3- A.TSS").exit_code, 2);
 
+  WriteAll(dir / "A.TSS.leave-out.txt", "516 2\n1\n");
+  EXPECT_EQ(RunCli(dir, "waveform restack A.TSS --leave-out beside").err,
+            "orvane-cli: A.TSS: 1 record left out; record 2 is marked bad and was added\n");
+  EXPECT_EQ(ReadAll(dir / "A.TSK").substr(252), Little(9, 3) + Little(9, 3));
+  EXPECT_NE(RunCli(dir, "waveform restack A.TSS").err.find("A.TSS.leave-out.txt is there"),
+            std::string::npos);
+  std::filesystem::remove(dir / "A.TSS.leave-out.txt");
+
   WriteAll(dir / "A.TBL", HeaderV2() + RecordV2("TECH", 0, IntPT, IntBytes(3)));
   std::filesystem::create_directory(dir / "o");
   WriteAll(dir / "o/a.tbl", "another");
@@ -77,6 +85,35 @@ TEST(WaveformCommands, RestackLeavesOutBadRecordsAndOtherTables) {
   EXPECT_NE(Slashed(kept.err).find("o/a.tbl: differs from the waveform's table"), std::string::npos)
       << kept.err;
   EXPECT_EQ(ReadAll(dir / "o/a.tbl"), "another");
+}
+
+// One file goes to standard output, several go into files.
+TEST(WaveformCommands, StatisticsAndSpectra) {
+  const TempDir dir;
+  const TsBytes alternating{.samples = {3, 1, 3, 1, 3, 1, 3, 1}, .rate = 8, .unit = 0};
+  WriteAll(dir / "A.TSS", alternating.Bytes() + TsBytes{.samples = {9}, .status = 6}.Bytes());
+  WriteAll(dir / "A.TSK", alternating.Bytes());
+  const Outcome stats = RunCli(dir, "waveform stats A.TSS --header 252 --leave-out bad");
+  EXPECT_EQ(stats.exit_code, 0);
+  EXPECT_EQ(stats.out.substr(stats.out.find('\n') + 1),
+            "1\t2009/06/30 03:04:05\t4\t\t1\tCh 1\t1\t3\t2\t2\t2.236067977\t0\n");
+  EXPECT_NE(stats.err.find("; 1 record left out\n"), std::string::npos) << stats.err;
+  // A mean of 2 and an alternating 1; the window has half of each in the next bin.
+  const std::string rows = "\n0\t2\n1\t2\n2\t0\n3\t1\n4\t1\n";
+  const Outcome one = RunCli(dir, "waveform spectrum A.TSS --record 1 --amplitude --header 252");
+  EXPECT_EQ(one.out.substr(one.out.find('\n')), rows);
+  const Outcome two = RunCli(dir, "waveform spectrum A.TSS A.TSK --amplitude --out o");
+  EXPECT_EQ(Slashed(two.out), "o/A_spectrum.tsv\no/A_TSK_spectrum.tsv\n");
+  EXPECT_EQ(ReadAll(dir / "o/A_TSK_spectrum.tsv").substr(28), rows);
+  EXPECT_EQ(RunCli(dir, "waveform stats A.TSS --out o").out.size(),
+            std::string("o/A_stats.tsv\n").size());
+  EXPECT_EQ(RunCli(dir, "waveform spectrum B.TSS").exit_code, 1);
+  EXPECT_EQ(RunCli(dir, "waveform spectrum A.TSS --record 2").exit_code, 1) << "one scan";
+  EXPECT_EQ(RunCli(dir, "waveform spectrum A.TSS --calibrations o").exit_code, 1) << "none there";
+  for (const char* wrong :
+       {"--amplitude --density", "--record 0", "--segment 3", "--leave-out 0"}) {
+    EXPECT_EQ(RunCli(dir, std::string("waveform spectrum A.TSS ") + wrong).exit_code, 2) << wrong;
+  }
 }
 
 }  // namespace

@@ -229,13 +229,19 @@ TEST(TableSummary, TellsWhatIsSet) {
   ParamTable table = testing::NewTable();
   testing::SetAll(&table,
                   "TECH=5 RQST=13 LFRQ=50 SNUM=7 TCHN=0 NCHN=6 SNTX=8 SN01=11 SN02=0 SN03=33 "
-                  "SN04=44 SN05=55 SNNR=77 STIM=2026/11/21_07:00:00 ETIM=2026/11/21_06:00:00 "
+                  "SN04=44 SN05=55 SNNR=77 CHDEF1=Hx CHDEF2=Ex1 CHDEF3=Ex2 CHDEF4=Ex3 CHDEF6=Ex5 "
+                  "NCHN1R=2 DEF1R1=Ex08 "
+                  "DEF1R2=Ex09 STIM=2026/11/21_07:00:00 ETIM=2026/11/21_06:00:00 "
                   "HTIM=09:00:00 ETMH=10:00:00 EGNC=-1 HGNC=2 ACDC=0 ACDH=1 LPFR=82 "
                   "SRVY1=exactly_fifteen SRVY4=_end CMPY1=c CLIENT1=d AREA1=e LOUT1=f LINE=L7 "
                   "SITE=S9 CMMNT1=g CMMNT8=h");
   EXPECT_EQ(Summary(table),
             "Survey method: MT/AMT\nMode request: CS_Record\nLine frequency: 50 Hz\n"
-            "Main box: 7\nChannels: 6\nTransmitter box: 8\nAuxiliary boxes: 11, 33, 44, 55\n"
+            "Main box: 7\nChannels: 6: Hx, Ex1 to Ex3, Ex5\nTransmitter box: 8\n"
+            "Auxiliary box: 11, channels 2: Ex08, Ex09\n"
+            "Auxiliary box: 33, channels 3, none defined\n"
+            "Auxiliary box: 44, channels 3, none defined\n"
+            "Auxiliary box: 55, channels 3, none defined\n"
             "Record start: 2026/11/21 07:00:00 is in the past (it is 2026/11/21 08:00:00 UTC)\n"
             "Record end: 2026/11/21 06:00:00 is before the start\n"
             "High frequency start: 09:00:00\nHigh frequency end: 10:00:00\nE gain: x 0.25\n"
@@ -256,7 +262,8 @@ TEST(TableSummary, TellsWhatIsSet) {
                                       {"LPFR=164", "filter: 4\n"},
                                       {"LPFR=165", "filter: code 165\n"},
                                       {"LPFR=15", "filter: code 15\n"},
-                                      {"TCHN=5", "Channels: 5\n"}}) {
+                                      {"TCHN=5", "Channels: 5: Hx, Ex1 to Ex3\n"},
+                                      {"NCHN1R=0 TCHN=0", "box: 11, channels 0\n"}}) {
     testing::SetAll(&table, setting);
     EXPECT_NE(Summary(table).find(line), std::string::npos) << setting << "\n" << Summary(table);
   }

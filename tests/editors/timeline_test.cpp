@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/timeline.h"
 
+#include <array>
+
+#include "stepping/tfs_file.h"
 #include "support/table_help.h"
+#include "support/temp_dir.h"
 
 namespace orvane {
 namespace {
@@ -59,6 +63,31 @@ TEST(Timeline, SaysWhatIsRecordedWhen) {
     SCOPED_TRACE(settings);
     EXPECT_EQ(LineOf(settings, hours).text, text);
   }
+}
+
+TEST(Timeline, ShowsTheStepsOfAScheduleFile) {
+  const TempDir folder;
+  ParamTable table = NewTable();
+  SetAll(&table, "TECH=1 AUTO=2 STIM=2026/11/24_17:00:00 ETIM=2026/11/24_17:01:00");
+  ScheduleFileMemory memory;
+  const auto line = [&] {
+    return TimelineOf(table, EveningClock(), 0, &memory.Look(folder / "Startup.tbl", 2));
+  };
+  ASSERT_EQ(line().lanes.size(), 2U);
+  EXPECT_EQ(line().lanes[1].note, "2.TFS is not beside the table");
+  EXPECT_NE(line().plan.find("; the schedule file 2.TFS is not beside"), std::string::npos);
+  const auto row = [](std::int32_t end) { return ScheduleRow{end, std::int16_t{4}, 8.0, 5.0}; };
+  const std::array rows = {row(10), row(30)};
+  ASSERT_TRUE(WriteScheduleFile(folder / "2.tfs", rows));
+  const TimeLane steps = line().lanes[1];
+  EXPECT_EQ(steps.period, 30);
+  ASSERT_EQ(steps.parts.size(), 2U);
+  EXPECT_EQ(steps.parts[1].what, "8 Hz, 5 A");
+  EXPECT_NE(line().plan.find("; 2 steps of 2.TFS in a cycle of 30 s"), std::string::npos);
+  ASSERT_TRUE(WriteScheduleFile(folder / "2.tfs", std::array{row(20)}));
+  EXPECT_EQ(line().lanes[1].period, 20) << "another size or time: read again";
+  WriteAll(folder / "2.tfs", "cut");
+  EXPECT_TRUE(line().lanes[1].note.starts_with("2.TFS: ")) << line().lanes[1].note;
 }
 
 TEST(Timeline, LanesAndMidnightsAreOnTheClockShown) {

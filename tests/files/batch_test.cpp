@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include "files/card_copy.h"
 #include "files/file_io.h"
 #include "files/path_names.h"
+#include "files/path_text.h"
 #include "support/temp_dir.h"
 
 namespace orvane::testing {
@@ -166,6 +168,22 @@ TEST(PathNames, FollowTheirRules) {
   check(CopyName("/d/a.tbl", 12), "/d/Copy (12) of a.tbl");
   check(FirstFreeName("x", BackupName, [](const std::string& name) { return name != "x.bak2"; }),
         "x.bak2");
+}
+
+// A card that is not there is no reason to fill the computer's disk.
+TEST(Batch, CopiesNothingToACardThatIsNotMounted) {
+  const TempDir dir;
+  WriteAll(dir / "1203.tbl", "table");
+  const std::string input = PathText(dir / "1203.tbl");
+  for (const auto& [card, reason] :
+       {std::pair(dir / "absent", "No such file"), {dir / "1203.tbl", "is no folder"}}) {
+    Batch batch({CardConversion({{input, card}}), {dir / "1203.tbl"}, {}, 1});
+    batch.Start();
+    batch.Wait();
+    EXPECT_EQ(batch.Result(0)->status, BatchStatus::kFailed);
+    EXPECT_NE(batch.Result(0)->text.find(reason), std::string::npos) << batch.Result(0)->text;
+  }
+  EXPECT_FALSE(std::filesystem::exists(dir / "absent"));
 }
 
 }  // namespace

@@ -91,6 +91,9 @@ TEST(Meanings, TellNameUnitRangeAndValues) {
            {"RPWR",
             "Radio power|||0: 10mW or 1mW; 1: 50mW or 10mW; 2: 100mW; 3: 250mW or 1W; 4: 500mW; "
             "5: 750mW; 6: 1W"},
+           {"FTPCPRT", "FTP server port||0 to 65535|"},
+           {"TXLEN", "Tx dipole length (AB)|m or m^2||"},
+           {"TXAZIM", "Azimuth of the transmitter's diagonal or dipole|degree||"},
            {"FLAGN2", "Reference box, channel 2: flag|||"},
            {"SSIZ4R3", "Auxiliary box 4, channel 3: sensor size|m or m^2||"},
            {"FR19", "Requested frequency 20|Hz||"},
@@ -186,6 +189,9 @@ TEST(Meanings, MakeTipsOfFields) {
   EXPECT_EQ(tip({1, Widget::kReal, "Ex DC voltage (mv)", "DXDC", FltPT}),
             "Ex DC voltage\nParameter: DXDC\nUnit: mV, stored in V\n"
             "A box may change it in mode 0 to 18 (Any Mode) | DXDC");
+  EXPECT_EQ(tip({1, Widget::kReal, "Setup interval (m)", "RXLEN", FltPT}),
+            "Setup interval\nElsewhere: Rx dipole length (MN)\nParameter: RXLEN\nUnit: m\n"
+            "A box may change it in mode 0 to 18 (Any Mode) | RXLEN");
   EXPECT_EQ(tip({1, Widget::kReal, "Zoom (s)", "", FltPT, {}, {1, 9}}),
             "Zoom\nUnit: s\nRange: 1 to 9 | ");
 }

@@ -11,6 +11,7 @@
 #include "calibration/cal_text.h"
 #include "files/batch.h"
 #include "spectra/calibrated_spectra.h"
+#include "spectra/spectrum_text.h"
 #include "stepping/schedule_text.h"
 #include "stepping/tfs_file.h"
 #include "support/batch_help.h"
@@ -22,6 +23,7 @@
 #include "table/tbl_file.h"
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
+#include "timeseries/stats_listing.h"
 #include "timeseries/time_series_text.h"
 #include "timeseries/ts_file.h"
 
@@ -62,7 +64,9 @@ class EveryConversion : public ::testing::Test {
             {"stack results, time", StackCsv(StackDomain::kTime), "TDIP/2417.trs"},
             {"stack results, frequency", StackCsv(StackDomain::kFrequency), "CSAMT/2417.trs"},
             {"calibration text", ExportCalToText(), "Calibration/2417.CLB"},
-            {"spectra", CalibratedSpectra(options), "CSAMT/2417.TSS"}};
+            {"spectra", CalibratedSpectra(options), "CSAMT/2417.TSS"},
+            {"statistics", ListingFiles(kStatsSuffix, StatsListing()), "SIP/2417.TSS"},
+            {"spectrum", ListingFiles(kSpectrumSuffix, SpectrumListing({})), "SIP/2417.TSS"}};
   }
 
   TempDir dir_;

@@ -126,6 +126,14 @@ TEST(ValueLines, ManyBadLinesAreCountedAndTooMuchIsRefused) {
   EXPECT_EQ(read->bad, kMostValuesBytes / 2);
   EXPECT_EQ(read->lines.size(), ValueLines::kMostBad);
   EXPECT_FALSE(ReadValueLines(text + "\n", NewTable()));
+  using namespace std::string_view_literals;
+  for (const std::string_view utf16 :
+       {"\xFF\xFE\x41"sv, "\xFE\xFF"sv, "A\0=\0001\0"sv, "\0A\0="sv}) {
+    const auto refused = ReadValueLines(utf16, NewTable());
+    ASSERT_FALSE(refused) << utf16.size();
+    EXPECT_EQ(refused.Message(), "This is UTF-16 text; save it as UTF-8.");
+  }
+  EXPECT_TRUE(ReadValueLines("A\0\0\0"sv, NewTable())) << "no text at all: bad lines";
 }
 
 }  // namespace

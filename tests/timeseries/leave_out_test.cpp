@@ -55,7 +55,7 @@ TEST(LeaveOut, ChoicesAreReadOrRefused) {
 }
 
 TEST(LeaveOut, ListsAreReadOrSayWhichLineIsWrong) {
-  const auto list = ReadLeaveOutText("\n# ours\n 512 300 # of 22 Nov\r\n7\n\n3\t\n8");
+  const auto list = ReadLeaveOutText("\xEF\xBB\xBF\n# ours\n 512 300 # of 22 Nov\r\n7\n\n3\t\n8");
   ASSERT_TRUE(list) << list.Message();
   EXPECT_EQ(list->size, 512U);
   EXPECT_EQ(list->records, 300U);

@@ -78,6 +78,14 @@ int ValueLinesModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(kColumns);
 }
 
+// As the raw parameters say it.
+QString ValueLinesModel::MeaningOf(const ParamEntry& entry) const {
+  const std::string line = meanings_->Line(entry);
+  const std::string caution = meanings_->Caution(entry);
+  const bool is_said = caution.empty() || line.find(caution) != std::string::npos;
+  return QString::fromStdString(is_said ? line : line + "; " + caution);
+}
+
 QString ValueLinesModel::TextOf(const ValueLine& line, int column) const {
   switch (column) {
     case kLine:
@@ -99,7 +107,7 @@ QString ValueLinesModel::TextOf(const ValueLine& line, int column) const {
     case kCode:
       return QString::fromStdString(line.key.Text());
     case kMeaning:
-      return QString::fromStdString(meanings_->Line(changed));
+      return MeaningOf(changed);
     default:
       return IsSecretKey(line.key) ? QStringLiteral("(not shown)")
                                    : QString::fromStdString(ValueAsText(changed));

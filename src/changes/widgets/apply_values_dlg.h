@@ -40,6 +40,7 @@ class ValueLinesModel : public QAbstractTableModel {
 
  private:
   QString TextOf(const ValueLine& line, int column) const;
+  QString MeaningOf(const ParamEntry& entry) const;
 
   const ParamTable* table_;
   const Meanings* meanings_;

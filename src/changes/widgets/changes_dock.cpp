@@ -15,6 +15,7 @@
 
 #include "files/path_text.h"
 #include "ui/file_dialogs.h"
+#include "ui/named_button.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -46,16 +47,6 @@ ChangesDock::ChangesDock(const ParamTable* table, const ParamTable* start, Meani
   EnableButtons();
 }
 
-QPushButton* ChangesDock::NewButton(const char* text, const char* name, const char* tip,
-                                    void (ChangesDock::*handler)()) {
-  auto* button = new QPushButton(QString::fromLatin1(text), this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setToolTip(QString::fromLatin1(tip));
-  button->setAccessibleDescription(button->toolTip());
-  connect(button, &QPushButton::clicked, this, handler);
-  return button;
-}
-
 QAction* ChangesDock::NewAction(const char* text, const QKeySequence& key,
                                 void (ChangesDock::*handler)()) {
   auto* action = new QAction(QString::fromLatin1(text), list_);
@@ -75,17 +66,18 @@ QLayout* ChangesDock::MakeTop() {
   auto* label = new QLabel(QStringLiteral("Compare &with"), this);
   label->setBuddy(against_);
   against_->setAccessibleName(QStringLiteral("Compare with"));
-  choose_ = NewButton("Choose...", "choose", "Choose the second table", &ChangesDock::Choose);
+  choose_ =
+      NewNamedButton("Choose...", "choose", "Choose the second table", this, &ChangesDock::Choose);
   second_ = new QLabel(this);
   second_->setTextFormat(Qt::PlainText);
-  take_ = NewButton("&Revert", "take",
-                    "Take over the values there of the ticked rows, "
-                    "or of the selected ones where none is ticked",
-                    &ChangesDock::TakeChosen);
-  take_all_ =
-      NewButton("Revert &All", "take-all", "Take over all values there", &ChangesDock::TakeAll);
-  copy_ = NewButton("&Copy", "copy", "Copy the selected rows, or all where none is",
-                    &ChangesDock::Copy);
+  take_ = NewNamedButton("&Revert", "take",
+                         "Take over the values there of the ticked rows, "
+                         "or of the selected ones where none is ticked",
+                         this, &ChangesDock::TakeChosen);
+  take_all_ = NewNamedButton("Revert &All", "take-all", "Take over all values there", this,
+                             &ChangesDock::TakeAll);
+  copy_ = NewNamedButton("&Copy", "copy", "Copy the selected rows, or all where none is", this,
+                         &ChangesDock::Copy);
   auto* top = new QHBoxLayout;
   top->addWidget(label);
   top->addWidget(against_);

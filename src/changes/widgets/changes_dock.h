@@ -53,8 +53,6 @@ class ChangesDock : public QDockWidget {
   QWidget* MakeContent();
   QLayout* MakeTop();
   void MakeList();
-  QPushButton* NewButton(const char* text, const char* name, const char* tip,
-                         void (ChangesDock::*handler)());
   QAction* NewAction(const char* text, const QKeySequence& key, void (ChangesDock::*handler)());
 
   void OnAgainst();

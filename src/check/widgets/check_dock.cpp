@@ -5,14 +5,14 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QSettings>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
 
+#include "check/widgets/cards_dlg.h"
 #include "table/clock.h"
-#include "ui/folder_dialog.h"
 #include "ui/list_item.h"
+#include "ui/named_button.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -61,16 +61,6 @@ CheckDock::CheckDock(const ParamTable* table, QWidget* parent)
   EnableButtons();
 }
 
-QPushButton* CheckDock::NewButton(const char* text, const char* name, const char* tip,
-                                  void (CheckDock::*handler)()) {
-  auto* button = new QPushButton(QString::fromLatin1(text), this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setToolTip(QString::fromLatin1(tip));
-  button->setAccessibleDescription(button->toolTip());
-  connect(button, &QPushButton::clicked, this, handler);
-  return button;
-}
-
 CListView* CheckDock::MakeFindings() {
   list_ = new CListView(QStringLiteral("findings"), QStringLiteral("Findings"), model_, this);
   list_->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -85,9 +75,10 @@ CListView* CheckDock::MakeFindings() {
 }
 
 QLayout* CheckDock::MakeFindingButtons() {
-  mend_ = NewButton("&Mend...", "mend", "Open the dialog where this is mended", &CheckDock::Mend);
-  dismiss_ = NewButton("&Dismiss", "dismiss", "Say no more of this hint for this table",
-                       &CheckDock::Dismiss);
+  mend_ = NewNamedButton("&Mend...", "mend", "Open the dialog where this is mended", this,
+                         &CheckDock::Mend);
+  dismiss_ = NewNamedButton("&Dismiss", "dismiss", "Say no more of this hint for this table", this,
+                            &CheckDock::Dismiss);
   show_dismissed_ = new QCheckBox(QStringLiteral("Sho&w dismissed"), this);
   show_dismissed_->setObjectName(QStringLiteral("show-dismissed"));
   auto* row = new QHBoxLayout;
@@ -98,33 +89,12 @@ QLayout* CheckDock::MakeFindingButtons() {
   return row;
 }
 
-QLineEdit* CheckDock::AddFolder(QFormLayout* form, const char* label, const char* name) {
-  auto* line = new QLineEdit(this);
-  line->setObjectName(QString::fromLatin1(name));
-  line->setClearButtonEnabled(true);
-  for (auto* button : line->findChildren<QToolButton*>()) {
-    button->setAccessibleName(QStringLiteral("Clear"));
-  }
-  auto* browse = new QToolButton(this);
-  browse->setText(QStringLiteral("..."));
-  browse->setFocusPolicy(Qt::TabFocus);
-  browse->setAccessibleName(QStringLiteral("Choose a folder: ") + QString::fromLatin1(label));
-  connect(browse, &QToolButton::clicked, this, [this, line] {
-    const QString folder =
-        CFolderDialog::AskForFolder(this, QStringLiteral("Choose a folder"), line->text());
-    if (!folder.isEmpty()) {
-      line->setText(folder);
-      emit line->editingFinished();
-    }
-  });
-  connect(line, &QLineEdit::textChanged, &later_, qOverload<>(&QTimer::start));
-  auto* row = new QHBoxLayout;
-  row->addWidget(line, 1);
-  row->addWidget(browse);
+CFolderLine* CheckDock::AddFolder(QFormLayout* form, const char* label, const char* name) {
+  auto* line = new CFolderLine(QString::fromLatin1(label), QString::fromLatin1(name), this);
+  connect(line->Line(), &QLineEdit::textChanged, &later_, qOverload<>(&QTimer::start));
   auto* caption = new QLabel(QString::fromLatin1(label), this);
-  caption->setBuddy(line);
-  line->setAccessibleName(caption->text());
-  form->addRow(caption, row);
+  caption->setBuddy(line->Line());
+  form->addRow(caption, line);
   return line;
 }
 
@@ -133,9 +103,9 @@ QWidget* CheckDock::MakeFolders() {
   auto* form = new QFormLayout(folders);
   form->setContentsMargins(0, 0, 0, 0);
   calibrations_ = AddFolder(form, "Calibrations", "calibrations");
-  calibrations_->setText(QSettings().value(kCalibrations).toString());
-  connect(calibrations_, &QLineEdit::editingFinished, this,
-          [this] { QSettings().setValue(kCalibrations, calibrations_->text()); });
+  calibrations_->Line()->setText(QSettings().value(kCalibrations).toString());
+  connect(calibrations_->Line(), &QLineEdit::editingFinished, this,
+          [this] { QSettings().setValue(kCalibrations, calibrations_->Text()); });
   set_ = AddFolder(form, "Boxes' files", "set");
   card_ = AddFolder(form, "Card to record on", "card");
   return folders;
@@ -174,11 +144,15 @@ QWidget* CheckDock::MakeContent() {
   layout->addWidget(MakeFolders());
   layout->addWidget(MakeSpread(), 2);
   auto* row = new QHBoxLayout;
-  row->addWidget(NewButton("Write All Start-&up Files", "write-all",
-                           "Write the file of each box with the values as they are",
-                           &CheckDock::writeWanted));
-  row->addWidget(NewButton("With Dialo&gs...", "write-guided", "Ask for each box before its file",
-                           &CheckDock::guidedWriteWanted));
+  row->addWidget(NewNamedButton("Write All Start-&up Files", "write-all",
+                                "Write the file of each box with the values as they are", this,
+                                &CheckDock::writeWanted));
+  row->addWidget(NewNamedButton("With Dialo&gs...", "write-guided",
+                                "Ask for each box before its file", this,
+                                &CheckDock::guidedWriteWanted));
+  row->addWidget(NewNamedButton("Copy To &Cards...", "copy-to-cards",
+                                "Copy the boxes' files to their cards and read them back", this,
+                                &CheckDock::CopyToCards));
   row->addStretch(1);
   layout->addLayout(row);
   return content;
@@ -192,13 +166,13 @@ void CheckDock::SetFile(const QString& path) {
 }
 
 void CheckDock::SetUsualFolders(const QString& calibrations, const QString& set) {
-  calibrations_->setPlaceholderText(calibrations);
-  set_->setPlaceholderText(set);
+  calibrations_->Line()->setPlaceholderText(calibrations);
+  set_->Line()->setPlaceholderText(set);
 }
 
 Places CheckDock::PlacesNow() const {
-  const auto path = [](const QLineEdit* line) {
-    const QString text = line->text().isEmpty() ? line->placeholderText() : line->text();
+  const auto path = [](const CFolderLine* line) {
+    const QString text = line->Text().isEmpty() ? line->Line()->placeholderText() : line->Text();
     return text.isEmpty() ? std::filesystem::path() : PathFromText(text);
   };
   return {file_.isEmpty() ? std::filesystem::path() : PathFromText(file_), path(calibrations_),
@@ -249,6 +223,7 @@ void CheckDock::ShowFindings() {
     count_text_ = text;
     emit countChanged(text);
   }
+  emit found();
   EnableButtons();
 }
 
@@ -265,6 +240,11 @@ void CheckDock::ShowBoxes(const std::vector<SetRow>& boxes) {
     }
   }
   boxes_->resizeColumnsToContents();
+}
+
+void CheckDock::CopyToCards() {
+  // As it is at this moment: the list below may be older than the files.
+  CCardsDlg(SetRowsOf(*table_, PlacesNow().set, PlacesNow().table), this).exec();
 }
 
 void CheckDock::EnableButtons() {

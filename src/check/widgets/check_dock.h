@@ -6,7 +6,6 @@
 #include <QDockWidget>
 #include <QFormLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTimer>
@@ -16,6 +15,7 @@
 #include "check/check.h"
 #include "check/widgets/file_check.h"
 #include "check/widgets/findings_model.h"
+#include "ui/folder_line.h"
 #include "ui/list_view.h"
 
 namespace orvane {
@@ -45,6 +45,9 @@ class CheckDock : public QDockWidget {
   /// All that is known now, dismissed hints left out.
   const std::vector<Finding>& Findings() const { return findings_; }
 
+  /// Those that need no file.
+  const std::vector<Finding>& TableFindings() const { return of_table_; }
+
   /// The time of the check, in UTC; the computer's unless it is replaced.
   std::function<ParamTime()> now;
 
@@ -54,6 +57,8 @@ class CheckDock : public QDockWidget {
   void writeWanted();
   void guidedWriteWanted();
   void countChanged(const QString& text);
+  /// `Findings()` are others, or were looked for again.
+  void found();
 
  private:
   QWidget* MakeContent();
@@ -61,13 +66,12 @@ class CheckDock : public QDockWidget {
   QLayout* MakeFindingButtons();
   QWidget* MakeFolders();
   QWidget* MakeSpread();
-  QLineEdit* AddFolder(QFormLayout* form, const char* label, const char* name);
-  QPushButton* NewButton(const char* text, const char* name, const char* tip,
-                         void (CheckDock::*handler)());
+  CFolderLine* AddFolder(QFormLayout* form, const char* label, const char* name);
   Places PlacesNow() const;
   void TakeFiles(const FileCheck::Outcome& outcome);
   void ShowFindings();
   void ShowBoxes(const std::vector<SetRow>& boxes);
+  void CopyToCards();
   void EnableButtons();
   void Mend();
   void Dismiss();
@@ -88,9 +92,9 @@ class CheckDock : public QDockWidget {
   QPushButton* mend_ = nullptr;
   QPushButton* dismiss_ = nullptr;
   QCheckBox* show_dismissed_ = nullptr;
-  QLineEdit* calibrations_ = nullptr;
-  QLineEdit* set_ = nullptr;
-  QLineEdit* card_ = nullptr;
+  CFolderLine* calibrations_ = nullptr;
+  CFolderLine* set_ = nullptr;
+  CFolderLine* card_ = nullptr;
   QTableWidget* boxes_ = nullptr;
 };
 

@@ -5,7 +5,11 @@
 #include <exception>
 #include <utility>
 
+#include "check/check_memory.h"
+
 namespace orvane {
+
+FileCheck::FileCheck(QObject* parent) : QObject(parent), memory_(std::make_shared<CheckMemory>()) {}
 
 FileCheck::~FileCheck() {
   if (thread_.joinable()) {
@@ -23,9 +27,10 @@ void FileCheck::Start(Job job) {
 
 void FileCheck::Run(Job job) {
   Outcome outcome;
+  job.places.memory = memory_;
   try {
     outcome = {CheckFiles(job.table, job.now, job.places),
-               SetRowsOf(job.table, job.places.set, job.places.table)};
+               SetRowsOf(job.table, job.places.set, job.places.table, memory_.get())};
   } catch (const std::exception&) {
     outcome = {};  // without memory nothing can be said; the next look says it again
   }

@@ -3,6 +3,7 @@
 #define ORVANE_CHECK_WIDGETS_FILE_CHECK_H_
 
 #include <QObject>
+#include <memory>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -27,7 +28,7 @@ class FileCheck : public QObject {
     std::vector<SetRow> boxes;
   };
 
-  using QObject::QObject;
+  explicit FileCheck(QObject* parent);
   /// Waits for what is under way.
   ~FileCheck() override;
 
@@ -44,6 +45,7 @@ class FileCheck : public QObject {
   void Finish(const Outcome& outcome);
 
   std::optional<Job> next_;
+  std::shared_ptr<CheckMemory> memory_;  // of the thread that runs
   std::thread thread_;
 };
 

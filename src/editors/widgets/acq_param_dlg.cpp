@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 #include <map>
+#include <utility>
 
 #include "ui/byte_text.h"
 #include "ui/content_scroll_area.h"
@@ -225,6 +226,11 @@ void CAcqParamDlg::SetSiteSetup(std::function<void()> handler) {
   site_setup_button_->setEnabled(static_cast<bool>(site_setup_));
 }
 
+void CAcqParamDlg::SetSchedule(ScheduleFile file) {
+  schedule_ = std::move(file);
+  ShowState();
+}
+
 void CAcqParamDlg::OnEdited(int control) {
   form_->OnEdited(control);
   ShowState();
@@ -235,7 +241,7 @@ void CAcqParamDlg::ShowState() {
   calc_space_->setEnabled(form_->HasSchedule());
   coupling_note_->setText(TextFromBytes(form_->CouplingNote()));
   space_note_->setText(TextFromBytes(form_->SpaceNote()));
-  timeline_->SetTimeline(form_->Recording());
+  timeline_->SetTimeline(form_->Recording(schedule_ ? &*schedule_ : nullptr));
 }
 
 void CAcqParamDlg::OnCalcSpace() {

@@ -6,6 +6,7 @@
 #include <QLayout>
 #include <QPushButton>
 #include <functional>
+#include <optional>
 
 #include "editors/acq_form.h"
 #include "editors/widgets/timeline_bar.h"
@@ -24,6 +25,8 @@ class CAcqParamDlg : public CFormDialog {
   /// What "Site Setup..." does; without it the button is disabled. Not called while no function is
   /// chosen.
   void SetSiteSetup(std::function<void()> handler);
+  /// The schedule file of the table, for the timeline.
+  void SetSchedule(ScheduleFile file);
 
  protected:
   void OnEdited(int control) override;
@@ -52,6 +55,7 @@ class CAcqParamDlg : public CFormDialog {
 
   AcqForm* form_;
   std::function<void()> site_setup_;
+  std::optional<ScheduleFile> schedule_;
   QPushButton* site_setup_button_;
   QPushButton* same_times_;
   QPushButton* calc_space_;

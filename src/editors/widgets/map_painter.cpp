@@ -55,7 +55,10 @@ QString TitleOf(const SpreadMap& map, const MapLook& look) {
   }
   const MapItem& item = map.items[static_cast<std::size_t>(look.current)];
   const std::string mark = MarkOf(item, look.marks);
-  return TextFromBytes(Describe(item) + (mark.empty() ? "" : "; " + mark));
+  if (!mark.empty()) {  // it has room in place of the coordinates, which the pointer tells
+    return TextFromBytes(item.name + ", " + item.owner + ": ") + QString::fromStdString(mark);
+  }
+  return TextFromBytes(Describe(item));
 }
 
 double DistanceTo(const QLineF& line, const QPointF& at) {

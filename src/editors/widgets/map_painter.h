@@ -16,14 +16,6 @@
 
 namespace orvane {
 
-/// Something is wrong with a channel, or with a whole box where `channel` is below 0. Both count
-/// from 0 as in the map's items.
-struct MapMark {
-  int box = 0;
-  int channel = -1;
-  std::string why;  ///< in words
-};
-
 /// What is looked at, beside the map itself.
 struct MapLook {
   int current = -1;  ///< item; below 0: none

@@ -7,10 +7,12 @@
 #include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <initializer_list>
 #include <utility>
 
 #include "base/number_text.h"
 #include "ui/byte_text.h"
+#include "ui/flow_layout.h"
 #include "ui/plot_theme.h"
 #include "ui/window_size.h"
 
@@ -71,7 +73,7 @@ CParamTableDlg::CParamTableDlg(ParamTable* table, QWidget* parent,
   connect(grid_, &CGridCtrl::cellEdited, this, &CParamTableDlg::OnEndEdit);
   connect(switches_, &RawSwitches::changed, this, &CParamTableDlg::OnFilter);
   connect(grid_, &CGridCtrl::starToggled, this, &CParamTableDlg::OnStarToggled);
-  connect(grid_, &CGridCtrl::focusCellChanged, this, &CParamTableDlg::ShowDetail);
+  connect(grid_, &CGridCtrl::focusCellChanged, this, &CParamTableDlg::OnFocusMoved);
   connect(close_, &QPushButton::clicked, this, &QDialog::accept);
   OnFilter();
   grid_->SetFocusCell(1, kValueColumn);
@@ -101,9 +103,49 @@ void CParamTableDlg::CreateControls() {
   }
   sort_ = new QCheckBox(QStringLiteral("Sort by code"), this);
   sort_->setObjectName(QString::number(kSortByCode));
+  undo_ = NewStepButton("&Undo", "undo", "Ctrl+Z", &CParamTableDlg::undoWanted);
+  redo_ = NewStepButton("&Redo", "redo", "Ctrl+Y|Ctrl+Shift+Z", &CParamTableDlg::redoWanted);
   switches_ = new RawSwitches(rows_.HasFile(), rows_.HasMeanings(), this);
   new QShortcut(QKeySequence(QStringLiteral("Ctrl+L")), lookup_, [this] { lookup_->setFocus(); });
   new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), filter_, [this] { filter_->setFocus(); });
+}
+
+// The keys are heard without an edit to undo, too: to say so.
+QPushButton* CParamTableDlg::NewStepButton(const char* text, const char* name, const char* keys,
+                                           void (CParamTableDlg::*wanted)()) {
+  auto* button = new QPushButton(QString::fromLatin1(text), this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setAutoDefault(false);
+  button->setEnabled(false);
+  const QStringList all = QString::fromLatin1(keys).split(QLatin1Char('|'));
+  button->setToolTip(QStringLiteral("Of the edits made in this window (%1)").arg(all.front()));
+  button->setAccessibleDescription(button->toolTip());
+  connect(button, &QPushButton::clicked, this, wanted);
+  for (const QString& key : all) {
+    new QShortcut(QKeySequence(key), this, [this, button, wanted] { Step(button, wanted); });
+  }
+  return button;
+}
+
+void CParamTableDlg::Step(const QPushButton* button, void (CParamTableDlg::*wanted)()) {
+  if (button->isEnabled()) {
+    (this->*wanted)();
+    return;
+  }
+  ShowLine(button == undo_ ? QStringLiteral("Nothing more to undo here")
+                           : QStringLiteral("Nothing more to redo here"),
+           false);
+  Announce();
+}
+
+void CParamTableDlg::ShowSteps(bool can_undo, bool can_redo) {
+  // A disabled button would pass the focus to the next one.
+  for (const auto& [button, is_enabled] : {std::pair(undo_, can_undo), {redo_, can_redo}}) {
+    if (!is_enabled && button->hasFocus()) {
+      grid_->setFocus();
+    }
+    button->setEnabled(is_enabled);
+  }
 }
 
 void CParamTableDlg::CreateGrid() {
@@ -124,6 +166,7 @@ void CParamTableDlg::CreateGrid() {
   caution_ = new QLabel(this);
   caution_->setObjectName(QStringLiteral("caution"));
   caution_->setTextFormat(Qt::PlainText);
+  caution_->setWordWrap(true);
   caution_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   detail_ = new QLabel(this);
   detail_->setObjectName(QStringLiteral("detail"));
@@ -193,15 +236,24 @@ void CParamTableDlg::SetWidths() {
 }
 
 void CParamTableDlg::LayOut() {
-  auto* top = new QHBoxLayout;
-  top->addWidget(NewLabel(QStringLiteral("Lookup by code"), lookup_, this));
-  top->addWidget(lookup_);
-  top->addWidget(lookup_button_);
-  top->addSpacing(16);
-  top->addWidget(NewLabel(QStringLiteral("Filter"), filter_, this));
-  top->addWidget(filter_, 1);
-  top->addSpacing(16);
-  top->addWidget(sort_);
+  const auto row = [this](std::initializer_list<QWidget*> widgets) {
+    auto* group = new QWidget(this);
+    auto* layout = new QHBoxLayout(group);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* widget : widgets) {
+      layout->addWidget(widget);
+    }
+    return group;
+  };
+  auto* top = new FlowLayout;
+  top->addWidget(
+      row({NewLabel(QStringLiteral("Lookup by code"), lookup_, this), lookup_, lookup_button_}));
+  QWidget* filter = row({NewLabel(QStringLiteral("Filter"), filter_, this), filter_});
+  filter->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  top->addWidget(filter);
+  for (QWidget* widget : std::initializer_list<QWidget*>{sort_, undo_, redo_}) {
+    top->addWidget(widget);
+  }
   auto* lines = new QVBoxLayout;
   lines->addWidget(caution_);
   lines->addWidget(detail_, 1);
@@ -231,8 +283,10 @@ void CParamTableDlg::OnEndEdit(int row) {
   ShowMeaning(row);
   Mark(row);
   ShowAgain(partners);
+  edited_ = ordinal;
+  moves_left_ = grid_->GetFocusCell().first == row ? 1 : 0;
   ShowDetail(row);
-  AnnounceCaution();
+  Announce();
   emit edited();
 }
 
@@ -255,6 +309,7 @@ void CParamTableDlg::Mark(int row) {
 
 void CParamTableDlg::Refresh() {
   const std::vector<int> changed = rows_.ReadAgain();
+  edited_ = changed.empty() ? edited_ : 0;
   ShowAgain(changed);
   if (!changed.empty()) {  // undone: to be seen
     GoTo(rows_.Row(changed.front()).key);
@@ -353,18 +408,38 @@ void CParamTableDlg::OnFilter() {
   }
 }
 
+void CParamTableDlg::OnFocusMoved(int row) {
+  if (--moves_left_ < 0) {
+    edited_ = 0;
+  }
+  ShowDetail(row);
+}
+
+std::string CParamTableDlg::CautionLine(int ordinal) const {
+  const std::string caution = ordinal > 0 ? rows_.Caution(ordinal) : std::string();
+  const RawRow* row = caution.empty() ? nullptr : &rows_.Row(ordinal);
+  return row == nullptr ? caution : row->key.Text() + "=" + row->value + ": " + caution;
+}
+
+// Of the value that was just typed, though Return has gone to the next row.
 void CParamTableDlg::ShowDetail(int row) {
   const int ordinal = OrdinalAt(row);
   detail_->setText(TextFromBytes(rows_.Detail(ordinal)));
-  const std::string caution = ordinal > 0 ? rows_.Caution(ordinal) : std::string();
-  QPalette colors = palette();
-  colors.setColor(QPalette::WindowText, WarningColor(colors));
-  caution_->setPalette(colors);
-  caution_->setText(
-      caution.empty() ? QString() : TextFromBytes(rows_.Row(ordinal).key.Text() + ": " + caution));
+  const std::string of_edit = CautionLine(edited_);
+  ShowLine(TextFromBytes(of_edit.empty() ? CautionLine(ordinal) : of_edit), true);
 }
 
-void CParamTableDlg::AnnounceCaution() {
+void CParamTableDlg::ShowLine(const QString& text, bool is_warning) {
+  QPalette colors = palette();
+  if (is_warning) {
+    colors.setColor(QPalette::WindowText, WarningColor(colors));
+  }
+  caution_->setPalette(colors);
+  caution_->setText(text);
+  grid_->setAccessibleDescription(text);
+}
+
+void CParamTableDlg::Announce() {
   if (!caution_->text().isEmpty()) {
     QAccessibleEvent alert(caution_, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <string>
 #include <vector>
 
 #include "editors/raw_table.h"
@@ -35,6 +36,8 @@ class CParamTableDlg : public QDialog {
 
   /// Shows what others have changed in the table.
   void Refresh();
+  /// Whether there is an edit to undo and one to make again.
+  void ShowSteps(bool can_undo, bool can_redo);
   /// Brings the focus to the row of a key.
   void GoTo(ParamKey key);
 
@@ -43,6 +46,9 @@ class CParamTableDlg : public QDialog {
  signals:
   /// A value of the table changed.
   void edited();
+  /// An edit made here is to be undone, or made again: there is one.
+  void undoWanted();
+  void redoWanted();
 
  private:
   void CreateControls();
@@ -66,8 +72,14 @@ class CParamTableDlg : public QDialog {
   void OnLookup();
   void OnSortByCode(bool by_code);
   void OnFilter();
+  void OnFocusMoved(int row);
   void ShowDetail(int row);
-  void AnnounceCaution();
+  std::string CautionLine(int ordinal) const;
+  void ShowLine(const QString& text, bool is_warning);
+  void Announce();
+  QPushButton* NewStepButton(const char* text, const char* name, const char* keys,
+                             void (CParamTableDlg::*wanted)());
+  void Step(const QPushButton* button, void (CParamTableDlg::*wanted)());
 
   RawTable rows_;
   QLineEdit* lookup_ = nullptr;
@@ -78,7 +90,11 @@ class CParamTableDlg : public QDialog {
   CGridCtrl* grid_ = nullptr;
   QLabel* caution_ = nullptr;
   QLabel* detail_ = nullptr;
+  QPushButton* undo_ = nullptr;
+  QPushButton* redo_ = nullptr;
   QPushButton* close_ = nullptr;
+  int edited_ = 0;      // the ordinal whose caution stays to be read; 0: none
+  int moves_left_ = 0;  // of the focus until it goes: Return that ends an edit moves it, too
 };
 
 }  // namespace orvane

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/widgets/raw_switches.h"
 
-#include <QGridLayout>
-#include <QScreen>
+#include "ui/flow_layout.h"
 
 namespace orvane {
 
@@ -21,22 +20,15 @@ RawSwitches::RawSwitches(bool has_file, bool has_meanings, QWidget* parent) : QW
   LayOut();
 }
 
-// In a row, or in two where the screen is too narrow for one.
 void RawSwitches::LayOut() {
-  constexpr int kNarrow = 800;
-  constexpr int kColumnsWhereNarrow = 3;
-  const bool is_narrow = screen()->availableGeometry().width() < kNarrow;
-  const int columns = is_narrow ? kColumnsWhereNarrow : static_cast<int>(boxes_.size());
-  auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(0, 0, 0, 0);
-  grid->addWidget(new QLabel(QStringLiteral("Show only:"), this), 0, 0);
-  int at = 0;
+  auto* layout = new FlowLayout(this);
+  layout->addWidget(new QLabel(QStringLiteral("Show only:"), this));
   for (const auto& [what, box] : boxes_) {
-    grid->addWidget(box, at / columns, 1 + at % columns);
-    ++at;
+    layout->addWidget(box);
   }
-  grid->setColumnStretch(columns + 1, 1);
-  grid->addWidget(count_, 0, columns + 2);
+  count_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  count_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  layout->addWidget(count_);
 }
 
 QCheckBox* RawSwitches::Add(RawSwitch what, const QString& text, const QString& tip) {

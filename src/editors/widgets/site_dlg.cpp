@@ -144,6 +144,16 @@ void CSiteDlg::ShowMap() {
   if (panel_ != nullptr) {
     map_->Choose(panel_->CurrentBox(), panel_->CurrentChannel());
   }
+  if (marker_ && spread_ != nullptr) {
+    ParamTable saved = site;
+    spread_->SaveTo(&saved);
+    map_->SetMarked(marker_(saved, *spread_));
+  }
+}
+
+void CSiteDlg::SetMarker(Marker marker) {
+  marker_ = std::move(marker);
+  ShowMap();
 }
 
 void CSiteDlg::OnEdited(int control) {

@@ -3,7 +3,9 @@
 #define ORVANE_EDITORS_WIDGETS_SITE_DLG_H_
 
 #include <QGroupBox>
+#include <functional>
 #include <memory>
+#include <vector>
 
 #include "editors/site_forms.h"
 #include "editors/spread.h"
@@ -23,7 +25,13 @@ class CSiteDlg : public CFormDialog {
   /// The form must be open and outlive the dialog.
   CSiteDlg(SiteForm* form, ParamTable* table, Prompts* prompts, QWidget* parent);
 
+  /// What is wrong with a spread, as OK would leave the table: marked on the map after each edit.
+  using Marker = std::function<std::vector<MapMark>(const ParamTable& table, const Spread& spread)>;
+  void SetMarker(Marker marker);
+
   void accept() override;
+  /// Brings the focus to the grid's cell of a key. False where there is none.
+  bool GoTo(ParamKey key) { return panel_ != nullptr && panel_->GoTo(key); }
 
  signals:
   /// For the status bar.
@@ -42,6 +50,7 @@ class CSiteDlg : public CFormDialog {
   void OnCalcCoord();
 
   SiteForm* form_;
+  Marker marker_;
   std::unique_ptr<Spread> spread_;  // none for MT/AMT
   SpreadPanel* panel_ = nullptr;
   QLabel* coordinates_ = nullptr;  // what Calc. Coord. did

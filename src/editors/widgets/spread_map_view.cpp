@@ -60,8 +60,8 @@ void SpreadMapView::Describe() {
   if (look_.current >= 0) {
     const MapItem& item = map_.items[static_cast<std::size_t>(look_.current)];
     const std::string mark = MarkOf(item, look_.marks);
-    text = TextFromBytes(orvane::Describe(item) + (mark.empty() ? "" : "; " + mark)) +
-           QStringLiteral(". ") + text;
+    text = TextFromBytes(orvane::Describe(item)) +
+           QString::fromStdString(mark.empty() ? "" : "; " + mark) + QStringLiteral(". ") + text;
   }
   setAccessibleDescription(text);
   update();
@@ -171,7 +171,8 @@ QString SpreadMapView::TextAt(const QPointF& at) const {
   if (const int item = MapItemAt(map_, projection, at); item >= 0) {
     const MapItem& shown = map_.items[static_cast<std::size_t>(item)];
     const std::string mark = MarkOf(shown, look_.marks);
-    return TextFromBytes(orvane::Describe(shown) + (mark.empty() ? "" : "\n" + mark));
+    return TextFromBytes(orvane::Describe(shown)) +
+           QString::fromStdString(mark.empty() ? "" : "\n" + mark);
   }
   const MapPoint ground = projection.ToGround(at);
   const int decimals =

@@ -192,6 +192,17 @@ void SpreadPanel::Choose(int box, int channel) {
   channels_->SetFocusCell(channel + kHeaderRows, std::max(channels_->GetFocusCell().second, 0));
 }
 
+bool SpreadPanel::GoTo(ParamKey key) {
+  const auto place = spread_->PlaceOf(key);
+  if (!place) {
+    return false;
+  }
+  Choose(place->box, place->channel);
+  channels_->SetFocusCell(place->channel + kHeaderRows, place->column + 1);
+  channels_->setFocus();
+  return true;
+}
+
 void SpreadPanel::UpdateButtons() {
   const int box = CurrentBox();
   insert_box_->setEnabled(!spread_->InsertChoices().empty());

@@ -31,6 +31,8 @@ class SpreadPanel : public QWidget {
   void ShowChannels();
   /// Puts the focus cells on a channel; both count from 0.
   void Choose(int box, int channel);
+  /// Brings the focus to the channel's cell that is kept under a key. False where there is none.
+  bool GoTo(ParamKey key);
 
  signals:
   /// What the spread holds may have changed.

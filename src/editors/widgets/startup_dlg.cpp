@@ -42,6 +42,7 @@ CStartupDlg::CStartupDlg(StartupForm* form, StartupRun* run, Prompts* prompts, Q
   groups->addWidget(FileGroup());
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(HeadingLabel());
+  layout->addWidget(DoubtsLabel());
   layout->addWidget(new ContentScrollArea(content, this), 1);
   layout->addWidget(WarningLabel());  // always in sight
   layout->addWidget(ButtonRow());
@@ -67,6 +68,32 @@ QWidget* CStartupDlg::WarningLabel() {
   warning_->setTextFormat(Qt::PlainText);
   warning_->setWordWrap(true);
   return warning_;
+}
+
+void CStartupDlg::TellDoubts(const std::string& lines) {
+  constexpr qsizetype kMostLines = 4;
+  QStringList doubts = QString::fromStdString(lines).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+  QPalette colors = palette();
+  colors.setColor(QPalette::WindowText, WarningColor(colors));
+  doubts_->setPalette(colors);
+  doubts_->setVisible(!doubts.isEmpty());
+  doubts_->setToolTip(doubts.join(QLatin1Char('\n')));
+  if (doubts.size() > kMostLines) {
+    const QString rest = QStringLiteral("and %1 more").arg(doubts.size() - kMostLines + 1);
+    doubts = doubts.first(kMostLines - 1) << rest;
+  }
+  doubts_->setText(doubts.join(QLatin1Char('\n')));
+  setAccessibleDescription(doubts_->text());
+  ResizeWithinScreen(this, size() + QSize(0, doubts_->sizeHint().height()));
+}
+
+QWidget* CStartupDlg::DoubtsLabel() {
+  doubts_ = new QLabel(this);
+  doubts_->setObjectName(QStringLiteral("doubts"));
+  doubts_->setTextFormat(Qt::PlainText);
+  doubts_->setWordWrap(true);
+  doubts_->hide();
+  return doubts_;
 }
 
 QWidget* CStartupDlg::ButtonRow() {

@@ -21,6 +21,9 @@ class CStartupDlg : public CFormDialog {
   /// What exec() answers where the whole run is to end.
   static constexpr int kStop = 2;
 
+  /// What speaks against the run as a whole, in lines: boxes without a file, faults of the table.
+  void TellDoubts(const std::string& lines);
+
   void accept() override;
 
  private:
@@ -28,6 +31,7 @@ class CStartupDlg : public CFormDialog {
   void Commit() override { run_->Accept(*form_); }
   QWidget* HeadingLabel();
   QWidget* WarningLabel();
+  QWidget* DoubtsLabel();
   QWidget* ButtonRow();
   QWidget* SettingsGroup();
   QWidget* FileGroup();
@@ -44,6 +48,7 @@ class CStartupDlg : public CFormDialog {
   QLabel* heading_ = nullptr;
   QLabel* path_ = nullptr;
   QLabel* warning_ = nullptr;
+  QLabel* doubts_ = nullptr;
 };
 
 }  // namespace orvane

@@ -68,6 +68,12 @@ void TimelineBar::PaintLane(std::size_t lane, QPainter* painter) const {
   painter->setPen(palette().color(QPalette::WindowText));
   painter->drawText(QRectF(kGap, rect.top(), rect.left(), rect.height()),
                     Qt::AlignLeft | Qt::AlignVCenter, TextFromBytes(line_.lanes[lane].name));
+  if (!line_.lanes[lane].note.empty()) {
+    painter->setPen(WarningColor(palette()));
+    painter->drawText(rect.adjusted(kGap, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                      TextFromBytes(line_.lanes[lane].note));
+    return;
+  }
   const QColor color = TraceColor(static_cast<int>(lane), palette());
   const double height = rect.height() * kBarShare;
   const double top = rect.top() + (rect.height() - height) / 2;

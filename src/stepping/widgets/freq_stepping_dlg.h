@@ -27,6 +27,8 @@ class CFreqSteppingDlg : public CFormDialog {
 
   void accept() override;
   void reject() override;
+  /// Brings the focus to the cell of a requested frequency. False where the key is of none.
+  bool GoTo(ParamKey key);
 
  private:
   void OnEdited(int control) override;

@@ -98,6 +98,17 @@ void CFreqSteppingDlg::ShowFrequencies() {
   }
 }
 
+bool CFreqSteppingDlg::GoTo(ParamKey key) {
+  const auto* found = std::find_if(kFrequencyKeys.begin(), kFrequencyKeys.end(),
+                                   [key](std::string_view one) { return ParamKey(one) == key; });
+  if (found == kFrequencyKeys.end()) {
+    return false;
+  }
+  frequencies_->SetFocusCell(static_cast<int>(found - kFrequencyKeys.begin()) + 1, 1);
+  frequencies_->setFocus();
+  return true;
+}
+
 void CFreqSteppingDlg::ShowSchedule() {
   for (int row = 0; row < kMostSteps; ++row) {
     schedule_->SetItemText(row + 1, 0, QString::number(row + 1));
