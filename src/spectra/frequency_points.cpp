@@ -275,7 +275,8 @@ class PointsRun {
     };
     add("nothing of channels without a unit: ", without_unit);
     add("marked bad and used: record ", bad_);
-    add("left out, without two whole periods or with other channels than the first: record ",
+    add("left out (fewer than two whole periods, a frequency above 0.4 of the rate, or other "
+        "channels than the first): record ",
         others_);
     if (options_.reference == 0) {
       AddNote("no phases: they need a channel to refer to (--reference)", &note);

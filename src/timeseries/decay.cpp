@@ -22,9 +22,10 @@ struct Weights {
   double Of(std::size_t place) const { return of_places[place - first]; }
 };
 
+// Without the last place, where scans may be from both sides of the switch.
 Weights OnWeights(std::size_t on_places) {
   const std::size_t first = on_places / 2;
-  const std::size_t count = on_places - first;
+  const std::size_t count = std::max<std::size_t>(1, on_places - first - 1);
   return {first, std::vector<double>(count, 1 / static_cast<double>(count))};
 }
 

@@ -62,7 +62,7 @@ struct DecayValue {
 };
 
 struct Decay {
-  DecayValue on;                            ///< mean of the last half of the time with current
+  DecayValue on;  ///< mean of the last half of the time with current, less its last scan
   std::vector<DecayValue> windows;          ///< mean of the decay within each window
   std::optional<DecayValue> chargeability;  ///< see `DecayOf()`; none where the voltage is 0
 };

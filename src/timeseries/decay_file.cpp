@@ -195,7 +195,7 @@ class DecayRun {
         result_.records.push_back(decay);
         failed_ += decay.reason.empty() ? 0 : 1;
       }
-      if (place.header.IsBad()) {
+      if (place.header.IsBad() && decay.reason.empty()) {
         bad_.Add(FormatInt(place.number));
       }
     } else if (place.is_cut) {
