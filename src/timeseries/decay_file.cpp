@@ -145,8 +145,9 @@ class DecayRun {
         }
       }
     }
-    return clearest > 0 ? walker.Outcome()
-                        : Failure("no channel has clear edges where its current is switched");
+    return clearest > 0 || !walker.Outcome()
+               ? walker.Outcome()
+               : Failure("no channel has clear edges where the current is switched");
   }
 
   TsWalker Walk() const {
