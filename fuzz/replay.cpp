@@ -28,6 +28,8 @@ constexpr auto kTargets = std::to_array<Target>({
     {"restack", FuzzRestack, 2048, 1000},
     {"leave-out", FuzzLeaveOut, 512, 1000},
     {"stack", FuzzStack, 2048, 1000},
+    {"stack-view", FuzzStackView, 2048, 1000},
+    {"decay", FuzzDecay, 2048, 1000},
     {"calibration", FuzzCalibration, 2180, 1000},
     {"calibration-view", FuzzCalibrationView, 1536, 100},
     {"calibration-fit", FuzzCalibrationFit, 2180, 100},

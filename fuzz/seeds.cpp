@@ -74,6 +74,8 @@ void PutWaveform(const std::filesystem::path& path, Seeds* seeds) {
                              static_cast<char>(companion.size() % 256),
                              static_cast<char>(companion.size() / 256)};
   seeds->Put("time-series", front + companion + bytes);
+  seeds->Put("decay", std::string("\2\1\x10\0", 4) + bytes.substr(0, 2000));
+  seeds->Put("decay", std::string("\1\4\1\x68", 4) + bytes.substr(0, 2000));
   seeds->Put("restack", '\0' + bytes.substr(0, 2000));
   seeds->Put("time-series-text", static_cast<char>(is_band ? 3 : 0) + bytes.substr(0, 2000));
 }
@@ -108,6 +110,7 @@ void PutFile(const std::filesystem::path& path, Seeds* seeds) {
     seeds->Put("tfs-round-trip", bytes);
   } else if (EndsWithoutCase(name, ".trs")) {
     seeds->Put("stack", bytes);
+    seeds->Put("stack-view", bytes);
   } else if (EndsWithoutCase(name, ".clb") || EndsWithoutCase(name, ".clc")) {
     seeds->Put("calibration", bytes);
     seeds->Put("calibration-view", bytes);

@@ -31,6 +31,11 @@ void FuzzRestack(Bytes input);
 void FuzzLeaveOut(Bytes input);
 /// Stack results: taken apart and put together again, as comma-separated text.
 void FuzzStack(Bytes input);
+/// Stack results on display, as either domain, and their statistics.
+void FuzzStackView(Bytes input);
+/// Decays of a waveform, its points in the frequency domain, and its first trace folded, measured
+/// and filtered. First method, waveform and windows of its table, then a byte of choices.
+void FuzzDecay(Bytes input);
 /// A calibration without its front-end model: read, as text.
 void FuzzCalibration(Bytes input);
 /// A calibration shown with its model and itself as reference.

@@ -28,8 +28,9 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code);
 /// `waveform harmonics`.
 void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code);
 void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code);
-/// The verb `waveform spectrum`.
+/// The verbs `waveform spectrum` and `waveform decay`.
 void AddSpectrumCommand(CLI::App* waveform, ExitCode* exit_code);
+void AddDecayCommand(CLI::App* waveform, ExitCode* exit_code);
 
 /// The kind of calibration that a file is by its name and header, a `CalKind`.
 int CalKindOf(const std::filesystem::path& file);

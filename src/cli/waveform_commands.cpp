@@ -153,6 +153,7 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
   AddHeaderOption(stats, arguments.get());
   AddLeaveOut(stats, leave_out.get());
   AddSpectrumCommand(waveform, exit_code);
+  AddDecayCommand(waveform, exit_code);
   AddHarmonicsCommand(waveform, exit_code);
 }
 

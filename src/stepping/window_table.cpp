@@ -15,15 +15,6 @@ constexpr int kMostWindows = 199;
 constexpr double kMostSamples = 65535;  // of a cycle
 constexpr double kMilliseconds = 1000;
 
-// The share of the period that passes without current before it flows the other way.
-double OffShare(int waveform) {
-  const std::string name = WaveformName(waveform);
-  if (name.substr(0, 4) == "TD33") {
-    return 1.0 / 3;
-  }
-  return name.substr(0, 4) == "TD25" ? 3.0 / 8 : 1.0 / 4;
-}
-
 double SampleRate(double repeat) {
   for (const double rate : {24000.0, 2400.0, 150.0, 15.0}) {
     if (rate / repeat <= kMostSamples) {
@@ -35,12 +26,20 @@ double SampleRate(double repeat) {
 
 }  // namespace
 
+double OffShareOf(int waveform) {
+  const std::string name = WaveformName(waveform);
+  if (name.substr(0, 4) == "TD33") {
+    return 1.0 / 3;
+  }
+  return name.substr(0, 4) == "TD25" ? 3.0 / 8 : 1.0 / 4;
+}
+
 std::vector<WindowRow> CalculateWindows(Tech tech, int waveform, double repeat, int count) {
   if (!std::isfinite(repeat) || repeat <= 0 || count <= 0) {
     return {};
   }
   const double rate = SampleRate(repeat);
-  const double off = OffShare(waveform) / repeat;  // s
+  const double off = OffShareOf(waveform) / repeat;  // s
   if (rate == 0 || off * rate <= 1) {
     return {};  // not even two samples
   }

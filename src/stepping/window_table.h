@@ -24,6 +24,9 @@ struct WindowRow {
 /// not above 0, or where no sample rate fits.
 std::vector<WindowRow> CalculateWindows(Tech tech, int waveform, double repeat, int count);
 
+/// The share of the period that passes without current before it flows the other way, as above.
+double OffShareOf(int waveform);
+
 }  // namespace orvane
 
 #endif  // ORVANE_STEPPING_WINDOW_TABLE_H_

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include "base/number_text.h"
 #include "support/cli_run.h"
+#include "support/decay_bytes.h"
+#include "support/stack_bytes.h"
 #include "support/ts_bytes.h"
 
 namespace orvane::testing {
@@ -46,6 +49,35 @@ TEST(WaveformCommands, ReadAndConvert) {
   EXPECT_EQ(RunCli(dir, "waveform text a.TSS none.TSS").exit_code, 1);
   EXPECT_EQ(ReadAll(dir / "a.txt").substr(0, 22), " Time:                ");
   EXPECT_EQ(RunCli(dir, "waveform text --header 100 a.TSS").exit_code, 2);
+}
+
+// By the closed form 27.7 mV/V in these windows: 50 (exp(-t1 / tau) - exp(-t2 / tau)) tau / (t2 -
+// t1).
+TEST(WaveformCommands, DecayOfKnownChargeability) {
+  const TempDir dir;
+  const DecayBytes record{.noise = 1e-6};
+  WriteAll(dir / "a.TSS", record.Bytes(1) + record.Bytes(2));
+  WriteAll(dir / "a.TBL", DecayBytes::Table());
+  const Outcome one = RunCli(dir, "waveform decay a.TSS --windows 20-60,60-500");
+  EXPECT_EQ(one.exit_code, 0) << one.err;
+  EXPECT_EQ(one.out.substr(0, one.out.find('\n')),
+            "record\tchannel\twindow\tstart (ms)\tend (ms)\tvalue\tspread\tmark");
+  const std::string row = "all\tEx1 (mV)\tchargeability (mV/V)\t20\t500\t";
+  const std::size_t at = one.out.find(row);
+  ASSERT_NE(at, std::string::npos) << one.out;
+  const double expected = 1000 * record.Mean(1, 0.02, 0.5);
+  EXPECT_NEAR(ParseRealPrefix(std::string_view(one.out).substr(at + row.size())) / expected, 1,
+              0.005);
+  const Outcome many = RunCli(dir, "waveform decay a.TSS --record 2 --reference 1 --out o");
+  EXPECT_EQ(Slashed(many.out), "o/a_decay.tsv\n") << many.err;
+  EXPECT_EQ(ReadAll(dir / "o/a_decay.tsv").find("\nall\t"), std::string::npos);
+  EXPECT_EQ(RunCli(dir, "waveform decay a.TSS --windows 60-20").exit_code, 2);
+  WriteAll(dir / "b.trs", StackBytes("A", Extension(0), 4, 2, FloatBytes(1) + FloatBytes(-3)));
+  const std::string titles = "label\titem\trecords\tmedian\tspread\n";
+  EXPECT_EQ(RunCli(dir, "stack stats b.trs").out, titles + "A\t1\t1\t1\t0\nA\t2\t1\t-3\t0\n");
+  EXPECT_EQ(RunCli(dir, "stack stats b.trs --time-domain --second").out,
+            titles + "A\t1\t1\t-3\t0\n");
+  EXPECT_EQ(RunCli(dir, "stack stats b.trs --frequency-domain --second").exit_code, 2);
 }
 
 TEST(WaveformCommands, RestackLeavesOutBadRecordsAndOtherTables) {

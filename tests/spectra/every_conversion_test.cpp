@@ -11,6 +11,7 @@
 #include "calibration/cal_text.h"
 #include "files/batch.h"
 #include "spectra/calibrated_spectra.h"
+#include "spectra/decay_listing.h"
 #include "spectra/spectrum_text.h"
 #include "stepping/schedule_text.h"
 #include "stepping/tfs_file.h"
@@ -23,6 +24,7 @@
 #include "table/tbl_file.h"
 #include "timeseries/restack.h"
 #include "timeseries/stack_csv.h"
+#include "timeseries/stack_stats.h"
 #include "timeseries/stats_listing.h"
 #include "timeseries/time_series_text.h"
 #include "timeseries/ts_file.h"
@@ -66,7 +68,10 @@ class EveryConversion : public ::testing::Test {
             {"calibration text", ExportCalToText(), "Calibration/2417.CLB"},
             {"spectra", CalibratedSpectra(options), "CSAMT/2417.TSS"},
             {"statistics", ListingFiles(kStatsSuffix, StatsListing()), "SIP/2417.TSS"},
-            {"spectrum", ListingFiles(kSpectrumSuffix, SpectrumListing({})), "SIP/2417.TSS"}};
+            {"spectrum", ListingFiles(kSpectrumSuffix, SpectrumListing({})), "SIP/2417.TSS"},
+            {"decay", ListingFiles(kDecaySuffix, DecayListing({})), "TDIP/2417.TSS"},
+            {"stack statistics", ListingFiles(kStackStatsSuffix, StackStatsListing({})),
+             "TDIP/2417.trs"}};
   }
 
   TempDir dir_;

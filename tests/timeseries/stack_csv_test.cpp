@@ -1,24 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/stack_csv.h"
 
-#include <bit>
-
 #include "support/batch_help.h"
-#include "support/tbl_bytes.h"
+#include "support/stack_bytes.h"
 
 namespace orvane::testing {
 namespace {
-
-std::string FloatBytes(float value) { return Little(std::bit_cast<std::uint32_t>(value), 4); }
-
-// The bytes of a record of 2009/06/30 14:05:00, numbers 7 and 1, flags 0x0A, value 0.125.
-std::string Record(std::string_view label, const std::string& extension, std::size_t item_size,
-                   std::size_t item_count, const std::string& items) {
-  return std::string("\x00\x05\x0E\x1E\x06\x09\x01\x14", 8) + "????" + Little(7, 2) + "\x01\x0A" +
-         "??" + Little(extension.size(), 1) + Little(item_size, 1) + Little(item_count, 1) +
-         "?????" + RealBytes(0.125) + Padded(label, 36) + extension + items;
-}
-std::string Extension(float value) { return std::string(16, '?') + FloatBytes(value); }
 
 constexpr const char* kHead = "2009/06/30 14:05:00, 0007, 1, 0A,     0.125000, ";
 
@@ -34,55 +21,57 @@ std::string Csv(StackDomain domain, const std::string& file, BatchResult* result
 
 TEST(StackCsv, PrintsBothDomains) {
   const std::string two = FloatBytes(-1.5F) + FloatBytes(2.5e-12F);
-  EXPECT_EQ(Csv(StackDomain::kTime, Record("TX-1", Extension(1.25F), 8, 1, two)),
+  EXPECT_EQ(Csv(StackDomain::kTime, StackBytes("TX-1", Extension(1.25F), 8, 1, two)),
             std::string("    TX-1, ") + kHead + "1.250,   -1.50000e+00,    2.50000e-12,\n");
-  EXPECT_EQ(Csv(StackDomain::kFrequency, Record("TX-1", Extension(1.25F), 4, 2, two)),
+  EXPECT_EQ(Csv(StackDomain::kFrequency, StackBytes("TX-1", Extension(1.25F), 4, 2, two)),
             std::string("    TX-1, ") + kHead + "   1.25,   -1.50000e+00,    2.50000e-12, \n");
   // No items; an extension too short for its value, and the longest; a label without its NUL.
   const std::string label(36, 'L');
   EXPECT_EQ(
-      Csv(StackDomain::kTime, Record(label, std::string(19, '\x7F'), 255, 0, "") +
-                                  Record("", Extension(-2) + std::string(235, '?'), 8, 0, "")),
+      Csv(StackDomain::kTime, StackBytes(label, std::string(19, '\x7F'), 255, 0, "") +
+                                  StackBytes("", Extension(-2) + std::string(235, '?'), 8, 0, "")),
       label + ", " + kHead + "0.000, \n" + std::string(8, ' ') + ", " + kHead + "-2.000, \n");
 }
 
 // Items are printed at 8 or 4 bytes whatever their size is.
 TEST(StackCsv, KeepsTheStrideWhateverTheItemSize) {
   const std::string one = FloatBytes(1);
-  EXPECT_EQ(Csv(StackDomain::kTime, Record("a", Extension(0), 4, 2, one + one)),
+  EXPECT_EQ(Csv(StackDomain::kTime, StackBytes("a", Extension(0), 4, 2, one + one)),
             std::string("       a, ") + kHead +
                 "0.000,    1.00000e+00,    1.00000e+00,   0.00000e+00,    0.00000e+00,\n");
-  EXPECT_EQ(Csv(StackDomain::kFrequency, Record("a", Extension(0), 3, 2, "\x01\x02" + one)),
+  EXPECT_EQ(Csv(StackDomain::kFrequency, StackBytes("a", Extension(0), 3, 2, "\x01\x02" + one)),
             std::string("       a, ") + kHead + "   0.00,    7.18866e-43,    2.27795e-41, \n");
-  EXPECT_EQ(Csv(StackDomain::kFrequency, Record("a", Extension(0), 0, 1, "")),
+  EXPECT_EQ(Csv(StackDomain::kFrequency, StackBytes("a", Extension(0), 0, 1, "")),
             std::string("       a, ") + kHead + "   0.00,    0.00000e+00, \n");
   // Items of the other domain's size are told.
   BatchResult result;
-  const std::string record = Record("a", Extension(0), 3, 1, "abc");
-  Csv(StackDomain::kTime, Record("a", Extension(0), 4, 1, one) + record, &result);
+  const std::string record = StackBytes("a", Extension(0), 3, 1, "abc");
+  Csv(StackDomain::kTime, StackBytes("a", Extension(0), 4, 1, one) + record, &result);
   EXPECT_EQ(result.text,
             "1 of 2 records have items of 4 bytes, as frequency-domain results have, but were "
             "converted as time domain");
-  Csv(StackDomain::kFrequency, Record("a", Extension(0), 8, 0, "") + record, &result);
+  Csv(StackDomain::kFrequency, StackBytes("a", Extension(0), 8, 0, "") + record, &result);
   EXPECT_TRUE(result.text.starts_with("1 of 2 records have items of 8 bytes, as time-domain"));
-  Csv(StackDomain::kFrequency, Record("a", Extension(0), 4, 1, one) + record, &result);
+  Csv(StackDomain::kFrequency, StackBytes("a", Extension(0), 4, 1, one) + record, &result);
   EXPECT_EQ(result.status, BatchStatus::kDone);
   for (const char* label : {"=1+1", "  +a", "-", "@x", "a\nb"}) {
     Csv(StackDomain::kFrequency,
-        Record("a", Extension(0), 4, 1, one) + Record(label, Extension(0), 4, 1, one), &result);
+        StackBytes("a", Extension(0), 4, 1, one) + StackBytes(label, Extension(0), 4, 1, one),
+        &result);
     EXPECT_EQ(result.text,
               "1 label looks like a formula to a spreadsheet or has a line break, the first in "
               "record 2");
   }
   const std::string most(std::size_t{255} * 255, '\0');
-  const std::string lines = Csv(StackDomain::kTime, Record("a", Extension(0), 255, 255, most) +
-                                                        Record("b", Extension(0), 255, 255, most));
+  const std::string lines =
+      Csv(StackDomain::kTime, StackBytes("a", Extension(0), 255, 255, most) +
+                                  StackBytes("b", Extension(0), 255, 255, most));
   EXPECT_EQ(lines.size(), 2 * (10 + 48 + 7 + 255 * 31 + 1));
 }
 
 TEST(StackCsv, ACutFileKeepsItsWholeRecords) {
   const TempDir dir;
-  const std::string record = Record("a", Extension(1), 8, 2, std::string(16, '\0'));
+  const std::string record = StackBytes("a", Extension(1), 8, 2, std::string(16, '\0'));
   for (std::size_t size = 0; size <= 2 * record.size(); ++size) {
     WriteAll(dir / "cut.trs", (record + record).substr(0, size));
     StackReader reader;

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/view_filter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <span>
+
+#include "base/number_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr double kNotchWidth = 2;  // Hz, where a single run is 3 dB down
+
+// y(n) = b0 x(n) + b1 x(n-1) + b2 x(n-2) - a1 y(n-1) - a2 y(n-2)
+struct Section {
+  double b0;
+  double b1;
+  double b2;
+  double a1;
+  double a2;
+  double slowest;  // Hz: how long it remembers is a few of its periods
+
+  // Of a steady input.
+  double Gain() const { return (b0 + b1 + b2) / (1 + a1 + a2); }
+};
+
+// By the bilinear transform with the corner where it belongs.
+Section Butterworth(double corner, double rate, bool is_high) {
+  const double k = std::tan(std::numbers::pi * corner / rate);
+  const double norm = 1 / (1 + std::numbers::sqrt2 * k + k * k);
+  const double b = is_high ? norm : k * k * norm;
+  return {b,
+          is_high ? -2 * b : 2 * b,
+          b,
+          2 * (k * k - 1) * norm,
+          (1 - std::numbers::sqrt2 * k + k * k) * norm,
+          corner};
+}
+
+// Zeros on the unit circle at the line.
+Section Notch(double line, double rate) {
+  const double k = std::tan(std::numbers::pi * std::min(kNotchWidth / rate, 0.25));
+  const double norm = 1 / (1 + k);
+  const double b1 = -2 * std::cos(2 * std::numbers::pi * line / rate) * norm;
+  return {norm, b1, norm, b1, (1 - k) * norm, kNotchWidth};
+}
+
+// Begins as if the first value had been there for ever.
+template <typename Values>
+void Run(const Section& s, Values begin, Values end) {
+  const double steady = *begin * s.Gain();
+  double z2 = s.b2 * *begin - s.a2 * steady;
+  double z1 = s.b1 * *begin - s.a1 * steady + z2;
+  for (; begin != end; ++begin) {
+    const double x = *begin;
+    const double y = s.b0 * x + z1;
+    z1 = s.b1 * x - s.a1 * y + z2;
+    z2 = s.b2 * x - s.a2 * y;
+    *begin = y;
+  }
+}
+
+// Forward and backward over the values and what mirrors them at both ends.
+void RunBothWays(const std::vector<Section>& sections, double rate, std::vector<double>* values) {
+  constexpr double kPeriods = 1.5;  // five or more time constants
+  double slowest = rate;
+  for (const Section& section : sections) {
+    slowest = std::min(slowest, section.slowest);
+  }
+  const std::size_t count = values->size();
+  const auto edge =
+      static_cast<std::size_t>(std::min(static_cast<double>(count - 1), kPeriods * rate / slowest));
+  std::vector<double> longer(count + 2 * edge);
+  std::copy(values->begin(), values->end(), longer.begin() + static_cast<std::ptrdiff_t>(edge));
+  for (std::size_t i = 1; i <= edge; ++i) {
+    longer[edge - i] = 2 * values->front() - (*values)[i];
+    longer[edge + count - 1 + i] = 2 * values->back() - (*values)[count - 1 - i];
+  }
+  for (const Section& section : sections) {
+    Run(section, longer.begin(), longer.end());
+    Run(section, longer.rbegin(), longer.rend());
+  }
+  std::copy_n(longer.begin() + static_cast<std::ptrdiff_t>(edge), count, values->begin());
+}
+
+void RemoveTrend(std::vector<double>* values) {
+  const auto count = static_cast<double>(values->size());
+  const double middle = (count - 1) / 2;
+  double mean = 0;
+  for (const double value : *values) {
+    mean += value / count;
+  }
+  double product = 0;
+  for (std::size_t i = 0; i < values->size(); ++i) {
+    product += (static_cast<double>(i) - middle) * ((*values)[i] - mean);
+  }
+  const double squares = count * (count * count - 1) / 12;
+  const double slope = squares > 0 ? product / squares : 0;
+  for (std::size_t i = 0; i < values->size(); ++i) {
+    (*values)[i] -= mean + slope * (static_cast<double>(i) - middle);
+  }
+}
+
+Result<> CheckFrequency(const char* what, const std::optional<double>& frequency, double rate) {
+  if (!frequency || (*frequency > 0 && *frequency < rate / 2)) {
+    return {};
+  }
+  if (!(rate > 0)) {
+    return Failure(std::string(what) + " needs a sample rate");
+  }
+  return Failure(std::string(what) + " " + FormatReal(*frequency) + " Hz is not between 0 and " +
+                 FormatReal(rate / 2) + " Hz, half the sample rate");
+}
+
+}  // namespace
+
+std::string ViewFilter::Text() const {
+  std::string text = removes_trend ? "mean and trend removed" : "";
+  const auto add = [&text](const char* what, const std::optional<double>& frequency) {
+    if (frequency) {
+      text.append(text.empty() ? "" : ", ").append(what).append(FormatReal(*frequency) + " Hz");
+    }
+  };
+  add("high pass ", high_pass);
+  add("low pass ", low_pass);
+  add("notch ", mains);
+  return text + (mains ? " and multiples" : "");
+}
+
+Result<> ViewFilter::Check(double rate) const {
+  for (const Result<>& checked :
+       {CheckFrequency("high pass", high_pass, rate), CheckFrequency("low pass", low_pass, rate),
+        CheckFrequency("notch", mains, rate)}) {
+    if (!checked) {
+      return checked;
+    }
+  }
+  return {};
+}
+
+void ViewFilter::Apply(double rate, std::vector<double>* values) const {
+  if (values->empty()) {
+    return;
+  }
+  if (removes_trend) {
+    RemoveTrend(values);
+  }
+  std::vector<Section> sections;
+  if (high_pass) {
+    sections.push_back(Butterworth(*high_pass, rate, true));
+  }
+  if (low_pass) {
+    sections.push_back(Butterworth(*low_pass, rate, false));
+  }
+  for (int n = 1; mains && n <= kMostNotches && n * *mains < rate / 2; ++n) {
+    sections.push_back(Notch(n * *mains, rate));
+  }
+  if (!sections.empty()) {
+    RunBothWays(sections, rate, values);
+  }
+}
+
+}  // namespace orvane
