@@ -52,6 +52,7 @@
 #include "table/tbl_file.h"
 #include "table/unsaved_table.h"
 #include "table/values_text.h"
+#include "timeseries/widgets/stack_display.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "timeseries/widgets/waveform_dlg.h"
 #include "timeseries/widgets/waveform_gain_dlg.h"
@@ -644,6 +645,28 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
 
 // The main window with a calibration: box, coil, all channels, comparisons, empty ranges; the
 // dialog.
+bool VisitStacks(COrvaneApp* app, const QString& survey, const Visit& visit) {
+  CMainFrame& frame = app->Frame();
+  frame.resize(1180, 690);
+  bool done = frame.Displays().OpenStack(survey + QStringLiteral("/TDIP/2417.trs"));
+  auto* display = qobject_cast<CStackDisplay*>(frame.Display());
+  done = display != nullptr && visit(&frame, "stack-results") && done;
+  for (const char* name : {"all", "windows", "log-x", "log-y"}) {
+    auto* action = display->findChild<QAction*>(QString::fromLatin1(name));
+    if (action->isEnabled()) {
+      action->trigger();
+    }
+  }
+  done = visit(&frame, "stack-results-log") && done;
+  done = frame.Displays().OpenStack(survey + QStringLiteral("/CSAMT/2417.trs")) && done;
+  auto* over = frame.Display()->findChild<QComboBox*>(QStringLiteral("against"));
+  over->setCurrentIndex(1);
+  emit over->activated(1);
+  done = visit(&frame, "stack-results-points") && done;
+  frame.Displays().Close();
+  return done;
+}
+
 bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visit) {
   CMainFrame& frame = app->Frame();
   frame.resize(1180, 690);
@@ -737,6 +760,7 @@ bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit
 
   done = VisitBatch(visit) && done;
   done = VisitWaveforms(app, survey, visit) && done;
+  done = VisitStacks(app, survey, visit) && done;
   done = VisitCalibrations(app, survey + QStringLiteral("/Calibration"), visit) && done;
 
   done = VisitOffer(app, visit) && done;

@@ -106,7 +106,7 @@ check_type a.TS3 waveform orvane.desktop
 check_type a.clb calibration orvane.desktop
 check_type a.CLC calibration orvane.desktop
 check_type a.TS12 band ""
-check_type a.trs stack ""
+check_type a.trs stack orvane.desktop
 check_type 2.TFS schedule ""
 
 # A memory card of a box has neither links nor rights of files.

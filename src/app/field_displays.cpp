@@ -5,10 +5,14 @@
 
 #include "app/field_folders.h"
 #include "files/file_io.h"
+#include "files/find_file.h"
 #include "files/path_text.h"
 #include "response/widgets/calibration_display.h"
 #include "response/widgets/calibration_dlg.h"
+#include "spectra/decay_plan.h"
+#include "timeseries/ts_companion.h"
 #include "timeseries/widgets/loading_display.h"
+#include "timeseries/widgets/stack_display.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "timeseries/widgets/waveform_dlg.h"
 #include "ui/file_dialogs.h"
@@ -154,6 +158,25 @@ bool FieldDisplays::OpenCalibration(const QString& path) {
   Show(shown);
   connect(shown, &CCalibrationDisplay::rangesRequested, this,
           &FieldDisplays::EditCalibrationRanges);
+  shown->ShowView();
+  return true;
+}
+
+bool FieldDisplays::OpenStack(const QString& path) {
+  const std::filesystem::path file = PathFromText(path);
+  auto display = std::make_unique<CStackDisplay>();
+  if (const Result<> opened = display->Open(path); !opened) {
+    return TellFault(FileMessage(file, opened.Message()), FileMessage(file, opened.Message()));
+  }
+  TsCompanion companion;
+  const auto table = FindInAnyCase(PathOf(CompanionName(PathText(file))));
+  TblReport report;
+  if (table && companion.Load(*table, &report) == kOk) {
+    display->OfferWindows(RuleCentres(companion.Table()));
+  }
+  KeepWaveformSettings();
+  CStackDisplay* shown = display.release();
+  Show(shown);
   shown->ShowView();
   return true;
 }

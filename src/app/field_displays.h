@@ -38,6 +38,7 @@ class FieldDisplays : public QObject {
   /// Whether a waveform is being read, to be shown.
   bool IsReading() const;
   bool OpenCalibration(const QString& path);
+  bool OpenStack(const QString& path);
   void AskForWaveform();
   void AskForCalibration();
   void EditWaveformSettings();

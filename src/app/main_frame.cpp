@@ -440,6 +440,9 @@ bool CMainFrame::OpenAny(const QString& path) {
   if (calibration.match(path).hasMatch()) {
     return displays_->OpenCalibration(path);
   }
+  if (path.endsWith(QStringLiteral(".trs"), Qt::CaseInsensitive)) {
+    return displays_->OpenStack(path);
+  }
   return waveform.match(path).hasMatch() ? displays_->OpenWaveform(path) : OpenFile(path);
 }
 

@@ -221,6 +221,7 @@ TEST(FileSpectrum, IsCorrectedAsHarmonicsAre) {
   ASSERT_TRUE(RunJob(ListingFiles(kSpectrumSuffix, SpectrumListing(options)), input, dir / "s.tsv")
                   .IsDone());
   std::istringstream harmonics(ReadAll(dir / "cal.txt"));
+  harmonics.imbue(std::locale::classic());
   std::string line;
   while (std::getline(harmonics, line) && line.find(" Harm. ") == std::string::npos) {
   }
@@ -232,10 +233,14 @@ TEST(FileSpectrum, IsCorrectedAsHarmonicsAre) {
     double amplitude = 0;
     ASSERT_TRUE(harmonics >> number >> frequency >> amplitude && std::getline(harmonics, line));
     std::ostringstream key;
+    key.imbue(std::locale::classic());
     key << "\n" << frequency << "\t";
     const std::size_t at = spectrum.find(key.str());
     ASSERT_NE(at, std::string::npos) << key.str();
-    const double found = std::strtod(&spectrum[at + key.str().size()], nullptr);
+    std::istringstream value(spectrum.substr(at + key.str().size(), 40));
+    value.imbue(std::locale::classic());
+    double found = 0;
+    value >> found;
     EXPECT_NEAR(found / (2 * amplitude), 1, 0.001) << frequency;
   }
 }

@@ -21,10 +21,6 @@ inline std::string CalHeaderBytes(int ctyp, int channels) {
          RealBytes(1234.25) + RealBytes(-2.125) + std::string(32, 'x');
 }
 
-inline std::string FloatBytes(float number) {
-  return Little(std::bit_cast<std::uint32_t>(number), 4);
-}
-
 /// A record of one channel or more, each with the same six values.
 inline std::string CalRecordBytes(int kind, float frequency, int step,
                                   const std::array<float, 6>& values, int channels = 1) {

@@ -3,17 +3,12 @@
 #ifndef ORVANE_TESTS_SUPPORT_STACK_BYTES_H_
 #define ORVANE_TESTS_SUPPORT_STACK_BYTES_H_
 
-#include <bit>
 #include <string>
 #include <string_view>
 
 #include "support/tbl_bytes.h"
 
 namespace orvane::testing {
-
-inline std::string FloatBytes(float value) {
-  return Little(std::bit_cast<std::uint32_t>(value), 4);
-}
 
 /// The bytes of a record of 2009/06/30 14:05:00, numbers 7 and 1, flags 0x0A.
 inline std::string StackBytes(std::string_view label, const std::string& extension,

@@ -28,6 +28,9 @@ inline std::string Little(std::uint64_t number, std::size_t size) {
 inline std::string IntBytes(std::int32_t number) {
   return Little(static_cast<std::uint32_t>(number), 4);
 }
+inline std::string FloatBytes(float number) {
+  return Little(std::bit_cast<std::uint32_t>(number), 4);
+}
 inline std::string RealBytes(double number) {
   return Little(std::bit_cast<std::uint64_t>(number), 8);
 }
