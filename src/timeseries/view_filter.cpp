@@ -45,7 +45,7 @@ Section Notch(double line, double rate) {
   const double k = std::tan(std::numbers::pi * std::min(kNotchWidth / rate, 0.25));
   const double norm = 1 / (1 + k);
   const double b1 = -2 * std::cos(2 * std::numbers::pi * line / rate) * norm;
-  return {norm, b1, norm, b1, (1 - k) * norm, kNotchWidth};
+  return {norm, b1, norm, b1, (1 - k) * norm, 1.5 * kNotchWidth};
 }
 
 // Four sections one behind the other at a time: each has a lane of a vector and works on what the
@@ -114,7 +114,7 @@ void RunFour(std::span<const Section> sections, double* at, std::ptrdiff_t strid
 
 // Forward and backward over the values and what mirrors them at both ends.
 void RunBothWays(const std::vector<Section>& sections, double rate, std::vector<double>* values) {
-  constexpr double kPeriods = 1;  // three or more time constants
+  constexpr double kPeriods = 1.5;  // of a pass six time constants, of a notch three
   double slowest = rate;
   for (const Section& section : sections) {
     slowest = std::min(slowest, section.slowest);
