@@ -22,9 +22,7 @@ struct Section {
   double a1;
   double a2;
   double slowest;  // Hz: how long it remembers is a few of its periods
-
-  // Of a steady input.
-  double Gain() const { return (b0 + b1 + b2) / (1 + a1 + a2); }
+  double gain;     // of a steady input, which its factors give too, but not at very low corners
 };
 
 // By the bilinear transform with the corner where it belongs.
@@ -37,7 +35,8 @@ Section Butterworth(double corner, double rate, bool is_high) {
           b,
           2 * (k * k - 1) * norm,
           (1 - std::numbers::sqrt2 * k + k * k) * norm,
-          corner};
+          corner,
+          is_high ? 0.0 : 1.0};
 }
 
 // Zeros on the unit circle at the line.
@@ -45,7 +44,7 @@ Section Notch(double line, double rate) {
   const double k = std::tan(std::numbers::pi * std::min(kNotchWidth / rate, 0.25));
   const double norm = 1 / (1 + k);
   const double b1 = -2 * std::cos(2 * std::numbers::pi * line / rate) * norm;
-  return {norm, b1, norm, b1, (1 - k) * norm, 1.5 * kNotchWidth};
+  return {norm, b1, norm, b1, (1 - k) * norm, 1.5 * kNotchWidth, 1};
 }
 
 // Four sections one behind the other at a time: each has a lane of a vector and works on what the
@@ -72,7 +71,7 @@ using Vector [[gnu::vector_size(kLanes * sizeof(double))]] = double;
       b2[lane] = s.b2;
       a1[lane] = s.a1;
       a2[lane] = s.a2;
-      steady *= s.Gain();
+      steady *= s.gain;
     }
   }
   Vector out = {in[1], in[2], in[3], steady};
