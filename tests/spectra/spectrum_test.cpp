@@ -10,6 +10,7 @@
 #include <random>
 #include <sstream>
 
+#include "base/number_text.h"
 #include "spectra/calibrated_spectra.h"
 #include "spectra/file_spectrum.h"
 #include "spectra/harmonic_table.h"
@@ -221,6 +222,7 @@ TEST(FileSpectrum, IsCorrectedAsHarmonicsAre) {
   ASSERT_TRUE(RunJob(ListingFiles(kSpectrumSuffix, SpectrumListing(options)), input, dir / "s.tsv")
                   .IsDone());
   std::istringstream harmonics(ReadAll(dir / "cal.txt"));
+  harmonics.imbue(std::locale::classic());
   std::string line;
   while (std::getline(harmonics, line) && line.find(" Harm. ") == std::string::npos) {
   }
@@ -232,10 +234,11 @@ TEST(FileSpectrum, IsCorrectedAsHarmonicsAre) {
     double amplitude = 0;
     ASSERT_TRUE(harmonics >> number >> frequency >> amplitude && std::getline(harmonics, line));
     std::ostringstream key;
+    key.imbue(std::locale::classic());
     key << "\n" << frequency << "\t";
     const std::size_t at = spectrum.find(key.str());
     ASSERT_NE(at, std::string::npos) << key.str();
-    const double found = std::strtod(&spectrum[at + key.str().size()], nullptr);
+    const double found = ParseRealPrefix(std::string_view(spectrum).substr(at + key.str().size()));
     EXPECT_NEAR(found / (2 * amplitude), 1, 0.001) << frequency;
   }
 }
