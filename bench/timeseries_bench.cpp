@@ -29,9 +29,11 @@
 #include "files/file_io.h"
 #include "spectra/file_spectrum.h"
 #include "table/tbl_file.h"
+#include "timeseries/decay.h"
 #include "timeseries/record_stats.h"
 #include "timeseries/restack.h"
 #include "timeseries/time_series_text.h"
+#include "timeseries/view_filter.h"
 #include "timeseries/waveform_view.h"
 
 namespace {
@@ -288,6 +290,40 @@ void RunGoodness(const std::filesystem::path& folder, std::size_t megabytes) {
   std::filesystem::remove(spectra);
 }
 
+// What the display works out of a record of 12 x 24000 between two presses of a key.
+void RunSeen() {
+  const auto held = HeldNoise(kScans);
+  const std::vector<double> trace(held.begin(), held.begin() + kScans);
+  const auto twelve_times = [&trace](const auto& work) {
+    return [&trace, work] {
+      for (int channel = 0; channel < 12; ++channel) {
+        std::vector<double> values = trace;
+        work(&values);
+      }
+    };
+  };
+  const orvane::DecayTiming timing{kScans, 25, 0.25};
+  std::vector<orvane::DecayWindow> windows;
+  for (int i = 0; i < 20; ++i) {
+    windows.push_back({i * 0.0005, (i + 1) * 0.0005});
+  }
+  std::vector<Way> ways{
+      {"high pass and low pass", twelve_times([](auto* values) {
+         orvane::ViewFilter{.high_pass = 1, .low_pass = 1000}.Apply(kScans, values);
+       })},
+      {"20 notches",
+       twelve_times([](auto* values) { orvane::ViewFilter{.mains = 50}.Apply(kScans, values); })},
+      {"decay in 20 windows, with its edges", twelve_times([&](auto* values) {
+         const auto edges = orvane::FindEdgesIn(*values, timing);
+         if (!edges || !orvane::DecayOf(*values, timing, *edges, windows)) {
+           Stop("no decay");
+         }
+       })},
+  };
+  std::printf("\nA record of 12 x %d\n", kScans);
+  Measure(&ways, 15);
+}
+
 void Run(const std::filesystem::path& folder, std::size_t megabytes, bool is_on_disk) {
   const auto big = folder / "BIG.TSS";
   const auto part = folder / "PART.TSS";
@@ -400,6 +436,7 @@ int main(int argc, char** argv) {
   }
   Run(folder, megabytes, is_on_disk);
   RunGoodness(folder, megabytes);
+  RunSeen();
   std::filesystem::remove_all(folder);
   return 0;
 }

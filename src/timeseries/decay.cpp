@@ -193,7 +193,8 @@ Result<std::vector<DecayWindow>> DecayWindowsOf(std::string_view text) {
     const auto start = ParseReal(one.substr(0, dash));
     const auto stop = ParseReal(one.substr(std::min(dash + 1, one.size())));
     if (!start || !stop || !(*start >= 0) || !(*start < *stop) || !std::isfinite(*stop)) {
-      return Failure("\"" + std::string(one) + "\" is no window such as 40-80, in milliseconds");
+      return Failure(std::string("\"").append(one) +
+                     "\" is no window such as 40-80, in milliseconds");
     }
     windows.push_back({*start / kMilliseconds, *stop / kMilliseconds});
     goes_on = end < text.size();

@@ -15,11 +15,11 @@ namespace orvane {
 /// frequency comes out at half its amplitude. The notches are 2 Hz wide. Before and after the
 /// record its values are taken to go on mirrored in the first and the last one.
 struct ViewFilter {
-  bool removes_trend = false;       ///< mean and straight line, by least squares
-  std::optional<double> high_pass;  ///< Hz
-  std::optional<double> low_pass;   ///< Hz
+  bool removes_trend = false;            ///< mean and straight line, by least squares
+  std::optional<double> high_pass = {};  ///< Hz
+  std::optional<double> low_pass = {};   ///< Hz
   /// 50 or 60 Hz with its multiples, at most `kMostNotches` lines, below half the sample rate.
-  std::optional<double> mains;
+  std::optional<double> mains = {};
 
   static constexpr int kMostNotches = 20;
 

@@ -10,6 +10,7 @@
 #include <random>
 #include <sstream>
 
+#include "base/number_text.h"
 #include "spectra/calibrated_spectra.h"
 #include "spectra/file_spectrum.h"
 #include "spectra/harmonic_table.h"
@@ -237,10 +238,7 @@ TEST(FileSpectrum, IsCorrectedAsHarmonicsAre) {
     key << "\n" << frequency << "\t";
     const std::size_t at = spectrum.find(key.str());
     ASSERT_NE(at, std::string::npos) << key.str();
-    std::istringstream value(spectrum.substr(at + key.str().size(), 40));
-    value.imbue(std::locale::classic());
-    double found = 0;
-    value >> found;
+    const double found = ParseRealPrefix(std::string_view(spectrum).substr(at + key.str().size()));
     EXPECT_NEAR(found / (2 * amplitude), 1, 0.001) << frequency;
   }
 }
