@@ -10,9 +10,8 @@
 
 #include "base/number_text.h"
 #include "ui/list_item.h"
-#include "ui/qt_path.h"
-
 #include "ui/plot_theme.h"
+#include "ui/qt_path.h"
 
 namespace orvane {
 namespace {
@@ -241,6 +240,9 @@ void CStackDisplay::ShowItems() {
     }
   }
   items_->resizeColumnsToContents();
+  constexpr int kBeside = 24;  // frame and scroll bar
+  constexpr int kWidest = 420;
+  items_->setMinimumWidth(std::min(items_->horizontalHeader()->length() + kBeside, kWidest));
   picture_.item = std::min(picture_.item, summary.empty() ? 0 : summary.size() - 1);
   items_->setCurrentCell(static_cast<int>(picture_.item), kItem);
 }

@@ -151,6 +151,10 @@ void StackPlot::SetAxis(bool is_value, bool is_log) {
   QSharedPointer<QCPAxisTicker> ticker(new QCPAxisTicker);
   if (is_log) {
     ticker.reset(new QCPAxisTickerLog);
+  } else if (!is_value && !picture_.is_points && view_->AxisText() == "Item") {
+    auto* whole = new QCPAxisTickerFixed;  // there is no item 2.5
+    whole->setScaleStrategy(QCPAxisTickerFixed::ssMultiples);
+    ticker.reset(whole);
   }
   axis->setTicker(ticker);
   axis->setNumberFormat(QStringLiteral("g"));
