@@ -7,6 +7,7 @@
 
 #include "base/latin1.h"
 #include "base/number_text.h"
+#include "spectra/spectrum_calibration.h"
 
 namespace orvane {
 namespace {
@@ -36,6 +37,9 @@ std::vector<double> ScalesOf(const std::vector<WaveformChannel>& channels) {
 }
 
 }  // namespace
+
+SpectrumView::SpectrumView() = default;
+SpectrumView::~SpectrumView() = default;
 
 bool SpectrumView::Source::operator==(const Source& other) const {
   const auto is_alike = [](const WaveformChannel& a, const WaveformChannel& b) {

@@ -13,10 +13,11 @@
 
 #include "spectra/file_spectrum_run.h"
 #include "spectra/harmonic_table.h"
-#include "spectra/spectrum_calibration.h"
 #include "timeseries/waveform_view.h"
 
 namespace orvane {
+
+class SpectrumCalibration;
 
 /// A line to draw: frequencies in Hz above 0, values above 0 in the channel's unit.
 struct SpectrumCurve {
@@ -38,6 +39,11 @@ struct SpectrumMark {
 class SpectrumView {
  public:
   enum class Part { kVisible, kRecord, kFile };
+
+  SpectrumView();
+  SpectrumView(const SpectrumView&) = delete;
+  SpectrumView& operator=(const SpectrumView&) = delete;
+  ~SpectrumView();
 
   /// Takes what the display shows. False where the spectrum stays as it was.
   bool Follow(const WaveformView& waveform);

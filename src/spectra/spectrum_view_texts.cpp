@@ -3,13 +3,14 @@
 #include <algorithm>
 
 #include "base/number_text.h"
+#include "spectra/spectrum_calibration.h"
 #include "spectra/spectrum_text.h"
 #include "spectra/spectrum_view.h"
 
 namespace orvane {
 namespace {
 
-constexpr int kDigits = 6;
+constexpr int kDigits = 5;
 
 void Add(const std::string& part, const char* between, std::string* text) {
   if (!part.empty()) {

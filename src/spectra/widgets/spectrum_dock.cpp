@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QScrollArea>
 #include <QSettings>
 #include <QSplitter>
@@ -53,6 +52,7 @@ SpectrumDock::SpectrumDock(Waveform waveform, QWidget* parent)
   timer_.setInterval(kLook);
   connect(&timer_, &QTimer::timeout, this, &SpectrumDock::Look);
   connect(plot_, &SpectrumPlot::cursorMoved, this, &SpectrumDock::ShowReadings);
+  connect(plot_, &SpectrumPlot::pageWanted, this, &SpectrumDock::pageWanted);
   connect(channels_, &SpectrumChannels::ticked, plot_, &SpectrumPlot::ShowView);
   connect(channels_, &SpectrumChannels::moved, this, &SpectrumDock::ShowHarmonics);
 }
@@ -175,14 +175,6 @@ void SpectrumDock::hideEvent(QHideEvent* event) {
   QDockWidget::hideEvent(event);
   view_.Leave();
   timer_.stop();
-}
-
-void SpectrumDock::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
-    emit pageWanted(event->key() == Qt::Key_PageUp ? -1 : 1);
-  } else {
-    QDockWidget::keyPressEvent(event);
-  }
 }
 
 void SpectrumDock::ChoosePart(int index) {

@@ -35,13 +35,12 @@ class SpectrumDock : public QDockWidget {
  signals:
   /// For the status bar.
   void told(const QString& text);
-  /// PgUp or PgDn: the record before or after is wanted.
+  /// The record before or after is wanted.
   void pageWanted(int by);
 
  protected:
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void MakeContent();

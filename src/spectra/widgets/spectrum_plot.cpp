@@ -237,6 +237,10 @@ bool SpectrumPlot::eventFilter(QObject* watched, QEvent* event) {
 
 void SpectrumPlot::keyPressEvent(QKeyEvent* event) {
   const int direction = event->key() == Qt::Key_Left ? -1 : event->key() == Qt::Key_Right ? 1 : 0;
+  if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
+    emit pageWanted(event->key() == Qt::Key_PageUp ? -1 : 1);
+    return;
+  }
   if (direction == 0 && event->key() != Qt::Key_Delete) {
     QWidget::keyPressEvent(event);
     return;

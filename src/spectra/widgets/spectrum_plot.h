@@ -38,6 +38,8 @@ class SpectrumPlot : public QWidget {
  signals:
   /// The user moved the cursor.
   void cursorMoved();
+  /// PgUp or PgDn: the record before or after is wanted.
+  void pageWanted(int by);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
