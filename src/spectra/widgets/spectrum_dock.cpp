@@ -70,8 +70,7 @@ void SpectrumDock::MakeContent() {
   of_lower->setContentsMargins(0, 0, 0, 0);
   of_lower->addWidget(harmonics_);
   of_lower->addWidget(no_harmonics_);
-  tables->setStretchFactor(0, 2);
-  tables->setStretchFactor(1, 3);
+  tables->setSizes({200, 300});
   tables->setChildrenCollapsible(false);
   layout->addWidget(plot_, 3);
   layout->addWidget(reading_);

@@ -204,8 +204,8 @@ void SpectrumPlot::FollowTheme() {
   bold.setBold(true);
   caption_->setFont(bold);
   caption_->setTextColor(palette().color(QPalette::WindowText));
-  // The rest of it is beside the plot, where lines are broken.
-  const QString whole = QString::fromStdString(view_->Caption());
+  // On screen the whole of it is above the plot, where lines are broken.
+  const QString whole = is_picture_ ? QString::fromStdString(view_->Caption()) : QString();
   caption_->setText(fontMetrics().elidedText(whole.section(QLatin1Char(';'), 0, 0), Qt::ElideRight,
                                              std::max(width() * 9 / 10, 50)));
   cursor_->setPen(MarkerPen(StandOut(palette().color(QPalette::Highlight), palette())));
@@ -213,6 +213,7 @@ void SpectrumPlot::FollowTheme() {
 
 Result<> SpectrumPlot::Save(const QString& path, const QSize& size) const {
   SpectrumPlot picture(view_, nullptr);
+  picture.is_picture_ = true;
   picture.setPalette(palette());
   picture.setFont(font());
   picture.resize(size);

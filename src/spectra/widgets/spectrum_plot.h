@@ -68,6 +68,7 @@ class SpectrumPlot : public QWidget {
   std::vector<QCPItemStraightLine*> marks_;
   QCPItemStraightLine* cursor_ = nullptr;
   bool is_drawn_ = false;
+  bool is_picture_ = false;  // to be saved
 };
 
 }  // namespace orvane

@@ -14,9 +14,14 @@ namespace orvane {
 namespace {
 
 constexpr int kDigits = 5;
+constexpr int kFewDigits = 3;  // of noise
 
-QString Number(double value) { return QString::fromStdString(FormatReal(value, kDigits)); }
-QString NumberOr(const std::optional<double>& value) { return value ? Number(*value) : QString(); }
+QString Number(double value, int digits = kDigits) {
+  return QString::fromStdString(FormatReal(value, digits));
+}
+QString NumberOr(const std::optional<double>& value) {
+  return value ? Number(*value, kFewDigits) : QString();
+}
 
 void SetUp(QTableWidget* table, const QString& name) {
   table->setAccessibleName(name);
@@ -25,6 +30,10 @@ void SetUp(QTableWidget* table, const QString& name) {
   table->setSelectionMode(QAbstractItemView::SingleSelection);
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table->setTabKeyNavigation(false);
+  table->horizontalHeader()->setMinimumSectionSize(20);
+  table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  table->horizontalHeader()->setResizeContentsPrecision(16);
+  table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
   table->setMinimumHeight(80);
 }
 
@@ -98,8 +107,7 @@ void SpectrumChannels::ShowView() {
 HarmonicsList::HarmonicsList(QWidget* parent) : QTableWidget(0, 5, parent) {
   setObjectName(QStringLiteral("spectrum-harmonics"));
   SetUp(this, QStringLiteral("Harmonics"));
-  horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-  horizontalHeader()->setMinimumSectionSize(40);
+  horizontalHeader()->setStretchLastSection(true);
 }
 
 void HarmonicsList::ShowChannel(const SpectrumView& view, std::size_t channel) {
