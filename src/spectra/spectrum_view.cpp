@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "base/latin1.h"
@@ -263,10 +264,12 @@ std::vector<SpectrumCurve> SpectrumView::Curves(int columns) const {
     }
     SpectrumCurve& curve = curves.emplace_back();
     curve.channel = c;
-    const auto put = [&](std::size_t bin) {
-      if (const double value = Value(c, bin); value > 0 && std::isfinite(value)) {
+    const auto put = [&](std::size_t bin, bool is_alone) {
+      const double value = Value(c, bin);
+      const bool has_place = value > 0 && std::isfinite(value);
+      if (has_place || is_alone) {
         curve.frequencies.push_back(spectrum_.Frequency(bin));
-        curve.values.push_back(value);
+        curve.values.push_back(has_place ? value : std::numeric_limits<double>::quiet_NaN());
       }
     };
     const std::vector<double>& powers = spectrum_.channels[c].powers;
@@ -277,9 +280,9 @@ std::vector<SpectrumCurve> SpectrumView::Curves(int columns) const {
       const auto [low, high] = std::minmax_element(at(begins[i]), at(begins[i + 1]));
       const auto first = static_cast<std::size_t>(std::min(low, high) - powers.begin());
       const auto second = static_cast<std::size_t>(std::max(low, high) - powers.begin());
-      put(first);
+      put(first, begins[i + 1] - begins[i] == 1);
       if (second != first) {
-        put(second);
+        put(second, false);
       }
     }
   }

@@ -19,7 +19,8 @@ namespace orvane {
 
 class SpectrumCalibration;
 
-/// A line to draw: frequencies in Hz above 0, values above 0 in the channel's unit.
+/// A line to draw: frequencies in Hz above 0, values above 0 in the channel's unit; where a bin has
+/// none it is no number, and the line breaks.
 struct SpectrumCurve {
   std::size_t channel = 0;
   std::vector<double> frequencies;
