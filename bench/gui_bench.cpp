@@ -30,6 +30,7 @@
 #include "meaning/explain.h"
 #include "median_time.h"
 #include "response/widgets/calibration_display.h"
+#include "spectrum_drawing.h"
 #include "table/param_access.h"
 #include "table/tbl_file.h"
 #include "table/values_text.h"
@@ -322,6 +323,7 @@ int main(int argc, char** argv) {
     TimeCursor(settings.path(), channels, false, &prompts);
   }
   TimeCursor(settings.path(), 12, true, &prompts);
+  orvane::bench::TimeSpectra(orvane::PathFromText(settings.path()));
   orvane::bench::TimeWaveforms(orvane::PathFromText(settings.path()));
   return 0;
 }

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <random>
 #include <vector>
 
@@ -21,23 +22,6 @@ constexpr int kChannels = 12;
 constexpr int kScans = 65535;
 constexpr double kScale = 2;  // of the screen
 constexpr QSize kSize(960, 600);
-
-// One record of noise, which fills every strip.
-void WriteNoise(const std::filesystem::path& path) {
-  TsHeader header;
-  header.scans = std::uint16_t{kScans};
-  header.channels = std::uint8_t{kChannels};
-  header.sample_width = 3;
-  header.rate = std::uint16_t{24};
-  header.rate_unit = -2;
-  const auto head = BytesOf(header);
-  std::vector<std::byte> bytes(head.begin(), head.end());
-  bytes.resize(bytes.size() + std::size_t{kScans} * kChannels * 3);
-  std::mt19937 random(1);
-  std::generate(bytes.begin() + static_cast<std::ptrdiff_t>(head.size()), bytes.end(),
-                [&random] { return static_cast<std::byte>(random()); });
-  static_cast<void>(WriteFile(path, bytes));
-}
 
 double DrawingTime(QCustomPlot* plot) {
   plot->setBufferDevicePixelRatio(kScale);
@@ -81,8 +65,26 @@ double OurTime(WaveformView* view, Theme theme, double* whole) {
 
 }  // namespace
 
+void WriteNoise(const std::filesystem::path& path, int scans, int records) {
+  TsHeader header;
+  header.scans = static_cast<std::uint16_t>(scans);
+  header.channels = std::uint8_t{kChannels};
+  header.sample_width = 3;
+  header.rate = std::uint16_t{24};
+  header.rate_unit = -2;
+  const auto head = BytesOf(header);
+  std::vector<std::byte> bytes;
+  std::mt19937 random(1);
+  for (int record = 0; record < records; ++record) {
+    bytes.insert(bytes.end(), head.begin(), head.end());
+    std::generate_n(std::back_inserter(bytes), std::size_t(scans) * kChannels * 3,
+                    [&random] { return static_cast<std::byte>(random()); });
+  }
+  static_cast<void>(WriteFile(path, bytes));
+}
+
 void TimeWaveforms(const std::filesystem::path& folder) {
-  WriteNoise(folder / "noise.TSS");
+  WriteNoise(folder / "noise.TSS", kScans, 1);
   WaveformView view;
   TsFile::Options options;
   options.needs_companion = false;

@@ -6,6 +6,9 @@
 
 namespace orvane::bench {
 
+/// Records of noise in 12 channels of 2400 scans a second, which fills every strip.
+void WriteNoise(const std::filesystem::path& path, int scans, int records);
+
 /// Prints how long the heaviest waveform takes to draw on a screen of twice the points, in thin and
 /// in thick lines, against the plotting library's thinnest. Writes its file into `folder`.
 void TimeWaveforms(const std::filesystem::path& folder);

@@ -44,6 +44,7 @@
 #include "response/widgets/calibration_dlg.h"
 #include "response/widgets/fit_report_dlg.h"
 #include "spectra/widgets/spectra_dlg.h"
+#include "spectra/widgets/spectrum_dock.h"
 #include "stepping/widgets/fdem_schedule_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "stepping/widgets/stepping_cycle_dlg.h"
@@ -591,6 +592,31 @@ QString WriteTwelveChannels(const QString& folder, const ParamTable& table) {
   return path;
 }
 
+// The spectrum beside a waveform: of a record, then with calibrations and the cursor at a harmonic.
+bool VisitSpectrum(COrvaneApp* app, const QString& survey, const Visit& visit) {
+  CMainFrame& frame = app->Frame();
+  auto* display = new CWaveformDisplay(&app->Document().Asking());
+  const Result<> opened =
+      display->View().Open(PathFromText(survey + QStringLiteral("/SIP/2417.TSS")));
+  frame.Displays().Show(display);
+  frame.show();
+  auto* dock = frame.findChild<SpectrumDock*>();
+  frame.Command(kViewSpectrum)->trigger();
+  QApplication::processEvents();
+  display->ShowView();
+  bool done = opened && visit(&frame, "spectrum");
+  dock->SetCalibrations(survey + QStringLiteral("/Calibration"));
+  dock->View().MoveCursor(1);
+  dock->View().MoveToHarmonic(1);
+  display->ShowView();
+  dock->Plot()->cursorMoved();
+  QApplication::processEvents();
+  done = visit(&frame, "spectrum-corrected") && done;
+  dock->SetCalibrations({});
+  frame.Command(kViewSpectrum)->trigger();
+  return done;
+}
+
 // The main window with a waveform: each method, a bad record, a part with cursors, 12 channels.
 bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) {
   CMainFrame& frame = app->Frame();
@@ -630,6 +656,7 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   frame.resize(660, 340);  // a field laptop at 200 %
   done = visit(&frame, "waveform-twelve-small") && done;
   frame.resize(1180, 690);
+  done = VisitSpectrum(app, survey, visit) && done;
   CPictureSizeDlg size({1180, 600}, nullptr);
   done = visit(&size, "picture-size") && done;
   WaveformForm form(display->View());

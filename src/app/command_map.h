@@ -29,6 +29,7 @@ enum CommandId : int {
   kApplyValues = 32909,
   kViewCheck = 32910,
   kViewMap = 32911,
+  kViewSpectrum = 32925,
   kPrintSheets = 32912,
   kPrintParameters = 32913,
   kViewToolbar = 59392,

@@ -54,7 +54,7 @@ void NameTargets(COrvaneView* view, Tech method) {
                                    {Part::kBoxes, has_spread ? site : raw},
                                    {Part::kSurvey, IsKnown(method) ? site : raw},
                                    {Part::kCheck, QStringLiteral("Morning Check (F7)")},
-                                   {Part::kMap, QStringLiteral("Map (F9)")}}) {
+                                   {Part::kMap, QStringLiteral("Map (Ctrl+Shift+M)")}}) {
     view->SetOpens(part, what);
   }
 }

@@ -18,6 +18,7 @@
 #include "app/dock_command.h"
 #include "app/glance_commands.h"
 #include "app/lock_keys.h"
+#include "app/spectrum_command.h"
 #include "app/user_guide.h"
 #include "editors/widgets/field_sheet_print.h"
 #include "ui/file_dialogs.h"
@@ -266,6 +267,7 @@ void CMainFrame::ConnectCommands() {
   ConnectCheck();
   ConnectGlance(view_,
                 {doc_, &editors_, check_->Dock(), AddMapDock(doc_, Command(kViewMap), this)});
+  new SpectrumCommand(displays_, Command(kViewSpectrum), this);
   ConnectStart();
   Handle(kPrintParameters, [this] { editors_.PrintRaw(); });
   Handle(kPrintSheets, [this] { AskAndPrintFieldSheets(doc_->Table(), this); });

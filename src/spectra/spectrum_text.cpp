@@ -10,28 +10,6 @@
 namespace orvane {
 namespace {
 
-void PutSpectrum(const Spectrum& spectrum, bool is_density, const ListingWork& work) {
-  constexpr int kDigits = 7;
-  constexpr std::size_t kMuch = std::size_t{64} * 1024;
-  std::string text = "frequency (Hz)";
-  for (const SpectrumChannel& channel : spectrum.channels) {
-    text += "\t" + SpectrumLabel(channel, is_density);
-  }
-  for (std::size_t bin = 0; bin < spectrum.Bins(); ++bin) {
-    text += "\n" + FormatReal(spectrum.Frequency(bin));
-    for (std::size_t c = 0; c < spectrum.channels.size(); ++c) {
-      text +=
-          "\t" + FormatReal(is_density ? spectrum.RootDensity(c, bin) : spectrum.Amplitude(c, bin),
-                            kDigits);
-    }
-    if (text.size() > kMuch) {
-      work.put(text);
-      text.clear();
-    }
-  }
-  work.put(text + "\n");
-}
-
 // Gives a spectrum of held values its units.
 Result<> Finish(const SpectrumOptions& options, const TsFile& file, CalLibrary* library,
                 FileSpectrum* of_file, std::string* note) {
@@ -71,11 +49,34 @@ Result<std::string> ListSpectrum(const std::filesystem::path& path, const Spectr
   if (!finished) {
     return Failure(finished.Message());
   }
-  PutSpectrum(of_file->spectrum, options.is_density, work);
+  PutSpectrum(of_file->spectrum, options.is_density, work.put);
   return note;
 }
 
 }  // namespace
+
+void PutSpectrum(const Spectrum& spectrum, bool is_density,
+                 const std::function<void(std::string_view piece)>& put) {
+  constexpr int kDigits = 7;
+  constexpr std::size_t kMuch = std::size_t{64} * 1024;
+  std::string text = "frequency (Hz)";
+  for (const SpectrumChannel& channel : spectrum.channels) {
+    text += "\t" + SpectrumLabel(channel, is_density);
+  }
+  for (std::size_t bin = 0; bin < spectrum.Bins(); ++bin) {
+    text += "\n" + FormatReal(spectrum.Frequency(bin));
+    for (std::size_t c = 0; c < spectrum.channels.size(); ++c) {
+      text +=
+          "\t" + FormatReal(is_density ? spectrum.RootDensity(c, bin) : spectrum.Amplitude(c, bin),
+                            kDigits);
+    }
+    if (text.size() > kMuch) {
+      put(text);
+      text.clear();
+    }
+  }
+  put(text + "\n");
+}
 
 TsListing SpectrumListing(SpectrumOptions options) {
   return [options = std::move(options), library = std::make_shared<CalLibrary>()](

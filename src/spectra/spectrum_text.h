@@ -3,7 +3,10 @@
 #define ORVANE_SPECTRA_SPECTRUM_TEXT_H_
 
 #include <filesystem>
+#include <functional>
+#include <string_view>
 
+#include "spectra/spectrum.h"
 #include "timeseries/leave_out.h"
 #include "timeseries/ts_listing.h"
 
@@ -20,6 +23,10 @@ struct SpectrumOptions {
   LeaveOutChoice leave_out = {};
   TsFile::Options headers = {};
 };
+
+/// A spectrum piece by piece, tab-separated: a line of titles with units, then one for each bin.
+void PutSpectrum(const Spectrum& spectrum, bool is_density,
+                 const std::function<void(std::string_view piece)>& put);
 
 /// The spectrum of a file, tab-separated: a line of titles with units, then one for each bin.
 /// docs/formats/spectrum.md describes it.

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/spectrum_command.h"
+
+#include <QSettings>
+
+#include "app/dock_command.h"
+#include "timeseries/widgets/waveform_display.h"
+
+namespace orvane {
+namespace {
+
+const QString kWanted = QStringLiteral("Spectrum/Shown");
+
+}  // namespace
+
+SpectrumCommand::SpectrumCommand(FieldDisplays* displays, QAction* command, QMainWindow* window)
+    : QObject(window),
+      displays_(displays),
+      command_(command),
+      dock_(new SpectrumDock(
+          [displays]() -> const WaveformView* {
+            auto* display = qobject_cast<CWaveformDisplay*>(displays->Current());
+            return display == nullptr ? nullptr : &display->View();
+          },
+          window)),
+      is_wanted_(QSettings().value(kWanted, false).toBool()) {
+  window->addDockWidget(Qt::RightDockWidgetArea, dock_);
+  dock_->hide();
+  ConnectDock(dock_, command_);
+  command_->setEnabled(false);
+  connect(dock_->toggleViewAction(), &QAction::toggled, this, &SpectrumCommand::Note);
+  connect(displays_, &FieldDisplays::changed, this, &SpectrumCommand::Follow);
+  connect(dock_, &SpectrumDock::told, displays_, &FieldDisplays::told);
+  connect(dock_, &SpectrumDock::pageWanted, this, [this](int by) {
+    if (CDisplay* display = displays_->Current(); display != nullptr) {
+      by < 0 ? display->ScrollBack() : display->ScrollForward();
+    }
+  });
+}
+
+void SpectrumCommand::Follow() {
+  const bool has_waveform = displays_->ShowsWaveform();
+  command_->setEnabled(has_waveform);
+  dock_->toggleViewAction()->setEnabled(has_waveform);
+  is_following_ = true;
+  if (dock_->isHidden() == (is_wanted_ && has_waveform)) {
+    dock_->setVisible(is_wanted_ && has_waveform);
+  }
+  is_following_ = false;
+  dock_->Follow();
+}
+
+// The user showed or hid it, or the window's layout was restored.
+void SpectrumCommand::Note(bool is_shown) {
+  if (is_following_) {
+    return;
+  }
+  is_wanted_ = is_shown;
+  QSettings().setValue(kWanted, is_shown);
+  if (is_shown && !displays_->ShowsWaveform()) {
+    QMetaObject::invokeMethod(this, &SpectrumCommand::Follow, Qt::QueuedConnection);
+  }
+}
+
+}  // namespace orvane
