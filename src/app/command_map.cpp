@@ -76,7 +76,7 @@ constexpr auto kView = std::to_array<CommandRow>({
     kLine,
     {kViewCheck, "&Morning Check\tF7", "Whether the boxes may leave with this table\nMorning Check"},
     {kViewChanges, "Ch&anges\tF8", "What differs from the file, the defaults or another table\nChanges"},
-    {kViewSpectrum, "Spectru&m\tF9", "What frequencies a waveform has: the visible part, a record or the file\nSpectrum"},
+    {kViewSpectrum, "Spectr&um\tF9", "What frequencies a waveform has: the visible part, a record or the file\nSpectrum"},
     {kViewMap, "Ma&p\tCtrl+Shift+M", "Where electrodes, transmitter and stations of the table are\nMap"},
     kLine,
     {kViewTheme, "T&heme", ""},

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
+#include <QList>
 #include <QScrollArea>
 #include <QSettings>
 #include <QSplitter>
@@ -76,6 +77,17 @@ void SpectrumDock::MakeContent() {
   layout->addWidget(reading_);
   layout->addWidget(tables, 2);
   layout->addLayout(MakeButtons());
+  const QList<QWidget*> order = {part_, quantity_, cancel_, plot_, channels_, harmonics_};
+  for (int i = 1; i < order.size(); ++i) {
+    setTabOrder(order[i - 1], order[i]);
+  }
+  QWidget* before = harmonics_;
+  for (const char* name : {"spectrum-calibrations", "spectrum-uncorrected", "copy-spectrum",
+                           "copy-harmonics", "save-spectrum"}) {
+    auto* button = content->findChild<QPushButton*>(QLatin1String(name));
+    setTabOrder(before, button);
+    before = button;
+  }
   auto* area = new QScrollArea(this);
   area->setObjectName(QStringLiteral("spectrum-area"));
   area->setFrameShape(QFrame::NoFrame);
