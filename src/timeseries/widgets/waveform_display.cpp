@@ -33,7 +33,9 @@ QString Number(double value) { return QString::fromStdString(FormatReal(value, 7
 CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
     : CDisplay(QStringLiteral("Waveform"), parent),
       prompts_(prompts),
+      book_(new RecordBook(this)),
       plot_(new WaveformPlot(&view_, this)),
+      records_(new RecordStrip(book_, this)),
       readings_(MakeReadings()),
       strip_(new LoadingStrip(this)),
       number_(new QSpinBox(this)) {
@@ -54,6 +56,10 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   halves_->setChildrenCollapsible(false);
   layout()->addWidget(strip_);
   layout()->addWidget(halves_);
+  layout()->addWidget(records_);
+  setTabOrder(number_, readings_);
+  setTabOrder(readings_, records_);
+  connect(records_, &RecordStrip::chosen, this, &CWaveformDisplay::GoTo);
   connect(strip_, &LoadingStrip::ended, this, [this] { TakeAgain(strip_->Take()); });
   connect(strip_, &LoadingStrip::cancelled, this, &CDisplay::told);
   connect(plot_, &WaveformPlot::changed, this, &CWaveformDisplay::ShowReadings);
@@ -147,6 +153,7 @@ void CWaveformDisplay::AddSaving() {
 void CWaveformDisplay::Take(std::unique_ptr<TsFile> file, const TsFile::Options& options) {
   view_.Take(std::move(file), options);
   LimitNumber();
+  book_->Follow(view_.File());
   if (const std::string bad = view_.File().BadRecordText(); !bad.empty()) {
     prompts_->ShowWarning("Orvane", bad);
   }
@@ -171,6 +178,8 @@ void CWaveformDisplay::ShowView() {
   const QSignalBlocker blocker(number_);
   number_->setValue(
       static_cast<int>(std::min<std::uint64_t>(view_.Number(), std::numeric_limits<int>::max())));
+  records_->SetShown(view_.Number());
+  emit recordShown();
 }
 
 void CWaveformDisplay::ShowReadings() {
@@ -329,6 +338,7 @@ void CWaveformDisplay::TakeAgain(std::unique_ptr<TsLoading> loading) {
   if (loading->Outcome()) {
     view_.TakeAgain(std::move(fresh));
     LimitNumber();
+    book_->Follow(view_.File());
   }
   ShowView();
   if (!loading->Outcome()) {

@@ -10,6 +10,8 @@
 #include "forms/prompts.h"
 #include "timeseries/waveform_view.h"
 #include "timeseries/widgets/loading_strip.h"
+#include "timeseries/widgets/record_book.h"
+#include "timeseries/widgets/record_strip.h"
 #include "timeseries/widgets/waveform_plot.h"
 #include "ui/display.h"
 
@@ -26,6 +28,8 @@ class CWaveformDisplay : public CDisplay {
   /// Shows a file that is open, by these options; reports bad records and faults.
   void Take(std::unique_ptr<TsFile> file, const TsFile::Options& options);
   WaveformView& View() { return view_; }
+  RecordBook* Book() { return book_; }
+  void GoTo(std::uint64_t number) { Page(view_.GoTo(number)); }
   /// Takes over how another file was shown, but for auto play.
   void Adopt(const WaveformSettings& settings, bool has_small_unit);
 
@@ -39,6 +43,10 @@ class CWaveformDisplay : public CDisplay {
   void EditGains();
   /// Draws the view again and shows its place in the status bar.
   void ShowView();
+
+ signals:
+  /// This record is shown now, or again.
+  void recordShown();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -67,7 +75,9 @@ class CWaveformDisplay : public CDisplay {
 
   Prompts* prompts_;
   WaveformView view_;
+  RecordBook* book_;
   WaveformPlot* plot_;
+  RecordStrip* records_;
   QTableWidget* readings_;
   LoadingStrip* strip_;
   QSplitter* halves_ = nullptr;
