@@ -17,7 +17,8 @@ namespace {
 
 constexpr double kMarkRow = 8;  // triangles of saturated records
 constexpr double kFrequencyRow = 12;
-constexpr double kLane = 11;
+constexpr double kLane = 9;
+constexpr double kLowLane = 5;  // where there are many
 constexpr int kMostLanes = 12;
 constexpr double kFrameWidth = 5;  // at least
 constexpr double kDeadMark = 3;
@@ -45,6 +46,7 @@ void RecordStrip::Restart() {
   const auto most =
       static_cast<int>(std::min<std::uint64_t>(book_->Records(), std::numeric_limits<int>::max()));
   setRange(most == 0 ? 0 : 1, most);
+  setVisible(most > 1);
   Forget();
   updateGeometry();
 }
@@ -72,8 +74,8 @@ void RecordStrip::SayRecord() {
 
 QSize RecordStrip::sizeHint() const {
   const auto lanes = std::clamp(static_cast<int>(book_->List().Channels()), 2, kMostLanes);
-  return {400,
-          static_cast<int>(kMarkRow + kFrequencyRow + lanes * kLane * (lanes > 6 ? 0.6 : 1.4))};
+  const double lane = lanes > kMostLanes / 2 ? kLowLane : kLane;
+  return {400, static_cast<int>(kMarkRow + kFrequencyRow + lanes * lane)};
 }
 
 QRectF RecordStrip::Inside() const { return QRectF(rect()).adjusted(3, 2, -3, -2); }
