@@ -629,6 +629,14 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   QApplication::processEvents();
   display->ShowView();
   done = visit(&frame, "waveform-cursors") && done;
+  RecordShape shape;
+  shape.filter.low_pass = 5;
+  shape.folds = true;
+  view.SetShape(shape);
+  display->ShowView();
+  QApplication::processEvents();
+  done = visit(&frame, "waveform-folded") && done;
+  view.SetShape({});
   frame.Command(kViewRecords)->trigger();
   QApplication::processEvents();
   done = visit(&frame, "waveform-records") && done;

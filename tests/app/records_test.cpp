@@ -201,5 +201,57 @@ TEST_F(Records, TicksAreKeptBesideTheFileAndFound) {
   EXPECT_TRUE(said().contains(QStringLiteral("is not used"))) << said().toStdString();
 }
 
+TEST_F(Records, AreMeasuredFoldedFilteredAndLaidOverEachOther) {
+  WaveformView& view = Display()->View();
+  const auto key = [this](Qt::Key pressed, Qt::KeyboardModifiers with = {}) {
+    QTest::keyClick(Display(), pressed, with);
+    QApplication::processEvents();
+  };
+  Display()->setFocus();
+  view.SetCursor(WaveformView::kFirstCursor, 0);
+  view.SetCursor(WaveformView::kSecondCursor, 0.4);
+  Display()->ShowView();
+  const auto* readings = Display()->findChild<QTableWidget*>(QStringLiteral("readings"));
+  QStringList texts;
+  for (const auto& [row, column] : {std::pair(1, 6), {1, 7}, {3, 3}}) {
+    texts << readings->item(row, column)->text();
+  }
+  EXPECT_EQ(texts, QStringList({"-100", "100", "2.5"})) << "minimum, maximum, 1 / dt";
+  key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(QApplication::clipboard()->text().contains(QStringLiteral("slope (per s)")));
+
+  // 100 scans a second at 4 Hz: 25 places, of two periods that are each other's opposite.
+  key(Qt::Key_F);
+  EXPECT_EQ(view.NoteText(), "mean of 2 periods");
+  ASSERT_EQ(view.Record().Scans(), 25U);
+  EXPECT_EQ(view.Values(0)[3], 0);
+  EXPECT_GT(view.Shaped().spreads[0][3], 100 * 256 * 0.99);
+  key(Qt::Key_F);
+  EXPECT_EQ(view.Record().Scans(), 50U);
+
+  Display()->GoTo(kSaturated);
+  RecordShape shape;
+  shape.filter.removes_trend = true;
+  view.SetShape(shape);
+  double sum = 0;
+  for (const double value : view.Values(1)) {
+    sum += value;
+  }
+  EXPECT_NEAR(sum, 0, 1);
+  EXPECT_EQ(view.NoteText(), "mean and trend removed");
+  view.SetShape({});
+
+  Display()->GoTo(kSpike - 1);
+  const auto picture = [this] {
+    QApplication::processEvents();
+    return Display()->findChild<WaveformPlot*>()->grab().toImage();
+  };
+  const QImage alone = picture();
+  key(Qt::Key_O);
+  EXPECT_NE(picture(), alone);
+  key(Qt::Key_O);
+  EXPECT_EQ(picture(), alone);
+}
+
 }  // namespace
 }  // namespace orvane
