@@ -14,6 +14,7 @@
 #include <memory>
 
 #include "app/about_dlg.h"
+#include "app/command_map.h"
 #include "app/emergency_copy.h"
 #include "app/key_labels.h"
 #include "app/qt_prompts.h"
@@ -626,6 +627,10 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
     auto* display = new CWaveformDisplay(&app->Document().Asking());
     // Without the messages that the display's own way of opening shows.
     const Result<> opened = display->View().Open(PathFromText(path));
+    display->Book()->Follow(display->View().File());
+    while (!display->Book()->IsDone()) {
+      QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
     frame.Displays().Show(display);
     frame.resize(1180, 690);
     QApplication::processEvents();
@@ -651,6 +656,18 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   QApplication::processEvents();
   display->ShowView();
   done = visit(&frame, "waveform-cursors") && done;
+  RecordShape shape;
+  shape.filter.low_pass = 5;
+  shape.folds = true;
+  view.SetShape(shape);
+  display->ShowView();
+  QApplication::processEvents();
+  done = visit(&frame, "waveform-folded") && done;
+  view.SetShape({});
+  frame.Command(kViewRecords)->trigger();
+  QApplication::processEvents();
+  done = visit(&frame, "waveform-records") && done;
+  frame.Command(kViewRecords)->trigger();
   show(WriteTwelveChannels(folder.path(), app->Document().Table()));
   done = visit(&frame, "waveform-twelve") && done;
   frame.resize(660, 340);  // a field laptop at 200 %

@@ -74,6 +74,7 @@ constexpr auto kView = std::to_array<CommandRow>({
     kLine,
     {kViewBoxStatus, "View &Box Status...", "Display box status information"},
     kLine,
+    {kViewRecords, "&Records\tF6", "All records of the waveform shown, and which are left out\nRecords"},
     {kViewCheck, "&Morning Check\tF7", "Whether the boxes may leave with this table\nMorning Check"},
     {kViewChanges, "Ch&anges\tF8", "What differs from the file, the defaults or another table\nChanges"},
     {kViewSpectrum, "Spectr&um\tF9", "What frequencies a waveform has: the visible part, a record or the file\nSpectrum"},

@@ -32,6 +32,7 @@ enum CommandId : int {
   kViewSpectrum = 32925,
   kPrintSheets = 32912,
   kPrintParameters = 32913,
+  kViewRecords = 32914,
   kViewToolbar = 59392,
   kViewStatusBar = 59393,
   kEditUndo = 57643,

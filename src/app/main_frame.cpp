@@ -269,6 +269,7 @@ void CMainFrame::ConnectCommands() {
                 {doc_, &editors_, check_->Dock(), AddMapDock(doc_, Command(kViewMap), this)});
   new SpectrumCommand(displays_, Command(kViewSpectrum), this);
   ConnectStart();
+  records_ = new RecordCommands(displays_, Command(kViewRecords), this);
   Handle(kPrintParameters, [this] { editors_.PrintRaw(); });
   Handle(kPrintSheets, [this] { AskAndPrintFieldSheets(doc_->Table(), this); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
@@ -386,6 +387,7 @@ void CMainFrame::RestoreLayout() {
   const QSettings settings;
   restoreGeometry(settings.value(kGeometry).toByteArray());
   restoreState(settings.value(kState).toByteArray());
+  records_->TakeLayout();
   Command(kViewToolbar)->setChecked(!findChild<QToolBar*>()->isHidden());
   Command(kViewStatusBar)->setChecked(settings.value(kStatusBar, true).toBool());
 }

@@ -22,6 +22,7 @@
 #include "app/orvane_view.h"
 #include "app/qt_prompts.h"
 #include "app/recent_files.h"
+#include "app/record_commands.h"
 #include "app/utility_commands.h"
 
 namespace orvane {
@@ -87,6 +88,7 @@ class CMainFrame : public QMainWindow {
   ChangedFileBar* changed_file_;
   QStackedWidget* stack_;
   FieldDisplays* displays_;
+  RecordCommands* records_ = nullptr;
   NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;
   std::array<QAction*, RecentFiles::kMost> recent_actions_{};

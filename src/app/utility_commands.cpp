@@ -22,6 +22,9 @@
 namespace orvane {
 namespace {
 
+// What the window with the records ticked is what results do without.
+const LeaveOutChoice kBeside{.kind = LeaveOutChoice::Kind::kBeside};
+
 constexpr const char* kConverted = "%d files are converted to ASCII file!";
 constexpr Utility kTableListing = {"Convert TBL File(s) to ASCII File(s)",
                                    "Tbl Files (*.tbl)|*.tbl|All Files (*.*)|*.*||",
@@ -66,9 +69,12 @@ void UtilityCommands::ConvertTimeDomainStacks() {
 void UtilityCommands::ConvertFrequencyDomainStacks() {
   Run(kFrequencyDomainStacks, StackCsv(StackDomain::kFrequency), folders_.Data());
 }
-void UtilityCommands::ConvertWaveforms() { Run(kWaveformText, TimeSeriesText(), folders_.Data()); }
+void UtilityCommands::ConvertWaveforms() {
+  Run(kWaveformText, TimeSeriesText(TsHeaderSize::kFull, kBeside), folders_.Data());
+}
 void UtilityCommands::Restack() {
   RestackOptions options;
+  options.leave_out = kBeside;
   options.ask_about_bad = [this](const std::string& question, const BatchTask& task) {
     const auto ask = [&] { return prompts_->AskYesNo("Orvane", question); };
     return AskForWorker(task, ask) == Answer::kYes;
@@ -99,6 +105,7 @@ void UtilityCommands::ConvertToSpectra() {
     return;
   }
   SpectraOptions options = form.Options();
+  options.leave_out = kBeside;
   QSettings().setValue(key, QString::fromStdString(PathText(options.calibration_folder)));
   options.ask = [this](const std::string& question, const BatchTask& task) {
     return AskForWorker(task, [&] { return prompts_->AskYesNoCancel("Orvane", question); });

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "timeseries/sample_decoder.h"
@@ -39,6 +40,11 @@ class CTsRec {
   }
   /// Every held value, scan after scan.
   std::span<const std::int32_t> Held() const { return held_; }
+  /// Other values for its channels, of as many scans as there are.
+  void SetHeld(std::vector<std::int32_t> held) {
+    held_ = std::move(held);
+    scans_ = Channels() == 0 ? 0 : held_.size() / Channels();
+  }
 
   /// Reads the samples of the record at `place`; what it held before goes. Where the file has
   /// become shorter there are fewer scans.

@@ -77,6 +77,8 @@ void WaveformView::Close() {
   gains_.clear();
   gains_of_all_.reset();
   pan_ = 0;
+  shape_ = {};
+  shaped_ = {};
   whole_.clear();
   scales_.clear();
   visible_ = {};
@@ -107,7 +109,13 @@ void WaveformView::ShowRecord(std::uint64_t number) {
                FormatInt(record_.Header().scans) + " scans";
   }
   const double rate = SampleRate(record_.Header());
-  seconds_per_scan_ = rate > 0 ? 1 / rate : 1;
+  const double frequency =
+      file_->HeaderSize() == TsHeaderSize::kFull ? double{record_.Header().frequency} : 0;
+  why_no_fold_ = orvane::WhyNoFold(record_, frequency);
+  shaped_ = orvane::Shape(shape_, frequency, &record_);
+  seconds_per_scan_ = shaped_.seconds_per_scan > 0 ? shaped_.seconds_per_scan
+                      : rate > 0                   ? 1 / rate
+                                                   : 1;
   UpdateChannels();
   whole_ = ExtremesOf({0, record_.Scans()});
   if (is_first || showed_all) {
@@ -159,6 +167,27 @@ void WaveformView::SetSettings(const WaveformSettings& settings) {
   if (settings_.auto_scale) {
     UpdateScales();
   }
+}
+
+void WaveformView::SetShape(const RecordShape& shape) {
+  const bool is_other_time = shape.folds != shape_.folds;
+  shape_ = shape;
+  if (number_ > 0) {
+    ShowRecord(number_);
+    if (is_other_time) {
+      cursors_ = {};
+      ShowAllTimes();
+    }
+    UpdateScales();
+  }
+}
+
+std::vector<double> WaveformView::Values(std::size_t trace) const {
+  std::vector<double> values(record_.Scans());
+  for (std::size_t scan = 0; scan < values.size(); ++scan) {
+    values[scan] = Value(scan, trace);
+  }
+  return values;
 }
 
 void WaveformView::ZoomValues(double factor) {
@@ -244,6 +273,7 @@ std::string WaveformView::NoteText() const {
     text.append(text.empty() || more.empty() ? "" : ", ").append(more);
   };
   append(EmptyText());
+  append(shaped_.note);
   if (const WaveformGains gains = Gains();
       HasGains() && gains != GainsOf(file_->Companion().Table())) {
     append("gains as entered: E x " + FormatReal(gains.electric, kGainDigits) + ", others x " +

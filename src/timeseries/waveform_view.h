@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "table/box_keys.h"
+#include "timeseries/record_shape.h"
 #include "timeseries/ts_file.h"
 #include "timeseries/waveform_channels.h"
 
@@ -109,6 +110,16 @@ class WaveformView {
   /// file is opened. When the file is read again, a record with another header has none.
   void SetGains(std::uint64_t number, const WaveformGains& gains, bool for_all);
 
+  /// What is done to records before they are shown; another file is shown as it is.
+  const RecordShape& Shape() const { return shape_; }
+  void SetShape(const RecordShape& shape);
+  const ShapedRecord& Shaped() const { return shaped_; }
+  /// Why the record shown cannot be folded; empty where it can, or is.
+  const std::string& WhyNoFold() const { return why_no_fold_; }
+  /// Every value of a trace of the record, as it is shown.
+  std::vector<double> Values(std::size_t trace) const;
+  double SecondsPerScan() const { return seconds_per_scan_; }
+
   std::string TitleText() const;
   /// "3 / 300", where there are bad records "first bad at 3", and what is missing without a
   /// companion table.
@@ -191,6 +202,9 @@ class WaveformView {
   std::uint64_t number_ = 0;
   CTsRec record_;
   std::string problem_;
+  RecordShape shape_;
+  ShapedRecord shaped_;
+  std::string why_no_fold_;
   WaveformSettings settings_;
   WaveformUnits units_;
   struct RecordGains {

@@ -91,7 +91,7 @@ TEST_F(WaveformDisplay, CursorsReadWhatTheFileHolds) {
   QTest::keyClick(Display(), Qt::Key_Right, Qt::ControlModifier);
   QTest::keyClick(Display(), Qt::Key_Left, Qt::ShiftModifier);
   const auto* readings = Display()->findChild<QTableWidget*>();
-  ASSERT_EQ(readings->rowCount(), 3);
+  ASSERT_EQ(readings->rowCount(), 4) << "time, two channels, 1 / dt";
   const auto scan = static_cast<double>(View().Reading(WaveformView::kFirstCursor)->scan);
   // A scan has two samples.
   EXPECT_EQ(readings->item(1, 1)->text().toDouble(), 1 + 2 * scan);

@@ -4,14 +4,18 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QSplitter>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "base/number_text.h"
 #include "files/path_text.h"
+#include "timeseries/measure.h"
+#include "timeseries/widgets/filter_menu.h"
 #include "timeseries/widgets/waveform_dlg.h"
 #include "timeseries/widgets/waveform_gain_dlg.h"
 #include "ui/byte_text.h"
@@ -25,6 +29,7 @@ namespace {
 constexpr double kZoomStep = 1.5;
 constexpr double kPanStep = 0.1;  // of what is visible
 constexpr int kMilliseconds = 1000;
+constexpr int kCursorColumns = 4;  // label, both cursors, difference
 
 QString Number(double value) { return QString::fromStdString(FormatReal(value, 7)); }
 
@@ -33,7 +38,9 @@ QString Number(double value) { return QString::fromStdString(FormatReal(value, 7
 CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
     : CDisplay(QStringLiteral("Waveform"), parent),
       prompts_(prompts),
+      book_(new RecordBook(this)),
       plot_(new WaveformPlot(&view_, this)),
+      records_(new RecordStrip(book_, this)),
       readings_(MakeReadings()),
       strip_(new LoadingStrip(this)),
       number_(new QSpinBox(this)) {
@@ -41,11 +48,20 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   setFocusPolicy(Qt::StrongFocus);
   AddPaging();
   AddViewing();
+  AddShaping();
   AddSaving();
 
-  readings_->setColumnCount(4);
-  readings_->setHorizontalHeaderLabels({QString(), QStringLiteral("Cursor 1"),
-                                        QStringLiteral("Cursor 2"), QStringLiteral("Difference")});
+  const QStringList titles{QString(),
+                           QStringLiteral("Cursor 1"),
+                           QStringLiteral("Cursor 2"),
+                           QStringLiteral("Difference"),
+                           QStringLiteral("Mean"),
+                           QStringLiteral("RMS"),
+                           QStringLiteral("Minimum"),
+                           QStringLiteral("Maximum"),
+                           QStringLiteral("Slope (per s)")};
+  readings_->setColumnCount(static_cast<int>(titles.size()));
+  readings_->setHorizontalHeaderLabels(titles);
 
   halves_ = new QSplitter(this);
   halves_->addWidget(plot_);
@@ -54,6 +70,10 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   halves_->setChildrenCollapsible(false);
   layout()->addWidget(strip_);
   layout()->addWidget(halves_);
+  layout()->addWidget(records_);
+  setTabOrder(number_, readings_);
+  setTabOrder(readings_, records_);
+  connect(records_, &RecordStrip::chosen, this, &CWaveformDisplay::GoTo);
   connect(strip_, &LoadingStrip::ended, this, [this] { TakeAgain(strip_->Take()); });
   connect(strip_, &LoadingStrip::cancelled, this, &CDisplay::told);
   connect(plot_, &WaveformPlot::changed, this, &CWaveformDisplay::ShowReadings);
@@ -128,6 +148,80 @@ void CWaveformDisplay::AddViewing() {
   Bar()->addSeparator();
 }
 
+void CWaveformDisplay::AddShaping() {
+  fold_ = AddKey("Fold", "fold", "The mean period of the segment and its spread", Qt::Key_F,
+                 [this] { ToggleFold(); });
+  filters_ = AddKey("Filters", "filters", "What is done to the traces before they are shown",
+                    Qt::Key_L, [this] { ChooseFilters(); });
+  next_too_ = AddKey("Next segment too", "next-too", "Draw the next segment over this one",
+                     Qt::Key_O, [this] { ShowOther(OtherRecord::Which::kNext); });
+  previous_too_ =
+      AddKey("Previous segment too", "previous-too", "Draw the previous segment over this one",
+             Qt::SHIFT | Qt::Key_O, [this] { ShowOther(OtherRecord::Which::kPrevious); });
+  AddKey("Other segment too...", "other-too", "Draw a segment of your choice over this one",
+         Qt::CTRL | Qt::SHIFT | Qt::Key_O, [this] { ChooseOther(); });
+  for (QAction* action : {fold_, next_too_, previous_too_}) {
+    action->setCheckable(true);
+  }
+  Bar()->addAction(fold_);
+  Bar()->addAction(filters_);
+  Bar()->addSeparator();
+}
+
+void CWaveformDisplay::ToggleFold() {
+  RecordShape shape = view_.Shape();
+  shape.folds = !shape.folds;
+  view_.SetShape(shape);
+  ShowView();
+}
+
+// Below its button, or in the middle where that has no room.
+void CWaveformDisplay::ChooseFilters() {
+  FilterMenu menu(view_.Shape().filter, SampleRate(view_.Record().Header()), this);
+  connect(&menu, &FilterMenu::chosen, this, [this](const ViewFilter& filter) {
+    RecordShape shape = view_.Shape();
+    shape.filter = filter;
+    view_.SetShape(shape);
+    ShowView();
+  });
+  const QWidget* button = Bar()->widgetForAction(filters_);
+  const bool is_seen = button != nullptr && button->isVisible();
+  menu.exec(is_seen ? button->mapToGlobal(button->rect().bottomLeft())
+                    : mapToGlobal(rect().center()));
+}
+
+// The same again takes it away.
+void CWaveformDisplay::ShowOther(OtherRecord::Which which) {
+  other_.Choose(other_.Chosen() == which ? OtherRecord::Which::kNone : which);
+  ShowView();
+}
+
+void CWaveformDisplay::ChooseOther() {
+  bool is_chosen = false;
+  const int most =
+      static_cast<int>(std::min<std::uint64_t>(view_.Count(), std::numeric_limits<int>::max()));
+  const int number =
+      QInputDialog::getInt(this, QStringLiteral("Other Segment"), QStringLiteral("Number"),
+                           static_cast<int>(view_.Number()), 1, std::max(most, 1), 1, &is_chosen);
+  if (is_chosen) {
+    other_.Choose(OtherRecord::Which::kChosen, static_cast<std::uint64_t>(number));
+    ShowView();
+  }
+}
+
+// What cannot be folded says why.
+void CWaveformDisplay::FollowShape() {
+  const bool folds = view_.Shape().folds;
+  fold_->setChecked(folds);
+  fold_->setEnabled(folds || view_.WhyNoFold().empty());
+  fold_->setToolTip(view_.WhyNoFold().empty()
+                        ? QStringLiteral("The mean period of the segment and its spread (F)")
+                        : QStringLiteral("Not folded: ") + TextFromBytes(view_.WhyNoFold()));
+  next_too_->setChecked(other_.Chosen() == OtherRecord::Which::kNext);
+  previous_too_->setChecked(other_.Chosen() == OtherRecord::Which::kPrevious);
+  plot_->SetOther(other_.Follow(view_));
+}
+
 void CWaveformDisplay::AddSaving() {
   AddButton("Copy", "copy", "Copy what is visible as text", QKeySequence::Copy, [this] { Copy(); });
   AddButton("Copy readings", "copy-readings", "Copy the readings of the cursors as text",
@@ -147,6 +241,7 @@ void CWaveformDisplay::AddSaving() {
 void CWaveformDisplay::Take(std::unique_ptr<TsFile> file, const TsFile::Options& options) {
   view_.Take(std::move(file), options);
   LimitNumber();
+  book_->Follow(view_.File());
   if (const std::string bad = view_.File().BadRecordText(); !bad.empty()) {
     prompts_->ShowWarning("Orvane", bad);
   }
@@ -166,40 +261,26 @@ void CWaveformDisplay::LimitNumber() {
 QString CWaveformDisplay::Title() const { return TextFromPath(view_.File().Path().filename()); }
 
 void CWaveformDisplay::ShowView() {
+  FollowShape();
   plot_->ShowView();
   ShowReadings();
   const QSignalBlocker blocker(number_);
   number_->setValue(
       static_cast<int>(std::min<std::uint64_t>(view_.Number(), std::numeric_limits<int>::max())));
+  records_->SetShown(view_.Number());
+  emit recordShown();
 }
 
 void CWaveformDisplay::ShowReadings() {
-  const auto first = view_.Reading(WaveformView::kFirstCursor);
-  const auto second = view_.Reading(WaveformView::kSecondCursor);
+  const bool has_cursor =
+      view_.Reading(WaveformView::kFirstCursor) || view_.Reading(WaveformView::kSecondCursor);
   const bool was_hidden = readings_->isHidden();
-  readings_->setVisible(first || second);
-  const auto rows = static_cast<int>(view_.TraceCount()) + 1;
-  readings_->setRowCount(first || second ? rows : 0);
-  const auto value = [](const auto& reading, int row) {
-    return row == 0 ? reading->time : reading->values[static_cast<std::size_t>(row) - 1];
-  };
-  for (int row = 0; row < readings_->rowCount(); ++row) {
-    const QString label = TextFromBytes(
-        row == 0 ? view_.TimeLabel() : view_.Channel(static_cast<std::size_t>(row) - 1).Label());
-    const std::array<QString, 4> texts = {
-        label, first ? Number(value(first, row)) : QString(),
-        second ? Number(value(second, row)) : QString(),
-        first && second ? Number(value(second, row) - value(first, row)) : QString()};
-    for (int column = 0; column < 4; ++column) {
-      auto* item = OnlyShown(new QTableWidgetItem(texts[static_cast<std::size_t>(column)]));
-      item->setTextAlignment(column == 0 ? Qt::AlignLeft | Qt::AlignVCenter
-                                         : Qt::AlignRight | Qt::AlignVCenter);
-      readings_->setItem(row, column, item);
-    }
-  }
-  if (first || second) {
+  readings_->setVisible(has_cursor);
+  FillReadings();
+  if (has_cursor) {
     readings_->resizeColumnsToContents();
-    const int wanted = readings_->horizontalHeader()->length() + 24;
+    const int length = readings_->horizontalHeader()->length() + 24;
+    const int wanted = std::min(length, halves_->width() / 2);
     if (was_hidden || readings_->width() < wanted) {
       halves_->setSizes({halves_->width() - wanted, wanted});
     }
@@ -207,6 +288,57 @@ void CWaveformDisplay::ShowReadings() {
   const QString problem = QString::fromStdString(view_.Problem());
   emit told(TextFromBytes(view_.StatusBarText()) +
             (problem.isEmpty() ? QString() : QStringLiteral(" - ") + problem));
+}
+
+// A row for the time and one for each trace; between two cursors also what is measured there.
+void CWaveformDisplay::FillReadings() {
+  const bool has_first = view_.Reading(WaveformView::kFirstCursor).has_value();
+  const bool has_second = view_.Reading(WaveformView::kSecondCursor).has_value();
+  const bool has_both = has_first && has_second;
+  for (int column = kCursorColumns; column < readings_->columnCount(); ++column) {
+    readings_->setColumnHidden(column, !has_both);
+  }
+  const int rows = static_cast<int>(view_.TraceCount()) + (has_both ? 2 : 1);
+  readings_->setRowCount(has_first || has_second ? rows : 0);
+  for (int row = 0; row < readings_->rowCount(); ++row) {
+    const QStringList texts = ReadingsOf(row);
+    for (int column = 0; column < readings_->columnCount(); ++column) {
+      auto* item = OnlyShown(new QTableWidgetItem(texts.value(column)));
+      item->setTextAlignment(column == 0 ? Qt::AlignLeft | Qt::AlignVCenter
+                                         : Qt::AlignRight | Qt::AlignVCenter);
+      readings_->setItem(row, column, item);
+    }
+  }
+}
+
+QStringList CWaveformDisplay::ReadingsOf(int row) const {
+  const auto first = view_.Reading(WaveformView::kFirstCursor);
+  const auto second = view_.Reading(WaveformView::kSecondCursor);
+  const auto trace = static_cast<std::size_t>(row) - 1;
+  if (row > static_cast<int>(view_.TraceCount())) {
+    return {QStringLiteral("1 / dt (Hz)"), QString(), QString(), DistanceText()};
+  }
+  const auto value = [&](const WaveformReading& reading) {
+    return row == 0 ? reading.time : reading.values[trace];
+  };
+  QStringList texts{TextFromBytes(row == 0 ? view_.TimeLabel() : view_.Channel(trace).Label()),
+                    first ? Number(value(*first)) : QString(),
+                    second ? Number(value(*second)) : QString(),
+                    first && second ? Number(value(*second) - value(*first)) : QString()};
+  if (row > 0 && first && second) {
+    if (const auto m =
+            Measure(view_.Values(trace), 1 / view_.SecondsPerScan(), first->time, second->time)) {
+      texts << Number(m->mean) << Number(m->rms) << Number(m->min) << Number(m->max)
+            << Number(m->slope);
+    }
+  }
+  return texts;
+}
+
+QString CWaveformDisplay::DistanceText() const {
+  const double distance = view_.Reading(WaveformView::kSecondCursor)->time -
+                          view_.Reading(WaveformView::kFirstCursor)->time;
+  return distance == 0 ? QString() : Number(1 / std::abs(distance));
 }
 
 void CWaveformDisplay::Page(bool is_other) {
@@ -306,7 +438,19 @@ void CWaveformDisplay::Copy() {
 }
 
 void CWaveformDisplay::CopyReadings() {
-  const QString readings = TextFromBytes(view_.CursorText());
+  std::string text = view_.CursorText();
+  const auto first = view_.Reading(WaveformView::kFirstCursor);
+  const auto second = view_.Reading(WaveformView::kSecondCursor);
+  if (first && second) {
+    std::vector<MeasuredTrace> measured;
+    for (std::size_t trace = 0; trace < view_.TraceCount(); ++trace) {
+      const auto m =
+          Measure(view_.Values(trace), 1 / view_.SecondsPerScan(), first->time, second->time);
+      measured.push_back({view_.Channel(trace).Label(), m ? *m : Measurement()});
+    }
+    text += MeasurementText(first->time, second->time, measured);
+  }
+  const QString readings = TextFromBytes(text);
   if (!readings.isEmpty()) {
     QApplication::clipboard()->setText(readings);
   }
@@ -328,7 +472,9 @@ void CWaveformDisplay::TakeAgain(std::unique_ptr<TsLoading> loading) {
   std::unique_ptr<TsFile> fresh = loading->Take();
   if (loading->Outcome()) {
     view_.TakeAgain(std::move(fresh));
+    other_.Forget();
     LimitNumber();
+    book_->Follow(view_.File());
   }
   ShowView();
   if (!loading->Outcome()) {

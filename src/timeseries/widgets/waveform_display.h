@@ -10,6 +10,9 @@
 #include "forms/prompts.h"
 #include "timeseries/waveform_view.h"
 #include "timeseries/widgets/loading_strip.h"
+#include "timeseries/widgets/other_record.h"
+#include "timeseries/widgets/record_book.h"
+#include "timeseries/widgets/record_strip.h"
 #include "timeseries/widgets/waveform_plot.h"
 #include "ui/display.h"
 
@@ -26,6 +29,8 @@ class CWaveformDisplay : public CDisplay {
   /// Shows a file that is open, by these options; reports bad records and faults.
   void Take(std::unique_ptr<TsFile> file, const TsFile::Options& options);
   WaveformView& View() { return view_; }
+  RecordBook* Book() { return book_; }
+  void GoTo(std::uint64_t number) { Page(view_.GoTo(number)); }
   /// Takes over how another file was shown, but for auto play.
   void Adopt(const WaveformSettings& settings, bool has_small_unit);
 
@@ -40,6 +45,10 @@ class CWaveformDisplay : public CDisplay {
   /// Draws the view again and shows its place in the status bar.
   void ShowView();
 
+ signals:
+  /// This record is shown now, or again.
+  void recordShown();
+
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -49,7 +58,16 @@ class CWaveformDisplay : public CDisplay {
   void LimitNumber();
   void AddPaging();
   void AddViewing();
+  void AddShaping();
   void AddSaving();
+  void ToggleFold();
+  void ChooseFilters();
+  void ShowOther(OtherRecord::Which which);
+  void ChooseOther();
+  void FollowShape();
+  void FillReadings();
+  QStringList ReadingsOf(int row) const;
+  QString DistanceText() const;
   void Page(bool is_other);
   void Zoom(double factor);
   void ZoomValues(double factor);
@@ -67,7 +85,10 @@ class CWaveformDisplay : public CDisplay {
 
   Prompts* prompts_;
   WaveformView view_;
+  OtherRecord other_;
+  RecordBook* book_;
   WaveformPlot* plot_;
+  RecordStrip* records_;
   QTableWidget* readings_;
   LoadingStrip* strip_;
   QSplitter* halves_ = nullptr;
@@ -75,6 +96,10 @@ class CWaveformDisplay : public CDisplay {
   QAction* auto_play_ = nullptr;
   QAction* auto_scale_ = nullptr;
   QAction* small_unit_ = nullptr;
+  QAction* fold_ = nullptr;
+  QAction* filters_ = nullptr;
+  QAction* next_too_ = nullptr;
+  QAction* previous_too_ = nullptr;
   QTimer timer_;
 };
 

@@ -156,6 +156,10 @@ WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
   plot_->plotLayout()->addElement(row, 0, line);
   strip.graph =
       new TraceGraph(strip.axes->axis(QCPAxis::atBottom), strip.axes->axis(QCPAxis::atLeft));
+  for (QCPGraph*& extra : strip.extras) {
+    extra = new TraceGraph(strip.axes->axis(QCPAxis::atBottom), strip.axes->axis(QCPAxis::atLeft));
+    extra->setAdaptiveSampling(false);
+  }
   strip.graph->setAdaptiveSampling(false);  // the view has thinned the line already
   for (std::size_t i = 0; i < 2; ++i) {
     strip.cursors[i] = MakeLine(strip);
@@ -178,6 +182,7 @@ void WaveformPlot::MakeStrips(std::size_t count) {
   const std::string not_drawn = view_->NotDrawnText(count);
   not_drawn_ = nullptr;
   plot_->clearItems();
+  cursor_labels_ = {};
   plot_->clearPlottables();
   strips_.clear();
   while (plot_->plotLayout()->rowCount() > 1) {
@@ -193,6 +198,15 @@ void WaveformPlot::MakeStrips(std::size_t count) {
     axes->setMinimumMargins(QMargins(0, 0, 12, 0));
     axes->setAutoMargins(QCP::msLeft | QCP::msRight);
     axes->setMargins(QMargins(0, 0, 0, 0));
+  }
+  for (std::size_t i = 0; count > 0 && i < cursor_labels_.size(); ++i) {
+    auto* label = cursor_labels_[i] = new QCPItemText(plot_);
+    label->setClipAxisRect(strips_[0].axes);
+    label->position->setAxisRect(strips_[0].axes);
+    label->position->setAxes(strips_[0].axes->axis(QCPAxis::atBottom), nullptr);
+    label->position->setTypeX(QCPItemPosition::ptPlotCoords);
+    label->position->setTypeY(QCPItemPosition::ptAxisRectRatio);
+    label->setPositionAlignment(Qt::AlignLeft | Qt::AlignTop);
   }
   if (count > 0) {
     MakeTimeAxis(static_cast<int>(count) + 1, margins);
@@ -258,8 +272,47 @@ void WaveformPlot::ShowStrip(std::size_t trace, WaveformTrace line) {
   const ValueRange values = view_->ValuesOf(trace);
   strip.axes->axis(QCPAxis::atBottom)->setRange(times.low, times.high);
   strip.axes->axis(QCPAxis::atLeft)->setRange(values.low, values.high);
+  ShowExtras(trace);
   ShowCursors(strip);
   ShowLimits(trace);
+}
+
+// A fold has few scans: its spread needs no thinning.
+void WaveformPlot::ShowExtras(std::size_t trace) {
+  const Strip& strip = strips_[trace];
+  const auto& spreads = view_->Shaped().spreads;
+  const std::vector<double> means =
+      trace < spreads.size() ? view_->Values(trace) : std::vector<double>();
+  for (const std::size_t i : {0U, 1U}) {
+    strip.extras[i]->data()->clear();
+    const double sign = i == 0 ? -1 : 1;
+    for (std::size_t scan = 0; scan < means.size(); ++scan) {
+      const double spread = spreads[trace][scan] * view_->Channel(trace).scale;
+      if (!std::isnan(spread)) {
+        strip.extras[i]->addData(view_->TimeOf(scan), means[scan] + sign * spread);
+      }
+    }
+  }
+  if (other_ != nullptr && trace < other_->TraceCount()) {
+    const ValueRange times = view_->VisibleTimes();
+    other_->ShowTimes(times.low, times.high);
+    WaveformTrace line = std::move(other_->Traces(PlotWidth())[trace]);
+    strip.extras[0]->setData(Vector(std::move(line.times)), Vector(std::move(line.values)), true);
+  }
+}
+
+// Which cursor is which, at the top of the first strip.
+void WaveformPlot::LabelCursors() {
+  for (const auto cursor : {WaveformView::kFirstCursor, WaveformView::kSecondCursor}) {
+    const auto reading = view_->Reading(cursor);
+    QCPItemText* label = cursor_labels_[cursor];
+    label->setVisible(reading.has_value());
+    if (reading) {
+      label->position->setCoords(reading->time, 0);
+      label->setText(
+          QStringLiteral(" %1: %2").arg(cursor + 1).arg(QString::number(reading->time, 'g', 6)));
+    }
+  }
 }
 
 void WaveformPlot::ShowLimits(std::size_t trace) {
@@ -347,6 +400,7 @@ void WaveformPlot::ShowView() {
     for (std::size_t trace = 0; trace < strips_.size(); ++trace) {
       ShowStrip(trace, std::move(lines[trace]));
     }
+    LabelCursors();
   }
   SayWhatIsShown();
   plot_->replot(QCustomPlot::rpQueuedReplot);
@@ -377,6 +431,7 @@ Result<> WaveformPlot::Save(const QString& path, const QSize& size) const {
   picture.setPalette(palette());
   picture.setFont(font());
   picture.has_file_name_ = true;
+  picture.other_ = other_;
   picture.resize(size);
   picture.plot_->resize(size);
   picture.plot_->setViewport(QRect(QPoint(), size));
@@ -401,7 +456,19 @@ void WaveformPlot::FollowTheme() {
     not_drawn_->setFont(LabelFont(*this));
     not_drawn_->setTextColor(palette().color(QPalette::WindowText));
   }
+  for (QCPItemText* label : cursor_labels_) {
+    if (label != nullptr) {
+      label->setFont(NumberFont(*this));
+      label->setColor(palette().color(QPalette::WindowText));
+      label->setBrush(palette().color(QPalette::Base));
+    }
+  }
   for (std::size_t i = 0; i < strips_.size(); ++i) {
+    for (QCPGraph* extra : strips_[i].extras) {
+      QColor pale = palette().color(QPalette::WindowText);
+      pale.setAlphaF(0.5F);
+      extra->setPen(MarkerPen(pale));
+    }
     strips_[i].label->setFont(LabelFont(*this));
     strips_[i].graph->setPen(TracePen(TraceColor(static_cast<int>(i), palette())));
     for (QCPItemStraightLine* limit : strips_[i].limits) {

@@ -13,6 +13,7 @@ class QCPAxisRect;
 class QCPGraph;
 class QCPMarginGroup;
 class QCPItemStraightLine;
+class QCPItemText;
 class QCPTextElement;
 class QCustomPlot;
 
@@ -33,6 +34,9 @@ class WaveformPlot : public QWidget {
   /// Draws the view again, whatever of it has changed.
   void ShowView();
   QCustomPlot* Plot() { return plot_; }
+  /// Lines drawn with the traces, of the record that this view shows; null: none. It must outlive
+  /// the plot.
+  void SetOther(WaveformView* other) { other_ = other; }
   /// Saves what the view shows, drawn again for a size, under the file's name. As `SavePlot()`.
   Result<> Save(const QString& path, const QSize& size) const;
 
@@ -51,6 +55,7 @@ class WaveformPlot : public QWidget {
     QCPAxisRect* axes = nullptr;
     QCPTextElement* label = nullptr;
     QCPGraph* graph = nullptr;
+    std::array<QCPGraph*, 2> extras{};  // another record, or the spread of a fold
     std::array<QCPItemStraightLine*, 2> cursors{};
     std::array<QCPItemStraightLine*, 2> limits{};  // of the box's converter
   };
@@ -67,7 +72,9 @@ class WaveformPlot : public QWidget {
   void SayWhatIsShown();
   void SizeLabels();
   void ShowStrip(std::size_t trace, WaveformTrace line);
+  void ShowExtras(std::size_t trace);
   void ShowCursors(const Strip& strip);
+  void LabelCursors();
   void ShowLimits(std::size_t trace);
   void FollowTheme();
   bool OnWheel(const QWheelEvent& event);
@@ -78,6 +85,7 @@ class WaveformPlot : public QWidget {
   int PlotWidth() const;
 
   WaveformView* view_;
+  WaveformView* other_ = nullptr;
   QCustomPlot* plot_;
   bool has_file_name_ = false;
   QCPTextElement* title_ = nullptr;
@@ -86,6 +94,7 @@ class WaveformPlot : public QWidget {
   QCPTextElement* time_label_ = nullptr;
   QCPAxisRect* time_axes_ = nullptr;
   std::vector<Strip> strips_;
+  std::array<QCPItemText*, 2> cursor_labels_{};
   int drawn_height_ = 0;  // of the first strip
   // While a button is held: where it went down, what was visible then, and whether it was a drag.
   QPointF press_;

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/record_commands.h"
+
+#include "app/dock_command.h"
+
+namespace orvane {
+
+RecordCommands::RecordCommands(FieldDisplays* displays, QAction* command, QMainWindow* window)
+    : QObject(window), displays_(displays), command_(command), dock_(new RecordDock(window)) {
+  window->addDockWidget(Qt::BottomDockWidgetArea, dock_);
+  dock_->hide();
+  ConnectDock(dock_, command);
+  command->setEnabled(false);
+  connect(dock_->toggleViewAction(), &QAction::toggled, this,
+          [this](bool is_shown) { is_wanted_ = has_waveform_ ? is_shown : is_wanted_; });
+  connect(displays_, &FieldDisplays::changed, this, &RecordCommands::Follow);
+}
+
+void RecordCommands::TakeLayout() {
+  is_wanted_ = !dock_->isHidden();
+  dock_->hide();
+}
+
+void RecordCommands::Follow() {
+  auto* display = qobject_cast<CWaveformDisplay*>(displays_->Current());
+  dock_->Follow(display);
+  if (has_waveform_ == (display != nullptr)) {
+    return;
+  }
+  has_waveform_ = false;  // what is hidden here is still wanted
+  command_->setEnabled(display != nullptr);
+  dock_->setVisible(display != nullptr && is_wanted_);
+  has_waveform_ = display != nullptr;
+}
+
+}  // namespace orvane

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "timeseries/widgets/record_book.h"
+
+#include <chrono>
+
+#include "files/path_text.h"
+#include "timeseries/leave_out.h"
+#include "timeseries/leave_out_file.h"
+#include "ui/byte_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::chrono::milliseconds kLook{100};
+
+}  // namespace
+
+RecordBook::RecordBook(QObject* parent) : QObject(parent) {
+  timer_.setInterval(kLook);
+  connect(&timer_, &QTimer::timeout, this, &RecordBook::Look);
+}
+
+void RecordBook::Follow(const TsFile& file) {
+  run_.reset();
+  path_ = file.Path();
+  const auto size = file.Bytes().Size();
+  size_ = size ? *size : 0;
+  records_ = file.Count();
+  list_ = RecordList(file.HeaderSize());
+  note_.clear();
+  ReadBeside(file);
+  if (records_ > 0) {
+    run_ = std::make_unique<RecordStatsRun>(path_, file.HeaderSize());
+    timer_.start();
+  }
+  emit restarted();
+  emit leftOutChanged();
+}
+
+void RecordBook::ReadBeside(const TsFile& file) {
+  left_out_ = {};
+  kept_ = {};
+  const LeaveOutChoice beside{.kind = LeaveOutChoice::Kind::kBeside};
+  const auto found = LeaveOutOf(beside, path_, file.Bytes(), file.HeaderSize());
+  if (found) {
+    left_out_ = found->numbers;
+    kept_ = left_out_;
+  }
+  note_ = found ? found->note : found.Message();
+}
+
+// What is done is asked first: what came before its end is then taken.
+void RecordBook::Look() {
+  const bool is_done = run_->IsDone();
+  const std::vector<RecordStats> more = run_->Take();
+  for (const RecordStats& record : more) {
+    list_.Add(record);
+  }
+  if (is_done) {
+    timer_.stop();
+    if (!run_->Outcome()) {
+      note_.append(note_.empty() ? "" : "; ").append(run_->Outcome().Message());
+    }
+    run_.reset();
+  }
+  if (is_done || !more.empty()) {
+    emit grown();
+  }
+}
+
+void RecordBook::SetLeftOut(std::uint64_t number, bool is_left_out) {
+  if (is_left_out) {
+    left_out_.Add(number);
+  } else {
+    left_out_.Remove(number);
+  }
+  emit leftOutChanged();
+}
+
+void RecordBook::LeaveOutBad() {
+  for (std::size_t row = 0; row < list_.Size(); ++row) {
+    if (list_.IsBad(row)) {
+      left_out_.Add(list_.Number(row));
+    }
+  }
+  emit leftOutChanged();
+}
+
+void RecordBook::TakeAll() {
+  left_out_ = {};
+  emit leftOutChanged();
+}
+
+Result<> RecordBook::Keep() {
+  Result<> kept = SaveLeaveOut(path_, {.size = size_, .records = records_, .numbers = left_out_});
+  if (kept) {
+    kept_ = left_out_;
+    note_.clear();
+    emit leftOutChanged();
+  }
+  return kept;
+}
+
+QString RecordBook::Summary() const {
+  QStringList parts;
+  if (!IsDone()) {
+    parts << QStringLiteral("reading records: %1 %").arg(Percent());
+  }
+  const std::string left_out = LeaveOutNote({.numbers = left_out_}, left_out_.Count());
+  parts << (left_out.empty() ? QStringLiteral("no record left out") : TextFromBytes(left_out));
+  if (!IsKept()) {
+    parts << QStringLiteral("not kept beside the file");
+  }
+  if (list_.Records() > list_.Size()) {
+    parts << QStringLiteral("only the first %1 records are listed").arg(list_.Size());
+  }
+  if (!note_.empty()) {
+    parts << TextFromBytes(note_);
+  }
+  return parts.join(QStringLiteral("; "));
+}
+
+QString RecordBook::Describe(std::uint64_t number) const {
+  QString text = QStringLiteral("Record %1 of %2").arg(number).arg(records_);
+  const auto row = static_cast<std::size_t>(number) - 1;
+  if (number > 0 && row < list_.Size()) {
+    const std::string status = list_.Text(row, RecordColumn{.kind = RecordColumn::Kind::kStatus});
+    text += status.empty() ? QString() : QStringLiteral(", ") + TextFromBytes(status);
+    text += list_.IsSaturated(row) ? QStringLiteral(", saturated") : QString();
+  }
+  return left_out_.Has(number) ? text + QStringLiteral(", left out") : text;
+}
+
+}  // namespace orvane

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_TIMESERIES_WIDGETS_RECORD_BOOK_H_
+#define ORVANE_TIMESERIES_WIDGETS_RECORD_BOOK_H_
+
+#include <QObject>
+#include <QTimer>
+#include <filesystem>
+#include <memory>
+
+#include "timeseries/record_list.h"
+#include "timeseries/record_numbers.h"
+#include "timeseries/record_stats.h"
+#include "timeseries/ts_file.h"
+
+namespace orvane {
+
+/// What is known of the records of the file shown: their statistics, made while the user works,
+/// and which of them results are to do without. Its end, or another file, cancels the making.
+class RecordBook : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit RecordBook(QObject* parent);
+
+  /// Starts again for a file as it is now. What the list beside it leaves out is left out.
+  void Follow(const TsFile& file);
+
+  const RecordList& List() const { return list_; }
+  /// Of the file, by its headers.
+  std::uint64_t Records() const { return records_; }
+  /// All statistics are there, or something ended their making.
+  bool IsDone() const { return run_ == nullptr; }
+  int Percent() const { return run_ == nullptr ? 100 : run_->Percent(); }
+
+  const RecordNumbers& LeftOut() const { return left_out_; }
+  void SetLeftOut(std::uint64_t number, bool is_left_out);
+  /// Adds the bad records to those that are left out.
+  void LeaveOutBad();
+  void TakeAll();
+  /// Whether the list beside the file says the same.
+  bool IsKept() const { return left_out_ == kept_; }
+  /// Writes the list beside the file, or removes it where nothing is left out. Fails as
+  /// `SaveLeaveOut()`.
+  Result<> Keep();
+
+  /// For the user: how many are left out, whether that is kept, what is still read, why a list
+  /// beside is not used, why statistics are missing.
+  QString Summary() const;
+  /// "Record 12 of 300, bad, saturated, left out".
+  QString Describe(std::uint64_t number) const;
+
+ signals:
+  /// Another file, or from its beginning.
+  void restarted();
+  /// There are more rows, or the last has come.
+  void grown();
+  void leftOutChanged();
+
+ private:
+  void Look();
+  void ReadBeside(const TsFile& file);
+
+  std::filesystem::path path_;
+  std::uint64_t size_ = 0;
+  std::uint64_t records_ = 0;
+  RecordList list_{TsHeaderSize::kFull};
+  RecordNumbers left_out_;
+  RecordNumbers kept_;
+  std::string note_;
+  std::unique_ptr<RecordStatsRun> run_;
+  QTimer timer_;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_TIMESERIES_WIDGETS_RECORD_BOOK_H_
