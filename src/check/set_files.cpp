@@ -45,8 +45,19 @@ CheckMemory::Table ReadTable(const std::filesystem::path& path) {
   return read;
 }
 
+// A box gives the table beside its recording the same name as a start-up file.
+std::string RecordingBeside(const std::filesystem::path& table) {
+  std::filesystem::path waveform = table;
+  const auto found = FindInAnyCase(waveform.replace_extension(PathOf(".TSS")));
+  return found && IsThere(*found) ? PathText(found->filename()) : std::string();
+}
+
 void Load(CheckMemory* memory, SetFile* file) {
   file->is_there = IsThere(file->target);
+  file->recording = file->is_there ? RecordingBeside(file->target) : std::string();
+  if (!file->recording.empty()) {
+    file->is_there = false;
+  }
   if (!file->is_there) {
     return;
   }

@@ -22,6 +22,7 @@ struct SetFile {
   std::int32_t serial = 0;
   std::filesystem::path target;  ///< what is there in any case of letters, else SERIAL.tbl
   bool is_there = false;
+  std::string recording;  ///< name of the waveform whose table is there instead of the box's file
   std::optional<ParamTable> table;  ///< what is there, if that is a table
   std::vector<ParamKey> missing;    ///< keys that the file has no values for
   bool is_version_1 = false;

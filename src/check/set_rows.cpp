@@ -38,6 +38,9 @@ bool IsOlder(const std::filesystem::path& file, const std::filesystem::path& tha
 }
 
 std::string ThereText(const SetFile& file, const std::filesystem::path& main) {
+  if (!file.recording.empty()) {
+    return "the table of " + file.recording;
+  }
   if (!file.is_there) {
     return "nothing";
   }

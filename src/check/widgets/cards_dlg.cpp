@@ -100,6 +100,12 @@ std::vector<const CCardsDlg::Row*> CCardsDlg::Chosen() const {
 QString CCardsDlg::Clash() const {
   std::map<std::string, const Row*> copies;
   for (const Row* row : Chosen()) {
+    if (std::string fault = CardFault(PathFromText(row->card->Text()), 0); !fault.empty()) {
+      return QString::fromStdString(row->box.box) + QStringLiteral(": ") +
+             QString::fromStdString(fault);
+    }
+  }
+  for (const Row* row : Chosen()) {
     const auto [other, is_new] = copies.emplace(PathText(CopyOf(row->box, *row->card)), row);
     if (!is_new) {
       return QStringLiteral("%1 and %2 would get the same file")
@@ -135,7 +141,14 @@ void CCardsDlg::ShowWhatIsCopied() {
 
 QStringList CCardsDlg::Doubts() const {
   QStringList doubts;
+  std::map<QString, QString> boxes;  // of a card
   for (const Row* row : Chosen()) {
+    const auto [other, is_first] =
+        boxes.emplace(row->card->Text(), QString::fromStdString(row->box.box));
+    if (!is_first) {
+      doubts << QStringLiteral("%1 and %2 have one card")
+                    .arg(other->second, QString::fromStdString(row->box.box));
+    }
     const QString name = QString::fromStdString(row->box.box);
     if (!row->box.is_same) {
       doubts << QStringLiteral("%1: its file is not what the table says (%2)")

@@ -39,7 +39,7 @@ class CCardsDlg : public QDialog {
   void AddRow(QGridLayout* grid, const SetRow& box);
   /// The rows that are copied.
   std::vector<const Row*> Chosen() const;
-  /// Two boxes would get one file.
+  /// Why nothing can be copied so: two boxes would get one file, a card is not there.
   QString Clash() const;
   void ShowWhatIsCopied();
   /// What the user should know before.

@@ -151,7 +151,7 @@ void CWaveformDisplay::AddViewing() {
 void CWaveformDisplay::AddShaping() {
   fold_ = AddKey("Fold", "fold", "The mean period of the segment and its spread", Qt::Key_F,
                  [this] { ToggleFold(); });
-  filters_ = AddKey("Filters", "filters", "What is done to the traces before they are shown",
+  filters_ = AddKey("Filters...", "filters", "What is done to the traces before they are shown",
                     Qt::Key_L, [this] { ChooseFilters(); });
   next_too_ = AddKey("Next segment too", "next-too", "Draw the next segment over this one",
                      Qt::Key_O, [this] { ShowOther(OtherRecord::Which::kNext); });
