@@ -664,6 +664,7 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   QApplication::processEvents();
   done = visit(&frame, "waveform-folded") && done;
   view.SetShape({});
+  display->ShowView();
   frame.Command(kViewRecords)->trigger();
   QApplication::processEvents();
   done = visit(&frame, "waveform-records") && done;

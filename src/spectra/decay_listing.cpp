@@ -46,7 +46,9 @@ class Lines {
 std::string RowPart(const FileDecay& decay, std::size_t row) {
   const auto& windows = decay.plan.windows;
   const auto times = [](double start, double end) {
-    return "\t" + Number(start * kMilliseconds) + "\t" + Number(end * kMilliseconds);
+    std::string text(1, '\t');
+    text.append(Number(start * kMilliseconds)).append(1, '\t');
+    return text.append(Number(end * kMilliseconds));
   };
   if (row == 0) {
     const double on = (1 / decay.header.frequency) * (0.5 - decay.plan.off_share);
@@ -97,7 +99,9 @@ void PutDecay(const FileDecay& decay, bool is_stacked, const ListingWork& work) 
 }
 
 std::string FrequencyPart(const WaveformChannel& channel, int number, double frequency) {
-  return "\t" + channel.Label() + "\t" + FormatInt(number) + "\t" + FormatReal(frequency) + "\t";
+  std::string text(1, '\t');
+  text.append(channel.Label()).append(1, '\t').append(FormatInt(number)).append(1, '\t');
+  return text.append(FormatReal(frequency)).append(1, '\t');
 }
 
 void PutPoints(const FrequencyPoints& points, bool is_stacked, const ListingWork& work) {

@@ -61,14 +61,13 @@ void PutSpectrum(const Spectrum& spectrum, bool is_density,
   constexpr std::size_t kMuch = std::size_t{64} * 1024;
   std::string text = "frequency (Hz)";
   for (const SpectrumChannel& channel : spectrum.channels) {
-    text += "\t" + SpectrumLabel(channel, is_density);
+    text.append(1, '\t').append(SpectrumLabel(channel, is_density));
   }
   for (std::size_t bin = 0; bin < spectrum.Bins(); ++bin) {
-    text += "\n" + FormatReal(spectrum.Frequency(bin));
+    text.append(1, '\n').append(FormatReal(spectrum.Frequency(bin)));
     for (std::size_t c = 0; c < spectrum.channels.size(); ++c) {
-      text +=
-          "\t" + FormatReal(is_density ? spectrum.RootDensity(c, bin) : spectrum.Amplitude(c, bin),
-                            kDigits);
+      const double value = is_density ? spectrum.RootDensity(c, bin) : spectrum.Amplitude(c, bin);
+      text.append(1, '\t').append(FormatReal(value, kDigits));
     }
     if (text.size() > kMuch) {
       put(text);
