@@ -7,6 +7,7 @@
 #include "base/number_text.h"
 #include "check/check_memory.h"
 #include "editors/spread.h"
+#include "editors/startup_cautions.h"
 #include "editors/startup_files.h"
 #include "files/file_system.h"
 #include "files/find_file.h"
@@ -43,13 +44,6 @@ CheckMemory::Table ReadTable(const std::filesystem::path& path) {
     read = {std::move(table), std::move(report.missing), report.version};
   }
   return read;
-}
-
-// A box gives the table beside its recording the same name as a start-up file.
-std::string RecordingBeside(const std::filesystem::path& table) {
-  std::filesystem::path waveform = table;
-  const auto found = FindInAnyCase(waveform.replace_extension(PathOf(".TSS")));
-  return found && IsThere(*found) ? PathText(found->filename()) : std::string();
 }
 
 void Load(CheckMemory* memory, SetFile* file) {

@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "files/file_io.h"
+#include "files/find_file.h"
 #include "files/path_text.h"
 #include "table/param_access.h"
 #include "table/param_table.h"
@@ -36,6 +37,14 @@ std::string FolderFault(const std::filesystem::path& folder) {
   }
   return MayMakeFilesIn(folder) ? std::string()
                                 : "You may not write into the folder " + PathText(folder) + ".";
+}
+
+std::string RecordingBeside(const std::filesystem::path& table) {
+  std::filesystem::path waveform = table;
+  const auto found = FindInAnyCase(waveform.replace_extension(PathOf(".TSS")));
+  return Exists(table) == Existence::kThere && found && Exists(*found) == Existence::kThere
+             ? PathText(found->filename())
+             : std::string();
 }
 
 std::string ForeignFile(const std::filesystem::path& path, std::int32_t serial) {

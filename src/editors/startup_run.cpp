@@ -134,6 +134,10 @@ std::string StartupRun::WarningFor(const StartupForm& form) const {
   if (IsSameFile(path, document_)) {
     return PathText(path) + " is the open document's own file and will be overwritten.";
   }
+  if (const std::string recording = RecordingBeside(path); !recording.empty()) {
+    return PathText(path) + " is the table of the recording " + recording +
+           " and will be overwritten.";
+  }
   const std::string foreign = ForeignFile(path, form.Serial());
   return foreign.empty() ? std::string()
                          : PathText(path) + " is " + foreign + " and will be overwritten.";

@@ -189,20 +189,12 @@ class PointsRun {
 
  private:
   Result<> Prepare() {
-    const auto first = FirstForDecay(file_, options_.leave_out, options_.record);
+    const auto first = FirstWithUnits(file_, options_.leave_out, options_.record, options_.units,
+                                      &result_.channels);
     if (!first) {
       return Failure(first.Message());
     }
-    if (!file_.Companion().IsLoaded()) {
-      return Failure("without the table of the recording no gains are known");
-    }
     first_ = *first;
-    result_.channels = WaveformChannels(first->header, &file_.Companion(), options_.units);
-    const bool has_unit = std::any_of(result_.channels.begin(), result_.channels.end(),
-                                      [](const WaveformChannel& c) { return !c.unit.empty(); });
-    if (!has_unit) {
-      return Failure("the unit of no channel is known: FSCV, HNOM, CHDEF1 to CHDEF8");
-    }
     return options_.reference <= result_.channels.size()
                ? Result<>()
                : Failure("there is no channel " + FormatInt(options_.reference));

@@ -90,23 +90,15 @@ class DecayRun {
 
  private:
   Result<> Prepare() {
-    const auto first = FirstForDecay(file_, options_.leave_out, options_.record);
+    const auto first = FirstWithUnits(file_, options_.leave_out, options_.record, options_.units,
+                                      &result_.channels);
     if (!first) {
       return Failure(first.Message());
-    }
-    if (!file_.Companion().IsLoaded()) {
-      return Failure("without the table of the recording no gains are known");
     }
     first_ = *first;
     result_.header = first->header;
     result_.plan = options_.plan;
-    result_.channels = WaveformChannels(first->header, &file_.Companion(), options_.units);
     timing_ = {SampleRate(first->header), first->header.frequency, options_.plan.off_share};
-    const bool has_unit = std::any_of(result_.channels.begin(), result_.channels.end(),
-                                      [](const WaveformChannel& c) { return !c.unit.empty(); });
-    if (!has_unit) {
-      return Failure("the unit of no channel is known: FSCV, HNOM, CHDEF1 to CHDEF8");
-    }
     const auto places = PhasePlaces::Of(first->header.scans, timing_.rate, timing_.frequency, true);
     return places ? Result<>() : Failure(places.Message());
   }
@@ -306,6 +298,22 @@ Result<TsPlace> FirstForDecay(const TsFile& file, const LeaveOut& leave_out, std
     }
   }
   return Failure(walker.Outcome() ? "no record for a decay" : walker.Outcome().Message());
+}
+
+Result<TsPlace> FirstWithUnits(const TsFile& file, const LeaveOut& leave_out, std::uint64_t record,
+                               const WaveformUnits& units, std::vector<WaveformChannel>* channels) {
+  auto first = FirstForDecay(file, leave_out, record);
+  if (!first) {
+    return first;
+  }
+  if (!file.Companion().IsLoaded()) {
+    return Failure("without the table of the recording no gains are known");
+  }
+  *channels = WaveformChannels(first->header, &file.Companion(), units);
+  const bool has_unit = std::any_of(channels->begin(), channels->end(),
+                                    [](const WaveformChannel& c) { return !c.unit.empty(); });
+  return has_unit ? first
+                  : Failure("the unit of no channel is known: FSCV, HNOM, CHDEF1 to CHDEF8");
 }
 
 Result<FileDecay> DecayOfFile(const TsFile& file, const DecayFileOptions& options) {

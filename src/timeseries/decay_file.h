@@ -67,6 +67,10 @@ struct FileDecay {
 /// The first record that is not left out, and not cut, which decides what the others have to be
 /// like; its frequency is what windows are made for. Fails where there is none.
 Result<TsPlace> FirstForDecay(const TsFile& file, const LeaveOut& leave_out, std::uint64_t record);
+/// The same, and its channels. Fails, with a reason for the user, also without the recording's
+/// table and where no channel has a unit.
+Result<TsPlace> FirstWithUnits(const TsFile& file, const LeaveOut& leave_out, std::uint64_t record,
+                               const WaveformUnits& units, std::vector<WaveformChannel>* channels);
 
 /// Decays of the records that have length, rate, frequency and channels of the first; the same on
 /// any number of threads. Fails, with a reason for the user, where nothing can be said: no table

@@ -172,6 +172,20 @@ QPen MarkerPen(const QColor& color, Qt::PenStyle style) {
   return {color, HasThickLines() ? 2.0 : 1.0, style};
 }
 
+QCPItemStraightLine* NewUprightLine(QCPAxisRect* axes, QCPLayer* layer) {
+  auto* line = new QCPItemStraightLine(axes->parentPlot());
+  line->setLayer(layer);
+  line->setAntialiased(false);  // smoothed, an upright line is pale
+  line->setClipAxisRect(axes);
+  for (QCPItemPosition* position : {line->point1, line->point2}) {
+    position->setAxisRect(axes);
+    position->setTypeX(QCPItemPosition::ptPlotCoords);
+    position->setTypeY(QCPItemPosition::ptAxisRectRatio);
+    position->setAxes(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
+  }
+  return line;
+}
+
 Result<> SavePlot(QCustomPlot* plot, const QString& path, QSize size) {
   size = size.isValid() ? size : plot->size();
   // With a painter that keeps lines as lines.

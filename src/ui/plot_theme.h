@@ -16,6 +16,9 @@
 #include "base/result.h"
 
 class QCPAxis;
+class QCPAxisRect;
+class QCPItemStraightLine;
+class QCPLayer;
 class QCustomPlot;
 
 namespace orvane {
@@ -45,6 +48,9 @@ QPen TracePen(const QColor& color, Qt::PenStyle style = Qt::SolidLine);
 
 /// The pen of a line that marks a place, such as a cursor: thinner, and it follows the theme too.
 QPen MarkerPen(const QColor& color, Qt::PenStyle style = Qt::SolidLine);
+
+/// A line over the whole height of axes: its points have a place on the lower axis and 0 or 1.
+QCPItemStraightLine* NewUprightLine(QCPAxisRect* axes, QCPLayer* layer);
 
 /// Saves a picture of a plot in its own size or another, as its extension says: .png, .svg or .pdf.
 /// After a failure the old file stays.

@@ -352,6 +352,13 @@ TEST(CheckRules, SayWhatIsWrongInASet) {
   WriteSet(table, dir / "1203", 0, "");
   std::filesystem::rename(dir / "1203/1203.TBL", dir / "1203/STARTUP.TBL");
   EXPECT_EQ(check(), "");
+  // The table beside a recording is older than the open one by right, and no start-up file.
+  WriteSet(table, dir.Path(), 2417, "LINE=other");
+  EXPECT_EQ(check(), "W set-other [Local Box 2417] LINE");
+  WriteAll(dir / "2417.tss", "");
+  EXPECT_EQ(check(), "W set-radio [] MSTR; W set-missing [Local Box 2417] SNUM")
+      << "with it the master's file is missing";
+  std::filesystem::remove(dir / "2417.tss");
   Set(&table, "SN01", "2417");
   EXPECT_NE(check().find("E target [Aux. Box 2417] SN01"), std::string::npos);
 }

@@ -152,6 +152,11 @@ TEST_F(StartupFiles, ToldBeforeWhatAFileWouldWriteOver) {
             at("24.tbl") + " is a file that is not a table and will be overwritten.");
   EXPECT_EQ(run.WarningFor(auxiliary),
             at("1203.tbl") + " is the file of serial 7 and will be overwritten.");
+  WriteAll(dir_ / "1203.TSS", "");
+  EXPECT_EQ(run.WarningFor(auxiliary), at("1203.tbl") +
+                                           " is the table of the recording 1203.TSS "
+                                           "and will be overwritten.");
+  std::filesystem::remove(dir_ / "1203.TSS");
   auxiliary.Model().SetText(StartupForm::kReceiverSerial, "7");
   auxiliary.Model().SetIndex(StartupForm::kFixedName, 0);
   for (const auto& [folder, warning] :

@@ -133,8 +133,8 @@ CalibrationPlot::CalibrationPlot(CalView* view, QWidget* parent)
   cursors_ = plot_->layer(QStringLiteral("cursors"));
   cursors_->setMode(QCPLayer::lmBuffered);
   connect(plot_, &QCustomPlot::afterReplot, this, [this] { is_drawn_ = true; });
-  amplitude_cursor_ = MakeCursor(amplitude_);
-  phase_cursor_ = MakeCursor(phase_);
+  amplitude_cursor_ = NewUprightLine(amplitude_, cursors_);
+  phase_cursor_ = NewUprightLine(phase_, cursors_);
 }
 
 QCPAxisRect* CalibrationPlot::MakeAxes(int row) {
@@ -152,20 +152,6 @@ QCPAxisRect* CalibrationPlot::MakeAxes(int row) {
   axes->axis(QCPAxis::atBottom)->setLabel(QStringLiteral("Frequency (Hz)"));
   plot_->plotLayout()->addElement(row, 0, axes);
   return axes;
-}
-
-QCPItemStraightLine* CalibrationPlot::MakeCursor(QCPAxisRect* axes) {
-  auto* cursor = new QCPItemStraightLine(plot_);
-  cursor->setLayer(cursors_);
-  cursor->setAntialiased(false);  // smoothed, an upright line is pale
-  cursor->setClipAxisRect(axes);
-  for (QCPItemPosition* position : {cursor->point1, cursor->point2}) {
-    position->setAxisRect(axes);
-    position->setTypeX(QCPItemPosition::ptPlotCoords);
-    position->setTypeY(QCPItemPosition::ptAxisRectRatio);
-    position->setAxes(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
-  }
-  return cursor;
 }
 
 void CalibrationPlot::AddTexts() {

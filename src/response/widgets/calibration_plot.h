@@ -45,7 +45,6 @@ class CalibrationPlot : public QWidget {
 
  private:
   QCPAxisRect* MakeAxes(int row);
-  QCPItemStraightLine* MakeCursor(QCPAxisRect* axes);
   void MoveCursorLines();
   void AddTexts();
   QColor ColorOf(int color) const;

@@ -70,7 +70,7 @@ SpectrumPlot::SpectrumPlot(SpectrumView* view, QWidget* parent)
   plot_->addLayer(QStringLiteral("cursors"));
   cursors_ = plot_->layer(QStringLiteral("cursors"));
   cursors_->setMode(QCPLayer::lmBuffered);
-  cursor_ = MakeLine(cursors_);
+  cursor_ = NewUprightLine(axes_, cursors_);
   connect(plot_, &QCustomPlot::afterReplot, this, [this] { is_drawn_ = true; });
 }
 
@@ -96,20 +96,6 @@ void SpectrumPlot::MakeAxes() {
   plot_->plotLayout()->addElement(1, 0, axes_);
   constexpr double kNoMore = 0.001;  // than the height that its text needs
   plot_->plotLayout()->setRowStretchFactor(0, kNoMore);
-}
-
-QCPItemStraightLine* SpectrumPlot::MakeLine(QCPLayer* layer) {
-  auto* line = new QCPItemStraightLine(plot_);
-  line->setLayer(layer);
-  line->setAntialiased(false);  // smoothed, an upright line is pale
-  line->setClipAxisRect(axes_);
-  for (QCPItemPosition* position : {line->point1, line->point2}) {
-    position->setAxisRect(axes_);
-    position->setTypeX(QCPItemPosition::ptPlotCoords);
-    position->setTypeY(QCPItemPosition::ptAxisRectRatio);
-    position->setAxes(axes_->axis(QCPAxis::atBottom), axes_->axis(QCPAxis::atLeft));
-  }
-  return line;
 }
 
 void SpectrumPlot::ShowCurves() {
@@ -145,7 +131,7 @@ void SpectrumPlot::ShowMarks() {
   const std::vector<SpectrumMark> marks =
       view_->Shown().Bins() > 1 ? view_->Marks() : std::vector<SpectrumMark>();
   while (marks_.size() < marks.size()) {
-    marks_.push_back(MakeLine(plot_->layer(QStringLiteral("grid"))));
+    marks_.push_back(NewUprightLine(axes_, plot_->layer(QStringLiteral("grid"))));
   }
   for (std::size_t i = 0; i < marks_.size(); ++i) {
     marks_[i]->setVisible(i < marks.size());

@@ -52,7 +52,6 @@ class SpectrumPlot : public QWidget {
 
  private:
   void MakeAxes();
-  QCPItemStraightLine* MakeLine(QCPLayer* layer);
   void ShowCurves();
   void ShowMarks();
   void MoveCursorLine();

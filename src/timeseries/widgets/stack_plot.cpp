@@ -55,8 +55,7 @@ StackPlot::StackPlot(const StackView* view, QWidget* parent)
   legend_->setLayer(QStringLiteral("legend"));
   legend_->setBorderPen(Qt::NoPen);
   legend_->setBrush(Qt::NoBrush);
-  cursor_ = new QCPItemStraightLine(plot_);
-  cursor_->setAntialiased(false);
+  cursor_ = NewUprightLine(axes_, plot_->layer(QStringLiteral("overlay")));
 }
 
 void StackPlot::Show(const QString& title, const std::vector<std::size_t>& groups,
@@ -183,9 +182,8 @@ void StackPlot::ShowCursor() {
   cursor_->setVisible(!picture_.is_points && std::isfinite(place) &&
                       (!picture_.has_log_x || place > 0));
   if (cursor_->visible()) {
-    const QCPRange range = plot_->yAxis->range();
-    cursor_->point1->setCoords(place, range.lower);
-    cursor_->point2->setCoords(place, range.upper);
+    cursor_->point1->setCoords(place, 0);
+    cursor_->point2->setCoords(place, 1);
   }
 }
 
