@@ -48,9 +48,18 @@ GlanceCard::GlanceCard(const QString& title, const char* name, QWidget* parent)
 }
 
 void GlanceCard::SetOpens(const QString& what) {
-  const QString tip = QStringLiteral("Opens ") + what;
-  setToolTip(tip);
-  setAccessibleDescription(tip);
+  setToolTip(QStringLiteral("Opens ") + what);
+  Describe();
+}
+
+void GlanceCard::SetContentText(const QString& content) {
+  content_ = content;
+  Describe();
+}
+
+void GlanceCard::Describe() {
+  const QString end = content_.isEmpty() ? QString() : QStringLiteral(". ");
+  setAccessibleDescription(content_ + end + toolTip());
 }
 
 void GlanceCard::SetContent(QLayout* content) {
@@ -112,16 +121,19 @@ void LinesCard::SetLines(const std::vector<SummaryLine>& lines,
   while (form_->rowCount() < count) {
     form_->addRow(new QLabel(this), NewValueLabel(this));
   }
+  QStringList shown;
   for (int row = 0; row < form_->rowCount(); ++row) {
     form_->setRowVisible(row, row < count);
     if (row < count) {
       const SummaryLine& line = lines[static_cast<std::size_t>(row)];
-      ShowLine(row, line, is_missing(line));
+      shown << TextFromBytes(line.label) + QStringLiteral(": ") +
+                   ShowLine(row, line, is_missing(line));
     }
   }
+  SetContentText(shown.join(QStringLiteral("; ")));
 }
 
-void LinesCard::ShowLine(int row, const SummaryLine& line, bool is_missing) {
+QString LinesCard::ShowLine(int row, const SummaryLine& line, bool is_missing) {
   QString value = line.value.empty() ? QStringLiteral("not set") : TextFromBytes(line.value);
   if (is_missing) {
     value += QStringLiteral(" (not in the file)");
@@ -143,6 +155,7 @@ void LinesCard::ShowLine(int row, const SummaryLine& line, bool is_missing) {
   }
   label->setPalette(colors);
   label->setAccessibleName(text() + QStringLiteral(": ") + caption + QStringLiteral(": ") + value);
+  return value;
 }
 
 }  // namespace orvane

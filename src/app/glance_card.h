@@ -25,6 +25,8 @@ class GlanceCard : public QAbstractButton {
 
   /// What it opens, such as the title of a dialog.
   void SetOpens(const QString& what);
+  /// What stands in the frame, in words for assistive tools.
+  void SetContentText(const QString& content);
   /// Takes what stands in the frame.
   void SetContent(QLayout* content);
 
@@ -35,6 +37,9 @@ class GlanceCard : public QAbstractButton {
 
  private:
   void PlaceContent();
+  void Describe();
+
+  QString content_;
 };
 
 /// Lines of a table at a glance.
@@ -49,7 +54,8 @@ class LinesCard : public GlanceCard {
                 const std::function<bool(const SummaryLine&)>& is_missing);
 
  private:
-  void ShowLine(int row, const SummaryLine& line, bool is_missing);
+  /// The value as it is shown.
+  QString ShowLine(int row, const SummaryLine& line, bool is_missing);
 
   QFormLayout* form_;
 };

@@ -271,7 +271,7 @@ void CMainFrame::ConnectCommands() {
   ConnectStart();
   records_ = new RecordCommands(displays_, Command(kViewRecords), this);
   Handle(kPrintParameters, [this] { editors_.PrintRaw(); });
-  Handle(kPrintSheets, [this] { AskAndPrintFieldSheets(doc_->Table(), this); });
+  Handle(kPrintSheets, [this] { AskAndPrintFieldSheets(doc_->Table(), view_->Steps(), this); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
   Handle(kEditStepping, [this] { editors_.EditStepping(); });
   Handle(kListSchedules, [this] { utilities_.ListSchedules(); });

@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <chrono>
@@ -20,7 +21,7 @@ namespace {
 
 constexpr int kGap = 8;
 // Widths of the window, in zeros of its font, from which on there are three and two columns.
-constexpr int kThreeColumns = 132;
+constexpr int kThreeColumns = 116;
 constexpr int kTwoColumns = 72;
 constexpr std::size_t kMostFindings = 3;
 
@@ -116,6 +117,9 @@ void COrvaneView::AddParts() {
                                      {Part::kSurvey, 1}}) {
     AddToColumn(column, CardOf(part));
   }
+  start_ = new StartPanel(this);
+  AddToColumn(2, start_);
+  setTabOrder(start_->findChild<QPushButton*>(QStringLiteral("start-new")), CardOf(Part::kMethod));
   for (const auto& [before, next] : {std::pair(Part::kMethod, Part::kTimes),
                                      {Part::kTimes, Part::kGains},
                                      {Part::kGains, Part::kBoxes},
@@ -125,8 +129,6 @@ void COrvaneView::AddParts() {
   for (const int column : {0, 1}) {
     AddToColumn(column, new QWidget(this), 1);  // takes what room is left
   }
-  start_ = new StartPanel(this);
-  AddToColumn(2, start_);
   AddCheck();
   AddMap();
 }
@@ -179,11 +181,23 @@ void COrvaneView::AddTimeline() {
 void COrvaneView::ArrangeColumns() {
   const int zeros = viewport()->width() / fontMetrics().horizontalAdvance(QLatin1Char('0'));
   const int count = zeros >= kThreeColumns ? kColumns : zeros >= kTwoColumns ? 2 : 1;
+  PlaceStart(count == kColumns);
   for (int i = 0; i < kColumns; ++i) {
     const bool is_whole_row = count == 2 && i == 2;
     grid_->addWidget(columns_[static_cast<std::size_t>(i)], i / count, i % count, 1,
                      is_whole_row ? 2 : 1);
     grid_->setColumnStretch(i, i < count ? 1 : 0);
+  }
+}
+
+// Beside the table, or where that has no room above it: what to begin with is never out of sight.
+void COrvaneView::PlaceStart(bool is_beside) {
+  auto* above = qobject_cast<QVBoxLayout*>(widget()->layout());
+  auto* beside = qobject_cast<QVBoxLayout*>(columns_.back()->layout());
+  QVBoxLayout* place = is_beside ? beside : above;
+  if (place->indexOf(start_) < 0) {
+    (is_beside ? above : beside)->removeWidget(start_);
+    place->insertWidget(is_beside ? 0 : 1, start_);
   }
 }
 
@@ -225,11 +239,15 @@ void COrvaneView::ShowFile() {
                                               .arg(NotInFileText()));
 }
 
-void COrvaneView::ShowTimeline() {
+const ScheduleFile* COrvaneView::Steps() {
   const int number = doc_->Path().isEmpty() ? 0 : ScheduleFileNumber(doc_->Table());
-  const ScheduleFile* steps =
-      number == 0 ? nullptr : &schedule_.Look(PathFromText(doc_->Path()), number);
-  timeline_->SetTimeline(TimelineOf(doc_->Table(), UtcClock(), 0, steps));
+  return number == 0 ? nullptr : &schedule_.Look(PathFromText(doc_->Path()), number);
+}
+
+void COrvaneView::ShowTimeline() {
+  Timeline line = TimelineOf(doc_->Table(), UtcClock(), 0, Steps());
+  CardOf(Part::kTimeline)->SetContentText(QString::fromStdString(line.text));
+  timeline_->SetTimeline(std::move(line));
 }
 
 void COrvaneView::Follow() {
@@ -239,14 +257,30 @@ void COrvaneView::Follow() {
     groups_[i]->SetLines(summary[i].lines,
                          [this](const SummaryLine& line) { return IsNotInFile(line); });
   }
-  map_->SetMap(MapOf(doc_->Table()));
+  SpreadMap map = MapOf(doc_->Table());
+  CardOf(Part::kMap)->SetContentText(TextFromBytes(Summarize(map)));
+  map_->SetMap(std::move(map));
   ShowTimeline();
   if (!doc_->Path().isEmpty() || doc_->IsModified()) {
-    start_->hide();
+    HideStart();
   }
 }
 
-void COrvaneView::ShowStart(bool is_shown) { start_->setVisible(is_shown); }
+void COrvaneView::HideStart() {
+  if (!start_->isHidden()) {
+    start_->hide();
+    verticalScrollBar()->setValue(0);  // the focus went to the next one and was scrolled to
+  }
+}
+
+void COrvaneView::ShowStart(bool is_shown) {
+  if (is_shown) {
+    start_->show();
+    start_->setFocus();
+  } else {
+    HideStart();
+  }
+}
 
 void COrvaneView::SetFindings(const QString& counts, std::span<const Finding> findings,
                               const std::vector<MapMark>& marks) {
@@ -260,6 +294,7 @@ void COrvaneView::SetFindings(const QString& counts, std::span<const Finding> fi
   worst_->setText(worst.join(QLatin1Char('\n')));
   worst_->setVisible(!worst.isEmpty());
   CardOf(Part::kCheck)->setAccessibleName(QStringLiteral("Morning check: ") + counts);
+  CardOf(Part::kCheck)->SetContentText(worst.join(QStringLiteral("; ")));
   map_->SetMarked(marks);
 }
 

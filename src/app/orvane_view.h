@@ -44,6 +44,8 @@ class COrvaneView : public QScrollArea {
   void SetOpens(Part part, const QString& what) { CardOf(part)->SetOpens(what); }
   /// Gone once a file is opened or something is edited, until it is shown again.
   void ShowStart(bool is_shown);
+  /// The schedule file that the table names; null without one. Valid until the next call.
+  const ScheduleFile* Steps();
   StartPanel* Start() const { return start_; }
 
  signals:
@@ -65,6 +67,8 @@ class COrvaneView : public QScrollArea {
   void AddMap();
   void AddTimeline();
   void ArrangeColumns();
+  void PlaceStart(bool is_beside);
+  void HideStart();
   void AddToColumn(int column, QWidget* widget, int stretch = 0);
   GlanceCard* CardOf(Part part) const { return cards_[static_cast<std::size_t>(part)]; }
   void ShowFile();

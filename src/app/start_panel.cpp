@@ -20,6 +20,7 @@ StartPanel::StartPanel(QWidget* parent)
   auto* fresh = NewButton(QStringLiteral("&New"), "start-new",
                           QStringLiteral("Go on with the new table beside this"));
   connect(fresh, &QPushButton::clicked, this, &StartPanel::newWanted);
+  setFocusProxy(open);
   layout_->addWidget(open);
   layout_->addWidget(fresh);
   layout_->addLayout(recent_);

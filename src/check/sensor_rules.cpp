@@ -175,6 +175,11 @@ void Calibration(const Situation& situation, const Teller& tell) {
     return;
   }
   const CheckedBox& local = situation.LocalBox();
+  if (!IsFolder(situation.places.calibrations)) {
+    tell({"SNUM"}, "There is no folder " + PrintableUtf8(PathText(situation.places.calibrations)) +
+                       " of calibrations");
+    return;
+  }
   std::vector<ParamKey> keys;
   std::vector<WantedCal> wanted;
   if (local.serial != 0) {
@@ -213,7 +218,8 @@ constexpr auto kRules = std::to_array<Rule>({
     {"loop-area", Severity::kError, "A recorded channel of letter B has the sensor size 0.",
      LoopArea},
     {"calibration", Severity::kWarning,
-     "With a folder of calibrations: that of the local box (SNUM.CLB) is missing or has another "
+     "With a folder of calibrations: there is none; that of the local box (SNUM.CLB) is missing or "
+     "has another "
      "number of channels; that of a coil that is used (N.CLC) is missing or of no coil; that of "
      "the monitor's current sensor is missing or of none; or the header has another serial number "
      "than the name.",

@@ -68,7 +68,9 @@ void SerialTwice(const Situation& situation, const Teller& tell) {
 void SerialSize(const Situation& situation, const Teller& tell) {
   for (const CheckedBox& box : situation.boxes) {
     const auto serial = static_cast<std::uint32_t>(box.serial);
-    if (serial > kLargestInRecords) {
+    if (box.serial < 0) {
+      tell.As(Severity::kError, {box.serial_key}, "No box has a serial number below 0", box.name);
+    } else if (serial > kLargestInRecords) {
       tell({box.serial_key}, "The serial number does not fit into records, which end at 65535",
            box.name);
     } else if (serial > kLargestInCalibrations) {
@@ -99,9 +101,10 @@ constexpr auto kRules = std::to_array<Rule>({
      "MT/AMT, the reference box with SIP and TDIP.",
      SerialTwice},
     {"serial-size", Severity::kWarning,
-     "A serial number above 65535, which records cannot hold; as a hint above 32767, which "
-     "calibration files cannot hold, or above 9999, which the radio's dialog refuses.",
-     SerialSize, Needs::kNothing, "warning or hint"},
+     "A serial number above 65535, which records cannot hold; as an error, one below 0; as a hint "
+     "above 32767, which calibration files cannot hold, or above 9999, which the radio's dialog "
+     "refuses.",
+     SerialSize, Needs::kNothing, "error, warning or hint"},
     {"reference-no-file", Severity::kHint,
      "A reference box is listed: start-up files are made for all other boxes.", ReferenceNoFile},
 });

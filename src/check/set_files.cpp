@@ -125,6 +125,21 @@ std::vector<SetFile> SetFilesOf(const ParamTable& table, const std::filesystem::
   return files;
 }
 
+std::vector<SetFile> LeftOutFilesOf(const ParamTable& table, const std::filesystem::path& folder,
+                                    CheckMemory* memory) {
+  std::vector<SetFile> files;
+  if (folder.empty()) {
+    return files;
+  }
+  ParamTable copy = table;
+  std::vector<StartupBox> left_out;
+  static_cast<void>(StartupBoxes(copy, &left_out));
+  for (const StartupBox box : left_out) {
+    files.push_back(FileOf(StartupForm(&copy, box, {}), folder, memory));
+  }
+  return files;
+}
+
 std::vector<ParamKey> OtherDifferences(const SetFile& file) {
   std::vector<ParamKey> keys;
   if (!file.table || IntParam(*file.table, "SNUM") != file.serial) {

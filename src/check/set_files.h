@@ -35,6 +35,10 @@ struct SetFile {
 std::vector<SetFile> SetFilesOf(const ParamTable& table, const std::filesystem::path& folder,
                                 CheckMemory* memory = nullptr);
 
+/// What is there for boxes that get no file, as they come after an empty place; likewise.
+std::vector<SetFile> LeftOutFilesOf(const ParamTable& table, const std::filesystem::path& folder,
+                                    CheckMemory* memory = nullptr);
+
 /// The keys in which the file there differs from what is meant, but for those that the box's dialog
 /// offers and those that are of the file itself; none where no table of the box is there.
 std::vector<ParamKey> OtherDifferences(const SetFile& file);

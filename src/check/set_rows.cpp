@@ -58,6 +58,10 @@ std::string ThereText(const SetFile& file, const std::filesystem::path& main) {
          (count == 1 ? " value differs" : " values differ");
 }
 
+std::string LeftOutText(const SetFile& file) {
+  return file.is_there ? "gets no file, yet one is there" : "gets no file";
+}
+
 }  // namespace
 
 std::vector<SetRow> SetRowsOf(const ParamTable& table, const std::filesystem::path& folder,
@@ -68,6 +72,14 @@ std::vector<SetRow> SetRowsOf(const ParamTable& table, const std::filesystem::pa
                     RadioText(file.meant), PathText(file.target), ThereText(file, main),
                     file.target, file.is_there});
     rows.back().is_same = rows.back().there == kSame;
+  }
+  for (const SetFile& file : LeftOutFilesOf(table, folder, memory)) {
+    rows.push_back({file.box_name,
+                    FormatInt(file.serial),
+                    ChannelsText(table, file.serial),
+                    {},
+                    {},
+                    LeftOutText(file)});
   }
   return rows;
 }

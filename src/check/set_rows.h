@@ -17,14 +17,15 @@ struct SetRow {
   std::string channels;
   std::string radio;                ///< "master, address 1", "slave, address 3"
   std::string target;               ///< path of the file
-  std::string there;                ///< "nothing", "same", "serial 1207", "older, 3 values differ"
+  std::string there;                ///< "nothing", "same", "serial 1207", "older, 3 values differ",
+                                    ///< "gets no file"
   std::filesystem::path path = {};  ///< of the file
   bool is_there = false;            ///< something is
   bool is_same = false;             ///< and what would be written for the box
 };
 
-/// The boxes that get a file; `main` is the file of the table, empty where it has none. `memory`
-/// may be null.
+/// The boxes that get a file, then those that get none for an empty place before them; `main` is
+/// the file of the table, empty where it has none. `memory` may be null.
 std::vector<SetRow> SetRowsOf(const ParamTable& table, const std::filesystem::path& folder,
                               const std::filesystem::path& main, CheckMemory* memory = nullptr);
 

@@ -125,6 +125,18 @@ void SetMissing(const Situation& situation, const Teller& tell) {
   }
 }
 
+void SetStray(const Situation& situation, const Teller& tell) {
+  for (const SetFile& file :
+       LeftOutFilesOf(situation.table, situation.places.set, situation.places.memory.get())) {
+    if (file.is_there) {
+      tell({file.serial_key},
+           PrintableUtf8(PathText(file.target)) +
+               " is there, but the box gets no file: it would leave with this one",
+           file.box_name);
+    }
+  }
+}
+
 constexpr auto kRules = std::to_array<Rule>({
     {"target", Severity::kError,
      "With the folder of a set: it is missing or not yours to write in, or two boxes have one "
@@ -143,6 +155,10 @@ constexpr auto kRules = std::to_array<Rule>({
      "The set has files of two or more boxes of the spread, but none of another that should have "
      "one. A folder with one file may be something else than a set.",
      SetMissing, Needs::kFiles},
+    {"set-stray", Severity::kWarning,
+     "The set has a file of a box that gets none, as it comes after an empty place: one of another "
+     "day.",
+     SetStray, Needs::kFiles},
 });
 
 }  // namespace

@@ -129,7 +129,27 @@ void ModeOfTable(const Situation& situation, const Teller& tell) {
             [](std::int32_t mode) { return mode != 1; });
 }
 
+void MethodCode(const Situation& situation, const Teller& tell) {
+  TellWrong(situation, tell, {"TECH"}, "boxes know no such method",
+            [](std::int32_t method) { return !IsWithin(method, kSip, kFdem); });
+}
+
+void StepCode(const Situation& situation, const Teller& tell) {
+  constexpr std::int32_t kLastFile = 10;
+  if (!situation.IsMt()) {
+    TellWrong(situation, tell, {"AUTO"}, "there is no such choice of a schedule",
+              [](std::int32_t choice) { return !IsWithin(choice, 0, kLastFile); });
+  }
+}
+
 constexpr auto kRules = std::to_array<Rule>({
+    {"method-code", Severity::kError,
+     "TECH is not from 1 to 6. No dialog opens then: mended by choosing the method, or in Raw "
+     "Parameters.",
+     MethodCode},
+    {"step-code", Severity::kError,
+     "Other methods than MT/AMT: AUTO is neither 0, 1 nor the number of a schedule file, 2 to 10.",
+     StepCode},
     {"gain-code", Severity::kError, "EGNC or HGNC is not from -1 to 2.", GainCode},
     {"coupling-code", Severity::kWarning,
      "ACDC or ACDH is not 0 or 1, with TDIP and TDEM not 0. FDEM leaves couplings open with -1.",

@@ -9,6 +9,7 @@
 #include "base/number_text.h"
 #include "check/rule.h"
 #include "editors/schedule_cautions.h"
+#include "files/file_system.h"
 #include "files/path_text.h"
 #include "table/param_time.h"
 
@@ -111,7 +112,15 @@ std::string TooMuch(double megabytes, double room) {
 
 void SpaceCard(const Situation& situation, const Teller& tell) {
   const std::filesystem::path& card = situation.places.card;
-  if (card.empty() || !situation.IsMt()) {
+  if (card.empty()) {
+    return;
+  }
+  if (!IsFolder(card)) {
+    tell({"SNUM"}, "There is no card, or no folder of one, at " + PrintableUtf8(PathText(card)),
+         situation.LocalBox().name);
+    return;
+  }
+  if (!situation.IsMt()) {
     return;
   }
   std::error_code error;
@@ -154,7 +163,7 @@ constexpr auto kRules = std::to_array<Rule>({
     {"sampling-code", Severity::kWarning, "MT/AMT: MTSR is not 0, 1 or 2.", SamplingCode},
     {"space-card", Severity::kWarning,
      "MT/AMT, with a card: the estimate of the recording is above the card's free space, or that "
-     "cannot be known. Other methods have no estimate.",
+     "cannot be known; other methods have no estimate. All methods: there is no such card.",
      SpaceCard, Needs::kFiles},
     {"space-disk", Severity::kHint,
      "MT/AMT: the estimate is above the free space that a box has reported. A table that no box "

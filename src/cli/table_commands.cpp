@@ -320,9 +320,11 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
       ->check(CLI::IsMember({"1", "2"}));
   startup->add_flag("--partial", arguments->startup.takes_partial,
                     "accept a table that lacks the box's serial number or most parameters");
-  startup->add_flag("--verify", arguments->startup.verifies,
-                    "read each file back from its disk and compare it with what was to be written;"
-                    " adds version, bytes, values that differ from FILE and what it was read from");
+  startup->add_flag(
+      "--verify", arguments->startup.verifies,
+      "read each file back from its disk and compare it with what was to be written;"
+      " adds version, bytes, values that differ from FILE and what it was read from; a box without"
+      " a file is a failure");
   startup->callback([=] {
     arguments->startup.by_serial = arguments->names == "serial";
     arguments->startup.tbl_version = arguments->tbl_version == "1" ? 1 : 2;

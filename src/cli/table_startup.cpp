@@ -132,6 +132,7 @@ ExitCode RunTableStartup(const StartupOptions& options) {
     } else if (outcome.box.IsAuxiliary()) {
       PrintMessage("auxiliary box " + FormatInt(outcome.serial) +
                    " comes after an empty place: no file");
+      result = options.verifies ? kSomeFailed : result;
     }
   }
   return PrintResult(written) ? result : kSomeFailed;

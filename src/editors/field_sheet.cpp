@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/field_sheet.h"
 
+#include <algorithm>
+
 #include "base/number_text.h"
 #include "editors/schedule_cautions.h"
 #include "editors/spread.h"
@@ -49,7 +51,27 @@ void AddSensors(const ParamTable& table, BoxKind kind, std::vector<SheetLine>* l
   }
 }
 
-std::vector<SheetLine> LinesOf(const ParamTable& table, BoxKind kind, const Clock& now) {
+// "60 s: 8 Hz, 5 A; 90 s: 16 Hz, 5 A": until when in the cycle each step lasts.
+std::string StepsText(const Timeline& line) {
+  constexpr std::size_t kMost = 12;  // what a line of the sheet has room for
+  std::string text;
+  for (const TimeLane& lane : line.lanes) {
+    if (lane.name != "Steps") {
+      continue;
+    }
+    for (std::size_t i = 0; i < std::min(lane.parts.size(), kMost); ++i) {
+      text += text.empty() ? "" : "; ";
+      text += FormatReal(lane.parts[i].end) + " s: " + lane.parts[i].what;
+    }
+    if (lane.parts.size() > kMost) {
+      text += "; " + FormatInt(lane.parts.size() - kMost) + " more";
+    }
+  }
+  return text;
+}
+
+std::vector<SheetLine> LinesOf(const ParamTable& table, BoxKind kind, const Clock& now,
+                               const ScheduleFile* steps) {
   std::vector<SheetLine> lines;
   for (const SummaryGroup& group : SummarizeTable(table, now)) {
     for (const SummaryLine& line : group.lines) {
@@ -65,7 +87,11 @@ std::vector<SheetLine> LinesOf(const ParamTable& table, BoxKind kind, const Cloc
     lines.push_back({"High rates start", TimeLine(table, "HTIM")});
     lines.push_back({"High rates end", TimeLine(table, "ETMH")});
   }
-  lines.push_back({"Schedule", TimelineOf(table, now, HoursOf(table)).plan});
+  const Timeline line = TimelineOf(table, now, HoursOf(table), steps);
+  lines.push_back({"Schedule", line.plan});
+  if (std::string text = StepsText(line); !text.empty()) {
+    lines.push_back({"Steps, until", std::move(text)});
+  }
   return lines;
 }
 
@@ -105,7 +131,8 @@ bool HasSheet(const BoxRow& row, Tech tech) {
 
 }  // namespace
 
-std::vector<FieldSheet> FieldSheetsOf(const ParamTable& table, const Clock& now) {
+std::vector<FieldSheet> FieldSheetsOf(const ParamTable& table, const Clock& now,
+                                      const ScheduleFile* steps) {
   ParamTable copy = table;  // a spread works on a table that it may change
   const Spread spread(&copy);
   const SpreadMap map = MapOf(spread, table);
@@ -117,7 +144,7 @@ std::vector<FieldSheet> FieldSheetsOf(const ParamTable& table, const Clock& now)
     FieldSheet sheet;
     sheet.title = spread.BoxName(box);
     sheet.box = box;
-    sheet.lines = LinesOf(table, static_cast<BoxKind>(spread.Box(box).kind), now);
+    sheet.lines = LinesOf(table, static_cast<BoxKind>(spread.Box(box).kind), now, steps);
     for (int channel = 0; channel < spread.ChannelCount(box); ++channel) {
       sheet.channels.push_back(ChannelOf(table, spread, map, box, channel));
     }

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "stepping/schedule_file.h"
 #include "table/clock.h"
 #include "table/param_table.h"
 
@@ -30,8 +31,10 @@ struct FieldSheet {
 };
 
 /// The local box and every other one with a serial number, in the order of the spread; MT/AMT has
-/// no transmitter. Times are told in UTC and in the table's zone. `now` is UTC.
-std::vector<FieldSheet> FieldSheetsOf(const ParamTable& table, const Clock& now);
+/// no transmitter. Times are told in UTC and in the table's zone. `now` is UTC, `steps` the table's
+/// schedule file; null where nobody looked.
+std::vector<FieldSheet> FieldSheetsOf(const ParamTable& table, const Clock& now,
+                                      const ScheduleFile* steps = nullptr);
 
 }  // namespace orvane
 

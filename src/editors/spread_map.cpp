@@ -172,7 +172,7 @@ class Maker {
       centre = {(ends->positive.east + ends->negative.east) / 2,
                 (ends->positive.north + ends->negative.north) / 2};
     } else {
-      map_.notes.push_back(name + ": position not known");
+      map_.notes.insert(map_.notes.begin(), name + ": position not known");
       map_.is_around_centre = true;
     }
     MapItem item = NewItem(0, 0);

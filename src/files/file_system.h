@@ -52,6 +52,11 @@ ReadCalls& ReaderCalls();
 [[nodiscard]] inline bool ReadInfo(const std::filesystem::path& path, FileInfo* info) {
   return ReaderCalls().info(path, info);
 }
+/// Whether there is a folder, by itself or by a link.
+[[nodiscard]] inline bool IsFolder(const std::filesystem::path& path) {
+  FileInfo info;
+  return ReadInfo(path, &info) && info.kind == FileKind::kFolder;
+}
 [[nodiscard]] inline bool ReadInfo(int handle, FileInfo* info) {
   return ReaderCalls().info_of(handle, info);
 }

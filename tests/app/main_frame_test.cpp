@@ -211,7 +211,8 @@ TEST_F(MainFrame, TheTableAtAGlanceOpensWhatEditsIt) {
         {"boxes", "Site Setup", "Opens Site Setup"},
         {"timeline-card", "Acquisition Parameters", "Opens Acquisition Parameters"}}) {
     EXPECT_NE(card(name)->focusPolicy() & Qt::TabFocus, 0) << name;
-    EXPECT_EQ(card(name)->accessibleDescription(), says) << name;
+    EXPECT_TRUE(card(name)->accessibleDescription().endsWith(QLatin1String(says)))
+        << card(name)->accessibleDescription().toStdString();
     for (const auto& open : std::initializer_list<std::function<void()>>{
              [&] { QTest::keyClick(card(name), Qt::Key_Return); },
              [&] { QTest::mouseClick(card(name), Qt::LeftButton, {}, QPoint(40, 30)); },

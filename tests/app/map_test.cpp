@@ -107,11 +107,11 @@ TEST(FieldSheet, PrintsAPageForEachBox) {
   QPrinter printer;
   printer.setOutputFormat(QPrinter::PdfFormat);
   printer.setOutputFileName(TextFromPath(folder / "sheets.pdf"));
-  EXPECT_TRUE(PrintFieldSheets(table, UtcClock(), &printer));
+  EXPECT_TRUE(PrintFieldSheets(table, UtcClock(), nullptr, &printer));
   EXPECT_NE(testing::ReadAll(folder / "sheets.pdf").find("/Count 3"), std::string::npos);
   printer.setOutputFileName(TextFromPath(folder / "none" / "sheets.pdf"));
   const testing::ExpectedQtWarning none("QPainter::begin(): Returned false");
-  EXPECT_FALSE(PrintFieldSheets(table, UtcClock(), &printer));
+  EXPECT_FALSE(PrintFieldSheets(table, UtcClock(), nullptr, &printer));
 }
 
 using testing::FrameTest;

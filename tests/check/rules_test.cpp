@@ -98,6 +98,7 @@ const std::vector<Row> kRows = {
     {"SIP", "SNTX=1203", "E serial-twice [Aux. Box 1203] SN01"},
     {"MT", "SNTX=1203 SNNR=1203"},
     {"SIP", "SN01=65536", "W serial-size [Aux. Box 65536] SN01"},
+    {"SIP", "SN01=-5", "E serial-size [Aux. Box -5] SN01"},
     {"SIP", "SN01=10000", "H serial-size [Aux. Box 10000] SN01"},
     {"SIP", "SN01=9999"},
     {"TDIP", "SNNR=1300", "H reference-no-file [Ref. Box 1300] SNNR"},
@@ -112,6 +113,10 @@ const std::vector<Row> kRows = {
     {"SIP", "AREA1=" + kFull + " AREA2=" + kFull + " AREA3=" + kFull + " AREA4=" + kFull,
      "H text-full [] AREA1"},
     {"SIP", "AREA1=" + kFull + " AREA2=" + kFull + " AREA3=" + kFull + " AREA4=12345678901234"},
+    {"SIP", "TECH=7", "E method-code [] TECH"},
+    {"SIP", "AUTO=11", "E step-code [] AUTO"},
+    {"SIP", "AUTO=10"},
+    {"MT", "AUTO=11"},
     {"SIP", "HGNC=3", "E gain-code [] HGNC"},
     {"SIP", "HGNC=-1 EGNC=2"},
     {"SIP", "ACDC=-1", "W coupling-code [] ACDC"},
@@ -217,7 +222,7 @@ TEST(CheckRules, SayWhatIsWrongAndNothingElse) {
           << rule.id;
     }
   }
-  EXPECT_EQ(ids.size(), 58U);
+  EXPECT_EQ(ids.size(), 61U);
 }
 
 TEST(CheckRules, SayWhatIsWrongWithFiles) {
@@ -243,7 +248,7 @@ TEST(CheckRules, SayWhatIsWrongWithFiles) {
     return Lines(CheckFiles(mt, kNow, {{}, {}, dir / name, {}}));
   };
   EXPECT_EQ(card(""), "");
-  EXPECT_EQ(card("none"), "W space-card [Local Box 2417] ETIM");
+  EXPECT_EQ(card("none"), "W space-card [Local Box 2417] SNUM");
   SetAll(&mt, "ETIM=2090/11/25_06:00:00 MTSR=2");  // 40 TB
   EXPECT_EQ(card(""), "W space-card [Local Box 2417] ETIM");
 }
@@ -253,6 +258,8 @@ TEST(CheckRules, SayWhichCalibrationsAreMissing) {
   ParamTable table = Right("SIP");  // the serial number of all headers here is 65534
   SetAll(&table, "SNUM=65534 CSSN=CS1043 CHHX=4 HXSN=X65534 HNOM=4");
   const auto check = [&] { return Lines(CheckFiles(table, kNow, {{}, dir.Path(), {}, {}})); };
+  EXPECT_EQ(Lines(CheckFiles(table, kNow, {{}, dir / "none", dir / "none", {}})),
+            "W space-card [Local Box 65534] SNUM; W calibration [] SNUM");
   const std::string box = "W calibration [Local Box 65534] ";
   const std::string monitor = "W calibration [Transmitter 3105] CSSN";
   EXPECT_EQ(check(), box + "SNUM; " + monitor);
@@ -359,6 +366,12 @@ TEST(CheckRules, SayWhatIsWrongInASet) {
   EXPECT_EQ(check(), "W set-radio [] MSTR; W set-missing [Local Box 2417] SNUM")
       << "with it the master's file is missing";
   std::filesystem::remove(dir / "2417.tss");
+  Set(&table, "SN03", "1207");  // after an empty place
+  EXPECT_EQ(check(), "W set-other [Local Box 2417] SN03");
+  WriteAll(dir / "1207.tbl", "of another day");
+  EXPECT_EQ(check(), "W set-other [Local Box 2417] SN03; W set-stray [Aux. Box 1207] SN03");
+  std::filesystem::remove(dir / "1207.tbl");
+  Set(&table, "SN03", "0");
   Set(&table, "SN01", "2417");
   EXPECT_NE(check().find("E target [Aux. Box 2417] SN01"), std::string::npos);
 }

@@ -143,7 +143,9 @@ TEST(FieldSheet, HasAPageForEachBox) {
   EXPECT_EQ(describe(),
             "Transmitter 3; 1||||||x 0.25|||Local Box 7; 1|Ex1|450|1|500|2|x 16|1||"
             "2|Hy|||||x 0.25|0||Aux. Box 9; ");
-  const auto local = FieldSheetsOf(table, UtcClock())[1];
+  Set(&table, "AUTO", "3");
+  const ScheduleFile steps = {{}, true, {}, {{60, 4, 8, 5}, {90, 4, 16, 2.5}}};
+  const auto local = FieldSheetsOf(table, UtcClock(), &steps)[1];
   EXPECT_EQ(local.box, 1);
   const auto value = [&local](std::string_view label) {
     for (const SheetLine& line : local.lines) {
@@ -157,6 +159,7 @@ TEST(FieldSheet, HasAPageForEachBox) {
   EXPECT_EQ(value("Record end"), "not set");
   EXPECT_EQ(value("Coils Hx, Hy, Hz"), "TARK1, , ");
   EXPECT_EQ(value("Site"), "S0");
+  EXPECT_EQ(value("Steps, until"), "60 s: 8 Hz, 5 A; 90 s: 16 Hz, 2.5 A");
   EXPECT_EQ(value("High rates start"), "no such line");
   Set(&table, "TECH", "5");
   EXPECT_EQ(describe().substr(0, 14), "Local Box 7; 1");

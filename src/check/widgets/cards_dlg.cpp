@@ -40,7 +40,9 @@ CCardsDlg::CCardsDlg(std::vector<SetRow> boxes, QWidget* parent)
                     column++);
   }
   for (const SetRow& box : boxes) {
-    AddRow(grid, box);
+    if (!box.path.empty()) {
+      AddRow(grid, box);
+    }
   }
   grid->setColumnStretch(3, 1);
   grid->setRowStretch(grid->rowCount(), 1);

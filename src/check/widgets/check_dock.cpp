@@ -11,6 +11,7 @@
 
 #include "check/widgets/cards_dlg.h"
 #include "table/clock.h"
+#include "ui/content_scroll_area.h"
 #include "ui/list_item.h"
 #include "ui/named_button.h"
 #include "ui/qt_path.h"
@@ -48,7 +49,7 @@ CheckDock::CheckDock(const ParamTable* table, QWidget* parent)
       files_(new FileCheck(this)),
       model_(new FindingsModel(this)) {
   setObjectName(QStringLiteral("morning-check"));
-  setWidget(MakeContent());
+  setWidget(new ContentScrollArea(MakeContent(), this));
   later_.setSingleShot(true);
   later_.setInterval(kPause);
   connect(&later_, &QTimer::timeout, this, &CheckDock::LookAtFiles);
@@ -89,8 +90,11 @@ QLayout* CheckDock::MakeFindingButtons() {
   return row;
 }
 
-CFolderLine* CheckDock::AddFolder(QFormLayout* form, const char* label, const char* name) {
+CFolderLine* CheckDock::AddFolder(QFormLayout* form, const char* label, const char* name,
+                                  const char* tip) {
   auto* line = new CFolderLine(QString::fromLatin1(label), QString::fromLatin1(name), this);
+  line->Line()->setToolTip(QString::fromLatin1(tip));
+  line->Line()->setAccessibleDescription(QString::fromLatin1(tip));
   connect(line->Line(), &QLineEdit::textChanged, &later_, qOverload<>(&QTimer::start));
   auto* caption = new QLabel(QString::fromLatin1(label), this);
   caption->setBuddy(line->Line());
@@ -102,12 +106,16 @@ QWidget* CheckDock::MakeFolders() {
   auto* folders = new QWidget(this);
   auto* form = new QFormLayout(folders);
   form->setContentsMargins(0, 0, 0, 0);
-  calibrations_ = AddFolder(form, "Calibrations", "calibrations");
+  calibrations_ =
+      AddFolder(form, "Calibrations", "calibrations",
+                "Folder of the boxes' and sensors' calibrations: says which are missing");
   calibrations_->Line()->setText(QSettings().value(kCalibrations).toString());
   connect(calibrations_->Line(), &QLineEdit::editingFinished, this,
           [this] { QSettings().setValue(kCalibrations, calibrations_->Text()); });
-  set_ = AddFolder(form, "Boxes' files", "set");
-  card_ = AddFolder(form, "Card to record on", "card");
+  set_ = AddFolder(form, "Boxes' files", "set",
+                   "Folder of the boxes' start-up files: that of the table, unless named");
+  card_ = AddFolder(form, "Card to record on", "card",
+                    "Folder on the card that will be recorded on: says whether it has room");
   return folders;
 }
 

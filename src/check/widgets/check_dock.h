@@ -66,7 +66,7 @@ class CheckDock : public QDockWidget {
   QLayout* MakeFindingButtons();
   QWidget* MakeFolders();
   QWidget* MakeSpread();
-  CFolderLine* AddFolder(QFormLayout* form, const char* label, const char* name);
+  CFolderLine* AddFolder(QFormLayout* form, const char* label, const char* name, const char* tip);
   Places PlacesNow() const;
   void TakeFiles(const FileCheck::Outcome& outcome);
   void ShowFindings();

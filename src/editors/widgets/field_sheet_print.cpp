@@ -99,7 +99,8 @@ void PaintFieldSheet(const FieldSheet& sheet, const SpreadMap& map, const QSizeF
   painter->restore();
 }
 
-bool PrintFieldSheets(const ParamTable& table, const Clock& now, QPrinter* printer) {
+bool PrintFieldSheets(const ParamTable& table, const Clock& now, const ScheduleFile* steps,
+                      QPrinter* printer) {
   QPainter painter;
   if (!painter.begin(printer)) {
     return false;
@@ -109,7 +110,7 @@ bool PrintFieldSheets(const ParamTable& table, const Clock& now, QPrinter* print
   const QSizeF size = printer->pageRect(QPrinter::DevicePixel).size() / scale;
   painter.scale(scale, scale);
   bool is_first = true;
-  for (const FieldSheet& sheet : FieldSheetsOf(table, now)) {
+  for (const FieldSheet& sheet : FieldSheetsOf(table, now, steps)) {
     if (!is_first && !printer->newPage()) {
       return false;
     }
@@ -119,12 +120,12 @@ bool PrintFieldSheets(const ParamTable& table, const Clock& now, QPrinter* print
   return painter.end();
 }
 
-void AskAndPrintFieldSheets(const ParamTable& table, QWidget* parent) {
+void AskAndPrintFieldSheets(const ParamTable& table, const ScheduleFile* steps, QWidget* parent) {
   QPrinter printer(QPrinter::HighResolution);
   printer.setDocName(QStringLiteral("Field sheet"));
   QPrintDialog dialog(&printer, parent);
   dialog.setWindowTitle(QStringLiteral("Print Field Sheet"));
-  if (dialog.exec() == QDialog::Accepted && !PrintFieldSheets(table, UtcClock(), &printer)) {
+  if (dialog.exec() == QDialog::Accepted && !PrintFieldSheets(table, UtcClock(), steps, &printer)) {
     QMessageBox::warning(parent, QStringLiteral("Orvane"),
                          QStringLiteral("The field sheet could not be printed"));
   }

@@ -17,11 +17,13 @@ namespace orvane {
 void PaintFieldSheet(const FieldSheet& sheet, const SpreadMap& map, const QSizeF& size,
                      QPainter* painter);
 
-/// Prints a page for each box of a table. False where the printer fails.
-bool PrintFieldSheets(const ParamTable& table, const Clock& now, QPrinter* printer);
+/// Prints a page for each box of a table; `steps` as of `FieldSheetsOf()`. False where the printer
+/// fails.
+bool PrintFieldSheets(const ParamTable& table, const Clock& now, const ScheduleFile* steps,
+                      QPrinter* printer);
 
 /// Asks for a printer, or a PDF file, before.
-void AskAndPrintFieldSheets(const ParamTable& table, QWidget* parent);
+void AskAndPrintFieldSheets(const ParamTable& table, const ScheduleFile* steps, QWidget* parent);
 
 }  // namespace orvane
 

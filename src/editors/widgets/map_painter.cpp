@@ -314,18 +314,17 @@ class Drawing {
   }
 
   void PaintScaleBar() {
-    const QFontMetricsF metrics(painter_.font());
     const double length = RoundLength(area_.width() / 10 / projection_.Scale());
     const double pixels = length * projection_.Scale();
-    const QPointF end = area_.bottomRight() - QPointF(2 * kGap, 2 * kGap);
-    const QPointF start = end - QPointF(pixels, 0);
+    const QPointF start = area_.bottomLeft() + QPointF(2 * kGap, -2 * kGap);
+    const QPointF end = start + QPointF(pixels, 0);
     painter_.setPen(QPen(TextColor(), 2));
     painter_.drawLine(start, end);
     painter_.drawLine(start, start - QPointF(0, kGap));
     painter_.drawLine(end, end - QPointF(0, kGap));
     const QString text = length >= 1000 ? QString::fromStdString(FormatReal(length / 1000)) + " km"
                                         : QString::fromStdString(FormatReal(length)) + " m";
-    painter_.drawText(QPointF(end.x() - metrics.horizontalAdvance(text), end.y() - 2 * kGap), text);
+    painter_.drawText(start - QPointF(0, 2 * kGap), text);
   }
 
   void PaintNorth() {
