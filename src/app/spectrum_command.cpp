@@ -11,6 +11,10 @@ namespace {
 
 const QString kWanted = QStringLiteral("Spectrum/Shown");
 
+CWaveformDisplay* ShownBy(const FieldDisplays* displays) {
+  return qobject_cast<CWaveformDisplay*>(displays->Current());
+}
+
 }  // namespace
 
 SpectrumCommand::SpectrumCommand(FieldDisplays* displays, QAction* command, QMainWindow* window)
@@ -19,8 +23,12 @@ SpectrumCommand::SpectrumCommand(FieldDisplays* displays, QAction* command, QMai
       command_(command),
       dock_(new SpectrumDock(
           [displays]() -> const WaveformView* {
-            auto* display = qobject_cast<CWaveformDisplay*>(displays->Current());
+            CWaveformDisplay* display = ShownBy(displays);
             return display == nullptr ? nullptr : &display->View();
+          },
+          [displays]() -> const RecordNumbers* {
+            CWaveformDisplay* display = ShownBy(displays);
+            return display == nullptr ? nullptr : &display->Book()->LeftOut();
           },
           window)),
       is_wanted_(QSettings().value(kWanted, false).toBool()) {
@@ -47,6 +55,11 @@ void SpectrumCommand::Follow() {
     dock_->setVisible(is_wanted_ && has_waveform);
   }
   is_following_ = false;
+  if (CWaveformDisplay* display = ShownBy(displays_); display != nullptr) {
+    for (const auto& changed : {&RecordBook::restarted, &RecordBook::leftOutChanged}) {
+      connect(display->Book(), changed, dock_, &SpectrumDock::Follow, Qt::UniqueConnection);
+    }
+  }
   dock_->Follow();
 }
 

@@ -8,8 +8,9 @@
 
 namespace orvane {
 
-FileSpectrumRun::FileSpectrumRun(std::filesystem::path path, TsFile::Options options)
-    : path_(std::move(path)), options_(options) {
+FileSpectrumRun::FileSpectrumRun(std::filesystem::path path, TsFile::Options options,
+                                 RecordNumbers left_out)
+    : path_(std::move(path)), options_(options), left_out_(std::move(left_out)) {
   try {
     thread_ = std::thread([this] { Run(); });
   } catch (const std::system_error&) {
@@ -36,18 +37,13 @@ Result<FileSpectrum> FileSpectrumRun::Work() {
   if (const Result<> opened = file.Open(path_, options_, &opening_); !opened) {
     return Failure(opened.Message());
   }
-  const auto leave_out =
-      LeaveOutOf({.kind = LeaveOutChoice::Kind::kBeside}, path_, file.Bytes(), file.HeaderSize());
-  if (!leave_out) {
-    return Failure(leave_out.Message());
-  }
   end_ = file.Walk().End();
   FileSpectrumOptions options;
-  options.leave_out = *leave_out;
+  options.leave_out.numbers = left_out_;
   options.pass.stopped = [this] { return opening_.stop.load(); };
   options.advance = [this](std::uint64_t bytes) { at_ += bytes; };
   auto spectrum = SpectrumOfFile(file, options);
-  note_ = spectrum ? spectrum->Note(*leave_out) : leave_out->note;
+  note_ = spectrum ? spectrum->Note(options.leave_out) : std::string();
   return spectrum;
 }
 

@@ -11,11 +11,11 @@
 
 namespace orvane {
 
-/// The averaged spectrum of a file, made on a thread of its own, without the records that the list
-/// beside the file leaves out. To be used from one thread.
+/// The averaged spectrum of a file, made on a thread of its own, without some of its records. To be
+/// used from one thread.
 class FileSpectrumRun {
  public:
-  FileSpectrumRun(std::filesystem::path path, TsFile::Options options);
+  FileSpectrumRun(std::filesystem::path path, TsFile::Options options, RecordNumbers left_out);
   FileSpectrumRun(const FileSpectrumRun&) = delete;
   FileSpectrumRun& operator=(const FileSpectrumRun&) = delete;
   /// Stops, and waits for the end: at most the work on a record.
@@ -35,6 +35,7 @@ class FileSpectrumRun {
 
   std::filesystem::path path_;
   TsFile::Options options_;
+  RecordNumbers left_out_;
   TsProgress opening_;
   std::atomic<bool> is_done_ = false;
   std::atomic<std::uint64_t> at_ = 0;  // bytes

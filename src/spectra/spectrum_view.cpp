@@ -90,7 +90,7 @@ bool SpectrumView::Follow(const WaveformView& waveform) {
   } else if (!has_result) {
     raw_ = {};
     empty_ = "The whole file is being averaged";
-    run_ = std::make_unique<FileSpectrumRun>(waveform.File().Path(), waveform.Options());
+    run_ = std::make_unique<FileSpectrumRun>(waveform.File().Path(), waveform.Options(), left_out_);
   }
   Finish(waveform);
   return true;
@@ -108,6 +108,13 @@ void SpectrumView::Leave() {
 void SpectrumView::SetPart(Part part) {
   is_stale_ = is_stale_ || part != part_;
   part_ = part;
+}
+
+void SpectrumView::SetLeftOut(const RecordNumbers& left_out) {
+  if (left_out_ != left_out) {
+    left_out_ = left_out;
+    is_stale_ = is_stale_ || part_ == Part::kFile;
+  }
 }
 
 void SpectrumView::SetCalibrationFolder(const std::filesystem::path& folder) {

@@ -53,6 +53,8 @@ class SpectrumView {
 
   // After one of these `Follow()` makes the spectrum anew.
   void SetPart(Part part);
+  /// The average of a file does without these records.
+  void SetLeftOut(const RecordNumbers& left_out);
   /// Empty: waveform units, without a correction.
   void SetCalibrationFolder(const std::filesystem::path& folder);
 
@@ -136,6 +138,7 @@ class SpectrumView {
   Source source_;
   bool is_stale_ = true;
   bool is_unfinished_ = false;  // to be corrected otherwise
+  RecordNumbers left_out_;
   std::unique_ptr<FileSpectrumRun> run_;
   Spectrum raw_;  // of held values
   TsHeader header_;

@@ -31,9 +31,10 @@ QLabel* AddLabel(const char* name, QWidget* parent) {
 
 }  // namespace
 
-SpectrumDock::SpectrumDock(Waveform waveform, QWidget* parent)
+SpectrumDock::SpectrumDock(Waveform waveform, LeftOut left_out, QWidget* parent)
     : QDockWidget(QStringLiteral("Spectrum"), parent),
       waveform_(std::move(waveform)),
+      left_out_(std::move(left_out)),
       plot_(new SpectrumPlot(&view_, this)),
       channels_(new SpectrumChannels(&view_, this)),
       harmonics_(new HarmonicsList(this)),
@@ -168,6 +169,8 @@ void SpectrumDock::Follow() {
     return;
   }
   const WaveformView* waveform = waveform_();
+  const RecordNumbers* left_out = left_out_();
+  view_.SetLeftOut(left_out == nullptr ? RecordNumbers() : *left_out);
   if (waveform == nullptr || !waveform->IsOpen()) {
     view_.Leave();
     timer_.stop();

@@ -22,8 +22,10 @@ class SpectrumDock : public QDockWidget {
  public:
   /// What is on display; null: no waveform. Asked whenever it is looked at.
   using Waveform = std::function<const WaveformView*()>;
+  /// The records that the user leaves out of it; null: none.
+  using LeftOut = std::function<const RecordNumbers*()>;
 
-  SpectrumDock(Waveform waveform, QWidget* parent);
+  SpectrumDock(Waveform waveform, LeftOut left_out, QWidget* parent);
 
   /// The waveform, or what is seen of it, may be another. Does nothing while nobody sees the dock.
   void Follow();
@@ -60,6 +62,7 @@ class SpectrumDock : public QDockWidget {
   void SavePicture();
 
   Waveform waveform_;
+  LeftOut left_out_;
   SpectrumView view_;
   SpectrumPlot* plot_;
   SpectrumChannels* channels_;
