@@ -23,6 +23,7 @@ constexpr auto kFile = std::to_array<CommandRow>({
     kLine,
     {kOpenCalibration, "Open &Calibration File...", ""},
     {kOpenWaveform, "Open &Waveform(*.tss) File to Display...", ""},
+    {kOpenSurvey, "Open Sur&vey Folder...\tCtrl+Shift+O", "Look through everything recorded in a folder\nSurvey"},
     {kRestack, "Create Stack &Result Files (*.trs ) from Waveform(*.tss) Files....", ""},
     kLine,
     {kFileRecent, "Recent &File", "Open this document"},

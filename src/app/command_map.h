@@ -33,6 +33,7 @@ enum CommandId : int {
   kPrintSheets = 32912,
   kPrintParameters = 32913,
   kViewRecords = 32914,
+  kOpenSurvey = 32930,
   kViewToolbar = 59392,
   kViewStatusBar = 59393,
   kEditUndo = 57643,

@@ -270,6 +270,8 @@ void CMainFrame::ConnectCommands() {
   new SpectrumCommand(displays_, Command(kViewSpectrum), this);
   ConnectStart();
   records_ = new RecordCommands(displays_, Command(kViewRecords), this);
+  survey_ = new SurveyCommand(
+      Command(kOpenSurvey), &utilities_, [this](const QString& path) { OpenAny(path); }, this);
   Handle(kPrintParameters, [this] { editors_.PrintRaw(); });
   Handle(kPrintSheets, [this] { AskAndPrintFieldSheets(doc_->Table(), view_->Steps(), this); });
   Handle(kEditAcquisition, [this] { editors_.EditAcquisition(); });
@@ -440,6 +442,10 @@ bool CMainFrame::OpenAny(const QString& path) {
   if (const QString fault = UnknownName(path); !fault.isEmpty()) {
     prompts_->ShowWarning("Orvane", fault.toStdString());
     return false;
+  }
+  if (QFileInfo(path).isDir()) {
+    survey_->Open(path);
+    return false;  // it has a window of its own
   }
   if (calibration.match(path).hasMatch()) {
     return displays_->OpenCalibration(path);

@@ -23,6 +23,7 @@
 #include "app/qt_prompts.h"
 #include "app/recent_files.h"
 #include "app/record_commands.h"
+#include "app/survey_command.h"
 #include "app/utility_commands.h"
 
 namespace orvane {
@@ -89,6 +90,7 @@ class CMainFrame : public QMainWindow {
   QStackedWidget* stack_;
   FieldDisplays* displays_;
   RecordCommands* records_ = nullptr;
+  SurveyCommand* survey_ = nullptr;
   NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;
   std::array<QAction*, RecentFiles::kMost> recent_actions_{};

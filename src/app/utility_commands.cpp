@@ -113,7 +113,18 @@ void UtilityCommands::ConvertToSpectra() {
   Run(kSpectra, CalibratedSpectra(std::move(options)), folders_.Data());
 }
 
+void UtilityCommands::Take(std::vector<std::filesystem::path> files,
+                           void (UtilityCommands::*command)()) {
+  taken_ = std::move(files);
+  (this->*command)();
+  taken_.clear();
+}
+
 void UtilityCommands::Run(const Utility& utility, Conversion conversion, const QString& folder) {
+  if (!taken_.empty()) {
+    Convert(utility, std::move(conversion), taken_);
+    return;
+  }
   CFECFileDialog dialog(QString::fromLatin1(utility.title), utility.filters, folder, parent_);
   dialog.setDefaultSuffix(QString::fromLatin1(utility.suffix));
   if (*utility.initial_name != '\0') {

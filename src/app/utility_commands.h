@@ -52,6 +52,10 @@ class UtilityCommands {
     open_file_ = std::move(open_file);
   }
 
+  /// Runs one of the commands on files that are chosen already: nobody is asked for them, and what
+  /// is made of them goes beside them.
+  void Take(std::vector<std::filesystem::path> files, void (UtilityCommands::*command)());
+
   /// Converts files that are chosen already, into a folder or beside each of them.
   void Convert(const Utility& utility, Conversion conversion,
                std::vector<std::filesystem::path> files, std::filesystem::path out_folder = {});
@@ -66,6 +70,7 @@ class UtilityCommands {
   Prompts* prompts_;
   Notices* notices_;
   QWidget* parent_;
+  std::vector<std::filesystem::path> taken_;  // by the command that runs
   TextEditor editor_;
   std::function<void(const QString&)> open_file_;
 };

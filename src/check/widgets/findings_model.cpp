@@ -1,27 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "check/widgets/findings_model.h"
 
-#include <QApplication>
-#include <QStyle>
 #include <algorithm>
 #include <array>
+
+#include "check/widgets/severity_sign.h"
 
 namespace orvane {
 namespace {
 
 constexpr std::array<const char*, FindingsModel::kColumns> kTitles = {"", "Finding"};
-
-QIcon SignOf(Severity severity) {
-  const auto sign = severity == Severity::kError     ? QStyle::SP_MessageBoxCritical
-                    : severity == Severity::kWarning ? QStyle::SP_MessageBoxWarning
-                                                     : QStyle::SP_MessageBoxInformation;
-  return QApplication::style()->standardIcon(sign);
-}
-
-QString NameOf(Severity severity) {
-  const std::string_view name = SeverityName(severity);
-  return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
-}
 
 }  // namespace
 
@@ -55,7 +43,7 @@ QVariant FindingsModel::data(const QModelIndex& index, int role) const {
         return SignOf(finding.severity);
       case Qt::AccessibleTextRole:
       case Qt::ToolTipRole:
-        return NameOf(finding.severity);
+        return WordOf(finding.severity);
       default:
         return {};
     }

@@ -1,0 +1,335 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/survey_list.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <numeric>
+#include <utility>
+
+#include "base/ascii.h"
+#include "base/number_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr std::array<std::string_view, kSurveyColumns> kTitles = {
+    "Recording", "Findings",    "Kind",      "Box", "Site",      "Line",  "Method",
+    "Start",     "Length",      "Channels",  "Hz",  "Steps, Hz", "Records", "Bad",
+    "Saturated", "Table",       "Clock",     "Calibration", "Files"};
+
+std::string UpperCase(std::string_view text) {
+  std::string upper(text);
+  std::transform(upper.begin(), upper.end(), upper.begin(), UpperCased);
+  return upper;
+}
+
+std::string CountOf(std::uint64_t count) { return count == 0 ? std::string() : FormatInt(count); }
+
+// "3 d 4 h", "2 h 5 min", "12 min", "30 s".
+std::string LengthText(std::int64_t seconds) {
+  struct Unit {
+    std::int64_t seconds;
+    std::string_view name;
+  };
+  constexpr std::array<Unit, 4> kUnits = {{{86400, " d"}, {3600, " h"}, {60, " min"}, {1, " s"}}};
+  std::string text;
+  int parts = 0;
+  for (const Unit& unit : kUnits) {
+    if (const std::int64_t count = seconds / unit.seconds; count > 0 && parts < 2) {
+      text.append(text.empty() ? "" : " ").append(FormatInt(count)).append(unit.name);
+      ++parts;
+    }
+    seconds %= unit.seconds;
+  }
+  return text;
+}
+
+std::string FrequenciesText(const SurveyRow& row) {
+  constexpr std::size_t kMost = 4;
+  std::string text;
+  for (std::size_t i = 0; i < std::min(row.frequencies.size(), kMost); ++i) {
+    text.append(text.empty() ? "" : ", ").append(FormatReal(row.frequencies[i], 6));
+  }
+  if (row.frequencies.size() > kMost) {
+    text.append(" and ").append(FormatInt(row.frequencies.size() - kMost)).append(" more");
+  }
+  return text;
+}
+
+std::string SaturatedText(const SurveyRow& row) {
+  constexpr double kPercent = 100;
+  return row.is_deep ? FormatReal(kPercent * row.SaturatedShare(), 3) + " %" : std::string();
+}
+
+std::string CalibrationText(const SurveyRow& row) {
+  std::string text;
+  for (const RowCalibration& calibration : row.calibrations) {
+    text.append(text.empty() ? "" : ", ").append(calibration.name);
+    if (!calibration.is_found) {
+      text.append(" missing");
+    } else if (calibration.age_days) {
+      text.append(" (").append(FormatInt(*calibration.age_days)).append(" d)");
+    }
+  }
+  return text;
+}
+
+std::string FilesText(const SurveyRow& row) {
+  std::string text;
+  for (const RowFile& file : row.files) {
+    text.append(text.empty() ? "" : ", ").append(file.shown);
+  }
+  return text;
+}
+
+std::string TableText(const SurveyRow& row) {
+  return row.table_state == TableState::kNotNeeded ? std::string()
+                                                   : std::string(TableStateName(row.table_state));
+}
+
+// By what a column is sorted where its text does not say it.
+std::optional<double> NumberOf(const SurveyRow& row, SurveyColumn column) {
+  switch (column) {
+    case SurveyColumn::kBox:
+      return row.box;
+    case SurveyColumn::kStart:
+      return static_cast<double>(row.start);
+    case SurveyColumn::kLength:
+      return static_cast<double>(row.end - row.start);
+    case SurveyColumn::kChannels:
+      return row.channels;
+    case SurveyColumn::kRate:
+      return row.rate;
+    case SurveyColumn::kFrequencies:
+      return row.frequencies.empty() ? 0 : row.frequencies.front();
+    case SurveyColumn::kRecords:
+      return static_cast<double>(row.records);
+    case SurveyColumn::kBad:
+      return static_cast<double>(row.bad);
+    case SurveyColumn::kSaturated:
+      return row.SaturatedShare();
+    default:
+      return std::nullopt;
+  }
+}
+
+std::string CountedTitle(std::string_view title, std::size_t count) {
+  return std::string(title.empty() ? "not known" : title)
+      .append(": ")
+      .append(FormatInt(count))
+      .append(count == 1 ? " row" : " rows");
+}
+
+}  // namespace
+
+std::string_view TitleOf(SurveyColumn column) { return kTitles[static_cast<std::size_t>(column)]; }
+
+std::string SurveyCell(const SurveyRow& row, SurveyColumn column) {
+  switch (column) {
+    case SurveyColumn::kName:
+      return row.name;
+    case SurveyColumn::kKind:
+      return std::string(RowKindName(row.kind));
+    case SurveyColumn::kBox:
+      return row.box == 0 ? std::string() : FormatInt(row.box);
+    case SurveyColumn::kSite:
+      return row.table ? row.table->site : std::string();
+    case SurveyColumn::kLine:
+      return row.table ? row.table->line : std::string();
+    case SurveyColumn::kMethod:
+      return row.table ? std::string(MethodName(row.table->method)) : std::string();
+    case SurveyColumn::kStart:
+      return SurveyTime(row.start);
+    case SurveyColumn::kLength:
+      return LengthText(row.end - row.start);
+    case SurveyColumn::kChannels:
+      return row.channels == 0 ? std::string() : FormatInt(row.channels);
+    case SurveyColumn::kRate:
+      return row.rate > 0 ? FormatReal(row.rate, 7) : std::string();
+    case SurveyColumn::kFrequencies:
+      return FrequenciesText(row);
+    case SurveyColumn::kRecords:
+      return CountOf(row.records);
+    case SurveyColumn::kBad:
+      return CountOf(row.bad);
+    case SurveyColumn::kSaturated:
+      return SaturatedText(row);
+    case SurveyColumn::kTable:
+      return TableText(row);
+    case SurveyColumn::kClock:
+      return row.table ? ClockText(*row.table) : std::string();
+    case SurveyColumn::kCalibration:
+      return CalibrationText(row);
+    case SurveyColumn::kFiles:
+      return FilesText(row);
+    case SurveyColumn::kFindings:
+      break;
+  }
+  return {};
+}
+
+void SurveyList::Clear() {
+  rows_.clear();
+  entries_.clear();
+  groups_.clear();
+}
+
+void SurveyList::Add(std::span<const SharedRow> rows) {
+  for (const SharedRow& row : rows) {
+    rows_.push_back(row);
+    entries_.emplace_back();
+    Fill(rows_.size() - 1);
+  }
+  Arrange();
+}
+
+void SurveyList::SetFindings(std::span<const SurveyFinding> findings) {
+  std::map<std::string_view, std::size_t> places;
+  for (std::size_t row = 0; row < rows_.size(); ++row) {
+    places[rows_[row]->name] = row;
+    entries_[row].findings.clear();
+  }
+  for (const SurveyFinding& finding : findings) {
+    if (const auto place = places.find(finding.path); place != places.end()) {
+      entries_[place->second].findings.push_back(finding);
+    }
+  }
+  for (std::size_t row = 0; row < rows_.size(); ++row) {
+    Fill(row);
+  }
+  Arrange();
+}
+
+void SurveyList::Fill(std::size_t row) {
+  Entry& entry = entries_[row];
+  entry.cells.resize(kSurveyColumns);
+  std::string searched;
+  for (int column = 0; column < kSurveyColumns; ++column) {
+    std::string& cell = entry.cells[static_cast<std::size_t>(column)];
+    cell = SurveyCell(*rows_[row], static_cast<SurveyColumn>(column));
+    searched.append(cell).append("\n");
+  }
+  if (!entry.findings.empty()) {
+    entry.cells[static_cast<std::size_t>(SurveyColumn::kFindings)] =
+        FormatInt(entry.findings.size());
+  }
+  entry.searched = UpperCase(searched + SentencesOf(row));
+}
+
+void SurveyList::SetGrouping(SurveyGrouping grouping) {
+  grouping_ = grouping;
+  Arrange();
+}
+
+void SurveyList::SetOrder(SurveyColumn column, bool is_descending) {
+  order_ = column;
+  is_descending_ = is_descending;
+  Arrange();
+}
+
+void SurveyList::SetFilter(std::string_view text) {
+  words_.clear();
+  const std::string upper = UpperCase(text);
+  for (std::size_t at = upper.find_first_not_of(' '); at != std::string::npos;) {
+    const std::size_t end = std::min(upper.find(' ', at), upper.size());
+    words_.push_back(upper.substr(at, end - at));
+    at = upper.find_first_not_of(' ', end);
+  }
+  Arrange();
+}
+
+bool SurveyList::IsShown(const Entry& entry) const {
+  return std::all_of(words_.begin(), words_.end(), [&entry](const std::string& word) {
+    return entry.searched.find(word) != std::string::npos;
+  });
+}
+
+std::string SurveyList::GroupOf(std::size_t row) const {
+  switch (grouping_) {
+    case SurveyGrouping::kSite:
+      return Cell(row, SurveyColumn::kSite);
+    case SurveyGrouping::kBox:
+      return Cell(row, SurveyColumn::kBox);
+    case SurveyGrouping::kDay: {
+      constexpr std::size_t kDateLength = 10;  // of "2026/11/20 06:00:00"
+      return Cell(row, SurveyColumn::kStart).substr(0, kDateLength);
+    }
+    case SurveyGrouping::kNone:
+      break;
+  }
+  return {};
+}
+
+// Rows without a value come last in either order.
+bool SurveyList::IsBefore(std::size_t a, std::size_t b) const {
+  const std::string& text_a = Cell(a, order_);
+  const std::string& text_b = Cell(b, order_);
+  if (text_a.empty() != text_b.empty()) {
+    return text_b.empty();
+  }
+  if (order_ == SurveyColumn::kFindings && !text_a.empty()) {
+    const auto rank = [this](std::size_t row) {
+      return std::pair(*WorstOf(row), -static_cast<std::ptrdiff_t>(entries_[row].findings.size()));
+    };
+    return is_descending_ ? rank(b) < rank(a) : rank(a) < rank(b);
+  }
+  if (const auto number = NumberOf(*rows_[a], order_)) {
+    const double other = *NumberOf(*rows_[b], order_);
+    return is_descending_ ? other < *number : *number < other;
+  }
+  return is_descending_ ? text_b < text_a : text_a < text_b;
+}
+
+void SurveyList::Arrange() {
+  std::vector<std::size_t> order;
+  for (std::size_t row = 0; row < rows_.size(); ++row) {
+    if (IsShown(entries_[row])) {
+      order.push_back(row);
+    }
+  }
+  std::stable_sort(order.begin(), order.end(),
+                   [this](std::size_t a, std::size_t b) { return IsBefore(a, b); });
+  std::map<std::string, std::vector<std::size_t>> by_title;
+  for (const std::size_t row : order) {
+    by_title[GroupOf(row)].push_back(row);
+  }
+  groups_.clear();
+  for (auto& [title, rows] : by_title) {
+    const std::string shown =
+        grouping_ == SurveyGrouping::kNone ? std::string() : CountedTitle(title, rows.size());
+    groups_.push_back({shown, std::move(rows)});
+  }
+  // What has no such place comes last.
+  if (groups_.size() > 1 && by_title.begin()->first.empty()) {
+    std::rotate(groups_.begin(), groups_.begin() + 1, groups_.end());
+  }
+}
+
+std::size_t SurveyList::Shown() const {
+  return std::accumulate(
+      groups_.begin(), groups_.end(), std::size_t{0},
+      [](std::size_t sum, const SurveyGroup& group) { return sum + group.rows.size(); });
+}
+
+const std::string& SurveyList::Cell(std::size_t row, SurveyColumn column) const {
+  return entries_[row].cells[static_cast<std::size_t>(column)];
+}
+
+std::optional<Severity> SurveyList::WorstOf(std::size_t row) const {
+  std::optional<Severity> worst;
+  for (const SurveyFinding& finding : entries_[row].findings) {
+    worst = worst ? std::min(*worst, finding.severity) : finding.severity;
+  }
+  return worst;
+}
+
+std::string SurveyList::SentencesOf(std::size_t row) const {
+  std::string sentences;
+  for (const SurveyFinding& finding : entries_[row].findings) {
+    sentences.append(sentences.empty() ? "" : "\n").append(finding.sentence);
+  }
+  return sentences;
+}
+
+}  // namespace orvane

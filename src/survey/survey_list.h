@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a survey holds as a list to look through: in words, grouped, sorted and filtered.
+#ifndef ORVANE_SURVEY_SURVEY_LIST_H_
+#define ORVANE_SURVEY_SURVEY_LIST_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "survey/survey_scan.h"
+
+namespace orvane {
+
+enum class SurveyColumn : std::uint8_t {
+  kName,
+  kFindings,
+  kKind,
+  kBox,
+  kSite,
+  kLine,
+  kMethod,
+  kStart,
+  kLength,
+  kChannels,
+  kRate,
+  kFrequencies,
+  kRecords,
+  kBad,
+  kSaturated,
+  kTable,
+  kClock,
+  kCalibration,
+  kFiles,
+};
+inline constexpr int kSurveyColumns = 19;
+std::string_view TitleOf(SurveyColumn column);
+
+enum class SurveyGrouping : std::uint8_t { kNone, kSite, kBox, kDay };
+
+/// A value as text, UTF-8 and printable; empty where it is not known.
+std::string SurveyCell(const SurveyRow& row, SurveyColumn column);
+
+/// Rows that belong together. Without a grouping there is one group of all, without a title.
+struct SurveyGroup {
+  std::string title;              ///< "S0450E: 12 recordings"
+  std::vector<std::size_t> rows;  ///< by their places in the survey
+};
+
+/// Which rows are shown and where. Rows are kept by their places; the survey's own stay as they
+/// are.
+class SurveyList {
+ public:
+  void Clear();
+  void Add(std::span<const SharedRow> rows);
+  /// Those of rows that are here.
+  void SetFindings(std::span<const SurveyFinding> findings);
+  void SetGrouping(SurveyGrouping grouping);
+  void SetOrder(SurveyColumn column, bool is_descending);
+  /// Every word of it has to be in one of the row's texts or findings, in any case of letters.
+  void SetFilter(std::string_view text);
+
+  const std::vector<SharedRow>& Rows() const { return rows_; }
+  const std::vector<SurveyGroup>& Groups() const { return groups_; }
+  SurveyGrouping Grouping() const { return grouping_; }
+  std::size_t Shown() const;
+  /// As `SurveyCell()`; of the findings how many there are.
+  const std::string& Cell(std::size_t row, SurveyColumn column) const;
+  /// The worst of a row's findings; none without any.
+  std::optional<Severity> WorstOf(std::size_t row) const;
+  /// All sentences of a row, a line each.
+  std::string SentencesOf(std::size_t row) const;
+
+ private:
+  struct Entry {
+    std::vector<std::string> cells;  // by column
+    std::string searched;            // upper case
+    std::vector<SurveyFinding> findings;
+  };
+
+  void Fill(std::size_t row);
+  void Arrange();
+  bool IsShown(const Entry& entry) const;
+  std::string GroupOf(std::size_t row) const;
+  bool IsBefore(std::size_t a, std::size_t b) const;
+
+  std::vector<SharedRow> rows_;
+  std::vector<Entry> entries_;
+  std::vector<SurveyGroup> groups_;
+  SurveyGrouping grouping_ = SurveyGrouping::kSite;
+  SurveyColumn order_ = SurveyColumn::kStart;
+  bool is_descending_ = false;
+  std::vector<std::string> words_;  // upper case
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_SURVEY_SURVEY_LIST_H_

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/widgets/report_files.h"
+
+#include <QBuffer>
+#include <QMessageBox>
+#include <QPageLayout>
+#include <QPdfWriter>
+#include <QPixmap>
+#include <QRegularExpression>
+#include <QTextDocument>
+#include <span>
+
+#include "files/file_io.h"
+#include "survey/widgets/coverage_view.h"
+#include "ui/file_dialogs.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+constexpr const char* kFilters = "Report (*.html)|*.html|Report for printing (*.pdf)|*.pdf||";
+
+// As on paper: dark on light, whatever the desktop's theme.
+QImage CoverageImage(SurveyRows rows) {
+  constexpr QSize kSize(1000, 260);
+  constexpr int kScale = 2;
+  CoverageView view(nullptr);
+  QPalette paper(Qt::white);
+  paper.setColor(QPalette::Text, Qt::black);
+  paper.setColor(QPalette::WindowText, Qt::black);
+  paper.setColor(QPalette::Window, Qt::white);
+  view.setPalette(paper);
+  view.SetCoverage(CoverageOf(rows));
+  view.resize(QSize(kSize.width(), std::min(kSize.height(), view.sizeHint().height())));
+  QImage image(view.size() * kScale, QImage::Format_RGB32);
+  image.setDevicePixelRatio(kScale);
+  view.render(&image);
+  return image;
+}
+
+// The page's text and tables; the picture is drawn anew, as the text's own layout knows no SVG.
+QByteArray PdfOf(const SurveyReport& report) {
+  QString page = QString::fromStdString(SurveyReportPage(report));
+  static const QRegularExpression svg(QStringLiteral("<svg.*?</svg>"),
+                                      QRegularExpression::DotMatchesEverythingOption);
+  static const QRegularExpression style(QStringLiteral("<style>.*?</style>"),
+                                        QRegularExpression::DotMatchesEverythingOption);
+  page.remove(style);
+  page.replace(svg, QStringLiteral("<img src=\"coverage\" width=\"100%\">"));
+  QTextDocument document;
+  document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("coverage")),
+                       CoverageImage(report.rows));
+  document.setDefaultStyleSheet(
+      QStringLiteral("th,td{padding:2px 6px;font-size:7pt}h1{font-size:16pt}h2{font-size:12pt}"));
+  document.setHtml(page);
+  QBuffer buffer;
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter writer(&buffer);
+  writer.setPageSize(QPageSize(QPageSize::A4));
+  writer.setPageOrientation(QPageLayout::Landscape);
+  writer.setTitle(QStringLiteral("Survey ") + QString::fromStdString(report.name));
+  document.print(&writer);
+  return buffer.data();
+}
+
+}  // namespace
+
+Result<> SaveReport(const SurveyReport& report, const QString& path) {
+  const bool is_pdf = path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive);
+  const QByteArray bytes =
+      is_pdf ? PdfOf(report) : QByteArray::fromStdString(SurveyReportPage(report));
+  return WriteFile(PathFromText(path),
+                   std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
+}
+
+void AskAndSaveReport(const SurveyReport& report, QWidget* parent) {
+  CFileDialog dialog(QStringLiteral("Save Report"), kFilters, {}, parent);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(QStringLiteral("html"));
+  dialog.selectFile(QStringLiteral("survey.html"));
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+    dialog.setDefaultSuffix(filter.contains(QStringLiteral("pdf")) ? QStringLiteral("pdf")
+                                                                   : QStringLiteral("html"));
+  });
+  if (!dialog.ExecRemembering(QStringLiteral("Folders/Survey reports"))) {
+    return;
+  }
+  if (const Result<> saved = SaveReport(report, dialog.Chosen()); !saved) {
+    QMessageBox::warning(parent, QStringLiteral("Orvane"),
+                         QString::fromStdString(saved.Message()));
+  }
+}
+
+}  // namespace orvane

@@ -1,0 +1,527 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/widgets/survey_window.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QSettings>
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+#include <map>
+#include <set>
+
+#include "check/widgets/severity_sign.h"
+#include "survey/survey_index.h"
+#include "survey/survey_report.h"
+#include "survey/widgets/report_files.h"
+#include "ui/qt_path.h"
+
+namespace orvane {
+namespace {
+
+const QString kState = QStringLiteral("Survey/Columns");
+const QString kGrouping = QStringLiteral("Survey/Grouping");
+const QString kGeometry = QStringLiteral("Survey/Window");
+constexpr int kLook = 100;            // ms between looks at what came
+constexpr int kPause = 1500;          // ms without a change before a folder is looked at again
+constexpr std::size_t kMostRows = 400;  // taken at a time: a step of the window
+constexpr int kMostWatched = 1000;    // folders
+constexpr std::array<SurveyColumn, 6> kHiddenAtFirst = {
+    SurveyColumn::kKind,  SurveyColumn::kFrequencies, SurveyColumn::kSaturated,
+    SurveyColumn::kTable, SurveyColumn::kClock,       SurveyColumn::kFiles};
+
+struct ConvertRow {
+  SurveyConversion command;
+  const char* text;
+  std::array<FileType, 2> types;
+};
+constexpr std::array<ConvertRow, 8> kConvert = {{
+    {SurveyConversion::kRestack, "&Restack Waveforms...", {FileType::kWaveform, FileType::kWaveform}},
+    {SurveyConversion::kWaveformText, "&Waveforms To Text...", {FileType::kWaveform, FileType::kBand}},
+    {SurveyConversion::kSpectra, "&Calibrated Spectra...", {FileType::kWaveform, FileType::kBand}},
+    {SurveyConversion::kTimeDomainCsv,
+     "&Time Domain Stack Results To CSV...",
+     {FileType::kStackResult, FileType::kStackResult}},
+    {SurveyConversion::kFrequencyDomainCsv,
+     "&Frequency Domain Stack Results To CSV...",
+     {FileType::kStackResult, FileType::kStackResult}},
+    {SurveyConversion::kTableText, "T&ables To Text...", {FileType::kTable, FileType::kTable}},
+    {SurveyConversion::kScheduleText,
+     "&Schedules To Text...",
+     {FileType::kSchedule, FileType::kSchedule}},
+    {SurveyConversion::kCalibrationText,
+     "Cali&brations To Text...",
+     {FileType::kBoxCalibration, FileType::kSensorCalibration}},
+}};
+
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString Counted(std::size_t count, const char* one, const char* several) {
+  return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
+}
+
+}  // namespace
+
+CSurveyWindow::CSurveyWindow(QWidget* parent)
+    : QWidget(parent, Qt::Window), model_(new SurveyModel(this)), pictures_(new TracePictures(this)) {
+  setObjectName(QStringLiteral("survey-window"));
+  setWindowTitle(QStringLiteral("Survey"));
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(MakeTools());
+  auto* parts = new QSplitter(Qt::Vertical, this);
+  parts->addWidget(MakeList());
+  parts->addWidget(MakeFindings());
+  parts->setStretchFactor(0, 3);
+  parts->setStretchFactor(1, 1);
+  layout->addWidget(parts, 1);
+  coverage_ = new CoverageView(this);
+  connect(coverage_, &CoverageView::chosen, this, &CSurveyWindow::Select);
+  layout->addWidget(coverage_);
+  layout->addLayout(MakeFoot());
+  connect(pictures_, &TracePictures::came, model_, &SurveyModel::PictureCame);
+  model_->SetPictures([this](std::size_t row) -> QVariant {
+    const SurveyRow& of = *model_->List().Rows()[row];
+    const bool has_trace = of.IsRecording() && !of.files.empty();
+    return has_trace ? QVariant(pictures_->Of(row, PathOf(of, of.files.front()))) : QVariant();
+  });
+  timer_.setInterval(kLook);
+  connect(&timer_, &QTimer::timeout, this, &CSurveyWindow::Look);
+  later_.setSingleShot(true);
+  later_.setInterval(kPause);
+  connect(&later_, &QTimer::timeout, this, [this] { Start(true); });
+  connect(&watcher_, &QFileSystemWatcher::directoryChanged, &later_, qOverload<>(&QTimer::start));
+  constexpr QSize kSize(1180, 680);
+  resize(kSize);
+  restoreGeometry(QSettings().value(kGeometry).toByteArray());
+  ShowState();
+}
+
+QLayout* CSurveyWindow::MakeTools() {
+  grouping_ = new QComboBox(this);
+  grouping_->setObjectName(QStringLiteral("survey-grouping"));
+  grouping_->addItems({QStringLiteral("No groups"), QStringLiteral("Site"), QStringLiteral("Box"),
+                       QStringLiteral("Day")});
+  grouping_->setCurrentIndex(
+      std::clamp(QSettings().value(kGrouping, 1).toInt(), 0, grouping_->count() - 1));
+  connect(grouping_, &QComboBox::currentIndexChanged, this, &CSurveyWindow::Regroup);
+  auto* caption = new QLabel(QStringLiteral("&Group by"), this);
+  caption->setBuddy(grouping_);
+  filter_ = new QLineEdit(this);
+  filter_->setObjectName(QStringLiteral("survey-filter"));
+  filter_->setPlaceholderText(QStringLiteral("Filter: a box, a site, bad, missing ..."));
+  filter_->setAccessibleName(QStringLiteral("Filter"));
+  filter_->setClearButtonEnabled(true);
+  for (auto* button : filter_->findChildren<QToolButton*>()) {
+    button->setAccessibleName(QStringLiteral("Clear"));
+  }
+  connect(filter_, &QLineEdit::textChanged, this, &CSurveyWindow::Refilter);
+  const auto menu_button = [this](const char* text, const char* name, QMenu* menu) {
+    auto* button = new QToolButton(this);
+    button->setText(QString::fromLatin1(text));
+    button->setObjectName(QString::fromLatin1(name));
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setMenu(menu);
+    return button;
+  };
+  deep_ = new QCheckBox(QStringLiteral("Samples &too"), this);
+  deep_->setObjectName(QStringLiteral("survey-deep"));
+  deep_->setToolTip(
+      QStringLiteral("Look at all samples: saturated, dead and equal channels; checksums"));
+  deep_->setAccessibleDescription(deep_->toolTip());
+  connect(deep_, &QCheckBox::toggled, this, [this] { Start(true); });
+  auto* row = new QHBoxLayout;
+  row->addWidget(caption);
+  row->addWidget(grouping_);
+  row->addWidget(filter_, 1);
+  row->addWidget(deep_);
+  convert_ = menu_button("Convert", "survey-convert", MakeConvertMenu());
+  row->addWidget(menu_button("Columns", "survey-columns", nullptr));
+  row->addWidget(convert_);
+  return row;
+}
+
+QWidget* CSurveyWindow::MakeList() {
+  list_ = new QTreeView(this);
+  list_->setObjectName(QStringLiteral("recordings"));
+  list_->setAccessibleName(QStringLiteral("Recordings"));
+  list_->setModel(model_);
+  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  list_->setUniformRowHeights(true);
+  list_->setAlternatingRowColors(true);
+  list_->setTabKeyNavigation(false);
+  list_->setIconSize(TracePictures::Size());
+  list_->setContextMenuPolicy(Qt::CustomContextMenu);
+  list_->header()->setSectionsMovable(true);
+  for (const SurveyColumn column : kHiddenAtFirst) {
+    list_->setColumnHidden(static_cast<int>(column), true);
+  }
+  list_->header()->restoreState(QSettings().value(kState).toByteArray());
+  list_->setSortingEnabled(true);
+  connect(list_, &QTreeView::activated, this, &CSurveyWindow::OpenRow);
+  connect(list_, &QWidget::customContextMenuRequested, this, &CSurveyWindow::ShowContextMenu);
+  connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          [this](const QModelIndex& index) { coverage_->SetCurrent(model_->RowAt(index)); });
+  findChild<QToolButton*>(QStringLiteral("survey-columns"))->setMenu(MakeColumnsMenu());
+  Regroup();
+  return list_;
+}
+
+QWidget* CSurveyWindow::MakeFindings() {
+  sentences_ = new QListWidget(this);
+  sentences_->setObjectName(QStringLiteral("survey-findings"));
+  sentences_->setAccessibleName(QStringLiteral("Findings"));
+  sentences_->setUniformItemSizes(true);
+  connect(sentences_, &QListWidget::itemActivated, this, &CSurveyWindow::OpenFinding);
+  connect(sentences_, &QListWidget::itemClicked, this, &CSurveyWindow::OpenFinding);
+  return sentences_;
+}
+
+QLayout* CSurveyWindow::MakeFoot() {
+  state_ = new QLabel(this);
+  state_->setObjectName(QStringLiteral("survey-state"));
+  state_->setTextFormat(Qt::PlainText);
+  progress_ = new QProgressBar(this);
+  progress_->setAccessibleName(QStringLiteral("Progress"));
+  progress_->setMaximumWidth(fontMetrics().averageCharWidth() * 24);
+  cancel_ = new QPushButton(QStringLiteral("&Cancel"), this);
+  cancel_->setObjectName(QStringLiteral("survey-cancel"));
+  connect(cancel_, &QPushButton::clicked, this, &CSurveyWindow::Cancel);
+  auto* again = new QPushButton(QStringLiteral("&Look Again"), this);
+  again->setObjectName(QStringLiteral("survey-again"));
+  again->setShortcut(Qt::Key_F5);
+  connect(again, &QPushButton::clicked, this, [this] { Start(true); });
+  report_ = new QPushButton(QStringLiteral("Save &Report..."), this);
+  report_->setObjectName(QStringLiteral("survey-report"));
+  connect(report_, &QPushButton::clicked, this, &CSurveyWindow::SaveReport);
+  auto* row = new QHBoxLayout;
+  row->addWidget(state_, 1);
+  row->addWidget(progress_);
+  row->addWidget(cancel_);
+  row->addWidget(again);
+  row->addWidget(report_);
+  return row;
+}
+
+QMenu* CSurveyWindow::MakeColumnsMenu() {
+  auto* menu = new QMenu(QStringLiteral("Columns"), this);
+  for (int column = 1; column < kSurveyColumns; ++column) {
+    QAction* action = menu->addAction(Text(TitleOf(static_cast<SurveyColumn>(column))));
+    action->setCheckable(true);
+    action->setChecked(!list_->isColumnHidden(column));
+    connect(action, &QAction::toggled, this,
+            [this, column](bool is_shown) { list_->setColumnHidden(column, !is_shown); });
+  }
+  return menu;
+}
+
+QMenu* CSurveyWindow::MakeConvertMenu() {
+  auto* menu = new QMenu(QStringLiteral("Convert"), this);
+  for (const ConvertRow& row : kConvert) {
+    QAction* action = menu->addAction(QString::fromLatin1(row.text));
+    connect(action, &QAction::triggered, this,
+            [this, command = row.command] { emit conversionWanted(command, FilesFor(command)); });
+    connect(menu, &QMenu::aboutToShow, action, [this, action, command = row.command] {
+      action->setEnabled(!FilesFor(command).isEmpty());
+    });
+  }
+  return menu;
+}
+
+void CSurveyWindow::Open(const std::filesystem::path& folder) {
+  folder_ = folder;
+  const QString name = QDir::toNativeSeparators(TextFromPath(folder));
+  setWindowTitle(QStringLiteral("Survey - ") + name);
+  Start(false);
+}
+
+void CSurveyWindow::Start(bool is_again) {
+  if (folder_.empty()) {
+    return;
+  }
+  later_.stop();
+  scan_.reset();  // stops it
+  is_again_ = is_again && !model_->List().Rows().empty();
+  coming_.clear();
+  if (!is_again_) {
+    findings_.clear();
+    pictures_->Clear();
+    Arrange([](SurveyList* list) { list->Clear(); });
+    coverage_->SetCoverage({});
+    ShowFindings();
+  }
+  SurveyOptions options;
+  options.depth = deep_->isChecked() ? ScanDepth::kDeep : ScanDepth::kHeaders;
+  options.index = UsualIndexPath();
+  scan_ = std::make_unique<SurveyScan>(folder_, std::move(options));
+  timer_.start();
+  ShowState();
+}
+
+void CSurveyWindow::Look() {
+  if (scan_ == nullptr) {
+    timer_.stop();
+    return;
+  }
+  const bool is_done = scan_->IsDone();  // asked before: what comes after it is taken next time
+  const std::vector<SharedRow> rows = scan_->Take(kMostRows);
+  if (is_again_) {
+    coming_.insert(coming_.end(), rows.begin(), rows.end());
+  } else if (!rows.empty()) {
+    Arrange([&rows](SurveyList* list) { list->Add(rows); });
+    coverage_->SetCoverage(CoverageOf(model_->List().Rows()));
+  }
+  if (is_done && rows.empty()) {
+    End();
+  }
+  ShowState();
+}
+
+void CSurveyWindow::End() {
+  timer_.stop();
+  const bool is_whole = scan_->Outcome() && !scan_->WasStopped();
+  end_note_ = scan_->Outcome() ? Text(scan_->IndexNote()) : Text(scan_->Outcome().Message());
+  if (is_whole) {
+    findings_ = scan_->Findings();
+    notes_ = scan_->Notes();
+  } else if (scan_->WasStopped()) {
+    end_note_ = QStringLiteral("cancelled: not all files were looked at");
+  }
+  if (is_again_ && is_whole) {
+    pictures_->Clear();
+    Arrange([this](SurveyList* list) {
+      list->Clear();
+      list->Add(coming_);
+    });
+    coverage_->SetCoverage(CoverageOf(model_->List().Rows()));
+  }
+  coming_.clear();
+  scan_.reset();
+  Arrange([this](SurveyList* list) { list->SetFindings(findings_); });
+  ShowFindings();
+  Watch();
+}
+
+void CSurveyWindow::Cancel() {
+  if (scan_ != nullptr) {
+    scan_->Stop();
+  }
+}
+
+// The folders of the rows and those above them: new files, and new folders, make themselves known.
+void CSurveyWindow::Watch() {
+  QStringList folders = {TextFromPath(folder_)};
+  std::set<std::string> seen;
+  for (const SharedRow& row : model_->List().Rows()) {
+    if (folders.size() < kMostWatched && !row->files.empty()) {
+      const auto folder = PathOf(*row, row->files.front()).parent_path();
+      if (seen.insert(folder.string()).second) {
+        folders << TextFromPath(folder);
+      }
+    }
+  }
+  folders.removeDuplicates();
+  if (const QStringList before = watcher_.directories(); !before.isEmpty()) {
+    watcher_.removePaths(before);
+  }
+  watcher_.addPaths(folders);
+}
+
+// What is selected, current and open stays so.
+void CSurveyWindow::Arrange(const std::function<void(SurveyList*)>& change) {
+  std::set<std::string> selected;
+  for (const std::size_t row : SelectedRows()) {
+    selected.insert(model_->List().Rows()[row]->name);
+  }
+  const auto current = model_->RowAt(list_->currentIndex());
+  const std::string current_name = current ? model_->List().Rows()[*current]->name : std::string();
+  model_->Change(change);
+  list_->expandAll();
+  const auto& rows = model_->List().Rows();
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    if (!selected.contains(rows[row]->name)) {
+      continue;
+    }
+    const QModelIndex index = model_->IndexOf(row);
+    list_->selectionModel()->select(index,
+                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    if (rows[row]->name == current_name) {
+      list_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    }
+  }
+}
+
+void CSurveyWindow::Regroup() {
+  const int index = grouping_->currentIndex();
+  QSettings().setValue(kGrouping, index);
+  list_->setRootIsDecorated(index != 0);
+  Arrange([index](SurveyList* list) { list->SetGrouping(static_cast<SurveyGrouping>(index)); });
+}
+
+void CSurveyWindow::Refilter() {
+  const std::string text = filter_->text().toStdString();
+  Arrange([&text](SurveyList* list) { list->SetFilter(text); });
+  ShowState();
+}
+
+void CSurveyWindow::ShowState() {
+  const bool is_scanning = scan_ != nullptr;
+  progress_->setVisible(is_scanning);
+  cancel_->setVisible(is_scanning);
+  report_->setEnabled(!is_scanning && !model_->List().Rows().empty());
+  QStringList parts;
+  const SurveyList& list = model_->List();
+  const std::size_t all = list.Rows().size();
+  parts << (list.Shown() == all ? Counted(all, "row", "rows")
+                                : QStringLiteral("%1 of %2 rows").arg(list.Shown()).arg(all));
+  if (is_scanning) {
+    const auto total = static_cast<int>(scan_->FilesInAll());
+    progress_->setRange(0, total);
+    progress_->setValue(static_cast<int>(scan_->FilesDone()));
+    parts << (total == 0 ? QStringLiteral("listing folders")
+                         : QStringLiteral("%1 of %2 files").arg(scan_->FilesDone()).arg(total));
+  } else {
+    parts << Counted(findings_.size(), "finding", "findings");
+    if (!notes_.empty()) {
+      parts << Counted(notes_.size(), "path not read", "paths not read");
+    }
+    if (!end_note_.isEmpty()) {
+      parts << end_note_;
+    }
+  }
+  state_->setText(parts.join(QStringLiteral("; ")));
+}
+
+void CSurveyWindow::ShowFindings() {
+  sentences_->clear();
+  for (const SurveyFinding& finding : findings_) {
+    const QString where = finding.path.empty() ? Text(finding.box) : Text(finding.path);
+    auto* item = new QListWidgetItem(
+        SignOf(finding.severity),
+        where.isEmpty() ? Text(finding.sentence)
+                        : where + QStringLiteral(": ") + Text(finding.sentence),
+        sentences_);
+    item->setData(Qt::AccessibleTextRole,
+                  WordOf(finding.severity) + QStringLiteral(": ") + item->text());
+    item->setToolTip(item->text());
+  }
+  for (const ScanNote& note : notes_) {
+    new QListWidgetItem(SignOf(Severity::kWarning),
+                        Text(note.path) + QStringLiteral(": not read: ") + Text(note.reason),
+                        sentences_);
+  }
+}
+
+void CSurveyWindow::OpenFinding() {
+  const int at = sentences_->currentRow();
+  if (at < 0 || at >= static_cast<int>(findings_.size())) {
+    return;
+  }
+  const std::string& path = findings_[static_cast<std::size_t>(at)].path;
+  const auto& rows = model_->List().Rows();
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    if (!path.empty() && rows[row]->name == path) {
+      Select(row);
+      return;
+    }
+  }
+}
+
+void CSurveyWindow::Select(std::size_t row) {
+  const QModelIndex index = model_->IndexOf(row);
+  if (index.isValid()) {
+    list_->selectionModel()->setCurrentIndex(
+        index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    list_->scrollTo(index);
+  } else {
+    state_->setText(Text(model_->List().Rows()[row]->name) +
+                    QStringLiteral(" is hidden by the filter"));
+  }
+}
+
+std::vector<std::size_t> CSurveyWindow::SelectedRows() const {
+  std::vector<std::size_t> rows;
+  for (const QModelIndex& index : list_->selectionModel()->selectedRows()) {
+    if (const auto row = model_->RowAt(index)) {
+      rows.push_back(*row);
+    }
+  }
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
+std::filesystem::path CSurveyWindow::PathOf(const SurveyRow& row, const RowFile& file) const {
+  return PathOfRowFile(folder_, row, file);
+}
+
+QStringList CSurveyWindow::FilesFor(SurveyConversion command) const {
+  const auto& types = kConvert[static_cast<std::size_t>(command)].types;
+  QStringList files;
+  for (const std::size_t place : SelectedRows()) {
+    const SurveyRow& row = *model_->List().Rows()[place];
+    for (const RowFile& file : row.files) {
+      if (std::find(types.begin(), types.end(), file.type) != types.end()) {
+        files << TextFromPath(PathOf(row, file));
+      }
+    }
+  }
+  return files;
+}
+
+void CSurveyWindow::OpenRow(const QModelIndex& index) {
+  const auto place = model_->RowAt(index);
+  if (place) {
+    const SurveyRow& row = *model_->List().Rows()[*place];
+    if (!row.files.empty()) {
+      emit fileWanted(TextFromPath(PathOf(row, row.files.front())));
+    }
+  }
+}
+
+// Each file of the row, then what is done with the selection.
+void CSurveyWindow::ShowContextMenu(const QPoint& at) {
+  const auto place = model_->RowAt(list_->indexAt(at));
+  if (!place) {
+    return;
+  }
+  QMenu menu;
+  const SharedRow row = model_->List().Rows()[*place];
+  for (const RowFile& file : row->files) {
+    if (file.type != FileType::kText && file.type != FileType::kSchedule) {
+      const QString path = TextFromPath(PathOf(*row, file));
+      menu.addAction(QStringLiteral("Open ") + Text(file.shown), this,
+                     [this, path] { emit fileWanted(path); });
+    }
+  }
+  menu.addSeparator();
+  menu.addMenu(convert_->menu());
+  menu.exec(list_->viewport()->mapToGlobal(at));
+}
+
+void CSurveyWindow::SaveReport() {
+  AskAndSaveReport({Text(folder_.filename().string()).toStdString(), model_->List().Rows(),
+                    findings_, notes_},
+                   this);
+}
+
+void CSurveyWindow::closeEvent(QCloseEvent* event) {
+  QSettings().setValue(kState, list_->header()->saveState());
+  QSettings().setValue(kGeometry, saveGeometry());
+  Cancel();
+  QWidget::closeEvent(event);
+}
+
+void CSurveyWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    scan_ != nullptr ? Cancel() : static_cast<void>(close());
+    return;
+  }
+  QWidget::keyPressEvent(event);
+}
+
+}  // namespace orvane

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_SURVEY_WIDGETS_SURVEY_WINDOW_H_
+#define ORVANE_SURVEY_WIDGETS_SURVEY_WINDOW_H_
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileSystemWatcher>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeView>
+#include <QWidget>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "survey/survey_scan.h"
+#include "survey/widgets/coverage_view.h"
+#include "survey/widgets/survey_model.h"
+#include "survey/widgets/trace_pictures.h"
+
+namespace orvane {
+
+/// What can be done with files that are selected, in the order of the menu.
+enum class SurveyConversion : std::uint8_t {
+  kRestack,
+  kWaveformText,
+  kSpectra,
+  kTimeDomainCsv,
+  kFrequencyDomainCsv,
+  kTableText,
+  kScheduleText,
+  kCalibrationText,
+};
+
+/// A survey's folder in a window of its own: recordings as a list, what was recorded when as a
+/// picture, what is wrong as sentences. It only looks: nothing in the folder is changed.
+class CSurveyWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit CSurveyWindow(QWidget* parent);
+
+  /// Looks through a folder, from its beginning.
+  void Open(const std::filesystem::path& folder);
+  const SurveyModel& Model() const { return *model_; }
+  bool IsScanning() const { return scan_ != nullptr; }
+  const std::vector<SurveyFinding>& Findings() const { return findings_; }
+
+ signals:
+  void fileWanted(const QString& path);
+  void conversionWanted(orvane::SurveyConversion conversion, const QStringList& paths);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  QLayout* MakeTools();
+  QWidget* MakeList();
+  QWidget* MakeFindings();
+  QLayout* MakeFoot();
+  QMenu* MakeColumnsMenu();
+  QMenu* MakeConvertMenu();
+  void Start(bool is_again);
+  void Look();
+  void End();
+  void Cancel();
+  void Watch();
+  void Regroup();
+  void Refilter();
+  void Arrange(const std::function<void(SurveyList*)>& change);
+  void ShowState();
+  void ShowFindings();
+  void OpenRow(const QModelIndex& index);
+  void OpenFinding();
+  void Select(std::size_t row);
+  std::vector<std::size_t> SelectedRows() const;
+  std::filesystem::path PathOf(const SurveyRow& row, const RowFile& file) const;
+  QStringList FilesFor(SurveyConversion command) const;
+  void ShowContextMenu(const QPoint& at);
+  void SaveReport();
+
+  std::filesystem::path folder_;
+  std::unique_ptr<SurveyScan> scan_;
+  bool is_again_ = false;            // rows come when all are there
+  std::vector<SharedRow> coming_;    // of such a scan
+  std::vector<SurveyFinding> findings_;
+  std::vector<ScanNote> notes_;
+  QString end_note_;
+  QTimer timer_;
+  QTimer later_;  // files have changed
+  QFileSystemWatcher watcher_;
+  SurveyModel* model_;
+  TracePictures* pictures_;
+  QTreeView* list_ = nullptr;
+  CoverageView* coverage_ = nullptr;
+  QListWidget* sentences_ = nullptr;
+  QComboBox* grouping_ = nullptr;
+  QLineEdit* filter_ = nullptr;
+  QCheckBox* deep_ = nullptr;
+  QToolButton* convert_ = nullptr;
+  QLabel* state_ = nullptr;
+  QProgressBar* progress_ = nullptr;
+  QPushButton* cancel_ = nullptr;
+  QPushButton* report_ = nullptr;
+};
+
+}  // namespace orvane
+
+#endif  // ORVANE_SURVEY_WIDGETS_SURVEY_WINDOW_H_
