@@ -88,7 +88,7 @@ class Reading {
 template <typename Io, typename Table>
 void TableFields(Io& io, Table& table) {
   io(table.version), io(table.firmware), io(table.is_old), io(table.serial), io(table.method);
-  io(table.line), io(table.site), io(table.counted), io(table.plan_start), io(table.plan_end);
+  io(table.hardware), io(table.line), io(table.site), io(table.counted), io(table.plan_start), io(table.plan_end);
   io(table.has_status), io(table.clock), io(table.disk);
   io.Count(table.boxes);
   for (auto& box : table.boxes) {

@@ -6,6 +6,7 @@
 
 #include "base/checksum.h"
 #include "base/latin1.h"
+#include "base/number_text.h"
 #include "calibration/cal_reader.h"
 #include "files/path_text.h"
 #include "spectra/calibrated_channel.h"
@@ -131,11 +132,25 @@ std::string TextIn(const RecordingHeader& header, std::string_view key) {
   return PrintableLatin1(SettingText(header, key));
 }
 
+// Channels that are not switched on record nothing; a box in reserve has only such.
+std::int32_t RecordedChannels(const RecordingHeader& header, int number, std::int32_t channels) {
+  std::int32_t recorded = 0;
+  for (int channel = 1; channel <= std::min(channels, kMostBoxChannels); ++channel) {
+    std::string key = "FLAG";
+    key.append(FormatInt(number)).append("R").append(FormatInt(channel));
+    recorded += SettingInt(header, key) != 0 ? 1 : 0;
+  }
+  return recorded;
+}
+
 void NoteBoxes(const RecordingHeader& header, TableFacts* table) {
+  int number = 0;
   for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
-    const PlannedBox box{SettingInt(header, keys.serial), SettingInt(header, keys.channels)};
-    if (box.serial > 0 && box.channels > 0) {
-      table->boxes.push_back(box);
+    const std::int32_t serial = SettingInt(header, keys.serial);
+    const std::int32_t channels =
+        RecordedChannels(header, ++number, SettingInt(header, keys.channels));
+    if (serial > 0 && channels > 0) {
+      table->boxes.push_back({serial, channels});
     }
   }
 }
@@ -176,6 +191,7 @@ void ReadTable(const std::filesystem::path& path, FileFacts* facts) {
   table.is_old = header.settings.IsOldVersion() ? 1 : 0;
   table.serial = SettingInt(header, "SNUM");
   table.method = TechOf(values);
+  table.hardware = TextIn(header, "HW");
   table.line = TextIn(header, "LINE");
   table.site = TextIn(header, "SITE");
   table.counted = SettingInt(header, kCountedChannels);

@@ -19,7 +19,7 @@ namespace orvane {
 /// A box beside the main one that a table names.
 struct PlannedBox {
   std::int32_t serial = 0;
-  std::int32_t channels = 0;
+  std::int32_t channels = 0;  ///< that are switched on
   friend bool operator==(const PlannedBox&, const PlannedBox&) = default;
 };
 
@@ -39,6 +39,7 @@ struct TableFacts {
   std::uint8_t is_old = 0;      ///< waveforms beside it have headers of the older version
   std::int32_t serial = 0;      ///< "SNUM"
   std::int32_t method = 0;      ///< "TECH"
+  std::string hardware;         ///< "HW", the kind of the box
   std::string line;             ///< "LINE"
   std::string site;             ///< "SITE"
   std::int32_t counted = 0;     ///< channels as the box counted them, "TCHN"; 0: it did not

@@ -10,13 +10,13 @@ namespace {
 constexpr double kMostBad = 0.05;
 constexpr double kMostSaturated = 0.001;
 
-template <typename Items>
-std::string ListOf(const Items& numbers) {
+// "Channel 3" or "Channels 3, 5".
+std::string ChannelsText(const std::vector<int>& numbers) {
   std::string text;
   for (const int number : numbers) {
     text.append(text.empty() ? "" : ", ").append(FormatInt(number));
   }
-  return text;
+  return text.insert(0, numbers.size() == 1 ? "Channel " : "Channels ");
 }
 
 std::string Percent(double share) { return FormatFixed(100 * share, 2).append(" %"); }
@@ -45,9 +45,8 @@ void LookAtSaturated(SurveyRows rows, const SurveyTeller& tell) {
       }
     }
     if (row->IsRecording() && !channels.empty()) {
-      tell(*row, std::string("Channels ")
-                     .append(ListOf(channels))
-                     .append(" are saturated, in up to ")
+      tell(*row, ChannelsText(channels)
+                     .append(channels.size() == 1 ? " is saturated, in " : " are saturated, in up to ")
                      .append(Percent(row->SaturatedShare()))
                      .append(" of their samples"));
     }
@@ -57,7 +56,7 @@ void LookAtSaturated(SurveyRows rows, const SurveyTeller& tell) {
 void LookAtDead(SurveyRows rows, const SurveyTeller& tell) {
   for (const auto& row : rows) {
     if (const auto dead = row->DeadChannels(); row->IsRecording() && !dead.empty()) {
-      tell(*row, std::string("Channels ").append(ListOf(dead)).append(" never change"));
+      tell(*row, ChannelsText(dead).append(dead.size() == 1 ? " never changes" : " never change"));
     }
   }
 }

@@ -140,7 +140,7 @@ class Page {
     Cell(SurveyTime(row.start));
     Cell(SurveyTime(row.end));
     Figure(FormatInt(row.channels));
-    Figure(FormatReal(row.rate, 6));
+    Figure(FormatReal(row.rate));
     Cell(FrequencyText(row));
     Figure(FormatInt(row.records));
     Figure(FormatInt(row.bad));
