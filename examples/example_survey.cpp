@@ -3,6 +3,9 @@
 // TDIP and CSAMT also stack results; in a folder of their own the calibrations of box and sensors.
 //
 //   orvane-example-survey FOLDER
+//   orvane-example-survey --evening FOLDER
+//
+// The second is of three days with five boxes, in which much went wrong.
 //
 // The values are invented but plausible: a crew on a copper prospect, one method a day.
 #include <algorithm>
@@ -17,6 +20,7 @@
 #include <vector>
 
 #include "editors/line_layout.h"
+#include "evening_survey.h"
 #include "example_calibrations.h"
 #include "example_waveforms.h"
 #include "stepping/fdem_schedule.h"
@@ -460,8 +464,11 @@ bool WriteStacks(const std::filesystem::path& path, const std::vector<std::byte>
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 3 && std::string_view(argv[1]) == "--evening") {
+    return orvane::examples::WriteEveningSurvey(argv[2]) ? 0 : 1;
+  }
   if (argc != 2 || argv[1][0] == '-') {
-    std::fprintf(stderr, "usage: orvane-example-survey FOLDER\n");
+    std::fprintf(stderr, "usage: orvane-example-survey [--evening] FOLDER\n");
     return 2;
   }
   for (const Day& day : kDays) {

@@ -17,11 +17,12 @@ declare -A allowed=(
   [response]="base files table forms timeseries calibration response"
   [spectra]="base files table forms stepping timeseries calibration response spectra"
   [check]="base files table forms stepping calibration editors check"
+  [survey]="base files table forms stepping timeseries calibration response spectra editors check survey"
   [meaning]="base files table forms stepping timeseries editors meaning"
   [changes]="base files table forms stepping timeseries editors meaning changes"
   [ui]="base files table forms ui"
-  [cli]="base files table forms stepping timeseries calibration response spectra editors check meaning cli"
-  [app]="base files table forms stepping timeseries calibration response spectra editors check meaning changes ui app"
+  [cli]="base files table forms stepping timeseries calibration response spectra editors check survey meaning cli"
+  [app]="base files table forms stepping timeseries calibration response spectra editors check survey meaning changes ui app"
 )
 bad=0
 complain() { printf '%s\n' "$*"; bad=1; }

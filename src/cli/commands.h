@@ -23,6 +23,7 @@ void AddScheduleCommands(CLI::App* app, ExitCode* exit_code);
 void AddStackCommands(CLI::App* app, ExitCode* exit_code);
 void AddCalibrationCommands(CLI::App* app, ExitCode* exit_code);
 void AddWaveformCommands(CLI::App* app, ExitCode* exit_code);
+void AddSurveyCommands(CLI::App* app, ExitCode* exit_code);
 
 /// The verbs that compute with calibrations: `calibration response`, `calibration fit` and
 /// `waveform harmonics`.

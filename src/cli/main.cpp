@@ -38,6 +38,7 @@ int Run(int argc, char** argv) {
   orvane::AddStackCommands(&app, &exit_code);
   orvane::AddCalibrationCommands(&app, &exit_code);
   orvane::AddWaveformCommands(&app, &exit_code);
+  orvane::AddSurveyCommands(&app, &exit_code);
 
   const auto add_version = [](CLI::App* command, const auto& self) -> void {
     command->set_version_flag("--version", "orvane-cli " ORVANE_VERSION);

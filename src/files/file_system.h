@@ -26,6 +26,7 @@ struct FileInfo {
   std::uint64_t device = 0;  ///< with `number`: which file it is, whatever its name
   std::uint64_t number = 0;
   std::int64_t written = 0;  ///< when its bytes were last changed, in ns since 1970-01-01 UTC
+  std::int64_t changed = 0;  ///< when bytes, name or rights were, likewise; 0: not known
 
   bool IsSameFileAs(const FileInfo& other) const {
     return device == other.device && number == other.number;
@@ -98,6 +99,14 @@ inline Result<Existence> IsTaken(const std::filesystem::path& path) {
 /// Whether the user may make files in a folder, as far as the system says without a trial: false
 /// also where it does not exist.
 [[nodiscard]] bool MayMakeFilesIn(const std::filesystem::path& folder);
+
+/// Whether a folder is on a disk of this machine, not on one that others reach by a network. Where
+/// the system does not say, it is not.
+[[nodiscard]] bool IsOnLocalDisk(const std::filesystem::path& folder);
+
+/// Where programs keep what they can make again, for this user; empty where the system has no such
+/// place. It need not exist.
+std::filesystem::path UserCacheFolder();
 
 /// A text that is equal for names that this system takes for the same: in any case on Windows.
 std::string NameIdentity(const std::filesystem::path& name);

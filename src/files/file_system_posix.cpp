@@ -6,14 +6,17 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #ifdef __linux__
+#include <sys/vfs.h>
 #include <sys/xattr.h>
 #endif
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <string_view>
@@ -38,10 +41,18 @@ FileKind KindOf(mode_t mode) {
   return S_ISFIFO(mode) ? FileKind::kPipe : FileKind::kDevice;
 }
 
+std::int64_t Nanoseconds(const timespec& time) {
+  return time.tv_sec * std::int64_t{1'000'000'000} + time.tv_nsec;
+}
+
 bool Told(int result, const struct stat& from, FileInfo* info) {
   if (result == 0) {
-    *info = {KindOf(from.st_mode), static_cast<std::uint64_t>(from.st_size), from.st_dev,
-             from.st_ino, from.st_mtim.tv_sec * std::int64_t{1'000'000'000} + from.st_mtim.tv_nsec};
+    *info = {KindOf(from.st_mode),
+             static_cast<std::uint64_t>(from.st_size),
+             from.st_dev,
+             from.st_ino,
+             Nanoseconds(from.st_mtim),
+             Nanoseconds(from.st_ctim)};
   }
   return result == 0;
 }
@@ -238,6 +249,33 @@ bool IsOwnFolder(const std::filesystem::path& folder) {
 
 bool MayMakeFilesIn(const std::filesystem::path& folder) {
   return access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) == 0;
+}
+
+bool IsOnLocalDisk(const std::filesystem::path& folder) {
+#ifdef __linux__
+  // NFS, SMB (two generations), CIFS, AFS, Coda, NCP, 9P, Ceph; what a program serves (FUSE) may be
+  // anywhere.
+  constexpr auto kRemote =
+      std::to_array<unsigned long>({0x6969, 0x517B, 0xFE534D42, 0xFF534D42, 0x5346414F, 0x73757245,
+                                    0x564C, 0x01021997, 0x00C36400, 0x65735546});
+  struct statfs found {};
+  return statfs(folder.empty() ? "." : folder.c_str(), &found) == 0 &&
+         std::find(kRemote.begin(), kRemote.end(),
+                   static_cast<unsigned long>(found.f_type) & 0xFFFFFFFFU) == kRemote.end();
+#else
+  return folder.empty();  // not known
+#endif
+}
+
+std::filesystem::path UserCacheFolder() {
+  const auto folder_in = [](const char* name) {
+    const char* const value = std::getenv(name);  // NOLINT(concurrency-mt-unsafe): nobody sets it
+    const std::filesystem::path path(value == nullptr ? "" : value);
+    return path.is_absolute() ? path : std::filesystem::path();
+  };
+  const std::filesystem::path own = folder_in("XDG_CACHE_HOME");
+  const std::filesystem::path home = folder_in("HOME");
+  return !own.empty() || home.empty() ? own : home / ".cache";
 }
 
 std::string NameIdentity(const std::filesystem::path& name) { return name.native(); }

@@ -261,6 +261,19 @@ bool MayMakeFilesIn(const std::filesystem::path& folder) {
   return true;
 }
 
+bool IsOnLocalDisk(const std::filesystem::path& folder) {
+  std::error_code error;
+  const std::filesystem::path root = std::filesystem::absolute(folder, error).root_path();
+  const UINT type = GetDriveTypeW(root.c_str());
+  return !error && (type == DRIVE_FIXED || type == DRIVE_RAMDISK);
+}
+
+std::filesystem::path UserCacheFolder() {
+  const wchar_t* const value = _wgetenv(L"LOCALAPPDATA");
+  const std::filesystem::path path(value == nullptr ? L"" : value);
+  return path.is_absolute() ? path : std::filesystem::path();
+}
+
 std::string NameIdentity(const std::filesystem::path& name) {
   std::wstring folded = name.native();
   CharUpperBuffW(folded.data(), static_cast<DWORD>(folded.size()));

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What single files say of themselves, short enough to be kept for each file of a survey.
+#ifndef ORVANE_SURVEY_FILE_FACTS_H_
+#define ORVANE_SURVEY_FILE_FACTS_H_
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "survey/folder_walk.h"
+#include "timeseries/ts_header.h"
+
+namespace orvane {
+
+/// A box beside the main one that a table names.
+struct PlannedBox {
+  std::int32_t serial = 0;
+  std::int32_t channels = 0;  ///< that are switched on
+  friend bool operator==(const PlannedBox&, const PlannedBox&) = default;
+};
+
+/// The calibration that a channel needs.
+struct PlannedSensor {
+  std::int32_t channel = 0;  ///< from 1
+  std::int32_t kind = 0;     ///< a `CalKind`
+  std::string unit;          ///< its serial number as files are named by; empty: the table has none
+  friend bool operator==(const PlannedSensor&, const PlannedSensor&) = default;
+};
+
+/// What the survey needs of a parameter table. Texts are UTF-8 and printable; nothing secret is
+/// among them.
+struct TableFacts {
+  std::int32_t version = 0;     ///< of the file, 1 or 2
+  std::string firmware;         ///< "VER"
+  std::uint8_t is_old = 0;      ///< waveforms beside it have headers of the older version
+  std::int32_t serial = 0;      ///< "SNUM"
+  std::int32_t method = 0;      ///< "TECH"
+  std::string hardware;         ///< "HW", the kind of the box
+  std::string line;             ///< "LINE"
+  std::string site;             ///< "SITE"
+  std::int32_t counted = 0;     ///< channels as the box counted them, "TCHN"; 0: it did not
+  std::int64_t plan_start = 0;  ///< "STIM", seconds since 1970; 0 without a date
+  std::int64_t plan_end = 0;    ///< "ETIM", likewise
+  std::uint8_t has_status = 0;  ///< the box has written its state
+  std::int32_t clock = 0;       ///< "CLST", 4: locked
+  std::int32_t disk = 0;        ///< "DISK", bytes
+  std::vector<PlannedBox> boxes;
+  std::vector<PlannedSensor> sensors;
+};
+
+/// The samples of one channel of a file.
+struct ChannelFacts {
+  std::uint64_t samples = 0;
+  std::uint64_t saturated = 0;
+  std::int32_t least = 0;
+  std::int32_t most = 0;
+  std::uint64_t sum = 0;  ///< a checksum of the statistics of each record
+  bool IsDead() const { return samples > 0 && least == most; }
+};
+
+/// What a file says.
+struct FileFacts {
+  std::string failure;          ///< why it could not be read, or not to its end; printable
+  std::uint8_t is_cut = 0;      ///< ends within a record
+  std::int32_t serial = 0;      ///< of records' headers or of a calibration's
+  std::int64_t start = 0;       ///< seconds since 1970; 0: not known
+  std::int64_t end = 0;         ///< of the last scan
+  std::int32_t channels = 0;    ///< most of a record
+  double rate = 0;              ///< Hz, the highest
+  std::vector<double> frequencies;  ///< Hz, each once, ascending; the first 64 met
+  std::uint64_t records = 0;
+  std::uint64_t bad = 0;
+  std::int32_t header_size = 0;  ///< as records were read
+  std::int32_t kind = 0;         ///< of a calibration, a `CalKind`
+  std::optional<TableFacts> table;
+  std::uint8_t is_deep = 0;            ///< samples were looked at
+  std::vector<ChannelFacts> samples;   ///< then; by channel
+};
+
+/// As bytes, to be kept, and back. False where they are not those of this program's version.
+std::string FactsImage(const FileFacts& facts);
+[[nodiscard]] bool FactsFrom(std::span<const char> image, FileFacts* facts);
+
+struct ReadingOptions {
+  bool is_deep = false;
+  /// Of waveforms, whose table says it; none: as records fit the file.
+  std::optional<TsHeaderSize> header_size;
+  std::function<bool()> stopped;  ///< never empty
+};
+
+/// Reads a file of a type. What it may fail for is in the facts. Never opens a file for writing.
+FileFacts ReadFacts(FileType type, const std::filesystem::path& path,
+                    const ReadingOptions& options);
+
+}  // namespace orvane
+
+#endif  // ORVANE_SURVEY_FILE_FACTS_H_

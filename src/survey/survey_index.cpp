@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/survey_index.h"
+
+#include <sqlite3.h>
+
+#include <chrono>
+#include <system_error>
+
+#include "files/file_io.h"
+#include "files/path_text.h"
+
+namespace orvane {
+namespace {
+
+constexpr int kMostWait = 1000;  // milliseconds
+
+constexpr const char* kLayout =
+    "CREATE TABLE IF NOT EXISTS files (path BLOB PRIMARY KEY, device INTEGER, number INTEGER,"
+    " size INTEGER, written INTEGER, changed INTEGER, facts BLOB) WITHOUT ROWID";
+constexpr const char* kFind =
+    "SELECT facts FROM files WHERE path=?1 AND device=?2 AND number=?3 AND size=?4 AND written=?5"
+    " AND changed=?6";
+constexpr const char* kPut = "INSERT OR REPLACE INTO files VALUES (?1,?2,?3,?4,?5,?6,?7)";
+
+// A statement that is compiled once and used again and again.
+class Statement {
+ public:
+  Statement() = default;
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+  ~Statement() { sqlite3_finalize(handle_); }
+
+  bool Compile(sqlite3* database, const char* text) {
+    return sqlite3_prepare_v3(database, text, -1, SQLITE_PREPARE_PERSISTENT, &handle_, nullptr) ==
+           SQLITE_OK;
+  }
+  void Bind(int place, const std::string& bytes) {
+    sqlite3_bind_blob64(handle_, place, bytes.data(), bytes.size(), SQLITE_STATIC);
+  }
+  void Bind(const std::string& path, const FileInfo& info) {
+    Bind(1, path);
+    int place = 2;
+    for (const auto number : {static_cast<std::int64_t>(info.device),
+                              static_cast<std::int64_t>(info.number),
+                              static_cast<std::int64_t>(info.size), info.written, info.changed}) {
+      sqlite3_bind_int64(handle_, place++, number);
+    }
+  }
+  int Step() { return sqlite3_step(handle_); }
+  std::span<const char> Bytes() {
+    const void* const bytes = sqlite3_column_blob(handle_, 0);
+    return {static_cast<const char*>(bytes),
+            static_cast<std::size_t>(sqlite3_column_bytes(handle_, 0))};
+  }
+  void Reset() {
+    sqlite3_reset(handle_);
+    sqlite3_clear_bindings(handle_);
+  }
+
+ private:
+  sqlite3_stmt* handle_ = nullptr;
+};
+
+bool Run(sqlite3* database, const char* text) {
+  return sqlite3_exec(database, text, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+int NumberOf(sqlite3* database, const char* question) {
+  Statement statement;
+  int number = -1;
+  const auto take = [](void* to, int /*columns*/, char** values, char** /*names*/) {
+    *static_cast<int*>(to) = values[0] == nullptr ? -1 : std::atoi(values[0]);
+    return 0;
+  };
+  return sqlite3_exec(database, question, take, &number, nullptr) == SQLITE_OK ? number : -1;
+}
+
+bool IsDamaged(int code) {
+  const int kind = code & 0xFF;
+  return kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_SCHEMA ||
+         kind == SQLITE_ERROR || kind == SQLITE_MISMATCH;
+}
+
+// A file may change once more within one tick of its disk's clock.
+bool IsFresh(const FileInfo& info) {
+  constexpr std::chrono::seconds kTick{2};
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::nanoseconds(info.written) > now - kTick;
+}
+
+}  // namespace
+
+struct SurveyIndex::Database {
+  Database() = default;
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+  ~Database() {
+    find.reset();
+    put.reset();
+    sqlite3_close_v2(handle);
+  }
+
+  bool Open(const std::filesystem::path& file) {
+    const bool is_local = IsOnLocalDisk(file.parent_path());
+    return sqlite3_open_v2(PathText(file).c_str(), &handle,
+                           SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
+                           nullptr) == SQLITE_OK &&
+           sqlite3_busy_timeout(handle, kMostWait) == SQLITE_OK &&
+           // The log that lets readers and a writer work at once needs memory shared by all.
+           Run(handle, is_local ? "PRAGMA journal_mode=WAL" : "PRAGMA journal_mode=DELETE") &&
+           Run(handle, "PRAGMA synchronous=NORMAL") && Prepare();
+  }
+
+  bool Prepare() {
+    const int version = NumberOf(handle, "PRAGMA user_version");
+    if (version != kVersion) {
+      is_other = version != 0 || NumberOf(handle, "SELECT count(*) FROM sqlite_master") != 0;
+      const std::string number =
+          std::string("PRAGMA user_version=").append(std::to_string(kVersion));
+      if (is_other || !Run(handle, "BEGIN IMMEDIATE") || !Run(handle, kLayout) ||
+          !Run(handle, number.c_str()) || !Run(handle, "COMMIT")) {
+        return false;
+      }
+    }
+    return find->Compile(handle, kFind) && put->Compile(handle, kPut);
+  }
+
+  sqlite3* handle = nullptr;
+  bool is_other = false;  // of another version
+  std::unique_ptr<Statement> find = std::make_unique<Statement>();
+  std::unique_ptr<Statement> put = std::make_unique<Statement>();
+};
+
+SurveyIndex::SurveyIndex() = default;
+SurveyIndex::~SurveyIndex() = default;
+
+Result<> SurveyIndex::Open(const std::filesystem::path& file) {
+  failure_.clear();
+  if (const Result<> made = MakeFolders(file.parent_path()); !made) {
+    failure_ = made.Message();
+    return orvane::Failure(failure_);
+  }
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    database_ = std::make_unique<Database>();
+    if (database_->Open(file)) {
+      return {};
+    }
+    const int code = sqlite3_extended_errcode(database_->handle);
+    failure_ = sqlite3_errmsg(database_->handle);
+    const bool is_useless = database_->is_other || IsDamaged(code);
+    database_.reset();
+    if (!is_useless) {
+      break;
+    }
+    for (const char* end : {"", "-wal", "-shm", "-journal"}) {
+      std::error_code ignored;
+      std::filesystem::remove(PathOf(PathText(file).append(end)), ignored);
+    }
+  }
+  failure_ = FileMessage(file, failure_);
+  return orvane::Failure(failure_);
+}
+
+bool SurveyIndex::IsUsable() const { return database_ != nullptr; }
+
+void SurveyIndex::Fail(const std::string& doing) {
+  failure_ = std::string(doing).append(": ").append(sqlite3_errmsg(database_->handle));
+  database_.reset();
+  kept_.clear();
+}
+
+bool SurveyIndex::Find(const std::filesystem::path& path, const FileInfo& info, FileFacts* facts) {
+  if (!IsUsable()) {
+    return false;
+  }
+  Statement& find = *database_->find;
+  const std::string text = PathText(path);
+  find.Bind(text, info);
+  const int step = find.Step();
+  const bool is_found = step == SQLITE_ROW && FactsFrom(find.Bytes(), facts);
+  find.Reset();
+  if (step != SQLITE_ROW && step != SQLITE_DONE) {
+    Fail("reading the index");
+  }
+  return is_found;
+}
+
+void SurveyIndex::Put(const std::filesystem::path& path, const FileInfo& info,
+                      const FileFacts& facts) {
+  constexpr std::size_t kMostKept = 1000;
+  if (!IsUsable() || IsFresh(info)) {
+    return;
+  }
+  kept_.push_back({PathText(path), info, FactsImage(facts)});
+  if (kept_.size() >= kMostKept) {
+    Write();
+  }
+}
+
+void SurveyIndex::Write() {
+  if (!IsUsable() || kept_.empty()) {
+    return;
+  }
+  bool done = Run(database_->handle, "BEGIN IMMEDIATE");
+  for (std::size_t i = 0; i < kept_.size() && done; ++i) {
+    Statement& put = *database_->put;
+    put.Bind(kept_[i].path, kept_[i].info);
+    put.Bind(7, kept_[i].image);
+    done = put.Step() == SQLITE_DONE;
+    put.Reset();
+  }
+  if (!done || !Run(database_->handle, "COMMIT")) {
+    Fail("writing the index");
+  }
+  kept_.clear();
+}
+
+}  // namespace orvane

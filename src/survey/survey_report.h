@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#ifndef ORVANE_SURVEY_SURVEY_REPORT_H_
+#define ORVANE_SURVEY_SURVEY_REPORT_H_
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "survey/survey_findings.h"
+
+namespace orvane {
+
+struct SurveyReport {
+  std::string name;  ///< of the survey's folder; printable
+  SurveyRows rows;
+  std::span<const SurveyFinding> findings;
+  std::span<const ScanNote> notes;
+};
+
+/// One HTML page that needs no other file and no script: what was recorded when by which box, the
+/// findings, the recordings and, after a deep scan, checksums of all files. The same rows give the
+/// same bytes.
+std::string SurveyReportPage(const SurveyReport& report);
+
+/// A picture (SVG) of when boxes recorded: a line for each, from the first to the last plan or
+/// recording; empty where nothing has a time.
+std::string CoveragePicture(SurveyRows rows);
+
+/// A text with the characters that HTML takes for its own escaped.
+std::string HtmlText(std::string_view text);
+
+}  // namespace orvane
+
+#endif  // ORVANE_SURVEY_SURVEY_REPORT_H_
