@@ -31,17 +31,13 @@ constexpr std::array<Conversion, 8> kConversions = {
 SurveyCommand::SurveyCommand(QAction* command, UtilityCommands* utilities,
                              std::function<void(const QString& path)> open_file,
                              QMainWindow* window)
-    : QObject(window),
-      utilities_(utilities),
-      open_file_(std::move(open_file)),
-      window_(window) {
+    : QObject(window), utilities_(utilities), open_file_(std::move(open_file)), window_(window) {
   connect(command, &QAction::triggered, this, &SurveyCommand::Ask);
 }
 
 void SurveyCommand::Ask() {
-  const QString folder =
-      CFolderDialog::AskForFolder(window_, QStringLiteral("Open Survey Folder"),
-                                  QSettings().value(kFolder).toString());
+  const QString folder = CFolderDialog::AskForFolder(window_, QStringLiteral("Open Survey Folder"),
+                                                     QSettings().value(kFolder).toString());
   if (!folder.isEmpty()) {
     Open(folder);
   }

@@ -56,7 +56,8 @@ Coverage CoverageOf(std::span<const std::shared_ptr<const SurveyRow>> rows) {
     const bool is_first = lanes.empty();
     coverage.start = is_first ? row.start : std::min(coverage.start, row.start);
     coverage.end = is_first ? end : std::max(coverage.end, end);
-    lanes[row.box].recorded.push_back({row.start, end, i, row.bad > 0 || !row.cut.empty(), row.name});
+    lanes[row.box].recorded.push_back(
+        {row.start, end, i, row.bad > 0 || !row.cut.empty(), row.name});
   }
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const SurveyRow& row = *rows[i];

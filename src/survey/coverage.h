@@ -24,7 +24,7 @@ struct CoveragePart {
 };
 
 struct CoverageLane {
-  std::string name;  ///< the box's serial number; "?" where it is not known
+  std::string name;                    ///< the box's serial number; "?" where it is not known
   std::vector<CoveragePart> recorded;  ///< by their starts
   std::vector<CoveragePart> planned;   ///< likewise
 };

@@ -14,9 +14,9 @@ namespace orvane {
 namespace {
 
 constexpr std::array<std::string_view, kSurveyColumns> kTitles = {
-    "Recording", "Findings",    "Kind",      "Box", "Site",      "Line",  "Method",
-    "Start",     "Length",      "Channels",  "Hz",  "Steps, Hz", "Records", "Bad",
-    "Saturated", "Table",       "Clock",     "Calibration", "Files"};
+    "Recording", "Findings", "Kind",     "Box",         "Site",      "Line",    "Method",
+    "Start",     "Length",   "Channels", "Hz",          "Steps, Hz", "Records", "Bad",
+    "Saturated", "Table",    "Clock",    "Calibration", "Files"};
 
 std::string UpperCase(std::string_view text) {
   std::string upper(text);
@@ -45,34 +45,9 @@ std::string LengthText(std::int64_t seconds) {
   return text;
 }
 
-std::string FrequenciesText(const SurveyRow& row) {
-  constexpr std::size_t kMost = 4;
-  std::string text;
-  for (std::size_t i = 0; i < std::min(row.frequencies.size(), kMost); ++i) {
-    text.append(text.empty() ? "" : ", ").append(FormatReal(row.frequencies[i], 6));
-  }
-  if (row.frequencies.size() > kMost) {
-    text.append(" and ").append(FormatInt(row.frequencies.size() - kMost)).append(" more");
-  }
-  return text;
-}
-
 std::string SaturatedText(const SurveyRow& row) {
   constexpr double kPercent = 100;
   return row.is_deep ? FormatReal(kPercent * row.SaturatedShare(), 3) + " %" : std::string();
-}
-
-std::string CalibrationText(const SurveyRow& row) {
-  std::string text;
-  for (const RowCalibration& calibration : row.calibrations) {
-    text.append(text.empty() ? "" : ", ").append(calibration.name);
-    if (!calibration.is_found) {
-      text.append(" missing");
-    } else if (calibration.age_days) {
-      text.append(" (").append(FormatInt(*calibration.age_days)).append(" d)");
-    }
-  }
-  return text;
 }
 
 std::string FilesText(const SurveyRow& row) {
@@ -148,7 +123,7 @@ std::string SurveyCell(const SurveyRow& row, SurveyColumn column) {
     case SurveyColumn::kRate:
       return row.rate > 0 ? FormatReal(row.rate, 7) : std::string();
     case SurveyColumn::kFrequencies:
-      return FrequenciesText(row);
+      return FrequencyText(row);
     case SurveyColumn::kRecords:
       return CountOf(row.records);
     case SurveyColumn::kBad:

@@ -106,6 +106,7 @@ class Pass {
     }
     auto row = MakeRow(files);
     if (row) {
+      row->place = tree_.folders[group.front()->folder];
       AddChecksums(group, &*row);
       if (row->IsRecording() && row->table) {
         row->calibrations = calibrations_.Of(tree_.folders[group.front()->folder], *row);

@@ -44,7 +44,8 @@ void CoverageView::SetCurrent(std::optional<std::size_t> row) {
 }
 
 QSize CoverageView::sizeHint() const {
-  const auto lanes = static_cast<int>(std::clamp<std::size_t>(coverage_.lanes.size(), 2, kMostLanes));
+  const auto lanes =
+      static_cast<int>(std::clamp<std::size_t>(coverage_.lanes.size(), 2, kMostLanes));
   return {480, (lanes + 1) * (fontMetrics().lineSpacing() + 2) + static_cast<int>(2 * kGap)};
 }
 
@@ -58,7 +59,8 @@ QRectF CoverageView::Area() const {
 
 QRectF CoverageView::LaneRect(std::size_t lane) const {
   const QRectF area = Area();
-  const double height = area.height() / static_cast<double>(std::max<std::size_t>(1, coverage_.lanes.size()));
+  const double height =
+      area.height() / static_cast<double>(std::max<std::size_t>(1, coverage_.lanes.size()));
   return {area.left(), area.top() + height * static_cast<double>(lane), area.width(), height};
 }
 
@@ -127,8 +129,8 @@ void CoverageView::paintEvent(QPaintEvent*) {
       PaintLane(lane, &painter);
     }
   }
-  painter.setPen(QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid),
-                      hasFocus() ? 2 : 1));
+  painter.setPen(
+      QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid), hasFocus() ? 2 : 1));
   painter.drawRect(Area());
 }
 
@@ -152,9 +154,9 @@ const CoveragePart* CoverageView::PartAt(const QPointF& at) const {
 
 QString CoverageView::TextAt(const QPointF& at) const {
   const CoveragePart* part = PartAt(at);
-  return part == nullptr ? QString()
-                         : Text(part->what + ", " + SurveyTime(part->start) + " to " +
-                                SurveyTime(part->end));
+  return part == nullptr
+             ? QString()
+             : Text(part->what + ", " + SurveyTime(part->start) + " to " + SurveyTime(part->end));
 }
 
 bool CoverageView::event(QEvent* event) {

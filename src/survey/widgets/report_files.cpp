@@ -69,8 +69,9 @@ Result<> SaveReport(const SurveyReport& report, const QString& path) {
   const bool is_pdf = path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive);
   const QByteArray bytes =
       is_pdf ? PdfOf(report) : QByteArray::fromStdString(SurveyReportPage(report));
-  return WriteFile(PathFromText(path),
-                   std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
+  return WriteFile(
+      PathFromText(path),
+      std::as_bytes(std::span(bytes.constData(), static_cast<std::size_t>(bytes.size()))));
 }
 
 void AskAndSaveReport(const SurveyReport& report, QWidget* parent) {
@@ -78,16 +79,16 @@ void AskAndSaveReport(const SurveyReport& report, QWidget* parent) {
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(QStringLiteral("html"));
   dialog.selectFile(QStringLiteral("survey.html"));
-  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
-    dialog.setDefaultSuffix(filter.contains(QStringLiteral("pdf")) ? QStringLiteral("pdf")
-                                                                   : QStringLiteral("html"));
-  });
+  QObject::connect(
+      &dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+        dialog.setDefaultSuffix(filter.contains(QStringLiteral("pdf")) ? QStringLiteral("pdf")
+                                                                       : QStringLiteral("html"));
+      });
   if (!dialog.ExecRemembering(QStringLiteral("Folders/Survey reports"))) {
     return;
   }
   if (const Result<> saved = SaveReport(report, dialog.Chosen()); !saved) {
-    QMessageBox::warning(parent, QStringLiteral("Orvane"),
-                         QString::fromStdString(saved.Message()));
+    QMessageBox::warning(parent, QStringLiteral("Orvane"), QString::fromStdString(saved.Message()));
   }
 }
 

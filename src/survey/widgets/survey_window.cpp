@@ -14,6 +14,7 @@
 #include <set>
 
 #include "check/widgets/severity_sign.h"
+#include "files/path_text.h"
 #include "survey/survey_index.h"
 #include "survey/survey_report.h"
 #include "survey/widgets/report_files.h"
@@ -25,10 +26,10 @@ namespace {
 const QString kState = QStringLiteral("Survey/Columns");
 const QString kGrouping = QStringLiteral("Survey/Grouping");
 const QString kGeometry = QStringLiteral("Survey/Window");
-constexpr int kLook = 100;            // ms between looks at what came
-constexpr int kPause = 1500;          // ms without a change before a folder is looked at again
+constexpr int kLook = 100;              // ms between looks at what came
+constexpr int kPause = 1500;            // ms without a change before a folder is looked at again
 constexpr std::size_t kMostRows = 400;  // taken at a time: a step of the window
-constexpr int kMostWatched = 1000;    // folders
+constexpr int kMostWatched = 1000;      // folders
 constexpr std::array<SurveyColumn, 6> kHiddenAtFirst = {
     SurveyColumn::kKind,  SurveyColumn::kFrequencies, SurveyColumn::kSaturated,
     SurveyColumn::kTable, SurveyColumn::kClock,       SurveyColumn::kFiles};
@@ -39,8 +40,12 @@ struct ConvertRow {
   std::array<FileType, 2> types;
 };
 constexpr std::array<ConvertRow, 8> kConvert = {{
-    {SurveyConversion::kRestack, "&Restack Waveforms...", {FileType::kWaveform, FileType::kWaveform}},
-    {SurveyConversion::kWaveformText, "&Waveforms To Text...", {FileType::kWaveform, FileType::kBand}},
+    {SurveyConversion::kRestack,
+     "&Restack Waveforms...",
+     {FileType::kWaveform, FileType::kWaveform}},
+    {SurveyConversion::kWaveformText,
+     "&Waveforms To Text...",
+     {FileType::kWaveform, FileType::kBand}},
     {SurveyConversion::kSpectra, "&Calibrated Spectra...", {FileType::kWaveform, FileType::kBand}},
     {SurveyConversion::kTimeDomainCsv,
      "&Time Domain Stack Results To CSV...",
@@ -68,7 +73,9 @@ QString Counted(std::size_t count, const char* one, const char* several) {
 }  // namespace
 
 CSurveyWindow::CSurveyWindow(QWidget* parent)
-    : QWidget(parent, Qt::Window), model_(new SurveyModel(this)), pictures_(new TracePictures(this)) {
+    : QWidget(parent, Qt::Window),
+      model_(new SurveyModel(this)),
+      pictures_(new TracePictures(this)) {
   setObjectName(QStringLiteral("survey-window"));
   setWindowTitle(QStringLiteral("Survey"));
   auto* layout = new QVBoxLayout(this);
@@ -87,7 +94,7 @@ CSurveyWindow::CSurveyWindow(QWidget* parent)
   model_->SetPictures([this](std::size_t row) -> QVariant {
     const SurveyRow& of = *model_->List().Rows()[row];
     const bool has_trace = of.IsRecording() && !of.files.empty();
-    return has_trace ? QVariant(pictures_->Of(row, PathOf(of, of.files.front()))) : QVariant();
+    return has_trace ? QVariant(pictures_->Of(row, FileOf(of, of.files.front()))) : QVariant();
   });
   timer_.setInterval(kLook);
   connect(&timer_, &QTimer::timeout, this, &CSurveyWindow::Look);
@@ -257,7 +264,7 @@ void CSurveyWindow::Start(bool is_again) {
   }
   SurveyOptions options;
   options.depth = deep_->isChecked() ? ScanDepth::kDeep : ScanDepth::kHeaders;
-  options.index = UsualIndexPath();
+  options.index = UsualIndexFile();
   scan_ = std::make_unique<SurveyScan>(folder_, std::move(options));
   timer_.start();
   ShowState();
@@ -319,7 +326,7 @@ void CSurveyWindow::Watch() {
   std::set<std::string> seen;
   for (const SharedRow& row : model_->List().Rows()) {
     if (folders.size() < kMostWatched && !row->files.empty()) {
-      const auto folder = PathOf(*row, row->files.front()).parent_path();
+      const auto folder = FileOf(*row, row->files.front()).parent_path();
       if (seen.insert(folder.string()).second) {
         folders << TextFromPath(folder);
       }
@@ -348,8 +355,7 @@ void CSurveyWindow::Arrange(const std::function<void(SurveyList*)>& change) {
       continue;
     }
     const QModelIndex index = model_->IndexOf(row);
-    list_->selectionModel()->select(index,
-                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    list_->selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
     if (rows[row]->name == current_name) {
       list_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
     }
@@ -401,11 +407,11 @@ void CSurveyWindow::ShowFindings() {
   sentences_->clear();
   for (const SurveyFinding& finding : findings_) {
     const QString where = finding.path.empty() ? Text(finding.box) : Text(finding.path);
-    auto* item = new QListWidgetItem(
-        SignOf(finding.severity),
-        where.isEmpty() ? Text(finding.sentence)
-                        : where + QStringLiteral(": ") + Text(finding.sentence),
-        sentences_);
+    auto* item =
+        new QListWidgetItem(SignOf(finding.severity),
+                            where.isEmpty() ? Text(finding.sentence)
+                                            : where + QStringLiteral(": ") + Text(finding.sentence),
+                            sentences_);
     item->setData(Qt::AccessibleTextRole,
                   WordOf(finding.severity) + QStringLiteral(": ") + item->text());
     item->setToolTip(item->text());
@@ -455,8 +461,8 @@ std::vector<std::size_t> CSurveyWindow::SelectedRows() const {
   return rows;
 }
 
-std::filesystem::path CSurveyWindow::PathOf(const SurveyRow& row, const RowFile& file) const {
-  return PathOfRowFile(folder_, row, file);
+std::filesystem::path CSurveyWindow::FileOf(const SurveyRow& row, const RowFile& file) const {
+  return folder_ / row.place / PathOf(file.name);
 }
 
 QStringList CSurveyWindow::FilesFor(SurveyConversion command) const {
@@ -466,7 +472,7 @@ QStringList CSurveyWindow::FilesFor(SurveyConversion command) const {
     const SurveyRow& row = *model_->List().Rows()[place];
     for (const RowFile& file : row.files) {
       if (std::find(types.begin(), types.end(), file.type) != types.end()) {
-        files << TextFromPath(PathOf(row, file));
+        files << TextFromPath(FileOf(row, file));
       }
     }
   }
@@ -478,7 +484,7 @@ void CSurveyWindow::OpenRow(const QModelIndex& index) {
   if (place) {
     const SurveyRow& row = *model_->List().Rows()[*place];
     if (!row.files.empty()) {
-      emit fileWanted(TextFromPath(PathOf(row, row.files.front())));
+      emit fileWanted(TextFromPath(FileOf(row, row.files.front())));
     }
   }
 }
@@ -493,7 +499,7 @@ void CSurveyWindow::ShowContextMenu(const QPoint& at) {
   const SharedRow row = model_->List().Rows()[*place];
   for (const RowFile& file : row->files) {
     if (file.type != FileType::kText && file.type != FileType::kSchedule) {
-      const QString path = TextFromPath(PathOf(*row, file));
+      const QString path = TextFromPath(FileOf(*row, file));
       menu.addAction(QStringLiteral("Open ") + Text(file.shown), this,
                      [this, path] { emit fileWanted(path); });
     }
@@ -504,9 +510,9 @@ void CSurveyWindow::ShowContextMenu(const QPoint& at) {
 }
 
 void CSurveyWindow::SaveReport() {
-  AskAndSaveReport({Text(folder_.filename().string()).toStdString(), model_->List().Rows(),
-                    findings_, notes_},
-                   this);
+  AskAndSaveReport(
+      {Text(folder_.filename().string()).toStdString(), model_->List().Rows(), findings_, notes_},
+      this);
 }
 
 void CSurveyWindow::closeEvent(QCloseEvent* event) {

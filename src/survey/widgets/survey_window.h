@@ -81,15 +81,15 @@ class CSurveyWindow : public QWidget {
   void OpenFinding();
   void Select(std::size_t row);
   std::vector<std::size_t> SelectedRows() const;
-  std::filesystem::path PathOf(const SurveyRow& row, const RowFile& file) const;
+  std::filesystem::path FileOf(const SurveyRow& row, const RowFile& file) const;
   QStringList FilesFor(SurveyConversion command) const;
   void ShowContextMenu(const QPoint& at);
   void SaveReport();
 
   std::filesystem::path folder_;
   std::unique_ptr<SurveyScan> scan_;
-  bool is_again_ = false;            // rows come when all are there
-  std::vector<SharedRow> coming_;    // of such a scan
+  bool is_again_ = false;          // rows come when all are there
+  std::vector<SharedRow> coming_;  // of such a scan
   std::vector<SurveyFinding> findings_;
   std::vector<ScanNote> notes_;
   QString end_note_;

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/widgets/survey_window.h"
+
+#include <cstdlib>
+
+#include "app/command_map.h"
+#include "support/frame_test.h"
+#include "support/modal.h"
+#include "survey/widgets/report_files.h"
+
+namespace orvane {
+namespace {
+
+using namespace testing;  // NOLINT: the builders
+
+class SurveyWindowTest : public FrameTest {
+ protected:
+  void SetUp() override {
+    QSettings().clear();
+    const std::string command = "\"" ORVANE_EXAMPLE_SURVEY "\" --evening \"" +
+                                (dir_ / "s").string() + "\" > \"" + (dir_ / "list").string() + "\"";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    doc_.OnNewDocument();
+    frame_.show();
+    EXPECT_FALSE(frame_.OpenAny(TextFromPath(dir_ / "s"))) << "no display of the main window";
+    window_ = frame_.findChild<CSurveyWindow*>();
+    ASSERT_NE(window_, nullptr);
+    ASSERT_TRUE(WaitForScan());
+  }
+  bool WaitForScan() {
+    return QTest::qWaitFor([this] { return !window_->IsScanning(); }, 30000);
+  }
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    return window_->findChild<Widget*>(QLatin1String(name));
+  }
+  QString State() { return Find<QLabel>("survey-state")->text(); }
+  // The first cell of each top row.
+  QStringList Tops() {
+    QStringList tops;
+    for (int row = 0; row < window_->Model().rowCount(); ++row) {
+      tops << window_->Model().index(row, 0).data().toString();
+    }
+    return tops;
+  }
+
+  CSurveyWindow* window_ = nullptr;
+};
+
+TEST_F(SurveyWindowTest, ListsGroupsAndFiltersByKeyboard) {
+  EXPECT_FALSE(window_->Findings().empty());
+  EXPECT_TRUE(State().contains(QStringLiteral("findings"))) << State().toStdString();
+  auto* list = Find<QTreeView>("recordings");
+  auto* grouping = Find<QComboBox>("survey-grouping");
+  QTest::keyClick(grouping, Qt::Key_Down);  // by box
+  const QStringList boxes = Tops();
+  EXPECT_GE(boxes.size(), 5);
+  EXPECT_TRUE(boxes.contains(QStringLiteral("1215: 5 rows")) ||
+              !boxes.filter(QStringLiteral("1215: ")).isEmpty())
+      << boxes.join(QLatin1Char('|')).toStdString();
+  QTest::keyClick(grouping, Qt::Key_Home);  // no groups
+  list->sortByColumn(static_cast<int>(SurveyColumn::kBad), Qt::DescendingOrder);
+  EXPECT_EQ(window_->Model().index(0, static_cast<int>(SurveyColumn::kBox)).data().toString(),
+            QStringLiteral("1207"));
+  auto* filter = Find<QLineEdit>("survey-filter");
+  QTest::keyClicks(filter, QStringLiteral("1207 tss"));
+  EXPECT_GT(window_->Model().rowCount(), 0);
+  for (int row = 0; row < window_->Model().rowCount(); ++row) {
+    EXPECT_TRUE(Tops()[row].contains(QStringLiteral("1207")));
+  }
+  // Return opens the file in the main window.
+  list->setFocus();
+  list->setCurrentIndex(window_->Model().index(0, 0));
+  QTest::keyClick(list, Qt::Key_Return);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return frame_.Display() != nullptr; }, 10000));
+}
+
+TEST_F(SurveyWindowTest, ShowsFindingsAndWhatBelongsToThem) {
+  auto* findings = Find<QListWidget>("survey-findings");
+  ASSERT_EQ(findings->count(), static_cast<int>(window_->Findings().size()));
+  for (int i = 0; i < findings->count(); ++i) {
+    const SurveyFinding& finding = window_->Findings()[static_cast<std::size_t>(i)];
+    if (finding.path.empty()) {
+      continue;
+    }
+    findings->setCurrentRow(i);
+    emit findings->itemActivated(findings->item(i));
+    const QModelIndex current = Find<QTreeView>("recordings")->currentIndex();
+    EXPECT_EQ(current.siblingAtColumn(0).data().toString().toStdString(), finding.path);
+    EXPECT_TRUE(current.siblingAtColumn(static_cast<int>(SurveyColumn::kFindings))
+                    .data(Qt::AccessibleTextRole)
+                    .toString()
+                    .contains(QString::fromStdString(finding.sentence)));
+  }
+  // The picture of what was recorded when goes from recording to recording.
+  auto* coverage = Find<CoverageView>("coverage");
+  EXPECT_TRUE(coverage->accessibleDescription().startsWith(QStringLiteral("5 boxes from ")))
+      << coverage->accessibleDescription().toStdString();
+  Find<QTreeView>("recordings")->setCurrentIndex({});
+  QTest::keyClick(coverage, Qt::Key_Right);
+  const auto name = [this] {
+    return Find<QTreeView>("recordings")->currentIndex().siblingAtColumn(0).data().toString();
+  };
+  const QString first = name();
+  QTest::keyClick(coverage, Qt::Key_Down);
+  EXPECT_NE(name(), first);
+  EXPECT_FALSE(name().isEmpty());
+}
+
+TEST_F(SurveyWindowTest, SeesNewFilesAndGivesTheSelectionToConversions) {
+  const auto count = [this] { return window_->Model().List().Rows().size(); };
+  const std::size_t before = count();
+  std::filesystem::path recording;
+  for (const SharedRow& row : window_->Model().List().Rows()) {
+    if (row->IsRecording()) {
+      recording = dir_ / "s" / row->place / row->files.front().name;
+    }
+  }
+  std::filesystem::copy_file(recording, recording.parent_path() / "9999.TSS");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return count() > before; }, 20000));
+  ASSERT_TRUE(WaitForScan());
+  auto* list = Find<QTreeView>("recordings");
+  list->selectAll();
+  QSignalSpy wanted(window_, &CSurveyWindow::conversionWanted);
+  auto* menu = Find<QToolButton>("survey-convert")->menu();
+  emit menu->aboutToShow();
+  ASSERT_TRUE(menu->actions().value(5)->isEnabled());
+  WithWindows({[](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); },
+               [](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); }},
+              [&] { menu->actions().value(5)->trigger(); });  // tables to text
+  ASSERT_EQ(wanted.size(), 1);
+  EXPECT_FALSE(wanted[0][1].toStringList().isEmpty());
+  EXPECT_TRUE(wanted[0][1].toStringList().filter(QStringLiteral(".TSS")).isEmpty());
+  const SurveyReport report = {"s", window_->Model().List().Rows(), window_->Findings(), {}};
+  EXPECT_TRUE(SaveReport(report, TextFromPath(dir_ / "r.pdf")));
+  EXPECT_EQ(ReadAll(dir_ / "r.pdf").substr(0, 5), "%PDF-");
+  EXPECT_TRUE(SaveReport(report, TextFromPath(dir_ / "r.html")));
+  EXPECT_FALSE(SaveReport(report, TextFromPath(dir_ / "none/r.html")));
+}
+
+}  // namespace
+}  // namespace orvane
