@@ -74,7 +74,8 @@ class Picture {
   }
 
   double At(std::int64_t time) const {
-    return kLeft + kWidth * static_cast<double>(time - first_) / static_cast<double>(last_ - first_);
+    return kLeft +
+           kWidth * static_cast<double>(time - first_) / static_cast<double>(last_ - first_);
   }
 
   void AddBar(const char* kind, std::int64_t start, std::int64_t end, double top, double height,

@@ -30,8 +30,8 @@ class Pass {
   /// need them.
   void ReadCalibrations() {
     for (const FoundFile& file : tree_.files) {
-      const bool is_one = file.type == FileType::kBoxCalibration ||
-                          file.type == FileType::kSensorCalibration;
+      const bool is_one =
+          file.type == FileType::kBoxCalibration || file.type == FileType::kSensorCalibration;
       if (is_one && !stop_) {
         calibrations_.Add(tree_.folders[file.folder], file.name, FactsOf(file, {}));
       }
@@ -80,9 +80,8 @@ class Pass {
     const bool has_samples = file.type == FileType::kWaveform || file.type == FileType::kBand ||
                              file.type == FileType::kStackedWaveform;
     const bool is_deep_enough = !reading_.is_deep || !has_samples || facts.is_deep != 0;
-    const bool has_size =
-        file.type != FileType::kWaveform || !size ||
-        facts.header_size == static_cast<std::int32_t>(BytesIn(*size));
+    const bool has_size = file.type != FileType::kWaveform || !size ||
+                          facts.header_size == static_cast<std::int32_t>(BytesIn(*size));
     return is_deep_enough && has_size;
   }
 

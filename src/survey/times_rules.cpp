@@ -106,9 +106,8 @@ void LookAtStarts(SurveyRows rows, const SurveyTeller& tell) {
 bool Recorded(const ByBox& boxes, std::int32_t box, std::int64_t start, std::int64_t end) {
   const auto place = boxes.find(box);
   return place != boxes.end() &&
-         std::any_of(place->second.begin(), place->second.end(), [&](const SurveyRow* row) {
-           return row->start <= end && row->end >= start;
-         });
+         std::any_of(place->second.begin(), place->second.end(),
+                     [&](const SurveyRow* row) { return row->start <= end && row->end >= start; });
 }
 
 void LookAtSpreads(SurveyRows rows, const SurveyTeller& tell) {
@@ -138,14 +137,17 @@ void LookAtSpreads(SurveyRows rows, const SurveyTeller& tell) {
 
 constexpr auto kRules = std::to_array<SurveyRule>({
     {"recording-gap", Severity::kWarning,
-     "a box recorded nothing for more than a minute between two recordings, both in the plan of the later one",
+     "a box recorded nothing for more than a minute between two recordings, both in the plan of "
+     "the later one",
      LookAtGaps},
     {"recording-overlap", Severity::kWarning,
      "two recordings of one box have times in common: a copy, or a wrong clock", LookAtOverlaps},
     {"start-late", Severity::kWarning,
-     "the first recording of a box in a plan begins more than a minute after the plan does", LookAtStarts},
+     "the first recording of a box in a plan begins more than a minute after the plan does",
+     LookAtStarts},
     {"box-silent", Severity::kWarning,
-     "an auxiliary box with channels in the table of a recording has none of its own in that plan (else in the time of the recording)",
+     "an auxiliary box with channels in the table of a recording has none of its own in that plan "
+     "(else in the time of the recording)",
      LookAtSpreads},
 });
 
