@@ -36,10 +36,13 @@ double SecondsOf(const auto& work) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-std::vector<std::byte> Waveform(int number) {
-  std::vector<std::byte> file;
+constexpr long kStep = 252 + long{kScans} * kChannels * 3;
+
+// Headers with holes for samples, or disks would be full.
+void WriteWaveform(const std::filesystem::path& path, int number) {
   const std::uint32_t start =
       orvane::ParamTimeToSeconds(orvane::ParseParamTime("2026/11/01 07:00:00"));
+  std::FILE* const file = std::fopen(path.c_str(), "wb");
   for (int record = 0; record < kRecords; ++record) {
     orvane::TsHeader header;
     header.time =
@@ -50,14 +53,14 @@ std::vector<std::byte> Waveform(int number) {
     header.sample_width = 3;
     header.rate = std::uint16_t{60};
     header.frequency = 4;
-    const auto bytes = orvane::BytesOf(header);
-    file.insert(file.end(), bytes.begin(), bytes.end());
-    file.resize(file.size() + std::size_t{kScans} * kChannels * 3);
+    std::fseek(file, kStep * record, SEEK_SET);
+    std::fwrite(&header, 1, sizeof header, file);
   }
-  return file;
+  std::fclose(file);
+  std::filesystem::resize_file(path, std::uint64_t{kRecords} * kStep);
 }
 
-// Half of the files are tables. Waveforms have holes for samples, or disks would be full.
+// Half of the files are tables.
 void WriteFiles(const std::filesystem::path& root, int files) {
   orvane::ParamTable table;
   if (table.BuildParamIndex() != orvane::kOk) {
@@ -69,21 +72,10 @@ void WriteFiles(const std::filesystem::path& root, int files) {
     const std::string name = std::to_string(number);
     orvane::PutInt(&table, "SNUM", 1200 + number % 5);
     const auto image = orvane::TblImage(table, {});
-    const auto write = [](const std::filesystem::path& path, const std::vector<std::byte>& bytes) {
-      std::FILE* const file = std::fopen(path.c_str(), "wb");
-      std::fwrite(bytes.data(), 1, bytes.size(), file);
-      std::fclose(file);
-    };
-    write(folder / (name + ".TBL"), image);
-    const std::vector<std::byte> waveform = Waveform(number);
-    std::FILE* const file = std::fopen((folder / (name + ".TSS")).c_str(), "wb");
-    const std::size_t step = waveform.size() / kRecords;
-    for (int record = 0; record < kRecords; ++record) {
-      std::fseek(file, static_cast<long>(step) * record, SEEK_SET);
-      std::fwrite(waveform.data() + step * static_cast<std::size_t>(record), 1, 252, file);
-    }
+    std::FILE* const file = std::fopen((folder / (name + ".TBL")).c_str(), "wb");
+    std::fwrite(image.data(), 1, image.size(), file);
     std::fclose(file);
-    std::filesystem::resize_file(folder / (name + ".TSS"), waveform.size());
+    WriteWaveform(folder / (name + ".TSS"), number);
   }
 }
 
@@ -106,9 +98,8 @@ void ReadPlainly(const std::filesystem::path& root) {
     }
     const bool is_table = path.extension() == ".TBL";
     const std::size_t size = is_table ? bytes.size() : 252;
-    const std::uint64_t step = 252 + std::uint64_t{kScans} * kChannels * 3;
     for (int record = 0; record < (is_table ? 1 : kRecords); ++record) {
-      file.ReadAt(step * static_cast<std::uint64_t>(record), std::span(bytes).first(size));
+      file.ReadAt(static_cast<std::uint64_t>(kStep * record), std::span(bytes).first(size));
     }
   }
 }

@@ -72,7 +72,9 @@ class Page {
       if (row->IsRecording()) {
         ++recordings;
         boxes.insert(row->box);
-        sites.insert(row->table ? row->table->site : std::string());
+        if (row->table && !row->table->site.empty()) {
+          sites.insert(row->table->site);
+        }
         first = first == 0 || (row->start > 0 && row->start < first) ? row->start : first;
         last = std::max(last, row->end);
       }
@@ -93,7 +95,7 @@ class Page {
       text_.append(
           "<p><span class=\"key done\"></span>recorded<span class=\"key bad\"></span>"
           "share of bad records<span class=\"key plan\"></span>planned by the table, "
-          "nothing recorded</p>\n");
+          "nothing recorded; hours without either are left out</p>\n");
     }
   }
 
