@@ -31,6 +31,7 @@ struct ScanOptions {
   std::string format = "tsv";
   std::string since;
   bool is_deep = false;
+  bool has_checksums = false;
   bool has_no_index = false;
   bool lists_rules = false;
 };
@@ -185,6 +186,7 @@ bool Scan(const ScanOptions& options, std::int64_t since, Scanned* scanned) {
   const InterruptWatch watch;
   SurveyOptions asked;
   asked.depth = options.is_deep ? ScanDepth::kDeep : ScanDepth::kHeaders;
+  asked.has_checksums = options.has_checksums;
   asked.calibrations = options.calibrations;
   asked.index = options.has_no_index ? std::filesystem::path() : UsualIndexFile();
   asked.since = since;
@@ -275,7 +277,9 @@ void AddSurveyCommands(CLI::App* app, ExitCode* exit_code) {
       "List what was recorded and what is wrong; exit code 1 where there is more than hints");
   AddPath(scan, "DIR", &options->folder, "folder of the survey, with all below it")
       ->check(NotEmpty());
-  scan->add_flag("--deep", options->is_deep, "look at samples too, and make checksums (SHA-256)");
+  scan->add_flag("--deep", options->is_deep, "look at samples too");
+  scan->add_flag("--checksums", options->has_checksums,
+                 "make a checksum (SHA-256) of each file, for json and html");
   scan->add_option("--format", options->format, "tsv (default); json; html: a page to print")
       ->check(CLI::IsMember({"tsv", "json", "html"}));
   AddPath(scan, "--out", &options->out, "file to write, outside the survey; else standard output")

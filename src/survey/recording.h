@@ -40,7 +40,7 @@ struct RowFile {
   std::string name;   ///< its bytes
   std::string shown;  ///< printable
   FileInfo info;
-  std::string sha256;  ///< after a deep scan, in hexadecimal
+  std::string sha256;  ///< where it was asked for, in hexadecimal
 };
 
 enum class TableState : std::uint8_t { kNotNeeded, kThere, kMissing, kUnreadable, kNewer };

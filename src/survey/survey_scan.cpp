@@ -62,6 +62,10 @@ class Pass {
     }
     const std::filesystem::path path = tree_.PathOfFile(file);
     if (index_.Find(path, file.info, &facts) && IsEnough(file, facts, size)) {
+      if (!reading_.is_deep && !options_.shows_known_samples) {
+        facts.samples.clear();  // the same result with and without an index
+        facts.is_deep = 0;
+      }
       return facts;
     }
     ReadingOptions reading = reading_;
@@ -114,7 +118,7 @@ class Pass {
   }
 
   void AddChecksums(const std::vector<const FoundFile*>& group, SurveyRow* row) {
-    if (!reading_.is_deep) {
+    if (!options_.has_checksums) {
       return;
     }
     for (RowFile& file : row->files) {

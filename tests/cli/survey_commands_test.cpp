@@ -45,7 +45,7 @@ TEST_F(SurveyCommands, ListsRowsFindingsAndNotes) {
             "finding\twarning\tcalibration-missing\t2417\tday/1.TSS\t"
             "The calibration 2417.CLB is missing\n");
   for (const char* format : {"tsv", "json", "html"}) {
-    for (const char* more : {"", " --no-index", " --deep"}) {
+    for (const char* more : {"", " --no-index", " --deep", " --checksums"}) {
       const Outcome one = Scan(std::string("s --format ").append(format).append(more));
       EXPECT_EQ(one.exit_code, 1);
       EXPECT_EQ(one.out, Scan(std::string("s --format ").append(format).append(more)).out);
@@ -55,7 +55,7 @@ TEST_F(SurveyCommands, ListsRowsFindingsAndNotes) {
       }
       const bool has_sum = one.out.find("SHA-256") != std::string::npos ||
                            one.out.find("sha256") != std::string::npos;
-      EXPECT_EQ(has_sum, std::string(more) == " --deep" && std::string(format) != "tsv");
+      EXPECT_EQ(has_sum, std::string(more) == " --checksums" && std::string(format) != "tsv");
     }
   }
   EXPECT_EQ(Scan("s --since '2010/01/01 00:00:00'").exit_code, 0);
