@@ -19,11 +19,11 @@ class SurveyCommands : public ::testing::Test {
     const auto text = [](const char* key, const char* value) {
       return RecordV2(key, kMaskAnyMode, StrPT, value);
     };
-    WriteAll(dir_ / "s/day/1.TBL", HeaderV2() + text("SITE", "S\t1") + text("VER", "5.0") +
-                                       text("PPPPSWD", "wintergreen") +
-                                       text("PPPNAME", "nightowl") + text("PHNE", "5550100") +
-                                       text("EKEY", "k3yk3y") +
-                                       RecordV2("SNUM", kMaskAnyMode, IntPT, IntBytes(2417)));
+    WriteAll(dir_ / "s/day/1.TBL",
+             HeaderV2() + text("HW", "main6") + RecordV2("TECH", kMaskAnyMode, IntPT, IntBytes(5)) +
+                 text("SITE", "S\t1") + text("VER", "5.0") + text("PPPPSWD", "wintergreen") +
+                 text("PPPNAME", "nightowl") + text("PHNE", "5550100") + text("EKEY", "k3yk3y") +
+                 RecordV2("SNUM", kMaskAnyMode, IntPT, IntBytes(2417)));
     WriteAll(dir_ / "s/day/1.TSS", TsBytes{.samples = {1, 2, 3}}.Bytes());
   }
   Outcome Scan(const std::string& arguments) const {
