@@ -40,7 +40,8 @@ void FuzzSurvey(Bytes input) {
     const std::string name =
         std::string("survey/").append(kNames[TakeByte(&input) % kNames.size()]);
     const std::size_t low = TakeByte(&input);
-    const std::size_t size = std::min(low | TakeByte(&input) << 8U, input.size());
+    const std::size_t told = low | TakeByte(&input) << 8U;
+    const std::size_t size = std::min(told, input.size());
     PutFile(name, input.first(size));
     input = input.subspan(size);
   }
