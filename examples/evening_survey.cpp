@@ -148,8 +148,7 @@ std::vector<std::byte> Waveform(const Recording& recording) {
     file.insert(file.end(), bytes.begin(), bytes.end());
     for (int scan = 0; scan < kScans; ++scan) {
       for (int channel = 1; channel <= kChannels; ++channel) {
-        const auto sample =
-            static_cast<std::uint32_t>(SampleOf(recording, channel, scan, &random));
+        const auto sample = static_cast<std::uint32_t>(SampleOf(recording, channel, scan, &random));
         for (const unsigned shift : {0U, 8U, 16U}) {
           file.push_back(static_cast<std::byte>(sample >> shift));
         }

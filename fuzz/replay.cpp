@@ -40,6 +40,8 @@ constexpr auto kTargets = std::to_array<Target>({
     {"assignment", FuzzAssignment, 128, 1000},
     {"value-lines", FuzzValueLines, 1024, 1000},
     {"check", FuzzCheck, 2048, 1000},
+    {"survey", FuzzSurvey, 4096, 100},
+    {"survey-facts", FuzzSurveyFacts, 1024, 1000},
 #ifdef ORVANE_FUZZ_ARCHIVE
     {"archive", FuzzArchive, 4096, 1000},
     {"grid-text", FuzzGridText, 512, 1000},

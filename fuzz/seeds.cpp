@@ -74,6 +74,11 @@ void PutWaveform(const std::filesystem::path& path, Seeds* seeds) {
                              static_cast<char>(companion.size() % 256),
                              static_cast<char>(companion.size() / 256)};
   seeds->Put("time-series", front + companion + bytes);
+  // One file of a survey.
+  const std::string part = bytes.substr(0, 1500);
+  const std::string size =
+      std::string(1, static_cast<char>(part.size() & 0xFFU)) + static_cast<char>(part.size() >> 8U);
+  seeds->Put("survey", (is_band ? '\2' : '\1') + size + part);
   seeds->Put("decay", std::string("\2\1\x10\0", 4) + bytes.substr(0, 2000));
   seeds->Put("decay", std::string("\1\4\1\x68", 4) + bytes.substr(0, 2000));
   seeds->Put("restack", '\0' + bytes.substr(0, 2000));

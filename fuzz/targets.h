@@ -36,6 +36,11 @@ void FuzzStackView(Bytes input);
 /// Decays of a waveform, its points in the frequency domain, and its first trace folded, measured
 /// and filtered. First method, waveform and windows of its table, then a byte of choices.
 void FuzzDecay(Bytes input);
+/// A survey of a few files: scanned deep, its rows, findings and page. Each file is a byte that
+/// chooses its name, two bytes of its size, and its bytes.
+void FuzzSurvey(Bytes input);
+/// What an index holds of a file.
+void FuzzSurveyFacts(Bytes input);
 /// A calibration without its front-end model: read, as text.
 void FuzzCalibration(Bytes input);
 /// A calibration shown with its model and itself as reference.

@@ -36,7 +36,7 @@ make_programs() {
     -DQT_CHAINLOAD_TOOLCHAIN_FILE="$TREE/cmake/mingw.cmake" \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
     -DORVANE_SVG=OFF -DORVANE_SVG_WRITER="$qt/svg" -DORVANE_QCUSTOMPLOT="$qt/qcustomplot" \
-    -DORVANE_FFTW="$qt/fftw" \
+    -DORVANE_FFTW="$qt/fftw" -DORVANE_SQLITE=OFF \
     -DORVANE_CLI11="$WORK/headers" -DORVANE_JSON="$WORK/headers" -DORVANE_GTEST=/usr/src/googletest -DORVANE_BENCH=OFF \
     -DBUILD_GMOCK=OFF -DINSTALL_GTEST=OFF --log-level=WARNING >"$WORK/configure.log" 2>&1 ||
     fail "see $WORK/configure.log"

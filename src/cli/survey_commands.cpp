@@ -31,6 +31,7 @@ struct ScanOptions {
   std::string format = "tsv";
   std::string since;
   bool is_deep = false;
+  bool has_checksums = false;
   bool has_no_index = false;
   bool lists_rules = false;
 };
@@ -110,9 +111,12 @@ std::string TsvOf(const Scanned& scanned) {
     text.append("\t").append(name);
   }
   text.append("\n");
-  AddLines("row", scanned.rows, [](const SharedRow& row) { return ColumnsOf(*row); }, &text);
-  AddLines("finding", scanned.findings, [](const auto& one) { return ColumnsOf(one); }, &text);
-  AddLines("note", scanned.notes, [](const auto& one) { return ColumnsOf(one); }, &text);
+  AddLines(
+      "row", scanned.rows, [](const SharedRow& row) { return ColumnsOf(*row); }, &text);
+  AddLines(
+      "finding", scanned.findings, [](const auto& one) { return ColumnsOf(one); }, &text);
+  AddLines(
+      "note", scanned.notes, [](const auto& one) { return ColumnsOf(one); }, &text);
   return text;
 }
 
@@ -182,6 +186,7 @@ bool Scan(const ScanOptions& options, std::int64_t since, Scanned* scanned) {
   const InterruptWatch watch;
   SurveyOptions asked;
   asked.depth = options.is_deep ? ScanDepth::kDeep : ScanDepth::kHeaders;
+  asked.has_checksums = options.has_checksums;
   asked.calibrations = options.calibrations;
   asked.index = options.has_no_index ? std::filesystem::path() : UsualIndexFile();
   asked.since = since;
@@ -255,9 +260,9 @@ ExitCode RunScan(const ScanOptions& options) {
   if (!Scan(options, seconds, &scanned) || !Put(options, TextOf(options, scanned))) {
     return kSomeFailed;
   }
-  const bool is_more = std::any_of(
-      scanned.findings.begin(), scanned.findings.end(),
-      [](const SurveyFinding& finding) { return finding.severity != Severity::kHint; });
+  const bool is_more =
+      std::any_of(scanned.findings.begin(), scanned.findings.end(),
+                  [](const SurveyFinding& finding) { return finding.severity != Severity::kHint; });
   return is_more || !scanned.notes.empty() ? kSomeFailed : kAllDone;
 }
 
@@ -268,9 +273,13 @@ void AddSurveyCommands(CLI::App* app, ExitCode* exit_code) {
   survey->require_subcommand(1);
   const auto options = std::make_shared<ScanOptions>();
   CLI::App* scan = survey->add_subcommand(
-      "scan", "List what was recorded and what is wrong; exit code 1 where there is more than hints");
-  AddPath(scan, "DIR", &options->folder, "folder of the survey, with all below it")->check(NotEmpty());
-  scan->add_flag("--deep", options->is_deep, "look at samples too, and make checksums (SHA-256)");
+      "scan",
+      "List what was recorded and what is wrong; exit code 1 where there is more than hints");
+  AddPath(scan, "DIR", &options->folder, "folder of the survey, with all below it")
+      ->check(NotEmpty());
+  scan->add_flag("--deep", options->is_deep, "look at samples too");
+  scan->add_flag("--checksums", options->has_checksums,
+                 "make a checksum (SHA-256) of each file, for json and html");
   scan->add_option("--format", options->format, "tsv (default); json; html: a page to print")
       ->check(CLI::IsMember({"tsv", "json", "html"}));
   AddPath(scan, "--out", &options->out, "file to write, outside the survey; else standard output")

@@ -16,6 +16,12 @@ constexpr double kLane = 24;
 constexpr double kTop = 22;
 constexpr std::int64_t kDay = 86400;
 
+struct Stretch {
+  std::int64_t start = 0;
+  std::int64_t end = 0;
+  double left = 0;
+};
+
 struct Lane {
   std::set<std::pair<std::int64_t, std::int64_t>> plans;
   std::vector<const SurveyRow*> recordings;
@@ -30,7 +36,6 @@ class Picture {
       if (row->IsRecording() && row->start > 0) {
         Lane& lane = lanes_[row->box];
         lane.recordings.push_back(row.get());
-        Widen(row->start, row->end);
         AddPlan(*row, &lane);
       }
     }
@@ -40,11 +45,11 @@ class Picture {
     if (lanes_.empty()) {
       return {};
     }
-    last_ = std::max(last_, first_ + 60);
+    FindStretches();
     const double height = kTop + kLane * static_cast<double>(lanes_.size()) + 8;
     text_.append("<svg role=\"img\" viewBox=\"0 0 980 ").append(Number(height));
     text_.append("\" aria-label=\"When each box recorded\">\n");
-    AddDays(height);
+    AddTimes(height);
     double top = kTop;
     for (auto& [box, lane] : lanes_) {
       AddLane(box, lane, top);
@@ -54,11 +59,6 @@ class Picture {
   }
 
  private:
-  void Widen(std::int64_t start, std::int64_t end) {
-    first_ = first_ == 0 ? start : std::min(first_, start);
-    last_ = std::max(last_, end);
-  }
-
   // Boxes that a table names have a line too, which shows what they did not record.
   void AddPlan(const SurveyRow& row, Lane* lane) {
     const TableFacts* const table = row.table.get();
@@ -67,14 +67,49 @@ class Picture {
     }
     const std::pair plan(table->plan_start, table->plan_end);
     lane->plans.insert(plan);
-    Widen(plan.first, plan.second);
     for (const PlannedBox& box : table->boxes) {
       lanes_[box.serial].plans.insert(plan);
     }
   }
 
+  // Stretches of time in which something was planned or recorded, with those between them, nights
+  // mostly, left out.
+  void FindStretches() {
+    constexpr std::int64_t kLeastBreak = 3600;
+    std::vector<std::pair<std::int64_t, std::int64_t>> spans;
+    for (const auto& [box, lane] : lanes_) {
+      spans.insert(spans.end(), lane.plans.begin(), lane.plans.end());
+      for (const SurveyRow* row : lane.recordings) {
+        spans.emplace_back(row->start, std::max(row->end, row->start + 1));
+      }
+    }
+    std::sort(spans.begin(), spans.end());
+    for (const auto& [start, end] : spans) {
+      if (stretches_.empty() || start - stretches_.back().end > kLeastBreak) {
+        stretches_.push_back({start, end, 0});
+      }
+      stretches_.back().end = std::max(stretches_.back().end, end);
+    }
+    double seconds = 0;
+    for (const Stretch& stretch : stretches_) {
+      seconds += static_cast<double>(stretch.end - stretch.start);
+    }
+    const double breaks = static_cast<double>(stretches_.size() - 1);
+    const double between = breaks == 0 ? 0 : std::min(14.0, 0.3 * kWidth / breaks);
+    scale_ = (kWidth - breaks * between) / seconds;
+    double left = kLeft;
+    for (Stretch& stretch : stretches_) {
+      stretch.left = left;
+      left += static_cast<double>(stretch.end - stretch.start) * scale_ + between;
+    }
+  }
+
   double At(std::int64_t time) const {
-    return kLeft + kWidth * static_cast<double>(time - first_) / static_cast<double>(last_ - first_);
+    const auto after =
+        std::upper_bound(stretches_.begin(), stretches_.end(), time,
+                         [](std::int64_t at, const Stretch& one) { return at < one.start; });
+    const Stretch& stretch = after == stretches_.begin() ? *after : *(after - 1);
+    return stretch.left + static_cast<double>(time - stretch.start) * scale_;
   }
 
   void AddBar(const char* kind, std::int64_t start, std::int64_t end, double top, double height,
@@ -88,18 +123,23 @@ class Picture {
     text_.append(title.empty() ? "" : "</title></rect>\n");
   }
 
-  void AddDays(double height) {
-    constexpr std::int64_t kMostDays = 60;
-    const std::int64_t days = (last_ - first_) / kDay + 1;
-    const std::int64_t step = kDay * (1 + days / kMostDays);
-    const std::int64_t labelled = step * (1 + (last_ - first_) / step / 10);
-    for (std::int64_t day = (first_ + kDay - 1) / kDay * kDay; day <= last_; day += step) {
-      const std::string x = Number(At(day));
-      text_.append("<path class=\"day\" d=\"M").append(x).append(" 16V").append(Number(height));
-      text_.append("\"/>\n");
-      if (day % labelled == 0 || step == labelled) {
-        text_.append("<text x=\"").append(x).append("\" y=\"12\">");
-        text_.append(SurveyTime(day).substr(0, 10)).append("</text>\n");
+  // A line where each stretch begins and at each midnight, with as many times as there is room for.
+  void AddTimes(double height) {
+    constexpr double kLabel = 105;
+    constexpr std::size_t kMostLines = 500;
+    double labelled_to = 0;
+    std::size_t lines = 0;
+    for (const Stretch& stretch : stretches_) {
+      for (std::int64_t time = stretch.start; time < stretch.end && lines < kMostLines;
+           time = (time / kDay + 1) * kDay, ++lines) {
+        const double x = At(time);
+        text_.append("<path class=\"day\" d=\"M").append(Number(x)).append(" 16V");
+        text_.append(Number(height)).append("\"/>\n");
+        if (x >= labelled_to && x + kLabel < kLeft + kWidth + kLabel / 2) {
+          text_.append("<text x=\"").append(Number(x)).append("\" y=\"12\">");
+          text_.append(SurveyTime(time).substr(0, 16)).append("</text>\n");
+          labelled_to = x + kLabel;
+        }
       }
     }
   }
@@ -135,8 +175,8 @@ class Picture {
   }
 
   std::map<std::int32_t, Lane> lanes_;
-  std::int64_t first_ = 0;
-  std::int64_t last_ = 0;
+  std::vector<Stretch> stretches_;  // in their order
+  double scale_ = 0;                // pixels for a second
   std::string text_;
 };
 

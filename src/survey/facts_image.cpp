@@ -88,7 +88,8 @@ class Reading {
 template <typename Io, typename Table>
 void TableFields(Io& io, Table& table) {
   io(table.version), io(table.firmware), io(table.is_old), io(table.serial), io(table.method);
-  io(table.hardware), io(table.line), io(table.site), io(table.counted), io(table.plan_start), io(table.plan_end);
+  io(table.hardware), io(table.line), io(table.site), io(table.counted), io(table.plan_start),
+      io(table.plan_end);
   io(table.has_status), io(table.clock), io(table.disk);
   io.Count(table.boxes);
   for (auto& box : table.boxes) {
@@ -112,7 +113,8 @@ void Fields(Io& io, Facts& facts) {
   }
   io.Count(facts.samples);
   for (auto& channel : facts.samples) {
-    io(channel.samples), io(channel.saturated), io(channel.least), io(channel.most), io(channel.sum);
+    io(channel.samples), io(channel.saturated), io(channel.least), io(channel.most),
+        io(channel.sum);
   }
   io.Presence(facts.table);
   if (facts.table) {

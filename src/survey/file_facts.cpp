@@ -73,8 +73,8 @@ void NoteSamples(const RecordStats& stats, bool is_band, FileFacts* facts) {
     to.most = to.samples == 0 ? from.Max() : std::max(to.most, from.Max());
     to.samples += from.count;
     to.saturated += from.saturated;
-    for (const std::int64_t number : {std::int64_t{from.Min()}, std::int64_t{from.Max()}, from.sum,
-                                      from.squares}) {
+    for (const std::int64_t number :
+         {std::int64_t{from.Min()}, std::int64_t{from.Max()}, from.sum, from.squares}) {
       to.sum = Checksum(BytesOf(Le<std::int64_t>(number)), to.sum);
     }
   }
@@ -88,8 +88,8 @@ void NoteEnd(const TsWalker& walker, std::uint64_t next, FileFacts* facts) {
   }
 }
 
-void ReadSeries(TsHeaderSize size,
-                const ReadingOptions& options, const RandomFile& file, FileFacts* facts) {
+void ReadSeries(TsHeaderSize size, const ReadingOptions& options, const RandomFile& file,
+                FileFacts* facts) {
   const bool is_band = size == TsHeaderSize::kBand;
   facts->header_size = static_cast<std::int32_t>(BytesIn(size));
   TsWalker walker(&file, size);
@@ -112,8 +112,8 @@ void ReadSeries(TsHeaderSize size,
   }
 }
 
-void ReadSeriesFile(FileType type, const std::filesystem::path& path,
-                    const ReadingOptions& options, FileFacts* facts) {
+void ReadSeriesFile(FileType type, const std::filesystem::path& path, const ReadingOptions& options,
+                    FileFacts* facts) {
   RandomFile file;
   if (const Result<> opened = file.Open(path); !opened) {
     facts->failure = PrintableUtf8(opened.Message());
@@ -205,8 +205,7 @@ void ReadTable(const std::filesystem::path& path, FileFacts* facts) {
   facts->serial = table.serial;
 }
 
-void ReadStack(const std::filesystem::path& path, const ReadingOptions& options,
-               FileFacts* facts) {
+void ReadStack(const std::filesystem::path& path, const ReadingOptions& options, FileFacts* facts) {
   StackReader reader;
   const Result<> opened = reader.Open(path);
   StackRecord record;

@@ -64,21 +64,21 @@ struct ChannelFacts {
 
 /// What a file says.
 struct FileFacts {
-  std::string failure;          ///< why it could not be read, or not to its end; printable
-  std::uint8_t is_cut = 0;      ///< ends within a record
-  std::int32_t serial = 0;      ///< of records' headers or of a calibration's
-  std::int64_t start = 0;       ///< seconds since 1970; 0: not known
-  std::int64_t end = 0;         ///< of the last scan
-  std::int32_t channels = 0;    ///< most of a record
-  double rate = 0;              ///< Hz, the highest
+  std::string failure;              ///< why it could not be read, or not to its end; printable
+  std::uint8_t is_cut = 0;          ///< ends within a record
+  std::int32_t serial = 0;          ///< of records' headers or of a calibration's
+  std::int64_t start = 0;           ///< seconds since 1970; 0: not known
+  std::int64_t end = 0;             ///< of the last scan
+  std::int32_t channels = 0;        ///< most of a record
+  double rate = 0;                  ///< Hz, the highest
   std::vector<double> frequencies;  ///< Hz, each once, ascending; the first 64 met
   std::uint64_t records = 0;
   std::uint64_t bad = 0;
   std::int32_t header_size = 0;  ///< as records were read
   std::int32_t kind = 0;         ///< of a calibration, a `CalKind`
   std::optional<TableFacts> table;
-  std::uint8_t is_deep = 0;            ///< samples were looked at
-  std::vector<ChannelFacts> samples;   ///< then; by channel
+  std::uint8_t is_deep = 0;           ///< samples were looked at
+  std::vector<ChannelFacts> samples;  ///< then; by channel
 };
 
 /// As bytes, to be kept, and back. False where they are not those of this program's version.

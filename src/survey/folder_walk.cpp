@@ -88,7 +88,8 @@ class Walk {
   bool IsFull() {
     const bool is_full = tree_.files.size() + tree_.folders.size() >= kMostSurveyFiles;
     if (is_full && !was_full_) {
-      Note({}, "more than " + FormatInt(kMostSurveyFiles) + " files and folders: the rest is left out");
+      Note({},
+           "more than " + FormatInt(kMostSurveyFiles) + " files and folders: the rest is left out");
     }
     was_full_ = was_full_ || is_full;
     return is_full;

@@ -45,10 +45,11 @@ void LookAtSaturated(SurveyRows rows, const SurveyTeller& tell) {
       }
     }
     if (row->IsRecording() && !channels.empty()) {
-      tell(*row, ChannelsText(channels)
-                     .append(channels.size() == 1 ? " is saturated, in " : " are saturated, in up to ")
-                     .append(Percent(row->SaturatedShare()))
-                     .append(" of their samples"));
+      tell(*row,
+           ChannelsText(channels)
+               .append(channels.size() == 1 ? " is saturated, in " : " are saturated, in up to ")
+               .append(Percent(row->SaturatedShare()))
+               .append(channels.size() == 1 ? " of its samples" : " of their samples"));
     }
   }
 }
@@ -75,13 +76,15 @@ void LookAtEqual(SurveyRows rows, const SurveyTeller& tell) {
 }
 
 constexpr auto kRules = std::to_array<SurveyRule>({
-    {"records-bad", Severity::kWarning, "more than 5 % of the records of a recording are bad", LookAtBad},
+    {"records-bad", Severity::kWarning, "more than 5 % of the records of a recording are bad",
+     LookAtBad},
     {"samples-saturated", Severity::kWarning,
-     "more than 0.1 % of the samples of a channel are saturated, bad records left out", LookAtSaturated,
-     true},
+     "more than 0.1 % of the samples of a channel are saturated, bad records left out",
+     LookAtSaturated, true},
     {"channel-dead", Severity::kWarning, "all samples of a channel are the same", LookAtDead, true},
     {"channels-equal", Severity::kWarning,
-     "two channels have the same least, greatest and sums in every record: one wire, or a wrong setting",
+     "two channels have the same least, greatest and sums in every record: one wire, or a wrong "
+     "setting",
      LookAtEqual, true},
 });
 

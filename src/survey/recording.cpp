@@ -139,8 +139,8 @@ void AddFile(const FactedFile& file, SurveyRow* row) {
 }
 
 int OrderOf(const FoundFile& file) {
-  const auto* const place = std::find_if(
-      kOrder.begin(), kOrder.end(), [&](const auto& pair) { return pair.first == file.type; });
+  const auto* const place = std::find_if(kOrder.begin(), kOrder.end(),
+                                         [&](const auto& pair) { return pair.first == file.type; });
   return static_cast<int>(place - kOrder.begin());
 }
 
@@ -195,7 +195,8 @@ std::string CalibrationText(const SurveyRow& row) {
 }
 
 std::string_view TableStateName(TableState state) {
-  constexpr std::array<std::string_view, 5> kNames = {"", "there", "missing", "unreadable", "newer"};
+  constexpr std::array<std::string_view, 5> kNames = {"", "there", "missing", "unreadable",
+                                                      "newer"};
   return kNames[static_cast<std::size_t>(state)];
 }
 
@@ -203,8 +204,8 @@ double SurveyRow::SaturatedShare() const {
   double share = 0;
   for (const ChannelFacts& channel : samples) {
     if (channel.samples > 0) {
-      share = std::max(share, static_cast<double>(channel.saturated) /
-                                  static_cast<double>(channel.samples));
+      share = std::max(
+          share, static_cast<double>(channel.saturated) / static_cast<double>(channel.samples));
     }
   }
   return share;
@@ -282,7 +283,8 @@ std::optional<SurveyRow> MakeRow(std::span<const FactedFile> files) {
       AddSeries(file.facts, &row);
       AddSamples(file.facts, &row);
     }
-    if (IsSeries(file.file->type) && (series == nullptr || series->written < file.file->info.written)) {
+    if (IsSeries(file.file->type) &&
+        (series == nullptr || series->written < file.file->info.written)) {
       series = &file.file->info;
     }
   }

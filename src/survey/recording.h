@@ -40,7 +40,7 @@ struct RowFile {
   std::string name;   ///< its bytes
   std::string shown;  ///< printable
   FileInfo info;
-  std::string sha256;  ///< after a deep scan, in hexadecimal
+  std::string sha256;  ///< where it was asked for, in hexadecimal
 };
 
 enum class TableState : std::uint8_t { kNotNeeded, kThere, kMissing, kUnreadable, kNewer };
@@ -48,11 +48,11 @@ std::string_view TableStateName(TableState state);
 
 /// A calibration that a recording needs.
 struct RowCalibration {
-  std::string name;          ///< "2417.CLB"; "of channel 4" where the table has no number
+  std::string name;  ///< "2417.CLB"; "of channel 4" where the table has no number
   bool is_found = false;
-  std::int64_t time = 0;     ///< of the calibration, seconds since 1970; 0: not known
-  std::int32_t serial = 0;   ///< in its header
-  std::int32_t wanted = 0;   ///< in its name
+  std::int64_t time = 0;    ///< of the calibration, seconds since 1970; 0: not known
+  std::int32_t serial = 0;  ///< in its header
+  std::int32_t wanted = 0;  ///< in its name
   /// Days from the calibration to the recording; none where either is not known.
   std::optional<std::int64_t> age_days;
 };
@@ -65,8 +65,8 @@ struct SurveyRow {
   std::string folder;  ///< as shown, "." for the survey's own
   std::filesystem::path place;  ///< the same as it is, relative to the survey's folder
   std::vector<RowFile> files;
-  std::string failure;  ///< "NAME: reason" of files that could not be read
-  std::int32_t box = 0;  ///< serial number of the box in the records, else in the table
+  std::string failure;     ///< "NAME: reason" of files that could not be read
+  std::int32_t box = 0;    ///< serial number of the box in the records, else in the table
   std::int64_t start = 0;  ///< seconds since 1970; 0: not known
   std::int64_t end = 0;
   std::int32_t channels = 0;
@@ -74,10 +74,10 @@ struct SurveyRow {
   std::vector<double> frequencies;  ///< Hz, ascending
   std::uint64_t records = 0;        ///< of waveform and bands
   std::uint64_t bad = 0;
-  std::vector<std::string> cut;     ///< names of files that end within a record
+  std::vector<std::string> cut;  ///< names of files that end within a record
   TableState table_state = TableState::kNotNeeded;
   std::shared_ptr<const TableFacts> table;
-  std::string differs;  ///< what the headers say otherwise than the table
+  std::string differs;                       ///< what the headers say otherwise than the table
   std::vector<RowCalibration> calibrations;  ///< that of the box first
   bool is_deep = false;
   std::vector<ChannelFacts> samples;  ///< by channel, of waveform and bands

@@ -46,8 +46,8 @@ void Sha256::Block(const std::byte* block) {
   for (std::size_t i = 0; i < 64; ++i) {
     const std::uint32_t one = h + (std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25)) +
                               ((e & f) ^ (~e & g)) + kRoots[i] + words[i];
-    const std::uint32_t two = (std::rotr(a, 2) ^ std::rotr(a, 13) ^ std::rotr(a, 22)) +
-                              ((a & b) ^ (a & c) ^ (b & c));
+    const std::uint32_t two =
+        (std::rotr(a, 2) ^ std::rotr(a, 13) ^ std::rotr(a, 22)) + ((a & b) ^ (a & c) ^ (b & c));
     h = g, g = f, f = e, e = d + one;
     d = c, c = b, b = a, a = one + two;
   }

@@ -33,8 +33,8 @@ struct SurveyRule {
   Severity severity;       ///< of what it tells, unless it says otherwise
   std::string_view about;  ///< what it says and when, for docs/survey-checks.md
   void (*look)(SurveyRows rows, const SurveyTeller& tell);
-  bool is_deep = false;                ///< needs samples
-  std::string_view severities = {};    ///< where it tells with several
+  bool is_deep = false;              ///< needs samples
+  std::string_view severities = {};  ///< where it tells with several
 };
 
 class SurveyTeller {

@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <system_error>
 
 #include "files/file_io.h"
@@ -40,9 +41,9 @@ class Statement {
   void Bind(const std::string& path, const FileInfo& info) {
     Bind(1, path);
     int place = 2;
-    for (const auto number : {static_cast<std::int64_t>(info.device),
-                              static_cast<std::int64_t>(info.number),
-                              static_cast<std::int64_t>(info.size), info.written, info.changed}) {
+    for (const auto number :
+         {static_cast<std::int64_t>(info.device), static_cast<std::int64_t>(info.number),
+          static_cast<std::int64_t>(info.size), info.written, info.changed}) {
       sqlite3_bind_int64(handle_, place++, number);
     }
   }
@@ -79,6 +80,13 @@ bool IsDamaged(int code) {
   const int kind = code & 0xFF;
   return kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB || kind == SQLITE_SCHEMA ||
          kind == SQLITE_ERROR || kind == SQLITE_MISMATCH;
+}
+
+void RemoveDatabase(const std::filesystem::path& file) {
+  for (const char* end : {"", "-wal", "-shm", "-journal"}) {
+    std::error_code ignored;
+    std::filesystem::remove(PathOf(PathText(file).append(end)), ignored);
+  }
 }
 
 // A file may change once more within one tick of its disk's clock.
@@ -136,6 +144,7 @@ SurveyIndex::~SurveyIndex() = default;
 
 Result<> SurveyIndex::Open(const std::filesystem::path& file) {
   failure_.clear();
+  file_ = file;
   if (const Result<> made = MakeFolders(file.parent_path()); !made) {
     failure_ = made.Message();
     return orvane::Failure(failure_);
@@ -152,10 +161,7 @@ Result<> SurveyIndex::Open(const std::filesystem::path& file) {
     if (!is_useless) {
       break;
     }
-    for (const char* end : {"", "-wal", "-shm", "-journal"}) {
-      std::error_code ignored;
-      std::filesystem::remove(PathOf(PathText(file).append(end)), ignored);
-    }
+    RemoveDatabase(file);
   }
   failure_ = FileMessage(file, failure_);
   return orvane::Failure(failure_);
@@ -164,9 +170,13 @@ Result<> SurveyIndex::Open(const std::filesystem::path& file) {
 bool SurveyIndex::IsUsable() const { return database_ != nullptr; }
 
 void SurveyIndex::Fail(const std::string& doing) {
+  const bool is_damaged = IsDamaged(sqlite3_extended_errcode(database_->handle));
   failure_ = std::string(doing).append(": ").append(sqlite3_errmsg(database_->handle));
   database_.reset();
   kept_.clear();
+  if (is_damaged) {
+    RemoveDatabase(file_);  // the next scan makes it again
+  }
 }
 
 bool SurveyIndex::Find(const std::filesystem::path& path, const FileInfo& info, FileFacts* facts) {

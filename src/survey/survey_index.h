@@ -54,6 +54,7 @@ class SurveyIndex {
   void Fail(const std::string& doing);
 
   std::unique_ptr<Database> database_;
+  std::filesystem::path file_;
   std::vector<Kept> kept_;
   std::string failure_;
 };

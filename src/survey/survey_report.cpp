@@ -57,9 +57,7 @@ class Page {
     text_.append("</tr></thead>\n<tbody>\n");
   }
   void End() { text_.append("</tbody>\n</table></div>\n"); }
-  void Cell(std::string_view text) {
-    text_.append("<td>").append(HtmlText(text)).append("</td>");
-  }
+  void Cell(std::string_view text) { text_.append("<td>").append(HtmlText(text)).append("</td>"); }
   void Figure(const std::string& text) {
     text_.append("<td class=\"n\">").append(text).append("</td>");
   }
@@ -74,7 +72,9 @@ class Page {
       if (row->IsRecording()) {
         ++recordings;
         boxes.insert(row->box);
-        sites.insert(row->table ? row->table->site : std::string());
+        if (row->table && !row->table->site.empty()) {
+          sites.insert(row->table->site);
+        }
         first = first == 0 || (row->start > 0 && row->start < first) ? row->start : first;
         last = std::max(last, row->end);
       }
@@ -92,9 +92,10 @@ class Page {
     const std::string picture = CoveragePicture(report_.rows);
     if (!picture.empty()) {
       text_.append("<h2>Coverage</h2>\n").append(picture);
-      text_.append("<p><span class=\"key done\"></span>recorded<span class=\"key bad\"></span>"
-                   "share of bad records<span class=\"key plan\"></span>planned by the table, "
-                   "nothing recorded</p>\n");
+      text_.append(
+          "<p><span class=\"key done\"></span>recorded<span class=\"key bad\"></span>"
+          "share of bad records<span class=\"key plan\"></span>planned by the table, "
+          "nothing recorded; hours without either are left out</p>\n");
     }
   }
 

@@ -18,8 +18,8 @@ struct SurveyReport {
 };
 
 /// One HTML page that needs no other file and no script: what was recorded when by which box, the
-/// findings, the recordings and, after a deep scan, checksums of all files. The same rows give the
-/// same bytes.
+/// findings, the recordings and, where they were made, checksums of all files. The same rows give
+/// the same bytes.
 std::string SurveyReportPage(const SurveyReport& report);
 
 /// A picture (SVG) of when boxes recorded: a line for each, from the first to the last plan or

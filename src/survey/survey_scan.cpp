@@ -30,8 +30,8 @@ class Pass {
   /// need them.
   void ReadCalibrations() {
     for (const FoundFile& file : tree_.files) {
-      const bool is_one = file.type == FileType::kBoxCalibration ||
-                          file.type == FileType::kSensorCalibration;
+      const bool is_one =
+          file.type == FileType::kBoxCalibration || file.type == FileType::kSensorCalibration;
       if (is_one && !stop_) {
         calibrations_.Add(tree_.folders[file.folder], file.name, FactsOf(file, {}));
       }
@@ -62,6 +62,10 @@ class Pass {
     }
     const std::filesystem::path path = tree_.PathOfFile(file);
     if (index_.Find(path, file.info, &facts) && IsEnough(file, facts, size)) {
+      if (!reading_.is_deep && !options_.shows_known_samples) {
+        facts.samples.clear();  // the same result with and without an index
+        facts.is_deep = 0;
+      }
       return facts;
     }
     ReadingOptions reading = reading_;
@@ -80,9 +84,8 @@ class Pass {
     const bool has_samples = file.type == FileType::kWaveform || file.type == FileType::kBand ||
                              file.type == FileType::kStackedWaveform;
     const bool is_deep_enough = !reading_.is_deep || !has_samples || facts.is_deep != 0;
-    const bool has_size =
-        file.type != FileType::kWaveform || !size ||
-        facts.header_size == static_cast<std::int32_t>(BytesIn(*size));
+    const bool has_size = file.type != FileType::kWaveform || !size ||
+                          facts.header_size == static_cast<std::int32_t>(BytesIn(*size));
     return is_deep_enough && has_size;
   }
 
@@ -116,7 +119,7 @@ class Pass {
   }
 
   void AddChecksums(const std::vector<const FoundFile*>& group, SurveyRow* row) {
-    if (!reading_.is_deep) {
+    if (!options_.has_checksums) {
       return;
     }
     for (RowFile& file : row->files) {

@@ -20,15 +20,19 @@ namespace orvane {
 enum class ScanDepth : std::uint8_t {
   kNames,    ///< nothing: names, sizes and times
   kHeaders,  ///< tables whole, of waveforms and bands every record's header
-  kDeep,     ///< samples too, and checksums
+  kDeep,     ///< samples too
 };
 
 struct SurveyOptions {
   ScanDepth depth = ScanDepth::kHeaders;
   /// Of calibrations; empty: the folder of each recording, then any of the survey.
   std::filesystem::path calibrations = {};
+  /// SHA-256 of each file, for which all bytes are read.
+  bool has_checksums = false;
   /// The index; empty: none.
   std::filesystem::path index = {};
+  /// A scan that is not deep shows what earlier deep ones found in unchanged files.
+  bool shows_known_samples = false;
   /// Recordings that end before it are left out; seconds since 1970, 0: none are.
   std::int64_t since = 0;
 };

@@ -103,16 +103,37 @@ void LookAtStarts(SurveyRows rows, const SurveyTeller& tell) {
   }
 }
 
-bool Recorded(const ByBox& boxes, std::int32_t box, std::int64_t start, std::int64_t end) {
-  const auto place = boxes.find(box);
-  return place != boxes.end() &&
-         std::any_of(place->second.begin(), place->second.end(), [&](const SurveyRow* row) {
-           return row->start <= end && row->end >= start;
-         });
-}
+// When each box recorded: for each beginning, in their order, the latest end so far.
+class RecordedTimes {
+ public:
+  explicit RecordedTimes(SurveyRows rows) {
+    for (const auto& [box, recordings] : RecordingsByBox(rows)) {
+      auto& times = times_[box];
+      std::int64_t end = 0;
+      for (const SurveyRow* row : recordings) {
+        end = std::max(end, row->end);
+        times.emplace_back(row->start, end);
+      }
+    }
+  }
+
+  bool HasAny(std::int32_t box, std::int64_t start, std::int64_t end) const {
+    const auto place = times_.find(box);
+    if (place == times_.end()) {
+      return false;
+    }
+    const auto after = std::upper_bound(
+        place->second.begin(), place->second.end(), end,
+        [](std::int64_t time, const auto& recording) { return time < recording.first; });
+    return after != place->second.begin() && (after - 1)->second >= start;
+  }
+
+ private:
+  std::map<std::int32_t, std::vector<std::pair<std::int64_t, std::int64_t>>> times_;
+};
 
 void LookAtSpreads(SurveyRows rows, const SurveyTeller& tell) {
-  const ByBox boxes = RecordingsByBox(rows);
+  const RecordedTimes times(rows);
   std::set<std::pair<std::int32_t, std::int64_t>> told;
   for (const auto& row : rows) {
     if (!HasTimes(*row) || row->table == nullptr) {
@@ -121,7 +142,7 @@ void LookAtSpreads(SurveyRows rows, const SurveyTeller& tell) {
     const std::int64_t start = HasPlan(*row) ? row->table->plan_start : row->start;
     const std::int64_t end = std::max(HasPlan(*row) ? row->table->plan_end : 0, row->end);
     for (const PlannedBox& box : row->table->boxes) {
-      if (!Recorded(boxes, box.serial, start, end) && told.emplace(box.serial, start).second) {
+      if (!times.HasAny(box.serial, start, end) && told.emplace(box.serial, start).second) {
         tell.OfSurvey(std::string("Box ")
                           .append(FormatInt(box.serial))
                           .append(" of the spread of ")
@@ -138,14 +159,17 @@ void LookAtSpreads(SurveyRows rows, const SurveyTeller& tell) {
 
 constexpr auto kRules = std::to_array<SurveyRule>({
     {"recording-gap", Severity::kWarning,
-     "a box recorded nothing for more than a minute between two recordings, both in the plan of the later one",
+     "a box recorded nothing for more than a minute between two recordings, both in the plan of "
+     "the later one",
      LookAtGaps},
     {"recording-overlap", Severity::kWarning,
      "two recordings of one box have times in common: a copy, or a wrong clock", LookAtOverlaps},
     {"start-late", Severity::kWarning,
-     "the first recording of a box in a plan begins more than a minute after the plan does", LookAtStarts},
+     "the first recording of a box in a plan begins more than a minute after the plan does",
+     LookAtStarts},
     {"box-silent", Severity::kWarning,
-     "an auxiliary box with channels in the table of a recording has none of its own in that plan (else in the time of the recording)",
+     "an auxiliary box with channels in the table of a recording has none of its own in that plan "
+     "(else in the time of the recording)",
      LookAtSpreads},
 });
 

@@ -13,8 +13,9 @@ namespace {
 constexpr std::int64_t kMostDays = 365;
 
 std::string OthersText(std::size_t count) {
-  return count == 1 ? std::string()
-                    : std::string(" (and for ").append(FormatInt(count - 1)).append(" more)");
+  return count == 1
+             ? std::string()
+             : std::string(" (").append(FormatInt(count - 1)).append(" more recordings need it)");
 }
 
 // One finding for each calibration, told of the first recording that needs it.
@@ -47,22 +48,21 @@ void LookAtMissing(SurveyRows rows, const SurveyTeller& tell) {
 
 void LookAtOld(SurveyRows rows, const SurveyTeller& tell) {
   TellOnce(rows, tell, [](const RowCalibration& one) {
-    return one.age_days.value_or(0) <= kMostDays
-               ? std::string()
-               : std::string("The calibration ")
-                     .append(one.name)
-                     .append(" is ")
-                     .append(FormatInt(*one.age_days))
-                     .append(" days older than the recording");
+    return one.age_days.value_or(0) <= kMostDays ? std::string()
+                                                 : std::string("The calibration ")
+                                                       .append(one.name)
+                                                       .append(" is ")
+                                                       .append(FormatInt(*one.age_days))
+                                                       .append(" days older than the recording");
   });
 }
 
 void LookAtSerials(SurveyRows rows, const SurveyTeller& tell) {
   TellOnce(rows, tell, [](const RowCalibration& one) {
     // The header keeps 16 bits; without a number it says nothing.
-    const bool differs = one.is_found && one.serial != 0 &&
-                         static_cast<std::int16_t>(one.serial) !=
-                             static_cast<std::int16_t>(one.wanted);
+    const bool differs =
+        one.is_found && one.serial != 0 &&
+        static_cast<std::int16_t>(one.serial) != static_cast<std::int16_t>(one.wanted);
     return !differs ? std::string()
                     : std::string("The header of ")
                           .append(one.name)
@@ -122,19 +122,23 @@ void LookAtVersions(SurveyRows rows, const SurveyTeller& tell) {
 
 constexpr auto kRules = std::to_array<SurveyRule>({
     {"calibration-missing", Severity::kWarning,
-     "the calibration of a recording's box, or of a coil or current sensor of a recorded channel, is neither beside it nor in the survey",
+     "the calibration of a recording's box, or of a coil or current sensor of a recorded channel, "
+     "is neither beside it nor in the survey",
      LookAtMissing},
     {"calibration-old", Severity::kWarning,
      "a calibration is more than 365 days older than the recording", LookAtOld},
     {"calibration-serial", Severity::kWarning,
      "the header of a calibration names another serial number than its file", LookAtSerials},
     {"clock-unlocked", Severity::kWarning,
-     "\"CLST\" of a table that the box has written is not 4; a hint where it is 3 (\"TOTL\", \"FTIM\" or \"LFIX\" tell that the box wrote it)",
+     "\"CLST\" of a table that the box has written is not 4; a hint where it is 3 (\"TOTL\", "
+     "\"FTIM\" or \"LFIX\" tell that the box wrote it)",
      LookAtClocks, false, "warning, hint"},
     {"disk-full", Severity::kWarning,
-     "\"DISK\" of a table that the box has written is below 1 MB, and the recording ended more than a minute before its plan",
+     "\"DISK\" of a table that the box has written is below 1 MB, and the recording ended more "
+     "than a minute before its plan",
      LookAtDisks},
-    {"version-mix", Severity::kWarning, "tables of recordings have different \"VER\"", LookAtVersions},
+    {"version-mix", Severity::kWarning, "tables of recordings have different \"VER\"",
+     LookAtVersions},
 });
 
 }  // namespace

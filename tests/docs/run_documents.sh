@@ -18,7 +18,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir "$work/bin"
 ln -s "$tool" "$work/bin/orvane-cli"
-export PATH=$work/bin:$PATH LC_ALL=C
+export PATH=$work/bin:$PATH LC_ALL=C XDG_CACHE_HOME=$work/cache
 failed=0 commands=0
 complain() { printf '%s\n' "$*" >&2; failed=1; }
 

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Where rules begin to speak, and the texts made of rows.
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "support/temp_dir.h"
+#include "survey/sha256.h"
+#include "survey/survey_findings.h"
+#include "survey/survey_report.h"
+
+namespace orvane::testing {
+namespace {
+
+constexpr std::int64_t kStart = 1'795'244'400;  // 2026-11-21 07:00
+
+SurveyRow Row(std::int64_t start, std::int64_t length) {
+  TableFacts table;
+  table.version = 2;
+  table.plan_start = kStart;
+  table.plan_end = kStart + 7200;
+  SurveyRow row;
+  row.name = "a/1.TSS";
+  row.box = 1203;
+  row.start = kStart + start;
+  row.end = row.start + length;
+  row.records = 100;
+  row.table_state = TableState::kThere;
+  row.table = std::make_shared<const TableFacts>(table);
+  row.files = {{FileType::kWaveform, "1.TSS", "a/1.TSS", {}, {}}};
+  return row;
+}
+
+std::string Found(const std::vector<SurveyRow>& rows) {
+  std::vector<std::shared_ptr<const SurveyRow>> shared;
+  for (const SurveyRow& row : rows) {
+    shared.push_back(std::make_shared<const SurveyRow>(row));
+  }
+  std::string ids;
+  for (const SurveyFinding& finding : FindInSurvey(shared)) {
+    ids.append(ids.empty() ? "" : " ").append(finding.id);
+    ids.append(finding.severity == Severity::kHint ? "?" : "");
+  }
+  return ids;
+}
+
+SurveyRow With(const std::function<void(SurveyRow*, TableFacts*)>& change) {
+  SurveyRow row = Row(0, 600);
+  TableFacts table = *row.table;
+  change(&row, &table);
+  row.table = std::make_shared<const TableFacts>(table);
+  return row;
+}
+
+TEST(SurveyRulesTest, SpeakFromTheirLimitsOn) {
+  using Change = std::function<void(SurveyRow*, TableFacts*)>;
+  const auto calibration = [](std::int64_t days, int serial) -> Change {
+    return [=](SurveyRow* row, TableFacts*) {
+      row->calibrations = {{"1203.CLB", true, 1, serial, 1203, days}};
+    };
+  };
+  const auto samples = [](std::vector<ChannelFacts> facts) -> Change {
+    return [=](SurveyRow* row, TableFacts*) { row->samples = facts; };
+  };
+  const auto status = [](int clock, int disk) -> Change {
+    return [=](SurveyRow*, TableFacts* table) {
+      table->has_status = 1;
+      table->clock = clock;
+      table->disk = disk;
+    };
+  };
+  struct Case {
+    std::string ids;
+    Change change;
+  };
+  const std::vector<Case> kCases = {
+      {"", [](SurveyRow*, TableFacts*) {}},
+      {"", [](SurveyRow* row, TableFacts*) { row->bad = 5; }},
+      {"records-bad", [](SurveyRow* row, TableFacts*) { row->bad = 6; }},
+      {"", samples({{1000, 1, 0, 8388607, 1}})},
+      {"samples-saturated", samples({{1000, 2, 0, 8388607, 1}})},
+      {"channel-dead", samples({{1000, 0, 5, 5, 1}, {1000, 0, 5, 5, 1}})},
+      {"channels-equal", samples({{1000, 0, 4, 5, 1}, {1000, 0, 4, 5, 1}})},
+      {"", samples({{1000, 0, 4, 5, 1}, {1000, 0, 4, 5, 2}})},
+      {"", calibration(365, 1203)},
+      {"", calibration(365, 0)},
+      {"calibration-old", calibration(366, 1203)},
+      {"calibration-serial", calibration(1, 1204)},
+      {"",
+       [](SurveyRow* row, TableFacts*) {
+         row->calibrations = {{"70000.CLB", true, 1, 70000 - 65536, 70000, {}}};
+       }},
+      {"", status(4, 1 << 20)},
+      {"clock-unlocked?", status(3, 1 << 20)},
+      {"clock-unlocked", status(0, 1 << 20)},
+      {"disk-full", status(4, (1 << 20) - 1)},
+      {"", status(4, -5)},
+      {"",
+       [](SurveyRow* row, TableFacts* table) {
+         table->has_status = 1;
+         table->clock = 4;
+         row->end = table->plan_end - 60;
+       }},
+      {"start-late", [](SurveyRow* row, TableFacts*) { row->start += 61; }},
+      {"", [](SurveyRow* row, TableFacts*) { row->start += 60; }},
+      {"table-missing",
+       [](SurveyRow* row, TableFacts*) { row->table_state = TableState::kMissing; }},
+      {"table-missing?",
+       [](SurveyRow* row, TableFacts*) {
+         row->table_state = TableState::kMissing;
+         row->files[0].type = FileType::kBand;
+       }},
+      {"table-newer?", [](SurveyRow* row, TableFacts*) { row->table_state = TableState::kNewer; }},
+      {"box-silent",
+       [](SurveyRow*, TableFacts* table) {
+         table->boxes = {{1203, 3}, {1207, 1}};
+       }},
+  };
+  for (std::size_t i = 0; i < kCases.size(); ++i) {
+    EXPECT_EQ(Found({With(kCases[i].change)}), kCases[i].ids) << i;
+  }
+  EXPECT_EQ(Found({Row(0, 600), Row(660, 600)}), "");
+  EXPECT_EQ(Found({Row(0, 600), Row(661, 600)}), "recording-gap");
+  EXPECT_EQ(Found({Row(0, 600), Row(7300, 600)}), "") << "beyond the plan";
+  EXPECT_EQ(Found({Row(598, 600), Row(0, 600)}), "") << "lengths are rounded";
+  EXPECT_EQ(Found({Row(597, 600), Row(0, 600)}), "recording-overlap");
+  EXPECT_EQ(Found({Row(0, 3000), Row(10, 20), Row(2900, 50)}),
+            "recording-overlap recording-overlap");
+}
+
+TEST(SurveyRulesTest, ResultsAreOlderThanWhatTheyAreMadeOf) {
+  struct Case {
+    FileType type;
+    std::string name;
+    std::string source;  // empty: none
+  };
+  const std::vector<Case> kCases = {{FileType::kStackedWaveform, "1.TSK", "1.TSS"},
+                                    {FileType::kText, "1.txt", "1.TSS"},
+                                    {FileType::kText, "1_cal.txt", "1.TSS"},
+                                    {FileType::kText, "1_TS3.txt", "1.TS3"},
+                                    {FileType::kText, "1_ts3_cal.txt", "1.TS3"},
+                                    {FileType::kText, "1_TSK_cal.txt", "1.TSK"},
+                                    {FileType::kText, "1.csv", "1.trs"}};
+  constexpr std::int64_t kSecond = 1'000'000'000;
+  for (const Case& one : kCases) {
+    for (const std::string newer : {"1.TSS", "1.TS3", "1.TSK", "1.trs"}) {
+      SurveyRow row = Row(0, 600);
+      row.files.clear();
+      for (const auto& [type, name] :
+           {std::pair(FileType::kWaveform, "1.TSS"), std::pair(FileType::kBand, "1.TS3"),
+            std::pair(FileType::kStackedWaveform, "1.TSK"),
+            std::pair(FileType::kStackResult, "1.trs")}) {
+        FileInfo info;
+        // Of the file judged itself the newest is no fault; the stack is not to be judged beside.
+        info.written = name == newer ? 13 * kSecond : name == one.name ? 10 * kSecond : 0;
+        info.written = std::string(name) == "1.TSK" && name != newer && name != one.name
+                           ? 20 * kSecond
+                           : info.written;
+        row.files.push_back({type, name, name, info, {}});
+      }
+      if (one.type == FileType::kText) {
+        FileInfo info;
+        info.written = one.source == "1.TSK" && newer != "1.TSK" ? 20 * kSecond : 10 * kSecond;
+        row.files.push_back({one.type, one.name, one.name, info, {}});
+      }
+      EXPECT_EQ(Found({row}), newer == one.source ? "result-old" : "") << one.name << " " << newer;
+    }
+  }
+}
+
+TEST(SurveyRulesTest, ListIsTheOneOfTheDocument) {
+  EXPECT_EQ(ReadAll(ORVANE_SOURCES "/../docs/survey-checks.md"), SurveyRulesMarkdown())
+      << "make it anew: orvane-cli survey scan --rules >docs/survey-checks.md";
+}
+
+TEST(SurveyRulesTest, PageIsWholeSmallAndSafe) {
+  std::vector<std::shared_ptr<const SurveyRow>> rows;
+  for (int i = 0; i < 10'000; ++i) {
+    SurveyRow row = Row(10 * i, 9);
+    row.name = "<b>&\"" + std::to_string(i) + ".TSS";
+    row.bad = static_cast<std::uint64_t>(i % 7);
+    row.box = 1200 + i % 40;
+    row.files[0].sha256 = std::string(64, 'a');
+    rows.push_back(std::make_shared<const SurveyRow>(row));
+  }
+  const auto findings = FindInSurvey(rows);
+  const std::string page = SurveyReportPage({"<i>", rows, findings, {}});
+  EXPECT_LT(page.size(), 20U << 20U);
+  for (const char* none : {"<b>", "<i>", "<script", "http", "url("}) {
+    EXPECT_EQ(page.find(none), std::string::npos) << none;
+  }
+  EXPECT_NE(page.find("&lt;b&gt;&amp;&quot;9999.TSS"), std::string::npos);
+  EXPECT_EQ(CoveragePicture({}), "");
+}
+
+TEST(SurveyRulesTest, ChecksumsAreThoseOfTheStandard) {
+  const std::vector<std::pair<std::string, std::string>> kCases = {
+      {"", "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855"},
+      {"abc", "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"},
+      {"abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq",
+       "248d6a61d20638b8e5c026930c3e6039a33ce45964ff2167f6ecedd419db06c1"},
+      {std::string(1'000'000, 'a'),
+       "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0"}};
+  for (const auto& [text, sum] : kCases) {
+    for (const std::size_t piece : {std::size_t{1'000'000}, std::size_t{63}, std::size_t{64}}) {
+      Sha256 made;
+      for (std::size_t at = 0; at < text.size(); at += piece) {
+        made.Add(
+            std::as_bytes(std::span(text)).subspan(at).first(std::min(piece, text.size() - at)));
+      }
+      EXPECT_EQ(made.Finish(), sum) << text.size() << " in pieces of " << piece;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvane::testing

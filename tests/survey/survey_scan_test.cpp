@@ -1,0 +1,317 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "survey/survey_scan.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <map>
+#include <thread>
+
+#include "support/failing_disk.h"
+#include "support/tbl_bytes.h"
+#include "support/temp_dir.h"
+#include "support/ts_bytes.h"
+#include "survey/survey_index.h"
+#include "survey/survey_report.h"
+
+namespace orvane::testing {
+namespace {
+
+struct Scanned {
+  std::vector<SharedRow> rows;
+  std::vector<SurveyFinding> findings;
+  std::vector<ScanNote> notes;
+  std::string index_note;
+  std::string failure;
+
+  std::string Page() const { return SurveyReportPage({"x", rows, findings, notes}); }
+  std::string Names() const {
+    std::string names;
+    for (const auto& row : rows) {
+      names.append(names.empty() ? "" : " ").append(row->name);
+    }
+    return names;
+  }
+};
+
+Scanned Scan(const std::filesystem::path& root, const SurveyOptions& options = {}) {
+  SurveyScan scan(root, options);
+  while (!scan.IsDone()) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  Scanned all{{}, scan.Findings(), scan.Notes(), scan.IndexNote(), scan.Outcome().Message()};
+  for (auto rows = scan.Take(3); !rows.empty(); rows = scan.Take(3)) {
+    EXPECT_LE(rows.size(), 3U);
+    all.rows.insert(all.rows.end(), rows.begin(), rows.end());
+  }
+  return all;
+}
+
+// Everything that a look could change: names, times of change, bytes.
+std::map<std::string, std::string> Snapshot(const std::filesystem::path& root) {
+  std::map<std::string, std::string> all;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+    const auto ticks = entry.last_write_time().time_since_epoch().count();
+    all[entry.path().string()] =
+        std::to_string(ticks) + (entry.is_directory() ? "" : ReadAll(entry.path()));
+  }
+  return all;
+}
+
+std::filesystem::path EveningSurvey(const TempDir& dir) {
+  const std::string command = "\"" ORVANE_EXAMPLE_SURVEY "\" --evening \"" + (dir / "s").string() +
+                              "\" >\"" + (dir / "log").string() + "\"";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  return dir / "s";
+}
+
+void MakeOld(const std::filesystem::path& root) {
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+    if (entry.is_regular_file()) {
+      std::filesystem::last_write_time(entry.path(),
+                                       entry.last_write_time() - std::chrono::hours(2));
+    }
+  }
+}
+
+TEST(SurveyScanTest, FindsEachFaultOfTheEveningOnceAndChangesNothing) {
+  const TempDir dir;
+  const auto root = EveningSurvey(dir);
+  const std::vector<std::pair<std::string, std::string>> kPlanted = {
+      {"recording-gap", "2026-11-21/1211-2.TSS"},
+      {"recording-overlap", "2026-11-21/1215-2.TSS"},
+      {"start-late", "2026-11-21/1203.TSS"},
+      {"box-silent", ""},
+      {"records-bad", "2026-11-21/1207.TSS"},
+      {"samples-saturated", "2026-11-22/1203.TSS"},
+      {"channel-dead", "2026-11-22/1207.TSS"},
+      {"channels-equal", "2026-11-22/1211.TSS"},
+      {"calibration-missing", "2026-11-21/1215.TSS"},
+      {"calibration-old", "2026-11-21/1203.TSS"},
+      {"calibration-serial", "2026-11-21/1207.TSS"},
+      {"clock-unlocked", "2026-11-22/2417.TSS"},
+      {"disk-full", "2026-11-23/1203.TSS"},
+      {"version-mix", ""},
+      {"file-unreadable", "2026-11-23/Notes.tbl"},
+      {"file-cut", "2026-11-23/1215.TSS"},
+      {"table-missing", "2026-11-23/1211.TSS"},
+      {"table-newer", "2026-11-21/2417.TSS"},
+      {"table-differs", "2026-11-23/1207.TSS"},
+      {"names-clash", "2026-11-21/STARTUP.TBL"},
+      {"result-old", "2026-11-21/1207.TSS"}};
+  struct Case {
+    ScanDepth depth;
+    bool shows_known;
+    bool has_deep;
+  };
+  MakeOld(root);
+  const auto before = Snapshot(root);
+  // What was looked at once is known from then on, and only shown where it is asked for.
+  for (const Case& one :
+       {Case{ScanDepth::kHeaders, true, false}, Case{ScanDepth::kDeep, false, true},
+        Case{ScanDepth::kHeaders, false, false}, Case{ScanDepth::kHeaders, true, true}}) {
+    SurveyOptions options;
+    options.depth = one.depth;
+    options.shows_known_samples = one.shows_known;
+    options.index = dir / "index.db";
+    std::vector<std::pair<std::string, std::string>> expected;
+    for (const auto& planted : kPlanted) {
+      const bool is_deep =
+          planted.first == "samples-saturated" || planted.first.starts_with("channel");
+      if (one.has_deep || !is_deep) {
+        expected.push_back(planted);
+      }
+    }
+    const Scanned scanned = Scan(root, options);
+    std::vector<std::pair<std::string, std::string>> found;
+    for (const SurveyFinding& finding : scanned.findings) {
+      found.emplace_back(finding.id, finding.path);
+    }
+    EXPECT_EQ(found, expected);
+    EXPECT_EQ(scanned.notes.size(), 0U);
+  }
+  EXPECT_EQ(Snapshot(root), before);
+}
+
+TEST(SurveyScanTest, RowsTellWhatFilesSay) {
+  const TempDir dir;
+  const auto rows = Scan(EveningSurvey(dir)).rows;
+  const auto found = std::find_if(rows.begin(), rows.end(), [](const SharedRow& row) {
+    return row->name == "2026-11-21/1207.TSS";
+  });
+  ASSERT_NE(found, rows.end());
+  const SurveyRow& row = **found;
+  EXPECT_EQ(row.box, 1207);
+  EXPECT_EQ(SurveyTime(row.start) + " " + SurveyTime(row.end),
+            "2026/11/21 07:00:00 2026/11/21 07:10:00");
+  EXPECT_EQ(row.channels, 3);
+  EXPECT_EQ(row.rate, 1);
+  EXPECT_EQ(row.frequencies, std::vector<double>{0.125});
+  EXPECT_EQ(row.records, 10U);
+  EXPECT_EQ(row.bad, 1U);
+  EXPECT_EQ(row.files.size(), 3U) << "table, waveform and text";
+  EXPECT_EQ(row.table->site + " " + row.table->line + " " + row.table->firmware,
+            "S0450E L1200N 5.0");
+  EXPECT_EQ(ClockText(*row.table), "Locked to GPS");
+  EXPECT_EQ(CalibrationText(row), "1207.CLB (49 days)");
+}
+
+TEST(SurveyScanTest, IndexSparesReadingAndNeverChangesTheResult) {
+  const TempDir dir;
+  const auto root = EveningSurvey(dir);
+  MakeOld(root);
+  SurveyOptions options;
+  options.index = dir / "c" / "index.db";
+  const std::string page = Scan(root).Page();
+  EXPECT_EQ(Scan(root, options).Page(), page) << "while it is made";
+  {
+    FailingDisk disk;
+    disk.Fail(FailingDisk::kRead, 1);
+    // Only what could not be read before, and so is not in it, is read again.
+    EXPECT_EQ(Scan(root, options).findings.size(), 18U);
+  }
+  const auto changed = root / "2026-11-22" / "1203.TSS";
+  WriteAll(changed, ReadAll(changed) + "x");
+  const std::string after = Scan(root).Page();
+  EXPECT_NE(after, page);
+  EXPECT_EQ(Scan(root, options).Page(), after) << "another size";
+  const auto size = std::filesystem::file_size(options.index);
+  for (const std::string& bytes :
+       {std::string("no database at all"), std::string(),
+        ReadAll(options.index).substr(0, size / 2),
+        ReadAll(options.index).replace(60, 4, "\0\0\0\x63", 4),
+        ReadAll(options.index).replace(size / 2, 2000, std::string(2000, '\x5A'))}) {
+    WriteAll(options.index, bytes);
+    EXPECT_EQ(Scan(root, options).Page(), after) << bytes.size();
+    EXPECT_EQ(Scan(root, options).index_note, "") << bytes.size();
+  }
+}
+
+TEST(SurveyScanTest, IndexIsWholeAfterAKill) {
+  const TempDir dir;
+  WriteAll(dir / "a", "x");
+  FileInfo info;
+  ASSERT_TRUE(ReadInfo(dir / "a", &info));
+  info.written = 0;
+  FileFacts facts;
+  facts.failure = std::string(500, 'f');
+  for (int round = 0; round < 5; ++round) {
+    const pid_t child = fork();
+    if (child == 0) {
+      SurveyIndex index;
+      static_cast<void>(index.Open(dir / "index.db"));
+      for (std::uint64_t i = 0; i < 1'000'000; ++i) {
+        facts.records = info.size = i;
+        index.Put(dir / std::to_string(i % 3000), info, facts);
+      }
+      _exit(0);
+    }
+    usleep(60'000);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    SurveyIndex index;
+    ASSERT_TRUE(index.Open(dir / "index.db"));
+    FileFacts found;
+    int known = 0;
+    for (std::uint64_t i = 0; i < 100'000; ++i) {
+      info.size = i;
+      if (index.Find(dir / std::to_string(i % 3000), info, &found)) {
+        ++known;
+        ASSERT_EQ(found.records, i);
+        ASSERT_EQ(found.failure, facts.failure);
+      }
+    }
+    EXPECT_TRUE(index.IsUsable()) << index.Failure();
+    EXPECT_EQ(known % 1000, 0) << "what is written at once is there at once";
+  }
+}
+
+TEST(SurveyScanTest, FactsComeBackFromTheirBytesOrNotAtAll) {
+  FileFacts facts;
+  facts.failure = "because";
+  facts.frequencies = {0.5, 4};
+  facts.samples = {{10, 2, -3, 8388607, 77}};
+  facts.table.emplace();
+  facts.table->site = "S1";
+  facts.table->boxes = {{1203, 3}};
+  facts.table->sensors = {{4, 2, "2041"}};
+  const std::string image = FactsImage(facts);
+  FileFacts back;
+  ASSERT_TRUE(FactsFrom(image, &back));
+  EXPECT_EQ(back.failure, facts.failure);
+  EXPECT_EQ(back.table->boxes, facts.table->boxes);
+  EXPECT_EQ(back.table->sensors, facts.table->sensors);
+  EXPECT_EQ(FactsImage(back), image);
+  for (std::size_t size = 0; size < image.size(); ++size) {
+    EXPECT_FALSE(FactsFrom(std::span(image).first(size), &back)) << size;
+  }
+  EXPECT_FALSE(FactsFrom(image + "x", &back));
+}
+
+TEST(SurveyScanTest, OddFoldersAreSaidAndNeverFatal) {
+  const TempDir dir;
+  const auto root = dir / "s";
+  std::filesystem::create_directories(root / "b" / "deep");
+  WriteAll(root / "b" / "\xFF\t.TBL", HeaderV2());
+  WriteAll(root / "b" / "deep" / "1.TSS", TsBytes{.samples = {1, 2}}.Bytes());
+  WriteAll(root / "empty.TS2", "");
+  WriteAll(root / "notes.doc", "");
+  WriteAll(root / "loose.txt", "");
+  std::filesystem::create_directories(dir / "far");
+  WriteAll(dir / "far" / "2.trs", "short");
+  MakeLink("../..", root / "b" / "again");       // to a folder above
+  MakeLink("../b", root / "b" / "aa");           // to its own
+  MakeLink(dir / "far", root / "a link");        // to one outside, listed once
+  MakeLink(dir / "far", root / "another link");  // not twice
+  MakeLink("deep/1.TSS", root / "b" / "1.TSS");  // a file that is here anyway
+  MakeLink("nowhere", root / "gone.TBL");
+  ASSERT_EQ(mkfifo((root / "pipe.TSS").c_str(), 0600), 0);
+  const Scanned scanned = Scan(root);
+  // "b/again" leads to the folder of the test, which has "far" as well.
+  EXPECT_EQ(scanned.Names(), "empty.TS2 a link/2.trs b/\\xFF\\x09.TBL b/deep/1.TSS");
+  ASSERT_EQ(scanned.notes.size(), 1U);
+  EXPECT_EQ(scanned.notes[0].path + ": " + scanned.notes[0].reason,
+            "gone.TBL: No such file or directory");
+  EXPECT_EQ(Scan(dir / "nowhere").failure, "No such file or directory");
+  EXPECT_EQ(Scan(root / "empty.TS2").failure, "not a folder");
+}
+
+TEST(SurveyScanTest, RowsComeByNameAndSince) {
+  const TempDir dir;
+  const auto root = EveningSurvey(dir);
+  SurveyOptions options;
+  options.since = 1795330800;  // 2026-11-22 07:00
+  for (const auto& row : Scan(root, options).rows) {
+    EXPECT_FALSE(row->IsRecording() && row->folder == "2026-11-21") << row->name;
+  }
+  options = {};
+  options.depth = ScanDepth::kNames;
+  FailingDisk disk;
+  disk.Fail(FailingDisk::kRead, 1);
+  const Scanned names = Scan(root, options);
+  EXPECT_EQ(names.rows.size(), Scan(root).rows.size()) << "no file is read for names";
+  EXPECT_EQ(names.findings.size(), 0U);
+}
+
+TEST(SurveyScanTest, StopsAtOnce) {
+  const TempDir dir;
+  std::filesystem::create_directory(dir / "s");
+  for (int i = 0; i < 2000; ++i) {
+    WriteAll(dir / ("s/" + std::to_string(i) + ".TBL"), HeaderV2());
+  }
+  SurveyScan scan(dir / "s", {});
+  while (scan.FilesDone() == 0 && !scan.IsDone()) {
+  }
+  scan.Stop();
+  while (!scan.IsDone()) {
+  }
+  EXPECT_LT(scan.FilesDone(), 2000U);
+  EXPECT_TRUE(scan.Findings().empty());
+}
+
+}  // namespace
+}  // namespace orvane::testing
