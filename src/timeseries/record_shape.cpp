@@ -46,8 +46,8 @@ void Append(const std::string& more, std::string* note) {
 
 }  // namespace
 
-std::string WhyNoFold(const CTsRec& record, double frequency) {
-  return PhasePlaces::Of(record.Scans(), SampleRate(record.Header()), frequency, false).Message();
+std::string WhyNoFold(const CTsRec& record, double frequency, bool halves) {
+  return PhasePlaces::Of(record.Scans(), SampleRate(record.Header()), frequency, halves).Message();
 }
 
 ShapedRecord Shape(const RecordShape& shape, double frequency, CTsRec* record) {
@@ -57,7 +57,7 @@ ShapedRecord Shape(const RecordShape& shape, double frequency, CTsRec* record) {
   }
   const double rate = SampleRate(record->Header());
   const Result<> can_filter = shape.filter.Check(rate);
-  const std::string no_fold = shape.folds ? WhyNoFold(*record, frequency) : std::string();
+  const std::string no_fold = shape.folds ? WhyNoFold(*record, frequency, shape.halves) : std::string();
   const bool folds = shape.folds && no_fold.empty();
   std::size_t periods = 0;
   std::vector<std::vector<double>> traces;
@@ -66,7 +66,7 @@ ShapedRecord Shape(const RecordShape& shape, double frequency, CTsRec* record) {
     if (can_filter && !shape.filter.IsOff()) {
       shape.filter.Apply(rate, &traces.back());
     }
-    if (const auto fold = folds ? FoldTrace(traces.back(), rate, frequency, false)
+    if (const auto fold = folds ? FoldTrace(traces.back(), rate, frequency, shape.halves)
                                 : Result<Fold>(Failure("not wanted"))) {
       periods = fold->periods;
       shaped.seconds_per_scan = fold->step;
@@ -77,8 +77,9 @@ ShapedRecord Shape(const RecordShape& shape, double frequency, CTsRec* record) {
   Replace(traces, record);
   Append(can_filter ? shape.filter.Text() : "not filtered: " + can_filter.Message(), &shaped.note);
   if (shape.folds) {
-    Append(folds ? "mean of " + FormatInt(periods) + " periods" : "not folded: " + no_fold,
-           &shaped.note);
+    const std::string done = "mean of " + FormatInt(periods) + " periods" +
+                             (shape.halves ? ", second halves reversed" : "");
+    Append(folds ? done : "not folded: " + no_fold, &shaped.note);
   }
   return shaped;
 }

@@ -8,7 +8,9 @@
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
 #include "timeseries/waveform_form.h"
+#include "timeseries/trace_arrangement.h"
 #include "timeseries/waveform_gain_form.h"
+#include "timeseries/waveform_text.h"
 
 namespace orvane::testing {
 namespace {
@@ -177,7 +179,7 @@ TEST_F(WaveformViews, TimesScalesCursorsAndCopying) {
   view_.ZoomTimes(2, 0.2);
   EXPECT_NEAR(view_.VisibleTimes().low, 0.1, 1e-12);
   EXPECT_NEAR(view_.ValuesOf(0).high, 31, 1e-9);
-  EXPECT_EQ(view_.VisibleText(), "Time (s)\tCh 1\n0.1\t10\n0.2\t20\n0.3\t30\n");
+  EXPECT_EQ(VisibleText(view_), "Time (s)\tCh 1\n0.1\t10\n0.2\t20\n0.3\t30\n");
   EXPECT_EQ(view_.Traces(100)[0].values.size(), 5U);  // one scan beyond each edge
   view_.PanTimes(7);
   EXPECT_NEAR(view_.VisibleTimes().low, 0.2, 1e-12);
@@ -208,10 +210,10 @@ TEST_F(WaveformViews, TimesScalesCursorsAndCopying) {
   both.SetSettings({.auto_scale = false});
   EXPECT_NEAR(both.ValuesOf(0).high - both.ValuesOf(0).low, 110, 1e-9);
 
-  EXPECT_EQ(view_.CursorText(), "");
+  EXPECT_EQ(CursorText(view_), "");
   view_.SetCursor(WaveformView::kFirstCursor, 0.11);
   view_.SetCursor(WaveformView::kSecondCursor, 99);
-  EXPECT_EQ(view_.CursorText(), "Time (s)\t0.1\t0.4\t0.3\nCh 1\t100\t400\t300\n");
+  EXPECT_EQ(CursorText(view_), "Time (s)\t0.1\t0.4\t0.3\nCh 1\t100\t400\t300\n");
 }
 
 TEST_F(WaveformViews, NearFullScaleIsShownWithItsLimit) {
@@ -255,13 +257,13 @@ TEST_F(WaveformViews, SaysWhatIsNotDrawn) {
   ASSERT_TRUE(Open(one.Bytes() + none.Bytes(), Channel(2, "Ey")));
   EXPECT_EQ(view_.NoteText(), "");
   EXPECT_EQ(view_.Traces(100)[1].times, (std::vector<double>{0, 0.1})) << "a scan lasts";
-  EXPECT_EQ(view_.NotDrawnText(12), "No room for Ch 13, Ch 14");
-  EXPECT_EQ(view_.NotDrawnText(1),
+  EXPECT_EQ(TraceArrangement().NotDrawnText(view_, 12), "No room for Ch 13, Ch 14");
+  EXPECT_EQ(TraceArrangement().NotDrawnText(view_, 1),
             "No room for Ey, Ch 3, Ch 4, Ch 5, Ch 6, Ch 7, Ch 8, Ch 9, Ch 10, Ch 11, Ch 12, Ch 13"
             " and 1 more");
   ASSERT_TRUE(view_.Next());
   EXPECT_EQ(view_.NoteText(), "bad record, no scans");
-  EXPECT_EQ(view_.NotDrawnText(1), "");
+  EXPECT_EQ(TraceArrangement().NotDrawnText(view_, 1), "");
   ASSERT_TRUE(Open("", ""));
   EXPECT_EQ(view_.EmptyText(), "A.TSS has no segments");
   EXPECT_EQ(view_.WhyNoGains(), "A.TSS has no segments");
@@ -281,7 +283,7 @@ TEST_F(WaveformViews, ReloadKeepsWhatStillExists) {
   ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 2U);
   EXPECT_EQ(view_.Count(), 3U);
-  EXPECT_EQ(view_.CursorText(), "Time (s)\t0.1\nCh 1\t6\n") << "the second is behind the end";
+  EXPECT_EQ(CursorText(view_), "Time (s)\t0.1\nCh 1\t6\n") << "the second is behind the end";
   WriteAll(dir_ / "A.TSS", record.Bytes());
   ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 1U);
