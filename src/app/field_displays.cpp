@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/field_displays.h"
 
+#include <QRegularExpression>
 #include <memory>
 
 #include "app/field_folders.h"
@@ -15,6 +16,7 @@
 #include "timeseries/widgets/stack_display.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "timeseries/widgets/waveform_dlg.h"
+#include "ui/byte_text.h"
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
 
@@ -28,12 +30,46 @@ bool FieldDisplays::ShowsWaveform() const {
   return qobject_cast<CWaveformDisplay*>(current_) != nullptr;
 }
 
+FieldDisplays::Kind FieldDisplays::KindOf(const QString& path) {
+  static const QRegularExpression waveform(QStringLiteral("\\.(ts[sk0-9])$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression calibration(QStringLiteral("\\.cl[bc]$"),
+                                              QRegularExpression::CaseInsensitiveOption);
+  return waveform.match(path).hasMatch()                              ? Kind::kWaveform
+         : calibration.match(path).hasMatch()                         ? Kind::kCalibration
+         : path.endsWith(QStringLiteral(".trs"), Qt::CaseInsensitive) ? Kind::kStack
+                                                                      : Kind::kNone;
+}
+
+bool FieldDisplays::Open(Kind kind, const QString& path) {
+  return kind == Kind::kWaveform      ? OpenWaveform(path)
+         : kind == Kind::kCalibration ? OpenCalibration(path)
+                                      : kind == Kind::kStack && OpenStack(path);
+}
+
+void FieldDisplays::OpenBeside(int by) {
+  const Kind kind = kind_;
+  const auto beside = FileBeside(PathFromText(path_), by, [kind](std::string_view name) {
+    return KindOf(TextFromBytes(std::string(name))) == kind;
+  });
+  if (!beside || beside->empty()) {
+    const QString name = TextFromPath(PathFromText(path_).filename());
+    emit told(!beside  ? TextFromBytes(beside.Message())
+              : by < 0 ? QStringLiteral("%1 is the first file of its kind in the folder").arg(name)
+                       : QStringLiteral("%1 is the last file of its kind in the folder").arg(name));
+    return;
+  }
+  Open(kind, TextFromPath(*beside));
+}
+
 void FieldDisplays::Show(CDisplay* display) {
   Close();
   current_ = display;
   stack_->addWidget(display);
   stack_->setCurrentWidget(display);
   connect(display, &CDisplay::closeRequested, this, &FieldDisplays::Close);
+  connect(display, &CDisplay::fileWanted, this, &FieldDisplays::OpenBeside,
+          Qt::QueuedConnection);  // the display that asks goes
   connect(display, &CDisplay::told, this, &FieldDisplays::told);
   connect(display, &CDisplay::told, this, &FieldDisplays::changed);
   display->setFocus();
@@ -83,6 +119,8 @@ void FieldDisplays::AskForCalibration() {
 }
 
 bool FieldDisplays::OpenWaveform(const QString& path) {
+  path_ = path;
+  kind_ = Kind::kWaveform;
   return Read(std::make_unique<TsLoading>(PathFromText(path), TsFile::Options()));
 }
 
@@ -163,6 +201,8 @@ bool FieldDisplays::OpenCalibration(const QString& path) {
 }
 
 bool FieldDisplays::OpenStack(const QString& path) {
+  path_ = path;
+  kind_ = Kind::kStack;
   const std::filesystem::path file = PathFromText(path);
   auto display = std::make_unique<CStackDisplay>();
   if (const Result<> opened = display->Open(path); !opened) {

@@ -49,9 +49,9 @@ std::string ClockText(const ParamTime& start, double seconds, int decimals) {
                          .append(Digits(second / kSecondsPerMinute % kSecondsPerMinute, 2))
                          .append(":")
                          .append(Digits(second % kSecondsPerMinute, 2));
-  return decimals == 0 ? text
-                       : text.append(".").append(
-                             Digits(in_day % parts, static_cast<std::size_t>(decimals)));
+  return decimals == 0
+             ? text
+             : text.append(".").append(Digits(in_day % parts, static_cast<std::size_t>(decimals)));
 }
 
 AxisTicks ClockTicks(const ParamTime& start, double low, double high, int most) {

@@ -11,7 +11,7 @@ namespace {
 void AppendNames(const char* title, const std::vector<std::string>& names, std::string* text) {
   constexpr std::size_t kMostNames = 12;
   for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i) {
-    text->append(i > 0             ? ", "
+    text->append(i > 0            ? ", "
                  : !text->empty() ? std::string("; ").append(title)
                                   : std::string(title))
         .append(names[i]);

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "base/number_text.h"
+#include "files/file_io.h"
 #include "files/path_text.h"
 #include "table/param_time.h"
 #include "timeseries/clock_time.h"
@@ -107,6 +108,22 @@ std::string VisibleCsv(const WaveformView& view, const std::vector<std::size_t>&
     text.append(Comment(note));
   }
   return text.append(Table(view, traces, ",", QuotedForCsv));
+}
+
+Result<> SaveVisibleCsv(const WaveformView& view, const std::vector<std::size_t>& traces,
+                        const std::filesystem::path& path) {
+  for (const std::filesystem::path& input : {view.File().Path(), view.File().CompanionPath()}) {
+    if (input.empty() || Exists(input) == Existence::kNotThere) {
+      continue;
+    }
+    const auto same = CompareFiles(path, input);
+    if (!same || *same == Sameness::kSame) {
+      return Failure(FileMessage(path, same ? "this is a file of the recording" : same.Message()));
+    }
+  }
+  const std::string text = VisibleCsv(view, traces);
+  const Result<> written = WriteFile(path, std::as_bytes(std::span(text)));
+  return written ? written : Failure(FileMessage(path, written.Message()));
 }
 
 }  // namespace orvane

@@ -25,6 +25,11 @@ std::string VisibleText(const WaveformView& view);
 /// quotation mark are quoted.
 std::string VisibleCsv(const WaveformView& view, const std::vector<std::size_t>& traces);
 
+/// Writes it into a file. Fails with the file's name; the waveform and its parameter table are
+/// never written over.
+Result<> SaveVisibleCsv(const WaveformView& view, const std::vector<std::size_t>& traces,
+                        const std::filesystem::path& path);
+
 }  // namespace orvane
 
 #endif  // ORVANE_TIMESERIES_WAVEFORM_TEXT_H_

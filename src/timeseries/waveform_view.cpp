@@ -62,6 +62,14 @@ void WaveformView::TakeAgain(std::unique_ptr<TsFile> fresh) {
   }
 }
 
+TsIndex::Growth WaveformView::Extend(std::uint64_t most) {
+  const TsIndex::Growth growth = file_->Extend(most);
+  if (growth.is_last_whole_now || (number_ == 0 && growth.more > 0)) {
+    ShowRecord(std::max<std::uint64_t>(number_, 1));
+  }
+  return growth;
+}
+
 void WaveformView::Close() {
   is_open_ = false;
   number_ = 0;
@@ -280,14 +288,12 @@ std::string WaveformView::NoteText() const {
 }
 
 std::string WaveformView::TimeLabel() const {
-  return ShowsClock()                         ? "Time of day"
-         : SampleRate(record_.Header()) > 0 ? "Time (s)"
-                                            : "Scan";
+  return ShowsClock() ? "Time of day" : SampleRate(record_.Header()) > 0 ? "Time (s)" : "Scan";
 }
 
 bool WaveformView::ShowsClock() const {
-  return settings_.has_clock && shaped_.seconds_per_scan == 0 &&
-         SampleRate(record_.Header()) > 0 && IsValid(record_.Header().time);
+  return settings_.has_clock && shaped_.seconds_per_scan == 0 && SampleRate(record_.Header()) > 0 &&
+         IsValid(record_.Header().time);
 }
 
 double WaveformView::EndTime() const {

@@ -72,6 +72,9 @@ class WaveformView {
   Result<> Reload();
   /// The same with the file already opened again.
   void TakeAgain(std::unique_ptr<TsFile> fresh);
+  /// Takes over whole records that were written behind those known, at most so many, and shows the
+  /// record again that was cut until now.
+  TsIndex::Growth Extend(std::uint64_t most);
   const TsFile::Options& Options() const { return options_; }
   void Close();
   bool IsOpen() const { return is_open_; }
@@ -211,9 +214,9 @@ class WaveformView {
   std::optional<WaveformGains> gains_of_all_;
   std::vector<WaveformChannel> channels_;
   std::vector<std::string> beyond_;
-  std::vector<Extremes> whole_;      // of the record
-  std::vector<Extremes> scales_;     // what the value axes fit
-  double pan_ = 0;                   // of the values, in spans of a trace
+  std::vector<Extremes> whole_;   // of the record
+  std::vector<Extremes> scales_;  // what the value axes fit
+  double pan_ = 0;                // of the values, in spans of a trace
   double seconds_per_scan_ = 1;
   ValueRange visible_;
   std::array<std::optional<double>, 2> cursors_;

@@ -64,6 +64,13 @@ QAction* CDisplay::AddReload() {
   return AddKey("Reload", "reload", "Read the file again", Qt::Key_F5, [this] { Reload(); });
 }
 
+void CDisplay::AddFiles() {
+  AddKey("Next file", "next-file", "The next file of this kind in the folder",
+         Qt::CTRL | Qt::Key_PageDown, [this] { emit fileWanted(1); });
+  AddKey("Previous file", "previous-file", "The file of this kind before it in the folder",
+         Qt::CTRL | Qt::Key_PageUp, [this] { emit fileWanted(-1); });
+}
+
 QTableWidget* CDisplay::MakeReadings() {
   auto* readings = new QTableWidget(this);
   readings->setObjectName(QStringLiteral("readings"));

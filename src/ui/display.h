@@ -46,12 +46,15 @@ class CDisplay : public QWidget {
  signals:
   /// The user wants the table back.
   void closeRequested();
+  /// The user wants the next file of the folder, or with -1 the one before.
+  void fileWanted(int by);
   /// For the status bar.
   void told(const QString& text);
 
  protected:
-  /// F5.
+  /// F5, and the keys for the files beside this one.
   QAction* AddReload();
+  void AddFiles();
   /// A hidden table, without a vertical header, for what cursors read.
   QTableWidget* MakeReadings();
   void ShowMenu(const QPoint& at);

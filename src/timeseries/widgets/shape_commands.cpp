@@ -18,18 +18,17 @@ ShapeCommands::ShapeCommands(WaveformView* view, CDisplay* display)
       "Fold half periods", "fold-halves",
       "The mean half period, second halves reversed: for waveforms that a transmitter reverses",
       Qt::SHIFT | Qt::Key_F, [this] { ToggleFold(true); });
-  filters_ = display->AddKey("Filters...", "filters",
-                             "What is done to the traces before they are shown", Qt::Key_L,
-                             [this] { ChooseFilters(); });
-  next_too_ =
-      display->AddKey("Next segment too", "next-too", "Draw the next segment over this one",
-                      Qt::Key_O, [this] { ShowOther(OtherRecord::Which::kNext); });
+  filters_ =
+      display->AddKey("Filters...", "filters", "What is done to the traces before they are shown",
+                      Qt::Key_L, [this] { ChooseFilters(); });
+  next_too_ = display->AddKey("Next segment too", "next-too", "Draw the next segment over this one",
+                              Qt::Key_O, [this] { ShowOther(OtherRecord::Which::kNext); });
   previous_too_ = display->AddKey("Previous segment too", "previous-too",
                                   "Draw the previous segment over this one", Qt::SHIFT | Qt::Key_O,
                                   [this] { ShowOther(OtherRecord::Which::kPrevious); });
   display->AddKey("Other segment too...", "other-too",
-                  "Draw a segment of your choice over this one",
-                  Qt::CTRL | Qt::SHIFT | Qt::Key_O, [this] { ChooseOther(); });
+                  "Draw a segment of your choice over this one", Qt::CTRL | Qt::SHIFT | Qt::Key_O,
+                  [this] { ChooseOther(); });
   for (QAction* action : {fold_, fold_halves_, next_too_, previous_too_}) {
     action->setCheckable(true);
   }
@@ -67,9 +66,9 @@ void ShapeCommands::ChooseOther() {
   bool is_chosen = false;
   const int most =
       static_cast<int>(std::min<std::uint64_t>(view_->Count(), std::numeric_limits<int>::max()));
-  const int number = QInputDialog::getInt(
-      display_, QStringLiteral("Other Segment"), QStringLiteral("Number"),
-      static_cast<int>(view_->Number()), 1, std::max(most, 1), 1, &is_chosen);
+  const int number =
+      QInputDialog::getInt(display_, QStringLiteral("Other Segment"), QStringLiteral("Number"),
+                           static_cast<int>(view_->Number()), 1, std::max(most, 1), 1, &is_chosen);
   if (is_chosen) {
     other_.Choose(OtherRecord::Which::kChosen, static_cast<std::uint64_t>(number));
     emit changed();
@@ -83,10 +82,12 @@ void ShapeCommands::Follow() {
     const bool is_on = shape.folds && shape.halves == (action == fold_halves_);
     action->setChecked(is_on);
     action->setEnabled(is_on || reason.empty());
-    const QString tip = action == fold_ ? QStringLiteral("The mean period of the segment and its "
-                                                         "spread (F)")
-                                        : QStringLiteral("The mean half period, second halves "
-                                                         "reversed (Shift+F)");
+    const QString tip = action == fold_ ? QStringLiteral(
+                                              "The mean period of the segment and its "
+                                              "spread (F)")
+                                        : QStringLiteral(
+                                              "The mean half period, second halves "
+                                              "reversed (Shift+F)");
     action->setToolTip(reason.empty() ? tip
                                       : QStringLiteral("Not folded: ") + TextFromBytes(reason));
   }

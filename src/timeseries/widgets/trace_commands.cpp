@@ -30,8 +30,7 @@ TraceCommands::TraceCommands(const WaveformView* view, TraceArrangement* traces,
       &TraceCommands::ZoomIn);
   Add("Flatter alone", "flatter-alone", "The selected channel smaller", Qt::ALT | Qt::Key_Down,
       &TraceCommands::ZoomOut);
-  Add("Up alone", "up-alone",
-      "The selected channel up; with the mouse: drag with Ctrl and Shift",
+  Add("Up alone", "up-alone", "The selected channel up; with the mouse: drag with Ctrl and Shift",
       Qt::ALT | Qt::SHIFT | Qt::Key_Up, &TraceCommands::PanUp);
   Add("Down alone", "down-alone", "The selected channel down", Qt::ALT | Qt::SHIFT | Qt::Key_Down,
       &TraceCommands::PanDown);
@@ -72,9 +71,8 @@ void TraceCommands::FillMenu(QMenu* menu) {
     shown->setCheckable(true);
     shown->setChecked(!traces_->IsHidden(trace));
     shown->setEnabled(!traces_->IsLastShown(trace, view_->TraceCount()));
-    connect(shown, &QAction::triggered, this, [this, trace](bool is_shown) {
-      Hide(trace, !is_shown);
-    });
+    connect(shown, &QAction::triggered, this,
+            [this, trace](bool is_shown) { Hide(trace, !is_shown); });
   }
   menu->addSeparator();
   menu->addAction(QStringLiteral("Show All"), this, &TraceCommands::ShowAll);

@@ -14,6 +14,7 @@
 #include "files/path_text.h"
 #include "timeseries/waveform_text.h"
 #include "timeseries/widgets/waveform_dlg.h"
+#include "timeseries/widgets/waveform_export.h"
 #include "timeseries/widgets/waveform_gain_dlg.h"
 #include "timeseries/widgets/waveform_readings.h"
 #include "ui/byte_text.h"
@@ -32,6 +33,8 @@ constexpr int kMilliseconds = 1000;
 CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
     : CDisplay(QStringLiteral("Waveform"), parent),
       prompts_(prompts),
+      watch_(new FileWatch(this)),
+      fate_(new QLabel(this)),
       book_(new RecordBook(this)),
       plot_(new WaveformPlot(&view_, &traces_, this)),
       records_(new RecordStrip(book_, this)),
@@ -53,12 +56,18 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   halves_->addWidget(readings_);
   halves_->setStretchFactor(0, 1);
   halves_->setChildrenCollapsible(false);
+  fate_->setObjectName(QStringLiteral("fate"));
+  fate_->setWordWrap(true);
+  fate_->setMargin(4);
+  fate_->hide();
   layout()->addWidget(strip_);
+  layout()->addWidget(fate_);
   layout()->addWidget(halves_);
   layout()->addWidget(records_);
   setTabOrder(number_, readings_);
   setTabOrder(readings_, records_);
   connect(records_, &RecordStrip::chosen, this, &CWaveformDisplay::GoTo);
+  connect(watch_, &FileWatch::changed, this, &CWaveformDisplay::OnFate);
   connect(strip_, &LoadingStrip::ended, this, [this] { TakeAgain(strip_->Take()); });
   connect(strip_, &LoadingStrip::cancelled, this, &CDisplay::told);
   connect(plot_, &WaveformPlot::changed, this, [this] {
@@ -154,6 +163,9 @@ void CWaveformDisplay::AddSaving() {
   AddButton("Copy readings", "copy-readings", "Copy the readings of the cursors as text",
             Qt::CTRL | Qt::SHIFT | Qt::Key_C, [this] { CopyReadings(); });
   AddReload();
+  AddFiles();
+  AddKey("Save as CSV...", "save-csv", "Save what is visible as comma-separated values",
+         Qt::CTRL | Qt::Key_E, [this] { SaveCsv(); });
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
             Qt::CTRL | Qt::Key_P, [this] { Save(); });
   AddButton("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
@@ -169,6 +181,7 @@ void CWaveformDisplay::Take(std::unique_ptr<TsFile> file, const TsFile::Options&
   view_.Take(std::move(file), options);
   LimitNumber();
   book_->Follow(view_.File());
+  watch_->Follow(&view_.File());
   if (const std::string bad = view_.File().BadRecordText(); !bad.empty()) {
     prompts_->ShowWarning("Orvane", bad);
   }
@@ -335,12 +348,66 @@ void CWaveformDisplay::TakeAgain(std::unique_ptr<TsLoading> loading) {
     view_.TakeAgain(std::move(fresh));
     shape_->Other().Forget();
     LimitNumber();
-    book_->Follow(view_.File());
+    book_->FollowAgain(view_.File());
+    watch_->Follow(&view_.File());
+    fate_->hide();
   }
   ShowView();
   if (!loading->Outcome()) {
     emit told(QStringLiteral("Not read again: ") +
               QString::fromStdString(loading->Outcome().Message()));
+  }
+}
+
+// What was read stays on display, whatever becomes of the file.
+void CWaveformDisplay::OnFate(FileFate fate) {
+  const QString name = Title();
+  QString text;
+  if (fate == FileFate::kShorter) {
+    text = QStringLiteral("%1 has become shorter; F5 reads it again").arg(name);
+  } else if (fate == FileFate::kGone) {
+    text = QStringLiteral("%1 is no longer there").arg(name);
+  } else if (fate == FileFate::kReplaced) {
+    text = QStringLiteral("Another file has the name %1 now; F5 reads it").arg(name);
+  }
+  fate_->setText(text);
+  QPalette warning = palette();
+  warning.setColor(QPalette::WindowText, WarningColor(palette()));
+  fate_->setPalette(warning);
+  fate_->setVisible(!text.isEmpty());
+  if (!text.isEmpty()) {
+    emit told(text);
+  } else if (fate == FileFate::kGrown) {
+    TakeMore();
+  }
+}
+
+// So many at a time that no key press waits.
+void CWaveformDisplay::TakeMore() {
+  constexpr std::uint64_t kMostAtOnce = 2000;
+  const TsIndex::Growth growth = view_.Extend(kMostAtOnce);
+  if (growth.more == 0 && !growth.is_last_whole_now) {
+    return;  // the next record is not whole yet
+  }
+  shape_->Other().Forget();
+  LimitNumber();
+  if (growth.is_last_whole_now) {
+    book_->FollowAgain(view_.File());
+  } else {
+    book_->Grow(view_.File());
+  }
+  ShowView();
+  emit told(growth.more == 1 ? QStringLiteral("1 record more")
+                             : QStringLiteral("%1 records more").arg(growth.more));
+  if (growth.more == kMostAtOnce) {
+    QMetaObject::invokeMethod(watch_, &FileWatch::Look, Qt::QueuedConnection);
+  }
+}
+
+void CWaveformDisplay::SaveCsv() {
+  const QString said = AskAndSaveCsv(view_, traces_.Shown(view_.TraceCount()), this);
+  if (!said.isEmpty()) {
+    emit told(said);
   }
 }
 

@@ -9,6 +9,7 @@
 
 #include "forms/prompts.h"
 #include "timeseries/waveform_view.h"
+#include "timeseries/widgets/file_watch.h"
 #include "timeseries/widgets/loading_strip.h"
 #include "timeseries/widgets/record_book.h"
 #include "timeseries/widgets/record_strip.h"
@@ -34,6 +35,10 @@ class CWaveformDisplay : public CDisplay {
   void GoTo(std::uint64_t number) { Page(view_.GoTo(number)); }
   /// Takes over how another file was shown, but for auto play.
   void Adopt(const WaveformSettings& settings, bool has_small_unit);
+  /// Looks whether the file has changed, as it does by itself now and then.
+  void LookAtFile() { watch_->Look(); }
+  /// Asks for a file for what is seen.
+  void SaveCsv();
 
   QString Title() const override;
   void ScrollBack() override { Page(view_.Previous()); }
@@ -56,6 +61,8 @@ class CWaveformDisplay : public CDisplay {
 
  private:
   void TakeAgain(std::unique_ptr<TsLoading> loading);
+  void OnFate(FileFate fate);
+  void TakeMore();
   void LimitNumber();
   void AddPaging();
   void AddViewing();
@@ -77,6 +84,8 @@ class CWaveformDisplay : public CDisplay {
   Prompts* prompts_;
   WaveformView view_;
   TraceArrangement traces_;
+  FileWatch* watch_;
+  QLabel* fate_;
   RecordBook* book_;
   WaveformPlot* plot_;
   RecordStrip* records_;

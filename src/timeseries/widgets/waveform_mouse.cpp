@@ -43,16 +43,14 @@ bool WaveformMouse::Take(const QEvent* event) {
 double WaveformMouse::TimeAt(double x) const {
   const QRectF place = places_->PlaceOf({});
   const ValueRange times = view_->VisibleTimes();
-  return times.low +
-         (times.high - times.low) * (x - place.left()) / std::max(place.width(), 1.0);
+  return times.low + (times.high - times.low) * (x - place.left()) / std::max(place.width(), 1.0);
 }
 
 bool WaveformMouse::OnWheel(const QWheelEvent& event) {
   constexpr double kNotch = 120;
   // With modifiers some systems turn an upright wheel into a level one.
   const QPoint turned = event.angleDelta();
-  const double factor =
-      std::pow(kWheelStep, (turned.y() != 0 ? turned.y() : turned.x()) / kNotch);
+  const double factor = std::pow(kWheelStep, (turned.y() != 0 ? turned.y() : turned.x()) / kNotch);
   const auto trace = places_->TraceAt(event.position().y());
   if (Has(event.modifiers(), Qt::ShiftModifier)) {
     if (trace) {

@@ -263,10 +263,10 @@ void WaveformPlot::LabelCursors() {
     label->setVisible(reading.has_value());
     if (reading) {
       label->position->setCoords(reading->time, 0);
-      label->setText(
-          QStringLiteral(" %1: %2").arg(cursor + 1).arg(
-              view_->ShowsClock() ? TextFromBytes(TimeText(*view_, reading->time))
-                                  : QString::number(reading->time, 'g', 6)));
+      label->setText(QStringLiteral(" %1: %2")
+                         .arg(cursor + 1)
+                         .arg(view_->ShowsClock() ? TextFromBytes(TimeText(*view_, reading->time))
+                                                  : QString::number(reading->time, 'g', 6)));
     }
   }
 }
@@ -318,9 +318,10 @@ void WaveformPlot::ShowHeader() {
   const std::string title =
       view_->Number() == 0
           ? view_->EmptyText()
-          : BrokenTitle(view_->TitleText() + OverlayText(), [&metrics, room](std::string_view text) {
-              return metrics.horizontalAdvance(TextFromBytes(text)) <= room;
-            });
+          : BrokenTitle(view_->TitleText() + OverlayText(),
+                        [&metrics, room](std::string_view text) {
+                          return metrics.horizontalAdvance(TextFromBytes(text)) <= room;
+                        });
   const QString name = TextFromPath(view_->File().Path().filename()) + QLatin1Char('\n');
   title_->setText((has_file_name_ ? name : QString()) + TextFromBytes(title));
 }
@@ -340,10 +341,10 @@ void WaveformPlot::ShowView() {
   shown_ = traces_->Shown(view_->TraceCount());
   const std::size_t count = StripsWithRoom();
   const QString not_drawn = not_drawn_ == nullptr ? QString() : not_drawn_->text();
-  const bool are_same = std::equal(
-      strips_.begin(), strips_.end(), shown_.begin(),
-      shown_.begin() + static_cast<std::ptrdiff_t>(count),
-      [](const Strip& strip, std::size_t trace) { return strip.trace == trace; });
+  const bool are_same =
+      std::equal(strips_.begin(), strips_.end(), shown_.begin(),
+                 shown_.begin() + static_cast<std::ptrdiff_t>(count),
+                 [](const Strip& strip, std::size_t trace) { return strip.trace == trace; });
   if (!are_same || not_drawn != TextFromBytes(traces_->NotDrawnText(*view_, count))) {
     MakeStrips(count);
   }

@@ -82,9 +82,10 @@ void FillReadings(const WaveformView& view, QTableWidget* table) {
   const int traces = static_cast<int>(view.TraceCount());
   table->setRowCount(at[0] || at[1] ? traces + (has_both ? 2 : 1) : 0);
   for (int row = 0; row < table->rowCount(); ++row) {
-    const QStringList texts = row == 0       ? TimeRow(view, at)
-                              : row > traces ? DistanceRow(at)
-                                             : TraceRow(view, static_cast<std::size_t>(row) - 1, at);
+    const QStringList texts = row == 0 ? TimeRow(view, at)
+                              : row > traces
+                                  ? DistanceRow(at)
+                                  : TraceRow(view, static_cast<std::size_t>(row) - 1, at);
     for (int column = 0; column < table->columnCount(); ++column) {
       auto* item = OnlyShown(new QTableWidgetItem(texts.value(column)));
       item->setTextAlignment(column == 0 ? Qt::AlignLeft | Qt::AlignVCenter
