@@ -127,7 +127,7 @@ TEST_F(DecayDockTest, HasAmplitudesAndPhasesOrSaysWhyNot) {
   EXPECT_NEAR(std::abs(dock_->Plot()->Shown().stacked.y.at(0)), 180, 1e-6);
   EXPECT_EQ(dock_->Plot()->Shown().y_text, "Phase (degrees) of Ex1 against Ex2");
 
-  Open(DecayBytes::Table(4), records);
+  Open(DecayBytes::Table(5), records);
   EXPECT_EQ(Caption(), "The method (TECH) has no transmitter, or is not known");
   EXPECT_TRUE(dock_->Plot()->Shown().IsEmpty());
 }
