@@ -29,12 +29,8 @@ void AddStacked(double x, const RobustStats& stats, const StackPicture& picture,
   }
 }
 
-std::string Records(std::size_t count, std::uint64_t left_out) {
-  std::string text = FormatInt(count).append(count == 1 ? " record" : " records");
-  return left_out == 0 ? text
-                       : text.append(", ")
-                             .append(FormatInt(left_out))
-                             .append(left_out == 1 ? " record left out" : " records left out");
+std::string Records(std::size_t count) {
+  return FormatInt(count).append(count == 1 ? " record" : " records");
 }
 
 // Those records that have a decay of the channel.
@@ -196,16 +192,15 @@ std::string DecayView::Caption(std::size_t channel) const {
   if (IsRunning() || channel >= Channels().size()) {
     return Reason();
   }
-  const std::uint64_t left_out = source_.left_out.Count();
   if (HasPoints()) {
     text = "Amplitude and phase of ";
     text.append(FormatInt(outcome_.points->stacks.size()))
         .append(" frequencies, ")
-        .append(Records(outcome_.points->lines.size(), left_out));
+        .append(Records(outcome_.points->lines.size()));
   } else {
     const FileDecay& decay = *outcome_.decay;
     text = "Stack of ";
-    text.append(Records(WithDecay(decay, channel).size(), left_out)).append("; ");
+    text.append(Records(WithDecay(decay, channel).size())).append("; ");
     text.append(WindowsText());
     const RobustStats& chargeability = decay.stacked[channel].back();
     if (chargeability.count > 0) {

@@ -59,8 +59,8 @@ class DecayView {
   std::size_t FirstChannel() const;
 
   DecayLines Lines(std::size_t channel, Quantity quantity, const StackPicture& picture) const;
-  /// "Stack of 12 records, 2 records left out; windows by the stepping rule, 40 to 980 ms;
-  /// chargeability 12.3 mV/V, spread 0.1" and what a user should know.
+  /// "Stack of 12 records; 16 windows by the stepping rule, 0 to 2000 ms; chargeability over them
+  /// 12.3 mV/V, spread 0.1; 2 records left out" and what else a user should know.
   std::string Caption(std::size_t channel) const;
   /// What is stacked of a channel, tab-separated, with a line of titles.
   std::string Text(std::size_t channel) const;

@@ -378,7 +378,8 @@ TEST_F(WaveformDisplay, FollowsTheFileAndTheFolder) {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&frame_));
     QTest::keyClick(Display(), key, Qt::ControlModifier);
     QApplication::processEvents();
-    return Display()->Title();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !frame_.Displays().IsReading(); }, 30000));
+    return frame_.Display()->Title();
   };
   EXPECT_EQ(go(Qt::Key_PageDown), QStringLiteral("C.TS1"));
   EXPECT_EQ(go(Qt::Key_PageDown), QStringLiteral("C.TS1"));

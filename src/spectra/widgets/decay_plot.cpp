@@ -32,7 +32,9 @@ void DecayPlot::Draw() {
   if (!lines_.stacked.IsEmpty()) {
     AddMarks(lines_.stacked, color, QStringLiteral("Median and spread"), true);
   }
-  SetTexts(title_, TextFromBytes(lines_.x_text), TextFromBytes(lines_.y_text));
+  const QString title =
+      has_title_ ? QString(title_).replace(QStringLiteral("; "), QStringLiteral(";\n")) : QString();
+  SetTexts(title, TextFromBytes(lines_.x_text), TextFromBytes(lines_.y_text));
   Name(QStringLiteral("Decay: ") + title_);
   SetRanges(picture_, false);
   FollowTheme();
@@ -42,6 +44,7 @@ void DecayPlot::Draw() {
 Result<> DecayPlot::Save(const QString& path, const QSize& size) const {
   DecayPlot picture(nullptr);
   picture.title_ = title_;
+  picture.has_title_ = true;
   picture.lines_ = lines_;
   picture.picture_ = picture_;
   return SaveCopy(&picture, path, size);

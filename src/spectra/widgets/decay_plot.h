@@ -15,7 +15,7 @@ class DecayPlot : public MarksPlot {
  public:
   explicit DecayPlot(QWidget* parent);
 
-  /// `title` may be of several lines.
+  /// The title is in saved pictures and for assistive tools; parts of it end with "; ".
   void Show(const QString& title, DecayLines lines, const StackPicture& picture);
   const DecayLines& Shown() const { return lines_; }
   Result<> Save(const QString& path, const QSize& size) const override;
@@ -25,6 +25,7 @@ class DecayPlot : public MarksPlot {
 
  private:
   QString title_;
+  bool has_title_ = false;  // drawn
   DecayLines lines_;
   StackPicture picture_;
 };

@@ -5,6 +5,7 @@
 
 #include <QContextMenuEvent>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -139,7 +140,10 @@ void MarksPlot::SetRanges(const StackPicture& picture, bool has_whole_x) {
   for (QCPAxis* axis : {plot_->xAxis, plot_->yAxis}) {
     const QCPRange range = axis->range();
     if (axis->scaleType() == QCPAxis::stLinear) {
-      const double room = range.size() > 0 ? range.size() * 0.05 : std::abs(range.lower) + 1;
+      constexpr double kTellable = 1e-3;  // of a value, by the digits of the ticks
+      const double most = std::max(std::abs(range.lower), std::abs(range.upper));
+      const double room = range.size() > 0 ? std::max(range.size() * 0.05, most * kTellable)
+                                           : std::abs(range.lower) + 1;
       axis->setRange(range.lower - room, range.upper + room);
     } else if (range.lower > 0) {
       const double factor = std::pow(range.upper / range.lower, 0.05) * 1.02;
