@@ -3,6 +3,7 @@
 
 #include <QRegularExpression>
 #include <memory>
+#include <utility>
 
 #include "app/field_folders.h"
 #include "files/file_io.h"
@@ -59,7 +60,9 @@ void FieldDisplays::OpenBeside(int by) {
                        : QStringLiteral("%1 is the last file of its kind in the folder").arg(name));
     return;
   }
+  const QString back = shown_;
   Open(kind, TextFromPath(*beside));
+  return_to_ = IsReading() ? back : QString();
 }
 
 void FieldDisplays::Show(CDisplay* display) {
@@ -139,9 +142,15 @@ bool FieldDisplays::Read(std::unique_ptr<TsLoading> loading) {
 void FieldDisplays::Follow(std::unique_ptr<TsLoading> loading) {
   auto* display = new CLoadingDisplay(std::move(loading));
   connect(&display->Strip(), &LoadingStrip::ended, this, [this, display] {
+    const QString back = std::exchange(return_to_, QString());
     if (!ShowRead(display->Strip().Take()) && current_ == display) {
       Leave();  // the reason was shown already
       emit changed();
+      if (!back.isEmpty()) {
+        const QString tried = path_;
+        OpenWaveform(back);
+        path_ = tried;
+      }
     }
   });
   connect(&display->Strip(), &LoadingStrip::cancelled, this, [this](const QString& text) {
@@ -180,6 +189,7 @@ bool FieldDisplays::ShowRead(std::unique_ptr<TsLoading> loading) {
   display->Take(std::move(file), loading->Options());
   CWaveformDisplay* shown = display.release();
   Show(shown);
+  shown_ = TextFromPath(loading->Path());
   shown->ShowView();
   return true;
 }

@@ -73,7 +73,9 @@ class FieldDisplays : public QObject {
   QStackedWidget* stack_;
   QWidget* window_;
   CDisplay* current_ = nullptr;
-  QString path_;  // opened last, or tried
+  QString path_;       // opened last, or tried
+  QString shown_;      // the waveform that was shown last
+  QString return_to_;  // shown again where the file beside it, which takes time, cannot be read
   Kind kind_ = Kind::kNone;
   WaveformSettings waveform_settings_;
   bool has_small_unit_ = false;

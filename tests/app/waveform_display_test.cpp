@@ -379,7 +379,7 @@ TEST_F(WaveformDisplay, FollowsTheFileAndTheFolder) {
     QTest::keyClick(Display(), key, Qt::ControlModifier);
     QApplication::processEvents();
     EXPECT_TRUE(QTest::qWaitFor([this] { return !frame_.Displays().IsReading(); }, 30000));
-    return frame_.Display()->Title();
+    return frame_.Display() == nullptr ? QString() : frame_.Display()->Title();
   };
   EXPECT_EQ(go(Qt::Key_PageDown), QStringLiteral("C.TS1"));
   EXPECT_EQ(go(Qt::Key_PageDown), QStringLiteral("C.TS1"));
