@@ -78,6 +78,7 @@ constexpr auto kView = std::to_array<CommandRow>({
     {kViewCheck, "&Morning Check\tF7", "Whether the boxes may leave with this table\nMorning Check"},
     {kViewChanges, "Ch&anges\tF8", "What differs from the file, the defaults or another table\nChanges"},
     {kViewSpectrum, "Spectr&um\tF9", "What frequencies a waveform has: the visible part, a record or the file\nSpectrum"},
+    {kViewDecay, "&Decay\tCtrl+Shift+D", "Decays, or amplitudes and phases, of the recording shown\nDecay"},
     {kViewMap, "Ma&p\tCtrl+Shift+M", "Where electrodes, transmitter and stations of the table are\nMap"},
     kLine,
     {kViewTheme, "T&heme", ""},
