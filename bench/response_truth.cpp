@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How far the responses of fitted boxes lie from the truth: boxes are drawn, swept under several
+// conditions, fitted, and compared with themselves.
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "truth_box.h"
+
+namespace {
+
+using namespace orvane;         // NOLINT: all that a box is made of
+using namespace orvane::bench;  // NOLINT
+
+constexpr auto kConditions = std::to_array<TruthCondition>({
+    {.name = "full scale 1e-4", .full_scale = 1e-4},
+    {.name = "full scale 3e-4", .full_scale = 3e-4},
+    {.name = "full scale 1e-3", .full_scale = 1e-3},
+    {.name = "value 1e-4", .of_value = 1e-4},
+    {.name = "value 1e-3", .of_value = 1e-3},
+    {.name = "12 records a pass", .of_value = 1e-4, .records = 12},
+    {.name = "parts up to 2x off", .of_value = 1e-4, .farthest = 2},
+    {.name = "8 Hz to 20 kHz", .of_value = 1e-4, .lowest = 8},
+    {.name = "2 % wild", .of_value = 1e-4, .wild = 0.02},
+    {.name = "12 % wild", .of_value = 1e-4, .wild = 0.12},
+    {.name = "drift 2e-4", .of_value = 1e-4, .drift = 2e-4},
+    {.name = "drive 1 %", .of_value = 1e-4, .drive = 0.01},
+});
+
+// 54 settings and 40 frequencies, 0.1 Hz to 20 kHz.
+template <typename Visit>
+void ForEachSetting(const Visit& visit) {
+  for (const int gain : {0, 2}) {
+    for (const int low_pass : {0, 16, 17, 18, 19, 20, 80, 82, 84}) {
+      for (const double source : {0, 100, 1000}) {
+        visit(FrontEndSetting{gain, low_pass, 0, source});
+      }
+    }
+  }
+}
+
+std::vector<double> Frequencies() {
+  std::vector<double> frequencies;
+  for (int i = 0; i < 40; ++i) {
+    frequencies.push_back(0.1 * std::pow(20000 / 0.1, i / 39.0));
+  }
+  return frequencies;
+}
+
+double LargestError(const FrontEndParameters& truth, const FrontEndParameters& model) {
+  static const auto frequencies = Frequencies();
+  double largest = 0;
+  ForEachSetting([&](const FrontEndSetting& setting) {
+    const FrontEnd one(truth, setting);
+    const FrontEnd other(model, setting);
+    for (const double frequency : frequencies) {
+      const Complex ratio = other.Response(frequency) / one.Response(frequency);
+      largest = std::max(largest, std::abs(ratio - 1.0));
+    }
+  });
+  return largest;
+}
+
+void RunCondition(const TruthCondition& condition, int boxes) {
+  TruthShop shop(20261123);
+  std::vector<double> errors;
+  for (int i = 0; i < boxes; ++i) {
+    const TruthBox box = shop.Build(condition);
+    const CalData cal = box.Fitted();
+    errors.push_back(LargestError(box.parts[0], ParametersOf(cal, 0)));
+  }
+  std::sort(errors.begin(), errors.end());
+  const auto at = [&](double share) {
+    return errors[static_cast<std::size_t>(share * static_cast<double>(errors.size() - 1))];
+  };
+  std::printf("%-20s %10.1e %10.1e %10.1e\n", condition.name, at(0.5), at(0.95), at(1));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int boxes = argc > 1 ? std::atoi(argv[1]) : 0;
+  if (boxes <= 0) {
+    std::fputs("usage: orvane-response-truth BOXES\n", stderr);
+    return 2;
+  }
+  std::printf("%-20s %10s %10s %10s\n", "condition", "median", "95 %", "worst");
+  for (const TruthCondition& condition : kConditions) {
+    RunCondition(condition, boxes);
+  }
+  return 0;
+}
