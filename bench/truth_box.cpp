@@ -53,8 +53,9 @@ TruthPass TruthShop::Sweep(const TruthCondition& condition, const TruthBox& box,
     std::vector<Complex>& responses = sweep.responses.emplace_back();
     const double drift = 1 + Noise(condition.drift).real();
     const FrontEndSetting switched =
-        !IsModelPass(pass) ? FrontEndSetting()
-                           : (setting ? setting(pass, parts[kDrive]) : PassSetting(pass, parts[kDrive]));
+        !IsModelPass(pass)
+            ? FrontEndSetting()
+            : (setting ? setting(pass, parts[kDrive]) : PassSetting(pass, parts[kDrive]));
     const FrontEnd front_end(parts, switched);
     for (const double frequency : sweep.frequencies) {
       const Complex h = front_end.Response(frequency) * drift;

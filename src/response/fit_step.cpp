@@ -23,7 +23,10 @@ double VariableOf(std::size_t part, double value, double nominal) {
 
 FitStep::FitStep(std::span<const FitSlot> slots, std::span<const std::size_t> parts,
                  const FitStart& start)
-    : slots_(slots), fixed_(start.parameters), highest_frequency_(start.highest_frequency) {
+    : slots_(slots),
+      fixed_(start.parameters),
+      highest_frequency_(start.highest_frequency),
+      width_(start.width) {
   count = parts.size();
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t part = parts[i];
@@ -80,6 +83,7 @@ FrontEndParameters FitStep::ParametersAt(const Variables& at, Variables* slopes)
 
 double FitStep::Cost(const Variables& at) {
   double cost = 0;
+  const double square = width_ * width_;
   Variables slopes{};
   const FrontEndParameters parameters = ParametersAt(at, &slopes);
   for (const FitSlot& slot : slots_) {
@@ -87,7 +91,7 @@ double FitStep::Cost(const Variables& at) {
     for (const FitPoint& point : slot.points) {
       if (TakesPart(point)) {
         const Complex h = front_end.Response(point.frequency) - point.measured;
-        cost += std::norm(h) * (point.weight * point.weight);
+        cost += square * std::log1p(std::norm(h) * (point.weight * point.weight) / square);
       }
     }
   }
@@ -137,12 +141,15 @@ void FitStep::AddSlot(const FitSlot& slot, const FrontEndParameters& parameters,
     if (!TakesPart(point)) {
       continue;
     }
-    const Complex residual =
+    const Complex error =
         (front_end.Response(point.frequency, &gradient) - point.measured) * point.weight;
-    eq->cost += std::norm(residual);
+    const double squared = std::norm(error);
+    eq->cost += width_ * width_ * std::log1p(squared / (width_ * width_));
+    const double trust = std::sqrt(CauchyWeight(squared, width_));
+    const Complex residual = error * trust;
     for (std::size_t a = 0; a < actives; ++a) {
       const std::size_t i = active[a];
-      const Complex slope = gradient[unknowns_[i].part] * (slopes[i] * point.weight);
+      const Complex slope = gradient[unknowns_[i].part] * (slopes[i] * point.weight * trust);
       real[a] = slope.real();
       imaginary[a] = slope.imag();
       eq->gradient[i] += real[a] * residual.real() + imaginary[a] * residual.imag();

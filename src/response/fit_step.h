@@ -10,7 +10,7 @@
 
 namespace orvane {
 
-/// One measured point. Its error is |model - measured| / (|measured| + 0.01).
+/// One measured point. Its error is |model - measured| times its weight.
 struct FitPoint {
   double frequency = 0;
   Complex measured;
@@ -30,11 +30,18 @@ struct FitStart {
   double polarity;
   double prior_weight;  ///< of a deviation by a part's tolerance, in units of a point's error
   double highest_frequency;
+  double width;  ///< errors of this size count half, as `CauchyWeight()` says
 };
+
+/// How much a point with such a squared error counts: 1 where it is small, 0 where it is large.
+inline double CauchyWeight(double squared_error, double width) {
+  return 1 / (1 + squared_error / (width * width));
+}
 
 /// Adjusts some parameters of the circuit to the points of some slots. Values of parts are searched
 /// by their logarithms, at most a factor of 3 from the nominal ones. What the points do not show
-/// stays near nominal, by the tolerance of the part.
+/// stays near nominal, by the tolerance of the part. A point's loss is Cauchy's, width^2 log(1 +
+/// error^2 / width^2), so that wild ones hardly count.
 class FitStep final : public LeastSquaresProblem {
  public:
   FitStep(std::span<const FitSlot> slots, std::span<const std::size_t> parts,
@@ -67,6 +74,7 @@ class FitStep final : public LeastSquaresProblem {
   std::vector<Unknown> unknowns_;
   FrontEndParameters fixed_;
   double highest_frequency_;
+  double width_;
 };
 
 }  // namespace orvane
