@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <numbers>
 
+#include "response/uncertainty.h"
 #include "truth_box.h"
 
 namespace {
@@ -47,33 +49,56 @@ std::vector<double> Frequencies() {
   return frequencies;
 }
 
-double LargestError(const FrontEndParameters& truth, const FrontEndParameters& model) {
+// What was found over boxes, settings and frequencies of a condition.
+struct Found {
+  std::vector<double> errors;  // the largest of each box
+  std::size_t values = 0;      // amplitudes and phases
+  std::size_t in_noise = 0;    // those within the band of the scatter
+  std::size_t in_wider = 0;    // within the one with drive and drift
+};
+
+void Compare(const FrontEndParameters& truth, const CalData& cal, Found* found) {
   static const auto frequencies = Frequencies();
+  constexpr double kDegrees = 180 / std::numbers::pi;
+  const FrontEndParameters parts = ParametersOf(cal, 0);
+  const ModelUncertainty uncertainty(cal, 0);
   double largest = 0;
+  const auto count = [found](double error, double noise, double wider) {
+    ++found->values;
+    found->in_noise += error <= noise ? 1 : 0;
+    found->in_wider += error <= wider ? 1 : 0;
+  };
   ForEachSetting([&](const FrontEndSetting& setting) {
     const FrontEnd one(truth, setting);
-    const FrontEnd other(model, setting);
+    const FrontEnd other(parts, setting);
     for (const double frequency : frequencies) {
       const Complex ratio = other.Response(frequency) / one.Response(frequency);
       largest = std::max(largest, std::abs(ratio - 1.0));
+      const ResponseBands bands = uncertainty.At(setting, frequency);
+      count(std::abs(std::abs(ratio) - 1), bands.noise.amplitude, bands.wider.amplitude);
+      count(std::abs(std::arg(ratio)) * kDegrees, bands.noise.phase, bands.wider.phase);
     }
   });
-  return largest;
+  found->errors.push_back(largest);
 }
 
 void RunCondition(const TruthCondition& condition, int boxes) {
   TruthShop shop(20261123);
-  std::vector<double> errors;
+  Found found;
   for (int i = 0; i < boxes; ++i) {
     const TruthBox box = shop.Build(condition);
-    const CalData cal = box.Fitted();
-    errors.push_back(LargestError(box.parts[0], ParametersOf(cal, 0)));
+    Compare(box.parts[0], box.Fitted(), &found);
   }
-  std::sort(errors.begin(), errors.end());
-  const auto at = [&](double share) {
-    return errors[static_cast<std::size_t>(share * static_cast<double>(errors.size() - 1))];
+  std::sort(found.errors.begin(), found.errors.end());
+  const auto at = [&found](double share) {
+    return found
+        .errors[static_cast<std::size_t>(share * static_cast<double>(found.errors.size() - 1))];
   };
-  std::printf("%-20s %10.1e %10.1e %10.1e\n", condition.name, at(0.5), at(0.95), at(1));
+  const auto percent = [&found](std::size_t within) {
+    return 100 * static_cast<double>(within) / static_cast<double>(found.values);
+  };
+  std::printf("%-20s %9.1e %9.1e %9.1e %6.1f %6.1f\n", condition.name, at(0.5), at(0.95), at(1),
+              percent(found.in_noise), percent(found.in_wider));
 }
 
 }  // namespace
@@ -84,7 +109,8 @@ int main(int argc, char** argv) {
     std::fputs("usage: orvane-response-truth BOXES\n", stderr);
     return 2;
   }
-  std::printf("%-20s %10s %10s %10s\n", "condition", "median", "95 %", "worst");
+  std::printf("%-20s %9s %9s %9s %6s %6s\n", "condition", "median", "95 %", "worst", "in %",
+              "wider");
   for (const TruthCondition& condition : kConditions) {
     RunCondition(condition, boxes);
   }

@@ -27,7 +27,7 @@ struct BoxModel {
     double max = 0;
     double noise = 0;  ///< of real and of imaginary part, from the median of the circuit's errors
     double prior_weight = 0;  ///< of a deviation from paper by a part's tolerance
-    bool is_kept = false;  ///< else the parameters are those that the fit started from
+    bool is_kept = false;     ///< else the parameters are those that the fit started from
 
     /// Above this rms the circuit does not describe the channel well.
     static constexpr double kDoubtfulRms = 0.01;

@@ -2,13 +2,14 @@
 #include "response/channel_fit.h"
 
 #include <algorithm>
+#include <numbers>
 #include <numeric>
 
 namespace orvane {
 namespace {
 
 constexpr double kLowFrequencies = 50;  // Hz; below, only gains differ
-constexpr double kLeastPriorWeight = 2e-4;
+constexpr double kLeastPriorWeight = 1e-4;
 constexpr double kWorstRms = 0.05;
 constexpr int kIterations = 25;
 constexpr int kCircuitIterations = 40;
@@ -29,6 +30,11 @@ constexpr auto kNotInSecond =
     std::to_array<std::size_t>({4, 5, 6, 7, kChokeB, kChokeBWire, kTank, kTrapSwitch});
 
 bool IsPossibleDelay(double delay) { return delay >= -kLongestDelay && delay <= kLongestDelay; }
+
+// The rms of an error that noise makes.
+double PriorWeightFor(double noise) {
+  return std::max(kLeastPriorWeight, std::numbers::sqrt2 * noise);
+}
 
 double RootMeanSquare(const std::vector<double>& errors) {
   const double squares = std::inner_product(errors.begin(), errors.end(), errors.begin(), 0.0);
@@ -105,7 +111,7 @@ void ChannelFit::Adjust(Slots slots, std::span<const std::size_t> parts, int mos
     const double noise = NoiseOf(Errors(slots, highest_frequency));
     const double before = width;
     width = std::max(WidthFor(noise), width / kNarrowing);
-    prior_weight = std::max(kLeastPriorWeight, noise);
+    prior_weight = PriorWeightFor(noise);
     if (std::abs(width - before) <= kSteady * before) {
       return;
     }
@@ -123,7 +129,7 @@ std::vector<double> ChannelFit::Errors(Slots slots, double highest_frequency) co
 void ChannelFit::Judge() {
   const std::vector<double> errors = Errors(points_.slots, kAnyFrequency);
   report_.noise = NoiseOf(errors);
-  report_.prior_weight = std::max(kLeastPriorWeight, report_.noise);
+  report_.prior_weight = PriorWeightFor(report_.noise);
   const double width = WidthFor(report_.noise);
   std::vector<double> taken;
   std::copy_if(errors.begin(), errors.end(), std::back_inserter(taken),

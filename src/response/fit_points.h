@@ -32,8 +32,8 @@ double Median(std::vector<double>* values);
 /// two normal parts lie below 1.1774 deviations. Not below what rounding leaves.
 double NoiseOf(std::vector<double> errors);
 
-/// The width of the loss for such a noise: the usual 2.385 deviations.
-inline double WidthFor(double noise) { return 2.385 * noise; }
+/// The width of the loss for such a noise, by trial: less makes good points count too little.
+inline double WidthFor(double noise) { return 4 * noise; }
 
 /// A point whose Cauchy weight is below this counts as left out.
 inline constexpr double kLeastTrust = 0.3;

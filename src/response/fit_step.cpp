@@ -21,6 +21,10 @@ double VariableOf(std::size_t part, double value, double nominal) {
 
 }  // namespace
 
+double PartSlope(std::size_t part, double value) {
+  return IsGain(part) ? 1 : part == kDelay ? kDelayUnit : value;
+}
+
 FitStep::FitStep(std::span<const FitSlot> slots, std::span<const std::size_t> parts,
                  const FitStart& start)
     : slots_(slots),
@@ -50,12 +54,21 @@ bool FitStep::HasPoints() const {
   });
 }
 
-int FitStep::Run(int most_iterations, FrontEndParameters* parameters) {
+Variables FitStep::Start() const {
   Variables at{};
   for (std::size_t i = 0; i < count; ++i) {
     const Unknown& unknown = unknowns_[i];
     at[i] = VariableOf(unknown.part, fixed_[unknown.part], unknown.nominal);
   }
+  return at;
+}
+
+double FitStep::ToleranceOf(std::size_t variable) const {
+  return kTolerances[unknowns_[variable].part];
+}
+
+int FitStep::Run(int most_iterations, FrontEndParameters* parameters) {
+  Variables at = Start();
   const int iterations = Minimize(this, most_iterations, &at);
   Variables slopes{};
   *parameters = ParametersAt(at, &slopes);
@@ -67,21 +80,15 @@ FrontEndParameters FitStep::ParametersAt(const Variables& at, Variables* slopes)
   for (std::size_t i = 0; i < count; ++i) {
     const Unknown& unknown = unknowns_[i];
     double& value = parameters[unknown.part];
-    if (IsGain(unknown.part)) {
-      value = at[i];
-      (*slopes)[i] = 1;
-    } else if (unknown.part == kDelay) {
-      value = at[i] * kDelayUnit;
-      (*slopes)[i] = kDelayUnit;
-    } else {
-      value = unknown.nominal * std::exp(at[i]);
-      (*slopes)[i] = value;
-    }
+    value = IsGain(unknown.part)     ? at[i]
+            : unknown.part == kDelay ? at[i] * kDelayUnit
+                                     : unknown.nominal * std::exp(at[i]);
+    (*slopes)[i] = PartSlope(unknown.part, value);
   }
   return parameters;
 }
 
-double FitStep::Cost(const Variables& at) {
+double FitStep::Cost(const Variables& at) const {
   double cost = 0;
   const double square = width_ * width_;
   Variables slopes{};
@@ -102,7 +109,7 @@ double FitStep::Cost(const Variables& at) {
   return cost;
 }
 
-NormalEquations FitStep::Linearize(const Variables& at) {
+NormalEquations FitStep::Linearize(const Variables& at) const {
   NormalEquations eq;
   Variables slopes{};
   const FrontEndParameters parameters = ParametersAt(at, &slopes);
@@ -158,6 +165,32 @@ void FitStep::AddSlot(const FitSlot& slot, const FrontEndParameters& parameters,
       }
     }
   }
+}
+
+Variables FitStep::Pull(const FitSlot& slot, const Variables& at, std::size_t part,
+                        double scale) const {
+  Variables slopes{};
+  const FrontEndParameters parameters = ParametersAt(at, &slopes);
+  const FrontEnd front_end(parameters, slot.setting);
+  FrontEnd::Gradient gradient{};
+  Variables pull{};
+  for (const FitPoint& point : slot.points) {
+    if (!TakesPart(point)) {
+      continue;
+    }
+    const Complex error =
+        (front_end.Response(point.frequency, &gradient) - point.measured) * point.weight;
+    const double weight =
+        point.weight * point.weight * CauchyWeight(std::norm(error), width_) * scale;
+    for (std::size_t i = 0; i < count; ++i) {
+      if (front_end.DependsOn(unknowns_[i].part)) {
+        const Complex& slope = gradient[unknowns_[i].part];
+        pull[i] += weight * slopes[i] *
+                   (slope.real() * gradient[part].real() + slope.imag() * gradient[part].imag());
+      }
+    }
+  }
+  return pull;
 }
 
 }  // namespace orvane

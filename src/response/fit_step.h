@@ -38,6 +38,9 @@ inline double CauchyWeight(double squared_error, double width) {
   return 1 / (1 + squared_error / (width * width));
 }
 
+/// How fast a part with this value moves with the variable that is searched for it.
+double PartSlope(std::size_t part, double value);
+
 /// Adjusts some parameters of the circuit to the points of some slots. Values of parts are searched
 /// by their logarithms, at most a factor of 3 from the nominal ones. What the points do not show
 /// stays near nominal, by the tolerance of the part. A point's loss is Cauchy's, width^2 log(1 +
@@ -48,11 +51,18 @@ class FitStep final : public LeastSquaresProblem {
           const FitStart& start);
 
   bool HasPoints() const;
+  /// The variables of the parameters that the step starts from.
+  Variables Start() const;
+  /// The tolerance of a variable's part, and what a deviation by its variable weighs.
+  double ToleranceOf(std::size_t variable) const;
+  double PriorOf(std::size_t variable) const { return unknowns_[variable].prior; }
+  /// J'r for residuals that change as a slot's response does by `scale` times a part.
+  Variables Pull(const FitSlot& slot, const Variables& at, std::size_t part, double scale) const;
   /// Returns the number of iterations.
   int Run(int most_iterations, FrontEndParameters* parameters);
 
-  double Cost(const Variables& at) override;
-  NormalEquations Linearize(const Variables& at) override;
+  double Cost(const Variables& at) const override;
+  NormalEquations Linearize(const Variables& at) const override;
 
  private:
   struct Unknown {
