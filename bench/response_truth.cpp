@@ -7,7 +7,8 @@
 #include <numbers>
 
 #include "response/uncertainty.h"
-#include "truth_box.h"
+#include "response/verdict.h"
+#include "truth_faults.h"
 
 namespace {
 
@@ -101,12 +102,86 @@ void RunCondition(const TruthCondition& condition, int boxes) {
               percent(found.in_noise), percent(found.in_wider));
 }
 
+// What the verdicts on boxes with one fault, or none, came to.
+struct Verdicts {
+  int well = 0;
+  int with_care = 0;
+  int not_usable = 0;
+  int told = 0;  // with the right pass or part
+  std::string example;
+
+  void Add(const ChannelVerdict& verdict, bool is_told) {
+    well += verdict.usability == Usability::kWell ? 1 : 0;
+    with_care += verdict.usability == Usability::kWithCare ? 1 : 0;
+    not_usable += verdict.usability == Usability::kNotUsable ? 1 : 0;
+    told += is_told ? 1 : 0;
+    example = example.empty() ? verdict.Text() : example;
+  }
+  void Print(const char* name) const {
+    std::printf("%-26s %4d %4d %4d %4d  %s\n", name, told, well, with_care, not_usable,
+                example.c_str());
+  }
+};
+
+bool Names(const ChannelVerdict& verdict, const TruthFault& fault) {
+  return std::any_of(verdict.reasons.begin(), verdict.reasons.end(),
+                     [&fault](const VerdictReason& reason) {
+                       return (reason.pass && fault.passes.contains(*reason.pass)) ||
+                              (reason.part && fault.parts.contains(*reason.part));
+                     });
+}
+
+constexpr int kFaultBoxes = 12;
+
+// Boxes of the first variants: the second has no other capacitors and no trap.
+TruthBox BuildWithTrap(TruthShop* shop, const TruthCondition& condition,
+                       const TruthSetting& setting) {
+  for (;;) {
+    TruthBox box = shop->Build(condition, 2, setting);
+    if ((box.flags & kSecondVariant) == 0) {
+      return box;
+    }
+  }
+}
+
+void RunFaults() {
+  constexpr TruthCondition kNoise = {.full_scale = 1e-4};
+  std::printf("%-26s %4s %4s %4s %4s  %s\n", "fault", "told", "well", "care", "not", "example");
+  TruthShop shop(7);
+  int told = 0;
+  for (const TruthFault& fault : TruthFaults()) {
+    Verdicts verdicts;
+    for (int i = 0; i < kFaultBoxes; ++i) {
+      TruthBox box = BuildWithTrap(&shop, kNoise, fault.setting);
+      if (fault.spoil != nullptr) {
+        fault.spoil(&box);
+      }
+      const ChannelVerdict verdict = JudgeChannel(box.Fitted(), 0);
+      verdicts.Add(verdict, Names(verdict, fault));
+    }
+    told += verdicts.told >= 10 && (!fault.stays_right || verdicts.not_usable == 0) ? 1 : 0;
+    verdicts.Print(fault.name);
+  }
+  for (const TruthCondition& condition : kConditions) {
+    Verdicts verdicts;
+    for (int i = 0; i < kFaultBoxes; ++i) {
+      verdicts.Add(JudgeChannel(shop.Build(condition).Fitted(), 0), false);
+    }
+    verdicts.Print(condition.name);
+  }
+  std::printf("%d of %zu faults told\n", told, TruthFaults().size());
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc > 1 && std::string_view(argv[1]) == "--faults") {
+    RunFaults();
+    return 0;
+  }
   const int boxes = argc > 1 ? std::atoi(argv[1]) : 0;
   if (boxes <= 0) {
-    std::fputs("usage: orvane-response-truth BOXES\n", stderr);
+    std::fputs("usage: orvane-response-truth BOXES | --faults\n", stderr);
     return 2;
   }
   std::printf("%-20s %9s %9s %9s %6s %6s\n", "condition", "median", "95 %", "worst", "in %",

@@ -9,6 +9,7 @@
 #include "response/box_response.h"
 #include "response/fit_report.h"
 #include "response/sensor_response.h"
+#include "response/verdict.h"
 
 namespace orvane {
 namespace {
@@ -125,6 +126,16 @@ ExitCode RunResponse(const ResponseArguments& arguments) {
   return kind == kBoxCal ? PrintBox(arguments, *cal, header) : PrintSensor(arguments, *cal, header);
 }
 
+void TellOfVerdict(const std::filesystem::path& file, std::size_t channel,
+                   const ChannelVerdict& verdict) {
+  std::string text = "channel " + FormatInt(channel + 1);
+  text.append(": ").append(verdict.Text());
+  for (const std::string& note : verdict.notes) {
+    text.append("; note: ").append(note);
+  }
+  PrintMessage(FileMessage(file, text));
+}
+
 ExitCode RunFit(const std::filesystem::path& file) {
   const auto cal = ReadOrTell(file, kBoxCal);
   if (cal == nullptr) {
@@ -135,6 +146,7 @@ ExitCode RunFit(const std::filesystem::path& file) {
     return kSomeFailed;
   }
   std::string text;
+  bool are_usable = true;
   for (std::size_t c = 0; c < cal->Channels(); ++c) {
     const BoxModel::FitReport& fit = cal->model.fits[c];
     std::vector<double> numbers = {static_cast<double>(c + 1)};
@@ -145,13 +157,11 @@ ExitCode RunFit(const std::filesystem::path& file) {
         {static_cast<double>(fit.points), static_cast<double>(fit.rejected),
          static_cast<double>(fit.iterations), fit.rms, fit.max, fit.is_kept ? 1.0 : 0.0});
     text += Line(numbers);
-    if (const std::string doubt = FitDoubt(fit); !doubt.empty()) {
-      const std::string number = FormatInt(c + 1);
-      PrintMessage(
-          FileMessage(file, std::string("channel ").append(number).append(": ").append(doubt)));
-    }
+    const ChannelVerdict verdict = JudgeChannel(*cal, c);
+    are_usable = are_usable && verdict.usability != Usability::kNotUsable;
+    TellOfVerdict(file, c, verdict);
   }
-  return PrintResult(text) ? kAllDone : kSomeFailed;
+  return PrintResult(text) && are_usable ? kAllDone : kSomeFailed;
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "base/number_text.h"
-#include "response/box_model.h"
+#include "response/verdict.h"
 
 namespace orvane {
 namespace {
@@ -91,19 +91,18 @@ std::vector<std::vector<std::string>> FitTable(const CalData& cal) {
   return rows;
 }
 
-std::string FitDoubt(const BoxModel::FitReport& fit) {
-  if (!fit.is_kept) {
-    return "no model fits; the parts have their nominal values";
-  }
-  return fit.IsDoubtful() ? "the model fits poorly, rms " + FormatReal(fit.rms, 3) : "";
+std::string PartName(std::size_t part) {
+  const std::string_view name = kPartNames[part];
+  return std::string(name.substr(0, name.find(" (")));
 }
 
 std::string FitWarning(const CalData& cal) {
   std::string warning;
-  for (std::size_t c = 0; c < cal.Channels(); ++c) {
-    if (const std::string doubt = FitDoubt(cal.model.fits[c]); !doubt.empty()) {
+  for (std::size_t c = 0; c < cal.Channels() && cal.model.parameter_count > 0; ++c) {
+    const ChannelVerdict verdict = JudgeChannel(cal, c);
+    if (verdict.usability != Usability::kWell) {
       warning.append(warning.empty() ? "Channel " : "; channel ");
-      warning.append(FormatInt(c + 1)).append(": ").append(doubt);
+      warning.append(FormatInt(c + 1)).append(": ").append(verdict.Text());
     }
   }
   return warning;

@@ -15,9 +15,10 @@ namespace orvane {
 /// model fits, then the parts of the circuit.
 std::vector<std::vector<std::string>> FitTable(const CalData& cal);
 
-/// What is doubtful about one channel's model; empty where nothing is.
-std::string FitDoubt(const BoxModel::FitReport& fit);
-/// The same of all channels, each with its number.
+/// The name of a part without its unit.
+std::string PartName(std::size_t part);
+
+/// The verdicts on all channels that are not well, each with its number; empty without any.
 std::string FitWarning(const CalData& cal);
 
 /// The model of a channel in the settings of the passes that it has records of: at their

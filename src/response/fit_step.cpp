@@ -7,9 +7,7 @@ namespace orvane {
 namespace {
 
 constexpr double kDelayUnit = 10;  // microseconds
-const double kLogLimit = std::log(3.0);
 
-// By which part of itself a part may deviate, gains and delay in their variables' own units.
 constexpr FrontEndParameters kTolerances = {0.3,  0.05, 0.05, 0.1, 0.1, 0.1, 0.1, 0.1, 0.15, 1,
                                             0.15, 0.15, 0.1,  0.2, 0.3, 0.1, 0.3, 0.2, 1,    0.1};
 
@@ -20,6 +18,10 @@ double VariableOf(std::size_t part, double value, double nominal) {
 }
 
 }  // namespace
+
+const double kMostPartLog = std::log(3.0);
+
+double PartTolerance(std::size_t part) { return kTolerances[part]; }
 
 double PartSlope(std::size_t part, double value) {
   return IsGain(part) ? 1 : part == kDelay ? kDelayUnit : value;
@@ -41,7 +43,7 @@ FitStep::FitStep(std::span<const FitSlot> slots, std::span<const std::size_t> pa
     const double reach = part == kBaseGain ? 0.5
                          : IsGain(part)    ? 0.3
                          : part == kDelay  ? kLongestDelay / kDelayUnit
-                                           : kLogLimit;
+                                           : kMostPartLog;
     low[i] = middle - reach;
     high[i] = middle + reach;
   }
@@ -61,10 +63,6 @@ Variables FitStep::Start() const {
     at[i] = VariableOf(unknown.part, fixed_[unknown.part], unknown.nominal);
   }
   return at;
-}
-
-double FitStep::ToleranceOf(std::size_t variable) const {
-  return kTolerances[unknowns_[variable].part];
 }
 
 int FitStep::Run(int most_iterations, FrontEndParameters* parameters) {

@@ -38,6 +38,10 @@ inline double CauchyWeight(double squared_error, double width) {
   return 1 / (1 + squared_error / (width * width));
 }
 
+/// By which part of itself a part may deviate, gains and delay in their variables' own units.
+double PartTolerance(std::size_t part);
+/// The most that the logarithm of a part may be off.
+extern const double kMostPartLog;
 /// How fast a part with this value moves with the variable that is searched for it.
 double PartSlope(std::size_t part, double value);
 
@@ -53,8 +57,7 @@ class FitStep final : public LeastSquaresProblem {
   bool HasPoints() const;
   /// The variables of the parameters that the step starts from.
   Variables Start() const;
-  /// The tolerance of a variable's part, and what a deviation by its variable weighs.
-  double ToleranceOf(std::size_t variable) const;
+  /// What a deviation by a variable weighs.
   double PriorOf(std::size_t variable) const { return unknowns_[variable].prior; }
   /// J'r for residuals that change as a slot's response does by `scale` times a part.
   Variables Pull(const FitSlot& slot, const Variables& at, std::size_t part, double scale) const;

@@ -57,13 +57,13 @@ ModelUncertainty::ModelUncertainty(const CalData& cal, std::size_t channel)
   if (fit.is_kept) {
     TakeFit(fit, points, step);
   } else {
-    TakePaper(step);
+    TakePaper();
   }
 }
 
-void ModelUncertainty::TakePaper(const FitStep& step) {
+void ModelUncertainty::TakePaper() {
   for (std::size_t i = 0; i < parts_.size(); ++i) {
-    covariance_[i][i] = step.ToleranceOf(i) * step.ToleranceOf(i);
+    covariance_[i][i] = PartTolerance(parts_[i]) * PartTolerance(parts_[i]);
   }
   wider_ = covariance_;
 }
@@ -87,7 +87,7 @@ void ModelUncertainty::TakeFit(const BoxModel::FitReport& fit, const FitPoints& 
   }
   for (std::size_t i = 0; i < count; ++i) {
     const double prior = step.PriorOf(i);
-    const double paper = prior * prior * step.ToleranceOf(i);
+    const double paper = prior * prior * PartTolerance(parts_[i]);
     const double excess = paper * paper - fit.noise * fit.noise * prior * prior;
     for (std::size_t j = 0; j < count; ++j) {
       for (std::size_t k = 0; k < count; ++k) {

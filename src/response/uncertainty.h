@@ -41,7 +41,7 @@ class ModelUncertainty {
  private:
   using Matrix = std::vector<Variables>;
 
-  void TakePaper(const FitStep& step);
+  void TakePaper();
   void TakeFit(const BoxModel::FitReport& fit, const FitPoints& points, const FitStep& step);
   double Deviation(const Matrix& covariance, const Variables& slopes) const;
 
