@@ -50,12 +50,35 @@ std::vector<double> Frequencies() {
   return frequencies;
 }
 
+// What the verdicts on boxes with one fault, or none, came to.
+struct Verdicts {
+  int well = 0;
+  int with_care = 0;
+  int not_usable = 0;
+  int told = 0;  // with the right pass or part
+  std::string example;
+
+  void Add(const ChannelVerdict& verdict, bool is_told) {
+    well += verdict.usability == Usability::kWell ? 1 : 0;
+    with_care += verdict.usability == Usability::kWithCare ? 1 : 0;
+    not_usable += verdict.usability == Usability::kNotUsable ? 1 : 0;
+    told += is_told ? 1 : 0;
+    example = example.empty() ? verdict.Text() : example;
+  }
+  void Print(const char* name) const {
+    std::printf("%-26s %4d %4d %4d %4d  %s\n", name, told, well, with_care, not_usable,
+                example.c_str());
+  }
+};
+
 // What was found over boxes, settings and frequencies of a condition.
 struct Found {
   std::vector<double> errors;  // the largest of each box
   std::size_t values = 0;      // amplitudes and phases
   std::size_t in_noise = 0;    // those within the band of the scatter
   std::size_t in_wider = 0;    // within the one with drive and drift
+  int unnoticed = 0;           // boxes more than 2 % off that are judged well
+  Verdicts verdicts;
 };
 
 void Compare(const FrontEndParameters& truth, const CalData& cal, Found* found) {
@@ -81,6 +104,9 @@ void Compare(const FrontEndParameters& truth, const CalData& cal, Found* found) 
     }
   });
   found->errors.push_back(largest);
+  const ChannelVerdict verdict = JudgeChannel(cal, 0);
+  found->verdicts.Add(verdict, false);
+  found->unnoticed += largest > 0.02 && verdict.usability == Usability::kWell ? 1 : 0;
 }
 
 void RunCondition(const TruthCondition& condition, int boxes) {
@@ -98,30 +124,11 @@ void RunCondition(const TruthCondition& condition, int boxes) {
   const auto percent = [&found](std::size_t within) {
     return 100 * static_cast<double>(within) / static_cast<double>(found.values);
   };
-  std::printf("%-20s %9.1e %9.1e %9.1e %6.1f %6.1f\n", condition.name, at(0.5), at(0.95), at(1),
-              percent(found.in_noise), percent(found.in_wider));
+  std::printf("%-20s %9.1e %9.1e %9.1e %6.1f %6.1f %5d %5d %5d %5d\n", condition.name, at(0.5),
+              at(0.95), at(1), percent(found.in_noise), percent(found.in_wider),
+              found.verdicts.well, found.verdicts.with_care, found.verdicts.not_usable,
+              found.unnoticed);
 }
-
-// What the verdicts on boxes with one fault, or none, came to.
-struct Verdicts {
-  int well = 0;
-  int with_care = 0;
-  int not_usable = 0;
-  int told = 0;  // with the right pass or part
-  std::string example;
-
-  void Add(const ChannelVerdict& verdict, bool is_told) {
-    well += verdict.usability == Usability::kWell ? 1 : 0;
-    with_care += verdict.usability == Usability::kWithCare ? 1 : 0;
-    not_usable += verdict.usability == Usability::kNotUsable ? 1 : 0;
-    told += is_told ? 1 : 0;
-    example = example.empty() ? verdict.Text() : example;
-  }
-  void Print(const char* name) const {
-    std::printf("%-26s %4d %4d %4d %4d  %s\n", name, told, well, with_care, not_usable,
-                example.c_str());
-  }
-};
 
 bool Names(const ChannelVerdict& verdict, const TruthFault& fault) {
   return std::any_of(verdict.reasons.begin(), verdict.reasons.end(),
@@ -184,8 +191,8 @@ int main(int argc, char** argv) {
     std::fputs("usage: orvane-response-truth BOXES | --faults\n", stderr);
     return 2;
   }
-  std::printf("%-20s %9s %9s %9s %6s %6s\n", "condition", "median", "95 %", "worst", "in %",
-              "wider");
+  std::printf("%-20s %9s %9s %9s %6s %6s %5s %5s %5s %5s\n", "condition", "median", "95 %", "worst",
+              "in %", "wider", "well", "care", "not", "missed");
   for (const TruthCondition& condition : kConditions) {
     RunCondition(condition, boxes);
   }

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "base/number_text.h"
 #include "response/channel_fit.h"
 #include "response/fit_report.h"
+#include "response/record_curve.h"
 #include "response/uncertainty.h"
 
 namespace orvane {
@@ -23,6 +25,7 @@ constexpr double kMostWild = 0.05;
 constexpr double kMostDeviation = 0.02;
 constexpr double kMostExpected = 0.1;
 constexpr double kLowFrequencies = 50;
+constexpr std::size_t kTrapPass = 11;
 constexpr double kAnyFrequency = 1e300;
 
 std::string Percent(double share) { return FormatReal(100 * share, 2) + " %"; }
@@ -96,6 +99,7 @@ class Judge {
   void LookAtParts();
   void LookAtPasses();
   void LookAtRecords();
+  void LookAtTrap(const std::vector<double>& errors, double limit);
   void LookAtUncertainty();
   void LookAtFrequencies();
   std::optional<double> LowGainOf(std::size_t pass) const;
@@ -250,6 +254,9 @@ void Judge::LookAtRecords() {
     if (pair != errors.end()) {
       TellOfPass(pass, " has records that are " + Percent(*pair) + " off");
     }
+    if (pass == kTrapPass && pair == errors.end() && !errors.empty()) {
+      LookAtTrap(errors, limit);
+    }
     records += errors.size();
     wild +=
         static_cast<std::size_t>(std::count_if(errors.begin(), errors.end(), [width](double error) {
@@ -261,7 +268,21 @@ void Judge::LookAtRecords() {
   }
 }
 
+// So few records show the trap that a single one can spoil it.
+void Judge::LookAtTrap(const std::vector<double>& errors, double limit) {
+  constexpr double kShowsTrap = 8000;  // Hz and above
+  auto error = errors.begin();
+  for (const FitPoint& point : SlotOf(kTrapPass).points.subspan(1)) {
+    if (point.weight > 0 && *error++ > limit && point.frequency > kShowsTrap) {
+      TellOfPass(kTrapPass,
+                 " has a record that is " + Percent(*(error - 1)) + " off where few show the trap");
+      return;
+    }
+  }
+}
+
 void Judge::LookAtUncertainty() {
+  constexpr double kDegrees = 180 / std::numbers::pi;
   std::set<int> gains;
   std::set<int> filters;
   double worst = 0;
@@ -269,8 +290,9 @@ void Judge::LookAtUncertainty() {
     for (const int low_pass : {0, 16, 17, 18, 19, 20, 80, 81, 82, 83, 84}) {
       for (const double frequency : {0.1, 1.0, 10.0, 100.0, 1e3, 3e3, 6e3, 9e3, 12e3}) {
         const ResponseBand band = uncertainty_.At({gain, low_pass, 0, {}}, frequency).noise;
-        const double expected = std::max(band.amplitude, band.phase / 57.29577951308232);
-        if (expected > kMostDeviation * ModelUncertainty::kFactor) {
+        const double expected =
+            std::max(band.amplitude, band.phase / kDegrees) / ModelUncertainty::kFactor;
+        if (expected > kMostDeviation) {
           gains.insert(gain);
           filters.insert(low_pass);
           worst = std::max(worst, expected);
@@ -286,7 +308,7 @@ void Judge::LookAtUncertainty() {
     for (const int filter : filters) {
       names.append(names.empty() ? "" : "; ").append(FilterText(filter));
     }
-    Tell("the response may be " + Percent(worst) + " off: " + names);
+    Tell("the passes tell the response to " + Percent(worst) + " only: " + names);
     verdict_.filters.merge(filters);
     if (gains.size() < 4) {
       verdict_.gains.merge(gains);
@@ -326,6 +348,60 @@ std::string PassSettingText(std::size_t pass) {
   text.append(FormatReal(std::pow(4.0, setting.gain))).append(", ");
   text.append(FilterText(setting.low_pass)).append(setting.coupling == 1 ? ", AC" : "");
   return text;
+}
+
+namespace {
+
+// A series of records over their frequencies, where no model judges it.
+void LookAtCurve(const std::vector<CurvePoint>& points, std::vector<VerdictReason>* reasons) {
+  constexpr double kMostTurn = 120;  // degrees: no curve goes between such records
+  constexpr double kDegrees = 180 / std::numbers::pi;
+  const auto hertz = [](double frequency) { return FormatReal(frequency, 4) + " Hz"; };
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const CurvePoint& low = points[i - 1];
+    const CurvePoint& high = points[i];
+    const std::string between =
+        " between " + hertz(low.frequency) + " and " + hertz(high.frequency);
+    const double turn = kDegrees * std::abs(std::arg(high.response * std::conj(low.response)));
+    if (turn > kMostTurn) {
+      reasons->push_back(
+          {"the phase jumps by " + FormatReal(turn, 3) + " degrees" + between, {}, {}});
+    }
+    if (high.frequency > 10 * low.frequency) {
+      reasons->push_back({"there is no record" + between, {}, {}});
+    }
+  }
+}
+
+}  // namespace
+
+ChannelVerdict JudgeRecords(const CalRecords& cal, int kind, std::size_t channel,
+                            const std::string& unit) {
+  ChannelVerdict verdict;
+  auto points = CurvePoints(RecordsOfKind(cal, kind), channel);
+  std::erase_if(points, [](const CurvePoint& point) {
+    return !(point.frequency > 0) || !std::isfinite(point.frequency) || !IsFinite(point.response) ||
+           point.response == 0.0;
+  });
+  std::sort(points.begin(), points.end(),
+            [](const CurvePoint& a, const CurvePoint& b) { return a.frequency < b.frequency; });
+  const auto tell = [&verdict](std::string text) {
+    verdict.reasons.push_back({std::move(text), {}, {}});
+  };
+  if (points.empty()) {
+    tell("there are no records of kind " + FormatInt(kind));
+  } else if (points.size() == 1) {
+    tell("there is a single record, at " + FormatReal(points[0].frequency, 4) + " Hz");
+  }
+  LookAtCurve(points, &verdict.reasons);
+  const std::int16_t told = cal.header.snum;
+  if (!unit.empty() && told != 0 && told != static_cast<std::int16_t>(ParseIntPrefix(unit))) {
+    tell("the header names another serial number, " + FormatInt(told));
+  }
+  verdict.usability = points.empty()            ? Usability::kNotUsable
+                      : verdict.reasons.empty() ? Usability::kWell
+                                                : Usability::kWithCare;
+  return verdict;
 }
 
 ChannelVerdict JudgeChannel(const CalData& cal, std::size_t channel) {

@@ -339,7 +339,8 @@ TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {
   ASSERT_EQ(view.Open(dir_ / "a.clb").Message(), "");
   ASSERT_TRUE(view.HasModel()) << view.WhyNoModel();
   EXPECT_EQ(FitWarning(*view.Model()),
-            "Channel 2: no model fits; the parts have their nominal values");
+            "Channel 2: not usable: no model fits; the parts have their nominal values; 108 of 396 "
+            "records are far off");
   EXPECT_EQ(view.Traces().size(), 1U);
   view.SetModel(true);
   const auto traces = view.Traces();

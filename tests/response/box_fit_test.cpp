@@ -76,8 +76,7 @@ TEST(BoxFit, LeavesWildRecordsOut) {
     return noise(pass, i) + (at == 20 ? 0.04 : at == 31 ? -0.03 : 0);
   };
   const CalData cal = box.Fitted();
-  EXPECT_EQ(FitDoubt(cal.model.fits[0]), "");
-  EXPECT_EQ(FitDoubt({.rms = 0.0123, .is_kept = true}), "the model fits poorly, rms 0.0123");
+  EXPECT_FALSE(cal.model.fits[0].IsDoubtful());
   EXPECT_GE(cal.model.fits[0].rejected, 18U);  // two in each of the slots 4 to 12
   EXPECT_LE(LargestError(box.parts, ParametersOf(cal, 0), false, 0.1, 20000), 6.8e-3);
 }
