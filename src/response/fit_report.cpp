@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "base/number_text.h"
+#include "response/uncertainty.h"
 #include "response/verdict.h"
 
 namespace orvane {
@@ -65,6 +66,19 @@ std::vector<double> FrequenciesFor(std::span<const CalFileRecord> records) {
   return frequencies;
 }
 
+std::string SettingText(int gain, int low_pass) {
+  return std::string(gain == 0 ? "x 1, " : "x 16, ") + FilterText(low_pass);
+}
+
+// The widest band of the amplitude from 0.1 Hz to 12 kHz.
+double KnownTo(const ModelUncertainty& uncertainty, const FrontEndSetting& setting) {
+  double widest = 0;
+  for (const double frequency : {0.1, 1.0, 10.0, 100.0, 1e3, 3e3, 6e3, 9e3, 12e3}) {
+    widest = std::max(widest, uncertainty.At(setting, frequency).wider.amplitude);
+  }
+  return widest;
+}
+
 }  // namespace
 
 std::vector<std::vector<std::string>> FitTable(const CalData& cal) {
@@ -87,6 +101,20 @@ std::vector<std::vector<std::string>> FitTable(const CalData& cal) {
   add("Iterations", [&](std::size_t c) { return FormatInt(fit(c).iterations); });
   for (std::size_t k = 0; k < kPartNames.size(); ++k) {
     add(kPartNames[k], [&](std::size_t c) { return Number(ParametersOf(cal, c)[k]); });
+  }
+  if (cal.model.parameter_count > 0) {
+    std::vector<ModelUncertainty> channels;
+    for (std::size_t c = 0; c < cal.Channels(); ++c) {
+      channels.emplace_back(cal, c);
+    }
+    add("Verdict", [&](std::size_t c) { return JudgeChannel(cal, c).Text(); });
+    for (const int gain : {0, 2}) {
+      for (const int low_pass : {0, 16, 17, 18, 19, 20, 80, 81, 82, 83, 84}) {
+        add("Known to (%), " + SettingText(gain, low_pass), [&](std::size_t c) {
+          return FormatReal(100 * KnownTo(channels[c], {gain, low_pass, 0, {}}), 2);
+        });
+      }
+    }
   }
   return rows;
 }

@@ -365,7 +365,7 @@ TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {
   EXPECT_EQ(compared, 12U * kSweepLength) << "passes 3 to 14";
   const auto table = FitTable(*view.Model());
   EXPECT_EQ(table[0], (std::vector<std::string>{"Model", "fitted", "nominal"}));
-  EXPECT_EQ(table.size(), 26U);
+  EXPECT_EQ(table.size(), 49U);
 }
 
 template <int precision, int width>
