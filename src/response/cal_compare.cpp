@@ -32,7 +32,9 @@ std::set<int> SweepsOf(const CalCurve& curve) { return {curve.sweep.begin(), cur
 std::string OnlyIn(const std::set<int>& sweeps, const std::set<int>& others) {
   std::string numbers;
   for (const int sweep : sweeps) {
-    numbers.append(others.contains(sweep) ? "" : " " + FormatInt(std::int64_t{sweep} + 1));
+    if (!others.contains(sweep)) {
+      numbers.append(" ").append(FormatInt(std::int64_t{sweep} + 1));
+    }
   }
   return numbers;
 }

@@ -247,7 +247,8 @@ void Judge::LookAtRecords() {
   for (std::size_t pass = 3; IsModelPass(pass); ++pass) {
     const auto errors = ErrorsOf(pass);
     auto sorted = errors;
-    const double limit = std::max(kRecordError, kRecordOverOthers * Median(&sorted));
+    const double usual = kRecordOverOthers * Median(&sorted);
+    const double limit = std::max(kRecordError, usual);
     const auto pair = std::adjacent_find(
         errors.begin(), errors.end(),
         [limit](double one, double other) { return std::min(one, other) > limit; });
@@ -255,7 +256,7 @@ void Judge::LookAtRecords() {
       TellOfPass(pass, " has records that are " + Percent(*pair) + " off");
     }
     if (pass == kTrapPass && pair == errors.end() && !errors.empty()) {
-      LookAtTrap(errors, limit);
+      LookAtTrap(errors, std::max(kLeastPassError, usual));
     }
     records += errors.size();
     wild +=
@@ -268,7 +269,7 @@ void Judge::LookAtRecords() {
   }
 }
 
-// So few records show the trap that a single one can spoil it.
+// So few records show the trap that a single one can spoil it, and leave the next a little off.
 void Judge::LookAtTrap(const std::vector<double>& errors, double limit) {
   constexpr double kShowsTrap = 8000;  // Hz and above
   auto error = errors.begin();

@@ -188,7 +188,7 @@ std::vector<std::string> AccuracyNotes(const SpectraSource& source) {
       const std::string text = AccuracyText(source, c, setting);
       const auto same = std::find_if(known.begin(), known.end(),
                                      [&text](const auto& one) { return one.first == text; });
-      (same == known.end() ? known.emplace_back(text, "") : *same).second.append(" " + number);
+      (same == known.end() ? known.emplace_back(text, "") : *same).second.append(" ").append(number);
       if (const ChannelVerdict verdict = JudgeChannel(*source.box, c); Concerns(verdict, own)) {
         AddVerdict("the box's calibration of channel " + number, verdict, &notes);
       }
