@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "base/number_text.h"
 #include "files/path_names.h"
@@ -141,17 +140,15 @@ std::vector<double> FrequenciesOf(const SpectraSource& source) {
   return frequencies;
 }
 
-std::string AccuracyText(const SpectraSource& source, std::size_t channel,
-                         const FrontEndSetting& setting) {
+// Widens a band to what is known of a channel in its own setting.
+void Widen(const SpectraSource& source, std::size_t channel, const FrontEndSetting& setting,
+           ResponseBand* band) {
   const ModelUncertainty uncertainty(*source.box, channel);
-  ResponseBand worst;
   for (const double frequency : FrequenciesOf(source)) {
-    const ResponseBand band = uncertainty.At(setting, frequency).wider;
-    worst.amplitude = std::max(worst.amplitude, band.amplitude);
-    worst.phase = std::max(worst.phase, band.phase);
+    const ResponseBand here = uncertainty.At(setting, frequency).wider;
+    band->amplitude = std::max(band->amplitude, here.amplitude);
+    band->phase = std::max(band->phase, here.phase);
   }
-  return "amplitude known to " + Rough(100 * worst.amplitude) + " %, phase to " +
-         Rough(worst.phase) + " degrees";
 }
 
 bool Concerns(const ChannelVerdict& verdict, const ChannelSettings& settings) {
@@ -174,7 +171,8 @@ void AddVerdict(const std::string& what, const ChannelVerdict& verdict,
 
 std::vector<std::string> AccuracyNotes(const SpectraSource& source) {
   std::vector<std::string> notes;
-  std::vector<std::pair<std::string, std::string>> known;  // of which channels
+  ResponseBand worst;
+  bool has_model = false;
   const AllChannelSettings all = FillChannelSettings(source.header);
   const bool is_older = IsOfOlderFamily(source.header);
   for (std::size_t c = 0; c < source.channels.size() && c < all.size(); ++c) {
@@ -185,10 +183,8 @@ std::vector<std::string> AccuracyNotes(const SpectraSource& source) {
                  JudgeRecords(*source.box, RecordKind(own.low_pass), c, ""), &notes);
     } else if (source.box->model.parameter_count > 0) {
       const FrontEndSetting setting = {own.gain, own.low_pass, own.coupling, own.Source()};
-      const std::string text = AccuracyText(source, c, setting);
-      const auto same = std::find_if(known.begin(), known.end(),
-                                     [&text](const auto& one) { return one.first == text; });
-      (same == known.end() ? known.emplace_back(text, "") : *same).second.append(" ").append(number);
+      has_model = true;
+      Widen(source, c, setting, &worst);
       if (const ChannelVerdict verdict = JudgeChannel(*source.box, c); Concerns(verdict, own)) {
         AddVerdict("the box's calibration of channel " + number, verdict, &notes);
       }
@@ -201,10 +197,9 @@ std::vector<std::string> AccuracyNotes(const SpectraSource& source) {
                  &notes);
     }
   }
-  for (const auto& [text, numbers] : known) {
-    const bool is_one = numbers.find(' ', 1) == std::string::npos;
-    notes.push_back(std::string("the box's response, channel").append(is_one ? "" : "s") + numbers +
-                    ": " + text);
+  if (has_model) {
+    notes.push_back("the box's response: amplitude known to " + Rough(100 * worst.amplitude) +
+                    " %, phase to " + Rough(worst.phase) + " degrees");
   }
   return notes;
 }
