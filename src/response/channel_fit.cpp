@@ -15,7 +15,7 @@ constexpr int kIterations = 25;
 constexpr int kCircuitIterations = 40;
 constexpr int kRounds = 12;
 constexpr double kFirstWidth = 1;
-constexpr double kNarrowing = 10;
+constexpr double kNarrowing = 30;
 constexpr double kSteady = 0.02;  // of the width, from round to round
 constexpr double kAnyFrequency = 1e300;
 
