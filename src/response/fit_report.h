@@ -12,12 +12,14 @@
 namespace orvane {
 
 /// A row for each quantity, the first cell its name, then a cell for each channel: how well the
-/// model fits, then the parts of the circuit.
+/// model fits, then the parts of the circuit, the verdict, and to how many percent the amplitude is
+/// known in each setting, without a source and by the wider of both bands.
 std::vector<std::vector<std::string>> FitTable(const CalData& cal);
 
-/// What is doubtful about one channel's model; empty where nothing is.
-std::string FitDoubt(const BoxModel::FitReport& fit);
-/// The same of all channels, each with its number.
+/// The name of a part without its unit.
+std::string PartName(std::size_t part);
+
+/// The verdicts on all channels that are not well, each with its number; empty without any.
 std::string FitWarning(const CalData& cal);
 
 /// The model of a channel in the settings of the passes that it has records of: at their
