@@ -11,6 +11,7 @@
 
 #include "base/result.h"
 #include "calibration/cal_curves.h"
+#include "response/cal_compare_tolerance.h"
 #include "response/cal_file.h"
 
 namespace orvane {
@@ -30,12 +31,6 @@ struct CalDeviation {
   std::string setting;      ///< "x 1, filter 0"; empty of a pass that the model has none for
   WorstDeviation measured;
   std::optional<WorstDeviation> model;  ///< where both have one and the pass has a setting
-};
-
-/// By how much calibrations may differ.
-struct CalTolerance {
-  double amplitude = 0.02;  ///< relative
-  double phase = 1;         ///< degrees
 };
 
 struct CalComparison {

@@ -70,7 +70,8 @@ std::vector<CalLegendRow> LegendOf(const CalView& view) {
   std::set<int> sweeps;
   const auto& traces = view.Traces();
   for (const CalTrace& trace : traces) {
-    if (traces.size() > 1) {
+    const bool is_named_already = trace.kind == CalTrace::kBand && &trace == &traces.back();
+    if (traces.size() > 1 && !is_named_already) {
       const int channel = static_cast<int>(trace.channel);
       rows.push_back({trace.Label(), trace.kind, view.Shown().size() > 1 ? channel : -1, -1});
     }

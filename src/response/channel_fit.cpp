@@ -74,7 +74,7 @@ ChannelFit::ChannelFit(const BoxModel& model, std::size_t channel, std::uint32_t
 double ChannelFit::Polarity() const {
   double sum = 0;
   for (std::size_t slot = 0; slot <= 8; ++slot) {
-    const auto points = points_.slots[slot].points;
+    const auto points = points_.fit_slots[slot].points;
     if (!points.empty() && std::isfinite(points[0].measured.real())) {
       sum += points[0].measured.real();
     }
@@ -83,7 +83,7 @@ double ChannelFit::Polarity() const {
 }
 
 BoxModel::FitReport ChannelFit::Run() {
-  const Slots all(points_.slots);
+  const Slots all(points_.fit_slots);
   polarity_ = Polarity();
   if (polarity_ < 0) {
     parameters_[kBaseGain] = -2;
@@ -127,7 +127,7 @@ std::vector<double> ChannelFit::Errors(Slots slots, double highest_frequency) co
 }
 
 void ChannelFit::Judge() {
-  const std::vector<double> errors = Errors(points_.slots, kAnyFrequency);
+  const std::vector<double> errors = Errors(points_.fit_slots, kAnyFrequency);
   report_.noise = NoiseOf(errors);
   report_.prior_weight = PriorWeightFor(report_.noise);
   const double width = WidthFor(report_.noise);

@@ -30,9 +30,9 @@ class ChannelFit {
   using Slots = std::span<FitSlot>;
 
   double Polarity() const;
-  void Adjust(Slots slots, std::span<const std::size_t> parts, int most_iterations,
+  void Adjust(Slots chosen, std::span<const std::size_t> parts, int most_iterations,
               double highest_frequency);
-  std::vector<double> Errors(Slots slots, double highest_frequency) const;
+  std::vector<double> Errors(Slots chosen, double highest_frequency) const;
   void Judge();
 
   FrontEndParameters nominal_;

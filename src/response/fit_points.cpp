@@ -15,17 +15,17 @@ constexpr double kLeastNoise = 2e-5;
 FitPoints::FitPoints(const BoxModel& model, std::size_t channel, double drive)
     : points(model.entries) {
   const Complex* measured = &model.responses[channel * BoxModel::kSlotEntries];
-  for (std::size_t slot = 0; slot < slots.size(); ++slot) {
+  for (std::size_t slot = 0; slot < fit_slots.size(); ++slot) {
     const std::size_t begin = model.slot_starts[slot];
     const std::size_t end = model.SlotEnd(slot);
-    slots[slot] = {std::span(points).subspan(begin, end - begin),
-                   PassSetting(kSlotPasses[slot], drive)};
+    fit_slots[slot] = {std::span(points).subspan(begin, end - begin),
+                       PassSetting(kSlotPasses[slot], drive)};
     for (std::size_t i = begin; i < end; ++i) {
       // The value at 0 Hz is the first record's, as good as that one is close to it.
       const double frequency = model.frequencies[i == begin ? i + 1 : i];
       const bool is_usable =
           frequency > 0 && std::isfinite(frequency) && IsFinite(measured[i]) &&
-          (i != begin || (slots[slot].setting.coupling != 1 && frequency <= kLowFrequencies));
+          (i != begin || (fit_slots[slot].setting.coupling != 1 && frequency <= kLowFrequencies));
       points[i] = {model.frequencies[i], measured[i],
                    is_usable ? 1 / (std::abs(measured[i]) + kErrorOffset) : 0};
     }

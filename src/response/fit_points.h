@@ -18,7 +18,7 @@ struct FitPoints {
   FitPoints& operator=(const FitPoints&) = delete;
 
   std::vector<FitPoint> points;
-  std::array<FitSlot, kSlotPasses.size()> slots;
+  std::array<FitSlot, kSlotPasses.size()> fit_slots;  ///< Qt takes the shorter name for its own
 };
 
 /// Appends the error of each point of a slot that takes part, up to a frequency in Hz.

@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "base/number_text.h"
-#include "response/uncertainty.h"
 #include "response/verdict.h"
 
 namespace orvane {
@@ -155,6 +154,21 @@ CalCurve ModelCurve(const CalData& cal, std::size_t channel, double turn) {
     }
   }
   return curve;
+}
+
+std::array<CalCurve, 2> BandAround(const CalCurve& model, const CalData& cal, std::size_t channel,
+                                   const ModelUncertainty& known) {
+  std::array<CalCurve, 2> sides = {model, model};
+  const double drive = ParametersOf(cal, channel)[kDrive];
+  for (std::size_t i = 0; i < model.frequency.size(); ++i) {
+    const auto pass = static_cast<std::size_t>(model.sweep[i]);
+    const ResponseBand band = known.At(PassSetting(pass, drive), model.frequency[i]).wider;
+    sides[0].amplitude[i] *= 1 - band.amplitude;
+    sides[1].amplitude[i] *= 1 + band.amplitude;
+    sides[0].phase[i] -= band.phase;
+    sides[1].phase[i] += band.phase;
+  }
+  return sides;
 }
 
 }  // namespace orvane

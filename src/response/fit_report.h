@@ -3,11 +3,13 @@
 #ifndef ORVANE_RESPONSE_FIT_REPORT_H_
 #define ORVANE_RESPONSE_FIT_REPORT_H_
 
+#include <array>
 #include <string>
 #include <vector>
 
 #include "calibration/cal_curves.h"
 #include "response/cal_file.h"
+#include "response/uncertainty.h"
 
 namespace orvane {
 
@@ -26,6 +28,11 @@ std::string FitWarning(const CalData& cal);
 /// frequencies, and so many between that lines look smooth. Phases are turned like the measured
 /// ones.
 CalCurve ModelCurve(const CalData& cal, std::size_t channel, double turn);
+
+/// Both sides of the band around a model's curve: where the response may be if drive resistors are
+/// 1 % off and gains drift, too.
+std::array<CalCurve, 2> BandAround(const CalCurve& model, const CalData& cal, std::size_t channel,
+                                   const ModelUncertainty& known);
 
 }  // namespace orvane
 

@@ -51,7 +51,7 @@ double PartSlope(std::size_t part, double value);
 /// error^2 / width^2), so that wild ones hardly count.
 class FitStep final : public LeastSquaresProblem {
  public:
-  FitStep(std::span<const FitSlot> slots, std::span<const std::size_t> parts,
+  FitStep(std::span<const FitSlot> chosen, std::span<const std::size_t> parts,
           const FitStart& start);
 
   bool HasPoints() const;

@@ -52,7 +52,7 @@ ModelUncertainty::ModelUncertainty(const CalData& cal, std::size_t channel)
   const FrontEndParameters paper = PaperValues(cal.channel_flags[channel], parameters_[kDelay]);
   const double polarity = parameters_[kBaseGain] < -1 ? -1 : 1;
   const FitStep step(
-      std::span(points.slots).subspan(kFirstSlot, kSlots), parts_,
+      std::span(points.fit_slots).subspan(kFirstSlot, kSlots), parts_,
       {paper, parameters_, polarity, fit.prior_weight, kAnyFrequency, WidthFor(fit.noise)});
   if (fit.is_kept) {
     TakeFit(fit, points, step);
@@ -97,7 +97,7 @@ void ModelUncertainty::TakeFit(const BoxModel::FitReport& fit, const FitPoints& 
   }
   wider_ = covariance_;
   Variables drive{};
-  for (const FitSlot& slot : std::span(points.slots).subspan(kFirstSlot, kSlots)) {
+  for (const FitSlot& slot : std::span(points.fit_slots).subspan(kFirstSlot, kSlots)) {
     const double gain = 1 + parameters_[kBaseGain];
     AddOuterProduct(Solved(eq, count, step.Pull(slot, at, kBaseGain, kGainDrift * gain)), &wider_);
     const double source = kDriveError * slot.setting.source.real();

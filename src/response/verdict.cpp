@@ -82,7 +82,7 @@ class Judge {
 
   const FitSlot& SlotOf(std::size_t pass) const {
     const auto* const slot = std::find(kSlotPasses.begin(), kSlotPasses.end(), pass);
-    return points_.slots[static_cast<std::size_t>(slot - kSlotPasses.begin())];
+    return points_.fit_slots[static_cast<std::size_t>(slot - kSlotPasses.begin())];
   }
   // Of a pass's records, without the entry at 0 Hz.
   std::vector<double> ErrorsOf(std::size_t pass) const {
