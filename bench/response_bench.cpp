@@ -8,6 +8,7 @@
 
 #include "ratio_report.h"
 #include "response/box_response.h"
+#include "response/verdict.h"
 #include "spectra/harmonics.h"
 
 namespace {
@@ -19,8 +20,9 @@ constexpr int kSweepLength = 33;
 constexpr std::size_t kChannels = 12;
 constexpr std::size_t kPasses = 15;
 
-// Parts a little off what they should be, 0.05 Hz to 20 kHz in each pass, noise of 1e-4.
-CalData MakeBox() {
+// Parts a little off what they should be, 0.05 Hz to 20 kHz in each pass, noise of 1e-4; one record
+// of so many is wild, 0: none.
+CalData MakeBox(int wild_of = 0) {
   CalData cal;
   cal.header.nchn = std::int16_t{kChannels};
   std::uint32_t random = 1;
@@ -41,8 +43,9 @@ CalData MakeBox() {
         for (std::size_t part = 3; part < orvane::kDelay; ++part) {
           parts[part] *= 1 + 0.01 * static_cast<double>((part * 7 + c * 3) % 17) - 0.08;
         }
+        const bool is_wild = wild_of > 0 && (noise() / 3.5e-4 + 0.5) * wild_of < 1;
         const Complex h = orvane::FrontEnd(parts, setting).Response(frequency) *
-                          (1.0 + Complex(noise(), noise()));
+                          (1.0 + Complex(noise(), noise()) * (is_wild ? 1e3 : 1.0));
         record.channels[c].values[3] = pass == 0 ? 2.0F : 600.0F;
         record.channels[c].real = static_cast<float>(h.real());
         record.channels[c].imaginary = static_cast<float>(h.imag());
@@ -54,14 +57,24 @@ CalData MakeBox() {
   return cal;
 }
 
-void FitOf12Channels(benchmark::State& state) {
-  CalData cal = MakeBox();
+void FitOf12Channels(benchmark::State& state, int wild_of) {
+  CalData cal = MakeBox(wild_of);
   for (auto _ : state) {
     cal.model = orvane::FitBoxModel(cal, cal.channel_flags);
   }
   for (std::size_t c = 0; c < kChannels; ++c) {
     if (cal.model.fits[c].IsDoubtful()) {
       state.SkipWithError("a channel does not fit");
+    }
+  }
+}
+
+void VerdictOf12Channels(benchmark::State& state) {
+  CalData cal = MakeBox();
+  cal.model = orvane::FitBoxModel(cal, cal.channel_flags);
+  for (auto _ : state) {
+    for (std::size_t c = 0; c < kChannels; ++c) {
+      benchmark::DoNotOptimize(orvane::JudgeChannel(cal, c));
     }
   }
 }
@@ -156,7 +169,9 @@ constexpr auto kRatios = std::to_array<orvane::bench::Ratio>({
 
 int main(int argc, char** argv) {
   using benchmark::RegisterBenchmark;
-  RegisterBenchmark("FitOf12Channels", FitOf12Channels)->Unit(benchmark::kMillisecond);
+  RegisterBenchmark("FitOf12Channels", FitOf12Channels, 0)->Unit(benchmark::kMillisecond);
+  RegisterBenchmark("FitOf12ChannelsWild", FitOf12Channels, 4)->Unit(benchmark::kMillisecond);
+  RegisterBenchmark("VerdictOf12Channels", VerdictOf12Channels)->Unit(benchmark::kMillisecond);
   RegisterBenchmark("ResponseOf12Channels", ResponseOf12Channels);
   for (const auto& [name, tenths] : {std::pair<std::string, std::int64_t>("Half", 5),
                                      {"One", 10},

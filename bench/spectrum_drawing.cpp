@@ -26,7 +26,7 @@ void TimeRecord(const std::filesystem::path& path, int scans, double aim) {
     return;
   }
   window.setCentralWidget(display);
-  SpectrumDock dock([&view] { return &view; }, &window);
+  SpectrumDock dock([&view] { return &view; }, [] { return nullptr; }, &window);
   window.addDockWidget(Qt::RightDockWidgetArea, &dock);
   window.resize(1366, 700);
   window.show();

@@ -51,7 +51,8 @@ double PlainTime() {
 
 double OurTime(WaveformView* view, Theme theme, double* whole) {
   ApplyTheme(theme);
-  WaveformPlot plot(view, nullptr);
+  TraceArrangement traces;
+  WaveformPlot plot(view, &traces, nullptr);
   plot.resize(kSize);
   plot.show();
   QApplication::processEvents();

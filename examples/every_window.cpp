@@ -44,6 +44,7 @@
 #include "response/widgets/calibration_display.h"
 #include "response/widgets/calibration_dlg.h"
 #include "response/widgets/fit_report_dlg.h"
+#include "spectra/widgets/decay_dock.h"
 #include "spectra/widgets/spectra_dlg.h"
 #include "spectra/widgets/spectrum_dock.h"
 #include "stepping/widgets/fdem_schedule_dlg.h"
@@ -618,6 +619,34 @@ bool VisitSpectrum(COrvaneApp* app, const QString& survey, const Visit& visit) {
   return done;
 }
 
+// Decays, or amplitudes and phases, beside a waveform.
+bool VisitDecays(COrvaneApp* app, const QString& survey, const Visit& visit) {
+  CMainFrame& frame = app->Frame();
+  bool done = true;
+  frame.show();
+  for (const char* method : {"TDIP", "SIP", "MT"}) {
+    auto* display = new CWaveformDisplay(&app->Document().Asking());
+    const QString path = survey + QStringLiteral("/%1/2417.TSS").arg(QLatin1String(method));
+    done = display->View().Open(PathFromText(path)) && done;
+    frame.Displays().Show(display);
+    auto* dock = frame.findChild<DecayDock*>();
+    if (!dock->isVisible()) {
+      frame.Command(kViewDecay)->trigger();
+    }
+    display->ShowView();
+    while (dock->View().IsRunning()) {
+      QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    if (auto* log = dock->findChild<QCheckBox*>(QStringLiteral("decay-log-y"))) {
+      log->setChecked(QLatin1String(method) == QLatin1String("TDIP"));
+    }
+    QApplication::processEvents();
+    done = visit(&frame, ("decay-" + QByteArray(method).toLower()).constData()) && done;
+  }
+  frame.Command(kViewDecay)->trigger();
+  return done;
+}
+
 // The main window with a waveform: each method, a bad record, a part with cursors, 12 channels.
 bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) {
   CMainFrame& frame = app->Frame();
@@ -664,7 +693,19 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   QApplication::processEvents();
   done = visit(&frame, "waveform-folded") && done;
   view.SetShape({});
-  display->ShowView();
+  const WaveformSettings settings_before = view.Settings();
+  WaveformSettings clock = settings_before;
+  clock.has_clock = true;
+  clock.has_counts = true;
+  view.SetSettings(clock);
+  for (const char* command : {"select-next", "enlarge", "select-next", "hide"}) {
+    display->findChild<QAction*>(QLatin1String(command))->trigger();
+  }
+  QApplication::processEvents();
+  done = visit(&frame, "waveform-arranged") && done;
+  view.SetSettings(settings_before);
+  display->findChild<QAction*>(QStringLiteral("show-all"))->trigger();
+  display->findChild<QAction*>(QStringLiteral("even-heights"))->trigger();
   frame.Command(kViewRecords)->trigger();
   QApplication::processEvents();
   done = visit(&frame, "waveform-records") && done;
@@ -675,6 +716,7 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   done = visit(&frame, "waveform-twelve-small") && done;
   frame.resize(1180, 690);
   done = VisitSpectrum(app, survey, visit) && done;
+  done = VisitDecays(app, survey, visit) && done;
   CPictureSizeDlg size({1180, 600}, nullptr);
   done = visit(&size, "picture-size") && done;
   WaveformForm form(display->View());

@@ -7,6 +7,8 @@
 #include "response/box_model.h"
 #include "response/cal_file.h"
 #include "response/cal_view.h"
+#include "response/uncertainty.h"
+#include "response/verdict.h"
 #include "support.h"
 
 namespace orvane::fuzz {
@@ -92,6 +94,14 @@ void FuzzCalibrationFit(Bytes input) {
     static_cast<void>(
         FrontEnd(parameters, PassSetting(kSlotPasses[0], parameters[kDrive])).Response(frequency));
   }
+  const ChannelVerdict verdict = JudgeChannel(*cal, 0);
+  Require((verdict.usability == Usability::kWell) == verdict.reasons.empty(),
+          "a doubt has a reason");
+  Require(fit.is_kept || verdict.usability == Usability::kNotUsable, "no fit, no use");
+  static_cast<void>(JudgeRecords(*cal, kBoxCal, 0, "1"));
+  const ResponseBands bands = ModelUncertainty(*cal, 0).At({0, 80, 0, {}}, 1e3);
+  Require(!fit.is_kept || bands.wider.amplitude >= bands.noise.amplitude * (1 - 1e-9),
+          "drift and drive make a band wider");
 }
 
 }  // namespace orvane::fuzz

@@ -8,6 +8,7 @@
 #include "timeseries/leave_out_file.h"
 #include "timeseries/restack.h"
 #include "timeseries/time_series_text.h"
+#include "timeseries/waveform_text.h"
 #include "timeseries/waveform_view.h"
 
 namespace orvane::fuzz {
@@ -43,7 +44,7 @@ void Look(WaveformView* view) {
     Require(trace.times.size() == trace.values.size() && trace.times.size() <= 104,
             "a line has two points for a pixel at most");
   }
-  static_cast<void>(view->CursorText());
+  static_cast<void>(CursorText(*view));
   static_cast<void>(view->TitleText() + view->StatusBarText());
 }
 
@@ -60,7 +61,7 @@ void Show(WaveformView* view, Bytes file) {
   view->SetSmallUnit(true);
   view->PanTimes(-1e9);
   Look(view);
-  static_cast<void>(view->VisibleText());
+  static_cast<void>(VisibleText(*view));
   static_cast<void>(view->NextBad());
   static_cast<void>(view->Last());
   Look(view);

@@ -30,6 +30,7 @@ enum CommandId : int {
   kViewCheck = 32910,
   kViewMap = 32911,
   kViewSpectrum = 32925,
+  kViewDecay = 32945,
   kPrintSheets = 32912,
   kPrintParameters = 32913,
   kViewRecords = 32914,

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/field_displays.h"
 
+#include <QRegularExpression>
 #include <memory>
+#include <utility>
 
 #include "app/field_folders.h"
 #include "files/file_io.h"
@@ -15,6 +17,7 @@
 #include "timeseries/widgets/stack_display.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "timeseries/widgets/waveform_dlg.h"
+#include "ui/byte_text.h"
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
 
@@ -28,12 +31,48 @@ bool FieldDisplays::ShowsWaveform() const {
   return qobject_cast<CWaveformDisplay*>(current_) != nullptr;
 }
 
+FieldDisplays::Kind FieldDisplays::KindOf(const QString& path) {
+  static const QRegularExpression waveform(QStringLiteral("\\.(ts[sk0-9])$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression calibration(QStringLiteral("\\.cl[bc]$"),
+                                              QRegularExpression::CaseInsensitiveOption);
+  return waveform.match(path).hasMatch()                              ? Kind::kWaveform
+         : calibration.match(path).hasMatch()                         ? Kind::kCalibration
+         : path.endsWith(QStringLiteral(".trs"), Qt::CaseInsensitive) ? Kind::kStack
+                                                                      : Kind::kNone;
+}
+
+bool FieldDisplays::Open(Kind kind, const QString& path) {
+  return kind == Kind::kWaveform      ? OpenWaveform(path)
+         : kind == Kind::kCalibration ? OpenCalibration(path)
+                                      : kind == Kind::kStack && OpenStack(path);
+}
+
+void FieldDisplays::OpenBeside(int by) {
+  const Kind kind = kind_;
+  const auto beside = FileBeside(PathFromText(path_), by, [kind](std::string_view name) {
+    return KindOf(TextFromBytes(std::string(name))) == kind;
+  });
+  if (!beside || beside->empty()) {
+    const QString name = TextFromPath(PathFromText(path_).filename());
+    emit told(!beside  ? TextFromBytes(beside.Message())
+              : by < 0 ? QStringLiteral("%1 is the first file of its kind in the folder").arg(name)
+                       : QStringLiteral("%1 is the last file of its kind in the folder").arg(name));
+    return;
+  }
+  const QString back = shown_;
+  Open(kind, TextFromPath(*beside));
+  return_to_ = IsReading() ? back : QString();
+}
+
 void FieldDisplays::Show(CDisplay* display) {
   Close();
   current_ = display;
   stack_->addWidget(display);
   stack_->setCurrentWidget(display);
   connect(display, &CDisplay::closeRequested, this, &FieldDisplays::Close);
+  connect(display, &CDisplay::fileWanted, this, &FieldDisplays::OpenBeside,
+          Qt::QueuedConnection);  // the display that asks goes
   connect(display, &CDisplay::told, this, &FieldDisplays::told);
   connect(display, &CDisplay::told, this, &FieldDisplays::changed);
   display->setFocus();
@@ -83,6 +122,8 @@ void FieldDisplays::AskForCalibration() {
 }
 
 bool FieldDisplays::OpenWaveform(const QString& path) {
+  path_ = path;
+  kind_ = Kind::kWaveform;
   return Read(std::make_unique<TsLoading>(PathFromText(path), TsFile::Options()));
 }
 
@@ -101,9 +142,15 @@ bool FieldDisplays::Read(std::unique_ptr<TsLoading> loading) {
 void FieldDisplays::Follow(std::unique_ptr<TsLoading> loading) {
   auto* display = new CLoadingDisplay(std::move(loading));
   connect(&display->Strip(), &LoadingStrip::ended, this, [this, display] {
+    const QString back = std::exchange(return_to_, QString());
     if (!ShowRead(display->Strip().Take()) && current_ == display) {
       Leave();  // the reason was shown already
       emit changed();
+      if (!back.isEmpty()) {
+        const QString tried = path_;
+        OpenWaveform(back);
+        path_ = tried;
+      }
     }
   });
   connect(&display->Strip(), &LoadingStrip::cancelled, this, [this](const QString& text) {
@@ -142,6 +189,7 @@ bool FieldDisplays::ShowRead(std::unique_ptr<TsLoading> loading) {
   display->Take(std::move(file), loading->Options());
   CWaveformDisplay* shown = display.release();
   Show(shown);
+  shown_ = TextFromPath(loading->Path());
   shown->ShowView();
   return true;
 }
@@ -163,6 +211,8 @@ bool FieldDisplays::OpenCalibration(const QString& path) {
 }
 
 bool FieldDisplays::OpenStack(const QString& path) {
+  path_ = path;
+  kind_ = Kind::kStack;
   const std::filesystem::path file = PathFromText(path);
   auto display = std::make_unique<CStackDisplay>();
   if (const Result<> opened = display->Open(path); !opened) {

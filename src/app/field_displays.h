@@ -21,6 +21,10 @@ class FieldDisplays : public QObject {
   Q_OBJECT
 
  public:
+  enum class Kind { kNone, kWaveform, kCalibration, kStack };
+  /// What a file is by its name.
+  static Kind KindOf(const QString& path);
+
   /// All must outlive this. The first page of `stack` is the table's.
   FieldDisplays(COrvaneDoc* doc, QtPrompts* prompts, QStackedWidget* stack, QWidget* window);
 
@@ -39,6 +43,9 @@ class FieldDisplays : public QObject {
   bool IsReading() const;
   bool OpenCalibration(const QString& path);
   bool OpenStack(const QString& path);
+  /// Opens the file of the same kind that is next in the folder, or before; one that cannot be read
+  /// is told, and the next call goes on from it.
+  void OpenBeside(int by);
   void AskForWaveform();
   void AskForCalibration();
   void EditWaveformSettings();
@@ -53,6 +60,7 @@ class FieldDisplays : public QObject {
  private:
   QString Ask(const QString& title, std::string_view filters, const QString& folder,
               const char* key);
+  bool Open(Kind kind, const QString& path);
   void KeepWaveformSettings();
   void Leave();
   bool Read(std::unique_ptr<TsLoading> loading);
@@ -65,6 +73,10 @@ class FieldDisplays : public QObject {
   QStackedWidget* stack_;
   QWidget* window_;
   CDisplay* current_ = nullptr;
+  QString path_;       // opened last, or tried
+  QString shown_;      // the waveform that was shown last
+  QString return_to_;  // shown again where the file beside it, which takes time, cannot be read
+  Kind kind_ = Kind::kNone;
   WaveformSettings waveform_settings_;
   bool has_small_unit_ = false;
   CalDisplay calibration_ranges_;

@@ -18,8 +18,8 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: orvane [FILE]\n"
-    "Opens a parameter table (*.tbl), a waveform (*.tss) or a calibration (*.clb, *.clc); else a\n"
-    "new table.\n"
+    "Opens a parameter table (*.tbl), a waveform (*.tss), a calibration (*.clb, *.clc) or the folder\n"
+    "of a survey; else a new table.\n"
     "\n"
     "  -h, --help     print this\n"
     "      --version  print the version\n";

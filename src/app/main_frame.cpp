@@ -8,13 +8,13 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QRegularExpression>
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 
 #include "app/about_dlg.h"
+#include "app/decay_command.h"
 #include "app/dock_command.h"
 #include "app/glance_commands.h"
 #include "app/lock_keys.h"
@@ -268,6 +268,7 @@ void CMainFrame::ConnectCommands() {
   ConnectGlance(view_,
                 {doc_, &editors_, check_->Dock(), AddMapDock(doc_, Command(kViewMap), this)});
   new SpectrumCommand(displays_, Command(kViewSpectrum), this);
+  new DecayCommand(displays_, Command(kViewDecay), this);
   ConnectStart();
   records_ = new RecordCommands(displays_, Command(kViewRecords), this);
   survey_ = new SurveyCommand(
@@ -435,10 +436,6 @@ void CMainFrame::OnFileOpen() {
 }
 
 bool CMainFrame::OpenAny(const QString& path) {
-  static const QRegularExpression waveform(QStringLiteral("\\.(ts[sk0-9])$"),
-                                           QRegularExpression::CaseInsensitiveOption);
-  static const QRegularExpression calibration(QStringLiteral("\\.cl[bc]$"),
-                                              QRegularExpression::CaseInsensitiveOption);
   if (const QString fault = UnknownName(path); !fault.isEmpty()) {
     prompts_->ShowWarning("Orvane", fault.toStdString());
     return false;
@@ -447,13 +444,17 @@ bool CMainFrame::OpenAny(const QString& path) {
     survey_->Open(path);
     return false;  // it has a window of its own
   }
-  if (calibration.match(path).hasMatch()) {
-    return displays_->OpenCalibration(path);
+  switch (FieldDisplays::KindOf(path)) {
+    case FieldDisplays::Kind::kWaveform:
+      return displays_->OpenWaveform(path);
+    case FieldDisplays::Kind::kCalibration:
+      return displays_->OpenCalibration(path);
+    case FieldDisplays::Kind::kStack:
+      return displays_->OpenStack(path);
+    case FieldDisplays::Kind::kNone:
+      break;
   }
-  if (path.endsWith(QStringLiteral(".trs"), Qt::CaseInsensitive)) {
-    return displays_->OpenStack(path);
-  }
-  return waveform.match(path).hasMatch() ? displays_->OpenWaveform(path) : OpenFile(path);
+  return OpenFile(path);
 }
 
 bool CMainFrame::OnFileSave() {

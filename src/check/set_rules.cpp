@@ -105,7 +105,9 @@ void SetOther(const Situation& situation, const Teller& tell) {
     if (keys.size() > kMostNamed) {
       names.push_back(FormatInt(keys.size() - kMostNamed) + " more");
     }
-    tell(keys, "The file there was made of another table: " + Listed(names) + " differ",
+    tell(keys,
+         "The file there was made of another table: " + Listed(names) +
+             (keys.size() == 1 ? " differs" : " differ"),
          file.box_name);
   }
 }

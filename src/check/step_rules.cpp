@@ -41,9 +41,7 @@ std::string PickedFrequencies(const CheckedSteps& steps, const IsPicked& is_pick
 }
 
 void StepFixed(const Situation& situation, const Teller& tell) {
-  const bool has_steps =
-      situation.tech == kSip || situation.tech == kCsamt || situation.tech == kFdem;
-  if (has_steps && situation.Int("AUTO") == 0 && !(situation.Real("CREQ") > 0)) {
+  if (HasFixedStep(situation) && !(situation.Real("CREQ") > 0)) {
     tell({"CREQ", "AUTO"},
          "No schedule, and the fixed frequency is " + FormatReal(situation.Real("CREQ")) + " Hz");
   }
@@ -146,9 +144,11 @@ constexpr auto kRules = std::to_array<Rule>({
      "The steps end later than the recording, where start and end have dates.", StepLong,
      Needs::kSteps},
     {"step-frequency", Severity::kWarning,
-     "A step is above 9600 Hz, 0.4 of 24000 samples a second.", StepFrequency, Needs::kSteps},
+     "A step, or the fixed frequency, is above 9600 Hz, 0.4 of 24000 samples a second.",
+     StepFrequency, Needs::kSteps},
     {"step-comb", Severity::kHint,
-     "The comb filter is on, and a step is within 0.02 of the line frequency of an odd multiple "
+     "The comb filter is on, and a step or the fixed frequency is within 0.02 of the line "
+     "frequency of an odd multiple "
      "of it: in the filter's notch.",
      StepComb, Needs::kSteps},
     {"step-current", Severity::kWarning,
@@ -161,6 +161,12 @@ constexpr auto kRules = std::to_array<Rule>({
 
 bool HasCalculatedSteps(const Situation& situation) {
   return !situation.IsMt() && situation.Int("AUTO") == 1;
+}
+
+bool HasFixedStep(const Situation& situation) {
+  const bool has_steps =
+      situation.tech == kSip || situation.tech == kCsamt || situation.tech == kFdem;
+  return has_steps && situation.Int("AUTO") == 0;
 }
 
 bool HasStepFile(const Situation& situation) { return ScheduleFileNumber(situation.table) != 0; }

@@ -10,7 +10,20 @@ ScheduleFile FindSchedule(const Situation& situation) {
   return situation.places.memory->schedules.Look(situation.places.table, situation.Int("AUTO"));
 }
 
+// Without a schedule the one frequency is the only step; it has no end.
+CheckedSteps FixedStep(const Situation& situation) {
+  CheckedSteps steps{.rows = {}, .key = "CREQ"};
+  if (situation.Real("CREQ") > 0) {
+    steps.rows.push_back(
+        {.end_time = {}, .waveform = {}, .frequency = situation.Real("CREQ"), .current = {}});
+  }
+  return steps;
+}
+
 CheckedSteps CalculatedSteps(const Situation& situation) {
+  if (HasFixedStep(situation)) {
+    return FixedStep(situation);
+  }
   CheckedSteps steps{.rows = {}, .key = "FRQ0"};
   ScheduleTable table;
   if (HasCalculatedSteps(situation) &&

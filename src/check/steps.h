@@ -10,6 +10,8 @@ namespace orvane {
 
 /// Whether the parameters give the steps.
 bool HasCalculatedSteps(const Situation& situation);
+/// Whether one frequency is transmitted all the time.
+bool HasFixedStep(const Situation& situation);
 /// Whether a file has them.
 bool HasStepFile(const Situation& situation);
 

@@ -123,6 +123,7 @@ void AddCalibrationCommands(CLI::App* app, ExitCode* exit_code) {
   add_reading("curves", "Print channel, Hz, amplitude and degrees of each point, tab-separated",
               RunCurves);
   AddResponseCommands(calibration, exit_code);
+  AddCompareCommand(calibration, exit_code);
 }
 
 }  // namespace orvane

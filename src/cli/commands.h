@@ -28,6 +28,8 @@ void AddSurveyCommands(CLI::App* app, ExitCode* exit_code);
 /// The verbs that compute with calibrations: `calibration response`, `calibration fit` and
 /// `waveform harmonics`.
 void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code);
+/// "calibration compare".
+void AddCompareCommand(CLI::App* calibration, ExitCode* exit_code);
 void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code);
 /// The verbs `waveform spectrum` and `waveform decay`.
 void AddSpectrumCommand(CLI::App* waveform, ExitCode* exit_code);

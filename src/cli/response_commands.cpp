@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <CLI/CLI.hpp>
 #include <filesystem>
+#include <limits>
 #include <memory>
 
 #include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/validators.h"
+#include "files/path_text.h"
 #include "response/box_response.h"
 #include "response/fit_report.h"
 #include "response/sensor_response.h"
+#include "response/uncertainty.h"
+#include "response/verdict.h"
 
 namespace orvane {
 namespace {
@@ -20,6 +24,7 @@ struct ResponseArguments {
   std::optional<int> band;
   std::vector<std::string> frequencies;
   bool takes_nominal = false;
+  bool shows_uncertainty = false;
 };
 
 std::string Line(const std::vector<double>& numbers) {
@@ -72,6 +77,35 @@ bool TellOfRejectedFit(const ResponseArguments& arguments, const CalData& cal) {
   return channels.empty() || arguments.takes_nominal;
 }
 
+// The columns of "--uncertainty": none without it, no numbers where records serve instead of a
+// model.
+class BoxBands {
+ public:
+  BoxBands(const ResponseArguments& arguments, const CalData& cal, const RecordingHeader& header)
+      : is_asked_(arguments.shows_uncertainty) {
+    const bool has_model = cal.model.parameter_count > 0 && !IsOfOlderFamily(header);
+    for (std::size_t c = 0; is_asked_ && has_model && c < cal.Channels(); ++c) {
+      channels_.emplace_back(cal, c);
+    }
+  }
+
+  void Append(const FrontEndSetting& setting, std::size_t channel, double hertz,
+              std::vector<double>* numbers) const {
+    constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+    if (is_asked_ && channel < channels_.size()) {
+      const ResponseBands bands = channels_[channel].At(setting, hertz);
+      numbers->insert(numbers->end(), {bands.noise.amplitude, bands.noise.phase,
+                                       bands.wider.amplitude, bands.wider.phase});
+    } else if (is_asked_) {
+      numbers->insert(numbers->end(), 4, kUnknown);
+    }
+  }
+
+ private:
+  bool is_asked_;
+  std::vector<ModelUncertainty> channels_;
+};
+
 ExitCode PrintBox(const ResponseArguments& arguments, const CalData& cal,
                   const RecordingHeader& header) {
   BoxResponse box;
@@ -79,13 +113,16 @@ ExitCode PrintBox(const ResponseArguments& arguments, const CalData& cal,
   std::string text;
   std::vector<Complex> responses(box.Channels());
   std::vector<double> validities(box.Channels());
+  const BoxBands bands(arguments, cal, header);
   for (const std::string& frequency : arguments.frequencies) {
     const double hertz = ParseReal(frequency).value_or(0);
     const Status one = box.At(hertz, responses, validities);
     status = status == kOk ? one : status;
     for (std::size_t c = 0; c < box.Channels(); ++c) {
-      text += Line({static_cast<double>(c + 1), hertz, responses[c].real(), responses[c].imag(),
-                    validities[c]});
+      std::vector<double> numbers = {static_cast<double>(c + 1), hertz, responses[c].real(),
+                                     responses[c].imag(), validities[c]};
+      bands.Append(box.Setting(c), c, hertz, &numbers);
+      text += Line(numbers);
     }
   }
   const ExitCode printed = PrintWithStatus(arguments.file, text, status);
@@ -111,6 +148,10 @@ ExitCode RunResponse(const ResponseArguments& arguments) {
     PrintMessage("the response of a box needs --band");
     return kWrongUsage;
   }
+  if (kind != kBoxCal && arguments.shows_uncertainty) {
+    PrintMessage("only the response of a box has an uncertainty");
+    return kWrongUsage;
+  }
   const auto cal = ReadOrTell(arguments.file, kind);
   if (cal == nullptr) {
     return kSomeFailed;
@@ -125,7 +166,31 @@ ExitCode RunResponse(const ResponseArguments& arguments) {
   return kind == kBoxCal ? PrintBox(arguments, *cal, header) : PrintSensor(arguments, *cal, header);
 }
 
+void TellOfVerdict(const std::filesystem::path& file, std::size_t channel,
+                   const ChannelVerdict& verdict) {
+  std::string text = "channel " + FormatInt(channel + 1);
+  text.append(": ").append(verdict.Text());
+  for (const std::string& note : verdict.notes) {
+    text.append("; note: ").append(note);
+  }
+  PrintMessage(FileMessage(file, text));
+}
+
+ExitCode RunSensorVerdict(const std::filesystem::path& file, int kind) {
+  const auto cal = ReadOrTell(file, kind);
+  if (cal == nullptr) {
+    return kSomeFailed;
+  }
+  const std::size_t channel = SensorChannelOf(*cal);
+  const ChannelVerdict verdict = JudgeRecords(*cal, kind, channel, PathText(file.stem()));
+  TellOfVerdict(file, channel, verdict);
+  return verdict.usability == Usability::kNotUsable ? kSomeFailed : kAllDone;
+}
+
 ExitCode RunFit(const std::filesystem::path& file) {
+  if (const int kind = CalKindOf(file); kind != kBoxCal) {
+    return RunSensorVerdict(file, kind);
+  }
   const auto cal = ReadOrTell(file, kBoxCal);
   if (cal == nullptr) {
     return kSomeFailed;
@@ -135,6 +200,7 @@ ExitCode RunFit(const std::filesystem::path& file) {
     return kSomeFailed;
   }
   std::string text;
+  bool are_usable = true;
   for (std::size_t c = 0; c < cal->Channels(); ++c) {
     const BoxModel::FitReport& fit = cal->model.fits[c];
     std::vector<double> numbers = {static_cast<double>(c + 1)};
@@ -145,13 +211,11 @@ ExitCode RunFit(const std::filesystem::path& file) {
         {static_cast<double>(fit.points), static_cast<double>(fit.rejected),
          static_cast<double>(fit.iterations), fit.rms, fit.max, fit.is_kept ? 1.0 : 0.0});
     text += Line(numbers);
-    if (const std::string doubt = FitDoubt(fit); !doubt.empty()) {
-      const std::string number = FormatInt(c + 1);
-      PrintMessage(
-          FileMessage(file, std::string("channel ").append(number).append(": ").append(doubt)));
-    }
+    const ChannelVerdict verdict = JudgeChannel(*cal, c);
+    are_usable = are_usable && verdict.usability != Usability::kNotUsable;
+    TellOfVerdict(file, c, verdict);
   }
-  return PrintResult(text) ? kAllDone : kSomeFailed;
+  return PrintResult(text) && are_usable ? kAllDone : kSomeFailed;
 }
 
 }  // namespace
@@ -175,10 +239,15 @@ void AddResponseCommands(CLI::App* calibration, ExitCode* exit_code) {
   response->add_flag(
       "--nominal", arguments->takes_nominal,
       "exit with 0 also where no model fits a box and its parts have their nominal values");
+  response->add_flag("--uncertainty", arguments->shows_uncertainty,
+                     "append by how much a box's amplitude (relative) and phase (degrees) may be "
+                     "off: by noise, then with drive resistors 1 % off and gains drifting");
   response->callback([=] { *exit_code = RunResponse(*arguments); });
   CLI::App* fit = calibration->add_subcommand(
-      "fit", "Print channel, 20 parameters, points, rejected, iterations, rms, max, kept");
-  AddPath(fit, "FILE", &arguments->file, "a box's calibration file")->required()->check(NotEmpty());
+      "fit",
+      "Print channel, 20 parameters, points, rejected, iterations, rms, max, kept of a box; "
+      "tell on standard error whether a calibration may be trusted, and exit with 1 if not");
+  AddPath(fit, "FILE", &arguments->file, "a calibration file")->required()->check(NotEmpty());
   fit->callback([=] { *exit_code = RunFit(arguments->file); });
 }
 

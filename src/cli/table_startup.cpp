@@ -7,6 +7,7 @@
 #include "cli/interrupt_watch.h"
 #include "editors/startup_cautions.h"
 #include "editors/startup_run.h"
+#include "files/file_system.h"
 #include "files/path_text.h"
 
 namespace orvane {
@@ -106,6 +107,9 @@ ExitCode RunTableStartup(const StartupOptions& options) {
   const std::uint32_t version = StartupVersion(table, options.tbl_version == 1);
   if (version != options.tbl_version) {
     PrintMessage("\"TBVO\" is not 1: the files are written as version 2");
+  }
+  if (Exists(options.out) == Existence::kNotThere) {
+    PrintMessage("there is no folder " + PathText(options.out) + " yet: it is made");
   }
   VersionPrompts prompts(options.tbl_version);
   StartupRun run(&table, {}, &prompts);

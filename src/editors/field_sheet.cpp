@@ -37,8 +37,8 @@ std::string TimeLine(const ParamTable& table, ParamKey key) {
 
 // Lines of the table at a glance that a sheet takes over, each with its group.
 bool IsTaken(std::string_view group, std::string_view label) {
-  return group == "Method" || group == "Gains and filters" ||
-         (group == "Survey" && label != "Client" && label != "Company");
+  return group == "Method" || group == "Gains and filters" || group == "Survey" ||
+         (group == "Boxes" && label != "Channels");
 }
 
 void AddSensors(const ParamTable& table, BoxKind kind, std::vector<SheetLine>* lines) {
@@ -88,6 +88,7 @@ std::vector<SheetLine> LinesOf(const ParamTable& table, BoxKind kind, const Cloc
     lines.push_back({"High rates end", TimeLine(table, "ETMH")});
   }
   const Timeline line = TimelineOf(table, now, HoursOf(table), steps);
+  lines.push_back({"Printed", FormatParamTime(now.Now()) + " UTC"});
   lines.push_back({"Schedule", line.plan});
   if (std::string text = StepsText(line); !text.empty()) {
     lines.push_back({"Steps, until", std::move(text)});

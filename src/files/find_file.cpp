@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/find_file.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/ascii.h"
@@ -33,6 +36,31 @@ Result<std::filesystem::path> FindInAnyCase(const std::filesystem::path& path) {
     }
   }
   return found.empty() ? path : folder / PathOf(found);
+}
+
+Result<std::filesystem::path> FileBeside(const std::filesystem::path& path, int by,
+                                         const std::function<bool(std::string_view name)>& takes) {
+  const std::filesystem::path folder = path.parent_path();
+  std::vector<std::filesystem::path> names;
+  if (!ReaderCalls().list(folder, &names)) {
+    return Failure(FileMessage(folder, SystemReason(errno)));
+  }
+  const auto place = [](const std::string& name) {
+    std::string upper = name;
+    std::transform(upper.begin(), upper.end(), upper.begin(), UpperCased);
+    return std::pair(upper, name);
+  };
+  const auto here = place(PathText(path.filename()));
+  std::optional<std::pair<std::string, std::string>> nearest;
+  for (const auto& entry : names) {
+    const auto there = place(PathText(entry));
+    const bool is_beyond = by < 0 ? there < here : here < there;
+    const bool is_nearer = !nearest || (by < 0 ? *nearest < there : there < *nearest);
+    if (is_beyond && is_nearer && takes(there.second)) {
+      nearest = there;
+    }
+  }
+  return nearest ? folder / PathOf(nearest->second) : std::filesystem::path();
 }
 
 }  // namespace orvane

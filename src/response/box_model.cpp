@@ -2,6 +2,9 @@
 #include "response/box_model.h"
 
 #include <algorithm>
+#include <cmath>
+#include <compare>
+#include <span>
 
 #include "response/channel_fit.h"
 
@@ -25,8 +28,40 @@ void TakeFourthValue(const CalRecords& cal, std::size_t pass, std::size_t channe
   }
 }
 
-// One entry at 0 Hz, then one for each record. A pass that is missing, or finds no room, leaves its
-// slot empty.
+// Whether a record comes before another: those with a frequency first, rising. Among equal ones the
+// values decide, so that the order in the file never counts.
+bool ComesBefore(const CalFileRecord* a, const CalFileRecord* b, std::size_t channels) {
+  const float one = a->frequency;
+  const float other = b->frequency;
+  const auto has_place = [](float frequency) { return frequency > 0 && std::isfinite(frequency); };
+  if (has_place(one) != has_place(other)) {
+    return has_place(one);
+  }
+  auto order = std::strong_order(one, other);
+  for (std::size_t c = 0; c < channels && order == 0; ++c) {
+    order = std::strong_order(float{a->channels[c].real}, float{b->channels[c].real});
+    if (order == 0) {
+      order = std::strong_order(float{a->channels[c].imaginary}, float{b->channels[c].imaginary});
+    }
+  }
+  return order < 0;
+}
+
+std::vector<const CalFileRecord*> Ascending(std::span<const CalFileRecord> pass,
+                                            std::size_t channels) {
+  std::vector<const CalFileRecord*> records;
+  for (const CalFileRecord& record : pass) {
+    records.push_back(&record);
+  }
+  std::stable_sort(records.begin(), records.end(),
+                   [channels](const CalFileRecord* a, const CalFileRecord* b) {
+                     return ComesBefore(a, b, channels);
+                   });
+  return records;
+}
+
+// One entry at 0 Hz, that of the lowest frequency, then one for each record, frequencies rising. A
+// pass that is missing, or finds no room, leaves its slot empty.
 void CopyPass(const CalRecords& cal, std::size_t pass, BoxModel* model) {
   std::size_t end = model->entries;
   model->slot_starts.push_back(end);
@@ -43,9 +78,10 @@ void CopyPass(const CalRecords& cal, std::size_t pass, BoxModel* model) {
     }
     ++end;
   };
-  put(cal.Pass(pass).front(), true);
-  for (const CalFileRecord& record : cal.Pass(pass)) {
-    put(record, false);
+  const auto records = Ascending(cal.Pass(pass), cal.Channels());
+  put(*records.front(), true);
+  for (const CalFileRecord* record : records) {
+    put(*record, false);
   }
   model->entries = end;
 }

@@ -21,11 +21,13 @@ struct BoxModel {
   /// How well the circuit of one channel fits. The errors are relative to the measured response.
   struct FitReport {
     std::size_t points = 0;    ///< measured points that took part
-    std::size_t rejected = 0;  ///< points left out because they lie far from all others
+    std::size_t rejected = 0;  ///< others, which hardly count because they lie far from the model
     int iterations = 0;
     double rms = 0;
     double max = 0;
-    bool is_kept = false;  ///< else the parameters are those that the fit started from
+    double noise = 0;  ///< of real and of imaginary part, from the median of the circuit's errors
+    double prior_weight = 0;  ///< of a deviation from paper by a part's tolerance
+    bool is_kept = false;     ///< else the parameters are those that the fit started from
 
     /// Above this rms the circuit does not describe the channel well.
     static constexpr double kDoubtfulRms = 0.01;

@@ -21,13 +21,16 @@ bool IsOlderFamily(std::string hardware) {
          hardware.find("QVN") == std::string::npos;
 }
 
-// The kind byte of the records that were swept with this low-pass filter, which is also its code.
+}  // namespace
+
+bool IsOfOlderFamily(const RecordingHeader& header) {
+  return IsOlderFamily(SettingText(header, "HW"));
+}
+
 int RecordKind(int low_pass) {
   const LowPassFilter filter = LowPassFilterOf(low_pass);
   return filter.strength < 0 ? 0 : 16 + filter.strength;
 }
-
-}  // namespace
 
 Status BoxResponse::Prepare(const CalData* cal, const RecordingHeader* header, int band) {
   *this = {};
@@ -40,7 +43,7 @@ Status BoxResponse::Prepare(const CalData* cal, const RecordingHeader* header, i
   if (static_cast<std::size_t>(header->channels) != cal->Channels()) {
     return kChannelsDiffer;
   }
-  const bool is_older = IsOlderFamily(SettingText(*header, "HW"));
+  const bool is_older = IsOfOlderFamily(*header);
   if (!is_older && cal->model.parameter_count == 0) {
     return kNoRecordOfKind;
   }

@@ -12,6 +12,11 @@
 
 namespace orvane {
 
+/// Whether a recording's box is of the older family, whose records are taken themselves.
+bool IsOfOlderFamily(const RecordingHeader& header);
+/// The kind byte of the records that were swept with a low-pass filter, by its "LPFR" code.
+int RecordKind(int low_pass);
+
 /// The response of a box's channels in one recording and band: front end times decimation filter.
 /// Everything that does not depend on the frequency is worked out once.
 class BoxResponse {
@@ -26,6 +31,8 @@ class BoxResponse {
   Status At(double frequency, std::span<Complex> responses, std::span<double> validities) const;
 
   std::size_t Channels() const { return channels_.size(); }
+  /// How a channel is switched, from 0.
+  const FrontEndSetting& Setting(std::size_t channel) const { return channels_[channel].setting; }
   /// Of the band in Hz, as looked up, and what the look-up came to.
   double SampleRate() const { return filter_.sample_rate; }
   Status RateStatus() const { return rate_status_; }

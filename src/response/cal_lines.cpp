@@ -7,7 +7,7 @@
 #include <set>
 
 #include "base/number_text.h"
-#include "response/box_model.h"
+#include "response/verdict.h"
 
 namespace orvane {
 namespace {
@@ -39,21 +39,11 @@ std::map<int, CalLine> LinesOf(const CalCurve& curve) {
   return lines;
 }
 
-std::string FilterText(int low_pass) {
-  const LowPassFilter filter = LowPassFilterOf(low_pass);
-  const std::string text =
-      filter.strength < 0 ? "no filter" : "filter " + FormatInt(filter.strength);
-  return filter.has_trap ? text + ", VLF trap" : text;
-}
-
 std::string PassText(int sweep, bool is_box) {
   const auto pass = static_cast<std::size_t>(sweep);
   std::string text = "Pass " + FormatInt(std::int64_t{sweep} + 1);
   if (is_box && IsModelPass(pass)) {
-    const FrontEndSetting setting = PassSetting(pass, 0);
-    text.append(": x ").append(FormatReal(std::pow(4.0, setting.gain)));
-    text.append(", ").append(FilterText(setting.low_pass));
-    text.append(setting.coupling == 1 ? ", AC" : "");
+    text.append(": ").append(PassSettingText(pass));
   }
   return text;
 }
@@ -80,7 +70,8 @@ std::vector<CalLegendRow> LegendOf(const CalView& view) {
   std::set<int> sweeps;
   const auto& traces = view.Traces();
   for (const CalTrace& trace : traces) {
-    if (traces.size() > 1) {
+    const bool is_named_already = trace.kind == CalTrace::kBand && &trace == &traces.back();
+    if (traces.size() > 1 && !is_named_already) {
       const int channel = static_cast<int>(trace.channel);
       rows.push_back({trace.Label(), trace.kind, view.Shown().size() > 1 ? channel : -1, -1});
     }

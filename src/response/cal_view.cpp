@@ -138,8 +138,18 @@ void Fit(const Spans& spans, bool is_tight, bool is_ratio, CalDisplay* display) 
 }  // namespace
 
 std::string CalTrace::Label() const {
-  const std::string label = "Channel " + ChannelNumber(channel);
-  return kind == kReference ? label + ", reference" : kind == kModel ? label + ", model" : label;
+  std::string label = "Channel " + ChannelNumber(channel);
+  switch (kind) {
+    case kMeasured:
+      return label;
+    case kReference:
+      return label.append(", reference");
+    case kModel:
+      return label.append(", model");
+    case kBand:
+      return label.append(", 95 % of responses");
+  }
+  return label;
 }
 
 Result<> CalView::Open(const std::filesystem::path& path) {
@@ -226,6 +236,7 @@ std::string CalView::RangesText() const {
 
 void CalView::LoadModel() {
   model_.reset();
+  known_.clear();
   why_no_model_ = "Only boxes have a model";
   if (curves_.channels.empty() || curves_.header.ctyp != kBoxCal) {
     return;
@@ -325,6 +336,10 @@ const std::vector<CalTrace>& CalView::Traces() const {
   return *traces_;
 }
 
+const ModelUncertainty& CalView::KnownOf(std::size_t channel) const {
+  return known_.try_emplace(channel, *model_, channel).first->second;
+}
+
 std::vector<CalTrace> CalView::MakeTraces() const {
   std::vector<CalTrace> traces;
   for (const std::size_t channel : shown_) {
@@ -344,6 +359,11 @@ std::vector<CalTrace> CalView::MakeTraces() const {
     }
     if (ShowsModel()) {
       traces.push_back({channel, CalTrace::kModel, ModelCurve(*model_, channel, curve.turn)});
+      if (shown_.size() == 1) {
+        for (CalCurve& side : BandAround(traces.back().curve, *model_, channel, KnownOf(channel))) {
+          traces.push_back({channel, CalTrace::kBand, std::move(side)});
+        }
+      }
     }
   }
   return traces;
@@ -397,12 +417,22 @@ std::vector<CalReading> CalView::Readings() const {
     return readings;
   }
   for (const CalTrace& trace : Traces()) {
+    if (trace.kind == CalTrace::kBand) {
+      continue;
+    }
     const CalCurve& curve = trace.curve;
     const std::size_t nearest = NearestPoint(curve, *cursor_);
     for (std::size_t i = nearest; i < curve.frequency.size(); ++i) {
       if (curve.frequency[i] == curve.frequency[nearest]) {
         readings.push_back({trace.Label(), curve.sweep[i], curve.frequency[i], curve.amplitude[i],
-                            curve.phase[i]});
+                            curve.phase[i], std::nullopt});
+        if (trace.kind == CalTrace::kModel) {
+          const auto pass = static_cast<std::size_t>(curve.sweep[i]);
+          readings.back().known =
+              KnownOf(trace.channel)
+                  .At(PassSetting(pass, ParametersOf(*model_, trace.channel)[kDrive]),
+                      curve.frequency[i]);
+        }
       }
     }
   }

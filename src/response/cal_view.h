@@ -3,23 +3,27 @@
 #define ORVANE_RESPONSE_CAL_VIEW_H_
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "calibration/cal_curves.h"
+#include "response/cal_compare_tolerance.h"
 #include "response/cal_file.h"
 #include "response/display_form.h"
+#include "response/uncertainty.h"
 
 namespace orvane {
 
 /// A curve to draw.
 struct CalTrace {
-  enum Kind { kMeasured, kReference, kModel };
+  enum Kind { kMeasured, kReference, kModel, kBand };
 
   std::size_t channel = 0;  ///< from 0
-  Kind kind = kMeasured;    ///< the file's own, or what is to be drawn beside it
+  Kind kind = kMeasured;    ///< the file's own, or what is to be drawn beside it; of the band
+                            ///< around the model one side
   CalCurve curve;
 
   /// "Channel 3", "Channel 3, reference"
@@ -32,7 +36,8 @@ struct CalReading {
   int sweep = 0;         ///< the pass, from 0
   double frequency = 0;  ///< of the measured point nearest to the cursor, Hz
   double amplitude = 0;
-  double phase = 0;  ///< degrees
+  double phase = 0;                    ///< degrees
+  std::optional<ResponseBands> known;  ///< of the model: how well
 };
 
 /// A curve over a reference at the frequencies of the first: the ratio of the amplitudes, the
@@ -72,6 +77,10 @@ class CalView {
   /// The ratio to the reference in place of both: in percent, on an axis that is not logarithmic.
   void SetRatio(bool is_ratio);
   bool ShowsRatio() const { return is_ratio_; }
+  const std::filesystem::path& ReferencePath() const { return reference_->path; }
+  /// By how much a ratio may be off, drawn around it.
+  void SetTolerance(const CalTolerance& tolerance) { tolerance_ = tolerance; }
+  const CalTolerance& Tolerance() const { return tolerance_; }
 
   /// The model of the box instead of lines between its points. Only a file that could be computed
   /// with has one; the ratio to a reference goes before it.
@@ -119,6 +128,7 @@ class CalView {
   void ShowOthers();
   const CalCurve* ReferenceOf(std::size_t channel) const;
   std::vector<CalTrace> MakeTraces() const;
+  const ModelUncertainty& KnownOf(std::size_t channel) const;
 
   CalDisplay* display_;
   std::optional<CalDisplay> own_;
@@ -126,7 +136,9 @@ class CalView {
   std::optional<CalCurves> reference_;
   std::vector<std::size_t> shown_;
   bool is_ratio_ = false;
+  CalTolerance tolerance_;
   std::unique_ptr<CalData> model_;
+  mutable std::map<std::size_t, ModelUncertainty> known_;  // by channel, of those asked for
   std::string why_no_model_;
   bool shows_model_ = false;
   std::optional<double> cursor_;

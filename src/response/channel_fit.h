@@ -2,14 +2,18 @@
 #ifndef ORVANE_RESPONSE_CHANNEL_FIT_H_
 #define ORVANE_RESPONSE_CHANNEL_FIT_H_
 
-#include <array>
 #include <span>
 #include <vector>
 
-#include "response/box_model.h"
-#include "response/fit_step.h"
+#include "response/fit_points.h"
 
 namespace orvane {
+
+/// The parts that the sweeps show, of a channel with such flags: those of the circuit step.
+std::vector<std::size_t> VisibleParts(std::uint32_t flags);
+
+/// What the parts of a channel are drawn to: those on paper, and the delay as measured.
+FrontEndParameters PaperValues(std::uint32_t flags, double measured_delay);
 
 /// Fits the circuit of one channel to the slots of a calibration, in steps: gains at low
 /// frequencies, then the whole circuit at one gain, then the gains again.
@@ -25,24 +29,18 @@ class ChannelFit {
  private:
   using Slots = std::span<FitSlot>;
 
-  void TakePoints(const BoxModel& model, std::size_t channel);
   double Polarity() const;
-  void Adjust(Slots slots, std::span<const std::size_t> parts, int most_iterations,
+  void Adjust(Slots chosen, std::span<const std::size_t> parts, int most_iterations,
               double highest_frequency);
-  void FitCircuit();
-  /// The errors of the points that take part.
-  std::vector<double> Errors(Slots slots) const;
-  bool DropWildPoints(Slots slots);
+  std::vector<double> Errors(Slots chosen, double highest_frequency) const;
   void Judge();
 
   FrontEndParameters nominal_;
   FrontEndParameters unfitted_;
   FrontEndParameters parameters_;
-  std::vector<FitPoint> points_;
-  std::array<FitSlot, kSlotPasses.size()> slots_{};
+  FitPoints points_;
   std::vector<std::size_t> parts_;  // what the circuit step adjusts
   double polarity_ = 1;
-  double prior_weight_ = 0;
   BoxModel::FitReport report_;
 };
 

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "base/number_text.h"
-#include "response/box_model.h"
+#include "response/verdict.h"
 
 namespace orvane {
 namespace {
@@ -65,6 +65,19 @@ std::vector<double> FrequenciesFor(std::span<const CalFileRecord> records) {
   return frequencies;
 }
 
+std::string SettingText(int gain, int low_pass) {
+  return std::string(gain == 0 ? "x 1, " : "x 16, ") + FilterText(low_pass);
+}
+
+// The widest band of the amplitude from 0.1 Hz to 12 kHz.
+double KnownTo(const ModelUncertainty& uncertainty, const FrontEndSetting& setting) {
+  double widest = 0;
+  for (const double frequency : {0.1, 1.0, 10.0, 100.0, 1e3, 3e3, 6e3, 9e3, 12e3}) {
+    widest = std::max(widest, uncertainty.At(setting, frequency).wider.amplitude);
+  }
+  return widest;
+}
+
 }  // namespace
 
 std::vector<std::vector<std::string>> FitTable(const CalData& cal) {
@@ -88,22 +101,35 @@ std::vector<std::vector<std::string>> FitTable(const CalData& cal) {
   for (std::size_t k = 0; k < kPartNames.size(); ++k) {
     add(kPartNames[k], [&](std::size_t c) { return Number(ParametersOf(cal, c)[k]); });
   }
+  if (cal.model.parameter_count > 0) {
+    std::vector<ModelUncertainty> channels;
+    for (std::size_t c = 0; c < cal.Channels(); ++c) {
+      channels.emplace_back(cal, c);
+    }
+    add("Verdict", [&](std::size_t c) { return JudgeChannel(cal, c).Text(); });
+    for (const int gain : {0, 2}) {
+      for (const int low_pass : {0, 16, 17, 18, 19, 20, 80, 81, 82, 83, 84}) {
+        add("Known to (%), " + SettingText(gain, low_pass), [&](std::size_t c) {
+          return FormatReal(100 * KnownTo(channels[c], {gain, low_pass, 0, {}}), 2);
+        });
+      }
+    }
+  }
   return rows;
 }
 
-std::string FitDoubt(const BoxModel::FitReport& fit) {
-  if (!fit.is_kept) {
-    return "no model fits; the parts have their nominal values";
-  }
-  return fit.IsDoubtful() ? "the model fits poorly, rms " + FormatReal(fit.rms, 3) : "";
+std::string PartName(std::size_t part) {
+  const std::string_view name = kPartNames[part];
+  return std::string(name.substr(0, name.find(" (")));
 }
 
 std::string FitWarning(const CalData& cal) {
   std::string warning;
-  for (std::size_t c = 0; c < cal.Channels(); ++c) {
-    if (const std::string doubt = FitDoubt(cal.model.fits[c]); !doubt.empty()) {
+  for (std::size_t c = 0; c < cal.Channels() && cal.model.parameter_count > 0; ++c) {
+    const ChannelVerdict verdict = JudgeChannel(cal, c);
+    if (verdict.usability != Usability::kWell) {
       warning.append(warning.empty() ? "Channel " : "; channel ");
-      warning.append(FormatInt(c + 1)).append(": ").append(doubt);
+      warning.append(FormatInt(c + 1)).append(": ").append(verdict.Text());
     }
   }
   return warning;
@@ -128,6 +154,21 @@ CalCurve ModelCurve(const CalData& cal, std::size_t channel, double turn) {
     }
   }
   return curve;
+}
+
+std::array<CalCurve, 2> BandAround(const CalCurve& model, const CalData& cal, std::size_t channel,
+                                   const ModelUncertainty& known) {
+  std::array<CalCurve, 2> sides = {model, model};
+  const double drive = ParametersOf(cal, channel)[kDrive];
+  for (std::size_t i = 0; i < model.frequency.size(); ++i) {
+    const auto pass = static_cast<std::size_t>(model.sweep[i]);
+    const ResponseBand band = known.At(PassSetting(pass, drive), model.frequency[i]).wider;
+    sides[0].amplitude[i] *= 1 - band.amplitude;
+    sides[1].amplitude[i] *= 1 + band.amplitude;
+    sides[0].phase[i] -= band.phase;
+    sides[1].phase[i] += band.phase;
+  }
+  return sides;
 }
 
 }  // namespace orvane

@@ -3,27 +3,36 @@
 #ifndef ORVANE_RESPONSE_FIT_REPORT_H_
 #define ORVANE_RESPONSE_FIT_REPORT_H_
 
+#include <array>
 #include <string>
 #include <vector>
 
 #include "calibration/cal_curves.h"
 #include "response/cal_file.h"
+#include "response/uncertainty.h"
 
 namespace orvane {
 
 /// A row for each quantity, the first cell its name, then a cell for each channel: how well the
-/// model fits, then the parts of the circuit.
+/// model fits, then the parts of the circuit, the verdict, and to how many percent the amplitude is
+/// known in each setting, without a source and by the wider of both bands.
 std::vector<std::vector<std::string>> FitTable(const CalData& cal);
 
-/// What is doubtful about one channel's model; empty where nothing is.
-std::string FitDoubt(const BoxModel::FitReport& fit);
-/// The same of all channels, each with its number.
+/// The name of a part without its unit.
+std::string PartName(std::size_t part);
+
+/// The verdicts on all channels that are not well, each with its number; empty without any.
 std::string FitWarning(const CalData& cal);
 
 /// The model of a channel in the settings of the passes that it has records of: at their
 /// frequencies, and so many between that lines look smooth. Phases are turned like the measured
 /// ones.
 CalCurve ModelCurve(const CalData& cal, std::size_t channel, double turn);
+
+/// Both sides of the band around a model's curve: where the response may be if drive resistors are
+/// 1 % off and gains drift, too.
+std::array<CalCurve, 2> BandAround(const CalCurve& model, const CalData& cal, std::size_t channel,
+                                   const ModelUncertainty& known);
 
 }  // namespace orvane
 

@@ -7,9 +7,7 @@ namespace orvane {
 namespace {
 
 constexpr double kDelayUnit = 10;  // microseconds
-const double kLogLimit = std::log(3.0);
 
-// By which part of itself a part may deviate, gains and delay in their variables' own units.
 constexpr FrontEndParameters kTolerances = {0.3,  0.05, 0.05, 0.1, 0.1, 0.1, 0.1, 0.1, 0.15, 1,
                                             0.15, 0.15, 0.1,  0.2, 0.3, 0.1, 0.3, 0.2, 1,    0.1};
 
@@ -21,9 +19,20 @@ double VariableOf(std::size_t part, double value, double nominal) {
 
 }  // namespace
 
+const double kMostPartLog = std::log(3.0);
+
+double PartTolerance(std::size_t part) { return kTolerances[part]; }
+
+double PartSlope(std::size_t part, double value) {
+  return IsGain(part) ? 1 : part == kDelay ? kDelayUnit : value;
+}
+
 FitStep::FitStep(std::span<const FitSlot> slots, std::span<const std::size_t> parts,
                  const FitStart& start)
-    : slots_(slots), fixed_(start.parameters), highest_frequency_(start.highest_frequency) {
+    : slots_(slots),
+      fixed_(start.parameters),
+      highest_frequency_(start.highest_frequency),
+      width_(start.width) {
   count = parts.size();
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t part = parts[i];
@@ -34,7 +43,7 @@ FitStep::FitStep(std::span<const FitSlot> slots, std::span<const std::size_t> pa
     const double reach = part == kBaseGain ? 0.5
                          : IsGain(part)    ? 0.3
                          : part == kDelay  ? kLongestDelay / kDelayUnit
-                                           : kLogLimit;
+                                           : kMostPartLog;
     low[i] = middle - reach;
     high[i] = middle + reach;
   }
@@ -47,12 +56,17 @@ bool FitStep::HasPoints() const {
   });
 }
 
-int FitStep::Run(int most_iterations, FrontEndParameters* parameters) {
+Variables FitStep::Start() const {
   Variables at{};
   for (std::size_t i = 0; i < count; ++i) {
     const Unknown& unknown = unknowns_[i];
     at[i] = VariableOf(unknown.part, fixed_[unknown.part], unknown.nominal);
   }
+  return at;
+}
+
+int FitStep::Run(int most_iterations, FrontEndParameters* parameters) {
+  Variables at = Start();
   const int iterations = Minimize(this, most_iterations, &at);
   Variables slopes{};
   *parameters = ParametersAt(at, &slopes);
@@ -64,22 +78,17 @@ FrontEndParameters FitStep::ParametersAt(const Variables& at, Variables* slopes)
   for (std::size_t i = 0; i < count; ++i) {
     const Unknown& unknown = unknowns_[i];
     double& value = parameters[unknown.part];
-    if (IsGain(unknown.part)) {
-      value = at[i];
-      (*slopes)[i] = 1;
-    } else if (unknown.part == kDelay) {
-      value = at[i] * kDelayUnit;
-      (*slopes)[i] = kDelayUnit;
-    } else {
-      value = unknown.nominal * std::exp(at[i]);
-      (*slopes)[i] = value;
-    }
+    value = IsGain(unknown.part)     ? at[i]
+            : unknown.part == kDelay ? at[i] * kDelayUnit
+                                     : unknown.nominal * std::exp(at[i]);
+    (*slopes)[i] = PartSlope(unknown.part, value);
   }
   return parameters;
 }
 
-double FitStep::Cost(const Variables& at) {
+double FitStep::Cost(const Variables& at) const {
   double cost = 0;
+  const double square = width_ * width_;
   Variables slopes{};
   const FrontEndParameters parameters = ParametersAt(at, &slopes);
   for (const FitSlot& slot : slots_) {
@@ -87,7 +96,7 @@ double FitStep::Cost(const Variables& at) {
     for (const FitPoint& point : slot.points) {
       if (TakesPart(point)) {
         const Complex h = front_end.Response(point.frequency) - point.measured;
-        cost += std::norm(h) * (point.weight * point.weight);
+        cost += square * std::log1p(std::norm(h) * (point.weight * point.weight) / square);
       }
     }
   }
@@ -98,7 +107,7 @@ double FitStep::Cost(const Variables& at) {
   return cost;
 }
 
-NormalEquations FitStep::Linearize(const Variables& at) {
+NormalEquations FitStep::Linearize(const Variables& at) const {
   NormalEquations eq;
   Variables slopes{};
   const FrontEndParameters parameters = ParametersAt(at, &slopes);
@@ -137,12 +146,15 @@ void FitStep::AddSlot(const FitSlot& slot, const FrontEndParameters& parameters,
     if (!TakesPart(point)) {
       continue;
     }
-    const Complex residual =
+    const Complex error =
         (front_end.Response(point.frequency, &gradient) - point.measured) * point.weight;
-    eq->cost += std::norm(residual);
+    const double squared = std::norm(error);
+    eq->cost += width_ * width_ * std::log1p(squared / (width_ * width_));
+    const double trust = std::sqrt(CauchyWeight(squared, width_));
+    const Complex residual = error * trust;
     for (std::size_t a = 0; a < actives; ++a) {
       const std::size_t i = active[a];
-      const Complex slope = gradient[unknowns_[i].part] * (slopes[i] * point.weight);
+      const Complex slope = gradient[unknowns_[i].part] * (slopes[i] * point.weight * trust);
       real[a] = slope.real();
       imaginary[a] = slope.imag();
       eq->gradient[i] += real[a] * residual.real() + imaginary[a] * residual.imag();
@@ -151,6 +163,32 @@ void FitStep::AddSlot(const FitSlot& slot, const FrontEndParameters& parameters,
       }
     }
   }
+}
+
+Variables FitStep::Pull(const FitSlot& slot, const Variables& at, std::size_t part,
+                        double scale) const {
+  Variables slopes{};
+  const FrontEndParameters parameters = ParametersAt(at, &slopes);
+  const FrontEnd front_end(parameters, slot.setting);
+  FrontEnd::Gradient gradient{};
+  Variables pull{};
+  for (const FitPoint& point : slot.points) {
+    if (!TakesPart(point)) {
+      continue;
+    }
+    const Complex error =
+        (front_end.Response(point.frequency, &gradient) - point.measured) * point.weight;
+    const double weight =
+        point.weight * point.weight * CauchyWeight(std::norm(error), width_) * scale;
+    for (std::size_t i = 0; i < count; ++i) {
+      if (front_end.DependsOn(unknowns_[i].part)) {
+        const Complex& slope = gradient[unknowns_[i].part];
+        pull[i] += weight * slopes[i] *
+                   (slope.real() * gradient[part].real() + slope.imag() * gradient[part].imag());
+      }
+    }
+  }
+  return pull;
 }
 
 }  // namespace orvane

@@ -32,8 +32,23 @@ void HoldAtBounds(const LeastSquaresProblem& problem, const Variables& at, Norma
   }
 }
 
-// Solves (A + damping diag A) step = -gradient by Cholesky; false where A is not positive.
-bool Solve(const NormalEquations& eq, std::size_t count, double damping, Variables* step) {
+// Where the step leads; returns the length of the longest coordinate really gone.
+double Go(const LeastSquaresProblem& problem, const Variables& from, const Variables& step,
+          Variables* to) {
+  double longest = 0;
+  for (std::size_t i = 0; i < problem.count; ++i) {
+    const double wanted = from[i] + std::clamp(step[i], -kLongestStep, kLongestStep);
+    (*to)[i] = std::clamp(wanted, problem.low[i], problem.high[i]);
+    longest = std::max(longest, std::abs((*to)[i] - from[i]));
+  }
+  return longest;
+}
+
+}  // namespace
+
+// By Cholesky.
+bool SolveNormalEquations(const NormalEquations& eq, std::size_t count, double damping,
+                          Variables* step) {
   auto l = eq.matrix;
   for (std::size_t i = 0; i < count; ++i) {
     l[i][i] += damping * std::max(l[i][i], kLeastDiagonal);
@@ -69,20 +84,6 @@ bool Solve(const NormalEquations& eq, std::size_t count, double damping, Variabl
   return true;
 }
 
-// Where the step leads; returns the length of the longest coordinate really gone.
-double Go(const LeastSquaresProblem& problem, const Variables& from, const Variables& step,
-          Variables* to) {
-  double longest = 0;
-  for (std::size_t i = 0; i < problem.count; ++i) {
-    const double wanted = from[i] + std::clamp(step[i], -kLongestStep, kLongestStep);
-    (*to)[i] = std::clamp(wanted, problem.low[i], problem.high[i]);
-    longest = std::max(longest, std::abs((*to)[i] - from[i]));
-  }
-  return longest;
-}
-
-}  // namespace
-
 int Minimize(LeastSquaresProblem* problem, int most_iterations, Variables* at) {
   double damping = kFirstDamping;
   int iterations = 0;
@@ -94,7 +95,7 @@ int Minimize(LeastSquaresProblem* problem, int most_iterations, Variables* at) {
     while (!is_accepted && damping < kMostDamping) {
       Variables step{};
       Variables to{};
-      if (Solve(eq, problem->count, damping, &step)) {
+      if (SolveNormalEquations(eq, problem->count, damping, &step)) {
         const double length = Go(*problem, *at, step, &to);
         const double cost = problem->Cost(to);
         is_accepted = cost < eq.cost;

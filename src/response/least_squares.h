@@ -26,13 +26,18 @@ class LeastSquaresProblem {
   virtual ~LeastSquaresProblem() = default;
 
   /// The sum of squares alone.
-  virtual double Cost(const Variables& at) = 0;
-  virtual NormalEquations Linearize(const Variables& at) = 0;
+  virtual double Cost(const Variables& at) const = 0;
+  virtual NormalEquations Linearize(const Variables& at) const = 0;
 
   std::size_t count = 0;  ///< of variables
   Variables low{};
   Variables high{};
 };
+
+/// Solves (A + damping diag A) step = -gradient, A the matrix with its upper triangle as well;
+/// false where A is not positive.
+bool SolveNormalEquations(const NormalEquations& eq, std::size_t count, double damping,
+                          Variables* step);
 
 /// The method of Levenberg and Marquardt from `at` on, which becomes the best place found. The
 /// bounds hold. Returns the number of iterations.

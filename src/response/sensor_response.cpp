@@ -17,8 +17,18 @@ Complex HighPass(double frequency, double corner) {
   return Times(jx, Inverse(1.0 + jx));
 }
 
-// Coils have one channel, but it need not be the first.
-std::size_t ChannelOf(const CalData& cal, const std::vector<const CalFileRecord*>& records) {
+bool IsSensitivity(double value) { return value > 0 && std::isfinite(value); }
+
+double NominalRatio(const CalData& cal, const RecordingHeader& header) {
+  const double used = SettingReal(header, cal.header.ctyp == kSensorCal ? "HNOM" : "CNOM");
+  const double calibrated = cal.header.hnom;
+  return IsSensitivity(used) && IsSensitivity(calibrated) ? used / calibrated : 1;
+}
+
+}  // namespace
+
+std::size_t SensorChannelOf(const CalRecords& cal) {
+  const auto records = RecordsOfKind(cal, cal.header.ctyp);
   for (std::size_t c = 0; c < cal.Channels(); ++c) {
     const bool is_used =
         std::any_of(records.begin(), records.end(), [c](const CalFileRecord* record) {
@@ -30,16 +40,6 @@ std::size_t ChannelOf(const CalData& cal, const std::vector<const CalFileRecord*
   }
   return 0;
 }
-
-bool IsSensitivity(double value) { return value > 0 && std::isfinite(value); }
-
-double NominalRatio(const CalData& cal, const RecordingHeader& header) {
-  const double used = SettingReal(header, cal.header.ctyp == kSensorCal ? "HNOM" : "CNOM");
-  const double calibrated = cal.header.hnom;
-  return IsSensitivity(used) && IsSensitivity(calibrated) ? used / calibrated : 1;
-}
-
-}  // namespace
 
 SensorResponse::SensorResponse(std::vector<CurvePoint> points, double corner,
                                bool contains_high_pass, double scale)
@@ -71,8 +71,8 @@ Status SensorResponse::Prepare(const CalData* cal, const RecordingHeader* header
   const std::string_view version = CalText(cal->header.ver);
   const bool is_variant =
       ContainsWithoutCase(version, "7452C") || ContainsWithoutCase(version, "7452DX");
-  *this = SensorResponse(CurvePoints(records, ChannelOf(*cal, records)), cal->header.cphc,
-                         !is_variant, NominalRatio(*cal, *header));
+  *this = SensorResponse(CurvePoints(records, SensorChannelOf(*cal)), cal->header.cphc, !is_variant,
+                         NominalRatio(*cal, *header));
   return curve_.IsEmpty() ? kNoRecordOfKind : kOk;
 }
 

@@ -8,6 +8,9 @@
 
 namespace orvane {
 
+/// The channel that a sensor's records fill: coils have one, but it need not be the first.
+std::size_t SensorChannelOf(const CalRecords& cal);
+
 /// The response of a coil or current sensor as a recording used it: that of its calibration, scaled
 /// to the recording's nominal sensitivity.
 class SensorResponse {

@@ -158,7 +158,7 @@ Result<std::string> ListPoints(const TsFile& file, const DecayListingOptions& op
     return Failure(points.Message());
   }
   PutPoints(*points, options.record == 0, work);
-  return points->note;
+  return options.reference == 0 ? points->note + " (--reference)" : points->note;
 }
 
 Result<std::string> List(const std::filesystem::path& path, const DecayListingOptions& options,

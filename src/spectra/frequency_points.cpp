@@ -271,7 +271,7 @@ class PointsRun {
         "channels than the first): record ",
         others_);
     if (options_.reference == 0) {
-      AddNote("no phases: they need a channel to refer to (--reference)", &note);
+      AddNote("no phases: they need a channel to refer to", &note);
     }
     result_.note = std::move(note);
   }

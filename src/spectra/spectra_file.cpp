@@ -266,6 +266,9 @@ std::string SpectraFile::Note() const {
   for (const std::string& of_all : RecordingNotes(source_)) {
     add(of_all);
   }
+  for (const std::string& accuracy : AccuracyNotes(source_)) {
+    add(accuracy);
+  }
   return note;
 }
 

@@ -6,6 +6,9 @@
 
 #include "base/number_text.h"
 #include "files/path_names.h"
+#include "response/box_response.h"
+#include "response/uncertainty.h"
+#include "response/verdict.h"
 
 namespace orvane {
 namespace {
@@ -124,7 +127,82 @@ std::string BinText(const Harmonic& harmonic, const BinError& error) {
          Rough(error.amplitude) + ", phase moved by " + Rough(error.phase) + " degrees)";
 }
 
+// The harmonics' frequencies where they are known, else 0.1 Hz to 10 kHz.
+std::vector<double> FrequenciesOf(const SpectraSource& source) {
+  const bool is_known = source.base_frequency > 0 && source.most_harmonics > 0;
+  const double low = is_known ? source.base_frequency : 0.1;
+  const double high = is_known ? low * (2 * source.most_harmonics - 1) : 1e4;
+  constexpr int kSteps = 8;
+  std::vector<double> frequencies;
+  for (int i = 0; i <= kSteps; ++i) {
+    frequencies.push_back(low * std::pow(high / low, static_cast<double>(i) / kSteps));
+  }
+  return frequencies;
+}
+
+// Widens a band to what is known of a channel in its own setting.
+void Widen(const SpectraSource& source, std::size_t channel, const FrontEndSetting& setting,
+           ResponseBand* band) {
+  const ModelUncertainty uncertainty(*source.box, channel);
+  for (const double frequency : FrequenciesOf(source)) {
+    const ResponseBand here = uncertainty.At(setting, frequency).wider;
+    band->amplitude = std::max(band->amplitude, here.amplitude);
+    band->phase = std::max(band->phase, here.phase);
+  }
+}
+
+bool Concerns(const ChannelVerdict& verdict, const ChannelSettings& settings) {
+  return verdict.usability == Usability::kNotUsable ||
+         (verdict.usability == Usability::kWithCare &&
+          ((verdict.filters.empty() && verdict.gains.empty()) ||
+           verdict.filters.contains(settings.low_pass) || verdict.gains.contains(settings.gain)));
+}
+
+void AddVerdict(const std::string& what, const ChannelVerdict& verdict,
+                std::vector<std::string>* notes) {
+  const std::string note = what + ": " + verdict.Text();
+  if (verdict.usability != Usability::kWell &&
+      std::find(notes->begin(), notes->end(), note) == notes->end()) {
+    notes->push_back(note);
+  }
+}
+
 }  // namespace
+
+std::vector<std::string> AccuracyNotes(const SpectraSource& source) {
+  std::vector<std::string> notes;
+  ResponseBand worst;
+  bool has_model = false;
+  const AllChannelSettings all = FillChannelSettings(source.header);
+  const bool is_older = IsOfOlderFamily(source.header);
+  for (std::size_t c = 0; c < source.channels.size() && c < all.size(); ++c) {
+    const ChannelSettings& own = all[c];
+    const std::string number = FormatInt(c + 1);
+    if (is_older && own.is_mapped) {
+      AddVerdict("the box's records for channel " + number,
+                 JudgeRecords(*source.box, RecordKind(own.low_pass), c, ""), &notes);
+    } else if (source.box->model.parameter_count > 0) {
+      const FrontEndSetting setting = {own.gain, own.low_pass, own.coupling, own.Source()};
+      has_model = true;
+      Widen(source, c, setting, &worst);
+      if (const ChannelVerdict verdict = JudgeChannel(*source.box, c); Concerns(verdict, own)) {
+        AddVerdict("the box's calibration of channel " + number, verdict, &notes);
+      }
+    }
+    const CalibratedChannel& channel = source.channels[c];
+    if (channel.sensor_cal != nullptr) {
+      AddVerdict("the calibration " + channel.sensor_name,
+                 JudgeRecords(*channel.sensor_cal, channel.sensor_cal->header.ctyp,
+                              SensorChannelOf(*channel.sensor_cal), ""),
+                 &notes);
+    }
+  }
+  if (has_model) {
+    notes.push_back("the box's response: amplitude known to " + Rough(100 * worst.amplitude) +
+                    " %, phase to " + Rough(worst.phase) + " degrees");
+  }
+  return notes;
+}
 
 std::vector<std::string> RecordingNotes(const SpectraSource& source) {
   std::vector<std::string> notes;

@@ -18,6 +18,10 @@ namespace orvane {
 /// unit, contact resistances of another box, models that fit badly.
 std::vector<std::string> RecordingNotes(const SpectraSource& source);
 
+/// How well the responses are known in the recording's own settings, and what the verdicts on the
+/// calibrations of box and sensors say of these.
+std::vector<std::string> AccuracyNotes(const SpectraSource& source);
+
 /// On harmonics that lie between two bins: the first of them, and the one that lies farthest off.
 /// Empty where all are on theirs.
 std::string BinNote(double base_frequency, double sample_rate, std::size_t samples,

@@ -47,6 +47,9 @@ Result<> SpectrumCalibration::Load(const std::filesystem::path& folder, const Ts
   for (const std::string& note : RecordingNotes(source_)) {
     AddNote(note);
   }
+  for (const std::string& note : AccuracyNotes(source_)) {
+    AddNote(note);
+  }
   return {};
 }
 

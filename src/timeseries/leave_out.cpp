@@ -87,7 +87,8 @@ Result<LeaveOutChoice> LeaveOutChoiceOf(std::string_view text) {
 }
 
 Result<LeaveOut> LeaveOutOf(const LeaveOutChoice& choice, const std::filesystem::path& data,
-                            const RandomFile& file, TsHeaderSize header_size) {
+                            const RandomFile& file, TsHeaderSize header_size,
+                            std::optional<std::uint64_t> known_records) {
   LeaveOut leave_out;
   leave_out.bad = choice.kind == Kind::kBad && header_size != TsHeaderSize::kBand;
   leave_out.numbers = choice.numbers;
@@ -100,7 +101,8 @@ Result<LeaveOut> LeaveOutOf(const LeaveOutChoice& choice, const std::filesystem:
   if (choice.kind != Kind::kNumbers && choice.kind != Kind::kList && !takes_beside) {
     return leave_out;
   }
-  const auto records = CountRecords(file, header_size);
+  const auto records =
+      known_records ? Result<std::uint64_t>(*known_records) : CountRecords(file, header_size);
   if (!records) {
     return Failure(records.Message());
   }

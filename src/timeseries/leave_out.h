@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -47,9 +48,11 @@ struct LeaveOut {
 /// What a choice means for a data file with these headers. A list beside it that was made for
 /// another size or count of records is not used, and the note says so; one that is there and was
 /// not chosen is named too. Fails, with the list's name, where a list cannot be read, and where one
-/// that was chosen by its name is for another file.
+/// that was chosen by its name is for another file. Records that are not known yet are counted, by
+/// a walk over the file.
 Result<LeaveOut> LeaveOutOf(const LeaveOutChoice& choice, const std::filesystem::path& data,
-                            const RandomFile& file, TsHeaderSize header_size);
+                            const RandomFile& file, TsHeaderSize header_size,
+                            std::optional<std::uint64_t> known_records = std::nullopt);
 
 /// "7 records left out" and the note, with "; " between them; `count` is of those really left out.
 std::string LeaveOutNote(const LeaveOut& leave_out, std::uint64_t count);

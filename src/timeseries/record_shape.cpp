@@ -2,8 +2,11 @@
 #include "timeseries/record_shape.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <limits>
+#include <system_error>
+#include <thread>
 
 #include "base/number_text.h"
 #include "timeseries/fold.h"
@@ -40,14 +43,44 @@ void Replace(const std::vector<std::vector<double>>& traces, CTsRec* record) {
   record->SetHeld(std::move(held));
 }
 
+// Each trace by itself, so any number of threads gives the same.
+void FilterTraces(const ViewFilter& filter, double rate, std::vector<std::vector<double>>* traces) {
+  constexpr std::size_t kWorthAThread = 20000;  // values
+  constexpr std::size_t kMostThreads = 4;
+  const std::size_t values = traces->empty() ? 0 : traces->size() * traces->front().size();
+  const std::size_t wanted = std::min({std::size_t{std::thread::hardware_concurrency()},
+                                       traces->size(), kMostThreads, values / kWorthAThread});
+  std::atomic<std::size_t> next = 0;
+  const auto work = [&] {
+    for (std::size_t i = next++; i < traces->size(); i = next++) {
+      filter.Apply(rate, &(*traces)[i]);
+    }
+  };
+  std::vector<std::thread> others;
+  const auto join = [&others] {
+    for (std::thread& other : others) {
+      other.join();
+    }
+  };
+  try {
+    while (others.size() + 1 < wanted) {
+      others.emplace_back(work);
+    }
+  } catch (const std::system_error&) {
+    // with those that there are
+  }
+  work();
+  join();
+}
+
 void Append(const std::string& more, std::string* note) {
   note->append(note->empty() || more.empty() ? "" : ", ").append(more);
 }
 
 }  // namespace
 
-std::string WhyNoFold(const CTsRec& record, double frequency) {
-  return PhasePlaces::Of(record.Scans(), SampleRate(record.Header()), frequency, false).Message();
+std::string WhyNoFold(const CTsRec& record, double frequency, bool halves) {
+  return PhasePlaces::Of(record.Scans(), SampleRate(record.Header()), frequency, halves).Message();
 }
 
 ShapedRecord Shape(const RecordShape& shape, double frequency, CTsRec* record) {
@@ -57,28 +90,32 @@ ShapedRecord Shape(const RecordShape& shape, double frequency, CTsRec* record) {
   }
   const double rate = SampleRate(record->Header());
   const Result<> can_filter = shape.filter.Check(rate);
-  const std::string no_fold = shape.folds ? WhyNoFold(*record, frequency) : std::string();
+  const std::string no_fold =
+      shape.folds ? WhyNoFold(*record, frequency, shape.halves) : std::string();
   const bool folds = shape.folds && no_fold.empty();
   std::size_t periods = 0;
   std::vector<std::vector<double>> traces;
   for (std::size_t channel = 0; channel < record->Channels(); ++channel) {
     traces.push_back(ValuesOf(*record, channel));
-    if (can_filter && !shape.filter.IsOff()) {
-      shape.filter.Apply(rate, &traces.back());
-    }
-    if (const auto fold = folds ? FoldTrace(traces.back(), rate, frequency, false)
+  }
+  if (can_filter && !shape.filter.IsOff()) {
+    FilterTraces(shape.filter, rate, &traces);
+  }
+  for (std::vector<double>& trace : traces) {
+    if (const auto fold = folds ? FoldTrace(trace, rate, frequency, shape.halves)
                                 : Result<Fold>(Failure("not wanted"))) {
       periods = fold->periods;
       shaped.seconds_per_scan = fold->step;
-      traces.back() = fold->means;
+      trace = fold->means;
       shaped.spreads.push_back(fold->spreads);
     }
   }
   Replace(traces, record);
   Append(can_filter ? shape.filter.Text() : "not filtered: " + can_filter.Message(), &shaped.note);
   if (shape.folds) {
-    Append(folds ? "mean of " + FormatInt(periods) + " periods" : "not folded: " + no_fold,
-           &shaped.note);
+    const std::string done = "mean of " + FormatInt(periods) + " periods" +
+                             (shape.halves ? ", second halves reversed" : "");
+    Append(folds ? done : "not folded: " + no_fold, &shaped.note);
   }
   return shaped;
 }

@@ -13,7 +13,8 @@ namespace orvane {
 /// What is done to a record before it is shown, never to the file: first the filter, then the fold.
 struct RecordShape {
   ViewFilter filter = {};
-  bool folds = false;  ///< its periods laid over each other, as their mean
+  bool folds = false;   ///< its periods laid over each other, as their mean
+  bool halves = false;  ///< folds half periods, the second of each with the opposite sign
 
   bool IsOff() const { return filter.IsOff() && !folds; }
   bool operator==(const RecordShape&) const = default;
@@ -28,8 +29,8 @@ struct ShapedRecord {
   std::vector<std::vector<double>> spreads = {};
 };
 
-/// Why a record cannot be folded at its frequency; empty where it can.
-std::string WhyNoFold(const CTsRec& record, double frequency);
+/// Why a record cannot be folded at its frequency, or its half periods; empty where it can.
+std::string WhyNoFold(const CTsRec& record, double frequency, bool halves = false);
 
 /// Shapes a record in place. Its values stay held values, rounded to 1/256 of a count.
 ShapedRecord Shape(const RecordShape& shape, double frequency, CTsRec* record);

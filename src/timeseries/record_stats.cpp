@@ -85,9 +85,12 @@ Result<> StatsOfRecords(const RandomFile& file, TsWalker walker, const PassOptio
       [&](const TsPlace&, const RecordStats& stats) { take(stats); });
 }
 
-RecordStatsRun::RecordStatsRun(std::filesystem::path path, TsHeaderSize header_size)
+RecordStatsRun::RecordStatsRun(std::filesystem::path path, TsHeaderSize header_size, TsStart start,
+                               std::uint64_t end)
     : path_(std::move(path)),
       header_size_(header_size),
+      start_(start),
+      known_end_(end),
       no_memory_(Failure(FileMessage(path_, ReasonOf(std::bad_alloc())))),
       thread_([this] { Run(); }) {}
 
@@ -114,7 +117,11 @@ Result<> RecordStatsRun::Work() {
   if (const Result<> opened = file.Open(path_); !opened) {
     return opened;
   }
-  const TsWalker walker(&file, header_size_);
+  const auto size = file.Size();
+  if (!size) {
+    return Failure(size.Message());
+  }
+  const TsWalker walker(&file, header_size_, std::min(known_end_, *size), start_);
   end_ = walker.End();
   PassOptions options;
   options.stopped = [this] { return stop_.load(); };

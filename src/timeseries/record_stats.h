@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <limits>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -35,7 +36,9 @@ Result<> StatsOfRecords(const RandomFile& file, TsWalker walker, const PassOptio
 /// filled while its user works. To be used from one thread.
 class RecordStatsRun {
  public:
-  RecordStatsRun(std::filesystem::path path, TsHeaderSize header_size);
+  /// Of the records from `start` on, as far as they begin and end before `end`.
+  RecordStatsRun(std::filesystem::path path, TsHeaderSize header_size, TsStart start = {},
+                 std::uint64_t end = std::numeric_limits<std::uint64_t>::max());
   RecordStatsRun(const RecordStatsRun&) = delete;
   RecordStatsRun& operator=(const RecordStatsRun&) = delete;
   /// Stops, and waits for the end: at most the reading of a piece of a record.
@@ -55,6 +58,8 @@ class RecordStatsRun {
 
   std::filesystem::path path_;
   TsHeaderSize header_size_;
+  TsStart start_;
+  std::uint64_t known_end_;
   std::atomic<bool> stop_ = false;
   std::atomic<bool> is_done_ = false;
   std::atomic<std::uint64_t> at_ = 0;  // bytes

@@ -49,6 +49,8 @@ class TsFile {
   const std::filesystem::path& Path() const { return path_; }
   TsHeaderSize HeaderSize() const { return header_size_; }
   bool IsBandFile() const { return header_size_ == TsHeaderSize::kBand; }
+  /// Where the companion was looked for; empty where nowhere.
+  const std::filesystem::path& CompanionPath() const { return companion_path_; }
   const TsCompanion& Companion() const { return companion_; }
   /// What is not known of a file that opened without its companion, and why; else empty.
   const std::string& CompanionNote() const { return companion_note_; }
@@ -68,6 +70,11 @@ class TsFile {
   Result<TsPlace> Find(std::uint64_t number) const { return index_.Find(file_, number); }
   /// Reads a record from 1 on. The file may have become shorter since it was opened.
   Result<> Read(std::uint64_t number, CTsRec* record) const;
+  /// Takes over whole records that were written behind those known; see `TsIndex::Extend()`.
+  TsIndex::Growth Extend(std::uint64_t most) { return index_.Extend(file_, most); }
+  /// Where the next record begins, or the file ended in the last one.
+  std::uint64_t End() const { return index_.End(); }
+  TsStart Next() const { return index_.Next(); }
   /// Goes over all records as they are now.
   TsWalker Walk() const { return index_.WalkFrom(file_, 1); }
 

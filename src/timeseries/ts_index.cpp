@@ -26,23 +26,50 @@ Result<> TsIndex::Build(const RandomFile& file, TsHeaderSize header_size, TsProg
   TsWalker walker(&file, header_size);
   TsPlace place;
   while (walker.Next(&place)) {
-    if (count_ % stride_ == 0) {
-      if (notes_.size() == kMaxNotes) {
-        Thin();  // an even number of notes, so this record begins one
-      }
-      notes_.push_back({place.offset, false});
-    }
-    ++count_;
-    if (header_size != TsHeaderSize::kBand && place.header.IsBad()) {
-      notes_.back().has_bad = true;
-      first_bad_ = first_bad_ == 0 ? place.number : first_bad_;
-      ++bad_count_;
-    }
+    Add(place);
+    NoteEnd(place, walker.End());
     if (progress != nullptr && !progress->Note(place.next)) {
       return Failure("stopped");
     }
   }
   return walker.Outcome();
+}
+
+void TsIndex::Add(const TsPlace& place) {
+  if (count_ % stride_ == 0) {
+    if (notes_.size() == kMaxNotes) {
+      Thin();  // an even number of notes, so this record begins one
+    }
+    notes_.push_back({place.offset, false});
+  }
+  ++count_;
+  if (header_size_ != TsHeaderSize::kBand && place.header.IsBad()) {
+    notes_.back().has_bad = true;
+    first_bad_ = first_bad_ == 0 ? place.number : first_bad_;
+    ++bad_count_;
+  }
+}
+
+void TsIndex::NoteEnd(const TsPlace& place, std::uint64_t file_end) {
+  end_ = place.is_cut ? file_end : place.next;
+  next_ =
+      place.is_cut ? TsStart{place.offset, place.number} : TsStart{place.next, place.number + 1};
+}
+
+TsIndex::Growth TsIndex::Extend(const RandomFile& file, std::uint64_t most) {
+  Growth growth;
+  TsWalker walker(&file, header_size_, next_);
+  TsPlace place;
+  while (growth.more < most && walker.Next(&place) && !place.is_cut) {
+    if (place.number <= count_) {
+      growth.is_last_whole_now = true;
+    } else {
+      Add(place);
+      ++growth.more;
+    }
+    NoteEnd(place, walker.End());
+  }
+  return growth;
 }
 
 TsWalker TsIndex::WalkFrom(const RandomFile& file, std::uint64_t number) const {

@@ -42,6 +42,19 @@ class TsIndex {
   /// up to there are noted. `progress` may be null.
   Result<> Build(const RandomFile& file, TsHeaderSize header_size, TsProgress* progress = nullptr);
 
+  /// Notes records that came behind those known, as long as they are whole, at most `most`. A last
+  /// record that was cut, and is whole now, is no new one but makes the answer's flag true.
+  struct Growth {
+    std::uint64_t more = 0;
+    bool is_last_whole_now = false;
+  };
+  Growth Extend(const RandomFile& file, std::uint64_t most);
+  /// Offset behind the last record that is noted: where the next one begins, or, where the last is
+  /// cut, where the file ended.
+  std::uint64_t End() const { return end_; }
+  /// The first record that is not noted, or the last one where it was cut.
+  TsStart Next() const { return next_; }
+
   std::uint64_t Count() const { return count_; }
   /// Records of status 6; none in a band file, whose headers have no status.
   std::uint64_t BadCount() const { return bad_count_; }
@@ -65,6 +78,8 @@ class TsIndex {
     bool has_bad;  // among the records from here to the next note
   };
   void Thin();
+  void Add(const TsPlace& place);
+  void NoteEnd(const TsPlace& place, std::uint64_t file_end);
   std::size_t NoteOf(std::uint64_t number) const {
     return static_cast<std::size_t>((number - 1) / stride_);
   }
@@ -75,6 +90,8 @@ class TsIndex {
   std::uint64_t count_ = 0;
   std::uint64_t bad_count_ = 0;
   std::uint64_t first_bad_ = 0;
+  std::uint64_t end_ = 0;
+  TsStart next_;
 };
 
 }  // namespace orvane

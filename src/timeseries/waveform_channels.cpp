@@ -71,7 +71,8 @@ std::vector<WaveformChannel> WaveformChannels(const TsHeader& header, const TsCo
     WaveformChannel& channel = channels[i];
     channel.name = NameOf(companion, static_cast<int>(i) + 1);
     channel.scale = kRawScale;
-    if (companion == nullptr) {
+    channel.unit = units.has_counts ? " (counts)" : "";
+    if (companion == nullptr || units.has_counts) {
       continue;
     }
     const ParamTable& table = companion->Table();

@@ -20,7 +20,7 @@ inline constexpr double kFullScale = 2147483392.0;  ///< held value of the large
 /// How a channel is shown.
 struct WaveformChannel {
   std::string name;  ///< from "CHDEF1" .. "CHDEF8", else "Ch %d"
-  std::string unit;  ///< " (mV)", " (Micro V)", " (nT)" or empty
+  std::string unit;  ///< " (mV)", " (Micro V)", " (nT)", " (counts)" or empty
   double scale = 1;  ///< shown value = held value x scale
 
   std::string Label() const { return name + unit; }
@@ -39,6 +39,7 @@ WaveformGains GainsOf(const ParamTable& table);
 
 struct WaveformUnits {
   bool has_small_unit = false;         ///< electric channels in microvolts instead of millivolts
+  bool has_counts = false;             ///< counts of the box in place of any unit
   std::optional<WaveformGains> gains;  ///< of the record, in place of the companion table's
 };
 

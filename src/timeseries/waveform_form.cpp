@@ -63,8 +63,12 @@ void WaveformForm::Commit(WaveformView* view) const {
   if (Validate()) {
     return;
   }
-  view->SetSettings({NumberIn(kTimer), NumberIn(kZoom), model_.Index(kAutoScale) == 1,
-                     model_.Index(kAutoPlay) == 1});
+  WaveformSettings settings = view->Settings();
+  settings.timer_seconds = NumberIn(kTimer);
+  settings.zoom = NumberIn(kZoom);
+  settings.auto_scale = model_.Index(kAutoScale) == 1;
+  settings.auto_play = model_.Index(kAutoPlay) == 1;
+  view->SetSettings(settings);
   const auto segment = static_cast<std::uint64_t>(NumberIn(kSegment));
   if (segment != view->Number()) {
     view->GoTo(segment);

@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "files/path_text.h"
+#include "table/param_time.h"
 
 namespace orvane {
 namespace {
@@ -15,12 +16,6 @@ constexpr double kOneCount = 256;  // as held value
 constexpr int kUsualSampleWidth = 3;
 constexpr int kGainDigits = 6;
 constexpr double kNearFullScale = 0.98 * kFullScale;
-
-// Where the least and greatest value of some scans are.
-struct Peaks {
-  std::size_t low;
-  std::size_t high;
-};
 
 }  // namespace
 
@@ -65,6 +60,14 @@ void WaveformView::TakeAgain(std::unique_ptr<TsFile> fresh) {
       cursor.reset();
     }
   }
+}
+
+TsIndex::Growth WaveformView::Extend(std::uint64_t most) {
+  const TsIndex::Growth growth = file_->Extend(most);
+  if (growth.is_last_whole_now || (number_ == 0 && growth.more > 0)) {
+    ShowRecord(std::max<std::uint64_t>(number_, 1));
+  }
+  return growth;
 }
 
 void WaveformView::Close() {
@@ -137,6 +140,7 @@ bool WaveformView::HasSameChannels(const std::vector<WaveformChannel>& before) c
 void WaveformView::UpdateChannels() {
   const TsCompanion* companion = file_->Companion().IsLoaded() ? &file_->Companion() : nullptr;
   units_.gains = OwnGains();
+  units_.has_counts = settings_.has_counts;
   channels_ = WaveformChannels(record_.Header(), companion, units_);
   beyond_.clear();
   for (std::size_t i = kMaxTraces; i < channels_.size(); ++i) {
@@ -164,13 +168,14 @@ void WaveformView::SetSettings(const WaveformSettings& settings) {
   settings_.zoom = within(settings.zoom, WaveformSettings::kMinZoom, WaveformSettings::kMaxZoom);
   settings_.timer_seconds =
       within(settings.timer_seconds, WaveformSettings::kMinTimer, WaveformSettings::kMaxTimer);
+  UpdateChannels();
   if (settings_.auto_scale) {
     UpdateScales();
   }
 }
 
 void WaveformView::SetShape(const RecordShape& shape) {
-  const bool is_other_time = shape.folds != shape_.folds;
+  const bool is_other_time = shape.folds != shape_.folds || shape.halves != shape_.halves;
   shape_ = shape;
   if (number_ > 0) {
     ShowRecord(number_);
@@ -282,24 +287,13 @@ std::string WaveformView::NoteText() const {
   return text;
 }
 
-std::string WaveformView::NotDrawnText(std::size_t drawn) const {
-  constexpr std::size_t kMostNames = 12;
-  std::vector<std::string> names;
-  for (std::size_t i = drawn; i < channels_.size(); ++i) {
-    names.push_back(channels_[i].name);
-  }
-  names.insert(names.end(), beyond_.begin(), beyond_.end());
-  std::string text;
-  for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i) {
-    text.append(i == 0 ? "No room for " : ", ").append(names[i]);
-  }
-  return names.size() <= kMostNames
-             ? text
-             : text.append(" and ").append(FormatInt(names.size() - kMostNames)).append(" more");
+std::string WaveformView::TimeLabel() const {
+  return ShowsClock() ? "Time of day" : SampleRate(record_.Header()) > 0 ? "Time (s)" : "Scan";
 }
 
-std::string WaveformView::TimeLabel() const {
-  return SampleRate(record_.Header()) > 0 ? "Time (s)" : "Scan";
+bool WaveformView::ShowsClock() const {
+  return settings_.has_clock && shaped_.seconds_per_scan == 0 && SampleRate(record_.Header()) > 0 &&
+         IsValid(record_.Header().time);
 }
 
 double WaveformView::EndTime() const {
@@ -330,7 +324,7 @@ void WaveformView::PanTimes(double seconds) {
   ShowTimes(visible_.low + seconds, visible_.high + seconds);
 }
 
-WaveformView::ScanRange WaveformView::VisibleScans() const {
+ScanRange WaveformView::VisibleScans() const {
   // A time that was computed from a scan must give that scan again.
   constexpr double kSlack = 1e-6;
   const auto scans = static_cast<double>(record_.Scans());
@@ -403,38 +397,10 @@ std::vector<WaveformTrace> WaveformView::Traces(int pixels) const {
   // One scan beyond each edge, so that the line reaches it.
   scans.begin -= scans.begin > 0 ? 1 : 0;
   scans.end += scans.end < record_.Scans() ? 1 : 0;
-  const std::size_t count = scans.end - scans.begin;
-  const auto columns = std::min(static_cast<std::size_t>(std::max(pixels, 1)), count);
-  for (WaveformTrace& trace : traces) {
-    trace.times.reserve(2 * columns);
-    trace.values.reserve(2 * columns);
-  }
-  const auto put = [&](std::size_t scan, std::size_t trace) {
+  ThinScans(record_, scans, traces.size(), pixels, [&](std::size_t scan, std::size_t trace) {
     traces[trace].times.push_back(TimeOf(scan));
     traces[trace].values.push_back(Value(scan, trace));
-  };
-  std::vector<Peaks> peaks(traces.size());
-  for (std::size_t column = 0; column < columns; ++column) {
-    const std::size_t begin = scans.begin + count * column / columns;
-    const std::size_t end = scans.begin + count * (column + 1) / columns;
-    std::fill(peaks.begin(), peaks.end(), Peaks{begin, begin});
-    for (std::size_t scan = begin + 1; scan < end; ++scan) {
-      const CTsRecRow row = record_.Row(scan);
-      for (std::size_t trace = 0; trace < peaks.size(); ++trace) {
-        Peaks& of = peaks[trace];
-        const std::int32_t held = row.Held(trace);
-        of.low = held < record_.Row(of.low).Held(trace) ? scan : of.low;
-        of.high = held > record_.Row(of.high).Held(trace) ? scan : of.high;
-      }
-    }
-    for (std::size_t trace = 0; trace < peaks.size(); ++trace) {
-      const auto [first, last] = std::minmax(peaks[trace].low, peaks[trace].high);
-      put(first, trace);
-      if (last != first) {
-        put(last, trace);
-      }
-    }
-  }
+  });
   for (WaveformTrace& trace : traces) {
     if (record_.Scans() == 1) {
       trace.times.push_back(EndTime());
@@ -457,48 +423,6 @@ std::optional<WaveformReading> WaveformView::Reading(Cursor cursor) const {
     reading.values.push_back(Value(reading.scan, trace));
   }
   return reading;
-}
-
-std::string WaveformView::CursorText() const {
-  const auto first = Reading(kFirstCursor);
-  const auto second = Reading(kSecondCursor);
-  std::string text;
-  const auto add_line = [&](const std::string& label, auto value_of) {
-    text.append(label);
-    for (const auto& reading : {first, second}) {
-      if (reading) {
-        text.append("\t").append(FormatReal(value_of(*reading)));
-      }
-    }
-    if (first && second) {
-      text.append("\t").append(FormatReal(value_of(*second) - value_of(*first)));
-    }
-    text.append("\n");
-  };
-  if (first || second) {
-    add_line(TimeLabel(), [](const WaveformReading& reading) { return reading.time; });
-    for (std::size_t i = 0; i < channels_.size(); ++i) {
-      add_line(channels_[i].Label(), [i](const WaveformReading& r) { return r.values[i]; });
-    }
-  }
-  return text;
-}
-
-std::string WaveformView::VisibleText() const {
-  std::string text = TimeLabel();
-  for (const WaveformChannel& channel : channels_) {
-    text.append("\t").append(channel.Label());
-  }
-  text.append("\n");
-  const ScanRange scans = VisibleScans();
-  for (std::size_t scan = scans.begin; scan < scans.end; ++scan) {
-    text.append(FormatReal(TimeOf(scan)));
-    for (std::size_t trace = 0; trace < channels_.size(); ++trace) {
-      text.append("\t").append(FormatReal(Value(scan, trace)));
-    }
-    text.append("\n");
-  }
-  return text;
 }
 
 }  // namespace orvane

@@ -14,6 +14,7 @@
 
 #include "table/box_keys.h"
 #include "timeseries/record_shape.h"
+#include "timeseries/trace_lines.h"
 #include "timeseries/ts_file.h"
 #include "timeseries/waveform_channels.h"
 
@@ -25,6 +26,8 @@ struct WaveformSettings {
   double zoom = 1;           ///< of the traces, vertically
   bool auto_scale = true;    ///< each trace fills its place; off: the scales stay as they are
   bool auto_play = false;
+  bool has_clock = false;   ///< times of day along the axis, where records tell them
+  bool has_counts = false;  ///< values as the box's counts, whatever their unit
 
   static constexpr double kMinZoom = 0.01;
   static constexpr double kMaxZoom = 1e6;
@@ -69,6 +72,9 @@ class WaveformView {
   Result<> Reload();
   /// The same with the file already opened again.
   void TakeAgain(std::unique_ptr<TsFile> fresh);
+  /// Takes over whole records that were written behind those known, at most so many, and shows the
+  /// record again that was cut until now.
+  TsIndex::Growth Extend(std::uint64_t most);
   const TsFile::Options& Options() const { return options_; }
   void Close();
   bool IsOpen() const { return is_open_; }
@@ -118,6 +124,7 @@ class WaveformView {
   const std::string& WhyNoFold() const { return why_no_fold_; }
   /// Every value of a trace of the record, as it is shown.
   std::vector<double> Values(std::size_t trace) const;
+  double Value(std::size_t scan, std::size_t trace) const;
   double SecondsPerScan() const { return seconds_per_scan_; }
 
   std::string TitleText() const;
@@ -133,12 +140,14 @@ class WaveformView {
   std::string NoteText() const;
   /// Why there is nothing to draw; empty where there is.
   std::string EmptyText() const;
-  /// Names the channels that are not drawn where only so many traces have room; or empty.
-  std::string NotDrawnText(std::size_t drawn) const;
+  /// Of the channels after the last that is drawn.
+  const std::vector<std::string>& NamesBeyond() const { return beyond_; }
   bool IsBad() const { return !file_->IsBandFile() && record_.Header().IsBad(); }
 
-  /// "Time (s)", or "Scan" without a sample rate.
+  /// "Time (s)", "Time of day", or "Scan" without a sample rate.
   std::string TimeLabel() const;
+  /// Whether times are those of day: wanted, and the record has a time and is not folded.
+  bool ShowsClock() const;
   double TimeOf(std::size_t scan) const { return static_cast<double>(scan) * seconds_per_scan_; }
   /// Time of the last scan; for fewer than two scans that of one.
   double EndTime() const;
@@ -146,6 +155,8 @@ class WaveformView {
   /// Shows a part of the record, moved and narrowed so that it lies in it; never less than one
   /// scan's time.
   void ShowTimes(double from, double to);
+  /// Those at or between these times.
+  ScanRange VisibleScans() const;
   void ShowAllTimes() { ShowTimes(0, EndTime()); }
   /// Narrows by a factor above 1, widens by one below; `center` keeps its place.
   void ZoomTimes(double factor, double center);
@@ -170,21 +181,11 @@ class WaveformView {
   void SetCursor(Cursor cursor, std::optional<double> time) { cursors_[cursor] = time; }
   /// None without a cursor or without scans.
   std::optional<WaveformReading> Reading(Cursor cursor) const;
-  /// What both cursors read and the difference, a line for the time and for each trace, with tabs;
-  /// empty without cursors.
-  std::string CursorText() const;
-
-  /// The scans in the visible times as text: a line of labels, then one for each scan, with tabs.
-  std::string VisibleText() const;
 
  private:
   struct Extremes {
     double low = 0;  // held values
     double high = 0;
-  };
-  struct ScanRange {
-    std::size_t begin = 0;
-    std::size_t end = 0;
   };
 
   void ShowRecord(std::uint64_t number);
@@ -193,8 +194,6 @@ class WaveformView {
   void UpdateScales();
   bool HasSameChannels(const std::vector<WaveformChannel>& before) const;
   std::vector<Extremes> ExtremesOf(ScanRange scans) const;
-  ScanRange VisibleScans() const;
-  double Value(std::size_t scan, std::size_t trace) const;
 
   TsFile::Options options_;
   std::unique_ptr<TsFile> file_ = std::make_unique<TsFile>();
@@ -214,10 +213,10 @@ class WaveformView {
   std::map<std::uint64_t, RecordGains> gains_;  // of single records, which go before
   std::optional<WaveformGains> gains_of_all_;
   std::vector<WaveformChannel> channels_;
-  std::vector<std::string> beyond_;  // names of the channels after the last that is drawn
-  std::vector<Extremes> whole_;      // of the record
-  std::vector<Extremes> scales_;     // what the value axes fit
-  double pan_ = 0;                   // of the values, in spans of a trace
+  std::vector<std::string> beyond_;
+  std::vector<Extremes> whole_;   // of the record
+  std::vector<Extremes> scales_;  // what the value axes fit
+  double pan_ = 0;                // of the values, in spans of a trace
   double seconds_per_scan_ = 1;
   ValueRange visible_;
   std::array<std::optional<double>, 2> cursors_;

@@ -2,6 +2,7 @@
 #include "ui/display.h"
 
 #include <QContextMenuEvent>
+#include <QHash>
 #include <QHeaderView>
 #include <QMenu>
 #include <QVBoxLayout>
@@ -9,6 +10,11 @@
 #include "ui/theme_icon.h"
 
 namespace orvane {
+namespace {
+
+constexpr const char* kMenu = "orvane-menu";  // of a command: its title
+
+}  // namespace
 
 CDisplay::CDisplay(const QString& name, QWidget* parent)
     : QWidget(parent), bar_(new QToolBar(this)) {
@@ -44,8 +50,25 @@ QAction* CDisplay::AddButton(const char* text, const char* name, const char* tip
   return action;
 }
 
+void CDisplay::PutIntoMenu(QAction* command, const QString& menu) {
+  command->setProperty(kMenu, menu);
+}
+
+QPoint CDisplay::PlaceBelow(QAction* command) const {
+  const QWidget* button = bar_->widgetForAction(command);
+  const bool is_seen = button != nullptr && button->isVisible();
+  return is_seen ? button->mapToGlobal(button->rect().bottomLeft()) : mapToGlobal(rect().center());
+}
+
 QAction* CDisplay::AddReload() {
   return AddKey("Reload", "reload", "Read the file again", Qt::Key_F5, [this] { Reload(); });
+}
+
+void CDisplay::AddFiles() {
+  AddKey("Next file", "next-file", "The next file of this kind in the folder",
+         Qt::CTRL | Qt::Key_PageDown, [this] { emit fileWanted(1); });
+  AddKey("Previous file", "previous-file", "The file of this kind before it in the folder",
+         Qt::CTRL | Qt::Key_PageUp, [this] { emit fileWanted(-1); });
 }
 
 QTableWidget* CDisplay::MakeReadings() {
@@ -61,7 +84,14 @@ QTableWidget* CDisplay::MakeReadings() {
 
 void CDisplay::ShowMenu(const QPoint& at) {
   QMenu menu(this);
-  menu.addActions(actions());
+  QHash<QString, QMenu*> menus;
+  for (QAction* action : actions()) {
+    const QString title = action->property(kMenu).toString();
+    if (!title.isEmpty() && !menus.contains(title)) {
+      menus[title] = menu.addMenu(title);
+    }
+    (title.isEmpty() ? &menu : menus[title])->addAction(action);
+  }
   menu.exec(at);
 }
 

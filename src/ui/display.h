@@ -29,13 +29,6 @@ class CDisplay : public QWidget {
   /// Reads the file again and keeps how it is shown.
   virtual void Reload() = 0;
 
- signals:
-  /// The user wants the table back.
-  void closeRequested();
-  /// For the status bar.
-  void told(const QString& text);
-
- protected:
   using Act = std::function<void()>;
   /// A command of the tool bar, which also has a key and is in the context menu. The key works
   /// while the focus is in the display.
@@ -44,9 +37,24 @@ class CDisplay : public QWidget {
   /// The same without a button.
   QAction* AddKey(const char* text, const char* name, const char* tip, const QKeySequence& key,
                   Act act);
-  /// F5.
-  QAction* AddReload();
+  /// Puts a command into a menu of its own within the context menu.
+  static void PutIntoMenu(QAction* command, const QString& menu);
   QToolBar* Bar() { return bar_; }
+  /// Where a command's menu opens: below its button, or in the middle where that has no room.
+  QPoint PlaceBelow(QAction* command) const;
+
+ signals:
+  /// The user wants the table back.
+  void closeRequested();
+  /// The user wants the next file of the folder, or with -1 the one before.
+  void fileWanted(int by);
+  /// For the status bar.
+  void told(const QString& text);
+
+ protected:
+  /// F5, and the keys for the files beside this one.
+  QAction* AddReload();
+  void AddFiles();
   /// A hidden table, without a vertical header, for what cursors read.
   QTableWidget* MakeReadings();
   void ShowMenu(const QPoint& at);

@@ -119,8 +119,17 @@ TEST_F(CalibrationDisplayTest, TheModelIsShownAndDoubtIsTold) {
   auto* plot = Shown()->findChild<CalibrationPlot*>()->Plot();
   const int graphs = plot->graphCount();
   QTest::keyClick(list, Qt::Key_M, Qt::ControlModifier);
-  EXPECT_EQ(plot->graphCount(), graphs + 2 * 12 + 2)
-      << "a line for each pass, above and below, and two rows of the legend";
+  EXPECT_EQ(plot->graphCount(), graphs + 3 * 2 * 12 + 3)
+      << "for each pass, above and below, a line and both sides of its band; rows of the legend";
+  QTest::keyClick(list, Qt::Key_Right);  // the cursor
+  auto* readings = Shown()->findChild<QTableWidget*>(QStringLiteral("readings"));
+  QStringList known;
+  for (int row = 0; row < readings->rowCount(); ++row) {
+    known << readings->item(row, 5)->text();
+  }
+  EXPECT_TRUE(std::any_of(known.begin(), known.end(), [](const QString& percent) {
+    return percent.toDouble() > 0 && percent.toDouble() < 1;
+  })) << known.join(QLatin1Char('|')).toStdString();
   const QString warning = Shown()->findChild<QLabel*>(QStringLiteral("warning"))->text();
   EXPECT_TRUE(warning.startsWith(QStringLiteral("Warning - Channel 2: "))) << warning.toStdString();
   QString told;
@@ -130,6 +139,42 @@ TEST_F(CalibrationDisplayTest, TheModelIsShownAndDoubtIsTold) {
   });
   QTest::keyClick(list, Qt::Key_I, Qt::ControlModifier);
   EXPECT_EQ(told, QStringLiteral("fitted"));
+}
+
+TEST_F(CalibrationDisplayTest, ComparesWithAToleranceOfTheUsers) {
+  Sweeps sweeps;
+  sweeps.parts = NominalParameters(0);
+  WriteAll(dir_ / "new.clb", BoxBytes(sweeps, 2, 2));
+  sweeps.parts[0] += 0.05;  // every gain
+  WriteAll(dir_ / "old.clb", BoxBytes(sweeps, 2, 2));
+  ASSERT_TRUE(frame_.Displays().OpenCalibration(Path("new.clb")));
+  auto* compare = Shown()->findChild<QAction*>(QStringLiteral("compare"));
+  EXPECT_FALSE(compare->isEnabled()) << "no reference";
+  ASSERT_TRUE(Shown()->OpenReference(Path("old.clb")));
+  QStringList verdicts;
+  QStringList cells;
+  for (const char* percent : {"4", "6"}) {
+    WhenModal([&](QWidget* window) {
+      auto* amplitude = window->findChild<QDoubleSpinBox*>(QStringLiteral("tolerance-amplitude"));
+      amplitude->selectAll();
+      QTest::keyClicks(amplitude, QString::fromLatin1(percent));
+      QTest::keyClick(amplitude, Qt::Key_Tab);
+      verdicts << window->findChild<QLabel*>(QStringLiteral("verdict"))->text();
+      const auto* table = window->findChild<QTableWidget*>(QStringLiteral("deviations"));
+      cells.clear();
+      for (int row = 0; row < table->rowCount(); ++row) {
+        cells << table->item(row, 3)->text() + QLatin1Char(' ') + table->item(row, 10)->text();
+      }
+      window->close();
+    });
+    compare->trigger();
+  }
+  ASSERT_EQ(verdicts.size(), 2);
+  EXPECT_TRUE(verdicts[0].contains(QStringLiteral("beyond"))) << verdicts[0].toStdString();
+  EXPECT_TRUE(verdicts[1].startsWith(QStringLiteral("All are within")))
+      << verdicts[1].toStdString();
+  EXPECT_TRUE(cells.contains(QStringLiteral("-4.76 within")))
+      << "1 / 1.05 - 1: " << cells.join(QLatin1Char('|')).toStdString();
 }
 
 TEST_F(CalibrationDisplayTest, AClickBesideTheAxesLeavesTheCursor) {

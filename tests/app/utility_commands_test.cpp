@@ -180,6 +180,15 @@ TEST_F(UtilityCommandsTest, RestackingAsksWhetherBadRecordsAreLeftOut) {
     EXPECT_EQ(opened, QStringList(TextFromPath(dir_ / "out/A.TSK")));
     opened.clear();
   }
+  // What the list beside the file names is not asked about, but said.
+  const auto size = std::filesystem::file_size(dir_ / "a.TSS");
+  WriteAll(dir_ / "a.TSS.leave-out.txt", std::to_string(size) + " 2\n2\n");
+  said_.clear();
+  rows_.clear();
+  Answer([this] { utilities_.Restack(); });
+  EXPECT_EQ(said_, "1 files have been restacked!");
+  EXPECT_TRUE(rows_.value(0).contains("1 record left out")) << rows_.value(0).toStdString();
+  EXPECT_EQ(ReadAll(dir_ / "out/A.TSK").substr(252), testing::Little(1, 3));
 }
 
 TEST_F(UtilityCommandsTest, CancelAnswersSoonAndStopsTheRest) {

@@ -3,7 +3,9 @@
 
 #include <qcustomplot.h>
 
+#include <QMenu>
 #include <atomic>
+#include <fstream>
 #include <new>
 #include <thread>
 
@@ -263,6 +265,137 @@ TEST_F(WaveformDisplay, ReadsBesideTheWindow) {
   EXPECT_EQ(Open(file), QStringLiteral("File Open Error:Failed to open file %1!").arg(file));
   EXPECT_EQ(notice->text(), file + QStringLiteral(": Cannot allocate memory"));
   EXPECT_EQ(frame_.Display(), nullptr);
+}
+
+TEST_F(WaveformDisplay, HidesZoomsAndBoxesChannels) {
+  Open(TextFromPath(dir_ / "A.TSS"));
+  const auto activate = [this] {
+    frame_.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&frame_));
+  };
+  activate();
+  auto* plot = Display()->findChild<WaveformPlot*>()->Plot();
+  const auto drag = [plot](const QPoint& from, const QPoint& to, Qt::KeyboardModifiers keys) {
+    QTest::mousePress(plot, Qt::LeftButton, keys, from);
+    QMouseEvent move(QEvent::MouseMove, to, plot->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
+                     keys);
+    QApplication::sendEvent(plot, &move);
+    QTest::mouseRelease(plot, Qt::LeftButton, keys, to);
+    QApplication::processEvents();
+  };
+  // The rectangles are those of the time axis, of the last channel and so on.
+  const auto axes = [plot](int channel) {
+    return plot->axisRect(plot->axisRectCount() - 1 - channel);
+  };
+  const auto place = [axes](int channel) { return axes(channel)->rect(); };
+  const auto values = [axes](int channel) { return axes(channel)->axis(QCPAxis::atLeft)->range(); };
+  const QCPRange first = values(0);
+  const QCPRange second = values(1);
+  const QRect below = place(1);
+  drag(below.center(), below.bottomRight() - QPoint(below.width() / 10, 0), Qt::ShiftModifier);
+  EXPECT_NEAR(View().VisibleTimes().low, 0.75, 0.01) << "the record has 1.5 s";
+  EXPECT_NEAR(View().VisibleTimes().high, 1.35, 0.01);
+  EXPECT_NEAR(values(1).size() / second.size(), 0.5, 0.02);
+  EXPECT_FALSE(View().Reading(WaveformView::kSecondCursor));
+  QTest::keyClick(Display(), Qt::Key_R);
+  QApplication::processEvents();
+  EXPECT_NEAR(values(1).size(), second.size(), 1e-9);
+
+  QTest::keyClick(Display(), Qt::Key_Comma);  // from the second, which the box chose
+  QTest::keyClick(Display(), Qt::Key_Up, Qt::AltModifier);
+  QTest::keyClick(Display(), Qt::Key_Up, Qt::AltModifier | Qt::ShiftModifier);
+  QApplication::processEvents();
+  EXPECT_NEAR(values(0).size() * 1.5, first.size(), 1e-9);
+  EXPECT_LT(values(0).center(), first.center()) << "the trace went up";
+  EXPECT_NEAR(values(1).size(), second.size(), 1e-9);
+  QTest::keyClick(Display(), Qt::Key_E);
+  QApplication::processEvents();
+  EXPECT_NEAR(place(0).height(), 4 * place(1).height(), 8);
+
+  EXPECT_EQ(Action("hide")->text(), QStringLiteral("Hide Ch 1"));
+  QTest::keyClick(Display(), Qt::Key_H);
+  EXPECT_EQ(plot->axisRectCount(), 2) << "one channel, and the time";
+  QTest::keyClick(Display(), Qt::Key_H);
+  EXPECT_EQ(frame_.findChild<NoticeLabel*>()->text(),
+            QStringLiteral("Ch 2 is the only channel shown"));
+  QTimer::singleShot(0, [] {
+    const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_FALSE(menu->actions().at(0)->isChecked());
+    EXPECT_FALSE(menu->actions().at(1)->isEnabled()) << "the last one stays";
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+  });
+  QTest::keyClick(Display(), Qt::Key_N);
+  EXPECT_EQ(plot->axisRectCount(), 3);
+  activate();  // a menu was up
+  QTimer::singleShot(0, [] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions()[0]).center());
+  });
+  QTest::keyClick(Display(), Qt::Key_L);
+  activate();
+  EXPECT_EQ(View().NoteText(), "mean and trend removed");
+  QTest::keyClick(Display(), Qt::Key_T);
+  QTest::keyClick(Display(), Qt::Key_C);
+  EXPECT_EQ(View().Channel(0).Label(), "Ch 1 (counts)");
+}
+
+TEST_F(WaveformDisplay, FollowsTheFileAndTheFolder) {
+  for (const char* name : {"b.TSS", "C.TS1", "b.TRS"}) {
+    WriteAll(dir_ / name, Record(1, 0));
+  }
+  std::filesystem::copy_file(dir_ / "A.TBL", dir_ / "b.TBL");
+  Open(TextFromPath(dir_ / "b.TSS"));
+  const auto* notice = frame_.findChild<NoticeLabel*>();
+  const auto* fate = Display()->findChild<QLabel*>(QStringLiteral("fate"));
+  Display()->Book()->SetLeftOut(1, true);
+  const auto write = [this](const std::string& bytes) {
+    std::ofstream(dir_ / "b.TSS", std::ios::binary | std::ios::in | std::ios::out) << bytes;
+    Display()->LookAtFile();
+  };
+  write(Record(1, 0) + Record(2, 0) + Record(3, 0).substr(0, 260));
+  EXPECT_EQ(View().Count(), 2U);
+  EXPECT_EQ(notice->text(), QStringLiteral("1 record more"));
+  write(Record(1, 0) + Record(2, 0) + Record(3, 0));
+  EXPECT_EQ(View().Count(), 3U);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Display()->Book()->IsDone(); }));
+  EXPECT_EQ(Display()->Book()->List().Size(), 3U);
+  EXPECT_EQ(Display()->Book()->LeftOut().Count(), 1U);
+  EXPECT_EQ(View().Number(), 1U);
+  EXPECT_TRUE(fate->isHidden());
+  std::filesystem::resize_file(dir_ / "b.TSS", 300);
+  Display()->LookAtFile();
+  EXPECT_EQ(fate->text(), QStringLiteral("b.TSS has become shorter; F5 reads it again"));
+  std::filesystem::remove(dir_ / "b.TSS");
+  Display()->LookAtFile();
+  EXPECT_EQ(fate->text(), QStringLiteral("b.TSS is no longer there"));
+  EXPECT_FALSE(fate->isHidden());
+
+  const auto go = [this](Qt::Key key) {
+    frame_.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&frame_));
+    QTest::keyClick(Display(), key, Qt::ControlModifier);
+    QApplication::processEvents();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !frame_.Displays().IsReading(); }, 30000));
+    return frame_.Display() == nullptr ? QString() : frame_.Display()->Title();
+  };
+  EXPECT_EQ(go(Qt::Key_PageDown), QStringLiteral("C.TS1"));
+  EXPECT_EQ(go(Qt::Key_PageDown), QStringLiteral("C.TS1"));
+  EXPECT_EQ(notice->text(), QStringLiteral("C.TS1 is the last file of its kind in the folder"));
+  WriteAll(dir_ / "B.TSS", Record(1, 0));
+  WriteAll(dir_ / "B.TBL", "");  // cannot be used
+  std::filesystem::remove(dir_ / "b.TBL");
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [] {
+    if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+      QTest::keyClick(box, Qt::Key_Escape);
+    }
+  });
+  timer.start(5);
+  EXPECT_EQ(go(Qt::Key_PageUp), QStringLiteral("C.TS1")) << "that file was told";
+  EXPECT_EQ(go(Qt::Key_PageUp), QStringLiteral("A.TSS"));
 }
 
 TEST_F(WaveformDisplay, TellsWhatCannotBeOpenedAndSavesPictures) {

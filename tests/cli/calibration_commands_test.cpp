@@ -8,6 +8,7 @@
 
 #include "support/cal_bytes.h"
 #include "support/cli_run.h"
+#include "support/sweeps.h"
 #include "support/temp_dir.h"
 
 namespace orvane::testing {
@@ -57,9 +58,10 @@ TEST_F(CalibrationCommands, FitAndResponses) {
                                RecordV2("TCMB", 0, IntPT, IntBytes(0)));
   const std::string fit = Run("fit b.CLB");
   EXPECT_EQ(std::count(fit.begin(), fit.end(), '\t'), 26) << fit;
-  EXPECT_NE(fit.find("\t2\t600\t297\t0\t0\t0\t0\t0\t0\n|orvane-cli: b.CLB: channel 1: no model"),
+  EXPECT_NE(fit.find("\t2\t600\t297\t0\t0\t0\t0\t0\t0\n|orvane-cli: b.CLB: channel 1: not usable"),
             std::string::npos)
       << fit;
+  EXPECT_EQ(fit[0], '1');
   EXPECT_EQ(Run("response b.CLB --table t.TBL --band 0 --frequency 0 1").substr(0, 28),
             "1 1\t0\t0\t0\t-1\n1\t1\t0.998173582");
   EXPECT_EQ(Run("response b.CLB --table t.TBL --band 0 --frequency 1").substr(0, 5), "1 1\t1");
@@ -73,6 +75,40 @@ TEST_F(CalibrationCommands, FitAndResponses) {
   WriteAll(dir_ / "s.CLC", CalHeaderBytes(2, 1) + CalRecordBytes(2, 10, 1, {1, 2, 3, 4, -3, 0}));
   WriteAll(dir_ / "h.TBL", HeaderV2() + RecordV2("HNOM", 0, FltPT, RealBytes(2468.5)));
   EXPECT_EQ(Run("response s.CLC --table h.TBL --frequency 10 20"), "0 10\t-6\t0\n20\t-6\t0\n|");
+}
+
+TEST_F(CalibrationCommands, TellHowFarACalibrationIsToBeTrusted) {
+  Sweeps box;
+  box.parts = NominalParameters(0);
+  WriteAll(dir_ / "a.CLB", BoxBytes(box, 1));
+  EXPECT_EQ(Run("fit a.CLB").substr(0, 2), "0 ");
+  EXPECT_NE(Run("fit a.CLB").find("|orvane-cli: a.CLB: channel 1: well\n"), std::string::npos);
+  WriteAll(dir_ / "t.TBL", HeaderV2() + RecordV2("CHEX", 0, IntPT, IntBytes(1)));
+  const std::string bands =
+      Run("response a.CLB --table t.TBL --band 0 --frequency 1 --uncertainty");
+  EXPECT_EQ(std::count(bands.begin(), bands.end(), '\t'), 8) << bands;
+  box.parts[4] *= 1.03;  // the second capacitor, which pass 8 shows
+  WriteAll(dir_ / "b.CLB", BoxBytes(box, 1));
+  const std::string same = Run("compare a.CLB a.CLB");
+  EXPECT_EQ(same.substr(0, 2), "0 ") << same;
+  EXPECT_EQ(std::count(same.begin(), same.end(), '\n'), 15) << "passes";
+  const std::string drifted = Run("compare b.CLB a.CLB --phase 0.8");
+  EXPECT_EQ(drifted.substr(0, 2), "1 ") << drifted;
+  EXPECT_NE(drifted.find("1\t8\tx 1, filter 1\t-0.98"), std::string::npos) << drifted;
+  std::size_t beyond = 0;
+  for (std::size_t at = 0; (at = drifted.find("\tbeyond\n", at)) != std::string::npos; ++at) {
+    ++beyond;
+  }
+  EXPECT_EQ(beyond, 1U) << drifted;
+  EXPECT_EQ(Run("compare b.CLB a.CLB --amplitude 5% --phase 2").substr(0, 2), "0 ");
+  EXPECT_EQ(Run("compare b.CLB a.CLB --amplitude x").substr(0, 2), "2 ");
+  WriteAll(dir_ / "7.CLC", CalHeaderBytes(2, 1) + CalRecordBytes(2, 10, 1, {1, 2, 3, 4, -3, 0}));
+  EXPECT_EQ(Run("compare a.CLB 7.CLC"),
+            "1 |orvane-cli: a.CLB: the calibrations are of different kinds\n");
+  EXPECT_EQ(
+      Run("fit 7.CLC"),
+      "0 |orvane-cli: 7.CLC: channel 1: usable with care: there is a single record, at 10 Hz; "
+      "the header names another serial number, -2\n");
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 #include "response/box_response.h"
 #include "response/fit_report.h"
 #include "response/sensor_response.h"
+#include "response/uncertainty.h"
+#include "response/verdict.h"
 #include "support/recording_help.h"
 #include "support/sweeps.h"
 
@@ -76,10 +78,125 @@ TEST(BoxFit, LeavesWildRecordsOut) {
     return noise(pass, i) + (at == 20 ? 0.04 : at == 31 ? -0.03 : 0);
   };
   const CalData cal = box.Fitted();
-  EXPECT_EQ(FitDoubt(cal.model.fits[0]), "");
-  EXPECT_EQ(FitDoubt({.rms = 0.0123, .is_kept = true}), "the model fits poorly, rms 0.0123");
+  EXPECT_FALSE(cal.model.fits[0].IsDoubtful());
   EXPECT_GE(cal.model.fits[0].rejected, 18U);  // two in each of the slots 4 to 12
   EXPECT_LE(LargestError(box.parts, ParametersOf(cal, 0), false, 0.1, 20000), 6.8e-3);
+}
+
+// Downwards or upwards, and with a delay that turns the highest frequency round.
+TEST(BoxFit, TakesPassesInAnyOrder) {
+  std::mt19937 random(5);
+  Sweeps box = DrawBox(&random, 1e-4);
+  box.parts[kDelay] = 25;
+  box.deviation = {};
+  CalData cal = box.Fitted();
+  const BoxModel up = cal.model;
+  for (std::size_t pass = 1; pass < cal.PassCount(); ++pass) {
+    const auto begin = cal.records.begin();
+    std::reverse(begin + cal.pass_table[pass], begin + cal.pass_table[pass + 1]);
+  }
+  cal.model = FitBoxModel(cal, cal.channel_flags);
+  EXPECT_EQ(cal.model.parameters, up.parameters);
+  EXPECT_EQ(cal.model.frequencies, up.frequencies);
+  EXPECT_EQ(cal.model.responses, up.responses);
+  EXPECT_NEAR(up.parameters[kDelay], 25, 0.1);
+}
+
+TEST(Verdict, NamesWhatIsWrong) {
+  struct Case {
+    const char* what;
+    std::vector<std::size_t> without;
+    std::size_t spoilt;  // pass; 0: none
+    Complex factor;
+    Usability usability;
+    const char* text;  // somewhere in the verdict
+    std::set<int> filters;
+  };
+  const std::vector<Case> cases = {
+      {"good", {}, 0, 1, Usability::kWell, "well", {}},
+      {"pass 15", {14}, 0, 1, Usability::kWithCare, "pass 15 (x 1, filter 4) is missing", {20, 84}},
+      {"a gain", {6}, 0, 1, Usability::kNotUsable, "pass 7 (x 16, filter 0) is missing", {}},
+      {"reversed", {}, 14, -1, Usability::kWithCare, "pass 15 (x 1, filter 4) does not", {20, 84}},
+      {"x4 too large", {}, 5, 1.1, Usability::kWithCare, "pass 6 (x 4, filter 0) does not go", {}},
+      {"all zero but few",
+       {3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13},
+       14,
+       0,
+       Usability::kNotUsable,
+       "no model fits",
+       {}},
+  };
+  for (const Case& test : cases) {
+    SCOPED_TRACE(test.what);
+    std::mt19937 random(9);
+    Sweeps box = DrawBox(&random, 3e-4);
+    std::erase_if(box.passes, [&test](std::size_t pass) {
+      return std::find(test.without.begin(), test.without.end(), pass) != test.without.end();
+    });
+    const auto noise = box.deviation;
+    box.deviation = [noise, &test](std::size_t pass, int i) {
+      const Complex error = noise(pass, i);
+      return pass == test.spoilt ? (1.0 + error) * test.factor - 1.0 : error;
+    };
+    const ChannelVerdict verdict = JudgeChannel(box.Fitted(), 0);
+    EXPECT_EQ(verdict.usability, test.usability);
+    EXPECT_NE(verdict.Text().find(test.text), std::string::npos) << verdict.Text();
+    for (const int filter : test.filters) {
+      EXPECT_TRUE(verdict.filters.contains(filter)) << filter;
+    }
+  }
+}
+
+TEST(Verdict, OfRecordsAlone) {
+  struct Case {
+    std::vector<CurvePoint> points;
+    const char* unit;
+    const char* text;
+  };
+  const std::vector<Case> cases = {
+      {{{1, 1}, {9, 1}}, "7", "well"},
+      {{}, "7", "not usable: there are no records of kind 2"},
+      {{{5, 1}}, "7", "usable with care: there is a single record, at 5 Hz"},
+      {{{1, 1}, {11, 1}}, "", "usable with care: there is no record between 1 Hz and 11 Hz"},
+      {{{2, 1}, {1, -1}},
+       "7",
+       "usable with care: the phase jumps by 180 degrees between 1 Hz and 2 Hz"},
+      {{{1, 1}, {9, 1}}, "8", "usable with care: the header names another serial number, 7"},
+  };
+  for (const Case& test : cases) {
+    CalData cal;
+    cal.header.ctyp = kSensorCal;
+    cal.header.nchn = std::int16_t{1};
+    cal.header.snum = std::int16_t{7};
+    for (const CurvePoint& point : test.points) {
+      testing::AddRecord(kSensorCal, point.frequency, {point.response}, 0, &cal);
+    }
+    EXPECT_EQ(JudgeRecords(cal, kSensorCal, 0, test.unit).Text(), test.text);
+  }
+}
+
+// Of boxes with noise only: the worst of a response goes beyond the band of 95 % now and then.
+TEST(Uncertainty, HoldsWhereTheTruthIsKnown) {
+  std::mt19937 random(11);
+  int within = 0;
+  constexpr int kBoxes = 40;
+  const FrontEndSetting setting{2, 17, 0, 100};
+  for (int i = 0; i < kBoxes; ++i) {
+    const Sweeps box = DrawBox(&random, 1e-3);
+    const CalData cal = box.Fitted();
+    const ResponseBands bands = ModelUncertainty(cal, 0).At(setting, 3000);
+    const Complex ratio = FrontEnd(ParametersOf(cal, 0), setting).Response(3000) /
+                          FrontEnd(box.parts, setting).Response(3000);
+    within += std::abs(std::abs(ratio) - 1) <= bands.noise.amplitude ? 1 : 0;
+    EXPECT_LT(bands.noise.amplitude, 0.02);
+    EXPECT_GT(bands.wider.amplitude, bands.noise.amplitude);
+  }
+  EXPECT_GE(within, kBoxes * 8 / 10);
+  Sweeps box = DrawBox(&random, 1e-4);
+  box.passes.pop_back();
+  const ModelUncertainty uncertainty(box.Fitted(), 0);
+  EXPECT_GT(uncertainty.At({0, 20, 0, {}}, 3000).noise.amplitude, 0.1) << "its pass is missing";
+  EXPECT_LT(uncertainty.At({0, 16, 0, {}}, 3000).noise.amplitude, 2e-3);
 }
 
 TEST(BoxFit, NeverFails) {

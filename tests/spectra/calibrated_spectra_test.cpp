@@ -231,7 +231,9 @@ TEST_F(SpectraTest, GiveBackWhatWasAtTheInputs) {
   Write("a");
   const BatchResult result = Convert("a.TSS");
   EXPECT_EQ(result.status, BatchStatus::kDoneWithNote);
-  EXPECT_EQ(result.text, "1 bad records are left out");
+  EXPECT_TRUE(result.text.starts_with(
+      "1 bad records are left out; the box's response: amplitude known to 0."))
+      << result.text;
   const std::string text = Written("a_cal.txt");
   const auto lines = LinesOf(text);
   EXPECT_EQ(lines.size(), 64U);
@@ -283,7 +285,7 @@ TEST_F(SpectraTest, ChannelsThatNoComponentNamesAreCorrectedTheSame) {
   ExpectSignals(LinesOf(Written("a_cal.txt")), 0, electric_, 0);
   ExpectSignals(LinesOf(Written("a_cal.txt")), 1, magnetic_, 0);
   Write("b", Whole("CHEX", 0) + Text("DEF2R1", "Ex") + Whole("SN02", 99));
-  EXPECT_EQ(Convert("b.TSS").text, "1 bad records are left out") << "the main box";
+  EXPECT_EQ(Convert("b.TSS").text.find("dipoles"), std::string::npos) << "the main box";
 }
 
 TEST_F(SpectraTest, SayWhatTheyRestOn) {

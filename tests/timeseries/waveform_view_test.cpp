@@ -7,8 +7,11 @@
 #include "support/table_help.h"
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
+#include "timeseries/clock_time.h"
+#include "timeseries/trace_arrangement.h"
 #include "timeseries/waveform_form.h"
 #include "timeseries/waveform_gain_form.h"
+#include "timeseries/waveform_text.h"
 
 namespace orvane::testing {
 namespace {
@@ -177,7 +180,7 @@ TEST_F(WaveformViews, TimesScalesCursorsAndCopying) {
   view_.ZoomTimes(2, 0.2);
   EXPECT_NEAR(view_.VisibleTimes().low, 0.1, 1e-12);
   EXPECT_NEAR(view_.ValuesOf(0).high, 31, 1e-9);
-  EXPECT_EQ(view_.VisibleText(), "Time (s)\tCh 1\n0.1\t10\n0.2\t20\n0.3\t30\n");
+  EXPECT_EQ(VisibleText(view_), "Time (s)\tCh 1\n0.1\t10\n0.2\t20\n0.3\t30\n");
   EXPECT_EQ(view_.Traces(100)[0].values.size(), 5U);  // one scan beyond each edge
   view_.PanTimes(7);
   EXPECT_NEAR(view_.VisibleTimes().low, 0.2, 1e-12);
@@ -208,10 +211,10 @@ TEST_F(WaveformViews, TimesScalesCursorsAndCopying) {
   both.SetSettings({.auto_scale = false});
   EXPECT_NEAR(both.ValuesOf(0).high - both.ValuesOf(0).low, 110, 1e-9);
 
-  EXPECT_EQ(view_.CursorText(), "");
+  EXPECT_EQ(CursorText(view_), "");
   view_.SetCursor(WaveformView::kFirstCursor, 0.11);
   view_.SetCursor(WaveformView::kSecondCursor, 99);
-  EXPECT_EQ(view_.CursorText(), "Time (s)\t0.1\t0.4\t0.3\nCh 1\t100\t400\t300\n");
+  EXPECT_EQ(CursorText(view_), "Time (s)\t0.1\t0.4\t0.3\nCh 1\t100\t400\t300\n");
 }
 
 TEST_F(WaveformViews, NearFullScaleIsShownWithItsLimit) {
@@ -255,13 +258,13 @@ TEST_F(WaveformViews, SaysWhatIsNotDrawn) {
   ASSERT_TRUE(Open(one.Bytes() + none.Bytes(), Channel(2, "Ey")));
   EXPECT_EQ(view_.NoteText(), "");
   EXPECT_EQ(view_.Traces(100)[1].times, (std::vector<double>{0, 0.1})) << "a scan lasts";
-  EXPECT_EQ(view_.NotDrawnText(12), "No room for Ch 13, Ch 14");
-  EXPECT_EQ(view_.NotDrawnText(1),
+  EXPECT_EQ(TraceArrangement().NotDrawnText(view_, 12), "No room for Ch 13, Ch 14");
+  EXPECT_EQ(TraceArrangement().NotDrawnText(view_, 1),
             "No room for Ey, Ch 3, Ch 4, Ch 5, Ch 6, Ch 7, Ch 8, Ch 9, Ch 10, Ch 11, Ch 12, Ch 13"
             " and 1 more");
   ASSERT_TRUE(view_.Next());
   EXPECT_EQ(view_.NoteText(), "bad record, no scans");
-  EXPECT_EQ(view_.NotDrawnText(1), "");
+  EXPECT_EQ(TraceArrangement().NotDrawnText(view_, 1), "");
   ASSERT_TRUE(Open("", ""));
   EXPECT_EQ(view_.EmptyText(), "A.TSS has no segments");
   EXPECT_EQ(view_.WhyNoGains(), "A.TSS has no segments");
@@ -281,7 +284,7 @@ TEST_F(WaveformViews, ReloadKeepsWhatStillExists) {
   ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 2U);
   EXPECT_EQ(view_.Count(), 3U);
-  EXPECT_EQ(view_.CursorText(), "Time (s)\t0.1\nCh 1\t6\n") << "the second is behind the end";
+  EXPECT_EQ(CursorText(view_), "Time (s)\t0.1\nCh 1\t6\n") << "the second is behind the end";
   WriteAll(dir_ / "A.TSS", record.Bytes());
   ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 1U);
@@ -292,6 +295,136 @@ TEST_F(WaveformViews, ReloadKeepsWhatStillExists) {
   WriteAll(dir_ / "A.TSS", record.Bytes());
   ASSERT_TRUE(view_.Reload());
   EXPECT_EQ(view_.Number(), 1U);
+}
+
+// The records begin at 03:04:05.
+TEST_F(WaveformViews, ClockCountsAndCsv) {
+  const TsBytes record{
+      .frequency = 1, .channels = 2, .samples = {1, 2, 3, 4, 5, 6, 7, 8}, .rate = 4, .unit = 0};
+  ASSERT_TRUE(Open(record.Bytes(), Channel(1, "Ex, 1") + Channel(2, "hy") + Real("FSCV", 8388607)));
+  view_.ShowTimes(0.25, 0.5);
+  EXPECT_EQ(VisibleCsv(view_, {1}),
+            "# A.TSS, record 1 of 1, began 2009/06/30 03:04:05\nTime (s),hy\n0.25,4\n0.5,6\n");
+  WaveformSettings settings = view_.Settings();
+  settings.has_clock = true;
+  settings.has_counts = true;
+  view_.SetSettings(settings);
+  view_.SetShape({.filter = {.low_pass = 99}});
+  EXPECT_EQ(VisibleCsv(view_, {0, 1}),
+            "# A.TSS, record 1 of 1, began 2009/06/30 03:04:05\n"
+            "# not filtered: low pass 99 Hz is not between 0 and 2 Hz, half the sample rate\n"
+            "Time of day,\"Ex, 1 (counts)\",hy (counts)\n"
+            "03:04:05.25,3,4\n03:04:05.50,5,6\n");
+  view_.SetCursor(WaveformView::kFirstCursor, 0.75);
+  EXPECT_EQ(CursorText(view_), "Time of day\t03:04:05.75\nEx, 1 (counts)\t7\nhy (counts)\t8\n");
+  for (const char* input : {"A.TSS", "A.TBL"}) {
+    EXPECT_FALSE(SaveVisibleCsv(view_, {0}, dir_ / input)) << input;
+  }
+  EXPECT_TRUE(SaveVisibleCsv(view_, {0}, dir_ / "a.csv"));
+  EXPECT_EQ(ReadAll(dir_ / "a.csv"), VisibleCsv(view_, {0}));
+  EXPECT_EQ(ReadAll(dir_ / "A.TSS"), record.Bytes());
+  // A fold has no time of day.
+  const TsBytes two{.frequency = 1, .samples = {3, 1, -5, -1, 3, 1, -5, -1}, .rate = 4, .unit = 0};
+  ASSERT_TRUE(Open(two.Bytes(), ""));
+  view_.SetShape({.folds = true, .halves = true});
+  EXPECT_EQ(view_.TimeLabel(), "Time (s)");
+  EXPECT_EQ(view_.Values(0), (std::vector<double>{4, 1}));
+  EXPECT_EQ(view_.NoteText(), "mean of 2 periods, second halves reversed");
+}
+
+TEST(ClockTimes, TextsAndRoundTicks) {
+  const ParamTime start{.second = 50, .minute = 59, .hour = 23};
+  EXPECT_EQ(ClockText(start, 0, 0), "23:59:50");
+  EXPECT_EQ(ClockText(start, 10.0625, 4), "00:00:00.0625");
+  EXPECT_EQ(ClockText(start, -86400.5, 1), "23:59:49.5");
+  EXPECT_EQ(ClockDecimals(1.0 / 2400), 5);
+  EXPECT_EQ(ClockDecimals(60), 0);
+  struct Case {
+    double low;
+    double high;
+    double step;
+    std::vector<double> values;
+  };
+  for (const auto& [low, high, step, values] :
+       {Case{0, 0.35, 0.1, {0, 0.1, 0.2, 0.3}}, Case{0, 50, 15, {10, 25, 40}},
+        Case{0, 7200, 1800, {10, 1810, 3610, 5410}}, Case{0, 400000, 172800, {86410, 259210}}}) {
+    const AxisTicks ticks = ClockTicks(start, low, high, 4);
+    EXPECT_DOUBLE_EQ(ticks.step, step) << high;
+    ASSERT_EQ(ticks.values.size(), values.size()) << high;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      EXPECT_NEAR(ticks.values[i], values[i], 1e-9) << high;
+    }
+  }
+}
+
+TEST_F(WaveformViews, ArrangesTraces) {
+  TraceArrangement traces;
+  EXPECT_EQ(traces.Shown(3), (std::vector<std::size_t>{0, 1, 2}));
+  traces.Enlarge(1);
+  traces.SetHidden(1, true);
+  EXPECT_EQ(traces.Enlarged(), std::nullopt);
+  traces.SelectBeside(1, 3);
+  EXPECT_EQ(traces.Selected(), 2U) << "past the hidden one";
+  traces.SelectBeside(1, 3);
+  EXPECT_EQ(traces.Selected(), 0U);
+  traces.SelectBeside(-1, 3);
+  EXPECT_EQ(traces.Selected(), 2U);
+  traces.SetHidden(2, true);
+  EXPECT_TRUE(traces.IsLastShown(0, 3));
+  ASSERT_TRUE(Open(TsBytes{.channels = 3, .samples = {1, 2, 3}}.Bytes(), ""));
+  EXPECT_EQ(traces.NotDrawnText(view_, 1), "Hidden: Ch 2, Ch 3");
+  traces.SetHidden(1, false);
+  EXPECT_EQ(traces.NotDrawnText(view_, 1), "Hidden: Ch 3; No room for Ch 2");
+
+  const auto range = [&](double low, double high) {
+    const ValueRange values = traces.Values(0, {-10, 30});
+    EXPECT_NEAR(values.low, low, 1e-9);
+    EXPECT_NEAR(values.high, high, 1e-9);
+  };
+  traces.Zoom(0, 2);
+  range(0, 20);
+  traces.Pan(0, 0.5);  // up by half of what is seen
+  range(-10, 10);
+  traces.ShowValues(0, {-10, 30}, 12, 22);
+  range(12, 22);
+  traces.Pan(0, -99);
+  range(45, 55);
+  traces.ResetValues();
+  range(-10, 30);
+}
+
+// What grows is taken over in whole records only, also where the first look found half of one.
+TEST_F(WaveformViews, GrowsByWholeRecords) {
+  const TsBytes one{.samples = {1, 2, 3, 4}, .rate = 10, .unit = 0};
+  const std::string bytes = one.Bytes();
+  const TsBytes bad{.samples = {5, 6}, .status = 6, .trailing = 1};
+  const std::string all = bytes + bytes + bad.Bytes() + bytes;
+  ASSERT_TRUE(Open(all.substr(0, bytes.size() + 260), ""));
+  ASSERT_TRUE(view_.Last());
+  view_.ShowTimes(0.1, 0.2);
+  EXPECT_EQ(view_.Problem(), "the file ends within this record: 2 of 4 scans");
+  struct Case {
+    std::size_t size;
+    std::uint64_t more;
+    bool is_last_whole_now;
+  };
+  const std::size_t third = 2 * bytes.size() + bad.Bytes().size();
+  for (const auto& [size, more, is_last_whole_now] :
+       {Case{2 * bytes.size() - 1, 0, false}, Case{2 * bytes.size() + 100, 0, true},
+        Case{third - 4, 0, false}, Case{third - 1, 1, false}, Case{third + 255, 0, false},
+        Case{all.size(), 1, false}}) {
+    WriteAll(dir_ / "A.TSS", all.substr(0, size));  // the same file, which stays open
+    const TsIndex::Growth growth = view_.Extend(99);
+    EXPECT_EQ(growth.more, more) << size;
+    EXPECT_EQ(growth.is_last_whole_now, is_last_whole_now) << size;
+  }
+  EXPECT_EQ(view_.Count(), 4U);
+  EXPECT_EQ(view_.Number(), 2U);
+  EXPECT_EQ(view_.Problem(), "");
+  EXPECT_EQ(view_.File().FirstBad(), 3U);
+  EXPECT_EQ(view_.File().End(), all.size());
+  EXPECT_TRUE(view_.Last());
+  EXPECT_EQ(view_.Values(0), (std::vector<double>{1, 2, 3, 4}));
 }
 
 TEST(WaveformTitles, BreakBehindCommas) {

@@ -26,7 +26,7 @@ QString LinesHtml(const FieldSheet& sheet) {
   const auto cell = [&sheet](std::size_t at) {
     return at >= sheet.lines.size()
                ? QStringLiteral("<td></td><td></td>")
-               : QStringLiteral("<td><b>%1</b>&nbsp;</td><td>%2</td>")
+               : QStringLiteral("<td><b>%1</b>&nbsp;</td><td>%2&nbsp;&nbsp;&nbsp;</td>")
                      .arg(Escaped(sheet.lines[at].label), Escaped(sheet.lines[at].value));
   };
   const std::size_t half = (sheet.lines.size() + 1) / 2;

@@ -278,7 +278,7 @@ class Drawing {
       return first;
     }
     const double share = item.kind == MapItem::kDirection                         ? 1
-                         : map_.is_around_centre && item.kind == MapItem::kDipole ? 0.25
+                         : map_.is_around_centre && item.kind == MapItem::kDipole ? 0.06
                                                                                   : 0.5;
     return first + share * (projection_.ToScreen(item.points[1]) - first);
   }

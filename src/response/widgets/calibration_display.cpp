@@ -11,6 +11,7 @@
 
 #include "base/number_text.h"
 #include "response/fit_report.h"
+#include "response/widgets/compare_dlg.h"
 #include "response/widgets/fit_report_dlg.h"
 #include "ui/file_dialogs.h"
 #include "ui/list_item.h"
@@ -28,13 +29,18 @@ void Warn(Prompts* prompts, const std::string& message) {
 
 QString Number(double value) { return QString::fromStdString(FormatReal(value, 6)); }
 
-constexpr int kColumns = 5;
+constexpr int kColumns = 7;
+constexpr int kKnownColumns = 5;  // and after: how well the model is known
 constexpr int kPassColumn = 1;
 
 std::array<QString, kColumns> CellsOf(const CalReading& reading) {
   return {QString::fromStdString(reading.label).section(QLatin1Char(' '), 1),
-          QString::number(reading.sweep + 1), Number(reading.frequency), Number(reading.amplitude),
-          Number(reading.phase)};
+          QString::number(reading.sweep + 1),
+          Number(reading.frequency),
+          Number(reading.amplitude),
+          Number(reading.phase),
+          reading.known ? Number(100 * reading.known->wider.amplitude) : QString(),
+          reading.known ? Number(reading.known->wider.phase) : QString()};
 }
 
 // What is there already stays: a step of the cursor changes numbers only.
@@ -62,6 +68,7 @@ CCalibrationDisplay::CCalibrationDisplay(CalDisplay* ranges, Prompts* prompts, Q
       parts_(new QSplitter(this)) {
   setObjectName(QStringLiteral("calibration-display"));
   setFocusProxy(list_);
+  view_.SetTolerance(KeptTolerance());
   AddChannels();
   AddReference();
   AddModel();
@@ -105,6 +112,8 @@ void CCalibrationDisplay::AddReference() {
     ShowView();
   });
   ratio_->setCheckable(true);
+  compare_ = AddButton("Compare...", "compare", "By how much channels differ from the reference",
+                       Qt::CTRL | Qt::Key_D, [this] { Compare(); });
   no_reference_ =
       AddButton("No reference", "no-reference", "The file alone", QKeySequence(), [this] {
         view_.RemoveReference();
@@ -242,6 +251,7 @@ void CCalibrationDisplay::ShowView() {
   no_reference_->setEnabled(view_.HasReference());
   ratio_->setEnabled(view_.HasReference());
   ratio_->setChecked(view_.ShowsRatio());
+  compare_->setEnabled(view_.HasReference());
   if (!view_.HasModel()) {
     model_->setToolTip(QString::fromStdString(view_.WhyNoModel()));
     fit_report_->setToolTip(model_->toolTip());
@@ -259,7 +269,11 @@ void CCalibrationDisplay::FillReadings(const std::vector<CalReading>& readings) 
   readings_->setColumnCount(kColumns);
   readings_->setHorizontalHeaderLabels(
       {QStringLiteral("Channel"), QStringLiteral("Pass"), QStringLiteral("Hz"),
-       QString::fromStdString(view_.AmplitudeLabel()), QString::fromStdString(view_.PhaseLabel())});
+       QString::fromStdString(view_.AmplitudeLabel()), QString::fromStdString(view_.PhaseLabel()),
+       QStringLiteral("Known to, %"), QStringLiteral("degrees")});
+  for (int column = kKnownColumns; column < kColumns; ++column) {
+    readings_->setColumnHidden(column, !view_.ShowsModel());
+  }
   readings_->setRowCount(static_cast<int>(readings.size()));
   int row = 0;
   for (const CalReading& reading : readings) {
@@ -338,6 +352,27 @@ void CCalibrationDisplay::AskForReference() {
   if (dialog.exec() == QDialog::Accepted) {
     OpenReference(dialog.selectedFiles().constFirst());
   }
+}
+
+void CCalibrationDisplay::Compare() {
+  const auto one = ReadComparedCal(view_.Curves().path);
+  const auto other = ReadComparedCal(view_.ReferencePath());
+  if (!one || !other) {
+    Warn(prompts_, one ? other.Message() : one.Message());
+    return;
+  }
+  Result<CalComparison> comparison = orvane::Compare(*one, *other);
+  if (!comparison) {
+    Warn(prompts_, comparison.Message());
+    return;
+  }
+  CCompareDlg dialog(std::move(*comparison), this);
+  const auto follow = [this] {
+    view_.SetTolerance(KeptTolerance());
+    plot_->ShowView();
+  };
+  connect(&dialog, &CCompareDlg::toleranceChanged, this, follow);
+  dialog.exec();
 }
 
 void CCalibrationDisplay::ShowFitReport() { CFitReportDlg(*view_.Model(), this).exec(); }

@@ -61,6 +61,7 @@ class CCalibrationDisplay : public CDisplay {
   void Step(int by);
   void AskForReference();
   void ShowFitReport();
+  void Compare();
   void MoveCursor(int by);
   void ShowReadings();
   void FillReadings(const std::vector<CalReading>& readings);
@@ -76,6 +77,7 @@ class CCalibrationDisplay : public CDisplay {
   QTableWidget* readings_;
   QSplitter* parts_;
   QAction* ratio_ = nullptr;
+  QAction* compare_ = nullptr;
   QAction* no_reference_ = nullptr;
   QAction* model_ = nullptr;
   QAction* fit_report_ = nullptr;

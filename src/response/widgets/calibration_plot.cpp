@@ -88,7 +88,7 @@ QCPScatterStyle MarkOf(CalTrace::Kind kind, int mark, const QColor& color,
        QCPScatterStyle::ssTriangleInverted, QCPScatterStyle::ssStar, QCPScatterStyle::ssCrossSquare,
        QCPScatterStyle::ssPlusSquare, QCPScatterStyle::ssCrossCircle, QCPScatterStyle::ssPlusCircle,
        QCPScatterStyle::ssPeace});
-  if (kind == CalTrace::kModel || mark < 0) {
+  if (kind == CalTrace::kModel || kind == CalTrace::kBand || mark < 0) {
     return QCPScatterStyle::ssNone;
   }
   const bool is_reference = kind == CalTrace::kReference;
@@ -100,7 +100,9 @@ QCPScatterStyle MarkOf(CalTrace::Kind kind, int mark, const QColor& color,
 }
 
 QPen PenOf(CalTrace::Kind kind, const QColor& color) {
-  QPen pen = TracePen(color, kind == CalTrace::kReference ? Qt::DashLine : Qt::SolidLine);
+  QPen pen = TracePen(color, kind == CalTrace::kReference ? Qt::DashLine
+                             : kind == CalTrace::kBand    ? Qt::DotLine
+                                                          : Qt::SolidLine);
   pen.setWidthF(kind == CalTrace::kMeasured ? pen.widthF() : pen.widthF() / 1.5);
   return pen;
 }
@@ -202,6 +204,23 @@ void CalibrationPlot::AddLine(const CalLine& line, const QBrush& in_marks) {
   }
 }
 
+// Four lines: where a ratio may be.
+void CalibrationPlot::AddTolerance() {
+  const CalTolerance& tolerance = view_->Tolerance();
+  const QPen pen = MarkerPen(WarningColor(palette()), Qt::DashLine);
+  const CalDisplay& display = view_->Display();
+  constexpr double kPercent = 100;
+  const auto add = [&](QCPAxisRect* axes, double value) {
+    QCPGraph* line = plot_->addGraph(axes->axis(QCPAxis::atBottom), axes->axis(QCPAxis::atLeft));
+    line->setData({display.min_frequency, display.max_frequency}, {value, value});
+    line->setPen(pen);
+  };
+  for (const int side : {-1, 1}) {
+    add(amplitude_, kPercent * (1 + side * tolerance.amplitude));
+    add(phase_, side * tolerance.phase);
+  }
+}
+
 // A graph without points for each row.
 void CalibrationPlot::FillLegend() {
   for (const CalLegendRow& row : LegendOf(*view_)) {
@@ -281,6 +300,9 @@ void CalibrationPlot::ShowView() {
     const QBrush in_marks = InMarks(lines);
     for (const CalLine& line : lines) {
       AddLine(line, in_marks);
+    }
+    if (view_->ShowsRatio()) {
+      AddTolerance();
     }
     FillLegend();
   }

@@ -50,6 +50,7 @@ class CalibrationPlot : public QWidget {
   QColor ColorOf(int color) const;
   QBrush InMarks(const std::vector<CalLine>& lines) const;
   void AddLine(const CalLine& line, const QBrush& in_marks);
+  void AddTolerance();
   void FillLegend();
   void FitLegend();
   void SetRanges();

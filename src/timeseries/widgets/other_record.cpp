@@ -35,6 +35,7 @@ WaveformView* OtherRecord::Follow(const WaveformView& view) {
     }
   }
   other_->SetSmallUnit(view.HasSmallUnit());
+  other_->SetSettings(view.Settings());
   if (!(other_->Shape() == view.Shape())) {
     other_->SetShape(view.Shape());
   }

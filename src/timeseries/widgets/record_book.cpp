@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/widgets/record_book.h"
 
+#include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "files/path_text.h"
 #include "timeseries/leave_out.h"
@@ -22,6 +24,7 @@ RecordBook::RecordBook(QObject* parent) : QObject(parent) {
 
 void RecordBook::Follow(const TsFile& file) {
   run_.reset();
+  waiting_.reset();
   path_ = file.Path();
   const auto size = file.Bytes().Size();
   size_ = size ? *size : 0;
@@ -29,11 +32,48 @@ void RecordBook::Follow(const TsFile& file) {
   list_ = RecordList(file.HeaderSize());
   note_.clear();
   ReadBeside(file);
+  header_size_ = file.HeaderSize();
+  end_ = file.End();
+  next_ = {};
   if (records_ > 0) {
-    run_ = std::make_unique<RecordStatsRun>(path_, file.HeaderSize());
-    timer_.start();
+    Run(file.Next());
   }
   emit restarted();
+  emit leftOutChanged();
+}
+
+// Up to the end that is known; the next ones go on from `after`.
+void RecordBook::Run(TsStart after) {
+  run_ = std::make_unique<RecordStatsRun>(path_, header_size_, next_, end_);
+  next_ = after;
+  timer_.start();
+}
+
+void RecordBook::FollowAgain(const TsFile& file) {
+  const RecordNumbers before = path_ == file.Path() ? left_out_ : RecordNumbers();
+  Follow(file);
+  if (left_out_.Count() == 0 && before.Count() > 0) {
+    for (const auto& [first, last] : before.Ranges()) {
+      if (first <= records_) {
+        left_out_.Add(first, std::min(last, records_));
+      }
+    }
+    emit leftOutChanged();
+  }
+}
+
+void RecordBook::Grow(const TsFile& file) {
+  const auto size = file.Bytes().Size();
+  size_ = size ? *size : size_;
+  records_ = file.Count();
+  end_ = file.End();
+  kept_ = {};  // for the file as it was
+  if (run_ == nullptr) {
+    Run(file.Next());
+  } else {
+    waiting_ = file.Next();
+  }
+  emit grown();
   emit leftOutChanged();
 }
 
@@ -41,7 +81,7 @@ void RecordBook::ReadBeside(const TsFile& file) {
   left_out_ = {};
   kept_ = {};
   const LeaveOutChoice beside{.kind = LeaveOutChoice::Kind::kBeside};
-  const auto found = LeaveOutOf(beside, path_, file.Bytes(), file.HeaderSize());
+  const auto found = LeaveOutOf(beside, path_, file.Bytes(), file.HeaderSize(), file.Count());
   if (found) {
     left_out_ = found->numbers;
     kept_ = left_out_;
@@ -62,6 +102,9 @@ void RecordBook::Look() {
       note_.append(note_.empty() ? "" : "; ").append(run_->Outcome().Message());
     }
     run_.reset();
+    if (waiting_) {
+      Run(*std::exchange(waiting_, std::nullopt));
+    }
   }
   if (is_done || !more.empty()) {
     emit grown();

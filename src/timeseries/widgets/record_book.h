@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <filesystem>
 #include <memory>
+#include <optional>
 
 #include "timeseries/record_list.h"
 #include "timeseries/record_numbers.h"
@@ -24,6 +25,10 @@ class RecordBook : public QObject {
 
   /// Starts again for a file as it is now. What the list beside it leaves out is left out.
   void Follow(const TsFile& file);
+  /// The same for the file read again: ticks that the list beside it does not tell stay.
+  void FollowAgain(const TsFile& file);
+  /// More records were written behind those known.
+  void Grow(const TsFile& file);
 
   const RecordList& List() const { return list_; }
   /// Of the file, by its headers.
@@ -59,15 +64,20 @@ class RecordBook : public QObject {
  private:
   void Look();
   void ReadBeside(const TsFile& file);
+  void Run(TsStart start);
 
   std::filesystem::path path_;
   std::uint64_t size_ = 0;
   std::uint64_t records_ = 0;
+  TsHeaderSize header_size_ = TsHeaderSize::kFull;
+  std::uint64_t end_ = 0;  // of the records that are known
+  TsStart next_;           // of those without statistics
   RecordList list_{TsHeaderSize::kFull};
   RecordNumbers left_out_;
   RecordNumbers kept_;
   std::string note_;
   std::unique_ptr<RecordStatsRun> run_;
+  std::optional<TsStart> waiting_;  // for the run to end: what comes after the records known
   QTimer timer_;
 };
 

@@ -33,7 +33,9 @@ RecordStrip::RecordStrip(const RecordBook* book, QWidget* parent)
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   connect(book, &RecordBook::restarted, this, &RecordStrip::Restart);
-  connect(book, &RecordBook::grown, this, &RecordStrip::Forget);
+  connect(book, &RecordBook::grown, this, [this] {
+    book_->Records() == static_cast<std::uint64_t>(maximum()) ? Forget() : Restart();
+  });
   connect(book, &RecordBook::leftOutChanged, this, &RecordStrip::Forget);
   connect(this, &QSlider::valueChanged, this, [this](int number) {
     SayRecord();

@@ -139,6 +139,7 @@ void CStackDisplay::AddSaving() {
   AddButton("Copy", "copy", "Copy the items of the label as text", QKeySequence::Copy,
             [this] { Copy(); });
   AddReload();
+  AddFiles();
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
             Qt::CTRL | Qt::Key_P, [this] { Save(); });
   AddButton("Close", "close", "Back to the table", Qt::Key_Escape,

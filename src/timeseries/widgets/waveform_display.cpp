@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
-#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QSplitter>
@@ -12,14 +11,13 @@
 #include <cmath>
 #include <limits>
 
-#include "base/number_text.h"
 #include "files/path_text.h"
-#include "timeseries/measure.h"
-#include "timeseries/widgets/filter_menu.h"
+#include "timeseries/waveform_text.h"
 #include "timeseries/widgets/waveform_dlg.h"
+#include "timeseries/widgets/waveform_export.h"
 #include "timeseries/widgets/waveform_gain_dlg.h"
+#include "timeseries/widgets/waveform_readings.h"
 #include "ui/byte_text.h"
-#include "ui/list_item.h"
 #include "ui/plot_theme.h"
 #include "ui/qt_path.h"
 
@@ -29,17 +27,16 @@ namespace {
 constexpr double kZoomStep = 1.5;
 constexpr double kPanStep = 0.1;  // of what is visible
 constexpr int kMilliseconds = 1000;
-constexpr int kCursorColumns = 4;  // label, both cursors, difference
-
-QString Number(double value) { return QString::fromStdString(FormatReal(value, 7)); }
 
 }  // namespace
 
 CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
     : CDisplay(QStringLiteral("Waveform"), parent),
       prompts_(prompts),
+      watch_(new FileWatch(this)),
+      fate_(new QLabel(this)),
       book_(new RecordBook(this)),
-      plot_(new WaveformPlot(&view_, this)),
+      plot_(new WaveformPlot(&view_, &traces_, this)),
       records_(new RecordStrip(book_, this)),
       readings_(MakeReadings()),
       strip_(new LoadingStrip(this)),
@@ -48,39 +45,45 @@ CWaveformDisplay::CWaveformDisplay(Prompts* prompts, QWidget* parent)
   setFocusPolicy(Qt::StrongFocus);
   AddPaging();
   AddViewing();
-  AddShaping();
+  shape_ = new ShapeCommands(&view_, this);
+  channels_ = new TraceCommands(&view_, &traces_, this);
+  Bar()->addSeparator();
   AddSaving();
 
-  const QStringList titles{QString(),
-                           QStringLiteral("Cursor 1"),
-                           QStringLiteral("Cursor 2"),
-                           QStringLiteral("Difference"),
-                           QStringLiteral("Mean"),
-                           QStringLiteral("RMS"),
-                           QStringLiteral("Minimum"),
-                           QStringLiteral("Maximum"),
-                           QStringLiteral("Slope (per s)")};
-  readings_->setColumnCount(static_cast<int>(titles.size()));
-  readings_->setHorizontalHeaderLabels(titles);
-
+  PrepareReadings(readings_);
   halves_ = new QSplitter(this);
   halves_->addWidget(plot_);
   halves_->addWidget(readings_);
   halves_->setStretchFactor(0, 1);
   halves_->setChildrenCollapsible(false);
+  fate_->setObjectName(QStringLiteral("fate"));
+  fate_->setWordWrap(true);
+  fate_->setMargin(4);
+  fate_->hide();
   layout()->addWidget(strip_);
+  layout()->addWidget(fate_);
   layout()->addWidget(halves_);
   layout()->addWidget(records_);
   setTabOrder(number_, readings_);
   setTabOrder(readings_, records_);
   connect(records_, &RecordStrip::chosen, this, &CWaveformDisplay::GoTo);
+  connect(watch_, &FileWatch::changed, this, &CWaveformDisplay::OnFate);
   connect(strip_, &LoadingStrip::ended, this, [this] { TakeAgain(strip_->Take()); });
   connect(strip_, &LoadingStrip::cancelled, this, &CDisplay::told);
-  connect(plot_, &WaveformPlot::changed, this, &CWaveformDisplay::ShowReadings);
-  connect(plot_, &WaveformPlot::menuRequested, this, &CWaveformDisplay::ShowMenu);
+  connect(plot_, &WaveformPlot::changed, this, [this] {
+    channels_->Follow();
+    ShowReadings();
+  });
+  connect(plot_, &WaveformPlot::menuRequested, this, [this](const QPoint& at) {
+    ShowView();  // the channel below the mouse is selected
+    ShowMenu(at);
+  });
+  connect(shape_, &ShapeCommands::changed, this, &CWaveformDisplay::ShowView);
+  connect(channels_, &TraceCommands::changed, this, &CWaveformDisplay::ShowView);
+  connect(channels_, &TraceCommands::told, this, &CDisplay::told);
   connect(&timer_, &QTimer::timeout, this, [this] {
     if (!view_.Next()) {
-      TogglePlay();  // the end
+      Toggle(&WaveformSettings::auto_play);  // the end
     }
     ShowView();
   });
@@ -106,7 +109,7 @@ void CWaveformDisplay::AddPaging() {
   AddButton("Next bad", "next-bad", "Next segment that the box marked as bad", Qt::Key_B,
             [this] { Page(view_.NextBad()); });
   auto_play_ = AddButton("Auto play", "auto-play", "Step through the segments by the timer",
-                         Qt::Key_P, [this] { TogglePlay(); });
+                         Qt::Key_P, [this] { Toggle(&WaveformSettings::auto_play); });
   auto_play_->setCheckable(true);
   Bar()->addSeparator();
 }
@@ -127,14 +130,15 @@ void CWaveformDisplay::AddViewing() {
   AddButton("Reset views", "reset", "The whole segment and all traces as they open", Qt::Key_R,
             [this] {
               view_.ResetViews();
+              traces_.ResetValues();
               ShowView();
             });
   AddKey("Pan up", "pan-up", "Traces up; with the mouse: drag with Ctrl", Qt::CTRL | Qt::Key_Up,
-         [this] { PanValues(kPanStep); });
-  AddKey("Pan down", "pan-down", "Traces down", Qt::CTRL | Qt::Key_Down,
          [this] { PanValues(-kPanStep); });
+  AddKey("Pan down", "pan-down", "Traces down", Qt::CTRL | Qt::Key_Down,
+         [this] { PanValues(kPanStep); });
   auto_scale_ = AddButton("Auto scale", "auto-scale", "Scale each trace to fill its place",
-                          Qt::Key_A, [this] { ToggleAutoScale(); });
+                          Qt::Key_A, [this] { Toggle(&WaveformSettings::auto_scale); });
   auto_scale_->setCheckable(true);
   auto_scale_->setChecked(view_.Settings().auto_scale);
   small_unit_ =
@@ -143,83 +147,15 @@ void CWaveformDisplay::AddViewing() {
         ShowView();
       });
   small_unit_->setCheckable(true);
+  clock_ = AddKey("Clock time", "clock", "Times of day along the axis in place of seconds",
+                  Qt::Key_T, [this] { Toggle(&WaveformSettings::has_clock); });
+  counts_ = AddKey("Counts", "counts", "Counts of the box in place of units", Qt::Key_C,
+                   [this] { Toggle(&WaveformSettings::has_counts); });
+  clock_->setCheckable(true);
+  counts_->setCheckable(true);
   AddKey("Gains...", "gains", "Gains that a segment was recorded with", Qt::Key_G,
          [this] { EditGains(); });
   Bar()->addSeparator();
-}
-
-void CWaveformDisplay::AddShaping() {
-  fold_ = AddKey("Fold", "fold", "The mean period of the segment and its spread", Qt::Key_F,
-                 [this] { ToggleFold(); });
-  filters_ = AddKey("Filters...", "filters", "What is done to the traces before they are shown",
-                    Qt::Key_L, [this] { ChooseFilters(); });
-  next_too_ = AddKey("Next segment too", "next-too", "Draw the next segment over this one",
-                     Qt::Key_O, [this] { ShowOther(OtherRecord::Which::kNext); });
-  previous_too_ =
-      AddKey("Previous segment too", "previous-too", "Draw the previous segment over this one",
-             Qt::SHIFT | Qt::Key_O, [this] { ShowOther(OtherRecord::Which::kPrevious); });
-  AddKey("Other segment too...", "other-too", "Draw a segment of your choice over this one",
-         Qt::CTRL | Qt::SHIFT | Qt::Key_O, [this] { ChooseOther(); });
-  for (QAction* action : {fold_, next_too_, previous_too_}) {
-    action->setCheckable(true);
-  }
-  Bar()->addAction(fold_);
-  Bar()->addAction(filters_);
-  Bar()->addSeparator();
-}
-
-void CWaveformDisplay::ToggleFold() {
-  RecordShape shape = view_.Shape();
-  shape.folds = !shape.folds;
-  view_.SetShape(shape);
-  ShowView();
-}
-
-// Below its button, or in the middle where that has no room.
-void CWaveformDisplay::ChooseFilters() {
-  FilterMenu menu(view_.Shape().filter, SampleRate(view_.Record().Header()), this);
-  connect(&menu, &FilterMenu::chosen, this, [this](const ViewFilter& filter) {
-    RecordShape shape = view_.Shape();
-    shape.filter = filter;
-    view_.SetShape(shape);
-    ShowView();
-  });
-  const QWidget* button = Bar()->widgetForAction(filters_);
-  const bool is_seen = button != nullptr && button->isVisible();
-  menu.exec(is_seen ? button->mapToGlobal(button->rect().bottomLeft())
-                    : mapToGlobal(rect().center()));
-}
-
-// The same again takes it away.
-void CWaveformDisplay::ShowOther(OtherRecord::Which which) {
-  other_.Choose(other_.Chosen() == which ? OtherRecord::Which::kNone : which);
-  ShowView();
-}
-
-void CWaveformDisplay::ChooseOther() {
-  bool is_chosen = false;
-  const int most =
-      static_cast<int>(std::min<std::uint64_t>(view_.Count(), std::numeric_limits<int>::max()));
-  const int number =
-      QInputDialog::getInt(this, QStringLiteral("Other Segment"), QStringLiteral("Number"),
-                           static_cast<int>(view_.Number()), 1, std::max(most, 1), 1, &is_chosen);
-  if (is_chosen) {
-    other_.Choose(OtherRecord::Which::kChosen, static_cast<std::uint64_t>(number));
-    ShowView();
-  }
-}
-
-// What cannot be folded says why.
-void CWaveformDisplay::FollowShape() {
-  const bool folds = view_.Shape().folds;
-  fold_->setChecked(folds);
-  fold_->setEnabled(folds || view_.WhyNoFold().empty());
-  fold_->setToolTip(view_.WhyNoFold().empty()
-                        ? QStringLiteral("The mean period of the segment and its spread (F)")
-                        : QStringLiteral("Not folded: ") + TextFromBytes(view_.WhyNoFold()));
-  next_too_->setChecked(other_.Chosen() == OtherRecord::Which::kNext);
-  previous_too_->setChecked(other_.Chosen() == OtherRecord::Which::kPrevious);
-  plot_->SetOther(other_.Follow(view_));
 }
 
 void CWaveformDisplay::AddSaving() {
@@ -227,6 +163,9 @@ void CWaveformDisplay::AddSaving() {
   AddButton("Copy readings", "copy-readings", "Copy the readings of the cursors as text",
             Qt::CTRL | Qt::SHIFT | Qt::Key_C, [this] { CopyReadings(); });
   AddReload();
+  AddFiles();
+  AddKey("Save as CSV...", "save-csv", "Save what is visible as comma-separated values",
+         Qt::CTRL | Qt::Key_E, [this] { SaveCsv(); });
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
             Qt::CTRL | Qt::Key_P, [this] { Save(); });
   AddButton("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
@@ -242,6 +181,7 @@ void CWaveformDisplay::Take(std::unique_ptr<TsFile> file, const TsFile::Options&
   view_.Take(std::move(file), options);
   LimitNumber();
   book_->Follow(view_.File());
+  watch_->Follow(&view_.File());
   if (const std::string bad = view_.File().BadRecordText(); !bad.empty()) {
     prompts_->ShowWarning("Orvane", bad);
   }
@@ -261,7 +201,9 @@ void CWaveformDisplay::LimitNumber() {
 QString CWaveformDisplay::Title() const { return TextFromPath(view_.File().Path().filename()); }
 
 void CWaveformDisplay::ShowView() {
-  FollowShape();
+  shape_->Follow();
+  channels_->Follow();
+  plot_->SetOther(shape_->Other().Follow(view_));
   plot_->ShowView();
   ShowReadings();
   const QSignalBlocker blocker(number_);
@@ -276,7 +218,7 @@ void CWaveformDisplay::ShowReadings() {
       view_.Reading(WaveformView::kFirstCursor) || view_.Reading(WaveformView::kSecondCursor);
   const bool was_hidden = readings_->isHidden();
   readings_->setVisible(has_cursor);
-  FillReadings();
+  FillReadings(view_, readings_);
   if (has_cursor) {
     readings_->resizeColumnsToContents();
     const int length = readings_->horizontalHeader()->length() + 24;
@@ -288,57 +230,6 @@ void CWaveformDisplay::ShowReadings() {
   const QString problem = QString::fromStdString(view_.Problem());
   emit told(TextFromBytes(view_.StatusBarText()) +
             (problem.isEmpty() ? QString() : QStringLiteral(" - ") + problem));
-}
-
-// A row for the time and one for each trace; between two cursors also what is measured there.
-void CWaveformDisplay::FillReadings() {
-  const bool has_first = view_.Reading(WaveformView::kFirstCursor).has_value();
-  const bool has_second = view_.Reading(WaveformView::kSecondCursor).has_value();
-  const bool has_both = has_first && has_second;
-  for (int column = kCursorColumns; column < readings_->columnCount(); ++column) {
-    readings_->setColumnHidden(column, !has_both);
-  }
-  const int rows = static_cast<int>(view_.TraceCount()) + (has_both ? 2 : 1);
-  readings_->setRowCount(has_first || has_second ? rows : 0);
-  for (int row = 0; row < readings_->rowCount(); ++row) {
-    const QStringList texts = ReadingsOf(row);
-    for (int column = 0; column < readings_->columnCount(); ++column) {
-      auto* item = OnlyShown(new QTableWidgetItem(texts.value(column)));
-      item->setTextAlignment(column == 0 ? Qt::AlignLeft | Qt::AlignVCenter
-                                         : Qt::AlignRight | Qt::AlignVCenter);
-      readings_->setItem(row, column, item);
-    }
-  }
-}
-
-QStringList CWaveformDisplay::ReadingsOf(int row) const {
-  const auto first = view_.Reading(WaveformView::kFirstCursor);
-  const auto second = view_.Reading(WaveformView::kSecondCursor);
-  const auto trace = static_cast<std::size_t>(row) - 1;
-  if (row > static_cast<int>(view_.TraceCount())) {
-    return {QStringLiteral("1 / dt (Hz)"), QString(), QString(), DistanceText()};
-  }
-  const auto value = [&](const WaveformReading& reading) {
-    return row == 0 ? reading.time : reading.values[trace];
-  };
-  QStringList texts{TextFromBytes(row == 0 ? view_.TimeLabel() : view_.Channel(trace).Label()),
-                    first ? Number(value(*first)) : QString(),
-                    second ? Number(value(*second)) : QString(),
-                    first && second ? Number(value(*second) - value(*first)) : QString()};
-  if (row > 0 && first && second) {
-    if (const auto m =
-            Measure(view_.Values(trace), 1 / view_.SecondsPerScan(), first->time, second->time)) {
-      texts << Number(m->mean) << Number(m->rms) << Number(m->min) << Number(m->max)
-            << Number(m->slope);
-    }
-  }
-  return texts;
-}
-
-QString CWaveformDisplay::DistanceText() const {
-  const double distance = view_.Reading(WaveformView::kSecondCursor)->time -
-                          view_.Reading(WaveformView::kFirstCursor)->time;
-  return distance == 0 ? QString() : Number(1 / std::abs(distance));
 }
 
 void CWaveformDisplay::Page(bool is_other) {
@@ -387,16 +278,9 @@ void CWaveformDisplay::MoveCursor(WaveformView::Cursor cursor, int scans) {
   ShowView();
 }
 
-void CWaveformDisplay::ToggleAutoScale() {
+void CWaveformDisplay::Toggle(bool WaveformSettings::*setting) {
   WaveformSettings settings = view_.Settings();
-  settings.auto_scale = !settings.auto_scale;
-  view_.SetSettings(settings);
-  FollowSettings();
-}
-
-void CWaveformDisplay::TogglePlay() {
-  WaveformSettings settings = view_.Settings();
-  settings.auto_play = !settings.auto_play;
+  settings.*setting = !(settings.*setting);
   view_.SetSettings(settings);
   FollowSettings();
 }
@@ -405,6 +289,8 @@ void CWaveformDisplay::FollowSettings() {
   const WaveformSettings& settings = view_.Settings();
   auto_scale_->setChecked(settings.auto_scale);
   auto_play_->setChecked(settings.auto_play);
+  clock_->setChecked(settings.has_clock);
+  counts_->setChecked(settings.has_counts);
   timer_.stop();
   if (settings.auto_play) {
     timer_.start(static_cast<int>(settings.timer_seconds * kMilliseconds));
@@ -425,7 +311,7 @@ void CWaveformDisplay::EditGains() {
     return;
   }
   if (view_.Settings().auto_play) {
-    TogglePlay();  // the gains are those of the segment that is seen
+    Toggle(&WaveformSettings::auto_play);  // the gains are those of the segment that is seen
   }
   WaveformGainForm form(view_);
   CWaveformGainDlg(&form, &view_, prompts_, this).exec();
@@ -433,24 +319,12 @@ void CWaveformDisplay::EditGains() {
 }
 
 void CWaveformDisplay::Copy() {
-  QApplication::clipboard()->setText(TextFromBytes(view_.VisibleText()));
+  QApplication::clipboard()->setText(TextFromBytes(VisibleText(view_)));
   emit told(QStringLiteral("The visible scans were copied as text"));
 }
 
 void CWaveformDisplay::CopyReadings() {
-  std::string text = view_.CursorText();
-  const auto first = view_.Reading(WaveformView::kFirstCursor);
-  const auto second = view_.Reading(WaveformView::kSecondCursor);
-  if (first && second) {
-    std::vector<MeasuredTrace> measured;
-    for (std::size_t trace = 0; trace < view_.TraceCount(); ++trace) {
-      const auto m =
-          Measure(view_.Values(trace), 1 / view_.SecondsPerScan(), first->time, second->time);
-      measured.push_back({view_.Channel(trace).Label(), m ? *m : Measurement()});
-    }
-    text += MeasurementText(first->time, second->time, measured);
-  }
-  const QString readings = TextFromBytes(text);
+  const QString readings = TextFromBytes(ReadingsText(view_));
   if (!readings.isEmpty()) {
     QApplication::clipboard()->setText(readings);
   }
@@ -472,14 +346,68 @@ void CWaveformDisplay::TakeAgain(std::unique_ptr<TsLoading> loading) {
   std::unique_ptr<TsFile> fresh = loading->Take();
   if (loading->Outcome()) {
     view_.TakeAgain(std::move(fresh));
-    other_.Forget();
+    shape_->Other().Forget();
     LimitNumber();
-    book_->Follow(view_.File());
+    book_->FollowAgain(view_.File());
+    watch_->Follow(&view_.File());
+    fate_->hide();
   }
   ShowView();
   if (!loading->Outcome()) {
     emit told(QStringLiteral("Not read again: ") +
               QString::fromStdString(loading->Outcome().Message()));
+  }
+}
+
+// What was read stays on display, whatever becomes of the file.
+void CWaveformDisplay::OnFate(FileFate fate) {
+  const QString name = Title();
+  QString text;
+  if (fate == FileFate::kShorter) {
+    text = QStringLiteral("%1 has become shorter; F5 reads it again").arg(name);
+  } else if (fate == FileFate::kGone) {
+    text = QStringLiteral("%1 is no longer there").arg(name);
+  } else if (fate == FileFate::kReplaced) {
+    text = QStringLiteral("Another file has the name %1 now; F5 reads it").arg(name);
+  }
+  fate_->setText(text);
+  QPalette warning = palette();
+  warning.setColor(QPalette::WindowText, WarningColor(palette()));
+  fate_->setPalette(warning);
+  fate_->setVisible(!text.isEmpty());
+  if (!text.isEmpty()) {
+    emit told(text);
+  } else if (fate == FileFate::kGrown) {
+    TakeMore();
+  }
+}
+
+// So many at a time that no key press waits.
+void CWaveformDisplay::TakeMore() {
+  constexpr std::uint64_t kMostAtOnce = 2000;
+  const TsIndex::Growth growth = view_.Extend(kMostAtOnce);
+  if (growth.more == 0 && !growth.is_last_whole_now) {
+    return;  // the next record is not whole yet
+  }
+  shape_->Other().Forget();
+  LimitNumber();
+  if (growth.is_last_whole_now) {
+    book_->FollowAgain(view_.File());
+  } else {
+    book_->Grow(view_.File());
+  }
+  ShowView();
+  emit told(growth.more == 1 ? QStringLiteral("1 record more")
+                             : QStringLiteral("%1 records more").arg(growth.more));
+  if (growth.more == kMostAtOnce) {
+    QMetaObject::invokeMethod(watch_, &FileWatch::Look, Qt::QueuedConnection);
+  }
+}
+
+void CWaveformDisplay::SaveCsv() {
+  const QString said = AskAndSaveCsv(view_, traces_.Shown(view_.TraceCount()), this);
+  if (!said.isEmpty()) {
+    emit told(said);
   }
 }
 
@@ -544,7 +472,7 @@ void CWaveformDisplay::Adopt(const WaveformSettings& settings, bool has_small_un
   view_.SetSettings(adopted);
   view_.SetSmallUnit(has_small_unit);
   small_unit_->setChecked(has_small_unit);
-  auto_scale_->setChecked(adopted.auto_scale);
+  FollowSettings();
 }
 
 }  // namespace orvane

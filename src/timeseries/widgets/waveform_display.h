@@ -9,10 +9,12 @@
 
 #include "forms/prompts.h"
 #include "timeseries/waveform_view.h"
+#include "timeseries/widgets/file_watch.h"
 #include "timeseries/widgets/loading_strip.h"
-#include "timeseries/widgets/other_record.h"
 #include "timeseries/widgets/record_book.h"
 #include "timeseries/widgets/record_strip.h"
+#include "timeseries/widgets/shape_commands.h"
+#include "timeseries/widgets/trace_commands.h"
 #include "timeseries/widgets/waveform_plot.h"
 #include "ui/display.h"
 
@@ -33,6 +35,10 @@ class CWaveformDisplay : public CDisplay {
   void GoTo(std::uint64_t number) { Page(view_.GoTo(number)); }
   /// Takes over how another file was shown, but for auto play.
   void Adopt(const WaveformSettings& settings, bool has_small_unit);
+  /// Looks whether the file has changed, as it does by itself now and then.
+  void LookAtFile() { watch_->Look(); }
+  /// Asks for a file for what is seen.
+  void SaveCsv();
 
   QString Title() const override;
   void ScrollBack() override { Page(view_.Previous()); }
@@ -55,27 +61,19 @@ class CWaveformDisplay : public CDisplay {
 
  private:
   void TakeAgain(std::unique_ptr<TsLoading> loading);
+  void OnFate(FileFate fate);
+  void TakeMore();
   void LimitNumber();
   void AddPaging();
   void AddViewing();
-  void AddShaping();
   void AddSaving();
-  void ToggleFold();
-  void ChooseFilters();
-  void ShowOther(OtherRecord::Which which);
-  void ChooseOther();
-  void FollowShape();
-  void FillReadings();
-  QStringList ReadingsOf(int row) const;
-  QString DistanceText() const;
   void Page(bool is_other);
   void Zoom(double factor);
   void ZoomValues(double factor);
   void PanValues(double share);
   void Pan(double share);
   void MoveCursor(WaveformView::Cursor cursor, int scans);
-  void ToggleAutoScale();
-  void TogglePlay();
+  void Toggle(bool WaveformSettings::*setting);
   void FollowSettings();
   void ShowReadings();
   void Copy();
@@ -85,7 +83,9 @@ class CWaveformDisplay : public CDisplay {
 
   Prompts* prompts_;
   WaveformView view_;
-  OtherRecord other_;
+  TraceArrangement traces_;
+  FileWatch* watch_;
+  QLabel* fate_;
   RecordBook* book_;
   WaveformPlot* plot_;
   RecordStrip* records_;
@@ -96,10 +96,10 @@ class CWaveformDisplay : public CDisplay {
   QAction* auto_play_ = nullptr;
   QAction* auto_scale_ = nullptr;
   QAction* small_unit_ = nullptr;
-  QAction* fold_ = nullptr;
-  QAction* filters_ = nullptr;
-  QAction* next_too_ = nullptr;
-  QAction* previous_too_ = nullptr;
+  QAction* clock_ = nullptr;
+  QAction* counts_ = nullptr;
+  ShapeCommands* shape_ = nullptr;
+  TraceCommands* channels_ = nullptr;
   QTimer timer_;
 };
 

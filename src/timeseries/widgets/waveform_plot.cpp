@@ -4,12 +4,12 @@
 #include <qcustomplot.h>
 
 #include <QContextMenuEvent>
-#include <QMouseEvent>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
+#include "timeseries/waveform_text.h"
+#include "timeseries/widgets/round_ticker.h"
 #include "timeseries/widgets/trace_graph.h"
 #include "ui/byte_text.h"
 #include "ui/plot_theme.h"
@@ -18,10 +18,7 @@
 namespace orvane {
 namespace {
 
-constexpr double kWheelStep = 1.25;
-constexpr int kDragStart = 4;   // pixels
 constexpr int kTextMargin = 8;  // pixels
-constexpr int kMostTimeTicks = 10;
 constexpr double kDot = 5;
 constexpr double kNoMore = 0.001;  // stretch of a row that is as high as its text
 
@@ -37,62 +34,16 @@ QFont NumberFont(const QWidget& widget) {
   return font;
 }
 
-// Ticks by the rule of the display: round steps, as many decimals as they differ by.
-class RoundTicker : public QCPAxisTicker {
- public:
-  explicit RoundTicker(const QCPAxis* axis) : axis_(axis) {}
-
-  void generate(const QCPRange& range, const QLocale& /*locale*/, QChar /*format*/,
-                int /*precision*/, QVector<double>& ticks, QVector<double>* sub_ticks,
-                QVector<QString>* labels) override {
-    const bool is_value = axis_->orientation() == Qt::Vertical;
-    const AxisTicks round =
-        is_value ? StripTicks(range.lower, range.upper, std::max(axis_->axisRect()->height(), 1),
-                              QFontMetrics(axis_->tickLabelFont()).ascent())
-                 : TimeTicks(range);
-    ticks = QVector<double>(round.values.begin(), round.values.end());
-    if (sub_ticks != nullptr) {
-      sub_ticks->clear();
-    }
-    if (labels != nullptr) {
-      labels->clear();
-      for (const double value : round.values) {
-        labels->append(Label(value, round.precision));
-      }
-    }
-  }
-
- private:
-  static QString Label(double value, int precision) {
-    return TextFromBytes(TickText(value, precision)).trimmed();
-  }
-
-  // As many as do not touch.
-  AxisTicks TimeTicks(const QCPRange& range) const {
-    const QFontMetrics metrics(axis_->tickLabelFont());
-    const double pixels = axis_->axisRect()->width();
-    for (int most = kMostTimeTicks; most > 2; --most) {
-      AxisTicks round = TicksBetween(range.lower, range.upper, most);
-      int widest = 0;
-      for (const double value : round.values) {
-        widest = std::max(widest, metrics.horizontalAdvance(Label(value, round.precision) + "  "));
-      }
-      if (widest <= round.step / range.size() * pixels) {
-        return round;
-      }
-    }
-    return TicksBetween(range.lower, range.upper, 2);
-  }
-
-  const QCPAxis* axis_;
-};
-
 QVector<double> Vector(std::vector<double> values) { return {values.begin(), values.end()}; }
 
 }  // namespace
 
-WaveformPlot::WaveformPlot(WaveformView* view, QWidget* parent)
-    : QWidget(parent), view_(view), plot_(new QCustomPlot(this)) {
+WaveformPlot::WaveformPlot(WaveformView* view, TraceArrangement* traces, QWidget* parent)
+    : QWidget(parent),
+      view_(view),
+      traces_(traces),
+      plot_(new QCustomPlot(this)),
+      mouse_(new WaveformMouse(view, traces, this, plot_)) {
   setObjectName(QStringLiteral("waveform-picture"));
   setAccessibleName(QStringLiteral("Waveform"));
   plot_->setObjectName(QStringLiteral("waveform-plot"));
@@ -107,6 +58,10 @@ WaveformPlot::WaveformPlot(WaveformView* view, QWidget* parent)
   plot_->plotLayout()->clear();
   MakeHeader();
   FollowTheme();
+  connect(mouse_, &WaveformMouse::changed, this, [this] {
+    ShowView();
+    emit changed();
+  });
   // Ticks are chosen before the strips get their heights: a new height needs a second drawing.
   connect(plot_, &QCustomPlot::afterReplot, this, [this] {
     const int height = strips_.empty() ? 0 : strips_.front().axes->height();
@@ -142,11 +97,9 @@ WaveformPlot::Strip WaveformPlot::MakeStrip(int row) {
   strip.axes->axis(QCPAxis::atTop)->setTicks(false);
   strip.axes->axis(QCPAxis::atRight)->setTicks(false);
   strip.axes->axis(QCPAxis::atLeft)
-      ->setTicker(
-          QSharedPointer<QCPAxisTicker>(new RoundTicker(strip.axes->axis(QCPAxis::atLeft))));
+      ->setTicker(RoundTicker::Of(strip.axes->axis(QCPAxis::atLeft), view_));
   strip.axes->axis(QCPAxis::atBottom)
-      ->setTicker(
-          QSharedPointer<QCPAxisTicker>(new RoundTicker(strip.axes->axis(QCPAxis::atBottom))));
+      ->setTicker(RoundTicker::Of(strip.axes->axis(QCPAxis::atBottom), view_));
   for (QCPAxis* axis : strip.axes->axes()) {
     axis->setLayer(QStringLiteral("axes"));
     axis->grid()->setLayer(QStringLiteral("grid"));
@@ -179,7 +132,7 @@ QCPItemStraightLine* WaveformPlot::MakeLine(const Strip& strip) {
 }
 
 void WaveformPlot::MakeStrips(std::size_t count) {
-  const std::string not_drawn = view_->NotDrawnText(count);
+  const std::string not_drawn = traces_->NotDrawnText(*view_, count);
   not_drawn_ = nullptr;
   plot_->clearItems();
   cursor_labels_ = {};
@@ -192,6 +145,7 @@ void WaveformPlot::MakeStrips(std::size_t count) {
   auto* margins = new QCPMarginGroup(plot_);
   for (std::size_t i = 0; i < count; ++i) {
     strips_.push_back(MakeStrip(static_cast<int>(i) + 1));
+    strips_.back().trace = shown_[i];
     QCPAxisRect* axes = strips_.back().axes;
     axes->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
     axes->axis(QCPAxis::atBottom)->setTickLabels(false);
@@ -233,7 +187,7 @@ void WaveformPlot::MakeTimeAxis(int row, QCPMarginGroup* margins) {
   time_axes_->setMinimumMargins(QMargins(0, 0, 12, 0));
   time_axes_->axis(QCPAxis::atLeft)->setVisible(false);
   QCPAxis* axis = time_axes_->axis(QCPAxis::atBottom);
-  axis->setTicker(QSharedPointer<QCPAxisTicker>(new RoundTicker(axis)));
+  axis->setTicker(RoundTicker::Of(axis, view_));
   axis->setLayer(QStringLiteral("axes"));
   axis->grid()->setVisible(false);
   line->addElement(0, 0, time_label_);
@@ -261,25 +215,25 @@ void WaveformPlot::SizeLabels() {
   time_label_->setMaximumSize(width, kAnyHeight);
 }
 
-void WaveformPlot::ShowStrip(std::size_t trace, WaveformTrace line) {
-  const Strip& strip = strips_[trace];
+void WaveformPlot::ShowStrip(const Strip& strip, WaveformTrace line) {
+  const std::size_t trace = strip.trace;
   strip.label->setTextColor(TraceColor(static_cast<int>(trace), palette()));
   strip.graph->setScatterStyle(view_->HasDots(PlotWidth())
                                    ? QCPScatterStyle(QCPScatterStyle::ssDisc, kDot)
                                    : QCPScatterStyle(QCPScatterStyle::ssNone));
   strip.graph->setData(Vector(std::move(line.times)), Vector(std::move(line.values)), true);
   const ValueRange times = view_->VisibleTimes();
-  const ValueRange values = view_->ValuesOf(trace);
+  const ValueRange values = traces_->Values(trace, view_->ValuesOf(trace));
   strip.axes->axis(QCPAxis::atBottom)->setRange(times.low, times.high);
   strip.axes->axis(QCPAxis::atLeft)->setRange(values.low, values.high);
-  ShowExtras(trace);
+  ShowExtras(strip);
   ShowCursors(strip);
-  ShowLimits(trace);
+  ShowLimits(strip);
 }
 
 // A fold has few scans: its spread needs no thinning.
-void WaveformPlot::ShowExtras(std::size_t trace) {
-  const Strip& strip = strips_[trace];
+void WaveformPlot::ShowExtras(const Strip& strip) {
+  const std::size_t trace = strip.trace;
   const auto& spreads = view_->Shaped().spreads;
   const std::vector<double> means =
       trace < spreads.size() ? view_->Values(trace) : std::vector<double>();
@@ -309,15 +263,16 @@ void WaveformPlot::LabelCursors() {
     label->setVisible(reading.has_value());
     if (reading) {
       label->position->setCoords(reading->time, 0);
-      label->setText(
-          QStringLiteral(" %1: %2").arg(cursor + 1).arg(QString::number(reading->time, 'g', 6)));
+      label->setText(QStringLiteral(" %1: %2")
+                         .arg(cursor + 1)
+                         .arg(view_->ShowsClock() ? TextFromBytes(TimeText(*view_, reading->time))
+                                                  : QString::number(reading->time, 'g', 6)));
     }
   }
 }
 
-void WaveformPlot::ShowLimits(std::size_t trace) {
-  const std::vector<double> values = view_->FullScaleLines(trace);
-  const Strip& strip = strips_[trace];
+void WaveformPlot::ShowLimits(const Strip& strip) {
+  const std::vector<double> values = view_->FullScaleLines(strip.trace);
   for (std::size_t i = 0; i < strip.limits.size(); ++i) {
     strip.limits[i]->setVisible(i < values.size());
     if (i < values.size()) {
@@ -347,7 +302,12 @@ std::size_t WaveformPlot::StripsWithRoom() const {
   const int title_lines = static_cast<int>(title_->text().count(QLatin1Char('\n'))) + 1;
   const int room = plot_->height() - (kAxisLines + title_lines) * line;
   const auto most = static_cast<std::size_t>(std::max(room / std::max(kLeast, line + 4), 1));
-  return std::min(view_->TraceCount(), most);
+  return std::min(shown_.size(), most);
+}
+
+std::string WaveformPlot::OverlayText() const {
+  return other_ == nullptr ? std::string()
+                           : ",  over it segment " + std::to_string(other_->Number()) + " (pale)";
 }
 
 void WaveformPlot::ShowHeader() {
@@ -358,9 +318,10 @@ void WaveformPlot::ShowHeader() {
   const std::string title =
       view_->Number() == 0
           ? view_->EmptyText()
-          : BrokenTitle(view_->TitleText(), [&metrics, room](std::string_view text) {
-              return metrics.horizontalAdvance(TextFromBytes(text)) <= room;
-            });
+          : BrokenTitle(view_->TitleText() + OverlayText(),
+                        [&metrics, room](std::string_view text) {
+                          return metrics.horizontalAdvance(TextFromBytes(text)) <= room;
+                        });
   const QString name = TextFromPath(view_->File().Path().filename()) + QLatin1Char('\n');
   title_->setText((has_file_name_ ? name : QString()) + TextFromBytes(title));
 }
@@ -377,28 +338,35 @@ void WaveformPlot::SayWhatIsShown() {
 
 void WaveformPlot::ShowView() {
   ShowHeader();
+  shown_ = traces_->Shown(view_->TraceCount());
   const std::size_t count = StripsWithRoom();
   const QString not_drawn = not_drawn_ == nullptr ? QString() : not_drawn_->text();
-  if (strips_.size() != count || not_drawn != TextFromBytes(view_->NotDrawnText(count))) {
+  const bool are_same =
+      std::equal(strips_.begin(), strips_.end(), shown_.begin(),
+                 shown_.begin() + static_cast<std::ptrdiff_t>(count),
+                 [](const Strip& strip, std::size_t trace) { return strip.trace == trace; });
+  if (!are_same || not_drawn != TextFromBytes(traces_->NotDrawnText(*view_, count))) {
     MakeStrips(count);
   }
   if (!strips_.empty()) {
-    for (std::size_t trace = 0; trace < strips_.size(); ++trace) {
-      ShowLabel(trace);
+    for (std::size_t i = 0; i < strips_.size(); ++i) {
+      ShowLabel(strips_[i]);
+      plot_->plotLayout()->setRowStretchFactor(static_cast<int>(i) + 1,
+                                               traces_->Height(strips_[i].trace));
     }
     SizeLabels();
     const ValueRange times = view_->VisibleTimes();
     time_axes_->axis(QCPAxis::atBottom)->setRange(times.low, times.high);
     time_axes_->axis(QCPAxis::atBottom)->setLabel(TextFromBytes(view_->TimeLabel()));
     GivePlaces();
-    for (std::size_t trace = 0; trace < strips_.size(); ++trace) {
-      ShowLabel(trace);  // in as many lines as have room
+    for (const Strip& strip : strips_) {
+      ShowLabel(strip);  // in as many lines as have room
     }
     SizeLabels();
     GivePlaces();
     std::vector<WaveformTrace> lines = view_->Traces(PlotWidth());
-    for (std::size_t trace = 0; trace < strips_.size(); ++trace) {
-      ShowStrip(trace, std::move(lines[trace]));
+    for (const Strip& strip : strips_) {
+      ShowStrip(strip, std::move(lines[strip.trace]));
     }
     LabelCursors();
   }
@@ -415,8 +383,8 @@ void WaveformPlot::GivePlaces() {
   }
 }
 
-void WaveformPlot::ShowLabel(std::size_t trace) {
-  const Strip& strip = strips_[trace];
+void WaveformPlot::ShowLabel(const Strip& strip) {
+  const std::size_t trace = strip.trace;
   QString text = TextFromBytes(view_->Channel(trace).Label()).simplified();
   text += TextFromBytes(view_->StatusText(trace));
   const int height = strip.axes->height();
@@ -424,10 +392,13 @@ void WaveformPlot::ShowLabel(std::size_t trace) {
     text = text.simplified();  // one line
   }
   strip.label->setText(text);
+  QFont font = LabelFont(*this);
+  font.setBold(shown_.size() > 1 && trace == traces_->Selected());
+  strip.label->setFont(font);
 }
 
 Result<> WaveformPlot::Save(const QString& path, const QSize& size) const {
-  WaveformPlot picture(view_, nullptr);
+  WaveformPlot picture(view_, traces_, nullptr);
   picture.setPalette(palette());
   picture.setFont(font());
   picture.has_file_name_ = true;
@@ -469,8 +440,7 @@ void WaveformPlot::FollowTheme() {
       pale.setAlphaF(0.5F);
       extra->setPen(MarkerPen(pale));
     }
-    strips_[i].label->setFont(LabelFont(*this));
-    strips_[i].graph->setPen(TracePen(TraceColor(static_cast<int>(i), palette())));
+    strips_[i].graph->setPen(TracePen(TraceColor(static_cast<int>(strips_[i].trace), palette())));
     for (QCPItemStraightLine* limit : strips_[i].limits) {
       limit->setPen(MarkerPen(WarningColor(palette()), Qt::DashLine));
     }
@@ -488,8 +458,22 @@ void WaveformPlot::changeEvent(QEvent* event) {
   }
 }
 
-double WaveformPlot::TimeAt(double pixel) const {
-  return strips_.front().axes->axis(QCPAxis::atBottom)->pixelToCoord(pixel);
+std::optional<std::size_t> WaveformPlot::TraceAt(double y) const {
+  for (const Strip& strip : strips_) {
+    if (y >= strip.axes->top() && y <= strip.axes->bottom()) {
+      return strip.trace;
+    }
+  }
+  return std::nullopt;
+}
+
+QRectF WaveformPlot::PlaceOf(std::optional<std::size_t> trace) const {
+  for (const Strip& strip : strips_) {
+    if (!trace || strip.trace == *trace) {
+      return strip.axes->rect();
+    }
+  }
+  return {};
 }
 
 bool WaveformPlot::eventFilter(QObject* watched, QEvent* event) {
@@ -501,80 +485,14 @@ bool WaveformPlot::eventFilter(QObject* watched, QEvent* event) {
       QMetaObject::invokeMethod(this, &WaveformPlot::ShowView, Qt::QueuedConnection);
       return false;
     case QEvent::ContextMenu:
+      if (const auto trace = TraceAt(dynamic_cast<QContextMenuEvent*>(event)->pos().y())) {
+        traces_->Select(*trace);
+      }
       emit menuRequested(dynamic_cast<QContextMenuEvent*>(event)->globalPos());
       return true;
-    case QEvent::Wheel:
-      return OnWheel(*dynamic_cast<QWheelEvent*>(event));
-    case QEvent::MouseButtonPress:
-      return OnPress(*dynamic_cast<QMouseEvent*>(event));
-    case QEvent::MouseMove:
-      return OnMove(*dynamic_cast<QMouseEvent*>(event));
-    case QEvent::MouseButtonRelease:
-      return OnRelease(*dynamic_cast<QMouseEvent*>(event));
     default:
-      return false;
+      return mouse_->Take(event);
   }
-}
-
-bool WaveformPlot::OnWheel(const QWheelEvent& event) {
-  constexpr double kNotch = 120;
-  const double factor = std::pow(kWheelStep, event.angleDelta().y() / kNotch);
-  if ((event.modifiers() & Qt::ControlModifier) != 0) {
-    view_->ZoomValues(factor);
-  } else {
-    view_->ZoomTimes(factor, TimeAt(event.position().x()));
-  }
-  ShowView();
-  emit changed();
-  return true;
-}
-
-bool WaveformPlot::OnPress(const QMouseEvent& event) {
-  if (event.button() != Qt::LeftButton) {
-    return false;
-  }
-  is_pressed_ = true;
-  is_dragging_ = false;
-  press_ = event.position();
-  panned_ = 0;
-  press_times_ = view_->VisibleTimes();
-  return true;
-}
-
-bool WaveformPlot::OnMove(const QMouseEvent& event) {
-  if (!is_pressed_) {
-    return false;
-  }
-  const QPointF moved = event.position() - press_;
-  is_dragging_ = is_dragging_ || moved.manhattanLength() >= kDragStart;
-  if (is_dragging_) {
-    if ((event.modifiers() & Qt::ControlModifier) != 0) {
-      const double share = moved.y() / std::max(strips_.front().axes->height(), 1);
-      view_->PanValues(share - panned_);
-      panned_ = share;
-    } else {
-      const double seconds = (press_times_.high - press_times_.low) * moved.x() / PlotWidth();
-      view_->ShowTimes(press_times_.low - seconds, press_times_.high - seconds);
-    }
-    ShowView();
-    emit changed();
-  }
-  return true;
-}
-
-bool WaveformPlot::OnRelease(const QMouseEvent& event) {
-  if (!is_pressed_ || event.button() != Qt::LeftButton) {
-    return false;
-  }
-  is_pressed_ = false;
-  if (!is_dragging_) {
-    const bool is_second = (event.modifiers() & Qt::ShiftModifier) != 0;
-    view_->SetCursor(is_second ? WaveformView::kSecondCursor : WaveformView::kFirstCursor,
-                     TimeAt(event.position().x()));
-    ShowView();
-    emit changed();
-  }
-  return true;
 }
 
 }  // namespace orvane

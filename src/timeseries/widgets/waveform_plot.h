@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "base/result.h"
+#include "timeseries/trace_arrangement.h"
 #include "timeseries/waveform_view.h"
+#include "timeseries/widgets/waveform_mouse.h"
 
 class QCPAxisRect;
 class QCPGraph;
@@ -21,15 +23,14 @@ namespace orvane {
 
 /// Draws what a `WaveformView` shows: a title with a note beside it, below it one strip for each
 /// trace that has room, with its label and status at the left, one time axis at the bottom, the
-/// names of channels without room, and the cursors. Mouse: the wheel zooms the time where the mouse
-/// is, with Ctrl the values; dragging pans the time, with Ctrl the values; a click sets the first
-/// cursor, with Shift the second.
-class WaveformPlot : public QWidget {
+/// names of channels that are hidden or have no room, and the cursors. The mouse is that of
+/// `WaveformMouse`.
+class WaveformPlot : public QWidget, private TracePlaces {
   Q_OBJECT
 
  public:
-  /// The view must outlive the plot.
-  WaveformPlot(WaveformView* view, QWidget* parent);
+  /// View and arrangement must outlive the plot.
+  WaveformPlot(WaveformView* view, TraceArrangement* traces, QWidget* parent);
 
   /// Draws the view again, whatever of it has changed.
   void ShowView();
@@ -41,7 +42,7 @@ class WaveformPlot : public QWidget {
   Result<> Save(const QString& path, const QSize& size) const;
 
  signals:
-  /// The user changed the visible times or a cursor of the view.
+  /// The user changed what is visible, a cursor, or the arrangement of the traces.
   void changed();
   /// The right button of the mouse.
   void menuRequested(const QPoint& at);
@@ -52,6 +53,7 @@ class WaveformPlot : public QWidget {
 
  private:
   struct Strip {
+    std::size_t trace = 0;
     QCPAxisRect* axes = nullptr;
     QCPTextElement* label = nullptr;
     QCPGraph* graph = nullptr;
@@ -66,42 +68,37 @@ class WaveformPlot : public QWidget {
   QCPItemStraightLine* MakeLine(const Strip& strip);
   void MakeTimeAxis(int row, QCPMarginGroup* margins);
   std::size_t StripsWithRoom() const;
+  std::string OverlayText() const;
   void ShowHeader();
-  void ShowLabel(std::size_t trace);
+  void ShowLabel(const Strip& strip);
   void GivePlaces();
   void SayWhatIsShown();
   void SizeLabels();
-  void ShowStrip(std::size_t trace, WaveformTrace line);
-  void ShowExtras(std::size_t trace);
+  void ShowStrip(const Strip& strip, WaveformTrace line);
+  void ShowExtras(const Strip& strip);
   void ShowCursors(const Strip& strip);
   void LabelCursors();
-  void ShowLimits(std::size_t trace);
+  void ShowLimits(const Strip& strip);
   void FollowTheme();
-  bool OnWheel(const QWheelEvent& event);
-  bool OnPress(const QMouseEvent& event);
-  bool OnMove(const QMouseEvent& event);
-  bool OnRelease(const QMouseEvent& event);
-  double TimeAt(double pixel) const;
+  std::optional<std::size_t> TraceAt(double y) const override;
+  QRectF PlaceOf(std::optional<std::size_t> trace) const override;
   int PlotWidth() const;
 
   WaveformView* view_;
+  TraceArrangement* traces_;
   WaveformView* other_ = nullptr;
   QCustomPlot* plot_;
+  WaveformMouse* mouse_;
   bool has_file_name_ = false;
   QCPTextElement* title_ = nullptr;
   QCPTextElement* note_ = nullptr;
   QCPTextElement* not_drawn_ = nullptr;
   QCPTextElement* time_label_ = nullptr;
   QCPAxisRect* time_axes_ = nullptr;
+  std::vector<std::size_t> shown_;  // the first of them are in the strips
   std::vector<Strip> strips_;
   std::array<QCPItemText*, 2> cursor_labels_{};
   int drawn_height_ = 0;  // of the first strip
-  // While a button is held: where it went down, what was visible then, and whether it was a drag.
-  QPointF press_;
-  ValueRange press_times_;
-  double panned_ = 0;  // so far, in heights of a strip
-  bool is_pressed_ = false;
-  bool is_dragging_ = false;
 };
 
 }  // namespace orvane
