@@ -69,6 +69,9 @@ TEST_F(SurveyWindowTest, ListsGroupsAndFiltersByKeyboard) {
     EXPECT_TRUE(Tops()[row].contains(QStringLiteral("1207")));
   }
   // Return opens the file in the main window.
+  filter->clear();
+  QTest::keyClicks(filter, QStringLiteral("1215-2.tss"));
+  ASSERT_EQ(window_->Model().rowCount(), 1);
   list->setFocus();
   list->setCurrentIndex(window_->Model().index(0, 0));
   QTest::keyClick(list, Qt::Key_Return);

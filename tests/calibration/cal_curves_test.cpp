@@ -344,9 +344,14 @@ TEST_F(CalCurvesTest, TheModelLiesOnThePointsOfItsPasses) {
   EXPECT_EQ(view.Traces().size(), 1U);
   view.SetModel(true);
   const auto traces = view.Traces();
-  ASSERT_EQ(traces.size(), 2U);
+  ASSERT_EQ(traces.size(), 4U);
   EXPECT_EQ(traces[1].Label(), "Channel 1, model");
   const CalCurve& model = traces[1].curve;
+  for (std::size_t k = 0; k < model.frequency.size(); ++k) {  // of the band around it
+    EXPECT_LT(traces[2].curve.amplitude[k], model.amplitude[k]);
+    EXPECT_GT(traces[3].curve.phase[k], model.phase[k]);
+    EXPECT_LT(traces[3].curve.amplitude[k], 1.1 * model.amplitude[k]);
+  }
   for (std::size_t k = 1; k < model.frequency.size(); ++k) {
     EXPECT_TRUE(model.sweep[k] != model.sweep[k - 1] ||
                 model.frequency[k] < model.frequency[k - 1]);

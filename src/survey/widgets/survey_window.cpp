@@ -13,6 +13,7 @@
 #include <map>
 #include <set>
 
+#include "base/latin1.h"
 #include "check/widgets/severity_sign.h"
 #include "files/path_text.h"
 #include "survey/survey_index.h"
@@ -70,6 +71,13 @@ QString Counted(std::size_t count, const char* one, const char* several) {
   return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
 }
 
+// The file that a row is named after; the row has one at least.
+const RowFile& MainFileOf(const SurveyRow& row) {
+  const auto main = std::find_if(row.files.begin(), row.files.end(),
+                                 [&row](const RowFile& file) { return file.shown == row.name; });
+  return main == row.files.end() ? row.files.front() : *main;
+}
+
 }  // namespace
 
 CSurveyWindow::CSurveyWindow(QWidget* parent)
@@ -94,7 +102,7 @@ CSurveyWindow::CSurveyWindow(QWidget* parent)
   model_->SetPictures([this](std::size_t row) -> QVariant {
     const SurveyRow& of = *model_->List().Rows()[row];
     const bool has_trace = of.IsRecording() && !of.files.empty();
-    return has_trace ? QVariant(pictures_->Of(row, FileOf(of, of.files.front()))) : QVariant();
+    return has_trace ? QVariant(pictures_->Of(row, FileOf(of, MainFileOf(of)))) : QVariant();
   });
   timer_.setInterval(kLook);
   connect(&timer_, &QTimer::timeout, this, &CSurveyWindow::Look);
@@ -327,7 +335,7 @@ void CSurveyWindow::Watch() {
   for (const SharedRow& row : model_->List().Rows()) {
     if (folders.size() < kMostWatched && !row->files.empty()) {
       const auto folder = FileOf(*row, row->files.front()).parent_path();
-      if (seen.insert(folder.string()).second) {
+      if (seen.insert(PathText(folder)).second) {
         folders << TextFromPath(folder);
       }
     }
@@ -484,7 +492,7 @@ void CSurveyWindow::OpenRow(const QModelIndex& index) {
   if (place) {
     const SurveyRow& row = *model_->List().Rows()[*place];
     if (!row.files.empty()) {
-      emit fileWanted(TextFromPath(FileOf(row, row.files.front())));
+      emit fileWanted(TextFromPath(FileOf(row, MainFileOf(row))));
     }
   }
 }
@@ -511,7 +519,7 @@ void CSurveyWindow::ShowContextMenu(const QPoint& at) {
 
 void CSurveyWindow::SaveReport() {
   AskAndSaveReport(
-      {Text(folder_.filename().string()).toStdString(), model_->List().Rows(), findings_, notes_},
+      {PrintableUtf8(PathText(folder_.filename())), model_->List().Rows(), findings_, notes_},
       this);
 }
 
