@@ -18,7 +18,8 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: orvane [FILE]\n"
-    "Opens a parameter table (*.tbl), a waveform (*.tss), a calibration (*.clb, *.clc) or the folder\n"
+    "Opens a parameter table (*.tbl), a waveform (*.tss), a calibration (*.clb, *.clc) or the "
+    "folder\n"
     "of a survey; else a new table.\n"
     "\n"
     "  -h, --help     print this\n"

@@ -61,8 +61,8 @@ struct RowCalibration {
 /// and printable.
 struct SurveyRow {
   RowKind kind = RowKind::kRecording;
-  std::string name;    ///< of its first file, relative to the survey's folder
-  std::string folder;  ///< as shown, "." for the survey's own
+  std::string name;             ///< of its first file, relative to the survey's folder
+  std::string folder;           ///< as shown, "." for the survey's own
   std::filesystem::path place;  ///< the same as it is, relative to the survey's folder
   std::vector<RowFile> files;
   std::string failure;     ///< "NAME: reason" of files that could not be read
