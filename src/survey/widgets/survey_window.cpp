@@ -7,6 +7,8 @@
 #include <QHeaderView>
 #include <QSettings>
 #include <QSplitter>
+#include <QStyle>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -70,6 +72,17 @@ QString Text(std::string_view text) {
 QString Counted(std::size_t count, const char* one, const char* several) {
   return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
 }
+
+// Rows of one height, with room for a picture, whether they have one or not.
+class RowDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    constexpr int kMargin = 4;
+    return QStyledItemDelegate::sizeHint(option, index)
+        .expandedTo(QSize(0, TracePictures::Size().height() + kMargin));
+  }
+};
 
 // The file that a row is named after; the row has one at least.
 const RowFile& MainFileOf(const SurveyRow& row) {
@@ -171,12 +184,15 @@ QWidget* CSurveyWindow::MakeList() {
   list_->setAlternatingRowColors(true);
   list_->setTabKeyNavigation(false);
   list_->setIconSize(TracePictures::Size());
+  list_->setItemDelegate(new RowDelegate(list_));
   list_->setContextMenuPolicy(Qt::CustomContextMenu);
   list_->header()->setSectionsMovable(true);
   for (const SurveyColumn column : kHiddenAtFirst) {
     list_->setColumnHidden(static_cast<int>(column), true);
   }
-  list_->header()->restoreState(QSettings().value(kState).toByteArray());
+  constexpr int kNameWidth = 300;
+  list_->header()->resizeSection(0, kNameWidth);
+  has_widths_ = list_->header()->restoreState(QSettings().value(kState).toByteArray());
   list_->setSortingEnabled(true);
   connect(list_, &QTreeView::activated, this, &CSurveyWindow::OpenRow);
   connect(list_, &QWidget::customContextMenuRequested, this, &CSurveyWindow::ShowContextMenu);
@@ -192,6 +208,8 @@ QWidget* CSurveyWindow::MakeFindings() {
   sentences_->setObjectName(QStringLiteral("survey-findings"));
   sentences_->setAccessibleName(QStringLiteral("Findings"));
   sentences_->setUniformItemSizes(true);
+  const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  sentences_->setIconSize(QSize(icon, icon));
   connect(sentences_, &QListWidget::itemActivated, this, &CSurveyWindow::OpenFinding);
   connect(sentences_, &QListWidget::itemClicked, this, &CSurveyWindow::OpenFinding);
   return sentences_;
@@ -318,6 +336,12 @@ void CSurveyWindow::End() {
   coming_.clear();
   scan_.reset();
   Arrange([this](SurveyList* list) { list->SetFindings(findings_); });
+  if (!has_widths_) {  // after it the user's stay
+    for (int column = 1; column < kSurveyColumns; ++column) {
+      list_->resizeColumnToContents(column);
+    }
+    has_widths_ = true;
+  }
   ShowFindings();
   Watch();
 }
@@ -357,6 +381,9 @@ void CSurveyWindow::Arrange(const std::function<void(SurveyList*)>& change) {
   const std::string current_name = current ? model_->List().Rows()[*current]->name : std::string();
   model_->Change(change);
   list_->expandAll();
+  for (int group = 0; list_->rootIsDecorated() && group < model_->rowCount(); ++group) {
+    list_->setFirstColumnSpanned(group, {}, true);
+  }
   const auto& rows = model_->List().Rows();
   for (std::size_t row = 0; row < rows.size(); ++row) {
     if (!selected.contains(rows[row]->name)) {
