@@ -193,6 +193,9 @@ QWidget* CSurveyWindow::MakeList() {
   constexpr int kNameWidth = 300;
   list_->header()->resizeSection(0, kNameWidth);
   has_widths_ = list_->header()->restoreState(QSettings().value(kState).toByteArray());
+  if (!has_widths_) {
+    list_->header()->setSortIndicator(static_cast<int>(SurveyColumn::kStart), Qt::AscendingOrder);
+  }
   list_->setSortingEnabled(true);
   connect(list_, &QTreeView::activated, this, &CSurveyWindow::OpenRow);
   connect(list_, &QWidget::customContextMenuRequested, this, &CSurveyWindow::ShowContextMenu);
