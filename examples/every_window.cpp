@@ -43,6 +43,7 @@
 #include "meaning/meanings.h"
 #include "response/widgets/calibration_display.h"
 #include "response/widgets/calibration_dlg.h"
+#include "response/widgets/compare_dlg.h"
 #include "response/widgets/fit_report_dlg.h"
 #include "spectra/widgets/decay_dock.h"
 #include "spectra/widgets/spectra_dlg.h"
@@ -50,6 +51,7 @@
 #include "stepping/widgets/fdem_schedule_dlg.h"
 #include "stepping/widgets/freq_stepping_dlg.h"
 #include "stepping/widgets/stepping_cycle_dlg.h"
+#include "survey/widgets/survey_window.h"
 #include "table/param_access.h"
 #include "table/param_time.h"
 #include "table/tbl_file.h"
@@ -217,6 +219,18 @@ bool VisitSheet(const ParamTable& table, const char* name, const Visit& visit) {
   shown.setPixmap(page);
   shown.resize(kPage);
   return visit(&shown, name);
+}
+
+// The survey's folder in its own window, with the pictures of its recordings.
+bool VisitSurvey(const QString& survey, const Visit& visit) {
+  CSurveyWindow window(nullptr);
+  window.Open(PathFromText(survey));
+  window.show();
+  for (int i = 0; i < 2000 && (window.IsScanning() || i < 200); ++i) {
+    QApplication::processEvents();
+    QThread::msleep(5);
+  }
+  return visit(&window, "survey");
 }
 
 // The map of each method in the main window: a line, a loop, a cross of dipoles, no positions.
@@ -790,6 +804,14 @@ bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visi
   display->View().FitDisplay();
   display->ShowView();
   draw("calibration-ratio");
+  const auto one = ReadComparedCal(display->View().Curves().path);
+  const auto other = ReadComparedCal(display->View().ReferencePath());
+  if (one && other) {
+    if (auto comparison = Compare(*one, *other)) {
+      CCompareDlg dialog(std::move(*comparison), &frame);
+      done = visit(&dialog, "calibration-compare") && done;
+    }
+  }
   frame.resize(660, 340);  // a field laptop at 200 %
   draw("calibration-small");
   frame.resize(1180, 690);
@@ -838,6 +860,7 @@ bool VisitEveryWindow(COrvaneApp* app, const QString& survey, const Visit& visit
 
   done = VisitSetup(app, visit) && done;
   done = VisitMaps(app, survey, visit) && done;
+  done = VisitSurvey(survey, visit) && done;
   done = VisitAcquisition(app->Document().Table(), visit) && done;
   done = VisitStepping(app->Document().Table(), visit) && done;
 

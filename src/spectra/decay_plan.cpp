@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "spectra/decay_plan.h"
 
+#include <cmath>
+
 #include "base/number_text.h"
 #include "stepping/schedule_row.h"
 #include "stepping/window_table.h"
@@ -18,6 +20,11 @@ bool FlowsBothWays(int waveform) { return waveform >= 1 && waveform <= 3; }
 std::vector<WindowRow> RuleRows(const ParamTable& table, double frequency) {
   return CalculateWindows(TechOf(table), IntParam(table, "WFRM"), frequency,
                           IntParam(table, "NUMITEM"));
+}
+
+std::string NoWindowText(const ParamTable& table, double frequency) {
+  return "the rule gives no window for NUMITEM " + FormatInt(IntParam(table, "NUMITEM")) + " at " +
+         FormatReal(frequency, 6) + " Hz";
 }
 
 }  // namespace
@@ -39,15 +46,16 @@ Result<DecayPlan> DecayPlanOf(const TsCompanion& companion, double frequency,
   if (!(frequency > 0)) {
     return Failure("the record has no frequency above 0");
   }
+  if (!std::isfinite(frequency)) {
+    return Failure("the record's frequency is infinite");
+  }
   DecayPlan plan{OffShareOf(waveform), TechOf(table) == kTdip, chosen};
   if (chosen.empty()) {
     for (const WindowRow& row : RuleRows(table, frequency)) {
       plan.windows.push_back({row.start / kMilliseconds, (row.start + row.width) / kMilliseconds});
     }
   }
-  return plan.windows.empty() ? Result<DecayPlan>(Failure("there is no window: NUMITEM is " +
-                                                          FormatInt(IntParam(table, "NUMITEM"))))
-                              : plan;
+  return plan.windows.empty() ? Result<DecayPlan>(Failure(NoWindowText(table, frequency))) : plan;
 }
 
 std::vector<double> RuleCentres(const ParamTable& table) {

@@ -146,8 +146,10 @@ DecayLines DecayView::LinesOfDecay(std::size_t channel, const StackPicture& pict
     }
   }
   lines.x_text = "Time after the current (ms)";
-  lines.y_text = picture.has_log_y ? "|" + decay.channels[channel].Label() + "|"
-                                   : decay.channels[channel].Label();
+  lines.y_text = decay.channels[channel].Label();
+  if (picture.has_log_y) {
+    lines.y_text.insert(0, 1, '|').push_back('|');
+  }
   return lines;
 }
 

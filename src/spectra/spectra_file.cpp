@@ -240,7 +240,7 @@ std::string SpectraFile::Note() const {
     add(left_out);
   }
   if (bad_ > 0) {
-    add(FormatInt(bad_) + " bad records are left out");
+    add(FormatInt(bad_) + (bad_ == 1 ? " bad record is left out" : " bad records are left out"));
   }
   if (other_channels_ > 0) {
     add(FormatInt(other_channels_) + " records with a different number of channels are left out");

@@ -4,9 +4,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <set>
+#include <utility>
 
 #include "base/number_text.h"
-#include "survey/survey_findings.h"
 
 namespace orvane {
 namespace {
@@ -14,74 +15,187 @@ namespace {
 constexpr std::int64_t kDay = 86400;
 constexpr double kHour = 3600;
 
+using Lanes = std::map<std::int32_t, CoverageLane>;
+
 bool StartsBefore(const CoveragePart& a, const CoveragePart& b) { return a.start < b.start; }
 
+void AddRecording(const SurveyRow& row, std::size_t place, Lanes* lanes) {
+  const double share =
+      row.records == 0 ? 0 : static_cast<double>(row.bad) / static_cast<double>(row.records);
+  (*lanes)[row.box].recorded.push_back(
+      {row.start, std::max(row.end, row.start + 1), place, share, row.name});
+}
+
+// Boxes that a table names have a lane too, which shows what they did not record.
+class Plans {
+ public:
+  explicit Plans(Lanes* lanes) : lanes_(*lanes) {}
+
+  void Add(const SurveyRow& row, std::size_t place) {
+    const TableFacts* const table = row.table.get();
+    if (table == nullptr || table->plan_start == 0 || table->plan_end <= table->plan_start) {
+      return;
+    }
+    const CoveragePart plan = {table->plan_start, table->plan_end, place, 0,
+                               "planned by the table of " + row.name};
+    Add(row.box, plan);
+    for (const PlannedBox& box : table->boxes) {
+      Add(box.serial, plan);
+    }
+  }
+
+ private:
+  void Add(std::int32_t box, const CoveragePart& plan) {
+    if (seen_.insert({box, {plan.start, plan.end}}).second) {
+      lanes_[box].planned.push_back(plan);
+    }
+  }
+
+  Lanes& lanes_;
+  std::set<std::pair<std::int32_t, std::pair<std::int64_t, std::int64_t>>> seen_;
+};
+
+// To a day around what was recorded: a plan for a far date would make all else a dot.
+void CutPlans(Lanes* lanes) {
+  std::optional<CoverageStretch> all;
+  for (const auto& [box, lane] : *lanes) {
+    for (const CoveragePart& part : lane.recorded) {
+      all = all ? CoverageStretch{std::min(all->start, part.start), std::max(all->end, part.end)}
+                : CoverageStretch{part.start, part.end};
+    }
+  }
+  for (auto& [box, lane] : *lanes) {
+    for (CoveragePart& part : lane.planned) {
+      part.start = std::max(part.start, all->start - kDay);
+      part.end = std::min(part.end, all->end + kDay);
+    }
+    std::erase_if(lane.planned, [](const CoveragePart& part) { return part.start >= part.end; });
+  }
+}
+
+std::vector<CoverageStretch> StretchesOf(const std::vector<CoverageLane>& lanes) {
+  constexpr std::int64_t kLeastBreak = 3600;
+  std::vector<std::pair<std::int64_t, std::int64_t>> spans;
+  for (const CoverageLane& lane : lanes) {
+    for (const auto* parts : {&lane.recorded, &lane.planned}) {
+      for (const CoveragePart& part : *parts) {
+        spans.emplace_back(part.start, part.end);
+      }
+    }
+  }
+  std::sort(spans.begin(), spans.end());
+  std::vector<CoverageStretch> stretches;
+  for (const auto& [start, end] : spans) {
+    if (stretches.empty() || start - stretches.back().end > kLeastBreak) {
+      stretches.push_back({start, end});
+    }
+    stretches.back().end = std::max(stretches.back().end, end);
+  }
+  return stretches;
+}
+
 // Where a row is drawn.
-struct At {
+struct Place {
   std::size_t lane;
   std::size_t part;
 };
 
-std::optional<At> Find(const Coverage& coverage, std::size_t row) {
+std::optional<Place> Find(const Coverage& coverage, std::size_t row) {
   for (std::size_t lane = 0; lane < coverage.lanes.size(); ++lane) {
     const auto& parts = coverage.lanes[lane].recorded;
     const auto part = std::find_if(parts.begin(), parts.end(),
                                    [row](const CoveragePart& p) { return p.row == row; });
     if (part != parts.end()) {
-      return At{lane, static_cast<std::size_t>(part - parts.begin())};
+      return Place{lane, static_cast<std::size_t>(part - parts.begin())};
     }
   }
   return std::nullopt;
 }
 
-std::optional<std::size_t> NearestIn(const CoverageLane& lane, std::int64_t start) {
+// In the first lane from one on, downwards or upwards, that has a recording.
+std::optional<std::size_t> NearestFrom(const Coverage& coverage, std::ptrdiff_t lane, int by,
+                                       std::int64_t start) {
   const auto is_nearer = [start](const CoveragePart& a, const CoveragePart& b) {
     return std::abs(a.start - start) < std::abs(b.start - start);
   };
-  const auto nearest = std::min_element(lane.recorded.begin(), lane.recorded.end(), is_nearer);
-  return nearest == lane.recorded.end() ? std::nullopt : std::optional(nearest->row);
+  for (; lane >= 0 && lane < static_cast<std::ptrdiff_t>(coverage.lanes.size()); lane += by) {
+    const auto& recorded = coverage.lanes[static_cast<std::size_t>(lane)].recorded;
+    if (!recorded.empty()) {
+      return std::min_element(recorded.begin(), recorded.end(), is_nearer)->row;
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace
 
-Coverage CoverageOf(std::span<const std::shared_ptr<const SurveyRow>> rows) {
+std::string CoverageLane::Name() const { return box == 0 ? "?" : FormatInt(box); }
+
+Coverage CoverageOf(SurveyRows rows) {
+  Lanes lanes;
+  Plans plans(&lanes);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (rows[i]->IsRecording() && rows[i]->start > 0) {
+      AddRecording(*rows[i], i, &lanes);
+      plans.Add(*rows[i], i);
+    }
+  }
+  CutPlans(&lanes);
   Coverage coverage;
-  std::map<std::int32_t, CoverageLane> lanes;
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    const SurveyRow& row = *rows[i];
-    if (!row.IsRecording() || row.start == 0) {
-      continue;
-    }
-    const std::int64_t end = std::max(row.start, row.end);
-    const bool is_first = lanes.empty();
-    coverage.start = is_first ? row.start : std::min(coverage.start, row.start);
-    coverage.end = is_first ? end : std::max(coverage.end, end);
-    lanes[row.box].recorded.push_back(
-        {row.start, end, i, row.bad > 0 || !row.cut.empty(), row.name});
-  }
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    const SurveyRow& row = *rows[i];
-    if (row.table == nullptr || row.table->plan_start == 0 || row.table->plan_end == 0) {
-      continue;
-    }
-    const std::int64_t start = std::max(row.table->plan_start, coverage.start - kDay);
-    const std::int64_t end = std::min(row.table->plan_end, coverage.end + kDay);
-    const auto lane = lanes.find(row.table->serial);
-    if (start < end && lane != lanes.end()) {
-      lane->second.planned.push_back({start, end, i, false, "planned by the table of " + row.name});
-    }
-  }
-  for (auto& [serial, lane] : lanes) {
-    lane.name = serial == 0 ? "?" : FormatInt(serial);
+  for (auto& [box, lane] : lanes) {
+    lane.box = box;
     std::stable_sort(lane.recorded.begin(), lane.recorded.end(), StartsBefore);
     std::stable_sort(lane.planned.begin(), lane.planned.end(), StartsBefore);
-    for (const CoveragePart& part : lane.planned) {
-      coverage.start = std::min(coverage.start, part.start);
-      coverage.end = std::max(coverage.end, part.end);
-    }
     coverage.lanes.push_back(std::move(lane));
   }
+  coverage.stretches = StretchesOf(coverage.lanes);
   return coverage;
+}
+
+CoverageAxis::CoverageAxis(const Coverage& coverage, double left, double width)
+    : coverage_(coverage), width_(width) {
+  constexpr double kBetween = 14;
+  constexpr double kMostBetween = 0.3;  // of the width, of all of them
+  double seconds = 0;
+  for (const CoverageStretch& stretch : coverage.stretches) {
+    seconds += static_cast<double>(stretch.end - stretch.start);
+  }
+  const double breaks = static_cast<double>(coverage.stretches.size()) - 1;
+  const double between = breaks <= 0 ? 0 : std::min(kBetween, kMostBetween * width / breaks);
+  scale_ = (width - breaks * between) / seconds;
+  for (const CoverageStretch& stretch : coverage.stretches) {
+    lefts_.push_back(left);
+    left += static_cast<double>(stretch.end - stretch.start) * scale_ + between;
+  }
+}
+
+double CoverageAxis::At(std::int64_t time) const {
+  const auto& stretches = coverage_.stretches;
+  const auto after = std::upper_bound(
+      stretches.begin(), stretches.end(), time,
+      [](std::int64_t at, const CoverageStretch& stretch) { return at < stretch.start; });
+  const auto at =
+      static_cast<std::size_t>(std::max<std::ptrdiff_t>(after - stretches.begin() - 1, 0));
+  return lefts_[at] + static_cast<double>(time - stretches[at].start) * scale_;
+}
+
+std::vector<CoverageAxis::Tick> CoverageAxis::Ticks(double text_width) const {
+  constexpr std::size_t kMost = 500;
+  constexpr std::size_t kWithoutSeconds = 16;  // of "2026/11/24 17:00:00"
+  std::vector<Tick> ticks;
+  double free_from = lefts_.front();
+  for (const CoverageStretch& stretch : coverage_.stretches) {
+    for (std::int64_t time = stretch.start; time < stretch.end && ticks.size() < kMost;
+         time = (time / kDay + 1) * kDay) {
+      Tick tick{At(time), {}};
+      if (tick.at >= free_from && tick.at + text_width <= lefts_.front() + width_) {
+        tick.text = SurveyTime(time).substr(0, kWithoutSeconds);
+        free_from = tick.at + text_width;
+      }
+      ticks.push_back(std::move(tick));
+    }
+  }
+  return ticks;
 }
 
 std::string Summarize(const Coverage& coverage) {
@@ -90,14 +204,15 @@ std::string Summarize(const Coverage& coverage) {
   }
   std::string text = FormatInt(coverage.lanes.size()) +
                      (coverage.lanes.size() == 1 ? " box" : " boxes") + " from " +
-                     SurveyTime(coverage.start) + " to " + SurveyTime(coverage.end);
+                     SurveyTime(coverage.stretches.front().start) + " to " +
+                     SurveyTime(coverage.stretches.back().end);
   for (const CoverageLane& lane : coverage.lanes) {
     std::int64_t seconds = 0;
     for (const CoveragePart& part : lane.recorded) {
       seconds += part.end - part.start;
     }
     text.append("; ")
-        .append(lane.name)
+        .append(lane.Name())
         .append(": ")
         .append(FormatInt(lane.recorded.size()))
         .append(lane.recorded.size() == 1 ? " recording, " : " recordings, ")
@@ -111,17 +226,17 @@ std::optional<std::size_t> Neighbour(const Coverage& coverage, std::optional<std
                                      int by, bool is_lane) {
   const auto at = row ? Find(coverage, *row) : std::nullopt;
   if (!at) {
-    return coverage.lanes.empty() ? std::nullopt : NearestIn(coverage.lanes.front(), 0);
+    return NearestFrom(coverage, 0, 1, 0);
   }
   const auto& parts = coverage.lanes[at->lane].recorded;
-  const auto next = static_cast<std::ptrdiff_t>(is_lane ? at->lane : at->part) + by;
-  const auto count = static_cast<std::ptrdiff_t>(is_lane ? coverage.lanes.size() : parts.size());
-  if (next < 0 || next >= count) {
-    return std::nullopt;
+  if (is_lane) {
+    return NearestFrom(coverage, static_cast<std::ptrdiff_t>(at->lane) + by, by,
+                       parts[at->part].start);
   }
-  const auto place = static_cast<std::size_t>(next);
-  return is_lane ? NearestIn(coverage.lanes[place], parts[at->part].start)
-                 : std::optional(parts[place].row);
+  const auto next = static_cast<std::ptrdiff_t>(at->part) + by;
+  return next < 0 || next >= static_cast<std::ptrdiff_t>(parts.size())
+             ? std::nullopt
+             : std::optional(parts[static_cast<std::size_t>(next)].row);
 }
 
 }  // namespace orvane

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the boxes of a survey recorded when, for a picture and in words.
+// What the boxes of a survey recorded when, for pictures and in words.
 #ifndef ORVANE_SURVEY_COVERAGE_H_
 #define ORVANE_SURVEY_COVERAGE_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
-#include "survey/recording.h"
+#include "survey/survey_findings.h"
 
 namespace orvane {
 
@@ -18,31 +17,63 @@ namespace orvane {
 struct CoveragePart {
   std::int64_t start = 0;
   std::int64_t end = 0;
-  std::size_t row = 0;  ///< place of the recording, or of the table that planned it, in the survey
-  bool is_bad = false;  ///< it has bad records, or is cut
-  std::string what;     ///< "Day 1/2417.TSS", "planned by Day 1/2417.TBL"
+  std::size_t row = 0;   ///< place of the recording, or of the one whose table planned it
+  double bad_share = 0;  ///< of its records
+  std::string what;      ///< "Day 1/2417.TSS", "planned by the table of Day 1/2417.TSS"
 };
 
+/// A box that recorded, or that the table of one that did names.
 struct CoverageLane {
-  std::string name;                    ///< the box's serial number; "?" where it is not known
+  std::int32_t box = 0;                ///< serial number; 0: not known
   std::vector<CoveragePart> recorded;  ///< by their starts
-  std::vector<CoveragePart> planned;   ///< likewise
+  std::vector<CoveragePart> planned;   ///< likewise, each time once
+
+  std::string Name() const;  ///< "2417", "?"
 };
 
-/// By serial numbers. From the first start to the last end of what was recorded; plans are cut to
-/// that and a day around it, so that a table with a far date does not make all else a dot.
-struct Coverage {
+/// A stretch of time in which something was planned or recorded. Those between them, nights mostly,
+/// are of an hour and more.
+struct CoverageStretch {
   std::int64_t start = 0;
   std::int64_t end = 0;
-  std::vector<CoverageLane> lanes;
 };
-Coverage CoverageOf(std::span<const std::shared_ptr<const SurveyRow>> rows);
+
+/// Plans are cut to a day around all that was recorded.
+struct Coverage {
+  std::vector<CoverageLane> lanes;         ///< by serial numbers
+  std::vector<CoverageStretch> stretches;  ///< in their order
+};
+Coverage CoverageOf(SurveyRows rows);
+
+/// Where times are on a picture that leaves out what lies between the stretches.
+class CoverageAxis {
+ public:
+  /// The coverage must outlive the axis, and have a stretch.
+  CoverageAxis(const Coverage& coverage, double left, double width);
+
+  double At(std::int64_t time) const;
+
+  struct Tick {
+    double at = 0;
+    std::string text;  ///< "2026/11/24 17:00"; empty where there is no room
+  };
+  /// The beginning of each stretch and each midnight within, at most 500; texts are at least so far
+  /// apart, and none begins less than that before the end.
+  std::vector<Tick> Ticks(double text_width) const;
+
+ private:
+  const Coverage& coverage_;
+  double width_;
+  std::vector<double> lefts_;  // of the stretches
+  double scale_ = 0;           // of a second
+};
 
 /// "3 boxes from 2026/11/24 17:00:00 to 2026/11/26 09:00:00; 2417: 12 recordings, 30 h; ...".
 std::string Summarize(const Coverage& coverage);
 
 /// The recording after `row`, or with -1 before it, in its lane; `is_lane`: the one nearest in time
-/// of the lane below or above. Without a row the first there is; none where there is no other.
+/// of the next lane below or above that has any. Without a row the first there is; none where there
+/// is no other.
 std::optional<std::size_t> Neighbour(const Coverage& coverage, std::optional<std::size_t> row,
                                      int by, bool is_lane);
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <map>
 #include <numeric>
+#include <set>
 #include <utility>
 
 #include "base/ascii.h"
@@ -159,18 +160,29 @@ void SurveyList::Add(std::span<const SharedRow> rows) {
   Arrange();
 }
 
+void SurveyList::TakeRows(SurveyList other) {
+  rows_ = std::move(other.rows_);
+  entries_ = std::move(other.entries_);
+  Arrange();
+}
+
 void SurveyList::SetFindings(std::span<const SurveyFinding> findings) {
   std::map<std::string_view, std::size_t> places;
+  std::set<std::size_t> changed;
   for (std::size_t row = 0; row < rows_.size(); ++row) {
     places[rows_[row]->name] = row;
-    entries_[row].findings.clear();
+    if (!entries_[row].findings.empty()) {
+      entries_[row].findings.clear();
+      changed.insert(row);
+    }
   }
   for (const SurveyFinding& finding : findings) {
     if (const auto place = places.find(finding.path); place != places.end()) {
       entries_[place->second].findings.push_back(finding);
+      changed.insert(place->second);
     }
   }
-  for (std::size_t row = 0; row < rows_.size(); ++row) {
+  for (const std::size_t row : changed) {
     Fill(row);
   }
   Arrange();
@@ -278,6 +290,14 @@ void SurveyList::Arrange() {
   // What has no such place comes last.
   if (groups_.size() > 1 && by_title.begin()->first.empty()) {
     std::rotate(groups_.begin(), groups_.begin() + 1, groups_.end());
+  }
+  for (Entry& entry : entries_) {
+    entry.place.reset();
+  }
+  for (std::size_t group = 0; group < groups_.size(); ++group) {
+    for (std::size_t row = 0; row < groups_[group].rows.size(); ++row) {
+      entries_[groups_[group].rows[row]].place = {group, row};
+    }
   }
 }
 

@@ -56,6 +56,8 @@ class SurveyList {
  public:
   void Clear();
   void Add(std::span<const SharedRow> rows);
+  /// The rows of another list, grouped, sorted and filtered as these were.
+  void TakeRows(SurveyList other);
   /// Those of rows that are here.
   void SetFindings(std::span<const SurveyFinding> findings);
   void SetGrouping(SurveyGrouping grouping);
@@ -65,6 +67,12 @@ class SurveyList {
 
   const std::vector<SharedRow>& Rows() const { return rows_; }
   const std::vector<SurveyGroup>& Groups() const { return groups_; }
+  /// Where a row is shown; none where the filter hides it.
+  struct Place {
+    std::size_t group = 0;
+    std::size_t row = 0;  ///< in the group
+  };
+  std::optional<Place> PlaceOf(std::size_t row) const { return entries_[row].place; }
   SurveyGrouping Grouping() const { return grouping_; }
   std::size_t Shown() const;
   /// As `SurveyCell()`; of the findings how many there are.
@@ -79,6 +87,7 @@ class SurveyList {
     std::vector<std::string> cells;  // by column
     std::string searched;            // upper case
     std::vector<SurveyFinding> findings;
+    std::optional<Place> place;
   };
 
   void Fill(std::size_t row);

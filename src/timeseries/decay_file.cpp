@@ -313,7 +313,9 @@ Result<TsPlace> FirstWithUnits(const TsFile& file, const LeaveOut& leave_out, st
   const bool has_unit = std::any_of(channels->begin(), channels->end(),
                                     [](const WaveformChannel& c) { return !c.unit.empty(); });
   return has_unit ? first
-                  : Failure("the unit of no channel is known: FSCV, HNOM, CHDEF1 to CHDEF8");
+         : channels->empty()
+             ? Failure("the record has no channels")
+             : Failure("the unit of no channel is known: FSCV, EGNC, HGNC, HNOM, CHDEF1 to CHDEF8");
 }
 
 Result<FileDecay> DecayOfFile(const TsFile& file, const DecayFileOptions& options) {

@@ -62,11 +62,11 @@ Result<> TsFile::LoadCompanion() {
 }
 
 void TsFile::NoteMissing(const std::string& reason, bool guesses_headers) {
-  has_unused_companion_ =
-      companion_path_ != path_ && Exists(companion_path_) != Existence::kNotThere;
+  const bool is_there = companion_path_ != path_ && Exists(companion_path_) != Existence::kNotThere;
+  companion_fault_ = is_there ? reason : std::string();
   companion_note_ =
-      "raw counts, " + (has_unused_companion_ ? "table not used: " + reason
-                                              : "no table " + PathText(companion_path_.filename()));
+      "raw counts, " +
+      (is_there ? "table not used: " + reason : "no table " + PathText(companion_path_.filename()));
   if (guesses_headers) {
     companion_note_ += ", headers assumed to have " + FormatInt(BytesIn(header_size_)) + " bytes";
   }
@@ -76,7 +76,7 @@ void TsFile::Reset() {
   failure_text_.clear();
   lacks_companion_ = false;
   companion_note_.clear();
-  has_unused_companion_ = false;
+  companion_fault_.clear();
   read_error_.clear();
   index_ = {};
   companion_ = TsCompanion();

@@ -54,8 +54,8 @@ class TsFile {
   const TsCompanion& Companion() const { return companion_; }
   /// What is not known of a file that opened without its companion, and why; else empty.
   const std::string& CompanionNote() const { return companion_note_; }
-  /// Of such a file: its companion is there and could not be read or used.
-  bool HasUnusedCompanion() const { return has_unused_companion_; }
+  /// Of such a file: why its companion, which is there, could not be read or used; else empty.
+  const std::string& CompanionFault() const { return companion_fault_; }
 
   std::uint64_t Count() const { return index_.Count(); }
   std::uint64_t BadCount() const { return index_.BadCount(); }
@@ -95,7 +95,7 @@ class TsFile {
   std::string failure_text_;
   bool lacks_companion_ = false;
   std::string companion_note_;
-  bool has_unused_companion_ = false;
+  std::string companion_fault_;
   std::string read_error_;
 };
 

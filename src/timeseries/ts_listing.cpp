@@ -82,8 +82,8 @@ Result<> OpenForListing(const std::filesystem::path& path, TsFile::Options optio
   if (!file->ReadError().empty()) {
     return Failure(file->ReadError());
   }
-  if (file->HasUnusedCompanion()) {
-    return Failure(file->CompanionNote());
+  if (!file->CompanionFault().empty()) {  // a disk's fault perhaps: nothing is made of a guess
+    return Failure("its table cannot be used: " + file->CompanionFault());
   }
   AddNote(file->CompanionNote(), note);
   return file->Count() > 0 ? Result<>() : Failure("no record");

@@ -232,7 +232,7 @@ TEST_F(SpectraTest, GiveBackWhatWasAtTheInputs) {
   const BatchResult result = Convert("a.TSS");
   EXPECT_EQ(result.status, BatchStatus::kDoneWithNote);
   EXPECT_TRUE(result.text.starts_with(
-      "1 bad records are left out; the box's response: amplitude known to 0."))
+      "1 bad record is left out; the box's response: amplitude known to 0."))
       << result.text;
   const std::string text = Written("a_cal.txt");
   const auto lines = LinesOf(text);

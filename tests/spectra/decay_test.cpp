@@ -201,7 +201,7 @@ TEST(DecayListing, SaysWhatIsNotKnown) {
        {Case{"", record, "without the table"}, Case{DecayBytes::Table(5), record, "TECH"},
         Case{DecayBytes::Table(2, 4), record, "is FD, not TD50"},
         Case{DecayBytes::Table(2, 6), record, "is TD50P, not TD50"},
-        Case{DecayBytes::Table(2, 1, 0), record, "NUMITEM is 0"},
+        Case{DecayBytes::Table(2, 1, 0), record, "NUMITEM 0"},
         Case{no_volts, record, "the unit of no channel is known"},
         Case{table, DecayBytes{.frequency = 0}.Bytes(), "no frequency above 0"},
         Case{table, DecayBytes{.scans = 2000}.Bytes(), "no two whole periods"},

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "support/temp_dir.h"
+#include "survey/coverage.h"
 #include "survey/sha256.h"
 #include "survey/survey_findings.h"
 #include "survey/survey_report.h"
@@ -191,6 +192,45 @@ TEST(SurveyRulesTest, PageIsWholeSmallAndSafe) {
   }
   EXPECT_NE(page.find("&lt;b&gt;&amp;&quot;9999.TSS"), std::string::npos);
   EXPECT_EQ(CoveragePicture({}), "");
+}
+
+// Two mornings, two hours planned in each: the night has no room, a silent box has a lane.
+TEST(SurveyRulesTest, CoverageLeavesOutTheNight) {
+  constexpr std::int64_t kDay = 86400;
+  const auto shared = [](SurveyRow row) { return std::make_shared<const SurveyRow>(row); };
+  const std::vector<std::shared_ptr<const SurveyRow>> rows = {
+      shared(With([](SurveyRow* row, TableFacts* table) {
+        table->boxes = {{1211, 3}};
+        row->bad = 25;
+      })),
+      shared(With([](SurveyRow* row, TableFacts* table) {
+        row->start += kDay;
+        row->end += kDay;
+        table->plan_start += kDay;
+        table->plan_end = kStart + 400 * kDay;  // somebody's wrong year
+      })),
+      shared(With([](SurveyRow* row, TableFacts*) { row->box = 1300; }))};
+  const Coverage coverage = CoverageOf(rows);
+  ASSERT_EQ(coverage.lanes.size(), 3U);
+  EXPECT_EQ(coverage.lanes[1].Name(), "1211");
+  EXPECT_TRUE(coverage.lanes[1].recorded.empty());
+  EXPECT_EQ(coverage.lanes[1].planned.size(), 1U);
+  EXPECT_EQ(coverage.lanes[0].recorded[0].bad_share, 0.25);
+  ASSERT_EQ(coverage.stretches.size(), 2U);
+  EXPECT_EQ(coverage.stretches[0].end - coverage.stretches[0].start, 7200);
+  EXPECT_EQ(coverage.stretches[1].end, kStart + 2 * kDay + 600) << "a day after the last record";
+  const CoverageAxis axis(coverage, 100, 1014);
+  EXPECT_EQ(axis.At(kStart), 100);
+  EXPECT_NEAR(axis.At(kStart + kDay) - axis.At(kStart + 7200), 14, 1e-9);
+  EXPECT_NEAR(axis.At(coverage.stretches[1].end), 1114, 1e-9);
+  const auto ticks = axis.Ticks(100);
+  ASSERT_EQ(ticks.size(), 3U) << "two beginnings, a midnight";
+  EXPECT_EQ(ticks[0].text, "2026/11/21 07:00");
+  EXPECT_EQ(ticks[1].text, "") << "no room beside the first";
+  EXPECT_EQ(Neighbour(coverage, {}, 1, false), 0U);
+  EXPECT_EQ(Neighbour(coverage, 0, 1, false), 1U);
+  EXPECT_EQ(Neighbour(coverage, 1, 1, false), std::nullopt);
+  EXPECT_EQ(Neighbour(coverage, 0, 1, true), 2U) << "past the silent box";
 }
 
 TEST(SurveyRulesTest, ChecksumsAreThoseOfTheStandard) {

@@ -33,14 +33,19 @@ constexpr int kColumns = 7;
 constexpr int kKnownColumns = 5;  // and after: how well the model is known
 constexpr int kPassColumn = 1;
 
+// Two digits of what is an estimate itself.
+QString Known(const CalReading& reading, double value) {
+  return reading.known ? QString::fromStdString(FormatReal(value, 2)) : QString();
+}
+
 std::array<QString, kColumns> CellsOf(const CalReading& reading) {
   return {QString::fromStdString(reading.label).section(QLatin1Char(' '), 1),
           QString::number(reading.sweep + 1),
           Number(reading.frequency),
           Number(reading.amplitude),
           Number(reading.phase),
-          reading.known ? Number(100 * reading.known->wider.amplitude) : QString(),
-          reading.known ? Number(reading.known->wider.phase) : QString()};
+          Known(reading, 100 * (reading.known ? reading.known->wider.amplitude : 0)),
+          Known(reading, reading.known ? reading.known->wider.phase : 0)};
 }
 
 // What is there already stays: a step of the cursor changes numbers only.

@@ -23,6 +23,7 @@ namespace {
 const QString kAmplitude = QStringLiteral("Calibration/Tolerance of amplitudes");
 const QString kPhase = QStringLiteral("Calibration/Tolerance of phases");
 constexpr double kPercent = 100;
+constexpr int kModelColumn = 7;
 constexpr int kVerdictColumn = 10;
 constexpr std::array<const char*, kVerdictColumn + 1> kTitles = {
     "Channel", "Pass",     "Setting", "Measured, %",    "at Hz",  "Measured, degrees",
@@ -65,17 +66,16 @@ CalTolerance KeptTolerance() {
 }
 
 CCompareDlg::CCompareDlg(CalComparison comparison, QWidget* parent)
-    : QDialog(parent),
-      comparison_(std::move(comparison)),
-      verdict_(new QLabel(this)),
-      table_(new QTableWidget(this)) {
+    : QDialog(parent), comparison_(std::move(comparison)) {
   setWindowTitle(QStringLiteral("Compare Calibrations"));
   const CalTolerance kept = KeptTolerance();
   auto* allowed = new QHBoxLayout;
   amplitude_ = AddSpin("&Amplitudes within", "tolerance-amplitude", " %", kPercent * kept.amplitude,
                        allowed);
-  phase_ = AddSpin("&phases within", "tolerance-phase", " degrees", kept.phase, allowed);
+  phase_ = AddSpin("&Phases within", "tolerance-phase", " degrees", kept.phase, allowed);
   allowed->addStretch(1);
+  verdict_ = new QLabel(this);
+  table_ = new QTableWidget(this);
   verdict_->setObjectName(QStringLiteral("verdict"));
   verdict_->setWordWrap(true);
   table_->setObjectName(QStringLiteral("deviations"));
@@ -137,6 +137,11 @@ void CCompareDlg::Fill() {
     }
   }
   table_->resizeColumnsToContents();
+  const bool has_model = std::any_of(comparison_.rows.begin(), comparison_.rows.end(),
+                                     [](const CalDeviation& row) { return row.model.has_value(); });
+  for (int column = kModelColumn; column < kVerdictColumn; ++column) {
+    table_->setColumnHidden(column, !has_model);  // a sensor's
+  }
 }
 
 // The tolerance may be another.
@@ -153,10 +158,10 @@ void CCompareDlg::Judge() {
     item->setText(is_within ? QStringLiteral("within") : QStringLiteral("beyond"));
     item->setForeground(is_within ? palette().color(QPalette::Text) : WarningColor(palette()));
   }
-  QString text = beyond == 0 ? QStringLiteral("All are within the tolerance: nothing has drifted.")
-                             : QStringLiteral("%1 of %2 settings are beyond the tolerance.")
-                                   .arg(beyond)
-                                   .arg(table_->rowCount());
+  QString text =
+      beyond == 0
+          ? QStringLiteral("All are within the tolerance: nothing has drifted.")
+          : QStringLiteral("Beyond the tolerance: %1 of %2.").arg(beyond).arg(table_->rowCount());
   if (!comparison_.note.empty()) {
     text += QLatin1Char(' ') + QString::fromStdString(comparison_.note);
   }

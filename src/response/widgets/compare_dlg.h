@@ -33,10 +33,10 @@ class CCompareDlg : public QDialog {
   void Copy();
 
   CalComparison comparison_;
-  QDoubleSpinBox* amplitude_;
-  QDoubleSpinBox* phase_;
-  QLabel* verdict_;
-  QTableWidget* table_;
+  QDoubleSpinBox* amplitude_ = nullptr;
+  QDoubleSpinBox* phase_ = nullptr;
+  QLabel* verdict_ = nullptr;
+  QTableWidget* table_ = nullptr;
 };
 
 }  // namespace orvane

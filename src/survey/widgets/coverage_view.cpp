@@ -16,7 +16,6 @@ namespace {
 constexpr double kGap = 4;  // pixels
 constexpr double kLeastWidth = 2;
 constexpr std::size_t kMostLanes = 12;  // more boxes share less height
-constexpr std::int64_t kDay = 86400;
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
 
@@ -30,8 +29,10 @@ CoverageView::CoverageView(QWidget* parent) : QWidget(parent) {
 }
 
 void CoverageView::SetCoverage(Coverage coverage) {
+  axis_.reset();  // it knows the one before
   coverage_ = std::move(coverage);
   current_.reset();
+  FitAxis();
   setAccessibleName(QStringLiteral("Coverage"));
   setAccessibleDescription(Text(Summarize(coverage_)));
   updateGeometry();
@@ -64,57 +65,60 @@ QRectF CoverageView::LaneRect(std::size_t lane) const {
   return {area.left(), area.top() + height * static_cast<double>(lane), area.width(), height};
 }
 
-double CoverageView::XOf(double seconds) const {
-  const QRectF area = Area();
-  const double span = std::max<double>(1, static_cast<double>(coverage_.end - coverage_.start));
-  return area.left() + (seconds - static_cast<double>(coverage_.start)) / span * area.width();
+QRectF CoverageView::Bar(const CoveragePart& part, const QRectF& lane, double share) const {
+  const double left = axis_->At(part.start);
+  const double height = share * lane.height();
+  return {left, lane.center().y() - height / 2, std::max(axis_->At(part.end) - left, kLeastWidth),
+          height};
 }
 
 void CoverageView::PaintLane(std::size_t lane, QPainter* painter) const {
+  constexpr double kPlanShare = 0.8;  // of the lane's height
+  constexpr double kBarShare = 0.5;
   const CoverageLane& box = coverage_.lanes[lane];
   const QRectF rect = LaneRect(lane);
   painter->setPen(palette().color(QPalette::WindowText));
   painter->drawText(QRectF(kGap, rect.top(), rect.left() - 2 * kGap, rect.height()),
-                    Qt::AlignLeft | Qt::AlignVCenter, Text(box.name));
-  const auto bar = [&](const CoveragePart& part, double from, double share) {
-    const double left = XOf(static_cast<double>(part.start));
-    const double right = XOf(static_cast<double>(part.end));
-    return QRectF(left, rect.top() + from * rect.height(), std::max(right - left, kLeastWidth),
-                  share * rect.height());
-  };
+                    Qt::AlignLeft | Qt::AlignVCenter, Text(box.Name()));
   for (const CoveragePart& part : box.planned) {
-    painter->fillRect(bar(part, 0.1, 0.8), QBrush(GridColor(palette()), Qt::Dense6Pattern));
+    painter->fillRect(Bar(part, rect, kPlanShare), QBrush(GridColor(palette()), Qt::Dense4Pattern));
   }
   for (const CoveragePart& part : box.recorded) {
-    const QColor color = part.is_bad ? WarningColor(palette()) : TraceColor(0, palette());
-    painter->fillRect(bar(part, 0.25, 0.5), color);
+    QRectF bar = Bar(part, rect, kBarShare);
+    painter->fillRect(bar, TraceColor(0, palette()));
+    bar.setTop(bar.bottom() - std::max(part.bad_share * bar.height(), kLeastWidth));
+    if (part.bad_share > 0) {
+      painter->fillRect(bar, WarningColor(palette()));
+    }
     if (current_ && part.row == *current_) {
       painter->setPen(QPen(StandOut(palette().color(QPalette::Highlight), palette()), 2));
-      painter->drawRect(bar(part, 0.1, 0.8));
+      painter->drawRect(Bar(part, rect, kPlanShare));
     }
   }
 }
 
-// The beginning of each day, by its date where there is room.
-void CoverageView::PaintDays(QPainter* painter) const {
+void CoverageView::PaintTimes(QPainter* painter) const {
   const QRectF area = Area();
-  const std::int64_t days = (coverage_.end - coverage_.start) / kDay + 1;
-  const std::int64_t step = std::max<std::int64_t>(1, days / 60);
-  double free_from = 0;
-  for (std::int64_t day = (coverage_.start / kDay + 1) * kDay; day <= coverage_.end;
-       day += step * kDay) {
-    const double x = XOf(static_cast<double>(day));
+  const int width = fontMetrics().horizontalAdvance(QStringLiteral("0000/00/00 00:00"));
+  for (const CoverageAxis::Tick& tick : axis_->Ticks(width + 2 * kGap)) {
     painter->setPen(MarkerPen(GridColor(palette()), Qt::DashLine));
-    painter->drawLine(QPointF(x, area.top()), QPointF(x, area.bottom()));
-    const QString date = Text(SurveyTime(day)).section(QLatin1Char(' '), 0, 0);
-    const double width = fontMetrics().horizontalAdvance(date);
-    const double left = std::min(x, area.right() - width);
-    if (left >= free_from) {
-      painter->setPen(palette().color(QPalette::WindowText));
-      painter->drawText(QPointF(left, area.bottom() + fontMetrics().ascent() + 1), date);
-      free_from = left + width + 2 * kGap;
-    }
+    painter->drawLine(QPointF(tick.at, area.top()), QPointF(tick.at, area.bottom()));
+    painter->setPen(palette().color(QPalette::WindowText));
+    painter->drawText(QPointF(tick.at, area.bottom() + fontMetrics().ascent() + 1),
+                      Text(tick.text));
   }
+}
+
+void CoverageView::FitAxis() {
+  axis_.reset();
+  if (!coverage_.lanes.empty()) {
+    axis_.emplace(coverage_, Area().left(), Area().width());
+  }
+}
+
+void CoverageView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  FitAxis();
 }
 
 void CoverageView::paintEvent(QPaintEvent*) {
@@ -124,7 +128,7 @@ void CoverageView::paintEvent(QPaintEvent*) {
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(Area(), Qt::AlignCenter, QStringLiteral("Nothing was recorded"));
   } else {
-    PaintDays(&painter);
+    PaintTimes(&painter);
     for (std::size_t lane = 0; lane < coverage_.lanes.size(); ++lane) {
       PaintLane(lane, &painter);
     }
@@ -141,9 +145,8 @@ const CoveragePart* CoverageView::PartAt(const QPointF& at) const {
     }
     for (const auto* parts : {&coverage_.lanes[lane].recorded, &coverage_.lanes[lane].planned}) {
       for (const CoveragePart& part : *parts) {
-        const double left = XOf(static_cast<double>(part.start));
-        const double right = std::max(XOf(static_cast<double>(part.end)), left + kLeastWidth);
-        if (at.x() >= left - 1 && at.x() <= right + 1) {
+        const QRectF bar = Bar(part, LaneRect(lane), 1);
+        if (at.x() >= bar.left() - 1 && at.x() <= bar.right() + 1) {
           return &part;
         }
       }

@@ -9,9 +9,9 @@
 
 namespace orvane {
 
-/// What was recorded when: a line for each box over time, with what its table planned, gaps left
-/// bare, and recordings with bad records in the colour of warnings. A click chooses a recording,
-/// arrows go from one to the next.
+/// What was recorded when: a line for each box over time without the nights, with what its table
+/// planned, gaps left bare, and the share of bad records in the colour of warnings. A click chooses
+/// a recording, arrows go from one to the next.
 class CoverageView : public QWidget {
   Q_OBJECT
 
@@ -32,6 +32,7 @@ class CoverageView : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   bool event(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -39,12 +40,14 @@ class CoverageView : public QWidget {
  private:
   QRectF Area() const;
   QRectF LaneRect(std::size_t lane) const;
-  double XOf(double seconds) const;
+  QRectF Bar(const CoveragePart& part, const QRectF& lane, double share) const;
   const CoveragePart* PartAt(const QPointF& at) const;
   void PaintLane(std::size_t lane, QPainter* painter) const;
-  void PaintDays(QPainter* painter) const;
+  void PaintTimes(QPainter* painter) const;
+  void FitAxis();
 
   Coverage coverage_;
+  std::optional<CoverageAxis> axis_;  // of the coverage and the width; none without recordings
   std::optional<std::size_t> current_;
 };
 

@@ -2,7 +2,6 @@
 #include "survey/widgets/survey_model.h"
 
 #include <QFont>
-#include <algorithm>
 
 #include "check/widgets/severity_sign.h"
 
@@ -53,14 +52,9 @@ std::optional<std::size_t> SurveyModel::RowAt(const QModelIndex& index) const {
 }
 
 QModelIndex SurveyModel::IndexOf(std::size_t row) const {
-  const auto& groups = list_.Groups();
-  for (std::size_t group = 0; group < groups.size(); ++group) {
-    const auto& rows = groups[group].rows;
-    if (const auto at = std::find(rows.begin(), rows.end(), row); at != rows.end()) {
-      return createIndex(static_cast<int>(at - rows.begin()), 0, HasGroups() ? group + 1 : 0);
-    }
-  }
-  return {};
+  const auto place = list_.PlaceOf(row);
+  return place ? createIndex(static_cast<int>(place->row), 0, HasGroups() ? place->group + 1 : 0)
+               : QModelIndex();
 }
 
 QModelIndex SurveyModel::index(int row, int column, const QModelIndex& parent) const {

@@ -21,6 +21,7 @@
 #include "survey/survey_index.h"
 #include "survey/survey_report.h"
 #include "survey/widgets/report_files.h"
+#include "ui/list_item.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -168,8 +169,8 @@ QLayout* CSurveyWindow::MakeTools() {
   row->addWidget(grouping_);
   row->addWidget(filter_, 1);
   row->addWidget(deep_);
-  convert_ = menu_button("Convert", "survey-convert", MakeConvertMenu());
   row->addWidget(menu_button("Columns", "survey-columns", nullptr));
+  convert_ = menu_button("Convert", "survey-convert", MakeConvertMenu());
   row->addWidget(convert_);
   return row;
 }
@@ -283,7 +284,7 @@ void CSurveyWindow::Start(bool is_again) {
   later_.stop();
   scan_.reset();  // stops it
   is_again_ = is_again && !model_->List().Rows().empty();
-  coming_.clear();
+  coming_.Clear();
   if (!is_again_) {
     findings_.clear();
     pictures_->Clear();
@@ -307,7 +308,7 @@ void CSurveyWindow::Look() {
   const bool is_done = scan_->IsDone();  // asked before: what comes after it is taken next time
   const std::vector<SharedRow> rows = scan_->Take(kMostRows);
   if (is_again_) {
-    coming_.insert(coming_.end(), rows.begin(), rows.end());
+    coming_.Add(rows);
   } else if (!rows.empty()) {
     Arrange([&rows](SurveyList* list) { list->Add(rows); });
     coverage_->SetCoverage(CoverageOf(model_->List().Rows()));
@@ -330,13 +331,10 @@ void CSurveyWindow::End() {
   }
   if (is_again_ && is_whole) {
     pictures_->Clear();
-    Arrange([this](SurveyList* list) {
-      list->Clear();
-      list->Add(coming_);
-    });
+    Arrange([this](SurveyList* list) { list->TakeRows(std::move(coming_)); });
     coverage_->SetCoverage(CoverageOf(model_->List().Rows()));
   }
-  coming_.clear();
+  coming_.Clear();
   scan_.reset();
   Arrange([this](SurveyList* list) { list->SetFindings(findings_); });
   if (!has_widths_) {  // after it the user's stay
@@ -388,16 +386,19 @@ void CSurveyWindow::Arrange(const std::function<void(SurveyList*)>& change) {
     list_->setFirstColumnSpanned(group, {}, true);
   }
   const auto& rows = model_->List().Rows();
+  QItemSelection selection;
   for (std::size_t row = 0; row < rows.size(); ++row) {
-    if (!selected.contains(rows[row]->name)) {
-      continue;
+    const QModelIndex index =
+        selected.contains(rows[row]->name) ? model_->IndexOf(row) : QModelIndex();
+    if (index.isValid()) {
+      selection.append(QItemSelectionRange(index));
     }
-    const QModelIndex index = model_->IndexOf(row);
-    list_->selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    if (rows[row]->name == current_name) {
+    if (index.isValid() && rows[row]->name == current_name) {
       list_->selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
     }
   }
+  list_->selectionModel()->select(selection,
+                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 void CSurveyWindow::Regroup() {
@@ -445,19 +446,18 @@ void CSurveyWindow::ShowFindings() {
   sentences_->clear();
   for (const SurveyFinding& finding : findings_) {
     const QString where = finding.path.empty() ? Text(finding.box) : Text(finding.path);
-    auto* item =
-        new QListWidgetItem(SignOf(finding.severity),
-                            where.isEmpty() ? Text(finding.sentence)
-                                            : where + QStringLiteral(": ") + Text(finding.sentence),
-                            sentences_);
+    const QString sentence = Text(finding.sentence);
+    auto* item = OnlyShown(new QListWidgetItem(
+        SignOf(finding.severity),
+        where.isEmpty() ? sentence : where + QStringLiteral(": ") + sentence, sentences_));
     item->setData(Qt::AccessibleTextRole,
                   WordOf(finding.severity) + QStringLiteral(": ") + item->text());
     item->setToolTip(item->text());
   }
   for (const ScanNote& note : notes_) {
-    new QListWidgetItem(SignOf(Severity::kWarning),
-                        Text(note.path) + QStringLiteral(": not read: ") + Text(note.reason),
-                        sentences_);
+    OnlyShown(new QListWidgetItem(
+        SignOf(Severity::kWarning),
+        Text(note.path) + QStringLiteral(": not read: ") + Text(note.reason), sentences_));
   }
 }
 

@@ -88,9 +88,9 @@ class CSurveyWindow : public QWidget {
 
   std::filesystem::path folder_;
   std::unique_ptr<SurveyScan> scan_;
-  bool has_widths_ = false;        // of columns, the user's or fitted
-  bool is_again_ = false;          // rows come when all are there
-  std::vector<SharedRow> coming_;  // of such a scan
+  bool has_widths_ = false;  // of columns, the user's or fitted
+  bool is_again_ = false;    // rows are shown when all are there
+  SurveyList coming_;        // of such a scan
   std::vector<SurveyFinding> findings_;
   std::vector<ScanNote> notes_;
   QString end_note_;
