@@ -161,7 +161,7 @@ void CCompareDlg::Judge() {
   QString text =
       beyond == 0
           ? QStringLiteral("All are within the tolerance: nothing has drifted.")
-          : QStringLiteral("Beyond the tolerance: %1 of %2.").arg(beyond).arg(table_->rowCount());
+          : QStringLiteral("%1 of %2 beyond the tolerance.").arg(beyond).arg(table_->rowCount());
   if (!comparison_.note.empty()) {
     text += QLatin1Char(' ') + QString::fromStdString(comparison_.note);
   }
