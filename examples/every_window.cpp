@@ -18,6 +18,7 @@
 #include "app/emergency_copy.h"
 #include "app/key_labels.h"
 #include "app/qt_prompts.h"
+#include "calibration/cal_header.h"
 #include "changes/widgets/apply_values_dlg.h"
 #include "changes/widgets/changes_dock.h"
 #include "changes/widgets/save_values_dlg.h"
@@ -41,6 +42,7 @@
 #include "files/path_names.h"
 #include "meaning/explain.h"
 #include "meaning/meanings.h"
+#include "response/box_model.h"
 #include "response/widgets/calibration_display.h"
 #include "response/widgets/calibration_dlg.h"
 #include "response/widgets/compare_dlg.h"
@@ -744,8 +746,7 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   return done;
 }
 
-// The main window with a calibration: box, coil, all channels, comparisons, empty ranges; the
-// dialog.
+// The main window with stack results: curves, with log axes, an item as points.
 bool VisitStacks(COrvaneApp* app, const QString& survey, const Visit& visit) {
   CMainFrame& frame = app->Frame();
   frame.resize(1180, 690);
@@ -768,6 +769,51 @@ bool VisitStacks(COrvaneApp* app, const QString& survey, const Visit& visit) {
   return done;
 }
 
+// Where in the example's box calibration a pass begins.
+qsizetype PassStart(std::size_t pass) {
+  constexpr std::size_t kChannels = 6;
+  std::size_t records = 0;
+  for (std::size_t before = 0; before < pass; ++before) {
+    records += IsModelPass(before) ? 33 : 12;
+  }
+  return static_cast<qsizetype>(sizeof(CalHeader) + records * CalFileRecord::BytesFor(kChannels));
+}
+
+// A box calibration that ends too early, and one with the passes of two filters in each other's
+// place.
+bool VisitDoubtfulCalibrations(COrvaneApp* app, const QString& path, const Visit& visit) {
+  const QTemporaryDir folder;
+  QFile file(path);
+  if (!folder.isValid() || !file.open(QIODevice::ReadOnly)) {
+    return false;
+  }
+  const QByteArray whole = file.readAll();
+  const auto passes = [&whole](std::size_t from, std::size_t to) {
+    return whole.mid(PassStart(from), PassStart(to) - PassStart(from));
+  };
+  const std::pair<const char*, QByteArray> spoilt[] = {
+      {"calibration-short", whole.left(PassStart(12))},
+      {"calibration-swapped",
+       whole.left(PassStart(13)) + passes(14, 15) + passes(13, 14) + whole.mid(PassStart(15))},
+  };
+  bool done = true;
+  for (const auto& [name, bytes] : spoilt) {
+    QFile copy(folder.filePath(QStringLiteral("2417.CLB")));
+    done = copy.open(QIODevice::WriteOnly) && copy.write(bytes) == bytes.size() && done;
+    copy.close();
+    done = app->Frame().Displays().OpenCalibration(copy.fileName()) && done;
+    auto* display = qobject_cast<CCalibrationDisplay*>(app->Frame().Display());
+    display->View().SetModel(true);
+    display->ShowView();
+    done = visit(&app->Frame(), name) && done;
+    CFitReportDlg fit(*display->View().Model(), &app->Frame());
+    done = visit(&fit, (std::string(name) + "-report").c_str()) && done;
+  }
+  return done;
+}
+
+// The main window with a calibration: box, coil, all channels, comparisons, empty ranges; the
+// dialog.
 bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visit) {
   CMainFrame& frame = app->Frame();
   frame.resize(1180, 690);
@@ -821,7 +867,8 @@ bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visi
   display->ShowView();
   draw("calibration-empty");
   display->View().SetDisplay({});
-  CalDisplayForm form(display->View().Display());
+  done = VisitDoubtfulCalibrations(app, folder + QStringLiteral("/2417.CLB"), visit) && done;
+  CalDisplayForm form(CalDisplay{});
   QtPrompts prompts;
   CCalibrationDlg dialog(&form, &ranges, &prompts, nullptr);
   done = visit(&dialog, "calibration-parameters") && done;

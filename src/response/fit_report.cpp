@@ -106,7 +106,7 @@ std::vector<std::vector<std::string>> FitTable(const CalData& cal) {
     for (std::size_t c = 0; c < cal.Channels(); ++c) {
       channels.emplace_back(cal, c);
     }
-    add("Verdict", [&](std::size_t c) { return JudgeChannel(cal, c).Text(); });
+    add("Verdict", [&](std::size_t c) { return JudgeChannel(cal, c).Summary(); });
     for (const int gain : {0, 2}) {
       for (const int low_pass : {0, 16, 17, 18, 19, 20, 80, 81, 82, 83, 84}) {
         add("Known to (%), " + SettingText(gain, low_pass), [&](std::size_t c) {
@@ -123,16 +123,72 @@ std::string PartName(std::size_t part) {
   return std::string(name.substr(0, name.find(" (")));
 }
 
-std::string FitWarning(const CalData& cal) {
-  std::string warning;
+namespace {
+
+// Channels that are as good as each other, and what speaks against all of them.
+struct AlikeChannels {
+  std::string summary;
+  std::vector<std::size_t> channels;
+  std::vector<std::string> shared;
+};
+
+void AddTo(std::vector<AlikeChannels>* groups, std::size_t channel, const ChannelVerdict& verdict) {
+  const std::string summary = verdict.Summary();
+  std::vector<std::string> reasons;
+  for (const VerdictReason& reason : verdict.reasons) {
+    reasons.push_back(reason.text);
+  }
+  const auto group = std::find_if(groups->begin(), groups->end(), [&](const AlikeChannels& alike) {
+    return alike.summary == summary;
+  });
+  if (group == groups->end()) {
+    groups->push_back({summary, {channel}, std::move(reasons)});
+    return;
+  }
+  group->channels.push_back(channel);
+  std::erase_if(group->shared, [&reasons](const std::string& text) {
+    return std::find(reasons.begin(), reasons.end(), text) == reasons.end();
+  });
+}
+
+template <typename Visit>
+void VisitDoubtful(const CalData& cal, const Visit& visit) {
   for (std::size_t c = 0; c < cal.Channels() && cal.model.parameter_count > 0; ++c) {
     const ChannelVerdict verdict = JudgeChannel(cal, c);
     if (verdict.usability != Usability::kWell) {
-      warning.append(warning.empty() ? "Channel " : "; channel ");
-      warning.append(FormatInt(c + 1)).append(": ").append(verdict.Text());
+      visit(c, verdict);
+    }
+  }
+}
+
+}  // namespace
+
+std::string FitWarning(const CalData& cal) {
+  std::vector<AlikeChannels> groups;
+  VisitDoubtful(
+      cal, [&groups](std::size_t c, const ChannelVerdict& verdict) { AddTo(&groups, c, verdict); });
+  std::string warning;
+  for (const AlikeChannels& group : groups) {
+    warning.append(warning.empty() ? "Channel" : "; channel");
+    warning.append(group.channels.size() > 1 ? "s" : "");
+    for (const std::size_t channel : group.channels) {
+      warning.append(channel == group.channels.front() ? " " : ", ").append(FormatInt(channel + 1));
+    }
+    warning.append(": ").append(group.summary);
+    for (const std::string& reason : group.shared) {
+      warning.append(reason == group.shared.front() ? ": " : "; ").append(reason);
     }
   }
   return warning;
+}
+
+std::vector<std::string> FitReasons(const CalData& cal) {
+  std::vector<std::string> lines;
+  VisitDoubtful(cal, [&lines](std::size_t c, const ChannelVerdict& verdict) {
+    lines.push_back("Channel " + FormatInt(c + 1));
+    lines.back().append(": ").append(verdict.Text());
+  });
+  return lines;
 }
 
 CalCurve ModelCurve(const CalData& cal, std::size_t channel, double turn) {

@@ -21,8 +21,13 @@ std::vector<std::vector<std::string>> FitTable(const CalData& cal);
 /// The name of a part without its unit.
 std::string PartName(std::size_t part);
 
-/// The verdicts on all channels that are not well, each with its number; empty without any.
+/// The verdicts on the channels that are not well, those alike together, with the reasons that they
+/// share: "Channels 1, 2: usable with care (filter 3): pass 14 (x 1, filter 3) is missing". Empty
+/// without any.
 std::string FitWarning(const CalData& cal);
+
+/// A line for each channel that is not well, with all that speaks against it.
+std::vector<std::string> FitReasons(const CalData& cal);
 
 /// The model of a channel in the settings of the passes that it has records of: at their
 /// frequencies, and so many between that lines look smooth. Phases are turned like the measured

@@ -39,6 +39,37 @@ std::string Lower(std::string text) {
   return text;
 }
 
+// "filters 1, 3 with VLF trap"
+void AddFilters(const std::set<int>& strengths, std::string_view trap, std::string* where) {
+  if (strengths.empty()) {
+    return;
+  }
+  where->append(where->empty() ? "" : "; ").append(strengths.size() > 1 ? "filters " : "filter ");
+  for (const int strength : strengths) {
+    where->append(strength == *strengths.begin() ? "" : ", ").append(FormatInt(strength));
+  }
+  where->append(trap);
+}
+
+std::string FiltersText(const std::set<int>& codes) {
+  std::set<int> plain;
+  std::set<int> with_trap;
+  std::set<int> both;
+  for (const int code : codes) {
+    const auto [strength, has_trap] = LowPassFilterOf(code);
+    const bool is_both =
+        strength >= 0 && codes.contains(16 + strength) && codes.contains(80 + strength);
+    if (strength >= 0) {
+      (is_both ? both : has_trap ? with_trap : plain).insert(strength);
+    }
+  }
+  std::string text = codes.contains(0) ? FilterText(0) : "";
+  AddFilters(plain, "", &text);
+  AddFilters(with_trap, " with VLF trap", &text);
+  AddFilters(both, " with and without VLF trap", &text);
+  return text;
+}
+
 bool IsGainPass(std::size_t pass) { return pass >= 3 && pass <= 6; }
 
 // One channel's records against its model.
@@ -74,10 +105,11 @@ class Judge {
   }
   void TellOfPass(std::size_t pass, const std::string& text) {
     Tell(PassName(pass) + text).pass = pass;
-    const FrontEndSetting setting = PassSetting(pass, 0);
-    (IsGainPass(pass) ? verdict_.gains : verdict_.filters)
-        .insert(IsGainPass(pass) ? setting.gain : setting.low_pass);
+    Concern(pass);
   }
+  void Concern(std::size_t pass);
+  void ConcernFilter(int strength) { verdict_.filters.insert({16 + strength, 80 + strength}); }
+  void ConcernTrap() { verdict_.filters.insert({80, 81, 82, 83, 84}); }
   void SetNotUsable() { verdict_.usability = Usability::kNotUsable; }
 
   const FitSlot& SlotOf(std::size_t pass) const {
@@ -113,6 +145,23 @@ class Judge {
   ModelUncertainty uncertainty_;
   ChannelVerdict verdict_;
 };
+
+// What a pass alone shows: a gain, a filter, the trap, the coupling, or else the impedances.
+void Judge::Concern(std::size_t pass) {
+  const FrontEndSetting setting = PassSetting(pass, 0);
+  const LowPassFilter filter = LowPassFilterOf(setting.low_pass);
+  if (IsGainPass(pass)) {
+    verdict_.gains.insert(setting.gain);
+  } else if (setting.coupling == 1) {
+    verdict_.is_ac = true;
+  } else if (filter.has_trap) {
+    ConcernTrap();
+  } else if (filter.strength > 0) {
+    ConcernFilter(filter.strength);
+  } else {
+    verdict_.is_all = true;
+  }
+}
 
 void Judge::LookAtFit() {
   if (!fit_.is_kept) {
@@ -215,10 +264,9 @@ void Judge::LookAtParts() {
          (is_at_bound ? ", the limit of the search" : ""))
         .part = part;
     if (part >= kLowPass && part < kChokeA) {
-      const int strength = static_cast<int>(part - kLowPass);
-      verdict_.filters.insert({16 + strength, 80 + strength});
+      ConcernFilter(static_cast<int>(part - kLowPass));
     } else if (part == kTank || part == kChokeB || part == kChokeBWire) {
-      verdict_.filters.insert({80, 81, 82, 83, 84});
+      ConcernTrap();
     }
   }
 }
@@ -305,11 +353,7 @@ void Judge::LookAtUncertainty() {
     }
   }
   if (!filters.empty() && fit_.is_kept) {
-    std::string names;
-    for (const int filter : filters) {
-      names.append(names.empty() ? "" : "; ").append(FilterText(filter));
-    }
-    Tell("the passes tell the response to " + Percent(worst) + " only: " + names);
+    Tell("the passes tell the response to " + Percent(worst) + " only: " + FiltersText(filters));
     verdict_.filters.merge(filters);
     if (gains.size() < 4) {
       verdict_.gains.merge(gains);
@@ -409,7 +453,16 @@ ChannelVerdict JudgeChannel(const CalData& cal, std::size_t channel) {
   return Judge(cal, channel).Run();
 }
 
-std::string ChannelVerdict::Text() const {
+bool ChannelVerdict::Concerns(int gain, int low_pass, int coupling) const {
+  const auto [strength, has_trap] = LowPassFilterOf(low_pass);
+  const int code = strength < 0 ? 0 : (has_trap ? 80 : 16) + strength;
+  const bool is_anywhere = is_all || (filters.empty() && gains.empty() && !is_ac);
+  return usability == Usability::kNotUsable ||
+         (usability == Usability::kWithCare && (is_anywhere || filters.contains(code) ||
+                                                gains.contains(gain) || (is_ac && coupling == 1)));
+}
+
+std::string ChannelVerdict::Summary() const {
   if (usability == Usability::kWell) {
     return "well";
   }
@@ -418,10 +471,17 @@ std::string ChannelVerdict::Text() const {
   for (const int gain : gains.size() < 4 ? gains : std::set<int>()) {
     where.append(where.empty() ? "" : "; ").append("x ").append(FormatReal(std::pow(4.0, gain)));
   }
-  for (const int filter : filters) {
-    where.append(where.empty() ? "" : "; ").append(FilterText(filter));
+  const std::string names = FiltersText(filters);
+  where.append(where.empty() || names.empty() ? "" : "; ").append(names);
+  where.append(!is_ac ? "" : where.empty() ? "AC coupling" : "; AC coupling");
+  if (!is_all && !where.empty()) {
+    text.append(" (").append(where).append(")");
   }
-  text.append(where.empty() ? "" : " (").append(where).append(where.empty() ? "" : ")");
+  return text;
+}
+
+std::string ChannelVerdict::Text() const {
+  std::string text = Summary();
   for (const VerdictReason& reason : reasons) {
     text.append(&reason == &reasons.front() ? ": " : "; ").append(reason.text);
   }

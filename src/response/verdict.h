@@ -27,9 +27,15 @@ struct ChannelVerdict {
   std::vector<VerdictReason> reasons;  ///< none: well
   std::vector<std::string> notes;      ///< what speaks against nothing, as frequencies not covered
   std::set<int> gains;                 ///< codes of the settings that the reasons concern
-  std::set<int> filters;               ///< likewise, "LPFR" codes
+  std::set<int> filters;               ///< likewise, "LPFR" codes: 0, 16 to 20, 80 to 84
+  bool is_ac = false;                  ///< likewise AC coupling
+  bool is_all = false;                 ///< every setting is concerned
 
-  /// "usable with care, filter 3: pass 14 (x 1, filter 3) is missing"; "well" without reasons.
+  /// Whether a recording with these settings is concerned.
+  bool Concerns(int gain, int low_pass, int coupling) const;
+  /// "usable with care (filters 3, 4 with and without VLF trap)"; "well".
+  std::string Summary() const;
+  /// "usable with care (filter 3): pass 14 (x 1, filter 3) is missing"; "well" without reasons.
   std::string Text() const;
 };
 

@@ -151,13 +151,6 @@ void Widen(const SpectraSource& source, std::size_t channel, const FrontEndSetti
   }
 }
 
-bool Concerns(const ChannelVerdict& verdict, const ChannelSettings& settings) {
-  return verdict.usability == Usability::kNotUsable ||
-         (verdict.usability == Usability::kWithCare &&
-          ((verdict.filters.empty() && verdict.gains.empty()) ||
-           verdict.filters.contains(settings.low_pass) || verdict.gains.contains(settings.gain)));
-}
-
 void AddVerdict(const std::string& what, const ChannelVerdict& verdict,
                 std::vector<std::string>* notes) {
   const std::string note = what + ": " + verdict.Text();
@@ -185,7 +178,8 @@ std::vector<std::string> AccuracyNotes(const SpectraSource& source) {
       const FrontEndSetting setting = {own.gain, own.low_pass, own.coupling, own.Source()};
       has_model = true;
       Widen(source, c, setting, &worst);
-      if (const ChannelVerdict verdict = JudgeChannel(*source.box, c); Concerns(verdict, own)) {
+      if (const ChannelVerdict verdict = JudgeChannel(*source.box, c);
+          verdict.Concerns(own.gain, own.low_pass, own.coupling)) {
         AddVerdict("the box's calibration of channel " + number, verdict, &notes);
       }
     }

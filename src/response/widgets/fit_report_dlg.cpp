@@ -6,14 +6,22 @@
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "response/fit_report.h"
 #include "ui/list_item.h"
 #include "ui/window_size.h"
 
 namespace orvane {
+namespace {
+
+constexpr int kReasonLines = 6;   // seen at once; the rest is scrolled to
+constexpr int kMostLetters = 20;  // of a column: the rest of a verdict is in its tip
+
+}  // namespace
 
 CFitReportDlg::CFitReportDlg(const CalData& cal, QWidget* parent)
     : QDialog(parent), table_(new QTableWidget(this)) {
@@ -25,6 +33,17 @@ CFitReportDlg::CFitReportDlg(const CalData& cal, QWidget* parent)
                  this);
   verdict->setObjectName(QStringLiteral("verdict"));
   verdict->setWordWrap(true);
+  auto* reasons = new QPlainTextEdit(this);
+  reasons->setObjectName(QStringLiteral("reasons"));
+  reasons->setAccessibleName(QStringLiteral("What speaks against each channel"));
+  reasons->setReadOnly(true);
+  reasons->setTabChangesFocus(true);
+  for (const std::string& line : FitReasons(cal)) {
+    reasons->appendPlainText(QString::fromStdString(line));
+  }
+  reasons->moveCursor(QTextCursor::Start);
+  reasons->setVisible(!warning.empty());
+  reasons->setFixedHeight(kReasonLines * fontMetrics().lineSpacing());
   table_->setObjectName(QStringLiteral("fit"));
   table_->setAccessibleName(QStringLiteral("Model fit by channel"));
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -36,6 +55,7 @@ CFitReportDlg::CFitReportDlg(const CalData& cal, QWidget* parent)
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(verdict);
+  layout->addWidget(reasons);
   layout->addWidget(table_, 1);
   layout->addWidget(buttons);
   const int width =
@@ -60,6 +80,7 @@ void CFitReportDlg::Fill(const CalData& cal) {
     for (int column = 0; column < table_->columnCount(); ++column) {
       auto* item = OnlyShown(new QTableWidgetItem(
           QString::fromStdString(texts[static_cast<std::size_t>(column) + 1])));
+      item->setToolTip(item->text());
       item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
       if (cal.model.fits[static_cast<std::size_t>(column)].IsDoubtful()) {
         QFont bold = font();
@@ -71,6 +92,10 @@ void CFitReportDlg::Fill(const CalData& cal) {
   }
   table_->setVerticalHeaderLabels(names);
   table_->resizeColumnsToContents();
+  for (int column = 0; column < table_->columnCount(); ++column) {
+    const int most = kMostLetters * fontMetrics().averageCharWidth();
+    table_->setColumnWidth(column, std::min(table_->columnWidth(column), most));
+  }
 }
 
 void CFitReportDlg::Copy() {
@@ -86,6 +111,8 @@ void CFitReportDlg::Copy() {
     }
     text += QLatin1Char('\n');
   }
+  const QString reasons = findChild<QPlainTextEdit*>(QStringLiteral("reasons"))->toPlainText();
+  text += reasons.isEmpty() ? QString() : QLatin1Char('\n') + reasons + QLatin1Char('\n');
   QApplication::clipboard()->setText(text);
 }
 
