@@ -187,6 +187,7 @@ bool FieldDisplays::ShowRead(std::unique_ptr<TsLoading> loading) {
   auto display = std::make_unique<CWaveformDisplay>(prompts_);
   display->Adopt(waveform_settings_, has_small_unit_);
   display->Take(std::move(file), loading->Options());
+  display->Adopt(traces_, trace_names_);
   CWaveformDisplay* shown = display.release();
   Show(shown);
   shown_ = TextFromPath(loading->Path());
@@ -263,6 +264,8 @@ void FieldDisplays::KeepWaveformSettings() {
   if (auto* waveform = qobject_cast<CWaveformDisplay*>(current_); waveform != nullptr) {
     waveform_settings_ = waveform->View().Settings();
     has_small_unit_ = waveform->View().HasSmallUnit();
+    traces_ = waveform->Traces();
+    trace_names_ = waveform->TraceNames();
   }
 }
 

@@ -9,6 +9,7 @@
 #include "app/orvane_doc.h"
 #include "app/qt_prompts.h"
 #include "response/display_form.h"
+#include "timeseries/trace_arrangement.h"
 #include "timeseries/ts_loading.h"
 #include "timeseries/waveform_view.h"
 #include "ui/display.h"
@@ -78,6 +79,8 @@ class FieldDisplays : public QObject {
   QString return_to_;  // shown again where the file beside it, which takes time, cannot be read
   Kind kind_ = Kind::kNone;
   WaveformSettings waveform_settings_;
+  TraceArrangement traces_;
+  std::vector<std::string> trace_names_;
   bool has_small_unit_ = false;
   CalDisplay calibration_ranges_;
 };

@@ -47,8 +47,12 @@ std::vector<const RecordDecay*> WithDecay(const FileDecay& decay, std::size_t ch
 }  // namespace
 
 bool DecayView::Follow(const WaveformView& waveform, const RecordNumbers& left_out) {
-  const Source source{waveform.File().Path(), waveform.Count(), waveform.File().End(), left_out,
-                      waveform.HasSmallUnit()};
+  const WaveformUnits units{.has_small_unit = waveform.HasSmallUnit(),
+                            .has_counts = false,
+                            .gains = waveform.GainsOfAll()};
+  const Source source{
+      waveform.File().Path(),     waveform.Count(), waveform.File().End(), left_out, units,
+      waveform.HasGainsOfSingle()};
   if (source == source_ && !is_stale_) {
     return false;
   }
@@ -56,10 +60,8 @@ bool DecayView::Follow(const WaveformView& waveform, const RecordNumbers& left_o
   is_stale_ = false;
   run_.reset();
   outcome_ = {};
-  run_ = std::make_unique<DecayRun>(DecayChoice{
-      source.path, waveform.Options(), left_out,
-      WaveformUnits{.has_small_unit = source.has_small_unit, .has_counts = false, .gains = {}},
-      windows_, reference_});
+  run_ = std::make_unique<DecayRun>(
+      DecayChoice{source.path, waveform.Options(), left_out, units, windows_, reference_});
   return true;
 }
 
@@ -197,7 +199,7 @@ std::string DecayView::Caption(std::size_t channel) const {
   if (HasPoints()) {
     text = "Amplitude and phase of ";
     text.append(FormatInt(outcome_.points->stacks.size()))
-        .append(" frequencies, ")
+        .append(outcome_.points->stacks.size() == 1 ? " frequency, " : " frequencies, ")
         .append(Records(outcome_.points->lines.size()));
   } else {
     const FileDecay& decay = *outcome_.decay;
@@ -213,10 +215,35 @@ std::string DecayView::Caption(std::size_t channel) const {
     }
   }
   const std::string& note = HasDecay() ? outcome_.decay->note : outcome_.points->note;
-  return text.append(note.empty() ? "" : "; ").append(note);
+  text.append(note.empty() ? "" : "; ").append(note);
+  text.append(source_.units.gains ? "; gains as entered" : "");
+  return text.append(
+      source_.has_single_gains ? "; gains entered for single records are not used here" : "");
+}
+
+std::string DecayView::TextOfPoints(std::size_t channel) const {
+  const FrequencyPoints& points = *outcome_.points;
+  const auto cell = [](std::size_t count, double value) {
+    return count > 0 ? "\t" + FormatReal(value) : std::string(1, '\t');
+  };
+  std::string text = "Frequency (Hz)\t" + points.channels[channel].Label() +
+                     "\tspread\tphase (degrees)\tphase spread\n";
+  for (const FrequencyStack& stack : points.stacks) {
+    const auto& [amplitude, phase] = stack.channels[channel];
+    text.append(FormatReal(stack.Frequency()))
+        .append(cell(amplitude.count, amplitude.median))
+        .append(cell(amplitude.count, amplitude.spread))
+        .append(cell(phase.count, phase.median))
+        .append(cell(phase.count, phase.spread))
+        .append("\n");
+  }
+  return text;
 }
 
 std::string DecayView::Text(std::size_t channel) const {
+  if (HasPoints() && channel < Channels().size()) {
+    return TextOfPoints(channel);
+  }
   const StackPicture plain;
   const DecayLines lines = Lines(channel, Quantity::kAmplitude, plain);
   std::string text = lines.x_text;

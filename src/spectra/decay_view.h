@@ -70,13 +70,15 @@ class DecayView {
   DecayLines LinesOfPoints(std::size_t channel, Quantity quantity,
                            const StackPicture& picture) const;
   std::string WindowsText() const;
+  std::string TextOfPoints(std::size_t channel) const;
 
   struct Source {
     std::filesystem::path path;
     std::uint64_t records = 0;
     std::uint64_t end = 0;
     RecordNumbers left_out;
-    bool has_small_unit = false;
+    WaveformUnits units;
+    bool has_single_gains = false;
 
     bool operator==(const Source&) const = default;
   };

@@ -41,6 +41,8 @@ struct WaveformUnits {
   bool has_small_unit = false;         ///< electric channels in microvolts instead of millivolts
   bool has_counts = false;             ///< counts of the box in place of any unit
   std::optional<WaveformGains> gains;  ///< of the record, in place of the companion table's
+
+  bool operator==(const WaveformUnits&) const = default;
 };
 
 /// The channels of a record by the companion table; null: "Ch %d" and raw counts. Volts are held

@@ -112,6 +112,10 @@ class WaveformView {
   std::string WhyNoGains() const;
   /// Of the record shown: its own, else the companion table's.
   WaveformGains Gains() const;
+  /// Those that were entered for all records of the file.
+  const std::optional<WaveformGains>& GainsOfAll() const { return gains_of_all_; }
+  /// Whether some were entered for single records.
+  bool HasGainsOfSingle() const { return !gains_.empty(); }
   /// Gives the record `number`, which is shown, or all of them gains of their own until another
   /// file is opened. When the file is read again, a record with another header has none.
   void SetGains(std::uint64_t number, const WaveformGains& gains, bool for_all);

@@ -116,7 +116,7 @@ TEST_F(DecayDockTest, HasAmplitudesAndPhasesOrSaysWhyNot) {
     records += DecayBytes{.volts = {volts, -0.01}, .share = 0}.Bytes();
   }
   Open(DecayBytes::Table(1), records);
-  EXPECT_TRUE(Caption().startsWith("Amplitude and phase of 1 frequencies, 3 records"))
+  EXPECT_TRUE(Caption().startsWith("Amplitude and phase of 1 frequency, 3 records"))
       << Caption().toStdString();
   // A square wave of a half period's on-time: 4 / pi sin(pi / 4) of its height.
   EXPECT_NEAR(dock_->Plot()->Shown().stacked.y.at(0), 20 * 0.900316, 0.02);
@@ -128,6 +128,19 @@ TEST_F(DecayDockTest, HasAmplitudesAndPhasesOrSaysWhyNot) {
   Wait();
   EXPECT_NEAR(std::abs(dock_->Plot()->Shown().stacked.y.at(0)), 180, 1e-6);
   EXPECT_EQ(dock_->Plot()->Shown().y_text, "Phase (degrees) of Ex1 against Ex2");
+  QTest::mouseClick(Find<QPushButton>("copy-decay"), Qt::LeftButton);
+  const QStringList cells = QApplication::clipboard()->text().section('\n', 1, 1).split('\t');
+  ASSERT_EQ(cells.size(), 5) << "frequency, amplitude, phase, each with its spread";
+  EXPECT_NEAR(cells[1].toDouble(), 20 * 0.900316, 0.02);
+  EXPECT_NEAR(std::abs(cells[3].toDouble()), 180, 1e-6);
+
+  auto* display = qobject_cast<CWaveformDisplay*>(frame_.Display());
+  display->View().SetGains(1, {2, 1}, true);
+  display->ShowView();
+  Wait();
+  EXPECT_TRUE(Caption().endsWith("; gains as entered"));
+  QTest::keyClick(Find<QComboBox>("decay-quantity"), Qt::Key_Home);
+  EXPECT_NEAR(dock_->Plot()->Shown().stacked.y.at(0), 10 * 0.900316, 0.01);
 
   Open(DecayBytes::Table(5), records);
   EXPECT_EQ(Caption(), "The method (TECH) has no transmitter, or is not known");

@@ -397,7 +397,9 @@ TEST_F(WaveformDisplay, FollowsTheFileAndTheFolder) {
   });
   timer.start(5);
   EXPECT_EQ(go(Qt::Key_PageUp), QStringLiteral("C.TS1")) << "that file was told";
+  Action("enlarge")->trigger();
   EXPECT_EQ(go(Qt::Key_PageUp), QStringLiteral("A.TSS"));
+  EXPECT_TRUE(Display()->Traces().Enlarged()) << "of the same channels";
 }
 
 TEST_F(WaveformDisplay, TellsWhatCannotBeOpenedAndSavesPictures) {

@@ -58,6 +58,7 @@ CFitReportDlg::CFitReportDlg(const CalData& cal, QWidget* parent)
   layout->addWidget(reasons);
   layout->addWidget(table_, 1);
   layout->addWidget(buttons);
+  setTabOrder(reasons, table_);
   const int width =
       table_->verticalHeader()->sizeHint().width() + table_->horizontalHeader()->length() + 60;
   const int height = table_->verticalHeader()->length() + 140;

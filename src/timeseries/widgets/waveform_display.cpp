@@ -475,4 +475,20 @@ void CWaveformDisplay::Adopt(const WaveformSettings& settings, bool has_small_un
   FollowSettings();
 }
 
+void CWaveformDisplay::Adopt(const TraceArrangement& traces,
+                             const std::vector<std::string>& channels) {
+  if (channels == TraceNames()) {
+    traces_ = traces;
+    traces_.ResetValues();
+  }
+}
+
+std::vector<std::string> CWaveformDisplay::TraceNames() const {
+  std::vector<std::string> names;
+  for (std::size_t trace = 0; trace < view_.TraceCount(); ++trace) {
+    names.push_back(view_.Channel(trace).name);
+  }
+  return names;
+}
+
 }  // namespace orvane

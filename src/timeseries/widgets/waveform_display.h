@@ -35,6 +35,11 @@ class CWaveformDisplay : public CDisplay {
   void GoTo(std::uint64_t number) { Page(view_.GoTo(number)); }
   /// Takes over how another file was shown, but for auto play.
   void Adopt(const WaveformSettings& settings, bool has_small_unit);
+  /// Takes over which traces of another file were hidden and enlarged, where both have the same
+  /// channels.
+  void Adopt(const TraceArrangement& traces, const std::vector<std::string>& channels);
+  const TraceArrangement& Traces() const { return traces_; }
+  std::vector<std::string> TraceNames() const;
   /// Looks whether the file has changed, as it does by itself now and then.
   void LookAtFile() { watch_->Look(); }
   /// Asks for a file for what is seen.
