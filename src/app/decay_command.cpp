@@ -35,6 +35,7 @@ void DecayCommand::Follow() {
   dock_->setVisible(is_wanted_ && has_waveform);
   is_following_ = false;
   if (has_waveform) {
+    LendKeys(*display, dock_);
     connect(display->Book(), &RecordBook::leftOutChanged, dock_, &DecayDock::Follow,
             Qt::UniqueConnection);
   }

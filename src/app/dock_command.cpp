@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/dock_command.h"
 
+#include <QAction>
+#include <QComboBox>
 #include <QKeyEvent>
 
 namespace orvane {
@@ -34,7 +36,34 @@ class Leaving : public QObject {
   QDockWidget* dock_;
 };
 
+// Keys that lists, fields and the dock's own commands have uses for are left to them.
+bool IsLent(const QKeySequence& key, bool has_letters) {
+  if (key.isEmpty()) {
+    return false;
+  }
+  const int code = key[0].key();
+  const bool is_letter = code >= Qt::Key_A && code <= Qt::Key_Z;
+  const bool is_function = code >= Qt::Key_F1 && code <= Qt::Key_F12;
+  return is_function || key[0].keyboardModifiers().testFlag(Qt::ControlModifier) ||
+         (is_letter && has_letters);
+}
+
 }  // namespace
+
+void LendKeys(const QWidget& display, QDockWidget* dock) {
+  const bool has_letters = dock->findChild<QComboBox*>() == nullptr;
+  QList<QKeySequence> own = {QKeySequence(Qt::CTRL | Qt::Key_C), QKeySequence(Qt::CTRL | Qt::Key_A),
+                             QKeySequence(Qt::CTRL | Qt::Key_Home),
+                             QKeySequence(Qt::CTRL | Qt::Key_End)};
+  for (const QAction* action : dock->findChildren<QAction*>()) {
+    own.append(action->shortcut());
+  }
+  for (QAction* action : display.actions()) {
+    if (IsLent(action->shortcut(), has_letters) && !own.contains(action->shortcut())) {
+      dock->addAction(action);
+    }
+  }
+}
 
 void ConnectDock(QDockWidget* dock, QAction* command) {
   new Leaving(dock);

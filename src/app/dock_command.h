@@ -14,6 +14,9 @@ namespace orvane {
 /// Lets a command show and hide a dock. Shown by it, the dock gets the focus (its focus proxy).
 /// Escape gives the focus back to the window's main part; a dock that floats it hides.
 void ConnectDock(QDockWidget* dock, QAction* command);
+/// Lets a display's keys work in a dock beside it too: function keys, those with Ctrl, and, where
+/// nothing in the dock is chosen by letters, letters.
+void LendKeys(const QWidget& display, QDockWidget* dock);
 
 /// Gives the window the dock "Map", hidden at first, which follows the document. All must outlive
 /// the window.

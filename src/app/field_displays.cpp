@@ -192,6 +192,9 @@ bool FieldDisplays::ShowRead(std::unique_ptr<TsLoading> loading) {
   Show(shown);
   shown_ = TextFromPath(loading->Path());
   shown->ShowView();
+  if (const QString left_out = shown->Book()->LeftOutText(); !left_out.isEmpty()) {
+    emit told(left_out);
+  }
   return true;
 }
 

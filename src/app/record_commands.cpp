@@ -24,6 +24,9 @@ void RecordCommands::TakeLayout() {
 void RecordCommands::Follow() {
   auto* display = qobject_cast<CWaveformDisplay*>(displays_->Current());
   dock_->Follow(display);
+  if (display != nullptr) {
+    LendKeys(*display, dock_);
+  }
   if (has_waveform_ == (display != nullptr)) {
     return;
   }

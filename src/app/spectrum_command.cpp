@@ -56,6 +56,7 @@ void SpectrumCommand::Follow() {
   }
   is_following_ = false;
   if (CWaveformDisplay* display = ShownBy(displays_); display != nullptr) {
+    LendKeys(*display, dock_);
     for (const auto& changed : {&RecordBook::restarted, &RecordBook::leftOutChanged}) {
       connect(display->Book(), changed, dock_, &SpectrumDock::Follow, Qt::UniqueConnection);
     }

@@ -47,6 +47,7 @@ bool SpectrumView::Source::operator==(const Source& other) const {
     return a.scale == b.scale && a.name == b.name && a.unit == b.unit;
   };
   return file == other.file && number == other.number && begin == other.begin && end == other.end &&
+         end_of_file == other.end_of_file && shape == other.shape &&
          std::ranges::equal(channels, other.channels, is_alike);
 }
 
@@ -55,7 +56,8 @@ SpectrumView::Source SpectrumView::SourceOf(const WaveformView& waveform) const 
   source.file = &waveform.File();
   source.number = part_ == Part::kFile ? 0 : waveform.Number();
   source.channels = ChannelsOf(waveform, waveform.Record().Header());
-  if (part_ == Part::kVisible) {
+  source.shape = part_ == Part::kFile ? RecordShape() : waveform.Shape();
+  if (part_ == Part::kVisible && !source.shape.folds) {
     constexpr double kSlack = 1e-6;
     const ValueRange times = waveform.VisibleTimes();
     const double step = waveform.TimeOf(1);
@@ -65,19 +67,25 @@ SpectrumView::Source SpectrumView::SourceOf(const WaveformView& waveform) const 
     };
     source.begin = within(std::ceil(times.low / step - kSlack));
     source.end = within(std::floor(times.high / step + kSlack) + 1);
-  } else if (part_ == Part::kRecord) {
-    source.end = waveform.Record().Scans();
+  } else if (part_ != Part::kFile) {
+    source.end = std::numeric_limits<std::size_t>::max();  // the whole record
+  } else {
+    source.end_of_file = waveform.File().End();
   }
   return source;
 }
 
 bool SpectrumView::Follow(const WaveformView& waveform) {
   Source source = SourceOf(waveform);
+  if (run_ != nullptr && !is_stale_ && source.file == source_.file) {
+    source.end_of_file = source_.end_of_file;  // of a file that grows the average comes to an end
+  }
   if (source == source_ && !is_stale_ && !is_unfinished_) {
     return false;
   }
   const bool is_other_file = source.file != source_.file;
-  const bool has_result = part_ == Part::kFile && !is_other_file && !is_stale_;
+  const bool has_result = part_ == Part::kFile && !is_other_file && !is_stale_ &&
+                          source.end_of_file == source_.end_of_file;
   if (is_other_file) {
     calibration_.reset();
   }
@@ -124,9 +132,15 @@ void SpectrumView::SetCalibrationFolder(const std::filesystem::path& folder) {
 }
 
 void SpectrumView::Transform(const WaveformView& waveform) {
-  const CTsRec& record = waveform.Record();
+  CTsRec unshaped;
+  if (!source_.shape.IsOff()) {
+    // What this reading would fail for is told by the waveform itself.
+    (void)waveform.File().Read(waveform.Number(), &unshaped);
+  }
+  const CTsRec& record = source_.shape.IsOff() ? waveform.Record() : unshaped;
   const std::size_t channels = record.Channels();
-  const std::size_t scans = source_.end - source_.begin;
+  const std::size_t end = std::min(source_.end, record.Scans());
+  const std::size_t scans = end - std::min(source_.begin, end);
   header_ = record.Header();
   raw_ = {};
   note_.clear();
@@ -145,8 +159,9 @@ void SpectrumView::Transform(const WaveformView& waveform) {
   raw_ = std::move(*spectrum);
   what_ = (is_whole ? "Record " : "Part of record ") + FormatInt(waveform.Number()) + ", " +
           FormatInt(raw_.length) + " scans";
-  if (waveform.IsBad()) {
-    note_ = "marked bad by the box";
+  note_ = waveform.IsBad() ? "marked bad by the box" : "";
+  if (!source_.shape.IsOff()) {
+    note_.append(note_.empty() ? "" : "; ").append("without the view's filters and folding");
   }
 }
 

@@ -117,6 +117,8 @@ class SpectrumView {
     std::uint64_t number = 0;
     std::size_t begin = 0;  // scans
     std::size_t end = 0;
+    std::uint64_t end_of_file = 0;  // of a whole file
+    RecordShape shape;              // of the view, which spectra do without
     std::vector<WaveformChannel> channels;
 
     bool operator==(const Source& other) const;

@@ -76,6 +76,7 @@ QTableWidget* CDisplay::MakeReadings() {
   readings->setObjectName(QStringLiteral("readings"));
   readings->setAccessibleName(QStringLiteral("Cursor readings"));
   readings->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  readings->setTabKeyNavigation(false);
   readings->verticalHeader()->hide();
   readings->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   readings->hide();

@@ -21,15 +21,15 @@
 namespace orvane {
 namespace {
 
-// A page of the size, of so many pixels for an inch.
+// A page of the size, of so many pixels for an inch. The page has the same resolution: fonts, whose
+// sizes are points, would grow with any other. What is drawn stays lines and texts all the same.
 void WritePdf(const QSize& size, double pixels_per_inch, QBuffer* buffer,
-              const std::function<void(QPaintDevice*, double scale)>& draw) {
-  constexpr int kDotsPerInch = 1200;
+              const std::function<void(QPaintDevice*)>& draw) {
   QPdfWriter writer(buffer);
-  writer.setResolution(kDotsPerInch);
+  writer.setResolution(static_cast<int>(std::lround(pixels_per_inch)));
   writer.setPageSize(QPageSize(QSizeF(size) / pixels_per_inch, QPageSize::Inch));
   writer.setPageMargins(QMarginsF());
-  draw(&writer, kDotsPerInch / pixels_per_inch);
+  draw(&writer);
 }
 
 // The pictures that can be saved here, as the dialog names them.
@@ -60,7 +60,7 @@ struct Picture {
 
 // Writes a picture as its extension says, by what draws on any device or makes pixels.
 Result<> Save(const QString& path, const Picture& picture,
-              const std::function<void(QPaintDevice*, double scale)>& draw,
+              const std::function<void(QPaintDevice*)>& draw,
               const std::function<QPixmap()>& pixels) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -69,8 +69,7 @@ Result<> Save(const QString& path, const Picture& picture,
   if (extension == QLatin1String("pdf")) {
     WritePdf(picture.size, picture.pixels_per_inch, &buffer, draw);
   } else if (extension == QLatin1String("svg") && CanWriteSvg()) {
-    WriteSvg(picture.size, picture.title, &buffer,
-             [&draw](QPaintDevice* device) { draw(device, 1); });
+    WriteSvg(picture.size, picture.title, &buffer, draw);
   } else if (extension == QLatin1String("png")) {
     pixels().save(&buffer, "PNG");
   } else {
@@ -189,12 +188,11 @@ QCPItemStraightLine* NewUprightLine(QCPAxisRect* axes, QCPLayer* layer) {
 Result<> SavePlot(QCustomPlot* plot, const QString& path, QSize size) {
   size = size.isValid() ? size : plot->size();
   // With a painter that keeps lines as lines.
-  const auto draw = [plot, size](QPaintDevice* device, double scale) {
+  const auto draw = [plot, size](QPaintDevice* device) {
     QCPPainter painter;
     painter.begin(device);
     painter.setMode(QCPPainter::pmVectorized);
     painter.setMode(QCPPainter::pmNoCaching);
-    painter.scale(scale, scale);
     painter.fillRect(QRect(QPoint(), size), plot->palette().brush(QPalette::Window));
     plot->toPainter(&painter, size.width(), size.height());
     painter.end();
@@ -205,15 +203,14 @@ Result<> SavePlot(QCustomPlot* plot, const QString& path, QSize size) {
 
 Result<> SaveDrawing(const QString& path, const QSize& size, const QString& title,
                      double pixels_per_inch, const std::function<void(QPainter*)>& draw) {
-  const auto draw_on = [&draw](QPaintDevice* device, double scale) {
+  const auto draw_on = [&draw](QPaintDevice* device) {
     QPainter painter(device);
-    painter.scale(scale, scale);
     draw(&painter);
   };
   return Save(path, {size, title, pixels_per_inch}, draw_on, [&draw_on, size] {
     QPixmap picture(size);
     picture.fill(Qt::transparent);
-    draw_on(&picture, 1);
+    draw_on(&picture);
     return picture;
   });
 }

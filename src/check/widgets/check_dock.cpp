@@ -123,6 +123,7 @@ QWidget* CheckDock::MakeSpread() {
   constexpr std::array<const char*, 6> kTitles = {"Box",   "There",  "Channels",
                                                   "Radio", "Serial", "File"};
   boxes_ = new QTableWidget(0, static_cast<int>(kTitles.size()), this);
+  boxes_->setTabKeyNavigation(false);
   boxes_->setObjectName(QStringLiteral("set-boxes"));
   boxes_->setAccessibleName(QStringLiteral("Boxes and their files"));
   QStringList titles;

@@ -153,7 +153,7 @@ void CCalibrationDisplay::AddOthers() {
   AddReload();
   Bar()->addSeparator();
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
-            Qt::CTRL | Qt::Key_P, [this] { Save(); });
+            Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { Save(); });
   AddButton("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
     if (view_.Cursor()) {
       view_.SetCursor(std::nullopt);

@@ -76,6 +76,7 @@ CCompareDlg::CCompareDlg(CalComparison comparison, QWidget* parent)
   allowed->addStretch(1);
   verdict_ = new QLabel(this);
   table_ = new QTableWidget(this);
+  table_->setTabKeyNavigation(false);
   verdict_->setObjectName(QStringLiteral("verdict"));
   verdict_->setWordWrap(true);
   table_->setObjectName(QStringLiteral("deviations"));

@@ -46,6 +46,7 @@ CFitReportDlg::CFitReportDlg(const CalData& cal, QWidget* parent)
   reasons->setFixedHeight(kReasonLines * fontMetrics().lineSpacing());
   table_->setObjectName(QStringLiteral("fit"));
   table_->setAccessibleName(QStringLiteral("Model fit by channel"));
+  table_->setTabKeyNavigation(false);
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   Fill(cal);

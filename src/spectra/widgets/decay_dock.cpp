@@ -98,9 +98,10 @@ QLayout* DecayDock::MakeButtons() {
     button->setObjectName(QLatin1String(name));
     layout->addWidget(button);
     connect(button, &QPushButton::clicked, this, act);
+    return button;
   };
-  add("Cop&y", "copy-decay", &DecayDock::Copy);
-  add("Save &Picture...", "save-decay", &DecayDock::SavePicture);
+  copy_ = add("Cop&y", "copy-decay", &DecayDock::Copy);
+  save_ = add("Save &Picture...", "save-decay", &DecayDock::SavePicture);
   layout->addStretch();
   return layout;
 }
@@ -162,11 +163,12 @@ void DecayDock::TakeChannels() {
 }
 
 void DecayDock::TakeWindows() {
-  if (const Result<> set = view_.SetWindows(windows_->text().toStdString()); !set) {
-    caption_->setText(TextFromBytes(set.Message()));
-    emit told(caption_->text());
-    return;
+  const Result<> set = view_.SetWindows(windows_->text().toStdString());
+  fault_ = TextFromBytes(set.Message());
+  if (!set) {
+    emit told(fault_);
   }
+  ShowView();
   Follow();
 }
 
@@ -193,11 +195,17 @@ void DecayDock::ShowView() {
     caption += QStringLiteral("; choose the channel that phases refer to");
   }
   caption_->setText(caption);
-  plot_->Show(caption,
-              view_.Lines(Channel(),
-                          is_phase ? DecayView::Quantity::kPhase : DecayView::Quantity::kAmplitude,
-                          Picture()),
-              Picture());
+  if (!fault_.isEmpty()) {
+    caption_->setText(fault_);
+  }
+  const DecayLines lines = view_.Lines(
+      Channel(), is_phase ? DecayView::Quantity::kPhase : DecayView::Quantity::kAmplitude,
+      Picture());
+  plot_->setVisible(!lines.IsEmpty());
+  for (QPushButton* button : {copy_, save_}) {
+    button->setEnabled(!lines.IsEmpty());
+  }
+  plot_->Show(caption, lines, Picture());
 }
 
 void DecayDock::Copy() {

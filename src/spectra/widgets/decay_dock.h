@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QTimer>
 #include <functional>
 
@@ -66,6 +67,9 @@ class DecayDock : public QDockWidget {
   QCheckBox* log_x_;
   QCheckBox* log_y_;
   QProgressBar* progress_;
+  QPushButton* copy_ = nullptr;
+  QPushButton* save_ = nullptr;
+  QString fault_;  // of the windows that were typed last
   QTimer timer_;
 };
 

@@ -208,6 +208,7 @@ void SpectrumDock::Look() {
   } else if (view_.TakeResult(*waveform)) {
     timer_.stop();
     ShowView();
+    Follow();  // the file may have grown meanwhile
   } else {
     progress_->setValue(view_.Percent());
   }

@@ -25,6 +25,8 @@ class FileWatch : public QObject {
 
   /// From now on at this file, which must stay open; null: at none.
   void Follow(const TsFile* file);
+  /// As it was seen last.
+  FileFate Fate() const { return fate_; }
   /// Looks now.
   void Look();
 

@@ -53,12 +53,17 @@ void RecordBook::FollowAgain(const TsFile& file) {
   const RecordNumbers before = path_ == file.Path() ? left_out_ : RecordNumbers();
   Follow(file);
   if (left_out_.Count() == 0 && before.Count() > 0) {
-    for (const auto& [first, last] : before.Ranges()) {
-      if (first <= records_) {
-        left_out_.Add(first, std::min(last, records_));
-      }
-    }
+    AddKnown(before);
     emit leftOutChanged();
+  }
+}
+
+// Those that the file has.
+void RecordBook::AddKnown(const RecordNumbers& numbers) {
+  for (const auto& [first, last] : numbers.Ranges()) {
+    if (first <= records_) {
+      left_out_.Add(first, std::min(last, records_));
+    }
   }
 }
 
@@ -83,7 +88,7 @@ void RecordBook::ReadBeside(const TsFile& file) {
   const LeaveOutChoice beside{.kind = LeaveOutChoice::Kind::kBeside};
   const auto found = LeaveOutOf(beside, path_, file.Bytes(), file.HeaderSize(), file.Count());
   if (found) {
-    left_out_ = found->numbers;
+    AddKnown(found->numbers);
     kept_ = left_out_;
   }
   note_ = found ? found->note : found.Message();
@@ -144,21 +149,32 @@ Result<> RecordBook::Keep() {
   return kept;
 }
 
+QString RecordBook::LeftOutText() const {
+  QStringList parts;
+  if (!left_out_.IsEmpty()) {
+    parts << TextFromBytes(LeaveOutNote({.numbers = left_out_}, left_out_.Count()));
+  }
+  if (!note_.empty()) {
+    parts << TextFromBytes(note_);
+  }
+  return parts.join(QStringLiteral("; "));
+}
+
 QString RecordBook::Summary() const {
   QStringList parts;
   if (!IsDone()) {
     parts << QStringLiteral("reading records: %1 %").arg(Percent());
   }
-  const std::string left_out = LeaveOutNote({.numbers = left_out_}, left_out_.Count());
-  parts << (left_out.empty() ? QStringLiteral("no record left out") : TextFromBytes(left_out));
+  if (left_out_.IsEmpty()) {
+    parts << QStringLiteral("no record left out");
+  }
+  const QString left_out = LeftOutText();
+  parts << (left_out.isEmpty() ? QStringList() : QStringList{left_out});
   if (!IsKept()) {
     parts << QStringLiteral("not kept beside the file");
   }
   if (list_.Records() > list_.Size()) {
     parts << QStringLiteral("only the first %1 records are listed").arg(list_.Size());
-  }
-  if (!note_.empty()) {
-    parts << TextFromBytes(note_);
   }
   return parts.join(QStringLiteral("; "));
 }

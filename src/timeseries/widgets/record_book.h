@@ -51,6 +51,8 @@ class RecordBook : public QObject {
   /// For the user: how many are left out, whether that is kept, what is still read, why a list
   /// beside is not used, why statistics are missing.
   QString Summary() const;
+  /// How many are left out, and what is wrong with a list beside; mostly empty.
+  QString LeftOutText() const;
   /// "Record 12 of 300, bad, saturated, left out".
   QString Describe(std::uint64_t number) const;
 
@@ -64,6 +66,7 @@ class RecordBook : public QObject {
  private:
   void Look();
   void ReadBeside(const TsFile& file);
+  void AddKnown(const RecordNumbers& numbers);
   void Run(TsStart start);
 
   std::filesystem::path path_;

@@ -141,7 +141,7 @@ void CStackDisplay::AddSaving() {
   AddReload();
   AddFiles();
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
-            Qt::CTRL | Qt::Key_P, [this] { Save(); });
+            Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { Save(); });
   AddButton("Close", "close", "Back to the table", Qt::Key_Escape,
             [this] { emit closeRequested(); });
 }

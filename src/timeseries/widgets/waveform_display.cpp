@@ -167,7 +167,7 @@ void CWaveformDisplay::AddSaving() {
   AddKey("Save as CSV...", "save-csv", "Save what is visible as comma-separated values",
          Qt::CTRL | Qt::Key_E, [this] { SaveCsv(); });
   AddButton("Save picture...", "save-picture", "Save the picture as PNG, SVG or PDF",
-            Qt::CTRL | Qt::Key_P, [this] { Save(); });
+            Qt::CTRL | Qt::SHIFT | Qt::Key_P, [this] { Save(); });
   AddButton("Close", "close", "Back to the table", Qt::Key_Escape, [this] {
     if (strip_->IsReading()) {
       strip_->Cancel();
@@ -348,7 +348,11 @@ void CWaveformDisplay::TakeAgain(std::unique_ptr<TsLoading> loading) {
     view_.TakeAgain(std::move(fresh));
     shape_->Other().Forget();
     LimitNumber();
-    book_->FollowAgain(view_.File());
+    const bool is_other = watch_->Fate() == FileFate::kReplaced;
+    if (is_other && !book_->IsKept()) {
+      emit told(QStringLiteral("The ticks were for the file before; they are gone"));
+    }
+    is_other ? book_->Follow(view_.File()) : book_->FollowAgain(view_.File());
     watch_->Follow(&view_.File());
     fate_->hide();
   }

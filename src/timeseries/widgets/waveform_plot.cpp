@@ -262,8 +262,12 @@ void WaveformPlot::LabelCursors() {
     QCPItemText* label = cursor_labels_[cursor];
     label->setVisible(reading.has_value());
     if (reading) {
+      const ValueRange times = view_->VisibleTimes();
+      const bool is_left = reading->time > (times.low + times.high) / 2;  // where there is room
       label->position->setCoords(reading->time, 0);
-      label->setText(QStringLiteral(" %1: %2")
+      label->setPositionAlignment((is_left ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignTop);
+      label->setBrush(palette().color(QPalette::Base));
+      label->setText(QStringLiteral(" %1: %2 ")
                          .arg(cursor + 1)
                          .arg(view_->ShowsClock() ? TextFromBytes(TimeText(*view_, reading->time))
                                                   : QString::number(reading->time, 'g', 6)));
@@ -288,8 +292,13 @@ void WaveformPlot::ShowCursors(const Strip& strip) {
     QCPItemStraightLine* line = strip.cursors[cursor];
     line->setVisible(reading.has_value());
     if (reading) {
-      line->point1->setCoords(reading->time, 0);
-      line->point2->setCoords(reading->time, 1);
+      // The last scan lies on the frame, which would hide it.
+      const QCPRange times = strip.axes->axis(QCPAxis::atBottom)->range();
+      const double pixel = times.size() / std::max(strip.axes->width(), 1);
+      const double at =
+          std::abs(reading->time - times.upper) < pixel ? times.upper - pixel : reading->time;
+      line->point1->setCoords(at, 0);
+      line->point2->setCoords(at, 1);
     }
   }
 }
