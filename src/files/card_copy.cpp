@@ -28,11 +28,13 @@ BatchResult CopyToCard(BatchTask& task) {
     return BatchFailed(std::move(fault));
   }
   if (const Result<> copied = CopyBytes(from, to); !copied) {
-    return BatchFailed(copied.Message());
+    // A card that was pulled out is the likeliest reason.
+    std::string fault = CardFault(to.parent_path(), 0);
+    return BatchFailed(!fault.empty() ? std::move(fault) : PathText(to) + ": " + copied.Message());
   }
   const bool is_from_card = ReaderCalls().forget(to);
   if (!HaveSameBytes(from, to)) {
-    return BatchFailed("the card does not hold what was written to it");
+    return BatchFailed(PathText(to) + " does not hold what was written to it");
   }
   task.Advance(info.size);
   std::string note = FormatInt(info.size) + " bytes, ";

@@ -125,6 +125,7 @@ void CGridCtrl::AskAndLoad() {
 void CGridCtrl::AskAndPrint() {
   CommitEdit();
   QPrinter printer(QPrinter::HighResolution);
+  printer.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
   // For this print only: the window may be about something else the next time.
   const QScopedValueRollback title(print_title_);
   if (print_title_.isEmpty()) {

@@ -122,6 +122,7 @@ bool PrintFieldSheets(const ParamTable& table, const Clock& now, const ScheduleF
 
 void AskAndPrintFieldSheets(const ParamTable& table, const ScheduleFile* steps, QWidget* parent) {
   QPrinter printer(QPrinter::HighResolution);
+  printer.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
   printer.setDocName(QStringLiteral("Field sheet"));
   QPrintDialog dialog(&printer, parent);
   dialog.setWindowTitle(QStringLiteral("Print Field Sheet"));

@@ -76,6 +76,7 @@ void RecordDock::MakeList() {
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   list_->horizontalHeader()->setStretchLastSection(false);
   list_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  list_->setMinimumHeight(3 * fontMetrics().height());  // a field laptop at 200 % is small
   list_->sortByColumn(1, Qt::AscendingOrder);
   list_->setSortingEnabled(true);
   list_->setContextMenuPolicy(Qt::ActionsContextMenu);

@@ -31,7 +31,7 @@ RecordStrip::RecordStrip(const RecordBook* book, QWidget* parent)
   setObjectName(QStringLiteral("record-strip"));
   setAccessibleName(QStringLiteral("All records"));
   setFocusPolicy(Qt::StrongFocus);
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
   connect(book, &RecordBook::restarted, this, &RecordStrip::Restart);
   connect(book, &RecordBook::grown, this, [this] {
     book_->Records() == static_cast<std::uint64_t>(maximum()) ? Forget() : Restart();

@@ -3,6 +3,7 @@
 #define ORVANE_TIMESERIES_WIDGETS_RECORD_STRIP_H_
 
 #include <QSlider>
+#include <algorithm>
 #include <optional>
 
 #include "timeseries/record_strip_model.h"
@@ -25,7 +26,7 @@ class RecordStrip : public QSlider {
   /// Frames a record; 0: none. Does not emit `chosen()`.
   void SetShown(std::uint64_t number);
   QSize sizeHint() const override;
-  QSize minimumSizeHint() const override { return {100, sizeHint().height()}; }
+  QSize minimumSizeHint() const override { return {100, std::min(sizeHint().height(), 36)}; }
 
  signals:
   /// The user goes to a record.

@@ -54,7 +54,7 @@ WaveformPlot::WaveformPlot(WaveformView* view, TraceArrangement* traces, QWidget
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(plot_);
-  setMinimumSize(320, 200);
+  setMinimumSize(320, 80);
   plot_->plotLayout()->clear();
   MakeHeader();
   FollowTheme();
