@@ -160,9 +160,8 @@ py::dict FromDecay(const FileDecay& decay) {
 py::dict Decays(const TsFile& file, const std::string& windows, const std::string& leave_out,
                 unsigned threads) {
   const LeaveOut left_out = LeftOut(file, leave_out);
-  const auto chosen = windows.empty()
-                          ? Result<std::vector<DecayWindow>>(std::vector<DecayWindow>())
-                          : DecayWindowsOf(windows);
+  const auto chosen = windows.empty() ? Result<std::vector<DecayWindow>>(std::vector<DecayWindow>())
+                                      : DecayWindowsOf(windows);
   Check(chosen, file.Path());
   Result<FileDecay> decay = Failure("none");
   {
@@ -232,7 +231,8 @@ py::dict Points(const TsFile& file, std::size_t reference, int most_harmonics,
   Result<FrequencyPoints> points = Failure("none");
   {
     const py::gil_scoped_release free;
-    points = FrequencyPointsOf(file, {left_out, 0, reference, most_harmonics, {}, {threads, {}}, {}});
+    points =
+        FrequencyPointsOf(file, {left_out, 0, reference, most_harmonics, {}, {threads, {}}, {}});
   }
   Check(points, file.Path());
   return FromPoints(*points);
@@ -241,7 +241,10 @@ py::dict Points(const TsFile& file, std::size_t reference, int most_harmonics,
 // "decay", "frequencies", or nothing of both.
 std::string ResultKind(const TsFile& file) {
   const Tech tech = TechOf(file.Companion().Table());
-  return !file.Companion().IsLoaded() ? "" : HasDecay(tech) ? "decay" : HasFrequencies(tech) ? "frequencies" : "";
+  return !file.Companion().IsLoaded() ? ""
+         : HasDecay(tech)             ? "decay"
+         : HasFrequencies(tech)       ? "frequencies"
+                                      : "";
 }
 
 }  // namespace

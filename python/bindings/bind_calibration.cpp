@@ -204,7 +204,8 @@ py::tuple BoxResponses(const Calibration& self, const std::string& table, int ba
   }
   FillBands(self, box, HasModel(self) && !IsOfOlderFamily(header), frequencies, &out);
   return py::make_tuple(out.response, out.validity, out.bands[0], out.bands[1], out.bands[2],
-                        out.bands[3], status == kOk ? std::string() : std::string(StatusText(status)));
+                        out.bands[3],
+                        status == kOk ? std::string() : std::string(StatusText(status)));
 }
 
 py::array_t<std::complex<double>> SensorResponses(const Calibration& self, const std::string& table,

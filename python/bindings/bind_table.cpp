@@ -185,7 +185,8 @@ py::list Differing(const Table& self, const Table& other) {
   return keys;
 }
 
-// `paths`: of the table, the calibrations, the card and the set of start-up files; all may be empty.
+// `paths`: of the table, the calibrations, the card and the set of start-up files; all may be
+// empty.
 py::list CheckTableOf(const Table& self, const std::string& now,
                       const std::array<std::string, 4>& paths) {
   ParamTime time;

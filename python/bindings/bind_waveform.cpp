@@ -54,8 +54,7 @@ py::dict FromHeader(const TsFile& self, const TsPlace& place) {
   told["channels"] = int(header.channels);
   told["status"] = is_band ? 0 : int(header.status);
   told["rate"] = SampleRate(header);
-  told["frequency"] =
-      self.HeaderSize() == TsHeaderSize::kFull ? double(header.frequency) : 0.0;
+  told["frequency"] = self.HeaderSize() == TsHeaderSize::kFull ? double(header.frequency) : 0.0;
   told["is_cut"] = place.is_cut;
   return told;
 }
@@ -210,10 +209,8 @@ void BindWaveform(py::module_* module) {
            [](const TsFile& self) {
              return self.ReadError().empty() ? self.CompanionNote() : self.ReadError();
            })
-      .def("header",
-           [](const TsFile& self, std::uint64_t number) {
-             return FromHeader(self, PlaceOf(self, number));
-           })
+      .def("header", [](const TsFile& self,
+                        std::uint64_t number) { return FromHeader(self, PlaceOf(self, number)); })
       .def("counts", &Counts)
       .def("channels", &Channels)
       .def("table", &TableOf)

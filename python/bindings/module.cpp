@@ -15,7 +15,8 @@ void Raise(const Fault& fault) {
   PyErr_SetObject(type.ptr(), error.ptr());
 }
 
-void Translate(std::exception_ptr thrown) {  // NOLINT(performance-unnecessary-value-param): as asked
+void Translate(
+    std::exception_ptr thrown) {  // NOLINT(performance-unnecessary-value-param): as asked
   try {
     if (thrown) {
       std::rethrow_exception(thrown);

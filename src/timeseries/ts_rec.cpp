@@ -7,8 +7,8 @@ namespace orvane {
 
 namespace {
 
-// Decodes the scans of a record piece by piece, so that they stay in the cache: `take(piece, scans)`
-// gets whole scans. How many there are in `scans`, also where the outcome is a failure.
+// Decodes the scans of a record piece by piece, so that they stay in the cache: `take(piece,
+// scans)` gets whole scans. How many there are in `scans`, also where the outcome is a failure.
 template <typename Take>
 Result<> ReadPieces(const RandomFile& file, const TsPlace& place, std::size_t* scans,
                     const Take& take) {
