@@ -152,4 +152,14 @@ std::optional<int> CalKindIn(const std::filesystem::path& path) {
   return header.ctyp;
 }
 
+int CalKindOf(const std::filesystem::path& path) {
+  if (EndsWithoutCase(PathText(path), ".CLB")) {
+    return kBoxCal;
+  }
+  const int in_header = CalKindIn(path).value_or(0);
+  const bool is_sensor = EndsWithoutCase(PathText(path), ".CLC");
+  const int usual = is_sensor ? kSensorCal : kBoxCal;
+  return CalFields(in_header).empty() || (is_sensor && in_header == kBoxCal) ? usual : in_header;
+}
+
 }  // namespace orvane

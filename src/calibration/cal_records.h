@@ -46,6 +46,8 @@ std::unique_ptr<CalRecords> ReadCalRecordsAt(int kind, const std::filesystem::pa
 
 /// The "CTYP" in a file's header; none where that cannot be read.
 std::optional<int> CalKindIn(const std::filesystem::path& path);
+/// The kind that a file is by its name and header, a `CalKind`.
+int CalKindOf(const std::filesystem::path& path);
 
 inline Status GetCalField(const CalRecords* cal, std::string_view key, ValueType type, void* out) {
   return GetCalField(cal == nullptr ? nullptr : &cal->header, key, type, out);

@@ -52,4 +52,11 @@ std::vector<Topic> AllRules() {
           {"Site", SiteRules()},        {"Start-up files", SetRules()}};
 }
 
+std::vector<Finding> CheckAll(const ParamTable& table, const ParamTime& now, const Places& places) {
+  std::vector<Finding> findings = CheckTable(table, now);
+  const std::vector<Finding> more = CheckFiles(table, now, places);
+  findings.insert(findings.end(), more.begin(), more.end());
+  return findings;
+}
+
 }  // namespace orvane

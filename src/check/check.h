@@ -36,6 +36,9 @@ std::vector<Finding> CheckTable(const ParamTable& table, const ParamTime& now);
 std::vector<Finding> CheckFiles(const ParamTable& table, const ParamTime& now,
                                 const Places& places);
 
+/// What all rules say, those that need no file first.
+std::vector<Finding> CheckAll(const ParamTable& table, const ParamTime& now, const Places& places);
+
 }  // namespace orvane
 
 #endif  // ORVANE_CHECK_CHECK_H_

@@ -92,16 +92,6 @@ ExitCode RunCurves(const CalibrationArguments& arguments) {
 
 }  // namespace
 
-int CalKindOf(const std::filesystem::path& file) {
-  if (EndsWithoutCase(PathText(file), ".CLB")) {
-    return kBoxCal;
-  }
-  const int in_header = CalKindIn(file).value_or(0);
-  const bool is_sensor = EndsWithoutCase(PathText(file), ".CLC");
-  const int usual = is_sensor ? kSensorCal : kBoxCal;
-  return CalFields(in_header).empty() || (is_sensor && in_header == kBoxCal) ? usual : in_header;
-}
-
 void AddCalibrationCommands(CLI::App* app, ExitCode* exit_code) {
   CLI::App* calibration =
       app->add_subcommand("calibration", "Calibrations of boxes (*.CLB) and sensors (*.CLC)");

@@ -35,9 +35,6 @@ void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code);
 void AddSpectrumCommand(CLI::App* waveform, ExitCode* exit_code);
 void AddDecayCommand(CLI::App* waveform, ExitCode* exit_code);
 
-/// The kind of calibration that a file is by its name and header, a `CalKind`.
-int CalKindOf(const std::filesystem::path& file);
-
 /// The verb `table check`.
 void AddTableCheck(CLI::App* table, ExitCode* exit_code);
 

@@ -46,14 +46,6 @@ nlohmann::ordered_json JsonRow(const std::string& file, const Finding& finding) 
           {"keys", keys},     {"sentence", finding.sentence}};
 }
 
-// Of one table, without files and then with.
-std::vector<Finding> Check(const ParamTable& table, const ParamTime& now, const Places& places) {
-  std::vector<Finding> findings = CheckTable(table, now);
-  const std::vector<Finding> more = CheckFiles(table, now, places);
-  findings.insert(findings.end(), more.begin(), more.end());
-  return findings;
-}
-
 ExitCode RunTableCheck(const CheckOptions& options) {
   ParamTime now;
   if (!TakeNow(options.now, &now)) {
@@ -72,7 +64,7 @@ ExitCode RunTableCheck(const CheckOptions& options) {
       continue;
     }
     const std::string file = PrintableUtf8(name);
-    for (const Finding& finding : Check(table, now, places)) {
+    for (const Finding& finding : CheckAll(table, now, places)) {
       result = finding.severity == Severity::kHint ? result : kSomeFailed;
       rows += TsvRow(file, finding);
       objects.push_back(JsonRow(file, finding));

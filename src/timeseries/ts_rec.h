@@ -56,6 +56,12 @@ class CTsRec {
   std::vector<std::int32_t> held_;
 };
 
+/// The samples of the record at `place`, scan after scan, straight into the caller's room of
+/// scans held x channels; `scans` gets how many whole scans there were, fewer where the file has
+/// become shorter.
+Result<> ReadSamples(const RandomFile& file, const TsPlace& place, std::span<std::int32_t> samples,
+                     std::size_t* scans);
+
 }  // namespace orvane
 
 #endif  // ORVANE_TIMESERIES_TS_REC_H_
