@@ -5,12 +5,12 @@
 set -u
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/..}"
 
-readonly FOLDERS=(src tests bench fuzz examples cmake packaging docs)
+readonly FOLDERS=(src tests bench fuzz examples cmake packaging python docs)
 mapfile -t FILES < <(find "${FOLDERS[@]}" -type f; find . -maxdepth 1 -type f -printf '%f\n')
 readonly DOCUMENTS=(README.md CONTRIBUTING.md CHANGELOG.md)
 
 documents() { find docs -name '*.md'; ls "${DOCUMENTS[@]}"; }
-sources() { find src tests bench fuzz examples -name '*.cpp' -o -name '*.h'; }
+sources() { find src tests bench fuzz examples python -name '*.cpp' -o -name '*.h'; }
 scripts() { find tests packaging cmake src bench fuzz examples -name '*.sh' -o -name '*.cmake' -o -name CMakeLists.txt; ls dev CMakeLists.txt; }
 
 {

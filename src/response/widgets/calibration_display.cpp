@@ -35,7 +35,10 @@ constexpr int kPassColumn = 1;
 
 // Two digits of what is an estimate itself.
 QString Known(const CalReading& reading, double value) {
-  return reading.known ? QString::fromStdString(FormatReal(value, 2)) : QString();
+  constexpr double kLeast = 0.001;  // smaller ones tell nobody anything
+  return !reading.known   ? QString()
+         : value < kLeast ? QStringLiteral("< 0.001")
+                          : QString::fromStdString(FormatReal(value, 2));
 }
 
 std::array<QString, kColumns> CellsOf(const CalReading& reading) {
