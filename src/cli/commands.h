@@ -38,6 +38,10 @@ void AddDecayCommand(CLI::App* waveform, ExitCode* exit_code);
 /// The kind of calibration that a file is by its name and header, a `CalKind`.
 int CalKindOf(const std::filesystem::path& file);
 
+/// The verbs `json` and `from-json` of tables and schedules.
+void AddTableJson(CLI::App* table, ExitCode* exit_code);
+void AddScheduleJson(CLI::App* schedule, ExitCode* exit_code);
+
 /// The verb `table check`.
 void AddTableCheck(CLI::App* table, ExitCode* exit_code);
 
