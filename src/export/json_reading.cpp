@@ -64,6 +64,9 @@ Result<Json> ReadJsonObject(std::string_view text) {
       return watcher.Sees(depth, event, parsed);
     });
   } catch (const Json::parse_error& error) {
+    if (!watcher.Fault().empty()) {
+      return Failure(watcher.Fault());
+    }
     return Failure("is not JSON: at byte " + FormatInt(static_cast<std::uint64_t>(error.byte)));
   } catch (const Json::exception&) {
     return Failure("is not JSON: a number is too large");
