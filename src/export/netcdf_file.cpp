@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/netcdf_file.h"
 
+#include <H5public.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
@@ -15,10 +17,13 @@ std::mutex& LibraryMutex() {
   return mutex;
 }
 
-// The safe writer has locked the file already, and the library's own lock would find it taken.
-void LeaveLocksToUs() {
-  static const int done = setenv("HDF5_USE_FILE_LOCKING", "FALSE", 1);
-  static_cast<void>(done);
+// Before the library that netCDF-C writes with is first used. The safe writer has locked the file
+// already, and that library's own lock would find it taken; and a file that could not be written,
+// for want of space, would end the program with a fault when that library cleans up at its end.
+void PrepareHdf5() {
+  static const bool is_done =
+      setenv("HDF5_USE_FILE_LOCKING", "FALSE", 1) == 0 && H5dont_atexit() >= 0;
+  static_cast<void>(is_done);
 }
 
 constexpr float kPreemption = 0.75F;  // the library's own default
@@ -45,7 +50,7 @@ NcFile::~NcFile() {
 
 void NcFile::Create(const std::filesystem::path& path) {
   Do([&] {
-    LeaveLocksToUs();
+    PrepareHdf5();
     const int status = nc_create(path.c_str(), NC_NETCDF4 | NC_CLOBBER, &root_);
     is_open_ = status == NC_NOERR;
     return status;

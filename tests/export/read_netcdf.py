@@ -154,6 +154,17 @@ def check_left_out(survey, folder):
     assert "no record" in run("waveform", "netcdf", broken, "--header", "252", code=1).stderr
 
 
+def check_full_disk(survey, folder):
+    """What cannot be written is said, and an older result stays."""
+    old = folder / "full" / "2417.nc"
+    old.parent.mkdir()
+    old.write_text("old")
+    command = f"ulimit -f 8; exec {TOOL} waveform netcdf {survey}/MT/2417.TSS --out {old.parent}"
+    done = subprocess.run(["sh", "-c", command], capture_output=True, text=True)
+    assert done.returncode == 1 and "2417.nc: " in done.stderr, done
+    assert old.read_text() == "old" and len(list(old.parent.iterdir())) == 1
+
+
 def main():
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
@@ -167,6 +178,7 @@ def main():
         check_parts(survey, folder)
         check_secrets(survey, folder)
         check_left_out(survey, folder)
+        check_full_disk(survey, folder)
         dumped = subprocess.run(["ncdump", "-h", str(folder / "2417.nc")], capture_output=True)
         assert dumped.returncode == 0, dumped
         print(f"{len(files)} recordings are read as they were written")
