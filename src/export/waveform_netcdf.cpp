@@ -200,7 +200,8 @@ class NetcdfJob {
     std::string note = note_;
     AddNote(LeaveOutNote(leave_out_, left_out_), &note);
     if (empty_ > 0) {
-      AddNote(FormatInt(empty_) + " records have no samples", &note);
+      AddNote(FormatInt(empty_) + (empty_ == 1 ? " record has" : " records have") + " no samples",
+              &note);
     }
     if (cut_ > 0) {
       AddNote("the file ends within record " + FormatInt(cut_) + ", whose missing scans are filled",
