@@ -38,6 +38,7 @@ constexpr auto kTargets = std::to_array<Target>({
     {"time-text", FuzzTimeText, 64, 1000},
     {"value-text", FuzzValueText, 128, 1000},
     {"assignment", FuzzAssignment, 128, 1000},
+    {"json", FuzzJson, 1024, 1000},
     {"value-lines", FuzzValueLines, 1024, 1000},
     {"check", FuzzCheck, 2048, 1000},
     {"survey", FuzzSurvey, 4096, 100},

@@ -66,6 +66,8 @@ void FuzzAssignment(Bytes input);
 /// A file of KEY=VALUE lines: read, applied, written and read again. First how many values of 16
 /// bytes the table has beforehand, then these.
 void FuzzValueLines(Bytes input);
+/// A schedule as JSON: read, written and read again; the same bytes as a table.
+void FuzzJson(Bytes input);
 
 /// The rules of a table: the present time in 8 bytes, then values, each behind two bytes that
 /// choose its key.

@@ -19,9 +19,10 @@ declare -A allowed=(
   [check]="base files table forms stepping calibration editors check"
   [survey]="base files table forms stepping timeseries calibration response spectra editors check survey"
   [meaning]="base files table forms stepping timeseries editors meaning"
+  [export]="base files table forms stepping timeseries calibration response spectra editors meaning export"
   [changes]="base files table forms stepping timeseries editors meaning changes"
   [ui]="base files table forms ui"
-  [cli]="base files table forms stepping timeseries calibration response spectra editors check survey meaning cli"
+  [cli]="base files table forms stepping timeseries calibration response spectra editors check survey meaning export cli"
   [app]="base files table forms stepping timeseries calibration response spectra editors check survey meaning changes ui app"
 )
 bad=0

@@ -35,6 +35,10 @@ void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code);
 void AddSpectrumCommand(CLI::App* waveform, ExitCode* exit_code);
 void AddDecayCommand(CLI::App* waveform, ExitCode* exit_code);
 
+/// The verbs `json` and `from-json` of tables and schedules.
+void AddTableJson(CLI::App* table, ExitCode* exit_code);
+void AddScheduleJson(CLI::App* schedule, ExitCode* exit_code);
+
 /// The verb `table check`.
 void AddTableCheck(CLI::App* table, ExitCode* exit_code);
 

@@ -89,6 +89,7 @@ void AddScheduleCommands(CLI::App* app, ExitCode* exit_code) {
   AddBatchVerb(schedule, "text", "Write each schedule as a text (NAME.txt)", ScheduleText,
                exit_code);
   AddFdem(schedule, arguments, exit_code);
+  AddScheduleJson(schedule, exit_code);
 }
 
 }  // namespace orvane

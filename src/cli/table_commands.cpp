@@ -333,6 +333,7 @@ void AddTableCommands(CLI::App* app, ExitCode* exit_code) {
 
   AddTableCheck(table, exit_code);
   AddTableConversions(table, exit_code);
+  AddTableJson(table, exit_code);
 }
 
 }  // namespace orvane

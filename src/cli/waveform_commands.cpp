@@ -6,6 +6,7 @@
 #include "base/number_text.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
+#include "export/waveform_netcdf.h"
 #include "table/param_time.h"
 #include "timeseries/restack.h"
 #include "timeseries/stats_listing.h"
@@ -123,6 +124,43 @@ void AddRestackCommand(CLI::App* waveform, ExitCode* exit_code) {
   AddLeaveOut(restack, leave_out.get());
 }
 
+struct NetcdfArguments {
+  std::string leave_out;
+  int deflate = 0;
+  bool with_secrets = false;
+};
+
+void AddNetcdfCommand(CLI::App* waveform, const std::shared_ptr<WaveformArguments>& reading,
+                      ExitCode* exit_code) {
+  const auto arguments = std::make_shared<NetcdfArguments>();
+  CLI::App* verb = AddBatchVerb(
+      waveform, "netcdf", "Write recordings as NetCDF-4 for other programs (NAME.nc)",
+      [=] {
+        return WaveformNetcdf({reading->Options(), LeaveOutArgument(arguments->leave_out),
+                               arguments->deflate, arguments->with_secrets});
+      },
+      exit_code);
+  verb->add_option("--deflate", arguments->deflate,
+                   "compress: 1 the fastest to 9 the smallest (default: 0, not compressed)")
+      ->check(CLI::Range(0, 9));
+  verb->add_flag("--with-secrets", arguments->with_secrets,
+                 "of the table also passwords, encryption keys, user names and phone numbers");
+  AddHeaderOption(verb, reading.get());
+  AddLeaveOut(verb, &arguments->leave_out);
+}
+
+// Says in the help what this build lacks.
+void AddExports(CLI::App* waveform, const std::shared_ptr<WaveformArguments>& reading,
+                ExitCode* exit_code) {
+  std::string lacks;
+  if (WhyNoNetcdf().empty()) {
+    AddNetcdfCommand(waveform, reading, exit_code);
+  } else {
+    lacks.append("There is no verb netcdf: ").append(WhyNoNetcdf()).append("\n");
+  }
+  waveform->footer(lacks);
+}
+
 }  // namespace
 
 void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
@@ -155,6 +193,7 @@ void AddWaveformCommands(CLI::App* app, ExitCode* exit_code) {
   AddSpectrumCommand(waveform, exit_code);
   AddDecayCommand(waveform, exit_code);
   AddHarmonicsCommand(waveform, exit_code);
+  AddExports(waveform, arguments, exit_code);
 }
 
 }  // namespace orvane

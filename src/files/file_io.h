@@ -113,6 +113,10 @@ class OutFile {
   /// The same for what somebody remembers of the file, where anything is.
   void Expect(const RememberedFile& memory);
   Result<> Write(std::span<const std::byte> bytes);
+  /// For a library that writes files by itself: in place of `Write()` it may fill the file of this
+  /// name, and must have closed it before `Commit()`. Fails where the target cannot be replaced by
+  /// a new file.
+  Result<std::filesystem::path> PathToFill();
   Result<> Commit();
   static constexpr std::chrono::seconds kMostWait{10};
 

@@ -224,6 +224,16 @@ Result<> OutFile::Write(std::span<const std::byte> bytes) {
   return WriteAll(handle, bytes) == bytes.size() ? Result<>() : Fail(errno);
 }
 
+Result<std::filesystem::path> OutFile::PathToFill() {
+  if (way_ == Way::kBeside) {
+    return beside_.Path();
+  }
+  if (way_ != Way::kNone) {
+    outcome_ = Fail("only a new file in a folder that takes one can be written so");
+  }
+  return Failure(outcome_ ? SystemReason(EBADF) : outcome_.Message());
+}
+
 Result<> OutFile::Commit() {
   switch (way_) {
     case Way::kNone:

@@ -22,15 +22,6 @@ constexpr std::string_view kHexMark = "hex:";
 constexpr std::string_view kHexDigits = "0123456789abcdef";
 constexpr std::size_t kHexSize = 2 * kValueSize;
 
-std::string HexOf(const ParamValue& value) {
-  std::string text(kHexMark);
-  for (const std::uint8_t byte : value) {
-    text += kHexDigits[byte / 16U];
-    text += kHexDigits[byte % 16U];
-  }
-  return text;
-}
-
 Result<ParamValue> ValueFromHex(std::string_view digits) {
   ParamValue value{};
   const char* at = digits.data();
@@ -104,7 +95,16 @@ std::vector<ParamKey> KeysNotDefault(const ParamTable& table) {
 std::string ValueAsText(const ParamEntry& entry) {
   std::string text = ShownText(entry);
   const auto back = ValueFromText(Trimmed(text), static_cast<ValueType>(entry.type));
-  return back == entry.value ? text : HexOf(entry.value);
+  return back == entry.value ? text : ValueAsHex(entry.value);
+}
+
+std::string ValueAsHex(const ParamValue& value) {
+  std::string text(kHexMark);
+  for (const std::uint8_t byte : value) {
+    text += kHexDigits[byte / 16U];
+    text += kHexDigits[byte % 16U];
+  }
+  return text;
 }
 
 Result<ParamValue> ValueFromText(std::string_view text, ValueType type) {

@@ -45,6 +45,9 @@ ValuesText WriteValues(const ParamTable& table, std::span<const ParamKey> keys,
 /// where such a text would not give the same 16 bytes.
 std::string ValueAsText(const ParamEntry& entry);
 
+/// "hex:" and the 32 digits of any value.
+std::string ValueAsHex(const ParamValue& value);
+
 /// The way back, for a text without blanks around it; fails where it is not wholly right.
 Result<ParamValue> ValueFromText(std::string_view text, ValueType type);
 
