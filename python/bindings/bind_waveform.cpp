@@ -3,13 +3,13 @@
 #include <optional>
 
 #include "bind.h"
+#include "export/channel_values.h"
 #include "files/path_text.h"
 #include "timeseries/leave_out.h"
 #include "timeseries/record_stats.h"
 #include "timeseries/stack_result.h"
 #include "timeseries/ts_file.h"
 #include "timeseries/ts_rec.h"
-#include "timeseries/waveform_channels.h"
 #include "waveform.h"
 
 namespace orvane::python {
@@ -78,14 +78,14 @@ py::array_t<std::int32_t> Counts(const TsFile& self, std::uint64_t number) {
   return counts;
 }
 
-// (name, unit, units per count) of each channel of a record, in SI units where they are known.
+// (definition, unit, units per count, name for other programs) of each channel of a record.
 py::list Channels(const TsFile& self, std::uint64_t number) {
   const TsPlace place = PlaceOf(self, number);
   const TsCompanion* companion = self.Companion().IsLoaded() ? &self.Companion() : nullptr;
   py::list channels;
-  for (const WaveformChannel& channel : WaveformChannels(place.header, companion)) {
-    const SiScale si = SiScaleOf(channel);
-    channels.append(py::make_tuple(FromLatin1(channel.name), std::string(si.unit), si.per_count));
+  for (const ChannelValues& channel : ChannelValuesOf(place.header, companion)) {
+    channels.append(
+        py::make_tuple(FromLatin1(channel.definition), channel.unit, channel.scale, channel.name));
   }
   return channels;
 }
@@ -176,16 +176,6 @@ py::tuple ReadStack(const std::string& name) {
 }
 
 }  // namespace
-
-SiScale SiScaleOf(const WaveformChannel& channel) {
-  constexpr double kHeldPerCount = 256;
-  constexpr double kMilli = 1e-3;
-  constexpr double kNano = 1e-9;
-  const double per_count = channel.scale * kHeldPerCount;
-  return channel.unit == " (mV)"   ? SiScale{"V", per_count * kMilli}
-         : channel.unit == " (nT)" ? SiScale{"T", per_count * kNano}
-                                   : SiScale{"count", 1};
-}
 
 LeaveOut LeftOut(const TsFile& file, const std::string& choice) {
   if (choice.empty()) {

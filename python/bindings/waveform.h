@@ -3,20 +3,11 @@
 #define ORVANE_PYTHON_BINDINGS_WAVEFORM_H_
 
 #include <string>
-#include <string_view>
 
 #include "timeseries/leave_out.h"
 #include "timeseries/ts_file.h"
-#include "timeseries/waveform_channels.h"
 
 namespace orvane::python {
-
-/// What a count of a channel is.
-struct SiScale {
-  std::string_view unit;  ///< "V", "T" or "count"
-  double per_count = 1;
-};
-SiScale SiScaleOf(const WaveformChannel& channel);
 
 /// The records of a file that "bad", "beside", numbers or a list leave out; empty: none.
 LeaveOut LeftOut(const TsFile& file, const std::string& choice);

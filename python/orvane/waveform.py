@@ -28,11 +28,14 @@ class Channel:
         name: its definition in the recording's table, else "Ch 1" and so on.
         unit: "V" or "T", "count" where the table does not tell a scale.
         scale: the unit for a count.
+        variable: the name of its variable in NetCDF files and in xarray: letters, digits and _, no
+            two alike.
     """
 
     name: str
     unit: str
     scale: float
+    variable: str
 
 
 class Record:
@@ -187,13 +190,12 @@ class TimeSeries(Sequence):
         same = [one for one in records if (one.shape, one.rate) == (first.shape, first.rate)]
         arrays = [record.volts if in_volts else record.counts for record in same]
         stacked = np.stack(arrays)
-        names = _unique([channel.name for channel in first.channels])
         times = [
             np.datetime64(one.time, "s") if isinstance(one.time, datetime.datetime) else np.datetime64("NaT")
             for one in same
         ]
         data = {
-            name: (
+            channel.variable: (
                 ("record", "scan"),
                 stacked[:, :, i],
                 {
@@ -201,7 +203,7 @@ class TimeSeries(Sequence):
                     "long_name": channel.name,
                 },
             )
-            for i, (name, channel) in enumerate(zip(names, first.channels))
+            for i, channel in enumerate(first.channels)
         }
         return xarray.Dataset(
             data,
@@ -220,14 +222,6 @@ class TimeSeries(Sequence):
 
     def __repr__(self) -> str:
         return f"<orvane.TimeSeries {self.path}, {len(self)} records>"
-
-
-def _unique(names: list[str]) -> list[str]:
-    """Names as they are; such as come again get their place behind them."""
-    found: list[str] = []
-    for place, name in enumerate(names, 1):
-        found.append(name if name not in found else f"{name}_{place}")
-    return found
 
 
 @dataclass(frozen=True)
