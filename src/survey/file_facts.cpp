@@ -202,6 +202,8 @@ void ReadTable(const std::filesystem::path& path, FileFacts* facts) {
   table.disk = SettingInt(header, "DISK");
   NoteBoxes(header, &table);
   NoteSensors(&header, &table);
+  table.place = GridPlaceOf(values);
+  table.geo = GeoPlaceOf(values);
   facts->serial = table.serial;
 }
 

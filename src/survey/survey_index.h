@@ -42,7 +42,7 @@ class SurveyIndex {
   void Write();
 
   /// Number of the layout and of what is kept; others are made again.
-  static constexpr int kVersion = 1;
+  static constexpr int kVersion = 2;
 
  private:
   struct Database;

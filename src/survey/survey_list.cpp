@@ -8,8 +8,8 @@
 #include <set>
 #include <utility>
 
-#include "base/ascii.h"
 #include "base/number_text.h"
+#include "survey/findings_list.h"
 
 namespace orvane {
 namespace {
@@ -18,12 +18,6 @@ constexpr std::array<std::string_view, kSurveyColumns> kTitles = {
     "Recording", "Findings", "Kind",     "Box",         "Site",      "Line",    "Method",
     "Start",     "Length",   "Channels", "Hz",          "Steps, Hz", "Records", "Bad",
     "Saturated", "Table",    "Clock",    "Calibration", "Files"};
-
-std::string UpperCase(std::string_view text) {
-  std::string upper(text);
-  std::transform(upper.begin(), upper.end(), upper.begin(), UpperCased);
-  return upper;
-}
 
 std::string CountOf(std::uint64_t count) { return count == 0 ? std::string() : FormatInt(count); }
 
@@ -216,21 +210,11 @@ void SurveyList::SetOrder(SurveyColumn column, bool is_descending) {
 }
 
 void SurveyList::SetFilter(std::string_view text) {
-  words_.clear();
-  const std::string upper = UpperCase(text);
-  for (std::size_t at = upper.find_first_not_of(' '); at != std::string::npos;) {
-    const std::size_t end = std::min(upper.find(' ', at), upper.size());
-    words_.push_back(upper.substr(at, end - at));
-    at = upper.find_first_not_of(' ', end);
-  }
+  words_ = FilterWords(text);
   Arrange();
 }
 
-bool SurveyList::IsShown(const Entry& entry) const {
-  return std::all_of(words_.begin(), words_.end(), [&entry](const std::string& word) {
-    return entry.searched.find(word) != std::string::npos;
-  });
-}
+bool SurveyList::IsShown(const Entry& entry) const { return HasAllWords(entry.searched, words_); }
 
 std::string SurveyList::GroupOf(std::size_t row) const {
   switch (grouping_) {

@@ -79,15 +79,16 @@ TEST_F(SurveyWindowTest, ListsGroupsAndFiltersByKeyboard) {
 }
 
 TEST_F(SurveyWindowTest, ShowsFindingsAndWhatBelongsToThem) {
-  auto* findings = Find<QListWidget>("survey-findings");
-  ASSERT_EQ(findings->count(), static_cast<int>(window_->Findings().size()));
-  for (int i = 0; i < findings->count(); ++i) {
+  auto* findings = Find<FindingsPane>("survey-findings");
+  const QAbstractItemModel& model = *findings->model();
+  ASSERT_EQ(model.rowCount(), static_cast<int>(window_->Findings().size()));
+  for (int i = 0; i < model.rowCount(); ++i) {
     const SurveyFinding& finding = window_->Findings()[static_cast<std::size_t>(i)];
     if (finding.path.empty()) {
       continue;
     }
-    findings->setCurrentRow(i);
-    emit findings->itemActivated(findings->item(i));
+    findings->setCurrentIndex(model.index(i, 0));
+    QTest::keyClick(findings, Qt::Key_Return);
     const QModelIndex current = Find<QTreeView>("recordings")->currentIndex();
     EXPECT_EQ(current.siblingAtColumn(0).data().toString().toStdString(), finding.path);
     EXPECT_TRUE(current.siblingAtColumn(static_cast<int>(SurveyColumn::kFindings))

@@ -16,12 +16,10 @@
 #include <set>
 
 #include "base/latin1.h"
-#include "check/widgets/severity_sign.h"
 #include "files/path_text.h"
 #include "survey/survey_index.h"
 #include "survey/survey_report.h"
 #include "survey/widgets/report_files.h"
-#include "ui/list_item.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -104,7 +102,7 @@ CSurveyWindow::CSurveyWindow(QWidget* parent)
   layout->addLayout(MakeTools());
   auto* parts = new QSplitter(Qt::Vertical, this);
   parts->addWidget(MakeList());
-  parts->addWidget(MakeFindings());
+  parts->addWidget(MakeTabs());
   parts->setStretchFactor(0, 3);
   parts->setStretchFactor(1, 1);
   layout->addWidget(parts, 1);
@@ -201,22 +199,38 @@ QWidget* CSurveyWindow::MakeList() {
   connect(list_, &QTreeView::activated, this, &CSurveyWindow::OpenRow);
   connect(list_, &QWidget::customContextMenuRequested, this, &CSurveyWindow::ShowContextMenu);
   connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-          [this](const QModelIndex& index) { coverage_->SetCurrent(model_->RowAt(index)); });
+          [this](const QModelIndex& index) {
+            coverage_->SetCurrent(model_->RowAt(index));
+            sites_->SetCurrent(model_->RowAt(index));
+          });
   findChild<QToolButton*>(QStringLiteral("survey-columns"))->setMenu(MakeColumnsMenu());
   Regroup();
   return list_;
 }
 
-QWidget* CSurveyWindow::MakeFindings() {
-  sentences_ = new QListWidget(this);
-  sentences_->setObjectName(QStringLiteral("survey-findings"));
-  sentences_->setAccessibleName(QStringLiteral("Findings"));
-  sentences_->setUniformItemSizes(true);
-  const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize);
-  sentences_->setIconSize(QSize(icon, icon));
-  connect(sentences_, &QListWidget::itemActivated, this, &CSurveyWindow::OpenFinding);
-  connect(sentences_, &QListWidget::itemClicked, this, &CSurveyWindow::OpenFinding);
-  return sentences_;
+// What is wrong and where the sites are; the first tab has its tools beside the titles.
+QWidget* CSurveyWindow::MakeTabs() {
+  tabs_ = new QTabWidget(this);
+  tabs_->setObjectName(QStringLiteral("survey-tabs"));
+  sentences_ = new FindingsPane(tabs_);
+  sites_ = new SiteMapPane(tabs_);
+  tabs_->addTab(sentences_, QStringLiteral("Findings"));
+  tabs_->addTab(sites_, QStringLiteral("Map"));
+  QWidget* tools = sentences_->MakeTools(tabs_);
+  tabs_->setCornerWidget(tools);
+  connect(tabs_, &QTabWidget::currentChanged, tools,
+          [tools](int index) { tools->setVisible(index == 0); });
+  connect(sentences_, &FindingsPane::chosen, this, &CSurveyWindow::SelectFile);
+  connect(sentences_, &FindingsPane::filtered, this, [this] {
+    const FindingsList& list = sentences_->List();
+    const QString count =
+        list.Shown().size() == list.InAll()
+            ? QString::number(list.InAll())
+            : QStringLiteral("%1 of %2").arg(list.Shown().size()).arg(list.InAll());
+    tabs_->setTabText(0, QStringLiteral("Findings (%1)").arg(count));
+  });
+  connect(sites_, &SiteMapPane::chosen, this, &CSurveyWindow::SelectRows);
+  return tabs_;
 }
 
 QLayout* CSurveyWindow::MakeFoot() {
@@ -287,10 +301,11 @@ void CSurveyWindow::Start(bool is_again) {
   coming_.Clear();
   if (!is_again_) {
     findings_.clear();
+    notes_.clear();
     pictures_->Clear();
     Arrange([](SurveyList* list) { list->Clear(); });
     coverage_->SetCoverage({});
-    ShowFindings();
+    ShowWhole();
   }
   SurveyOptions options;
   options.depth = deep_->isChecked() ? ScanDepth::kDeep : ScanDepth::kHeaders;
@@ -343,7 +358,7 @@ void CSurveyWindow::End() {
     }
     has_widths_ = true;
   }
-  ShowFindings();
+  ShowWhole();
   Watch();
 }
 
@@ -442,37 +457,39 @@ void CSurveyWindow::ShowState() {
   state_->setText(parts.join(QStringLiteral("; ")));
 }
 
-void CSurveyWindow::ShowFindings() {
-  sentences_->clear();
-  for (const SurveyFinding& finding : findings_) {
-    const QString where = finding.path.empty() ? Text(finding.box) : Text(finding.path);
-    const QString sentence = Text(finding.sentence);
-    auto* item = OnlyShown(new QListWidgetItem(
-        SignOf(finding.severity),
-        where.isEmpty() ? sentence : where + QStringLiteral(": ") + sentence, sentences_));
-    item->setData(Qt::AccessibleTextRole,
-                  WordOf(finding.severity) + QStringLiteral(": ") + item->text());
-    item->setToolTip(item->text());
-  }
-  for (const ScanNote& note : notes_) {
-    OnlyShown(new QListWidgetItem(
-        SignOf(Severity::kWarning),
-        Text(note.path) + QStringLiteral(": not read: ") + Text(note.reason), sentences_));
+// What is known only once all rows are there.
+void CSurveyWindow::ShowWhole() {
+  sentences_->SetFindings(findings_, notes_);
+  sites_->SetSites(SitesOf(model_->List().Rows()));
+}
+
+void CSurveyWindow::SelectFile(const std::string& name) {
+  const auto& rows = model_->List().Rows();
+  const auto found = std::find_if(rows.begin(), rows.end(),
+                                  [&name](const SharedRow& row) { return row->name == name; });
+  if (!name.empty() && found != rows.end()) {
+    Select(static_cast<std::size_t>(found - rows.begin()));
   }
 }
 
-void CSurveyWindow::OpenFinding() {
-  const int at = sentences_->currentRow();
-  if (at < 0 || at >= static_cast<int>(findings_.size())) {
-    return;
-  }
-  const std::string& path = findings_[static_cast<std::size_t>(at)].path;
-  const auto& rows = model_->List().Rows();
-  for (std::size_t row = 0; row < rows.size(); ++row) {
-    if (!path.empty() && rows[row]->name == path) {
-      Select(row);
-      return;
+void CSurveyWindow::SelectRows(const SiteRows& rows) {
+  QItemSelection selection;
+  QModelIndex first;
+  for (const std::size_t row : rows) {
+    const QModelIndex index = model_->IndexOf(row);
+    if (index.isValid()) {
+      selection.append(QItemSelectionRange(index));
+      first = first.isValid() && !(index < first) ? first : index;
     }
+  }
+  list_->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+  list_->selectionModel()->select(selection,
+                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  list_->scrollTo(first);
+  if (const std::size_t hidden = rows.size() - static_cast<std::size_t>(selection.size());
+      hidden > 0) {
+    state_->setText(Counted(hidden, "recording is", "recordings are") +
+                    QStringLiteral(" hidden by the filter"));
   }
 }
 

@@ -7,10 +7,10 @@
 #include <QFileSystemWatcher>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
@@ -21,6 +21,8 @@
 
 #include "survey/survey_scan.h"
 #include "survey/widgets/coverage_view.h"
+#include "survey/widgets/findings_pane.h"
+#include "survey/widgets/site_map_pane.h"
 #include "survey/widgets/survey_model.h"
 #include "survey/widgets/trace_pictures.h"
 
@@ -63,7 +65,7 @@ class CSurveyWindow : public QWidget {
  private:
   QLayout* MakeTools();
   QWidget* MakeList();
-  QWidget* MakeFindings();
+  QWidget* MakeTabs();
   QLayout* MakeFoot();
   QMenu* MakeColumnsMenu();
   QMenu* MakeConvertMenu();
@@ -76,10 +78,11 @@ class CSurveyWindow : public QWidget {
   void Refilter();
   void Arrange(const std::function<void(SurveyList*)>& change);
   void ShowState();
-  void ShowFindings();
+  void ShowWhole();
   void OpenRow(const QModelIndex& index);
-  void OpenFinding();
   void Select(std::size_t row);
+  void SelectFile(const std::string& name);
+  void SelectRows(const SiteRows& rows);
   std::vector<std::size_t> SelectedRows() const;
   std::filesystem::path FileOf(const SurveyRow& row, const RowFile& file) const;
   QStringList FilesFor(SurveyConversion command) const;
@@ -101,7 +104,9 @@ class CSurveyWindow : public QWidget {
   TracePictures* pictures_;
   QTreeView* list_ = nullptr;
   CoverageView* coverage_ = nullptr;
-  QListWidget* sentences_ = nullptr;
+  QTabWidget* tabs_ = nullptr;
+  FindingsPane* sentences_ = nullptr;
+  SiteMapPane* sites_ = nullptr;
   QComboBox* grouping_ = nullptr;
   QLineEdit* filter_ = nullptr;
   QCheckBox* deep_ = nullptr;
