@@ -96,6 +96,32 @@ TEST_F(SurveyWindowTest, ShowsFindingsAndWhatBelongsToThem) {
                     .toString()
                     .contains(QString::fromStdString(finding.sentence)));
   }
+  QTest::keyClicks(Find<QLineEdit>("findings-filter"), QStringLiteral("bad"));
+  EXPECT_EQ(model.rowCount(), 1);
+  EXPECT_TRUE(
+      Find<QTabWidget>("survey-tabs")->tabText(0).startsWith(QStringLiteral("Findings (1 of ")));
+  // A site on the map, or beside it, chooses its recordings.
+  auto* map = Find<SpreadMapView>("survey-map");
+  ASSERT_EQ(map->Map().items.size(), 3U);
+  Find<QTabWidget>("survey-tabs")->setCurrentIndex(1);
+  QTest::keyClick(map, Qt::Key_End);
+  QTest::keyClick(map, Qt::Key_Return);
+  const auto chosen = [this] {
+    QStringList names;
+    for (const QModelIndex& index :
+         Find<QTreeView>("recordings")->selectionModel()->selectedRows()) {
+      names << index.data().toString();
+    }
+    names.sort();
+    return names.join(QLatin1Char(' '));
+  };
+  EXPECT_EQ(chosen(), QStringLiteral("2026-11-23/1203.TSS 2026-11-23/1207.TSS "
+                                     "2026-11-23/1215.TSS 2026-11-23/2417.TSS"));
+  auto* unplaced = Find<QListWidget>("survey-unplaced");
+  ASSERT_EQ(unplaced->count(), 1);
+  unplaced->setCurrentRow(0);
+  QTest::keyClick(unplaced, Qt::Key_Return);
+  EXPECT_EQ(chosen(), QStringLiteral("2026-11-23/1211.TSS"));
   // The picture of what was recorded when goes from recording to recording.
   auto* coverage = Find<CoverageView>("coverage");
   EXPECT_TRUE(coverage->accessibleDescription().startsWith(QStringLiteral("5 boxes from ")))

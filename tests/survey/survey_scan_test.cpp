@@ -156,6 +156,9 @@ TEST(SurveyScanTest, RowsTellWhatFilesSay) {
   EXPECT_EQ(row.files.size(), 3U) << "table, waveform and text";
   EXPECT_EQ(row.table->site + " " + row.table->line + " " + row.table->firmware,
             "S0450E L1200N 5.0");
+  ASSERT_TRUE(row.table->place);
+  EXPECT_EQ(PlaceText(*row.table->place), "450 E, 1350 N") << "the middle of its dipoles";
+  EXPECT_FALSE(row.table->geo);
   EXPECT_EQ(ClockText(*row.table), "Locked to GPS");
   EXPECT_EQ(CalibrationText(row), "1207.CLB (49 days)");
 }
@@ -239,6 +242,8 @@ TEST(SurveyScanTest, FactsComeBackFromTheirBytesOrNotAtAll) {
   facts.table->site = "S1";
   facts.table->boxes = {{1203, 3}};
   facts.table->sensors = {{4, 2, "2041"}};
+  facts.table->place = {450, 1350};
+  facts.table->geo = {-12.5, 170.25};
   const std::string image = FactsImage(facts);
   FileFacts back;
   ASSERT_TRUE(FactsFrom(image, &back));
