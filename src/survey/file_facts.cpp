@@ -123,7 +123,7 @@ void ReadSeriesFile(FileType type, const std::filesystem::path& path, const Read
   if (type == FileType::kBand) {
     size = TsHeaderSize::kBand;
   } else if (type == FileType::kWaveform) {
-    size = options.header_size ? *options.header_size : FittingHeaders(file);
+    size = options.header_size ? *options.header_size : FittingHeaders(file, options.stopped);
   }
   ReadSeries(size, options, file, facts);
 }

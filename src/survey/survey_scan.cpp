@@ -5,6 +5,7 @@
 #include <exception>
 #include <optional>
 #include <span>
+#include <system_error>
 #include <utility>
 
 #include "base/latin1.h"
@@ -15,6 +16,13 @@
 
 namespace orvane {
 namespace {
+
+// What the index knows a folder by, wherever one stands.
+std::filesystem::path WholePath(const std::filesystem::path& path) {
+  std::error_code error;
+  const std::filesystem::path whole = std::filesystem::absolute(path, error);
+  return error || path.empty() ? path : whole.filename() == "." ? whole.parent_path() : whole;
+}
 
 // One pass over a tree.
 class Pass {
@@ -142,7 +150,7 @@ class Pass {
 }  // namespace
 
 SurveyScan::SurveyScan(std::filesystem::path root, SurveyOptions options)
-    : root_(std::move(root)), options_(std::move(options)), thread_([this] { Run(); }) {}
+    : root_(WholePath(root)), options_(std::move(options)), thread_([this] { Run(); }) {}
 
 SurveyScan::~SurveyScan() {
   Stop();
@@ -195,6 +203,9 @@ Result<> SurveyScan::Work() {
     at = end;
   }
   index.Write();
+  if (!stop_ && options_.depth != ScanDepth::kNames) {
+    index.Prune(root_);
+  }
   if (index_note_.empty()) {
     index_note_ = PrintableUtf8(index.Failure());
   }

@@ -233,6 +233,56 @@ TEST(SurveyScanTest, IndexIsWholeAfterAKill) {
   }
 }
 
+TEST(SurveyScanTest, IndexForgetsWhatIsGone) {
+  const TempDir dir;
+  constexpr std::int64_t kDay = 20'000;
+  FileInfo info;
+  FileFacts facts;
+  facts.failure = std::string(1000, 'f');
+  const auto known = [&](std::int64_t day, std::vector<std::string> names, int prune,
+                         std::uint64_t most = SurveyIndex::kMostBytes) {
+    SurveyIndex index(day);
+    EXPECT_TRUE(index.Open(dir / "index.db"));
+    FileFacts found;
+    std::string text;
+    for (const std::string& name : names) {
+      text += index.Find("/" + name, info, &found) ? name + " " : "";
+    }
+    index.Write();
+    if (prune != 0) {
+      index.Prune("/a", most);
+    }
+    EXPECT_EQ(index.Failure(), "");
+    return text;
+  };
+  const std::vector<std::string> all = {"a/1", "a/2", "a/b/3", "ab/4", "c/5"};
+  {
+    SurveyIndex index(kDay);
+    ASSERT_TRUE(index.Open(dir / "index.db"));
+    for (const std::string& name : all) {
+      index.Put("/" + name, info, facts);
+    }
+    index.Write();
+    index.Prune("/a");  // all of today
+  }
+  // Seen the next day, but for one file of the folder.
+  EXPECT_EQ(known(kDay + 1, {"a/1", "a/b/3"}, 1), "a/1 a/b/3 ");
+  EXPECT_EQ(known(kDay, all, 0), "a/1 a/b/3 ab/4 c/5 ") << "other folders stay";
+  EXPECT_EQ(known(kDay + 1 + SurveyIndex::kLongUnseen, {"a/1"}, 1), "a/1 ");
+  EXPECT_EQ(known(kDay, all, 0), "a/1 ") << "what nobody saw for long";
+  {
+    SurveyIndex index(kDay);
+    ASSERT_TRUE(index.Open(dir / "index.db"));
+    for (int i = 0; i < 2000; ++i) {
+      index.Put("/c/" + std::to_string(i), info, facts);
+    }
+  }
+  const auto size = std::filesystem::file_size(dir / "index.db");
+  EXPECT_EQ(known(kDay + 2, {"c/1999"}, 1, 1U << 20U), "c/1999 ");
+  EXPECT_EQ(known(kDay + 2, {"c/0", "c/1999"}, 0), "c/1999 ") << "the oldest go first";
+  EXPECT_LT(std::filesystem::file_size(dir / "index.db"), size * 4 / 5);
+}
+
 TEST(SurveyScanTest, FactsComeBackFromTheirBytesOrNotAtAll) {
   FileFacts facts;
   facts.failure = "because";
@@ -316,6 +366,20 @@ TEST(SurveyScanTest, StopsAtOnce) {
   }
   EXPECT_LT(scan.FilesDone(), 2000U);
   EXPECT_TRUE(scan.Findings().empty());
+  // Neither is the size of the headers of a huge file guessed to its end.
+  std::filesystem::create_directory(dir / "huge");
+  WriteAll(dir / "huge" / "1.TSS", "");
+  std::filesystem::resize_file(dir / "huge" / "1.TSS", 1ULL << 34U);
+  SurveyScan huge(dir / "huge", {});
+  while (huge.FilesInAll() == 0) {
+  }
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  const auto start = std::chrono::steady_clock::now();
+  ASSERT_FALSE(huge.IsDone());
+  huge.Stop();
+  while (!huge.IsDone()) {
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
 
 }  // namespace
