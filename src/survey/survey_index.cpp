@@ -175,6 +175,7 @@ Result<> SurveyIndex::Open(const std::filesystem::path& file) {
   for (int attempt = 0; attempt < 2; ++attempt) {
     database_ = std::make_unique<Database>();
     if (database_->Open(file)) {
+      failure_.clear();  // of the one that was thrown away
       return {};
     }
     const int code = sqlite3_extended_errcode(database_->handle);
