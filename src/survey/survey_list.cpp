@@ -6,6 +6,7 @@
 #include <map>
 #include <numeric>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include "base/number_text.h"
@@ -145,19 +146,34 @@ void SurveyList::Clear() {
   groups_.clear();
 }
 
+SurveyList SurveyList::Emptied() const {
+  SurveyList list;
+  list.grouping_ = grouping_;
+  list.order_ = order_;
+  list.is_descending_ = is_descending_;
+  list.words_ = words_;
+  return list;
+}
+
 void SurveyList::Add(std::span<const SharedRow> rows) {
+  std::vector<std::size_t> fresh;
   for (const SharedRow& row : rows) {
     rows_.push_back(row);
     entries_.emplace_back();
-    Fill(rows_.size() - 1);
+    fresh.push_back(rows_.size() - 1);
+    Fill(fresh.back());
   }
-  Arrange();
+  Insert(std::move(fresh));
 }
 
 void SurveyList::TakeRows(SurveyList other) {
   rows_ = std::move(other.rows_);
   entries_ = std::move(other.entries_);
-  Arrange();
+  groups_ = std::move(other.groups_);
+  if (std::tie(grouping_, order_, is_descending_, words_) !=
+      std::tie(other.grouping_, other.order_, other.is_descending_, other.words_)) {
+    Arrange();
+  }
 }
 
 void SurveyList::SetFindings(std::span<const SurveyFinding> findings) {
@@ -177,9 +193,11 @@ void SurveyList::SetFindings(std::span<const SurveyFinding> findings) {
     }
   }
   for (const std::size_t row : changed) {
-    Fill(row);
+    FillFindings(row);
   }
-  Arrange();
+  if (DependsOnFindings()) {
+    Arrange();
+  }
 }
 
 void SurveyList::Fill(std::size_t row) {
@@ -191,11 +209,13 @@ void SurveyList::Fill(std::size_t row) {
     cell = SurveyCell(*rows_[row], static_cast<SurveyColumn>(column));
     searched.append(cell).append("\n");
   }
-  if (!entry.findings.empty()) {
-    entry.cells[static_cast<std::size_t>(SurveyColumn::kFindings)] =
-        FormatInt(entry.findings.size());
-  }
-  entry.searched = UpperCase(searched + SentencesOf(row));
+  entry.searched = UpperCase(searched);
+}
+
+void SurveyList::FillFindings(std::size_t row) {
+  Entry& entry = entries_[row];
+  entry.cells[static_cast<std::size_t>(SurveyColumn::kFindings)] = CountOf(entry.findings.size());
+  entry.found = UpperCase(SentencesOf(row));
 }
 
 void SurveyList::SetGrouping(SurveyGrouping grouping) {
@@ -253,28 +273,41 @@ bool SurveyList::IsBefore(std::size_t a, std::size_t b) const {
 }
 
 void SurveyList::Arrange() {
-  std::vector<std::size_t> order;
-  for (std::size_t row = 0; row < rows_.size(); ++row) {
-    if (IsShown(entries_[row])) {
-      order.push_back(row);
+  groups_.clear();
+  std::vector<std::size_t> all(rows_.size());
+  std::iota(all.begin(), all.end(), std::size_t{0});
+  Insert(std::move(all));
+}
+
+// What has no such group comes last.
+void SurveyList::Insert(std::vector<std::size_t> rows) {
+  std::erase_if(rows, [this](std::size_t row) { return !IsShown(entries_[row]); });
+  const auto is_before = [this](std::size_t a, std::size_t b) { return IsBefore(a, b); };
+  std::stable_sort(rows.begin(), rows.end(), is_before);
+  std::map<std::string, std::vector<std::size_t>> by_key;
+  for (const std::size_t row : rows) {
+    by_key[GroupOf(row)].push_back(row);
+  }
+  for (auto& [key, more] : by_key) {
+    auto group = std::lower_bound(
+        groups_.begin(), groups_.end(), key, [](const SurveyGroup& one, const std::string& other) {
+          return other.empty() ? !one.key.empty() : !one.key.empty() && one.key < other;
+        });
+    if (group == groups_.end() || group->key != key) {
+      group = groups_.insert(group, SurveyGroup{key, {}, {}});
+    }
+    const auto before = static_cast<std::ptrdiff_t>(group->rows.size());
+    group->rows.insert(group->rows.end(), more.begin(), more.end());
+    std::inplace_merge(group->rows.begin(), group->rows.begin() + before, group->rows.end(),
+                       is_before);
+    if (grouping_ != SurveyGrouping::kNone) {
+      group->title = CountedTitle(key, group->rows.size());
     }
   }
-  std::stable_sort(order.begin(), order.end(),
-                   [this](std::size_t a, std::size_t b) { return IsBefore(a, b); });
-  std::map<std::string, std::vector<std::size_t>> by_title;
-  for (const std::size_t row : order) {
-    by_title[GroupOf(row)].push_back(row);
-  }
-  groups_.clear();
-  for (auto& [title, rows] : by_title) {
-    const std::string shown =
-        grouping_ == SurveyGrouping::kNone ? std::string() : CountedTitle(title, rows.size());
-    groups_.push_back({shown, std::move(rows)});
-  }
-  // What has no such place comes last.
-  if (groups_.size() > 1 && by_title.begin()->first.empty()) {
-    std::rotate(groups_.begin(), groups_.begin() + 1, groups_.end());
-  }
+  NotePlaces();
+}
+
+void SurveyList::NotePlaces() {
   for (Entry& entry : entries_) {
     entry.place.reset();
   }

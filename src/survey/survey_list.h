@@ -46,6 +46,7 @@ std::string SurveyCell(const SurveyRow& row, SurveyColumn column);
 
 /// Rows that belong together. Without a grouping there is one group of all, without a title.
 struct SurveyGroup {
+  std::string key;                ///< "S0450E"; empty: not known
   std::string title;              ///< "S0450E: 12 recordings"
   std::vector<std::size_t> rows;  ///< by their places in the survey
 };
@@ -54,12 +55,17 @@ struct SurveyGroup {
 /// are.
 class SurveyList {
  public:
+  /// One without rows that is grouped, sorted and filtered alike.
+  SurveyList Emptied() const;
   void Clear();
+  /// Puts rows in their places: a merge, whatever there is already.
   void Add(std::span<const SharedRow> rows);
   /// The rows of another list, grouped, sorted and filtered as these were.
   void TakeRows(SurveyList other);
   /// Those of rows that are here.
   void SetFindings(std::span<const SurveyFinding> findings);
+  /// Whether rows are where they are, or shown at all, by their findings.
+  bool DependsOnFindings() const { return order_ == SurveyColumn::kFindings || !words_.empty(); }
   void SetGrouping(SurveyGrouping grouping);
   void SetOrder(SurveyColumn column, bool is_descending);
   /// Every word of it has to be in one of the row's texts or findings, in any case of letters.
@@ -85,12 +91,16 @@ class SurveyList {
  private:
   struct Entry {
     std::vector<std::string> cells;  // by column
-    std::string searched;            // upper case
+    std::string searched;            // upper case, of the cells
+    std::string found;               // upper case, of the findings
     std::vector<SurveyFinding> findings;
     std::optional<Place> place;
   };
 
   void Fill(std::size_t row);
+  void FillFindings(std::size_t row);
+  void Insert(std::vector<std::size_t> rows);
+  void NotePlaces();
   void Arrange();
   bool IsShown(const Entry& entry) const;
   std::string GroupOf(std::size_t row) const;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <optional>
 #include <span>
 #include <system_error>
@@ -150,11 +151,17 @@ class Pass {
 }  // namespace
 
 SurveyScan::SurveyScan(std::filesystem::path root, SurveyOptions options)
-    : root_(WholePath(root)), options_(std::move(options)), thread_([this] { Run(); }) {}
+    : root_(WholePath(root)),
+      options_(std::move(options)),
+      no_memory_(Failure(ReasonOf(std::bad_alloc()))) {
+  thread_ = std::thread([this] { Run(); });
+}
 
 SurveyScan::~SurveyScan() {
   Stop();
-  thread_.join();
+  if (thread_.joinable()) {
+    thread_.join();
+  }
 }
 
 std::vector<SharedRow> SurveyScan::Take(std::size_t most) {
@@ -168,6 +175,8 @@ std::vector<SharedRow> SurveyScan::Take(std::size_t most) {
 void SurveyScan::Run() {
   try {
     outcome_ = Work();
+  } catch (const std::bad_alloc&) {
+    outcome_ = std::move(no_memory_);
   } catch (const std::exception& error) {
     outcome_ = Failure(ReasonOf(error));
   }

@@ -86,6 +86,7 @@ class SurveyScan {
   std::vector<ScanNote> notes_;
   std::string index_note_;
   Result<> outcome_;
+  Result<> no_memory_;  // made while there is some
   std::thread thread_;  // the last: it uses the others
 };
 

@@ -83,14 +83,20 @@ void CoverageView::PaintLane(std::size_t lane, QPainter* painter) const {
   for (const CoveragePart& part : box.planned) {
     painter->fillRect(Bar(part, rect, kPlanShare), QBrush(GridColor(palette()), Qt::Dense4Pattern));
   }
+  double drawn_to = -1;  // of thousands of recordings only those that can be seen
   for (const CoveragePart& part : box.recorded) {
     QRectF bar = Bar(part, rect, kBarShare);
+    const bool is_current = current_ && part.row == *current_;
+    if (bar.right() < drawn_to + kLeastWidth / 2 && part.bad_share == 0 && !is_current) {
+      continue;
+    }
+    drawn_to = std::max(drawn_to, bar.right());
     painter->fillRect(bar, TraceColor(0, palette()));
     bar.setTop(bar.bottom() - std::max(part.bad_share * bar.height(), kLeastWidth));
     if (part.bad_share > 0) {
       painter->fillRect(bar, WarningColor(palette()));
     }
-    if (current_ && part.row == *current_) {
+    if (is_current) {
       painter->setPen(QPen(StandOut(palette().color(QPalette::Highlight), palette()), 2));
       painter->drawRect(Bar(part, rect, kPlanShare));
     }

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <map>
 #include <set>
 
@@ -28,10 +29,10 @@ namespace {
 const QString kState = QStringLiteral("Survey/Columns");
 const QString kGrouping = QStringLiteral("Survey/Grouping");
 const QString kGeometry = QStringLiteral("Survey/Window");
-constexpr int kLook = 100;              // ms between looks at what came
-constexpr int kPause = 1500;            // ms without a change before a folder is looked at again
-constexpr std::size_t kMostRows = 400;  // taken at a time: a step of the window
-constexpr int kMostWatched = 1000;      // folders
+constexpr int kLook = 100;               // ms between looks at what came
+constexpr int kPause = 1500;             // ms without a change before a folder is looked at again
+constexpr std::size_t kMostRows = 1500;  // taken at a time: a step of the window
+constexpr int kMostWatched = 1000;       // folders
 constexpr std::array<SurveyColumn, 6> kHiddenAtFirst = {
     SurveyColumn::kKind,  SurveyColumn::kFrequencies, SurveyColumn::kSaturated,
     SurveyColumn::kTable, SurveyColumn::kClock,       SurveyColumn::kFiles};
@@ -95,7 +96,8 @@ const RowFile& MainFileOf(const SurveyRow& row) {
 CSurveyWindow::CSurveyWindow(QWidget* parent)
     : QWidget(parent, Qt::Window),
       model_(new SurveyModel(this)),
-      pictures_(new TracePictures(this)) {
+      pictures_(new TracePictures(this)),
+      overview_(new SurveyOverview(this)) {
   setObjectName(QStringLiteral("survey-window"));
   setWindowTitle(QStringLiteral("Survey"));
   auto* layout = new QVBoxLayout(this);
@@ -110,6 +112,14 @@ CSurveyWindow::CSurveyWindow(QWidget* parent)
   connect(coverage_, &CoverageView::chosen, this, &CSurveyWindow::Select);
   layout->addWidget(coverage_);
   layout->addLayout(MakeFoot());
+  connect(overview_, &SurveyOverview::came, this,
+          [this](const std::shared_ptr<SurveyOverview::Made>& made) {
+            coverage_->SetCoverage(std::move(made->coverage));
+            sites_->SetSites(std::move(made->sites));
+            const auto current = model_->RowAt(list_->currentIndex());
+            coverage_->SetCurrent(current);
+            sites_->SetCurrent(current);
+          });
   connect(pictures_, &TracePictures::came, model_, &SurveyModel::PictureCame);
   model_->SetPictures([this](std::size_t row) -> QVariant {
     const SurveyRow& of = *model_->List().Rows()[row];
@@ -180,6 +190,8 @@ QWidget* CSurveyWindow::MakeList() {
   list_->setModel(model_);
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   list_->setUniformRowHeights(true);
+  constexpr int kRowsForWidths = 50;
+  list_->header()->setResizeContentsPrecision(kRowsForWidths);
   list_->setAlternatingRowColors(true);
   list_->setTabKeyNavigation(false);
   list_->setIconSize(TracePictures::Size());
@@ -298,14 +310,18 @@ void CSurveyWindow::Start(bool is_again) {
   later_.stop();
   scan_.reset();  // stops it
   is_again_ = is_again && !model_->List().Rows().empty();
-  coming_.Clear();
+  steps_.clear();
+  overview_->Forget();
+  coming_ = model_->List().Emptied();
+  drawn_.invalidate();
   if (!is_again_) {
     findings_.clear();
     notes_.clear();
     pictures_->Clear();
     Arrange([](SurveyList* list) { list->Clear(); });
     coverage_->SetCoverage({});
-    ShowWhole();
+    sentences_->SetFindings(findings_, notes_);
+    sites_->SetSites({});
   }
   SurveyOptions options;
   options.depth = deep_->isChecked() ? ScanDepth::kDeep : ScanDepth::kHeaders;
@@ -316,6 +332,7 @@ void CSurveyWindow::Start(bool is_again) {
 }
 
 void CSurveyWindow::Look() {
+  constexpr int kRedraw = 1000;  // ms
   if (scan_ == nullptr) {
     timer_.stop();
     return;
@@ -326,12 +343,35 @@ void CSurveyWindow::Look() {
     coming_.Add(rows);
   } else if (!rows.empty()) {
     Arrange([&rows](SurveyList* list) { list->Add(rows); });
-    coverage_->SetCoverage(CoverageOf(model_->List().Rows()));
+    if (!drawn_.isValid() || drawn_.elapsed() > kRedraw) {
+      drawn_.start();
+      overview_->Make(model_->List().Rows());
+    }
   }
   if (is_done && rows.empty()) {
     End();
   }
   ShowState();
+}
+
+// Between two steps keys and clicks have their turn.
+void CSurveyWindow::Then(std::function<void()> step) {
+  steps_.push_back(std::move(step));
+  if (steps_.size() > 1) {
+    return;
+  }
+  auto* turns = new QTimer(this);
+  connect(turns, &QTimer::timeout, this, [this, turns] {
+    if (!steps_.empty()) {
+      steps_.front()();
+      steps_.pop_front();
+    }
+    if (steps_.empty()) {
+      turns->deleteLater();
+      turns->stop();
+    }
+  });
+  turns->start(0);
 }
 
 void CSurveyWindow::End() {
@@ -344,22 +384,31 @@ void CSurveyWindow::End() {
   } else if (scan_->WasStopped()) {
     end_note_ = QStringLiteral("cancelled: not all files were looked at");
   }
+  scan_.reset();
+  overview_->Forget();
   if (is_again_ && is_whole) {
     pictures_->Clear();
     Arrange([this](SurveyList* list) { list->TakeRows(std::move(coming_)); });
-    coverage_->SetCoverage(CoverageOf(model_->List().Rows()));
   }
-  coming_.Clear();
-  scan_.reset();
-  Arrange([this](SurveyList* list) { list->SetFindings(findings_); });
-  if (!has_widths_) {  // after it the user's stay
-    for (int column = 1; column < kSurveyColumns; ++column) {
-      list_->resizeColumnToContents(column);
-    }
-    has_widths_ = true;
+  Then([this] { coming_ = model_->List().Emptied(); });
+  Then([this] {
+    const auto change = [this](SurveyList* list) { list->SetFindings(findings_); };
+    model_->List().DependsOnFindings() ? Arrange(change) : model_->ChangeCells(change);
+  });
+  Then([this] { FitColumns(); });
+  Then([this] {
+    sentences_->SetFindings(findings_, notes_);
+    overview_->Make(model_->List().Rows());
+  });
+  Then([this] { Watch(); });
+}
+
+// Once; after it the user's stay.
+void CSurveyWindow::FitColumns() {
+  for (int column = 1; column < kSurveyColumns && !has_widths_; ++column) {
+    list_->resizeColumnToContents(column);
   }
-  ShowWhole();
-  Watch();
+  has_widths_ = true;
 }
 
 void CSurveyWindow::Cancel() {
@@ -371,20 +420,30 @@ void CSurveyWindow::Cancel() {
 // The folders of the rows and those above them: new files, and new folders, make themselves known.
 void CSurveyWindow::Watch() {
   QStringList folders = {TextFromPath(folder_)};
-  std::set<std::string> seen;
+  std::set<std::filesystem::path> seen;
   for (const SharedRow& row : model_->List().Rows()) {
-    if (folders.size() < kMostWatched && !row->files.empty()) {
-      const auto folder = FileOf(*row, row->files.front()).parent_path();
-      if (seen.insert(PathText(folder)).second) {
-        folders << TextFromPath(folder);
-      }
+    if (folders.size() < kMostWatched && seen.insert(row->place).second) {
+      folders << TextFromPath(folder_ / row->place);
     }
   }
   folders.removeDuplicates();
-  if (const QStringList before = watcher_.directories(); !before.isEmpty()) {
-    watcher_.removePaths(before);
+  std::sort(folders.begin(), folders.end());
+  QStringList before = watcher_.directories();
+  std::sort(before.begin(), before.end());
+  QStringList gone;
+  QStringList fresh;
+  std::set_difference(before.begin(), before.end(), folders.begin(), folders.end(),
+                      std::back_inserter(gone));
+  std::set_difference(folders.begin(), folders.end(), before.begin(), before.end(),
+                      std::back_inserter(fresh));
+  if (!gone.isEmpty()) {
+    watcher_.removePaths(gone);
   }
-  watcher_.addPaths(folders);
+  // Some at a time: a network answers slowly.
+  constexpr int kAtOnce = 50;
+  for (qsizetype at = 0; at < fresh.size(); at += kAtOnce) {
+    Then([this, some = fresh.mid(at, kAtOnce)] { watcher_.addPaths(some); });
+  }
 }
 
 // What is selected, current and open stays so.
@@ -455,12 +514,6 @@ void CSurveyWindow::ShowState() {
     }
   }
   state_->setText(parts.join(QStringLiteral("; ")));
-}
-
-// What is known only once all rows are there.
-void CSurveyWindow::ShowWhole() {
-  sentences_->SetFindings(findings_, notes_);
-  sites_->SetSites(SitesOf(model_->List().Rows()));
 }
 
 void CSurveyWindow::SelectFile(const std::string& name) {

@@ -4,6 +4,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QFileSystemWatcher>
 #include <QLabel>
 #include <QLineEdit>
@@ -15,7 +16,9 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <QWidget>
+#include <deque>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -24,6 +27,7 @@
 #include "survey/widgets/findings_pane.h"
 #include "survey/widgets/site_map_pane.h"
 #include "survey/widgets/survey_model.h"
+#include "survey/widgets/survey_overview.h"
 #include "survey/widgets/trace_pictures.h"
 
 namespace orvane {
@@ -51,7 +55,8 @@ class CSurveyWindow : public QWidget {
   /// Looks through a folder, from its beginning.
   void Open(const std::filesystem::path& folder);
   const SurveyModel& Model() const { return *model_; }
-  bool IsScanning() const { return scan_ != nullptr; }
+  /// Until all is shown.
+  bool IsScanning() const { return scan_ != nullptr || !steps_.empty() || overview_->IsBusy(); }
   const std::vector<SurveyFinding>& Findings() const { return findings_; }
 
  signals:
@@ -72,13 +77,14 @@ class CSurveyWindow : public QWidget {
   void Start(bool is_again);
   void Look();
   void End();
+  void Then(std::function<void()> step);
   void Cancel();
   void Watch();
   void Regroup();
   void Refilter();
   void Arrange(const std::function<void(SurveyList*)>& change);
   void ShowState();
-  void ShowWhole();
+  void FitColumns();
   void OpenRow(const QModelIndex& index);
   void Select(std::size_t row);
   void SelectFile(const std::string& name);
@@ -91,9 +97,11 @@ class CSurveyWindow : public QWidget {
 
   std::filesystem::path folder_;
   std::unique_ptr<SurveyScan> scan_;
-  bool has_widths_ = false;  // of columns, the user's or fitted
-  bool is_again_ = false;    // rows are shown when all are there
-  SurveyList coming_;        // of such a scan
+  bool has_widths_ = false;                  // of columns, the user's or fitted
+  bool is_again_ = false;                    // rows are shown when all are there
+  SurveyList coming_;                        // of such a scan
+  std::deque<std::function<void()>> steps_;  // still to be done, each short
+  QElapsedTimer drawn_;                      // since the overview was asked for
   std::vector<SurveyFinding> findings_;
   std::vector<ScanNote> notes_;
   QString end_note_;
@@ -102,6 +110,7 @@ class CSurveyWindow : public QWidget {
   QFileSystemWatcher watcher_;
   SurveyModel* model_;
   TracePictures* pictures_;
+  SurveyOverview* overview_;
   QTreeView* list_ = nullptr;
   CoverageView* coverage_ = nullptr;
   QTabWidget* tabs_ = nullptr;
