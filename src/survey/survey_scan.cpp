@@ -29,8 +29,9 @@ std::filesystem::path WholePath(const std::filesystem::path& path) {
 class Pass {
  public:
   Pass(const FolderTree& tree, const SurveyOptions& options, SurveyIndex* index,
-       const std::atomic<bool>& stop, std::atomic<std::uint64_t>* done)
-      : tree_(tree), options_(options), index_(*index), stop_(stop), done_(*done) {
+       const std::atomic<bool>& stop, std::atomic<std::uint64_t>* done,
+       std::vector<ScanNote>* notes)
+      : tree_(tree), options_(options), index_(*index), stop_(stop), done_(*done), notes_(*notes) {
     reading_.is_deep = options.depth == ScanDepth::kDeep;
     reading_.stopped = [this] { return stop_.load(); };
   }
@@ -135,7 +136,12 @@ class Pass {
       const auto found = std::find_if(group.begin(), group.end(), [&file](const FoundFile* one) {
         return one->name == file.name;
       });
-      file.sha256 = Sha256OfFile(tree_.PathOfFile(**found), reading_.stopped);
+      auto sum = Sha256OfFile(tree_.PathOfFile(**found), reading_.stopped);
+      if (sum) {
+        file.sha256 = std::move(*sum);
+      } else if (!stop_) {
+        notes_.push_back({file.shown, PrintableUtf8("no checksum: " + sum.Message())});
+      }
     }
   }
 
@@ -144,6 +150,7 @@ class Pass {
   SurveyIndex& index_;
   const std::atomic<bool>& stop_;
   std::atomic<std::uint64_t>& done_;
+  std::vector<ScanNote>& notes_;
   ReadingOptions reading_;
   Calibrations calibrations_;
 };
@@ -194,7 +201,7 @@ Result<> SurveyScan::Work() {
   if (!options_.index.empty() && !index.Open(options_.index)) {
     index_note_ = PrintableUtf8(index.Failure());
   }
-  Pass pass(*tree, options_, &index, stop_, &done_);
+  Pass pass(*tree, options_, &index, stop_, &done_, &notes_);
   pass.ReadCalibrations();
   const std::span<const FoundFile> files(tree->files);
   for (std::size_t at = 0; at < files.size() && !stop_;) {

@@ -138,9 +138,10 @@ const std::vector<Work>& AllWork() {
        {"Calibration/2041.CLC", "Calibration/2417.CLB"},
        {"Calibration/2041.txt"}},
       {{"survey", "scan", "MT", "--deep"}, {"MT/2417.TS2"}, {}, Work::kIndexed},
-      {{"survey", "scan", "Calibration", "--format", "html", "--checksums", "--out", "page.html"},
+      {{"survey", "scan", "Calibration", "--format", "html", "--checksums"},
        {"Calibration/2041.CLC"},
-       {"page.html"}},
+       {},
+       Work::kIndexed},
       {{"calibration", "curves", "Calibration/2041.CLC"}, {"Calibration/2041.CLC"}, {}}};
   return all;
 }
