@@ -225,7 +225,9 @@ void ReadCalibration(const std::filesystem::path& path, FileFacts* facts) {
   CalHeader header;
   const Result<> opened = reader.Open(path);
   if (!opened || !reader.TakeHeader(&header)) {
-    facts->failure = PrintableUtf8(opened ? "no calibration: too short" : opened.Message());
+    facts->failure = PrintableUtf8(!opened             ? opened.Message()
+                                   : !reader.Outcome() ? reader.Outcome().Message()
+                                                       : "no calibration: too short");
     return;
   }
   CalFileRecord record;
