@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/ascii.h"
 
@@ -38,15 +39,10 @@ bool HasValue(const SurveyFinding& finding, FindingColumn column) {
 
 std::string_view TitleOf(FindingColumn column) { return kTitles[static_cast<std::size_t>(column)]; }
 
-std::string UpperCase(std::string_view text) {
-  std::string upper(text);
-  std::transform(upper.begin(), upper.end(), upper.begin(), UpperCased);
-  return upper;
-}
-
 std::vector<std::string> FilterWords(std::string_view text) {
   std::vector<std::string> words;
-  const std::string upper = UpperCase(text);
+  std::string upper(text);
+  std::transform(upper.begin(), upper.end(), upper.begin(), UpperCased);
   for (std::size_t at = upper.find_first_not_of(' '); at != std::string::npos;) {
     const std::size_t end = std::min(upper.find(' ', at), upper.size());
     words.push_back(upper.substr(at, end - at));
@@ -55,23 +51,17 @@ std::vector<std::string> FilterWords(std::string_view text) {
   return words;
 }
 
-bool HasAllWords(std::string_view searched, std::span<const std::string> words) {
-  return std::all_of(words.begin(), words.end(), [searched](const std::string& word) {
-    return searched.find(word) != std::string_view::npos;
-  });
+bool HasWord(std::string_view text, std::string_view word) {
+  return std::search(text.begin(), text.end(), word.begin(), word.end(),
+                     [](char a, char b) { return UpperCased(a) == b; }) != text.end();
 }
 
-void FindingsList::Set(std::span<const SurveyFinding> findings, std::span<const ScanNote> notes) {
-  all_.assign(findings.begin(), findings.end());
+void FindingsList::Set(SharedFindings findings, std::span<const ScanNote> notes) {
+  findings_ = std::move(findings);
+  notes_.clear();
   for (const ScanNote& note : notes) {
     std::string sentence("not read: ");
-    all_.push_back({"not-read", Severity::kWarning, sentence.append(note.reason), {}, note.path});
-  }
-  searched_.clear();
-  for (const SurveyFinding& finding : all_) {
-    std::string text(finding.id);
-    text.append("\n").append(finding.box).append("\n").append(finding.path);
-    searched_.push_back(UpperCase(text.append("\n").append(finding.sentence)));
+    notes_.push_back({"not-read", Severity::kWarning, sentence.append(note.reason), {}, note.path});
   }
   Arrange();
 }
@@ -89,23 +79,29 @@ void FindingsList::SetFilter(std::string_view text, std::optional<Severity> seve
 }
 
 bool FindingsList::IsShown(std::size_t number) const {
-  return (!severity_ || all_[number].severity == *severity_) &&
-         HasAllWords(searched_[number], words_);
+  const SurveyFinding& finding = At(number);
+  if (severity_ && finding.severity != *severity_) {
+    return false;
+  }
+  return std::all_of(words_.begin(), words_.end(), [&finding](const std::string& word) {
+    return HasWord(finding.id, word) || HasWord(finding.box, word) || HasWord(finding.path, word) ||
+           HasWord(finding.sentence, word);
+  });
 }
 
 // What has no value comes last in either order.
 bool FindingsList::IsBefore(std::size_t a, std::size_t b) const {
-  const bool has_value = HasValue(all_[a], *order_);
-  if (has_value != HasValue(all_[b], *order_)) {
+  const bool has_value = HasValue(At(a), *order_);
+  if (has_value != HasValue(At(b), *order_)) {
     return has_value;
   }
-  const int order = Compare(all_[a], all_[b], *order_);
+  const int order = Compare(At(a), At(b), *order_);
   return is_descending_ ? order > 0 : order < 0;
 }
 
 void FindingsList::Arrange() {
   shown_.clear();
-  for (std::size_t number = 0; number < all_.size(); ++number) {
+  for (std::size_t number = 0; number < InAll(); ++number) {
     if (IsShown(number)) {
       shown_.push_back(number);
     }

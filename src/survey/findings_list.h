@@ -18,25 +18,27 @@ std::string_view TitleOf(FindingColumn column);
 /// Findings as a list to look through: sorted and filtered. What could not be read is among them.
 class FindingsList {
  public:
-  void Set(std::span<const SurveyFinding> findings, std::span<const ScanNote> notes);
+  void Set(SharedFindings findings, std::span<const ScanNote> notes);
   /// None: in the order of the rules.
   void SetOrder(std::optional<FindingColumn> column, bool is_descending);
   /// Every word has to be in rule, box, file or sentence, in any case of letters; with a severity
   /// only such.
   void SetFilter(std::string_view text, std::optional<Severity> severity);
 
-  std::size_t InAll() const { return all_.size(); }
+  std::size_t InAll() const { return findings_->size() + notes_.size(); }
   /// Those that are shown, in their order, by their numbers.
   const std::vector<std::size_t>& Shown() const { return shown_; }
-  const SurveyFinding& At(std::size_t number) const { return all_[number]; }
+  const SurveyFinding& At(std::size_t number) const {
+    return number < findings_->size() ? (*findings_)[number] : notes_[number - findings_->size()];
+  }
 
  private:
   void Arrange();
   bool IsShown(std::size_t number) const;
   bool IsBefore(std::size_t a, std::size_t b) const;
 
-  std::vector<SurveyFinding> all_;
-  std::vector<std::string> searched_;  // upper case
+  SharedFindings findings_ = std::make_shared<const std::vector<SurveyFinding>>();
+  std::vector<SurveyFinding> notes_;
   std::vector<std::size_t> shown_;
   std::optional<FindingColumn> order_;
   bool is_descending_ = false;
@@ -46,9 +48,8 @@ class FindingsList {
 
 /// The words of a filter, in upper case.
 std::vector<std::string> FilterWords(std::string_view text);
-/// Whether all words are in a text of upper case.
-bool HasAllWords(std::string_view searched, std::span<const std::string> words);
-std::string UpperCase(std::string_view text);
+/// Whether a word of upper case is in a text of any.
+bool HasWord(std::string_view text, std::string_view word);
 
 }  // namespace orvane
 

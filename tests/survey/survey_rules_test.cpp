@@ -244,7 +244,7 @@ TEST(SurveyRulesTest, FindingsAreSortedAndFiltered) {
                                                {"three", Severity::kWarning, "gone", "999", ""}};
   const std::vector<ScanNote> notes = {{"c", "no rights"}};
   FindingsList list;
-  list.Set(findings, notes);
+  list.Set(std::make_shared<const std::vector<SurveyFinding>>(findings), notes);
   const auto shown = [&list](std::optional<FindingColumn> column, bool is_descending) {
     list.SetOrder(column, is_descending);
     return list.Shown();

@@ -121,8 +121,7 @@ QWidget* FindingsPane::MakeTools(QWidget* parent) {
   return tools;
 }
 
-void FindingsPane::SetFindings(std::span<const SurveyFinding> findings,
-                               std::span<const ScanNote> notes) {
+void FindingsPane::SetFindings(const SharedFindings& findings, std::span<const ScanNote> notes) {
   model_->Change([&](FindingsList* list) { list->Set(findings, notes); });
   emit filtered();
 }

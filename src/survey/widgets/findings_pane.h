@@ -40,7 +40,7 @@ class FindingsPane : public QTreeView {
  public:
   explicit FindingsPane(QWidget* parent);
 
-  void SetFindings(std::span<const SurveyFinding> findings, std::span<const ScanNote> notes);
+  void SetFindings(const SharedFindings& findings, std::span<const ScanNote> notes);
   const FindingsList& List() const { return model_->List(); }
   /// Choice of severity and filter, to be put where there is room for them.
   QWidget* MakeTools(QWidget* parent);

@@ -29,10 +29,11 @@ namespace {
 const QString kState = QStringLiteral("Survey/Columns");
 const QString kGrouping = QStringLiteral("Survey/Grouping");
 const QString kGeometry = QStringLiteral("Survey/Window");
-constexpr int kLook = 100;               // ms between looks at what came
-constexpr int kPause = 1500;             // ms without a change before a folder is looked at again
-constexpr std::size_t kMostRows = 1500;  // taken at a time: a step of the window
-constexpr int kMostWatched = 1000;       // folders
+constexpr int kLook = 100;                 // ms between looks at what came
+constexpr int kPause = 1500;               // ms without a change before a folder is looked at again
+constexpr std::size_t kMostRows = 1500;    // taken at a time: a step of the window
+constexpr std::size_t kMostOpen = 20'000;  // rows; of more groups are closed at first
+constexpr int kMostWatched = 1000;         // folders
 constexpr std::array<SurveyColumn, 6> kHiddenAtFirst = {
     SurveyColumn::kKind,  SurveyColumn::kFrequencies, SurveyColumn::kSaturated,
     SurveyColumn::kTable, SurveyColumn::kClock,       SurveyColumn::kFiles};
@@ -315,7 +316,7 @@ void CSurveyWindow::Start(bool is_again) {
   coming_ = model_->List().Emptied();
   drawn_.invalidate();
   if (!is_again_) {
-    findings_.clear();
+    findings_ = std::make_shared<const std::vector<SurveyFinding>>();
     notes_.clear();
     pictures_->Clear();
     Arrange([](SurveyList* list) { list->Clear(); });
@@ -379,7 +380,7 @@ void CSurveyWindow::End() {
   const bool is_whole = scan_->Outcome() && !scan_->WasStopped();
   end_note_ = scan_->Outcome() ? Text(scan_->IndexNote()) : Text(scan_->Outcome().Message());
   if (is_whole) {
-    findings_ = scan_->Findings();
+    findings_ = std::make_shared<const std::vector<SurveyFinding>>(scan_->TakeFindings());
     notes_ = scan_->Notes();
   } else if (scan_->WasStopped()) {
     end_note_ = QStringLiteral("cancelled: not all files were looked at");
@@ -392,8 +393,8 @@ void CSurveyWindow::End() {
   }
   Then([this] { coming_ = model_->List().Emptied(); });
   Then([this] {
-    const auto change = [this](SurveyList* list) { list->SetFindings(findings_); };
-    model_->List().DependsOnFindings() ? Arrange(change) : model_->ChangeCells(change);
+    model_->ChangeCells([this](SurveyList* list) { list->SetFindings(findings_); });
+    AddFindings();
   });
   Then([this] { FitColumns(); });
   Then([this] {
@@ -401,6 +402,18 @@ void CSurveyWindow::End() {
     overview_->Make(model_->List().Rows());
   });
   Then([this] { Watch(); });
+}
+
+// Some at a time; rows are arranged once all are there.
+void CSurveyWindow::AddFindings() {
+  constexpr std::size_t kAtOnce = 5000;
+  bool is_more = false;
+  model_->ChangeCells([&is_more](SurveyList* list) { is_more = list->AddFindings(kAtOnce); });
+  if (is_more) {
+    Then([this] { AddFindings(); });
+  } else if (model_->List().DependsOnFindings()) {
+    Then([this] { Arrange([](SurveyList* list) { list->Rearrange(); }); });
+  }
 }
 
 // Once; after it the user's stay.
@@ -454,8 +467,26 @@ void CSurveyWindow::Arrange(const std::function<void(SurveyList*)>& change) {
   }
   const auto current = model_->RowAt(list_->currentIndex());
   const std::string current_name = current ? model_->List().Rows()[*current]->name : std::string();
+  std::set<std::string> open;
+  const bool was_large = model_->List().Shown() > kMostOpen;
+  const auto for_groups = [this](const auto& visit) {
+    for (int group = 0; list_->rootIsDecorated() && group < model_->rowCount(); ++group) {
+      visit(model_->index(group, 0), model_->List().Groups()[static_cast<std::size_t>(group)].key);
+    }
+  };
+  for_groups([&](const QModelIndex& index, const std::string& key) {
+    if (was_large && list_->isExpanded(index)) {
+      open.insert(key);
+    }
+  });
   model_->Change(change);
-  list_->expandAll();
+  if (model_->List().Shown() <= kMostOpen) {
+    list_->expandAll();
+  } else {
+    for_groups([&](const QModelIndex& index, const std::string& key) {
+      list_->setExpanded(index, open.contains(key));
+    });
+  }
   for (int group = 0; list_->rootIsDecorated() && group < model_->rowCount(); ++group) {
     list_->setFirstColumnSpanned(group, {}, true);
   }
@@ -505,7 +536,7 @@ void CSurveyWindow::ShowState() {
     parts << (total == 0 ? QStringLiteral("listing folders")
                          : QStringLiteral("%1 of %2 files").arg(scan_->FilesDone()).arg(total));
   } else {
-    parts << Counted(findings_.size(), "finding", "findings");
+    parts << Counted(findings_->size(), "finding", "findings");
     if (!notes_.empty()) {
       parts << Counted(notes_.size(), "path not read", "paths not read");
     }
@@ -619,7 +650,7 @@ void CSurveyWindow::ShowContextMenu(const QPoint& at) {
 
 void CSurveyWindow::SaveReport() {
   AskAndSaveReport(
-      {PrintableUtf8(PathText(folder_.filename())), model_->List().Rows(), findings_, notes_},
+      {PrintableUtf8(PathText(folder_.filename())), model_->List().Rows(), *findings_, notes_},
       this);
 }
 

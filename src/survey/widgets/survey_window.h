@@ -57,7 +57,7 @@ class CSurveyWindow : public QWidget {
   const SurveyModel& Model() const { return *model_; }
   /// Until all is shown.
   bool IsScanning() const { return scan_ != nullptr || !steps_.empty() || overview_->IsBusy(); }
-  const std::vector<SurveyFinding>& Findings() const { return findings_; }
+  const std::vector<SurveyFinding>& Findings() const { return *findings_; }
 
  signals:
   void fileWanted(const QString& path);
@@ -85,6 +85,7 @@ class CSurveyWindow : public QWidget {
   void Arrange(const std::function<void(SurveyList*)>& change);
   void ShowState();
   void FitColumns();
+  void AddFindings();
   void OpenRow(const QModelIndex& index);
   void Select(std::size_t row);
   void SelectFile(const std::string& name);
@@ -102,7 +103,7 @@ class CSurveyWindow : public QWidget {
   SurveyList coming_;                        // of such a scan
   std::deque<std::function<void()>> steps_;  // still to be done, each short
   QElapsedTimer drawn_;                      // since the overview was asked for
-  std::vector<SurveyFinding> findings_;
+  SharedFindings findings_ = std::make_shared<const std::vector<SurveyFinding>>();
   std::vector<ScanNote> notes_;
   QString end_note_;
   QTimer timer_;
