@@ -364,8 +364,11 @@ void CSurveyWindow::Then(std::function<void()> step) {
   auto* turns = new QTimer(this);
   connect(turns, &QTimer::timeout, this, [this, turns] {
     if (!steps_.empty()) {
-      steps_.front()();
-      steps_.pop_front();
+      const auto step = steps_.front();  // it stays the first: no other timer is begun
+      step();
+      if (!steps_.empty()) {
+        steps_.pop_front();
+      }
     }
     if (steps_.empty()) {
       turns->deleteLater();
