@@ -201,6 +201,7 @@ SiteMap SitesOf(SurveyRows rows) {
     }
     MapItem item;
     item.kind = MapItem::kSite;
+    item.box = static_cast<int>(result.map.items.size()) + 1;  // its colour
     item.name = InTableBytes(TitleOf(site));
     item.owner = InTableBytes(OwnerOf(site));
     item.points = std::move(places);

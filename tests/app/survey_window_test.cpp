@@ -49,6 +49,9 @@ class SurveyWindowTest : public FrameTest {
 
 TEST_F(SurveyWindowTest, ListsGroupsAndFiltersByKeyboard) {
   EXPECT_FALSE(window_->Findings().empty());
+  // A field laptop's screen at twice the size, with a title above.
+  EXPECT_LE(window_->minimumSizeHint().width(), 683);
+  EXPECT_LE(window_->minimumSizeHint().height(), 384 - 24);
   EXPECT_TRUE(State().contains(QStringLiteral("findings"))) << State().toStdString();
   auto* list = Find<QTreeView>("recordings");
   auto* grouping = Find<QComboBox>("survey-grouping");

@@ -240,6 +240,12 @@ class Drawing {
   // The current one first; the others where they have room.
   void PaintNames() {
     std::vector<QRectF> taken;
+    for (const MapItem& item : map_.items) {
+      for (std::size_t i = 0; item.kind == MapItem::kSite && i < item.points.size(); ++i) {
+        const QPointF at = projection_.ToScreen(item.points[i]);
+        taken.emplace_back(at.x() - kDot, at.y() - kDot, 2 * kDot, 2 * kDot);
+      }
+    }
     const int count = static_cast<int>(map_.items.size());
     for (int pass = 0; pass < 2; ++pass) {
       for (int i = 0; i < count; ++i) {

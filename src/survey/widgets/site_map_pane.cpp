@@ -11,6 +11,8 @@ SiteMapPane::SiteMapPane(QWidget* parent)
     : QWidget(parent), view_(new SpreadMapView(this)), unplaced_(new QListWidget(this)) {
   view_->setObjectName(QStringLiteral("survey-map"));
   view_->setAccessibleName(QStringLiteral("Map of the sites"));
+  constexpr int kLeastHeight = 80;
+  view_->setMinimumHeight(kLeastHeight);
   unplaced_->setObjectName(QStringLiteral("survey-unplaced"));
   unplaced_->setAccessibleName(QStringLiteral("Sites that are not on the map"));
   unplaced_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);

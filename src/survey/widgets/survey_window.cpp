@@ -22,6 +22,7 @@
 #include "survey/survey_report.h"
 #include "survey/widgets/report_files.h"
 #include "ui/qt_path.h"
+#include "ui/window_size.h"
 
 namespace orvane {
 namespace {
@@ -134,7 +135,7 @@ CSurveyWindow::CSurveyWindow(QWidget* parent)
   connect(&later_, &QTimer::timeout, this, [this] { Start(true); });
   connect(&watcher_, &QFileSystemWatcher::directoryChanged, &later_, qOverload<>(&QTimer::start));
   constexpr QSize kSize(1180, 680);
-  resize(kSize);
+  ResizeWithinScreen(this, kSize);
   restoreGeometry(QSettings().value(kGeometry).toByteArray());
   ShowState();
 }
@@ -364,8 +365,8 @@ void CSurveyWindow::Then(std::function<void()> step) {
   auto* turns = new QTimer(this);
   connect(turns, &QTimer::timeout, this, [this, turns] {
     if (!steps_.empty()) {
-      const auto step = steps_.front();  // it stays the first: no other timer is begun
-      step();
+      const auto first = steps_.front();  // it stays there: no other timer is begun
+      first();
       if (!steps_.empty()) {
         steps_.pop_front();
       }
