@@ -118,6 +118,8 @@ QWidget* FindingsPane::MakeTools(QWidget* parent) {
   row->setContentsMargins({});
   row->addWidget(severity_);
   row->addWidget(filter_);
+  setTabOrder(severity_, filter_);
+  setTabOrder(filter_, this);  // above it, though made after it
   return tools;
 }
 

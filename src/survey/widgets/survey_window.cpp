@@ -9,6 +9,7 @@
 #include <QSplitter>
 #include <QStyle>
 #include <QStyledItemDelegate>
+#include <QTabBar>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -232,6 +233,7 @@ QWidget* CSurveyWindow::MakeTabs() {
   tabs_->addTab(sites_, QStringLiteral("Map"));
   QWidget* tools = sentences_->MakeTools(tabs_);
   tabs_->setCornerWidget(tools);
+  setTabOrder(tabs_->tabBar(), tools->findChild<QComboBox*>());
   connect(tabs_, &QTabWidget::currentChanged, tools,
           [tools](int index) { tools->setVisible(index == 0); });
   connect(sentences_, &FindingsPane::chosen, this, &CSurveyWindow::SelectFile);
