@@ -266,8 +266,7 @@ void SurveyIndex::Prune(const std::filesystem::path& root, std::uint64_t most_by
   if (!IsUsable()) {
     return;
   }
-  std::string first = PathText(root);
-  first.append(first.ends_with('/') ? "" : "/");
+  const std::string first = PathText(root / "");  // with the system's separator at its end
   std::string last = first;
   ++last.back();
   sqlite3* const database = database_->handle;
