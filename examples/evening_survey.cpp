@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "evening_survey.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -93,6 +94,22 @@ bool SetSpread(ParamTable* table) {
   return done;
 }
 
+// A column of dipoles to the north, 50 m further east each day.
+bool SetPlaces(const Recording& recording, ParamTable* table) {
+  constexpr int kDipole = 20;  // metres
+  const auto box = std::find(kBoxes.begin(), kBoxes.end(), recording.box) - kBoxes.begin();
+  const std::string east = FormatInt(400 + 50 * recording.day);
+  bool done = true;
+  for (int channel = 1; channel <= kChannels; ++channel) {
+    const int south = 1200 + kDipole * (kChannels * static_cast<int>(box) + channel - 1);
+    const std::string number = FormatInt(channel);
+    done = done && Set(table, "EPOS" + number, east) && Set(table, "ENEG" + number, east) &&
+           Set(table, "NPOS" + number, FormatInt(south)) &&
+           Set(table, "NNEG" + number, FormatInt(south + kDipole));
+  }
+  return done;
+}
+
 bool FillTable(const Recording& recording, ParamTable* table) {
   const std::uint32_t start = Morning(recording.day);
   const auto time = [](std::uint32_t seconds) {
@@ -113,7 +130,7 @@ bool FillTable(const Recording& recording, ParamTable* table) {
   for (int channel = 1; channel <= kChannels; ++channel) {
     done = done && Set(table, "CHDEF" + FormatInt(channel), "Ex" + FormatInt(channel));
   }
-  return done && (recording.box != kMainBox || SetSpread(table));
+  return done && SetPlaces(recording, table) && (recording.box != kMainBox || SetSpread(table));
 }
 
 std::int32_t SampleOf(const Recording& recording, int channel, int scan, std::uint32_t* random) {

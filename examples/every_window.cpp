@@ -232,7 +232,9 @@ bool VisitSurvey(const QString& survey, const Visit& visit) {
     QApplication::processEvents();
     QThread::msleep(5);
   }
-  return visit(&window, "survey");
+  bool done = visit(&window, "survey");
+  window.findChild<QTabWidget*>(QStringLiteral("survey-tabs"))->setCurrentIndex(1);
+  return visit(&window, "survey-map") && done;
 }
 
 // The map of each method in the main window: a line, a loop, a cross of dipoles, no positions.

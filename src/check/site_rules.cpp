@@ -4,9 +4,9 @@
 #include <cmath>
 #include <optional>
 
-#include "base/ascii.h"
 #include "base/number_text.h"
 #include "check/rule.h"
+#include "table/geo_text.h"
 
 namespace orvane {
 namespace {
@@ -141,22 +141,6 @@ void LoopSize(const Situation& situation, const Teller& tell) {
   }
 }
 
-// Degrees east of "01131.000,E", degrees and minutes; nothing where it cannot be read.
-std::optional<double> LongitudeOf(std::string_view text) {
-  const std::size_t comma = text.find(',');
-  const auto number = ParseReal(text.substr(0, comma));
-  const std::string_view side =
-      comma == std::string_view::npos ? std::string_view() : text.substr(comma + 1);
-  const bool is_west = EqualsWithoutCase(side, "W");
-  if (!number || !(*number >= 0 && *number <= 18000) ||
-      (!is_west && !EqualsWithoutCase(side, "E"))) {
-    return std::nullopt;
-  }
-  const double degrees = std::floor(*number / 100);
-  const double longitude = degrees + (*number - 100 * degrees) / 60;
-  return is_west ? -longitude : longitude;
-}
-
 void Zone(const Situation& situation, const Teller& tell) {
   constexpr double kMostHours = 3;
   constexpr double kDegreesPerHour = 15;
@@ -167,7 +151,7 @@ void Zone(const Situation& situation, const Teller& tell) {
          "Times are shown neither in UTC nor in local time: TMZONE is " + FormatInt(kind));
   } else if (hours < kFirstZone || hours > kLastZone) {
     tell({"TMDIFF"}, "There is no time zone of " + FormatInt(hours) + " hours");
-  } else if (const auto longitude = LongitudeOf(situation.Text("LNGG"));
+  } else if (const auto longitude = LongitudeFrom(situation.Text("LNGG"));
              kind == 1 && longitude &&
              std::abs(std::remainder(hours - *longitude / kDegreesPerHour, 24.0)) > kMostHours) {
     tell.As(Severity::kHint, {"TMDIFF", "LNGG"},

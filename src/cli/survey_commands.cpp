@@ -235,13 +235,32 @@ bool Put(const ScanOptions& options, const std::string& text) {
   return static_cast<bool>(written);
 }
 
-// A page inside the survey would change what is only looked at.
-bool IsInside(const ScanOptions& options) {
+// A page inside the survey would change what is only looked at. Fails where the system does not
+// say where they are.
+Result<bool> IsInside(const std::filesystem::path& asked_out,
+                      const std::filesystem::path& asked_folder) {
   std::error_code error;
-  const auto folder = std::filesystem::weakly_canonical(options.folder, error);
-  const auto out = std::filesystem::weakly_canonical(options.out, error);
+  const auto folder = std::filesystem::weakly_canonical(asked_folder, error);
+  const auto out = error ? folder : std::filesystem::weakly_canonical(asked_out, error);
+  if (error) {
+    return Failure(error.message());
+  }
   const auto [end, ignored] = std::mismatch(folder.begin(), folder.end(), out.begin(), out.end());
-  return !options.out.empty() && end == folder.end();
+  return end == folder.end();
+}
+
+ExitCode CheckOut(const ScanOptions& options) {
+  const auto is_inside =
+      options.out.empty() ? Result<bool>(false) : IsInside(options.out, options.folder);
+  if (!is_inside) {
+    PrintMessage(FileMessage(options.out, is_inside.Message()));
+    return kSomeFailed;
+  }
+  if (*is_inside) {
+    PrintMessage("--out: nothing is written into the survey's folder");
+    return kWrongUsage;
+  }
+  return kAllDone;
 }
 
 ExitCode RunScan(const ScanOptions& options) {
@@ -251,9 +270,8 @@ ExitCode RunScan(const ScanOptions& options) {
     PrintMessage("--since: a date and time such as \"2026/11/24 17:00:00\" is expected");
     return kWrongUsage;
   }
-  if (IsInside(options)) {
-    PrintMessage("--out: nothing is written into the survey's folder");
-    return kWrongUsage;
+  if (const ExitCode refused = CheckOut(options); refused != kAllDone) {
+    return refused;
   }
   const std::int64_t seconds = options.since.empty() ? 0 : ParamTimeToSeconds(since);
   Scanned scanned;

@@ -283,6 +283,10 @@ class Maker {
   SpreadMap map_;
 };
 
+std::string Counted(std::size_t count, const std::string& one, const std::string& many) {
+  return FormatInt(count) + " " + (count == 1 ? one : many);
+}
+
 std::string EndsText(const MapItem& item) {
   const MapPoint& first = item.points.front();
   switch (item.kind) {
@@ -294,13 +298,14 @@ std::string EndsText(const MapItem& item) {
       return "from " + PlaceText(first) + " to " + PlaceText(item.points.back()) + " (m), length " +
              FormatReal(LengthOf(item), 6) + " m, azimuth " + FormatReal(AzimuthOf(item), 5) +
              " degrees";
+    case MapItem::kSite:
+      return PlaceText(first) + " (m)" +
+             (item.points.size() == 1
+                  ? std::string()
+                  : " and " + Counted(item.points.size() - 1, "other place", "other places"));
     default:
       return PlaceText(first) + " (m)";
   }
-}
-
-std::string Counted(std::size_t count, const std::string& one, const std::string& many) {
-  return FormatInt(count) + " " + (count == 1 ? one : many);
 }
 
 std::string LineOf(const std::string& box, int channel, const std::string& name,
@@ -394,7 +399,8 @@ std::string Summarize(const SpreadMap& map) {
        {count(MapItem::kDipole, "dipole", "dipoles"),
         count(MapItem::kElectrode, "single electrode", "single electrodes"),
         count(MapItem::kSensor, "sensor", "sensors"), count(MapItem::kDirection, "coil", "coils"),
-        count(MapItem::kLoop, "loop", "loops"), count(MapItem::kStation, "station", "stations")}) {
+        count(MapItem::kLoop, "loop", "loops"), count(MapItem::kStation, "station", "stations"),
+        count(MapItem::kSite, "site", "sites")}) {
     text += (text.empty() || part.empty() ? "" : ", ") + part;
   }
   text = text.empty() ? "Nothing has a position" : text;

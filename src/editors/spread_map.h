@@ -28,6 +28,7 @@ struct MapItem {
                  ///< second
     kLoop,       ///< the four corners, the first is "BL", the third "TR"
     kStation,    ///< one place
+    kSite,       ///< the places of its boxes
   };
   Kind kind = kDipole;
   bool is_transmitter = false;

@@ -99,6 +99,14 @@ void TableFields(Io& io, Table& table) {
   for (auto& sensor : table.sensors) {
     io(sensor.channel), io(sensor.kind), io(sensor.unit);
   }
+  io.Presence(table.place);
+  if (table.place) {
+    io(table.place->east), io(table.place->north);
+  }
+  io.Presence(table.geo);
+  if (table.geo) {
+    io(table.geo->latitude), io(table.geo->longitude);
+  }
 }
 
 // The fields in the order of the bytes, the same for both ways.

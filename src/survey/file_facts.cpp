@@ -123,7 +123,7 @@ void ReadSeriesFile(FileType type, const std::filesystem::path& path, const Read
   if (type == FileType::kBand) {
     size = TsHeaderSize::kBand;
   } else if (type == FileType::kWaveform) {
-    size = options.header_size ? *options.header_size : FittingHeaders(file);
+    size = options.header_size ? *options.header_size : FittingHeaders(file, options.stopped);
   }
   ReadSeries(size, options, file, facts);
 }
@@ -202,6 +202,8 @@ void ReadTable(const std::filesystem::path& path, FileFacts* facts) {
   table.disk = SettingInt(header, "DISK");
   NoteBoxes(header, &table);
   NoteSensors(&header, &table);
+  table.place = GridPlaceOf(values);
+  table.geo = GeoPlaceOf(values);
   facts->serial = table.serial;
 }
 
@@ -223,7 +225,9 @@ void ReadCalibration(const std::filesystem::path& path, FileFacts* facts) {
   CalHeader header;
   const Result<> opened = reader.Open(path);
   if (!opened || !reader.TakeHeader(&header)) {
-    facts->failure = PrintableUtf8(opened ? "no calibration: too short" : opened.Message());
+    facts->failure = PrintableUtf8(!opened             ? opened.Message()
+                                   : !reader.Outcome() ? reader.Outcome().Message()
+                                                       : "no calibration: too short");
     return;
   }
   CalFileRecord record;

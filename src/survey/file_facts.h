@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "survey/folder_walk.h"
+#include "survey/table_place.h"
 #include "timeseries/ts_header.h"
 
 namespace orvane {
@@ -50,6 +51,8 @@ struct TableFacts {
   std::int32_t disk = 0;        ///< "DISK", bytes
   std::vector<PlannedBox> boxes;
   std::vector<PlannedSensor> sensors;
+  std::optional<MapPoint> place;  ///< of the box on the survey's grid, see `GridPlaceOf()`
+  std::optional<GeoPlace> geo;    ///< "LATG" and "LNGG", where both can be read
 };
 
 /// The samples of one channel of a file.

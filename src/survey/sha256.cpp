@@ -91,11 +91,12 @@ std::string Sha256::Finish() {
   return text;
 }
 
-std::string Sha256OfFile(const std::filesystem::path& path, const std::function<bool()>& stopped) {
+Result<std::string> Sha256OfFile(const std::filesystem::path& path,
+                                 const std::function<bool()>& stopped) {
   constexpr std::size_t kPiece = 262'144;
   InFile file;
-  if (!file.Open(path)) {
-    return {};
+  if (const Result<> opened = file.Open(path); !opened) {
+    return Failure(opened.Message());
   }
   std::vector<std::byte> piece(kPiece);
   Sha256 sum;
@@ -104,7 +105,10 @@ std::string Sha256OfFile(const std::filesystem::path& path, const std::function<
     count = file.Read(piece);
     sum.Add(std::span(piece).first(count));
   }
-  return file.Outcome() && !stopped() ? sum.Finish() : std::string();
+  if (!file.Outcome()) {
+    return Failure(file.Outcome().Message());
+  }
+  return stopped() ? Result<std::string>(Failure("stopped")) : sum.Finish();
 }
 
 }  // namespace orvane

@@ -10,6 +10,8 @@
 #include <span>
 #include <string>
 
+#include "base/result.h"
+
 namespace orvane {
 
 /// SHA-256 as FIPS 180-4 has it, in pieces.
@@ -28,8 +30,9 @@ class Sha256 {
   std::uint64_t size_ = 0;
 };
 
-/// Of a file's bytes; empty where it cannot be read to its end, or is stopped.
-std::string Sha256OfFile(const std::filesystem::path& path, const std::function<bool()>& stopped);
+/// Of a file's bytes; fails where it cannot be read to its end, or is stopped.
+Result<std::string> Sha256OfFile(const std::filesystem::path& path,
+                                 const std::function<bool()>& stopped);
 
 }  // namespace orvane
 

@@ -61,6 +61,8 @@ std::span<const SurveyRule> QualityRules();
 std::span<const SurveyRule> UnitRules();
 std::span<const SurveyRule> FileRules();
 
+using SharedFindings = std::shared_ptr<const std::vector<SurveyFinding>>;
+
 /// What all rules say of the rows of a survey, in the order of the rules.
 std::vector<SurveyFinding> FindInSurvey(SurveyRows rows);
 

@@ -17,11 +17,19 @@ constexpr int kMostWait = 1000;  // milliseconds
 
 constexpr const char* kLayout =
     "CREATE TABLE IF NOT EXISTS files (path BLOB PRIMARY KEY, device INTEGER, number INTEGER,"
-    " size INTEGER, written INTEGER, changed INTEGER, facts BLOB) WITHOUT ROWID";
+    " size INTEGER, written INTEGER, changed INTEGER, facts BLOB, seen INTEGER) WITHOUT ROWID";
 constexpr const char* kFind =
-    "SELECT facts FROM files WHERE path=?1 AND device=?2 AND number=?3 AND size=?4 AND written=?5"
+    "SELECT facts, seen FROM files WHERE path=?1 AND device=?2 AND number=?3 AND size=?4 AND "
+    "written=?5"
     " AND changed=?6";
-constexpr const char* kPut = "INSERT OR REPLACE INTO files VALUES (?1,?2,?3,?4,?5,?6,?7)";
+constexpr const char* kPut = "INSERT OR REPLACE INTO files VALUES (?1,?2,?3,?4,?5,?6,?7,?8)";
+constexpr const char* kSee = "UPDATE files SET seen=?2 WHERE path=?1";
+// Paths from the first to before the second are those below a folder.
+constexpr const char* kForgetGone = "DELETE FROM files WHERE path>=?1 AND path<?2 AND seen<?3";
+constexpr const char* kForgetUnseen = "DELETE FROM files WHERE seen<?1";
+constexpr const char* kForgetOldest =
+    "DELETE FROM files WHERE path IN (SELECT path FROM files ORDER BY seen LIMIT"
+    " (SELECT count(*)/4 FROM files))";
 
 // A statement that is compiled once and used again and again.
 class Statement {
@@ -44,10 +52,12 @@ class Statement {
     for (const auto number :
          {static_cast<std::int64_t>(info.device), static_cast<std::int64_t>(info.number),
           static_cast<std::int64_t>(info.size), info.written, info.changed}) {
-      sqlite3_bind_int64(handle_, place++, number);
+      Bind(place++, number);
     }
   }
+  void Bind(int place, std::int64_t number) { sqlite3_bind_int64(handle_, place, number); }
   int Step() { return sqlite3_step(handle_); }
+  std::int64_t Number(int column) { return sqlite3_column_int64(handle_, column); }
   std::span<const char> Bytes() {
     const void* const bytes = sqlite3_column_blob(handle_, 0);
     return {static_cast<const char*>(bytes),
@@ -74,6 +84,15 @@ int NumberOf(sqlite3* database, const char* question) {
     return 0;
   };
   return sqlite3_exec(database, question, take, &number, nullptr) == SQLITE_OK ? number : -1;
+}
+
+// Pages that are free are none.
+std::uint64_t BytesIn(sqlite3* database) {
+  const std::int64_t pages = std::int64_t{NumberOf(database, "PRAGMA page_count")} -
+                             NumberOf(database, "PRAGMA freelist_count");
+  const int size = NumberOf(database, "PRAGMA page_size");
+  return pages > 0 && size > 0 ? static_cast<std::uint64_t>(pages) * static_cast<unsigned>(size)
+                               : 0;
 }
 
 bool IsDamaged(int code) {
@@ -105,6 +124,7 @@ struct SurveyIndex::Database {
   ~Database() {
     find.reset();
     put.reset();
+    see.reset();
     sqlite3_close_v2(handle);
   }
 
@@ -114,6 +134,8 @@ struct SurveyIndex::Database {
                            SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX,
                            nullptr) == SQLITE_OK &&
            sqlite3_busy_timeout(handle, kMostWait) == SQLITE_OK &&
+           // Only before anything is written: what is forgotten makes the file smaller.
+           Run(handle, "PRAGMA auto_vacuum=INCREMENTAL") &&
            // The log that lets readers and a writer work at once needs memory shared by all.
            Run(handle, is_local ? "PRAGMA journal_mode=WAL" : "PRAGMA journal_mode=DELETE") &&
            Run(handle, "PRAGMA synchronous=NORMAL") && Prepare();
@@ -130,16 +152,17 @@ struct SurveyIndex::Database {
         return false;
       }
     }
-    return find->Compile(handle, kFind) && put->Compile(handle, kPut);
+    return find->Compile(handle, kFind) && put->Compile(handle, kPut) && see->Compile(handle, kSee);
   }
 
   sqlite3* handle = nullptr;
   bool is_other = false;  // of another version
   std::unique_ptr<Statement> find = std::make_unique<Statement>();
   std::unique_ptr<Statement> put = std::make_unique<Statement>();
+  std::unique_ptr<Statement> see = std::make_unique<Statement>();
 };
 
-SurveyIndex::SurveyIndex() = default;
+SurveyIndex::SurveyIndex(std::int64_t today) : today_(today) {}
 SurveyIndex::~SurveyIndex() = default;
 
 Result<> SurveyIndex::Open(const std::filesystem::path& file) {
@@ -152,6 +175,7 @@ Result<> SurveyIndex::Open(const std::filesystem::path& file) {
   for (int attempt = 0; attempt < 2; ++attempt) {
     database_ = std::make_unique<Database>();
     if (database_->Open(file)) {
+      failure_.clear();  // of the one that was thrown away
       return {};
     }
     const int code = sqlite3_extended_errcode(database_->handle);
@@ -174,6 +198,7 @@ void SurveyIndex::Fail(const std::string& doing) {
   failure_ = std::string(doing).append(": ").append(sqlite3_errmsg(database_->handle));
   database_.reset();
   kept_.clear();
+  seen_.clear();
   if (is_damaged) {
     RemoveDatabase(file_);  // the next scan makes it again
   }
@@ -188,6 +213,9 @@ bool SurveyIndex::Find(const std::filesystem::path& path, const FileInfo& info, 
   find.Bind(text, info);
   const int step = find.Step();
   const bool is_found = step == SQLITE_ROW && FactsFrom(find.Bytes(), facts);
+  if (is_found && find.Number(1) != today_) {
+    seen_.push_back(text);
+  }
   find.Reset();
   if (step != SQLITE_ROW && step != SQLITE_DONE) {
     Fail("reading the index");
@@ -208,14 +236,22 @@ void SurveyIndex::Put(const std::filesystem::path& path, const FileInfo& info,
 }
 
 void SurveyIndex::Write() {
-  if (!IsUsable() || kept_.empty()) {
+  if (!IsUsable() || (kept_.empty() && seen_.empty())) {
     return;
   }
   bool done = Run(database_->handle, "BEGIN IMMEDIATE");
+  for (std::size_t i = 0; i < seen_.size() && done; ++i) {
+    Statement& see = *database_->see;
+    see.Bind(1, seen_[i]);
+    see.Bind(2, today_);
+    done = see.Step() == SQLITE_DONE;
+    see.Reset();
+  }
   for (std::size_t i = 0; i < kept_.size() && done; ++i) {
     Statement& put = *database_->put;
     put.Bind(kept_[i].path, kept_[i].info);
     put.Bind(7, kept_[i].image);
+    put.Bind(8, today_);
     done = put.Step() == SQLITE_DONE;
     put.Reset();
   }
@@ -223,6 +259,43 @@ void SurveyIndex::Write() {
     Fail("writing the index");
   }
   kept_.clear();
+  seen_.clear();
+}
+
+void SurveyIndex::Prune(const std::filesystem::path& root, std::uint64_t most_bytes) {
+  if (!IsUsable()) {
+    return;
+  }
+  const std::string first = PathText(root / "");  // with the system's separator at its end
+  std::string last = first;
+  ++last.back();
+  sqlite3* const database = database_->handle;
+  const auto forget = [database](const char* text, const auto& bind) {
+    Statement statement;
+    if (!statement.Compile(database, text)) {
+      return false;
+    }
+    bind(&statement);
+    return statement.Step() == SQLITE_DONE;
+  };
+  static_cast<void>(sqlite3_busy_timeout(database, 0));
+  bool done =
+      forget(kForgetGone,
+             [&](Statement* gone) {
+               gone->Bind(1, first);
+               gone->Bind(2, last);
+               gone->Bind(3, today_);
+             }) &&
+      forget(kForgetUnseen, [this](Statement* unseen) { unseen->Bind(1, today_ - kLongUnseen); });
+  if (done && BytesIn(database) > most_bytes) {
+    done = forget(kForgetOldest, [](Statement*) {});
+  }
+  done = done && Run(database, "PRAGMA incremental_vacuum");
+  if (!done && IsDamaged(sqlite3_extended_errcode(database))) {
+    Fail("tidying the index");
+    return;
+  }
+  static_cast<void>(sqlite3_busy_timeout(database, kMostWait));
 }
 
 }  // namespace orvane

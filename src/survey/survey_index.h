@@ -18,7 +18,8 @@ namespace orvane {
 /// to wait for more than a second goes on without it. For one thread.
 class SurveyIndex {
  public:
-  SurveyIndex();
+  /// `today` counts days since 1970.
+  explicit SurveyIndex(std::int64_t today = Today());
   SurveyIndex(const SurveyIndex&) = delete;
   SurveyIndex& operator=(const SurveyIndex&) = delete;
   /// What was not written yet is lost.
@@ -38,11 +39,19 @@ class SurveyIndex {
                           FileFacts* facts);
   /// Keeps what a file says; written now and then, many at once.
   void Put(const std::filesystem::path& path, const FileInfo& info, const FileFacts& facts);
-  /// Writes what is kept.
+  /// Writes what is kept, and of files found again that they were seen.
   void Write();
+  /// After a whole look at a folder: forgets files of it that were not seen today, others that
+  /// nobody saw for half a year, and of more than `most_bytes` those that were not seen for the
+  /// longest time. Who else is writing is not waited for: the next look does it.
+  void Prune(const std::filesystem::path& root, std::uint64_t most_bytes = kMostBytes);
+
+  static std::int64_t Today();
 
   /// Number of the layout and of what is kept; others are made again.
-  static constexpr int kVersion = 1;
+  static constexpr int kVersion = 2;
+  static constexpr std::uint64_t kMostBytes = 256U << 20U;  ///< a million files
+  static constexpr std::int64_t kLongUnseen = 183;          ///< days
 
  private:
   struct Database;
@@ -55,7 +64,9 @@ class SurveyIndex {
 
   std::unique_ptr<Database> database_;
   std::filesystem::path file_;
+  std::int64_t today_;
   std::vector<Kept> kept_;
+  std::vector<std::string> seen_;  // paths found that were last seen before today
   std::string failure_;
 };
 

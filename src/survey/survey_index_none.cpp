@@ -6,7 +6,7 @@ namespace orvane {
 
 struct SurveyIndex::Database {};
 
-SurveyIndex::SurveyIndex() = default;
+SurveyIndex::SurveyIndex(std::int64_t today) : today_(today) {}
 SurveyIndex::~SurveyIndex() = default;
 
 Result<> SurveyIndex::Open(const std::filesystem::path& /*file*/) {
@@ -23,5 +23,6 @@ bool SurveyIndex::Find(const std::filesystem::path& /*path*/, const FileInfo& /*
 void SurveyIndex::Put(const std::filesystem::path& /*path*/, const FileInfo& /*info*/,
                       const FileFacts& /*facts*/) {}
 void SurveyIndex::Write() {}
+void SurveyIndex::Prune(const std::filesystem::path& /*root*/, std::uint64_t /*most_bytes*/) {}
 
 }  // namespace orvane

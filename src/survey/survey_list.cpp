@@ -6,10 +6,11 @@
 #include <map>
 #include <numeric>
 #include <set>
+#include <tuple>
 #include <utility>
 
-#include "base/ascii.h"
 #include "base/number_text.h"
+#include "survey/findings_list.h"
 
 namespace orvane {
 namespace {
@@ -18,12 +19,6 @@ constexpr std::array<std::string_view, kSurveyColumns> kTitles = {
     "Recording", "Findings", "Kind",     "Box",         "Site",      "Line",    "Method",
     "Start",     "Length",   "Channels", "Hz",          "Steps, Hz", "Records", "Bad",
     "Saturated", "Table",    "Clock",    "Calibration", "Files"};
-
-std::string UpperCase(std::string_view text) {
-  std::string upper(text);
-  std::transform(upper.begin(), upper.end(), upper.begin(), UpperCased);
-  return upper;
-}
 
 std::string CountOf(std::uint64_t count) { return count == 0 ? std::string() : FormatInt(count); }
 
@@ -145,63 +140,72 @@ std::string SurveyCell(const SurveyRow& row, SurveyColumn column) {
   return {};
 }
 
-void SurveyList::Clear() {
-  rows_.clear();
-  entries_.clear();
-  groups_.clear();
+void SurveyList::Clear() { *this = Emptied(); }
+
+SurveyList SurveyList::Emptied() const {
+  SurveyList list;
+  list.grouping_ = grouping_;
+  list.order_ = order_;
+  list.is_descending_ = is_descending_;
+  list.words_ = words_;
+  return list;
 }
 
 void SurveyList::Add(std::span<const SharedRow> rows) {
+  std::vector<std::size_t> fresh;
   for (const SharedRow& row : rows) {
     rows_.push_back(row);
     entries_.emplace_back();
-    Fill(rows_.size() - 1);
+    fresh.push_back(rows_.size() - 1);
+    Fill(fresh.back());
   }
-  Arrange();
+  Insert(std::move(fresh));
 }
 
 void SurveyList::TakeRows(SurveyList other) {
   rows_ = std::move(other.rows_);
   entries_ = std::move(other.entries_);
-  Arrange();
+  groups_ = std::move(other.groups_);
+  findings_ = std::move(other.findings_);
+  places_.clear();
+  if (std::tie(grouping_, order_, is_descending_, words_) !=
+      std::tie(other.grouping_, other.order_, other.is_descending_, other.words_)) {
+    Arrange();
+  }
 }
 
-void SurveyList::SetFindings(std::span<const SurveyFinding> findings) {
-  std::map<std::string_view, std::size_t> places;
-  std::set<std::size_t> changed;
+void SurveyList::SetFindings(SharedFindings findings) {
+  findings_ = std::move(findings);
+  findings_done_ = 0;
+  places_.clear();
   for (std::size_t row = 0; row < rows_.size(); ++row) {
-    places[rows_[row]->name] = row;
-    if (!entries_[row].findings.empty()) {
-      entries_[row].findings.clear();
-      changed.insert(row);
-    }
+    entries_[row].findings.clear();
+    places_[rows_[row]->name] = row;
   }
-  for (const SurveyFinding& finding : findings) {
-    if (const auto place = places.find(finding.path); place != places.end()) {
-      entries_[place->second].findings.push_back(finding);
-      changed.insert(place->second);
-    }
-  }
-  for (const std::size_t row : changed) {
-    Fill(row);
-  }
-  Arrange();
 }
 
+bool SurveyList::AddFindings(std::size_t most) {
+  for (; most > 0 && findings_done_ < findings_->size(); --most, ++findings_done_) {
+    const auto place = places_.find((*findings_)[findings_done_].path);
+    if (place != places_.end()) {
+      entries_[place->second].findings.push_back(static_cast<std::uint32_t>(findings_done_));
+    }
+  }
+  const bool is_more = findings_done_ < findings_->size();
+  if (!is_more) {
+    places_ = {};
+  }
+  return is_more;
+}
+
+// Values are printable, so that none has a line's end in it.
 void SurveyList::Fill(std::size_t row) {
-  Entry& entry = entries_[row];
-  entry.cells.resize(kSurveyColumns);
-  std::string searched;
+  std::string cells;
   for (int column = 0; column < kSurveyColumns; ++column) {
-    std::string& cell = entry.cells[static_cast<std::size_t>(column)];
-    cell = SurveyCell(*rows_[row], static_cast<SurveyColumn>(column));
-    searched.append(cell).append("\n");
+    cells.append(SurveyCell(*rows_[row], static_cast<SurveyColumn>(column))).append("\n");
   }
-  if (!entry.findings.empty()) {
-    entry.cells[static_cast<std::size_t>(SurveyColumn::kFindings)] =
-        FormatInt(entry.findings.size());
-  }
-  entry.searched = UpperCase(searched + SentencesOf(row));
+  cells.shrink_to_fit();
+  entries_[row].cells = std::move(cells);
 }
 
 void SurveyList::SetGrouping(SurveyGrouping grouping) {
@@ -216,19 +220,17 @@ void SurveyList::SetOrder(SurveyColumn column, bool is_descending) {
 }
 
 void SurveyList::SetFilter(std::string_view text) {
-  words_.clear();
-  const std::string upper = UpperCase(text);
-  for (std::size_t at = upper.find_first_not_of(' '); at != std::string::npos;) {
-    const std::size_t end = std::min(upper.find(' ', at), upper.size());
-    words_.push_back(upper.substr(at, end - at));
-    at = upper.find_first_not_of(' ', end);
-  }
+  words_ = FilterWords(text);
   Arrange();
 }
 
-bool SurveyList::IsShown(const Entry& entry) const {
-  return std::all_of(words_.begin(), words_.end(), [&entry](const std::string& word) {
-    return entry.searched.find(word) != std::string::npos;
+bool SurveyList::IsShown(std::size_t row) const {
+  const Entry& entry = entries_[row];
+  return std::all_of(words_.begin(), words_.end(), [&](const std::string& word) {
+    return HasWord(entry.cells, word) ||
+           std::any_of(entry.findings.begin(), entry.findings.end(), [&](std::uint32_t number) {
+             return HasWord((*findings_)[number].sentence, word);
+           });
   });
 }
 
@@ -250,16 +252,19 @@ std::string SurveyList::GroupOf(std::size_t row) const {
 
 // Rows without a value come last in either order.
 bool SurveyList::IsBefore(std::size_t a, std::size_t b) const {
-  const std::string& text_a = Cell(a, order_);
-  const std::string& text_b = Cell(b, order_);
-  if (text_a.empty() != text_b.empty()) {
-    return text_b.empty();
-  }
-  if (order_ == SurveyColumn::kFindings && !text_a.empty()) {
+  if (order_ == SurveyColumn::kFindings) {
+    if (entries_[a].findings.empty() || entries_[b].findings.empty()) {
+      return !entries_[a].findings.empty();
+    }
     const auto rank = [this](std::size_t row) {
       return std::pair(*WorstOf(row), -static_cast<std::ptrdiff_t>(entries_[row].findings.size()));
     };
     return is_descending_ ? rank(b) < rank(a) : rank(a) < rank(b);
+  }
+  const std::string_view text_a = TextOf(a, order_);
+  const std::string_view text_b = TextOf(b, order_);
+  if (text_a.empty() != text_b.empty()) {
+    return text_b.empty();
   }
   if (const auto number = NumberOf(*rows_[a], order_)) {
     const double other = *NumberOf(*rows_[b], order_);
@@ -269,28 +274,41 @@ bool SurveyList::IsBefore(std::size_t a, std::size_t b) const {
 }
 
 void SurveyList::Arrange() {
-  std::vector<std::size_t> order;
-  for (std::size_t row = 0; row < rows_.size(); ++row) {
-    if (IsShown(entries_[row])) {
-      order.push_back(row);
+  groups_.clear();
+  std::vector<std::size_t> all(rows_.size());
+  std::iota(all.begin(), all.end(), std::size_t{0});
+  Insert(std::move(all));
+}
+
+// What has no such group comes last.
+void SurveyList::Insert(std::vector<std::size_t> rows) {
+  std::erase_if(rows, [this](std::size_t row) { return !IsShown(row); });
+  const auto is_before = [this](std::size_t a, std::size_t b) { return IsBefore(a, b); };
+  std::stable_sort(rows.begin(), rows.end(), is_before);
+  std::map<std::string, std::vector<std::size_t>> by_key;
+  for (const std::size_t row : rows) {
+    by_key[GroupOf(row)].push_back(row);
+  }
+  for (auto& [key, more] : by_key) {
+    auto group = std::lower_bound(
+        groups_.begin(), groups_.end(), key, [](const SurveyGroup& one, const std::string& other) {
+          return other.empty() ? !one.key.empty() : !one.key.empty() && one.key < other;
+        });
+    if (group == groups_.end() || group->key != key) {
+      group = groups_.insert(group, SurveyGroup{key, {}, {}});
+    }
+    const auto before = static_cast<std::ptrdiff_t>(group->rows.size());
+    group->rows.insert(group->rows.end(), more.begin(), more.end());
+    std::inplace_merge(group->rows.begin(), group->rows.begin() + before, group->rows.end(),
+                       is_before);
+    if (grouping_ != SurveyGrouping::kNone) {
+      group->title = CountedTitle(key, group->rows.size());
     }
   }
-  std::stable_sort(order.begin(), order.end(),
-                   [this](std::size_t a, std::size_t b) { return IsBefore(a, b); });
-  std::map<std::string, std::vector<std::size_t>> by_title;
-  for (const std::size_t row : order) {
-    by_title[GroupOf(row)].push_back(row);
-  }
-  groups_.clear();
-  for (auto& [title, rows] : by_title) {
-    const std::string shown =
-        grouping_ == SurveyGrouping::kNone ? std::string() : CountedTitle(title, rows.size());
-    groups_.push_back({shown, std::move(rows)});
-  }
-  // What has no such place comes last.
-  if (groups_.size() > 1 && by_title.begin()->first.empty()) {
-    std::rotate(groups_.begin(), groups_.begin() + 1, groups_.end());
-  }
+  NotePlaces();
+}
+
+void SurveyList::NotePlaces() {
   for (Entry& entry : entries_) {
     entry.place.reset();
   }
@@ -307,22 +325,32 @@ std::size_t SurveyList::Shown() const {
       [](std::size_t sum, const SurveyGroup& group) { return sum + group.rows.size(); });
 }
 
-const std::string& SurveyList::Cell(std::size_t row, SurveyColumn column) const {
-  return entries_[row].cells[static_cast<std::size_t>(column)];
+std::string_view SurveyList::TextOf(std::size_t row, SurveyColumn column) const {
+  std::string_view rest = entries_[row].cells;
+  for (int before = static_cast<int>(column); before > 0; --before) {
+    rest.remove_prefix(rest.find('\n') + 1);
+  }
+  return rest.substr(0, rest.find('\n'));
+}
+
+std::string SurveyList::Cell(std::size_t row, SurveyColumn column) const {
+  return column == SurveyColumn::kFindings ? CountOf(entries_[row].findings.size())
+                                           : std::string(TextOf(row, column));
 }
 
 std::optional<Severity> SurveyList::WorstOf(std::size_t row) const {
   std::optional<Severity> worst;
-  for (const SurveyFinding& finding : entries_[row].findings) {
-    worst = worst ? std::min(*worst, finding.severity) : finding.severity;
+  for (const std::uint32_t number : entries_[row].findings) {
+    const Severity severity = (*findings_)[number].severity;
+    worst = worst ? std::min(*worst, severity) : severity;
   }
   return worst;
 }
 
 std::string SurveyList::SentencesOf(std::size_t row) const {
   std::string sentences;
-  for (const SurveyFinding& finding : entries_[row].findings) {
-    sentences.append(sentences.empty() ? "" : "\n").append(finding.sentence);
+  for (const std::uint32_t number : entries_[row].findings) {
+    sentences.append(sentences.empty() ? "" : "\n").append((*findings_)[number].sentence);
   }
   return sentences;
 }

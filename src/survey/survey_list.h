@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "survey/survey_scan.h"
@@ -46,6 +47,7 @@ std::string SurveyCell(const SurveyRow& row, SurveyColumn column);
 
 /// Rows that belong together. Without a grouping there is one group of all, without a title.
 struct SurveyGroup {
+  std::string key;                ///< "S0450E"; empty: not known
   std::string title;              ///< "S0450E: 12 recordings"
   std::vector<std::size_t> rows;  ///< by their places in the survey
 };
@@ -54,12 +56,21 @@ struct SurveyGroup {
 /// are.
 class SurveyList {
  public:
+  /// One without rows that is grouped, sorted and filtered alike.
+  SurveyList Emptied() const;
   void Clear();
+  /// Puts rows in their places: a merge, whatever there is already.
   void Add(std::span<const SharedRow> rows);
   /// The rows of another list, grouped, sorted and filtered as these were.
   void TakeRows(SurveyList other);
-  /// Those of rows that are here.
-  void SetFindings(std::span<const SurveyFinding> findings);
+  /// Forgets those before, and has these looked through by `AddFindings()`.
+  void SetFindings(SharedFindings findings);
+  /// Gives rows the next `most` findings; false: that were all. Rows stay where they are.
+  bool AddFindings(std::size_t most);
+  /// Puts rows in their places anew, where that depends on findings.
+  void Rearrange() { Arrange(); }
+  /// Whether rows are where they are, or shown at all, by their findings.
+  bool DependsOnFindings() const { return order_ == SurveyColumn::kFindings || !words_.empty(); }
   void SetGrouping(SurveyGrouping grouping);
   void SetOrder(SurveyColumn column, bool is_descending);
   /// Every word of it has to be in one of the row's texts or findings, in any case of letters.
@@ -76,7 +87,7 @@ class SurveyList {
   SurveyGrouping Grouping() const { return grouping_; }
   std::size_t Shown() const;
   /// As `SurveyCell()`; of the findings how many there are.
-  const std::string& Cell(std::size_t row, SurveyColumn column) const;
+  std::string Cell(std::size_t row, SurveyColumn column) const;
   /// The worst of a row's findings; none without any.
   std::optional<Severity> WorstOf(std::size_t row) const;
   /// All sentences of a row, a line each.
@@ -84,20 +95,25 @@ class SurveyList {
 
  private:
   struct Entry {
-    std::vector<std::string> cells;  // by column
-    std::string searched;            // upper case
-    std::vector<SurveyFinding> findings;
+    std::string cells;                    // a line each
+    std::vector<std::uint32_t> findings;  // by their places
     std::optional<Place> place;
   };
 
   void Fill(std::size_t row);
+  std::string_view TextOf(std::size_t row, SurveyColumn column) const;
+  void Insert(std::vector<std::size_t> rows);
+  void NotePlaces();
   void Arrange();
-  bool IsShown(const Entry& entry) const;
+  bool IsShown(std::size_t row) const;
   std::string GroupOf(std::size_t row) const;
   bool IsBefore(std::size_t a, std::size_t b) const;
 
   std::vector<SharedRow> rows_;
   std::vector<Entry> entries_;
+  SharedFindings findings_ = std::make_shared<const std::vector<SurveyFinding>>();
+  std::size_t findings_done_ = 0;
+  std::unordered_map<std::string_view, std::size_t> places_;  // of rows, while findings come
   std::vector<SurveyGroup> groups_;
   SurveyGrouping grouping_ = SurveyGrouping::kSite;
   SurveyColumn order_ = SurveyColumn::kStart;

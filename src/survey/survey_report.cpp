@@ -16,7 +16,7 @@ constexpr std::string_view kStyle = R"(<style>
 body{font:14px/1.4 "Liberation Sans",Arial,sans-serif;color:var(--text);background:var(--back);margin:1.5em}
 h1{font-size:1.6em;margin:0 0 .3em}h2{font-size:1.2em;margin:1.6em 0 .4em}
 table{border-collapse:collapse;font-size:.86em}th,td{border-bottom:1px solid var(--line);padding:.2em .6em;text-align:left;vertical-align:top}
-th{background:var(--soft)}td.n{text-align:right;font-variant-numeric:tabular-nums}td.sum{font-family:"Liberation Mono",monospace;font-size:.9em}
+th{background:var(--soft)}td.n{text-align:right;font-variant-numeric:tabular-nums}td.t{white-space:nowrap}td.p{overflow-wrap:anywhere;min-width:10em}td.sum{font-family:"Liberation Mono",monospace;font-size:.9em}
 .wide{overflow-x:auto}.error,.warning{font-weight:bold}.error{color:var(--bad)}
 svg{width:100%;max-width:1100px}svg text{font-size:11px;fill:var(--text)}.day{stroke:var(--line);fill:none}
 .plan{fill:var(--plan)}.done{fill:var(--done)}.bad{fill:var(--bad)}
@@ -58,6 +58,13 @@ class Page {
   }
   void End() { text_.append("</tbody>\n</table></div>\n"); }
   void Cell(std::string_view text) { text_.append("<td>").append(HtmlText(text)).append("</td>"); }
+  // A path, or a sentence with one, is broken anywhere, or a long name would be cut on paper.
+  void Path(std::string_view text) {
+    text_.append("<td class=\"p\">").append(HtmlText(text)).append("</td>");
+  }
+  void Time(std::int64_t seconds) {
+    text_.append("<td class=\"t\">").append(SurveyTime(seconds)).append("</td>");
+  }
   void Figure(const std::string& text) {
     text_.append("<td class=\"n\">").append(text).append("</td>");
   }
@@ -111,8 +118,8 @@ class Page {
       text_.append("</td>");
       Cell(finding.id);
       Cell(finding.box);
-      Cell(finding.path);
-      Cell(finding.sentence);
+      Path(finding.path);
+      Path(finding.sentence);
       text_.append("</tr>\n");
     }
     End();
@@ -133,13 +140,13 @@ class Page {
     const TableFacts none;
     const TableFacts& table = row.table ? *row.table : none;
     text_.append("<tr>");
-    Cell(row.name);
+    Path(row.name);
     Figure(FormatInt(row.box));
     Cell(table.site);
     Cell(table.line);
     Cell(MethodName(table.method));
-    Cell(SurveyTime(row.start));
-    Cell(SurveyTime(row.end));
+    Time(row.start);
+    Time(row.end);
     Figure(FormatInt(row.channels));
     Figure(FormatReal(row.rate));
     Cell(FrequencyText(row));
@@ -159,10 +166,10 @@ class Page {
     for (const auto& row : report_.rows) {
       if (is_other(row)) {
         text_.append("<tr>");
-        Cell(row->name);
+        Path(row->name);
         Cell(RowKindName(row->kind));
         Figure(row->box == 0 ? std::string() : FormatInt(row->box));
-        Cell(SurveyTime(row->start));
+        Time(row->start);
         text_.append("</tr>\n");
       }
     }
@@ -181,7 +188,7 @@ class Page {
     for (const auto& row : report_.rows) {
       for (const RowFile& file : row->files) {
         text_.append("<tr>");
-        Cell(file.shown);
+        Path(file.shown);
         Figure(FormatInt(file.info.size));
         text_.append("<td class=\"sum\">").append(file.sha256).append("</td></tr>\n");
       }
@@ -196,8 +203,8 @@ class Page {
     Begin("Not read", {"Path", "Why"});
     for (const ScanNote& note : report_.notes) {
       text_.append("<tr>");
-      Cell(note.path);
-      Cell(note.reason);
+      Path(note.path);
+      Path(note.reason);
       text_.append("</tr>\n");
     }
     End();

@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <optional>
 #include <span>
+#include <system_error>
 #include <utility>
 
 #include "base/latin1.h"
@@ -16,12 +18,20 @@
 namespace orvane {
 namespace {
 
+// What the index knows a folder by, wherever one stands.
+std::filesystem::path WholePath(const std::filesystem::path& path) {
+  std::error_code error;
+  const std::filesystem::path whole = std::filesystem::absolute(path, error);
+  return error || path.empty() ? path : whole.filename() == "." ? whole.parent_path() : whole;
+}
+
 // One pass over a tree.
 class Pass {
  public:
   Pass(const FolderTree& tree, const SurveyOptions& options, SurveyIndex* index,
-       const std::atomic<bool>& stop, std::atomic<std::uint64_t>* done)
-      : tree_(tree), options_(options), index_(*index), stop_(stop), done_(*done) {
+       const std::atomic<bool>& stop, std::atomic<std::uint64_t>* done,
+       std::vector<ScanNote>* notes)
+      : tree_(tree), options_(options), index_(*index), stop_(stop), done_(*done), notes_(*notes) {
     reading_.is_deep = options.depth == ScanDepth::kDeep;
     reading_.stopped = [this] { return stop_.load(); };
   }
@@ -126,7 +136,12 @@ class Pass {
       const auto found = std::find_if(group.begin(), group.end(), [&file](const FoundFile* one) {
         return one->name == file.name;
       });
-      file.sha256 = Sha256OfFile(tree_.PathOfFile(**found), reading_.stopped);
+      auto sum = Sha256OfFile(tree_.PathOfFile(**found), reading_.stopped);
+      if (sum) {
+        file.sha256 = std::move(*sum);
+      } else if (!stop_) {
+        notes_.push_back({file.shown, PrintableUtf8("no checksum: " + sum.Message())});
+      }
     }
   }
 
@@ -135,6 +150,7 @@ class Pass {
   SurveyIndex& index_;
   const std::atomic<bool>& stop_;
   std::atomic<std::uint64_t>& done_;
+  std::vector<ScanNote>& notes_;
   ReadingOptions reading_;
   Calibrations calibrations_;
 };
@@ -142,11 +158,17 @@ class Pass {
 }  // namespace
 
 SurveyScan::SurveyScan(std::filesystem::path root, SurveyOptions options)
-    : root_(std::move(root)), options_(std::move(options)), thread_([this] { Run(); }) {}
+    : root_(WholePath(root)),
+      options_(std::move(options)),
+      no_memory_(Failure(ReasonOf(std::bad_alloc()))) {
+  thread_ = std::thread([this] { Run(); });
+}
 
 SurveyScan::~SurveyScan() {
   Stop();
-  thread_.join();
+  if (thread_.joinable()) {
+    thread_.join();
+  }
 }
 
 std::vector<SharedRow> SurveyScan::Take(std::size_t most) {
@@ -160,6 +182,8 @@ std::vector<SharedRow> SurveyScan::Take(std::size_t most) {
 void SurveyScan::Run() {
   try {
     outcome_ = Work();
+  } catch (const std::bad_alloc&) {
+    outcome_ = std::move(no_memory_);
   } catch (const std::exception& error) {
     outcome_ = Failure(ReasonOf(error));
   }
@@ -177,7 +201,7 @@ Result<> SurveyScan::Work() {
   if (!options_.index.empty() && !index.Open(options_.index)) {
     index_note_ = PrintableUtf8(index.Failure());
   }
-  Pass pass(*tree, options_, &index, stop_, &done_);
+  Pass pass(*tree, options_, &index, stop_, &done_, &notes_);
   pass.ReadCalibrations();
   const std::span<const FoundFile> files(tree->files);
   for (std::size_t at = 0; at < files.size() && !stop_;) {
@@ -195,6 +219,9 @@ Result<> SurveyScan::Work() {
     at = end;
   }
   index.Write();
+  if (!stop_ && options_.depth != ScanDepth::kNames) {
+    index.Prune(root_);
+  }
   if (index_note_.empty()) {
     index_note_ = PrintableUtf8(index.Failure());
   }

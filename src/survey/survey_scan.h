@@ -64,6 +64,8 @@ class SurveyScan {
   const Result<>& Outcome() const { return outcome_; }
   /// Once it is done and was not stopped.
   const std::vector<SurveyFinding>& Findings() const { return findings_; }
+  /// The same, which are gone after it.
+  std::vector<SurveyFinding> TakeFindings() { return std::move(findings_); }
   /// Once it is done: what could not be read.
   const std::vector<ScanNote>& Notes() const { return notes_; }
   /// Once it is done: why there was no index; empty: there was, or none was asked for.
@@ -86,6 +88,7 @@ class SurveyScan {
   std::vector<ScanNote> notes_;
   std::string index_note_;
   Result<> outcome_;
+  Result<> no_memory_;  // made while there is some
   std::thread thread_;  // the last: it uses the others
 };
 

@@ -11,24 +11,43 @@
 namespace orvane {
 namespace {
 
-bool FillsTheFile(const RandomFile& file, TsHeaderSize header_size, TsProgress* progress) {
+// `goes_on` is asked at each record, with its end.
+template <typename GoesOn>
+bool FillsTheFile(const RandomFile& file, TsHeaderSize header_size, const GoesOn& goes_on) {
   TsWalker walker(&file, header_size);
   TsPlace place;
-  while (walker.Next(&place) && (progress == nullptr || progress->Note(place.next))) {
-  }
-  if (progress != nullptr) {
-    progress->NextWalk(walker.End());
+  while (walker.Next(&place) && goes_on(place.next)) {
   }
   return walker.Outcome() && place.next == walker.End();
+}
+
+template <typename GoesOn, typename Next>
+TsHeaderSize Fitting(const RandomFile& file, const GoesOn& goes_on, const Next& next_walk) {
+  const auto fills = [&](TsHeaderSize size) {
+    const bool fills_it = FillsTheFile(file, size, goes_on);
+    next_walk();
+    return fills_it;
+  };
+  return !fills(TsHeaderSize::kFull) && fills(TsHeaderSize::kOld) ? TsHeaderSize::kOld
+                                                                  : TsHeaderSize::kFull;
 }
 
 }  // namespace
 
 TsHeaderSize FittingHeaders(const RandomFile& file, TsProgress* progress) {
-  return !FillsTheFile(file, TsHeaderSize::kFull, progress) &&
-                 FillsTheFile(file, TsHeaderSize::kOld, progress)
-             ? TsHeaderSize::kOld
-             : TsHeaderSize::kFull;
+  const auto size = file.Size();
+  return Fitting(
+      file, [progress](std::uint64_t byte) { return progress == nullptr || progress->Note(byte); },
+      [progress, &size] {
+        if (progress != nullptr) {
+          progress->NextWalk(size ? *size : 0);
+        }
+      });
+}
+
+TsHeaderSize FittingHeaders(const RandomFile& file, const std::function<bool()>& stopped) {
+  return Fitting(
+      file, [&stopped](std::uint64_t) { return !stopped(); }, [] {});
 }
 
 std::string OpenFailureText(const std::filesystem::path& path) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -102,6 +103,8 @@ class TsFile {
 /// The headers that a waveform of unknown version is taken to have: full ones, or older ones where
 /// only with these the records fill the file to its very end.
 TsHeaderSize FittingHeaders(const RandomFile& file, TsProgress* progress = nullptr);
+/// The same; `stopped` ends the walks, and what is returned then is of no use.
+TsHeaderSize FittingHeaders(const RandomFile& file, const std::function<bool()>& stopped);
 
 }  // namespace orvane
 

@@ -49,6 +49,9 @@ class SurveyWindowTest : public FrameTest {
 
 TEST_F(SurveyWindowTest, ListsGroupsAndFiltersByKeyboard) {
   EXPECT_FALSE(window_->Findings().empty());
+  // A field laptop's screen at twice the size, with a title above.
+  EXPECT_LE(window_->minimumSizeHint().width(), 683);
+  EXPECT_LE(window_->minimumSizeHint().height(), 384 - 24);
   EXPECT_TRUE(State().contains(QStringLiteral("findings"))) << State().toStdString();
   auto* list = Find<QTreeView>("recordings");
   auto* grouping = Find<QComboBox>("survey-grouping");
@@ -79,15 +82,16 @@ TEST_F(SurveyWindowTest, ListsGroupsAndFiltersByKeyboard) {
 }
 
 TEST_F(SurveyWindowTest, ShowsFindingsAndWhatBelongsToThem) {
-  auto* findings = Find<QListWidget>("survey-findings");
-  ASSERT_EQ(findings->count(), static_cast<int>(window_->Findings().size()));
-  for (int i = 0; i < findings->count(); ++i) {
+  auto* findings = Find<FindingsPane>("survey-findings");
+  const QAbstractItemModel& model = *findings->model();
+  ASSERT_EQ(model.rowCount(), static_cast<int>(window_->Findings().size()));
+  for (int i = 0; i < model.rowCount(); ++i) {
     const SurveyFinding& finding = window_->Findings()[static_cast<std::size_t>(i)];
     if (finding.path.empty()) {
       continue;
     }
-    findings->setCurrentRow(i);
-    emit findings->itemActivated(findings->item(i));
+    findings->setCurrentIndex(model.index(i, 0));
+    QTest::keyClick(findings, Qt::Key_Return);
     const QModelIndex current = Find<QTreeView>("recordings")->currentIndex();
     EXPECT_EQ(current.siblingAtColumn(0).data().toString().toStdString(), finding.path);
     EXPECT_TRUE(current.siblingAtColumn(static_cast<int>(SurveyColumn::kFindings))
@@ -95,6 +99,32 @@ TEST_F(SurveyWindowTest, ShowsFindingsAndWhatBelongsToThem) {
                     .toString()
                     .contains(QString::fromStdString(finding.sentence)));
   }
+  QTest::keyClicks(Find<QLineEdit>("findings-filter"), QStringLiteral("bad"));
+  EXPECT_EQ(model.rowCount(), 1);
+  EXPECT_TRUE(
+      Find<QTabWidget>("survey-tabs")->tabText(0).startsWith(QStringLiteral("Findings (1 of ")));
+  // A site on the map, or beside it, chooses its recordings.
+  auto* map = Find<SpreadMapView>("survey-map");
+  ASSERT_EQ(map->Map().items.size(), 3U);
+  Find<QTabWidget>("survey-tabs")->setCurrentIndex(1);
+  QTest::keyClick(map, Qt::Key_End);
+  QTest::keyClick(map, Qt::Key_Return);
+  const auto chosen = [this] {
+    QStringList names;
+    for (const QModelIndex& index :
+         Find<QTreeView>("recordings")->selectionModel()->selectedRows()) {
+      names << index.data().toString();
+    }
+    names.sort();
+    return names.join(QLatin1Char(' '));
+  };
+  EXPECT_EQ(chosen(), QStringLiteral("2026-11-23/1203.TSS 2026-11-23/1207.TSS "
+                                     "2026-11-23/1215.TSS 2026-11-23/2417.TSS"));
+  auto* unplaced = Find<QListWidget>("survey-unplaced");
+  ASSERT_EQ(unplaced->count(), 1);
+  unplaced->setCurrentRow(0);
+  QTest::keyClick(unplaced, Qt::Key_Return);
+  EXPECT_EQ(chosen(), QStringLiteral("2026-11-23/1211.TSS"));
   // The picture of what was recorded when goes from recording to recording.
   auto* coverage = Find<CoverageView>("coverage");
   EXPECT_TRUE(coverage->accessibleDescription().startsWith(QStringLiteral("5 boxes from ")))
@@ -136,7 +166,9 @@ TEST_F(SurveyWindowTest, SeesNewFilesAndGivesTheSelectionToConversions) {
   EXPECT_TRUE(wanted[0][1].toStringList().filter(QStringLiteral(".TSS")).isEmpty());
   const SurveyReport report = {"s", window_->Model().List().Rows(), window_->Findings(), {}};
   EXPECT_TRUE(SaveReport(report, TextFromPath(dir_ / "r.pdf")));
-  EXPECT_EQ(ReadAll(dir_ / "r.pdf").substr(0, 5), "%PDF-");
+  const std::string pdf = ReadAll(dir_ / "r.pdf");
+  EXPECT_EQ(pdf.substr(0, 5), "%PDF-");
+  EXPECT_NE(pdf.find("/Subtype /Image"), std::string::npos) << "of the coverage";
   EXPECT_TRUE(SaveReport(report, TextFromPath(dir_ / "r.html")));
   EXPECT_FALSE(SaveReport(report, TextFromPath(dir_ / "none/r.html")));
 }

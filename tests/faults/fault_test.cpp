@@ -95,6 +95,7 @@ struct Work {
     kOwn,
     kShared,   // a folder that others may write to, with what a killed program left
     kInPlace,  // the files may not be replaced
+    kIndexed,  // what a scan of a survey found is kept beside, and what it finds is its result
   } place = kOwn;
 };
 
@@ -136,6 +137,11 @@ const std::vector<Work>& AllWork() {
       {{"calibration", "text", "Calibration/2041.CLC", "Calibration/2417.CLB"},
        {"Calibration/2041.CLC", "Calibration/2417.CLB"},
        {"Calibration/2041.txt"}},
+      {{"survey", "scan", "MT", "--deep"}, {"MT/2417.TS2"}, {}, Work::kIndexed},
+      {{"survey", "scan", "Calibration", "--format", "html", "--checksums"},
+       {"Calibration/2041.CLC"},
+       {},
+       Work::kIndexed},
       {{"calibration", "curves", "Calibration/2041.CLC"}, {"Calibration/2041.CLC"}, {}}};
   return all;
 }
@@ -143,8 +149,9 @@ const std::vector<Work>& AllWork() {
 Files Snapshot(const fs::path& folder) {
   Files files;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    if (!entry.is_directory()) {
-      files[entry.path().lexically_relative(folder).string()] = ReadAll(entry.path());
+    const std::string name = entry.path().lexically_relative(folder).string();
+    if (!entry.is_directory() && !name.starts_with("cache/")) {
+      files[name] = ReadAll(entry.path());
     }
   }
   return files;
@@ -158,6 +165,8 @@ void Lay(const Files& files, const fs::path& folder) {
   for (const auto& [name, bytes] : files) {
     fs::create_directories((folder / name).parent_path());
     WriteAll(folder / name, bytes);
+    // What is just written an index does not trust.
+    fs::last_write_time(folder / name, fs::last_write_time(folder / name) - std::chrono::hours(1));
     if (fs::path(name).filename() == kLeftover) {
       fs::permissions((folder / name).parent_path(), fs::perms::all);
     }
@@ -207,6 +216,7 @@ Strings Environment(const Work& work, const fs::path& folder, const Fault& fault
           "ORVANE_FAULT_ERROR=" + std::to_string(fault.error),
           "ORVANE_FAULT_FOLDER=" + folder.string(),
           std::string("ORVANE_FAULT_RIGHTS=") + (work.place == Work::kInPlace ? "1" : ""),
+          "XDG_CACHE_HOME=" + (work.place == Work::kIndexed ? (folder / "cache").string() : ""),
           "ORVANE_FAULT_COUNTS=" + std::to_string(kCounts)};
 }
 
@@ -237,7 +247,7 @@ Outcome Run(const Work& work, const fs::path& folder, const Fault& fault, unsign
   waitpid(child, &outcome.status, 0);
   std::memcpy(&calls, counts.Text().data(), sizeof calls);
   outcome.out = out.Text();
-  outcome.told = told.Text();
+  outcome.told = told.Text().append(work.place == Work::kIndexed ? outcome.out : "");
   outcome.calls = calls;
   return outcome;
 }

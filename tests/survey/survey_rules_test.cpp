@@ -4,9 +4,12 @@
 
 #include <functional>
 
+#include "base/number_text.h"
 #include "support/temp_dir.h"
 #include "survey/coverage.h"
+#include "survey/findings_list.h"
 #include "survey/sha256.h"
+#include "survey/site_map.h"
 #include "survey/survey_findings.h"
 #include "survey/survey_report.h"
 
@@ -167,6 +170,97 @@ TEST(SurveyRulesTest, ResultsAreOlderThanWhatTheyAreMadeOf) {
       EXPECT_EQ(Found({row}), newer == one.source ? "result-old" : "") << one.name << " " << newer;
     }
   }
+}
+
+TEST(SurveyRulesTest, SitesStandWhereTheirTablesSay) {
+  const auto site = [](const std::string& name, std::optional<MapPoint> place,
+                       std::optional<GeoPlace> geo) {
+    return std::make_shared<const SurveyRow>(With([&](SurveyRow*, TableFacts* table) {
+      table->site = name;
+      table->place = place;
+      table->geo = geo;
+    }));
+  };
+  const auto text = [](const SiteMap& sites) {
+    std::string all;
+    for (std::size_t i = 0; i < sites.map.items.size(); ++i) {
+      all.append(Describe(sites.map.items[i])).append(" rows");
+      for (const std::size_t row : sites.rows[i]) {
+        all.append(" ").append(std::to_string(row));
+      }
+      all.append("; ");
+    }
+    for (const auto& unplaced : sites.unplaced) {
+      all.append(unplaced.text).append("; ");
+    }
+    return all;
+  };
+  using Rows = std::vector<std::shared_ptr<const SurveyRow>>;
+  const GeoPlace here{60, 179.9995};
+  Rows rows = {site("B", MapPoint{10, 20}, {}), site("A", {}, {}),
+               site("B", MapPoint{10.5, 20}, {}), site("B", MapPoint{10, 30}, {}),
+               site("C", {}, here)};
+  const SiteMap on_grid = SitesOf(rows);
+  EXPECT_EQ(text(on_grid),
+            "B, box 1203, 3 recordings: 10 E, 20 N (m) and 1 other place rows 0 2 3; "
+            "A: 1 recording, no position; C: 1 recording, by latitude and longitude only; ");
+  EXPECT_EQ(on_grid.ItemOf(3), 0U);
+  EXPECT_EQ(on_grid.ItemOf(1), std::nullopt);
+  // Over the date line: 0.002 degrees at 60 degrees north are 111 m, 0.001 of latitude as many.
+  rows = {site("A", {}, here), site("B", {}, GeoPlace{60.001, -179.9985}),
+          site("C", MapPoint{1, 2}, {})};
+  EXPECT_EQ(text(SitesOf(rows)),
+            "A, box 1203, 1 recording: -56 E, -56 N (m) rows 0; B, box 1203, 1 recording: 56 E, "
+            "56 N (m) rows 1; C: 1 recording, on a grid of its own only; ");
+  ParamTable table;
+  ASSERT_EQ(table.BuildParamIndex(), kOk);
+  struct Case {
+    std::string latitude;
+    std::string longitude;
+    std::string degrees;
+  };
+  for (const Case& one : std::vector<Case>{{"4530.600,N", "01131.200,e", "45.51 11.52"},
+                                           {"4530.600,S", "17959.400,W", "-45.51 -179.99"},
+                                           {"9000.100,N", "01131.000,E", ""},
+                                           {"45:30.6,N", "011:31.0,E", ""},
+                                           {"4530.600", "01131.000,E", ""},
+                                           {"0000.000,N", "00000.000,E", ""}}) {
+    const auto set = [&table](ParamKey key, std::string value) {
+      value.resize(sizeof(ParamValue));
+      ASSERT_EQ(table.SetParam(key, PosPT, value.data()), kOk);
+    };
+    set("LATG", one.latitude);
+    set("LNGG", one.longitude);
+    const auto geo = GeoPlaceOf(table);
+    EXPECT_EQ(geo ? FormatReal(geo->latitude, 6) + " " + FormatReal(geo->longitude, 6) : "",
+              one.degrees)
+        << one.latitude;
+  }
+}
+
+TEST(SurveyRulesTest, FindingsAreSortedAndFiltered) {
+  const std::vector<SurveyFinding> findings = {{"one", Severity::kHint, "late", "1207", "b.TSS"},
+                                               {"two", Severity::kWarning, "Early", "", "a.TSS"},
+                                               {"three", Severity::kWarning, "gone", "999", ""}};
+  const std::vector<ScanNote> notes = {{"c", "no rights"}};
+  FindingsList list;
+  list.Set(std::make_shared<const std::vector<SurveyFinding>>(findings), notes);
+  const auto shown = [&list](std::optional<FindingColumn> column, bool is_descending) {
+    list.SetOrder(column, is_descending);
+    return list.Shown();
+  };
+  using Order = std::vector<std::size_t>;
+  EXPECT_EQ(shown({}, false), Order({0, 1, 2, 3}));
+  EXPECT_EQ(shown(FindingColumn::kSeverity, false), Order({1, 2, 3, 0}));
+  EXPECT_EQ(shown(FindingColumn::kBox, false), Order({2, 0, 1, 3}));
+  EXPECT_EQ(shown(FindingColumn::kBox, true), Order({0, 2, 1, 3}));
+  EXPECT_EQ(shown(FindingColumn::kFile, true), Order({3, 0, 1, 2}));
+  list.SetFilter(" TSS  early", {});
+  EXPECT_EQ(list.Shown(), Order({1}));
+  list.SetFilter("", Severity::kHint);
+  EXPECT_EQ(list.Shown(), Order({0}));
+  list.SetFilter("rights not-read", Severity::kWarning);
+  EXPECT_EQ(list.Shown(), Order({3}));
 }
 
 TEST(SurveyRulesTest, ListIsTheOneOfTheDocument) {

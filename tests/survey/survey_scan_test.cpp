@@ -156,6 +156,9 @@ TEST(SurveyScanTest, RowsTellWhatFilesSay) {
   EXPECT_EQ(row.files.size(), 3U) << "table, waveform and text";
   EXPECT_EQ(row.table->site + " " + row.table->line + " " + row.table->firmware,
             "S0450E L1200N 5.0");
+  ASSERT_TRUE(row.table->place);
+  EXPECT_EQ(PlaceText(*row.table->place), "450 E, 1350 N") << "the middle of its dipoles";
+  EXPECT_FALSE(row.table->geo);
   EXPECT_EQ(ClockText(*row.table), "Locked to GPS");
   EXPECT_EQ(CalibrationText(row), "1207.CLB (49 days)");
 }
@@ -186,7 +189,11 @@ TEST(SurveyScanTest, IndexSparesReadingAndNeverChangesTheResult) {
         ReadAll(options.index).replace(60, 4, "\0\0\0\x63", 4),
         ReadAll(options.index).replace(size / 2, 2000, std::string(2000, '\x5A'))}) {
     WriteAll(options.index, bytes);
-    EXPECT_EQ(Scan(root, options).Page(), after) << bytes.size();
+    const Scanned anew = Scan(root, options);
+    EXPECT_EQ(anew.Page(), after) << bytes.size();
+    if (bytes.size() != size) {  // else it is found out only while it is used
+      EXPECT_EQ(anew.index_note, "") << bytes.size();
+    }
     EXPECT_EQ(Scan(root, options).index_note, "") << bytes.size();
   }
 }
@@ -230,6 +237,56 @@ TEST(SurveyScanTest, IndexIsWholeAfterAKill) {
   }
 }
 
+TEST(SurveyScanTest, IndexForgetsWhatIsGone) {
+  const TempDir dir;
+  constexpr std::int64_t kDay = 20'000;
+  FileInfo info;
+  FileFacts facts;
+  facts.failure = std::string(1000, 'f');
+  const auto known = [&](std::int64_t day, std::vector<std::string> names, int prune,
+                         std::uint64_t most = SurveyIndex::kMostBytes) {
+    SurveyIndex index(day);
+    EXPECT_TRUE(index.Open(dir / "index.db"));
+    FileFacts found;
+    std::string text;
+    for (const std::string& name : names) {
+      text += index.Find("/" + name, info, &found) ? name + " " : "";
+    }
+    index.Write();
+    if (prune != 0) {
+      index.Prune("/a", most);
+    }
+    EXPECT_EQ(index.Failure(), "");
+    return text;
+  };
+  const std::vector<std::string> all = {"a/1", "a/2", "a/b/3", "ab/4", "c/5"};
+  {
+    SurveyIndex index(kDay);
+    ASSERT_TRUE(index.Open(dir / "index.db"));
+    for (const std::string& name : all) {
+      index.Put("/" + name, info, facts);
+    }
+    index.Write();
+    index.Prune("/a");  // all of today
+  }
+  // Seen the next day, but for one file of the folder.
+  EXPECT_EQ(known(kDay + 1, {"a/1", "a/b/3"}, 1), "a/1 a/b/3 ");
+  EXPECT_EQ(known(kDay, all, 0), "a/1 a/b/3 ab/4 c/5 ") << "other folders stay";
+  EXPECT_EQ(known(kDay + 1 + SurveyIndex::kLongUnseen, {"a/1"}, 1), "a/1 ");
+  EXPECT_EQ(known(kDay, all, 0), "a/1 ") << "what nobody saw for long";
+  {
+    SurveyIndex index(kDay);
+    ASSERT_TRUE(index.Open(dir / "index.db"));
+    for (int i = 0; i < 2000; ++i) {
+      index.Put("/c/" + std::to_string(i), info, facts);
+    }
+  }
+  const auto size = std::filesystem::file_size(dir / "index.db");
+  EXPECT_EQ(known(kDay + 2, {"c/1999"}, 1, 1U << 20U), "c/1999 ");
+  EXPECT_EQ(known(kDay + 2, {"c/0", "c/1999"}, 0), "c/1999 ") << "the oldest go first";
+  EXPECT_LT(std::filesystem::file_size(dir / "index.db"), size * 4 / 5);
+}
+
 TEST(SurveyScanTest, FactsComeBackFromTheirBytesOrNotAtAll) {
   FileFacts facts;
   facts.failure = "because";
@@ -239,6 +296,8 @@ TEST(SurveyScanTest, FactsComeBackFromTheirBytesOrNotAtAll) {
   facts.table->site = "S1";
   facts.table->boxes = {{1203, 3}};
   facts.table->sensors = {{4, 2, "2041"}};
+  facts.table->place = {450, 1350};
+  facts.table->geo = {-12.5, 170.25};
   const std::string image = FactsImage(facts);
   FileFacts back;
   ASSERT_TRUE(FactsFrom(image, &back));
@@ -311,6 +370,20 @@ TEST(SurveyScanTest, StopsAtOnce) {
   }
   EXPECT_LT(scan.FilesDone(), 2000U);
   EXPECT_TRUE(scan.Findings().empty());
+  // Neither is the size of the headers of a huge file guessed to its end.
+  std::filesystem::create_directory(dir / "huge");
+  WriteAll(dir / "huge" / "1.TSS", "");
+  std::filesystem::resize_file(dir / "huge" / "1.TSS", 1ULL << 34U);
+  SurveyScan huge(dir / "huge", {});
+  while (huge.FilesInAll() == 0) {
+  }
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  const auto start = std::chrono::steady_clock::now();
+  ASSERT_FALSE(huge.IsDone());
+  huge.Stop();
+  while (!huge.IsDone()) {
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
 
 }  // namespace

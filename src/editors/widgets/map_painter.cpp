@@ -155,7 +155,7 @@ class Drawing {
       constexpr double kHalo = 9;
       painter_.setPen(QPen(palette_.color(QPalette::Highlight), kHalo, Qt::SolidLine, Qt::RoundCap,
                            Qt::RoundJoin));
-      DrawLines(points);
+      DrawLines(item, points);
     }
     const QColor color = ColorOf(item);
     QPen pen = TracePen(color, item.kind == MapItem::kDirection ? Qt::DashLine : Qt::SolidLine);
@@ -163,7 +163,7 @@ class Drawing {
       pen.setWidthF(pen.widthF() * 1.6);
     }
     painter_.setPen(pen);
-    DrawLines(points);
+    DrawLines(item, points);
     painter_.setPen(TracePen(color));
     PaintEnds(item, points, color);
     if (!MarkOf(item, look_.marks).empty()) {
@@ -171,11 +171,11 @@ class Drawing {
     }
   }
 
-  // One point too, as a dot.
-  void DrawLines(const QPolygonF& points) {
+  // One point too, as a dot; the places of a site are not joined.
+  void DrawLines(const MapItem& item, const QPolygonF& points) {
     painter_.setBrush(Qt::NoBrush);
-    if (points.size() == 1) {
-      painter_.drawPoint(points.front());
+    if (points.size() == 1 || item.kind == MapItem::kSite) {
+      painter_.drawPoints(points);
     } else {
       painter_.drawPolyline(points);
     }
@@ -206,6 +206,12 @@ class Drawing {
       case MapItem::kDirection:
         PaintArrowHead(QLineF(first, points.back()));
         break;
+      case MapItem::kSite:
+        painter_.setBrush(color);
+        for (const QPointF& point : points) {
+          painter_.drawEllipse(point, kDot, kDot);
+        }
+        break;
       case MapItem::kLoop:
         break;
     }
@@ -234,6 +240,12 @@ class Drawing {
   // The current one first; the others where they have room.
   void PaintNames() {
     std::vector<QRectF> taken;
+    for (const MapItem& item : map_.items) {
+      for (std::size_t i = 0; item.kind == MapItem::kSite && i < item.points.size(); ++i) {
+        const QPointF at = projection_.ToScreen(item.points[i]);
+        taken.emplace_back(at.x() - kDot, at.y() - kDot, 2 * kDot, 2 * kDot);
+      }
+    }
     const int count = static_cast<int>(map_.items.size());
     for (int pass = 0; pass < 2; ++pass) {
       for (int i = 0; i < count; ++i) {
@@ -278,6 +290,7 @@ class Drawing {
       return first;
     }
     const double share = item.kind == MapItem::kDirection                         ? 1
+                         : item.kind == MapItem::kSite                            ? 0
                          : map_.is_around_centre && item.kind == MapItem::kDipole ? 0.06
                                                                                   : 0.5;
     return first + share * (projection_.ToScreen(item.points[1]) - first);
@@ -302,7 +315,7 @@ class Drawing {
                                                        projection_.ToScreen(item.points[0]);
     const bool is_upright = std::abs(along.y()) > std::abs(along.x());
     const double off = kGap + kDot;
-    if (item.kind == MapItem::kLoop) {
+    if (item.kind == MapItem::kLoop || item.kind == MapItem::kSite) {
       return OutsideOf(item, size);
     }
     if (is_upright) {
@@ -389,10 +402,11 @@ int MapItemAt(const SpreadMap& map, const MapProjection& projection, const QPoin
   for (std::size_t i = 0; i < map.items.size(); ++i) {
     const auto& points = map.items[i].points;
     const bool is_closed = map.items[i].kind == MapItem::kLoop;
+    const bool is_joined = map.items[i].kind != MapItem::kSite;
     const std::size_t count = points.size();
-    for (std::size_t p = 0; p < (is_closed || count == 1 ? count : count - 1); ++p) {
+    for (std::size_t p = 0; p < (is_closed || !is_joined || count == 1 ? count : count - 1); ++p) {
       const QLineF line(projection.ToScreen(points[p]),
-                        projection.ToScreen(points[(p + 1) % count]));
+                        projection.ToScreen(points[is_joined ? (p + 1) % count : p]));
       if (const double distance = DistanceTo(line, at); distance < least) {
         least = distance;
         nearest = static_cast<int>(i);

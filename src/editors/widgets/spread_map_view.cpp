@@ -54,6 +54,11 @@ void SpreadMapView::Choose(int box, int channel) {
   Describe();
 }
 
+void SpreadMapView::ShowChosen(int item) {
+  look_.current = item;
+  Describe();
+}
+
 // Assistive tools are told what is chosen.
 void SpreadMapView::Describe() {
   QString text = TextFromBytes(Summarize(map_));
@@ -130,6 +135,14 @@ void SpreadMapView::keyPressEvent(QKeyEvent* event) {
       return Step(0);
     case Qt::Key_End:
       return Step(last);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+      if (look_.current < 0) {
+        break;
+      }
+      emit activated(look_.current);
+      return;
     case Qt::Key_Plus:
       return ZoomAtCurrent(kZoomStep);
     case Qt::Key_Minus:
@@ -137,8 +150,9 @@ void SpreadMapView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_0:
       return ShowAll();
     default:
-      QWidget::keyPressEvent(event);
+      break;
   }
+  QWidget::keyPressEvent(event);
 }
 
 void SpreadMapView::mousePressEvent(QMouseEvent* event) {
@@ -146,6 +160,7 @@ void SpreadMapView::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton) {
     if (const int item = MapItemAt(map_, Projection(), event->position()); item >= 0) {
       SetCurrent(item);
+      emit activated(item);
     }
   }
 }

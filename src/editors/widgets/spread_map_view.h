@@ -26,6 +26,8 @@ class SpreadMapView : public QWidget {
   /// What something is wrong with. Counted as in the map's items.
   void SetMarked(std::vector<MapMark> marks);
 
+  /// Shows an item as chosen; below 0: none. Emits nothing.
+  void ShowChosen(int item);
   /// Shows a channel as chosen; nothing is chosen where the map lacks it. Emits nothing.
   void Choose(int box, int channel);
   /// Below 0: none.
@@ -43,6 +45,8 @@ class SpreadMapView : public QWidget {
  signals:
   /// The user chose a channel; both count from 0.
   void chosen(int box, int channel);
+  /// The user clicked an item, or pressed Return on the one that is chosen.
+  void activated(int item);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

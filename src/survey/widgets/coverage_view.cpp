@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QToolTip>
 #include <algorithm>
+#include <cmath>
 
 #include "survey/survey_findings.h"
 #include "ui/plot_theme.h"
@@ -24,7 +25,7 @@ QString Text(const std::string& text) { return QString::fromStdString(text); }
 CoverageView::CoverageView(QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("coverage"));
   setFocusPolicy(Qt::StrongFocus);
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
   SetCoverage({});
 }
 
@@ -50,7 +51,12 @@ QSize CoverageView::sizeHint() const {
   return {480, (lanes + 1) * (fontMetrics().lineSpacing() + 2) + static_cast<int>(2 * kGap)};
 }
 
-QSize CoverageView::minimumSizeHint() const { return {200, sizeHint().height()}; }
+// On a small screen lanes become narrow.
+QSize CoverageView::minimumSizeHint() const {
+  constexpr int kLeastLines = 4;
+  const int least = kLeastLines * fontMetrics().lineSpacing() + static_cast<int>(2 * kGap);
+  return {200, std::min(least, sizeHint().height())};
+}
 
 QRectF CoverageView::Area() const {
   const double left = fontMetrics().horizontalAdvance(QStringLiteral("000000")) + 2 * kGap;
@@ -77,20 +83,31 @@ void CoverageView::PaintLane(std::size_t lane, QPainter* painter) const {
   constexpr double kBarShare = 0.5;
   const CoverageLane& box = coverage_.lanes[lane];
   const QRectF rect = LaneRect(lane);
-  painter->setPen(palette().color(QPalette::WindowText));
-  painter->drawText(QRectF(kGap, rect.top(), rect.left() - 2 * kGap, rect.height()),
-                    Qt::AlignLeft | Qt::AlignVCenter, Text(box.Name()));
+  constexpr double kLeastLine = 0.8;  // of a line's height, for names below each other
+  const double line = kLeastLine * fontMetrics().lineSpacing();
+  const auto each = static_cast<std::size_t>(std::ceil(line / std::max(rect.height(), 1.0)));
+  if (lane % std::max<std::size_t>(each, 1) == 0) {
+    painter->setPen(palette().color(QPalette::WindowText));
+    painter->drawText(QRectF(kGap, rect.center().y() - line, rect.left() - 2 * kGap, 2 * line),
+                      Qt::AlignLeft | Qt::AlignVCenter, Text(box.Name()));
+  }
   for (const CoveragePart& part : box.planned) {
     painter->fillRect(Bar(part, rect, kPlanShare), QBrush(GridColor(palette()), Qt::Dense4Pattern));
   }
+  double drawn_to = -1;  // of thousands of recordings only those that can be seen
   for (const CoveragePart& part : box.recorded) {
     QRectF bar = Bar(part, rect, kBarShare);
+    const bool is_current = current_ && part.row == *current_;
+    if (bar.right() < drawn_to + kLeastWidth / 2 && part.bad_share == 0 && !is_current) {
+      continue;
+    }
+    drawn_to = std::max(drawn_to, bar.right());
     painter->fillRect(bar, TraceColor(0, palette()));
     bar.setTop(bar.bottom() - std::max(part.bad_share * bar.height(), kLeastWidth));
     if (part.bad_share > 0) {
       painter->fillRect(bar, WarningColor(palette()));
     }
-    if (current_ && part.row == *current_) {
+    if (is_current) {
       painter->setPen(QPen(StandOut(palette().color(QPalette::Highlight), palette()), 2));
       painter->drawRect(Bar(part, rect, kPlanShare));
     }

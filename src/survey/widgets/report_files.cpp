@@ -13,6 +13,7 @@
 #include "files/file_io.h"
 #include "survey/widgets/coverage_view.h"
 #include "ui/file_dialogs.h"
+#include "ui/plot_theme.h"
 #include "ui/qt_path.h"
 
 namespace orvane {
@@ -20,16 +21,22 @@ namespace {
 
 constexpr const char* kFilters = "Report (*.html)|*.html|Report for printing (*.pdf)|*.pdf||";
 
-// As on paper: dark on light, whatever the desktop's theme.
-QImage CoverageImage(SurveyRows rows) {
-  constexpr QSize kSize(1000, 260);
-  constexpr int kScale = 2;
-  CoverageView view(nullptr);
+constexpr int kPictureWidth = 900;  // of the paper's, in pixels of the text's layout
+
+// Dark on light, whatever the desktop's theme.
+QPalette PaperPalette() {
   QPalette paper(Qt::white);
   paper.setColor(QPalette::Text, Qt::black);
   paper.setColor(QPalette::WindowText, Qt::black);
   paper.setColor(QPalette::Window, Qt::white);
-  view.setPalette(paper);
+  return paper;
+}
+
+QImage CoverageImage(SurveyRows rows) {
+  constexpr QSize kSize(kPictureWidth, 260);
+  constexpr int kScale = 2;
+  CoverageView view(nullptr);
+  view.setPalette(PaperPalette());
   view.SetCoverage(CoverageOf(rows));
   view.resize(QSize(kSize.width(), std::min(kSize.height(), view.sizeHint().height())));
   QImage image(view.size() * kScale, QImage::Format_RGB32);
@@ -46,12 +53,31 @@ QByteArray PdfOf(const SurveyReport& report) {
   static const QRegularExpression style(QStringLiteral("<style>.*?</style>"),
                                         QRegularExpression::DotMatchesEverythingOption);
   page.remove(style);
-  page.replace(svg, QStringLiteral("<img src=\"coverage\" width=\"100%\">"));
+  page.replace(svg, QStringLiteral("<img src=\"coverage\" width=\"%1\">").arg(kPictureWidth));
+  const QPalette paper = PaperPalette();
+  for (const auto& [key, color] :
+       {std::pair("done", TraceColor(0, paper)), std::pair("bad", WarningColor(paper)),
+        std::pair("plan", GridColor(paper))}) {
+    page.replace(QStringLiteral("<span class=\"key %1\"></span>").arg(QLatin1String(key)),
+                 QStringLiteral(" &nbsp; <span style=\"background-color:%1\">&nbsp; &nbsp;</span> ")
+                     .arg(color.name()));
+  }
+  page.replace(QStringLiteral("<table>"), QStringLiteral("<table width=\"100%\">"));
+  // Long names would leave the first column no room, and the last row of a page only a title.
+  page.replace(QStringLiteral("<th>Recording</th>"),
+               QStringLiteral("<th width=\"115\">Recording</th>"));
+  for (const char* title : {"Recordings", "Checksums"}) {
+    page.replace(
+        QStringLiteral("<h2>%1").arg(QLatin1String(title)),
+        QStringLiteral("<h2 style=\"page-break-before:always\">%1").arg(QLatin1String(title)));
+  }
   QTextDocument document;
   document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("coverage")),
                        CoverageImage(report.rows));
   document.setDefaultStyleSheet(
-      QStringLiteral("th,td{padding:2px 6px;font-size:7pt}h1{font-size:16pt}h2{font-size:12pt}"));
+      QStringLiteral("th,td{padding:2px "
+                     "6px;font-size:7pt}th{text-align:left}td.t{white-space:nowrap}h1{font-size:"
+                     "16pt}h2{font-size:12pt}"));
   document.setHtml(page);
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);

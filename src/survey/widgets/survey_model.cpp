@@ -37,6 +37,17 @@ void SurveyModel::Change(const std::function<void(SurveyList*)>& change) {
   endResetModel();
 }
 
+void SurveyModel::ChangeCells(const std::function<void(SurveyList*)>& change) {
+  change(&list_);
+  const int groups = HasGroups() ? rowCount() : 1;
+  for (int group = 0; group < groups; ++group) {
+    const QModelIndex parent = HasGroups() ? index(group, 0) : QModelIndex();
+    if (const int rows = rowCount(parent); rows > 0) {
+      emit dataChanged(index(0, 0, parent), index(rows - 1, kSurveyColumns - 1, parent));
+    }
+  }
+}
+
 void SurveyModel::PictureCame(std::size_t row) {
   if (const QModelIndex index = IndexOf(row); index.isValid()) {
     emit dataChanged(index, index, {Qt::DecorationRole});
@@ -131,6 +142,13 @@ QVariant SurveyModel::OfRow(std::size_t row, SurveyColumn column, int role) cons
     default:
       return {};
   }
+}
+
+// A view of tens of thousands of rows asks each of them.
+Qt::ItemFlags SurveyModel::flags(const QModelIndex& index) const {
+  const bool is_row = index.isValid() && (!HasGroups() || index.internalId() != kGroupItself);
+  return Qt::ItemIsEnabled | Qt::ItemIsSelectable |
+         (is_row ? Qt::ItemNeverHasChildren : Qt::NoItemFlags);
 }
 
 QVariant SurveyModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -20,6 +20,8 @@ class SurveyModel : public QAbstractItemModel {
   const SurveyList& List() const { return list_; }
   /// Changes the list by `change`; selection and what is open are the view's to keep.
   void Change(const std::function<void(SurveyList*)>& change);
+  /// The same, where rows stay where they are.
+  void ChangeCells(const std::function<void(SurveyList*)>& change);
   /// A small picture of a row; asked for what is in view only.
   void SetPictures(std::function<QVariant(std::size_t row)> picture_of) {
     picture_of_ = std::move(picture_of);
@@ -36,6 +38,7 @@ class SurveyModel : public QAbstractItemModel {
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   void sort(int column, Qt::SortOrder order) override;
 

@@ -9,20 +9,21 @@
 #include <QSplitter>
 #include <QStyle>
 #include <QStyledItemDelegate>
+#include <QTabBar>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <map>
 #include <set>
 
 #include "base/latin1.h"
-#include "check/widgets/severity_sign.h"
 #include "files/path_text.h"
 #include "survey/survey_index.h"
 #include "survey/survey_report.h"
 #include "survey/widgets/report_files.h"
-#include "ui/list_item.h"
 #include "ui/qt_path.h"
+#include "ui/window_size.h"
 
 namespace orvane {
 namespace {
@@ -30,10 +31,11 @@ namespace {
 const QString kState = QStringLiteral("Survey/Columns");
 const QString kGrouping = QStringLiteral("Survey/Grouping");
 const QString kGeometry = QStringLiteral("Survey/Window");
-constexpr int kLook = 100;              // ms between looks at what came
-constexpr int kPause = 1500;            // ms without a change before a folder is looked at again
-constexpr std::size_t kMostRows = 400;  // taken at a time: a step of the window
-constexpr int kMostWatched = 1000;      // folders
+constexpr int kLook = 100;                 // ms between looks at what came
+constexpr int kPause = 1500;               // ms without a change before a folder is looked at again
+constexpr std::size_t kMostRows = 1500;    // taken at a time: a step of the window
+constexpr std::size_t kMostOpen = 20'000;  // rows; of more groups are closed at first
+constexpr int kMostWatched = 1000;         // folders
 constexpr std::array<SurveyColumn, 6> kHiddenAtFirst = {
     SurveyColumn::kKind,  SurveyColumn::kFrequencies, SurveyColumn::kSaturated,
     SurveyColumn::kTable, SurveyColumn::kClock,       SurveyColumn::kFiles};
@@ -97,14 +99,15 @@ const RowFile& MainFileOf(const SurveyRow& row) {
 CSurveyWindow::CSurveyWindow(QWidget* parent)
     : QWidget(parent, Qt::Window),
       model_(new SurveyModel(this)),
-      pictures_(new TracePictures(this)) {
+      pictures_(new TracePictures(this)),
+      overview_(new SurveyOverview(this)) {
   setObjectName(QStringLiteral("survey-window"));
   setWindowTitle(QStringLiteral("Survey"));
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(MakeTools());
   auto* parts = new QSplitter(Qt::Vertical, this);
   parts->addWidget(MakeList());
-  parts->addWidget(MakeFindings());
+  parts->addWidget(MakeTabs());
   parts->setStretchFactor(0, 3);
   parts->setStretchFactor(1, 1);
   layout->addWidget(parts, 1);
@@ -112,6 +115,14 @@ CSurveyWindow::CSurveyWindow(QWidget* parent)
   connect(coverage_, &CoverageView::chosen, this, &CSurveyWindow::Select);
   layout->addWidget(coverage_);
   layout->addLayout(MakeFoot());
+  connect(overview_, &SurveyOverview::came, this,
+          [this](const std::shared_ptr<SurveyOverview::Made>& made) {
+            coverage_->SetCoverage(std::move(made->coverage));
+            sites_->SetSites(std::move(made->sites));
+            const auto current = model_->RowAt(list_->currentIndex());
+            coverage_->SetCurrent(current);
+            sites_->SetCurrent(current);
+          });
   connect(pictures_, &TracePictures::came, model_, &SurveyModel::PictureCame);
   model_->SetPictures([this](std::size_t row) -> QVariant {
     const SurveyRow& of = *model_->List().Rows()[row];
@@ -125,7 +136,7 @@ CSurveyWindow::CSurveyWindow(QWidget* parent)
   connect(&later_, &QTimer::timeout, this, [this] { Start(true); });
   connect(&watcher_, &QFileSystemWatcher::directoryChanged, &later_, qOverload<>(&QTimer::start));
   constexpr QSize kSize(1180, 680);
-  resize(kSize);
+  ResizeWithinScreen(this, kSize);
   restoreGeometry(QSettings().value(kGeometry).toByteArray());
   ShowState();
 }
@@ -182,6 +193,8 @@ QWidget* CSurveyWindow::MakeList() {
   list_->setModel(model_);
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   list_->setUniformRowHeights(true);
+  constexpr int kRowsForWidths = 50;
+  list_->header()->setResizeContentsPrecision(kRowsForWidths);
   list_->setAlternatingRowColors(true);
   list_->setTabKeyNavigation(false);
   list_->setIconSize(TracePictures::Size());
@@ -201,22 +214,39 @@ QWidget* CSurveyWindow::MakeList() {
   connect(list_, &QTreeView::activated, this, &CSurveyWindow::OpenRow);
   connect(list_, &QWidget::customContextMenuRequested, this, &CSurveyWindow::ShowContextMenu);
   connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-          [this](const QModelIndex& index) { coverage_->SetCurrent(model_->RowAt(index)); });
+          [this](const QModelIndex& index) {
+            coverage_->SetCurrent(model_->RowAt(index));
+            sites_->SetCurrent(model_->RowAt(index));
+          });
   findChild<QToolButton*>(QStringLiteral("survey-columns"))->setMenu(MakeColumnsMenu());
   Regroup();
   return list_;
 }
 
-QWidget* CSurveyWindow::MakeFindings() {
-  sentences_ = new QListWidget(this);
-  sentences_->setObjectName(QStringLiteral("survey-findings"));
-  sentences_->setAccessibleName(QStringLiteral("Findings"));
-  sentences_->setUniformItemSizes(true);
-  const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize);
-  sentences_->setIconSize(QSize(icon, icon));
-  connect(sentences_, &QListWidget::itemActivated, this, &CSurveyWindow::OpenFinding);
-  connect(sentences_, &QListWidget::itemClicked, this, &CSurveyWindow::OpenFinding);
-  return sentences_;
+// What is wrong and where the sites are; the first tab has its tools beside the titles.
+QWidget* CSurveyWindow::MakeTabs() {
+  tabs_ = new QTabWidget(this);
+  tabs_->setObjectName(QStringLiteral("survey-tabs"));
+  sentences_ = new FindingsPane(tabs_);
+  sites_ = new SiteMapPane(tabs_);
+  tabs_->addTab(sentences_, QStringLiteral("Findings"));
+  tabs_->addTab(sites_, QStringLiteral("Map"));
+  QWidget* tools = sentences_->MakeTools(tabs_);
+  tabs_->setCornerWidget(tools);
+  setTabOrder(tabs_->tabBar(), tools->findChild<QComboBox*>());
+  connect(tabs_, &QTabWidget::currentChanged, tools,
+          [tools](int index) { tools->setVisible(index == 0); });
+  connect(sentences_, &FindingsPane::chosen, this, &CSurveyWindow::SelectFile);
+  connect(sentences_, &FindingsPane::filtered, this, [this] {
+    const FindingsList& list = sentences_->List();
+    const QString count =
+        list.Shown().size() == list.InAll()
+            ? QString::number(list.InAll())
+            : QStringLiteral("%1 of %2").arg(list.Shown().size()).arg(list.InAll());
+    tabs_->setTabText(0, QStringLiteral("Findings (%1)").arg(count));
+  });
+  connect(sites_, &SiteMapPane::chosen, this, &CSurveyWindow::SelectRows);
+  return tabs_;
 }
 
 QLayout* CSurveyWindow::MakeFoot() {
@@ -284,13 +314,18 @@ void CSurveyWindow::Start(bool is_again) {
   later_.stop();
   scan_.reset();  // stops it
   is_again_ = is_again && !model_->List().Rows().empty();
-  coming_.Clear();
+  steps_.clear();
+  overview_->Forget();
+  coming_ = model_->List().Emptied();
+  drawn_.invalidate();
   if (!is_again_) {
-    findings_.clear();
+    findings_ = std::make_shared<const std::vector<SurveyFinding>>();
+    notes_.clear();
     pictures_->Clear();
     Arrange([](SurveyList* list) { list->Clear(); });
     coverage_->SetCoverage({});
-    ShowFindings();
+    sentences_->SetFindings(findings_, notes_);
+    sites_->SetSites({});
   }
   SurveyOptions options;
   options.depth = deep_->isChecked() ? ScanDepth::kDeep : ScanDepth::kHeaders;
@@ -301,6 +336,7 @@ void CSurveyWindow::Start(bool is_again) {
 }
 
 void CSurveyWindow::Look() {
+  constexpr int kRedraw = 1000;  // ms
   if (scan_ == nullptr) {
     timer_.stop();
     return;
@@ -311,7 +347,10 @@ void CSurveyWindow::Look() {
     coming_.Add(rows);
   } else if (!rows.empty()) {
     Arrange([&rows](SurveyList* list) { list->Add(rows); });
-    coverage_->SetCoverage(CoverageOf(model_->List().Rows()));
+    if (!drawn_.isValid() || drawn_.elapsed() > kRedraw) {
+      drawn_.start();
+      overview_->Make(model_->List().Rows());
+    }
   }
   if (is_done && rows.empty()) {
     End();
@@ -319,32 +358,76 @@ void CSurveyWindow::Look() {
   ShowState();
 }
 
+// Between two steps keys and clicks have their turn.
+void CSurveyWindow::Then(std::function<void()> step) {
+  steps_.push_back(std::move(step));
+  if (steps_.size() > 1) {
+    return;
+  }
+  auto* turns = new QTimer(this);
+  connect(turns, &QTimer::timeout, this, [this, turns] {
+    if (!steps_.empty()) {
+      const auto first = steps_.front();  // it stays there: no other timer is begun
+      first();
+      if (!steps_.empty()) {
+        steps_.pop_front();
+      }
+    }
+    if (steps_.empty()) {
+      turns->deleteLater();
+      turns->stop();
+    }
+  });
+  turns->start(0);
+}
+
 void CSurveyWindow::End() {
   timer_.stop();
   const bool is_whole = scan_->Outcome() && !scan_->WasStopped();
   end_note_ = scan_->Outcome() ? Text(scan_->IndexNote()) : Text(scan_->Outcome().Message());
   if (is_whole) {
-    findings_ = scan_->Findings();
+    findings_ = std::make_shared<const std::vector<SurveyFinding>>(scan_->TakeFindings());
     notes_ = scan_->Notes();
   } else if (scan_->WasStopped()) {
     end_note_ = QStringLiteral("cancelled: not all files were looked at");
   }
+  scan_.reset();
+  overview_->Forget();
   if (is_again_ && is_whole) {
     pictures_->Clear();
     Arrange([this](SurveyList* list) { list->TakeRows(std::move(coming_)); });
-    coverage_->SetCoverage(CoverageOf(model_->List().Rows()));
   }
-  coming_.Clear();
-  scan_.reset();
-  Arrange([this](SurveyList* list) { list->SetFindings(findings_); });
-  if (!has_widths_) {  // after it the user's stay
-    for (int column = 1; column < kSurveyColumns; ++column) {
-      list_->resizeColumnToContents(column);
-    }
-    has_widths_ = true;
+  Then([this] { coming_ = model_->List().Emptied(); });
+  Then([this] {
+    model_->ChangeCells([this](SurveyList* list) { list->SetFindings(findings_); });
+    AddFindings();
+  });
+  Then([this] { FitColumns(); });
+  Then([this] {
+    sentences_->SetFindings(findings_, notes_);
+    overview_->Make(model_->List().Rows());
+  });
+  Then([this] { Watch(); });
+}
+
+// Some at a time; rows are arranged once all are there.
+void CSurveyWindow::AddFindings() {
+  constexpr std::size_t kAtOnce = 5000;
+  bool is_more = false;
+  model_->ChangeCells([&is_more](SurveyList* list) { is_more = list->AddFindings(kAtOnce); });
+  if (is_more) {
+    Then([this] { AddFindings(); });
+  } else if (model_->List().DependsOnFindings()) {
+    Then([this] { Arrange([](SurveyList* list) { list->Rearrange(); }); });
   }
-  ShowFindings();
-  Watch();
+}
+
+// Once; after it the user's stay.
+void CSurveyWindow::FitColumns() {
+  for (int column = 1; column < kSurveyColumns && !has_widths_; ++column) {
+    list_->resizeColumnToContents(column);
+  }
+  has_widths_ = true;
 }
 
 void CSurveyWindow::Cancel() {
@@ -356,20 +439,30 @@ void CSurveyWindow::Cancel() {
 // The folders of the rows and those above them: new files, and new folders, make themselves known.
 void CSurveyWindow::Watch() {
   QStringList folders = {TextFromPath(folder_)};
-  std::set<std::string> seen;
+  std::set<std::filesystem::path> seen;
   for (const SharedRow& row : model_->List().Rows()) {
-    if (folders.size() < kMostWatched && !row->files.empty()) {
-      const auto folder = FileOf(*row, row->files.front()).parent_path();
-      if (seen.insert(PathText(folder)).second) {
-        folders << TextFromPath(folder);
-      }
+    if (folders.size() < kMostWatched && seen.insert(row->place).second) {
+      folders << TextFromPath(folder_ / row->place);
     }
   }
   folders.removeDuplicates();
-  if (const QStringList before = watcher_.directories(); !before.isEmpty()) {
-    watcher_.removePaths(before);
+  std::sort(folders.begin(), folders.end());
+  QStringList before = watcher_.directories();
+  std::sort(before.begin(), before.end());
+  QStringList gone;
+  QStringList fresh;
+  std::set_difference(before.begin(), before.end(), folders.begin(), folders.end(),
+                      std::back_inserter(gone));
+  std::set_difference(folders.begin(), folders.end(), before.begin(), before.end(),
+                      std::back_inserter(fresh));
+  if (!gone.isEmpty()) {
+    watcher_.removePaths(gone);
   }
-  watcher_.addPaths(folders);
+  // Some at a time: a network answers slowly.
+  constexpr int kAtOnce = 50;
+  for (qsizetype at = 0; at < fresh.size(); at += kAtOnce) {
+    Then([this, some = fresh.mid(at, kAtOnce)] { watcher_.addPaths(some); });
+  }
 }
 
 // What is selected, current and open stays so.
@@ -380,8 +473,26 @@ void CSurveyWindow::Arrange(const std::function<void(SurveyList*)>& change) {
   }
   const auto current = model_->RowAt(list_->currentIndex());
   const std::string current_name = current ? model_->List().Rows()[*current]->name : std::string();
+  std::set<std::string> open;
+  const bool was_large = model_->List().Shown() > kMostOpen;
+  const auto for_groups = [this](const auto& visit) {
+    for (int group = 0; list_->rootIsDecorated() && group < model_->rowCount(); ++group) {
+      visit(model_->index(group, 0), model_->List().Groups()[static_cast<std::size_t>(group)].key);
+    }
+  };
+  for_groups([&](const QModelIndex& index, const std::string& key) {
+    if (was_large && list_->isExpanded(index)) {
+      open.insert(key);
+    }
+  });
   model_->Change(change);
-  list_->expandAll();
+  if (model_->List().Shown() <= kMostOpen) {
+    list_->expandAll();
+  } else {
+    for_groups([&](const QModelIndex& index, const std::string& key) {
+      list_->setExpanded(index, open.contains(key));
+    });
+  }
   for (int group = 0; list_->rootIsDecorated() && group < model_->rowCount(); ++group) {
     list_->setFirstColumnSpanned(group, {}, true);
   }
@@ -431,7 +542,7 @@ void CSurveyWindow::ShowState() {
     parts << (total == 0 ? QStringLiteral("listing folders")
                          : QStringLiteral("%1 of %2 files").arg(scan_->FilesDone()).arg(total));
   } else {
-    parts << Counted(findings_.size(), "finding", "findings");
+    parts << Counted(findings_->size(), "finding", "findings");
     if (!notes_.empty()) {
       parts << Counted(notes_.size(), "path not read", "paths not read");
     }
@@ -442,37 +553,33 @@ void CSurveyWindow::ShowState() {
   state_->setText(parts.join(QStringLiteral("; ")));
 }
 
-void CSurveyWindow::ShowFindings() {
-  sentences_->clear();
-  for (const SurveyFinding& finding : findings_) {
-    const QString where = finding.path.empty() ? Text(finding.box) : Text(finding.path);
-    const QString sentence = Text(finding.sentence);
-    auto* item = OnlyShown(new QListWidgetItem(
-        SignOf(finding.severity),
-        where.isEmpty() ? sentence : where + QStringLiteral(": ") + sentence, sentences_));
-    item->setData(Qt::AccessibleTextRole,
-                  WordOf(finding.severity) + QStringLiteral(": ") + item->text());
-    item->setToolTip(item->text());
-  }
-  for (const ScanNote& note : notes_) {
-    OnlyShown(new QListWidgetItem(
-        SignOf(Severity::kWarning),
-        Text(note.path) + QStringLiteral(": not read: ") + Text(note.reason), sentences_));
+void CSurveyWindow::SelectFile(const std::string& name) {
+  const auto& rows = model_->List().Rows();
+  const auto found = std::find_if(rows.begin(), rows.end(),
+                                  [&name](const SharedRow& row) { return row->name == name; });
+  if (!name.empty() && found != rows.end()) {
+    Select(static_cast<std::size_t>(found - rows.begin()));
   }
 }
 
-void CSurveyWindow::OpenFinding() {
-  const int at = sentences_->currentRow();
-  if (at < 0 || at >= static_cast<int>(findings_.size())) {
-    return;
-  }
-  const std::string& path = findings_[static_cast<std::size_t>(at)].path;
-  const auto& rows = model_->List().Rows();
-  for (std::size_t row = 0; row < rows.size(); ++row) {
-    if (!path.empty() && rows[row]->name == path) {
-      Select(row);
-      return;
+void CSurveyWindow::SelectRows(const SiteRows& rows) {
+  QItemSelection selection;
+  QModelIndex first;
+  for (const std::size_t row : rows) {
+    const QModelIndex index = model_->IndexOf(row);
+    if (index.isValid()) {
+      selection.append(QItemSelectionRange(index));
+      first = first.isValid() && !(index < first) ? first : index;
     }
+  }
+  list_->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+  list_->selectionModel()->select(selection,
+                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  list_->scrollTo(first);
+  if (const std::size_t hidden = rows.size() - static_cast<std::size_t>(selection.size());
+      hidden > 0) {
+    state_->setText(Counted(hidden, "recording is", "recordings are") +
+                    QStringLiteral(" hidden by the filter"));
   }
 }
 
@@ -549,7 +656,7 @@ void CSurveyWindow::ShowContextMenu(const QPoint& at) {
 
 void CSurveyWindow::SaveReport() {
   AskAndSaveReport(
-      {PrintableUtf8(PathText(folder_.filename())), model_->List().Rows(), findings_, notes_},
+      {PrintableUtf8(PathText(folder_.filename())), model_->List().Rows(), *findings_, notes_},
       this);
 }
 

@@ -4,24 +4,30 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QFileSystemWatcher>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
 #include <QWidget>
+#include <deque>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <vector>
 
 #include "survey/survey_scan.h"
 #include "survey/widgets/coverage_view.h"
+#include "survey/widgets/findings_pane.h"
+#include "survey/widgets/site_map_pane.h"
 #include "survey/widgets/survey_model.h"
+#include "survey/widgets/survey_overview.h"
 #include "survey/widgets/trace_pictures.h"
 
 namespace orvane {
@@ -49,8 +55,9 @@ class CSurveyWindow : public QWidget {
   /// Looks through a folder, from its beginning.
   void Open(const std::filesystem::path& folder);
   const SurveyModel& Model() const { return *model_; }
-  bool IsScanning() const { return scan_ != nullptr; }
-  const std::vector<SurveyFinding>& Findings() const { return findings_; }
+  /// Until all is shown.
+  bool IsScanning() const { return scan_ != nullptr || !steps_.empty() || overview_->IsBusy(); }
+  const std::vector<SurveyFinding>& Findings() const { return *findings_; }
 
  signals:
   void fileWanted(const QString& path);
@@ -63,23 +70,26 @@ class CSurveyWindow : public QWidget {
  private:
   QLayout* MakeTools();
   QWidget* MakeList();
-  QWidget* MakeFindings();
+  QWidget* MakeTabs();
   QLayout* MakeFoot();
   QMenu* MakeColumnsMenu();
   QMenu* MakeConvertMenu();
   void Start(bool is_again);
   void Look();
   void End();
+  void Then(std::function<void()> step);
   void Cancel();
   void Watch();
   void Regroup();
   void Refilter();
   void Arrange(const std::function<void(SurveyList*)>& change);
   void ShowState();
-  void ShowFindings();
+  void FitColumns();
+  void AddFindings();
   void OpenRow(const QModelIndex& index);
-  void OpenFinding();
   void Select(std::size_t row);
+  void SelectFile(const std::string& name);
+  void SelectRows(const SiteRows& rows);
   std::vector<std::size_t> SelectedRows() const;
   std::filesystem::path FileOf(const SurveyRow& row, const RowFile& file) const;
   QStringList FilesFor(SurveyConversion command) const;
@@ -88,10 +98,12 @@ class CSurveyWindow : public QWidget {
 
   std::filesystem::path folder_;
   std::unique_ptr<SurveyScan> scan_;
-  bool has_widths_ = false;  // of columns, the user's or fitted
-  bool is_again_ = false;    // rows are shown when all are there
-  SurveyList coming_;        // of such a scan
-  std::vector<SurveyFinding> findings_;
+  bool has_widths_ = false;                  // of columns, the user's or fitted
+  bool is_again_ = false;                    // rows are shown when all are there
+  SurveyList coming_;                        // of such a scan
+  std::deque<std::function<void()>> steps_;  // still to be done, each short
+  QElapsedTimer drawn_;                      // since the overview was asked for
+  SharedFindings findings_ = std::make_shared<const std::vector<SurveyFinding>>();
   std::vector<ScanNote> notes_;
   QString end_note_;
   QTimer timer_;
@@ -99,9 +111,12 @@ class CSurveyWindow : public QWidget {
   QFileSystemWatcher watcher_;
   SurveyModel* model_;
   TracePictures* pictures_;
+  SurveyOverview* overview_;
   QTreeView* list_ = nullptr;
   CoverageView* coverage_ = nullptr;
-  QListWidget* sentences_ = nullptr;
+  QTabWidget* tabs_ = nullptr;
+  FindingsPane* sentences_ = nullptr;
+  SiteMapPane* sites_ = nullptr;
   QComboBox* grouping_ = nullptr;
   QLineEdit* filter_ = nullptr;
   QCheckBox* deep_ = nullptr;
