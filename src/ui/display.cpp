@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QHeaderView>
 #include <QMenu>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "ui/theme_icon.h"
@@ -20,6 +21,9 @@ CDisplay::CDisplay(const QString& name, QWidget* parent)
     : QWidget(parent), bar_(new QToolBar(this)) {
   setAccessibleName(name);
   bar_->setAccessibleName(name + QStringLiteral(" tools"));
+  if (auto* more = bar_->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+    more->setAccessibleName(QStringLiteral("More tools"));
+  }
   bar_->setToolButtonStyle(Qt::ToolButtonIconOnly);  // those without an icon show their text
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);

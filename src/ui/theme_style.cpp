@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "ui/plot_theme.h"
+#include "ui/theme_icon.h"
 #include "ui/themes.h"
 
 namespace orvane {
@@ -70,6 +71,13 @@ void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
   if (is_indicator || (is_frame && HasThickLines())) {
     DrawOutline(element, *option, painter);
   }
+}
+
+QIcon ThemeStyle::standardIcon(StandardPixmap which, const QStyleOption* option,
+                               const QWidget* widget) const {
+  const QIcon more =
+      which == SP_ToolBarHorizontalExtensionButton ? ThemeIcon(QStringLiteral("more")) : QIcon();
+  return more.isNull() ? QProxyStyle::standardIcon(which, option, widget) : more;
 }
 
 int ThemeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

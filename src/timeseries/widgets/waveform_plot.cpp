@@ -20,7 +20,7 @@ namespace {
 
 constexpr int kTextMargin = 8;  // pixels
 constexpr double kDot = 5;
-constexpr int kVeil = 140;  // of 255
+constexpr int kVeil = 140;         // of 255
 constexpr double kNoMore = 0.001;  // stretch of a row that is as high as its text
 
 QFont LabelFont(const QWidget& widget) {
@@ -267,9 +267,6 @@ void WaveformPlot::LabelCursors() {
       const bool is_left = reading->time > (times.low + times.high) / 2;  // where there is room
       label->position->setCoords(reading->time, 0);
       label->setPositionAlignment((is_left ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignTop);
-      QColor veil = palette().color(QPalette::Base);
-      veil.setAlpha(kVeil);
-      label->setBrush(veil);  // the text is read, and the trace behind it still seen
       label->setText(QStringLiteral(" %1: %2 ")
                          .arg(cursor + 1)
                          .arg(view_->ShowsClock() ? TextFromBytes(TimeText(*view_, reading->time))
