@@ -224,7 +224,8 @@ std::string DecayView::Caption(std::size_t channel) const {
 std::string DecayView::TextOfPoints(std::size_t channel) const {
   const FrequencyPoints& points = *outcome_.points;
   const auto cell = [](std::size_t count, double value) {
-    return count > 0 ? "\t" + FormatReal(value) : std::string(1, '\t');
+    std::string tabbed(1, '\t');
+    return count > 0 ? tabbed.append(FormatReal(value)) : tabbed;
   };
   std::string text = "Frequency (Hz)\t" + points.channels[channel].Label() +
                      "\tspread\tphase (degrees)\tphase spread\n";
