@@ -41,8 +41,8 @@ surveys: it edits the binary parameter tables that drive field receivers,
 writes start-up files for a whole spread, shows waveforms and calibrations,
 restacks and converts recordings. orvane-cli does the same in scripts.")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Qt loads its SVG icon engine from there while running, whatever the program is linked with.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS libqt6svg6)
+# Loaded while running: Qt's SVG icon engine, and what writes NetCDF.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, libnetcdf19")
 # What opens the guide and the texts; on Wayland without XWayland Qt needs its own plugin.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, qt6-wayland")
 # dpkg runs the triggers of the MIME, icon and desktop databases; the package has no scripts.

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/netcdf_file.h"
 
-#include <H5public.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <iterator>
 #include <mutex>
 #include <numeric>
@@ -17,15 +14,6 @@ std::mutex& LibraryMutex() {
   return mutex;
 }
 
-// Before the library that netCDF-C writes with is first used. The safe writer has locked the file
-// already, and that library's own lock would find it taken; and a file that could not be written,
-// for want of space, would end the program with a fault when that library cleans up at its end.
-void PrepareHdf5() {
-  static const bool is_done =
-      setenv("HDF5_USE_FILE_LOCKING", "FALSE", 1) == 0 && H5dont_atexit() >= 0;
-  static_cast<void>(is_done);
-}
-
 constexpr float kPreemption = 0.75F;  // the library's own default
 
 }  // namespace
@@ -36,22 +24,27 @@ void NcFile::Do(Call call) {
     return;
   }
   const std::lock_guard lock(LibraryMutex());
-  if (const int status = call(); status != NC_NOERR) {
-    outcome_ = Failure(nc_strerror(status));
+  if (const int status = call(*nc_); status != NC_NOERR) {
+    outcome_ = Failure(nc_->strerror(status));
   }
 }
 
 NcFile::~NcFile() {
   if (is_open_) {
     const std::lock_guard lock(LibraryMutex());
-    nc_close(root_);
+    nc_->close(root_);
   }
 }
 
 void NcFile::Create(const std::filesystem::path& path) {
-  Do([&] {
-    PrepareHdf5();
-    const int status = nc_create(path.c_str(), NC_NETCDF4 | NC_CLOBBER, &root_);
+  const auto library = LoadNetcdf();
+  if (!library) {
+    outcome_ = Failure(library.Message());
+    return;
+  }
+  nc_ = *library;
+  Do([&](const NetcdfLibrary& nc) {
+    const int status = nc.create(path.c_str(), NC_NETCDF4 | NC_CLOBBER, &root_);
     is_open_ = status == NC_NOERR;
     return status;
   });
@@ -59,23 +52,23 @@ void NcFile::Create(const std::filesystem::path& path) {
 
 int NcFile::AddGroup(const std::string& name) {
   int id = -1;
-  Do([&] { return nc_def_grp(root_, name.c_str(), &id); });
+  Do([&](const NetcdfLibrary& nc) { return nc.def_grp(root_, name.c_str(), &id); });
   return id;
 }
 
 int NcFile::AddDim(int group, const char* name, std::size_t size) {
   int id = -1;
-  Do([&] { return nc_def_dim(group, name, size, &id); });
+  Do([&](const NetcdfLibrary& nc) { return nc.def_dim(group, name, size, &id); });
   return id;
 }
 
 int NcFile::AddVar(int group, const std::string& name, nc_type type, const std::vector<int>& dims) {
   int id = -1;
-  Do([&] {
-    return nc_def_var(group, name.c_str(), type, static_cast<int>(dims.size()), dims.data(), &id);
+  Do([&](const NetcdfLibrary& nc) {
+    return nc.def_var(group, name.c_str(), type, static_cast<int>(dims.size()), dims.data(), &id);
   });
   if (type != NC_STRING) {  // else the whole file would be written twice
-    Do([&] { return nc_def_var_fill(group, id, NC_NOFILL, nullptr); });
+    Do([&](const NetcdfLibrary& nc) { return nc.def_var_fill(group, id, NC_NOFILL, nullptr); });
   }
   return id;
 }
@@ -83,34 +76,46 @@ int NcFile::AddVar(int group, const std::string& name, nc_type type, const std::
 void NcFile::Deflate(int group, int var, const std::vector<std::size_t>& chunk, int level) {
   const std::size_t bytes = std::accumulate(chunk.begin(), chunk.end(), sizeof(int),
                                             [](std::size_t a, std::size_t b) { return a * b; });
-  Do([&] { return nc_def_var_chunking(group, var, NC_CHUNKED, chunk.data()); });
-  Do([&] { return nc_def_var_deflate(group, var, 1, 1, level); });
-  Do([&] { return nc_set_var_chunk_cache(group, var, bytes, 3, kPreemption); });
+  Do([&](const NetcdfLibrary& nc) {
+    return nc.def_var_chunking(group, var, NC_CHUNKED, chunk.data());
+  });
+  Do([&](const NetcdfLibrary& nc) { return nc.def_var_deflate(group, var, 1, 1, level); });
+  Do([&](const NetcdfLibrary& nc) {
+    return nc.set_var_chunk_cache(group, var, bytes, 3, kPreemption);
+  });
 }
 
 void NcFile::AddText(int group, int var, const char* name, std::string_view text) {
-  Do([&] { return nc_put_att_text(group, var, name, text.size(), text.data()); });
+  Do([&](const NetcdfLibrary& nc) {
+    return nc.put_att_text(group, var, name, text.size(), text.data());
+  });
 }
 
 void NcFile::AddReal(int group, int var, const char* name, double value) {
-  Do([&] { return nc_put_att_double(group, var, name, NC_DOUBLE, 1, &value); });
+  Do([&](const NetcdfLibrary& nc) {
+    return nc.put_att_double(group, var, name, NC_DOUBLE, 1, &value);
+  });
 }
 
 void NcFile::AddInt(int group, int var, const char* name, int value) {
-  Do([&] { return nc_put_att_int(group, var, name, NC_INT, 1, &value); });
+  Do([&](const NetcdfLibrary& nc) { return nc.put_att_int(group, var, name, NC_INT, 1, &value); });
 }
 
 void NcFile::AddByte(int group, int var, const char* name, signed char value) {
-  Do([&] { return nc_put_att_schar(group, var, name, NC_BYTE, 1, &value); });
+  Do([&](const NetcdfLibrary& nc) {
+    return nc.put_att_schar(group, var, name, NC_BYTE, 1, &value);
+  });
 }
 
 void NcFile::EndDefinitions() {
-  Do([&] { return nc_enddef(root_); });
+  Do([&](const NetcdfLibrary& nc) { return nc.enddef(root_); });
 }
 
 void NcFile::Put(int group, int var, const std::vector<std::size_t>& start,
                  const std::vector<std::size_t>& count, const void* values) {
-  Do([&] { return nc_put_vara(group, var, start.data(), count.data(), values); });
+  Do([&](const NetcdfLibrary& nc) {
+    return nc.put_vara(group, var, start.data(), count.data(), values);
+  });
 }
 
 void NcFile::PutTexts(int group, int var, const std::vector<std::string>& texts) {
@@ -121,9 +126,9 @@ void NcFile::PutTexts(int group, int var, const std::vector<std::string>& texts)
 }
 
 Result<> NcFile::Close() {
-  Do([&] {
+  Do([&](const NetcdfLibrary& nc) {
     is_open_ = false;
-    return nc_close(root_);
+    return nc.close(root_);
   });
   return outcome_;
 }

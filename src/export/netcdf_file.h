@@ -4,8 +4,6 @@
 #ifndef ORVANE_EXPORT_NETCDF_FILE_H_
 #define ORVANE_EXPORT_NETCDF_FILE_H_
 
-#include <netcdf.h>
-
 #include <cstddef>
 #include <filesystem>
 #include <string>
@@ -13,6 +11,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "export/netcdf_library.h"
 
 namespace orvane {
 
@@ -51,6 +50,7 @@ class NcFile {
   template <typename Call>
   void Do(Call call);
 
+  const NetcdfLibrary* nc_ = nullptr;  // from Create() on
   int root_ = -1;
   bool is_open_ = false;
   Result<> outcome_;
