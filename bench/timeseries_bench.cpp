@@ -5,6 +5,7 @@
 // less.
 //
 //   orvane-timeseries-bench [MEGABYTES [FOLDER]]      128 in memory, where /dev/shm is
+//   orvane-timeseries-bench --decode FILE             only reads its samples, to be timed from outside
 //
 // Files are timed without their flush to the disk. In a folder of a disk, writing one safely still
 // flushes the folder, and reading from the disk is timed too.
@@ -24,6 +25,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "files/file_io.h"
@@ -164,6 +166,20 @@ void RestackPlainly(const std::filesystem::path& path) {
                 sum[at] = static_cast<std::int32_t>(static_cast<std::uint32_t>(sum[at]) +
                                                     static_cast<std::uint32_t>(sample));
               });
+}
+
+void Decode(const std::filesystem::path& path) {
+  orvane::TsFile file;
+  if (!file.Open(path)) {
+    Stop("cannot open");
+  }
+  orvane::TsWalker walker(&file.Bytes(), file.HeaderSize());
+  orvane::CTsRec record;
+  for (orvane::TsPlace place; walker.Next(&place);) {
+    if (!record.Read(file.Bytes(), place)) {
+      Stop("cannot read");
+    }
+  }
 }
 
 void DropFromCache(const std::filesystem::path& path) {
@@ -424,6 +440,10 @@ void Run(const std::filesystem::path& folder, std::size_t megabytes, bool is_on_
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 3 && std::string_view(argv[1]) == "--decode") {
+    Decode(argv[2]);
+    return 0;
+  }
   const std::size_t megabytes = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 128;
   const std::filesystem::path memory = "/dev/shm";
   const bool is_on_disk = argc > 2 || !std::filesystem::is_directory(memory);

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Installs the package in a fresh Debian, uses it there as a user would and removes it again; what
-# is left then is a fault.
+# Installs the packages in a fresh Debian, uses them there as a user would and removes them again;
+# what is left then is a fault.
 #
-#   test-package.sh PACKAGE EXAMPLE_SURVEY FOLDER
+#   test-package.sh PACKAGE PYTHON_PACKAGE EXAMPLE_SURVEY FOLDER
 #
 # FOLDER keeps the base system between runs, so that only the first one fetches it.
 set -euo pipefail
-readonly PACKAGE=$1 SURVEY=$2 FOLDER=$3
+readonly PACKAGE=$1 PYTHON=$2 SURVEY=$3 FOLDER=$4
 readonly SUITE=bookworm
 readonly BASE=$FOLDER/$SUITE.tar ROOT=$FOLDER/root
 
@@ -61,18 +61,20 @@ inside apt-get -y -qq install --no-install-recommends \
   hicolor-icon-theme \
   >"$FOLDER/apt.log" 2>&1 || fail "the desktop's packages: $FOLDER/apt.log"
 cp "$PACKAGE" "$ROOT/tmp/orvane.deb"
+cp "$PYTHON" "$ROOT/tmp/python3-orvane.deb"
 mkdir "$ROOT/home/crew"
 mkdir -m 700 "$ROOT/home/crew/run"
 cp -r "$SURVEY" "$ROOT/home/crew/survey"
 # First what it depends on, so that the list of files tells the package apart from it.
-mapfile -t depends < <(dpkg-deb -f "$PACKAGE" Depends | tr ',' '\n' | sed 's/(.*//; s/|.*//; s/ //g')
+mapfile -t depends < <(for package in "$PACKAGE" "$PYTHON"; do dpkg-deb -f "$package" Depends; done |
+  tr ',' '\n' | sed 's/(.*//; s/|.*//; s/ //g' | sort -u)
 inside apt-get -y -qq install --no-install-recommends "${depends[@]}" >>"$FOLDER/apt.log" 2>&1 ||
   fail "the dependencies: $FOLDER/apt.log"
 files >"$FOLDER/before.txt"
 
-say "Installing the package..."
-inside apt-get -y -qq install --no-install-recommends /tmp/orvane.deb >>"$FOLDER/apt.log" 2>&1 ||
-  fail "the package: $FOLDER/apt.log"
+say "Installing the packages..."
+inside apt-get -y -qq install --no-install-recommends /tmp/orvane.deb /tmp/python3-orvane.deb \
+  >>"$FOLDER/apt.log" 2>&1 || fail "the packages: $FOLDER/apt.log"
 files | comm -13 "$FOLDER/before.txt" - >"$FOLDER/installed.txt"
 grep -q 'share/orvane/guide.html' "$FOLDER/installed.txt" || fail "the guide is not installed"
 
@@ -88,6 +90,17 @@ for file in SIP/Startup.tbl SIP/2417.TSS Calibration/2417.CLB; do
     timeout 2 orvane "/home/crew/survey/$file" 2>"$FOLDER/start.log" || status=$?
   ((status == 124)) || fail "orvane $file ended with $status: $(cat "$FOLDER/start.log")"
 done
+
+# What is loaded only when it is needed is there, too.
+inside orvane-cli waveform netcdf /home/crew/survey/SIP/2417.TSS
+[[ -s $ROOT/home/crew/survey/SIP/2417.nc ]] || fail "no NetCDF was written"
+inside python3 -c '
+import orvane
+table = orvane.Table("/home/crew/survey/SIP/Startup.tbl")
+series = orvane.TimeSeries("/home/crew/survey/SIP/2417.TSS")
+record = series[0]
+assert table["TECH"] > 0 and record.counts.shape[1] > 0
+print("orvane in Python:", len(series), "records of", record.counts.shape)'
 
 # NAME TYPE PROGRAM [CONTENT]: what a double click on such a file does.
 check_type() {
@@ -128,8 +141,8 @@ on_card() {
 }
 on_card
 
-say "Removing it..."
-inside apt-get -y -qq purge orvane >>"$FOLDER/apt.log" 2>&1 || fail "removal: $FOLDER/apt.log"
+say "Removing them..."
+inside apt-get -y -qq purge orvane python3-orvane >>"$FOLDER/apt.log" 2>&1 || fail "removal: $FOLDER/apt.log"
 files >"$FOLDER/after.txt"
 diff "$FOLDER/before.txt" "$FOLDER/after.txt" || fail "the files before (<) and after (>) differ"
 for database in applications/mimeinfo.cache mime/globs2; do
@@ -137,4 +150,4 @@ for database in applications/mimeinfo.cache mime/globs2; do
 done
 umount "$ROOT/proc"
 rm -rf --one-file-system "$ROOT"
-say "The package installs, runs and leaves nothing behind: $(wc -l <"$FOLDER/installed.txt") files and folders."
+say "The packages install, run and leave nothing behind: $(wc -l <"$FOLDER/installed.txt") files and folders."
