@@ -17,6 +17,7 @@ constexpr int kRounds = 12;
 constexpr double kFirstWidth = 1;
 constexpr double kNarrowing = 30;
 constexpr double kSteady = 0.02;  // of the width, from round to round
+constexpr int kWeighings = 3;
 constexpr double kAnyFrequency = 1e300;
 
 constexpr auto kGains = std::to_array<std::size_t>({kBaseGain, kStageA, kStageB});
@@ -96,9 +97,11 @@ BoxModel::FitReport ChannelFit::Run() {
 }
 
 // The loss begins wide, because half of the points lie on any circuit, and is narrowed in steps to
-// what the noise asks for, until both are steady.
+// what the noise asks for, until both are steady. The circuit's points also tell how the noise
+// grows with the response, and so what each of them is to weigh.
 void ChannelFit::Adjust(Slots slots, std::span<const std::size_t> parts, int most_iterations,
                         double highest_frequency) {
+  const bool is_circuit = parts.size() > kGains.size();
   double width = kFirstWidth;
   double prior_weight = kLeastPriorWeight;
   for (int round = 0; round < kRounds; ++round) {
@@ -108,6 +111,9 @@ void ChannelFit::Adjust(Slots slots, std::span<const std::size_t> parts, int mos
       return;
     }
     report_.iterations += step.Run(most_iterations, &parameters_);
+    if (is_circuit && round < kWeighings) {
+      points_.Weigh(OffsetFor(slots, parameters_));
+    }
     const double noise = NoiseOf(Errors(slots, highest_frequency));
     const double before = width;
     width = std::max(WidthFor(noise), width / kNarrowing);
@@ -127,9 +133,12 @@ std::vector<double> ChannelFit::Errors(Slots slots, double highest_frequency) co
 }
 
 void ChannelFit::Judge() {
+  report_.offset = points_.offset;
+  report_.weighted_noise = NoiseOf(Errors(points_.fit_slots, kAnyFrequency));
+  report_.prior_weight = PriorWeightFor(report_.weighted_noise);
+  points_.Weigh(kUsualOffset);
   const std::vector<double> errors = Errors(points_.fit_slots, kAnyFrequency);
   report_.noise = NoiseOf(errors);
-  report_.prior_weight = PriorWeightFor(report_.noise);
   const double width = WidthFor(report_.noise);
   std::vector<double> taken;
   std::copy_if(errors.begin(), errors.end(), std::back_inserter(taken),
