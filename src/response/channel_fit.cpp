@@ -16,8 +16,9 @@ constexpr int kCircuitIterations = 40;
 constexpr int kRounds = 12;
 constexpr double kFirstWidth = 1;
 constexpr double kNarrowing = 30;
-constexpr double kSteady = 0.02;  // of the width, from round to round
-constexpr int kWeighings = 3;
+constexpr double kSteady = 0.02;     // of the width, from round to round
+constexpr double kRoughFall = 1e-3;  // of the loss in an iteration
+constexpr double kFineFall = 1e-8;
 constexpr double kAnyFrequency = 1e300;
 
 constexpr auto kGains = std::to_array<std::size_t>({kBaseGain, kStageA, kStageB});
@@ -98,28 +99,34 @@ BoxModel::FitReport ChannelFit::Run() {
 
 // The loss begins wide, because half of the points lie on any circuit, and is narrowed in steps to
 // what the noise asks for, until both are steady. The circuit's points also tell how the noise
-// grows with the response, and so what each of them is to weigh.
+// grows with the response, and so what each of them is to weigh. Only then is the minimum sought to
+// the last.
 void ChannelFit::Adjust(Slots slots, std::span<const std::size_t> parts, int most_iterations,
                         double highest_frequency) {
   const bool is_circuit = parts.size() > kGains.size();
   double width = kFirstWidth;
   double prior_weight = kLeastPriorWeight;
+  bool is_fine = false;
   for (int round = 0; round < kRounds; ++round) {
+    is_fine = is_fine || round + 1 == kRounds;
     FitStep step(slots, parts,
                  {nominal_, parameters_, polarity_, prior_weight, highest_frequency, width});
     if (!step.HasPoints()) {
       return;
     }
-    report_.iterations += step.Run(most_iterations, &parameters_);
-    if (is_circuit && round < kWeighings) {
-      points_.Weigh(OffsetFor(slots, parameters_));
-    }
+    report_.iterations += step.Run(most_iterations, is_fine ? kFineFall : kRoughFall, &parameters_);
+    const double offset = is_circuit ? OffsetFor(slots, parameters_) : points_.offset;
+    const bool is_same = offset == points_.offset;
+    points_.Weigh(offset);
     const double noise = NoiseOf(Errors(slots, highest_frequency));
     const double before = width;
     width = std::max(WidthFor(noise), width / kNarrowing);
     prior_weight = PriorWeightFor(noise);
-    if (std::abs(width - before) <= kSteady * before) {
-      return;
+    if (is_same && std::abs(width - before) <= kSteady * before) {
+      if (is_fine) {
+        return;
+      }
+      is_fine = true;
     }
   }
 }

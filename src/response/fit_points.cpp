@@ -11,8 +11,8 @@ namespace {
 constexpr double kLowFrequencies = 50;  // Hz; below, the response is close to that at 0 Hz
 constexpr double kSmall = 0.5;          // of the full scale
 constexpr std::size_t kLeastSmall = 4;
-constexpr double kLeastOffset = 0.005;
-constexpr double kMostOffset = 1;
+constexpr int kLeastOffset = -4;  // as powers of two, of the usual one
+constexpr int kMostOffset = 3;
 constexpr double kLeastNoise = 2e-5;
 
 }  // namespace
@@ -84,11 +84,18 @@ double OffsetFor(std::span<const FitSlot> slots, const FrontEndParameters& param
   // error^2 = a^2 + b^2 |h|^2 in both groups; the offset is a / b.
   const auto [low_error, low] = small.Usual();
   const auto [high_error, high] = large.Usual();
+  if (high_error < kLeastNoise * kLeastNoise) {
+    return kUsualOffset;  // rounding
+  }
   const double slope = (high_error - low_error) / (high - low);
   const double constant = low_error - slope * low;
-  return slope <= 0      ? kMostOffset
-         : constant <= 0 ? kLeastOffset
-                         : std::clamp(std::sqrt(constant / slope), kLeastOffset, kMostOffset);
+  int power = slope <= 0 ? kMostOffset : kLeastOffset;
+  if (slope > 0 && constant > 0) {
+    const double times = std::sqrt(constant / slope) / kUsualOffset;
+    power = static_cast<int>(
+        std::lround(std::clamp<double>(std::log2(times), kLeastOffset, kMostOffset)));
+  }
+  return std::ldexp(kUsualOffset, power);
 }
 
 double Median(std::vector<double>* values) {

@@ -35,8 +35,8 @@ void AddErrors(const FitSlot& slot, const FrontEndParameters& parameters, double
                std::vector<double>* errors);
 
 /// The offset for the noise that some slots show: noise of the full scale over noise of the value,
-/// from the medians of the errors where the response is below a half and above. The usual one where
-/// few are below.
+/// from the medians of the errors where the response is below a half and above. By steps of a
+/// factor of two, so that a little of either changes nothing. The usual one where few are below.
 double OffsetFor(std::span<const FitSlot> slots, const FrontEndParameters& parameters);
 
 /// 0 without values; of an even count the greater of the two in the middle. Reorders the values.
