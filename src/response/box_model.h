@@ -25,6 +25,8 @@ struct BoxModel {
     int iterations = 0;
     double rms = 0;
     double max = 0;
+    double offset = 0;          ///< of the points' weights while they were fitted
+    double weighted_noise = 0;  ///< as `noise`, of the points so weighted
     double noise = 0;  ///< of real and of imaginary part, from the median of the circuit's errors
     double prior_weight = 0;  ///< of a deviation from paper by a part's tolerance
     bool is_kept = false;     ///< else the parameters are those that the fit started from

@@ -16,7 +16,9 @@ constexpr int kCircuitIterations = 40;
 constexpr int kRounds = 12;
 constexpr double kFirstWidth = 1;
 constexpr double kNarrowing = 30;
-constexpr double kSteady = 0.02;  // of the width, from round to round
+constexpr double kSteady = 0.02;     // of the width, from round to round
+constexpr double kRoughFall = 1e-3;  // of the loss in an iteration
+constexpr double kFineFall = 1e-8;
 constexpr double kAnyFrequency = 1e300;
 
 constexpr auto kGains = std::to_array<std::size_t>({kBaseGain, kStageA, kStageB});
@@ -96,24 +98,35 @@ BoxModel::FitReport ChannelFit::Run() {
 }
 
 // The loss begins wide, because half of the points lie on any circuit, and is narrowed in steps to
-// what the noise asks for, until both are steady.
+// what the noise asks for, until both are steady. The circuit's points also tell how the noise
+// grows with the response, and so what each of them is to weigh. Only then is the minimum sought to
+// the last.
 void ChannelFit::Adjust(Slots slots, std::span<const std::size_t> parts, int most_iterations,
                         double highest_frequency) {
+  const bool is_circuit = parts.size() > kGains.size();
   double width = kFirstWidth;
   double prior_weight = kLeastPriorWeight;
+  bool is_fine = false;
   for (int round = 0; round < kRounds; ++round) {
+    is_fine = is_fine || round + 1 == kRounds;
     FitStep step(slots, parts,
                  {nominal_, parameters_, polarity_, prior_weight, highest_frequency, width});
     if (!step.HasPoints()) {
       return;
     }
-    report_.iterations += step.Run(most_iterations, &parameters_);
+    report_.iterations += step.Run(most_iterations, is_fine ? kFineFall : kRoughFall, &parameters_);
+    const double offset = is_circuit ? OffsetFor(slots, parameters_) : points_.offset;
+    const bool is_same = offset == points_.offset;
+    points_.Weigh(offset);
     const double noise = NoiseOf(Errors(slots, highest_frequency));
     const double before = width;
     width = std::max(WidthFor(noise), width / kNarrowing);
     prior_weight = PriorWeightFor(noise);
-    if (std::abs(width - before) <= kSteady * before) {
-      return;
+    if (is_same && std::abs(width - before) <= kSteady * before) {
+      if (is_fine) {
+        return;
+      }
+      is_fine = true;
     }
   }
 }
@@ -127,9 +140,12 @@ std::vector<double> ChannelFit::Errors(Slots slots, double highest_frequency) co
 }
 
 void ChannelFit::Judge() {
+  report_.offset = points_.offset;
+  report_.weighted_noise = NoiseOf(Errors(points_.fit_slots, kAnyFrequency));
+  report_.prior_weight = PriorWeightFor(report_.weighted_noise);
+  points_.Weigh(kUsualOffset);
   const std::vector<double> errors = Errors(points_.fit_slots, kAnyFrequency);
   report_.noise = NoiseOf(errors);
-  report_.prior_weight = PriorWeightFor(report_.noise);
   const double width = WidthFor(report_.noise);
   std::vector<double> taken;
   std::copy_if(errors.begin(), errors.end(), std::back_inserter(taken),

@@ -65,9 +65,9 @@ Variables FitStep::Start() const {
   return at;
 }
 
-int FitStep::Run(int most_iterations, FrontEndParameters* parameters) {
+int FitStep::Run(int most_iterations, double least_fall, FrontEndParameters* parameters) {
   Variables at = Start();
-  const int iterations = Minimize(this, most_iterations, &at);
+  const int iterations = Minimize(this, most_iterations, least_fall, &at);
   Variables slopes{};
   *parameters = ParametersAt(at, &slopes);
   return iterations;

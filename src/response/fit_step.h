@@ -62,7 +62,7 @@ class FitStep final : public LeastSquaresProblem {
   /// J'r for residuals that change as a slot's response does by `scale` times a part.
   Variables Pull(const FitSlot& slot, const Variables& at, std::size_t part, double scale) const;
   /// Returns the number of iterations.
-  int Run(int most_iterations, FrontEndParameters* parameters);
+  int Run(int most_iterations, double least_fall, FrontEndParameters* parameters);
 
   double Cost(const Variables& at) const override;
   NormalEquations Linearize(const Variables& at) const override;

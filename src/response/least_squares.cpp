@@ -12,7 +12,6 @@ constexpr double kLeastDamping = 1e-12;
 constexpr double kMostDamping = 1e10;
 constexpr double kLongestStep = 0.5;
 constexpr double kShortestStep = 1e-9;
-constexpr double kLeastFall = 1e-8;  // of the cost, relative
 constexpr double kAtBound = 1e-9;
 constexpr double kLeastDiagonal = 1e-12;
 
@@ -84,7 +83,7 @@ bool SolveNormalEquations(const NormalEquations& eq, std::size_t count, double d
   return true;
 }
 
-int Minimize(LeastSquaresProblem* problem, int most_iterations, Variables* at) {
+int Minimize(LeastSquaresProblem* problem, int most_iterations, double least_fall, Variables* at) {
   double damping = kFirstDamping;
   int iterations = 0;
   while (iterations < most_iterations) {
@@ -102,7 +101,7 @@ int Minimize(LeastSquaresProblem* problem, int most_iterations, Variables* at) {
         if (is_accepted) {
           *at = to;
         }
-        if (length < kShortestStep || (is_accepted && eq.cost - cost < kLeastFall * eq.cost)) {
+        if (length < kShortestStep || (is_accepted && eq.cost - cost < least_fall * eq.cost)) {
           return iterations;
         }
       }

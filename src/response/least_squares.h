@@ -40,8 +40,9 @@ bool SolveNormalEquations(const NormalEquations& eq, std::size_t count, double d
                           Variables* step);
 
 /// The method of Levenberg and Marquardt from `at` on, which becomes the best place found. The
-/// bounds hold. Returns the number of iterations.
-int Minimize(LeastSquaresProblem* problem, int most_iterations, Variables* at);
+/// bounds hold. Ends where an iteration lessens the cost by less than `least_fall` of it. Returns
+/// the number of iterations.
+int Minimize(LeastSquaresProblem* problem, int most_iterations, double least_fall, Variables* at);
 
 }  // namespace orvane
 

@@ -48,12 +48,12 @@ ModelUncertainty::ModelUncertainty(const CalData& cal, std::size_t channel)
       parts_(AllParts(cal.channel_flags[channel])),
       covariance_(parts_.size()) {
   const BoxModel::FitReport& fit = cal.model.fits[channel];
-  FitPoints points(cal.model, channel, parameters_[kDrive]);
+  FitPoints points(cal.model, channel, parameters_[kDrive], fit.offset);
   const FrontEndParameters paper = PaperValues(cal.channel_flags[channel], parameters_[kDelay]);
   const double polarity = parameters_[kBaseGain] < -1 ? -1 : 1;
-  const FitStep step(
-      std::span(points.fit_slots).subspan(kFirstSlot, kSlots), parts_,
-      {paper, parameters_, polarity, fit.prior_weight, kAnyFrequency, WidthFor(fit.noise)});
+  const FitStep step(std::span(points.fit_slots).subspan(kFirstSlot, kSlots), parts_,
+                     {paper, parameters_, polarity, fit.prior_weight, kAnyFrequency,
+                      WidthFor(fit.weighted_noise)});
   if (fit.is_kept) {
     TakeFit(fit, points, step);
   } else {
@@ -82,13 +82,13 @@ void ModelUncertainty::TakeFit(const BoxModel::FitReport& fit, const FitPoints& 
   // noise^2 H^-1 A H^-1 with A = H - prior^2, and what paper itself is off by.
   for (std::size_t i = 0; i < count; ++i) {
     for (std::size_t k = 0; k < count; ++k) {
-      covariance_[i][k] = fit.noise * fit.noise * inverse[i][k];
+      covariance_[i][k] = fit.weighted_noise * fit.weighted_noise * inverse[i][k];
     }
   }
   for (std::size_t i = 0; i < count; ++i) {
     const double prior = step.PriorOf(i);
     const double paper = prior * prior * PartTolerance(parts_[i]);
-    const double excess = paper * paper - fit.noise * fit.noise * prior * prior;
+    const double excess = paper * paper - fit.weighted_noise * fit.weighted_noise * prior * prior;
     for (std::size_t j = 0; j < count; ++j) {
       for (std::size_t k = 0; k < count; ++k) {
         covariance_[j][k] += excess * inverse[i][j] * inverse[i][k];

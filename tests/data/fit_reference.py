@@ -64,12 +64,29 @@ def eliminate(a, b):
     return [a[i][n] / a[i][i] for i in range(n)]
 
 
-def adjust(p, points, parts, centre):
+def offset_for(p, points):
+    small, large = [], []
+    for k, drive, f, h in points:
+        (small if abs(h) < 0.5 else large).append((abs(of_pass(p, k, drive, f) - h), abs(h) ** 2))
+    if len(small) < 4 or len(large) < len(small):
+        return 0.1
+    low, high = (sorted(e for e, s in group)[len(group) // 2] ** 2 for group in (small, large))
+    sizes = [sum(s for e, s in group) / len(group) for group in (small, large)]
+    if high < 2e-5 ** 2:
+        return 0.1
+    slope = (high - low) / (sizes[1] - sizes[0])
+    constant = low - slope * sizes[0]
+    if slope <= 0 or constant <= 0:
+        return 0.8 if slope <= 0 else 0.1 / 16
+    return 0.1 * 2.0 ** round(max(-4, min(3, math.log2(math.sqrt(constant / slope) / 0.1))))
+
+
+def adjust(p, points, parts, centre, offset=0.1):
     if not points:
-        return p
+        return p, offset
 
     def errors(q):
-        return [(of_pass(q, k, drive, f) - h) / (abs(h) + 0.1) for k, drive, f, h in points]
+        return [(of_pass(q, k, drive, f) - h) / (abs(h) + offset) for k, drive, f, h in points]
 
     width, prior = 1.0, 1e-4
     for _ in range(12):
@@ -104,13 +121,16 @@ def adjust(p, points, parts, centre):
             p, before = q, before - fall
             if fall < 1e-13 * before:
                 break
+        before = offset
+        if len(parts) > 3:
+            offset = offset_for(p, points)
         sizes = sorted(abs(e) for e in errors(p))
         noise = max(sizes[len(sizes) // 2] / 1.1774, 2e-5)
         width, last = max(4 * noise, width / 10), width
         prior = max(1e-4, math.sqrt(2) * noise)
-        if abs(width - last) <= 0.02 * last:
+        if abs(width - last) <= 0.02 * last and offset == before:
             break
-    return p
+    return p, offset
 
 
 def largest(true, p, coupling, low, high):
@@ -157,9 +177,10 @@ def fit(words):
     if true[0] < -1:
         p[0] = -2.0
     low = [[point for point in slot if point[2] <= 50] for slot in slots[:4]]
+    offset = 0.1
     for part, parts in ((low, [0, 1, 2]), (slots[4:13], CIRCUIT), (slots[13:], [0, 1, 2])):
         centre[:3] = p[:3]
-        p = adjust(p, sum(part, []), parts, centre)
+        p, offset = adjust(p, sum(part, []), parts, centre, offset)
     everything = [of_pass(p, k, d, f) - h for k, d, f, h in sum(slots, [])]
     weights = [1 / (abs(h) + 0.1) for k, d, f, h in sum(slots, [])]
     sizes = [abs(e) * w for e, w in zip(everything, weights)]
