@@ -129,7 +129,7 @@ on_card() {
   rm -f "$image"
   truncate -s 16M "$image"
   mkfs.vfat "$image" >/dev/null
-  mount -o loop "$image" "$ROOT$card" 2>/dev/null || { say "No vfat here: not tested on a card."; return 0; }
+  mount -o loop "$image" "$ROOT$card" 2>/dev/null || { rmdir "$ROOT$card"; say "No vfat here: not tested on a card."; return 0; }
   cp "$SURVEY/SIP/Startup.tbl" "$ROOT$card"
   inside orvane-cli table set "$card/Startup.tbl" SITE=CARD
   [[ $(inside orvane-cli table get "$card/Startup.tbl" SITE) == SITE=CARD ]] || fail "not saved on the card"
@@ -137,6 +137,7 @@ on_card() {
   inside sh -c "orvane-cli table to-v1 $card/boxes/*.tbl" >/dev/null
   ! find "$ROOT$card" -name '.orvane-*' | grep . || fail "something is left on the card"
   umount "$ROOT$card"
+  rmdir "$ROOT$card"
   rm -f "$image"
 }
 on_card
