@@ -6,7 +6,9 @@
 #include "base/number_text.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
+#include "export/waveform_mseed.h"
 #include "export/waveform_netcdf.h"
+#include "spectra/calibrated_spectra.h"
 #include "table/param_time.h"
 #include "timeseries/restack.h"
 #include "timeseries/stats_listing.h"
@@ -149,6 +151,50 @@ void AddNetcdfCommand(CLI::App* waveform, const std::shared_ptr<WaveformArgument
   AddLeaveOut(verb, &arguments->leave_out);
 }
 
+struct MseedArguments {
+  std::string leave_out;
+  std::filesystem::path calibrations;
+  MseedOptions options;
+};
+
+void AddMseedCommand(CLI::App* waveform, const std::shared_ptr<WaveformArguments>& reading,
+                     ExitCode* exit_code) {
+  const auto arguments = std::make_shared<MseedArguments>();
+  MseedOptions& options = arguments->options;
+  CLI::App* verb = AddBatchVerb(
+      waveform, "mseed", "Write recordings as MiniSEED for archives (NAME.mseed)",
+      [=] {
+        MseedOptions chosen = arguments->options;
+        chosen.reading = reading->Options();
+        chosen.leave_out = LeaveOutArgument(arguments->leave_out);
+        chosen.calibrations =
+            arguments->calibrations.empty() ? UsualCalFolder() : arguments->calibrations;
+        return WaveformMseed(std::move(chosen));
+      },
+      exit_code);
+  verb->add_option("--network", options.network, "code of the network, one or two characters")
+      ->capture_default_str();
+  verb->add_option("--record-length", options.record_length, "bytes of a MiniSEED record")
+      ->check(CLI::IsMember({256, 512, 1024, 2048, 4096, 8192, 16384, 32768, 65536}))
+      ->capture_default_str();
+  verb->add_flag("--keep-bad", options.keeps_bad,
+                 "keep records that their box marked bad; else they are gaps");
+  CLI::Option* station = verb->add_flag("--stationxml", options.has_station,
+                                        "also describe the station and its responses (NAME.xml)");
+  AddPath(verb, "--calibrations", &arguments->calibrations,
+          "folder of the calibrations that StationXML needs")
+      ->needs(station);
+  const auto add_place = [&](const char* name, std::optional<double>* value, const char* what,
+                             double most) {
+    verb->add_option(name, *value, what)->needs(station)->check(CLI::Range(-most, most));
+  };
+  add_place("--latitude", &options.place.latitude, "degrees north, in place of the table's", 90);
+  add_place("--longitude", &options.place.longitude, "degrees east, in place of the table's", 180);
+  add_place("--elevation", &options.place.elevation, "metres, in place of the table's", 12000);
+  AddHeaderOption(verb, reading.get());
+  AddLeaveOut(verb, &arguments->leave_out);
+}
+
 // Says in the help what this build lacks.
 void AddExports(CLI::App* waveform, const std::shared_ptr<WaveformArguments>& reading,
                 ExitCode* exit_code) {
@@ -157,6 +203,11 @@ void AddExports(CLI::App* waveform, const std::shared_ptr<WaveformArguments>& re
     AddNetcdfCommand(waveform, reading, exit_code);
   } else {
     lacks.append("There is no verb netcdf: ").append(WhyNoNetcdf()).append("\n");
+  }
+  if (WhyNoMseed().empty()) {
+    AddMseedCommand(waveform, reading, exit_code);
+  } else {
+    lacks.append("There is no verb mseed: ").append(WhyNoMseed()).append("\n");
   }
   waveform->footer(lacks);
 }

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/latin1.h"
-#include "table/param_time.h"
+#include "export/record_time.h"
 
 namespace orvane {
 namespace {
@@ -14,14 +14,6 @@ namespace {
 constexpr int kFill = std::numeric_limits<int>::min();
 constexpr std::size_t kBlockSamples = 65536;  // of a channel that are written at once
 constexpr std::size_t kTile = 512;            // scans that stay in the cache while they are sorted
-constexpr std::uint32_t kNoTime = 0xFFFFFFFF;
-
-// Seconds since 1970; not a number where the record has no date that can be told so.
-double SecondsOf(const ParamTime& time) {
-  const std::uint32_t seconds = ParamTimeToSeconds(time);
-  const bool is_known = IsValid(time) && !HasNoDate(time) && seconds != 0 && seconds != kNoTime;
-  return is_known ? seconds : std::numeric_limits<double>::quiet_NaN();
-}
 
 std::vector<std::string> OwnNames() {
   return {"record",    "scan",   "time",      "scan_time", "record_number", "sample_rate",
@@ -136,7 +128,7 @@ void NetcdfPart::AddRow(const CTsRec& record) {
 void NetcdfPart::Put(NcFile* file, const CTsRec& record) {
   const TsHeader& header = record.Header();
   AddRow(record);
-  times_.push_back(SecondsOf(header.time));
+  times_.push_back(SecondsOf(header.time).value_or(std::numeric_limits<double>::quiet_NaN()));
   rates_.push_back(SampleRate(header));
   frequencies_.push_back(header.frequency);
   numbers_.push_back(static_cast<long long>(record.Place().number));

@@ -146,6 +146,21 @@ char DefinitionLetter(const RecordingHeader& header, int channel) {
   return definition.empty() ? '\0' : UpperCased(definition[0]);
 }
 
+char ComponentAxis(const RecordingHeader& header, int channel) {
+  const std::string definition = SettingText(header, "CHDEF" + FormatInt(channel));
+  const char second = definition.size() < 2 ? '\0' : UpperCased(definition[1]);
+  if (second == 'X' || second == 'Y' || second == 'Z') {
+    return second;
+  }
+  const std::string component = std::string("CH") + DefinitionLetter(header, channel);
+  for (const char axis : {'X', 'Y', 'Z'}) {
+    if (SettingInt(header, component + axis) == channel) {
+      return axis;
+    }
+  }
+  return '\0';
+}
+
 AllChannelSettings FillChannelSettings(const RecordingHeader& header) {
   AllChannelSettings settings{};
   for (int channel = 1; channel <= kMostChannels; ++channel) {

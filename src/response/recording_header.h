@@ -50,6 +50,10 @@ using AllChannelSettings = std::array<ChannelSettings, kMostChannels>;
 /// from 1.
 char DefinitionLetter(const RecordingHeader& header, int channel);
 
+/// Which component of its field an E or H channel measures, X, Y or Z: by the second letter of its
+/// definition, else by "CHEX" to "CHHZ"; NUL where neither says it.
+char ComponentAxis(const RecordingHeader& header, int channel);
+
 /// The settings of each channel: those of the component that "CHEX" to "CHHZ" name it for, of two
 /// the later; else those that its definition's letter means (E, H, B, T); else zero.
 AllChannelSettings FillChannelSettings(const RecordingHeader& header);

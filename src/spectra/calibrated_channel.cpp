@@ -20,20 +20,6 @@ SensorNeed NeedOf(CalKind kind, const std::string& text) {
   return {kind, number ? FormatInt(*number) : text, number.has_value()};
 }
 
-// The component of a magnetic channel by its definition's second letter, else by the mapping.
-char AxisOf(const RecordingHeader& header, const std::string& definition, int channel) {
-  const char second = definition.size() < 2 ? '\0' : UpperCased(definition[1]);
-  if (second == 'X' || second == 'Y' || second == 'Z') {
-    return second;
-  }
-  for (const char axis : {'X', 'Y', 'Z'}) {
-    if (SettingInt(header, std::string("CHH") + axis) == channel) {
-      return axis;
-    }
-  }
-  return '\0';
-}
-
 // What a volt at the box's input means: 0 without the sensor's calibration.
 double SensorFactor(const RecordingHeader& header, int number, char letter, const CalData* sensor) {
   switch (letter) {
@@ -89,10 +75,9 @@ std::string_view CalibratedChannel::Unit() const {
 }
 
 SensorNeed SensorNeedOf(const RecordingHeader& header, int channel) {
-  const std::string definition = SettingText(header, "CHDEF" + FormatInt(channel));
   switch (DefinitionLetter(header, channel)) {
     case 'H': {
-      const char axis = AxisOf(header, definition, channel);
+      const char axis = ComponentAxis(header, channel);
       const std::string key = std::string("H") + axis + "SN";
       return NeedOf(kSensorCal, axis == '\0' ? std::string() : SettingText(header, key));
     }

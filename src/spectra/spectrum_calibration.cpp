@@ -114,4 +114,27 @@ Result<> SpectrumCalibration::Correct(const std::vector<WaveformChannel>& wavefo
   return status == kOk ? Result<>() : Failure(std::string(StatusText(status)));
 }
 
+Result<std::vector<std::vector<Complex>>> SpectrumCalibration::Responses(
+    double rate, std::span<const double> frequencies) const {
+  const std::size_t channels = source_.channels.size();
+  std::vector<std::vector<Complex>> all(channels);
+  RecordingResponses responses(&source_);
+  Status status = responses.Prepare(rate);
+  std::vector<Complex> box(channels);
+  std::vector<Complex> sensor(channels);
+  for (std::size_t i = 0; i < frequencies.size() && status == kOk; ++i) {
+    status = responses.At(frequencies[i], box, sensor);
+    for (std::size_t c = 0; c < channels; ++c) {
+      if (source_.channels[c].scale != 0) {
+        const Complex response = Times(box[c], sensor[c]);
+        all[c].push_back(IsFinite(response) ? response / source_.channels[c].scale : 0.0);
+      }
+    }
+  }
+  if (status != kOk) {
+    return Failure(std::string(StatusText(status)));
+  }
+  return all;
+}
+
 }  // namespace orvane

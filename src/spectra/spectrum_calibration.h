@@ -4,7 +4,10 @@
 
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "spectra/recording_responses.h"
 #include "spectra/spectrum.h"
@@ -25,6 +28,14 @@ class SpectrumCalibration {
   /// box's filters let nothing through; that of frequency 0 becomes 0. `waveform` is for channels
   /// that stay as they are.
   Result<> Correct(const std::vector<WaveformChannel>& waveform, Spectrum* spectrum) const;
+
+  /// What box and sensors made of each channel's input at some frequencies above 0 in Hz, in
+  /// records of a rate: held values for a unit; 0 where nothing comes through. Empty for a channel
+  /// that stays as it is.
+  Result<std::vector<std::vector<Complex>>> Responses(double rate,
+                                                      std::span<const double> frequencies) const;
+  /// Of a channel's input, from 0 on.
+  std::string_view Unit(std::size_t channel) const { return source_.channels[channel].Unit(); }
 
   /// What a user should know; empty: nothing.
   const std::string& Note() const { return note_; }
