@@ -169,6 +169,7 @@ def main() -> int:
         make_waveform(waveform, megabytes)
         print(f"{megabytes} MB, records of {CHANNELS} x {SCANS}: time, processor time")
         measure_arrays(str(programs / "orvane-timeseries-bench"), waveform)
+        waveform.with_suffix(".tbl").unlink()  # nccopy cannot compress its texts
         measure_netcdf(str(programs / "orvane-cli"), waveform)
     measure_tasks()
     return 0

@@ -16,8 +16,9 @@ void PrepareLibrary() {
   static const bool is_done = [] {
     const auto nothing = [](char* /*text*/) {};
     ms_loginit(nothing, nullptr, nothing, nullptr);
-    MS_PACKHEADERBYTEORDER(1);
-    MS_PACKDATABYTEORDER(1);
+    // As each call asks for, big-endian, whatever the environment says.
+    MS_PACKHEADERBYTEORDER(-1);
+    MS_PACKDATABYTEORDER(-1);
     return true;
   }();
   static_cast<void>(is_done);

@@ -264,10 +264,11 @@ class MseedJob {
   Result<Station> Describe(std::string* note) const {
     const auto& table = file_.Companion();
     const RecordingHeader header{table, 0};
-    const auto latitude = options_.place.latitude ? options_.place.latitude
-                                                  : LatitudeFrom(SettingText(header, "LATG"));
-    const auto longitude = options_.place.longitude ? options_.place.longitude
-                                                    : LongitudeFrom(SettingText(header, "LNGG"));
+    const auto place = GeoPlaceOf(table.Table());
+    const auto latitude =
+        options_.place.latitude || !place ? options_.place.latitude : place->latitude;
+    const auto longitude =
+        options_.place.longitude || !place ? options_.place.longitude : place->longitude;
     if (!latitude || !longitude) {
       return Failure("its latitude and longitude are not known");
     }

@@ -77,20 +77,20 @@ class SpectraJob {
     if (!OpenRecording() || !LoadBox() || !MakeChannels()) {
       return result_;
     }
-    TextFile out;
+    const auto out = shared_.options.writer();
     const auto& path = task_.Outputs()[0];
-    if (const Result<> opened = out.Open(path); !opened) {
+    if (const Result<> opened = out->Open(path); !opened) {
       return FailedWithBox(OpenFailureText(path), opened.Message());
     }
     SpectraFile spectra(&source_, &task_);
-    const SpectraFile::Written written = spectra.Write(&out);
+    const SpectraFile::Written written = spectra.Write(out.get());
     if (task_.Stopped()) {
       return BatchCancelled();
     }
     if (!written.outcome) {
       return BatchFailed(written.outcome.Message(), written.status);
     }
-    if (const Result<> committed = out.Commit(); !committed) {
+    if (const Result<> committed = out->Commit(); !committed) {
       return BatchFailed(FileMessage(path, committed.Message()));
     }
     return BatchDone(task_.Outputs(), written.note);
@@ -258,12 +258,10 @@ std::filesystem::path UsualCalFolder() {
   return is_there ? usual : std::filesystem::path();
 }
 
-std::string SpectraName(std::string_view path) { return TsResultName(path, "_cal.txt"); }
-
 Conversion CalibratedSpectra(SpectraOptions options) {
   Conversion conversion;
-  conversion.outputs_of = [](const std::string& path) {
-    return std::vector<std::string>{SpectraName(path)};
+  conversion.outputs_of = [suffix = options.suffix](const std::string& path) {
+    return std::vector<std::string>{TsResultName(path, suffix)};
   };
   const auto shared = std::make_shared<Shared>(std::move(options));
   conversion.job = [shared](BatchTask& task) { return SpectraJob(&task, shared.get()).Run(); };

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -18,6 +19,9 @@ namespace orvane {
 /// Where calibrations usually are; empty where there is no such folder.
 std::filesystem::path UsualCalFolder();
 
+class SpectraWriter;
+std::shared_ptr<SpectraWriter> SpectraText();
+
 struct SpectraOptions {
   std::filesystem::path calibration_folder = {};  ///< empty: that of each recording
   double base_frequency = 0;                      ///< Hz, where a record has none; 0: "FREQ"
@@ -28,6 +32,9 @@ struct SpectraOptions {
   /// channels are converted without it, their outputs are 0; No: the files that need it are left
   /// alone; Cancel ends the batch. Called from several threads, one at a time. Empty: No.
   std::function<Answer(const std::string& question, const BatchTask& task)> ask = {};
+  /// What is written of each recording, and how its name ends.
+  std::function<std::shared_ptr<SpectraWriter>()> writer = SpectraText;
+  std::string suffix = "_cal.txt";
 };
 
 /// Channels 1 to 12 with commas between them, such as "3,5"; none where one is no channel.
@@ -36,12 +43,9 @@ std::optional<std::set<int>> ChannelsIn(std::string_view text);
 /// The band of a file "*.TS1" to "*.TS19"; 0 for all others.
 int SpectraBand(std::string_view path);
 
-/// The path of a recording's spectra: without extension, with "_TS%d" for a band file and "_TSK"
-/// for a stacked one, and "_cal.txt".
-std::string SpectraName(std::string_view path);
-
 /// Recordings as amplitudes and phases of the odd harmonics of their base frequency, in physical
-/// units: divided by the responses of box and sensors. docs/formats/calibrated-spectra.md says
+/// units: divided by the responses of box and sensors, in a file beside the recording whose name is
+/// that of `TsResultName()`. docs/formats/calibrated-spectra.md says
 /// the text, docs/response.md the computation.
 Conversion CalibratedSpectra(SpectraOptions options);
 

@@ -15,14 +15,14 @@ namespace {
 // "%g"
 std::string Short(double value) { return FormatReal(value, 6); }
 
-void WriteNote(const std::string& note, TextFile* out) {
-  out->Text(" Note:                ").Text(note).Text("\n");
+std::string NoteLine(const std::string& note) {
+  return std::string(" Note:                ").append(note);
 }
 
 }  // namespace
 
-SpectraFile::Written SpectraFile::Write(TextFile* out) {
-  WriteHead(out);
+SpectraFile::Written SpectraFile::Write(SpectraWriter* out) {
+  out->Head(source_, task_.Input());
   CTsRec record;
   TsWalker walker = source_.file.Walk();
   TsPlace place;
@@ -54,34 +54,21 @@ SpectraFile::Written SpectraFile::Write(TextFile* out) {
   return result_;
 }
 
-void SpectraFile::WriteHead(TextFile* out) const {
-  out->Text(" Calibrated spectra of ").Text(PathText(task_.Input())).Text("\n");
-  out->Text(" Box calibration:     ").Text(source_.box_path).Text(".CLB\n");
-  out->Text(" Channels:            ").TextLeft(FormatInt(source_.header.channels), 8).Text("\n");
-  int number = 0;
-  for (const CalibratedChannel& channel : source_.channels) {
-    out->Text(" Channel ").Int(++number, 2).Text(":          ");
-    out->TextLeft(channel.definition, 8).Text(" ").TextLeft(channel.Unit(), 8);
-    out->Text(" gain x").TextLeft(Short(channel.gain), 6).Text(" ");
-    out->Text(channel.sensor_name).Text("\n");
-  }
-  for (const std::string& note : RecordingNotes(source_)) {
-    WriteNote(note, out);
-  }
-}
-
-void SpectraFile::WriteRecordNotes(TextFile* out) const {
+std::vector<std::string> SpectraFile::Remarks() const {
+  std::vector<std::string> remarks;
   if (plan_.has_own_rate) {
-    out->Text(" ").Text(OwnRateNote({plan_.sample_rate})).Text("\n");
+    remarks.push_back(std::string(" ").append(OwnRateNote({plan_.sample_rate})));
   }
   if (!plan_.bin_note.empty()) {
-    WriteNote(plan_.bin_note, out);
+    remarks.push_back(NoteLine(plan_.bin_note));
   }
   for (std::size_t c = 0; c < plan_.beyond.size(); ++c) {
     if (plan_.beyond[c] > 0) {
-      WriteNote(BeyondNote(static_cast<int>(c) + 1, source_.channels[c], plan_.beyond[c]), out);
+      remarks.push_back(
+          NoteLine(BeyondNote(static_cast<int>(c) + 1, source_.channels[c], plan_.beyond[c])));
     }
   }
+  return remarks;
 }
 
 void SpectraFile::CountNotes(std::uint64_t record) {
@@ -98,37 +85,29 @@ void SpectraFile::CountNotes(std::uint64_t record) {
   }
 }
 
-bool SpectraFile::WriteRecord(const CTsRec& record, TextFile* out) {
+bool SpectraFile::WriteRecord(const CTsRec& record, SpectraWriter* out) {
   const TsHeader& header = record.Header();
   if (!UpdatePlan(record)) {
     return false;
   }
-  out->Text(" Record:              ").TextLeft(FormatInt(record.Place().number), 8);
-  out->Text("\n Time:                ").TextLeft(FormatParamTime(header.time), 27);
-  out->Text("\n Base frequency (Hz): ").TextLeft(FormatFixed(plan_.base_frequency, 6), 16);
-  out->Text("\n Sample rate (Hz):    ").TextLeft(FormatFixed(plan_.sample_rate, 2), 12);
-  out->Text("\n Number of Scans:     ").TextLeft(FormatInt(header.scans), 8).Text("\n");
-  WriteRecordNotes(out);
-  out->Text(" Harm.  Frequency (Hz)");
-  for (std::size_t c = 1; c <= source_.channels.size(); ++c) {
-    out->Text("   Amplitude Ch").TextLeft(FormatInt(c), 2);
-    out->Text("    Phase Ch").TextLeft(FormatInt(c), 2);
-  }
-  out->Text("\n");
+  SpectraRecord spectra{record.Place().number,
+                        header,
+                        plan_.base_frequency,
+                        plan_.sample_rate,
+                        plan_.numbers,
+                        plan_.frequencies,
+                        Remarks(),
+                        {}};
   const double seconds = SecondsFromOrigin(header);
   const auto values = Transform(record);
   for (std::size_t k = 0; k < plan_.frequencies.size(); ++k) {
-    const double frequency = plan_.frequencies[k];
-    out->Int(plan_.numbers[k], 6).Text(" ").Fixed(frequency, 6, 16);
+    auto& lines = spectra.lines.emplace_back();
     for (std::size_t c = 0; c < source_.channels.size(); ++c) {
-      const SpectralLine line =
-          CalibrateHarmonic(values[c][k], source_.channels[c].scale, plan_.box[k][c],
-                            plan_.sensor[k][c], frequency, seconds);
-      out->Text(" ").Exponent(line.amplitude, 8, 17).Text(" ").Fixed(line.phase, 4, 11);
+      lines.push_back(CalibrateHarmonic(values[c][k], source_.channels[c].scale, plan_.box[k][c],
+                                        plan_.sensor[k][c], plan_.frequencies[k], seconds));
     }
-    out->Text("\n");
   }
-  out->Text("\n");
+  out->Put(spectra);
   CountNotes(record.Place().number);
   return true;
 }

@@ -8,14 +8,14 @@
 #include <vector>
 
 #include "files/batch.h"
-#include "files/text_file.h"
 #include "spectra/harmonics.h"
 #include "spectra/recording_responses.h"
 #include "spectra/spectra_source.h"
+#include "spectra/spectra_writer.h"
 
 namespace orvane {
 
-/// Writes the spectra of a recording's records as text.
+/// Works out the spectra of a recording's records.
 class SpectraFile {
  public:
   SpectraFile(const SpectraSource* source, BatchTask* task)
@@ -26,7 +26,7 @@ class SpectraFile {
     int status = 0;  ///< of a failure
     std::string note;
   };
-  Written Write(TextFile* out);
+  Written Write(SpectraWriter* out);
 
  private:
   // What records of one rate, length and base frequency have in common.
@@ -43,15 +43,14 @@ class SpectraFile {
     std::vector<std::vector<Complex>> sensor;  // likewise
   };
 
-  void WriteHead(TextFile* out) const;
-  bool WriteRecord(const CTsRec& record, TextFile* out);
+  bool WriteRecord(const CTsRec& record, SpectraWriter* out);
   bool UpdatePlan(const CTsRec& record);
   bool AddResponses();
   bool UpdateBox(double sample_rate);
   double BaseFrequency(const TsHeader& header) const;
   double SecondsFromOrigin(const TsHeader& header) const;
   std::vector<std::vector<Complex>> Transform(const CTsRec& record) const;
-  void WriteRecordNotes(TextFile* out) const;
+  std::vector<std::string> Remarks() const;
   void CountNotes(std::uint64_t record);
   std::string Note() const;
 

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/table_place.h"
 
-#include "base/ascii.h"
 #include "editors/spread.h"
-#include "table/geo_text.h"
-#include "table/param_access.h"
 
 namespace orvane {
 namespace {
@@ -35,13 +32,6 @@ std::optional<MapPoint> GridPlaceOf(const ParamTable& table) {
     }
   }
   return MiddleOf(local.items.empty() ? stations : local);
-}
-
-std::optional<GeoPlace> GeoPlaceOf(const ParamTable& table) {
-  const auto latitude = LatitudeFrom(Trimmed(ParamAsText(table, "LATG")));
-  const auto longitude = LongitudeFrom(Trimmed(ParamAsText(table, "LNGG")));
-  const bool is_set = latitude && longitude && (*latitude != 0 || *longitude != 0);
-  return is_set ? std::optional(GeoPlace{*latitude, *longitude}) : std::nullopt;
 }
 
 }  // namespace orvane

@@ -5,6 +5,7 @@
 
 #include "base/ascii.h"
 #include "base/number_text.h"
+#include "table/param_access.h"
 
 namespace orvane {
 namespace {
@@ -36,6 +37,13 @@ std::optional<double> LatitudeFrom(std::string_view text) {
 std::optional<double> LongitudeFrom(std::string_view text) {
   constexpr double kHalfTurn = 180;
   return DegreesFrom(text, "E", "W", kHalfTurn);
+}
+
+std::optional<GeoPlace> GeoPlaceOf(const ParamTable& table) {
+  const auto latitude = LatitudeFrom(Trimmed(ParamAsText(table, "LATG")));
+  const auto longitude = LongitudeFrom(Trimmed(ParamAsText(table, "LNGG")));
+  const bool is_set = latitude && longitude && (*latitude != 0 || *longitude != 0);
+  return is_set ? std::optional(GeoPlace{*latitude, *longitude}) : std::nullopt;
 }
 
 }  // namespace orvane

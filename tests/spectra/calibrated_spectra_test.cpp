@@ -15,6 +15,7 @@
 #include "support/recording_help.h"
 #include "support/sweeps.h"
 #include "support/ts_bytes.h"
+#include "timeseries/ts_listing.h"
 
 namespace orvane {
 namespace {
@@ -460,7 +461,7 @@ TEST_F(SpectraTest, BandFilesTakeTheirRateByTheirNumber) {
   const std::string text = Written("s_TS12_cal.txt");
   EXPECT_EQ(text.find("own rate"), std::string::npos);
   ExpectSignals(LinesOf(text), 0, electric_, 0);
-  EXPECT_EQ(SpectraName("/d.TS3/SITE.TSK"), "/d.TS3/SITE_TSK_cal.txt");
+  EXPECT_EQ(TsResultName("/d.TS3/SITE.TSK", SpectraOptions().suffix), "/d.TS3/SITE_TSK_cal.txt");
   for (const char* name : {"a.TS20", "a.TS0", "a.TS", "a.TS00", "a.TSS", "a.TS1x", "TS1"}) {
     EXPECT_EQ(SpectraBand(name), 0) << name;
   }
