@@ -5,6 +5,8 @@
 #include "base/number_text.h"
 #include "cli/batch_verb.h"
 #include "cli/commands.h"
+#include "export/harmonics_netcdf.h"
+#include "export/waveform_netcdf.h"
 #include "files/path_text.h"
 #include "spectra/calibrated_spectra.h"
 
@@ -34,6 +36,7 @@ struct HarmonicsArguments {
   int harmonics = 64;
   std::string reversed;
   std::string leave_out;
+  std::string format = "text";
   bool says_yes = false;
   bool says_no = false;
 
@@ -44,6 +47,10 @@ struct HarmonicsArguments {
     options.base_frequency = ParseReal(base_frequency).value_or(0);
     options.most_harmonics = harmonics;
     options.leave_out = LeaveOutArgument(leave_out);
+    if (format == "netcdf") {
+      options.writer = HarmonicsNetcdf;
+      options.suffix = "_cal.nc";
+    }
     options.reversed = ChannelsIn(reversed).value_or(std::set<int>());
     if (says_yes) {
       options.ask = [](const std::string&, const BatchTask&) { return Answer::kYes; };
@@ -61,7 +68,7 @@ struct HarmonicsArguments {
 void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code) {
   const auto arguments = std::make_shared<HarmonicsArguments>();
   CLI::App* verb = AddBatchVerb(
-      waveform, "harmonics", "Write calibrated spectra of the odd harmonics (NAME_cal.txt)",
+      waveform, "harmonics", "Write calibrated spectra of the odd harmonics (NAME_cal.txt or .nc)",
       [=] { return CalibratedSpectra(arguments->Options()); }, exit_code);
   verb->add_option("--calibration-folder", arguments->calibration_folder,
                    "where the *.CLB and *.CLC are (default: C:\\K3\\CAL where that exists, else "
@@ -75,6 +82,17 @@ void AddHarmonicsCommand(CLI::App* waveform, ExitCode* exit_code) {
       ->check(CLI::Range(1, 65535));
   verb->add_option("--reverse", arguments->reversed, "channels wired the other way, such as 3,5")
       ->check(Channels());
+  std::vector<std::string> formats = {"text"};
+  std::string what = "what is written: text (NAME_cal.txt)";
+  if (WhyNoNetcdf().empty()) {
+    formats.emplace_back("netcdf");
+    what += " or netcdf (NAME_cal.nc)";
+  } else {
+    what.append("; no netcdf: ").append(WhyNoNetcdf());
+  }
+  verb->add_option("--format", arguments->format, what)
+      ->check(CLI::IsMember(formats))
+      ->capture_default_str();
   AddLeaveOut(verb, &arguments->leave_out);
   CLI::Option* yes = verb->add_flag("--yes", arguments->says_yes,
                                     "convert channels without their sensor's calibration as 0");

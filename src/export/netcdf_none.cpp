@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// In place of waveform_netcdf.cpp where netCDF-C is not installed.
+// In place of waveform_netcdf.cpp and harmonics_netcdf.cpp where netCDF-C is not installed.
+#include "export/harmonics_netcdf.h"
 #include "export/waveform_netcdf.h"
 
 namespace orvane {
@@ -7,5 +8,7 @@ namespace orvane {
 std::string_view WhyNoNetcdf() { return "this build is without netCDF-C"; }
 
 Conversion WaveformNetcdf(NetcdfOptions /*options*/) { return {}; }
+
+std::shared_ptr<SpectraWriter> HarmonicsNetcdf() { return nullptr; }
 
 }  // namespace orvane

@@ -154,6 +154,41 @@ def check_left_out(survey, folder):
     assert "no record" in run("waveform", "netcdf", broken, "--header", "252", code=1).stderr
 
 
+def check_harmonics(survey, folder):
+    """Every line of the spectra's text, to the digits that it has."""
+    for name in ("SIP/2417.TSS", "CSAMT/2417.TSS"):
+        out = folder / "harmonics" / name[:3]
+        options = ["--calibration-folder", survey / "Calibration", "--yes", "--out", out]
+        run("waveform", "harmonics", survey / name, *options)
+        run("waveform", "harmonics", survey / name, *options, "--format", "netcdf")
+        first = (out / "2417_cal.nc").read_bytes()
+        run("waveform", "harmonics", survey / name, *options, "--format", "netcdf")
+        assert (out / "2417_cal.nc").read_bytes() == first
+        wanted, record = {}, 0
+        for line in (out / "2417_cal.txt").read_text().splitlines():
+            words = line.split()
+            if line.startswith(" Record:"):
+                record = int(words[1])
+            elif words and words[0].isdigit():
+                wanted[record, int(words[0])] = [float(word) for word in words[1:]]
+        seen = 0
+        with netCDF4.Dataset(out / "2417_cal.nc") as file:
+            for group in (file, *file.groups.values()):
+                channels = [one[:-10] for one in group.variables if one.endswith("_amplitude")]
+                assert len(channels) == 6 and group[channels[0] + "_amplitude"].units == "V"
+                for r, record in enumerate(group["record_number"][:]):
+                    for h, harmonic in enumerate(group["harmonic"][:]):
+                        frequency, *told = wanted[int(record), int(harmonic)]
+                        assert abs(group["frequency"][h] - frequency) < 1e-6
+                        assert abs(group["frequency"][h] - harmonic * group.base_frequency) < 1e-9
+                        for c, channel in enumerate(channels):
+                            amplitude, phase = (group[f"{channel}_{what}"][r, h] for what in ("amplitude", "phase"))
+                            assert abs(amplitude - told[2 * c]) <= 1e-8 * abs(amplitude)
+                            assert abs(phase - told[2 * c + 1]) < 1e-4
+                        seen += 1
+        assert seen == len(wanted) > 0, (seen, len(wanted))
+
+
 def check_full_disk(survey, folder):
     """What cannot be written is said, and an older result stays."""
     old = folder / "full" / "2417.nc"
@@ -178,6 +213,7 @@ def main():
         check_parts(survey, folder)
         check_secrets(survey, folder)
         check_left_out(survey, folder)
+        check_harmonics(survey, folder)
         check_full_disk(survey, folder)
         dumped = subprocess.run(["ncdump", "-h", str(folder / "2417.nc")], capture_output=True)
         assert dumped.returncode == 0, dumped

@@ -134,6 +134,11 @@ const std::vector<Work>& AllWork() {
       {{"waveform", "harmonics", "SIP/2417.TSS", "--calibration-folder", "Calibration", "--yes"},
        {"SIP/2417.TSS", "SIP/2417.TBL", "Calibration/2417.CLB"},
        {"SIP/2417_cal.txt"}},
+#ifdef ORVANE_MSEED
+      {{"waveform", "mseed", "MT/2417.TS2", "--stationxml", "--calibrations", "Calibration"},
+       {"MT/2417.TS2", "MT/2417.TBL"},
+       {"MT/2417_TS2.mseed"}},
+#endif
       {{"calibration", "text", "Calibration/2041.CLC", "Calibration/2417.CLB"},
        {"Calibration/2041.CLC", "Calibration/2417.CLB"},
        {"Calibration/2041.txt"}},
