@@ -5,6 +5,8 @@
 
 #include <cmath>
 #include <cstring>
+#include <exception>
+#include <new>
 
 namespace orvane {
 namespace {
@@ -40,9 +42,29 @@ void CopyName(const MseedName& name, Named* to) {
   to->dataquality = 'D';
 }
 
-void HandOver(char* record, int length, void* sink) {
-  (*static_cast<const MseedStream::Sink*>(sink))(
-      std::as_writable_bytes(std::span(record, static_cast<std::size_t>(length))));
+// No exception may pass through the library.
+struct Handing {
+  const MseedStream::Sink& sink;
+  std::exception_ptr failure = {};
+};
+
+void HandOver(char* record, int length, void* to) {
+  auto* handing = static_cast<Handing*>(to);
+  if (handing->failure != nullptr) {
+    return;
+  }
+  try {
+    handing->sink(std::as_writable_bytes(std::span(record, static_cast<std::size_t>(length))));
+  } catch (...) {
+    handing->failure = std::current_exception();
+  }
+}
+
+// Of whole numbers the library packs any; it fails for want of memory alone.
+void NeedMemory(bool has_memory) {
+  if (!has_memory) {
+    throw std::bad_alloc();
+  }
 }
 
 }  // namespace
@@ -55,13 +77,15 @@ MseedStream::MseedStream(const MseedName& name, double rate, int record_length)
       record_length_(record_length),
       trace_((PrepareLibrary(), mst_init(nullptr))),
       form_(msr_init(nullptr)) {
+  NeedMemory(trace_ != nullptr && form_ != nullptr);
   CopyName(name, trace_.get());
   CopyName(name, form_.get());
   trace_->samprate = rate;
   trace_->sampletype = 'i';
   // Times to the microsecond: without it they end at a ten-thousandth of a second.
   blkt_1001_s fine{};
-  msr_addblockette(form_.get(), reinterpret_cast<char*>(&fine), sizeof fine, 1001, 0);
+  NeedMemory(msr_addblockette(form_.get(), reinterpret_cast<char*>(&fine), sizeof fine, 1001, 0) !=
+             nullptr);
 }
 
 std::int64_t MseedStream::TimeOf(std::uint64_t sample) const {
@@ -77,39 +101,38 @@ void MseedStream::Start(std::int64_t time) {
   packed_ = 0;
 }
 
-Result<> MseedStream::Add(std::span<const std::int32_t> samples, const Sink& sink) {
+void MseedStream::Add(std::span<const std::int32_t> samples, const Sink& sink) {
   if (samples.empty()) {
-    return {};
+    return;
   }
   const auto count = static_cast<std::int64_t>(samples.size());
-  if (mst_addspan(trace_.get(), 0, 0, const_cast<std::int32_t*>(samples.data()), count, 'i', 1) !=
-      0) {
-    return Failure("out of memory");
-  }
-  return Pack(false, sink);
+  NeedMemory(mst_addspan(trace_.get(), 0, 0, const_cast<std::int32_t*>(samples.data()), count, 'i',
+                         1) == 0);
+  Pack(false, sink);
 }
 
-Result<> MseedStream::Flush(const Sink& sink) {
-  const Result<> done = trace_->numsamples > 0 ? Pack(true, sink) : Result<>();
+void MseedStream::Flush(const Sink& sink) {
+  if (trace_->numsamples > 0) {
+    Pack(true, sink);
+  }
   if (trace_->ststate != nullptr) {
     trace_->ststate->comphistory = 0;  // the next record is compared with no sample before it
   }
-  return done;
 }
 
-Result<> MseedStream::Pack(bool is_last, const Sink& sink) {
+void MseedStream::Pack(bool is_last, const Sink& sink) {
   trace_->starttime = TimeOf(packed_);
   trace_->endtime = trace_->starttime;
   trace_->samplecnt = trace_->numsamples;
   std::int64_t packed = 0;
-  const auto* handed = static_cast<const void*>(&sink);
-  const int records = mst_pack(trace_.get(), HandOver, const_cast<void*>(handed), record_length_,
-                               DE_STEIM2, 1, &packed, is_last ? 1 : 0, 0, form_.get());
-  if (records < 0) {
-    return Failure("libmseed could not pack its samples");
+  Handing handing{sink};
+  const int records = mst_pack(trace_.get(), HandOver, &handing, record_length_, DE_STEIM2, 1,
+                               &packed, is_last ? 1 : 0, 0, form_.get());
+  if (handing.failure != nullptr) {
+    std::rethrow_exception(handing.failure);
   }
+  NeedMemory(records >= 0);
   packed_ += static_cast<std::uint64_t>(packed);
-  return {};
 }
 
 }  // namespace orvane

@@ -10,8 +10,6 @@
 #include <span>
 #include <string>
 
-#include "base/result.h"
-
 struct MSRecord_s;
 struct MSTrace_s;
 
@@ -24,6 +22,7 @@ struct MseedName {
   std::string channel;
 };
 
+/// `std::bad_alloc` where the library has no memory.
 class MseedStream {
  public:
   using Sink = std::function<void(std::span<std::byte> record)>;
@@ -33,10 +32,10 @@ class MseedStream {
 
   /// The next sample is of this time, in microseconds since 1970. What came before must be flushed.
   void Start(std::int64_t time);
-  /// Appends samples, and hands over the records that are full. Fails where the library cannot.
-  Result<> Add(std::span<const std::int32_t> samples, const Sink& sink);
+  /// Appends samples, and hands over the records that are full.
+  void Add(std::span<const std::int32_t> samples, const Sink& sink);
   /// Hands over what is left as a record that is not full.
-  Result<> Flush(const Sink& sink);
+  void Flush(const Sink& sink);
   /// Time of the sample that would be next, in microseconds since 1970.
   std::int64_t Next() const;
 
@@ -47,7 +46,7 @@ class MseedStream {
   struct FreeRecord {
     void operator()(MSRecord_s* record) const;
   };
-  Result<> Pack(bool is_last, const Sink& sink);
+  void Pack(bool is_last, const Sink& sink);
   std::int64_t TimeOf(std::uint64_t sample) const;
 
   double rate_;

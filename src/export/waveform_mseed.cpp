@@ -177,11 +177,10 @@ class MseedJob {
   }
 
   Result<> FlushAll(Shape* shape) {
-    Result<> done;
-    for (std::size_t c = 0; shape != nullptr && c < shape->streams.size() && done; ++c) {
-      done = shape->streams[c].Flush(Sink());
+    for (std::size_t c = 0; shape != nullptr && c < shape->streams.size(); ++c) {
+      shape->streams[c].Flush(Sink());
     }
-    return done ? written_ : done;
+    return written_;
   }
 
   // A record continues what was before it where it begins within half a scan of its end.
@@ -209,15 +208,15 @@ class MseedJob {
       return read;
     }
     const std::int64_t time = kSecond * std::int64_t{*SecondsOf(place.header.time)};
-    Result<> done = Continue(*shape, time);
+    const Result<> done = Continue(*shape, time);
     const std::size_t channels = record_.Channels();
     const auto held = record_.Held();
-    for (std::size_t c = 0; c < channels && done; ++c) {
+    for (std::size_t c = 0; c < channels; ++c) {
       samples_.clear();
       for (std::size_t i = c; i < held.size(); i += channels) {
         samples_.push_back(SampleOf(held[i]));
       }
-      done = (*shape)->streams[c].Add(samples_, Sink());
+      (*shape)->streams[c].Add(samples_, Sink());
     }
     (*shape)->begin = std::min((*shape)->begin, time);
     (*shape)->end = std::max((*shape)->end, (*shape)->streams.front().Next());
