@@ -5,7 +5,8 @@
 // less.
 //
 //   orvane-timeseries-bench [MEGABYTES [FOLDER]]      128 in memory, where /dev/shm is
-//   orvane-timeseries-bench --decode FILE             only reads its samples, to be timed from outside
+//   orvane-timeseries-bench --decode FILE             only reads its samples, to be timed from
+//   outside
 //
 // Files are timed without their flush to the disk. In a folder of a disk, writing one safely still
 // flushes the folder, and reading from the disk is timed too.
