@@ -27,7 +27,7 @@ class MseedStream {
  public:
   using Sink = std::function<void(std::span<std::byte> record)>;
 
-  /// Records of `record_length` bytes, a power of two from 128 on, of a rate above 0.
+  /// Records of `record_length` bytes, a power of two from 256 on, of a rate above 0.
   MseedStream(const MseedName& name, double rate, int record_length);
 
   /// The next sample is of this time, in microseconds since 1970. What came before must be flushed.

@@ -14,6 +14,7 @@
 #include "export/mseed_codes.h"
 #include "export/mseed_stream.h"
 #include "export/record_time.h"
+#include "export/recording_input.h"
 #include "export/station_xml.h"
 #include "files/file_io.h"
 #include "files/path_text.h"
@@ -33,7 +34,7 @@ constexpr double kHighestShare = 0.4;  // of the rate: above, the box's filters 
 constexpr int kPointsPerDecade = 10;
 constexpr int kDecades = 4;
 
-// Records of one rate and number of channels: they share the channels' names.
+// Records of one box, rate and number of channels: they share the channels' names.
 struct Shape {
   TsHeader first;
   double rate = 0;
@@ -60,7 +61,7 @@ class MseedJob {
 
   BatchResult Run() {
     const auto& path = task_.Outputs()[0];
-    Result<> done = Open();
+    Result<> done = in_.Open(task_.Input(), options_.reading, options_.leave_out);
     if (!done) {
       return BatchFailed(done.Message());
     }
@@ -82,22 +83,6 @@ class MseedJob {
   }
 
  private:
-  Result<> Open() {
-    if (const Result<> opened = OpenForListing(task_.Input(), options_.reading, &file_, &note_);
-        !opened) {
-      return opened;
-    }
-    const auto size = file_.Bytes().Size();
-    auto leave_out =
-        LeaveOutOf(options_.leave_out, task_.Input(), file_.Bytes(), file_.HeaderSize());
-    if (!size || !leave_out) {
-      return Failure(size ? leave_out.Message() : size.Message());
-    }
-    end_ = *size;
-    leave_out_ = *leave_out;
-    return {};
-  }
-
   // Takes records where `sink` of a stream puts them; in the order of the file they count on.
   MseedStream::Sink Sink() {
     return [this](std::span<std::byte> record) {
@@ -127,11 +112,12 @@ class MseedJob {
   }
 
   bool IsWanted(const TsPlace& place) {
-    if (leave_out_.Has(place)) {
+    if (in_.leave_out.Has(place)) {
       ++left_out_;
       return false;
     }
-    if (!options_.keeps_bad && file_.HeaderSize() != TsHeaderSize::kBand && place.header.IsBad()) {
+    if (!options_.keeps_bad && in_.file.HeaderSize() != TsHeaderSize::kBand &&
+        place.header.IsBad()) {
       ++bad_;
       return false;
     }
@@ -149,22 +135,24 @@ class MseedJob {
   Result<Shape*> ShapeOf(const TsHeader& header) {
     const double rate = SampleRate(header);
     const auto at = std::find_if(shapes_.begin(), shapes_.end(), [&](const auto& shape) {
-      return shape->rate == rate && shape->first.channels == header.channels;
+      return shape->rate == rate && shape->first.channels == header.channels &&
+             shape->first.box == header.box;
     });
     if (at != shapes_.end()) {
       return at->get();
     }
     constexpr std::size_t kMostShapes = 100;
     if (!(rate > 0) || shapes_.size() == kMostShapes) {
-      return Failure(rate > 0 ? "its records are of more than 100 kinds of rate and channels"
+      return Failure(rate > 0 ? "its records are of more than 100 kinds of box, rate and channels"
                               : "it has no sample rate, which this format needs");
     }
-    auto names = MseedChannels({file_.Companion(), header.channels}, rate);
+    auto names = MseedChannels({in_.file.Companion(), header.channels}, rate);
     const auto station = MseedStation(options_.network, header.box);
     if (!names || !station) {
       return Failure(names ? station.Message() : names.Message());
     }
-    station_ = station_.empty() ? *station : station_;
+    boxes_ += station_ == *station ? 0 : 1;
+    station_ = *station;
     auto shape = std::make_unique<Shape>();
     shape->first = header;
     shape->rate = rate;
@@ -204,7 +192,7 @@ class MseedJob {
     if (!shape) {
       return Failure("record " + FormatUnsigned(place.number) + ": " + shape.Message());
     }
-    if (const Result<> read = record_.Read(file_.Bytes(), place); !read) {
+    if (const Result<> read = record_.Read(in_.file.Bytes(), place); !read) {
       return read;
     }
     const std::int64_t time = kSecond * std::int64_t{*SecondsOf(place.header.time)};
@@ -224,7 +212,7 @@ class MseedJob {
   }
 
   Result<> CopyRecords() {
-    TsWalker walker(&file_.Bytes(), file_.HeaderSize(), end_);
+    TsWalker walker = in_.Walk();
     Result<> done;
     for (TsPlace place; done && !task_.Stopped() && walker.Next(&place);) {
       cut_ = place.is_cut ? place.number : cut_;
@@ -243,8 +231,8 @@ class MseedJob {
   }
 
   std::string Note() const {
-    std::string note = note_;
-    AddNote(LeaveOutNote(leave_out_, left_out_), &note);
+    std::string note = in_.note;
+    AddNote(LeaveOutNote(in_.leave_out, left_out_), &note);
     Count(bad_, " bad record is a gap", " bad records are gaps", &note);
     Count(empty_, " record has no samples", " records have no samples", &note);
     Count(undated_, " record without a date is left out", " records without a date are left out",
@@ -261,13 +249,16 @@ class MseedJob {
 
   // Fails where the place is not known, or the responses are not.
   Result<Station> Describe(std::string* note) const {
-    const auto& table = file_.Companion();
+    const auto& table = in_.file.Companion();
     const RecordingHeader header{table, 0};
     const auto place = GeoPlaceOf(table.Table());
     const auto latitude =
         options_.place.latitude || !place ? options_.place.latitude : place->latitude;
     const auto longitude =
         options_.place.longitude || !place ? options_.place.longitude : place->longitude;
+    if (boxes_ > 1) {
+      return Failure("its records are of more than one box");
+    }
     if (!latitude || !longitude) {
       return Failure("its latitude and longitude are not known");
     }
@@ -288,9 +279,10 @@ class MseedJob {
   }
 
   Result<> AddChannels(const Shape& shape, Station* station, std::string* note) const {
+    const auto folder =
+        options_.calibrations.empty() ? task_.Input().parent_path() : options_.calibrations;
     SpectrumCalibration calibration;
-    if (const auto loaded = calibration.Load(options_.calibrations, file_, shape.first, &library_);
-        !loaded) {
+    if (const auto loaded = calibration.Load(folder, in_.file, shape.first, &library_); !loaded) {
       return loaded;
     }
     if (note->find(calibration.Note()) == std::string::npos) {
@@ -301,7 +293,7 @@ class MseedJob {
     if (!responses) {
       return Failure(responses.Message());
     }
-    const RecordingHeader header{file_.Companion(), shape.first.channels};
+    const RecordingHeader header{in_.file.Companion(), shape.first.channels};
     for (std::size_t c = 0; c < shape.names.size(); ++c) {
       StationChannel channel{
           shape.names[c],
@@ -367,9 +359,7 @@ class MseedJob {
   BatchTask& task_;
   const MseedOptions& options_;
   CalLibrary& library_;
-  TsFile file_;
-  std::uint64_t end_ = 0;
-  LeaveOut leave_out_;
+  RecordingInput in_;
   OutFile out_;
   std::vector<std::byte> waiting_;
   Result<> written_;
@@ -377,7 +367,8 @@ class MseedJob {
   std::vector<std::int32_t> samples_;  // of a channel
   std::vector<std::unique_ptr<Shape>> shapes_;
   Shape* current_ = nullptr;
-  std::string station_;
+  std::string station_;        // of the newest shape
+  int boxes_ = 0;              // changes of it
   std::uint64_t records_ = 0;  // of MiniSEED
   std::uint64_t segments_ = 0;
   std::uint64_t left_out_ = 0;
@@ -385,7 +376,6 @@ class MseedJob {
   std::uint64_t empty_ = 0;
   std::uint64_t undated_ = 0;
   std::uint64_t cut_ = 0;
-  std::string note_;
 };
 
 }  // namespace

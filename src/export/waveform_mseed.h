@@ -27,10 +27,10 @@ struct MseedOptions {
   TsFile::Options reading = {};
   LeaveOutChoice leave_out = {};
   bool keeps_bad = false;   ///< else records that their box marked bad are gaps
-  int record_length = 512;  ///< bytes, a power of two from 128 to 65536
+  int record_length = 512;  ///< bytes, a power of two from 256 to 65536
   std::string network = "XX";
-  bool has_station = false;  ///< also a StationXML, NAME.xml
-  std::filesystem::path calibrations = {};
+  bool has_station = false;                 ///< also a StationXML, NAME.xml
+  std::filesystem::path calibrations = {};  ///< folder; empty: that of each recording
   StationPlace place = {};
 };
 

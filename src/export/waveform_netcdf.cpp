@@ -8,6 +8,7 @@
 #include "base/latin1.h"
 #include "base/number_text.h"
 #include "export/netcdf_part.h"
+#include "export/recording_input.h"
 #include "files/file_io.h"
 #include "files/path_text.h"
 #include "meaning/meanings.h"
@@ -28,7 +29,7 @@ class NetcdfJob {
 
   BatchResult Run() {
     const auto& path = task_.Outputs()[0];
-    Result<> done = Open();
+    Result<> done = in_.Open(task_.Input(), options_.reading, options_.leave_out);
     done = done ? CountRecords() : done;
     if (!done) {
       return BatchFailed(done.Message());
@@ -56,26 +57,8 @@ class NetcdfJob {
   }
 
  private:
-  Result<> Open() {
-    if (const Result<> opened = OpenForListing(task_.Input(), options_.reading, &file_, &note_);
-        !opened) {
-      return opened;
-    }
-    const auto size = file_.Bytes().Size();
-    auto leave_out =
-        LeaveOutOf(options_.leave_out, task_.Input(), file_.Bytes(), file_.HeaderSize());
-    if (!size || !leave_out) {
-      return Failure(size ? leave_out.Message() : size.Message());
-    }
-    end_ = *size;
-    leave_out_ = *leave_out;
-    return {};
-  }
-
-  TsWalker Walk() const { return {&file_.Bytes(), file_.HeaderSize(), end_}; }
-
   bool IsWanted(const TsPlace& place) const {
-    return !leave_out_.Has(place) && place.header.channels > 0 && place.scans_held > 0;
+    return !in_.leave_out.Has(place) && place.header.channels > 0 && place.scans_held > 0;
   }
 
   NetcdfPart* PartOf(const TsHeader& header) {
@@ -85,9 +68,9 @@ class NetcdfJob {
   }
 
   Result<> CountRecords() {
-    TsWalker walker = Walk();
+    TsWalker walker = in_.Walk();
     for (TsPlace place; walker.Next(&place);) {
-      if (leave_out_.Has(place)) {
+      if (in_.leave_out.Has(place)) {
         ++left_out_;
         continue;
       }
@@ -100,7 +83,7 @@ class NetcdfJob {
       if (part == nullptr && parts_.size() == kMostParts) {
         return Failure("its records are of more than 100 kinds of rate, scans and channels");
       }
-      part = part == nullptr ? &parts_.emplace_back(place.header, file_.HeaderSize()) : part;
+      part = part == nullptr ? &parts_.emplace_back(place.header, in_.file.HeaderSize()) : part;
       part->Count();
     }
     if (!walker.Outcome()) {
@@ -110,7 +93,7 @@ class NetcdfJob {
   }
 
   const TsCompanion* Companion() const {
-    return file_.Companion().IsLoaded() ? &file_.Companion() : nullptr;
+    return in_.file.Companion().IsLoaded() ? &in_.file.Companion() : nullptr;
   }
 
   void Define(NcFile* nc) {
@@ -133,7 +116,7 @@ class NetcdfJob {
   void DefineGlobals(NcFile* nc) const {
     const std::string name = PrintableUtf8(PathText(task_.Input().filename()));
     TsPlace first;
-    TsWalker walker = Walk();
+    TsWalker walker = in_.Walk();
     static_cast<void>(walker.Next(&first));
     const auto add = [nc](const char* what, std::string_view text) {
       nc->AddText(nc->Root(), NC_GLOBAL, what, text);
@@ -173,10 +156,10 @@ class NetcdfJob {
 
   Result<> CopyRecords(NcFile* nc) {
     CTsRec record;
-    TsWalker walker = Walk();
+    TsWalker walker = in_.Walk();
     for (TsPlace place; !task_.Stopped() && !nc->HasFailed() && walker.Next(&place);) {
       if (IsWanted(place)) {
-        if (const Result<> read = record.Read(file_.Bytes(), place); !read) {
+        if (const Result<> read = record.Read(in_.file.Bytes(), place); !read) {
           return read;
         }
         NetcdfPart* part = PartOf(place.header);
@@ -197,8 +180,8 @@ class NetcdfJob {
   }
 
   std::string Note() const {
-    std::string note = note_;
-    AddNote(LeaveOutNote(leave_out_, left_out_), &note);
+    std::string note = in_.note;
+    AddNote(LeaveOutNote(in_.leave_out, left_out_), &note);
     if (empty_ > 0) {
       AddNote(FormatInt(empty_) + (empty_ == 1 ? " record has" : " records have") + " no samples",
               &note);
@@ -218,16 +201,13 @@ class NetcdfJob {
   BatchTask& task_;
   const NetcdfOptions& options_;
   const Meanings& meanings_;
-  TsFile file_;
-  std::uint64_t end_ = 0;
-  LeaveOut leave_out_;
+  RecordingInput in_;
   std::vector<NetcdfPart> parts_;
   std::array<std::vector<std::string>, 3> table_;  // keys, values, meanings
   std::array<int, 3> table_vars_ = {-1, -1, -1};
   std::uint64_t left_out_ = 0;
   std::uint64_t empty_ = 0;
   std::uint64_t cut_ = 0;
-  std::string note_;
 };
 
 }  // namespace

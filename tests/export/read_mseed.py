@@ -8,6 +8,7 @@ import datetime
 import math
 import pathlib
 import random
+import shutil
 import struct
 import subprocess
 import sys
@@ -178,6 +179,19 @@ def check_station(folder):
     subprocess.run([SURVEY, str(survey)], check=True, capture_output=True)
     path, calibrations = survey / "MT" / "2417.TSS", survey / "Calibration"
     run("waveform", "mseed", path, "--stationxml", "--calibrations", calibrations, "--elevation", 12, "--out", folder)
+    beside = folder / "beside"
+    shutil.copytree(calibrations, beside)
+    for name in ("2417.TSS", "2417.TBL"):
+        shutil.copy(path.parent / name, beside)
+    run("waveform", "mseed", beside / "2417.TSS", "--stationxml", "--elevation", 12)  # the calibrations lie there, too
+    assert (beside / "2417.xml").read_bytes() == (folder / "2417.xml").read_bytes()
+    with (beside / "2417.TSS").open("ab") as out:  # a record of another box
+        record = bytearray((beside / "2417.TSS").read_bytes()[: 252 + 600 * 6 * 3])
+        record[8:10] = (812).to_bytes(2, "little")
+        out.write(record)
+    told = run("waveform", "mseed", beside / "2417.TSS", "--stationxml", "--out", folder / "two")
+    assert "no StationXML: its records are of more than one box" in told.stderr, told
+    assert {name[1] for name in traces(folder / "two" / "2417.mseed")} == {"02417", "00812"}
     names = {name[2]: name[3] for name in traces(folder / "2417.mseed")}
     assert names == {"01": "FQN", "02": "FQE", "03": "FY1", "04": "FFN", "05": "FFE", "06": "FFZ"}, names
     station = xml.parse(folder / "2417.xml").getroot().find(f"{NAMESPACE}Network/{NAMESPACE}Station")
