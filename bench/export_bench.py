@@ -36,13 +36,13 @@ def make_waveform(path: Path, megabytes: int) -> None:
     header[17] = 3
     struct.pack_into("<Hb", header, 18, 24, -2)
     random = np.random.default_rng(1)
-    noise = random.integers(-(2**23), 2**23, SCANS * CHANNELS, dtype=np.int32)
-    noise >>= random.integers(0, 20, noise.size, dtype=np.int32)
-    samples = noise.view(np.uint8).reshape(-1, 4)[:, :3].tobytes()
+    size = len(header) + 3 * SCANS * CHANNELS
     with path.open("wb") as out:
-        for _ in range(megabytes * 1_000_000 // (len(header) + len(samples))):
+        for _ in range(megabytes * 1_000_000 // size):  # alike, they would compress each other
+            noise = random.integers(-(2**23), 2**23, SCANS * CHANNELS, dtype=np.int32)
+            noise >>= random.integers(0, 20, noise.size, dtype=np.int32)
             out.write(header)
-            out.write(samples)
+            out.write(noise.view(np.uint8).reshape(-1, 4)[:, :3].tobytes())
     orvane.Table().save(path.with_suffix(".tbl"))
 
 
