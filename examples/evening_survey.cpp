@@ -40,11 +40,16 @@ struct Recording {
   int dead_channel = 0;
   int equal_channel = 0;  // to the first
   int cut = 0;            // bytes
+  int planned = 0;        // minute after 07:00 at which the plan of ten minutes begins
+  int undated = 0;        // records, the last, by a clock that begins anew
+  int foreign = 0;        // records, the last, of another box
+  int zeros = 0;          // bytes after the records
   std::string_view version = "5.0";
   int clock = 4;
   int disk = 50'000'000;
   int counted = kChannels;
   bool has_table = true;
+  bool has_waveform = true;
 };
 
 std::vector<Recording> Recordings() {
@@ -65,6 +70,11 @@ std::vector<Recording> Recordings() {
       {.day = 3, .box = 1207, .counted = 4},
       {.day = 3, .box = 1211, .has_table = false},
       {.day = 3, .box = 1215, .cut = 100},
+      {.day = 2, .box = 1203, .ending = "-2", .minutes = 0, .planned = 20},
+      {.day = 2, .box = 1207, .ending = "-2", .first = 20, .planned = 20, .undated = 1},
+      {.day = 2, .box = 1211, .ending = "-2", .first = 20, .planned = 20, .foreign = 1},
+      {.day = 3, .box = 1203, .ending = "-2", .first = 20, .planned = 20, .zeros = 1000},
+      {.day = 3, .box = 1215, .ending = "-2", .planned = 20, .has_waveform = false},
   };
 }
 
@@ -111,7 +121,8 @@ bool SetPlaces(const Recording& recording, ParamTable* table) {
 }
 
 bool FillTable(const Recording& recording, ParamTable* table) {
-  const std::uint32_t start = Morning(recording.day);
+  const std::uint32_t start =
+      Morning(recording.day) + static_cast<std::uint32_t>(60 * recording.planned);
   const auto time = [](std::uint32_t seconds) {
     return FormatParamTime(SecondsToParamTime(seconds));
   };
@@ -121,7 +132,8 @@ bool FillTable(const Recording& recording, ParamTable* table) {
               Set(table, "SITE", "S0" + FormatInt(400 + 50 * recording.day) + "E") &&
               Set(table, "VER", recording.version) && Set(table, "STIM", time(start)) &&
               Set(table, "ETIM", time(start + 600)) && Set(table, "FSCV", "2.5") &&
-              Set(table, "FREQ", "0.125") && Set(table, "TOTL", FormatInt(recording.minutes)) &&
+              Set(table, "FREQ", "0.125") &&
+              Set(table, "TOTL", FormatInt(std::max(recording.minutes, 1))) &&
               Set(table, "LFIX", time(start)) && Set(table, "CLST", FormatInt(recording.clock)) &&
               Set(table, "DISK", FormatInt(recording.disk)) &&
               Set(table, "TCHN", FormatInt(recording.counted)) &&
@@ -152,9 +164,13 @@ std::vector<std::byte> Waveform(const Recording& recording) {
   auto random = static_cast<std::uint32_t>(recording.box + recording.day);
   for (int minute = 0; minute < recording.minutes; ++minute) {
     TsHeader header;
-    header.time = SecondsToParamTime(Morning(recording.day) +
-                                     static_cast<std::uint32_t>(60 * (recording.first + minute)));
-    header.box = static_cast<std::uint16_t>(recording.box);
+    const int left = recording.minutes - minute;
+    header.time =
+        left <= recording.undated
+            ? ParseParamTime("2000/01/01 00:00:00")
+            : SecondsToParamTime(Morning(recording.day) +
+                                 static_cast<std::uint32_t>(60 * (recording.first + minute)));
+    header.box = static_cast<std::uint16_t>(left <= recording.foreign ? 1300 : recording.box);
     header.scans = std::uint16_t{kScans};
     header.channels = kChannels;
     header.status = minute < recording.bad ? TsHeader::kBadStatus : std::uint8_t{0};
@@ -173,6 +189,7 @@ std::vector<std::byte> Waveform(const Recording& recording) {
     }
   }
   file.resize(file.size() - static_cast<std::size_t>(recording.cut));
+  file.resize(file.size() + static_cast<std::size_t>(recording.zeros));
   return file;
 }
 
@@ -199,7 +216,8 @@ bool WriteTable(const std::filesystem::path& path, const Recording& recording) {
 bool WriteRecording(const std::filesystem::path& root, const Recording& recording) {
   const auto folder = root / ("2026-11-2" + FormatInt(recording.day));
   const std::string name = FormatInt(recording.box).append(recording.ending);
-  return MakeFolders(folder) && Write(folder / (name + ".TSS"), Waveform(recording)) &&
+  return MakeFolders(folder) &&
+         (!recording.has_waveform || Write(folder / (name + ".TSS"), Waveform(recording))) &&
          (!recording.has_table || WriteTable(folder / (name + ".TBL"), recording));
 }
 

@@ -49,6 +49,12 @@ std::string Hex(std::uint32_t number, int digits) {
   return text;
 }
 
+// Ends a line, or lets text run the other way, so that what is read is not what is there.
+bool ChangesLine(std::uint32_t code) {
+  return code == 0x200EU || code == 0x200FU || (code >= 0x2028U && code <= 0x202EU) ||
+         (code >= 0x2066U && code <= 0x2069U) || code == 0xFEFFU;
+}
+
 }  // namespace
 
 Result<std::string> Latin1FromUtf8(std::string_view text) {
@@ -73,7 +79,7 @@ std::string PrintableUtf8(std::string_view text) {
   std::string printable;
   while (!text.empty()) {
     const auto [code, length] = FirstOf(text);
-    const bool is_control = code < 0x20U || (code >= 0x7FU && code < 0xA0U);
+    const bool is_control = code < 0x20U || (code >= 0x7FU && code < 0xA0U) || ChangesLine(code);
     for (const char c : text.substr(0, length)) {
       if (code == kNone || is_control) {
         printable += "\\x" + Hex(static_cast<unsigned char>(c), 2);

@@ -18,8 +18,8 @@ Result<std::string> Latin1FromUtf8(std::string_view text);
 /// else is escaped, a backslash neither.
 std::string PrintableLatin1(std::string_view bytes);
 
-/// A text of a command line or a file's name as it is, but control characters (U+0000 to U+001F,
-/// U+007F to U+009F) and bytes that are not UTF-8 as \xNN: a terminal would obey some of them.
+/// A text or a file's name as it is, but control characters, ends of lines, changes of direction
+/// (U+202E ...) and bytes that are not UTF-8 as \xNN: a terminal would obey some of them.
 std::string PrintableUtf8(std::string_view text);
 
 }  // namespace orvane

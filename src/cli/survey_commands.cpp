@@ -15,6 +15,7 @@
 #include "cli/interrupt_watch.h"
 #include "cli/terminal.h"
 #include "files/file_io.h"
+#include "files/find_file.h"
 #include "files/path_text.h"
 #include "survey/survey_index.h"
 #include "survey/survey_report.h"
@@ -23,6 +24,9 @@
 
 namespace orvane {
 namespace {
+
+// No result, which is not to be taken for findings.
+constexpr ExitCode kNotDone = kWrongUsage;
 
 struct ScanOptions {
   std::filesystem::path folder;
@@ -41,6 +45,7 @@ struct Scanned {
   std::vector<SharedRow> rows;
   std::vector<SurveyFinding> findings;
   std::vector<ScanNote> notes;
+  std::size_t hidden = 0;
 };
 
 std::string OrEmpty(std::int64_t number) { return number == 0 ? std::string() : FormatInt(number); }
@@ -54,7 +59,12 @@ std::string FileNames(const SurveyRow& row) {
   return text;
 }
 
-using Columns = std::vector<std::pair<const char*, std::string>>;
+struct Column {
+  const char* name;
+  std::string text;
+  bool is_number = false;  // of JSON; one without a text is null
+};
+using Columns = std::vector<Column>;
 
 Columns ColumnsOf(const SurveyRow& row) {
   const TableFacts none;
@@ -62,44 +72,44 @@ Columns ColumnsOf(const SurveyRow& row) {
   const bool is_recording = row.IsRecording();
   return {{"kind", std::string(RowKindName(row.kind))},
           {"file", row.name},
-          {"box", OrEmpty(row.box)},
+          {"box", OrEmpty(row.box), true},
           {"hardware", table.hardware},
           {"site", table.site},
           {"line", table.line},
           {"method", std::string(MethodName(table.method))},
           {"start", SurveyTime(row.start)},
           {"end", SurveyTime(row.end)},
-          {"channels", OrEmpty(row.channels)},
-          {"rate", row.rate > 0 ? FormatReal(row.rate) : std::string()},
+          {"channels", OrEmpty(row.channels), true},
+          {"rate", row.rate > 0 ? FormatReal(row.rate) : std::string(), true},
           {"frequencies", FrequencyText(row)},
-          {"records", OrEmpty(static_cast<std::int64_t>(row.records))},
-          {"bad", is_recording ? FormatInt(row.bad) : std::string()},
+          {"records", is_recording || row.records > 0 ? FormatInt(row.records) : "", true},
+          {"bad", is_recording ? FormatInt(row.bad) : std::string(), true},
           {"cut", row.cut.empty() ? std::string() : std::string("cut")},
           {"table", std::string(TableStateName(row.table_state))},
-          {"table_version", OrEmpty(table.version)},
+          {"table_version", OrEmpty(table.version), true},
           {"version", table.firmware},
           {"clock", ClockText(table)},
           {"calibrations", CalibrationText(row)},
-          {"saturated", row.is_deep ? FormatReal(row.SaturatedShare(), 6) : std::string()},
+          {"saturated", row.is_deep ? FormatReal(row.SaturatedShare(), 6) : std::string(), true},
           {"files", FileNames(row)}};
 }
 
 Columns ColumnsOf(const SurveyFinding& finding) {
   return {{"severity", std::string(SeverityName(finding.severity))},
-          {"id", std::string(finding.id)},
-          {"box", finding.box},
+          {"rule", std::string(finding.id)},
+          {"box", finding.box, true},
           {"file", finding.path},
           {"sentence", finding.sentence}};
 }
 
-Columns ColumnsOf(const ScanNote& note) { return {{"file", note.path}, {"reason", note.reason}}; }
+Columns ColumnsOf(const ScanNote& note) { return {{"path", note.path}, {"reason", note.reason}}; }
 
 template <typename Items, typename Columned>
 void AddLines(const char* what, const Items& items, const Columned& columned, std::string* text) {
   for (const auto& item : items) {
     text->append(what);
-    for (const auto& [name, value] : columned(item)) {
-      text->append("\t").append(value);
+    for (const Column& column : columned(item)) {
+      text->append("\t").append(column.text);
     }
     text->append("\n");
   }
@@ -107,8 +117,8 @@ void AddLines(const char* what, const Items& items, const Columned& columned, st
 
 std::string TsvOf(const Scanned& scanned) {
   std::string text = "what";
-  for (const auto& [name, value] : ColumnsOf(SurveyRow())) {
-    text.append("\t").append(name);
+  for (const Column& column : ColumnsOf(SurveyRow())) {
+    text.append("\t").append(column.name);
   }
   text.append("\n");
   AddLines(
@@ -122,8 +132,13 @@ std::string TsvOf(const Scanned& scanned) {
 
 nlohmann::ordered_json ObjectOf(const Columns& columns) {
   auto object = nlohmann::ordered_json::object();
-  for (const auto& [name, value] : columns) {
-    object[name] = value;
+  for (const Column& column : columns) {
+    if (!column.is_number) {
+      object[column.name] = column.text;
+    } else {
+      object[column.name] =
+          column.text.empty() ? nullptr : nlohmann::ordered_json::parse(column.text);
+    }
   }
   return object;
 }
@@ -152,6 +167,9 @@ std::string JsonOf(const Scanned& scanned) {
   }
   for (const SurveyFinding& finding : scanned.findings) {
     all["findings"].push_back(ObjectOf(ColumnsOf(finding)));
+    if (!finding.also.empty()) {
+      all["findings"].back()["also"] = finding.also;
+    }
   }
   for (const ScanNote& note : scanned.notes) {
     all["notes"].push_back(ObjectOf(ColumnsOf(note)));
@@ -166,10 +184,11 @@ std::string NameOfFolder(const std::filesystem::path& folder) {
   return PrintableUtf8(PathText(name));
 }
 
-std::string TextOf(const ScanOptions& options, const Scanned& scanned) {
+std::string TextOf(const ScanOptions& options, std::int64_t since, const Scanned& scanned) {
   if (options.format == "html") {
-    return SurveyReportPage(
-        {NameOfFolder(options.folder), scanned.rows, scanned.findings, scanned.notes});
+    return SurveyReportPage({NameOfFolder(options.folder), scanned.rows, scanned.findings,
+                             scanned.notes, options.folder, since, scanned.hidden,
+                             "Orvane " ORVANE_VERSION});
   }
   return options.format == "json" ? JsonOf(scanned) : TsvOf(scanned);
 }
@@ -216,11 +235,15 @@ bool Scan(const ScanOptions& options, std::int64_t since, Scanned* scanned) {
   if (!scan.IndexNote().empty()) {
     PrintMessage("without an index: " + scan.IndexNote());
   }
+  if (scan.Hidden() > 0) {
+    PrintMessage(HiddenText(scan.Hidden()));
+  }
   for (const ScanNote& note : scan.Notes()) {
     PrintMessage(std::string(note.path).append(": ").append(note.reason));
   }
   scanned->findings = scan.Findings();
   scanned->notes = scan.Notes();
+  scanned->hidden = scan.Hidden();
   return !scan.WasStopped();
 }
 
@@ -235,26 +258,13 @@ bool Put(const ScanOptions& options, const std::string& text) {
   return static_cast<bool>(written);
 }
 
-// A page inside the survey would change what is only looked at. Fails where the system does not
-// say where they are.
-Result<bool> IsInside(const std::filesystem::path& asked_out,
-                      const std::filesystem::path& asked_folder) {
-  std::error_code error;
-  const auto folder = std::filesystem::weakly_canonical(asked_folder, error);
-  const auto out = error ? folder : std::filesystem::weakly_canonical(asked_out, error);
-  if (error) {
-    return Failure(error.message());
-  }
-  const auto [end, ignored] = std::mismatch(folder.begin(), folder.end(), out.begin(), out.end());
-  return end == folder.end();
-}
-
+// A page inside the survey would change what is only looked at.
 ExitCode CheckOut(const ScanOptions& options) {
   const auto is_inside =
-      options.out.empty() ? Result<bool>(false) : IsInside(options.out, options.folder);
+      options.out.empty() ? Result<bool>(false) : IsInsideFolder(options.out, options.folder);
   if (!is_inside) {
     PrintMessage(FileMessage(options.out, is_inside.Message()));
-    return kSomeFailed;
+    return kNotDone;
   }
   if (*is_inside) {
     PrintMessage("--out: nothing is written into the survey's folder");
@@ -263,10 +273,22 @@ ExitCode CheckOut(const ScanOptions& options) {
   return kAllDone;
 }
 
+// Also as other programs write times in UTC: "2026-11-24T17:00:00Z".
+bool ParseSince(std::string text, ParamTime* since) {
+  constexpr std::size_t kSeparator = 10;
+  if (text.ends_with('Z')) {
+    text.pop_back();
+  }
+  if (text.size() > kSeparator && text[kSeparator] == 'T') {
+    text[kSeparator] = ' ';
+    std::replace(text.begin(), text.begin() + kSeparator, '-', '/');
+  }
+  return ParseParamTimeStrictly(text, since) && !HasNoDate(*since);
+}
+
 ExitCode RunScan(const ScanOptions& options) {
   ParamTime since;
-  if (!options.since.empty() &&
-      (!ParseParamTimeStrictly(options.since, &since) || HasNoDate(since))) {
+  if (!options.since.empty() && !ParseSince(options.since, &since)) {
     PrintMessage("--since: a date and time such as \"2026/11/24 17:00:00\" is expected");
     return kWrongUsage;
   }
@@ -275,8 +297,8 @@ ExitCode RunScan(const ScanOptions& options) {
   }
   const std::int64_t seconds = options.since.empty() ? 0 : ParamTimeToSeconds(since);
   Scanned scanned;
-  if (!Scan(options, seconds, &scanned) || !Put(options, TextOf(options, scanned))) {
-    return kSomeFailed;
+  if (!Scan(options, seconds, &scanned) || !Put(options, TextOf(options, seconds, scanned))) {
+    return kNotDone;
   }
   const bool is_more =
       std::any_of(scanned.findings.begin(), scanned.findings.end(),
@@ -290,9 +312,10 @@ void AddSurveyCommands(CLI::App* app, ExitCode* exit_code) {
   CLI::App* survey = app->add_subcommand("survey", "Folders with everything that was recorded");
   survey->require_subcommand(1);
   const auto options = std::make_shared<ScanOptions>();
-  CLI::App* scan = survey->add_subcommand(
-      "scan",
-      "List what was recorded and what is wrong; exit code 1 where there is more than hints");
+  CLI::App* scan = survey->add_subcommand("scan",
+                                          "List what was recorded and what is wrong; exit code 1 "
+                                          "where there is more than hints, 2 where "
+                                          "nothing could be listed or written");
   AddPath(scan, "DIR", &options->folder, "folder of the survey, with all below it")
       ->check(NotEmpty());
   scan->add_flag("--deep", options->is_deep, "look at samples too");
@@ -302,8 +325,10 @@ void AddSurveyCommands(CLI::App* app, ExitCode* exit_code) {
       ->check(CLI::IsMember({"tsv", "json", "html"}));
   AddPath(scan, "--out", &options->out, "file to write, outside the survey; else standard output")
       ->check(NotEmpty());
-  AddPath(scan, "--calibrations", &options->calibrations,
-          "folder of calibrations, instead of each recording's own and the survey")
+  AddPath(
+      scan, "--calibrations", &options->calibrations,
+      "folder of calibrations, itself and not below it, instead of each recording's own and the "
+      "survey")
       ->check(NotEmpty());
   scan->add_option("--since", options->since, "leave out what ended before this time in UTC");
   scan->add_flag("--no-index", options->has_no_index,

@@ -63,4 +63,16 @@ Result<std::filesystem::path> FileBeside(const std::filesystem::path& path, int 
   return nearest ? folder / PathOf(nearest->second) : std::filesystem::path();
 }
 
+Result<bool> IsInsideFolder(const std::filesystem::path& path,
+                            const std::filesystem::path& folder) {
+  std::error_code error;
+  const auto outer = std::filesystem::weakly_canonical(folder, error);
+  const auto inner = error ? outer : std::filesystem::weakly_canonical(path, error);
+  if (error) {
+    return Failure(error.message());
+  }
+  const auto [end, ignored] = std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end());
+  return end == outer.end();
+}
+
 }  // namespace orvane

@@ -21,6 +21,10 @@ Result<std::filesystem::path> FindInAnyCase(const std::filesystem::path& path);
 Result<std::filesystem::path> FileBeside(const std::filesystem::path& path, int by,
                                          const std::function<bool(std::string_view name)>& takes);
 
+/// Whether a path, which need not exist, is a folder itself or below it, by whatever links. Fails
+/// where the system does not say where they are.
+Result<bool> IsInsideFolder(const std::filesystem::path& path, const std::filesystem::path& folder);
+
 }  // namespace orvane
 
 #endif  // ORVANE_FILES_FIND_FILE_H_

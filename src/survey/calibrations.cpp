@@ -2,6 +2,9 @@
 #include "survey/calibrations.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <tuple>
 
 #include "base/ascii.h"
 #include "base/number_text.h"
@@ -18,6 +21,21 @@ std::string UpperCase(std::string_view text) {
   std::string upper(text);
   std::transform(upper.begin(), upper.end(), upper.begin(), UpperCased);
   return upper;
+}
+
+// Why a calibration that is there is of no use.
+std::string FaultOf(const FileFacts& facts, std::string_view name) {
+  const bool is_of_box = FileTypeOf(name) == FileType::kBoxCalibration;
+  if (!facts.failure.empty()) {
+    return "it cannot be read";
+  }
+  if (facts.records == 0) {
+    return "it has no whole record";
+  }
+  if (is_of_box && (facts.kind == kSensorCal || facts.kind == kCurrentSensorCal)) {
+    return "it is of a sensor";
+  }
+  return !is_of_box && facts.kind == kBoxCal ? "it is of a box" : "";
 }
 
 }  // namespace
@@ -44,7 +62,8 @@ const FileFacts* Calibrations::FindInFolder(const std::string& name) {
   return place->second ? &*place->second : nullptr;
 }
 
-const FileFacts* Calibrations::Find(const std::filesystem::path& folder, const std::string& name) {
+const FileFacts* Calibrations::Find(const std::filesystem::path& folder, const std::string& name,
+                                    std::int64_t start) {
   if (!only_.empty()) {
     return FindInFolder(name);
   }
@@ -52,10 +71,16 @@ const FileFacts* Calibrations::Find(const std::filesystem::path& folder, const s
   if (place == known_.end()) {
     return nullptr;
   }
+  const auto rank = [&](const Known& one) {
+    const std::int64_t distance = one.facts.start == 0 || start == 0
+                                      ? std::numeric_limits<std::int64_t>::max()
+                                      : std::abs(start - one.facts.start);
+    return std::tuple(!FaultOf(one.facts, name).empty(), one.folder != folder, distance);
+  };
   const auto& all = place->second;
-  const auto own = std::find_if(all.begin(), all.end(),
-                                [&folder](const Known& one) { return one.folder == folder; });
-  return own == all.end() ? &all.front().facts : &own->facts;
+  return &std::min_element(all.begin(), all.end(), [&rank](const Known& a, const Known& b) {
+            return rank(a) < rank(b);
+          })->facts;
 }
 
 RowCalibration Calibrations::Look(const std::filesystem::path& folder, const std::string& unit,
@@ -63,8 +88,9 @@ RowCalibration Calibrations::Look(const std::filesystem::path& folder, const std
   RowCalibration result;
   result.name = std::string(unit).append(end);
   result.wanted = ParseIntPrefix(unit);
-  const FileFacts* const facts = Find(folder, UpperCase(result.name));
-  if (facts == nullptr || !facts->failure.empty()) {
+  const FileFacts* const facts = Find(folder, UpperCase(result.name), start);
+  result.fault = facts == nullptr ? std::string() : FaultOf(*facts, result.name);
+  if (facts == nullptr || !result.fault.empty()) {
     return result;
   }
   result.is_found = true;
@@ -78,8 +104,13 @@ RowCalibration Calibrations::Look(const std::filesystem::path& folder, const std
 
 std::vector<RowCalibration> Calibrations::Of(const std::filesystem::path& folder,
                                              const SurveyRow& row) {
-  const std::int32_t serial = row.table->serial != 0 ? row.table->serial : row.box;
-  std::vector<RowCalibration> all = {Look(folder, FormatInt(serial), ".CLB", row.start)};
+  const std::int64_t start = row.has_wrong_clock ? 0 : row.start;
+  std::vector<RowCalibration> all(1);
+  if (row.box == 0) {
+    all.front().name = "of the box, whose serial number is not known,";
+  } else {
+    all.front() = Look(folder, FormatInt(row.box), ".CLB", start);
+  }
   for (const PlannedSensor& sensor : row.table->sensors) {
     if (sensor.channel > row.channels) {
       continue;
@@ -88,7 +119,7 @@ std::vector<RowCalibration> Calibrations::Of(const std::filesystem::path& folder
     if (sensor.unit.empty()) {
       one.name = std::string("of channel ").append(FormatInt(sensor.channel));
     } else {
-      one = Look(folder, sensor.unit, ".CLC", row.start);
+      one = Look(folder, sensor.unit, ".CLC", start);
     }
     const bool is_known = std::any_of(all.begin(), all.end(), [&one](const RowCalibration& other) {
       return other.name == one.name;

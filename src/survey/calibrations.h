@@ -23,8 +23,9 @@ class Calibrations {
   /// Only those of one folder count from now on. They are read when they are needed.
   void UseFolder(const std::filesystem::path& folder, const ReadingOptions& reading);
 
-  /// What a recording needs and whether it is there: in its own folder, else the first of the
-  /// survey.
+  /// What a recording needs and whether it is there: in its own folder, else that of the survey
+  /// whose date is the nearest. One that is of another kind, or has no whole record, counts only
+  /// where there is no other.
   std::vector<RowCalibration> Of(const std::filesystem::path& folder, const SurveyRow& row);
 
  private:
@@ -32,7 +33,8 @@ class Calibrations {
     std::filesystem::path folder;
     FileFacts facts;
   };
-  const FileFacts* Find(const std::filesystem::path& folder, const std::string& name);
+  const FileFacts* Find(const std::filesystem::path& folder, const std::string& name,
+                        std::int64_t start);
   const FileFacts* FindInFolder(const std::string& name);
   RowCalibration Look(const std::filesystem::path& folder, const std::string& unit,
                       std::string_view end, std::int64_t start);

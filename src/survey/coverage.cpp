@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "survey/recorded_times.h"
 
 namespace orvane {
 namespace {
@@ -22,8 +23,10 @@ bool StartsBefore(const CoveragePart& a, const CoveragePart& b) { return a.start
 void AddRecording(const SurveyRow& row, std::size_t place, Lanes* lanes) {
   const double share =
       row.records == 0 ? 0 : static_cast<double>(row.bad) / static_cast<double>(row.records);
-  (*lanes)[row.box].recorded.push_back(
-      {row.start, std::max(row.end, row.start + 1), place, share, row.name});
+  for (const TimeStretch& stretch : row.stretches) {
+    (*lanes)[row.box].recorded.push_back(
+        {stretch.start, std::max(stretch.end, stretch.start + 1), place, share, row.name});
+  }
 }
 
 // Boxes that a table names have a lane too, which shows what they did not record.
@@ -31,15 +34,13 @@ class Plans {
  public:
   explicit Plans(Lanes* lanes) : lanes_(*lanes) {}
 
-  void Add(const SurveyRow& row, std::size_t place) {
-    const TableFacts* const table = row.table.get();
-    if (table == nullptr || table->plan_start == 0 || table->plan_end <= table->plan_start) {
-      return;
+  void Add(const SurveyRow& row, const TimeStretch& planned, std::size_t place) {
+    const char* const by = row.IsRecording() ? "planned by the table of " : "planned by ";
+    const CoveragePart plan = {planned.start, planned.end, place, 0, by + row.name};
+    if (row.IsRecording()) {
+      Add(row.box, plan);
     }
-    const CoveragePart plan = {table->plan_start, table->plan_end, place, 0,
-                               "planned by the table of " + row.name};
-    Add(row.box, plan);
-    for (const PlannedBox& box : table->boxes) {
+    for (const PlannedBox& box : PlannedBoxesOf(row)) {
       Add(box.serial, plan);
     }
   }
@@ -63,6 +64,9 @@ void CutPlans(Lanes* lanes) {
       all = all ? CoverageStretch{std::min(all->start, part.start), std::max(all->end, part.end)}
                 : CoverageStretch{part.start, part.end};
     }
+  }
+  if (!all) {
+    return;
   }
   for (auto& [box, lane] : *lanes) {
     for (CoveragePart& part : lane.planned) {
@@ -134,10 +138,13 @@ std::string CoverageLane::Name() const { return box == 0 ? "?" : FormatInt(box);
 Coverage CoverageOf(SurveyRows rows) {
   Lanes lanes;
   Plans plans(&lanes);
+  const RecordedTimes times(rows);
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (rows[i]->IsRecording() && rows[i]->start > 0) {
+    if (rows[i]->HasTimes()) {
       AddRecording(*rows[i], i, &lanes);
-      plans.Add(*rows[i], i);
+    }
+    if (const auto plan = CountingPlanOf(*rows[i], times)) {
+      plans.Add(*rows[i], *plan, i);
     }
   }
   CutPlans(&lanes);
@@ -208,14 +215,16 @@ std::string Summarize(const Coverage& coverage) {
                      SurveyTime(coverage.stretches.back().end);
   for (const CoverageLane& lane : coverage.lanes) {
     std::int64_t seconds = 0;
+    std::set<std::size_t> recordings;
     for (const CoveragePart& part : lane.recorded) {
       seconds += part.end - part.start;
+      recordings.insert(part.row);
     }
     text.append("; ")
         .append(lane.Name())
         .append(": ")
-        .append(FormatInt(lane.recorded.size()))
-        .append(lane.recorded.size() == 1 ? " recording, " : " recordings, ")
+        .append(FormatInt(recordings.size()))
+        .append(recordings.size() == 1 ? " recording, " : " recordings, ")
         .append(FormatReal(static_cast<double>(seconds) / kHour, 3))
         .append(" h");
   }
@@ -233,7 +242,11 @@ std::optional<std::size_t> Neighbour(const Coverage& coverage, std::optional<std
     return NearestFrom(coverage, static_cast<std::ptrdiff_t>(at->lane) + by, by,
                        parts[at->part].start);
   }
-  const auto next = static_cast<std::ptrdiff_t>(at->part) + by;
+  auto next = static_cast<std::ptrdiff_t>(at->part) + by;
+  while (next >= 0 && next < static_cast<std::ptrdiff_t>(parts.size()) &&
+         parts[static_cast<std::size_t>(next)].row == *row) {
+    next += by;  // of one recording with pauses
+  }
   return next < 0 || next >= static_cast<std::ptrdiff_t>(parts.size())
              ? std::nullopt
              : std::optional(parts[static_cast<std::size_t>(next)].row);

@@ -38,7 +38,8 @@ struct CoverageStretch {
   std::int64_t end = 0;
 };
 
-/// Plans are cut to a day around all that was recorded.
+/// A recording has a part for each stretch between its pauses. Plans are cut to a day around all
+/// that was recorded.
 struct Coverage {
   std::vector<CoverageLane> lanes;         ///< by serial numbers
   std::vector<CoverageStretch> stretches;  ///< in their order

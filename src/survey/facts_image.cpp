@@ -32,6 +32,7 @@ class Writing {
   void Presence(const std::optional<T>& value) {
     (*this)(static_cast<std::uint8_t>(value.has_value()));
   }
+  void Role(BoxRole role) { (*this)(static_cast<std::uint8_t>(role)); }
   std::string Image() { return std::move(image_); }
 
  private:
@@ -78,6 +79,12 @@ class Reading {
       value.emplace();
     }
   }
+  void Role(BoxRole& role) {
+    std::uint8_t number = 0;
+    (*this)(number);
+    is_good_ = is_good_ && number <= static_cast<std::uint8_t>(BoxRole::kReference);
+    role = static_cast<BoxRole>(number);
+  }
   bool IsWhole() const { return is_good_ && image_.empty(); }
 
  private:
@@ -88,12 +95,12 @@ class Reading {
 template <typename Io, typename Table>
 void TableFields(Io& io, Table& table) {
   io(table.version), io(table.firmware), io(table.is_old), io(table.serial), io(table.method);
-  io(table.hardware), io(table.line), io(table.site), io(table.counted), io(table.plan_start),
-      io(table.plan_end);
+  io(table.hardware), io(table.line), io(table.site), io(table.counted), io(table.channels);
+  io(table.plan_start), io(table.plan_end), io(table.recorded), io(table.first);
   io(table.has_status), io(table.clock), io(table.disk);
   io.Count(table.boxes);
   for (auto& box : table.boxes) {
-    io(box.serial), io(box.channels);
+    io(box.serial), io(box.channels), io.Role(box.role);
   }
   io.Count(table.sensors);
   for (auto& sensor : table.sensors) {
@@ -114,7 +121,12 @@ template <typename Io, typename Facts>
 void Fields(Io& io, Facts& facts) {
   io(facts.failure), io(facts.is_cut), io(facts.serial), io(facts.start), io(facts.end);
   io(facts.channels), io(facts.rate), io(facts.records), io(facts.bad), io(facts.header_size);
-  io(facts.kind), io(facts.is_deep);
+  io(facts.kind), io(facts.is_deep), io(facts.is_guessed), io(facts.other_serial);
+  io(facts.odd_dates), io(facts.odd_date), io(facts.blank);
+  io.Count(facts.stretches);
+  for (auto& stretch : facts.stretches) {
+    io(stretch.start), io(stretch.end);
+  }
   io.Count(facts.frequencies);
   for (auto& frequency : facts.frequencies) {
     io(frequency);

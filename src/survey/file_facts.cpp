@@ -35,6 +35,74 @@ void NoteTime(std::int64_t start, std::int64_t end, FileFacts* facts) {
   }
 }
 
+// The dates of a file's records. A clock that was not set, or lost its time, is years off.
+class RecordDates {
+ public:
+  void Note(std::int64_t start, std::int64_t end) {
+    if (start <= 0) {
+      ++undated_;
+      return;
+    }
+    const auto near = std::find_if(spans_.begin(), spans_.end(), [&](const Span& span) {
+      return start >= span.start - kFar && start <= span.end + kFar;
+    });
+    if (near != spans_.end()) {
+      near->Add(start, end);
+    } else if (spans_.size() < kMostSpans) {
+      spans_.push_back({start, end, 1, {{start, end}}});
+    } else {
+      ++spans_.back().records;
+    }
+  }
+
+  // Where as many are of one time as of another the later counts: clocks begin in the past.
+  void Tell(FileFacts* facts) const {
+    facts->odd_dates = undated_;
+    const auto most =
+        std::max_element(spans_.begin(), spans_.end(), [](const Span& a, const Span& b) {
+          return std::pair(a.records, a.start) < std::pair(b.records, b.start);
+        });
+    for (auto span = spans_.begin(); span != spans_.end(); ++span) {
+      if (span != most) {
+        facts->odd_dates += span->records;
+        facts->odd_date = facts->odd_date == 0 ? span->start : facts->odd_date;
+      } else {
+        facts->start = span->start;
+        facts->end = span->end;
+        facts->stretches = span->stretches;
+      }
+    }
+  }
+
+ private:
+  static constexpr std::int64_t kFar = std::int64_t{366} * 86400;
+  static constexpr std::size_t kMostSpans = 16;
+
+  struct Span {
+    std::int64_t start;
+    std::int64_t end;
+    std::uint64_t records;
+    std::vector<TimeStretch> stretches;
+
+    void Add(std::int64_t more_start, std::int64_t more_end) {
+      constexpr std::int64_t kPause = 60;
+      constexpr std::size_t kMostStretches = 64;
+      TimeStretch& last = stretches.back();
+      if (more_start - last.end > kPause && stretches.size() < kMostStretches) {
+        stretches.push_back({more_start, more_end});
+      } else {
+        last = {std::min(last.start, more_start), std::max(last.end, more_end)};
+      }
+      start = std::min(start, more_start);
+      end = std::max(end, more_end);
+      ++records;
+    }
+  };
+
+  std::vector<Span> spans_;
+  std::uint64_t undated_ = 0;
+};
+
 void NoteFrequency(double frequency, FileFacts* facts) {
   constexpr std::size_t kMost = 64;
   if (frequency > 0 && std::isfinite(frequency) && facts->frequencies.size() < kMost) {
@@ -46,17 +114,20 @@ void NoteFrequency(double frequency, FileFacts* facts) {
   }
 }
 
-void NoteRecord(const TsPlace& place, bool is_band, FileFacts* facts) {
+void NoteRecord(const TsPlace& place, bool is_band, RecordDates* dates, FileFacts* facts) {
   const TsHeader& header = place.header;
   ++facts->records;
   facts->bad += !is_band && header.IsBad() ? 1 : 0;
   facts->serial = facts->serial == 0 ? std::int32_t{header.box} : facts->serial;
+  if (facts->other_serial == 0 && header.box != 0 && header.box != facts->serial) {
+    facts->other_serial = header.box;
+  }
   facts->channels = std::max<std::int32_t>(facts->channels, header.channels);
   const double rate = SampleRate(header);
   facts->rate = std::max(facts->rate, rate);
   const std::int64_t start = SecondsOf(header.time);
   const double length = rate > 0 ? std::ceil(place.scans_held / rate) : 0;
-  NoteTime(start, start + static_cast<std::int64_t>(length), facts);
+  dates->Note(start, start + static_cast<std::int64_t>(length));
   NoteFrequency(header.frequency, facts);
   facts->is_cut = facts->is_cut != 0 || place.is_cut ? 1 : 0;
 }
@@ -82,7 +153,7 @@ void NoteSamples(const RecordStats& stats, bool is_band, FileFacts* facts) {
 
 // What follows the last whole header, and the end of the walk itself.
 void NoteEnd(const TsWalker& walker, std::uint64_t next, FileFacts* facts) {
-  facts->is_cut = facts->is_cut != 0 || next < walker.End() ? 1 : 0;
+  facts->is_cut = facts->is_cut != 0 || next + facts->blank < walker.End() ? 1 : 0;
   if (!walker.Outcome()) {
     facts->failure = PrintableUtf8(walker.Outcome().Message());
   }
@@ -94,17 +165,23 @@ void ReadSeries(TsHeaderSize size, const ReadingOptions& options, const RandomFi
   facts->header_size = static_cast<std::int32_t>(BytesIn(size));
   TsWalker walker(&file, size);
   TsPlace place;
+  RecordDates dates;
   std::uint64_t next = 0;
   while (!options.stopped() && walker.Next(&place)) {
-    NoteRecord(place, is_band, facts);
+    if (IsBlank(place.header)) {
+      facts->blank = walker.End() - place.offset;
+      break;
+    }
+    NoteRecord(place, is_band, &dates, facts);
     next = place.next;
   }
+  dates.Tell(facts);
   NoteEnd(walker, next, facts);
   if (!options.is_deep || options.stopped()) {
     return;
   }
   const Result<> done =
-      StatsOfRecords(file, TsWalker(&file, size, walker.End()), {1, options.stopped},
+      StatsOfRecords(file, TsWalker(&file, size, walker.End() - facts->blank), {1, options.stopped},
                      [&](const RecordStats& stats) { NoteSamples(stats, is_band, facts); });
   facts->is_deep = 1;
   if (!done) {
@@ -124,6 +201,7 @@ void ReadSeriesFile(FileType type, const std::filesystem::path& path, const Read
     size = TsHeaderSize::kBand;
   } else if (type == FileType::kWaveform) {
     size = options.header_size ? *options.header_size : FittingHeaders(file, options.stopped);
+    facts->is_guessed = options.header_size ? 0 : 1;
   }
   ReadSeries(size, options, file, facts);
 }
@@ -150,8 +228,17 @@ void NoteBoxes(const RecordingHeader& header, TableFacts* table) {
     const std::int32_t channels =
         RecordedChannels(header, ++number, SettingInt(header, keys.channels));
     if (serial > 0 && channels > 0) {
-      table->boxes.push_back({serial, channels});
+      table->boxes.push_back({serial, channels, BoxRole::kAuxiliary});
     }
+  }
+  // The same boxes as the list of boxes of the dialogs has for the method.
+  if (const std::int32_t serial = SettingInt(header, "SNTX");
+      serial > 0 && table->method != kMtAmt) {
+    table->boxes.push_back({serial, 1, BoxRole::kTransmitter});
+  }
+  if (const std::int32_t serial = SettingInt(header, "SNNR");
+      serial > 0 && HasReferenceBox(static_cast<Tech>(table->method))) {
+    table->boxes.push_back({serial, 2, BoxRole::kReference});
   }
 }
 
@@ -195,9 +282,12 @@ void ReadTable(const std::filesystem::path& path, FileFacts* facts) {
   table.line = TextIn(header, "LINE");
   table.site = TextIn(header, "SITE");
   table.counted = SettingInt(header, kCountedChannels);
+  table.channels = MainBoxChannels(values);
   table.plan_start = SecondsOf(TimeParam(values, "STIM"));
   table.plan_end = SecondsOf(TimeParam(values, "ETIM"));
   table.has_status = HasStatus(header) ? 1 : 0;
+  table.recorded = SettingInt(header, "TOTL");
+  table.first = SecondsOf(TimeParam(values, "FTIM"));
   table.clock = SettingInt(header, "CLST");
   table.disk = SettingInt(header, "DISK");
   NoteBoxes(header, &table);

@@ -17,10 +17,20 @@
 
 namespace orvane {
 
+/// From one time to another, in seconds since 1970.
+struct TimeStretch {
+  std::int64_t start = 0;
+  std::int64_t end = 0;
+  friend bool operator==(const TimeStretch&, const TimeStretch&) = default;
+};
+
+enum class BoxRole : std::uint8_t { kAuxiliary, kTransmitter, kReference };
+
 /// A box beside the main one that a table names.
 struct PlannedBox {
   std::int32_t serial = 0;
   std::int32_t channels = 0;  ///< that are switched on
+  BoxRole role = BoxRole::kAuxiliary;
   friend bool operator==(const PlannedBox&, const PlannedBox&) = default;
 };
 
@@ -44,9 +54,12 @@ struct TableFacts {
   std::string line;             ///< "LINE"
   std::string site;             ///< "SITE"
   std::int32_t counted = 0;     ///< channels as the box counted them, "TCHN"; 0: it did not
+  std::int32_t channels = 0;    ///< the same, else as they were set
   std::int64_t plan_start = 0;  ///< "STIM", seconds since 1970; 0 without a date
   std::int64_t plan_end = 0;    ///< "ETIM", likewise
   std::uint8_t has_status = 0;  ///< the box has written its state
+  std::int32_t recorded = 0;    ///< records as the box counted them, "TOTL"
+  std::int64_t first = 0;       ///< of these, "FTIM"
   std::int32_t clock = 0;       ///< "CLST", 4: locked
   std::int32_t disk = 0;        ///< "DISK", bytes
   std::vector<PlannedBox> boxes;
@@ -62,22 +75,28 @@ struct ChannelFacts {
   std::int32_t least = 0;
   std::int32_t most = 0;
   std::uint64_t sum = 0;  ///< a checksum of the statistics of each record
-  bool IsDead() const { return samples > 0 && least == most; }
+  bool IsDead() const { return samples > 1 && least == most; }
 };
 
-/// What a file says.
+/// What a file says. Records with an odd date, and what follows a blank header, count in no time.
 struct FileFacts {
-  std::string failure;              ///< why it could not be read, or not to its end; printable
-  std::uint8_t is_cut = 0;          ///< ends within a record
-  std::int32_t serial = 0;          ///< of records' headers or of a calibration's
-  std::int64_t start = 0;           ///< seconds since 1970; 0: not known
-  std::int64_t end = 0;             ///< of the last scan
-  std::int32_t channels = 0;        ///< most of a record
-  double rate = 0;                  ///< Hz, the highest
+  std::string failure;                 ///< why it could not be read, or not to its end; printable
+  std::uint8_t is_cut = 0;             ///< ends within a record
+  std::int32_t serial = 0;             ///< of records' headers or of a calibration's
+  std::int32_t other_serial = 0;       ///< the first other one in the records
+  std::int64_t start = 0;              ///< the earliest, seconds since 1970; 0: not known
+  std::int64_t end = 0;                ///< of the last scan
+  std::vector<TimeStretch> stretches;  ///< without the pauses of more than a minute; the first 64
+  std::uint64_t odd_dates = 0;  ///< records without a date, or more than a year from most others
+  std::int64_t odd_date = 0;    ///< the first such; 0: none is a date
+  std::uint64_t blank = 0;      ///< bytes from the first header that is all zeros
+  std::int32_t channels = 0;    ///< most of a record
+  double rate = 0;              ///< Hz, the highest
   std::vector<double> frequencies;  ///< Hz, each once, ascending; the first 64 met
   std::uint64_t records = 0;
   std::uint64_t bad = 0;
   std::int32_t header_size = 0;  ///< as records were read
+  std::uint8_t is_guessed = 0;   ///< the header's size, as records fit the file
   std::int32_t kind = 0;         ///< of a calibration, a `CalKind`
   std::optional<TableFacts> table;
   std::uint8_t is_deep = 0;           ///< samples were looked at

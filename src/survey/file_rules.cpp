@@ -3,13 +3,14 @@
 #include <array>
 
 #include "base/ascii.h"
+#include "base/number_text.h"
 #include "survey/survey_findings.h"
 
 namespace orvane {
 namespace {
 
-// Cards count times in steps of two seconds.
-constexpr std::int64_t kTick = 2'000'000'000;
+// Cards count times in steps of two seconds, and copies made without times take their own order.
+constexpr std::int64_t kTick = 60'000'000'000;
 
 void LookAtFailures(SurveyRows rows, const SurveyTeller& tell) {
   for (const auto& row : rows) {
@@ -23,6 +24,40 @@ void LookAtCuts(SurveyRows rows, const SurveyTeller& tell) {
   for (const auto& row : rows) {
     for (const std::string& name : row->cut) {
       tell(*row, std::string(name).append(" ends within a record"));
+    }
+  }
+}
+
+void LookAtEmptyFiles(SurveyRows rows, const SurveyTeller& tell) {
+  for (const auto& row : rows) {
+    for (const std::string& name : row->empty) {
+      std::string sentence = std::string(name).append(" has no record");
+      if (row->IsRecording() && row->table != nullptr && row->table->recorded > 0) {
+        sentence.append("; its table counts ").append(FormatInt(row->table->recorded));
+      }
+      tell(*row, std::move(sentence));
+    }
+  }
+}
+
+void LookAtBlanks(SurveyRows rows, const SurveyTeller& tell) {
+  for (const auto& row : rows) {
+    for (const auto& [name, bytes] : row->blank) {
+      tell(*row, std::string(name)
+                     .append(" has zeros where a record was to begin: its last ")
+                     .append(FormatInt(bytes))
+                     .append(" bytes are left out"));
+    }
+  }
+}
+
+void LookAtSerials(SurveyRows rows, const SurveyTeller& tell) {
+  for (const auto& row : rows) {
+    if (row->other_box != 0) {
+      tell(*row, std::string("Records are of box ")
+                     .append(FormatInt(row->box))
+                     .append(" and of box ")
+                     .append(FormatInt(row->other_box)));
     }
   }
 }
@@ -121,6 +156,14 @@ constexpr auto kRules = std::to_array<SurveyRule>({
     {"file-unreadable", Severity::kWarning, "a file cannot be read, or is none of its kind",
      LookAtFailures},
     {"file-cut", Severity::kWarning, "a file ends within a record", LookAtCuts},
+    {"file-empty", Severity::kWarning, "a waveform, band, stack or calibration has no whole record",
+     LookAtEmptyFiles},
+    {"file-blank", Severity::kWarning,
+     "a record's header is all zeros, as of a disk that was not written to its end: from there on "
+     "nothing counts",
+     LookAtBlanks},
+    {"boxes-mixed", Severity::kWarning, "records of one recording name different serial numbers",
+     LookAtSerials},
     {"table-missing", Severity::kWarning,
      "a recording has no table beside it; a hint where it has bands only, which can be read "
      "without",
@@ -131,11 +174,13 @@ constexpr auto kRules = std::to_array<SurveyRule>({
      "serial number or channels (\"TCHN\") of the table are not those of the records",
      LookAtDifferences},
     {"names-clash", Severity::kWarning,
-     "names of two files of one folder differ in case only: what one is converted to replaces that "
-     "of the other",
+     "names of two files of one folder differ in case only, or bands in their first digit: what "
+     "one is converted to replaces that of the other",
      LookAtClashes},
     {"result-old", Severity::kWarning,
-     "a restack, a text or a list was written before the file that it is made of", LookAtAges},
+     "a restack, a text or a list was written more than a minute before the file that it is made "
+     "of",
+     LookAtAges},
 });
 
 }  // namespace

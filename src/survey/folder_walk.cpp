@@ -21,6 +21,7 @@ constexpr auto kTypes = std::to_array<std::pair<std::string_view, FileType>>({
     {".leave-out.txt", FileType::kOther},
     {".TBL", FileType::kTable},
     {".TSS", FileType::kWaveform},
+    {".TS0", FileType::kWaveform},
     {".TSK", FileType::kStackedWaveform},
     {".TRS", FileType::kStackResult},
     {".TFS", FileType::kSchedule},
@@ -32,6 +33,12 @@ constexpr auto kTypes = std::to_array<std::pair<std::string_view, FileType>>({
 
 using Identity = std::pair<std::uint64_t, std::uint64_t>;
 Identity IdentityOf(const FileInfo& info) { return {info.device, info.number}; }
+
+// What desktops and wastebaskets leave on cards.
+bool IsHidden(std::string_view name) {
+  return name.starts_with('.') || EqualsWithoutCase(name, "$RECYCLE.BIN") ||
+         EqualsWithoutCase(name, "System Volume Information");
+}
 
 class Walk {
  public:
@@ -118,6 +125,10 @@ class Walk {
   void Look(std::uint32_t number, const std::filesystem::path& name) {
     const std::filesystem::path path = tree_.folders[number] / name;
     FoundFile file{number, FileTypeOf(PathText(name)), PathText(name), {}};
+    if (IsHidden(file.name)) {
+      ++tree_.hidden;
+      return;
+    }
     bool is_there = ReadLinkInfo(tree_.root / path, &file.info);
     const bool is_link = is_there && file.info.kind == FileKind::kLink;
     if (is_link) {
@@ -134,6 +145,8 @@ class Walk {
       }
     } else if (file.info.kind == FileKind::kRegular && file.type != FileType::kOther) {
       (is_link ? linked_files_ : tree_.files).push_back(std::move(file));
+    } else if (file.info.kind != FileKind::kRegular && file.type != FileType::kOther) {
+      Note(path, "no file of bytes: not looked at");
     } else {
       ++tree_.others;
     }

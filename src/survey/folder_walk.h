@@ -50,6 +50,7 @@ struct FolderTree {
   std::vector<std::filesystem::path> folders;  ///< relative to the root, which is the first: ""
   std::vector<FoundFile> files;  ///< of the types that are known, by folder and then by name
   std::size_t others = 0;        ///< files of other types
+  std::size_t hidden = 0;        ///< files and folders that systems keep for themselves
   std::vector<ScanNote> notes;
 
   std::filesystem::path PathOfFile(const FoundFile& file) const;

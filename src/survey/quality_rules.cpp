@@ -29,7 +29,7 @@ void LookAtBad(SurveyRows rows, const SurveyTeller& tell) {
       tell(*row, FormatInt(row->bad)
                      .append(" of ")
                      .append(FormatInt(row->records))
-                     .append(" records are bad"));
+                     .append(row->bad == 1 ? " records is bad" : " records are bad"));
     }
   }
 }

@@ -8,6 +8,7 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "table/box_keys.h"
+#include "timeseries/time_series_text.h"
 
 namespace orvane {
 namespace {
@@ -57,12 +58,52 @@ const FactedFile* FirstOf(std::span<const FactedFile> files, FileType type) {
   return found == files.end() ? nullptr : &*found;
 }
 
+constexpr std::int64_t kYear = std::int64_t{366} * 86400;
+
+// Overlapping ones become one.
+void AddStretches(const std::vector<TimeStretch>& more, SurveyRow* row) {
+  std::vector<TimeStretch> all = row->stretches;
+  all.insert(all.end(), more.begin(), more.end());
+  std::sort(all.begin(), all.end(), [](const TimeStretch& a, const TimeStretch& b) {
+    return std::pair(a.start, a.end) < std::pair(b.start, b.end);
+  });
+  row->stretches.clear();
+  for (const TimeStretch& one : all) {
+    if (row->stretches.empty() || one.start > row->stretches.back().end) {
+      row->stretches.push_back(one);
+    } else {
+      row->stretches.back().end = std::max(row->stretches.back().end, one.end);
+    }
+  }
+}
+
+// Of files of one recording that are years apart the later count.
+void AddTimes(const FileFacts& facts, SurveyRow* row) {
+  row->odd_dates += facts.odd_dates;
+  row->odd_date = row->odd_date == 0 ? facts.odd_date : row->odd_date;
+  if (facts.start == 0) {
+    return;
+  }
+  const bool is_later = row->start > 0 && facts.start > row->end + kYear;
+  if (row->start > 0 && facts.end < row->start - kYear) {
+    row->odd_dates += facts.records - facts.odd_dates;
+    row->odd_date = facts.start;
+    return;
+  }
+  if (is_later) {
+    row->odd_dates += row->records - row->odd_dates + facts.odd_dates;
+    row->odd_date = row->start;
+    row->stretches.clear();
+  }
+  row->start = row->start == 0 || is_later ? facts.start : std::min(row->start, facts.start);
+  row->end = is_later ? facts.end : std::max(row->end, facts.end);
+  AddStretches(facts.stretches, row);
+}
+
 void AddSeries(const FileFacts& facts, SurveyRow* row) {
   row->box = row->box == 0 ? facts.serial : row->box;
-  if (facts.start > 0) {
-    row->start = row->start == 0 ? facts.start : std::min(row->start, facts.start);
-    row->end = std::max(row->end, facts.end);
-  }
+  row->other_box = row->other_box == 0 ? facts.other_serial : row->other_box;
+  AddTimes(facts, row);
   row->channels = std::max(row->channels, facts.channels);
   row->rate = std::max(row->rate, facts.rate);
   std::vector<double> all;
@@ -97,8 +138,11 @@ bool IsNewer(const FileInfo& table, const FileInfo& series) {
 void CompareHeaders(SurveyRow* row) {
   const TableFacts& table = *row->table;
   // The headers keep 16 bits of a serial number.
-  if (table.serial != 0 && row->box != 0 &&
-      static_cast<std::uint16_t>(table.serial) != static_cast<std::uint16_t>(row->box)) {
+  const bool is_box =
+      static_cast<std::uint16_t>(table.serial) == static_cast<std::uint16_t>(row->box);
+  if (table.serial != 0 && (row->box == 0 || is_box)) {
+    row->box = table.serial;
+  } else if (table.serial != 0) {
     row->differs.append("box ")
         .append(FormatInt(row->box))
         .append(" in the records, ")
@@ -121,8 +165,22 @@ void AddTable(const FactedFile& file, const FileInfo* series, SurveyRow* row) {
     const bool is_newer = series != nullptr && IsNewer(file.file->info, *series);
     row->table_state = is_newer ? TableState::kNewer : TableState::kThere;
     CompareHeaders(row);
-    row->box = row->box == 0 ? row->table->serial : row->box;
   }
+}
+
+// Receivers that know the time by satellites are younger.
+void JudgeClock(SurveyRow* row) {
+  constexpr std::int64_t kFirst = 946'684'800;  // 2000-01-01
+  const TableFacts* const table = row->table.get();
+  const bool is_beside_plan =
+      table != nullptr && table->plan_start > 0 && table->plan_end > table->plan_start &&
+      (row->start > table->plan_end + kYear || row->end < table->plan_start - kYear);
+  row->has_wrong_clock = row->start > 0 && (row->start < kFirst || is_beside_plan);
+}
+
+bool HasRecords(FileType type) {
+  return IsSeries(type) || type == FileType::kStackedWaveform || type == FileType::kStackResult ||
+         type == FileType::kBoxCalibration || type == FileType::kSensorCalibration;
 }
 
 void AddFile(const FactedFile& file, SurveyRow* row) {
@@ -133,9 +191,28 @@ void AddFile(const FactedFile& file, SurveyRow* row) {
         .append(": ")
         .append(file.facts.failure);
   }
-  if (file.facts.is_cut != 0) {
+  const bool is_empty =
+      HasRecords(file.file->type) && file.facts.records == 0 && file.facts.failure.empty();
+  if (is_empty) {
+    row->empty.push_back(file.shown);
+  } else if (file.facts.is_cut != 0) {
     row->cut.push_back(file.shown);
   }
+  if (file.facts.blank > 0) {
+    row->blank.emplace_back(file.shown, file.facts.blank);
+  }
+}
+
+// Names that differ in case only, of a file and its copy.
+bool AreTwins(const FoundFile& a, const FoundFile& b) {
+  return a.type != FileType::kText && EqualsWithoutCase(a.name, b.name);
+}
+
+// One name of what both are converted to: that of bands has the last digit of theirs only. A
+// waveform and its table have one too, as all recordings do.
+bool Clash(const FoundFile& a, const FoundFile& b) {
+  return AreTwins(a, b) || (IsSeries(a.type) && IsSeries(b.type) &&
+                            EqualsWithoutCase(TsTextName(a.name), TsTextName(b.name)));
 }
 
 int OrderOf(const FoundFile& file) {
@@ -186,7 +263,7 @@ std::string CalibrationText(const SurveyRow& row) {
   for (const RowCalibration& one : row.calibrations) {
     text.append(text.empty() ? "" : ", ").append(one.name);
     if (!one.is_found) {
-      text.append(" missing");
+      text.append(one.fault.empty() ? " missing" : " of no use");
     } else if (one.age_days) {
       text.append(" (").append(FormatInt(*one.age_days)).append(" days)");
     }
@@ -270,13 +347,13 @@ std::optional<SurveyRow> MakeRow(std::span<const FactedFile> files) {
   for (std::size_t i = 0; i < files.size(); ++i) {
     const FactedFile& file = files[i];
     AddFile(file, &row);
-    // Names that differ in case only become one name of a result.
-    const auto is_twin = [&](const FactedFile& other) {
-      return other.file->type != FileType::kText &&
-             EqualsWithoutCase(other.file->name, file.file->name);
-    };
-    if (std::any_of(files.begin(), files.begin() + static_cast<std::ptrdiff_t>(i), is_twin)) {
+    const auto before = files.subspan(0, i);
+    if (std::any_of(before.begin(), before.end(),
+                    [&](const FactedFile& other) { return Clash(*other.file, *file.file); })) {
       row.clashes.push_back(file.shown);
+    }
+    if (std::any_of(before.begin(), before.end(),
+                    [&](const FactedFile& other) { return AreTwins(*other.file, *file.file); })) {
       continue;
     }
     if (IsSeries(file.file->type) || (row.kind != RowKind::kRecording && &file == first)) {
@@ -293,6 +370,9 @@ std::optional<SurveyRow> MakeRow(std::span<const FactedFile> files) {
   }
   if (const FactedFile* table = FirstOf(files, FileType::kTable); table != nullptr) {
     AddTable(*table, series, &row);
+  }
+  if (row.IsRecording()) {
+    JudgeClock(&row);
   }
   return row;
 }

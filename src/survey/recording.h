@@ -55,6 +55,7 @@ struct RowCalibration {
   std::int32_t wanted = 0;  ///< in its name
   /// Days from the calibration to the recording; none where either is not known.
   std::optional<std::int64_t> age_days;
+  std::string fault = {};  ///< why it is of no use, where there is one; then it is not found
 };
 
 /// One recording with the files that belong to it, or another file of the survey. Texts are UTF-8
@@ -67,23 +68,35 @@ struct SurveyRow {
   std::vector<RowFile> files;
   std::string failure;     ///< "NAME: reason" of files that could not be read
   std::int32_t box = 0;    ///< serial number of the box in the records, else in the table
-  std::int64_t start = 0;  ///< seconds since 1970; 0: not known
+  std::int64_t start = 0;  ///< the earliest, seconds since 1970; 0: not known
   std::int64_t end = 0;
+  std::vector<TimeStretch> stretches;  ///< what was recorded between them, of all files together
+  std::uint64_t odd_dates = 0;         ///< records that do not count in times, see `FileFacts`
+  std::int64_t odd_date = 0;
+  /// The dates of all records are before 2000, or more than a year from the plan of the table.
+  bool has_wrong_clock = false;
   std::int32_t channels = 0;
   double rate = 0;                  ///< Hz, the highest
   std::vector<double> frequencies;  ///< Hz, ascending
   std::uint64_t records = 0;        ///< of waveform and bands
   std::uint64_t bad = 0;
-  std::vector<std::string> cut;  ///< names of files that end within a record
+  std::vector<std::string> cut;    ///< names of files that end within a record
+  std::vector<std::string> empty;  ///< names of files without a whole record
+  /// Names of files in which bytes of zeros come where a header was to be, and how many.
+  std::vector<std::pair<std::string, std::uint64_t>> blank;
+  std::int32_t other_box = 0;  ///< the first other serial number in the records
   TableState table_state = TableState::kNotNeeded;
   std::shared_ptr<const TableFacts> table;
   std::string differs;                       ///< what the headers say otherwise than the table
   std::vector<RowCalibration> calibrations;  ///< that of the box first
   bool is_deep = false;
   std::vector<ChannelFacts> samples;  ///< by channel, of waveform and bands
-  std::vector<std::string> clashes;   ///< files whose conversions have names that others have too
+  /// Files whose conversions have the names of those of others.
+  std::vector<std::string> clashes;
 
   bool IsRecording() const { return kind == RowKind::kRecording; }
+  /// A recording whose times can be compared with others.
+  bool HasTimes() const { return IsRecording() && start > 0 && !has_wrong_clock; }
   /// Largest share of saturated samples of a channel.
   double SaturatedShare() const;
   /// Channels, from 1, that never change.

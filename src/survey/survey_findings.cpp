@@ -32,16 +32,33 @@ to "ETIM" of its table, where both have a date. Times are UTC.
 
 }  // namespace
 
-void SurveyTeller::As(Severity severity, const SurveyRow& row, std::string sentence) const {
-  findings_.push_back({rule_.id, severity, std::move(sentence),
-                       row.box == 0 ? std::string() : FormatInt(row.box), row.name});
+bool IsSince(const SurveyRow& row, std::int64_t since) {
+  return row.end == 0 || row.end >= since || row.has_wrong_clock;
 }
 
-std::vector<SurveyFinding> FindInSurvey(SurveyRows rows) {
+void SurveyTeller::As(Severity severity, const SurveyRow& row, std::string sentence) const {
+  if (IsTold(row)) {
+    findings_.push_back({rule_.id,
+                         severity,
+                         std::move(sentence),
+                         row.box == 0 ? std::string() : FormatInt(row.box),
+                         row.name,
+                         {}});
+  }
+}
+
+void SurveyTeller::OfRows(std::span<const SurveyRow* const> rows, std::string sentence) const {
+  As(rule_.severity, *rows.front(), std::move(sentence));
+  for (const SurveyRow* row : rows.subspan(1)) {
+    findings_.back().also.push_back(row->name);
+  }
+}
+
+std::vector<SurveyFinding> FindInSurvey(SurveyRows rows, std::int64_t since) {
   std::vector<SurveyFinding> findings;
   for (const Topic& topic : Topics()) {
     for (const SurveyRule& rule : topic.rules) {
-      rule.look(rows, SurveyTeller(rule, &findings));
+      rule.look(rows, SurveyTeller(rule, since, &findings));
     }
   }
   return findings;

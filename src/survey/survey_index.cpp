@@ -5,8 +5,12 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <span>
+#include <string_view>
 #include <system_error>
 
+#include "base/checksum.h"
+#include "base/wire.h"
 #include "files/file_io.h"
 #include "files/path_text.h"
 
@@ -101,6 +105,30 @@ bool IsDamaged(int code) {
          kind == SQLITE_ERROR || kind == SQLITE_MISMATCH;
 }
 
+constexpr std::size_t kSealBytes = 8;
+
+// Over all that is kept of a file: a bit that changed on the disk must not become a finding.
+std::string SealOf(const std::string& path, const FileInfo& info, std::string_view image) {
+  const auto bytes = [](std::string_view text) { return std::as_bytes(std::span(text)); };
+  std::uint64_t sum = Checksum(bytes(image), Checksum(bytes(path)));
+  for (const auto number :
+       {static_cast<std::int64_t>(info.device), static_cast<std::int64_t>(info.number),
+        static_cast<std::int64_t>(info.size), info.written, info.changed}) {
+    sum = Checksum(BytesOf(Le<std::int64_t>(number)), sum);
+  }
+  const Le<std::uint64_t> stored = sum;
+  return {reinterpret_cast<const char*>(BytesOf(stored).data()), kSealBytes};
+}
+
+bool IsSealed(const std::string& path, const FileInfo& info, std::span<const char> stored) {
+  if (stored.size() < kSealBytes) {
+    return false;
+  }
+  const std::string_view all(stored.data(), stored.size());
+  const std::string_view image = all.substr(0, all.size() - kSealBytes);
+  return SealOf(path, info, image) == all.substr(image.size());
+}
+
 void RemoveDatabase(const std::filesystem::path& file) {
   for (const char* end : {"", "-wal", "-shm", "-journal"}) {
     std::error_code ignored;
@@ -108,11 +136,13 @@ void RemoveDatabase(const std::filesystem::path& file) {
   }
 }
 
-// A file may change once more within one tick of its disk's clock.
+// A file may change once more within one tick of its disk's clock. A time that is still to come is
+// that of another clock, which the next change would not leave.
 bool IsFresh(const FileInfo& info) {
   constexpr std::chrono::seconds kTick{2};
   const auto now = std::chrono::system_clock::now().time_since_epoch();
-  return std::chrono::nanoseconds(info.written) > now - kTick;
+  const std::chrono::nanoseconds written(info.written);
+  return written > now - kTick && written < now + kTick;
 }
 
 }  // namespace
@@ -212,7 +242,8 @@ bool SurveyIndex::Find(const std::filesystem::path& path, const FileInfo& info, 
   const std::string text = PathText(path);
   find.Bind(text, info);
   const int step = find.Step();
-  const bool is_found = step == SQLITE_ROW && FactsFrom(find.Bytes(), facts);
+  const bool is_found = step == SQLITE_ROW && IsSealed(text, info, find.Bytes()) &&
+                        FactsFrom(find.Bytes().first(find.Bytes().size() - kSealBytes), facts);
   if (is_found && find.Number(1) != today_) {
     seen_.push_back(text);
   }
@@ -229,7 +260,10 @@ void SurveyIndex::Put(const std::filesystem::path& path, const FileInfo& info,
   if (!IsUsable() || IsFresh(info)) {
     return;
   }
-  kept_.push_back({PathText(path), info, FactsImage(facts)});
+  std::string text = PathText(path);
+  std::string image = FactsImage(facts);
+  image += SealOf(text, info, image);
+  kept_.push_back({std::move(text), info, std::move(image)});
   if (kept_.size() >= kMostKept) {
     Write();
   }

@@ -186,9 +186,10 @@ void SurveyList::SetFindings(SharedFindings findings) {
 
 bool SurveyList::AddFindings(std::size_t most) {
   for (; most > 0 && findings_done_ < findings_->size(); --most, ++findings_done_) {
-    const auto place = places_.find((*findings_)[findings_done_].path);
-    if (place != places_.end()) {
-      entries_[place->second].findings.push_back(static_cast<std::uint32_t>(findings_done_));
+    const SurveyFinding& finding = (*findings_)[findings_done_];
+    AddFinding(finding.path);
+    for (const std::string& name : finding.also) {
+      AddFinding(name);
     }
   }
   const bool is_more = findings_done_ < findings_->size();
@@ -196,6 +197,12 @@ bool SurveyList::AddFindings(std::size_t most) {
     places_ = {};
   }
   return is_more;
+}
+
+void SurveyList::AddFinding(const std::string& row) {
+  if (const auto place = places_.find(row); place != places_.end()) {
+    entries_[place->second].findings.push_back(static_cast<std::uint32_t>(findings_done_));
+  }
 }
 
 // Values are printable, so that none has a line's end in it.

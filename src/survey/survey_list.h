@@ -101,6 +101,7 @@ class SurveyList {
   };
 
   void Fill(std::size_t row);
+  void AddFinding(const std::string& row);
   std::string_view TextOf(std::size_t row, SurveyColumn column) const;
   void Insert(std::vector<std::size_t> rows);
   void NotePlaces();

@@ -6,6 +6,8 @@
 #include <set>
 
 #include "base/number_text.h"
+#include "files/path_text.h"
+#include "timeseries/trace_outline.h"
 
 namespace orvane {
 namespace {
@@ -18,7 +20,7 @@ h1{font-size:1.6em;margin:0 0 .3em}h2{font-size:1.2em;margin:1.6em 0 .4em}
 table{border-collapse:collapse;font-size:.86em}th,td{border-bottom:1px solid var(--line);padding:.2em .6em;text-align:left;vertical-align:top}
 th{background:var(--soft)}td.n{text-align:right;font-variant-numeric:tabular-nums}td.t{white-space:nowrap}td.p{overflow-wrap:anywhere;min-width:10em}td.sum{font-family:"Liberation Mono",monospace;font-size:.9em}
 .wide{overflow-x:auto}.error,.warning{font-weight:bold}.error{color:var(--bad)}
-svg{width:100%;max-width:1100px}svg text{font-size:11px;fill:var(--text)}.day{stroke:var(--line);fill:none}
+svg{width:100%;max-width:1100px}svg.trace{width:96px;height:22px}.trace path{stroke:var(--done);fill:none}svg text{font-size:11px;fill:var(--text)}.day{stroke:var(--line);fill:none}
 .plan{fill:var(--plan)}.done{fill:var(--done)}.bad{fill:var(--bad)}
 .key{display:inline-block;width:1.2em;height:.8em;margin:0 .3em 0 1em}
 .key.plan{background:var(--plan)}.key.done{background:var(--done)}.key.bad{background:var(--bad)}
@@ -27,6 +29,10 @@ svg{width:100%;max-width:1100px}svg text{font-size:11px;fill:var(--text)}.day{st
 .wide{overflow:visible}thead{display:table-header-group}tr,svg{break-inside:avoid}h2{break-after:avoid}}
 </style>
 )";
+
+std::string Counted(std::size_t count, std::string_view what, std::string_view many = "s") {
+  return FormatInt(count).append(" ").append(what).append(count == 1 ? "" : many);
+}
 
 class Page {
  public:
@@ -82,17 +88,48 @@ class Page {
         if (row->table && !row->table->site.empty()) {
           sites.insert(row->table->site);
         }
-        first = first == 0 || (row->start > 0 && row->start < first) ? row->start : first;
-        last = std::max(last, row->end);
+        if (row->HasTimes()) {
+          first = first == 0 ? row->start : std::min(first, row->start);
+          last = std::max(last, row->end);
+        }
       }
     }
-    text_.append("<p>").append(FormatInt(recordings)).append(" recordings of ");
-    text_.append(FormatInt(boxes.size())).append(" boxes at ").append(FormatInt(sites.size()));
-    text_.append(" sites");
+    boxes.erase(0);
+    text_.append("<p>").append(Counted(recordings, "recording")).append(" of ");
+    text_.append(Counted(boxes.size(), "box", "es")).append(" at ");
+    text_.append(Counted(sites.size(), "site"));
     if (first > 0) {
       text_.append(", ").append(SurveyTime(first)).append(" to ").append(SurveyTime(last));
     }
-    text_.append(" (UTC). ").append(FormatInt(report_.findings.size())).append(" findings.</p>\n");
+    text_.append(" (UTC). ").append(Counted(report_.findings.size(), "finding"));
+    text_.append(".</p>\n");
+    AddScope(recordings);
+  }
+
+  // What the page does not show, and why.
+  void AddScope(std::size_t recordings) {
+    const auto deep = static_cast<std::size_t>(
+        std::count_if(report_.rows.begin(), report_.rows.end(),
+                      [](const auto& row) { return row->IsRecording() && row->is_deep; }));
+    text_.append("<p>");
+    if (deep == 0) {
+      text_.append("Headers and tables were looked at, samples were not.");
+    } else if (deep == recordings) {
+      text_.append("Samples were looked at.");
+    } else {
+      text_.append("Samples of ").append(FormatInt(deep)).append(" recordings were looked at.");
+    }
+    if (report_.since > 0) {
+      text_.append(" Recordings before ").append(SurveyTime(report_.since));
+      text_.append(" are left out.");
+    }
+    if (report_.hidden > 0) {
+      text_.append(" ").append(HiddenText(report_.hidden)).append(".");
+    }
+    if (!report_.maker.empty()) {
+      text_.append(" Made by ").append(HtmlText(report_.maker)).append(".");
+    }
+    text_.append("</p>\n");
   }
 
   void AddCoverage() {
@@ -127,7 +164,9 @@ class Page {
 
   void AddRecordings() {
     Begin("Recordings", {"Recording", "Box", "Site", "Line", "Method", "Start", "End", "Channels",
-                         "Rate, Hz", "Frequencies, Hz", "Records", "Bad", "Clock", "Calibration"});
+                         "Rate, Hz", "Frequencies, Hz", "Records", "Bad", "Saturated", "Table",
+                         "Version", "Clock", "Calibration", "Remarks"});
+    NoteFindings();
     for (const auto& row : report_.rows) {
       if (row->IsRecording()) {
         AddRecording(*row);
@@ -141,20 +180,94 @@ class Page {
     const TableFacts& table = row.table ? *row.table : none;
     text_.append("<tr>");
     Path(row.name);
-    Figure(FormatInt(row.box));
+    AddTrace(row);
+    Figure(OrEmpty(row.box));
     Cell(table.site);
     Cell(table.line);
     Cell(MethodName(table.method));
     Time(row.start);
     Time(row.end);
-    Figure(FormatInt(row.channels));
-    Figure(FormatReal(row.rate));
+    Figure(OrEmpty(row.channels));
+    Figure(row.rate > 0 ? FormatReal(row.rate) : std::string());
     Cell(FrequencyText(row));
     Figure(FormatInt(row.records));
     Figure(FormatInt(row.bad));
+    Figure(row.is_deep ? FormatReal(100 * row.SaturatedShare(), 3) + " %" : std::string());
+    Cell(TableStateName(row.table_state));
+    Cell(VersionText(table));
     Cell(ClockText(table));
     Cell(CalibrationText(row));
+    Cell(RemarksOf(row));
     text_.append("</tr>\n");
+  }
+
+  static std::string OrEmpty(std::int64_t number) {
+    return number == 0 ? std::string() : FormatInt(number);
+  }
+
+  // Of the box and its program.
+  static std::string VersionText(const TableFacts& table) {
+    std::string text = table.hardware;
+    return text.append(text.empty() || table.firmware.empty() ? "" : ", ").append(table.firmware);
+  }
+
+  static std::string RemarksOf(const SurveyRow& row) {
+    std::string text;
+    const auto add = [&text](std::string_view remark) {
+      text.append(text.empty() ? "" : ", ").append(remark);
+    };
+    if (!row.failure.empty()) {
+      add("not read");
+    }
+    if (!row.cut.empty()) {
+      add("cut");
+    }
+    if (!row.empty.empty()) {
+      add("empty");
+    }
+    if (row.has_wrong_clock) {
+      add("wrong clock");
+    }
+    return text;
+  }
+
+  void NoteFindings() {
+    for (const SurveyFinding& finding : report_.findings) {
+      if (finding.severity != Severity::kHint && !finding.path.empty()) {
+        told_of_.insert(finding.path);
+      }
+    }
+  }
+
+  // The first record, where something is wrong: of thousands the page would be too large.
+  void AddTrace(const SurveyRow& row) {
+    constexpr std::size_t kMostTraces = 500;
+    constexpr std::size_t kColumns = 96;
+    constexpr double kHeight = 22;
+    if (report_.folder.empty() || traces_ >= kMostTraces || !told_of_.contains(row.name) ||
+        row.files.empty() || row.records == 0) {
+      return;
+    }
+    const TraceOutline outline =
+        OutlineOfFirstRecord(report_.folder / row.place / PathOf(row.files.front().name), kColumns);
+    if (outline.least.empty()) {
+      return;
+    }
+    ++traces_;
+    const double low = *std::min_element(outline.least.begin(), outline.least.end());
+    const double high = *std::max_element(outline.most.begin(), outline.most.end());
+    const auto y = [&](double value) {
+      return FormatFixed(1 + (kHeight - 2) * (high - value) / std::max(high - low, 1.0), 1);
+    };
+    text_.pop_back();  // into the cell of the name, before its end
+    text_.resize(text_.rfind("</td"));
+    text_.append("<br><svg class=\"trace\" role=\"img\" aria-label=\"First record, channel 1\" ");
+    text_.append("viewBox=\"0 0 96 22\"><path d=\"");
+    for (std::size_t x = 0; x < outline.least.size(); ++x) {
+      text_.append("M").append(FormatInt(x)).append(" ").append(y(outline.most[x])).append("V");
+      text_.append(y(outline.least[x] - 0.02 * (high - low)));
+    }
+    text_.append("\"/></svg></td>");
   }
 
   void AddOthers() {
@@ -211,6 +324,8 @@ class Page {
   }
 
   const SurveyReport& report_;
+  std::set<std::string_view> told_of_;
+  std::size_t traces_ = 0;
   std::string text_;
 };
 
@@ -237,6 +352,12 @@ std::string HtmlText(std::string_view text) {
     }
   }
   return result;
+}
+
+std::string HiddenText(std::size_t count) {
+  return Counted(count, count == 1 ? "hidden file or folder was" : "hidden files and folders were",
+                 "")
+      .append(" not looked at");
 }
 
 std::string SurveyReportPage(const SurveyReport& report) { return Page(report).Text(); }

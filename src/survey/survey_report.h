@@ -2,6 +2,9 @@
 #ifndef ORVANE_SURVEY_SURVEY_REPORT_H_
 #define ORVANE_SURVEY_SURVEY_REPORT_H_
 
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
 #include <span>
 #include <string>
 #include <vector>
@@ -15,7 +18,14 @@ struct SurveyReport {
   SurveyRows rows;
   std::span<const SurveyFinding> findings;
   std::span<const ScanNote> notes;
+  std::filesystem::path folder = {};  ///< for pictures of what has findings; empty: none
+  std::int64_t since = 0;             ///< seconds since 1970; earlier recordings were left out
+  std::size_t hidden = 0;             ///< files and folders that were not looked at
+  std::string maker = {};             ///< "Orvane 5.0"
 };
+
+/// "3 hidden files and folders were not looked at".
+std::string HiddenText(std::size_t count);
 
 /// One HTML page that needs no other file and no script: what was recorded when by which box, the
 /// findings, the recordings and, where they were made, checksums of all files. The same rows give

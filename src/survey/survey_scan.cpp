@@ -11,6 +11,8 @@
 
 #include "base/latin1.h"
 #include "files/file_io.h"
+#include "files/file_system.h"
+#include "files/find_file.h"
 #include "survey/calibrations.h"
 #include "survey/sha256.h"
 #include "survey/survey_index.h"
@@ -94,8 +96,10 @@ class Pass {
     const bool has_samples = file.type == FileType::kWaveform || file.type == FileType::kBand ||
                              file.type == FileType::kStackedWaveform;
     const bool is_deep_enough = !reading_.is_deep || !has_samples || facts.is_deep != 0;
-    const bool has_size = file.type != FileType::kWaveform || !size ||
-                          facts.header_size == static_cast<std::int32_t>(BytesIn(*size));
+    // The size of the headers: what was read with a table's must not be shown without one.
+    const bool has_size = file.type != FileType::kWaveform ||
+                          (size ? facts.header_size == static_cast<std::int32_t>(BytesIn(*size))
+                                : facts.is_guessed != 0);
     return is_deep_enough && has_size;
   }
 
@@ -190,30 +194,46 @@ void SurveyScan::Run() {
   is_done_ = true;
 }
 
+void SurveyScan::OpenIndex(SurveyIndex* index) {
+  if (options_.index.empty()) {
+    return;
+  }
+  const auto is_inside = IsInsideFolder(options_.index, root_);
+  if (is_inside && *is_inside) {
+    index_note_ =
+        PrintableUtf8(FileMessage(options_.index, "nothing is written into the survey's folder"));
+  } else if (!index->Open(options_.index)) {
+    index_note_ = PrintableUtf8(index->Failure());
+  }
+}
+
 Result<> SurveyScan::Work() {
+  if (!options_.calibrations.empty() && !IsFolder(options_.calibrations)) {
+    return Failure(FileMessage(options_.calibrations, "no folder of calibrations"));
+  }
   auto tree = WalkFolders(root_, [this] { return stop_.load(); });
   if (!tree) {
     return Failure(tree.Message());
   }
   notes_ = std::move(tree->notes);
   total_ = tree->files.size();
+  hidden_ = tree->hidden;
   SurveyIndex index;
-  if (!options_.index.empty() && !index.Open(options_.index)) {
-    index_note_ = PrintableUtf8(index.Failure());
-  }
+  OpenIndex(&index);
   Pass pass(*tree, options_, &index, stop_, &done_, &notes_);
   pass.ReadCalibrations();
   const std::span<const FoundFile> files(tree->files);
+  std::vector<SharedRow> all;
   for (std::size_t at = 0; at < files.size() && !stop_;) {
     std::size_t end = at;
     while (end < files.size() && files[end].folder == files[at].folder) {
       ++end;
     }
-    pass.ReadFolder(files.subspan(at, end - at), [this](SurveyRow row) {
-      if (row.end == 0 || row.end >= options_.since) {
-        auto shared = std::make_shared<const SurveyRow>(std::move(row));
+    pass.ReadFolder(files.subspan(at, end - at), [this, &all](SurveyRow row) {
+      all.push_back(std::make_shared<const SurveyRow>(std::move(row)));
+      if (IsSince(*all.back(), options_.since)) {
         const std::lock_guard lock(mutex_);
-        rows_.push_back(std::move(shared));
+        rows_.push_back(all.back());
       }
     });
     at = end;
@@ -226,7 +246,7 @@ Result<> SurveyScan::Work() {
     index_note_ = PrintableUtf8(index.Failure());
   }
   if (!stop_ && options_.depth != ScanDepth::kNames) {
-    findings_ = FindInSurvey(rows_);
+    findings_ = FindInSurvey(all, options_.since);
   }
   return {};
 }

@@ -25,17 +25,21 @@ enum class ScanDepth : std::uint8_t {
 
 struct SurveyOptions {
   ScanDepth depth = ScanDepth::kHeaders;
-  /// Of calibrations; empty: the folder of each recording, then any of the survey.
+  /// Of calibrations, itself and not below it; empty: the folder of each recording, then any of the
+  /// survey.
   std::filesystem::path calibrations = {};
   /// SHA-256 of each file, for which all bytes are read.
   bool has_checksums = false;
-  /// The index; empty: none.
+  /// The index; empty: none. None is made in the survey's folder.
   std::filesystem::path index = {};
   /// A scan that is not deep shows what earlier deep ones found in unchanged files.
   bool shows_known_samples = false;
-  /// Recordings that end before it are left out; seconds since 1970, 0: none are.
+  /// Recordings that end before it are left out, though findings of the others may need them;
+  /// seconds since 1970, 0: none are.
   std::int64_t since = 0;
 };
+
+class SurveyIndex;
 
 using SharedRow = std::shared_ptr<const SurveyRow>;
 
@@ -60,7 +64,7 @@ class SurveyScan {
   std::uint64_t FilesDone() const { return done_; }
   std::uint64_t FilesInAll() const { return total_; }  ///< 0 while folders are listed
 
-  /// Once it is done: the folder could not be listed at all.
+  /// Once it is done: the folder could not be listed at all, or that of calibrations is none.
   const Result<>& Outcome() const { return outcome_; }
   /// Once it is done and was not stopped.
   const std::vector<SurveyFinding>& Findings() const { return findings_; }
@@ -68,12 +72,15 @@ class SurveyScan {
   std::vector<SurveyFinding> TakeFindings() { return std::move(findings_); }
   /// Once it is done: what could not be read.
   const std::vector<ScanNote>& Notes() const { return notes_; }
+  /// Once it is done: files and folders that systems keep for themselves, which were not looked at.
+  std::size_t Hidden() const { return hidden_; }
   /// Once it is done: why there was no index; empty: there was, or none was asked for.
   const std::string& IndexNote() const { return index_note_; }
 
  private:
   void Run();
   Result<> Work();
+  void OpenIndex(SurveyIndex* index);
 
   std::filesystem::path root_;
   SurveyOptions options_;
@@ -86,6 +93,7 @@ class SurveyScan {
   std::size_t taken_ = 0;
   std::vector<SurveyFinding> findings_;
   std::vector<ScanNote> notes_;
+  std::size_t hidden_ = 0;
   std::string index_note_;
   Result<> outcome_;
   Result<> no_memory_;  // made while there is some

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/number_text.h"
-#include "survey/survey_findings.h"
+#include "survey/recorded_times.h"
 
 namespace orvane {
 namespace {
@@ -16,13 +16,11 @@ constexpr std::int64_t kRounding = 2;    // seconds, of record times and their l
 
 using ByBox = std::map<std::int32_t, std::vector<const SurveyRow*>>;
 
-bool HasTimes(const SurveyRow& row) { return row.IsRecording() && row.start > 0; }
-
 // The recordings of each box by their beginnings.
 ByBox RecordingsByBox(SurveyRows rows) {
   ByBox boxes;
   for (const auto& row : rows) {
-    if (HasTimes(*row) && row->box != 0) {
+    if (row->HasTimes() && row->box != 0) {
       boxes[row->box].push_back(row.get());
     }
   }
@@ -33,13 +31,9 @@ ByBox RecordingsByBox(SurveyRows rows) {
   return boxes;
 }
 
-bool HasPlan(const SurveyRow& row) {
-  return row.table != nullptr && row.table->plan_start > 0 &&
-         row.table->plan_end > row.table->plan_start;
-}
-
 bool PlansAt(const SurveyRow& row, std::int64_t time) {
-  return HasPlan(row) && row.table->plan_start <= time && time <= row.table->plan_end;
+  const auto plan = PlanOf(row);
+  return plan && plan->start <= time && time <= plan->end;
 }
 
 std::string Length(std::int64_t seconds) {
@@ -89,7 +83,7 @@ void LookAtStarts(SurveyRows rows, const SurveyTeller& tell) {
     std::set<std::int64_t> seen;
     for (const SurveyRow* row : recordings) {
       const bool is_in_plan = PlansAt(*row, row->start);
-      if (HasPlan(*row) && row->end >= row->table->plan_start &&
+      if (PlanOf(*row) && row->end >= row->table->plan_start &&
           seen.insert(row->table->plan_start).second && is_in_plan &&
           row->start - row->table->plan_start > kTolerance) {
         tell(*row, std::string("Box ")
@@ -103,56 +97,99 @@ void LookAtStarts(SurveyRows rows, const SurveyTeller& tell) {
   }
 }
 
-// When each box recorded: for each beginning, in their order, the latest end so far.
-class RecordedTimes {
+std::string_view RoleText(BoxRole role) {
+  return role == BoxRole::kTransmitter ? " (transmitter)"
+         : role == BoxRole::kReference ? " (reference)"
+                                       : "";
+}
+
+// Boxes whose tables plan that they record, each once for each plan.
+class SilentBoxes {
  public:
-  explicit RecordedTimes(SurveyRows rows) {
-    for (const auto& [box, recordings] : RecordingsByBox(rows)) {
-      auto& times = times_[box];
-      std::int64_t end = 0;
-      for (const SurveyRow* row : recordings) {
-        end = std::max(end, row->end);
-        times.emplace_back(row->start, end);
+  SilentBoxes(SurveyRows rows, const SurveyTeller& tell) : rows_(rows), tell_(tell), times_(rows) {}
+
+  void Tell() {
+    // Those have a finding of their own.
+    for (const auto& row : rows_) {
+      if ((row->IsRecording() && row->records == 0) || IsLost(*row, times_)) {
+        const auto plan = PlanOf(*row);
+        told_.emplace(row->box, plan ? plan->start : 0);
       }
     }
-  }
-
-  bool HasAny(std::int32_t box, std::int64_t start, std::int64_t end) const {
-    const auto place = times_.find(box);
-    if (place == times_.end()) {
-      return false;
+    // A recording names its spread better than a start-up file.
+    for (const bool is_recording : {true, false}) {
+      for (const auto& row : rows_) {
+        if (row->IsRecording() == is_recording) {
+          LookAt(*row);
+        }
+      }
     }
-    const auto after = std::upper_bound(
-        place->second.begin(), place->second.end(), end,
-        [](std::int64_t time, const auto& recording) { return time < recording.first; });
-    return after != place->second.begin() && (after - 1)->second >= start;
   }
 
  private:
-  std::map<std::int32_t, std::vector<std::pair<std::int64_t, std::int64_t>>> times_;
+  void LookAt(const SurveyRow& row) {
+    auto planned = CountingPlanOf(row, times_);
+    if (row.HasTimes()) {
+      planned = planned ? TimeStretch{planned->start, std::max(planned->end, row.end)}
+                        : TimeStretch{row.start, row.end};
+    }
+    if (!planned) {
+      return;
+    }
+    for (const PlannedBox& box : PlannedBoxesOf(row)) {
+      if (!times_.HasAny(box.serial, *planned) && tell_.IsTold(planned->end) &&
+          told_.emplace(box.serial, planned->start).second) {
+        tell_.OfSurvey(std::string("Box ")
+                           .append(FormatInt(box.serial))
+                           .append(RoleText(box.role))
+                           .append(" of the spread of ")
+                           .append(row.name)
+                           .append(" recorded nothing from ")
+                           .append(SurveyTime(planned->start))
+                           .append(" to ")
+                           .append(SurveyTime(planned->end)),
+                       FormatInt(box.serial));
+      }
+    }
+  }
+
+  SurveyRows rows_;
+  const SurveyTeller& tell_;
+  RecordedTimes times_;
+  std::set<std::pair<std::int32_t, std::int64_t>> told_;
 };
 
-void LookAtSpreads(SurveyRows rows, const SurveyTeller& tell) {
+void LookAtSpreads(SurveyRows rows, const SurveyTeller& tell) { SilentBoxes(rows, tell).Tell(); }
+
+void LookAtLost(SurveyRows rows, const SurveyTeller& tell) {
   const RecordedTimes times(rows);
-  std::set<std::pair<std::int32_t, std::int64_t>> told;
   for (const auto& row : rows) {
-    if (!HasTimes(*row) || row->table == nullptr) {
-      continue;
-    }
-    const std::int64_t start = HasPlan(*row) ? row->table->plan_start : row->start;
-    const std::int64_t end = std::max(HasPlan(*row) ? row->table->plan_end : 0, row->end);
-    for (const PlannedBox& box : row->table->boxes) {
-      if (!times.HasAny(box.serial, start, end) && told.emplace(box.serial, start).second) {
-        tell.OfSurvey(std::string("Box ")
-                          .append(FormatInt(box.serial))
-                          .append(" of the spread of ")
-                          .append(row->name)
-                          .append(" recorded nothing from ")
-                          .append(SurveyTime(start))
-                          .append(" to ")
-                          .append(SurveyTime(end)),
-                      FormatInt(box.serial));
+    if (IsLost(*row, times)) {
+      std::string sentence = "The box has written this table after ";
+      sentence.append(row->table->recorded > 0 ? FormatInt(row->table->recorded) : "its");
+      sentence.append(row->table->recorded == 1 ? " record" : " records");
+      if (row->table->first > 0) {
+        sentence.append(" from ").append(SurveyTime(row->table->first)).append(" on");
       }
+      tell(*row, sentence.append(", but they are not in the survey"));
+    }
+  }
+}
+
+void LookAtDates(SurveyRows rows, const SurveyTeller& tell) {
+  for (const auto& row : rows) {
+    if (row->has_wrong_clock) {
+      std::string sentence = "The records are dated ";
+      sentence.append(SurveyTime(row->start));
+      const auto plan = PlanOf(*row);
+      tell(*row, plan ? sentence.append(", planned for ").append(SurveyTime(plan->start))
+                      : sentence.append(": a clock that was not set"));
+    } else if (row->odd_dates > 0) {
+      std::string sentence = FormatInt(row->odd_dates);
+      sentence.append(" of ").append(FormatInt(row->records)).append(" records ");
+      sentence.append(row->odd_dates == 1 ? "has" : "have");
+      sentence.append(row->odd_date == 0 ? " no date" : " a date far from the others', ");
+      tell(*row, sentence.append(SurveyTime(row->odd_date)));
     }
   }
 }
@@ -168,9 +205,20 @@ constexpr auto kRules = std::to_array<SurveyRule>({
      "the first recording of a box in a plan begins more than a minute after the plan does",
      LookAtStarts},
     {"box-silent", Severity::kWarning,
-     "an auxiliary box with channels in the table of a recording has none of its own in that plan "
-     "(else in the time of the recording)",
+     "a box with channels in the table of a recording (auxiliary, transmitter and reference "
+     "boxes), "
+     "or in a start-up file that plans for when anything was recorded (its own box too), has no "
+     "recording in that plan (else in the time of the recording)",
      LookAtSpreads},
+    {"recording-missing", Severity::kWarning,
+     "a table without a waveform counts records (\"TOTL\", \"FTIM\") of a box that has no such "
+     "recording in the survey",
+     LookAtLost},
+    {"date-odd", Severity::kWarning,
+     "records without a date, or dated more than a year from the others; or all before 2000, or "
+     "more "
+     "than a year from their plan: such times count in no other rule and in no picture",
+     LookAtDates},
 });
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 
+#include "base/ascii.h"
 #include "base/number_text.h"
 #include "survey/survey_findings.h"
 
@@ -15,34 +16,40 @@ constexpr std::int64_t kMostDays = 365;
 std::string OthersText(std::size_t count) {
   return count == 1
              ? std::string()
-             : std::string(" (").append(FormatInt(count - 1)).append(" more recordings need it)");
+             : std::string(" (")
+                   .append(FormatInt(count - 1))
+                   .append(count == 2 ? " more recording needs it)" : " more recordings need it)");
 }
 
-// One finding for each calibration, told of the first recording that needs it.
+// One finding for each calibration, of all recordings that need it.
 void TellOnce(SurveyRows rows, const SurveyTeller& tell,
               const std::function<std::string(const RowCalibration&)>& judge) {
   struct Case {
-    const SurveyRow* row;
     std::string sentence;
-    std::size_t count;
+    std::vector<const SurveyRow*> rows;
   };
   std::map<std::string, Case> cases;
   for (const auto& row : rows) {
     for (const RowCalibration& one : row->calibrations) {
-      if (std::string sentence = judge(one); !sentence.empty()) {
-        ++cases.try_emplace(one.name, Case{row.get(), std::move(sentence), 0}).first->second.count;
+      if (std::string sentence = tell.IsTold(*row) ? judge(one) : ""; !sentence.empty()) {
+        Case& found = cases[one.name];
+        found.sentence = found.rows.empty() ? std::move(sentence) : found.sentence;
+        found.rows.push_back(row.get());
       }
     }
   }
   for (const auto& [name, one] : cases) {
-    tell(*one.row, std::string(one.sentence).append(OthersText(one.count)));
+    tell.OfRows(one.rows, std::string(one.sentence).append(OthersText(one.rows.size())));
   }
 }
 
 void LookAtMissing(SurveyRows rows, const SurveyTeller& tell) {
   TellOnce(rows, tell, [](const RowCalibration& one) {
     return one.is_found ? std::string()
-                        : std::string("The calibration ").append(one.name).append(" is missing");
+                        : std::string("The calibration ")
+                              .append(one.name)
+                              .append(one.fault.empty() ? " is missing" : " is of no use: ")
+                              .append(one.fault);
   });
 }
 
@@ -99,11 +106,24 @@ void LookAtDisks(SurveyRows rows, const SurveyTeller& tell) {
   }
 }
 
+// Without blanks around it, and in one case: "3.2b" is "3.2B".
+std::string Plain(std::string_view version) {
+  std::string plain;
+  for (const char c : version) {
+    if (c != ' ') {
+      plain += UpperCased(c);
+    }
+  }
+  return plain;
+}
+
 void LookAtVersions(SurveyRows rows, const SurveyTeller& tell) {
   std::map<std::string, std::set<std::int32_t>> boxes;
   for (const auto& row : rows) {
-    if (row->IsRecording() && row->table != nullptr && !row->table->firmware.empty()) {
-      boxes[row->table->firmware].insert(row->box);
+    if (row->IsRecording() && row->table != nullptr && tell.IsTold(*row)) {
+      if (std::string version = Plain(row->table->firmware); !version.empty()) {
+        boxes[std::move(version)].insert(row->box);
+      }
     }
   }
   if (boxes.size() < 2) {
@@ -111,7 +131,8 @@ void LookAtVersions(SurveyRows rows, const SurveyTeller& tell) {
   }
   std::string text;
   for (const auto& [version, serials] : boxes) {
-    text.append(text.empty() ? "" : "; ").append(version).append(" (box");
+    text.append(text.empty() ? "" : "; ").append(version);
+    text.append(serials.size() == 1 ? " (box" : " (boxes");
     for (const std::int32_t serial : serials) {
       text.append(" ").append(FormatInt(serial));
     }
@@ -123,7 +144,7 @@ void LookAtVersions(SurveyRows rows, const SurveyTeller& tell) {
 constexpr auto kRules = std::to_array<SurveyRule>({
     {"calibration-missing", Severity::kWarning,
      "the calibration of a recording's box, or of a coil or current sensor of a recorded channel, "
-     "is neither beside it nor in the survey",
+     "is neither beside it nor in the survey, or has no whole record, or is of the other kind",
      LookAtMissing},
     {"calibration-old", Severity::kWarning,
      "a calibration is more than 365 days older than the recording", LookAtOld},

@@ -16,9 +16,11 @@ template <typename GoesOn>
 bool FillsTheFile(const RandomFile& file, TsHeaderSize header_size, const GoesOn& goes_on) {
   TsWalker walker(&file, header_size);
   TsPlace place;
-  while (walker.Next(&place) && goes_on(place.next)) {
+  bool is_blank = false;
+  while (walker.Next(&place) && !is_blank && goes_on(place.next)) {
+    is_blank = IsBlank(place.header);
   }
-  return walker.Outcome() && place.next == walker.End();
+  return walker.Outcome() && (is_blank || place.next == walker.End());
 }
 
 template <typename GoesOn, typename Next>

@@ -1,9 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "timeseries/ts_header.h"
 
+#include <algorithm>
+
 #include "base/ascii.h"
 
 namespace orvane {
+
+bool IsBlank(const TsHeader& header) {
+  const auto bytes = BytesOf(header);
+  return std::all_of(bytes.begin(), bytes.end(),
+                     [](std::byte byte) { return byte == std::byte{0}; });
+}
 
 double SampleRate(const TsHeader& header) {
   const double value = header.rate;

@@ -118,8 +118,9 @@ TEST_F(SurveyWindowTest, ShowsFindingsAndWhatBelongsToThem) {
     names.sort();
     return names.join(QLatin1Char(' '));
   };
-  EXPECT_EQ(chosen(), QStringLiteral("2026-11-23/1203.TSS 2026-11-23/1207.TSS "
-                                     "2026-11-23/1215.TSS 2026-11-23/2417.TSS"));
+  EXPECT_EQ(chosen(),
+            QStringLiteral("2026-11-23/1203-2.TSS 2026-11-23/1203.TSS 2026-11-23/1207.TSS "
+                           "2026-11-23/1215.TSS 2026-11-23/2417.TSS"));
   auto* unplaced = Find<QListWidget>("survey-unplaced");
   ASSERT_EQ(unplaced->count(), 1);
   unplaced->setCurrentRow(0);

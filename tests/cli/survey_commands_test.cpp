@@ -59,6 +59,7 @@ TEST_F(SurveyCommands, ListsRowsFindingsAndNotes) {
     }
   }
   EXPECT_EQ(Scan("s --since '2010/01/01 00:00:00'").exit_code, 0);
+  EXPECT_EQ(Scan("s --since 2010-01-01T00:00:00Z").exit_code, 0);
   std::filesystem::create_symlink("nowhere", dir_ / "s/\xFF");
   const Outcome odd = Scan("s --since '2010/01/01 00:00:00'");
   EXPECT_EQ(odd.exit_code, 1) << "what could not be looked at may be anything";
@@ -72,9 +73,10 @@ TEST_F(SurveyCommands, RefusesWhatItCannotDo) {
                                                 {"s --since 07:00:00", 2},
                                                 {"s --out s/day/x.html", 2},
                                                 {"s/../s --out s/x.html", 2},
-                                                {"nowhere", 1},
-                                                {"s/day/1.TBL", 1},
-                                                {"s --no-index --out nowhere/x.html", 1}};
+                                                {"nowhere", 2},
+                                                {"s/day/1.TBL", 2},
+                                                {"s --calibrations nowhere", 2},
+                                                {"s --no-index --out nowhere/x.html", 2}};
   for (const auto& [arguments, code] : kCases) {
     const Outcome outcome = Scan(arguments);
     EXPECT_EQ(outcome.exit_code, code) << arguments;

@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "support/temp_dir.h"
+#include "survey/calibrations.h"
 #include "survey/coverage.h"
 #include "survey/findings_list.h"
 #include "survey/sha256.h"
@@ -53,6 +54,7 @@ SurveyRow With(const std::function<void(SurveyRow*, TableFacts*)>& change) {
   TableFacts table = *row.table;
   change(&row, &table);
   row.table = std::make_shared<const TableFacts>(table);
+  row.stretches = {{row.start, row.end}};
   return row;
 }
 
@@ -114,6 +116,17 @@ TEST(SurveyRulesTest, SpeakFromTheirLimitsOn) {
          row->table_state = TableState::kMissing;
          row->files[0].type = FileType::kBand;
        }},
+      {"calibration-missing",
+       [](SurveyRow* row, TableFacts*) {
+         row->calibrations = {{"1203.CLB", false, 0, 0, 1203, {}, "it is of a sensor"}};
+       }},
+      {"file-empty", [](SurveyRow* row, TableFacts*) { row->empty = {"1.TSS"}; }},
+      {"file-blank",
+       [](SurveyRow* row, TableFacts*) {
+         row->blank = {{"1.TSS", 100}};
+       }},
+      {"boxes-mixed", [](SurveyRow* row, TableFacts*) { row->other_box = 1300; }},
+      {"date-odd", [](SurveyRow* row, TableFacts*) { row->odd_dates = 1; }},
       {"table-newer?", [](SurveyRow* row, TableFacts*) { row->table_state = TableState::kNewer; }},
       {"box-silent",
        [](SurveyRow*, TableFacts* table) {
@@ -132,6 +145,92 @@ TEST(SurveyRulesTest, SpeakFromTheirLimitsOn) {
             "recording-overlap recording-overlap");
 }
 
+TEST(SurveyRulesTest, PlansAreHeldAgainstWhatWasRecorded) {
+  const auto table_alone = [](const std::function<void(TableFacts*)>& change) {
+    SurveyRow row = With([&](SurveyRow*, TableFacts* table) {
+      table->channels = 3;
+      change(table);
+    });
+    row.kind = RowKind::kTable;
+    row.name = "a/2.TBL";
+    row.box = 1211;
+    row.start = row.end = 0;
+    row.records = 0;
+    row.files[0].type = FileType::kTable;
+    return row;
+  };
+  const SurveyRow main = Row(0, 600);
+  const auto clock_lost = [&](std::int32_t box) {
+    SurveyRow row = Row(10, 600);
+    row.box = box;
+    row.has_wrong_clock = true;
+    return row;
+  };
+  struct Case {
+    std::string ids;
+    std::vector<SurveyRow> rows;
+  };
+  const std::vector<Case> kCases = {
+      {"box-silent", {main, table_alone([](TableFacts*) {})}},
+      {"", {table_alone([](TableFacts*) {})}},
+      {"", {main, table_alone([](TableFacts* table) { table->channels = 0; })}},
+      {"", {main, table_alone([](TableFacts* table) { table->plan_start = kStart + 601; })}},
+      {"recording-missing", {main, table_alone([](TableFacts* table) { table->recorded = 9; })}},
+      {"recording-missing", {table_alone([](TableFacts* table) { table->recorded = 9; })}},
+      {"recording-missing",
+       {main, table_alone([](TableFacts* table) { table->first = kStart + 100; })}},
+      // Of an earlier day: a start-up file that was made of a table that had recorded.
+      {"box-silent", {main, table_alone([](TableFacts* table) { table->first = kStart - 90000; })}},
+      {"",
+       {main, table_alone([](TableFacts* table) {
+          table->plan_start = table->plan_end = 0;
+          table->recorded = 9;
+        }),
+        With([](SurveyRow* row, TableFacts*) { row->box = 1211; })}},
+      // A clock that was wrong has recorded all the same, and nobody knows when.
+      {"date-odd", {main, clock_lost(1203)}},
+      {"date-odd", {main, clock_lost(1211), table_alone([](TableFacts*) {})}},
+      {"box-silent", {With([](SurveyRow*, TableFacts* table) {
+         table->boxes = {{3105, 1, BoxRole::kTransmitter}};
+       })}},
+  };
+  for (std::size_t i = 0; i < kCases.size(); ++i) {
+    EXPECT_EQ(Found(kCases[i].rows), kCases[i].ids) << i;
+  }
+}
+
+TEST(SurveyRulesTest, TheNearestUsefulCalibrationCounts) {
+  constexpr std::int64_t kDay = 86400;
+  const auto facts = [](std::int64_t days_before, std::uint64_t records, int kind) {
+    FileFacts made;
+    made.start = days_before < 0 ? 0 : kStart - days_before * kDay;
+    made.records = records;
+    made.kind = kind;
+    return made;
+  };
+  struct Case {
+    std::vector<std::pair<std::string, FileFacts>> files;  // folder
+    std::string text;
+  };
+  const std::vector<Case> kCases = {
+      {{}, "1203.CLB missing"},
+      {{{"a", facts(700, 1, 1)}, {"b", facts(10, 1, 1)}}, "1203.CLB (10 days)"},
+      {{{"own", facts(700, 1, 1)}, {"b", facts(10, 1, 1)}}, "1203.CLB (700 days)"},
+      {{{"own", facts(5, 0, 1)}, {"b", facts(10, 1, 1)}}, "1203.CLB (10 days)"},
+      {{{"own", facts(5, 0, 1)}}, "1203.CLB of no use"},
+      {{{"own", facts(5, 1, 2)}}, "1203.CLB of no use"},
+      {{{"a", facts(-1, 1, 1)}, {"b", facts(800, 1, 1)}}, "1203.CLB (800 days)"}};
+  for (std::size_t i = 0; i < kCases.size(); ++i) {
+    Calibrations calibrations;
+    for (const auto& [folder, one] : kCases[i].files) {
+      calibrations.Add(folder, "1203.clb", one);
+    }
+    SurveyRow row = Row(0, 600);
+    row.calibrations = calibrations.Of("own", row);
+    EXPECT_EQ(CalibrationText(row), kCases[i].text) << i;
+  }
+}
+
 TEST(SurveyRulesTest, ResultsAreOlderThanWhatTheyAreMadeOf) {
   struct Case {
     FileType type;
@@ -145,7 +244,7 @@ TEST(SurveyRulesTest, ResultsAreOlderThanWhatTheyAreMadeOf) {
                                     {FileType::kText, "1_ts3_cal.txt", "1.TS3"},
                                     {FileType::kText, "1_TSK_cal.txt", "1.TSK"},
                                     {FileType::kText, "1.csv", "1.trs"}};
-  constexpr std::int64_t kSecond = 1'000'000'000;
+  constexpr std::int64_t kSecond = 30'000'000'000;
   for (const Case& one : kCases) {
     for (const std::string newer : {"1.TSS", "1.TS3", "1.TSK", "1.trs"}) {
       SurveyRow row = Row(0, 600);

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <map>
+#include <random>
 #include <thread>
 
 #include "support/failing_disk.h"
@@ -17,6 +18,8 @@
 #include "support/ts_bytes.h"
 #include "survey/survey_index.h"
 #include "survey/survey_report.h"
+#include "table/param_time.h"
+#include "timeseries/ts_header.h"
 
 namespace orvane::testing {
 namespace {
@@ -27,6 +30,7 @@ struct Scanned {
   std::vector<ScanNote> notes;
   std::string index_note;
   std::string failure;
+  std::size_t hidden = 0;
 
   std::string Page() const { return SurveyReportPage({"x", rows, findings, notes}); }
   std::string Names() const {
@@ -43,7 +47,8 @@ Scanned Scan(const std::filesystem::path& root, const SurveyOptions& options = {
   while (!scan.IsDone()) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
-  Scanned all{{}, scan.Findings(), scan.Notes(), scan.IndexNote(), scan.Outcome().Message()};
+  Scanned all{
+      {}, scan.Findings(), scan.Notes(), scan.IndexNote(), scan.Outcome().Message(), scan.Hidden()};
   for (auto rows = scan.Take(3); !rows.empty(); rows = scan.Take(3)) {
     EXPECT_LE(rows.size(), 3U);
     all.rows.insert(all.rows.end(), rows.begin(), rows.end());
@@ -86,6 +91,8 @@ TEST(SurveyScanTest, FindsEachFaultOfTheEveningOnceAndChangesNothing) {
       {"recording-overlap", "2026-11-21/1215-2.TSS"},
       {"start-late", "2026-11-21/1203.TSS"},
       {"box-silent", ""},
+      {"recording-missing", "2026-11-23/1215-2.TBL"},
+      {"date-odd", "2026-11-22/1207-2.TSS"},
       {"records-bad", "2026-11-21/1207.TSS"},
       {"samples-saturated", "2026-11-22/1203.TSS"},
       {"channel-dead", "2026-11-22/1207.TSS"},
@@ -98,6 +105,9 @@ TEST(SurveyScanTest, FindsEachFaultOfTheEveningOnceAndChangesNothing) {
       {"version-mix", ""},
       {"file-unreadable", "2026-11-23/Notes.tbl"},
       {"file-cut", "2026-11-23/1215.TSS"},
+      {"file-empty", "2026-11-22/1203-2.TSS"},
+      {"file-blank", "2026-11-23/1203-2.TSS"},
+      {"boxes-mixed", "2026-11-22/1211-2.TSS"},
       {"table-missing", "2026-11-23/1211.TSS"},
       {"table-newer", "2026-11-21/2417.TSS"},
       {"table-differs", "2026-11-23/1207.TSS"},
@@ -175,7 +185,7 @@ TEST(SurveyScanTest, IndexSparesReadingAndNeverChangesTheResult) {
     FailingDisk disk;
     disk.Fail(FailingDisk::kRead, 1);
     // Only what could not be read before, and so is not in it, is read again.
-    EXPECT_EQ(Scan(root, options).findings.size(), 18U);
+    EXPECT_EQ(Scan(root, options).findings.size(), 23U);
   }
   const auto changed = root / "2026-11-22" / "1203.TSS";
   WriteAll(changed, ReadAll(changed) + "x");
@@ -196,6 +206,16 @@ TEST(SurveyScanTest, IndexSparesReadingAndNeverChangesTheResult) {
     }
     EXPECT_EQ(Scan(root, options).index_note, "") << bytes.size();
   }
+  const std::string whole = ReadAll(options.index);
+  std::mt19937 random(1);
+  for (int round = 0; round < 20; ++round) {
+    std::string flipped = whole;
+    for (int bit = 0; bit < 20; ++bit) {
+      flipped[random() % flipped.size()] ^= static_cast<char>(1U << random() % 8);
+    }
+    WriteAll(options.index, flipped);
+    EXPECT_EQ(Scan(root, options).Page(), after) << round;
+  }
 }
 
 TEST(SurveyScanTest, IndexIsWholeAfterAKill) {
@@ -206,6 +226,7 @@ TEST(SurveyScanTest, IndexIsWholeAfterAKill) {
   info.written = 0;
   FileFacts facts;
   facts.failure = std::string(500, 'f');
+  int all = 0;
   for (int round = 0; round < 5; ++round) {
     const pid_t child = fork();
     if (child == 0) {
@@ -234,7 +255,9 @@ TEST(SurveyScanTest, IndexIsWholeAfterAKill) {
     }
     EXPECT_TRUE(index.IsUsable()) << index.Failure();
     EXPECT_EQ(known % 1000, 0) << "what is written at once is there at once";
+    all += known;
   }
+  EXPECT_GT(all, 0);
 }
 
 TEST(SurveyScanTest, IndexForgetsWhatIsGone) {
@@ -320,6 +343,9 @@ TEST(SurveyScanTest, OddFoldersAreSaidAndNeverFatal) {
   WriteAll(root / "empty.TS2", "");
   WriteAll(root / "notes.doc", "");
   WriteAll(root / "loose.txt", "");
+  WriteAll(root / "._1.TSS", "left by a desktop");
+  std::filesystem::create_directories(root / ".Trash");
+  WriteAll(root / ".Trash" / "9.TSS", "thrown away");
   std::filesystem::create_directories(dir / "far");
   WriteAll(dir / "far" / "2.trs", "short");
   MakeLink("../..", root / "b" / "again");       // to a folder above
@@ -332,10 +358,16 @@ TEST(SurveyScanTest, OddFoldersAreSaidAndNeverFatal) {
   const Scanned scanned = Scan(root);
   // "b/again" leads to the folder of the test, which has "far" as well.
   EXPECT_EQ(scanned.Names(), "empty.TS2 a link/2.trs b/\\xFF\\x09.TBL b/deep/1.TSS");
-  ASSERT_EQ(scanned.notes.size(), 1U);
+  ASSERT_EQ(scanned.notes.size(), 2U);
   EXPECT_EQ(scanned.notes[0].path + ": " + scanned.notes[0].reason,
             "gone.TBL: No such file or directory");
+  EXPECT_EQ(scanned.notes[1].path, "pipe.TSS");
+  EXPECT_EQ(scanned.hidden, 2U);
   EXPECT_EQ(Scan(dir / "nowhere").failure, "No such file or directory");
+  SurveyOptions options;
+  options.calibrations = root / "notes.doc";
+  EXPECT_EQ(Scan(root, options).failure,
+            (root / "notes.doc").string() + ": no folder of calibrations");
   EXPECT_EQ(Scan(root / "empty.TS2").failure, "not a folder");
 }
 
@@ -346,6 +378,18 @@ TEST(SurveyScanTest, RowsComeByNameAndSince) {
   options.since = 1795330800;  // 2026-11-22 07:00
   for (const auto& row : Scan(root, options).rows) {
     EXPECT_FALSE(row->IsRecording() && row->folder == "2026-11-21") << row->name;
+  }
+  // What is left out is not missing.
+  for (const char* since : {"2026/11/21 07:05:00", "2026/11/23 07:07:00"}) {
+    options.since = ParamTimeToSeconds(ParseParamTime(since));
+    const auto all = Scan(root).findings;
+    for (const SurveyFinding& finding : Scan(root, options).findings) {
+      const bool is_known = std::any_of(all.begin(), all.end(), [&](const SurveyFinding& one) {
+        return one.id == finding.id && (finding.id == "version-mix" ||
+                                        finding.id.starts_with("calibration") || one == finding);
+      });
+      EXPECT_TRUE(is_known) << since << " " << finding.sentence;
+    }
   }
   options = {};
   options.depth = ScanDepth::kNames;
@@ -370,20 +414,93 @@ TEST(SurveyScanTest, StopsAtOnce) {
   }
   EXPECT_LT(scan.FilesDone(), 2000U);
   EXPECT_TRUE(scan.Findings().empty());
-  // Neither is the size of the headers of a huge file guessed to its end.
-  std::filesystem::create_directory(dir / "huge");
-  WriteAll(dir / "huge" / "1.TSS", "");
-  std::filesystem::resize_file(dir / "huge" / "1.TSS", 1ULL << 34U);
-  SurveyScan huge(dir / "huge", {});
-  while (huge.FilesInAll() == 0) {
+}
+
+// A file that a disk was to hold and never got, however large, is not walked through.
+TEST(SurveyScanTest, ZerosAreNoRecords) {
+  const TempDir dir;
+  WriteAll(dir / "1.TSS", "");
+  std::filesystem::resize_file(dir / "1.TSS", 1ULL << 40U);
+  const Scanned scanned = Scan(dir.Path());
+  ASSERT_EQ(scanned.rows.size(), 1U);
+  EXPECT_EQ(scanned.rows[0]->records, 0U);
+  ASSERT_EQ(scanned.rows[0]->blank.size(), 1U);
+  EXPECT_EQ(scanned.rows[0]->blank[0].second, 1ULL << 40U);
+}
+
+std::string DatedRecords(const std::vector<const char*>& dates) {
+  std::string file;
+  for (const char* date : dates) {
+    TsHeader header;
+    header.time = ParseParamTime(date);
+    header.box = std::uint16_t{1211};
+    header.scans = std::uint16_t{60};
+    header.channels = 1;
+    header.sample_width = 3;
+    header.rate = std::uint16_t{1};
+    file.append(reinterpret_cast<const char*>(&header), sizeof header).append(180, 'x');
   }
-  std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  const auto start = std::chrono::steady_clock::now();
-  ASSERT_FALSE(huge.IsDone());
-  huge.Stop();
-  while (!huge.IsDone()) {
+  return file;
+}
+
+// A clock that begins anew must not make a recording of years, nor hide a pause.
+TEST(SurveyScanTest, OddDatesDoNotCount) {
+  struct Case {
+    std::vector<const char*> dates;
+    std::string times;
+    std::uint64_t odd;
+    std::size_t stretches;
+    bool is_wrong;
+  };
+  const char* const seven = "2026/11/21 07:00:00";
+  const char* const eight = "2026/11/21 08:00:00";
+  const std::vector<Case> kCases = {
+      {{seven, "2026/11/21 07:01:00"}, "2026/11/21 07:00:00 2026/11/21 07:02:00", 0, 1, false},
+      {{seven, eight}, "2026/11/21 07:00:00 2026/11/21 08:01:00", 0, 2, false},
+      {{"1980/01/06 00:00:00", seven, eight},
+       "2026/11/21 07:00:00 2026/11/21 08:01:00",
+       1,
+       2,
+       false},
+      {{seven, "2000/01/01 00:00:00"}, "2026/11/21 07:00:00 2026/11/21 07:01:00", 1, 1, false},
+      {{seven, "00:00:00", "2000/01/01 00:00:00"},
+       "2026/11/21 07:00:00 2026/11/21 07:01:00",
+       2,
+       1,
+       false},
+      {{"1980/01/06 00:00:00"}, "1980/01/06 00:00:00 1980/01/06 00:01:00", 0, 1, true}};
+  for (std::size_t i = 0; i < kCases.size(); ++i) {
+    const TempDir dir;
+    WriteAll(dir / "1.TSS", DatedRecords(kCases[i].dates));
+    const Scanned scanned = Scan(dir.Path());
+    ASSERT_EQ(scanned.rows.size(), 1U) << i;
+    const SurveyRow& row = *scanned.rows[0];
+    EXPECT_EQ(SurveyTime(row.start) + " " + SurveyTime(row.end), kCases[i].times) << i;
+    EXPECT_EQ(row.odd_dates, kCases[i].odd) << i;
+    EXPECT_EQ(row.stretches.size(), kCases[i].stretches) << i;
+    EXPECT_EQ(row.has_wrong_clock, kCases[i].is_wrong) << i;
   }
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+}
+
+// Headers are guessed without a table: what was read with one must not stay when it goes.
+TEST(SurveyScanTest, IndexKnowsHowHeadersWereRead) {
+  const TempDir dir;
+  const auto text = [](const char* key, const char* value) {
+    return RecordV2(key, kMaskAnyMode, StrPT, value);
+  };
+  std::filesystem::create_directory(dir / "s");
+  const char* const date = "2026/11/21 07:00:00";
+  WriteAll(dir / "s/1.TSS", DatedRecords({date, date, date}));
+  WriteAll(dir / "s/1.TBL", HeaderV2() + text("VER", "3.2B"));
+  MakeOld(dir / "s");
+  SurveyOptions options;
+  options.index = dir / "index.db";
+  EXPECT_NE(Scan(dir / "s", options).rows.at(0)->records, 3U);
+  std::filesystem::remove(dir / "s/1.TBL");
+  EXPECT_EQ(Scan(dir / "s", options).rows.at(0)->records, 3U);
+  options.index = dir / "s" / "index.db";
+  EXPECT_NE(Scan(dir / "s", options).index_note, "");
+  EXPECT_FALSE(std::filesystem::exists(options.index)) << "nothing is written into a survey";
 }
 
 }  // namespace

@@ -52,7 +52,10 @@ QByteArray PdfOf(const SurveyReport& report) {
                                       QRegularExpression::DotMatchesEverythingOption);
   static const QRegularExpression style(QStringLiteral("<style>.*?</style>"),
                                         QRegularExpression::DotMatchesEverythingOption);
+  static const QRegularExpression trace(QStringLiteral("<br><svg class=\"trace\".*?</svg>"),
+                                        QRegularExpression::DotMatchesEverythingOption);
   page.remove(style);
+  page.remove(trace);
   page.replace(svg, QStringLiteral("<img src=\"coverage\" width=\"%1\">").arg(kPictureWidth));
   const QPalette paper = PaperPalette();
   for (const auto& [key, color] :

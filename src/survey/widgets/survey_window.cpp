@@ -388,6 +388,7 @@ void CSurveyWindow::End() {
   if (is_whole) {
     findings_ = std::make_shared<const std::vector<SurveyFinding>>(scan_->TakeFindings());
     notes_ = scan_->Notes();
+    hidden_ = scan_->Hidden();
   } else if (scan_->WasStopped()) {
     end_note_ = QStringLiteral("cancelled: not all files were looked at");
   }
@@ -546,6 +547,9 @@ void CSurveyWindow::ShowState() {
     if (!notes_.empty()) {
       parts << Counted(notes_.size(), "path not read", "paths not read");
     }
+    if (hidden_ > 0) {
+      parts << Text(HiddenText(hidden_));
+    }
     if (!end_note_.isEmpty()) {
       parts << end_note_;
     }
@@ -655,9 +659,9 @@ void CSurveyWindow::ShowContextMenu(const QPoint& at) {
 }
 
 void CSurveyWindow::SaveReport() {
-  AskAndSaveReport(
-      {PrintableUtf8(PathText(folder_.filename())), model_->List().Rows(), *findings_, notes_},
-      this);
+  AskAndSaveReport({PrintableUtf8(PathText(folder_.filename())), model_->List().Rows(), *findings_,
+                    notes_, folder_, 0, hidden_, "Orvane " ORVANE_VERSION},
+                   this);
 }
 
 void CSurveyWindow::closeEvent(QCloseEvent* event) {

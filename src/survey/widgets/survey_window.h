@@ -105,6 +105,7 @@ class CSurveyWindow : public QWidget {
   QElapsedTimer drawn_;                      // since the overview was asked for
   SharedFindings findings_ = std::make_shared<const std::vector<SurveyFinding>>();
   std::vector<ScanNote> notes_;
+  std::size_t hidden_ = 0;
   QString end_note_;
   QTimer timer_;
   QTimer later_;  // files have changed
