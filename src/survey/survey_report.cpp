@@ -244,12 +244,15 @@ class Page {
     constexpr std::size_t kMostTraces = 500;
     constexpr std::size_t kColumns = 96;
     constexpr double kHeight = 22;
+    const auto file = std::find_if(row.files.begin(), row.files.end(), [](const RowFile& one) {
+      return one.type == FileType::kWaveform || one.type == FileType::kBand;
+    });
     if (report_.folder.empty() || traces_ >= kMostTraces || !told_of_.contains(row.name) ||
-        row.files.empty() || row.records == 0) {
+        file == row.files.end() || row.records == 0) {
       return;
     }
     const TraceOutline outline =
-        OutlineOfFirstRecord(report_.folder / row.place / PathOf(row.files.front().name), kColumns);
+        OutlineOfFirstRecord(report_.folder / row.place / PathOf(file->name), kColumns);
     if (outline.least.empty()) {
       return;
     }

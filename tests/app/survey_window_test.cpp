@@ -121,11 +121,15 @@ TEST_F(SurveyWindowTest, ShowsFindingsAndWhatBelongsToThem) {
   EXPECT_EQ(chosen(),
             QStringLiteral("2026-11-23/1203-2.TSS 2026-11-23/1203.TSS 2026-11-23/1207.TSS "
                            "2026-11-23/1215.TSS 2026-11-23/2417.TSS"));
-  auto* unplaced = Find<QListWidget>("survey-unplaced");
-  ASSERT_EQ(unplaced->count(), 1);
-  unplaced->setCurrentRow(0);
-  QTest::keyClick(unplaced, Qt::Key_Return);
-  EXPECT_EQ(chosen(), QStringLiteral("2026-11-23/1211.TSS"));
+  auto* sites = Find<QListWidget>("survey-sites");
+  ASSERT_EQ(sites->count(), 4);
+  sites->setCurrentRow(3);
+  QTest::keyClick(sites, Qt::Key_Return);
+  EXPECT_EQ(chosen(), QStringLiteral("2026-11-23/1211.TSS")) << "of no site that is named";
+  EXPECT_EQ(sites->currentRow(), 3);
+  sites->setCurrentRow(0);
+  QTest::keyClick(sites, Qt::Key_Return);
+  EXPECT_TRUE(chosen().startsWith(QStringLiteral("2026-11-21/1203.TSS ")));
   // The picture of what was recorded when goes from recording to recording.
   auto* coverage = Find<CoverageView>("coverage");
   EXPECT_TRUE(coverage->accessibleDescription().startsWith(QStringLiteral("5 boxes from ")))

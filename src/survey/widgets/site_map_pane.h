@@ -11,8 +11,8 @@
 
 namespace orvane {
 
-/// The map of the sites, and beside it the names of those without a place. A click or Return on
-/// either chooses the site's recordings.
+/// The map of the sites, and beside it their names, those without a place last. A click or Return
+/// on either chooses the site's recordings.
 class SiteMapPane : public QWidget {
   Q_OBJECT
 
@@ -26,10 +26,13 @@ class SiteMapPane : public QWidget {
  signals:
   void chosen(const orvane::SiteRows& rows);
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
   SiteMap sites_;
   SpreadMapView* view_;
-  QListWidget* unplaced_;
+  QListWidget* names_;
 };
 
 }  // namespace orvane
