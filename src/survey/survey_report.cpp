@@ -68,9 +68,11 @@ class Page {
   void Path(std::string_view text) {
     text_.append("<td class=\"p\">").append(HtmlText(text)).append("</td>");
   }
-  void Time(std::int64_t seconds) {
-    text_.append("<td class=\"t\">").append(SurveyTime(seconds)).append("</td>");
+  // What is read at a glance stays in one line.
+  void Word(std::string_view text) {
+    text_.append("<td class=\"t\">").append(HtmlText(text)).append("</td>");
   }
+  void Time(std::int64_t seconds) { Word(SurveyTime(seconds)); }
   void Figure(const std::string& text) {
     text_.append("<td class=\"n\">").append(text).append("</td>");
   }
@@ -182,9 +184,9 @@ class Page {
     Path(row.name);
     AddTrace(row);
     Figure(OrEmpty(row.box));
-    Cell(table.site);
-    Cell(table.line);
-    Cell(MethodName(table.method));
+    Word(table.site);
+    Word(table.line);
+    Word(MethodName(table.method));
     Time(row.start);
     Time(row.end);
     Figure(OrEmpty(row.channels));
@@ -262,13 +264,14 @@ class Page {
     const auto y = [&](double value) {
       return FormatFixed(1 + (kHeight - 2) * (high - value) / std::max(high - low, 1.0), 1);
     };
-    text_.pop_back();  // into the cell of the name, before its end
-    text_.resize(text_.rfind("</td"));
+    const double step = static_cast<double>(kColumns) / static_cast<double>(outline.least.size());
+    text_.resize(text_.rfind("</td>"));  // into the cell of the name
     text_.append("<br><svg class=\"trace\" role=\"img\" aria-label=\"First record, channel 1\" ");
     text_.append("viewBox=\"0 0 96 22\"><path d=\"");
-    for (std::size_t x = 0; x < outline.least.size(); ++x) {
-      text_.append("M").append(FormatInt(x)).append(" ").append(y(outline.most[x])).append("V");
-      text_.append(y(outline.least[x] - 0.02 * (high - low)));
+    for (std::size_t column = 0; column < outline.least.size(); ++column) {
+      const std::string x = FormatFixed(static_cast<double>(column) * step, 1);
+      text_.append(column == 0 ? "M" : "L").append(x).append(" ").append(y(outline.most[column]));
+      text_.append("V").append(y(outline.least[column]));
     }
     text_.append("\"/></svg></td>");
   }

@@ -20,9 +20,10 @@ TraceOutline OutlineOfFirstRecord(const std::filesystem::path& file, std::size_t
   for (std::size_t column = 0; column < width; ++column) {
     const std::size_t begin = column * scans / width;
     const std::size_t end = (column + 1) * scans / width;
-    double least = record.Row(begin).Sample(0);
+    // From the last scan before it, so that what is drawn is one line.
+    double least = record.Row(begin == 0 ? 0 : begin - 1).Sample(0);
     double most = least;
-    for (std::size_t scan = begin + 1; scan < end; ++scan) {
+    for (std::size_t scan = begin; scan < end; ++scan) {
       const double value = record.Row(scan).Sample(0);
       least = std::min(least, value);
       most = std::max(most, value);

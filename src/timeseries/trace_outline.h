@@ -16,7 +16,7 @@ struct TraceOutline {
 
 /// Of the first channel of the first record of a waveform, with or without its companion; empty
 /// where there is none or it cannot be read. Of the file only the headers and that record are read.
-/// A record of fewer scans than columns has as many columns as scans.
+/// A record of fewer scans than columns has as many columns as scans. Columns touch each other.
 TraceOutline OutlineOfFirstRecord(const std::filesystem::path& file, std::size_t columns);
 
 }  // namespace orvane

@@ -78,9 +78,9 @@ QByteArray PdfOf(const SurveyReport& report) {
   document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("coverage")),
                        CoverageImage(report.rows));
   document.setDefaultStyleSheet(
-      QStringLiteral("th,td{padding:2px "
-                     "6px;font-size:7pt}th{text-align:left}td.t{white-space:nowrap}h1{font-size:"
-                     "16pt}h2{font-size:12pt}"));
+      QStringLiteral("th,td{padding:2px 4px;font-size:6pt}th{text-align:left}"
+                     "td.t,td.n{white-space:nowrap}h1{font-size:16pt}h2{font-size:12pt}"));
+  document.setDefaultFont(QFont(QStringLiteral("Liberation Sans"), 9));
   document.setHtml(page);
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);
