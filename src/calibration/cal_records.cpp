@@ -39,6 +39,7 @@ class Reading {
     return kOk;
   }
   const std::string& Reason() const { return reason_; }
+  bool IsCut() const { return in_.IsCut(); }
 
  private:
   Status Fail(Status status, std::string reason) {
@@ -117,6 +118,7 @@ std::unique_ptr<CalRecords> Read(int kind, const std::filesystem::path& path, Ca
     report->message = FileMessage(path, reading.Reason());
     return nullptr;
   }
+  report->is_cut = reading.IsCut();
   return cal;
 }
 

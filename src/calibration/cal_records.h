@@ -35,6 +35,7 @@ struct CalRecords {
 struct CalReport {
   Status status = kOk;
   std::string message;
+  bool is_cut = false;  ///< the file ends within its last record, which is left out
 };
 
 CalReport NoMemoryForCal(const std::filesystem::path& path);

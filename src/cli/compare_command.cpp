@@ -11,6 +11,9 @@
 namespace orvane {
 namespace {
 
+// What could not be compared is not to be taken for a box that has drifted.
+constexpr ExitCode kNotCompared = kWrongUsage;
+
 struct CompareArguments {
   std::filesystem::path one;
   std::filesystem::path other;
@@ -43,13 +46,13 @@ ExitCode RunCompare(const CompareArguments& arguments) {
        {std::pair(&one, &arguments.one), std::pair(&other, &arguments.other)}) {
     if (!*cal) {
       PrintMessage(FileMessage(*path, cal->Message()));
-      return kSomeFailed;
+      return kNotCompared;
     }
   }
   const auto comparison = Compare(*one, *other);
   if (!comparison) {
     PrintMessage(FileMessage(arguments.one, comparison.Message()));
-    return kSomeFailed;
+    return kNotCompared;
   }
   if (!comparison->note.empty()) {
     PrintMessage(FileMessage(arguments.one, comparison->note));
@@ -66,7 +69,7 @@ ExitCode RunCompare(const CompareArguments& arguments) {
     text.append(Columns(row.measured)).append(row.model ? Columns(*row.model) : "\t\t\t\t");
     text.append(is_within ? "\twithin\n" : "\tbeyond\n");
   }
-  return PrintResult(text) && are_within ? kAllDone : kSomeFailed;
+  return !PrintResult(text) ? kNotCompared : are_within ? kAllDone : kSomeFailed;
 }
 
 }  // namespace
@@ -76,7 +79,9 @@ void AddCompareCommand(CLI::App* calibration, ExitCode* exit_code) {
   CLI::App* compare = calibration->add_subcommand(
       "compare",
       "Print by how much A differs from B at worst: channel, pass, setting, then percent, Hz, "
-      "degrees, Hz as measured and of the models; exit with 1 where it is more than allowed");
+      "degrees, Hz as measured and of the models; exit with 1 where it is more than allowed, with "
+      "2 "
+      "where they cannot be compared");
   AddPath(compare, "A", &arguments->one, "a calibration file")->required()->check(NotEmpty());
   AddPath(compare, "B", &arguments->other, "an earlier one")->required()->check(NotEmpty());
   const CLI::Validator percent(

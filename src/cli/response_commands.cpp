@@ -41,6 +41,8 @@ std::unique_ptr<CalData> ReadOrTell(const std::filesystem::path& file, int kind)
   auto cal = ReadCalFileAt(kind, file, &report);
   if (cal == nullptr) {
     PrintMessage(report.message + " (" + FormatInt(report.status) + ")");
+  } else if (report.is_cut) {
+    PrintMessage(FileMessage(file, "the last record is cut short and left out"));
   }
   return cal;
 }

@@ -12,8 +12,13 @@ namespace orvane {
 /// A finite decimal number of at least 0, whatever the locale.
 inline CLI::Validator Amount() {
   return {[](const std::string& text) {
-            return ParseReal(text).value_or(-1) >= 0 ? std::string()
-                                                     : "\"" + text + "\" is not a number from 0 on";
+            const bool has_comma = text.find(',') != std::string::npos;
+            return ParseReal(text).value_or(-1) >= 0
+                       ? std::string()
+                       : std::string("\"")
+                             .append(text)
+                             .append("\" is not a number from 0 on")
+                             .append(has_comma ? "; decimals follow a point" : "");
           },
           "", "amount"};
 }

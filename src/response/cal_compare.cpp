@@ -120,9 +120,10 @@ Result<CalComparison> Compare(const ComparedCal& one, const ComparedCal& other) 
 }
 
 bool IsWithin(const CalDeviation& deviation, const CalTolerance& tolerance) {
+  constexpr double kRounding = 1e-12;  // of models: one with itself is within 0
   const auto is_within = [&tolerance](const WorstDeviation& worst) {
-    return std::abs(worst.amplitude) <= tolerance.amplitude &&
-           std::abs(worst.phase) <= tolerance.phase;
+    return std::abs(worst.amplitude) <= tolerance.amplitude + kRounding &&
+           std::abs(worst.phase) <= tolerance.phase + kRounding;
   };
   return is_within(deviation.measured) && (!deviation.model || is_within(*deviation.model));
 }

@@ -28,7 +28,12 @@ constexpr double kLowFrequencies = 50;
 constexpr std::size_t kTrapPass = 11;
 constexpr double kAnyFrequency = 1e300;
 
-std::string Percent(double share) { return FormatReal(100 * share, 2) + " %"; }
+// Two digits, but "180 %".
+std::string Percent(double share) {
+  const double percent = 100 * share;
+  const bool is_large = std::abs(percent) >= 100 && std::abs(percent) < 1e6;
+  return (is_large ? FormatFixed(percent, 0) : FormatReal(percent, 2)) + " %";
+}
 
 std::string PassName(std::size_t pass) {
   return "pass " + FormatInt(pass + 1) + " (" + PassSettingText(pass) + ")";
