@@ -89,7 +89,7 @@ TEST_F(CalibrationCommands, TellHowFarACalibrationIsToBeTrusted) {
   EXPECT_EQ(std::count(bands.begin(), bands.end(), '\t'), 8) << bands;
   box.parts[4] *= 1.03;  // the second capacitor, which pass 8 shows
   WriteAll(dir_ / "b.CLB", BoxBytes(box, 1));
-  const std::string same = Run("compare a.CLB a.CLB");
+  const std::string same = Run("compare a.CLB a.CLB --amplitude 0 --phase 0");
   EXPECT_EQ(same.substr(0, 2), "0 ") << same;
   EXPECT_EQ(std::count(same.begin(), same.end(), '\n'), 15) << "passes";
   const std::string drifted = Run("compare b.CLB a.CLB --phase 0.8");
@@ -104,7 +104,10 @@ TEST_F(CalibrationCommands, TellHowFarACalibrationIsToBeTrusted) {
   EXPECT_EQ(Run("compare b.CLB a.CLB --amplitude x").substr(0, 2), "2 ");
   WriteAll(dir_ / "7.CLC", CalHeaderBytes(2, 1) + CalRecordBytes(2, 10, 1, {1, 2, 3, 4, -3, 0}));
   EXPECT_EQ(Run("compare a.CLB 7.CLC"),
-            "1 |orvane-cli: a.CLB: the calibrations are of different kinds\n");
+            "2 |orvane-cli: a.CLB: the calibrations are of different kinds\n");
+  WriteAll(dir_ / "cut.CLB", BoxBytes(box, 1) + "x");
+  EXPECT_NE(Run("fit cut.CLB").find("the last record is cut short and left out"),
+            std::string::npos);
   EXPECT_EQ(
       Run("fit 7.CLC"),
       "0 |orvane-cli: 7.CLC: channel 1: usable with care: there is a single record, at 10 Hz; "
