@@ -38,6 +38,7 @@
 #include "editors/widgets/site_dlg.h"
 #include "editors/widgets/startup_dlg.h"
 #include "editors/widgets/startup_result_dlg.h"
+#include "export/widgets/export_dlgs.h"
 #include "files/file_io.h"
 #include "files/path_names.h"
 #include "meaning/explain.h"
@@ -879,6 +880,14 @@ bool VisitCalibrations(COrvaneApp* app, const QString& folder, const Visit& visi
   done = visit(&spectra, "calibrated-spectra") && done;
   spectra_form.Model().SetText(SpectraForm::kHarmonics, "many");  // what OK would refuse
   done = visit(&spectra, "calibrated-spectra-fault") && done;
+  NetcdfForm netcdf_form;
+  CNetcdfDlg netcdf(&netcdf_form, &prompts, nullptr);
+  done = visit(&netcdf, "netcdf") && done;
+  MseedForm mseed_form("XX", folder.toStdString());
+  mseed_form.Model().SetIndex(MseedForm::kHasStation, 1);
+  mseed_form.Follow();
+  CMseedDlg mseed(&mseed_form, &prompts, nullptr);
+  done = visit(&mseed, "mseed") && done;
   frame.Displays().Close();
   return done;
 }

@@ -23,7 +23,7 @@ declare -A allowed=(
   [changes]="base files table forms stepping timeseries editors meaning changes"
   [ui]="base files table forms ui"
   [cli]="base files table forms stepping timeseries calibration response spectra editors check survey meaning export cli"
-  [app]="base files table forms stepping timeseries calibration response spectra editors check survey meaning changes ui app"
+  [app]="base files table forms stepping timeseries calibration response spectra editors check survey meaning changes export ui app"
 )
 bad=0
 complain() { printf '%s\n' "$*"; bad=1; }

@@ -68,6 +68,8 @@ constexpr auto kUtilities = std::to_array<CommandRow>({
     kLine,
     {kCreateFdemSchedule, "Create TFS File For Dr. &Halvo FDEM ...", ""},
     {kConvertToSpectra, "Convert Waveform File(s) to Calibrated S&pectra...", ""},
+    {kConvertToNetcdf, "Convert Waveform File(s) to &NetCDF...", "Recordings for Python, MATLAB and others (NAME.nc)"},
+    {kConvertToMseed, "Convert Waveform File(s) to &MiniSEED...", "Recordings for archives (NAME.mseed)"},
 });
 constexpr auto kView = std::to_array<CommandRow>({
     {kCalibrationSettings, "Set &Calibration Display Parameters...", ""},

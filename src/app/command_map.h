@@ -58,6 +58,8 @@ enum CommandId : int {
   kWaveformToText = 32800,
   kRestack = 32802,
   kConvertToSpectra = 32900,
+  kConvertToNetcdf = 32946,
+  kConvertToMseed = 32947,
   kListTables = 32778,
   kConvertFrequencyDomainStacks = 32780,
   kConvertToVersion1 = 32782,

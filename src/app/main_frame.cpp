@@ -21,6 +21,8 @@
 #include "app/spectrum_command.h"
 #include "app/user_guide.h"
 #include "editors/widgets/field_sheet_print.h"
+#include "export/waveform_mseed.h"
+#include "export/waveform_netcdf.h"
 #include "ui/file_dialogs.h"
 #include "ui/qt_path.h"
 #include "ui/theme_icon.h"
@@ -296,6 +298,17 @@ void CMainFrame::ConnectCommands() {
   Handle(kWaveformSettings, [this] { displays_->EditWaveformSettings(); });
   Handle(kWaveformToText, [this] { utilities_.ConvertWaveforms(); });
   Handle(kConvertToSpectra, [this] { utilities_.ConvertToSpectra(); });
+  Handle(kConvertToNetcdf, [this] { utilities_.ConvertToNetcdf(); });
+  Handle(kConvertToMseed, [this] { utilities_.ConvertToMseed(); });
+  for (const auto& [command, lack] :
+       {std::pair(kConvertToNetcdf, WhyNoNetcdf()), std::pair(kConvertToMseed, WhyNoMseed())}) {
+    if (!lack.empty()) {
+      const QString why = QString::fromUtf8(lack.data(), static_cast<qsizetype>(lack.size()));
+      Command(command)->setEnabled(false);
+      Command(command)->setStatusTip(why);
+      Command(command)->setToolTip(why);
+    }
+  }
   Handle(kRestack, [this] { utilities_.Restack(); });
   connect(Command(kScrollBack), &QAction::triggered, this, [this] { Display()->ScrollBack(); });
   connect(Command(kScrollForward), &QAction::triggered, this,

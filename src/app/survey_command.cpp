@@ -15,10 +15,12 @@ const QString kFolder = QStringLiteral("Folders/Survey");
 using Conversion = void (UtilityCommands::*)();
 
 // In the order of `SurveyConversion`.
-constexpr std::array<Conversion, 8> kConversions = {
+constexpr std::array<Conversion, 10> kConversions = {
     &UtilityCommands::Restack,
     &UtilityCommands::ConvertWaveforms,
     &UtilityCommands::ConvertToSpectra,
+    &UtilityCommands::ConvertToNetcdf,
+    &UtilityCommands::ConvertToMseed,
     &UtilityCommands::ConvertTimeDomainStacks,
     &UtilityCommands::ConvertFrequencyDomainStacks,
     &UtilityCommands::ListTables,

@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "calibration/cal_text.h"
+#include "export/widgets/export_dlgs.h"
 #include "files/path_text.h"
 #include "spectra/widgets/spectra_dlg.h"
 #include "stepping/schedule_text.h"
@@ -21,6 +22,14 @@
 
 namespace orvane {
 namespace {
+
+const QString kCalibrations = QStringLiteral("Folders/Calibrations of spectra");
+
+// Where calibrations of spectra were found last.
+QString LastCalibrations() {
+  const QString folder = QSettings().value(kCalibrations).toString();
+  return folder.isEmpty() ? TextFromPath(UsualCalFolder()) : folder;
+}
 
 // What the window with the records ticked is what results do without.
 const LeaveOutChoice kBeside{.kind = LeaveOutChoice::Kind::kBeside};
@@ -52,6 +61,11 @@ constexpr Utility kRestacking = {"Restack Time Series File",
 constexpr Utility kSpectra = {"Convert Waveform File(s) to Calibrated Spectra",
                               "Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||", "",
                               kConverted};
+constexpr const char* kRecordings = "Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||";
+constexpr Utility kNetcdf = {"Convert Waveform File(s) to NetCDF", kRecordings, "",
+                             "%d files are converted to NetCDF!"};
+constexpr Utility kMseed = {"Convert Waveform File(s) to MiniSEED", kRecordings, "",
+                            "%d files are converted to MiniSEED!"};
 constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL File(s)",
                                "TBL File (*.TBL)|*.TBL|All Files (*.*)|*.*||", "*.TBL",
                                "%d .Tbl files are converted to version 1 .tbl files"};
@@ -94,23 +108,41 @@ Answer UtilityCommands::AskForWorker(const BatchTask& task, const std::function<
 }
 
 void UtilityCommands::ConvertToSpectra() {
-  const QString key = QStringLiteral("Folders/Calibrations of spectra");
-  QString folder = QSettings().value(key).toString();
-  if (folder.isEmpty()) {
-    folder = TextFromPath(UsualCalFolder());
-  }
-  SpectraForm form(folder.toStdString());
+  SpectraForm form(LastCalibrations().toStdString());
   CSpectraDlg dialog(&form, prompts_, parent_);
   if (dialog.exec() != QDialog::Accepted) {
     return;
   }
   SpectraOptions options = form.Options();
   options.leave_out = kBeside;
-  QSettings().setValue(key, QString::fromStdString(PathText(options.calibration_folder)));
+  QSettings().setValue(kCalibrations, QString::fromStdString(PathText(options.calibration_folder)));
   options.ask = [this](const std::string& question, const BatchTask& task) {
     return AskForWorker(task, [&] { return prompts_->AskYesNoCancel("Orvane", question); });
   };
   Run(kSpectra, CalibratedSpectra(std::move(options)), folders_.Data());
+}
+
+void UtilityCommands::ConvertToNetcdf() {
+  NetcdfForm form;
+  CNetcdfDlg dialog(&form, prompts_, parent_);
+  if (dialog.exec() == QDialog::Accepted) {
+    NetcdfOptions options = form.Options();
+    options.leave_out = kBeside;
+    Run(kNetcdf, WaveformNetcdf(std::move(options)), folders_.Data());
+  }
+}
+
+void UtilityCommands::ConvertToMseed() {
+  const QString network = QStringLiteral("MiniSEED/network");
+  MseedForm form(QSettings().value(network).toString().toStdString(),
+                 LastCalibrations().toStdString());
+  CMseedDlg dialog(&form, prompts_, parent_);
+  if (dialog.exec() == QDialog::Accepted) {
+    MseedOptions options = form.Options();
+    options.leave_out = kBeside;
+    QSettings().setValue(network, QString::fromStdString(options.network));
+    Run(kMseed, WaveformMseed(std::move(options)), folders_.Data());
+  }
 }
 
 void UtilityCommands::Take(std::vector<std::filesystem::path> files,

@@ -44,6 +44,8 @@ class UtilityCommands {
   void ConvertWaveforms();
   void Restack();
   void ConvertToSpectra();
+  void ConvertToNetcdf();
+  void ConvertToMseed();
 
   void SetEditor(TextEditor editor) { editor_ = std::move(editor); }
 

@@ -31,17 +31,6 @@ constexpr auto kFields = std::to_array<Field>({
     {SpectraForm::kReversed, Widget::kText, "Reversed channels", {}, StrPT, Unbound()},
 });
 
-struct Hint {
-  int control;
-  std::string_view text;
-};
-constexpr auto kHints = std::to_array<Hint>({
-    {SpectraForm::kFolder, "empty: the folder of each recording"},
-    {SpectraForm::kBaseFrequency, "for records without one; 0: FREQ of their table"},
-    {SpectraForm::kHarmonics, "odd harmonics of each record, at most"},
-    {SpectraForm::kReversed, "wired the other way, such as 3,5; empty: none"},
-});
-
 }  // namespace
 
 SpectraForm::SpectraForm(const std::string& folder) : model_(&none_, kFields) {
@@ -49,15 +38,6 @@ SpectraForm::SpectraForm(const std::string& folder) : model_(&none_, kFields) {
   model_.SetText(kFolder, folder);
   model_.SetText(kBaseFrequency, "0");
   model_.SetText(kHarmonics, FormatInt(usual.most_harmonics));
-}
-
-std::string_view SpectraForm::HintOf(int control) {
-  for (const Hint& hint : kHints) {
-    if (hint.control == control) {
-      return hint.text;
-    }
-  }
-  return {};
 }
 
 std::optional<FormModel::Fault> SpectraForm::Fault() const {

@@ -4,7 +4,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "forms/form_model.h"
 #include "spectra/calibrated_spectra.h"
@@ -20,8 +19,6 @@ class SpectraForm {
   explicit SpectraForm(const std::string& folder);
 
   FormModel& Model() { return model_; }
-  /// What a field's usual or empty content means, as it is shown beside it.
-  static std::string_view HintOf(int control);
   /// What keeps the entries from being accepted, in the order of the fields.
   std::optional<FormModel::Fault> Fault() const;
   /// As entered; who asks about missing sensors is left to the caller.

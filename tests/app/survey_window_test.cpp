@@ -162,10 +162,10 @@ TEST_F(SurveyWindowTest, SeesNewFilesAndGivesTheSelectionToConversions) {
   QSignalSpy wanted(window_, &CSurveyWindow::conversionWanted);
   auto* menu = Find<QToolButton>("survey-convert")->menu();
   emit menu->aboutToShow();
-  ASSERT_TRUE(menu->actions().value(5)->isEnabled());
+  ASSERT_TRUE(menu->actions().value(7)->isEnabled());
   WithWindows({[](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); },
                [](QWidget* window) { QTest::keyClick(window, Qt::Key_Escape); }},
-              [&] { menu->actions().value(5)->trigger(); });  // tables to text
+              [&] { menu->actions().value(7)->trigger(); });  // tables to text
   ASSERT_EQ(wanted.size(), 1);
   EXPECT_FALSE(wanted[0][1].toStringList().isEmpty());
   EXPECT_TRUE(wanted[0][1].toStringList().filter(QStringLiteral(".TSS")).isEmpty());

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/utility_commands.h"
 
+#include <QCheckBox>
 #include <QListView>
 #include <thread>
 #include <tuple>
 
 #include "app/qt_prompts.h"
+#include "export/export_forms.h"
 #include "support/frame_test.h"
 #include "support/recording_help.h"
 #include "support/sweeps.h"
@@ -67,6 +69,10 @@ class UtilityCommandsTest : public testing::DocTest {
         EXPECT_TRUE(fault->isVisible() && fault->y() > harmonics->y() && !fault->text().isEmpty());
         QTest::keyClicks(harmonics, "20");
         EXPECT_FALSE(fault->isVisible());
+      } else if (auto* network = window->findChild<QLineEdit*>(QStringLiteral("1721"))) {
+        FillMseed(window, network);
+      } else if (window->objectName() == QStringLiteral("netcdf")) {
+        QTest::keyClicks(window->findChild<QLineEdit*>(QStringLiteral("1711")), "\b1");
       } else if (auto* message = window->findChild<QLabel*>(QStringLiteral("message"))) {
         said_ += message->text();
         counts_ = window->findChild<QLabel*>("counts")->text();
@@ -84,6 +90,21 @@ class UtilityCommandsTest : public testing::DocTest {
     });
     timer.start(5);
     command();
+  }
+  // Fields of the station follow its box; what OK would refuse is said below.
+  static void FillMseed(QWidget* window, QLineEdit* network) {
+    auto* latitude = window->findChild<QLineEdit*>(QStringLiteral("1726"));
+    EXPECT_FALSE(latitude->isEnabled());
+    QTest::keyClick(window->findChild<QCheckBox*>(QStringLiteral("1724")), Qt::Key_Space);
+    EXPECT_TRUE(latitude->isEnabled());
+    for (const char* control : {"1726", "1727", "1728"}) {
+      QTest::keyClicks(window->findChild<QLineEdit*>(QLatin1String(control)), "12.5");
+    }
+    network->selectAll();
+    QTest::keyClicks(network, "OV");
+    QTest::keyClick(window->findChild<QLineEdit*>(QStringLiteral("1725")), Qt::Key_A,
+                    Qt::ControlModifier);
+    QTest::keyClick(window->findChild<QLineEdit*>(QStringLiteral("1725")), Qt::Key_Delete);
   }
   void Convert(std::vector<std::filesystem::path> files) {
     Answer([&] { utilities_.Convert(kListing, TableText(), std::move(files)); });
@@ -154,6 +175,56 @@ TEST_F(UtilityCommandsTest, SpectraAskForTheFolderAndAboutAMissingSensor) {
     ASSERT_EQ(rows_.size(), 1);
     EXPECT_TRUE(rows_[0].startsWith(state)) << rows_[0].toStdString();
     EXPECT_EQ(std::filesystem::exists(dir_ / "a_cal.txt"), answer == QMessageBox::Yes);
+  }
+}
+
+TEST_F(UtilityCommandsTest, RecordingsGoToOtherPrograms) {
+  using namespace testing;  // NOLINT: the builders
+  Sweeps sweeps;
+  sweeps.parts = NominalParameters(0);
+  WriteAll(dir_ / "2417.CLB", BoxBytes(sweeps, 1));
+  WriteAll(dir_ / "a.TBL", HeaderV2() + Text("CHDEF1", "ex") + Whole("CHEX", 1) + Real("FSCV", 5));
+  WriteAll(dir_ / "a.TSS",
+           TsBytes{.frequency = 100, .samples = std::vector<int>(240, 1000)}.Bytes());
+  chosen_ = QStringLiteral("a.TSS");
+  if (WhyNoNetcdf().empty()) {
+    Answer([this] { utilities_.ConvertToNetcdf(); });
+    EXPECT_EQ(rows_.join(QLatin1Char(' ')).left(4), QStringLiteral("done"));
+    EXPECT_EQ(ReadAll(dir_ / "a.nc").substr(0, 4), "\x89HDF");
+  }
+  if (WhyNoMseed().empty()) {
+    rows_.clear();
+    Answer([this] { utilities_.ConvertToMseed(); });
+    EXPECT_EQ(rows_.join(QLatin1Char(' ')).left(4), QStringLiteral("done"));
+    EXPECT_EQ(ReadAll(dir_ / "a.mseed").substr(18, 2), "OV");
+    EXPECT_NE(ReadAll(dir_ / "a.xml").find("<Latitude>12.5</Latitude>"), std::string::npos)
+        << rows_.join(QLatin1Char(' ')).toStdString();
+  }
+}
+
+TEST(ExportFormsTest, SayWhatTheyWouldRefuse) {
+  struct Case {
+    int control;
+    const char* text;
+    int fault;  // 0: none
+  };
+  for (const Case& one : std::vector<Case>{{MseedForm::kNetwork, "", MseedForm::kNetwork},
+                                           {MseedForm::kNetwork, "ABC", MseedForm::kNetwork},
+                                           {MseedForm::kNetwork, "a1", 0},
+                                           {MseedForm::kLatitude, "90", 0},
+                                           {MseedForm::kLatitude, "90.1", MseedForm::kLatitude},
+                                           {MseedForm::kLongitude, "nan", MseedForm::kLongitude},
+                                           {MseedForm::kLongitude, "-180", 0},
+                                           {MseedForm::kElevation, "2,5", MseedForm::kElevation}}) {
+    MseedForm form("", "");
+    form.Model().SetIndex(MseedForm::kHasStation, 1);
+    form.Follow();
+    form.Model().SetText(one.control, one.text);
+    const auto fault = form.Fault();
+    EXPECT_EQ(fault ? fault->control : 0, one.fault) << one.control << " " << one.text;
+    form.Model().SetIndex(MseedForm::kHasStation, 0);
+    form.Follow();
+    EXPECT_EQ(form.Options().place.latitude, std::nullopt) << "only of a station";
   }
 }
 

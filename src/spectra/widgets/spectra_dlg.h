@@ -2,17 +2,15 @@
 #ifndef ORVANE_SPECTRA_WIDGETS_SPECTRA_DLG_H_
 #define ORVANE_SPECTRA_WIDGETS_SPECTRA_DLG_H_
 
-#include <QGridLayout>
-#include <QPushButton>
 #include <optional>
 
 #include "spectra/spectra_form.h"
-#include "ui/form_dialog.h"
+#include "ui/options_dlg.h"
 
 namespace orvane {
 
 /// Where the calibrations are, and what of the spectra is wanted.
-class CSpectraDlg : public CFormDialog {
+class CSpectraDlg : public COptionsDlg {
   Q_OBJECT
 
  public:
@@ -20,9 +18,6 @@ class CSpectraDlg : public CFormDialog {
 
  private:
   std::optional<FormModel::Fault> Fault() const override { return form_->Fault(); }
-  void Commit() override {}
-  void AddRow(QGridLayout* rows, int control, QPushButton* behind = nullptr);
-  void OnBrowse();
 
   SpectraForm* form_;
 };

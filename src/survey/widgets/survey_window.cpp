@@ -45,7 +45,7 @@ struct ConvertRow {
   const char* text;
   std::array<FileType, 2> types;
 };
-constexpr std::array<ConvertRow, 8> kConvert = {{
+constexpr std::array<ConvertRow, 10> kConvert = {{
     {SurveyConversion::kRestack,
      "&Restack Waveforms...",
      {FileType::kWaveform, FileType::kWaveform}},
@@ -53,6 +53,8 @@ constexpr std::array<ConvertRow, 8> kConvert = {{
      "&Waveforms To Text...",
      {FileType::kWaveform, FileType::kBand}},
     {SurveyConversion::kSpectra, "&Calibrated Spectra...", {FileType::kWaveform, FileType::kBand}},
+    {SurveyConversion::kNetcdf, "Waveforms To &NetCDF...", {FileType::kWaveform, FileType::kBand}},
+    {SurveyConversion::kMseed, "Waveforms To &MiniSEED...", {FileType::kWaveform, FileType::kBand}},
     {SurveyConversion::kTimeDomainCsv,
      "&Time Domain Stack Results To CSV...",
      {FileType::kStackResult, FileType::kStackResult}},

@@ -37,6 +37,8 @@ enum class SurveyConversion : std::uint8_t {
   kRestack,
   kWaveformText,
   kSpectra,
+  kNetcdf,
+  kMseed,
   kTimeDomainCsv,
   kFrequencyDomainCsv,
   kTableText,
