@@ -32,7 +32,9 @@ void LookAtEmptyFiles(SurveyRows rows, const SurveyTeller& tell) {
   for (const auto& row : rows) {
     for (const std::string& name : row->empty) {
       std::string sentence = std::string(name).append(" has no record");
-      if (row->IsRecording() && row->table != nullptr && row->table->recorded > 0) {
+      const FileType type = FileTypeOf(name);
+      if ((type == FileType::kWaveform || type == FileType::kBand) && row->table != nullptr &&
+          row->table->recorded > 0) {
         sentence.append("; its table counts ").append(FormatInt(row->table->recorded));
       }
       tell(*row, std::move(sentence));
