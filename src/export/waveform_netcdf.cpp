@@ -216,6 +216,11 @@ class NetcdfJob {
 
 std::string_view WhyNoNetcdf() { return {}; }
 
+Result<> CanWriteNetcdf() {
+  const auto library = LoadNetcdf();
+  return library ? Result<>() : Failure(library.Message());
+}
+
 Conversion WaveformNetcdf(NetcdfOptions options) {
   Conversion conversion;
   conversion.outputs_of = [](const std::string& path) {
