@@ -300,13 +300,9 @@ void CMainFrame::ConnectCommands() {
   Handle(kConvertToSpectra, [this] { utilities_.ConvertToSpectra(); });
   Handle(kConvertToNetcdf, [this] { utilities_.ConvertToNetcdf(); });
   Handle(kConvertToMseed, [this] { utilities_.ConvertToMseed(); });
-  for (const auto& [command, lack] :
-       {std::pair(kConvertToNetcdf, WhyNoNetcdf()), std::pair(kConvertToMseed, WhyNoMseed())}) {
-    if (!lack.empty()) {
-      const QString why = QString::fromUtf8(lack.data(), static_cast<qsizetype>(lack.size()));
-      Command(command)->setEnabled(false);
-      Command(command)->setStatusTip(why);
-      Command(command)->setToolTip(why);
+  for (QObject* shows : Command(kConvertToNetcdf)->associatedObjects()) {
+    if (auto* menu = qobject_cast<QMenu*>(shows)) {
+      connect(menu, &QMenu::aboutToShow, this, [this, menu] { TellLacks(menu); });
     }
   }
   Handle(kRestack, [this] { utilities_.Restack(); });
@@ -321,6 +317,20 @@ void CMainFrame::ConnectCommands() {
     connect(recent_actions_[i], &QAction::triggered, this,
             [this, i] { OpenFile(recent_files_.Paths().value(static_cast<int>(i))); });
   }
+}
+
+// When the menu opens: a library is looked for by loading it, and no start shall wait for that.
+void CMainFrame::TellLacks(QMenu* menu) {
+  const auto tell = [this, menu](int id, const std::string& why) {
+    if (!why.empty()) {
+      Command(id)->setEnabled(false);
+      Command(id)->setStatusTip(QString::fromStdString(why));
+      Command(id)->setToolTip(QString::fromStdString(why));
+      menu->setToolTipsVisible(true);  // what is disabled has no status tip in every style
+    }
+  };
+  tell(kConvertToNetcdf, CanWriteNetcdf().Message());
+  tell(kConvertToMseed, std::string(WhyNoMseed()));
 }
 
 void CMainFrame::ConnectSteps() {

@@ -64,6 +64,7 @@ class CMainFrame : public QMainWindow {
   void Handle(int id, std::function<void()> handler);
   void ConnectCommands();
   void LookAtFile();
+  void TellLacks(QMenu* menu);
   void ConnectSteps();
   void ConnectChanges();
   void ConnectCheck();

@@ -3,10 +3,13 @@
 
 #include <QCoreApplication>
 #include <QSettings>
+#include <set>
 
 #include "base/number_text.h"
 #include "calibration/cal_text.h"
 #include "export/widgets/export_dlgs.h"
+#include "files/file_system.h"
+#include "files/path_names.h"
 #include "files/path_text.h"
 #include "spectra/widgets/spectra_dlg.h"
 #include "stepping/schedule_text.h"
@@ -62,10 +65,20 @@ constexpr Utility kSpectra = {"Convert Waveform File(s) to Calibrated Spectra",
                               "Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||", "",
                               kConverted};
 constexpr const char* kRecordings = "Time Series Files (*.ts?)|*.ts?|All Files (*.*)|*.*||";
-constexpr Utility kNetcdf = {"Convert Waveform File(s) to NetCDF", kRecordings, "",
-                             "%d files are converted to NetCDF!"};
-constexpr Utility kMseed = {"Convert Waveform File(s) to MiniSEED", kRecordings, "",
-                            "%d files are converted to MiniSEED!"};
+constexpr Utility kNetcdf = {"Convert Waveform File(s) to NetCDF",
+                             kRecordings,
+                             "",
+                             "%d files are converted to NetCDF!",
+                             0,
+                             "",
+                             true};
+constexpr Utility kMseed = {"Convert Waveform File(s) to MiniSEED",
+                            kRecordings,
+                            "",
+                            "%d files are converted to MiniSEED!",
+                            0,
+                            "",
+                            true};
 constexpr Utility kVersion1 = {"Convert Version 2 TBL File(s) to Version 1 TBL File(s)",
                                "TBL File (*.TBL)|*.TBL|All Files (*.*)|*.*||", "*.TBL",
                                "%d .Tbl files are converted to version 1 .tbl files"};
@@ -122,7 +135,18 @@ void UtilityCommands::ConvertToSpectra() {
   Run(kSpectra, CalibratedSpectra(std::move(options)), folders_.Data());
 }
 
+// The survey's window offers what this program may lack.
+bool UtilityCommands::Lacks(const std::string& why) {
+  if (!why.empty()) {
+    prompts_->ShowWarning("Orvane", "Such files cannot be written: " + why);
+  }
+  return !why.empty();
+}
+
 void UtilityCommands::ConvertToNetcdf() {
+  if (Lacks(CanWriteNetcdf().Message())) {
+    return;
+  }
   NetcdfForm form;
   CNetcdfDlg dialog(&form, prompts_, parent_);
   if (dialog.exec() == QDialog::Accepted) {
@@ -133,6 +157,9 @@ void UtilityCommands::ConvertToNetcdf() {
 }
 
 void UtilityCommands::ConvertToMseed() {
+  if (Lacks(std::string(WhyNoMseed()))) {
+    return;
+  }
   const QString network = QStringLiteral("MiniSEED/network");
   MseedForm form(QSettings().value(network).toString().toStdString(),
                  LastCalibrations().toStdString());
@@ -171,6 +198,9 @@ void UtilityCommands::Run(const Utility& utility, Conversion conversion, const Q
 void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
                               std::vector<std::filesystem::path> files,
                               std::filesystem::path out_folder) {
+  if (utility.asks_to_replace && !MayReplace(conversion, files, out_folder)) {
+    return;
+  }
   const std::size_t chosen = files.size();
   Batch batch({std::move(conversion), std::move(files), std::move(out_folder), 0});
   CBatchProgressDlg progress(&batch, QString::fromLatin1(utility.title), parent_);
@@ -192,6 +222,30 @@ void UtilityCommands::Convert(const Utility& utility, Conversion conversion,
   if (!results.ToShow().isEmpty() && open_file_) {
     open_file_(results.ToShow());
   }
+}
+
+// Asks once for all. What cannot be looked at counts as there.
+bool UtilityCommands::MayReplace(const Conversion& conversion,
+                                 const std::vector<std::filesystem::path>& files,
+                                 const std::filesystem::path& out_folder) {
+  std::set<std::filesystem::path> there;
+  for (const auto& file : files) {
+    for (const std::string& output : conversion.outputs_of(PathText(file))) {
+      const auto path = InFolder(out_folder, output);
+      if (const auto look = Exists(path); !look || *look == Existence::kThere) {
+        there.insert(path);
+      }
+    }
+  }
+  if (there.empty()) {
+    return true;
+  }
+  const std::string name = PathText(*there.begin());
+  const std::string question =
+      there.size() == 1
+          ? name + " exists already. Replace it?"
+          : FormatInt(there.size()) + " files exist already, such as " + name + ". Replace them?";
+  return prompts_->AskToLose("Orvane", question) == Answer::kYes;
 }
 
 void UtilityCommands::ShowTexts(const Batch& batch) {

@@ -25,7 +25,8 @@ struct Utility {
   const char* message;       ///< with "%d" for the number of files
   /// So many files or fewer are shown in the text editor instead of the message.
   std::size_t most_shown = 0;
-  const char* suffix = "";  ///< for names typed without one
+  const char* suffix = "";       ///< for names typed without one
+  bool asks_to_replace = false;  ///< what is there may be another program's
 };
 
 /// The commands that turn files into others. They never touch the document.
@@ -65,6 +66,9 @@ class UtilityCommands {
  private:
   static Answer AskForWorker(const BatchTask& task, const std::function<Answer()>& ask);
   void Run(const Utility& utility, Conversion conversion, const QString& folder);
+  bool Lacks(const std::string& why);
+  bool MayReplace(const Conversion& conversion, const std::vector<std::filesystem::path>& files,
+                  const std::filesystem::path& out_folder);
   void ShowTexts(const Batch& batch);
 
   const COrvaneDoc* doc_;

@@ -4,6 +4,7 @@
 #include <libmseed.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <new>
@@ -67,6 +68,23 @@ void NeedMemory(bool has_memory) {
   }
 }
 
+// Behind the one that is there, as the library would for the first record; but it would not look
+// whether there is memory for a second one.
+void AddBlockette1000(MSRecord* form) {
+  auto* link = static_cast<BlktLink*>(std::calloc(1, sizeof(BlktLink)));
+  auto* content = static_cast<blkt_1000_s*>(std::calloc(1, sizeof(blkt_1000_s)));
+  if (link == nullptr || content == nullptr) {
+    std::free(link);
+    std::free(content);
+    throw std::bad_alloc();
+  }
+  link->blkt_type = 1000;
+  link->blktdata = content;
+  link->blktdatalen = sizeof(blkt_1000_s);
+  form->blkts->next = link;  // freed with the form
+  form->Blkt1000 = content;
+}
+
 }  // namespace
 
 void MseedStream::FreeTrace::operator()(MSTrace_s* trace) const { mst_free(&trace); }
@@ -86,6 +104,7 @@ MseedStream::MseedStream(const MseedName& name, double rate, int record_length)
   blkt_1001_s fine{};
   NeedMemory(msr_addblockette(form_.get(), reinterpret_cast<char*>(&fine), sizeof fine, 1001, 0) !=
              nullptr);
+  AddBlockette1000(form_.get());
 }
 
 std::int64_t MseedStream::TimeOf(std::uint64_t sample) const {

@@ -2,9 +2,12 @@
 #include "export/netcdf_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 #include <mutex>
 #include <numeric>
+
+#include "files/file_system.h"
 
 namespace orvane {
 namespace {
@@ -16,6 +19,16 @@ std::mutex& LibraryMutex() {
 
 constexpr float kPreemption = 0.75F;  // the library's own default
 
+// Of a call that failed, with what the system said last. A positive status is of the system, but
+// guessed: whatever keeps a file from being created is "Permission denied".
+std::string ReasonOf(const NetcdfLibrary& nc, int status, int system) {
+  if (system == 0) {
+    return nc.strerror(status);
+  }
+  const std::string reason = SystemReason(system);
+  return status > 0 ? reason : std::string(nc.strerror(status)).append(": ").append(reason);
+}
+
 }  // namespace
 
 template <typename Call>
@@ -24,8 +37,9 @@ void NcFile::Do(Call call) {
     return;
   }
   const std::lock_guard lock(LibraryMutex());
+  errno = 0;
   if (const int status = call(*nc_); status != NC_NOERR) {
-    outcome_ = Failure(nc_->strerror(status));
+    outcome_ = Failure(ReasonOf(*nc_, status, errno));
   }
 }
 
@@ -125,7 +139,9 @@ void NcFile::PutTexts(int group, int var, const std::vector<std::string>& texts)
   Put(group, var, {0}, {texts.size()}, pointers.data());
 }
 
+// The library ends the program where the last bytes cannot be written while it closes the file.
 Result<> NcFile::Close() {
+  Do([&](const NetcdfLibrary& nc) { return nc.sync(root_); });
   Do([&](const NetcdfLibrary& nc) {
     is_open_ = false;
     return nc.close(root_);

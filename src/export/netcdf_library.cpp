@@ -36,22 +36,22 @@ Result<> LoadCalls(NetcdfLibrary* calls) {
     return Failure(std::string("netCDF-C cannot be loaded: ")
                        .append(why == nullptr ? ORVANE_NETCDF_SONAME : why));
   }
-  const bool is_whole = Find(library, "nc_create", &calls->create) &&
-                        Find(library, "nc_close", &calls->close) &&
-                        Find(library, "nc_def_grp", &calls->def_grp) &&
-                        Find(library, "nc_def_dim", &calls->def_dim) &&
-                        Find(library, "nc_def_var", &calls->def_var) &&
-                        Find(library, "nc_def_var_fill", &calls->def_var_fill) &&
-                        Find(library, "nc_def_var_chunking", &calls->def_var_chunking) &&
-                        Find(library, "nc_def_var_deflate", &calls->def_var_deflate) &&
-                        Find(library, "nc_set_var_chunk_cache", &calls->set_var_chunk_cache) &&
-                        Find(library, "nc_put_att_text", &calls->put_att_text) &&
-                        Find(library, "nc_put_att_double", &calls->put_att_double) &&
-                        Find(library, "nc_put_att_int", &calls->put_att_int) &&
-                        Find(library, "nc_put_att_schar", &calls->put_att_schar) &&
-                        Find(library, "nc_enddef", &calls->enddef) &&
-                        Find(library, "nc_put_vara", &calls->put_vara) &&
-                        Find(library, "nc_strerror", &calls->strerror) && PrepareHdf5(library);
+  const bool is_whole =
+      Find(library, "nc_create", &calls->create) && Find(library, "nc_sync", &calls->sync) &&
+      Find(library, "nc_close", &calls->close) && Find(library, "nc_def_grp", &calls->def_grp) &&
+      Find(library, "nc_def_dim", &calls->def_dim) &&
+      Find(library, "nc_def_var", &calls->def_var) &&
+      Find(library, "nc_def_var_fill", &calls->def_var_fill) &&
+      Find(library, "nc_def_var_chunking", &calls->def_var_chunking) &&
+      Find(library, "nc_def_var_deflate", &calls->def_var_deflate) &&
+      Find(library, "nc_set_var_chunk_cache", &calls->set_var_chunk_cache) &&
+      Find(library, "nc_put_att_text", &calls->put_att_text) &&
+      Find(library, "nc_put_att_double", &calls->put_att_double) &&
+      Find(library, "nc_put_att_int", &calls->put_att_int) &&
+      Find(library, "nc_put_att_schar", &calls->put_att_schar) &&
+      Find(library, "nc_enddef", &calls->enddef) &&
+      Find(library, "nc_put_vara", &calls->put_vara) &&
+      Find(library, "nc_strerror", &calls->strerror) && PrepareHdf5(library);
   return is_whole ? Result<>()
                   : Failure("netCDF-C cannot be used: " ORVANE_NETCDF_SONAME " lacks a call");
 }

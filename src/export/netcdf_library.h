@@ -13,6 +13,7 @@ namespace orvane {
 /// The calls of netCDF-C that are used, named as there without "nc_".
 struct NetcdfLibrary {
   decltype(&nc_create) create;
+  decltype(&nc_sync) sync;
   decltype(&nc_close) close;
   decltype(&nc_def_grp) def_grp;
   decltype(&nc_def_dim) def_dim;

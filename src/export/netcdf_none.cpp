@@ -7,6 +7,8 @@ namespace orvane {
 
 std::string_view WhyNoNetcdf() { return "this build is without netCDF-C"; }
 
+Result<> CanWriteNetcdf() { return Failure(std::string(WhyNoNetcdf())); }
+
 Conversion WaveformNetcdf(NetcdfOptions /*options*/) { return {}; }
 
 std::shared_ptr<SpectraWriter> HarmonicsNetcdf() { return nullptr; }

@@ -70,6 +70,7 @@ class NetcdfJob {
   Result<> CountRecords() {
     TsWalker walker = in_.Walk();
     for (TsPlace place; walker.Next(&place);) {
+      box_ = place.number == 1 ? int{place.header.box} : box_;
       if (in_.leave_out.Has(place)) {
         ++left_out_;
         continue;
@@ -115,15 +116,12 @@ class NetcdfJob {
   // Neither the time of the conversion nor a folder: the same recording gives the same bytes.
   void DefineGlobals(NcFile* nc) const {
     const std::string name = PrintableUtf8(PathText(task_.Input().filename()));
-    TsPlace first;
-    TsWalker walker = in_.Walk();
-    static_cast<void>(walker.Next(&first));
     const auto add = [nc](const char* what, std::string_view text) {
       nc->AddText(nc->Root(), NC_GLOBAL, what, text);
     };
     add("Conventions", "CF-1.10");
     add("title", std::string("Recording ").append(name));
-    add("source", std::string("geophysical receiver ").append(FormatInt(first.header.box)));
+    add("source", std::string("geophysical receiver ").append(FormatInt(box_)));
     add("references", "docs/formats/netcdf.md of Orvane");
     add("history", std::string("orvane-cli waveform netcdf ")
                        .append(name)
@@ -170,13 +168,16 @@ class NetcdfJob {
       }
       task_.Advance(place.next - place.offset);
     }
+    if (!walker.Outcome()) {
+      return walker.Outcome();
+    }
     for (NetcdfPart& part : parts_) {
       part.Flush(nc);
       if (part.Missing() > 0 && !task_.Stopped() && !nc->HasFailed()) {
         return Failure("it was changed while it was read");
       }
     }
-    return walker.Outcome();
+    return {};
   }
 
   std::string Note() const {
@@ -205,6 +206,7 @@ class NetcdfJob {
   std::vector<NetcdfPart> parts_;
   std::array<std::vector<std::string>, 3> table_;  // keys, values, meanings
   std::array<int, 3> table_vars_ = {-1, -1, -1};
+  int box_ = 0;  // of the first record
   std::uint64_t left_out_ = 0;
   std::uint64_t empty_ = 0;
   std::uint64_t cut_ = 0;
@@ -213,6 +215,11 @@ class NetcdfJob {
 }  // namespace
 
 std::string_view WhyNoNetcdf() { return {}; }
+
+Result<> CanWriteNetcdf() {
+  const auto library = LoadNetcdf();
+  return library ? Result<>() : Failure(library.Message());
+}
 
 Conversion WaveformNetcdf(NetcdfOptions options) {
   Conversion conversion;

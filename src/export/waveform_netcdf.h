@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/result.h"
 #include "files/batch.h"
 #include "timeseries/leave_out.h"
 #include "timeseries/ts_file.h"
@@ -13,6 +14,10 @@ namespace orvane {
 
 /// Why this build cannot write NetCDF; empty where it can.
 std::string_view WhyNoNetcdf();
+
+/// Fails with a reason also where the library is not installed or cannot be used. It is loaded for
+/// that, which takes a moment the first time.
+Result<> CanWriteNetcdf();
 
 struct NetcdfOptions {
   TsFile::Options reading = {};

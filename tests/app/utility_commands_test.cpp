@@ -191,6 +191,7 @@ TEST_F(UtilityCommandsTest, RecordingsGoToOtherPrograms) {
     Answer([this] { utilities_.ConvertToNetcdf(); });
     EXPECT_EQ(rows_.join(QLatin1Char(' ')).left(4), QStringLiteral("done"));
     EXPECT_EQ(ReadAll(dir_ / "a.nc").substr(0, 4), "\x89HDF");
+    EXPECT_FALSE(said_.contains(QStringLiteral("exist")));
   }
   if (WhyNoMseed().empty()) {
     rows_.clear();
@@ -200,6 +201,35 @@ TEST_F(UtilityCommandsTest, RecordingsGoToOtherPrograms) {
     EXPECT_NE(ReadAll(dir_ / "a.xml").find("<Latitude>12.5</Latitude>"), std::string::npos)
         << rows_.join(QLatin1Char(' ')).toStdString();
   }
+}
+
+TEST_F(UtilityCommandsTest, WhatMayBeAnothersIsReplacedOnRequestOnly) {
+  using namespace testing;  // NOLINT: the builders
+  static constexpr Utility kCareful = {
+      "Convert", "Tbl Files (*.tbl)|*.tbl||", "", "%d files", 0, "", true};
+  const auto convert = [this](std::vector<std::filesystem::path> files) {
+    said_.clear();
+    Answer([&] { utilities_.Convert(kCareful, TableText(), std::move(files), dir_ / "out"); });
+  };
+  std::filesystem::create_directory(dir_ / "out");
+  WriteAll(dir_ / "out/B.txt", "another's");
+  answer_ = QMessageBox::No;
+  convert({Table("A.tbl"), Table("B.tbl")});
+  EXPECT_TRUE(said_.endsWith(QStringLiteral("out/B.txt exists already. Replace it?")))
+      << said_.toStdString();
+  EXPECT_EQ(ReadAll(dir_ / "out/B.txt"), "another's");
+  EXPECT_FALSE(std::filesystem::exists(dir_ / "out/A.txt"));
+  convert({Table("A.tbl")});
+  EXPECT_EQ(said_, QStringLiteral("1 files")) << "nothing is there";
+  answer_ = QMessageBox::NoButton;
+  key_ = Qt::Key_Return;
+  convert({Table("A.tbl"), Table("B.tbl")});
+  EXPECT_TRUE(said_.startsWith(QStringLiteral("2 files exist already, such as ")));
+  EXPECT_EQ(ReadAll(dir_ / "out/B.txt"), "another's") << "Return loses nothing";
+  answer_ = QMessageBox::Yes;
+  convert({Table("A.tbl"), Table("B.tbl")});
+  EXPECT_TRUE(said_.endsWith(QStringLiteral("2 files"))) << said_.toStdString();
+  EXPECT_EQ(ReadAll(dir_ / "out/B.txt"), ReadAll(dir_ / "out/A.txt"));
 }
 
 TEST(ExportFormsTest, SayWhatTheyWouldRefuse) {

@@ -170,6 +170,8 @@ FAULTY("read", -1, ssize_t, pread, (int handle, void* to, size_t size, off_t at)
        (handle, to, size, at), handle)
 FAULTY("write", -1, ssize_t, write, (int handle, const void* from, size_t size), ,
        (handle, from, size), handle)
+FAULTY("write", -1, ssize_t, pwrite, (int handle, const void* from, size_t size, off_t at), ,
+       (handle, from, size, at), handle)
 FAULTY("sync", -1, int, fsync, (int handle), , (handle), handle)
 FAULTY("resize", -1, int, ftruncate, (int handle, off_t size), noexcept, (handle, size), handle)
 
