@@ -10,7 +10,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # The chapters in reading order: as the guide's first page links them.
 mapfile -t chapters < <(grep -oE '\]\([a-z-]+\.md\)' docs/guide/README.md | tr -d '](){}' | awk '!seen[$0]++')
 documents=(docs/guide/README.md "${chapters[@]/#/docs/guide/}" docs/formats/*.md docs/response.md
-  docs/checks.md docs/survey-checks.md)
+  docs/checks.md docs/survey-checks.md docs/scale.md)
 missing=$(comm -3 <(printf '%s\n' docs/guide/*.md | sort) \
   <(printf '%s\n' "${documents[@]}" | grep '^docs/guide/' | sort))
 [[ -z $missing ]] || { printf 'not linked by docs/guide/README.md: %s\n' "$missing" >&2; exit 1; }

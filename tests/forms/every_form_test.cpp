@@ -17,6 +17,7 @@
 #include "editors/site_forms.h"
 #include "editors/spread.h"
 #include "editors/startup_files.h"
+#include "export/export_forms.h"
 #include "response/display_form.h"
 #include "spectra/spectra_form.h"
 #include "stepping/cycle_form.h"
@@ -217,6 +218,8 @@ std::vector<Case> Cases() {
       {"gains", [](Table) { return Unbound<WaveformGainForm>(WaveformView()); }, ""},
       {"calibration plot", [](Table) { return Unbound<CalDisplayForm>(CalDisplay()); }, ""},
       {"spectra", [](Table) { return Unbound<SpectraForm>(""); }, ""},
+      {"NetCDF", [](Table) { return Unbound<NetcdfForm>(); }, ""},
+      {"MiniSEED", [](Table) { return Unbound<MseedForm>("", ""); }, ""},
   };
 }
 
@@ -352,6 +355,7 @@ const std::map<std::string, std::string> kRanges = {
      "1001 1e-10 1e10; 1002 1e-10 1e10; 1004 1e-10 1e10; 1005 1e-10 1e10; 1003 -360 360; "
      "1006 -360 360; 1007 2 10000"},
     {"spectra", "1702 0 1000000; 1703 1 65535"},
+    {"NetCDF", "1711 0 9"},
 };
 
 bool Takes(const Field& field, const std::string& text) {
