@@ -238,6 +238,18 @@ TEST(SurveyScanTest, IndexIsWholeAfterAKill) {
       }
       _exit(0);
     }
+    // In the midst of it, however busy the machine is.
+    std::error_code error;
+    const auto log = dir / "index.db-wal";
+    const auto before = std::filesystem::last_write_time(log, error);
+    for (int wait = 0; wait < 1000; ++wait) {
+      const bool is_there = std::filesystem::exists(log, error);
+      if (is_there && std::filesystem::last_write_time(log, error) != before &&
+          std::filesystem::file_size(log, error) > 100'000) {
+        break;
+      }
+      usleep(5'000);
+    }
     usleep(60'000);
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
