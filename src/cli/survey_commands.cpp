@@ -70,6 +70,7 @@ Columns ColumnsOf(const SurveyRow& row) {
   const TableFacts none;
   const TableFacts& table = row.table ? *row.table : none;
   const bool is_recording = row.IsRecording();
+  const bool is_counted = row.records > 0 || (is_recording && row.failure.empty());
   return {{"kind", std::string(RowKindName(row.kind))},
           {"file", row.name},
           {"box", OrEmpty(row.box), true},
@@ -82,8 +83,8 @@ Columns ColumnsOf(const SurveyRow& row) {
           {"channels", OrEmpty(row.channels), true},
           {"rate", row.rate > 0 ? FormatReal(row.rate) : std::string(), true},
           {"frequencies", FrequencyText(row)},
-          {"records", is_recording || row.records > 0 ? FormatInt(row.records) : "", true},
-          {"bad", is_recording ? FormatInt(row.bad) : std::string(), true},
+          {"records", is_counted ? FormatInt(row.records) : "", true},
+          {"bad", is_recording && is_counted ? FormatInt(row.bad) : std::string(), true},
           {"cut", row.cut.empty() ? std::string() : std::string("cut")},
           {"table", std::string(TableStateName(row.table_state))},
           {"table_version", OrEmpty(table.version), true},

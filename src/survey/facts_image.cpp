@@ -96,7 +96,7 @@ template <typename Io, typename Table>
 void TableFields(Io& io, Table& table) {
   io(table.version), io(table.firmware), io(table.is_old), io(table.serial), io(table.method);
   io(table.hardware), io(table.line), io(table.site), io(table.counted), io(table.channels);
-  io(table.plan_start), io(table.plan_end), io(table.recorded), io(table.first);
+  io(table.plan_start), io(table.plan_end), io(table.recorded), io(table.first), io(table.fix);
   io(table.has_status), io(table.clock), io(table.disk);
   io.Count(table.boxes);
   for (auto& box : table.boxes) {
@@ -122,7 +122,7 @@ void Fields(Io& io, Facts& facts) {
   io(facts.failure), io(facts.is_cut), io(facts.serial), io(facts.start), io(facts.end);
   io(facts.channels), io(facts.rate), io(facts.records), io(facts.bad), io(facts.header_size);
   io(facts.kind), io(facts.is_deep), io(facts.is_guessed), io(facts.other_serial);
-  io(facts.odd_dates), io(facts.odd_date), io(facts.blank);
+  io(facts.odd_dates), io(facts.odd_date), io(facts.blank), io(facts.scans);
   io.Count(facts.stretches);
   for (auto& stretch : facts.stretches) {
     io(stretch.start), io(stretch.end);

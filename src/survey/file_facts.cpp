@@ -35,7 +35,8 @@ void NoteTime(std::int64_t start, std::int64_t end, FileFacts* facts) {
   }
 }
 
-// The dates of a file's records. A clock that was not set, or lost its time, is years off.
+// The dates of a file's records. A clock that was not set, or lost its time, is far off; no box
+// pauses for a week within a file.
 class RecordDates {
  public:
   void Note(std::int64_t start, std::int64_t end) {
@@ -75,7 +76,7 @@ class RecordDates {
   }
 
  private:
-  static constexpr std::int64_t kFar = std::int64_t{366} * 86400;
+  static constexpr std::int64_t kFar = std::int64_t{7} * 86400;
   static constexpr std::size_t kMostSpans = 16;
 
   struct Span {
@@ -118,6 +119,7 @@ void NoteRecord(const TsPlace& place, bool is_band, RecordDates* dates, FileFact
   const TsHeader& header = place.header;
   ++facts->records;
   facts->bad += !is_band && header.IsBad() ? 1 : 0;
+  facts->scans += place.scans_held;
   facts->serial = facts->serial == 0 ? std::int32_t{header.box} : facts->serial;
   if (facts->other_serial == 0 && header.box != 0 && header.box != facts->serial) {
     facts->other_serial = header.box;
@@ -288,6 +290,7 @@ void ReadTable(const std::filesystem::path& path, FileFacts* facts) {
   table.has_status = HasStatus(header) ? 1 : 0;
   table.recorded = SettingInt(header, "TOTL");
   table.first = SecondsOf(TimeParam(values, "FTIM"));
+  table.fix = SecondsOf(TimeParam(values, "LFIX"));
   table.clock = SettingInt(header, "CLST");
   table.disk = SettingInt(header, "DISK");
   NoteBoxes(header, &table);

@@ -60,6 +60,7 @@ struct TableFacts {
   std::uint8_t has_status = 0;  ///< the box has written its state
   std::int32_t recorded = 0;    ///< records as the box counted them, "TOTL"
   std::int64_t first = 0;       ///< of these, "FTIM"
+  std::int64_t fix = 0;         ///< when it last knew the time by satellites, "LFIX"
   std::int32_t clock = 0;       ///< "CLST", 4: locked
   std::int32_t disk = 0;        ///< "DISK", bytes
   std::vector<PlannedBox> boxes;
@@ -87,14 +88,15 @@ struct FileFacts {
   std::int64_t start = 0;              ///< the earliest, seconds since 1970; 0: not known
   std::int64_t end = 0;                ///< of the last scan
   std::vector<TimeStretch> stretches;  ///< without the pauses of more than a minute; the first 64
-  std::uint64_t odd_dates = 0;  ///< records without a date, or more than a year from most others
+  std::uint64_t odd_dates = 0;  ///< records without a date, or more than a week from most others
   std::int64_t odd_date = 0;    ///< the first such; 0: none is a date
-  std::uint64_t blank = 0;      ///< bytes from the first header that is all zeros
+  std::uint64_t blank = 0;      ///< bytes from the first header that is blank, see `IsBlank()`
   std::int32_t channels = 0;    ///< most of a record
   double rate = 0;              ///< Hz, the highest
   std::vector<double> frequencies;  ///< Hz, each once, ascending; the first 64 met
   std::uint64_t records = 0;
   std::uint64_t bad = 0;
+  std::uint64_t scans = 0;       ///< that are there, of all records
   std::int32_t header_size = 0;  ///< as records were read
   std::uint8_t is_guessed = 0;   ///< the header's size, as records fit the file
   std::int32_t kind = 0;         ///< of a calibration, a `CalKind`

@@ -46,7 +46,7 @@ void LookAtBlanks(SurveyRows rows, const SurveyTeller& tell) {
   for (const auto& row : rows) {
     for (const auto& [name, bytes] : row->blank) {
       tell(*row, std::string(name)
-                     .append(" has zeros where a record was to begin: its last ")
+                     .append(" has only 0 or FF where a record was to begin: its last ")
                      .append(FormatInt(bytes))
                      .append(" bytes are left out"));
     }
@@ -158,11 +158,13 @@ constexpr auto kRules = std::to_array<SurveyRule>({
     {"file-unreadable", Severity::kWarning, "a file cannot be read, or is none of its kind",
      LookAtFailures},
     {"file-cut", Severity::kWarning, "a file ends within a record", LookAtCuts},
-    {"file-empty", Severity::kWarning, "a waveform, band, stack or calibration has no whole record",
+    {"file-empty", Severity::kWarning,
+     "a waveform, band or stack has no whole scan, or stack results or a calibration no whole "
+     "record",
      LookAtEmptyFiles},
     {"file-blank", Severity::kWarning,
-     "a record's header is all zeros, as of a disk that was not written to its end: from there on "
-     "nothing counts",
+     "a record's header is all 0 or all FF, as of a disk that was not written to its end: from "
+     "there on nothing counts",
      LookAtBlanks},
     {"boxes-mixed", Severity::kWarning, "records of one recording name different serial numbers",
      LookAtSerials},

@@ -6,7 +6,10 @@
 namespace orvane {
 namespace {
 
-constexpr std::int64_t kTolerance = 60;  // seconds
+// Seconds.
+constexpr std::int64_t kTolerance = 60;
+constexpr std::int64_t kHour = 3600;
+constexpr std::int64_t kLongBefore = std::int64_t{14} * 86400;
 
 }  // namespace
 
@@ -18,9 +21,9 @@ RecordedTimes::RecordedTimes(SurveyRows rows) {
     }
     const auto plan = PlanOf(*row);
     if (!row->has_wrong_clock) {
-      Add(row->box, {row->start, row->end});
+      times_[row->box].push_back({row->start, row->end});
     } else if (plan) {
-      Add(row->box, *plan);
+      times_[row->box].push_back(*plan);
     }
     if (row->HasTimes()) {
       all_ = all_ ? TimeStretch{std::min(all_->start, row->start), std::max(all_->end, row->end)}
@@ -34,10 +37,6 @@ RecordedTimes::RecordedTimes(SurveyRows rows) {
       times[i].end = std::max(times[i].end, times[i - 1].end);
     }
   }
-}
-
-void RecordedTimes::Add(std::int32_t box, const TimeStretch& stretch) {
-  times_[box].push_back(stretch);
 }
 
 bool RecordedTimes::HasAny(std::int32_t box, const TimeStretch& within) const {
@@ -65,23 +64,24 @@ bool IsLost(const SurveyRow& row, const RecordedTimes& times) {
     return false;
   }
   const auto plan = PlanOf(row);
+  const std::int64_t known = table->first > 0 ? table->first : table->fix;
+  const auto& all = times.All();
+  if (known == 0 || (plan && (known < plan->start - kTolerance || known > plan->end + kHour)) ||
+      (all && known < all->start - kLongBefore)) {
+    return false;
+  }
   if (table->first > 0) {
-    const bool is_of_plan =
-        !plan || (table->first >= plan->start - kTolerance && table->first <= plan->end);
-    return is_of_plan &&
-           !times.HasAny(row.box, {table->first - kTolerance, table->first + kTolerance});
+    // One that ended when the first of these began is another.
+    return !times.HasAny(row.box, {table->first + 1, table->first + kTolerance});
   }
-  if (!plan) {
-    return !times.HasBox(row.box);
-  }
-  const bool is_over = !times.All() || plan->start <= times.All()->end;
-  return is_over && !times.HasAny(row.box, *plan);
+  return plan ? !times.HasAny(row.box, *plan) : !times.HasBox(row.box);
 }
 
 std::optional<TimeStretch> CountingPlanOf(const SurveyRow& row, const RecordedTimes& times) {
   const auto plan = PlanOf(row);
   const auto& all = times.All();
-  const bool is_met = plan && all && plan->start <= all->end && plan->end >= all->start;
+  const bool is_met = plan && all && plan->end >= all->start &&
+                      plan->start + (plan->end - plan->start) / 2 <= all->end;
   const bool counts =
       row.IsRecording() || (row.kind == RowKind::kTable && is_met) || IsLost(row, times);
   return counts ? plan : std::nullopt;

@@ -25,8 +25,6 @@ class RecordedTimes {
   const std::optional<TimeStretch>& All() const { return all_; }
 
  private:
-  void Add(std::int32_t box, const TimeStretch& stretch);
-
   // For each beginning, in their order, the latest end so far.
   std::map<std::int32_t, std::vector<TimeStretch>> times_;
   std::optional<TimeStretch> all_;
@@ -35,12 +33,14 @@ class RecordedTimes {
 /// "STIM" to "ETIM" of a row's table, where both have a date and are in order.
 std::optional<TimeStretch> PlanOf(const SurveyRow& row);
 
-/// Whether a table alone counts records, or names a time of a first one, that the survey does not
-/// hold. The state of an earlier recording, which a start-up file may have kept, does not count.
+/// Whether a table alone counts records ("TOTL", "FTIM") that the survey does not hold. The state
+/// of an earlier recording, which a start-up file may have kept, does not count: the first record,
+/// else the last time by satellites ("LFIX"), must be within the plan. Nor does a plan of weeks
+/// before the survey, as templates have.
 bool IsLost(const SurveyRow& row, const RecordedTimes& times);
 
 /// The plan of a row that the survey is to be measured by: of a recording, of one that is lost, of
-/// a start-up file that plans for when anything was recorded. None of others.
+/// a start-up file of whose plan half has passed when the last recording ends. None of others.
 std::optional<TimeStretch> CountingPlanOf(const SurveyRow& row, const RecordedTimes& times);
 
 /// The boxes that such a row's table says record: those of its spread, and of a table alone its

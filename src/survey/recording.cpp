@@ -58,6 +58,7 @@ const FactedFile* FirstOf(std::span<const FactedFile> files, FileType type) {
   return found == files.end() ? nullptr : &*found;
 }
 
+constexpr std::int64_t kWeek = std::int64_t{7} * 86400;
 constexpr std::int64_t kYear = std::int64_t{366} * 86400;
 
 // Overlapping ones become one.
@@ -77,15 +78,15 @@ void AddStretches(const std::vector<TimeStretch>& more, SurveyRow* row) {
   }
 }
 
-// Of files of one recording that are years apart the later count.
+// Of files of one recording that are weeks apart the later count.
 void AddTimes(const FileFacts& facts, SurveyRow* row) {
   row->odd_dates += facts.odd_dates;
   row->odd_date = row->odd_date == 0 ? facts.odd_date : row->odd_date;
   if (facts.start == 0) {
     return;
   }
-  const bool is_later = row->start > 0 && facts.start > row->end + kYear;
-  if (row->start > 0 && facts.end < row->start - kYear) {
+  const bool is_later = row->start > 0 && facts.start > row->end + kWeek;
+  if (row->start > 0 && facts.end < row->start - kWeek) {
     row->odd_dates += facts.records - facts.odd_dates;
     row->odd_date = facts.start;
     return;
@@ -100,9 +101,16 @@ void AddTimes(const FileFacts& facts, SurveyRow* row) {
   AddStretches(facts.stretches, row);
 }
 
+void NoteOtherBox(std::int32_t serial, SurveyRow* row) {
+  if (row->other_box == 0 && serial != row->box) {
+    row->other_box = serial;
+  }
+}
+
 void AddSeries(const FileFacts& facts, SurveyRow* row) {
   row->box = row->box == 0 ? facts.serial : row->box;
-  row->other_box = row->other_box == 0 ? facts.other_serial : row->other_box;
+  NoteOtherBox(facts.other_serial, row);
+  NoteOtherBox(facts.serial, row);
   AddTimes(facts, row);
   row->channels = std::max(row->channels, facts.channels);
   row->rate = std::max(row->rate, facts.rate);
@@ -172,10 +180,11 @@ void AddTable(const FactedFile& file, const FileInfo* series, SurveyRow* row) {
 void JudgeClock(SurveyRow* row) {
   constexpr std::int64_t kFirst = 946'684'800;  // 2000-01-01
   const TableFacts* const table = row->table.get();
-  const bool is_beside_plan =
-      table != nullptr && table->plan_start > 0 && table->plan_end > table->plan_start &&
-      (row->start > table->plan_end + kYear || row->end < table->plan_start - kYear);
-  row->has_wrong_clock = row->start > 0 && (row->start < kFirst || is_beside_plan);
+  const bool has_plan =
+      table != nullptr && table->plan_start > 0 && table->plan_end > table->plan_start;
+  // After the plan it is the plan that is old.
+  row->has_wrong_clock =
+      row->start > 0 && (has_plan ? row->end < table->plan_start - kYear : row->start < kFirst);
 }
 
 bool HasRecords(FileType type) {
@@ -191,8 +200,10 @@ void AddFile(const FactedFile& file, SurveyRow* row) {
         .append(": ")
         .append(file.facts.failure);
   }
-  const bool is_empty =
-      HasRecords(file.file->type) && file.facts.records == 0 && file.facts.failure.empty();
+  const FileType type = file.file->type;
+  const bool has_scans = IsSeries(type) || type == FileType::kStackedWaveform;
+  const bool is_empty = HasRecords(type) && file.facts.failure.empty() &&
+                        (has_scans ? file.facts.scans : file.facts.records) == 0;
   if (is_empty) {
     row->empty.push_back(file.shown);
   } else if (file.facts.is_cut != 0) {
@@ -359,6 +370,8 @@ std::optional<SurveyRow> MakeRow(std::span<const FactedFile> files) {
     if (IsSeries(file.file->type) || (row.kind != RowKind::kRecording && &file == first)) {
       AddSeries(file.facts, &row);
       AddSamples(file.facts, &row);
+    } else if (file.file->type == FileType::kStackedWaveform && file.facts.serial != 0) {
+      NoteOtherBox(file.facts.serial, &row);
     }
     if (IsSeries(file.file->type) &&
         (series == nullptr || series->written < file.file->info.written)) {

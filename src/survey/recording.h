@@ -73,7 +73,7 @@ struct SurveyRow {
   std::vector<TimeStretch> stretches;  ///< what was recorded between them, of all files together
   std::uint64_t odd_dates = 0;         ///< records that do not count in times, see `FileFacts`
   std::int64_t odd_date = 0;
-  /// The dates of all records are before 2000, or more than a year from the plan of the table.
+  /// All records are dated more than a year before the plan of the table; without one, before 2000.
   bool has_wrong_clock = false;
   std::int32_t channels = 0;
   double rate = 0;                  ///< Hz, the highest

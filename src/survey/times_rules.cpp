@@ -44,9 +44,11 @@ std::string Length(std::int64_t seconds) {
 void LookAtGaps(SurveyRows rows, const SurveyTeller& tell) {
   for (const auto& [box, recordings] : RecordingsByBox(rows)) {
     std::int64_t end = 0;
+    bool is_sure = true;  // records with odd dates may be what is missing
     for (const SurveyRow* row : recordings) {
       const bool is_planned = PlansAt(*row, end) && PlansAt(*row, row->start);
-      if (end > 0 && is_planned && row->start - end > kTolerance) {
+      is_sure = is_sure && row->odd_dates == 0;
+      if (end > 0 && is_planned && is_sure && row->start - end > kTolerance) {
         tell(*row, std::string("Box ")
                        .append(FormatInt(box))
                        .append(" recorded nothing for ")
@@ -55,6 +57,7 @@ void LookAtGaps(SurveyRows rows, const SurveyTeller& tell) {
                        .append(SurveyTime(end))
                        .append(" although its table plans to"));
       }
+      is_sure = row->odd_dates == 0;
       end = std::max(end, row->end);
     }
   }
@@ -84,7 +87,7 @@ void LookAtStarts(SurveyRows rows, const SurveyTeller& tell) {
     for (const SurveyRow* row : recordings) {
       const bool is_in_plan = PlansAt(*row, row->start);
       if (PlanOf(*row) && row->end >= row->table->plan_start &&
-          seen.insert(row->table->plan_start).second && is_in_plan &&
+          seen.insert(row->table->plan_start).second && is_in_plan && row->odd_dates == 0 &&
           row->start - row->table->plan_start > kTolerance) {
         tell(*row, std::string("Box ")
                        .append(FormatInt(box))
@@ -130,8 +133,10 @@ class SilentBoxes {
   void LookAt(const SurveyRow& row) {
     auto planned = CountingPlanOf(row, times_);
     if (row.HasTimes()) {
-      planned = planned ? TimeStretch{planned->start, std::max(planned->end, row.end)}
-                        : TimeStretch{row.start, row.end};
+      // A plan that was left in the table says nothing of this recording.
+      const bool is_of_plan = planned && row.start <= planned->end && row.end >= planned->start;
+      planned = is_of_plan ? TimeStretch{planned->start, std::max(planned->end, row.end)}
+                           : TimeStretch{row.start, row.end};
     }
     if (!planned) {
       return;
@@ -163,8 +168,10 @@ void LookAtSpreads(SurveyRows rows, const SurveyTeller& tell) { SilentBoxes(rows
 
 void LookAtLost(SurveyRows rows, const SurveyTeller& tell) {
   const RecordedTimes times(rows);
+  std::set<std::pair<std::int32_t, std::int64_t>> told;  // of copies of a table one
   for (const auto& row : rows) {
-    if (IsLost(*row, times)) {
+    if (IsLost(*row, times) &&
+        told.emplace(row->box, std::max(row->table->first, row->table->fix)).second) {
       std::string sentence = "The box has written this table after ";
       sentence.append(row->table->recorded > 0 ? FormatInt(row->table->recorded) : "its");
       sentence.append(row->table->recorded == 1 ? " record" : " records");
@@ -176,14 +183,39 @@ void LookAtLost(SurveyRows rows, const SurveyTeller& tell) {
   }
 }
 
+// Satellites count weeks to 1024: a receiver that takes one round for another is almost 20 years
+// behind those beside it.
+class WeekRounds {
+ public:
+  explicit WeekRounds(SurveyRows rows) {
+    for (const auto& row : rows) {
+      if (row->HasTimes()) {
+        starts_.push_back(row->start);
+      }
+    }
+    std::sort(starts_.begin(), starts_.end());
+  }
+  bool IsBehind(const SurveyRow& row) const {
+    constexpr std::int64_t kWeek = std::int64_t{7} * 86400;
+    const std::int64_t right = row.start + 1024 * kWeek;
+    const auto other = std::lower_bound(starts_.begin(), starts_.end(), right - kWeek);
+    return row.HasTimes() && other != starts_.end() && *other <= right + kWeek;
+  }
+
+ private:
+  std::vector<std::int64_t> starts_;
+};
+
 void LookAtDates(SurveyRows rows, const SurveyTeller& tell) {
+  const WeekRounds rounds(rows);
   for (const auto& row : rows) {
+    const std::string dated = std::string("The records are dated ").append(SurveyTime(row->start));
     if (row->has_wrong_clock) {
-      std::string sentence = "The records are dated ";
-      sentence.append(SurveyTime(row->start));
       const auto plan = PlanOf(*row);
-      tell(*row, plan ? sentence.append(", planned for ").append(SurveyTime(plan->start))
-                      : sentence.append(": a clock that was not set"));
+      tell(*row, plan ? dated + ", planned for " + SurveyTime(plan->start)
+                      : dated + ": a clock that was not set");
+    } else if (rounds.IsBehind(*row)) {
+      tell(*row, dated + ", 1024 weeks before others: a clock that took the week for an older one");
     } else if (row->odd_dates > 0) {
       std::string sentence = FormatInt(row->odd_dates);
       sentence.append(" of ").append(FormatInt(row->records)).append(" records ");
@@ -207,17 +239,21 @@ constexpr auto kRules = std::to_array<SurveyRule>({
     {"box-silent", Severity::kWarning,
      "a box with channels in the table of a recording (auxiliary, transmitter and reference "
      "boxes), "
-     "or in a start-up file that plans for when anything was recorded (its own box too), has no "
-     "recording in that plan (else in the time of the recording)",
+     "or in a start-up file of whose plan half had passed when the last recording ended (its own "
+     "box "
+     "too), has no recording in that plan (else, or where the plan is of another time, in the time "
+     "of "
+     "the recording)",
      LookAtSpreads},
     {"recording-missing", Severity::kWarning,
      "a table without a waveform counts records (\"TOTL\", \"FTIM\") of a box that has no such "
-     "recording in the survey",
+     "recording in the survey; \"FTIM\", else \"LFIX\", is within the plan, and not more than two "
+     "weeks before the survey",
      LookAtLost},
     {"date-odd", Severity::kWarning,
-     "records without a date, or dated more than a year from the others; or all before 2000, or "
-     "more "
-     "than a year from their plan: such times count in no other rule and in no picture",
+     "records without a date, or dated more than a week from the others of their file; or all more "
+     "than a year before their plan, without a plan before 2000: such times count in no other rule "
+     "and in no picture; or 1024 weeks before other recordings",
      LookAtDates},
 });
 

@@ -9,8 +9,13 @@ namespace orvane {
 
 bool IsBlank(const TsHeader& header) {
   const auto bytes = BytesOf(header);
-  return std::all_of(bytes.begin(), bytes.end(),
-                     [](std::byte byte) { return byte == std::byte{0}; });
+  const auto are_all = [&bytes](std::size_t count, std::byte value) {
+    return std::all_of(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count),
+                       [value](std::byte byte) { return byte == value; });
+  };
+  // Of the shorter headers the rest is zero.
+  return are_all(bytes.size(), std::byte{0}) ||
+         are_all(BytesIn(TsHeaderSize::kBand), std::byte{0xFF});
 }
 
 double SampleRate(const TsHeader& header) {

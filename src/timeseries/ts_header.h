@@ -73,7 +73,7 @@ static_assert(offsetof(TsHeader, trailing_scans) == 27 && offsetof(TsHeader, fre
 static_assert(offsetof(TsHeader, byte51) == 51 && offsetof(TsHeader, text52) == 52);
 static_assert(offsetof(TsHeader, text68) == 68 && offsetof(TsHeader, arrays84) == 84);
 
-/// All bytes are zero, as in what a disk was to hold and never got.
+/// All bytes are 0, as in what a disk was to hold and never got, or FF, as in an erased one.
 bool IsBlank(const TsHeader& header);
 
 /// Samples per second; 0 for an unknown unit.

@@ -36,6 +36,11 @@ SurveyRow Row(std::int64_t start, std::int64_t length) {
   return row;
 }
 
+SurveyRow OfBox(std::int32_t box, SurveyRow row) {
+  row.box = box;
+  return row;
+}
+
 std::string Found(const std::vector<SurveyRow>& rows) {
   std::vector<std::shared_ptr<const SurveyRow>> shared;
   for (const SurveyRow& row : rows) {
@@ -127,6 +132,12 @@ TEST(SurveyRulesTest, SpeakFromTheirLimitsOn) {
        }},
       {"boxes-mixed", [](SurveyRow* row, TableFacts*) { row->other_box = 1300; }},
       {"date-odd", [](SurveyRow* row, TableFacts*) { row->odd_dates = 1; }},
+      // The records that are missing at the start may be those with odd dates.
+      {"date-odd",
+       [](SurveyRow* row, TableFacts*) {
+         row->odd_dates = 2;
+         row->start += 120;
+       }},
       {"table-newer?", [](SurveyRow* row, TableFacts*) { row->table_state = TableState::kNewer; }},
       {"box-silent",
        [](SurveyRow*, TableFacts* table) {
@@ -138,7 +149,12 @@ TEST(SurveyRulesTest, SpeakFromTheirLimitsOn) {
   }
   EXPECT_EQ(Found({Row(0, 600), Row(660, 600)}), "");
   EXPECT_EQ(Found({Row(0, 600), Row(661, 600)}), "recording-gap");
+  SurveyRow odd = Row(0, 600);
+  odd.odd_dates = 1;
+  EXPECT_EQ(Found({odd, Row(661, 600)}), "date-odd");
   EXPECT_EQ(Found({Row(0, 600), Row(7300, 600)}), "") << "beyond the plan";
+  constexpr std::int64_t kRound = std::int64_t{1024} * 7 * 86400;
+  EXPECT_EQ(Found({OfBox(1204, Row(-kRound, 600)), Row(0, 600)}), "date-odd");
   EXPECT_EQ(Found({Row(598, 600), Row(0, 600)}), "") << "lengths are rounded";
   EXPECT_EQ(Found({Row(597, 600), Row(0, 600)}), "recording-overlap");
   EXPECT_EQ(Found({Row(0, 3000), Row(10, 20), Row(2900, 50)}),
@@ -159,10 +175,16 @@ TEST(SurveyRulesTest, PlansAreHeldAgainstWhatWasRecorded) {
     row.files[0].type = FileType::kTable;
     return row;
   };
-  const SurveyRow main = Row(0, 600);
+  const SurveyRow main = Row(0, 3600);  // half of the plan
+  const auto recorded_alone = [&](std::int64_t fix, std::int64_t first) {
+    return table_alone([&](TableFacts* table) {
+      table->recorded = 9;
+      table->fix = fix;
+      table->first = first;
+    });
+  };
   const auto clock_lost = [&](std::int32_t box) {
-    SurveyRow row = Row(10, 600);
-    row.box = box;
+    SurveyRow row = OfBox(box, Row(10, 600));
     row.has_wrong_clock = true;
     return row;
   };
@@ -174,19 +196,31 @@ TEST(SurveyRulesTest, PlansAreHeldAgainstWhatWasRecorded) {
       {"box-silent", {main, table_alone([](TableFacts*) {})}},
       {"", {table_alone([](TableFacts*) {})}},
       {"", {main, table_alone([](TableFacts* table) { table->channels = 0; })}},
-      {"", {main, table_alone([](TableFacts* table) { table->plan_start = kStart + 601; })}},
-      {"recording-missing", {main, table_alone([](TableFacts* table) { table->recorded = 9; })}},
-      {"recording-missing", {table_alone([](TableFacts* table) { table->recorded = 9; })}},
-      {"recording-missing",
-       {main, table_alone([](TableFacts* table) { table->first = kStart + 100; })}},
-      // Of an earlier day: a start-up file that was made of a table that had recorded.
-      {"box-silent", {main, table_alone([](TableFacts* table) { table->first = kStart - 90000; })}},
+      {"", {Row(0, 3599), table_alone([](TableFacts*) {})}},
+      // What a start-up file kept of an earlier day says nothing of this one.
+      {"", {table_alone([](TableFacts* table) { table->recorded = 9; })}},
+      {"box-silent", {main, recorded_alone(kStart - 61, 0)}},
+      {"recording-missing", {main, recorded_alone(kStart - 60, 0)}},
+      {"recording-missing", {recorded_alone(kStart + 7200 + 3600, 0)}},
+      {"", {recorded_alone(kStart + 7200 + 3601, 0)}},
+      {"box-silent", {main, recorded_alone(kStart + 100, kStart - 90000)}},
+      {"recording-missing", {main, recorded_alone(0, kStart + 100)}},
+      {"recording-missing", {main, recorded_alone(kStart, 0), recorded_alone(kStart, 0)}},
+      // It was begun anew: the record before it had ended.
+      {"recording-missing", {OfBox(1211, Row(0, 3600)), recorded_alone(0, kStart + 3600)}},
+      {"", {OfBox(1211, Row(0, 3600)), recorded_alone(0, kStart + 3599)}},
+      // A table of last year, made again each morning.
+      {"", {Row(86400 * 14 + 7200, 600), table_alone([](TableFacts* table) {
+              table->recorded = 9;
+              table->fix = kStart + 7199;
+            })}},
       {"",
        {main, table_alone([](TableFacts* table) {
           table->plan_start = table->plan_end = 0;
           table->recorded = 9;
+          table->fix = kStart;
         }),
-        With([](SurveyRow* row, TableFacts*) { row->box = 1211; })}},
+        OfBox(1211, Row(0, 600))}},
       // A clock that was wrong has recorded all the same, and nobody knows when.
       {"date-odd", {main, clock_lost(1203)}},
       {"date-odd", {main, clock_lost(1211), table_alone([](TableFacts*) {})}},
