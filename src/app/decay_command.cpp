@@ -7,17 +7,19 @@
 namespace orvane {
 
 DecayCommand::DecayCommand(FieldDisplays* displays, QAction* command, QMainWindow* window)
-    : QObject(window),
-      displays_(displays),
-      command_(command),
-      dock_(new DecayDock([this] { return Shown(); }, window)) {
-  window->addDockWidget(Qt::RightDockWidgetArea, dock_);
-  dock_->hide();
-  ConnectDock(dock_, command_);
+    : QObject(window), displays_(displays), command_(command), window_(window) {
+  command_->setCheckable(true);
   command_->setEnabled(false);
-  connect(dock_->toggleViewAction(), &QAction::toggled, this, &DecayCommand::Note);
   connect(displays_, &FieldDisplays::changed, this, &DecayCommand::Follow);
+}
+
+void DecayCommand::MakeDock() {
+  dock_ = new DecayDock([this] { return Shown(); }, window_);
+  ConnectDock(dock_, command_);
+  connect(dock_->toggleViewAction(), &QAction::toggled, this, &DecayCommand::Note);
   connect(dock_, &DecayDock::told, displays_, &FieldDisplays::told);
+  AddLateDock(Qt::RightDockWidgetArea, dock_, window_);
+  is_wanted_ = !dock_->isHidden();
 }
 
 DecayDock::Shown DecayCommand::Shown() const {
@@ -29,6 +31,12 @@ DecayDock::Shown DecayCommand::Shown() const {
 void DecayCommand::Follow() {
   auto* display = qobject_cast<CWaveformDisplay*>(displays_->Current());
   const bool has_waveform = display != nullptr;
+  if (dock_ == nullptr) {
+    if (!has_waveform) {
+      return;
+    }
+    MakeDock();
+  }
   command_->setEnabled(has_waveform);
   dock_->toggleViewAction()->setEnabled(has_waveform);
   is_following_ = true;

@@ -16,17 +16,19 @@ class DecayCommand : public QObject {
   Q_OBJECT
 
  public:
-  /// All must outlive this. The window gets the dock.
+  /// All must outlive this. The window gets the dock when it shows its first waveform.
   DecayCommand(FieldDisplays* displays, QAction* command, QMainWindow* window);
 
  private:
   DecayDock::Shown Shown() const;
+  void MakeDock();
   void Follow();
   void Note(bool is_shown);
 
   FieldDisplays* displays_;
   QAction* command_;
-  DecayDock* dock_;
+  QMainWindow* window_;
+  DecayDock* dock_ = nullptr;
   bool is_wanted_ = false;
   bool is_following_ = false;
 };

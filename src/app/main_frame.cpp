@@ -272,7 +272,7 @@ void CMainFrame::ConnectCommands() {
   new SpectrumCommand(displays_, Command(kViewSpectrum), this);
   new DecayCommand(displays_, Command(kViewDecay), this);
   ConnectStart();
-  records_ = new RecordCommands(displays_, Command(kViewRecords), this);
+  new RecordCommands(displays_, Command(kViewRecords), this);
   survey_ = new SurveyCommand(
       Command(kOpenSurvey), &utilities_, [this](const QString& path) { OpenAny(path); }, this);
   Handle(kPrintParameters, [this] { editors_.PrintRaw(); });
@@ -413,7 +413,6 @@ void CMainFrame::RestoreLayout() {
   const QSettings settings;
   restoreGeometry(settings.value(kGeometry).toByteArray());
   restoreState(settings.value(kState).toByteArray());
-  records_->TakeLayout();
   Command(kViewToolbar)->setChecked(!findChild<QToolBar*>()->isHidden());
   Command(kViewStatusBar)->setChecked(settings.value(kStatusBar, true).toBool());
 }

@@ -90,7 +90,6 @@ class CMainFrame : public QMainWindow {
   ChangedFileBar* changed_file_;
   QStackedWidget* stack_;
   FieldDisplays* displays_;
-  RecordCommands* records_ = nullptr;
   SurveyCommand* survey_ = nullptr;
   NoticeLabel* notice_ = nullptr;
   std::map<int, QAction*> commands_;

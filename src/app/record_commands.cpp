@@ -6,23 +6,29 @@
 namespace orvane {
 
 RecordCommands::RecordCommands(FieldDisplays* displays, QAction* command, QMainWindow* window)
-    : QObject(window), displays_(displays), command_(command), dock_(new RecordDock(window)) {
-  window->addDockWidget(Qt::BottomDockWidgetArea, dock_);
-  dock_->hide();
-  ConnectDock(dock_, command);
-  command->setEnabled(false);
-  connect(dock_->toggleViewAction(), &QAction::toggled, this,
-          [this](bool is_shown) { is_wanted_ = has_waveform_ ? is_shown : is_wanted_; });
+    : QObject(window), displays_(displays), command_(command), window_(window) {
+  command_->setCheckable(true);
+  command_->setEnabled(false);
   connect(displays_, &FieldDisplays::changed, this, &RecordCommands::Follow);
 }
 
-void RecordCommands::TakeLayout() {
+void RecordCommands::MakeDock() {
+  dock_ = new RecordDock(window_);
+  ConnectDock(dock_, command_);
+  AddLateDock(Qt::BottomDockWidgetArea, dock_, window_);
   is_wanted_ = !dock_->isHidden();
-  dock_->hide();
+  connect(dock_->toggleViewAction(), &QAction::toggled, this,
+          [this](bool is_shown) { is_wanted_ = has_waveform_ ? is_shown : is_wanted_; });
 }
 
 void RecordCommands::Follow() {
   auto* display = qobject_cast<CWaveformDisplay*>(displays_->Current());
+  if (dock_ == nullptr) {
+    if (display == nullptr) {
+      return;
+    }
+    MakeDock();
+  }
   dock_->Follow(display);
   if (display != nullptr) {
     LendKeys(*display, dock_);

@@ -17,19 +17,17 @@ class RecordCommands : public QObject {
   Q_OBJECT
 
  public:
-  /// All must outlive this.
+  /// All must outlive this. The window gets the dock when it shows its first waveform.
   RecordCommands(FieldDisplays* displays, QAction* command, QMainWindow* window);
 
-  RecordDock* Dock() const { return dock_; }
-  /// After the window's layout was restored: whether the dock is wanted is what it says.
-  void TakeLayout();
-
  private:
+  void MakeDock();
   void Follow();
 
   FieldDisplays* displays_;
   QAction* command_;
-  RecordDock* dock_;
+  QMainWindow* window_;
+  RecordDock* dock_ = nullptr;
   bool is_wanted_ = false;
   bool has_waveform_ = false;
 };

@@ -21,23 +21,27 @@ SpectrumCommand::SpectrumCommand(FieldDisplays* displays, QAction* command, QMai
     : QObject(window),
       displays_(displays),
       command_(command),
-      dock_(new SpectrumDock(
-          [displays]() -> const WaveformView* {
-            CWaveformDisplay* display = ShownBy(displays);
-            return display == nullptr ? nullptr : &display->View();
-          },
-          [displays]() -> const RecordNumbers* {
-            CWaveformDisplay* display = ShownBy(displays);
-            return display == nullptr ? nullptr : &display->Book()->LeftOut();
-          },
-          window)),
+      window_(window),
       is_wanted_(QSettings().value(kWanted, false).toBool()) {
-  window->addDockWidget(Qt::RightDockWidgetArea, dock_);
-  dock_->hide();
-  ConnectDock(dock_, command_);
+  command_->setCheckable(true);
   command_->setEnabled(false);
-  connect(dock_->toggleViewAction(), &QAction::toggled, this, &SpectrumCommand::Note);
   connect(displays_, &FieldDisplays::changed, this, &SpectrumCommand::Follow);
+}
+
+void SpectrumCommand::MakeDock() {
+  dock_ = new SpectrumDock(
+      [this]() -> const WaveformView* {
+        CWaveformDisplay* display = ShownBy(displays_);
+        return display == nullptr ? nullptr : &display->View();
+      },
+      [this]() -> const RecordNumbers* {
+        CWaveformDisplay* display = ShownBy(displays_);
+        return display == nullptr ? nullptr : &display->Book()->LeftOut();
+      },
+      window_);
+  ConnectDock(dock_, command_);
+  AddLateDock(Qt::RightDockWidgetArea, dock_, window_);
+  connect(dock_->toggleViewAction(), &QAction::toggled, this, &SpectrumCommand::Note);
   connect(dock_, &SpectrumDock::told, displays_, &FieldDisplays::told);
   connect(dock_, &SpectrumDock::pageWanted, this, [this](int by) {
     if (CDisplay* display = displays_->Current(); display != nullptr) {
@@ -48,6 +52,12 @@ SpectrumCommand::SpectrumCommand(FieldDisplays* displays, QAction* command, QMai
 
 void SpectrumCommand::Follow() {
   const bool has_waveform = displays_->ShowsWaveform();
+  if (dock_ == nullptr) {
+    if (!has_waveform) {
+      return;
+    }
+    MakeDock();
+  }
   command_->setEnabled(has_waveform);
   dock_->toggleViewAction()->setEnabled(has_waveform);
   is_following_ = true;

@@ -16,18 +16,18 @@ class SpectrumCommand : public QObject {
   Q_OBJECT
 
  public:
-  /// All must outlive this. The window gets the dock.
+  /// All must outlive this. The window gets the dock when it shows its first waveform.
   SpectrumCommand(FieldDisplays* displays, QAction* command, QMainWindow* window);
 
-  SpectrumDock* Dock() const { return dock_; }
-
  private:
+  void MakeDock();
   void Follow();
   void Note(bool is_shown);
 
   FieldDisplays* displays_;
   QAction* command_;
-  SpectrumDock* dock_;
+  QMainWindow* window_;
+  SpectrumDock* dock_ = nullptr;
   bool is_wanted_;
   bool is_following_ = false;
 };
