@@ -2,10 +2,10 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # usage: build-qt.sh FOLDER
 # Builds Debian's sources of Qt for 64-bit Windows, with the Qt tools of this machine, and adds what
-# Orvane needs of Debian's sources of QCustomPlot, of Qt's module for SVG and of FFTW. What it makes stands in
-# a folder of its own under FOLDER, named by version and flags, whose path is the one line of output;
+# Orvane needs of Debian's sources of QCustomPlot, of Qt's module for SVG, of FFTW and of SQLite. What it makes
+# stands in a folder of its own under FOLDER, named by version and flags, whose path is the one line of output;
 # what is already there is kept. A first run takes an hour on two processors and 3 GB below FOLDER,
-# 0.1 GB of which stay. Not to be run twice at once for the same FOLDER.
+# 0.1 GB of which stay. A second run at once waits for the first.
 set -euo pipefail
 here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
 CACHE=$(realpath -m "$1")
@@ -109,6 +109,24 @@ add_fftw() {
   mv "$work/fftw.part" "$prefix/fftw"
 }
 
+# SQLite as a static library. Debian's source is that of its developers: here, where Tcl runs, it becomes
+# the one file that is compiled for Windows.
+add_sqlite() {
+  local work=$1 prefix=$2 part=$1/sqlite.part
+  [[ ! -d $prefix/sqlite ]] || return 0
+  use_source_lists "$work"
+  fetch "$work" sqlite3
+  mkdir -p "$work/sqlite" "$part/include" "$part/lib"
+  (cd "$work/sqlite" && ../sqlite3/configure --quiet --disable-tcl --disable-readline &&
+    make -s sqlite3.c sqlite3.h &&
+    x86_64-w64-mingw32-gcc-posix -O2 -DSQLITE_OMIT_LOAD_EXTENSION -DSQLITE_THREADSAFE=1 -c sqlite3.c &&
+    x86_64-w64-mingw32-ar rcs "$part/lib/libsqlite3.a" sqlite3.o) >"$work/sqlite.log" 2>&1 ||
+    { tell "See $work/sqlite.log"; return 1; }
+  cp "$work/sqlite/sqlite3.h" "$part/include/"
+  cp "$work/sqlite3/debian/copyright" "$part/"
+  mv "$part" "$prefix/sqlite"
+}
+
 build_qt() {
   local work=$1 prefix=$2 host=$3
   tell "Building Qt ${host%%+*} for Windows in $CACHE: an hour on two processors, once"
@@ -134,14 +152,18 @@ main() {
     cat "$HERE/../../cmake/mingw.cmake"
   } | sha256sum | cut -c1-12)
   work=$CACHE/qt-work
+  mkdir -p "$CACHE"
+  exec 9>"$CACHE/qt.lock"
+  flock 9
   if [[ ! -f $prefix/complete || ! -d $prefix/qcustomplot || ! -d $prefix/svg ||
-    ! -d $prefix/fftw ]]; then
+    ! -d $prefix/fftw || ! -d $prefix/sqlite ]]; then
     rm -rf "$work"
     mkdir -p "$work"
     [[ -f $prefix/complete ]] || build_qt "$work" "$prefix" "$host"
     add_qcustomplot "$work" "$prefix"
     add_svg "$work" "$prefix"
     add_fftw "$work" "$prefix"
+    add_sqlite "$work" "$prefix"
     rm -rf "$work"
   fi
   printf '%s\n' "$prefix"

@@ -36,7 +36,7 @@ make_programs() {
     -DQT_CHAINLOAD_TOOLCHAIN_FILE="$TREE/cmake/mingw.cmake" \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
     -DORVANE_SVG=OFF -DORVANE_SVG_WRITER="$qt/svg" -DORVANE_QCUSTOMPLOT="$qt/qcustomplot" \
-    -DORVANE_FFTW="$qt/fftw" -DORVANE_SQLITE=OFF \
+    -DORVANE_FFTW="$qt/fftw" -DORVANE_SQLITE_FOLDER="$qt/sqlite" \
     -DORVANE_CLI11="$WORK/headers" -DORVANE_JSON="$WORK/headers" -DORVANE_GTEST=/usr/src/googletest -DORVANE_BENCH=OFF \
     -DBUILD_GMOCK=OFF -DINSTALL_GTEST=OFF --log-level=WARNING >"$WORK/configure.log" 2>&1 ||
     fail "see $WORK/configure.log"
@@ -47,6 +47,7 @@ make_programs() {
   cp "$qt/qcustomplot/copyright" "$WORK/licences/QCustomPlot.txt"
   cp "$qt/svg/copyright" "$WORK/licences/QtSvg.txt"
   cp "$qt/fftw/copyright" "$WORK/licences/FFTW.txt"
+  cp "$qt/sqlite/copyright" "$WORK/licences/SQLite.txt"
   cp /usr/share/doc/libcli11-dev/copyright "$WORK/licences/CLI11.txt"
   cp /usr/share/doc/nlohmann-json3-dev/copyright "$WORK/licences/JSON.txt"
   cp /usr/share/doc/gcc-mingw-w64-base/copyright "$WORK/licences/GCC.txt"
@@ -96,15 +97,16 @@ run_tests() {
 test_programs() {
   local tool=$WORK/tool
   say "Tests under Wine:"
+  # First what differs most from the system that this was written on.
+  WINEQT_QPA_PLATFORM=$PLATFORM run_tests "windows and dialogs, on a display" \
+    on_screen /usr/lib/wine/wine64 "$BIN/orvane_gui_tests.exe"
+  WINEQT_QPA_FONTDIR=$(wine winepath -w /usr/share/fonts/truetype/liberation | tr -d '\r') \
+    WINEQT_QPA_PLATFORM=offscreen run_tests "windows and dialogs, without a display" \
+    /usr/lib/wine/wine64 "$BIN/orvane_gui_tests.exe"
   run_tests "library" /usr/lib/wine/wine64 "$BIN/orvane_tests.exe"
   printf '#!/bin/sh\nexec /usr/lib/wine/wine64 "%s" "$@"\n' "$BIN/orvane-cli.exe" >"$tool"
   chmod +x "$tool"
   ORVANE_TEST_WINDOWS_TOOL=$tool run_tests "tool" "$HERE/orvane_cli_tests"
-  WINEQT_QPA_FONTDIR=$(wine winepath -w /usr/share/fonts/truetype/liberation | tr -d '\r') \
-    WINEQT_QPA_PLATFORM=offscreen run_tests "windows and dialogs, without a display" \
-    /usr/lib/wine/wine64 "$BIN/orvane_gui_tests.exe"
-  WINEQT_QPA_PLATFORM=$PLATFORM run_tests "windows and dialogs, on a display" \
-    on_screen /usr/lib/wine/wine64 "$BIN/orvane_gui_tests.exe"
 }
 
 # convert_survey FOLDER TOOL...: every conversion, in the folder itself.
@@ -166,15 +168,26 @@ make_folder() {
   say "Made out/windows/$NAME.zip ($(du -h "$folder.zip" | cut -f1))"
 }
 
-make_installer() {
-  local files=$WORK/uninstall.nsh setup=$OUT/$NAME-setup.exe
+# make_setup VERSION FOLDER SETUP: an installer of what is in the folder.
+make_setup() {
+  local files=$WORK/uninstall.nsh
   # What the uninstaller takes away: exactly what the installer brought.
-  (cd "$OUT/$NAME" &&
+  (cd "$2" &&
     find . -type f -printf '  Delete "$INSTDIR\\%P"\n' &&
     find . -mindepth 1 -depth -type d -printf '  RMDir "$INSTDIR\\%P"\n') | sed 's,/,\\,g' >"$files"
-  makensis -V2 -INPUTCHARSET UTF8 -DVERSION="$VERSION" -DFOLDER="$OUT/$NAME" -DOUTPUT="$setup" \
-    -DFILES="$files" -DICON="$WORK/src/app/resources/orvane.ico" packaging/windows/orvane.nsi
+  makensis -V2 -INPUTCHARSET UTF8 -DVERSION="$1" -DFOLDER="$2" -DOUTPUT="$3" -DFILES="$files" \
+    -DICON="$WORK/src/app/resources/orvane.ico" packaging/windows/orvane.nsi
+}
+
+make_installers() {
+  local setup=$OUT/$NAME-setup.exe older=$WORK/older
+  make_setup "$VERSION" "$OUT/$NAME" "$setup"
   say "Made out/windows/$NAME-setup.exe ($(du -h "$setup" | cut -f1))"
+  # One to upgrade from: it brings a file that this version no longer has.
+  rm -rf "$older"
+  cp -r "$OUT/$NAME" "$older"
+  printf 'gone\r\n' >"$older/older.txt"
+  make_setup 0.9 "$older" "$WORK/older-setup.exe"
 }
 
 mkdir -p "$OUT"
@@ -184,5 +197,5 @@ test_programs
 compare_conversions
 draw_pictures
 make_folder
-make_installer
-packaging/windows/test-packages.sh "$OUT/$NAME" "$WORK/survey" "$HERE"
+make_installers
+packaging/windows/test-packages.sh "$OUT/$NAME" "$WORK/older-setup.exe" "$WORK/survey" "$HERE"

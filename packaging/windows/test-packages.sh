@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Uses the zip and the installer under Wine as a user would: opens a table of the example survey,
-# edits it in its window, saves, converts, installs, removes. What is left then is a fault.
+# edits it in its window, saves, converts, installs, upgrades, removes. What is left then is a fault.
 #
-#   test-packages.sh PACKAGE SURVEY HERE
+#   test-packages.sh PACKAGE OLDER SURVEY HERE
 #
-# PACKAGE.zip and PACKAGE-setup.exe are tested; HERE is the folder of the programs for this machine.
+# PACKAGE.zip and PACKAGE-setup.exe are tested; OLDER is the installer of a version before, HERE is the folder of the programs for this machine.
 set -Eeuo pipefail
-readonly PACKAGE=$1 SURVEY=$2 HERE=$3
+readonly PACKAGE=$1 OLDER=$2 SURVEY=$3 HERE=$4
 readonly CLASSES='Software\Classes' TYPE='Orvane.Document'
 readonly SETTINGS='HKCU\Software\Local AppWizard-Generated Applications\Orvane'
 
@@ -138,6 +138,36 @@ test_installer() {
   say "The installer: installed, opened by the type of the file, removed; nothing is left"
 }
 hides_key() { ! has_key "$1"; }
+installed_version() { registry 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvane' DisplayVersion; }
+is_version() { [[ $(installed_version) == "$1" ]]; }
+
+# An older version is installed and used, then this one over it; another program takes the type.
+test_upgrade() {
+  local programs="$WINEPREFIX/drive_c/Program Files/Orvane" recent version
+  version=$(sed 's/.*orvane-\([0-9.]*\)-windows.*/\1/' <<<"$PACKAGE")
+  wine "$OLDER" /S
+  wait_for 60 is_version 0.9
+  [[ -f $programs/older.txt ]] || fail "the older version lacks its file"
+  wine reg add "$SETTINGS\\Upgrade" /v Kept /d yes /f >/dev/null
+  recent=$(registry "$SETTINGS\\Recent File List" File1)
+  wine "$PACKAGE-setup.exe" /S
+  wait_for 60 is_version "$version"
+  wait_for 20 test -f "$programs/uninstall.exe"
+  diff -r "$PACKAGE" "$programs" | grep -v 'uninstall.exe$' && fail "the upgrade leaves files of the older version"
+  [[ $(registry "$SETTINGS\\Upgrade" Kept) == yes && $(registry "$SETTINGS\\Recent File List" File1) == "$recent" ]] ||
+    fail "the upgrade takes away settings"
+  [[ $(registry "HKLM\\$CLASSES\\.tbl") == "$TYPE" ]] || fail "the upgrade takes away the type"
+  wine reg delete "$SETTINGS\\Upgrade" /f >/dev/null
+  wine reg add "HKLM\\$CLASSES\\.tbl" /ve /d Other.Document /f >/dev/null
+  wine "$programs/uninstall.exe" /S
+  wait_for 60 test ! -e "$programs"
+  wait_for 10 hides_key "HKLM\\$CLASSES\\$TYPE"
+  [[ $(registry "HKLM\\$CLASSES\\.tbl") == Other.Document ]] ||
+    fail "the uninstaller takes the type from another program"
+  wine reg delete "HKLM\\$CLASSES\\.tbl" /f >/dev/null
+  say "An older version: upgraded with its settings; the type of another program stays"
+}
 
 test_zip
 test_installer
+test_upgrade
