@@ -31,11 +31,12 @@ void LookAtCuts(SurveyRows rows, const SurveyTeller& tell) {
 void LookAtEmptyFiles(SurveyRows rows, const SurveyTeller& tell) {
   for (const auto& row : rows) {
     for (const std::string& name : row->empty) {
-      std::string sentence = std::string(name).append(" has no record");
+      std::string sentence = std::string(name).append(" holds no data");
       const FileType type = FileTypeOf(name);
       if ((type == FileType::kWaveform || type == FileType::kBand) && row->table != nullptr &&
           row->table->recorded > 0) {
         sentence.append("; its table counts ").append(FormatInt(row->table->recorded));
+        sentence.append(row->table->recorded == 1 ? " record" : " records");
       }
       tell(*row, std::move(sentence));
     }

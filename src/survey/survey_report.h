@@ -21,7 +21,7 @@ struct SurveyReport {
   std::filesystem::path folder = {};  ///< for pictures of what has findings; empty: none
   std::int64_t since = 0;             ///< seconds since 1970; earlier recordings were left out
   std::size_t hidden = 0;             ///< files and folders that were not looked at
-  std::string maker = {};             ///< "Orvane 5.0"
+  std::string maker = {};             ///< "Orvane 5.1"
 };
 
 /// "3 hidden files and folders were not looked at".

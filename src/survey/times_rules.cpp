@@ -133,10 +133,13 @@ class SilentBoxes {
   void LookAt(const SurveyRow& row) {
     auto planned = CountingPlanOf(row, times_);
     if (row.HasTimes()) {
-      // A plan that was left in the table says nothing of this recording.
-      const bool is_of_plan = planned && row.start <= planned->end && row.end >= planned->start;
-      planned = is_of_plan ? TimeStretch{planned->start, std::max(planned->end, row.end)}
-                           : TimeStretch{row.start, row.end};
+      // A plan that was left in the table says nothing of this recording; one that is still to come
+      // says when the others record.
+      const TimeStretch own = {row.start, row.end};
+      planned =
+          planned && row.start <= planned->end
+              ? TimeStretch{std::min(planned->start, own.start), std::max(planned->end, own.end)}
+              : own;
     }
     if (!planned) {
       return;
@@ -184,7 +187,7 @@ void LookAtLost(SurveyRows rows, const SurveyTeller& tell) {
 }
 
 // Satellites count weeks to 1024: a receiver that takes one round for another is almost 20 years
-// behind those beside it.
+// from those beside it.
 class WeekRounds {
  public:
   explicit WeekRounds(SurveyRows rows) {
@@ -195,14 +198,27 @@ class WeekRounds {
     }
     std::sort(starts_.begin(), starts_.end());
   }
-  bool IsBehind(const SurveyRow& row) const {
-    constexpr std::int64_t kWeek = std::int64_t{7} * 86400;
-    const std::int64_t right = row.start + 1024 * kWeek;
-    const auto other = std::lower_bound(starts_.begin(), starts_.end(), right - kWeek);
-    return row.HasTimes() && other != starts_.end() && *other <= right + kWeek;
+
+  /// "before" or "after" those that are more than these; of as many the earlier are wrong. Empty
+  /// where there are none a round away.
+  std::string_view PlaceOf(const SurveyRow& row) const {
+    constexpr std::int64_t kRound = 1024 * kWeek;
+    const auto own = HowManyAt(row.start);
+    const auto later = HowManyAt(row.start + kRound);
+    if (!row.HasTimes() || (later == 0 && HowManyAt(row.start - kRound) <= own)) {
+      return {};
+    }
+    return later == 0 ? "after" : later >= own ? "before" : "";
   }
 
  private:
+  static constexpr std::int64_t kWeek = std::int64_t{7} * 86400;
+
+  std::ptrdiff_t HowManyAt(std::int64_t time) const {
+    return std::upper_bound(starts_.begin(), starts_.end(), time + kWeek) -
+           std::lower_bound(starts_.begin(), starts_.end(), time - kWeek);
+  }
+
   std::vector<std::int64_t> starts_;
 };
 
@@ -214,8 +230,9 @@ void LookAtDates(SurveyRows rows, const SurveyTeller& tell) {
       const auto plan = PlanOf(*row);
       tell(*row, plan ? dated + ", planned for " + SurveyTime(plan->start)
                       : dated + ": a clock that was not set");
-    } else if (rounds.IsBehind(*row)) {
-      tell(*row, dated + ", 1024 weeks before others: a clock that took the week for an older one");
+    } else if (const auto place = rounds.PlaceOf(*row); !place.empty()) {
+      tell(*row, dated + ", 1024 weeks " + std::string(place) +
+                     " others: a clock that took the week for one of another round");
     } else if (row->odd_dates > 0) {
       std::string sentence = FormatInt(row->odd_dates);
       sentence.append(" of ").append(FormatInt(row->records)).append(" records ");
@@ -241,9 +258,8 @@ constexpr auto kRules = std::to_array<SurveyRule>({
      "boxes), "
      "or in a start-up file of whose plan half had passed when the last recording ended (its own "
      "box "
-     "too), has no recording in that plan (else, or where the plan is of another time, in the time "
-     "of "
-     "the recording)",
+     "too), has no recording in that plan (else, or where the recording began after it, in the "
+     "time of the recording)",
      LookAtSpreads},
     {"recording-missing", Severity::kWarning,
      "a table without a waveform counts records (\"TOTL\", \"FTIM\") of a box that has no such "
@@ -253,7 +269,7 @@ constexpr auto kRules = std::to_array<SurveyRule>({
     {"date-odd", Severity::kWarning,
      "records without a date, or dated more than a week from the others of their file; or all more "
      "than a year before their plan, without a plan before 2000: such times count in no other rule "
-     "and in no picture; or 1024 weeks before other recordings",
+     "and in no picture; or 1024 weeks from as many or more other recordings",
      LookAtDates},
 });
 

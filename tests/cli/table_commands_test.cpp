@@ -311,7 +311,7 @@ TEST_F(TableCommands, UsageErrorsAreTwoHelpAndVersionAreNone) {
     const Outcome help = Run(std::string(arguments) + " --help");
     EXPECT_EQ(help.exit_code, 0);
     EXPECT_NE(help.out.find("Usage: orvane-cli"), std::string::npos) << arguments;
-    EXPECT_EQ(Run(std::string(arguments) + " --version").out, "orvane-cli 5.0\n") << arguments;
+    EXPECT_EQ(Run(std::string(arguments) + " --version").out, "orvane-cli 5.1\n") << arguments;
   }
 }
 

@@ -63,6 +63,15 @@ SurveyRow With(const std::function<void(SurveyRow*, TableFacts*)>& change) {
   return row;
 }
 
+SurveyRow WithBoxes(SurveyRow row, const std::vector<std::int32_t>& boxes) {
+  TableFacts table = *row.table;
+  for (const std::int32_t box : boxes) {
+    table.boxes.push_back({box, 1});
+  }
+  row.table = std::make_shared<const TableFacts>(table);
+  return row;
+}
+
 TEST(SurveyRulesTest, SpeakFromTheirLimitsOn) {
   using Change = std::function<void(SurveyRow*, TableFacts*)>;
   const auto calibration = [](std::int64_t days, int serial) -> Change {
@@ -154,7 +163,10 @@ TEST(SurveyRulesTest, SpeakFromTheirLimitsOn) {
   EXPECT_EQ(Found({odd, Row(661, 600)}), "date-odd");
   EXPECT_EQ(Found({Row(0, 600), Row(7300, 600)}), "") << "beyond the plan";
   constexpr std::int64_t kRound = std::int64_t{1024} * 7 * 86400;
-  EXPECT_EQ(Found({OfBox(1204, Row(-kRound, 600)), Row(0, 600)}), "date-odd");
+  EXPECT_EQ(Found({OfBox(1204, Row(-kRound, 600)), Row(0, 600)}), "date-odd") << "the earlier";
+  EXPECT_EQ(Found({OfBox(1204, Row(-kRound, 600)), OfBox(1205, Row(-kRound, 600)), Row(0, 600)}),
+            "date-odd")
+      << "the fewer";
   EXPECT_EQ(Found({Row(598, 600), Row(0, 600)}), "") << "lengths are rounded";
   EXPECT_EQ(Found({Row(597, 600), Row(0, 600)}), "recording-overlap");
   EXPECT_EQ(Found({Row(0, 3000), Row(10, 20), Row(2900, 50)}),
@@ -221,6 +233,10 @@ TEST(SurveyRulesTest, PlansAreHeldAgainstWhatWasRecorded) {
           table->fix = kStart;
         }),
         OfBox(1211, Row(0, 600))}},
+      // A test by hand before the others begin, and a plan of the day before.
+      {"box-silent", {WithBoxes(Row(-600, 120), {1203, 1207})}},
+      {"", {WithBoxes(Row(-600, 120), {1203, 1207}), OfBox(1207, Row(0, 600))}},
+      {"box-silent", {WithBoxes(Row(86400, 600), {1203, 1207}), OfBox(1207, Row(0, 600))}},
       // A clock that was wrong has recorded all the same, and nobody knows when.
       {"date-odd", {main, clock_lost(1203)}},
       {"date-odd", {main, clock_lost(1211), table_alone([](TableFacts*) {})}},
