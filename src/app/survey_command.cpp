@@ -34,6 +34,7 @@ SurveyCommand::SurveyCommand(QAction* command, UtilityCommands* utilities,
                              std::function<void(const QString& path)> open_file,
                              QMainWindow* window)
     : QObject(window), utilities_(utilities), open_file_(std::move(open_file)), window_(window) {
+  command->setEnabled(true);
   connect(command, &QAction::triggered, this, &SurveyCommand::Ask);
 }
 

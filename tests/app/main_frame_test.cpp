@@ -8,6 +8,7 @@
 #include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
+#include <set>
 
 #include "editors/acq_fields.h"
 #include "editors/site_forms.h"
@@ -85,6 +86,17 @@ TEST_F(MainFrame, HasEveryCommand) {
     EXPECT_EQ(action->statusTip(), QString::fromLatin1(row.status_tip));
     EXPECT_EQ(action->isEnabled(), row.is_enabled) << row.id;
   }
+  std::set<int> disabled;
+  for (const MenuRows& menu : Menus()) {
+    for (const CommandRow& row : menu.rows) {
+      const auto* action = frame_->findChild<QAction*>(QString::number(row.id));
+      if (action != nullptr && !action->isEnabled()) {
+        disabled.insert(row.id);
+      }
+    }
+  }
+  EXPECT_EQ(disabled, (std::set<int>{kFileRecent, kEditUndo, kEditRedo, kViewRecords, kViewSpectrum,
+                                     kViewDecay}));
   std::vector<int> commands;
   for (const QAction* menu : frame_->menuBar()->actions()) {
     int count = 0;

@@ -153,7 +153,7 @@ QWidget* CheckDock::MakeContent() {
   layout->addWidget(MakeFolders());
   layout->addWidget(MakeSpread(), 2);
   auto* row = new QHBoxLayout;
-  row->addWidget(NewNamedButton("Write All Start-&up Files", "write-all",
+  row->addWidget(NewNamedButton("Write &All Start-up Files", "write-all",
                                 "Write the file of each box with the values as they are", this,
                                 &CheckDock::writeWanted));
   row->addWidget(NewNamedButton("With Dialo&gs...", "write-guided",
