@@ -86,7 +86,7 @@ FindingsPane::FindingsPane(QWidget* parent)
   const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize);
   setIconSize(QSize(icon, icon));
   const int letter = fontMetrics().averageCharWidth();
-  constexpr std::array<int, kFindingColumns> kLetters = {12, 7, 26, 60};
+  constexpr std::array<int, kFindingColumns> kLetters = {18, 8, 28, 60};
   for (int column = 0; column < kFindingColumns; ++column) {
     header()->resizeSection(column, letter * kLetters[static_cast<std::size_t>(column)]);
   }

@@ -140,6 +140,7 @@ CSurveyWindow::CSurveyWindow(QWidget* parent)
   constexpr QSize kSize(1180, 680);
   ResizeWithinScreen(this, kSize);
   restoreGeometry(QSettings().value(kGeometry).toByteArray());
+  list_->setFocus();  // arrows go through the recordings, not through the kinds of groups
   ShowState();
 }
 
