@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <memory>
+#include <variant>
 
 #include "base/status.h"
 #include "bind.h"
@@ -138,12 +139,18 @@ py::list Verdicts(const Calibration& self) {
   return told;
 }
 
-RecordingHeader HeaderFor(const Calibration& self, const std::string& table, int channels) {
+// The bytes of a path, or a table itself.
+using TableOrPath = std::variant<const Table*, std::string>;
+
+RecordingHeader HeaderFor(const Calibration& self, const TableOrPath& table, int channels) {
   RecordingHeader header;
-  const auto path = PathOf(table);
-  TblReport report;
-  if (header.settings.Load(path, &report) != kOk) {
-    Fail(path, report.message);
+  if (const auto* path = std::get_if<std::string>(&table)) {
+    TblReport report;
+    if (header.settings.Load(PathOf(*path), &report) != kOk) {
+      Fail(PathOf(*path), report.message);
+    }
+  } else {
+    header.settings = TsCompanion(std::get<const Table*>(table)->table);
   }
   header.channels = channels > 0 ? channels : static_cast<int>(self.cal->Channels());
   return header;
@@ -160,6 +167,11 @@ struct Responses {
   py::array_t<std::complex<double>> response;
   py::array_t<double> validity;
   std::array<py::array_t<double>, 4> bands;  // amplitude, phase; then the wider ones
+  // Without Python these only.
+  std::complex<double>* const responses = response.mutable_data();
+  double* const validities = validity.mutable_data();
+  const std::array<double*, 4> of_bands = {bands[0].mutable_data(), bands[1].mutable_data(),
+                                           bands[2].mutable_data(), bands[3].mutable_data()};
 };
 
 void FillBands(const Calibration& self, const BoxResponse& box, bool has_bands,
@@ -178,37 +190,41 @@ void FillBands(const Calibration& self, const BoxResponse& box, bool has_bands,
         band = {bands.noise.amplitude, bands.noise.phase, bands.wider.amplitude, bands.wider.phase};
       }
       for (std::size_t k = 0; k < band.size(); ++k) {
-        out->bands[k].mutable_data()[i * channels + c] = band[k];
+        out->of_bands[k][i * channels + c] = band[k];
       }
     }
   }
 }
 
-py::tuple BoxResponses(const Calibration& self, const std::string& table, int band, int channels,
+py::tuple BoxResponses(const Calibration& self, const TableOrPath& table, int band, int channels,
                        const std::vector<double>& frequencies) {
   const RecordingHeader header = HeaderFor(self, table, channels);
   BoxResponse box;
-  if (const Status status = box.Prepare(self.cal.get(), &header, band); status != kOk) {
+  Status status = kOk;
+  {
+    const py::gil_scoped_release free;
+    status = box.Prepare(self.cal.get(), &header, band);
+  }
+  if (status != kOk) {
     Fail(self.path, StatusText(status));
   }
   Responses out({frequencies.size(), box.Channels()});
-  std::vector<Complex> responses(box.Channels());
-  std::vector<double> validities(box.Channels());
-  Status status = kOk;
-  for (std::size_t i = 0; i < frequencies.size(); ++i) {
-    const Status one = box.At(frequencies[i], responses, validities);
-    status = status == kOk ? one : status;
-    const std::size_t at = i * box.Channels();
-    std::copy(responses.begin(), responses.end(), out.response.mutable_data() + at);
-    std::copy(validities.begin(), validities.end(), out.validity.mutable_data() + at);
+  {
+    const py::gil_scoped_release free;
+    for (std::size_t i = 0; i < frequencies.size(); ++i) {
+      const std::size_t at = i * box.Channels();
+      const Status one = box.At(frequencies[i], {out.responses + at, box.Channels()},
+                                {out.validities + at, box.Channels()});
+      status = status == kOk ? one : status;
+    }
+    FillBands(self, box, HasModel(self) && !IsOfOlderFamily(header), frequencies, &out);
   }
-  FillBands(self, box, HasModel(self) && !IsOfOlderFamily(header), frequencies, &out);
   return py::make_tuple(out.response, out.validity, out.bands[0], out.bands[1], out.bands[2],
                         out.bands[3],
                         status == kOk ? std::string() : std::string(StatusText(status)));
 }
 
-py::array_t<std::complex<double>> SensorResponses(const Calibration& self, const std::string& table,
+py::array_t<std::complex<double>> SensorResponses(const Calibration& self, const TableOrPath& table,
                                                   int channels,
                                                   const std::vector<double>& frequencies) {
   const RecordingHeader header = HeaderFor(self, table, channels);
@@ -217,8 +233,10 @@ py::array_t<std::complex<double>> SensorResponses(const Calibration& self, const
     Fail(self.path, StatusText(status));
   }
   auto response = NewArray<std::complex<double>>({frequencies.size()});
+  std::complex<double>* const responses = response.mutable_data();
+  const py::gil_scoped_release free;
   for (std::size_t i = 0; i < frequencies.size(); ++i) {
-    response.mutable_data()[i] = sensor.At(frequencies[i]);
+    responses[i] = sensor.At(frequencies[i]);
   }
   return response;
 }

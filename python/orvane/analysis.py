@@ -13,6 +13,10 @@ from ._convert import PathLike, path_bytes
 from .waveform import TimeSeries
 
 
+def _file_of(series: TimeSeries | PathLike) -> _core.TimeSeries:
+    return (series if isinstance(series, TimeSeries) else TimeSeries(series))._file
+
+
 @dataclass(frozen=True)
 class Spectrum:
     """Spectra through a Hann window.
@@ -41,7 +45,7 @@ class Spectrum:
 
 
 def spectra(
-    series: TimeSeries,
+    series: TimeSeries | PathLike,
     *,
     record: int = 0,
     segment: int = 0,
@@ -52,6 +56,7 @@ def spectra(
     """The spectrum of a file, averaged over its records, or of one record.
 
     Args:
+        series: a recording, or its path.
         record: from 1, this one alone; 0: all.
         segment: scans of a segment at most; 0: what fits the records.
         leave_out: "bad", "beside", numbers such as "3,7-9", or the path of a list.
@@ -60,7 +65,7 @@ def spectra(
     """
     return Spectrum(
         **_core.spectra(
-            series._file, record, segment, leave_out, path_bytes(calibrations), threads
+            _file_of(series), record, segment, leave_out, path_bytes(calibrations), threads
         )
     )
 
@@ -122,7 +127,7 @@ class FrequencyPoints:
 
 
 def decay(
-    series: TimeSeries,
+    series: TimeSeries | PathLike,
     *,
     windows: Sequence[tuple[float, float]] | None = None,
     reference: int = 0,
@@ -139,9 +144,10 @@ def decay(
         leave_out: as of `spectra()`.
         threads: how many; the result is the same.
     """
-    if _core.result_kind(series._file) == "frequencies":
+    file = _file_of(series)
+    if _core.result_kind(file) == "frequencies":
         return FrequencyPoints(
-            **_core.points(series._file, reference, harmonics, leave_out, threads)
+            **_core.points(file, reference, harmonics, leave_out, threads)
         )
     text = ",".join(f"{start * 1000!r}-{end * 1000!r}" for start, end in windows or ())
-    return Decay(**_core.decays(series._file, text, leave_out, threads))
+    return Decay(**_core.decays(file, text, leave_out, threads))

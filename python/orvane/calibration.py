@@ -12,6 +12,7 @@ import numpy as np
 
 from . import _core
 from ._convert import PathLike, from_time, path_bytes
+from .table import Table
 
 
 @dataclass(frozen=True)
@@ -104,7 +105,7 @@ class Calibration:
 
     def response(
         self,
-        table: PathLike,
+        table: PathLike | Table,
         band: int,
         frequencies: Sequence[float] | np.ndarray,
         *,
@@ -113,16 +114,17 @@ class Calibration:
         """The response in a recording.
 
         Args:
-            table: the recording's parameter table.
+            table: the recording's parameter table, or its path.
             band: of a box, 0 the waveform, 1 and so on bands; of a sensor without meaning.
             frequencies: Hz.
             channels: of the recording; 0: as many as the calibration has.
         """
         wanted = np.asarray(frequencies, dtype=np.float64)
+        settings = table._table if isinstance(table, Table) else path_bytes(table)
         if self.kind == "box":
-            parts = self._cal.box_response(path_bytes(table), band, channels, wanted.tolist())
+            parts = self._cal.box_response(settings, band, channels, wanted.tolist())
             return Response(wanted, parts[0], parts[1] == 0, *parts[2:])
-        response = self._cal.sensor_response(path_bytes(table), channels, wanted.tolist())
+        response = self._cal.sensor_response(settings, channels, wanted.tolist())
         unknown = np.full(wanted.shape, np.nan)
         return Response(
             wanted, response, np.ones(wanted.shape, bool), unknown, unknown, unknown, unknown, ""

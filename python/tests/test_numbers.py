@@ -85,6 +85,8 @@ def test_spectra_are_the_tools(drawn, tool):
 def test_decays_are_the_tools(survey, tool):
     series = orvane.TimeSeries(survey / "TDIP" / "2417.TSS")
     found = orvane.decay(series)
+    by_path = orvane.decay(survey / "TDIP" / "2417.TSS")
+    np.testing.assert_array_equal(by_path.value, found.value)
     rows = rows_of(tool("waveform", "decay", survey / "TDIP" / "2417.TSS"))[1:]
     stacked = [float(row[5]) for row in rows if row[0] == "all"]
     known = found.stacked[~np.isnan(found.stacked)]
@@ -107,6 +109,12 @@ def test_responses_are_the_tools(survey, tool):
     np.testing.assert_array_equal(rows[:, 2] + 1j * rows[:, 3], found.response.ravel())
     np.testing.assert_array_equal(rows[:, 5], found.amplitude.ravel())
     np.testing.assert_array_equal(rows[:, 8], found.wider_phase.ravel())
+    in_memory = orvane.Calibration(path).response(orvane.Table(table), 0, frequencies)
+    np.testing.assert_array_equal(in_memory.response, found.response)
+    changed = orvane.Table(table)
+    changed["LPFR"] = 0 if changed["LPFR"] != 0 else 1
+    other = orvane.Calibration(path).response(changed, 0, frequencies)
+    assert not np.array_equal(other.response, found.response)
 
 
 def test_volts_are_the_displays(survey):

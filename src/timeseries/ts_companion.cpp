@@ -33,6 +33,12 @@ std::string CompanionName(std::string_view path) {
 
 TsCompanion::TsCompanion() : table_(Defaults()) {}
 
+TsCompanion::TsCompanion(const ParamTable& table) : table_(table), is_loaded_(true) {
+  if (const ParamEntry* entry = table_.FindParam("VER"); entry != nullptr) {
+    version_ = CharactersOf(entry->value, kMaxTextLength);
+  }
+}
+
 Status TsCompanion::Load(const std::filesystem::path& path, TblReport* report) {
   *this = TsCompanion();
   *report = {};

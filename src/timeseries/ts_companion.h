@@ -23,6 +23,8 @@ class TsCompanion {
  public:
   /// The defaults alone.
   TsCompanion();
+  /// A table that is in memory, as if it had been read.
+  explicit TsCompanion(const ParamTable& table);
 
   /// Starts again from the defaults. 0, 173 or 174; then the defaults alone stay.
   Status Load(const std::filesystem::path& path, TblReport* report);
