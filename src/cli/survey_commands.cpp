@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -33,7 +34,7 @@ struct ScanOptions {
   std::filesystem::path calibrations;
   std::filesystem::path out;
   std::string format = "tsv";
-  std::string since;
+  std::optional<std::string> since;
   bool is_deep = false;
   bool has_checksums = false;
   bool has_no_index = false;
@@ -289,14 +290,14 @@ bool ParseSince(std::string text, ParamTime* since) {
 
 ExitCode RunScan(const ScanOptions& options) {
   ParamTime since;
-  if (!options.since.empty() && !ParseSince(options.since, &since)) {
+  if (options.since && !ParseSince(*options.since, &since)) {
     PrintMessage("--since: a date and time such as \"2026/11/24 17:00:00\" is expected");
     return kWrongUsage;
   }
   if (const ExitCode refused = CheckOut(options); refused != kAllDone) {
     return refused;
   }
-  const std::int64_t seconds = options.since.empty() ? 0 : ParamTimeToSeconds(since);
+  const std::int64_t seconds = options.since ? ParamTimeToSeconds(since) : 0;
   Scanned scanned;
   if (!Scan(options, seconds, &scanned) || !Put(options, TextOf(options, seconds, scanned))) {
     return kNotDone;
@@ -315,7 +316,7 @@ void AddSurveyCommands(CLI::App* app, ExitCode* exit_code) {
   const auto options = std::make_shared<ScanOptions>();
   CLI::App* scan = survey->add_subcommand("scan",
                                           "List what was recorded and what is wrong; exit code 1 "
-                                          "where there is more than hints, 2 where "
+                                          "where there is more than hints or a note, 2 where "
                                           "nothing could be listed or written");
   AddPath(scan, "DIR", &options->folder, "folder of the survey, with all below it")
       ->check(NotEmpty());

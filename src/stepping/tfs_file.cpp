@@ -64,8 +64,11 @@ ScheduleRows ReadScheduleRows(const std::filesystem::path& path) {
   InFile file;
   result.outcome = file.Open(path);
   std::array<std::byte, sizeof(ScheduleRow)> bytes{};
-  while (result.outcome && result.rows.size() < static_cast<std::size_t>(kMostSteps) &&
-         file.Read(bytes) == bytes.size()) {
+  while (result.outcome && result.rows.size() < static_cast<std::size_t>(kMostSteps)) {
+    if (const std::size_t held = file.Read(bytes); held != bytes.size()) {
+      result.is_cut = held != 0;
+      break;
+    }
     const auto row = RecordFrom<ScheduleRow>(bytes);
     if (row.end_time == 0) {
       break;

@@ -19,6 +19,7 @@ struct ScheduleRows {
   std::vector<ScheduleRow> rows;  ///< up to the end of the file or a row with end time 0
   int bad_row = 0;                ///< number of the first row, from 1, that is refused; 0: none
   std::string refusal;            ///< why the file is refused, "row 3: ..."; empty: it is not
+  bool is_cut = false;            ///< the file ends within a row
   Result<> outcome;               ///< of opening and reading it
 };
 ScheduleRows ReadScheduleRows(const std::filesystem::path& path);

@@ -76,7 +76,7 @@ class RecordDates {
   }
 
  private:
-  static constexpr std::int64_t kFar = std::int64_t{7} * 86400;
+  static constexpr std::int64_t kFar = std::int64_t{31} * 86400;
   static constexpr std::size_t kMostSpans = 16;
 
   struct Span {
@@ -212,8 +212,13 @@ std::string TextIn(const RecordingHeader& header, std::string_view key) {
   return PrintableLatin1(SettingText(header, key));
 }
 
-// Channels that are not switched on record nothing; a box in reserve has only such.
-std::int32_t RecordedChannels(const RecordingHeader& header, int number, std::int32_t channels) {
+// Channels that are not switched on record nothing; a box in reserve has only such. Tables of
+// version 1 have no switches.
+std::int32_t RecordedChannels(const RecordingHeader& header, int number, std::int32_t channels,
+                              bool has_switches) {
+  if (!has_switches) {
+    return channels;
+  }
   std::int32_t recorded = 0;
   for (int channel = 1; channel <= std::min(channels, kMostBoxChannels); ++channel) {
     std::string key = "FLAG";
@@ -228,7 +233,7 @@ void NoteBoxes(const RecordingHeader& header, TableFacts* table) {
   for (const AuxiliaryKeys& keys : kAuxiliaryKeys) {
     const std::int32_t serial = SettingInt(header, keys.serial);
     const std::int32_t channels =
-        RecordedChannels(header, ++number, SettingInt(header, keys.channels));
+        RecordedChannels(header, ++number, SettingInt(header, keys.channels), table->version != 1);
     if (serial > 0 && channels > 0) {
       table->boxes.push_back({serial, channels, BoxRole::kAuxiliary});
     }
@@ -338,6 +343,7 @@ void ReadCalibration(const std::filesystem::path& path, FileFacts* facts) {
 void ReadSchedule(const std::filesystem::path& path, FileFacts* facts) {
   const ScheduleRows rows = ReadScheduleRows(path);
   facts->records = rows.rows.size();
+  facts->is_cut = rows.is_cut ? 1 : 0;
   facts->failure = PrintableUtf8(rows.outcome ? rows.refusal : rows.outcome.Message());
 }
 

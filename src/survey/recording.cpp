@@ -58,7 +58,7 @@ const FactedFile* FirstOf(std::span<const FactedFile> files, FileType type) {
   return found == files.end() ? nullptr : &*found;
 }
 
-constexpr std::int64_t kWeek = std::int64_t{7} * 86400;
+constexpr std::int64_t kMonth = std::int64_t{31} * 86400;
 constexpr std::int64_t kYear = std::int64_t{366} * 86400;
 
 // Overlapping ones become one.
@@ -85,8 +85,8 @@ void AddTimes(const FileFacts& facts, SurveyRow* row) {
   if (facts.start == 0) {
     return;
   }
-  const bool is_later = row->start > 0 && facts.start > row->end + kWeek;
-  if (row->start > 0 && facts.end < row->start - kWeek) {
+  const bool is_later = row->start > 0 && facts.start > row->end + kMonth;
+  if (row->start > 0 && facts.end < row->start - kMonth) {
     row->odd_dates += facts.records - facts.odd_dates;
     row->odd_date = facts.start;
     return;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/survey_findings.h"
 
+#include <algorithm>
+
 #include <array>
 
 #include "base/number_text.h"
@@ -33,7 +35,15 @@ to "ETIM" of its table, where both have a date. Times are UTC.
 }  // namespace
 
 bool IsSince(const SurveyRow& row, std::int64_t since) {
-  return row.end == 0 || row.end >= since || row.has_wrong_clock;
+  if (row.has_wrong_clock) {
+    return true;
+  }
+  std::int64_t last = row.end;
+  if (last == 0 && row.table != nullptr) {
+    last = std::max(row.table->plan_end, row.table->first);
+    last = last == 0 ? row.table->fix : last;
+  }
+  return last == 0 || last >= since;
 }
 
 void SurveyTeller::As(Severity severity, const SurveyRow& row, std::string sentence) const {

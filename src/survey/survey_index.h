@@ -49,7 +49,7 @@ class SurveyIndex {
   static std::int64_t Today();
 
   /// Number of the layout and of what is kept; others are made again.
-  static constexpr int kVersion = 4;
+  static constexpr int kVersion = 5;
   static constexpr std::uint64_t kMostBytes = 256U << 20U;  ///< a million files
   static constexpr std::int64_t kLongUnseen = 183;          ///< days
 

@@ -41,12 +41,24 @@ std::string Length(std::int64_t seconds) {
                        : FormatInt(seconds / 60).append(" minutes");
 }
 
+// A box that was carried to another site had better things to do than what its old table planned.
+bool IsAtPlaceOf(const SurveyRow& before, const SurveyRow& row) {
+  return row.table == nullptr ||
+         (before.table != nullptr && before.table->site == row.table->site &&
+          before.table->line == row.table->line);
+}
+
 void LookAtGaps(SurveyRows rows, const SurveyTeller& tell) {
   for (const auto& [box, recordings] : RecordingsByBox(rows)) {
     std::int64_t end = 0;
     bool is_sure = true;  // records with odd dates may be what is missing
+    const SurveyRow* before = nullptr;
     for (const SurveyRow* row : recordings) {
-      const bool is_planned = PlansAt(*row, end) && PlansAt(*row, row->start);
+      const auto plans = [&](const SurveyRow& one) {
+        return PlansAt(one, end) && PlansAt(one, row->start);
+      };
+      const bool is_planned =
+          plans(*row) || (before != nullptr && IsAtPlaceOf(*before, *row) && plans(*before));
       is_sure = is_sure && row->odd_dates == 0;
       if (end > 0 && is_planned && is_sure && row->start - end > kTolerance) {
         tell(*row, std::string("Box ")
@@ -58,6 +70,7 @@ void LookAtGaps(SurveyRows rows, const SurveyTeller& tell) {
                        .append(" although its table plans to"));
       }
       is_sure = row->odd_dates == 0;
+      before = before == nullptr || row->end >= end ? row : before;
       end = std::max(end, row->end);
     }
   }
@@ -205,7 +218,10 @@ class WeekRounds {
     constexpr std::int64_t kRound = 1024 * kWeek;
     const auto own = HowManyAt(row.start);
     const auto later = HowManyAt(row.start + kRound);
-    if (!row.HasTimes() || (later == 0 && HowManyAt(row.start - kRound) <= own)) {
+    const auto plan = PlanOf(row);
+    const bool is_as_planned =
+        plan && row.start >= plan->start - kWeek && row.start <= plan->end + kWeek;
+    if (!row.HasTimes() || is_as_planned || (later == 0 && HowManyAt(row.start - kRound) <= own)) {
       return {};
     }
     return later == 0 ? "after" : later >= own ? "before" : "";
@@ -246,7 +262,7 @@ void LookAtDates(SurveyRows rows, const SurveyTeller& tell) {
 constexpr auto kRules = std::to_array<SurveyRule>({
     {"recording-gap", Severity::kWarning,
      "a box recorded nothing for more than a minute between two recordings, both in the plan of "
-     "the later one",
+     "one of them; of the earlier where it was not carried to another site or line",
      LookAtGaps},
     {"recording-overlap", Severity::kWarning,
      "two recordings of one box have times in common: a copy, or a wrong clock", LookAtOverlaps},
@@ -267,9 +283,10 @@ constexpr auto kRules = std::to_array<SurveyRule>({
      "weeks before the survey",
      LookAtLost},
     {"date-odd", Severity::kWarning,
-     "records without a date, or dated more than a week from the others of their file; or all more "
+     "records without a date, or dated more than a month from the others of their file; or all "
+     "more "
      "than a year before their plan, without a plan before 2000: such times count in no other rule "
-     "and in no picture; or 1024 weeks from as many or more other recordings",
+     "and in no picture; or, not in their plan, 1024 weeks from as many or more other recordings",
      LookAtDates},
 });
 

@@ -178,5 +178,16 @@ TEST_F(SurveyWindowTest, SeesNewFilesAndGivesTheSelectionToConversions) {
   EXPECT_FALSE(SaveReport(report, TextFromPath(dir_ / "none/r.html")));
 }
 
+// A card that is pulled out, and put in again.
+TEST_F(SurveyWindowTest, SaysThatTheFolderIsGoneAndSeesItComeBack) {
+  const QString before = State();
+  std::filesystem::rename(dir_ / "s", dir_ / "elsewhere");
+  const auto is_gone = [this] { return State().contains(TextFromPath(dir_ / "s")); };
+  ASSERT_TRUE(QTest::qWaitFor(is_gone, 20000)) << State().toStdString();
+  EXPECT_GT(window_->Model().rowCount(), 0) << "what was there is still to be seen";
+  std::filesystem::rename(dir_ / "elsewhere", dir_ / "s");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return State() == before; }, 20000)) << State().toStdString();
+}
+
 }  // namespace
 }  // namespace orvane

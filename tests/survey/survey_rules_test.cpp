@@ -63,6 +63,14 @@ SurveyRow With(const std::function<void(SurveyRow*, TableFacts*)>& change) {
   return row;
 }
 
+SurveyRow WithoutPlan(SurveyRow row, const char* site) {
+  TableFacts table = *row.table;
+  table.plan_start = table.plan_end = 0;
+  table.site = site;
+  row.table = std::make_shared<const TableFacts>(table);
+  return row;
+}
+
 SurveyRow WithBoxes(SurveyRow row, const std::vector<std::int32_t>& boxes) {
   TableFacts table = *row.table;
   for (const std::int32_t box : boxes) {
@@ -158,15 +166,18 @@ TEST(SurveyRulesTest, SpeakFromTheirLimitsOn) {
   }
   EXPECT_EQ(Found({Row(0, 600), Row(660, 600)}), "");
   EXPECT_EQ(Found({Row(0, 600), Row(661, 600)}), "recording-gap");
+  EXPECT_EQ(Found({Row(0, 600), WithoutPlan(Row(661, 600), "")}), "recording-gap");
+  EXPECT_EQ(Found({Row(0, 600), WithoutPlan(Row(661, 600), "S2")}), "") << "carried elsewhere";
   SurveyRow odd = Row(0, 600);
   odd.odd_dates = 1;
   EXPECT_EQ(Found({odd, Row(661, 600)}), "date-odd");
   EXPECT_EQ(Found({Row(0, 600), Row(7300, 600)}), "") << "beyond the plan";
   constexpr std::int64_t kRound = std::int64_t{1024} * 7 * 86400;
   EXPECT_EQ(Found({OfBox(1204, Row(-kRound, 600)), Row(0, 600)}), "date-odd") << "the earlier";
-  EXPECT_EQ(Found({OfBox(1204, Row(-kRound, 600)), OfBox(1205, Row(-kRound, 600)), Row(0, 600)}),
-            "date-odd")
-      << "the fewer";
+  const std::vector<SurveyRow> wrong = {OfBox(1204, Row(-kRound, 600)),
+                                        OfBox(1205, Row(-kRound, 600))};
+  EXPECT_EQ(Found({wrong[0], wrong[1], Row(0, 600)}), "") << "in its plan";
+  EXPECT_EQ(Found({wrong[0], wrong[1], WithoutPlan(Row(0, 600), "")}), "date-odd") << "the fewer";
   EXPECT_EQ(Found({Row(598, 600), Row(0, 600)}), "") << "lengths are rounded";
   EXPECT_EQ(Found({Row(597, 600), Row(0, 600)}), "recording-overlap");
   EXPECT_EQ(Found({Row(0, 3000), Row(10, 20), Row(2900, 50)}),
@@ -247,6 +258,19 @@ TEST(SurveyRulesTest, PlansAreHeldAgainstWhatWasRecorded) {
   for (std::size_t i = 0; i < kCases.size(); ++i) {
     EXPECT_EQ(Found(kCases[i].rows), kCases[i].ids) << i;
   }
+}
+
+TEST(SurveyRulesTest, WhatWasLostBeforeIsNotOfThisEvening) {
+  SurveyRow row = With([](SurveyRow*, TableFacts* table) {
+    table->recorded = 9;
+    table->fix = kStart + 600;
+  });
+  row.kind = RowKind::kTable;
+  row.start = row.end = 0;
+  const std::vector<std::shared_ptr<const SurveyRow>> rows = {
+      std::make_shared<const SurveyRow>(row)};
+  EXPECT_EQ(FindInSurvey(rows, kStart + 7200).size(), 1U) << "planned to then";
+  EXPECT_TRUE(FindInSurvey(rows, kStart + 7201).empty());
 }
 
 TEST(SurveyRulesTest, TheNearestUsefulCalibrationCounts) {

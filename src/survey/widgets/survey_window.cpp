@@ -136,7 +136,7 @@ CSurveyWindow::CSurveyWindow(QWidget* parent)
   later_.setSingleShot(true);
   later_.setInterval(kPause);
   connect(&later_, &QTimer::timeout, this, [this] { Start(true); });
-  connect(&watcher_, &QFileSystemWatcher::directoryChanged, &later_, qOverload<>(&QTimer::start));
+  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &CSurveyWindow::TakeChange);
   constexpr QSize kSize(1180, 680);
   ResizeWithinScreen(this, kSize);
   restoreGeometry(QSettings().value(kGeometry).toByteArray());
@@ -387,7 +387,11 @@ void CSurveyWindow::Then(std::function<void()> step) {
 void CSurveyWindow::End() {
   timer_.stop();
   const bool is_whole = scan_->Outcome() && !scan_->WasStopped();
-  end_note_ = scan_->Outcome() ? Text(scan_->IndexNote()) : Text(scan_->Outcome().Message());
+  end_note_ = Text(scan_->IndexNote());
+  if (!scan_->Outcome()) {
+    end_note_ = QStringLiteral("%1: %2, the rows are of before")
+                    .arg(TextFromPath(folder_), Text(scan_->Outcome().Message()));
+  }
   if (is_whole) {
     findings_ = std::make_shared<const std::vector<SurveyFinding>>(scan_->TakeFindings());
     notes_ = scan_->Notes();
@@ -442,7 +446,7 @@ void CSurveyWindow::Cancel() {
 
 // The folders of the rows and those above them: new files, and new folders, make themselves known.
 void CSurveyWindow::Watch() {
-  QStringList folders = {TextFromPath(folder_)};
+  QStringList folders = {TextFromPath(folder_), TextFromPath(FolderAbove())};
   std::set<std::filesystem::path> seen;
   for (const SharedRow& row : model_->List().Rows()) {
     if (folders.size() < kMostWatched && seen.insert(row->place).second) {
@@ -467,6 +471,20 @@ void CSurveyWindow::Watch() {
   for (qsizetype at = 0; at < fresh.size(); at += kAtOnce) {
     Then([this, some = fresh.mid(at, kAtOnce)] { watcher_.addPaths(some); });
   }
+}
+
+// Of the folder above only that this one goes or comes back, as of a card.
+void CSurveyWindow::TakeChange(const QString& folder) {
+  std::error_code ignored;
+  const bool is_there = std::filesystem::exists(folder_, ignored);
+  if (folder != TextFromPath(FolderAbove()) || is_there != was_there_) {
+    was_there_ = is_there;
+    later_.start();
+  }
+}
+
+std::filesystem::path CSurveyWindow::FolderAbove() const {
+  return (folder_ / "").parent_path().parent_path();  // with or without a slash at its end
 }
 
 // What is selected, current and open stays so.
@@ -566,6 +584,8 @@ void CSurveyWindow::SelectFile(const std::string& name) {
                                   [&name](const SharedRow& row) { return row->name == name; });
   if (!name.empty() && found != rows.end()) {
     Select(static_cast<std::size_t>(found - rows.begin()));
+  } else {
+    SelectRows({});  // what was chosen before is not meant
   }
 }
 

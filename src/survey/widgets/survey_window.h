@@ -78,6 +78,8 @@ class CSurveyWindow : public QWidget {
   QMenu* MakeConvertMenu();
   void Start(bool is_again);
   void Look();
+  void TakeChange(const QString& folder);
+  std::filesystem::path FolderAbove() const;
   void End();
   void Then(std::function<void()> step);
   void Cancel();
@@ -109,6 +111,7 @@ class CSurveyWindow : public QWidget {
   std::vector<ScanNote> notes_;
   std::size_t hidden_ = 0;
   QString end_note_;
+  bool was_there_ = true;  // the folder itself
   QTimer timer_;
   QTimer later_;  // files have changed
   QFileSystemWatcher watcher_;
