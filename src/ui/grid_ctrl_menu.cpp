@@ -6,7 +6,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
-#include <QPrintDialog>
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
@@ -14,6 +13,7 @@
 
 #include "ui/file_dialogs.h"
 #include "ui/grid_ctrl.h"
+#include "ui/printer_choice.h"
 
 namespace orvane {
 namespace {
@@ -131,10 +131,7 @@ void CGridCtrl::AskAndPrint() {
   if (print_title_.isEmpty()) {
     print_title_ = window()->windowTitle() + QStringLiteral(": ") + accessibleName();
   }
-  QPrintDialog dialog(&printer, this);
-  dialog.setOption(QAbstractPrintDialog::PrintPageRange);
-  dialog.setMinMax(1, PageCount(printer));
-  if (dialog.exec() == QDialog::Accepted && !Print(&printer)) {
+  if (AskForPrinter(&printer, {}, PageCount(printer), this) && !Print(&printer)) {
     Warn(this, tr("The cells could not be printed."));
   }
 }

@@ -193,7 +193,13 @@ TEST_F(GridPaste, TheMenuSavesLoadsAndTellsWhatIsRefused) {
   EXPECT_EQ(Data(), "a112 b34 c56 d79");
   WriteAll(dir / "cells.txt", "other\n");
   EXPECT_EQ(choose({"4", path, ""}), QStringList(path + ": line 1: 1 cells instead of 3"));
-  EXPECT_EQ(choose({"5", ""}), QStringList("QPrintDialog"));
+  const QStringList printed = choose({"5", ""});
+#ifdef Q_OS_WIN
+  EXPECT_TRUE(printed == QStringList("QPrintDialog") ||
+              printed == QStringList("No printer is installed"));
+#else
+  EXPECT_EQ(printed, QStringList("QPrintDialog"));
+#endif
   grid_.SetFocusCell(1, 2);
   Answers answered({""});
   EXPECT_EQ(grid_.PasteText("66\n12"), 1);

@@ -3,12 +3,12 @@
 
 #include <QApplication>
 #include <QMessageBox>
-#include <QPrintDialog>
 #include <QTextDocument>
 #include <algorithm>
 
 #include "editors/widgets/map_painter.h"
 #include "ui/byte_text.h"
+#include "ui/printer_choice.h"
 #include "ui/themes.h"
 
 namespace orvane {
@@ -124,9 +124,8 @@ void AskAndPrintFieldSheets(const ParamTable& table, const ScheduleFile* steps, 
   QPrinter printer(QPrinter::HighResolution);
   printer.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
   printer.setDocName(QStringLiteral("Field sheet"));
-  QPrintDialog dialog(&printer, parent);
-  dialog.setWindowTitle(QStringLiteral("Print Field Sheet"));
-  if (dialog.exec() == QDialog::Accepted && !PrintFieldSheets(table, UtcClock(), steps, &printer)) {
+  if (AskForPrinter(&printer, QStringLiteral("Print Field Sheet"), 0, parent) &&
+      !PrintFieldSheets(table, UtcClock(), steps, &printer)) {
     QMessageBox::warning(parent, QStringLiteral("Orvane"),
                          QStringLiteral("The field sheet could not be printed"));
   }
