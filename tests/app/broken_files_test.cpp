@@ -13,6 +13,7 @@
 #include "spectra/calibrated_spectra.h"
 #include "stepping/schedule_text.h"
 #include "support/archive_bytes.h"
+#include "support/example_survey.h"
 #include "support/frame_test.h"
 #include "table/table_text.h"
 #include "table/tbl_file.h"
@@ -91,9 +92,7 @@ class BrokenFiles : public testing::FrameTest {
  protected:
   void SetUp() override {
     QSettings().clear();
-    const std::string command = "\"" ORVANE_EXAMPLE_SURVEY "\" \"" + (dir_ / "survey").string() +
-                                "\" > \"" + (dir_ / "list").string() + "\"";
-    ASSERT_EQ(std::system(command.c_str()), 0);
+    ASSERT_TRUE(testing::MakeExampleSurvey({TextFromPath(dir_ / "survey")}));
     doc_.OnNewDocument();
     fs::create_directory(dir_ / "broken");
     fs::create_directory(dir_ / "out");

@@ -116,8 +116,7 @@ TEST_F(CheckDockTest, SaysWhatLiesInTheBoxesPlacesAndWritesAllOfThem) {
   WaitForFiles();
   EXPECT_EQ(There(),
             (QStringList{QStringLiteral("2417 same"), QStringLiteral("1203 same"), left_out}));
-  std::filesystem::copy_file(dir_ / "2417.tbl", dir_ / "1203.tbl",
-                             std::filesystem::copy_options::overwrite_existing);
+  WriteAll(dir_ / "1203.tbl", ReadAll(dir_ / "2417.tbl"));
   WaitForFiles();
   EXPECT_EQ(There().value(1), QStringLiteral("1203 serial 2417"));
 }
@@ -181,8 +180,8 @@ TEST_F(CheckDockTest, CopiesTheFilesToTheirCardsAndReadsThemBack) {
     EXPECT_NE(all.find(text), std::string::npos) << all;
   }
   EXPECT_EQ(ReadAll(dir_ / "card2" / "2417.tbl"), ReadAll(dir_ / "2417.tbl"));
-  EXPECT_EQ(QSettings().value(QStringLiteral("Cards/2417")).toString().toStdString(),
-            (dir_ / "card2").string());
+  EXPECT_EQ(PathFromText(QSettings().value(QStringLiteral("Cards/2417")).toString()),
+            dir_ / "card2");
 }
 
 }  // namespace

@@ -168,7 +168,7 @@ TEST_F(MainFrame, OpensEditsSavesAndReopensByKeyboard) {
       },
       [this] { frame_->Command(kFileOpen)->trigger(); });
   EXPECT_EQ(frame_->windowTitle(), QStringLiteral("in.tbl[*] - Orvane"));
-  EXPECT_EQ(frame_->windowFilePath(), Path("in.tbl"));
+  EXPECT_EQ(frame_->windowFilePath(), QDir::fromNativeSeparators(Path("in.tbl")));
   EXPECT_EQ(QAccessible::queryAccessibleInterface(heading)->text(QAccessible::Description),
             QString::fromStdString(dir_.Path().string()));
 
@@ -266,7 +266,7 @@ TEST_F(MainFrame, SaysHowToBeginUntilSomethingIsOpenOrEdited) {
   auto* recent = start()->findChild<QPushButton*>(QStringLiteral("start-recent"));
   EXPECT_TRUE(recent->text().endsWith("in.tbl"));
   QTest::keyClick(recent, Qt::Key_Return);
-  EXPECT_EQ(doc_.Path(), Path("in.tbl"));
+  EXPECT_EQ(QFileInfo(doc_.Path()), QFileInfo(Path("in.tbl")));
   EXPECT_FALSE(start()->isVisible()) << "opened";
 }
 

@@ -214,6 +214,11 @@ TEST_F(OrvaneDoc, IsModifiedWhereAValueDiffersOrItsFileIsInDoubt) {
   EXPECT_TRUE(doc_.IsModified());
   Set("TECH", 1);
   EXPECT_FALSE(doc_.IsModified()) << "as it was";
+#ifdef Q_OS_WIN
+  constexpr bool kIsInDoubt = false;  // nothing is written in place there
+#else
+  constexpr bool kIsInDoubt = true;
+#endif
   struct Case {
     const char* name;
     bool is_in_place;  // written in place, and put back
@@ -221,7 +226,7 @@ TEST_F(OrvaneDoc, IsModifiedWhereAValueDiffersOrItsFileIsInDoubt) {
   };
   for (const auto& [name, is_in_place, is_modified] :
        {Case{"other.tbl", false, false}, Case{"own.tbl", false, false},
-        Case{"own.tbl", true, true}}) {
+        Case{"own.tbl", true, kIsInDoubt}}) {
     const FileCalls calls = WriterCalls();
     WriterCalls().sync = [](int) {
       errno = EIO;
@@ -346,8 +351,9 @@ TEST_F(OrvaneDoc, AsksBeforeWhatOthersWroteIsLost) {
 TEST_F(OrvaneDoc, LoadsTheirsKeepsMineAndWritesNothingForNothing) {
   const std::filesystem::path file = dir_ / "a.tbl";
   ASSERT_TRUE(doc_.OnSaveDocument(Path("a.tbl")));
-  const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
-  std::filesystem::last_write_time(file, old);
+  std::filesystem::last_write_time(
+      file, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+  const auto old = std::filesystem::last_write_time(file);  // as the disk keeps it
   EXPECT_TRUE(doc_.OnSave());
   EXPECT_EQ(std::filesystem::last_write_time(file), old) << "nothing to save";
   EXPECT_EQ(notices_.notice, "Nothing to save: a.tbl already holds these values");

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "app/command_map.h"
+#include "support/example_survey.h"
 #include "support/frame_test.h"
 #include "support/modal.h"
 #include "survey/widgets/report_files.h"
@@ -17,9 +18,7 @@ class SurveyWindowTest : public FrameTest {
  protected:
   void SetUp() override {
     QSettings().clear();
-    const std::string command = "\"" ORVANE_EXAMPLE_SURVEY "\" --evening \"" +
-                                (dir_ / "s").string() + "\" > \"" + (dir_ / "list").string() + "\"";
-    ASSERT_EQ(std::system(command.c_str()), 0);
+    ASSERT_TRUE(MakeExampleSurvey({QStringLiteral("--evening"), TextFromPath(dir_ / "s")}));
     doc_.OnNewDocument();
     frame_.show();
     EXPECT_FALSE(frame_.OpenAny(TextFromPath(dir_ / "s"))) << "no display of the main window";
@@ -178,6 +177,7 @@ TEST_F(SurveyWindowTest, SeesNewFilesAndGivesTheSelectionToConversions) {
   EXPECT_FALSE(SaveReport(report, TextFromPath(dir_ / "none/r.html")));
 }
 
+#ifndef Q_OS_WIN  // where a folder that is watched cannot be renamed
 // A card that is pulled out, and put in again.
 TEST_F(SurveyWindowTest, SaysThatTheFolderIsGoneAndSeesItComeBack) {
   const QString before = State();
@@ -188,6 +188,7 @@ TEST_F(SurveyWindowTest, SaysThatTheFolderIsGoneAndSeesItComeBack) {
   std::filesystem::rename(dir_ / "elsewhere", dir_ / "s");
   EXPECT_TRUE(QTest::qWaitFor([&] { return State() == before; }, 20000)) << State().toStdString();
 }
+#endif
 
 }  // namespace
 }  // namespace orvane

@@ -129,11 +129,13 @@ TEST_F(WaveformDisplay, KeysOfTheReadingsTheBoxAndReloading) {
   EXPECT_EQ(View().Number(), 1U);
   EXPECT_EQ(box->value(), 1);
 
+#ifndef Q_OS_WIN  // where a file that is shown cannot be made shorter
   WriteAll(dir_ / "A.TSS", Record(31, 0));
   QTest::keyClick(Display(), Qt::Key_F5);
   EXPECT_EQ(View().Count(), 1U);
   EXPECT_EQ(box->maximum(), 1);
   EXPECT_EQ(View().Reading(WaveformView::kFirstCursor)->values[0], 31);
+#endif
 }
 
 TEST_F(WaveformDisplay, NoToolHidesAndTheTitleIsWhole) {
@@ -368,9 +370,11 @@ TEST_F(WaveformDisplay, FollowsTheFileAndTheFolder) {
   std::filesystem::resize_file(dir_ / "b.TSS", 300);
   Display()->LookAtFile();
   EXPECT_EQ(fate->text(), QStringLiteral("b.TSS has become shorter; F5 reads it again"));
+#ifndef Q_OS_WIN  // where it stays until nobody shows it
   std::filesystem::remove(dir_ / "b.TSS");
   Display()->LookAtFile();
   EXPECT_EQ(fate->text(), QStringLiteral("b.TSS is no longer there"));
+#endif
   EXPECT_FALSE(fate->isHidden());
 
   const auto go = [this](Qt::Key key) {
