@@ -146,7 +146,9 @@ def _arguments(given: list[str] | None) -> argparse.Namespace:
     parser.add_argument("--verb", required=True, help="such as restack,harmonics")
     parser.add_argument("--scheduler", help="address of a Dask scheduler; without: processes here")
     parser.add_argument("--workers", type=int, default=os.cpu_count(), help="processes, without")
-    parser.add_argument("--tool", default=shutil.which("orvane-cli") or "orvane-cli")
+    parser.add_argument(
+        "--tool", default=shutil.which("orvane-cli") or "orvane-cli", help="orvane-cli, as workers find it"
+    )
     parser.add_argument("--report", type=pathlib.Path, help="a file in place of standard output")
     parser.add_argument("options", nargs="*", help="of the verbs, behind --")
     arguments = parser.parse_args(given)
@@ -156,6 +158,8 @@ def _arguments(given: list[str] | None) -> argparse.Namespace:
             parser.error(f"no verb {verb}: there are {', '.join(VERBS)}")
     if not arguments.folder.is_dir():
         parser.error(f"{arguments.folder} is no folder")
+    if arguments.scheduler is None and shutil.which(arguments.tool) is None:
+        parser.error(f"{arguments.tool} is not found: say where it is by --tool")
     return arguments
 
 

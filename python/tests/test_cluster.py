@@ -107,6 +107,20 @@ def test_processes_here_and_a_report(survey, tmp_path):
     assert {path.suffix for path in place.iterdir()} == {".TSS", ".TBL", ".TSK", ".txt"}
 
 
+@pytest.mark.parametrize(
+    "arguments, reason",
+    [
+        (["--tool", "no-such-tool"], "no-such-tool is not found: say where it is by --tool"),
+        (["--verb", "polish"], "no verb polish"),
+    ],
+)
+def test_what_cannot_begin_is_said_once(tmp_path, capsys, arguments, reason):
+    with pytest.raises(SystemExit) as end:
+        orvane.survey.main([str(tmp_path), "--verb", "restack", *arguments])
+    assert end.value.code == 2
+    assert reason in capsys.readouterr().err
+
+
 def test_the_job_arrays_script_shares_out_a_list(survey, tmp_path):
     script = pathlib.Path(__file__).parents[1] / "slurm" / "orvane-array.sh"
     names = []
