@@ -36,7 +36,7 @@ void NoteTime(std::int64_t start, std::int64_t end, FileFacts* facts) {
 }
 
 // The dates of a file's records. A clock that was not set, or lost its time, is far off; no box
-// pauses for a week within a file.
+// pauses for a month within a file.
 class RecordDates {
  public:
   void Note(std::int64_t start, std::int64_t end) {
@@ -45,7 +45,7 @@ class RecordDates {
       return;
     }
     const auto near = std::find_if(spans_.begin(), spans_.end(), [&](const Span& span) {
-      return start >= span.start - kFar && start <= span.end + kFar;
+      return start >= span.start - kFarApart && start <= span.end + kFarApart;
     });
     if (near != spans_.end()) {
       near->Add(start, end);
@@ -76,7 +76,6 @@ class RecordDates {
   }
 
  private:
-  static constexpr std::int64_t kFar = std::int64_t{31} * 86400;
   static constexpr std::size_t kMostSpans = 16;
 
   struct Span {

@@ -17,6 +17,9 @@
 
 namespace orvane {
 
+/// Seconds. Records of one recording that are further apart are of a clock that was wrong.
+inline constexpr std::int64_t kFarApart = std::int64_t{31} * 86400;
+
 /// From one time to another, in seconds since 1970.
 struct TimeStretch {
   std::int64_t start = 0;
@@ -88,11 +91,11 @@ struct FileFacts {
   std::int64_t start = 0;              ///< the earliest, seconds since 1970; 0: not known
   std::int64_t end = 0;                ///< of the last scan
   std::vector<TimeStretch> stretches;  ///< without the pauses of more than a minute; the first 64
-  std::uint64_t odd_dates = 0;  ///< records without a date, or more than a week from most others
-  std::int64_t odd_date = 0;    ///< the first such; 0: none is a date
-  std::uint64_t blank = 0;      ///< bytes from the first header that is blank, see `IsBlank()`
-  std::int32_t channels = 0;    ///< most of a record
-  double rate = 0;              ///< Hz, the highest
+  std::uint64_t odd_dates = 0;         ///< records without a date, or `kFarApart` from most others
+  std::int64_t odd_date = 0;           ///< the first such; 0: none is a date
+  std::uint64_t blank = 0;          ///< bytes from the first header that is blank, see `IsBlank()`
+  std::int32_t channels = 0;        ///< most of a record
+  double rate = 0;                  ///< Hz, the highest
   std::vector<double> frequencies;  ///< Hz, each once, ascending; the first 64 met
   std::uint64_t records = 0;
   std::uint64_t bad = 0;

@@ -58,7 +58,6 @@ const FactedFile* FirstOf(std::span<const FactedFile> files, FileType type) {
   return found == files.end() ? nullptr : &*found;
 }
 
-constexpr std::int64_t kMonth = std::int64_t{31} * 86400;
 constexpr std::int64_t kYear = std::int64_t{366} * 86400;
 
 // Overlapping ones become one.
@@ -78,15 +77,15 @@ void AddStretches(const std::vector<TimeStretch>& more, SurveyRow* row) {
   }
 }
 
-// Of files of one recording that are weeks apart the later count.
+// Of files of one recording that are far apart the later count.
 void AddTimes(const FileFacts& facts, SurveyRow* row) {
   row->odd_dates += facts.odd_dates;
   row->odd_date = row->odd_date == 0 ? facts.odd_date : row->odd_date;
   if (facts.start == 0) {
     return;
   }
-  const bool is_later = row->start > 0 && facts.start > row->end + kMonth;
-  if (row->start > 0 && facts.end < row->start - kMonth) {
+  const bool is_later = row->start > 0 && facts.start > row->end + kFarApart;
+  if (row->start > 0 && facts.end < row->start - kFarApart) {
     row->odd_dates += facts.records - facts.odd_dates;
     row->odd_date = facts.start;
     return;

@@ -2,7 +2,6 @@
 #include "survey/survey_findings.h"
 
 #include <algorithm>
-
 #include <array>
 
 #include "base/number_text.h"

@@ -241,13 +241,15 @@ class WeekRounds {
 void LookAtDates(SurveyRows rows, const SurveyTeller& tell) {
   const WeekRounds rounds(rows);
   for (const auto& row : rows) {
-    const std::string dated = std::string("The records are dated ").append(SurveyTime(row->start));
+    const auto dated = [&row] {
+      return std::string("The records are dated ").append(SurveyTime(row->start));
+    };
     if (row->has_wrong_clock) {
       const auto plan = PlanOf(*row);
-      tell(*row, plan ? dated + ", planned for " + SurveyTime(plan->start)
-                      : dated + ": a clock that was not set");
+      tell(*row, plan ? dated() + ", planned for " + SurveyTime(plan->start)
+                      : dated() + ": a clock that was not set");
     } else if (const auto place = rounds.PlaceOf(*row); !place.empty()) {
-      tell(*row, dated + ", 1024 weeks " + std::string(place) +
+      tell(*row, dated() + ", 1024 weeks " + std::string(place) +
                      " others: a clock that took the week for one of another round");
     } else if (row->odd_dates > 0) {
       std::string sentence = FormatInt(row->odd_dates);
