@@ -16,6 +16,7 @@
 #include "response/widgets/calibration_display.h"
 #include "support/assistive.h"
 #include "support/gui.h"
+#include "timeseries/widgets/stack_display.h"
 #include "timeseries/widgets/waveform_display.h"
 #include "ui/byte_text.h"
 #include "ui/form_dialog.h"
@@ -369,6 +370,8 @@ TEST(Accessibility, EveryWindow) {
   CalDisplay ranges;
   EXPECT_EQ(KeysOf(CCalibrationDisplay(&ranges, nullptr).actions()),
             keys.at(QStringLiteral("While a calibration is shown")));
+  EXPECT_EQ(KeysOf(CStackDisplay(nullptr).actions()),
+            keys.at(QStringLiteral("While stack results are shown")));
   app->Frame().hide();
 }
 
