@@ -14,7 +14,8 @@ foreach(program IN ITEMS orvane orvane-cli)
           OPTIONAL)
 endforeach()
 if(ORVANE_GUI)
-  install(FILES ${packaging}/orvane.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES ${packaging}/orvane.desktop ${packaging}/zz-orvane-folder.desktop
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${packaging}/orvane.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
   install(FILES ${packaging}/orvane.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
   install(FILES ${PROJECT_SOURCE_DIR}/src/app/icons/orvane.svg

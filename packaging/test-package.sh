@@ -72,24 +72,41 @@ inside apt-get -y -qq install --no-install-recommends "${depends[@]}" >>"$FOLDER
   fail "the dependencies: $FOLDER/apt.log"
 files >"$FOLDER/before.txt"
 
-say "Installing the packages..."
+# One to upgrade from: it has a file that this version no longer has.
+older=$FOLDER/older
+rm -rf "$older" "$FOLDER/older.deb"
+dpkg-deb -R "$PACKAGE" "$older"
+echo gone >"$older/usr/share/orvane/older.txt"
+sed -i 's/^Version: .*/Version: 0.9/' "$older/DEBIAN/control"
+dpkg-deb --root-owner-group -b "$older" "$ROOT/tmp/older.deb" >/dev/null
+inside apt-get -y -qq install --no-install-recommends /tmp/older.deb >>"$FOLDER/apt.log" 2>&1 ||
+  fail "the older package: $FOLDER/apt.log"
+[[ -f $ROOT/usr/share/orvane/older.txt ]] || fail "the older package has not what it should"
+settings="$ROOT/home/crew/.config/Local AppWizard-Generated Applications/Orvane.conf"
+mkdir -p "$(dirname "$settings")"
+printf '[Coil%%20Models]\nName1=Kept\n' >"$settings"
+
+say "Installing the packages over an older version..."
 inside apt-get -y -qq install --no-install-recommends /tmp/orvane.deb /tmp/python3-orvane.deb \
   >>"$FOLDER/apt.log" 2>&1 || fail "the packages: $FOLDER/apt.log"
 files | comm -13 "$FOLDER/before.txt" - >"$FOLDER/installed.txt"
 grep -q 'share/orvane/guide.html' "$FOLDER/installed.txt" || fail "the guide is not installed"
+[[ ! -e $ROOT/usr/share/orvane/older.txt ]] || fail "a file of the older version stays"
 
 inside orvane-cli --version
 inside orvane --version
 inside orvane-cli table text /home/crew/survey/SIP/Startup.tbl
 inside grep -q 'TECH' /home/crew/survey/SIP/Startup.txt || fail "the listing lacks TECH"
 
-# Open a table, a waveform and a calibration; still running after two seconds is what is hoped for.
-for file in SIP/Startup.tbl SIP/2417.TSS Calibration/2417.CLB; do
+# Open a file of each kind, a folder too; still running after two seconds is what is hoped for.
+for file in SIP/Startup.tbl SIP/2417.TSS MT/2417.TS3 Calibration/2417.CLB TDIP/2417.trs .; do
   status=0
   inside env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=/home/crew/run \
     timeout 2 orvane "/home/crew/survey/$file" 2>"$FOLDER/start.log" || status=$?
   ((status == 124)) || fail "orvane $file ended with $status: $(cat "$FOLDER/start.log")"
 done
+
+grep -q 'Name1=Kept' "$settings" || fail "the settings of the older version are gone"
 
 # What is loaded only when it is needed is there, too.
 inside orvane-cli waveform netcdf /home/crew/survey/SIP/2417.TSS
@@ -121,6 +138,15 @@ check_type a.CLC calibration orvane.desktop
 check_type a.TS12 band ""
 check_type a.trs stack orvane.desktop
 check_type 2.TFS schedule ""
+
+# A folder is offered to it, but opened by it only where nobody else does.
+[[ $(inside xdg-mime query default inode/directory) == zz-orvane-folder.desktop ]] || fail "no folder is offered to it"
+manager=$ROOT/usr/share/applications/ywindow.desktop
+printf '[Desktop Entry]\nType=Application\nName=W\nExec=w %%f\nMimeType=inode/directory;\n' >"$manager"
+inside update-desktop-database
+[[ $(inside xdg-mime query default inode/directory) == ywindow.desktop ]] || fail "it took the folders from their manager"
+rm "$manager"
+inside update-desktop-database
 
 # A memory card of a box has neither links nor rights of files.
 on_card() {
