@@ -92,7 +92,7 @@ class BrokenFiles : public testing::FrameTest {
  protected:
   void SetUp() override {
     QSettings().clear();
-    ASSERT_TRUE(testing::MakeExampleSurvey({TextFromPath(dir_ / "survey")}));
+    ASSERT_TRUE(testing::MakeExampleSurvey(dir_ / "survey"));
     doc_.OnNewDocument();
     fs::create_directory(dir_ / "broken");
     fs::create_directory(dir_ / "out");

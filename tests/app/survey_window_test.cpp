@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/widgets/survey_window.h"
 
-#include <cstdlib>
 
 #include "app/command_map.h"
 #include "support/example_survey.h"
@@ -18,7 +17,7 @@ class SurveyWindowTest : public FrameTest {
  protected:
   void SetUp() override {
     QSettings().clear();
-    ASSERT_TRUE(MakeExampleSurvey({QStringLiteral("--evening"), TextFromPath(dir_ / "s")}));
+    ASSERT_TRUE(MakeExampleSurvey(dir_ / "s", "--evening"));
     doc_.OnNewDocument();
     frame_.show();
     EXPECT_FALSE(frame_.OpenAny(TextFromPath(dir_ / "s"))) << "no display of the main window";

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <map>
 #include <set>
 
@@ -11,6 +10,7 @@
 #include "check/rule.h"
 #include "editors/startup_files.h"
 #include "support/cal_bytes.h"
+#include "support/example_survey.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
 #include "support/tfs_bytes.h"
@@ -381,9 +381,7 @@ TEST(CheckRules, SayWhatIsWrongInASet) {
 
 TEST(CheckRules, FindWhatIsPlantedInTheExampleSurvey) {
   const TempDir dir;
-  const std::string command = "\"" ORVANE_EXAMPLE_SURVEY "\" \"" + (dir / "s").string() +
-                              "\" > \"" + (dir / "list").string() + "\"";
-  ASSERT_EQ(std::system(command.c_str()), 0);
+  ASSERT_TRUE(MakeExampleSurvey(dir / "s"));
   for (const std::string day : {"SIP", "TDIP", "TDEM", "CSAMT", "MT", "FDEM"}) {
     ParamTable table = NewTable();
     const auto path = dir.Path() / "s" / day / "Startup.tbl";

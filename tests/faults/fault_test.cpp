@@ -33,6 +33,7 @@
 #include <thread>
 #include <vector>
 
+#include "support/example_survey.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -382,9 +383,7 @@ std::string Judge(const Work& work, const Good& good, const Outcome& outcome, co
 class Tester {
  public:
   Tester(unsigned allocations, unsigned seed) : allocations_(allocations), seed_(seed) {
-    if (std::system(("'" ORVANE_EXAMPLE_SURVEY "' '" + (dir_ / "survey").string() + "' >'" +
-                     (dir_ / "list").string() + "'")
-                        .c_str()) != 0) {
+    if (!MakeExampleSurvey(dir_ / "survey")) {
       Stop("there is no example survey");
     }
     for (const Work& work : AllWork()) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What every conversion promises, on the files of the example survey.
 
-#include <cstdlib>
 #include <functional>
 #include <map>
 #include <vector>
@@ -16,6 +15,7 @@
 #include "stepping/schedule_text.h"
 #include "stepping/tfs_file.h"
 #include "support/batch_help.h"
+#include "support/example_survey.h"
 #include "support/failing_disk.h"
 #include "support/table_help.h"
 #include "support/temp_dir.h"
@@ -42,11 +42,7 @@ bool TellsOfFault(const std::string& text) { return text.find(kInjected) != std:
 
 class EveryConversion : public ::testing::Test {
  protected:
-  void SetUp() override {
-    const std::string command = "\"" ORVANE_EXAMPLE_SURVEY "\" \"" + (dir_ / "survey").string() +
-                                "\" > \"" + (dir_ / "list").string() + "\"";
-    ASSERT_EQ(std::system(command.c_str()), 0);
-  }
+  void SetUp() override { ASSERT_TRUE(MakeExampleSurvey(dir_ / "survey")); }
   fs::path Survey(const std::string& name) const { return dir_.Path() / "survey" / name; }
 
   struct Work {

@@ -16,6 +16,7 @@
 #include "spectra/harmonic_table.h"
 #include "spectra/spectrum_text.h"
 #include "support/batch_help.h"
+#include "support/example_survey.h"
 #include "support/recording_help.h"
 #include "support/temp_dir.h"
 #include "support/ts_bytes.h"
@@ -208,9 +209,7 @@ TEST(FileSpectrum, AveragesRecordsLikeTheFirst) {
 // What the harmonics' own transform gives, which is half of a sine's amplitude.
 TEST(FileSpectrum, IsCorrectedAsHarmonicsAre) {
   const TempDir dir;
-  const std::string make = "\"" ORVANE_EXAMPLE_SURVEY "\" \"" + (dir / "s").string() + "\" > \"" +
-                           (dir / "list").string() + "\"";
-  ASSERT_EQ(std::system(make.c_str()), 0);
+  ASSERT_TRUE(MakeExampleSurvey(dir / "s"));
   const auto input = dir / "s/TDIP/2417.TSS";
   ASSERT_TRUE(RunJob(CalibratedSpectra({.calibration_folder = dir / "s/Calibration"}), input,
                      dir / "cal.txt")

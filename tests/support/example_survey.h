@@ -2,18 +2,31 @@
 #ifndef ORVANE_TESTS_SUPPORT_EXAMPLE_SURVEY_H_
 #define ORVANE_TESTS_SUPPORT_EXAMPLE_SURVEY_H_
 
-#include <QProcess>
-#include <QStringList>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
 
 namespace orvane::testing {
 
-/// Runs the program that writes the example survey. Not by a shell: that of Windows takes quotation
-/// marks in its own way.
-inline bool MakeExampleSurvey(const QStringList& arguments) {
-  QProcess program;
-  program.setStandardOutputFile(QProcess::nullDevice());
-  program.start(QStringLiteral(ORVANE_EXAMPLE_SURVEY), arguments);
-  return program.waitForFinished() && program.exitCode() == 0;
+/// Writes the example survey, or with "--evening" a day's recordings of many boxes, into `folder`;
+/// false where the program that does it failed.
+inline bool MakeExampleSurvey(const std::filesystem::path& folder, const std::string& option = "") {
+#ifdef _WIN32
+  // Its shell takes the outermost quotation marks away.
+  constexpr auto kOpening = "\"\"";
+  constexpr auto kClosing = "\" >NUL\"";
+#else
+  constexpr auto kOpening = "\"";
+  constexpr auto kClosing = "\" >/dev/null";
+#endif
+  return std::system(std::string(kOpening)
+                         .append(ORVANE_EXAMPLE_SURVEY)
+                         .append("\" ")
+                         .append(option)
+                         .append(" \"")
+                         .append(folder.string())
+                         .append(kClosing)
+                         .c_str()) == 0;
 }
 
 }  // namespace orvane::testing

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/survey_scan.h"
+#include "support/example_survey.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -7,7 +8,6 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <map>
 #include <random>
 #include <thread>
@@ -68,9 +68,7 @@ std::map<std::string, std::string> Snapshot(const std::filesystem::path& root) {
 }
 
 std::filesystem::path EveningSurvey(const TempDir& dir) {
-  const std::string command = "\"" ORVANE_EXAMPLE_SURVEY "\" --evening \"" + (dir / "s").string() +
-                              "\" >\"" + (dir / "log").string() + "\"";
-  EXPECT_EQ(std::system(command.c_str()), 0);
+  EXPECT_TRUE(MakeExampleSurvey(dir / "s", "--evening"));
   return dir / "s";
 }
 
