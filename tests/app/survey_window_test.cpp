@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "survey/widgets/survey_window.h"
 
-
 #include "app/command_map.h"
 #include "support/example_survey.h"
 #include "support/frame_test.h"
