@@ -746,6 +746,8 @@ bool VisitWaveforms(COrvaneApp* app, const QString& survey, const Visit& visit) 
   CWaveformGainDlg gains(&gain_form, &display->View(), &prompts, nullptr);
   done = visit(&gains, "waveform-gains") && done;
   frame.Displays().Close();
+  // What has a file open goes before the file's folder does.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   return done;
 }
 

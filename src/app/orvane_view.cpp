@@ -94,6 +94,7 @@ void COrvaneView::Build() {
   }
   setWidget(page);
   ArrangeColumns();
+  OrderTab();
 }
 
 void COrvaneView::AddToColumn(int column, QWidget* widget, int stretch) {
@@ -119,13 +120,6 @@ void COrvaneView::AddParts() {
   }
   start_ = new StartPanel(this);
   AddToColumn(2, start_);
-  setTabOrder(start_->findChild<QPushButton*>(QStringLiteral("start-new")), CardOf(Part::kMethod));
-  for (const auto& [before, next] : {std::pair(Part::kMethod, Part::kTimes),
-                                     {Part::kTimes, Part::kGains},
-                                     {Part::kGains, Part::kBoxes},
-                                     {Part::kBoxes, Part::kSurvey}}) {
-    setTabOrder(CardOf(before), CardOf(next));
-  }
   for (const int column : {0, 1}) {
     AddToColumn(column, new QWidget(this), 1);  // takes what room is left
   }
@@ -198,6 +192,23 @@ void COrvaneView::PlaceStart(bool is_beside) {
   if (place->indexOf(start_) < 0) {
     (is_beside ? above : beside)->removeWidget(start_);
     place->insertWidget(is_beside ? 0 : 1, start_);
+    OrderTab();
+  }
+}
+
+// Column by column, and what to begin with where it stands.
+void COrvaneView::OrderTab() {
+  std::vector<QWidget*> chain;
+  for (const Part part : {Part::kMethod, Part::kTimes, Part::kGains, Part::kBoxes, Part::kSurvey,
+                          Part::kCheck, Part::kMap, Part::kTimeline}) {
+    chain.push_back(CardOf(part));
+  }
+  constexpr int kBeforeCheck = 5;
+  const bool is_beside = columns_.back()->layout()->indexOf(start_) >= 0;
+  const auto buttons = start_->findChildren<QPushButton*>();
+  chain.insert(chain.begin() + (is_beside ? kBeforeCheck : 0), buttons.begin(), buttons.end());
+  for (std::size_t i = 1; i < chain.size(); ++i) {
+    setTabOrder(chain[i - 1], chain[i]);
   }
 }
 

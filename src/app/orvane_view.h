@@ -68,6 +68,7 @@ class COrvaneView : public QScrollArea {
   void AddTimeline();
   void ArrangeColumns();
   void PlaceStart(bool is_beside);
+  void OrderTab();
   void HideStart();
   void AddToColumn(int column, QWidget* widget, int stretch = 0);
   GlanceCard* CardOf(Part part) const { return cards_[static_cast<std::size_t>(part)]; }

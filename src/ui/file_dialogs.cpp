@@ -40,6 +40,7 @@ CFileDialog::CFileDialog(const QString& title, std::string_view filters, const Q
   if (!folder.isEmpty() && QFileInfo(folder).isDir()) {
     setDirectory(folder);
   }
+  NameFileLists(this);
 }
 
 bool CFileDialog::ExecRemembering(const QString& key) {
@@ -72,6 +73,7 @@ CFECFileDialog::CFECFileDialog(const QString& title, std::string_view filters,
                                const QString& folder, QWidget* parent)
     : CFileDialog(title, filters, folder, parent) {
   setOption(DontUseNativeDialog);
+  NameFileLists(this);
   setFileMode(ExistingFiles);
   AddOutFolder();
   // The line holds the names of all files chosen; its usual limit would cut them.

@@ -22,6 +22,15 @@ QString NearestFolder(const QString& start) {
 
 }  // namespace
 
+void NameFileLists(QFileDialog* dialog) {
+  for (const auto& [label, list] :
+       {std::pair("lookInLabel", "lookInCombo"), {"fileTypeLabel", "fileTypeCombo"}}) {
+    if (auto* text = dialog->findChild<QLabel*>(QLatin1String(label))) {
+      text->setBuddy(dialog->findChild<QWidget*>(QLatin1String(list)));
+    }
+  }
+}
+
 CFolderDialog::CFolderDialog(const QString& prompt, const QString& start, QWidget* parent)
     : QFileDialog(parent, prompt) {
 #ifndef Q_OS_WIN
@@ -31,6 +40,7 @@ CFolderDialog::CFolderDialog(const QString& prompt, const QString& start, QWidge
   setOption(ShowDirsOnly);
   setDirectory(NearestFolder(start));
   setAccessibleDescription(prompt);
+  NameFileLists(this);
   // The system's own dialog has no layout and shows the prompt as its title alone.
   if (layout()) {
     auto* label = new QLabel(prompt, this);

@@ -7,6 +7,9 @@
 
 namespace orvane {
 
+// Names the lists of Qt's own dialog by the labels beside them. The system's own has none.
+void NameFileLists(QFileDialog* dialog);
+
 // Asks for a folder that exists; files are not shown.
 class CFolderDialog : public QFileDialog {
   Q_OBJECT

@@ -54,7 +54,7 @@ const CGridCellBase* CellAt(const QModelIndex& index) {
   return model == nullptr ? nullptr : model->GetCell(index.row(), index.column());
 }
 
-// Draws its own frame over its own ground, whatever the style draws in and around editors.
+// Draws its own frame, whatever the style draws around editors.
 class CellEditor : public QLineEdit {
  public:
   explicit CellEditor(QWidget* parent) : QLineEdit(parent) {
