@@ -383,7 +383,7 @@ std::string Judge(const Work& work, const Good& good, const Outcome& outcome, co
 class Tester {
  public:
   Tester(unsigned allocations, unsigned seed) : allocations_(allocations), seed_(seed) {
-    if (!testing::MakeExampleSurvey(dir_ / "survey")) {
+    if (!orvane::testing::MakeExampleSurvey(dir_ / "survey")) {
       Stop("there is no example survey");
     }
     for (const Work& work : AllWork()) {
