@@ -78,13 +78,6 @@ void ConnectDock(QDockWidget* dock, QAction* command) {
   QObject::connect(dock->toggleViewAction(), &QAction::toggled, command, &QAction::setChecked);
 }
 
-void AddLateDock(Qt::DockWidgetArea area, QDockWidget* dock, QMainWindow* window) {
-  if (!window->restoreDockWidget(dock)) {
-    window->addDockWidget(area, dock);
-    dock->hide();
-  }
-}
-
 MapDock* AddMapDock(COrvaneDoc* doc, QAction* command, QMainWindow* window) {
   auto* dock = new MapDock(&doc->Table(), window);
   dock->setFocusProxy(dock->View());

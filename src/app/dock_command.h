@@ -14,9 +14,6 @@ namespace orvane {
 /// Lets a command show and hide a dock. Shown by it, the dock gets the focus (its focus proxy).
 /// Escape gives the focus back to the window's main part; a dock that floats it hides.
 void ConnectDock(QDockWidget* dock, QAction* command);
-/// Gives the window a dock that is made later than the window: where its layout was restored, the
-/// dock is as it was there, else hidden. Call `ConnectDock()` before, so that the command follows.
-void AddLateDock(Qt::DockWidgetArea area, QDockWidget* dock, QMainWindow* window);
 /// Lets a display's keys work in a dock beside it too: function keys, those with Ctrl, and, where
 /// nothing in the dock is chosen by letters, letters.
 void LendKeys(const QWidget& display, QDockWidget* dock);

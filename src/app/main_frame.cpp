@@ -18,6 +18,7 @@
 #include "app/dock_command.h"
 #include "app/glance_commands.h"
 #include "app/lock_keys.h"
+#include "app/record_command.h"
 #include "app/spectrum_command.h"
 #include "app/user_guide.h"
 #include "editors/widgets/field_sheet_print.h"
@@ -272,7 +273,7 @@ void CMainFrame::ConnectCommands() {
   new SpectrumCommand(displays_, Command(kViewSpectrum), this);
   new DecayCommand(displays_, Command(kViewDecay), this);
   ConnectStart();
-  new RecordCommands(displays_, Command(kViewRecords), this);
+  new RecordCommand(displays_, Command(kViewRecords), this);
   survey_ = new SurveyCommand(
       Command(kOpenSurvey), &utilities_, [this](const QString& path) { OpenAny(path); }, this);
   Handle(kPrintParameters, [this] { editors_.PrintRaw(); });
@@ -407,6 +408,9 @@ void CMainFrame::UpdateRecentFiles() {
     action->setVisible(is_used || i == 0);
   }
 }
+
+// Hidden first: docks that go with their window are not docks that the user closed.
+CMainFrame::~CMainFrame() { hide(); }
 
 void CMainFrame::RestoreLayout() {
   ResizeWithinScreen(this, QSize(1120, 690));

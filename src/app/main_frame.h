@@ -22,7 +22,6 @@
 #include "app/orvane_view.h"
 #include "app/qt_prompts.h"
 #include "app/recent_files.h"
-#include "app/record_commands.h"
 #include "app/survey_command.h"
 #include "app/utility_commands.h"
 
@@ -35,6 +34,7 @@ class CMainFrame : public QMainWindow {
 
  public:
   CMainFrame(COrvaneDoc* doc, QtPrompts* prompts, StatusNotices* notices);
+  ~CMainFrame() override;
 
   QAction* Command(int id) const { return commands_.at(id); }
   /// Asks to save the present document and opens a file. False where the user stays or it fails.

@@ -91,7 +91,6 @@ class Breaker {
 class BrokenFiles : public testing::FrameTest {
  protected:
   void SetUp() override {
-    QSettings().clear();
     ASSERT_TRUE(testing::MakeExampleSurvey(dir_ / "survey"));
     doc_.OnNewDocument();
     fs::create_directory(dir_ / "broken");

@@ -25,7 +25,6 @@ using namespace testing;  // NOLINT: the builders
 class Changes : public FrameTest {
  protected:
   void SetUp() override {
-    QSettings().clear();
     doc_.OnNewDocument();
     frame_.show();
     ASSERT_TRUE(doc_.OnSaveDocument(Path("a.tbl")));

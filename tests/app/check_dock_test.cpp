@@ -18,7 +18,6 @@ using namespace testing;  // NOLINT: the builders
 class CheckDockTest : public FrameTest {
  protected:
   void SetUp() override {
-    QSettings().clear();
     doc_.OnNewDocument();
     for (const auto& [key, serial] :
          {std::pair("SNUM", 2417), {"SN01", 1203}, {"SN02", 0}, {"SN03", 1207}}) {

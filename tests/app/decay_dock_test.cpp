@@ -19,7 +19,6 @@ using namespace testing;  // NOLINT: the builders
 class DecayDockTest : public testing::FrameTest {
  protected:
   void Open(const std::string& table, const std::string& records) {
-    QSettings().clear();
     WriteAll(dir_ / "A.TBL", table);
     WriteAll(dir_ / "A.TSS", records);
     doc_.OnNewDocument();

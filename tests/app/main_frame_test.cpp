@@ -39,7 +39,6 @@ void Type(QWidget* widget, const QString& text) {
 class MainFrame : public testing::DocTest {
  protected:
   void SetUp() override {
-    QSettings().clear();
     frame_ = std::make_unique<CMainFrame>(&doc_, &prompts_, &notices_);
     doc_.OnNewDocument();
     frame_->show();

@@ -47,7 +47,6 @@ std::string Record(int number) {
 class Records : public testing::FrameTest {
  protected:
   void SetUp() override {
-    QSettings().clear();
     std::string bytes;
     for (int number = 1; number <= kRecords; ++number) {
       bytes += Record(number);

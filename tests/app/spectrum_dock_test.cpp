@@ -11,6 +11,7 @@
 #include "support/frame_test.h"
 #include "support/tbl_bytes.h"
 #include "support/ts_bytes.h"
+#include "timeseries/widgets/waveform_display.h"
 
 namespace orvane {
 namespace {
@@ -32,18 +33,20 @@ std::string SineRecord(double amplitude) {
 class SpectrumDockTest : public testing::FrameTest {
  protected:
   void SetUp() override {
-    QSettings().clear();
     WriteAll(dir_ / "A.TSS", SineRecord(50000) + SineRecord(20000));
     WriteAll(dir_ / "A.TBL", HeaderV2() + Padded(Padded("FSCV", 16) + RealBytes(0), 32));
     doc_.OnNewDocument();
     frame_.resize(1180, 690);
     frame_.show();
-    frame_.OpenAny(TextFromPath(dir_ / "A.TSS"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !frame_.Displays().IsReading(); }, 30000));
+    Open(&frame_);
     dock_ = frame_.findChild<SpectrumDock*>();
     frame_.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&frame_));
     ASSERT_TRUE(frame_.Command(kViewSpectrum)->isEnabled());
+  }
+  void Open(CMainFrame* frame) {
+    frame->OpenAny(TextFromPath(dir_ / "A.TSS"));
+    ASSERT_TRUE(QTest::qWaitFor([frame] { return !frame->Displays().IsReading(); }, 30000));
   }
   template <typename Widget = QLabel>
   Widget* Find(const char* name) {
@@ -96,8 +99,19 @@ TEST_F(SpectrumDockTest, NamesASineByKeyboardAlone) {
       QApplication::clipboard()->text().startsWith("frequency (Hz)\tCh 2 (counts)\n0\t0\n"));
   frame_.ShowTable();
   EXPECT_FALSE(dock_->isVisible()) << "no waveform";
-  frame_.OpenAny(TextFromPath(dir_ / "A.TSS"));
+  Open(&frame_);
   EXPECT_TRUE(dock_->isVisible()) << "wanted before";
+}
+
+TEST_F(SpectrumDockTest, ComesBackAtTheNextStart) {
+  for (const bool is_wanted : {true, false}) {
+    auto frame = std::make_unique<CMainFrame>(&doc_, &prompts_, &notices_);
+    frame->show();
+    Open(frame.get());
+    EXPECT_NE(frame->findChild<SpectrumDock*>()->isVisible(), is_wanted);
+    frame->Command(kViewSpectrum)->trigger();
+    frame.reset();
+  }
 }
 
 // Mean squares: sqrt((50000^2 + 20000^2) / 2) = 38078.9.

@@ -15,7 +15,6 @@ using namespace testing;  // NOLINT: the builders
 class SurveyWindowTest : public FrameTest {
  protected:
   void SetUp() override {
-    QSettings().clear();
     ASSERT_TRUE(MakeExampleSurvey(dir_ / "s", "--evening"));
     doc_.OnNewDocument();
     frame_.show();

@@ -39,7 +39,6 @@ std::string Record(int first, int status) {
 class WaveformDisplay : public testing::FrameTest {
  protected:
   void SetUp() override {
-    QSettings().clear();
     WriteAll(dir_ / "A.TSS", Record(1, 0) + Record(11, 0) + Record(21, 6));
     WriteAll(dir_ / "A.TBL", HeaderV2() + Padded(Padded("FSCV", 16) + RealBytes(0), 32));
     doc_.OnNewDocument();

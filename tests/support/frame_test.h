@@ -2,6 +2,8 @@
 #ifndef ORVANE_TESTS_SUPPORT_FRAME_TEST_H_
 #define ORVANE_TESTS_SUPPORT_FRAME_TEST_H_
 
+#include <QSettings>
+
 #include "app/main_frame.h"
 #include "support/gui.h"
 
@@ -10,6 +12,8 @@ namespace orvane::testing {
 /// The program without and with its main window, and a folder.
 class DocTest : public ::testing::Test {
  protected:
+  DocTest() { QSettings().clear(); }  // before the window reads them
+
   TempDir dir_;
   ParamTable table_;
   QtPrompts prompts_;
