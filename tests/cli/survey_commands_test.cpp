@@ -60,6 +60,9 @@ TEST_F(SurveyCommands, ListsRowsFindingsAndNotes) {
   }
   EXPECT_EQ(Scan("s --since '2010/01/01 00:00:00'").exit_code, 0);
   EXPECT_EQ(Scan("s --since 2010-01-01T00:00:00Z").exit_code, 0);
+  if (WindowsTool() != nullptr) {
+    return;  // where names are Unicode
+  }
   std::filesystem::create_symlink("nowhere", dir_ / "s/\xFF");
   const Outcome odd = Scan("s --since '2010/01/01 00:00:00'");
   EXPECT_EQ(odd.exit_code, 1) << "what could not be looked at may be anything";

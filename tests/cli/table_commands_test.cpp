@@ -67,8 +67,9 @@ TEST_F(TableCommands, ShowAsABoxTakesIt) {
 
 // Tables hold Latin-1; what is typed and read is UTF-8, whatever the locale.
 TEST_F(TableCommands, TextsAreLatin1InTablesAndUtf8Outside) {
+  const bool has_bytes = WindowsTool() == nullptr;  // there arguments are Unicode
   for (const char* locale : {"LC_ALL=C ", "LC_ALL=de_DE "}) {
-    const std::string tool = std::string(locale) + "'" + ToolPath() + "' ";
+    const std::string tool = (has_bytes ? locale : "") + ("'" + ToolPath()) + "' ";
     const std::string set = "cd '" + dir_.Path().string() + "' && " + tool +
                             "table set two.tbl 'SITE=Z\xc3\xbcrich' 'LINE=\xc2\x9f\\' --to a.tbl";
     ASSERT_EQ(std::system((set + " 2>err.txt").c_str()), 0);
@@ -79,8 +80,10 @@ TEST_F(TableCommands, TextsAreLatin1InTablesAndUtf8Outside) {
   const Outcome greek = Run("table set a.tbl 'SITE=\xce\xa9' TECH=2");
   EXPECT_EQ(greek.exit_code, 1);
   EXPECT_NE(greek.err.find("has the character \"\xce\xa9\" (U+03A9)"), std::string::npos);
-  EXPECT_NE(Run("table set a.tbl 'SITE=Z\xfcrich'").err.find("is not UTF-8 at byte 2"),
-            std::string::npos);
+  if (has_bytes) {
+    EXPECT_NE(Run("table set a.tbl 'SITE=Z\xfcrich'").err.find("is not UTF-8 at byte 2"),
+              std::string::npos);
+  }
   EXPECT_NE(Run("table diff a.tbl two.tbl").out.find("SITE\tZ\xc3\xbcrich\t\n"), std::string::npos);
   EXPECT_EQ(Run("table text a.tbl").exit_code, 0);
   EXPECT_NE(ReadAll(dir_ / "a.txt").find("Z\xfcrich,"), std::string::npos) << "as stored";
@@ -108,7 +111,7 @@ TEST_F(TableCommands, DamagedTablesAreToldAndGetNoStartUpFiles) {
     EXPECT_FALSE(std::filesystem::exists(dir_ / "boxes")) << name;
   }
   EXPECT_EQ(Run("table get part.tbl TECH").out, "TECH=5\n") << "a file without the method";
-  EXPECT_EQ(Run("table startup --out boxes --partial part.tbl").out, "boxes/24.tbl\n");
+  EXPECT_EQ(Slashed(Run("table startup --out boxes --partial part.tbl").out), "boxes/24.tbl\n");
 }
 
 TEST_F(TableCommands, GetSetAndDiff) {

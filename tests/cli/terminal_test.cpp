@@ -19,6 +19,20 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
+// Terminals, signals and pipes are those of this system.
+class Here : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (WindowsTool() != nullptr) {
+      GTEST_SKIP();
+    }
+  }
+};
+class Terminal : public Here {};
+class Interrupts : public Here {};
+class Changes : public Here {};
+class Pipes : public Here {};
+
 [[noreturn]] void Become(const TempDir& dir, Arguments arguments) {
   arguments.insert(arguments.begin(), ToolPath());
   std::vector<char*> texts;
@@ -49,7 +63,7 @@ std::string OnTerminal(const TempDir& dir, const Arguments& arguments) {
   return shown;
 }
 
-TEST(Terminal, GetsNoControlCharactersOfNamesAndValues) {
+TEST_F(Terminal, GetsNoControlCharactersOfNamesAndValues) {
   const TempDir dir;
   const std::string evil = "a\x1B]0;x\a\xC2\x9B\xFFz";
   const std::string shown = R"(a\x1B]0;x\x07\xC2\x9B\xFFz)";
@@ -72,7 +86,7 @@ TEST(Terminal, GetsNoControlCharactersOfNamesAndValues) {
   EXPECT_EQ(RunCli(dir, "stack csv --time-domain '" + evil + ".trs'").out, evil + ".csv\n");
 }
 
-TEST(Interrupts, EndWaitingForAPipeAtOnceAndByTheSignal) {
+TEST_F(Interrupts, EndWaitingForAPipeAtOnceAndByTheSignal) {
   const TempDir dir;
   WriteAll(dir / "a.tbl", HeaderV2() + RecordV2("SITN", 0, 2, "1"));
   ASSERT_EQ(mkfifo((dir / "pipe").c_str(), 0600), 0);
@@ -97,7 +111,7 @@ TEST(Interrupts, EndWaitingForAPipeAtOnceAndByTheSignal) {
 }
 
 // In a folder of the user's own, and in one for others too, where no lock keeps programs apart.
-TEST(Changes, OfTwoProgramsAtOnceAreBothInTheTable) {
+TEST_F(Changes, OfTwoProgramsAtOnceAreBothInTheTable) {
   for (int i = 0; i < 40; ++i) {
     const TempDir dir;
     ASSERT_EQ(chmod(dir.Path().c_str(), i % 2 == 0 ? 0700 : 0777), 0);
@@ -120,7 +134,7 @@ TEST(Changes, OfTwoProgramsAtOnceAreBothInTheTable) {
 }
 
 // What comes through a pipe is read before the pipe is opened for writing.
-TEST(Pipes, CarryATableInAndOut) {
+TEST_F(Pipes, CarryATableInAndOut) {
   const TempDir dir;
   WriteAll(dir / "a.tbl", HeaderV2() + RecordV2("SITN", 0, 2, "1"));
   ASSERT_EQ(mkfifo((dir / "pipe").c_str(), 0600), 0);
