@@ -58,7 +58,7 @@ use_desktop() {
   local program=$1 table=$2 before listing=${2%.tbl}.txt
   before=$(others "$table")
   (cd "$(dirname "$table")" && exec /usr/lib/wine/wine64 "$program" "$(basename "$table")") &
-  press '^Startup.tbl - Orvane' alt+e Up Return
+  press '^Startup.tbl - Orvane' ctrl+8
   press '^Parameter Table' ctrl+l
   type_text SITE
   xdotool key Return

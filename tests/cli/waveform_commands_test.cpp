@@ -114,7 +114,10 @@ TEST(WaveformCommands, RestackLeavesOutBadRecordsAndOtherTables) {
   const Outcome kept = RunCli(dir, "waveform restack A.TSS --out o");
   EXPECT_EQ(kept.exit_code, 0);
   EXPECT_EQ(Slashed(kept.out), "o/A.TSK\n");
-  EXPECT_NE(Slashed(kept.err).find("o/a.tbl: differs from the waveform's table"), std::string::npos)
+  // Where names are the same in any case it is called as the file that was to be made.
+  const std::string named = WindowsTool() != nullptr ? "o/A.TBL" : "o/a.tbl";
+  EXPECT_NE(Slashed(kept.err).find(named + ": differs from the waveform's table"),
+            std::string::npos)
       << kept.err;
   EXPECT_EQ(ReadAll(dir / "o/a.tbl"), "another");
 }
