@@ -64,5 +64,34 @@ TEST_F(ScheduleCommands, RefuseAndWarn) {
   }
 }
 
+TEST_F(ScheduleCommands, BecomeJsonAndComeBack) {
+  const std::string steps = StepBytes(60, 4, 0.1, 5) + StepBytes(120, 1, 8, 0.25);
+  WriteAll(dir_ / "s.TFS", steps);
+  const std::string json =
+      "{\n  \"format\": \"orvane-schedule\",\n  \"format_version\": 1,\n  \"steps\": [\n"
+      "    {\n      \"end_time\": 60,\n      \"waveform\": \"FD\",\n"
+      "      \"frequency\": 0.1,\n      \"current\": 5.0\n    },\n"
+      "    {\n      \"end_time\": 120,\n      \"waveform\": \"TD50\",\n"
+      "      \"frequency\": 8.0,\n      \"current\": 0.25\n    }\n  ]\n}\n";
+  EXPECT_EQ(Run("json s.TFS"), "0 " + json + "|");
+  EXPECT_EQ(Run("json s.TFS --to s.json"), "0 |");
+  EXPECT_EQ(ReadAll(dir_ / "s.json"), json);
+  EXPECT_EQ(Run("from-json s.json --to t.TFS"), "0 |");
+  EXPECT_EQ(ReadAll(dir_ / "t.TFS"), steps);
+  WriteAll(dir_ / "wrong.json", std::string(json).replace(json.find("0.1"), 3, "\"x\""));
+  for (const auto& [arguments, place] :
+       {std::pair{"json nowhere.TFS", "nowhere.TFS: "},
+        {"json s.TFS --to ./s.TFS", "is the input file and was not written"},
+        {"from-json s.json --to ./s.json", "is the input file and was not written"},
+        {"from-json wrong.json --to t.TFS", "wrong.json: "},
+        {"from-json s.json --to no/t.TFS", "no/t.TFS: "}}) {
+    const std::string told = Slashed(Run(arguments));
+    EXPECT_EQ(told.substr(0, 3), "1 |") << arguments;
+    EXPECT_NE(told.find(place), std::string::npos) << told;
+  }
+  EXPECT_EQ(ReadAll(dir_ / "s.TFS"), steps);
+  EXPECT_EQ(ReadAll(dir_ / "t.TFS"), steps);
+}
+
 }  // namespace
 }  // namespace orvane::testing

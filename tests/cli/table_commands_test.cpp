@@ -386,5 +386,26 @@ TEST_F(TableCommands, StartupWritesAFileForEachBox) {
   EXPECT_EQ(ReadAll(dir_ / "boxes/2417.tbl"), before);
 }
 
+TEST_F(TableCommands, BecomeJsonAndComeBack) {
+  WriteAll(dir_ / "s.tbl", ReadAll(dir_ / "two.tbl") + Record("FTPSPWD", 4, "k3yk3y"));
+  const Outcome open = Run("table json s.tbl");
+  EXPECT_EQ(open.exit_code, 0);
+  EXPECT_EQ(open.out.find("k3yk3y"), std::string::npos);
+  EXPECT_NE(open.err.find("are left out (--with-secrets): "), std::string::npos) << open.err;
+  EXPECT_EQ(Run("table json s.tbl --with-secrets --to s.json").exit_code, 0);
+  EXPECT_EQ(Run("table from-json s.json --to t.tbl").exit_code, 0);
+  EXPECT_EQ(Run("table get t.tbl TECH FTPSPWD").out, "TECH=1\nFTPSPWD=k3yk3y\n");
+  WriteAll(dir_ / "open.json", open.out);
+  const Outcome partial = Run("table from-json open.json --to t.tbl");
+  EXPECT_EQ(partial.exit_code, 0);
+  EXPECT_NE(partial.err.find("so they have their defaults: "), std::string::npos);
+  for (const char* refused :
+       {"table json s.tbl --to ./s.tbl", "table json nowhere.tbl",
+        "table from-json s.json --to ./s.json", "table from-json s.tbl --to u.tbl"}) {
+    EXPECT_EQ(Run(refused).exit_code, 1) << refused;
+  }
+  EXPECT_FALSE(std::filesystem::exists(dir_ / "u.tbl"));
+}
+
 }  // namespace
 }  // namespace orvane::testing
