@@ -126,17 +126,22 @@ def run(
             tasks.add(more)
 
 
+def shown(text: str) -> str:
+    r"""The text on one line of UTF-8: bytes of a name that are none, and control characters, as \xNN."""
+    decoded = os.fsencode(text).decode("utf-8", errors="backslashreplace")
+    return re.sub(r"[\x00-\x1f\x7f-\x9f]", lambda one: f"\\x{ord(one[0]):02x}", decoded)
+
+
 def report_text(outcomes: list[Outcome], survey: Survey) -> str:
     """Rows of what was done and of what the survey's rules say, tab-separated."""
     lines = ["what\tfile\tverb or rule\toutcome\tseconds\tmessage"]
     for one in sorted(outcomes, key=lambda one: (one.file, one.verb)):
         state = "done" if one.is_done else "failed"
-        message = one.message.replace("\t", " ")
-        lines.append(f"result\t{one.file}\t{one.verb}\t{state}\t{one.seconds:.3f}\t{message}")
+        message = shown(one.message.replace("\t", " "))
+        lines.append(f"result\t{shown(one.file)}\t{one.verb}\t{state}\t{one.seconds:.3f}\t{message}")
     for finding in survey.findings:
-        lines.append(
-            f"finding\t{finding.file}\t{finding.rule}\t{finding.severity}\t\t{finding.sentence}"
-        )
+        place, sentence = shown(finding.file), shown(finding.sentence)
+        lines.append(f"finding\t{place}\t{finding.rule}\t{finding.severity}\t\t{sentence}")
     return "\n".join(lines) + "\n"
 
 
@@ -150,8 +155,11 @@ def _arguments(given: list[str] | None) -> argparse.Namespace:
         "--tool", default=shutil.which("orvane-cli") or "orvane-cli", help="orvane-cli, as workers find it"
     )
     parser.add_argument("--report", type=pathlib.Path, help="a file in place of standard output")
-    parser.add_argument("options", nargs="*", help="of the verbs, behind --")
-    arguments = parser.parse_args(given)
+    parser.usage = parser.format_usage().removeprefix("usage: ").rstrip() + " [-- OPTION ...]"
+    words = list(sys.argv[1:] if given is None else given)
+    behind = words.index("--") if "--" in words else len(words)
+    arguments = parser.parse_args(words[:behind])
+    arguments.options = tuple(words[behind + 1 :])
     arguments.verbs = tuple(arguments.verb.split(","))
     for verb in arguments.verbs:
         if verb not in VERBS:
@@ -161,6 +169,19 @@ def _arguments(given: list[str] | None) -> argparse.Namespace:
     if arguments.scheduler is None and shutil.which(arguments.tool) is None:
         parser.error(f"{arguments.tool} is not found: say where it is by --tool")
     return arguments
+
+
+def _tell(text: str, report: pathlib.Path | None) -> bool:
+    """The report into its file, or where that cannot be written to standard output."""
+    if report is not None:
+        try:
+            report.write_text(text, encoding="utf-8")
+            return True
+        except OSError as error:
+            print(f"{report}: {error.strerror}: the report is on standard output", file=sys.stderr)
+    sys.stdout.buffer.write(text.encode())
+    sys.stdout.flush()
+    return report is None
 
 
 def main(given: list[str] | None = None) -> int:
@@ -176,9 +197,14 @@ def main(given: list[str] | None = None) -> int:
         n_workers=arguments.workers, threads_per_worker=1, dashboard_address=None
     )
     outcomes: list[Outcome] = []
-    with Client(place) as client:
+    try:
+        client = Client(place)
+    except OSError as error:
+        print(f"{place}: {error}", file=sys.stderr)
+        return 2
+    with client:
         for some in run(files, arguments.verbs, client, tool=arguments.tool,
-                        options=tuple(arguments.options)):
+                        options=arguments.options):
             outcomes += some
             if sys.stderr.isatty():
                 print(f"\r{len(outcomes)} of {len(files)}", end="", file=sys.stderr)
@@ -189,16 +215,12 @@ def main(given: list[str] | None = None) -> int:
     except Error as error:
         print(error, file=sys.stderr)
         survey = Survey()
-    text = report_text(outcomes, survey)
-    if arguments.report is None:
-        sys.stdout.write(text)
-    else:
-        arguments.report.write_text(text, encoding="utf-8")
+    is_told = _tell(report_text(outcomes, survey), arguments.report)
     failed = [one for one in outcomes if not one.is_done]
     for one in failed:
-        print(f"{one.file}: {one.verb}: {one.message}", file=sys.stderr)
+        print(f"{shown(one.file)}: {one.verb}: {shown(one.message)}", file=sys.stderr)
     print(f"{len(outcomes) - len(failed)} of {len(outcomes)} results", file=sys.stderr)
-    is_fine = not failed and all(one.severity == "hint" for one in survey.findings)
+    is_fine = is_told and not failed and all(one.severity == "hint" for one in survey.findings)
     return 0 if is_fine else 1
 
 

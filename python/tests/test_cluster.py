@@ -91,20 +91,40 @@ def test_a_killed_worker_costs_nothing(folder, cluster, tmp_path):
 
 
 def test_processes_here_and_a_report(survey, tmp_path):
-    place = tmp_path / "files"
-    place.mkdir()
+    place = tmp_path / "files" / os.fsdecode(b"b\xff\t")  # a name that is no text
+    place.mkdir(parents=True)
     for ending in ("TSS", "TBL"):
         shutil.copy(survey / "CSAMT" / f"2417.{ending}", place / f"A.{ending}")
     report = tmp_path / "report.tsv"
     done = subprocess.run(
-        [sys.executable, "-m", "orvane.survey", place, "--verb", "restack,text", "--workers", "2",
-         "--tool", PROGRAMS / "orvane-cli", "--report", report],
+        [sys.executable, "-m", "orvane.survey", place.parent, "--verb", "restack,text", "--workers", "2",
+         "--tool", PROGRAMS / "orvane-cli", "--report", report, "--", "--leave-out", "1"],
         env=os.environ | {"XDG_CACHE_HOME": str(tmp_path / "cache")},
         capture_output=True, text=True, check=False)
     assert "2 of 2 results" in done.stderr, done.stderr
     rows = [line.split("\t") for line in report.read_text().splitlines()]
-    assert [row[2:4] for row in rows if row[0] == "result"] == [["restack", "done"], ["text", "done"]]
+    results = [row for row in rows if row[0] == "result"]
+    assert [row[2:4] for row in results] == [["restack", "done"], ["text", "done"]]
+    assert all(row[1].endswith(r"/b\xff\x09/A.TSS") for row in results)
+    assert all("record left out" in row[5] for row in results), "the options come through"
     assert {path.suffix for path in place.iterdir()} == {".TSS", ".TBL", ".TSK", ".txt"}
+
+
+def test_a_scheduler_that_is_not_there_and_a_report_that_cannot_be_written(survey, tmp_path):
+    def run(*arguments):
+        return subprocess.run(
+            [sys.executable, "-m", "orvane.survey", tmp_path, "--verb", "restack",
+             "--tool", PROGRAMS / "orvane-cli", *arguments],
+            env=os.environ | {"XDG_CACHE_HOME": str(tmp_path / "cache"),
+                              "DASK_DISTRIBUTED__COMM__TIMEOUTS__CONNECT": "1s"},
+            capture_output=True, text=True, check=False)
+
+    lost = run("--scheduler", "tcp://127.0.0.1:9")
+    assert lost.returncode == 2
+    assert lost.stderr.splitlines()[-1].startswith("tcp://127.0.0.1:9: "), lost.stderr
+    untold = run("--workers", "1", "--report", tmp_path / "no" / "report.tsv")
+    assert untold.returncode == 1
+    assert untold.stdout.startswith("what\tfile\t"), "it is printed"
 
 
 @pytest.mark.parametrize(
