@@ -8,9 +8,12 @@
 namespace orvane::python {
 
 void Fail(const std::filesystem::path& file, std::string_view message, std::string place) {
-  const std::string name = PrintableUtf8(PathText(file));
-  if (!name.empty() && message.starts_with(name) && message.substr(name.size()).starts_with(": ")) {
-    message.remove_prefix(name.size() + 2);
+  for (const std::string& name : {PrintableUtf8(PathText(file)), PathText(file)}) {
+    if (!name.empty() && message.starts_with(name) &&
+        message.substr(name.size()).starts_with(": ")) {
+      message.remove_prefix(name.size() + 2);
+      break;
+    }
   }
   throw Fault{PathText(file), std::move(place), std::string(message)};
 }

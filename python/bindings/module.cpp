@@ -11,7 +11,8 @@ void Raise(const Fault& fault) {
                               ? py::object(py::none())
                               : py::module_::import("os").attr("fsdecode")(py::bytes(fault.file));
   const py::object place = fault.place.empty() ? py::object(py::none()) : py::cast(fault.place);
-  const py::object error = type(py::str(fault.reason), file, place);
+  const py::object reason = py::bytes(fault.reason).attr("decode")("utf-8", "backslashreplace");
+  const py::object error = type(reason, file, place);
   PyErr_SetObject(type.ptr(), error.ptr());
 }
 

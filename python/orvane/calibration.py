@@ -120,6 +120,8 @@ class Calibration:
             channels: of the recording; 0: as many as the calibration has.
         """
         wanted = np.asarray(frequencies, dtype=np.float64)
+        if wanted.ndim != 1:
+            raise ValueError("frequencies must be a list of Hz")
         settings = table._table if isinstance(table, Table) else path_bytes(table)
         if self.kind == "box":
             parts = self._cal.box_response(settings, band, channels, wanted.tolist())

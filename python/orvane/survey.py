@@ -28,6 +28,8 @@ VERBS = {
     "harmonics": re.compile(r"\.(tss|ts[0-9])$", re.IGNORECASE),
     "text": re.compile(r"\.(tss|ts[0-9])$", re.IGNORECASE),
 }
+#: The first line of a report.
+TITLES = "what\tfile\tverb or rule\toutcome\tseconds\tmessage"
 #: So many tasks wait for each worker's thread: none is idle, and 100,000 files are no burden.
 AHEAD = 100
 
@@ -128,21 +130,36 @@ def run(
 
 def shown(text: str) -> str:
     r"""The text on one line of UTF-8: bytes of a name that are none, and control characters, as \xNN."""
-    decoded = os.fsencode(text).decode("utf-8", errors="backslashreplace")
-    return re.sub(r"[\x00-\x1f\x7f-\x9f]", lambda one: f"\\x{ord(one[0]):02x}", decoded)
+    return re.sub(
+        r"[\x00-\x1f\x7f-\x9f\udc80-\udcff]", lambda one: f"\\x{ord(one[0]) & 0xFF:02X}", text
+    )
 
 
-def report_text(outcomes: list[Outcome], survey: Survey) -> str:
-    """Rows of what was done and of what the survey's rules say, tab-separated."""
-    lines = ["what\tfile\tverb or rule\toutcome\tseconds\tmessage"]
+def report_text(outcomes: list[Outcome], survey: Survey, folder: pathlib.Path) -> str:
+    """Rows of what was done and of what the survey's rules say, tab-separated; files as seen from the
+    folder."""
+    lines = [TITLES]
     for one in sorted(outcomes, key=lambda one: (one.file, one.verb)):
         state = "done" if one.is_done else "failed"
         message = shown(one.message.replace("\t", " "))
-        lines.append(f"result\t{shown(one.file)}\t{one.verb}\t{state}\t{one.seconds:.3f}\t{message}")
+        name = shown(os.path.relpath(one.file, folder))
+        lines.append(f"result\t{name}\t{one.verb}\t{state}\t{one.seconds:.3f}\t{message}")
     for finding in survey.findings:
         place, sentence = shown(finding.file), shown(finding.sentence)
         lines.append(f"finding\t{place}\t{finding.rule}\t{finding.severity}\t\t{sentence}")
     return "\n".join(lines) + "\n"
+
+
+def _may_be_report(path: pathlib.Path) -> bool:
+    """It is not there, an earlier report, or no file that could be lost."""
+    try:
+        if not path.is_file():
+            return not path.is_dir()
+        with path.open("rb") as file:
+            start = file.read(len(TITLES) + 1)
+    except OSError:
+        return False
+    return start in (b"", TITLES.encode() + b"\n")
 
 
 def _arguments(given: list[str] | None) -> argparse.Namespace:
@@ -166,6 +183,8 @@ def _arguments(given: list[str] | None) -> argparse.Namespace:
             parser.error(f"no verb {verb}: there are {', '.join(VERBS)}")
     if not arguments.folder.is_dir():
         parser.error(f"{arguments.folder} is no folder")
+    if arguments.report is not None and not _may_be_report(arguments.report):
+        parser.error(f"{arguments.report} is there and is no report: it was not replaced")
     if arguments.scheduler is None and shutil.which(arguments.tool) is None:
         parser.error(f"{arguments.tool} is not found: say where it is by --tool")
     return arguments
@@ -174,11 +193,19 @@ def _arguments(given: list[str] | None) -> argparse.Namespace:
 def _tell(text: str, report: pathlib.Path | None) -> bool:
     """The report into its file, or where that cannot be written to standard output."""
     if report is not None:
+        # An earlier report stays until this one is whole.
+        whole = report if report.exists() and not report.is_file() else report.with_name(
+            f".{report.name}.{os.getpid()}"
+        )
         try:
-            report.write_text(text, encoding="utf-8")
+            whole.write_text(text, encoding="utf-8")
+            if whole != report:
+                os.replace(whole, report)
             return True
         except OSError as error:
             print(f"{report}: {error.strerror}: the report is on standard output", file=sys.stderr)
+            if whole != report:
+                whole.unlink(missing_ok=True)
     sys.stdout.buffer.write(text.encode())
     sys.stdout.flush()
     return report is None
@@ -215,7 +242,7 @@ def main(given: list[str] | None = None) -> int:
     except Error as error:
         print(error, file=sys.stderr)
         survey = Survey()
-    is_told = _tell(report_text(outcomes, survey), arguments.report)
+    is_told = _tell(report_text(outcomes, survey, arguments.folder), arguments.report)
     failed = [one for one in outcomes if not one.is_done]
     for one in failed:
         print(f"{shown(one.file)}: {one.verb}: {shown(one.message)}", file=sys.stderr)

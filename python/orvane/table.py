@@ -4,6 +4,7 @@
 from __future__ import annotations
 
 import datetime
+import numbers
 from collections.abc import Iterable, Iterator, Mapping, MutableMapping
 from dataclasses import dataclass
 
@@ -108,11 +109,12 @@ class Table(MutableMapping):
         kind = self._table.kind(key)
         if _core.is_read_only(key):
             raise Error("is about the file and cannot be set", place=key)
-        if kind == "IntPT" and isinstance(value, int) and not isinstance(value, bool):
+        if kind == "IntPT" and isinstance(value, numbers.Integral) and not isinstance(value, bool):
+            value = int(value)
             if not -(2**31) <= value < 2**31:
                 raise Error(f"{value} does not fit into 32 bits", place=key)
             self._table.set_int(key, value)
-        elif kind == "FltPT" and isinstance(value, (int, float)) and not isinstance(value, bool):
+        elif kind == "FltPT" and isinstance(value, numbers.Real) and not isinstance(value, bool):
             self._table.set_real(key, float(value))
         elif kind == "AmxPT" and isinstance(value, (datetime.datetime, datetime.time)):
             self._table.set_text(key, time_text(value))

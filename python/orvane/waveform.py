@@ -172,6 +172,8 @@ class TimeSeries(Sequence):
         min, max, mean, rms (about zero), count and saturated; where a record lacks a channel its
         count is 0.
         """
+        if threads < 1:
+            raise ValueError("threads must be 1 or more")
         return self._file.statistics(threads)
 
     def to_xarray(self, *, in_volts: bool = True) -> "xarray.Dataset":

@@ -105,7 +105,7 @@ def test_processes_here_and_a_report(survey, tmp_path):
     rows = [line.split("\t") for line in report.read_text().splitlines()]
     results = [row for row in rows if row[0] == "result"]
     assert [row[2:4] for row in results] == [["restack", "done"], ["text", "done"]]
-    assert all(row[1].endswith(r"/b\xff\x09/A.TSS") for row in results)
+    assert all(row[1] == r"b\xFF\x09/A.TSS" for row in results)
     assert all("record left out" in row[5] for row in results), "the options come through"
     assert {path.suffix for path in place.iterdir()} == {".TSS", ".TBL", ".TSK", ".txt"}
 
@@ -132,13 +132,17 @@ def test_a_scheduler_that_is_not_there_and_a_report_that_cannot_be_written(surve
     [
         (["--tool", "no-such-tool"], "no-such-tool is not found: say where it is by --tool"),
         (["--verb", "polish"], "no verb polish"),
+        (["--report", "A.TSS"], "A.TSS is there and is no report: it was not replaced"),
     ],
 )
-def test_what_cannot_begin_is_said_once(tmp_path, capsys, arguments, reason):
+def test_what_cannot_begin_is_said_once(tmp_path, capsys, monkeypatch, arguments, reason):
+    monkeypatch.chdir(tmp_path)
+    (tmp_path / "A.TSS").write_bytes(b"recorded")
     with pytest.raises(SystemExit) as end:
         orvane.survey.main([str(tmp_path), "--verb", "restack", *arguments])
     assert end.value.code == 2
     assert reason in capsys.readouterr().err
+    assert (tmp_path / "A.TSS").read_bytes() == b"recorded"
 
 
 def test_the_job_arrays_script_shares_out_a_list(survey, tmp_path):

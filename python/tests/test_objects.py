@@ -3,6 +3,7 @@
 
 import datetime
 import gc
+import os
 import pickle
 import random
 import threading
@@ -67,6 +68,23 @@ def test_errors_name_file_place_and_reason(tmp_path):
         orvane.Schedule([orvane.Step(5, "XX", 1, 1)]).save(tmp_path / "t.TFS")
     orvane.Schedule([orvane.Step(600, "FD", 4, 10)]).save(tmp_path / "t.TFS")
     assert orvane.Schedule(tmp_path / "t.TFS") == [orvane.Step(600, "FD", 4.0, 10.0)]
+
+
+def test_errors_of_names_that_are_no_text(tmp_path):
+    missing = tmp_path / os.fsdecode(b"\xff") / "no.tbl"
+    for read in (orvane.Table, orvane.TimeSeries, orvane.Calibration, orvane.StackResults):
+        with pytest.raises(orvane.Error) as told:
+            read(missing)
+        assert told.value.file == str(missing)
+        assert "no.tbl" not in told.value.reason
+
+
+def test_numbers_of_numpy_are_numbers():
+    table = orvane.Table()
+    table["TECH"], table["FREQ"] = np.int32(3), np.float32(0.5)
+    assert (table["TECH"], table["FREQ"]) == (3, 0.5)
+    with pytest.raises(TypeError):
+        table["TECH"] = np.float64(3)
 
 
 def test_arrays_outlive_their_reader(tmp_path):

@@ -93,7 +93,8 @@ Result<> CheckJsonFormat(const Json& object, std::string_view format,
   if (!object.contains("format") || object["format"] != format) {
     return Failure("its \"format\" is not " + Quoted(format));
   }
-  if (!object.contains("format_version") || object["format_version"] != 1) {
+  if (!object.contains("format_version") || !object["format_version"].is_number_integer() ||
+      object["format_version"] != 1) {
     return Failure("its \"format_version\" is not 1");
   }
   for (const std::string_view name : needed) {

@@ -79,6 +79,7 @@ TEST(TableJson, RefusesWhatDoesNotFit) {
       {std::string(100000, '['), "nested"},
       {R"({"format":"orvane-schedule","format_version":1,"values":{}})", "\"format\""},
       {R"({"format":"orvane-table","format_version":2,"values":{}})", "format_version"},
+      {R"({"format":"orvane-table","format_version":1.0,"values":{}})", "format_version"},
       {head + "\"filtered\":false}", "no \"values\""},
       {head + R"("values":[]})", "no object"},
       {head + R"("values":{},"more":1})", "unknown member \"more\""},
