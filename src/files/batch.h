@@ -151,7 +151,7 @@ struct BatchProgress {
 /// - in an output folder the first stays instead, and every other input with such an output fails:
 ///   what is beside each other in no folder must not replace each other there;
 /// - an output that is another input of the batch is refused, and so is one that is its own input
-///   unless the conversion replaces inputs.
+///   unless the conversion replaces inputs, and a link to a file with another ending.
 class Batch {
  public:
   explicit Batch(BatchPlan plan);

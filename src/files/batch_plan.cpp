@@ -8,10 +8,28 @@
 
 #include "files/batch.h"
 #include "files/file_io.h"
+#include "files/follow_links.h"
 #include "files/path_names.h"
 #include "files/path_text.h"
 
 namespace orvane {
+namespace {
+
+// Where a link that stands in an output's place leads, if that is a file with another ending: no
+// earlier result, but something of the user's. Empty otherwise.
+std::filesystem::path OtherKindBehind(const std::filesystem::path& output) {
+  const auto ending = [](const std::filesystem::path& path) {
+    return LowerCasedPath(PathText(path.extension()));
+  };
+  const auto end = FollowLinks(output);
+  FileInfo info;
+  return end && *end != output && ending(*end) != ending(output) && ReadInfo(*end, &info) &&
+                 info.kind == FileKind::kRegular
+             ? *end
+             : std::filesystem::path();
+}
+
+}  // namespace
 
 std::vector<Batch::Unit> Batch::PlanUnits() {
   NameOutputs();
@@ -86,6 +104,10 @@ void Batch::RefuseInputs() {
       } else if (inputs.contains(identity)) {
         item.refused =
             FileMessage(output, "is another input of this batch and was not overwritten");
+      } else if (const auto other = OtherKindBehind(output); !other.empty()) {
+        item.refused = FileMessage(output, "leads to ")
+                           .append(PathText(other))
+                           .append(", which is another kind of file; not overwritten");
       }
     }
   }

@@ -82,13 +82,15 @@ TEST(Batch, HasTheSameBytesWithAnyNumberOfWorkers) {
 
 TEST(Batch, RefusesToWriteOverItsInputs) {
   const TempDir dir;
-  for (const char* name : {"a.in", "b.out", "b.in", "c.in"}) {
+  for (const char* name : {"a.in", "b.out", "b.in", "c.in", "d.in", "d.tss"}) {
     WriteAll(dir / name, name);
   }
   const bool has_link = MakeLink(dir / "c.in", dir / "c.out");
+  MakeLink(dir / "d.tss", dir / "d.out");
   Conversion copying = Copying();
   copying.same_file_code = 4;
-  Batch batch({copying, {dir / "a.in", dir / "b.out", dir / "b.in", dir / "c.in"}, {}, 2});
+  Batch batch(
+      {copying, {dir / "a.in", dir / "b.out", dir / "b.in", dir / "c.in", dir / "d.in"}, {}, 2});
   batch.Start();
   batch.Wait();
   const auto text = [&batch](std::size_t i) { return batch.Result(i)->text; };
@@ -99,6 +101,9 @@ TEST(Batch, RefusesToWriteOverItsInputs) {
             (dir / "b.out").string() + ": is another input of this batch and was not overwritten");
   if (has_link) {
     EXPECT_EQ(text(3), (dir / "c.out").string() + ": is the input itself and was not overwritten");
+    EXPECT_EQ(text(4), (dir / "d.out").string() + ": leads to " + (dir / "d.tss").string() +
+                           ", which is another kind of file; not overwritten");
+    EXPECT_EQ(ReadAll(dir / "d.tss"), "d.tss");
   }
   EXPECT_EQ(ReadAll(dir / "b.out"), "b.out");
   EXPECT_EQ(ReadAll(dir / "c.in"), "c.in");
