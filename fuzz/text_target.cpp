@@ -113,6 +113,21 @@ void FuzzValueText(Bytes input) {
           "a value typed as it is shown stays");
 }
 
+// Tables hold Latin-1, assignments are UTF-8.
+std::string AsUtf8(std::string_view latin1) {
+  std::string text;
+  for (const char c : latin1) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80) {
+      text += c;
+    } else {
+      text += static_cast<char>(0xC0 | byte >> 6);
+      text += static_cast<char>(0x80 | (byte & 0x3F));
+    }
+  }
+  return text;
+}
+
 void FuzzAssignment(Bytes input) {
   static const ParamTable defaults = [] {
     ParamTable table;
@@ -136,7 +151,7 @@ void FuzzAssignment(Bytes input) {
   const auto type = static_cast<ValueType>(entry->type);
   if (IsTellable(type, value)) {
     const std::string shown = Formatted(type, value);
-    Require(static_cast<bool>(Assign(key + "=" + shown, version, &table)),
+    Require(static_cast<bool>(Assign(key + "=" + AsUtf8(shown), version, &table)),
             "what is told can be given");
     Require(type == FltPT ? Formatted(type, entry->value) == shown : entry->value == value,
             "a value is read as it is told");
